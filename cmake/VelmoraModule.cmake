@@ -1,0 +1,17 @@
+# velmora_module(<name> SOURCES ... [DEPENDS <modules>] [PUBLIC ...] [PRIVATE ...])
+#
+# A module is a static library with an include root of its own: build/include/<name>/<name> is a link
+# to its folder, so a header is read as "<name>/Thing.h", and only by modules that DEPEND on it.
+function(velmora_module name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PUBLIC;PRIVATE" ${ARGN})
+    set(root "${CMAKE_BINARY_DIR}/include/${name}")
+    file(MAKE_DIRECTORY "${root}")
+    file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${root}/${name}" SYMBOLIC)
+
+    add_library(velmora_${name} STATIC ${ARG_SOURCES})
+    target_include_directories(velmora_${name} PUBLIC "${root}")
+    list(TRANSFORM ARG_DEPENDS PREPEND velmora_)
+    target_link_libraries(velmora_${name}
+        PUBLIC ${ARG_DEPENDS} ${ARG_PUBLIC}
+        PRIVATE velmora_flags ${ARG_PRIVATE})
+endfunction()

@@ -1,0 +1,20 @@
+// Text in the ANSI code page (Windows-1252), the one in which the settings file and the camera folder
+// names are written. The five bytes that the page leaves undefined stand for the control characters of
+// the same number, so every byte string survives the way to text and back.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace velmora {
+
+/// Text as Windows-1252 bytes, one byte per UTF-16 unit; what the page lacks becomes "?".
+[[nodiscard]] QByteArray toAnsi(QStringView text);
+
+/// Windows-1252 bytes as text.
+[[nodiscard]] QString fromAnsi(QByteArrayView bytes);
+
+/// True when no character of the text is lost in Windows-1252.
+[[nodiscard]] bool fitsAnsi(QStringView text);
+
+} // namespace velmora

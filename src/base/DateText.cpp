@@ -1,0 +1,99 @@
+#include "base/DateText.h"
+
+#include <QList>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kFirstYear = 100;
+constexpr int kLastYear = 9999;
+
+// Digits only: a sign or a blank inside a field is no date.
+std::optional<int> field(QStringView text, qsizetype maxDigits)
+{
+    if (text.isEmpty() || text.size() > maxDigits) {
+        return std::nullopt;
+    }
+    int value = 0;
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9') {
+            return std::nullopt;
+        }
+        value = value * 10 + (c.unicode() - u'0');
+    }
+    return value;
+}
+
+std::optional<WallTime> dayFromText(QStringView text)
+{
+    const QList<QStringView> parts = text.split(u'/');
+    if (parts.size() != 3) {
+        return std::nullopt;
+    }
+    const auto day = field(parts[0], 2);
+    const auto month = field(parts[1], 2);
+    const auto year = field(parts[2], 4);
+    if (!day || !month || !year || *year < kFirstYear || *year > kLastYear) {
+        return std::nullopt;
+    }
+    const std::chrono::year_month_day date{std::chrono::year{*year},
+                                           std::chrono::month{static_cast<unsigned>(*month)},
+                                           std::chrono::day{static_cast<unsigned>(*day)}};
+    return date.ok() ? std::optional<WallTime>(std::chrono::local_days{date}) : std::nullopt;
+}
+
+std::optional<std::chrono::seconds> timeOfDayFromText(QStringView text)
+{
+    const QList<QStringView> parts = text.split(u':');
+    if (parts.size() < 2 || parts.size() > 3) {
+        return std::nullopt;
+    }
+    const auto hour = field(parts[0], 2);
+    const auto minute = field(parts[1], 2);
+    const auto second = parts.size() == 3 ? field(parts[2], 2) : std::optional(0);
+    if (!hour || !minute || !second || *hour > 23 || *minute > 59 || *second > 59) {
+        return std::nullopt;
+    }
+    return *hour * 1h + *minute * 1min + *second * 1s;
+}
+
+} // namespace
+
+WallFields wallFields(WallTime time)
+{
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date{day};
+    const std::chrono::hh_mm_ss clock{time - day};
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            static_cast<int>(clock.hours().count()),
+            static_cast<int>(clock.minutes().count()),
+            static_cast<int>(clock.seconds().count())};
+}
+
+QString twoDigits(int number) { return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0')); }
+
+QString dateText(WallTime time)
+{
+    const WallFields at = wallFields(time);
+    return QStringLiteral("%1/%2/%3 %4:%5:%6")
+        .arg(twoDigits(at.day), twoDigits(at.month))
+        .arg(at.year, 4, 10, QLatin1Char('0'))
+        .arg(twoDigits(at.hour), twoDigits(at.minute), twoDigits(at.second));
+}
+
+std::optional<WallTime> dateFromText(QStringView text)
+{
+    const QList<QStringView> parts = text.split(u' ', Qt::SkipEmptyParts);
+    if (parts.isEmpty() || parts.size() > 2) {
+        return std::nullopt;
+    }
+    const auto day = dayFromText(parts[0]);
+    const auto time = parts.size() == 2 ? timeOfDayFromText(parts[1]) : std::optional(0s);
+    return day && time ? std::optional(*day + *time) : std::nullopt;
+}
+
+} // namespace velmora

@@ -1,0 +1,34 @@
+// Dates as the settings file holds them: day first, "dd/MM/yyyy HH:mm:ss".
+#pragma once
+
+#include "base/Clock.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace velmora {
+
+/// Calendar and time-of-day fields of a wall time.
+struct WallFields
+{
+    int year = 0;
+    int month = 0; // 1 to 12
+    int day = 0;   // 1 to 31
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+
+[[nodiscard]] WallFields wallFields(WallTime time);
+
+[[nodiscard]] QString dateText(WallTime time);
+
+/// Reads "d/M/yyyy", optionally followed by "H:m" or "H:m:s"; nothing when the text has another form or
+/// names a day or time that does not exist.
+[[nodiscard]] std::optional<WallTime> dateFromText(QStringView text);
+
+/// A number with leading zeros up to a width of two.
+[[nodiscard]] QString twoDigits(int number);
+
+} // namespace velmora

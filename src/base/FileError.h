@@ -1,0 +1,22 @@
+// A file-system failure that the one who caused it gets to see.
+#pragma once
+
+#include <QString>
+
+#include <stdexcept>
+#include <system_error>
+
+namespace velmora {
+
+class FileError : public std::runtime_error
+{
+public:
+    /// action: what was tried, as the begin of a sentence ("The log file cannot be written").
+    FileError(const QString &action, std::error_code error)
+        : std::runtime_error((action + QStringLiteral(": ") + QString::fromStdString(error.message()))
+                                 .toStdString())
+    {
+    }
+};
+
+} // namespace velmora

@@ -1,0 +1,126 @@
+#include "base/FileWriter.h"
+
+#include "base/Folders.h"
+#include "base/UniqueFd.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+constexpr mode_t kNewFileMode = 0644;
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+QByteArray workFileName(const QByteArray &folder)
+{
+    static std::atomic<unsigned> count{0};
+    return folder + "/.velmora-" + QByteArray::number(::getpid()) + '-' + QByteArray::number(++count) +
+           ".part";
+}
+
+std::error_code writeAll(int fd, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t written = ::write(fd, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        if (written < 0 && errno != EINTR) {
+            return lastError();
+        }
+        bytes = bytes.sliced(std::max<ssize_t>(written, 0));
+    }
+    return {};
+}
+
+// Writes a working file; on failure nothing of it stays.
+std::error_code writeWorkFile(const QByteArray &path, QByteArrayView bytes, mode_t mode)
+{
+    const UniqueFd file(::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!file) {
+        return lastError();
+    }
+    const std::error_code error = writeAll(file.get(), bytes);
+    if (error) {
+        ::unlink(path.constData());
+    }
+    return error;
+}
+
+// A hard link never replaces; file systems without links can rename without replacing.
+std::error_code giveName(const QByteArray &work, const QByteArray &target)
+{
+    std::error_code error;
+    if (::link(work.constData(), target.constData()) != 0) {
+        error = lastError();
+        const bool noLinks = error == std::errc::operation_not_permitted ||
+                             error == std::errc::operation_not_supported;
+        if (noLinks && ::renameat2(AT_FDCWD, work.constData(), AT_FDCWD, target.constData(),
+                                   RENAME_NOREPLACE) == 0) {
+            return {};
+        }
+    }
+    ::unlink(work.constData());
+    return error;
+}
+
+QByteArray folderOf(const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash < 0 ? QByteArray(".") : path.first(std::max<qsizetype>(slash, 1));
+}
+
+} // namespace
+
+StoreResult storeNewFile(const QString &workFolder, const QString &target, QByteArrayView bytes)
+{
+    const QByteArray path = QFile::encodeName(target);
+    const QByteArray work = workFileName(QFile::encodeName(workFolder));
+    std::error_code error = writeWorkFile(work, bytes, kNewFileMode);
+    if (error == std::errc::no_such_file_or_directory && !makeFolder(workFolder)) {
+        error = writeWorkFile(work, bytes, kNewFileMode);
+    }
+    if (!error) {
+        error = giveName(work, path);
+    }
+    if (error == std::errc::file_exists) {
+        return {StoreOutcome::AlreadyThere, {}};
+    }
+    return {error ? StoreOutcome::Failed : StoreOutcome::Stored, error};
+}
+
+std::error_code replaceFile(const QString &path, QByteArrayView bytes)
+{
+    const QString followed = QFileInfo(path).canonicalFilePath();
+    const QByteArray target = QFile::encodeName(followed.isEmpty() ? path : followed);
+    struct stat old = {};
+    const mode_t mode = ::stat(target.constData(), &old) == 0 ? old.st_mode & 07777 : kNewFileMode;
+    const QByteArray work = workFileName(folderOf(target));
+    if (const std::error_code error = writeWorkFile(work, bytes, mode)) {
+        return error;
+    }
+    if (::rename(work.constData(), target.constData()) != 0) {
+        const std::error_code error = lastError();
+        ::unlink(work.constData());
+        return error;
+    }
+    return {};
+}
+
+void clearWorkFiles(const QString &folder)
+{
+    QDir work(folder);
+    const QStringList left = work.entryList({QStringLiteral(".velmora-*.part")},
+                                            QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : left) {
+        work.remove(name);
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,253 @@
+#include "base/ProfileText.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
+
+QByteArrayView trimmed(QByteArrayView text)
+{
+    while (!text.isEmpty() && isBlank(text.front())) {
+        text = text.sliced(1);
+    }
+    while (!text.isEmpty() && isBlank(text.back())) {
+        text.chop(1);
+    }
+    return text;
+}
+
+// A name asked for loses its blanks only: one with a tab around it matches nothing.
+QByteArrayView trimmedBlanks(QByteArrayView text)
+{
+    while (!text.isEmpty() && text.front() == ' ') {
+        text = text.sliced(1);
+    }
+    while (!text.isEmpty() && text.back() == ' ') {
+        text.chop(1);
+    }
+    return text;
+}
+
+bool sameName(QByteArrayView a, QByteArrayView b)
+{
+    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+QByteArrayView withoutQuotes(QByteArrayView value)
+{
+    const bool quoted = value.size() >= 2 && value.front() == value.back() &&
+                        (value.front() == '"' || value.front() == '\'');
+    return quoted ? value.sliced(1, value.size() - 2) : value;
+}
+
+struct Line
+{
+    qsizetype begin = 0;
+    qsizetype end = 0;  // behind the last character
+    qsizetype next = 0; // behind the line end
+};
+
+Line lineAt(QByteArrayView bytes, qsizetype begin)
+{
+    qsizetype end = begin;
+    while (end < bytes.size() && !isLineEnd(bytes[end])) {
+        ++end;
+    }
+    qsizetype next = end;
+    if (next < bytes.size() && bytes[next] == '\r') {
+        ++next;
+        next += next < bytes.size() && bytes[next] == '\n' ? 1 : 0;
+    } else if (next < bytes.size()) {
+        ++next;
+    }
+    return {begin, end, next};
+}
+
+// A bracket opens a section only as the first character of its line.
+bool startsLine(QByteArrayView bytes, qsizetype position)
+{
+    while (position > 0 && isBlank(bytes[position - 1])) {
+        --position;
+    }
+    return position == 0 || isLineEnd(bytes[position - 1]);
+}
+
+// Position of the first "[" that opens a section at or behind `from`, or the size of the text.
+qsizetype nextHeader(QByteArrayView bytes, qsizetype from)
+{
+    while (from < bytes.size()) {
+        const void *const hit =
+            std::memchr(bytes.data() + from, '[', static_cast<std::size_t>(bytes.size() - from));
+        if (hit == nullptr) {
+            break;
+        }
+        const qsizetype position = static_cast<const char *>(hit) - bytes.data();
+        if (startsLine(bytes, position)) {
+            return position;
+        }
+        from = position + 1;
+    }
+    return bytes.size();
+}
+
+QByteArrayView headerName(QByteArrayView line)
+{
+    const qsizetype close = line.indexOf(']');
+    return trimmed(close < 0 ? line.sliced(1) : line.sliced(1, close - 1));
+}
+
+struct KeyLine
+{
+    Line line;
+    QByteArrayView name;
+    qsizetype valueBegin = 0; // behind the "="
+};
+
+std::optional<KeyLine> keyLine(QByteArrayView bytes, const Line &line)
+{
+    const QByteArrayView text = bytes.sliced(line.begin, line.end - line.begin);
+    const qsizetype equals = text.indexOf('=');
+    if (equals < 0) {
+        return std::nullopt;
+    }
+    const QByteArrayView name = trimmed(text.first(equals));
+    if (name.startsWith(';')) {
+        return std::nullopt;
+    }
+    return KeyLine{line, name, line.begin + equals + 1};
+}
+
+std::optional<KeyLine> findKey(QByteArrayView bytes, qsizetype begin, qsizetype end, QByteArrayView key)
+{
+    const QByteArrayView body = bytes.first(end);
+    while (begin < end) {
+        const Line line = lineAt(body, begin);
+        const std::optional<KeyLine> found = keyLine(body, line);
+        if (found && sameName(found->name, key)) {
+            return found;
+        }
+        begin = line.next;
+    }
+    return std::nullopt;
+}
+
+QByteArrayView valueOf(QByteArrayView bytes, const KeyLine &key)
+{
+    return withoutQuotes(trimmed(bytes.sliced(key.valueBegin, key.line.end - key.valueBegin)));
+}
+
+// Behind the last key of a section's body, or at its begin when it has none.
+qsizetype behindLastKey(QByteArrayView bytes, qsizetype begin, qsizetype end)
+{
+    const QByteArrayView body = bytes.first(end);
+    qsizetype behind = begin;
+    while (begin < end) {
+        const Line line = lineAt(body, begin);
+        if (keyLine(body, line)) {
+            behind = line.next;
+        }
+        begin = line.next;
+    }
+    return behind;
+}
+
+// Begin of the line in which a header's bracket stands.
+qsizetype headerLineBegin(QByteArrayView bytes, qsizetype bracket)
+{
+    while (bracket > 0 && isBlank(bytes[bracket - 1])) {
+        --bracket;
+    }
+    return bracket;
+}
+
+} // namespace
+
+ProfileText::ProfileText(QByteArray bytes) : bytes_(std::move(bytes))
+{
+    const QByteArrayView all(bytes_);
+    for (qsizetype bracket = nextHeader(all, 0); bracket < all.size();) {
+        const Line line = lineAt(all, bracket);
+        const qsizetype following = nextHeader(all, line.next);
+        sections_.push_back({headerName(all.sliced(bracket, line.end - bracket)), line.next,
+                             headerLineBegin(all, following)});
+        bracket = following;
+    }
+    if (!sections_.empty()) {
+        sections_.back().bodyEnd = all.size();
+    }
+}
+
+const ProfileText::Section *ProfileText::find(QByteArrayView section) const
+{
+    const QByteArrayView name = trimmedBlanks(section);
+    const auto found = std::find_if(sections_.begin(), sections_.end(),
+                                    [&](const Section &s) { return sameName(s.name, name); });
+    return found == sections_.end() ? nullptr : &*found;
+}
+
+std::optional<QByteArrayView> ProfileText::value(QByteArrayView section, QByteArrayView key) const
+{
+    const Section *const where = find(section);
+    if (where == nullptr) {
+        return std::nullopt;
+    }
+    const auto found = findKey(bytes_, where->bodyBegin, where->bodyEnd, trimmedBlanks(key));
+    return found ? std::optional(valueOf(bytes_, *found)) : std::nullopt;
+}
+
+ProfileEdit ProfileText::edit(QByteArrayView section, QByteArrayView key,
+                              std::optional<QByteArrayView> value) const
+{
+    const QByteArrayView name = trimmedBlanks(key);
+    const Section *const where = find(section);
+    const auto existing =
+        where != nullptr ? findKey(bytes_, where->bodyBegin, where->bodyEnd, name) : std::nullopt;
+    if (!value) {
+        return existing ? ProfileEdit{existing->line.begin, existing->line.next - existing->line.begin, {}}
+                        : ProfileEdit{};
+    }
+    if (existing) {
+        const qsizetype length = existing->line.end - existing->valueBegin;
+        const bool same = QByteArrayView(bytes_).sliced(existing->valueBegin, length) == *value;
+        return same ? ProfileEdit{} : ProfileEdit{existing->valueBegin, length, value->toByteArray()};
+    }
+    const QByteArray line = name.toByteArray() + '=' + value->toByteArray() + "\r\n";
+    return where != nullptr
+               ? insertLine(behindLastKey(bytes_, where->bodyBegin, where->bodyEnd), line)
+               : appendSection(trimmedBlanks(section), line);
+}
+
+ProfileEdit ProfileText::appendSection(QByteArrayView section, QByteArrayView line) const
+{
+    return insertLine(bytes_.size(), '[' + section.toByteArray() + "]\r\n" + line.toByteArray());
+}
+
+ProfileEdit ProfileText::insertLine(qsizetype offset, const QByteArray &line) const
+{
+    const bool midLine = offset > 0 && !isLineEnd(bytes_[offset - 1]);
+    return {offset, 0, midLine ? "\r\n" + line : line};
+}
+
+std::optional<QByteArrayView> findProfileValue(QByteArrayView bytes, QByteArrayView section,
+                                               QByteArrayView key)
+{
+    const QByteArrayView wanted = trimmedBlanks(section);
+    for (qsizetype bracket = nextHeader(bytes, 0); bracket < bytes.size();
+         bracket = nextHeader(bytes, bracket + 1)) {
+        const Line line = lineAt(bytes, bracket);
+        if (!sameName(headerName(bytes.sliced(bracket, line.end - bracket)), wanted)) {
+            continue;
+        }
+        const auto found = findKey(bytes, line.next, nextHeader(bytes, line.next), trimmedBlanks(key));
+        return found ? std::optional(valueOf(bytes, *found)) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+} // namespace velmora

@@ -1,0 +1,52 @@
+// The owner of running coroutines.
+#pragma once
+
+#include "base/OneShot.h"
+
+#include <QCoro/QCoroTask>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <stop_token>
+
+namespace velmora {
+
+/// Coroutines are started in a scope that belongs to the service whose data they use, and the scope is
+/// joined before that service goes: requestStop(), then co_await join(). An exception that leaves a
+/// coroutine goes to `report` as text.
+class TaskScope
+{
+public:
+    using Report = std::function<void(const QString &text)>;
+
+    explicit TaskScope(Report report);
+    TaskScope(const TaskScope &) = delete;
+    TaskScope &operator=(const TaskScope &) = delete;
+    TaskScope(TaskScope &&) = delete;
+    TaskScope &operator=(TaskScope &&) = delete;
+
+    /// Nothing may run any more.
+    ~TaskScope();
+
+    [[nodiscard]] std::stop_token stopToken() const { return stop_.get_token(); }
+
+    void requestStop() { stop_.request_stop(); }
+
+    [[nodiscard]] int running() const { return running_; }
+
+    void launch(QCoro::Task<> task);
+
+    /// Waits until nothing runs. One waiter at a time.
+    QCoro::Task<> join();
+
+private:
+    QCoro::Task<> watch(QCoro::Task<> task);
+
+    Report report_;
+    std::stop_source stop_;
+    std::unique_ptr<OneShot<bool>> idle_;
+    int running_ = 0;
+};
+
+} // namespace velmora

@@ -1,0 +1,35 @@
+#include "cameras/BestTime.h"
+
+#include "base/DateText.h"
+
+#include <QList>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+bool isTwoDigitNumber(QStringView text)
+{
+    return !text.isEmpty() && text.size() <= 2 &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+} // namespace
+
+QString BestTime::text() const
+{
+    return twoDigits(hours) + u':' + twoDigits(minutes) + u':' + twoDigits(seconds);
+}
+
+BestTime bestTimeFromText(QStringView text)
+{
+    const QList<QStringView> parts = text.trimmed().split(u':');
+    if (parts.size() != 3 || !std::all_of(parts.begin(), parts.end(), isTwoDigitNumber)) {
+        return {};
+    }
+    const BestTime time{parts[0].toInt(), parts[1].toInt(), parts[2].toInt()};
+    return time.minutes < 60 && time.seconds < 60 ? time : BestTime{};
+}
+
+} // namespace velmora

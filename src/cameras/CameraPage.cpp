@@ -1,0 +1,207 @@
+#include "cameras/CameraPage.h"
+
+#include "base/AnsiText.h"
+#include "base/Folders.h"
+
+#include <QScopedValueRollback>
+
+namespace velmora {
+namespace {
+
+const QString kControl = QStringLiteral("Control");
+const QString kSelecteur = QStringLiteral("Selecteur");
+constexpr qsizetype kMaxUrlLength = 255;
+constexpr qsizetype kMaxReadBack = 254;
+
+QStringView boxValue(bool checked) { return checked ? u"1" : u"0"; }
+
+bool isRow(int number) { return number >= 0 && number < kRows; }
+
+} // namespace
+
+CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, EventLog &log,
+                       Problems &problems)
+    : table_(table)
+    , storage_(storage)
+    , log_(log)
+    , problems_(problems)
+{
+}
+
+void CameraPage::load()
+{
+    const int stored =
+        problems_.orDefault([this] { return table_.settings().int16(kControl, kSelecteur); }, 0);
+    group_ = stored >= 0 && stored < kGroups ? stored : 0;
+    groupActive_ = table_.isGroupActive(group_);
+    Q_EMIT pageLoaded();
+}
+
+void CameraPage::Selecteur_Click(int group, WindowState window)
+{
+    log_.trace(QStringLiteral("Interface Selecteur_Click"));
+    if (window == WindowState::Hidden) {
+        return;
+    }
+    const QScopedValueRollback loading(loading_, true);
+    group_ = group;
+    for (int row = 0; row < kRows; ++row) {
+        loadRow(row);
+    }
+    groupActive_ = table_.isGroupActive(group_);
+    table_.settings().write(kControl, kSelecteur, group_);
+    currentRow_ = rememberedRow();
+    Q_EMIT pageLoaded();
+    Q_EMIT picturesCleared();
+}
+
+void CameraPage::loadRow(int row)
+{
+    const CameraAddress camera{group_, row};
+    if (table_.url(camera).isEmpty()) {
+        table_.clearRow(camera);
+    }
+    at(row) = table_.row(camera);
+}
+
+int CameraPage::rememberedRow() const
+{
+    const QString key = QStringLiteral("MemSource") + QString::number(group_);
+    const int stored = problems_.orDefault([&] { return table_.settings().int16(kControl, key); }, 0);
+    const int row = stored >= kRows ? stored - kRows : stored;
+    return isRow(row) ? row : 0;
+}
+
+void CameraPage::setAutomatic(int row, bool on)
+{
+    at(row).automatic = on;
+    table_.setValue(u"AutoDelai", {group_, row}, boxValue(on));
+}
+
+void CameraPage::setDeleteOld(int row, bool on)
+{
+    at(row).deleteOld = on;
+    table_.setValue(u"EffM", {group_, row}, boxValue(on));
+}
+
+void CameraPage::resetBestTime(int row)
+{
+    at(row).bestTime = {};
+    table_.setValue(u"BestTime", {group_, row}, BestTime{}.text());
+    Q_EMIT rowChanged(row);
+}
+
+void CameraPage::setGroupActive(bool on)
+{
+    groupActive_ = on;
+    table_.setGroupActive(group_, on);
+}
+
+void CameraPage::RAZ()
+{
+    for (int row = 0; row < kRows; ++row) {
+        table_.setValue(u"lNew", {group_, row}, u"0");
+        at(row).newImages = 0;
+        Q_EMIT rowChanged(row);
+    }
+}
+
+void CameraPage::changeSource(int row, const QString &text)
+{
+    if (loading_) {
+        return;
+    }
+    currentRow_ = row;
+    at(row).url = text;
+    if (text != lastUrlShown_) {
+        Q_EMIT liveViewWanted({group_, row}, text);
+        lastUrlShown_ = text;
+    }
+}
+
+void CameraPage::clickSource(int row, const QString &text)
+{
+    currentRow_ = row;
+    if (!text.isEmpty()) {
+        Q_EMIT liveViewWanted({group_, row}, text);
+    }
+}
+
+QString CameraPage::storedFolder(CameraAddress camera) const
+{
+    return storage_.native(storage_.folderText(table_.CameraFolderName(camera)));
+}
+
+void CameraPage::leaveSource(int row, const QString &text)
+{
+    if (text.size() > kMaxUrlLength) {
+        problems_.tell(QStringLiteral("Overflow: this camera address has %1 characters, at most 255 can be "
+                                      "stored; row %2 keeps the address that it had")
+                           .arg(text.size())
+                           .arg(row));
+        return;
+    }
+    if (text.size() > kMaxReadBack || !fitsAnsi(text)) {
+        problems_.tell(QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "
+                                      "keeps 254 characters of the Western European set")
+                           .arg(row));
+    }
+    const CameraAddress camera{group_, row};
+    const QString folder = storedFolder(camera); // of the address before this edit
+    if (!folder.isEmpty() && !folderExists(folder) && !text.isEmpty()) {
+        if (const std::error_code error = makeFolder(folder)) {
+            problems_.tell(QStringLiteral("The folder of row %1 cannot be made: %2")
+                               .arg(row)
+                               .arg(QString::fromStdString(error.message())));
+        }
+    }
+    at(row).url = text;
+    table_.setUrl(camera, text);
+}
+
+QString CameraPage::folderToOpen(int row) const
+{
+    return storage_.lamp() == LampColour::Green
+               ? storedFolder({group_, row})
+               : QString();
+}
+
+void CameraPage::showLoading(CameraAddress camera)
+{
+    currentRow_ = isOnScreen(camera) ? camera.row : currentRow_;
+    showLamp(camera, LampColour::Orange);
+}
+
+void CameraPage::showLamp(CameraAddress camera, LampColour colour)
+{
+    if (isOnScreen(camera)) {
+        at(camera.row).lamp = colour;
+        Q_EMIT rowChanged(camera.row);
+    }
+}
+
+void CameraPage::showLoadSeconds(CameraAddress camera, int seconds)
+{
+    if (isOnScreen(camera)) {
+        at(camera.row).loadSeconds = seconds;
+        Q_EMIT rowChanged(camera.row);
+    }
+}
+
+void CameraPage::showBestTime(CameraAddress camera, BestTime time)
+{
+    if (isOnScreen(camera)) {
+        at(camera.row).bestTime = time;
+        Q_EMIT rowChanged(camera.row);
+    }
+}
+
+void CameraPage::showNewImages(CameraAddress camera, int count)
+{
+    if (isOnScreen(camera)) {
+        at(camera.row).newImages = count;
+        Q_EMIT rowChanged(camera.row);
+    }
+}
+
+} // namespace velmora

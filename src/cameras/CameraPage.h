@@ -1,0 +1,100 @@
+// The camera table on screen: the ten rows of one group, filled from the settings file by a tab switch;
+// every change is stored at once. Groups and rows are 0-based.
+#pragma once
+
+#include "cameras/CameraTable.h"
+#include "cameras/StorageFolder.h"
+
+#include <QObject>
+
+#include <array>
+
+namespace velmora {
+
+enum class WindowState
+{
+    Hidden,
+    Visible
+};
+
+class CameraPage : public QObject
+{
+    Q_OBJECT
+
+public:
+    CameraPage(const CameraTable &table, const StorageFolder &storage, EventLog &log,
+               Problems &problems);
+
+    /// The group whose tab is selected.
+    [[nodiscard]] int group() const { return group_; }
+
+    /// The row last clicked, edited or captured.
+    [[nodiscard]] int currentRow() const { return currentRow_; }
+
+    [[nodiscard]] bool isGroupActive() const { return groupActive_; }
+
+    [[nodiscard]] const CameraRow &row(int row) const { return rows_.at(static_cast<std::size_t>(row)); }
+
+    /// Start-up: the group that was shown last and its switch, without its rows.
+    void load();
+
+    /// The tab of a group was selected: loads its rows and brings rows without address to their state in
+    /// the file. Does nothing while the main window is hidden.
+    void Selecteur_Click(int group, WindowState window);
+
+    void setAutomatic(int row, bool on);
+    void setDeleteOld(int row, bool on);
+    void resetBestTime(int row);
+    void setGroupActive(bool on);
+
+    /// The reset button: the new-image counters of the group on screen become 0.
+    void RAZ();
+
+    /// The address box of a row was changed, clicked (or got Enter), or left with this text.
+    void changeSource(int row, const QString &text);
+    void clickSource(int row, const QString &text);
+    void leaveSource(int row, const QString &text);
+
+    /// Native path that a row's folder link opens; empty while the storage lamp is not green.
+    [[nodiscard]] QString folderToOpen(int row) const;
+
+    /// What the capture learns of a camera; shown when its group is the one on screen.
+    void showLoading(CameraAddress camera);
+    void showLamp(CameraAddress camera, LampColour colour);
+    void showLoadSeconds(CameraAddress camera, int seconds);
+    void showBestTime(CameraAddress camera, BestTime time);
+    void showNewImages(CameraAddress camera, int count);
+
+Q_SIGNALS:
+    /// Rows, switch or group are others than before.
+    void pageLoaded();
+    void rowChanged(int row);
+
+    /// The pictures of the live view no longer belong to the page.
+    void picturesCleared();
+
+    /// The live view is to show this camera, with the address as it stands in the box.
+    void liveViewWanted(velmora::CameraAddress camera, const QString &url);
+
+private:
+    CameraRow &at(int row) { return rows_.at(static_cast<std::size_t>(row)); }
+
+    [[nodiscard]] bool isOnScreen(CameraAddress camera) const { return camera.group == group_; }
+
+    [[nodiscard]] QString storedFolder(CameraAddress camera) const;
+    void loadRow(int row);
+    [[nodiscard]] int rememberedRow() const;
+
+    const CameraTable &table_;
+    const StorageFolder &storage_;
+    EventLog &log_;
+    Problems &problems_;
+    int group_ = 0;
+    int currentRow_ = 0;
+    bool groupActive_ = false;
+    bool loading_ = false;
+    QString lastUrlShown_;
+    std::array<CameraRow, kRows> rows_;
+};
+
+} // namespace velmora

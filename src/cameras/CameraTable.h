@@ -1,0 +1,80 @@
+// The table of the hundred cameras as the settings file holds it: addresses, options and counters.
+#pragma once
+
+#include "cameras/BestTime.h"
+#include "cameras/CameraAddress.h"
+#include "cameras/LampColour.h"
+#include "settings/Problems.h"
+#include "settings/SettingsFile.h"
+
+#include <QString>
+
+namespace velmora {
+
+/// What a row of the main window shows of a camera.
+struct CameraRow
+{
+    QString url;
+    bool automatic = false;  // the period follows the measured best time
+    bool deleteOld = false;  // images older than a month are to go
+    BestTime bestTime;
+    LampColour lamp = LampColour::None;
+    int loadSeconds = 0; // duration of the last download
+    int newImages = 0;   // since the last reset
+};
+
+/// What the scheduler needs to know of a camera.
+struct CameraSchedule
+{
+    QString url;
+    bool automatic = false;
+    BestTime bestTime;
+    QString lastImage; // local date of the last good download, as text
+};
+
+/// Section of a group's addresses ("Liste3") and of its options and counters ("Groupe3").
+[[nodiscard]] QString listSection(int group);
+[[nodiscard]] QString groupSection(int group);
+
+/// Key of a row ("AutoDelai7").
+[[nodiscard]] QString rowKey(QStringView word, int row);
+
+/// Reads and writes straight through to the settings file.
+class CameraTable
+{
+public:
+    CameraTable(const SettingsFile &settings, Problems &problems);
+
+    [[nodiscard]] const SettingsFile &settings() const { return settings_; }
+
+    [[nodiscard]] QString url(CameraAddress camera) const;
+
+    /// The camera folder name, "\…\", of the stored address; empty for an empty row.
+    [[nodiscard]] QString CameraFolderName(CameraAddress camera) const;
+
+    /// True when the group takes part in capture: its switch is exactly 1.
+    [[nodiscard]] bool isGroupActive(int group) const;
+
+    [[nodiscard]] CameraRow row(CameraAddress camera) const;
+
+    [[nodiscard]] static bool isGroupActive(const SettingsSnapshot &settings, int group);
+    [[nodiscard]] static CameraSchedule schedule(const SettingsSnapshot &settings,
+                                                 CameraAddress camera);
+
+    /// A row value as stored, by the word of its key.
+    [[nodiscard]] QString value(QStringView word, CameraAddress camera) const;
+    void setValue(QStringView word, CameraAddress camera, QStringView value) const;
+    void setUrl(CameraAddress camera, QStringView url) const;
+    void setGroupActive(int group, bool active) const;
+
+    /// Brings the stored counters to those of a row without camera: red, no time, nothing loaded.
+    void clearRow(CameraAddress camera) const;
+
+private:
+    [[nodiscard]] int number(QStringView word, CameraAddress camera) const;
+
+    const SettingsFile &settings_;
+    Problems &problems_;
+};
+
+} // namespace velmora

@@ -1,0 +1,65 @@
+#include "cameras/FolderName.h"
+
+#include "base/AnsiText.h"
+#include "settings/Numbers.h"
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kMaxUrlLength = 255; // the position in the address is a byte
+constexpr qsizetype kMaxNameLength = 255;
+constexpr int kHexBase = 16;
+
+bool isAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+// The number with which the text begins, read as hexadecimal; 0 when there is none.
+int leadingHex(QStringView text)
+{
+    int code = 0;
+    for (const QChar c : text) {
+        bool isDigit = false;
+        const int digit = QString(c).toInt(&isDigit, kHexBase);
+        if (!isDigit) {
+            break;
+        }
+        code = code * kHexBase + digit;
+    }
+    return code;
+}
+
+} // namespace
+
+QString encodeFolderName(QStringView url)
+{
+    if (url.size() > kMaxUrlLength) {
+        throw OverflowError(
+            QStringLiteral("Overflow: a camera address may have at most 255 characters, this one has %1")
+                .arg(url.size()));
+    }
+    QString name;
+    for (const char c : toAnsi(url)) {
+        if (isAsciiLetter(c)) {
+            name += QLatin1Char(c);
+        } else {
+            name += u'%' + QString::number(static_cast<unsigned char>(c), kHexBase).toUpper();
+        }
+    }
+    return name.isEmpty() ? QString() : u'\\' + name.left(kMaxNameLength) + u'\\';
+}
+
+QString DecodeFolderName(QStringView name)
+{
+    QString text;
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        if (name[i] != u'%') {
+            text += name[i];
+            continue;
+        }
+        const QStringView code = name.sliced(i + 1).left(2);
+        text += fromAnsi(QByteArray(1, static_cast<char>(leadingHex(code.trimmed()))));
+        i += 2;
+    }
+    return text;
+}
+
+} // namespace velmora

@@ -1,0 +1,18 @@
+// Colours of the lamps as the settings file holds them: BGR integers, 0x00BBGGRR.
+#pragma once
+
+#include <QtGlobal>
+
+namespace velmora {
+
+/// Any integer may come out of the settings file; these are the ones with a meaning.
+enum class LampColour : qint32
+{
+    None = 0,
+    Red = 255,      // failed, or no address; storage folder missing
+    Orange = 33023, // loading
+    Green = 65280,  // good; storage folder present
+    Yellow = 65535  // picture arrived
+};
+
+} // namespace velmora

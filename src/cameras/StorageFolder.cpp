@@ -1,0 +1,147 @@
+#include "cameras/StorageFolder.h"
+
+#include "base/Folders.h"
+#include "cameras/StoragePath.h"
+
+namespace velmora {
+namespace {
+
+const QString kControl = QStringLiteral("Control");
+const QString kStRep = QStringLiteral("StRep");
+const QString kDefaultFolder = QStringLiteral("C:\\in");
+
+} // namespace
+
+StorageState storageState(bool folderPresent)
+{
+    return folderPresent
+               ? StorageState{LampColour::Green, true, false, QStringLiteral("Ok")}
+               : StorageState{LampColour::Red, false, true, QStringLiteral("Quitter")};
+}
+
+StorageFolder::StorageFolder(const CameraTable &table, const NativePaths &paths, EventLog &log,
+                             Problems &problems)
+    : table_(table)
+    , paths_(paths)
+    , log_(log)
+    , problems_(problems)
+{
+}
+
+bool StorageFolder::isPresent() const
+{
+    const QString path = native(text_);
+    return !path.isEmpty() && folderExists(path);
+}
+
+QString StorageFolder::native(const QString &pathText) const
+{
+    return paths_.native(pathText).value_or(QString());
+}
+
+void StorageFolder::setText(const QString &text)
+{
+    text_ = text;
+    Q_EMIT textChanged(text_);
+}
+
+void StorageFolder::load()
+{
+    const QString stored = table_.settings().read(kControl, kStRep);
+    setText(stored.isEmpty() ? kDefaultFolder : stored);
+}
+
+void StorageFolder::testSA()
+{
+    log_.trace(QStringLiteral("Interface TestSA"));
+    checkRequested_ = false;
+    setText(FormRep(text_.trimmed()));
+    state_ = storageState(isPresent());
+    Q_EMIT checked(state_);
+}
+
+void StorageFolder::edit(const QString &typed)
+{
+    text_ = withBackslashes(typed);
+    testSA();
+    table_.settings().write(kControl, kStRep, text_);
+}
+
+void StorageFolder::beginEdit()
+{
+    editing_ = true;
+    timersStopped_ = true;
+    Q_EMIT editBegan();
+}
+
+void StorageFolder::endEdit()
+{
+    editing_ = false;
+    testSA();
+    // Without this, one click into the box would end the capture for good.
+    timersStopped_ = timersStopped_ && state_.lamp == LampColour::Red;
+}
+
+void StorageFolder::recheck()
+{
+    const bool wasPresent = state_.lamp != LampColour::Red;
+    if (isPresent() == wasPresent) {
+        return;
+    }
+    testSA();
+    timersStopped_ = timersStopped_ && (editing_ || state_.lamp == LampColour::Red);
+}
+
+void StorageFolder::MakeDir_Click()
+{
+    log_.trace(QStringLiteral("Interface MkDir"));
+    setText(pathToMake(FormRep(text_.trimmed())));
+    makeLevels();
+    makeCameraFolders();
+    setText(text_.chopped(1));
+    timersStopped_ = false;
+    testSA();
+    table_.settings().write(kControl, kStRep, text_);
+    Q_EMIT folderMade();
+}
+
+void StorageFolder::makeLevels()
+{
+    const QStringList levels = pathLevels(text_);
+    for (const QString &level : levels) {
+        make(level);
+    }
+}
+
+void StorageFolder::makeCameraFolders()
+{
+    if (!isPresent()) {
+        return; // told already; a hundred messages more would not help
+    }
+    for (int group = 0; group < kGroups; ++group) {
+        for (int row = 0; row < kRows; ++row) {
+            const QString name = table_.CameraFolderName({group, row});
+            if (!name.isEmpty()) {
+                make(folderText(name));
+            }
+        }
+    }
+}
+
+void StorageFolder::make(const QString &shown)
+{
+    const QString path = native(shown);
+    if (path.isEmpty()) {
+        problems_.tell(QStringLiteral("The folder %1 cannot be made: there is no such drive").arg(shown));
+        return;
+    }
+    if (folderExists(path)) {
+        return;
+    }
+    if (const std::error_code error = makeFolder(path)) {
+        problems_.tell(QStringLiteral("The folder %1 cannot be made: %2")
+                           .arg(shown, QString::fromStdString(error.message())));
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,68 @@
+#include "capture/CameraUrl.h"
+
+#include <QRegularExpression>
+
+namespace velmora {
+namespace {
+
+// Blanks, control characters and letters beyond ASCII may not stand in a request.
+QByteArray percentEncoded(const QString &url)
+{
+    constexpr char kFirstPrintable = 0x21;
+    constexpr char kLastPrintable = 0x7E;
+    QByteArray encoded;
+    for (const char byte : url.toUtf8()) {
+        if (byte >= kFirstPrintable && byte <= kLastPrintable) {
+            encoded += byte;
+        } else {
+            encoded += '%' + QByteArray(1, byte).toHex().toUpper();
+        }
+    }
+    return encoded;
+}
+
+bool isJpg(const QString &url) { return url.endsWith(QLatin1String(".jpg"), Qt::CaseInsensitive); }
+
+// Host and path, without any scheme.
+QByteArray http10Url(QString url)
+{
+    for (const QLatin1String scheme : {QLatin1String("http://"), QLatin1String("https://"),
+                                       QLatin1String("HTTP://"), QLatin1String("HTTPS://")}) {
+        url.remove(scheme);
+    }
+    return url.indexOf(u'/') > 0 ? percentEncoded(QStringLiteral("http://") + url) : QByteArray();
+}
+
+} // namespace
+
+QString expandTemplate(const QString &url)
+{
+    const qsizetype open = url.indexOf(u'<');
+    const qsizetype close = url.indexOf(u'>', open + 1);
+    if (open < 0 || close < 0) {
+        return url;
+    }
+    const QString alternatives = url.sliced(open + 1, close - open - 1);
+    return url.first(open) + alternatives.section(u':', -1) + url.sliced(close + 1);
+}
+
+QString withoutCredentials(const QString &url)
+{
+    static const QRegularExpression userInfo(QStringLiteral("(^|//)[^/?#]*@"));
+    static const QRegularExpression secretField(
+        QStringLiteral("([?&](?:user|usr|username|login|account|pwd|pw|pass|passwd|password|psw|token|auth)=)"
+                       "[^&#]*"),
+        QRegularExpression::CaseInsensitiveOption);
+    return QString(url)
+        .replace(userInfo, QStringLiteral("\\1"))
+        .replace(secretField, QStringLiteral("\\1***"));
+}
+
+HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit)
+{
+    const bool http10 = isJpg(url) && url.contains(u'/');
+    return {http10 ? http10Url(url) : percentEncoded(url), http10 ? HttpForm::Http10 : HttpForm::AsWritten,
+            limit};
+}
+
+} // namespace velmora

@@ -1,0 +1,53 @@
+// The options of the capture that stand in boxes of the main window: tick length and time-out. They are
+// texts, as typed; every change is stored at once.
+#pragma once
+
+#include "settings/SettingsFile.h"
+
+#include <QObject>
+
+#include <chrono>
+
+namespace velmora {
+
+class CaptureOptions : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CaptureOptions(const SettingsFile &settings);
+
+    /// Takes the stored values, with "1" and "5" for those that are no number or 0; stores nothing.
+    void load();
+
+    /// Tick length in seconds.
+    [[nodiscard]] const QString &tempo() const { return tempo_; }
+
+    /// Download time-out in seconds.
+    [[nodiscard]] const QString &timeout() const { return timeout_; }
+
+    /// The box changed, or a rule put a value back into it; a text that is there already is no change.
+    void setTempo(const QString &text);
+    void setTimeout(const QString &text);
+
+    /// Brings the tick length into 1 to 60 seconds, puts it back without decimals, and gives the
+    /// interval of the timer, which still has them: 2.7 gives 2700 ms and leaves 2 in the box.
+    std::chrono::milliseconds normaliseTempo();
+
+    /// The time-out that counts: positive, whole and at least 5 seconds.
+    [[nodiscard]] std::chrono::seconds downloadLimit() const;
+
+    /// Puts the time-out that counts into the box.
+    void normaliseTimeout();
+
+Q_SIGNALS:
+    void tempoChanged(const QString &text);
+    void timeoutChanged(const QString &text);
+
+private:
+    const SettingsFile &settings_;
+    QString tempo_;
+    QString timeout_;
+};
+
+} // namespace velmora

@@ -1,0 +1,49 @@
+// Fetches pictures over HTTP: many transfers at once on the one thread, driven by the event loop.
+#pragma once
+
+#include "capture/HttpRequest.h"
+
+#include <QCoro/QCoroTask>
+
+#include <memory>
+#include <stop_token>
+
+namespace velmora {
+
+/// What fetches a picture.
+class PictureSource
+{
+public:
+    PictureSource() = default;
+    PictureSource(const PictureSource &) = delete;
+    PictureSource &operator=(const PictureSource &) = delete;
+    PictureSource(PictureSource &&) = delete;
+    PictureSource &operator=(PictureSource &&) = delete;
+    virtual ~PictureSource() = default;
+
+    /// Ends when the picture is there, when the transfer failed, or when a stop is requested.
+    virtual QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) = 0;
+};
+
+/// Fetches with libcurl. Redirects are followed (10 at most, http and https only); user and password are
+/// taken from the address and sent only when the server asks. A transfer fails on a status outside 200
+/// to 299, a body shorter than declared or longer than 64 MiB, endless headers, or past its time limit.
+/// No fetch may run when the client goes.
+class HttpClient final : public PictureSource
+{
+public:
+    HttpClient();
+    HttpClient(const HttpClient &) = delete;
+    HttpClient &operator=(const HttpClient &) = delete;
+    HttpClient(HttpClient &&) = delete;
+    HttpClient &operator=(HttpClient &&) = delete;
+    ~HttpClient() override;
+
+    QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
+
+private:
+    class Transfers;
+    std::unique_ptr<Transfers> transfers_;
+};
+
+} // namespace velmora

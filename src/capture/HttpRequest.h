@@ -1,0 +1,43 @@
+// One picture to be fetched, and what came of it.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <chrono>
+
+namespace velmora {
+
+enum class HttpForm
+{
+    Http10,   // HTTP/1.0, always fresh from the server, as "anonimous" when the server asks for a user
+    AsWritten // the newest version both sides know
+};
+
+struct HttpRequest
+{
+    QByteArray url; // with scheme; empty when the address names no host
+    HttpForm form = HttpForm::AsWritten;
+    std::chrono::milliseconds limit{0}; // for the whole transfer
+
+    bool operator==(const HttpRequest &) const = default;
+};
+
+enum class FetchOutcome
+{
+    Arrived, // status 200 to 299 and the whole body
+    Failed,
+    Stopped // given up on request; says nothing about the camera
+};
+
+struct HttpReply
+{
+    FetchOutcome outcome = FetchOutcome::Failed;
+    QByteArray body;
+    QString lastModified; // header text, empty when the server sent none
+    QString contentType;
+    std::chrono::milliseconds duration{0};
+    QString failure; // why it failed, for people, without credentials
+};
+
+} // namespace velmora

@@ -1,0 +1,184 @@
+#include "capture/ImageStore.h"
+
+#include "base/DateText.h"
+#include "base/FileWriter.h"
+#include "base/Folders.h"
+#include "base/LeadingNumber.h"
+#include "capture/CameraUrl.h"
+#include "capture/HttpDate.h"
+#include "capture/ImageName.h"
+
+#include <QScopeGuard>
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kMinBodyBytes = 1000;
+
+QString timeText(WallTime time) { return dateText(time).section(u' ', 1); }
+
+} // namespace
+
+struct ImageStore::Arrival
+{
+    CameraAddress camera;
+    QString folder;     // native path
+    QString workFolder; // native path
+    QString fileName;
+    ImageDates dates;
+    QByteArray body;
+};
+
+ImageStore::ImageStore(const CaptureServices &services, ReadAhead &transfers)
+    : services_(services)
+    , transfers_(transfers)
+{
+}
+
+int ImageStore::automaticCounter(CameraAddress camera) const
+{
+    return automaticCounters_.at(static_cast<std::size_t>(camera.group))
+        .at(static_cast<std::size_t>(camera.row));
+}
+
+QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress camera)
+{
+    const auto atEnd = qScopeGuard([this] { Q_EMIT loaded(); });
+    services_.log.trace(QStringLiteral("<-Interface ChargeFile->"));
+    if (!services_.table.CameraFolderName(camera).isEmpty()) {
+        co_await load(std::move(url), std::move(folder), camera);
+    }
+}
+
+QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera)
+{
+    const QString path = services_.storage.native(folder);
+    const QString workFolder = services_.storage.native(services_.storage.folderText(u"\\tmp\\"));
+    static_cast<void>(makeFolder(path)); // one that cannot be made shows when the image is stored
+    const QString step = QStringLiteral("Load %1:%2").arg(camera.group).arg(camera.row);
+    const QString test = QStringLiteral("Test ") + withoutCredentials(url);
+    services_.status.set(Caption::Step, step);
+    services_.log.trace(step);
+    services_.options.normaliseTimeout();
+    services_.status.set(Caption::Activity, test);
+    services_.log.trace(test);
+
+    HttpReply reply = co_await transfers_.fetch(camera, requestFor(url, services_.options.downloadLimit()));
+    if (reply.outcome == FetchOutcome::Stopped) {
+        co_return;
+    }
+    recordDuration(camera, reply.duration);
+    services_.status.set(Caption::Step, QString());
+    if (reply.outcome == FetchOutcome::Failed) {
+        fail(camera, reply.failure);
+    } else if (reply.body.size() < kMinBodyBytes) {
+        fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)").arg(reply.body.size()));
+    } else {
+        const QString stored = services_.table.value(u"LastModified", camera);
+        const ImageDates dates{reply.lastModified, CalculDate(reply.lastModified), dateFromText(stored)};
+        const QString name =
+            imageName(dates.modified.value_or(kZeroDate), services_.clock.localNow(),
+                      imageExtension(url, reply.body, reply.contentType));
+        keep({camera, path, workFolder, name, dates, std::move(reply.body)});
+    }
+}
+
+void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds duration)
+{
+    const auto seconds =
+        static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(duration).count());
+    services_.table.setValue(u"TimeLoad", camera, QString::number(seconds));
+    services_.page.showLoadSeconds(camera, seconds);
+}
+
+// The date of the image kept last is written only once the image is there: after a failure or a kill in
+// between, the next pass finds it new again.
+void ImageStore::keep(const Arrival &arrival)
+{
+    services_.page.showLamp(arrival.camera, LampColour::Yellow);
+    const FolderState folder =
+        folderHoldsFile(arrival.folder) ? FolderState::HoldsFiles : FolderState::Empty;
+    if (!isNewImage(arrival.dates, folder)) {
+        recordGood(arrival);
+        return;
+    }
+    const QString target = arrival.folder + u'/' + arrival.fileName;
+    const StoreResult result = storeNewFile(arrival.workFolder, target, arrival.body);
+    if (result.outcome == StoreOutcome::Failed) {
+        failToStore(arrival.camera, QString::fromStdString(result.error.message()));
+        return;
+    }
+    services_.table.setValue(u"LastModified", arrival.camera,
+                             dateText(arrival.dates.modified.value_or(kZeroDate)));
+    recordGood(arrival);
+    if (result.outcome == StoreOutcome::Stored) {
+        recordStored(arrival.camera, arrival.fileName);
+    }
+}
+
+void ImageStore::recordGood(const Arrival &arrival)
+{
+    setLamp(arrival.camera, LampColour::Green);
+    services_.status.set(Caption::Step, QStringLiteral("Wait"));
+    recordBestTime(arrival);
+    services_.table.setValue(u"LocalTime", arrival.camera, dateText(services_.clock.localNow()));
+}
+
+void ImageStore::recordBestTime(const Arrival &arrival)
+{
+    const std::optional<QString> candidate = bestTimeCandidate(arrival.dates);
+    const QString stored = services_.table.value(u"BestTime", arrival.camera);
+    if (!candidate || !replacesBestTime(*candidate, stored)) {
+        return;
+    }
+    services_.table.setValue(u"BestTime", arrival.camera, *candidate);
+    services_.page.showBestTime(arrival.camera, bestTimeFromText(*candidate));
+    services_.log.trace(QStringLiteral("Best times %1 - %2").arg(*candidate, stored));
+}
+
+void ImageStore::recordStored(CameraAddress camera, const QString &fileName)
+{
+    const int count = services_.problems.orDefault(
+        [&] { return toInt32(leadingNumber(services_.table.value(u"lNew", camera)) + 1); }, 1);
+    services_.table.setValue(u"lNew", camera, QString::number(count));
+    services_.page.showNewImages(camera, count);
+
+    const WallTime now = services_.clock.localNow();
+    const QString added = QStringLiteral("Ajout de ") + fileName;
+    services_.log.trace(QStringLiteral(" Ecrit %1 %2\r\n").arg(fileName, dateText(now)));
+    services_.log.trace(added);
+    services_.status.set(Caption::Activity, added);
+    services_.status.set(Caption::LastStore, timeText(now));
+    services_.status.set(Caption::Trouble, QString());
+
+    const bool automatic = leadingNumber(services_.table.value(u"AutoDelai", camera)) == 1;
+    automaticCounters_.at(static_cast<std::size_t>(camera.group))
+        .at(static_cast<std::size_t>(camera.row)) = automatic ? 1 : 0;
+    Q_EMIT imageStored(camera, fileName);
+}
+
+void ImageStore::failToStore(CameraAddress camera, const QString &reason)
+{
+    services_.status.set(Caption::Trouble, QStringLiteral("The image of camera %1:%2 cannot be stored: %3")
+                                               .arg(camera.group)
+                                               .arg(camera.row)
+                                               .arg(reason));
+    if (!services_.storage.isPresent()) {
+        services_.storage.requestCheck();
+    }
+    fail(camera, QStringLiteral("the image cannot be stored: ") + reason);
+}
+
+void ImageStore::fail(CameraAddress camera, const QString &reason)
+{
+    setLamp(camera, LampColour::Red);
+    Q_EMIT cameraFailed(camera, reason);
+}
+
+void ImageStore::setLamp(CameraAddress camera, LampColour colour)
+{
+    services_.page.showLamp(camera, colour);
+    services_.table.setValue(u"SB", camera, QString::number(static_cast<qint32>(colour)));
+}
+
+} // namespace velmora

@@ -1,0 +1,58 @@
+// Loads one camera: fetches its picture, decides whether it is a new image, files it, and keeps the
+// camera's counters and times.
+#pragma once
+
+#include "capture/CaptureServices.h"
+#include "capture/NewImageRule.h"
+#include "capture/ReadAhead.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+#include <array>
+
+namespace velmora {
+
+class ImageStore : public QObject
+{
+    Q_OBJECT
+
+public:
+    ImageStore(const CaptureServices &services, ReadAhead &transfers);
+
+    /// Loads one camera. url: the address requested; folder: text of the camera folder. A row without
+    /// address, and a fetch that is given up, change nothing. Ends with `loaded` in every case.
+    QCoro::Task<> ChargeFile(QString url, QString folder, CameraAddress camera);
+
+    /// Seconds that a camera's reference time lies behind its last download: 1 once an image was stored
+    /// in automatic mode.
+    [[nodiscard]] int automaticCounter(CameraAddress camera) const;
+
+Q_SIGNALS:
+    void imageStored(velmora::CameraAddress camera, const QString &fileName);
+
+    /// The camera gave no picture, or it could not be stored; the reason is for people.
+    void cameraFailed(velmora::CameraAddress camera, const QString &reason);
+
+    /// The camera is done with: the capture timer may run again.
+    void loaded();
+
+private:
+    struct Arrival; // a picture long enough, on its way into the folder
+
+    QCoro::Task<> load(QString url, QString folder, CameraAddress camera);
+    void recordDuration(CameraAddress camera, std::chrono::milliseconds duration);
+    void keep(const Arrival &arrival);
+    void recordGood(const Arrival &arrival);
+    void recordBestTime(const Arrival &arrival);
+    void recordStored(CameraAddress camera, const QString &fileName);
+    void failToStore(CameraAddress camera, const QString &reason);
+    void fail(CameraAddress camera, const QString &reason);
+    void setLamp(CameraAddress camera, LampColour colour);
+
+    CaptureServices services_;
+    ReadAhead &transfers_;
+    std::array<std::array<qint8, kRows>, kGroups> automaticCounters_{};
+};
+
+} // namespace velmora

@@ -1,0 +1,85 @@
+// The clock of the program: a timer that drives passes over the hundred cameras and decides which of
+// them are due.
+#pragma once
+
+#include "capture/CaptureServices.h"
+#include "capture/ImageStore.h"
+#include "capture/ReadAhead.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+#include <QTimer>
+
+#include <optional>
+
+namespace velmora {
+
+class Scheduler : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// timer: drives the ticks; outlives the scheduler, as do the others. Ticks run in `scope`.
+    Scheduler(const CaptureServices &services, ImageStore &store, ReadAhead &readAhead, TaskScope &scope,
+              QTimer &timer);
+
+    /// Start values: the tick counter stands at 55, so that fixed cameras come five ticks later.
+    void start();
+
+    /// Sets the timer's interval from the tick length, which is brought into 1 to 60 seconds.
+    void RegleTempo();
+
+    /// One tick, as the timer gives it. Does nothing while a pass runs.
+    QCoro::Task<> Timer_Timer();
+
+    /// One pass over all cameras in the order of the table.
+    QCoro::Task<> ChargeUrl();
+
+    /// Stops all timers.
+    void ArretTimer();
+
+    /// What a user may set to bring the next fixed pass nearer: ticks counted so far, 0 to 60.
+    void setTickCounter(int count) { counter_ = count; }
+
+    [[nodiscard]] int tickCounter() const { return counter_; }
+
+    /// The program ends: stops the timer, waits for a pass that runs, then runs one tick at which fixed
+    /// cameras are due.
+    QCoro::Task<> lastTick();
+
+    /// Gives up the pass that runs and all that would come after it.
+    void giveUp();
+
+Q_SIGNALS:
+    void passEnded();
+
+    /// All timers of the program are to stop.
+    void timersStopped();
+
+private:
+    void ChargeOn();
+    void ChargeOff();
+    void applyStorageState(const StorageState &state);
+    void countTick();
+    [[nodiscard]] bool isFixedDue() const;
+    [[nodiscard]] bool isDue(const CameraSchedule &camera, CameraAddress address) const;
+    [[nodiscard]] bool mustLoad(const CameraSchedule &camera, CameraAddress address) const;
+    [[nodiscard]] std::optional<CameraSchedule> cameraToLoad(const SettingsSnapshot &settings,
+                                                             CameraAddress address) const;
+    [[nodiscard]] bool readAhead();
+    QCoro::Task<> walkTable();
+    QCoro::Task<> load(CameraSchedule camera, CameraAddress address);
+    void traceRow(const QString &text, CameraAddress address);
+
+    CaptureServices services_;
+    ImageStore &store_;
+    ReadAhead &readAhead_;
+    TaskScope &scope_;
+    QTimer &timer_;
+    int counter_ = 0;
+    bool firstPassDone_ = false;
+    bool ticking_ = false;
+    bool givenUp_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,48 @@
+// The diagnostic log: a text file beside the program that says what windows and capture do, kept only
+// while the user wants it, and never more than two generations of about 64 KB.
+#pragma once
+
+#include "base/Clock.h"
+
+#include <QObject>
+#include <QString>
+
+namespace velmora {
+
+class EventLog : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// programFolder: native path; the log is Velmora.log in it, the generation before Velmora.old.
+    EventLog(const QString &programFolder, const Clock &clock);
+
+    /// True while the user wants the log (the box "Debug").
+    [[nodiscard]] bool isOn() const { return on_; }
+
+    void setOn(bool on) { on_ = on; }
+
+    /// Native path of the log file, which need not exist.
+    [[nodiscard]] const QString &path() const { return path_; }
+
+    /// Appends the time of day (hh:mm:ss), a blank, the message and a line end. A log of more than 64000
+    /// bytes first becomes Velmora.old. Throws FileError when the line cannot be written.
+    void txtDebug(const QString &message);
+
+    /// Appends a line while the log is on. A log that cannot be written is told by writeFailed and stops
+    /// nobody's work.
+    void trace(const QString &message);
+
+Q_SIGNALS:
+    void writeFailed(const QString &text);
+
+private:
+    void rotate();
+
+    QString path_;
+    QString oldPath_;
+    const Clock &clock_;
+    bool on_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,89 @@
+#include "settings/SettingsFile.h"
+
+#include "base/AnsiText.h"
+#include "base/LeadingNumber.h"
+#include "base/ProfileFile.h"
+#include "settings/Numbers.h"
+
+#include <utility>
+
+namespace velmora {
+namespace {
+
+// Values are read into a buffer of 255 characters, the last of which ends the text.
+constexpr qsizetype kBufferSize = 255;
+
+template <typename Convert>
+auto wholeNumber(const SettingsFile &settings, QStringView section, QStringView key, Convert convert)
+{
+    const QString value = settings.read(section, key);
+    try {
+        return convert(leadingNumber(value));
+    } catch (const OverflowError &) {
+        throw OverflowError(QStringLiteral("Overflow: [%1] %2=%3 in the settings file is out of range")
+                                .arg(section, key, value));
+    }
+}
+
+} // namespace
+
+QString ReadINI(QStringView section, QStringView key, const QString &file)
+{
+    return fromAnsi(readProfileValue(file, toAnsi(section), toAnsi(key), {}, kBufferSize));
+}
+
+void WriteINI(QStringView section, QStringView key, QStringView value, const QString &file)
+{
+    // Deliberately unchecked: a setting that cannot be stored must not disturb the user.
+    static_cast<void>(writeProfileValue(file, toAnsi(section), toAnsi(key), toAnsi(value)));
+}
+
+QString SettingsSnapshot::read(QStringView section, QStringView key) const
+{
+    const QByteArrayView value =
+        text_.value(toAnsi(section), toAnsi(key)).value_or(QByteArrayView());
+    return fromAnsi(value.first(qMin(value.size(), kBufferSize - 1)));
+}
+
+double SettingsSnapshot::number(QStringView section, QStringView key) const
+{
+    return leadingNumber(read(section, key));
+}
+
+SettingsFile::SettingsFile(QString programFolder) : programFolder_(std::move(programFolder)) {}
+
+QString SettingsFile::path() const { return programFolder_ + QStringLiteral("/Velmora.ini"); }
+
+QString SettingsFile::read(QStringView section, QStringView key) const
+{
+    return ReadINI(section, key, path());
+}
+
+double SettingsFile::number(QStringView section, QStringView key) const
+{
+    return leadingNumber(read(section, key));
+}
+
+qint16 SettingsFile::int16(QStringView section, QStringView key) const
+{
+    return wholeNumber(*this, section, key, toInt16);
+}
+
+qint32 SettingsFile::int32(QStringView section, QStringView key) const
+{
+    return wholeNumber(*this, section, key, toInt32);
+}
+
+void SettingsFile::write(QStringView section, QStringView key, QStringView value) const
+{
+    WriteINI(section, key, value, path());
+}
+
+void SettingsFile::write(QStringView section, QStringView key, qint64 value) const
+{
+    write(section, key, QString::number(value));
+}
+
+SettingsSnapshot SettingsFile::snapshot() const { return SettingsSnapshot(readProfile(path())); }
+
+} // namespace velmora

@@ -5,9 +5,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -70,6 +72,13 @@ std::error_code giveName(const QByteArray &work, const QByteArray &target)
     return error;
 }
 
+// A file that another running program is about to name must stay; one of this process is left over.
+bool isInUse(const QString &workFile)
+{
+    const pid_t owner = workFile.section(u'-', 1, 1).toInt();
+    return owner > 0 && owner != ::getpid() && ::kill(owner, 0) == 0;
+}
+
 QByteArray folderOf(const QByteArray &path)
 {
     const qsizetype slash = path.lastIndexOf('/');
@@ -119,7 +128,9 @@ void clearWorkFiles(const QString &folder)
     const QStringList left = work.entryList({QStringLiteral(".velmora-*.part")},
                                             QDir::Files | QDir::Hidden | QDir::System);
     for (const QString &name : left) {
-        work.remove(name);
+        if (!isInUse(name)) {
+            work.remove(name);
+        }
     }
 }
 

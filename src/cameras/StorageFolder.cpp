@@ -67,6 +67,18 @@ void StorageFolder::edit(const QString &typed)
     table_.settings().write(kControl, kStRep, text_);
 }
 
+void StorageFolder::choose(const QString &nativeFolder)
+{
+    const QString text = paths_.folderText(nativeFolder);
+    if (FormRep(text) != text || native(text) != nativeFolder) {
+        problems_.tell(QStringLiteral("The folder %1 cannot be the storage folder: its path holds a blank or "
+                                      "one of \\ * ? < > | \", which are taken out of storage paths")
+                           .arg(nativeFolder));
+        return;
+    }
+    edit(text);
+}
+
 void StorageFolder::beginEdit()
 {
     editing_ = true;

@@ -60,6 +60,10 @@ public:
     /// The user changed the box: check, then store the text.
     void edit(const QString &typed);
 
+    /// The user chose this native folder. One whose path the cleaning would change (a blank in a name,
+    /// say) cannot be used and is refused with a message that says why.
+    void choose(const QString &nativeFolder);
+
     /// The box got the focus: timers stop until it is left, so that nothing is captured into a folder
     /// that is half typed.
     void beginEdit();

@@ -1,0 +1,28 @@
+// Listens for the clients of the demonstration cameras. It is reached from this machine alone.
+#pragma once
+
+#include <QString>
+#include <QTcpServer>
+
+#include <optional>
+
+namespace velmora::demo {
+
+class CameraServer
+{
+public:
+    CameraServer();
+
+    /// Starts to listen on 127.0.0.1 and gives the port. port: 0 for any free one. Nothing when the
+    /// port cannot be had; errorText says why.
+    [[nodiscard]] std::optional<quint16> listen(quint16 port);
+
+    [[nodiscard]] QString errorText() const { return server_.errorString(); }
+
+private:
+    void takeClients();
+
+    QTcpServer server_;
+};
+
+} // namespace velmora::demo

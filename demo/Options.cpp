@@ -1,0 +1,74 @@
+#include "demo/Options.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <optional>
+
+namespace velmora::demo {
+namespace {
+
+Options printing(const QString &text)
+{
+    return {.action = Action::Print, .text = text};
+}
+
+Options refusal(const QString &reason)
+{
+    const QString name = QCoreApplication::applicationName();
+    return {.action = Action::Refuse,
+            .text = QStringLiteral("%1: %2\nTry \"%1 --help\".\n").arg(name, reason)};
+}
+
+std::optional<quint16> portNumber(const QString &text)
+{
+    bool good = false;
+    const quint16 port = text.toUShort(&good);
+    return good ? std::optional(port) : std::nullopt;
+}
+
+} // namespace
+
+Options readOptions(const QStringList &arguments)
+{
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Show this help."));
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Show the version."));
+    const QCommandLineOption port(
+        QStringLiteral("port"),
+        QStringLiteral("Listen on port N; 0 (the default) takes a free one."), QStringLiteral("N"),
+        QStringLiteral("0"));
+    const QCommandLineOption stdinCloses(QStringLiteral("until-stdin-closes"),
+                                         QStringLiteral("Also stop when standard input ends."));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Serves ten demonstration cameras on 127.0.0.1. Prints \"PORT n\" and runs until "
+        "SIGTERM or SIGINT."));
+    parser.addOptions({help, version, port, stdinCloses});
+
+    if (!parser.parse(arguments)) {
+        return refusal(parser.errorText());
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        return refusal(QStringLiteral("Unexpected argument '%1'.")
+                           .arg(parser.positionalArguments().constFirst()));
+    }
+    if (parser.isSet(help)) {
+        return printing(parser.helpText());
+    }
+    if (parser.isSet(version)) {
+        return printing(QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(),
+                                                      QCoreApplication::applicationVersion()));
+    }
+    const std::optional<quint16> number = portNumber(parser.value(port));
+    if (!number) {
+        return refusal(
+            QStringLiteral("'%1' is not a port number (0 to 65535).").arg(parser.value(port)));
+    }
+    return {.port = *number,
+            .lifetime = parser.isSet(stdinCloses) ? Lifetime::UntilSignalOrStdinCloses
+                                                  : Lifetime::UntilSignal};
+}
+
+} // namespace velmora::demo

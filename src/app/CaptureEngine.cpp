@@ -1,0 +1,56 @@
+#include "app/CaptureEngine.h"
+
+#include "base/FileWriter.h"
+
+namespace velmora {
+
+CaptureEngine::CaptureEngine(const QString &programFolder)
+    : settings_(programFolder)
+    , paths_(programFolder)
+    , log_(programFolder, clock_)
+    , problems_(log_)
+    , debugSwitch_(settings_, log_)
+    , table_(settings_, problems_)
+    , storage_(table_, paths_, log_, problems_)
+    , page_(table_, storage_, log_, problems_)
+    , options_(settings_)
+    , scope_([this](const QString &text) { problems_.warn(text); })
+    , readAhead_(http_, scope_)
+    , store_(services(), readAhead_)
+    , scheduler_(services(), store_, readAhead_, scope_, timer_)
+    , watch_(storage_, clock_)
+{
+    clearWorkFiles(programFolder);
+    connect(&storage_, &StorageFolder::checked, this, &CaptureEngine::clearStrayFiles);
+}
+
+CaptureServices CaptureEngine::services()
+{
+    return {table_, storage_, page_, options_, status_, log_, problems_, clock_};
+}
+
+void CaptureEngine::start()
+{
+    scheduler_.start();
+    launch(watch_.run(scope_.stopToken()));
+}
+
+// A killed run may have left unnamed files in the storage folder that is used now.
+void CaptureEngine::clearStrayFiles(const StorageState &state)
+{
+    const QString folder = storage_.native(storage_.folderText(u"\\tmp\\"));
+    if (state.captureEnabled && folder != clearedFolder_) {
+        clearedFolder_ = folder;
+        clearWorkFiles(folder);
+    }
+}
+
+QCoro::Task<> CaptureEngine::close()
+{
+    scheduler_.giveUp();
+    scope_.requestStop();
+    co_await scope_.join();
+    timer_.stop();
+}
+
+} // namespace velmora

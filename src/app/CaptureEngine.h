@@ -1,0 +1,88 @@
+// Everything that captures, put together: the same with windows and without.
+#pragma once
+
+#include "base/Clock.h"
+#include "base/NativePaths.h"
+#include "base/TaskScope.h"
+#include "cameras/CameraPage.h"
+#include "cameras/CameraTable.h"
+#include "cameras/StorageFolder.h"
+#include "capture/HttpClient.h"
+#include "capture/ImageStore.h"
+#include "capture/ReadAhead.h"
+#include "capture/Scheduler.h"
+#include "capture/StorageWatch.h"
+#include "settings/DebugSwitch.h"
+
+#include <QTimer>
+
+namespace velmora {
+
+/// Builds the parts in the order of their dependence and ends them in reverse. close() must have ended
+/// before the engine goes.
+class CaptureEngine : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// programFolder: native path.
+    explicit CaptureEngine(const QString &programFolder);
+
+    [[nodiscard]] CaptureServices services();
+
+    [[nodiscard]] const SettingsFile &settings() const { return settings_; }
+
+    [[nodiscard]] EventLog &log() { return log_; }
+
+    [[nodiscard]] Problems &problems() { return problems_; }
+
+    [[nodiscard]] DebugSwitch &debugSwitch() { return debugSwitch_; }
+
+    [[nodiscard]] StorageFolder &storage() { return storage_; }
+
+    [[nodiscard]] CameraPage &page() { return page_; }
+
+    [[nodiscard]] CaptureOptions &options() { return options_; }
+
+    [[nodiscard]] ImageStore &store() { return store_; }
+
+    [[nodiscard]] Scheduler &scheduler() { return scheduler_; }
+
+    [[nodiscard]] QTimer &timer() { return timer_; }
+
+    [[nodiscard]] Clock &clock() { return clock_; }
+
+    /// Starts a coroutine that is joined by close().
+    void launch(QCoro::Task<> task) { scope_.launch(std::move(task)); }
+
+    /// Loads the start values and watches over the storage folder, once it has been checked.
+    void start();
+
+    /// Gives up whatever still runs and waits for its end.
+    QCoro::Task<> close();
+
+private:
+    void clearStrayFiles(const StorageState &state);
+
+    SystemClock clock_;
+    SettingsFile settings_;
+    NativePaths paths_;
+    EventLog log_;
+    Problems problems_;
+    DebugSwitch debugSwitch_;
+    CameraTable table_;
+    StorageFolder storage_;
+    CameraPage page_;
+    CaptureOptions options_;
+    CaptureStatus status_;
+    HttpClient http_;
+    TaskScope scope_;
+    ReadAhead readAhead_;
+    ImageStore store_;
+    QTimer timer_;
+    Scheduler scheduler_;
+    StorageWatch watch_;
+    QString clearedFolder_;
+};
+
+} // namespace velmora

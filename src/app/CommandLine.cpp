@@ -1,0 +1,78 @@
+#include "app/CommandLine.h"
+
+#include <QCommandLineParser>
+
+namespace velmora {
+namespace {
+
+const QString kFolder = QStringLiteral("program-folder");
+const QString kCapture = QStringLiteral("capture");
+const QString kPasses = QStringLiteral("passes");
+
+void addOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Captures still images from network cameras and manages what it has stored."));
+    parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Shows this help.")});
+    parser.addOption(
+        {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Shows the version.")});
+    parser.addOption({kFolder,
+                      QStringLiteral("Keeps settings and log in <dir> instead of beside the program "
+                                     "(also: environment variable VELMORA_PROGRAM_FOLDER)."),
+                      QStringLiteral("dir")});
+    parser.addOption({kCapture, QStringLiteral("Captures without windows and prints what it stores. A pass "
+                                               "in which nothing was due is not mentioned, unless passes are "
+                                               "counted.")});
+    parser.addOption({kPasses, QStringLiteral("With --capture: ends after <n> passes."), QStringLiteral("n")});
+}
+
+StartRequest usageError(const QString &text)
+{
+    return UsageError{text + QStringLiteral("\nTry 'velmora --help'.")};
+}
+
+StartRequest runRequest(const QCommandLineParser &parser)
+{
+    RunRequest run;
+    run.programFolder = parser.value(kFolder);
+    run.headless = parser.isSet(kCapture);
+    if (parser.isSet(kFolder) && run.programFolder.isEmpty()) {
+        return usageError(QStringLiteral("--program-folder needs a folder."));
+    }
+    if (!parser.isSet(kPasses)) {
+        return run;
+    }
+    bool isNumber = false;
+    const int passes = parser.value(kPasses).toInt(&isNumber);
+    if (!isNumber || passes < 1) {
+        return usageError(QStringLiteral("--passes needs a number from 1 on."));
+    }
+    if (!run.headless) {
+        return usageError(QStringLiteral("--passes goes with --capture."));
+    }
+    run.passes = passes;
+    return run;
+}
+
+} // namespace
+
+StartRequest parseCommandLine(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    addOptions(parser);
+    if (!parser.parse(arguments)) {
+        return usageError(parser.errorText());
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        return PrintRequest{parser.helpText()};
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        return PrintRequest{QStringLiteral("Velmora " VELMORA_VERSION "\n")};
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        return usageError(QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
+    }
+    return runRequest(parser);
+}
+
+} // namespace velmora

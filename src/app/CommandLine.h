@@ -1,0 +1,37 @@
+// What the program was asked to do when it was started.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace velmora {
+
+/// Start with windows, or capture without any.
+struct RunRequest
+{
+    QString programFolder; // as given, empty for the usual one
+    bool headless = false;
+    std::optional<int> passes; // end after so many
+};
+
+/// Print a text on standard output and end.
+struct PrintRequest
+{
+    QString text;
+};
+
+/// The options were wrong: print why and end with status 2.
+struct UsageError
+{
+    QString text;
+};
+
+using StartRequest = std::variant<RunRequest, PrintRequest, UsageError>;
+
+/// arguments: those of the program, its name first.
+[[nodiscard]] StartRequest parseCommandLine(const QStringList &arguments);
+
+} // namespace velmora

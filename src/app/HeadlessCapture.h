@@ -1,0 +1,43 @@
+// Capture without windows: says on standard output what it stores.
+#pragma once
+
+#include "app/CaptureEngine.h"
+
+#include <QTextStream>
+
+#include <optional>
+
+namespace velmora {
+
+class HeadlessCapture : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// passes: end after so many; none for no end.
+    HeadlessCapture(CaptureEngine &engine, std::optional<int> passes);
+
+    /// Begins the first pass, behind which the timer goes on. False, with a sentence on the error output,
+    /// when the storage folder is missing.
+    [[nodiscard]] bool start();
+
+    /// Runs the last pass and ends the program; a second call gives the pass up.
+    void end();
+
+private:
+    void connectReports();
+    void reportPass();
+    QCoro::Task<> finish();
+    QCoro::Task<> leave();
+
+    CaptureEngine &engine_;
+    std::optional<int> passesLeft_;
+    QTextStream out_;
+    int pass_ = 0;
+    int loaded_ = 0;
+    int stored_ = 0;
+    int failed_ = 0;
+    bool ending_ = false;
+};
+
+} // namespace velmora

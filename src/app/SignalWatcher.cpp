@@ -1,0 +1,57 @@
+#include "app/SignalWatcher.h"
+
+#include <QSocketNotifier>
+
+#include <array>
+#include <csignal>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+// A signal handler may do next to nothing: it writes a byte, and the event loop reads it.
+std::array<int, 2> sockets = {-1, -1};
+
+extern "C" void onSignal(int)
+{
+    const char byte = 1;
+    static_cast<void>(::write(sockets[0], &byte, 1));
+}
+
+void handle(int signal, void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(signal, &action, nullptr);
+}
+
+} // namespace
+
+SignalWatcher::SignalWatcher()
+{
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets.data()) != 0) {
+        return; // signals then end the program as they always do
+    }
+    auto *const notifier = new QSocketNotifier(sockets[1], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this] {
+        char byte = 0;
+        if (::read(sockets[1], &byte, 1) == 1) {
+            Q_EMIT endRequested();
+        }
+    });
+    handle(SIGTERM, onSignal);
+    handle(SIGINT, onSignal);
+}
+
+SignalWatcher::~SignalWatcher()
+{
+    handle(SIGTERM, SIG_DFL);
+    handle(SIGINT, SIG_DFL);
+    for (int &socket : sockets) {
+        ::close(std::exchange(socket, -1));
+    }
+}
+
+} // namespace velmora

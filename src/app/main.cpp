@@ -1,0 +1,107 @@
+// Starts the program: with windows, or capturing without any.
+#include "app/CommandLine.h"
+#include "app/HeadlessCapture.h"
+#include "app/Program.h"
+#include "app/ProgramFolder.h"
+#include "app/SettingsPreparation.h"
+#include "app/SignalWatcher.h"
+#include "app/SingleInstance.h"
+#include "base/DesktopOpener.h"
+
+#include <QApplication>
+#include <QTextStream>
+
+#include <memory>
+
+namespace {
+
+using namespace velmora;
+
+constexpr int kUsageStatus = 2;
+constexpr int kNoStorageStatus = 1;
+
+template <typename... Handlers>
+struct Overloaded : Handlers...
+{
+    using Handlers::operator()...;
+};
+
+int fail(const QString &text, int status)
+{
+    QTextStream(stderr) << "velmora: " << text << Qt::endl;
+    return status;
+}
+
+bool hasDisplay()
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+QStringList argumentList(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return arguments;
+}
+
+int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, std::optional<int> passes)
+{
+    HeadlessCapture capture(engine, passes);
+    QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
+    return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;
+}
+
+int runWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, SingleInstance &instance)
+{
+    XdgOpener opener;
+    Program program(engine, opener);
+    QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
+    QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
+    program.start();
+    return QApplication::exec();
+}
+
+int run(int argc, char **argv, const RunRequest &request)
+{
+    if (!request.headless && !hasDisplay()) {
+        return fail(QStringLiteral("there is no display. Use --capture to capture without windows."), 1);
+    }
+    const std::unique_ptr<QCoreApplication> application =
+        request.headless ? std::make_unique<QCoreApplication>(argc, argv)
+                         : std::make_unique<QApplication>(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    const QString folder = programFolder(currentPlace(request.programFolder));
+    if (folder.isEmpty()) {
+        return fail(QStringLiteral("the program folder cannot be made"), 1);
+    }
+    SingleInstance instance(folder);
+    if (!instance.claim()) {
+        QTextStream(stdout) << "Velmora is already running with this program folder." << Qt::endl;
+        return 0;
+    }
+    SignalWatcher signalWatcher;
+    prepareSettings(folder, qEnvironmentVariable("windir"));
+    CaptureEngine engine(folder);
+    return request.headless ? captureWithoutWindows(engine, signalWatcher, request.passes)
+                            : runWindows(engine, signalWatcher, instance);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const StartRequest request = parseCommandLine(argumentList(argc, argv));
+    return std::visit(Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },
+                                 [](const PrintRequest &asked) {
+                                     QTextStream(stdout) << asked.text;
+                                     return 0;
+                                 },
+                                 [](const UsageError &error) { return fail(error.text, kUsageStatus); }},
+                      request);
+}

@@ -1,0 +1,126 @@
+#include "ui/CameraRowBoxes.h"
+
+#include <QSignalBlocker>
+
+namespace velmora {
+
+CameraRowBoxes::CameraRowBoxes(int row, QGridLayout &grid, CameraPage &page)
+    : QObject(grid.parentWidget())
+    , row_(row)
+    , page_(page)
+    , n(new ClickLabel)
+    , SB(new Lamp)
+    , Source(new BoxEdit)
+    , AutoDelay(new QCheckBox)
+    , BestTime(new ClickLabel)
+    , TimeLoad(new QLabel)
+    , lNew(new QLabel)
+    , EffM(new QCheckBox)
+{
+    place(grid);
+    setNames();
+    setTips();
+    bind();
+}
+
+void CameraRowBoxes::place(QGridLayout &grid)
+{
+    const int line = row_ + 1; // below the headings
+    int column = 0;
+    for (QWidget *const box : std::initializer_list<QWidget *>{n, SB, Source, AutoDelay, BestTime,
+                                                               TimeLoad, lNew, EffM}) {
+        const bool fills = box == Source;
+        grid.addWidget(box, line, column++, fills ? Qt::Alignment() : Qt::AlignCenter);
+    }
+    n->setText(QString::number(row_));
+    n->setAlignment(Qt::AlignCenter);
+    n->setMinimumWidth(n->fontMetrics().averageCharWidth() * 3);
+    n->setForegroundRole(QPalette::Link);
+    EffM->setText(QStringLiteral("EffM"));
+    Source->setMinimumWidth(Source->fontMetrics().averageCharWidth() * 45);
+    for (QLabel *const counter : {TimeLoad, lNew}) {
+        counter->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        counter->setMinimumWidth(counter->fontMetrics().averageCharWidth() * 6);
+    }
+}
+
+void CameraRowBoxes::setNames()
+{
+    const auto name = [this](QWidget *box, QStringView word, const QString &meaning) {
+        box->setObjectName(word.toString() + QString::number(row_));
+        box->setAccessibleName(meaning.arg(row_));
+    };
+    name(n, u"n", tr("Folder of camera %1"));
+    name(SB, u"SB", tr("State of camera %1"));
+    name(Source, u"Source", tr("Address of camera %1"));
+    name(AutoDelay, u"AutoDelay", tr("Automatic period of camera %1"));
+    name(BestTime, u"BestTime", tr("Refresh time of camera %1"));
+    name(TimeLoad, u"TimeLoad", tr("Seconds that the last download of camera %1 took"));
+    name(lNew, u"lNew", tr("New images of camera %1"));
+    name(EffM, u"EffM", tr("Delete images of camera %1 after one month"));
+}
+
+void CameraRowBoxes::setTips()
+{
+    n->setToolTip(QStringLiteral("Click to open Dir"));
+    Source->setToolTip(QStringLiteral("Enter link"));
+    AutoDelay->setToolTip(QStringLiteral("Auto delay"));
+    BestTime->setToolTip(QStringLiteral("Refresh time. Click to set 0"));
+    TimeLoad->setToolTip(row_ == kRows - 1 ? QStringLiteral("Time loading")
+                                           : QStringLiteral("Time of loading"));
+    lNew->setToolTip(QStringLiteral("New loading since the last reset"));
+}
+
+void CameraRowBoxes::bind()
+{
+    connect(n, &ClickLabel::clicked, this, [this] { Q_EMIT folderClicked(row_); });
+    connect(Source, &BoxEdit::textChanged, this,
+            [this](const QString &text) { page_.changeSource(row_, text); });
+    connect(Source, &BoxEdit::clicked, this, [this] { page_.clickSource(row_, Source->text()); });
+    connect(Source, &BoxEdit::enterPressed, this, [this] { page_.clickSource(row_, Source->text()); });
+    connect(Source, &BoxEdit::left, this, [this] { page_.leaveSource(row_, Source->text()); });
+    connect(AutoDelay, &QCheckBox::toggled, this, [this](bool on) { page_.setAutomatic(row_, on); });
+    connect(BestTime, &ClickLabel::clicked, this, [this] { page_.resetBestTime(row_); });
+    connect(EffM, &QCheckBox::toggled, this, [this](bool on) { page_.setDeleteOld(row_, on); });
+}
+
+void CameraRowBoxes::showRow()
+{
+    const QSignalBlocker noSource(Source);
+    const QSignalBlocker noAutoDelay(AutoDelay);
+    const QSignalBlocker noEffM(EffM);
+    const CameraRow &row = page_.row(row_);
+    Source->setText(row.url);
+    Source->setCursorPosition(0);
+    AutoDelay->setChecked(row.automatic);
+    EffM->setChecked(row.deleteOld);
+    showCounters();
+}
+
+void CameraRowBoxes::showCounters()
+{
+    const CameraRow &row = page_.row(row_);
+    SB->setColour(row.lamp);
+    BestTime->setText(row.bestTime.text());
+    TimeLoad->setText(QString::number(row.loadSeconds));
+    lNew->setText(QString::number(row.newImages));
+}
+
+QWidget *CameraRowBoxes::orderTabs(QWidget &before)
+{
+    QWidget *last = &before;
+    for (QWidget *const box : std::initializer_list<QWidget *>{Source, AutoDelay, BestTime, EffM, n}) {
+        QWidget::setTabOrder(last, box);
+        last = box;
+    }
+    return last;
+}
+
+void CameraRowBoxes::leave()
+{
+    if (Source->hasFocus()) {
+        page_.leaveSource(row_, Source->text());
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,59 @@
+// The boxes of one camera row of the main window.
+//
+//   n | SB | Source ................ | AutoDelay | BestTime | TimeLoad | lNew | EffM
+#pragma once
+
+#include "cameras/CameraPage.h"
+#include "ui/BoxEdit.h"
+#include "ui/ClickLabel.h"
+#include "ui/Lamp.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+
+namespace velmora {
+
+/// Makes the boxes of a row (0-based), adds them to a line of the grid, and binds them to the page. The
+/// boxes belong to the grid's widget; this object lives no longer than they.
+class CameraRowBoxes : public QObject
+{
+    Q_OBJECT
+
+public:
+    CameraRowBoxes(int row, QGridLayout &grid, CameraPage &page);
+
+    /// Shows the whole row, as after a tab switch.
+    void showRow();
+
+    /// Shows what the capture changes; the address box is the user's.
+    void showCounters();
+
+    /// Puts the boxes that take the focus behind `before`, address first; returns the last of them.
+    QWidget *orderTabs(QWidget &before);
+
+    /// Stores an address that is still being edited.
+    void leave();
+
+Q_SIGNALS:
+    void folderClicked(int row);
+
+private:
+    void place(QGridLayout &grid);
+    void bind();
+    void setNames();
+    void setTips();
+
+    int row_;
+    CameraPage &page_;
+    ClickLabel *n;
+    Lamp *SB;
+    BoxEdit *Source;
+    QCheckBox *AutoDelay;
+    ClickLabel *BestTime;
+    QLabel *TimeLoad;
+    QLabel *lNew;
+    QCheckBox *EffM;
+};
+
+} // namespace velmora

@@ -1,0 +1,208 @@
+#include "ui/Interface.h"
+
+#include "ui/StorageBox.h"
+#include "ui_Interface.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QSignalBlocker>
+
+namespace velmora {
+
+Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch, DesktopOpener &opener,
+                     QTimer &timer)
+    : services_(services)
+    , debugSwitch_(debugSwitch)
+    , opener_(opener)
+    , timer_(timer)
+    , ui_(std::make_unique<Ui::Interface>())
+{
+    ui_->setupUi(this);
+    ui_->lVersion->setText(QStringLiteral("Vers. ") + QCoreApplication::applicationVersion());
+    timer_.setObjectName(QStringLiteral("Timer"));
+    timer_.setParent(this);
+    makeTabs();
+    makeRows();
+    bindStorage();
+    bindOptions();
+    bindPage();
+    bindStatus();
+}
+
+Interface::~Interface() { timer_.setParent(nullptr); }
+
+void Interface::makeTabs()
+{
+    for (int group = 0; group < kGroups; ++group) {
+        ui_->Selecteur->addTab(QString::number(group));
+        ui_->Selecteur->setTabToolTip(group, tr("Cameras of group %1").arg(group));
+    }
+    ui_->Selecteur->setExpanding(false);
+    ui_->Selecteur->setDrawBase(false);
+}
+
+void Interface::makeRows()
+{
+    QWidget *last = ui_->RAZ;
+    for (int row = 0; row < kRows; ++row) {
+        rows_.at(static_cast<std::size_t>(row)) = new CameraRowBoxes(row, *ui_->rows, services_.page);
+        last = rows_.at(static_cast<std::size_t>(row))->orderTabs(*last);
+        connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::folderClicked, this,
+                &Interface::openFolder);
+    }
+    setTabOrder(last, ui_->Cache);
+}
+
+void Interface::bindStorage()
+{
+    new StorageBox({*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir, *ui_->Import, *ui_->Cache},
+                   services_.storage, *this);
+    connect(ui_->Cache, &QAbstractButton::clicked, this, &Interface::Cache_Click);
+    connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
+}
+
+void Interface::bindOptions()
+{
+    CaptureOptions &options = services_.options;
+    const auto show = [](QLineEdit *box, const QString &text) {
+        if (box->text() != text) {
+            const QSignalBlocker blocker(box);
+            box->setText(text);
+        }
+    };
+    show(ui_->tempo, options.tempo());
+    show(ui_->TIO, options.timeout());
+    connect(&options, &CaptureOptions::tempoChanged, this, [this, show](auto &text) { show(ui_->tempo, text); });
+    connect(&options, &CaptureOptions::timeoutChanged, this, [this, show](auto &text) { show(ui_->TIO, text); });
+    connect(ui_->tempo, &QLineEdit::textChanged, &options, &CaptureOptions::setTempo);
+    connect(ui_->TIO, &QLineEdit::textChanged, &options, &CaptureOptions::setTimeout);
+    connect(ui_->cDebug, &QCheckBox::toggled, this, [this](bool on) { debugSwitch_.set(on); });
+    connect(ui_->cmdDebug, &QAbstractButton::pressed, this, &Interface::cmdDebug_MouseDown);
+}
+
+void Interface::bindPage()
+{
+    connect(ui_->Selecteur, &QTabBar::currentChanged, this, &Interface::selectGroup);
+    connect(ui_->ActLst, &QCheckBox::toggled, this, [this](bool on) { services_.page.setGroupActive(on); });
+    connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { services_.page.RAZ(); });
+    connect(&services_.page, &CameraPage::pageLoaded, this, &Interface::showPage);
+    connect(&services_.page, &CameraPage::rowChanged, this,
+            [this](int row) { rows_.at(static_cast<std::size_t>(row))->showCounters(); });
+    showPage();
+}
+
+void Interface::bindStatus()
+{
+    connect(&services_.status, &CaptureStatus::changed, this, &Interface::showCaption);
+}
+
+void Interface::showPage()
+{
+    const QSignalBlocker noSelecteur(ui_->Selecteur);
+    const QSignalBlocker noActLst(ui_->ActLst);
+    const QSignalBlocker noDebug(ui_->cDebug);
+    ui_->Selecteur->setCurrentIndex(services_.page.group());
+    ui_->ActLst->setChecked(services_.page.isGroupActive());
+    ui_->cDebug->setChecked(debugSwitch_.isOn());
+    for (CameraRowBoxes *const row : rows_) {
+        row->showRow();
+    }
+}
+
+void Interface::showCaption(Caption caption, const QString &text)
+{
+    switch (caption) {
+    case Caption::Step:
+        ui_->lErr->setText(text);
+        break;
+    case Caption::Activity:
+        ui_->lTest->setText(text);
+        break;
+    case Caption::LastStore:
+        ui_->lHeure->setText(text);
+        break;
+    case Caption::Countdown:
+        ui_->lCompte->setText(text);
+        break;
+    case Caption::Trouble:
+        showMessage(text);
+        break;
+    }
+}
+
+void Interface::showMessage(const QString &text)
+{
+    ui_->lMessage->setText(text);
+    ui_->lMessage->setToolTip(text);
+}
+
+void Interface::selectGroup(int group)
+{
+    services_.page.Selecteur_Click(group, isVisible() ? WindowState::Visible : WindowState::Hidden);
+}
+
+void Interface::bringUp()
+{
+    show();
+    raise();
+    activateWindow();
+    selectGroup(ui_->Selecteur->currentIndex());
+}
+
+void Interface::Cache_Click()
+{
+    services_.log.trace(QStringLiteral("Interface Cache_Click"));
+    if (services_.storage.lamp() == LampColour::Red) {
+        Q_EMIT endWanted();
+        return;
+    }
+    hide();
+    Q_EMIT hiddenByUser();
+}
+
+void Interface::Import_Click()
+{
+    services_.log.trace(QStringLiteral("Interface Import_Click"));
+    showMessage(tr("Images are imported by copying them into a camera folder; its link opens it"));
+}
+
+void Interface::cmdDebug_MouseDown()
+{
+    const bool wantsSettings = QGuiApplication::keyboardModifiers().testFlags(Qt::ShiftModifier) &&
+                               QGuiApplication::keyboardModifiers().testFlags(Qt::ControlModifier);
+    if (wantsSettings) {
+        open(services_.table.settings().path());
+    } else if (QFileInfo::exists(services_.log.path())) {
+        open(services_.log.path());
+    }
+}
+
+void Interface::openFolder(int row)
+{
+    const QString folder = services_.page.folderToOpen(row);
+    if (!folder.isEmpty()) {
+        open(folder);
+    }
+}
+
+void Interface::open(const QString &path)
+{
+    if (opener_.open(path) == OpenOutcome::NoOpener) {
+        showMessage(tr("%1 cannot be opened: xdg-open is not installed").arg(path));
+    }
+}
+
+void Interface::closeEvent(QCloseEvent *event)
+{
+    for (CameraRowBoxes *const row : rows_) {
+        row->leave();
+    }
+    event->setAccepted(mayClose_);
+    if (!mayClose_) {
+        Q_EMIT endWanted();
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,88 @@
+// The main window: storage folder, options, and the camera table one group at a time.
+//
+//   Interface
+//     storage    LampSA  StRep  Browse  MakeDir
+//     options    tempo  TIO              cDebug  cmdDebug  Import
+//     Selecteur                          ActLst  RAZ
+//     page       headings, then ten rows of CameraRowBoxes
+//     status     lErr  lTest  lHeure  lCompte
+//     foot       lMessage                lVersion  Cache
+#pragma once
+
+#include "base/DesktopOpener.h"
+#include "capture/CaptureServices.h"
+#include "settings/DebugSwitch.h"
+#include "ui/CameraRowBoxes.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <memory>
+
+namespace Ui {
+class Interface;
+}
+
+namespace velmora {
+
+class Interface : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// timer: the capture timer, which stands in the window's object tree while the window is there, but
+    /// is not owned by it. Everything given outlives the window.
+    Interface(const CaptureServices &services, DebugSwitch &debugSwitch, DesktopOpener &opener,
+              QTimer &timer);
+    Interface(const Interface &) = delete;
+    Interface &operator=(const Interface &) = delete;
+    Interface(Interface &&) = delete;
+    Interface &operator=(Interface &&) = delete;
+    ~Interface() override;
+
+    /// Shows the window in front, with the rows of the group whose tab is selected.
+    void bringUp();
+
+    /// Shows a message in the line at the foot.
+    void showMessage(const QString &text);
+
+    /// From now on a close is accepted instead of asked for.
+    void allowClose() { mayClose_ = true; }
+
+Q_SIGNALS:
+    /// The window was hidden; the images are to be seen.
+    void hiddenByUser();
+
+    /// The program is to end.
+    void endWanted();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void bindStorage();
+    void bindOptions();
+    void bindPage();
+    void bindStatus();
+    void makeTabs();
+    void makeRows();
+    void showPage();
+    void showCaption(Caption caption, const QString &text);
+    void selectGroup(int group);
+    void Cache_Click();
+    void Import_Click();
+    void cmdDebug_MouseDown();
+    void openFolder(int row);
+    void open(const QString &path);
+
+    CaptureServices services_;
+    DebugSwitch &debugSwitch_;
+    DesktopOpener &opener_;
+    QTimer &timer_;
+    std::unique_ptr<Ui::Interface> ui_;
+    std::array<CameraRowBoxes *, kRows> rows_{};
+    bool mayClose_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,36 @@
+// A round signal lamp.
+#pragma once
+
+#include "cameras/LampColour.h"
+
+#include <QWidget>
+
+namespace velmora {
+
+/// Shows a BGR colour, and says what it means to those who cannot see it.
+class Lamp : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(int FillColor READ FillColor WRITE setFillColor)
+
+public:
+    explicit Lamp(QWidget *parent = nullptr);
+
+    /// BGR integer, 0x00BBGGRR.
+    [[nodiscard]] int FillColor() const { return bgr_; }
+
+    void setFillColor(int bgr);
+
+    void setColour(LampColour colour) { setFillColor(static_cast<int>(colour)); }
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    int bgr_ = 0;
+};
+
+} // namespace velmora

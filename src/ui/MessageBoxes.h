@@ -1,0 +1,25 @@
+// Plain messages about problems, in one box at a time.
+#pragma once
+
+#include <QMessageBox>
+#include <QPointer>
+#include <QStringList>
+
+namespace velmora {
+
+/// A message that comes while an earlier one still stands is added to its box, so that a damaged file
+/// with a hundred wrong numbers gives one box.
+class MessageBoxes : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Shows a warning; does not wait for the answer.
+    void warn(const QString &text);
+
+private:
+    QPointer<QMessageBox> box_;
+    QStringList texts_;
+};
+
+} // namespace velmora

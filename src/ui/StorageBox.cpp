@@ -1,0 +1,71 @@
+#include "ui/StorageBox.h"
+
+#include "cameras/StoragePath.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QSignalBlocker>
+
+namespace velmora {
+
+StorageBox::StorageBox(const StorageControls &controls, StorageFolder &storage, QWidget &window)
+    : QObject(&window)
+    , controls_(controls)
+    , storage_(storage)
+    , window_(window)
+{
+    bind();
+    showText(storage_.text());
+    showState(storage_.state());
+}
+
+void StorageBox::bind()
+{
+    connect(&controls_.StRep, &BoxEdit::textChanged, this, &StorageBox::edit);
+    connect(&controls_.StRep, &BoxEdit::entered, this, [this] {
+        controls_.Import.setEnabled(false);
+        storage_.beginEdit();
+    });
+    connect(&controls_.StRep, &BoxEdit::left, this, [this] { storage_.endEdit(); });
+    connect(&controls_.MakeDir, &QAbstractButton::clicked, this, [this] { storage_.MakeDir_Click(); });
+    connect(&controls_.Browse, &QAbstractButton::clicked, this, &StorageBox::browse);
+    connect(&storage_, &StorageFolder::textChanged, this, &StorageBox::showText);
+    connect(&storage_, &StorageFolder::checked, this, &StorageBox::showState);
+}
+
+void StorageBox::edit(const QString &typed)
+{
+    const int caret = caretAfterCleaning(withBackslashes(typed), controls_.StRep.cursorPosition());
+    storage_.edit(typed);
+    controls_.StRep.setCursorPosition(caret);
+}
+
+void StorageBox::showText(const QString &text)
+{
+    if (controls_.StRep.text() != text) {
+        const QSignalBlocker blocker(controls_.StRep);
+        controls_.StRep.setText(text);
+    }
+    controls_.StRep.setToolTip(QDir::toNativeSeparators(storage_.native(text)));
+}
+
+void StorageBox::showState(const StorageState &state)
+{
+    controls_.LampSA.setColour(state.lamp);
+    controls_.Import.setEnabled(state.captureEnabled);
+    controls_.MakeDir.setVisible(state.canMakeFolder);
+    controls_.Cache.setText(state.hideCaption.isEmpty() ? QStringLiteral("Hide") : state.hideCaption);
+}
+
+void StorageBox::browse()
+{
+    auto *const dialog = new QFileDialog(&window_, tr("Storage folder"), storage_.native(storage_.text()));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this](const QString &folder) { storage_.choose(QDir::cleanPath(folder)); });
+    dialog->open();
+}
+
+} // namespace velmora

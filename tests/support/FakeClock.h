@@ -1,0 +1,80 @@
+// A clock that stands still until a test advances it: a day of ticks passes in a moment, and no
+// test has to sleep.
+#pragma once
+
+#include "base/Clock.h"
+#include "base/OneShot.h"
+
+#include <QObject>
+
+#include <chrono>
+#include <map>
+#include <utility>
+
+namespace velmora::test {
+
+/// 7 March 2006, 14:05:09: every field has a value of its own.
+inline constexpr WallTime kFakeStart =
+    std::chrono::local_days{std::chrono::year{2006} / std::chrono::March / 7} +
+    std::chrono::hours{14} + std::chrono::minutes{5} + std::chrono::seconds{9};
+
+class FakeClock final : public Clock
+{
+public:
+    explicit FakeClock(WallTime start = kFakeStart);
+    ~FakeClock() override;
+
+    FakeClock(const FakeClock &) = delete;
+    FakeClock &operator=(const FakeClock &) = delete;
+    FakeClock(FakeClock &&) = delete;
+    FakeClock &operator=(FakeClock &&) = delete;
+
+    [[nodiscard]] WallTime localNow() const override;
+
+    [[nodiscard]] std::chrono::milliseconds monotonicNow() const override { return now_; }
+
+    /// Ends with Elapsed when advance() has reached its moment.
+    QCoro::Task<Wake> sleep(std::chrono::milliseconds duration, std::stop_token stop) override;
+
+    /// A real turn of the event loop; needs no advance().
+    QCoro::Task<> yield() override;
+
+    /// Moves the local time alone, as a user who sets the clock.
+    void setLocal(WallTime local);
+
+    /// Lets both times run on: ends the sleeps that fall due on the way, one after the other in the
+    /// order of their moments, each at its moment, and lets the event loop settle after each. What
+    /// a woken coroutine sleeps next counts too. Nothing waits for real time.
+    void advance(std::chrono::milliseconds duration);
+
+    /// Number of sleeps that have not ended.
+    [[nodiscard]] int sleeping() const { return static_cast<int>(sleeps_.size()); }
+
+private:
+    /// Moment, then order of arrival.
+    using Key = std::pair<std::chrono::milliseconds, quint64>;
+    using Sleeps = std::map<Key, OneShot<Wake> *>;
+
+    /// Sees every event that is delivered, so that settling knows when there are no more.
+    class EventCounter final : public QObject
+    {
+    public:
+        bool eventFilter(QObject *watched, QEvent *event) override;
+
+        quint64 events = 0;
+    };
+
+    class SleepEntry;
+
+    void settle();
+
+    std::chrono::milliseconds now_;
+    WallTime localBase_;
+    std::chrono::milliseconds localSince_;
+    quint64 arrivals_ = 0;
+    int yields_ = 0;
+    Sleeps sleeps_;
+    EventCounter counter_;
+};
+
+} // namespace velmora::test

@@ -1,0 +1,56 @@
+// A coroutine run to its end from a test.
+#pragma once
+
+#include <QCoro/QCoroTask>
+#include <QEventLoop>
+#include <QTimer>
+
+#include <chrono>
+#include <exception>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace velmora::test {
+namespace detail {
+
+struct TaskRun
+{
+    QEventLoop loop;
+    std::exception_ptr error;
+    bool done = false;
+};
+
+// The state is shared: a task that outlives its limit must not write into a stack that is gone.
+inline QCoro::Task<> watchRun(QCoro::Task<> task, std::shared_ptr<TaskRun> run)
+{
+    try {
+        co_await task;
+    } catch (...) {
+        run->error = std::current_exception();
+    }
+    run->done = true;
+    run->loop.quit();
+}
+
+} // namespace detail
+
+/// Runs the event loop until the task has ended. An exception that leaves the task is thrown on; a
+/// task that has not ended at the limit throws std::runtime_error.
+inline void runToEnd(QCoro::Task<> task, std::chrono::milliseconds limit = std::chrono::seconds{5})
+{
+    const auto run = std::make_shared<detail::TaskRun>();
+    const QCoro::Task<> watch = detail::watchRun(std::move(task), run);
+    QTimer::singleShot(limit, &run->loop, &QEventLoop::quit);
+    if (!run->done) {
+        run->loop.exec();
+    }
+    if (!run->done) {
+        throw std::runtime_error("the task has not ended within its limit");
+    }
+    if (run->error) {
+        std::rethrow_exception(run->error);
+    }
+}
+
+} // namespace velmora::test

@@ -57,7 +57,7 @@ Answer pictureAnswer(int camera, const QDateTime &now)
 Answer cameraAnswer(int camera, const QDateTime &now)
 {
     if (camera == kDeadCamera) {
-        return {.delivery = Delivery::Never};
+        return {.delivery = Delivery::Never, .head = {}, .body = {}};
     }
     if (camera == kMissingCamera) {
         return pageAnswer(Status::NotFound, missingCameraPage());

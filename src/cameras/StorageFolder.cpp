@@ -121,7 +121,7 @@ void StorageFolder::makeLevels()
 {
     const QStringList levels = pathLevels(text_);
     for (const QString &level : levels) {
-        make(level);
+        make(level, level);
     }
 }
 
@@ -134,15 +134,15 @@ void StorageFolder::makeCameraFolders()
         for (int row = 0; row < kRows; ++row) {
             const QString name = table_.CameraFolderName({group, row});
             if (!name.isEmpty()) {
-                make(folderText(name));
+                make(folderText(name), QStringLiteral("of camera %1:%2").arg(group).arg(row));
             }
         }
     }
 }
 
-void StorageFolder::make(const QString &shown)
+void StorageFolder::make(const QString &pathText, const QString &shown)
 {
-    const QString path = native(shown);
+    const QString path = native(pathText);
     if (path.isEmpty()) {
         problems_.tell(QStringLiteral("The folder %1 cannot be made: there is no such drive").arg(shown));
         return;

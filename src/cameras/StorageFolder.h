@@ -95,7 +95,7 @@ private:
     void setText(const QString &text);
     void makeLevels();
     void makeCameraFolders();
-    void make(const QString &shown);
+    void make(const QString &pathText, const QString &shown);
 
     const CameraTable &table_;
     const NativePaths &paths_;

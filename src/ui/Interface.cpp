@@ -10,6 +10,11 @@
 #include <QSignalBlocker>
 
 namespace velmora {
+namespace {
+
+constexpr int kStartWidth = 980;
+
+} // namespace
 
 Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch, DesktopOpener &opener,
                      QTimer &timer)
@@ -29,6 +34,8 @@ Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch, 
     bindOptions();
     bindPage();
     bindStatus();
+    ui_->Selecteur->setFocus(); // a focus in the storage box would stop the capture
+    resize(kStartWidth, sizeHint().height());
 }
 
 Interface::~Interface() { timer_.setParent(nullptr); }
@@ -158,6 +165,7 @@ void Interface::Cache_Click()
         Q_EMIT endWanted();
         return;
     }
+    ui_->Selecteur->setFocus(); // leaves a box that is being edited
     hide();
     Q_EMIT hiddenByUser();
 }

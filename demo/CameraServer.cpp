@@ -9,6 +9,8 @@ namespace velmora::demo {
 namespace {
 
 constexpr int kBacklog = 512; // a program that starts may ask a hundred cameras in one go
+// With the backlog well below the usual 1024 file descriptors: without any left, Qt would spin.
+constexpr int kMaxClients = 400;
 
 } // namespace
 
@@ -28,10 +30,18 @@ void CameraServer::takeClients()
 {
     while (QTcpSocket *const socket = server_.nextPendingConnection()) {
         auto *const connection = new Connection(socket, &server_);
-        // Out of file descriptors the server stops accepting; a client that leaves makes room
-        // again.
-        QObject::connect(connection, &QObject::destroyed, &server_, &QTcpServer::resumeAccepting);
+        QObject::connect(connection, &QObject::destroyed, &server_, [this] { forgetClient(); });
+        ++clients_;
     }
+    if (clients_ >= kMaxClients) {
+        server_.pauseAccepting();
+    }
+}
+
+void CameraServer::forgetClient()
+{
+    --clients_;
+    server_.resumeAccepting();
 }
 
 } // namespace velmora::demo

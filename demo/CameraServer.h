@@ -21,8 +21,10 @@ public:
 
 private:
     void takeClients();
+    void forgetClient();
 
     QTcpServer server_;
+    int clients_ = 0;
 };
 
 } // namespace velmora::demo

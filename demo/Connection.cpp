@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr qsizetype kMaxHeadBytes = 8 * 1024;
+constexpr qsizetype kMaxHeadBytes = 8LL * 1024;
 constexpr std::chrono::milliseconds kRequestLimit = 10s;
 constexpr std::chrono::milliseconds kCloseLimit = 10s;
 constexpr std::chrono::milliseconds kSlowPause = 2s;
@@ -23,6 +23,7 @@ Connection::Connection(QTcpSocket *socket, QObject *parent)
     socket_->setParent(this);
     socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::PreciseTimer); // the coarse one may be early by a twentieth
     connect(&timer_, &QTimer::timeout, this, [this] { (this->*next_)(); });
     connect(socket_, &QTcpSocket::readyRead, this, &Connection::readBytes);
     connect(socket_, &QTcpSocket::bytesWritten, this, &Connection::endWhenWritten);

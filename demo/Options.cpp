@@ -55,6 +55,7 @@ Options readOptions(const QStringList &arguments)
 {
     const Switches switches;
     QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.setApplicationDescription(QStringLiteral(
         "Serves ten demonstration cameras on 127.0.0.1. Prints \"PORT n\" and runs until "
         "SIGTERM or SIGINT."));

@@ -12,7 +12,7 @@ namespace {
 bool isToken(const QByteArray &text)
 {
     const QByteArray marks = QByteArrayLiteral("!#$%&'*+-.^_`|~");
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [&marks](char c) {
+    return !text.isEmpty() && std::ranges::all_of(text, [&marks](char c) {
         return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
                marks.contains(c);
     });

@@ -18,18 +18,18 @@ constexpr int kTextPixels = 18;
 struct Scene
 {
     QStringView name;
-    void (*draw)(QPainter &painter, double seconds);
+    void (*draw)(QPainter &painter, double seconds) = nullptr;
 };
 
 constexpr std::array<Scene, kSceneCount> kScenes = {{
-    {u"Street", &drawStreet},
-    {u"Harbour", &drawHarbour},
-    {u"Garden", &drawGarden},
-    {u"Sky", &drawSky},
-    {u"Parking lot", &drawParkingLot},
-    {u"Mountain", &drawMountain},
-    {u"Viaduct", &drawViaduct},
-    {u"Wind farm", &drawWindFarm},
+    {.name = u"Street", .draw = &drawStreet},
+    {.name = u"Harbour", .draw = &drawHarbour},
+    {.name = u"Garden", .draw = &drawGarden},
+    {.name = u"Sky", .draw = &drawSky},
+    {.name = u"Parking lot", .draw = &drawParkingLot},
+    {.name = u"Mountain", .draw = &drawMountain},
+    {.name = u"Viaduct", .draw = &drawViaduct},
+    {.name = u"Wind farm", .draw = &drawWindFarm},
 }};
 
 const Scene &sceneOf(int camera)

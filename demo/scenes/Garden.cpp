@@ -18,7 +18,8 @@ QColor petalColour(int number)
 
 void drawFence(QPainter &painter)
 {
-    for (double x = 4; x < kSceneWidth; x += 26) {
+    for (int picket = 0; picket < 25; ++picket) {
+        const double x = 4 + picket * 26.0;
         fillPolygon(painter, {{x, 262}, {x, 196}, {x + 8, 186}, {x + 16, 196}, {x + 16, 262}},
                     QColor(0xfbf8f0));
     }
@@ -48,9 +49,10 @@ void drawBed(QPainter &painter, double left, double right, double y, double size
 {
     fillRect(painter, QRectF(left, y - 0.9 * size, right - left, 1.8 * size), QColor(0x5c4433),
              0.9 * size);
-    int number = static_cast<int>(y);
-    for (double x = left + size; x < right - size; x += 2.3 * size) {
-        ++number;
+    const int first = static_cast<int>(y);
+    const int count = static_cast<int>((right - left - 2 * size) / (2.3 * size)) + 1;
+    for (int number = first; number < first + count; ++number) {
+        const double x = left + size * (1 + 2.3 * (number - first));
         const double dip = scatter(number, 9, 10) * size / 20;
         drawFlower(painter, {x, y + dip - 0.2 * size}, size * (0.85 + 0.03 * scatter(number, 4, 8)),
                    petalColour(number));

@@ -11,8 +11,8 @@ constexpr double kShore = 330;
 struct Peak
 {
     QPointF top;
-    double halfWidth;
-    QRgb rock;
+    double halfWidth = 0;
+    QRgb rock = 0;
 };
 
 void drawPeak(QPainter &painter, const Peak &peak)
@@ -53,7 +53,7 @@ void drawLake(QPainter &painter, double seconds)
 void drawCableCar(QPainter &painter, double seconds)
 {
     const QPointF valley(36, 316);
-    const QPointF summit(430, 92);
+    const QPointF summit(442, 106);
     const double way = 0.5 + 0.5 * swing(seconds, 420);
     const QPointF hook = valley + (summit - valley) * way;
     drawLine(painter, valley, summit, 1.6, QColor(0x3c3f48));

@@ -13,7 +13,9 @@ constexpr double kBayLength = 118;
 constexpr double kLotLeft = 48;
 constexpr double kUpperRow = 52;
 constexpr double kLowerRow = 274;
-constexpr double kStay = 120; // seconds; how long a car or a gap stays at least
+constexpr double kStay = 120;       // seconds; how long a car or a gap stays at least
+constexpr double kDriveSpeed = 7.3; // pixels per second
+constexpr double kDriveWay = 900;
 constexpr std::array<QRgb, 7> kPaints = {0xc0392b, 0x2e6fb0, 0xf1efe9, 0x3b4148,
                                          0x9aa3ab, 0x2f8a63, 0xe0b23a};
 
@@ -49,7 +51,9 @@ void drawGround(QPainter &painter)
         drawLine(painter, place, place + QPointF(3, -5), 1.6, QColor(0x73a357));
     }
     fillRect(painter, QRectF(26, 38, 588, 368), QColor(0xbdb8ad), 20);
+    fillRect(painter, QRectF(-10, 180, 660, 84), QColor(0xbdb8ad));
     fillRect(painter, QRectF(32, 44, 576, 356), QColor(0x666b72), 16);
+    fillRect(painter, QRectF(-10, 186, 660, 72), QColor(0x666b72));
     for (int speck = 0; speck < 420; ++speck) {
         const QPointF place(40 + scatter(speck, 5, 560), 50 + scatter(speck, 6, 344));
         fillDisc(painter, place, 1, QColor(255, 255, 255, 26));
@@ -106,8 +110,8 @@ void drawParkingLot(QPainter &painter, double seconds)
     drawArrow(painter, 420);
     parkCars(painter, kUpperRow, 0, 0, seconds);
     parkCars(painter, kLowerRow, 180, 1, seconds);
-    placeCar(painter, {alongRoad(seconds, 7.3, 900) - 120, 222}, 90,
-             static_cast<int>(seconds / 900 * 7.3));
+    const int driver = static_cast<int>(seconds * kDriveSpeed / kDriveWay);
+    placeCar(painter, {alongRoad(seconds, kDriveSpeed, kDriveWay) - 120, 222}, 90.0, driver);
     for (const double x : {14.0, 186.0, 330.0, 500.0, 628.0}) {
         drawCrown(painter, {x, 428});
     }

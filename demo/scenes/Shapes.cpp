@@ -101,7 +101,8 @@ double ridgeAt(const Ridge &ridge, double x)
 void drawHills(QPainter &painter, const Ridge &ridge, QColor colour)
 {
     QPolygonF outline;
-    for (double x = 0; x <= kSceneWidth; x += kRidgeStep) {
+    for (int step = 0; step * kRidgeStep <= kSceneWidth; ++step) {
+        const double x = step * kRidgeStep;
         outline << QPointF(x, ridgeAt(ridge, x));
     }
     outline << QPointF(kSceneWidth, kSceneHeight) << QPointF(0, kSceneHeight);

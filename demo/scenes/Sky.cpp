@@ -9,8 +9,7 @@
 namespace velmora::demo {
 namespace {
 
-constexpr double kDay = 600;       // seconds from one sunrise to the next
-constexpr double kSunshine = 0.75; // part of it with the sun up
+constexpr double kDay = 600; // seconds from one sunrise to the next
 
 QColor mix(QColor from, QColor to, double part)
 {
@@ -22,17 +21,18 @@ QColor mix(QColor from, QColor to, double part)
 struct Sun
 {
     QPointF place;
-    double light; // 0: night, 1: full day
-    double glow;  // 1: at the horizon, red
+    double light = 0; // 0: night, 1: full day
+    double glow = 0;  // 1: at the horizon, red
 };
 
+// The sun goes round a circle whose lower part the hills hide.
 Sun sunAt(double seconds)
 {
-    const double way = std::fmod(seconds, kDay) / kDay / kSunshine; // beyond 1: below the horizon
-    const double height = std::sin(way * std::numbers::pi);
-    return {.place = {40 + 560 * way, 350 - 290 * height},
-            .light = std::clamp(0.25 + 1.5 * height, 0.0, 1.0),
-            .glow = std::clamp(1 - 2.5 * std::abs(height), 0.0, 1.0)};
+    const double angle = std::fmod(seconds, kDay) / kDay * 2 * std::numbers::pi;
+    const double height = 0.25 + 0.75 * std::sin(angle);
+    return {.place = {320 - 290 * std::cos(angle), 350 - 280 * height},
+            .light = std::clamp(0.35 + 2 * height, 0.0, 1.0),
+            .glow = std::clamp(1.1 - 2.2 * std::abs(height), 0.0, 1.0)};
 }
 
 void drawStars(QPainter &painter, double light)

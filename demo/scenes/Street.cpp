@@ -14,19 +14,21 @@ constexpr double kLightsChange = 30; // seconds
 
 struct House
 {
-    double left;
-    double width;
-    double height;
-    QRgb wall;
-    QRgb roof;
+    double left = 0;
+    double width = 0;
+    double height = 0;
+    QRgb wall = 0;
+    QRgb roof = 0;
 };
 
-constexpr std::array<House, 6> kHouses = {{{-10, 112, 170, 0xe8b98a, 0x8c4a3c},
-                                           {102, 96, 214, 0xc9d6c3, 0x5f6f78},
-                                           {198, 118, 156, 0xe9dcb4, 0xa2543f},
-                                           {316, 94, 232, 0xd98f7a, 0x6a4444},
-                                           {410, 120, 178, 0xa9c4d6, 0x55616e},
-                                           {530, 120, 200, 0xf0d5a0, 0x95503d}}};
+constexpr std::array<House, 6> kHouses = {{
+    {.left = -10, .width = 112, .height = 170, .wall = 0xe8b98a, .roof = 0x8c4a3c},
+    {.left = 102, .width = 96, .height = 214, .wall = 0xc9d6c3, .roof = 0x5f6f78},
+    {.left = 198, .width = 118, .height = 156, .wall = 0xe9dcb4, .roof = 0xa2543f},
+    {.left = 316, .width = 94, .height = 232, .wall = 0xd98f7a, .roof = 0x6a4444},
+    {.left = 410, .width = 120, .height = 178, .wall = 0xa9c4d6, .roof = 0x55616e},
+    {.left = 530, .width = 120, .height = 200, .wall = 0xf0d5a0, .roof = 0x95503d},
+}};
 
 enum class Heading { Left, Right };
 
@@ -39,7 +41,8 @@ void drawWindows(QPainter &painter, const House &house, int number, int moment)
     const int rows = static_cast<int>((house.height - 84) / 44) + 1;
     for (int i = 0; i < rows * kColumns; ++i) {
         const double left = house.left + gap + (i % kColumns) * (kWide + gap);
-        const QRectF pane(left, top + (i / kColumns) * 44.0, kWide, 28);
+        const int row = i / kColumns;
+        const QRectF pane(left, top + row * 44.0, kWide, 28);
         const bool lit = scatter(number * 100 + i, moment, 4) == 0;
         fillRect(painter, pane.adjusted(-3, -3, 3, 3), QColor(0xfaf6ee), 2);
         fillRect(painter, pane, QColor(lit ? 0xffd873 : 0x5c7f96), 1);
@@ -102,8 +105,9 @@ void drawRoad(QPainter &painter)
              QColor(0xc2bcb2));
     fillRect(painter, QRectF(0, kRoadTop - 6, kSceneWidth, 6), QColor(0x989289));
     fillBand(painter, kRoadTop, kSceneHeight, QColor(0x5b6067), QColor(0x484c53));
-    for (double left = 10; left < kSceneWidth; left += 2 * kDash) {
-        fillRect(painter, QRectF(left, kRoadMiddle - 2, kDash, 4), QColor(0xe9e6dc), 2);
+    for (int dash = 0; dash < 7; ++dash) {
+        fillRect(painter, QRectF(10 + 2 * dash * kDash, kRoadMiddle - 2, kDash, 4),
+                 QColor(0xe9e6dc), 2);
     }
 }
 

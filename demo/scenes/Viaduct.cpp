@@ -11,15 +11,23 @@ constexpr double kRail = 186;
 constexpr double kDeckBottom = 214;
 constexpr double kArchWidth = 92;
 constexpr double kPierWidth = 20;
+constexpr int kArches = 8;
+
+double archLeft(int arch)
+{
+    return -40 + arch * kArchWidth;
+}
 
 void drawArches(QPainter &painter)
 {
     const QColor stone(0xcdb694);
     QPainterPath wall;
     wall.addRect(QRectF(0, kRail + 6, kSceneWidth, 214));
-    for (double left = -40; left < kSceneWidth; left += kArchWidth) {
+    for (int arch = 0; arch < kArches; ++arch) {
+        const double left = archLeft(arch);
         const double wide = kArchWidth - kPierWidth;
         QPainterPath opening;
+        opening.setFillRule(Qt::WindingFill);
         opening.addRect(QRectF(left, kDeckBottom + wide / 2, wide, 240));
         opening.addEllipse(QRectF(left, kDeckBottom, wide, wide));
         wall = wall.subtracted(opening);
@@ -27,7 +35,8 @@ void drawArches(QPainter &painter)
     painter.setBrush(stone);
     painter.drawPath(wall);
     fillRect(painter, QRectF(0, kRail + 2, kSceneWidth, 7), stone.darker(120));
-    for (double left = -40; left < kSceneWidth; left += kArchWidth) {
+    for (int arch = 0; arch < kArches; ++arch) {
+        const double left = archLeft(arch);
         const double pier = left + kArchWidth - kPierWidth;
         fillRect(painter, QRectF(pier + 13, kDeckBottom + 34, 7, 158), stone.darker(114));
     }
@@ -77,15 +86,15 @@ void drawTrain(QPainter &painter, double seconds)
 
 void drawRiver(QPainter &painter, double seconds)
 {
-    QPainterPath river({250, 352});
-    river.cubicTo({330, 380}, {180, 410}, {150, 480});
+    QPainterPath river({306, 346});
+    river.cubicTo({330, 384}, {190, 408}, {150, 480});
     river.lineTo(470, 480);
-    river.cubicTo({450, 420}, {380, 390}, {320, 352});
+    river.cubicTo({440, 420}, {370, 386}, {316, 346});
     painter.setBrush(QColor(0x5ea3c4));
     painter.drawPath(river);
     for (int i = 0; i < 16; ++i) {
         const double y = 366 + alongRoad(seconds + i * 7, 2.3, 78);
-        const double x = 268 + scatter(i, 1, 80) + (y - 366) * 0.2;
+        const double x = 300 + (scatter(i, 1, 100) - 55) * (0.3 + (y - 366) / 60);
         drawLine(painter, {x, y}, {x + 18, y}, 1.8, QColor(255, 255, 255, 110));
     }
 }

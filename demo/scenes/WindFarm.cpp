@@ -70,8 +70,10 @@ void drawSheep(QPainter &painter, QPointF foot)
 // Rows of plants that follow the ridge.
 void drawRows(QPainter &painter, const Ridge &ridge, QColor colour)
 {
-    for (double depth = 14; depth < 70; depth += 12) {
-        for (double x = 4; x < kSceneWidth; x += 18) {
+    for (int row = 0; row < 5; ++row) {
+        const double depth = 14 + row * 12;
+        for (int plant = 0; plant < 36; ++plant) {
+            const double x = 4 + plant * 18;
             const double y = ridgeAt(ridge, x) + depth;
             drawLine(painter, {x, y}, {x + 9, ridgeAt(ridge, x + 9) + depth}, 2.4, colour);
         }

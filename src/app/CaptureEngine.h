@@ -18,8 +18,8 @@
 
 namespace velmora {
 
-/// Builds the parts in the order of their dependence and ends them in reverse. close() must have ended
-/// before the engine goes.
+/// Builds the parts in the order of their dependence and ends them in reverse. close() must have
+/// ended before the engine goes.
 class CaptureEngine : public QObject
 {
     Q_OBJECT

@@ -11,19 +11,23 @@ const QString kPasses = QStringLiteral("passes");
 
 void addOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(
-        QStringLiteral("Captures still images from network cameras and manages what it has stored."));
-    parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Shows this help.")});
+    parser.setApplicationDescription(QStringLiteral(
+        "Captures still images from network cameras and manages what it has stored."));
+    parser.addOption(
+        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Shows this help.")});
     parser.addOption(
         {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Shows the version.")});
-    parser.addOption({kFolder,
-                      QStringLiteral("Keeps settings and log in <dir> instead of beside the program "
-                                     "(also: environment variable VELMORA_PROGRAM_FOLDER)."),
-                      QStringLiteral("dir")});
-    parser.addOption({kCapture, QStringLiteral("Captures without windows and prints what it stores. A pass "
-                                               "in which nothing was due is not mentioned, unless passes are "
-                                               "counted.")});
-    parser.addOption({kPasses, QStringLiteral("With --capture: ends after <n> passes."), QStringLiteral("n")});
+    parser.addOption(
+        {kFolder,
+         QStringLiteral("Keeps settings and log in <dir> instead of beside the program "
+                        "(also: environment variable VELMORA_PROGRAM_FOLDER)."),
+         QStringLiteral("dir")});
+    parser.addOption(
+        {kCapture, QStringLiteral("Captures without windows and prints what it stores. A pass "
+                                  "in which nothing was due is not mentioned, unless passes are "
+                                  "counted.")});
+    parser.addOption(
+        {kPasses, QStringLiteral("With --capture: ends after <n> passes."), QStringLiteral("n")});
 }
 
 StartRequest usageError(const QString &text)
@@ -70,7 +74,8 @@ StartRequest parseCommandLine(const QStringList &arguments)
         return PrintRequest{QStringLiteral("Velmora " VELMORA_VERSION "\n")};
     }
     if (!parser.positionalArguments().isEmpty()) {
-        return usageError(QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
+        return usageError(
+            QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
     }
     return runRequest(parser);
 }

@@ -19,7 +19,8 @@ void HeadlessCapture::connectReports()
     connect(&engine_.store(), &ImageStore::imageStored, this,
             [this](CameraAddress camera, const QString &fileName) {
                 ++stored_;
-                out_ << "stored " << camera.group << ':' << camera.row << ' ' << fileName << Qt::endl;
+                out_ << "stored " << camera.group << ':' << camera.row << ' ' << fileName
+                     << Qt::endl;
             });
     connect(&engine_.store(), &ImageStore::cameraFailed, this,
             [this](CameraAddress camera, const QString &reason) {
@@ -28,9 +29,8 @@ void HeadlessCapture::connectReports()
             });
     connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);
-    connect(&engine_.problems(), &Problems::warned, this, [](const QString &text) {
-        QTextStream(stderr) << "velmora: " << text << Qt::endl;
-    });
+    connect(&engine_.problems(), &Problems::warned, this,
+            [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
 }
 
 void HeadlessCapture::reportPass()

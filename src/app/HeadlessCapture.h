@@ -17,8 +17,8 @@ public:
     /// passes: end after so many; none for no end.
     HeadlessCapture(CaptureEngine &engine, std::optional<int> passes);
 
-    /// Begins the first pass, behind which the timer goes on. False, with a sentence on the error output,
-    /// when the storage folder is missing.
+    /// Begins the first pass, behind which the timer goes on. False, with a sentence on the error
+    /// output, when the storage folder is missing.
     [[nodiscard]] bool start();
 
     /// Runs the last pass and ends the program; a second call gives the pass up.

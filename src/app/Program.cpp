@@ -43,7 +43,10 @@ void Program::connectWindows()
     });
 }
 
-void Program::start() { engine_.launch(startUp()); }
+void Program::start()
+{
+    engine_.launch(startUp());
+}
 
 QCoro::Task<> Program::startUp()
 {
@@ -84,7 +87,10 @@ QCoro::Task<> Program::Initialise()
     engine_.log().trace(QStringLiteral("Fin Init"));
 }
 
-void Program::showSettings() { interface_.bringUp(); }
+void Program::showSettings()
+{
+    interface_.bringUp();
+}
 
 void Program::showImages()
 {

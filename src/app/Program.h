@@ -1,4 +1,5 @@
-// The program with its windows: their order at start-up, what leads from one to another, and the end.
+// The program with its windows: their order at start-up, what leads from one to another, and the
+// end.
 #pragma once
 
 #include "app/CaptureEngine.h"
@@ -25,8 +26,8 @@ public:
     /// Brings the window that the user sees to the front.
     void bringToFront();
 
-    /// Ends the program once the last pass has run, with the closing box in the meantime; a second call
-    /// gives that pass up.
+    /// Ends the program once the last pass has run, with the closing box in the meantime; a second
+    /// call gives that pass up.
     void end();
 
 private:

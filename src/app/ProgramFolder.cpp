@@ -27,7 +27,8 @@ QString programFolder(const ProgramPlace &place)
     if (!place.requested.isEmpty()) {
         return made(place.requested);
     }
-    const bool portable = !isSystemBin(place.executable) && QFileInfo(place.executable).isWritable();
+    const bool portable =
+        !isSystemBin(place.executable) && QFileInfo(place.executable).isWritable();
     return portable ? place.executable : made(place.dataHome + QStringLiteral("/velmora"));
 }
 

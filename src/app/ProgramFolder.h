@@ -8,14 +8,14 @@ namespace velmora {
 /// What decides where the program folder is.
 struct ProgramPlace
 {
-    QString requested;   // by option or environment, empty for none
-    QString executable;  // folder of the running program
-    QString dataHome;    // of the user
+    QString requested;  // by option or environment, empty for none
+    QString executable; // folder of the running program
+    QString dataHome;   // of the user
 };
 
 /// The folder asked for; else that of the executable; else, for a copy installed for all users (its
-/// folder is a system's bin or cannot be written), "velmora" in the user's data folder, which is made.
-/// Native path without links in it; empty when the folder cannot be made.
+/// folder is a system's bin or cannot be written), "velmora" in the user's data folder, which is
+/// made. Native path without links in it; empty when the folder cannot be made.
 [[nodiscard]] QString programFolder(const ProgramPlace &place);
 
 /// The place of this process.

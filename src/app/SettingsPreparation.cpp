@@ -20,8 +20,9 @@ void prepareSettings(const QString &programFolder, const QString &oldFolder)
 {
     const QString settings = programFolder + QStringLiteral("/Velmora.ini");
     const QString old = oldFolder + QStringLiteral("/Velmora.ini");
-    const bool hasOld = !oldFolder.isEmpty() && QFileInfo(old).isFile() &&
-                        QFileInfo(old).canonicalFilePath() != QFileInfo(settings).canonicalFilePath();
+    const bool hasOld =
+        !oldFolder.isEmpty() && QFileInfo(old).isFile() &&
+        QFileInfo(old).canonicalFilePath() != QFileInfo(settings).canonicalFilePath();
     if (hasOld) {
         if (copyWhole(old, settings)) {
             QFile::remove(old);

@@ -5,9 +5,9 @@
 
 namespace velmora {
 
-/// A settings file in `oldFolder` (where earlier versions kept it; empty for none) moves into the program
-/// folder, over one that is there. Otherwise, when the program folder has none, the template Velmora0.ini
-/// becomes it. A file that cannot be copied stays where it is. Native paths.
+/// A settings file in `oldFolder` (where earlier versions kept it; empty for none) moves into the
+/// program folder, over one that is there. Otherwise, when the program folder has none, the
+/// template Velmora0.ini becomes it. A file that cannot be copied stays where it is. Native paths.
 void prepareSettings(const QString &programFolder, const QString &oldFolder);
 
 } // namespace velmora

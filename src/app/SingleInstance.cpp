@@ -19,7 +19,8 @@ QString socketName(const QString &programFolder)
 
 } // namespace
 
-SingleInstance::SingleInstance(const QString &programFolder) : name_(socketName(programFolder))
+SingleInstance::SingleInstance(const QString &programFolder)
+    : name_(socketName(programFolder))
 {
     server_.setSocketOptions(QLocalServer::AbstractNamespaceOption);
     connect(&server_, &QLocalServer::newConnection, this, [this] {

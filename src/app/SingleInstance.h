@@ -6,8 +6,8 @@
 
 namespace velmora {
 
-/// The first to claim a folder serves it; later ones ask it to come to the front and go. The claim is a
-/// socket in the kernel's own name space, so it ends with the process however that ends.
+/// The first to claim a folder serves it; later ones ask it to come to the front and go. The claim
+/// is a socket in the kernel's own name space, so it ends with the process however that ends.
 class SingleInstance : public QObject
 {
     Q_OBJECT

@@ -47,7 +47,8 @@ QStringList argumentList(int argc, char **argv)
     return arguments;
 }
 
-int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, std::optional<int> passes)
+int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher,
+                          std::optional<int> passes)
 {
     HeadlessCapture capture(engine, passes);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
@@ -67,7 +68,8 @@ int runWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, SingleInstan
 int run(int argc, char **argv, const RunRequest &request)
 {
     if (!request.headless && !hasDisplay()) {
-        return fail(QStringLiteral("there is no display. Use --capture to capture without windows."), 1);
+        return fail(
+            QStringLiteral("there is no display. Use --capture to capture without windows."), 1);
     }
     const std::unique_ptr<QCoreApplication> application =
         request.headless ? std::make_unique<QCoreApplication>(argc, argv)
@@ -97,11 +99,12 @@ int run(int argc, char **argv, const RunRequest &request)
 int main(int argc, char **argv)
 {
     const StartRequest request = parseCommandLine(argumentList(argc, argv));
-    return std::visit(Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },
-                                 [](const PrintRequest &asked) {
-                                     QTextStream(stdout) << asked.text;
-                                     return 0;
-                                 },
-                                 [](const UsageError &error) { return fail(error.text, kUsageStatus); }},
-                      request);
+    return std::visit(
+        Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },
+                   [](const PrintRequest &asked) {
+                       QTextStream(stdout) << asked.text;
+                       return 0;
+                   },
+                   [](const UsageError &error) { return fail(error.text, kUsageStatus); }},
+        request);
 }

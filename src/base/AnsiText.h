@@ -1,6 +1,6 @@
-// Text in the ANSI code page (Windows-1252), the one in which the settings file and the camera folder
-// names are written. The five bytes that the page leaves undefined stand for the control characters of
-// the same number, so every byte string survives the way to text and back.
+// Text in the ANSI code page (Windows-1252), the one in which the settings file and the camera
+// folder names are written. The five bytes that the page leaves undefined stand for the control
+// characters of the same number, so every byte string survives the way to text and back.
 #pragma once
 
 #include <QByteArray>

@@ -15,11 +15,7 @@ using WallTime = std::chrono::local_seconds;
 inline constexpr WallTime kZeroDate =
     std::chrono::local_days{std::chrono::year{1899} / std::chrono::December / 30};
 
-enum class Wake
-{
-    Elapsed,
-    Stopped
-};
+enum class Wake { Elapsed, Stopped };
 
 class Clock
 {

@@ -74,7 +74,10 @@ WallFields wallFields(WallTime time)
             static_cast<int>(clock.seconds().count())};
 }
 
-QString twoDigits(int number) { return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0')); }
+QString twoDigits(int number)
+{
+    return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+}
 
 QString dateText(WallTime time)
 {

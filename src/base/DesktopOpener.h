@@ -5,8 +5,7 @@
 
 namespace velmora {
 
-enum class OpenOutcome
-{
+enum class OpenOutcome {
     Started,
     NoOpener // the desktop's opener is not installed
 };

@@ -13,8 +13,9 @@ class FileError : public std::runtime_error
 public:
     /// action: what was tried, as the begin of a sentence ("The log file cannot be written").
     FileError(const QString &action, std::error_code error)
-        : std::runtime_error((action + QStringLiteral(": ") + QString::fromStdString(error.message()))
-                                 .toStdString())
+        : std::runtime_error(
+              (action + QStringLiteral(": ") + QString::fromStdString(error.message()))
+                  .toStdString())
     {
     }
 };

@@ -20,13 +20,16 @@ namespace {
 
 constexpr mode_t kNewFileMode = 0644;
 
-std::error_code lastError() { return {errno, std::generic_category()}; }
+std::error_code lastError()
+{
+    return {errno, std::generic_category()};
+}
 
 QByteArray workFileName(const QByteArray &folder)
 {
     static std::atomic<unsigned> count{0};
-    return folder + "/.velmora-" + QByteArray::number(::getpid()) + '-' + QByteArray::number(++count) +
-           ".part";
+    return folder + "/.velmora-" + QByteArray::number(::getpid()) + '-' +
+           QByteArray::number(++count) + ".part";
 }
 
 std::error_code writeAll(int fd, QByteArrayView bytes)
@@ -55,18 +58,15 @@ std::error_code writeWorkFile(const QByteArray &path, QByteArrayView bytes, mode
     return error;
 }
 
-// A hard link never replaces; file systems without links can rename without replacing.
+// Renames without replacing; where the file system cannot do that, a hard link never replaces either.
 std::error_code giveName(const QByteArray &work, const QByteArray &target)
 {
-    std::error_code error;
-    if (::link(work.constData(), target.constData()) != 0) {
-        error = lastError();
-        const bool noLinks = error == std::errc::operation_not_permitted ||
-                             error == std::errc::operation_not_supported;
-        if (noLinks && ::renameat2(AT_FDCWD, work.constData(), AT_FDCWD, target.constData(),
-                                   RENAME_NOREPLACE) == 0) {
-            return {};
-        }
+    if (::renameat2(AT_FDCWD, work.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0) {
+        return {};
+    }
+    std::error_code error = lastError();
+    if (error == std::errc::invalid_argument) {
+        error = ::link(work.constData(), target.constData()) == 0 ? std::error_code() : lastError();
     }
     ::unlink(work.constData());
     return error;

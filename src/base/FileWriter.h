@@ -1,6 +1,6 @@
-// Files that come into being whole: written under a working name first, then given their own. At every
-// instant, also under a kill or on a full disk, a path holds the whole old file, the whole new one, or
-// nothing.
+// Files that come into being whole: written under a working name first, then given their own. At
+// every instant, also under a kill or on a full disk, a path holds the whole old file, the whole
+// new one, or nothing.
 #pragma once
 
 #include <QByteArrayView>
@@ -11,8 +11,7 @@
 namespace velmora {
 
 /// What became of a file to be stored.
-enum class StoreOutcome
-{
+enum class StoreOutcome {
     Stored,
     AlreadyThere, // a file of that name exists; it was left alone
     Failed
@@ -29,8 +28,9 @@ struct [[nodiscard]] StoreResult
 /// target: native path of the file to be.
 StoreResult storeNewFile(const QString &workFolder, const QString &target, QByteArrayView bytes);
 
-/// Replaces a file by another text, or makes it; a link is followed, the permissions are kept. The file
-/// system writes the data out before the name changes, so a power cut does not empty the file either.
+/// Replaces a file by another text, or makes it; a link is followed, the permissions are kept. The
+/// file system writes the data out before the name changes, so a power cut does not empty the file
+/// either.
 [[nodiscard]] std::error_code replaceFile(const QString &path, QByteArrayView bytes);
 
 /// Deletes the working files that a killed run left in a folder (native path).

@@ -13,8 +13,9 @@ namespace velmora {
 /// Makes one level of folder; a folder that exists is no error.
 [[nodiscard]] std::error_code makeFolder(const QString &path);
 
-/// True when the folder holds at least one file; folders in it do not count. Reads no further than the
-/// first file, so a very full folder costs no more than an empty one. False for a missing folder.
+/// True when the folder holds at least one file; folders in it do not count. Reads no further than
+/// the first file, so a very full folder costs no more than an empty one. False for a missing
+/// folder.
 [[nodiscard]] bool folderHoldsFile(const QString &path);
 
 } // namespace velmora

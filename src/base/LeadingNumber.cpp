@@ -9,12 +9,16 @@
 namespace velmora {
 namespace {
 
-bool isSkipped(QChar c) { return c == u' ' || c == u'\t' || c == u'\n'; }
+bool isSkipped(QChar c)
+{
+    return c == u' ' || c == u'\t' || c == u'\n';
+}
 
 // Everything that can be part of a number; the parser below finds where the number ends.
 bool mayStandInNumber(QChar c)
 {
-    return (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.' || c == u'e' || c == u'E';
+    return (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.' || c == u'e' ||
+           c == u'E';
 }
 
 QByteArray numberCharacters(QStringView text)

@@ -9,7 +9,10 @@
 namespace velmora {
 namespace {
 
-bool isDriveLetter(QChar c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); }
+bool isDriveLetter(QChar c)
+{
+    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
+}
 
 // "\a\\b\" as "/a/b".
 QString joined(const QString &root, QStringView text)
@@ -24,7 +27,10 @@ QString joined(const QString &root, QStringView text)
 
 } // namespace
 
-NativePaths::NativePaths(QString programFolder) : programFolder_(std::move(programFolder)) {}
+NativePaths::NativePaths(QString programFolder)
+    : programFolder_(std::move(programFolder))
+{
+}
 
 std::optional<QString> NativePaths::driveRoot(QChar letter) const
 {

@@ -9,8 +9,8 @@
 
 namespace velmora {
 
-/// The first value set wins; later ones are ignored. The waiting coroutine (one at most) is resumed from
-/// the event loop, never inside set(). Must outlive its waiter.
+/// The first value set wins; later ones are ignored. The waiting coroutine (one at most) is resumed
+/// from the event loop, never inside set(). Must outlive its waiter.
 template <typename T>
 class OneShot
 {
@@ -28,7 +28,10 @@ public:
 
         [[nodiscard]] bool await_ready() const noexcept { return shot->value_.has_value(); }
 
-        void await_suspend(std::coroutine_handle<> waiter) const noexcept { shot->waiter_ = waiter; }
+        void await_suspend(std::coroutine_handle<> waiter) const noexcept
+        {
+            shot->waiter_ = waiter;
+        }
 
         T await_resume() const { return std::move(*shot->value_); }
     };

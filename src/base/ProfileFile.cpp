@@ -15,7 +15,9 @@
 namespace velmora {
 namespace {
 
-// A write within one page of the page cache is whole or absent after a kill.
+// A write within one page of the page cache is whole or absent, after a kill and on a full disk
+// alike. Replacing the file costs a hundred times as much, and a pass writes several values for
+// each camera.
 constexpr qsizetype kPageBytes = 4096;
 constexpr mode_t kAnyWriter = 0222;
 
@@ -47,8 +49,8 @@ std::optional<QByteArray> readAll(int fd, qsizetype size)
     return filled == size ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
-// The whole text; empty when there is no file, nothing when there is one that cannot be read: a text
-// that is not known must not be written over.
+// The whole text; empty when there is no file, nothing when there is one that cannot be read: a
+// text that is not known must not be written over.
 std::optional<QByteArray> readWhole(const QString &path)
 {
     // Without O_NONBLOCK a pipe of that name would wait for a writer.
@@ -64,10 +66,12 @@ std::optional<QByteArray> readWhole(const QString &path)
     return readAll(file.get(), info.st_size);
 }
 
-bool fitsInPlace(const ProfileEdit &edit)
+bool fitsInPlace(const ProfileEdit &edit, qsizetype fileSize)
 {
     const qsizetype length = edit.inserted.size();
-    return length == edit.removed && length > 0 &&
+    const bool keepsLength = length == edit.removed && length > 0;
+    const bool appends = edit.removed == 0 && edit.offset == fileSize && fileSize > 0;
+    return (keepsLength || appends) &&
            edit.offset / kPageBytes == (edit.offset + length - 1) / kPageBytes;
 }
 
@@ -94,7 +98,10 @@ QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 
 } // namespace
 
-QByteArray readProfile(const QString &path) { return readWhole(path).value_or(QByteArray()); }
+QByteArray readProfile(const QString &path)
+{
+    return readWhole(path).value_or(QByteArray());
+}
 
 QByteArray readProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                             QByteArrayView fallback, qsizetype size)
@@ -121,8 +128,9 @@ ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByt
     if (mode != 0 && (mode & kAnyWriter) == 0) {
         return ProfileWrite::Failed;
     }
-    const bool written = fitsInPlace(edit) ? writeInPlace(path, edit)
-                                           : !replaceFile(path, applied(text.bytes(), edit));
+    const bool written = fitsInPlace(edit, text.bytes().size())
+                             ? writeInPlace(path, edit)
+                             : !replaceFile(path, applied(text.bytes(), edit));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }
 

@@ -8,23 +8,24 @@
 
 namespace velmora {
 
-enum class ProfileWrite
-{
+enum class ProfileWrite {
     Written,
     Unchanged, // the key already had this value; the file was not touched
     Failed     // the file is as it was
 };
 
-/// The bytes of a settings file, empty when it is missing, unreadable or no regular file. Native path.
+/// The bytes of a settings file, empty when it is missing, unreadable or no regular file. Native
+/// path.
 [[nodiscard]] QByteArray readProfile(const QString &path);
 
 /// The stored value of a key, or `fallback` without the blanks at its end, cut to size - 1 bytes.
 [[nodiscard]] QByteArray readProfileValue(const QString &path, QByteArrayView section,
-                                          QByteArrayView key, QByteArrayView fallback, qsizetype size);
+                                          QByteArrayView key, QByteArrayView fallback,
+                                          qsizetype size);
 
-/// Gives a key a value, or takes it out (no value). The file is made when missing, never when a key is
-/// taken out. At every instant the file on disk is the whole old or the whole new text. A file without
-/// write permission stays as it is, whoever runs the program.
+/// Gives a key a value, or takes it out (no value). The file is made when missing, never when a key
+/// is taken out. At every instant the file on disk is the whole old or the whole new text. A file
+/// without write permission stays as it is, whoever runs the program.
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value);
 

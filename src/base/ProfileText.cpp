@@ -7,9 +7,15 @@
 namespace velmora {
 namespace {
 
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
 
-bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
+bool isLineEnd(char c)
+{
+    return c == '\r' || c == '\n';
+}
 
 QByteArrayView trimmed(QByteArrayView text)
 {
@@ -123,7 +129,8 @@ std::optional<KeyLine> keyLine(QByteArrayView bytes, const Line &line)
     return KeyLine{line, name, line.begin + equals + 1};
 }
 
-std::optional<KeyLine> findKey(QByteArrayView bytes, qsizetype begin, qsizetype end, QByteArrayView key)
+std::optional<KeyLine> findKey(QByteArrayView bytes, qsizetype begin, qsizetype end,
+                               QByteArrayView key)
 {
     const QByteArrayView body = bytes.first(end);
     while (begin < end) {
@@ -168,7 +175,8 @@ qsizetype headerLineBegin(QByteArrayView bytes, qsizetype bracket)
 
 } // namespace
 
-ProfileText::ProfileText(QByteArray bytes) : bytes_(std::move(bytes))
+ProfileText::ProfileText(QByteArray bytes)
+    : bytes_(std::move(bytes))
 {
     const QByteArrayView all(bytes_);
     for (qsizetype bracket = nextHeader(all, 0); bracket < all.size();) {
@@ -209,13 +217,16 @@ ProfileEdit ProfileText::edit(QByteArrayView section, QByteArrayView key,
     const auto existing =
         where != nullptr ? findKey(bytes_, where->bodyBegin, where->bodyEnd, name) : std::nullopt;
     if (!value) {
-        return existing ? ProfileEdit{existing->line.begin, existing->line.next - existing->line.begin, {}}
+        return existing ? ProfileEdit{existing->line.begin,
+                                      existing->line.next - existing->line.begin,
+                                      {}}
                         : ProfileEdit{};
     }
     if (existing) {
         const qsizetype length = existing->line.end - existing->valueBegin;
         const bool same = QByteArrayView(bytes_).sliced(existing->valueBegin, length) == *value;
-        return same ? ProfileEdit{} : ProfileEdit{existing->valueBegin, length, value->toByteArray()};
+        return same ? ProfileEdit{}
+                    : ProfileEdit{existing->valueBegin, length, value->toByteArray()};
     }
     const QByteArray line = name.toByteArray() + '=' + value->toByteArray() + "\r\n";
     return where != nullptr
@@ -244,7 +255,8 @@ std::optional<QByteArrayView> findProfileValue(QByteArrayView bytes, QByteArrayV
         if (!sameName(headerName(bytes.sliced(bracket, line.end - bracket)), wanted)) {
             continue;
         }
-        const auto found = findKey(bytes, line.next, nextHeader(bytes, line.next), trimmedBlanks(key));
+        const auto found =
+            findKey(bytes, line.next, nextHeader(bytes, line.next), trimmedBlanks(key));
         return found ? std::optional(valueOf(bytes, *found)) : std::nullopt;
     }
     return std::nullopt;

@@ -1,5 +1,5 @@
-// The text of a settings file in private-profile form: sections in brackets, "key=value" lines. Lookups
-// and edits work on the bytes; whatever an edit does not touch stays as it stands.
+// The text of a settings file in private-profile form: sections in brackets, "key=value" lines.
+// Lookups and edits work on the bytes; whatever an edit does not touch stays as it stands.
 #pragma once
 
 #include <QByteArray>
@@ -21,9 +21,9 @@ struct ProfileEdit
 };
 
 /// A parsed settings text. Rules of the form:
-/// lines end with CR, LF or CR LF; only a leading ";" makes a comment; names compare without the case of
-/// ASCII letters; the first section of a name and the first key of a name in it count; blanks and tabs
-/// around names and values do not; of a name asked for, blanks alone are taken off.
+/// lines end with CR, LF or CR LF; only a leading ";" makes a comment; names compare without the
+/// case of ASCII letters; the first section of a name and the first key of a name in it count;
+/// blanks and tabs around names and values do not; of a name asked for, blanks alone are taken off.
 class ProfileText
 {
 public:
@@ -31,13 +31,14 @@ public:
 
     [[nodiscard]] const QByteArray &bytes() const { return bytes_; }
 
-    /// The value of a key with one pair of matching quotes taken off, or nothing when section or key is
-    /// missing. The view lives as long as this object.
-    [[nodiscard]] std::optional<QByteArrayView> value(QByteArrayView section, QByteArrayView key) const;
+    /// The value of a key with one pair of matching quotes taken off, or nothing when section or
+    /// key is missing. The view lives as long as this object.
+    [[nodiscard]] std::optional<QByteArrayView> value(QByteArrayView section,
+                                                      QByteArrayView key) const;
 
-    /// The change that gives a key this value, exactly as given, or takes the key out (no value). A new
-    /// section goes to the end; a new key goes behind the last key of its section; a key that exists
-    /// keeps its place and spelling. Lines added end with CR LF.
+    /// The change that gives a key this value, exactly as given, or takes the key out (no value). A
+    /// new section goes to the end; a new key goes behind the last key of its section; a key that
+    /// exists keeps its place and spelling. Lines added end with CR LF.
     [[nodiscard]] ProfileEdit edit(QByteArrayView section, QByteArrayView key,
                                    std::optional<QByteArrayView> value) const;
 
@@ -58,7 +59,7 @@ private:
 };
 
 /// The value of one key, found in one scan without an index; same rules as ProfileText::value.
-[[nodiscard]] std::optional<QByteArrayView> findProfileValue(QByteArrayView bytes, QByteArrayView section,
-                                                             QByteArrayView key);
+[[nodiscard]] std::optional<QByteArrayView>
+findProfileValue(QByteArrayView bytes, QByteArrayView section, QByteArrayView key);
 
 } // namespace velmora

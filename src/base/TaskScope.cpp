@@ -6,9 +6,15 @@
 
 namespace velmora {
 
-TaskScope::TaskScope(Report report) : report_(std::move(report)) {}
+TaskScope::TaskScope(Report report)
+    : report_(std::move(report))
+{
+}
 
-TaskScope::~TaskScope() { assert(running_ == 0 && "join() before the scope goes"); }
+TaskScope::~TaskScope()
+{
+    assert(running_ == 0 && "join() before the scope goes");
+}
 
 void TaskScope::launch(QCoro::Task<> task)
 {

@@ -12,9 +12,9 @@
 
 namespace velmora {
 
-/// Coroutines are started in a scope that belongs to the service whose data they use, and the scope is
-/// joined before that service goes: requestStop(), then co_await join(). An exception that leaves a
-/// coroutine goes to `report` as text.
+/// Coroutines are started in a scope that belongs to the service whose data they use, and the scope
+/// is joined before that service goes: requestStop(), then co_await join(). An exception that
+/// leaves a coroutine goes to `report` as text.
 class TaskScope
 {
 public:

@@ -1,5 +1,5 @@
-// A camera's measured refresh interval in the form of the settings file, "HH:MM:SS", where the hours
-// count whole days too.
+// A camera's measured refresh interval in the form of the settings file, "HH:MM:SS", where the
+// hours count whole days too.
 #pragma once
 
 #include <QString>

@@ -13,9 +13,15 @@ const QString kSelecteur = QStringLiteral("Selecteur");
 constexpr qsizetype kMaxUrlLength = 255;
 constexpr qsizetype kMaxReadBack = 254;
 
-QStringView boxValue(bool checked) { return checked ? u"1" : u"0"; }
+QStringView boxValue(bool checked)
+{
+    return checked ? u"1" : u"0";
+}
 
-bool isRow(int number) { return number >= 0 && number < kRows; }
+bool isRow(int number)
+{
+    return number >= 0 && number < kRows;
+}
 
 } // namespace
 
@@ -67,7 +73,8 @@ void CameraPage::loadRow(int row)
 int CameraPage::rememberedRow() const
 {
     const QString key = QStringLiteral("MemSource") + QString::number(group_);
-    const int stored = problems_.orDefault([&] { return table_.settings().int16(kControl, key); }, 0);
+    const int stored =
+        problems_.orDefault([&] { return table_.settings().int16(kControl, key); }, 0);
     const int row = stored >= kRows ? stored - kRows : stored;
     return isRow(row) ? row : 0;
 }
@@ -135,16 +142,18 @@ QString CameraPage::storedFolder(CameraAddress camera) const
 void CameraPage::leaveSource(int row, const QString &text)
 {
     if (text.size() > kMaxUrlLength) {
-        problems_.tell(QStringLiteral("Overflow: this camera address has %1 characters, at most 255 can be "
-                                      "stored; row %2 keeps the address that it had")
-                           .arg(text.size())
-                           .arg(row));
+        problems_.tell(
+            QStringLiteral("Overflow: this camera address has %1 characters, at most 255 can be "
+                           "stored; row %2 keeps the address that it had")
+                .arg(text.size())
+                .arg(row));
         return;
     }
     if (text.size() > kMaxReadBack || !fitsAnsi(text)) {
-        problems_.tell(QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "
-                                      "keeps 254 characters of the Western European set")
-                           .arg(row));
+        problems_.tell(
+            QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "
+                           "keeps 254 characters of the Western European set")
+                .arg(row));
     }
     const CameraAddress camera{group_, row};
     const QString folder = storedFolder(camera); // of the address before this edit
@@ -161,9 +170,7 @@ void CameraPage::leaveSource(int row, const QString &text)
 
 QString CameraPage::folderToOpen(int row) const
 {
-    return storage_.lamp() == LampColour::Green
-               ? storedFolder({group_, row})
-               : QString();
+    return storage_.lamp() == LampColour::Green ? storedFolder({group_, row}) : QString();
 }
 
 void CameraPage::showLoading(CameraAddress camera)

@@ -1,5 +1,5 @@
-// The camera table on screen: the ten rows of one group, filled from the settings file by a tab switch;
-// every change is stored at once. Groups and rows are 0-based.
+// The camera table on screen: the ten rows of one group, filled from the settings file by a tab
+// switch; every change is stored at once. Groups and rows are 0-based.
 #pragma once
 
 #include "cameras/CameraTable.h"
@@ -11,11 +11,7 @@
 
 namespace velmora {
 
-enum class WindowState
-{
-    Hidden,
-    Visible
-};
+enum class WindowState { Hidden, Visible };
 
 class CameraPage : public QObject
 {
@@ -33,13 +29,16 @@ public:
 
     [[nodiscard]] bool isGroupActive() const { return groupActive_; }
 
-    [[nodiscard]] const CameraRow &row(int row) const { return rows_.at(static_cast<std::size_t>(row)); }
+    [[nodiscard]] const CameraRow &row(int row) const
+    {
+        return rows_.at(static_cast<std::size_t>(row));
+    }
 
     /// Start-up: the group that was shown last and its switch, without its rows.
     void load();
 
-    /// The tab of a group was selected: loads its rows and brings rows without address to their state in
-    /// the file. Does nothing while the main window is hidden.
+    /// The tab of a group was selected: loads its rows and brings rows without address to their
+    /// state in the file. Does nothing while the main window is hidden.
     void Selecteur_Click(int group, WindowState window);
 
     void setAutomatic(int row, bool on);

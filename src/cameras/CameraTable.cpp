@@ -6,15 +6,27 @@
 namespace velmora {
 namespace {
 
-bool isOn(double number) { return number != 0; }
+bool isOn(double number)
+{
+    return number != 0;
+}
 
 } // namespace
 
-QString listSection(int group) { return QStringLiteral("Liste") + QString::number(group); }
+QString listSection(int group)
+{
+    return QStringLiteral("Liste") + QString::number(group);
+}
 
-QString groupSection(int group) { return QStringLiteral("Groupe") + QString::number(group); }
+QString groupSection(int group)
+{
+    return QStringLiteral("Groupe") + QString::number(group);
+}
 
-QString rowKey(QStringView word, int row) { return word.toString() + QString::number(row); }
+QString rowKey(QStringView word, int row)
+{
+    return word.toString() + QString::number(row);
+}
 
 CameraTable::CameraTable(const SettingsFile &settings, Problems &problems)
     : settings_(settings)
@@ -32,7 +44,10 @@ QString CameraTable::CameraFolderName(CameraAddress camera) const
     return encodeFolderName(url(camera));
 }
 
-bool CameraTable::isGroupActive(int group) const { return isGroupActive(settings_.snapshot(), group); }
+bool CameraTable::isGroupActive(int group) const
+{
+    return isGroupActive(settings_.snapshot(), group);
+}
 
 bool CameraTable::isGroupActive(const SettingsSnapshot &settings, int group)
 {

@@ -15,8 +15,8 @@ namespace velmora {
 struct CameraRow
 {
     QString url;
-    bool automatic = false;  // the period follows the measured best time
-    bool deleteOld = false;  // images older than a month are to go
+    bool automatic = false; // the period follows the measured best time
+    bool deleteOld = false; // images older than a month are to go
     BestTime bestTime;
     LampColour lamp = LampColour::None;
     int loadSeconds = 0; // duration of the last download

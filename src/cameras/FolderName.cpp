@@ -10,7 +10,10 @@ constexpr qsizetype kMaxUrlLength = 255; // the position in the address is a byt
 constexpr qsizetype kMaxNameLength = 255;
 constexpr int kHexBase = 16;
 
-bool isAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool isAsciiLetter(char c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
 
 // The number with which the text begins, read as hexadecimal; 0 when there is none.
 int leadingHex(QStringView text)
@@ -33,7 +36,8 @@ QString encodeFolderName(QStringView url)
 {
     if (url.size() > kMaxUrlLength) {
         throw OverflowError(
-            QStringLiteral("Overflow: a camera address may have at most 255 characters, this one has %1")
+            QStringLiteral(
+                "Overflow: a camera address may have at most 255 characters, this one has %1")
                 .arg(url.size()));
     }
     QString name;

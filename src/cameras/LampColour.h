@@ -6,8 +6,7 @@
 namespace velmora {
 
 /// Any integer may come out of the settings file; these are the ones with a meaning.
-enum class LampColour : qint32
-{
+enum class LampColour : qint32 {
     None = 0,
     Red = 255,      // failed, or no address; storage folder missing
     Orange = 33023, // loading

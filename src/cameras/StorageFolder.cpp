@@ -14,9 +14,8 @@ const QString kDefaultFolder = QStringLiteral("C:\\in");
 
 StorageState storageState(bool folderPresent)
 {
-    return folderPresent
-               ? StorageState{LampColour::Green, true, false, QStringLiteral("Ok")}
-               : StorageState{LampColour::Red, false, true, QStringLiteral("Quitter")};
+    return folderPresent ? StorageState{LampColour::Green, true, false, QStringLiteral("Ok")}
+                         : StorageState{LampColour::Red, false, true, QStringLiteral("Quitter")};
 }
 
 StorageFolder::StorageFolder(const CameraTable &table, const NativePaths &paths, EventLog &log,
@@ -71,9 +70,10 @@ void StorageFolder::choose(const QString &nativeFolder)
 {
     const QString text = paths_.folderText(nativeFolder);
     if (FormRep(text) != text || native(text) != nativeFolder) {
-        problems_.tell(QStringLiteral("The folder %1 cannot be the storage folder: its path holds a blank or "
-                                      "one of \\ * ? < > | \", which are taken out of storage paths")
-                           .arg(nativeFolder));
+        problems_.tell(
+            QStringLiteral("The folder %1 cannot be the storage folder: its path holds a blank or "
+                           "one of \\ * ? < > | \", which are taken out of storage paths")
+                .arg(nativeFolder));
         return;
     }
     edit(text);
@@ -144,7 +144,8 @@ void StorageFolder::make(const QString &pathText, const QString &shown)
 {
     const QString path = native(pathText);
     if (path.isEmpty()) {
-        problems_.tell(QStringLiteral("The folder %1 cannot be made: there is no such drive").arg(shown));
+        problems_.tell(
+            QStringLiteral("The folder %1 cannot be made: there is no such drive").arg(shown));
         return;
     }
     if (folderExists(path)) {

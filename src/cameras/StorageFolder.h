@@ -46,7 +46,10 @@ public:
     [[nodiscard]] bool isPresent() const;
 
     /// Text of the folder of that name, "\…\", in the storage folder.
-    [[nodiscard]] QString folderText(QStringView folderName) const { return text_ + folderName.toString(); }
+    [[nodiscard]] QString folderText(QStringView folderName) const
+    {
+        return text_ + folderName.toString();
+    }
 
     /// Native path of a path text, empty when its drive does not exist.
     [[nodiscard]] QString native(const QString &pathText) const;
@@ -60,18 +63,19 @@ public:
     /// The user changed the box: check, then store the text.
     void edit(const QString &typed);
 
-    /// The user chose this native folder. One whose path the cleaning would change (a blank in a name,
-    /// say) cannot be used and is refused with a message that says why.
+    /// The user chose this native folder. One whose path the cleaning would change (a blank in a
+    /// name, say) cannot be used and is refused with a message that says why.
     void choose(const QString &nativeFolder);
 
-    /// The box got the focus: timers stop until it is left, so that nothing is captured into a folder
-    /// that is half typed.
+    /// The box got the focus: timers stop until it is left, so that nothing is captured into a
+    /// folder that is half typed.
     void beginEdit();
 
     /// The box was left: check. Timers run again when the folder is there.
     void endEdit();
 
-    /// Makes every level of the storage folder and a folder for each camera; what cannot be made is told.
+    /// Makes every level of the storage folder and a folder for each camera; what cannot be made is
+    /// told.
     void MakeDir_Click();
 
     /// True while the timers are to stay stopped on account of the box.
@@ -82,7 +86,8 @@ public:
 
     [[nodiscard]] bool isCheckRequested() const { return checkRequested_; }
 
-    /// A check at a time of its own: does nothing unless the folder came or went since the last one.
+    /// A check at a time of its own: does nothing unless the folder came or went since the last
+    /// one.
     void recheck();
 
 Q_SIGNALS:

@@ -11,7 +11,8 @@ const QString &doubled()
     return pair;
 }
 
-// What is taken out of a path, in this order; a blank goes before doubled separators are looked for.
+// What is taken out of a path, in this order; a blank goes before doubled separators are looked
+// for.
 QString stripped(QString path)
 {
     path.remove(doubled());
@@ -48,13 +49,17 @@ QStringList pathLevels(const QString &path)
 {
     constexpr qsizetype kBehindDrive = 3;
     QStringList levels;
-    for (qsizetype at = path.indexOf(u'\\', kBehindDrive); at >= 0; at = path.indexOf(u'\\', at + 1)) {
+    for (qsizetype at = path.indexOf(u'\\', kBehindDrive); at >= 0;
+         at = path.indexOf(u'\\', at + 1)) {
         levels.append(path.first(at + 1));
     }
     return levels;
 }
 
-QString withBackslashes(QString typed) { return typed.replace(u'/', u'\\'); }
+QString withBackslashes(QString typed)
+{
+    return typed.replace(u'/', u'\\');
+}
 
 int caretAfterCleaning(const QString &typed, int caret)
 {

@@ -6,16 +6,17 @@
 
 namespace velmora {
 
-/// A folder path as it is stored and used: without blanks and without the characters that cannot stand
-/// in it, ending with "\". A doubled "\" is removed whole, both characters; the colon is kept.
+/// A folder path as it is stored and used: without blanks and without the characters that cannot
+/// stand in it, ending with "\". A doubled "\" is removed whole, both characters; the colon is
+/// kept.
 [[nodiscard]] QString FormRep(QString path);
 
-/// The path that the make-folder button makes: blanks removed, ending with "\", a doubled "\" reduced to
-/// one.
+/// The path that the make-folder button makes: blanks removed, ending with "\", a doubled "\"
+/// reduced to one.
 [[nodiscard]] QString pathToMake(QString path);
 
-/// The path up to and including each "\" from the fourth character on, outermost first. The drive part
-/// "C:\" is thereby left out.
+/// The path up to and including each "\" from the fourth character on, outermost first. The drive
+/// part "C:\" is thereby left out.
 [[nodiscard]] QStringList pathLevels(const QString &path);
 
 /// What a user types in the storage box: "/" is this system's separator and stands for "\".

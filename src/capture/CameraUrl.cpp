@@ -21,7 +21,10 @@ QByteArray percentEncoded(const QString &url)
     return encoded;
 }
 
-bool isJpg(const QString &url) { return url.endsWith(QLatin1String(".jpg"), Qt::CaseInsensitive); }
+bool isJpg(const QString &url)
+{
+    return url.endsWith(QLatin1String(".jpg"), Qt::CaseInsensitive);
+}
 
 // Host and path, without any scheme.
 QByteArray http10Url(QString url)
@@ -50,8 +53,9 @@ QString withoutCredentials(const QString &url)
 {
     static const QRegularExpression userInfo(QStringLiteral("(^|//)[^/?#]*@"));
     static const QRegularExpression secretField(
-        QStringLiteral("([?&](?:user|usr|username|login|account|pwd|pw|pass|passwd|password|psw|token|auth)=)"
-                       "[^&#]*"),
+        QStringLiteral(
+            "([?&](?:user|usr|username|login|account|pwd|pw|pass|passwd|password|psw|token|auth)=)"
+            "[^&#]*"),
         QRegularExpression::CaseInsensitiveOption);
     return QString(url)
         .replace(userInfo, QStringLiteral("\\1"))
@@ -61,8 +65,8 @@ QString withoutCredentials(const QString &url)
 HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit)
 {
     const bool http10 = isJpg(url) && url.contains(u'/');
-    return {http10 ? http10Url(url) : percentEncoded(url), http10 ? HttpForm::Http10 : HttpForm::AsWritten,
-            limit};
+    return {http10 ? http10Url(url) : percentEncoded(url),
+            http10 ? HttpForm::Http10 : HttpForm::AsWritten, limit};
 }
 
 } // namespace velmora

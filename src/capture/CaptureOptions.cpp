@@ -18,7 +18,10 @@ constexpr double kMaxTimeout = 24.0 * 3600; // a longer wait would not fit libcu
 
 } // namespace
 
-CaptureOptions::CaptureOptions(const SettingsFile &settings) : settings_(settings) {}
+CaptureOptions::CaptureOptions(const SettingsFile &settings)
+    : settings_(settings)
+{
+}
 
 void CaptureOptions::load()
 {
@@ -63,6 +66,9 @@ std::chrono::seconds CaptureOptions::downloadLimit() const
     return std::chrono::seconds{static_cast<int>(std::clamp(whole, kMinTimeout, kMaxTimeout))};
 }
 
-void CaptureOptions::normaliseTimeout() { setTimeout(QString::number(downloadLimit().count())); }
+void CaptureOptions::normaliseTimeout()
+{
+    setTimeout(QString::number(downloadLimit().count()));
+}
 
 } // namespace velmora

@@ -1,5 +1,5 @@
-// The options of the capture that stand in boxes of the main window: tick length and time-out. They are
-// texts, as typed; every change is stored at once.
+// The options of the capture that stand in boxes of the main window: tick length and time-out. They
+// are texts, as typed; every change is stored at once.
 #pragma once
 
 #include "settings/SettingsFile.h"
@@ -26,7 +26,8 @@ public:
     /// Download time-out in seconds.
     [[nodiscard]] const QString &timeout() const { return timeout_; }
 
-    /// The box changed, or a rule put a value back into it; a text that is there already is no change.
+    /// The box changed, or a rule put a value back into it; a text that is there already is no
+    /// change.
     void setTempo(const QString &text);
     void setTimeout(const QString &text);
 

@@ -8,8 +8,7 @@
 
 namespace velmora {
 
-enum class Caption
-{
+enum class Caption {
     Step,      // "Load 0:3", "Wait", "Pause"
     Activity,  // "Test " + address, "Ajout de " + file
     LastStore, // time of the last store

@@ -5,7 +5,8 @@ namespace velmora {
 bool isAutomaticDue(const AutomaticCheck &check)
 {
     constexpr int kHoursPerDay = 24;
-    const WallTime last = check.lastImage && *check.lastImage <= check.now ? *check.lastImage : kZeroDate;
+    const WallTime last =
+        check.lastImage && *check.lastImage <= check.now ? *check.lastImage : kZeroDate;
     const std::chrono::seconds elapsed = check.now - last - std::chrono::seconds{check.counter};
     const auto days = std::chrono::floor<std::chrono::days>(elapsed);
     const std::chrono::seconds timeOfDay = elapsed - days;

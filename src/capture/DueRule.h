@@ -17,10 +17,10 @@ struct AutomaticCheck
     WallTime now;
 };
 
-/// Due when both parts of the time elapsed since the reference have reached those of the best time: the
-/// whole days, and the time of day. They are compared separately, not as one total: with a best time of
-/// 26:00:00, an elapsed 2 days 01:00:00 is not due. A last image from the future (the clock was set back
-/// since) counts as unknown, so that the camera does not have to wait for that date.
+/// Due when both parts of the time elapsed since the reference have reached those of the best time:
+/// the whole days, and the time of day. They are compared separately, not as one total: with a best
+/// time of 26:00:00, an elapsed 2 days 01:00:00 is not due. A last image from the future (the clock
+/// was set back since) counts as unknown, so that the camera does not have to wait for that date.
 [[nodiscard]] bool isAutomaticDue(const AutomaticCheck &check);
 
 } // namespace velmora

@@ -1,8 +1,11 @@
-// The one place that knows libcurl. Its multi interface says which sockets to watch and when to wake it;
-// socket notifiers and one timer of the event loop do so. It is never called from its own callbacks.
+// The one place that knows libcurl. Its multi interface says which sockets to watch and when to
+// wake it. The sockets are watched by one epoll set, and that by one notifier of the event loop,
+// which would otherwise poll every socket at every turn. libcurl is never called from its own
+// callbacks.
 #include "capture/HttpClient.h"
 
 #include "base/OneShot.h"
+#include "base/UniqueFd.h"
 
 #include <QObject>
 #include <QSocketNotifier>
@@ -10,7 +13,9 @@
 
 #include <curl/curl.h>
 
+#include <array>
 #include <mutex>
+#include <sys/epoll.h>
 #include <unordered_map>
 #include <utility>
 
@@ -21,6 +26,7 @@ constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
 constexpr qint64 kMaxHeaderBytes = 256LL * 1024;
 constexpr long kMaxRedirects = 10;
 constexpr long kReceiveBufferBytes = 64L * 1024;
+constexpr int kSocketsATurn = 16;
 constexpr int kFirstGoodStatus = 200;
 constexpr int kFirstRedirectStatus = 300;
 
@@ -43,10 +49,23 @@ std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
     return size * count;
 }
 
-std::size_t onHeader(char *, std::size_t size, std::size_t count, void *user)
+// Room for the whole body at once; growing it step by step copies it several times.
+void reserveBody(Transfer &transfer, QByteArrayView header)
+{
+    constexpr QByteArrayView kLength("content-length:");
+    if (header.first(qMin(header.size(), kLength.size())).compare(kLength, Qt::CaseInsensitive) ==
+        0) {
+        const qint64 declared = header.sliced(kLength.size()).trimmed().toLongLong();
+        transfer.body.reserve(static_cast<qsizetype>(qBound<qint64>(0, declared, kMaxBodyBytes)));
+    }
+}
+
+std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
-    transfer->headerBytes += static_cast<qint64>(size * count);
+    const auto length = static_cast<qsizetype>(size * count);
+    transfer->headerBytes += length;
+    reserveBody(*transfer, QByteArrayView(bytes, length));
     return transfer->headerBytes > kMaxHeaderBytes ? 0 : size * count;
 }
 
@@ -132,6 +151,13 @@ HttpReply replyOf(CURL *easy, CURLcode code, Transfer &transfer)
     return reply;
 }
 
+int selectMask(std::uint32_t events)
+{
+    return ((events & EPOLLIN) != 0 ? CURL_CSELECT_IN : 0) |
+           ((events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
+           ((events & (EPOLLERR | EPOLLHUP)) != 0 ? CURL_CSELECT_ERR : 0);
+}
+
 void initialiseCurlOnce()
 {
     static std::once_flag done;
@@ -154,6 +180,7 @@ public:
         timer_.setSingleShot(true);
         timer_.setTimerType(Qt::PreciseTimer);
         connect(&timer_, &QTimer::timeout, this, [this] { act(CURL_SOCKET_TIMEOUT, 0); });
+        connect(&notifier_, &QSocketNotifier::activated, this, &Transfers::actOnReadySockets);
     }
 
     Transfers(const Transfers &) = delete;
@@ -181,7 +208,8 @@ public:
         return easy;
     }
 
-    // Gives a transfer up; does nothing when it has ended already, even if its handle serves another.
+    // Gives a transfer up; does nothing when it has ended already, even if its handle serves
+    // another.
     void stop(CURL *easy, const OneShot<HttpReply> &answer)
     {
         const auto found = live_.find(easy);
@@ -197,12 +225,6 @@ public:
     }
 
 private:
-    struct Watch
-    {
-        QSocketNotifier *read = nullptr;
-        QSocketNotifier *write = nullptr;
-    };
-
     static int onTimer(CURLM *, long milliseconds, void *user)
     {
         auto *const self = static_cast<Transfers *>(user);
@@ -220,30 +242,29 @@ private:
         return 0;
     }
 
-    void watch(curl_socket_t socket, int what)
+    void watch(curl_socket_t socket, int what) const
     {
-        Watch &watch = watches_[socket];
-        const bool both = what == CURL_POLL_INOUT;
-        arm(watch.read, both || what == CURL_POLL_IN, socket, QSocketNotifier::Read, CURL_CSELECT_IN);
-        arm(watch.write, both || what == CURL_POLL_OUT, socket, QSocketNotifier::Write,
-            CURL_CSELECT_OUT);
         if (what == CURL_POLL_REMOVE) {
-            watches_.erase(socket);
+            ::epoll_ctl(epoll_.get(), EPOLL_CTL_DEL, socket, nullptr);
+            return;
+        }
+        epoll_event event = {};
+        event.data.fd = socket;
+        event.events =
+            (what != CURL_POLL_OUT ? EPOLLIN : 0U) | (what != CURL_POLL_IN ? EPOLLOUT : 0U);
+        if (::epoll_ctl(epoll_.get(), EPOLL_CTL_MOD, socket, &event) != 0) {
+            ::epoll_ctl(epoll_.get(), EPOLL_CTL_ADD, socket, &event);
         }
     }
 
-    void arm(QSocketNotifier *&notifier, bool wanted, curl_socket_t socket, QSocketNotifier::Type type,
-             int mask)
+    // A few sockets at a time, so that a hundred of them do not hold up the event loop.
+    void actOnReadySockets()
     {
-        if (!wanted && notifier != nullptr) {
-            // It may be the one whose activation is being handled.
-            notifier->setEnabled(false);
-            notifier->deleteLater();
-            notifier = nullptr;
-        } else if (wanted && notifier == nullptr) {
-            notifier = new QSocketNotifier(socket, type, this);
-            connect(notifier, &QSocketNotifier::activated, this,
-                    [this, socket, mask] { act(socket, mask); });
+        std::array<epoll_event, kSocketsATurn> events{};
+        const int count = ::epoll_wait(epoll_.get(), events.data(), kSocketsATurn, 0);
+        for (int i = 0; i < count; ++i) {
+            const epoll_event &event = events.at(static_cast<std::size_t>(i));
+            act(event.data.fd, selectMask(event.events));
         }
     }
 
@@ -289,10 +310,14 @@ private:
     CURLM *multi_ = nullptr;
     QTimer timer_;
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_;
-    std::unordered_map<curl_socket_t, Watch> watches_;
+    UniqueFd epoll_{::epoll_create1(EPOLL_CLOEXEC)};
+    QSocketNotifier notifier_{epoll_.get(), QSocketNotifier::Read};
 };
 
-HttpClient::HttpClient() : transfers_(std::make_unique<Transfers>()) {}
+HttpClient::HttpClient()
+    : transfers_(std::make_unique<Transfers>())
+{
+}
 
 HttpClient::~HttpClient() = default;
 
@@ -306,7 +331,8 @@ QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token st
     OneShot<HttpReply> answer;
     Transfers &transfers = *transfers_;
     CURL *const easy = transfers.begin(request, answer);
-    const std::stop_callback onStop(std::move(stop), [&transfers, easy, &answer] { transfers.stop(easy, answer); });
+    const std::stop_callback onStop(std::move(stop),
+                                    [&transfers, easy, &answer] { transfers.stop(easy, answer); });
     HttpReply reply = co_await answer;
     co_return reply;
 }

@@ -25,10 +25,10 @@ public:
     virtual QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) = 0;
 };
 
-/// Fetches with libcurl. Redirects are followed (10 at most, http and https only); user and password are
-/// taken from the address and sent only when the server asks. A transfer fails on a status outside 200
-/// to 299, a body shorter than declared or longer than 64 MiB, endless headers, or past its time limit.
-/// No fetch may run when the client goes.
+/// Fetches with libcurl. Redirects are followed (10 at most, http and https only); user and
+/// password are taken from the address and sent only when the server asks. A transfer fails on a
+/// status outside 200 to 299, a body shorter than declared or longer than 64 MiB, endless headers,
+/// or past its time limit. No fetch may run when the client goes.
 class HttpClient final : public PictureSource
 {
 public:

@@ -8,9 +8,9 @@
 
 namespace velmora {
 
-enum class HttpForm
-{
-    Http10,   // HTTP/1.0, always fresh from the server, as "anonimous" when the server asks for a user
+enum class HttpForm {
+    Http10,   // HTTP/1.0, always fresh from the server, as "anonimous" when the server asks for a
+              // user
     AsWritten // the newest version both sides know
 };
 
@@ -23,8 +23,7 @@ struct HttpRequest
     bool operator==(const HttpRequest &) const = default;
 };
 
-enum class FetchOutcome
-{
+enum class FetchOutcome {
     Arrived, // status 200 to 299 and the whole body
     Failed,
     Stopped // given up on request; says nothing about the camera

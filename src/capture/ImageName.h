@@ -8,13 +8,14 @@
 
 namespace velmora {
 
-/// The extension, "." included: what stands in the address from its last "." on. Where that could not
-/// stand in a file name (http://10.0.0.5/snap), or there is none, it is that of the content's type, as
-/// the picture's first bytes tell it, or else the server's word for it, or else ".jpg".
-[[nodiscard]] QString imageExtension(const QString &url, QByteArrayView body, const QString &contentType);
+/// The extension, "." included: what stands in the address from its last "." on. Where that could
+/// not stand in a file name (http://10.0.0.5/snap), or there is none, it is that of the content's
+/// type, as the picture's first bytes tell it, or else the server's word for it, or else ".jpg".
+[[nodiscard]] QString imageExtension(const QString &url, QByteArrayView body,
+                                     const QString &contentType);
 
-/// "yyyyMMdd_HHmmss" of the image, day and hour of the download, extension; cut to 23 characters, so an
-/// extension keeps three letters.
+/// "yyyyMMdd_HHmmss" of the image, day and hour of the download, extension; cut to 23 characters,
+/// so an extension keeps three letters.
 [[nodiscard]] QString imageName(WallTime image, WallTime download, const QString &extension);
 
 } // namespace velmora

@@ -15,7 +15,10 @@ namespace {
 
 constexpr qsizetype kMinBodyBytes = 1000;
 
-QString timeText(WallTime time) { return dateText(time).section(u' ', 1); }
+QString timeText(WallTime time)
+{
+    return dateText(time).section(u' ', 1);
+}
 
 } // namespace
 
@@ -63,7 +66,8 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     services_.status.set(Caption::Activity, test);
     services_.log.trace(test);
 
-    HttpReply reply = co_await transfers_.fetch(camera, requestFor(url, services_.options.downloadLimit()));
+    HttpReply reply =
+        co_await transfers_.fetch(camera, requestFor(url, services_.options.downloadLimit()));
     if (reply.outcome == FetchOutcome::Stopped) {
         co_return;
     }
@@ -72,10 +76,12 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     if (reply.outcome == FetchOutcome::Failed) {
         fail(camera, reply.failure);
     } else if (reply.body.size() < kMinBodyBytes) {
-        fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)").arg(reply.body.size()));
+        fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)")
+                         .arg(reply.body.size()));
     } else {
         const QString stored = services_.table.value(u"LastModified", camera);
-        const ImageDates dates{reply.lastModified, CalculDate(reply.lastModified), dateFromText(stored)};
+        const ImageDates dates{reply.lastModified, CalculDate(reply.lastModified),
+                               dateFromText(stored)};
         const QString name =
             imageName(dates.modified.value_or(kZeroDate), services_.clock.localNow(),
                       imageExtension(url, reply.body, reply.contentType));
@@ -91,8 +97,8 @@ void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds 
     services_.page.showLoadSeconds(camera, seconds);
 }
 
-// The date of the image kept last is written only once the image is there: after a failure or a kill in
-// between, the next pass finds it new again.
+// The date of the image kept last is written only once the image is there: after a failure or a
+// kill in between, the next pass finds it new again.
 void ImageStore::keep(const Arrival &arrival)
 {
     services_.page.showLamp(arrival.camera, LampColour::Yellow);
@@ -159,10 +165,11 @@ void ImageStore::recordStored(CameraAddress camera, const QString &fileName)
 
 void ImageStore::failToStore(CameraAddress camera, const QString &reason)
 {
-    services_.status.set(Caption::Trouble, QStringLiteral("The image of camera %1:%2 cannot be stored: %3")
-                                               .arg(camera.group)
-                                               .arg(camera.row)
-                                               .arg(reason));
+    services_.status.set(Caption::Trouble,
+                         QStringLiteral("The image of camera %1:%2 cannot be stored: %3")
+                             .arg(camera.group)
+                             .arg(camera.row)
+                             .arg(reason));
     if (!services_.storage.isPresent()) {
         services_.storage.requestCheck();
     }

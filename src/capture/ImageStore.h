@@ -20,12 +20,13 @@ class ImageStore : public QObject
 public:
     ImageStore(const CaptureServices &services, ReadAhead &transfers);
 
-    /// Loads one camera. url: the address requested; folder: text of the camera folder. A row without
-    /// address, and a fetch that is given up, change nothing. Ends with `loaded` in every case.
+    /// Loads one camera. url: the address requested; folder: text of the camera folder. A row
+    /// without address, and a fetch that is given up, change nothing. Ends with `loaded` in every
+    /// case.
     QCoro::Task<> ChargeFile(QString url, QString folder, CameraAddress camera);
 
-    /// Seconds that a camera's reference time lies behind its last download: 1 once an image was stored
-    /// in automatic mode.
+    /// Seconds that a camera's reference time lies behind its last download: 1 once an image was
+    /// stored in automatic mode.
     [[nodiscard]] int automaticCounter(CameraAddress camera) const;
 
 Q_SIGNALS:

@@ -23,7 +23,8 @@ std::optional<QString> bestTimeCandidate(const ImageDates &dates)
     if (interval.count() < 0 || parts.hours().count() >= kTooManyHours) {
         return BestTime{}.text();
     }
-    return BestTime{static_cast<int>(parts.hours().count()), static_cast<int>(parts.minutes().count()),
+    return BestTime{static_cast<int>(parts.hours().count()),
+                    static_cast<int>(parts.minutes().count()),
                     static_cast<int>(parts.seconds().count())}
         .text();
 }

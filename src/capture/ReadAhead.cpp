@@ -4,7 +4,11 @@
 
 namespace velmora {
 
-ReadAhead::ReadAhead(PictureSource &source, TaskScope &scope) : source_(source), scope_(scope) {}
+ReadAhead::ReadAhead(PictureSource &source, TaskScope &scope)
+    : source_(source)
+    , scope_(scope)
+{
+}
 
 void ReadAhead::begin(CameraAddress camera, const HttpRequest &request)
 {

@@ -12,9 +12,9 @@
 
 namespace velmora {
 
-/// A pass starts the transfers of the cameras that it expects to load, and each camera takes its own at
-/// its turn. So any number of dead cameras costs one time-out, while what follows from the pictures
-/// still happens strictly in the order of the table.
+/// A pass starts the transfers of the cameras that it expects to load, and each camera takes its
+/// own at its turn. So any number of dead cameras costs one time-out, while what follows from the
+/// pictures still happens strictly in the order of the table.
 class ReadAhead
 {
 public:
@@ -24,8 +24,8 @@ public:
     /// Starts a transfer that nobody waits for yet.
     void begin(CameraAddress camera, const HttpRequest &request);
 
-    /// The picture of a camera: from the transfer under way when that has the same request, else from
-    /// one started now.
+    /// The picture of a camera: from the transfer under way when that has the same request, else
+    /// from one started now.
     QCoro::Task<HttpReply> fetch(CameraAddress camera, HttpRequest request);
 
     /// Gives up every transfer; a fetch that waits ends with FetchOutcome::Stopped.

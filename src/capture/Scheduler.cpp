@@ -15,13 +15,16 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kLastTick = 60;           // the counter runs from 0 to here: 61 ticks a round
+constexpr int kLastTick = 60; // the counter runs from 0 to here: 61 ticks a round
 constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
 constexpr int kMaxAutomaticCounter = 10;
-constexpr auto kSliceOfWork = 8ms;      // then events get their turn
+constexpr auto kSliceOfWork = 8ms; // then events get their turn
 
-QString stepWait() { return QStringLiteral("Wait"); }
+QString stepWait()
+{
+    return QStringLiteral("Wait");
+}
 
 QString folderText(const StorageFolder &storage, const CameraSchedule &camera)
 {
@@ -42,7 +45,8 @@ Scheduler::Scheduler(const CaptureServices &services, ImageStore &store, ReadAhe
     connect(&store_, &ImageStore::loaded, &timer_, [this] { timer_.start(); });
     connect(&services_.storage, &StorageFolder::checked, this, &Scheduler::applyStorageState);
     connect(&services_.storage, &StorageFolder::editBegan, this, &Scheduler::ArretTimer);
-    connect(&services_.storage, &StorageFolder::folderMade, this, [this] { setTickCounter(kStartTick); });
+    connect(&services_.storage, &StorageFolder::folderMade, this,
+            [this] { setTickCounter(kStartTick); });
 }
 
 void Scheduler::start()
@@ -57,7 +61,8 @@ void Scheduler::RegleTempo()
     if (timer_.intervalAsDuration() != interval) {
         timer_.setInterval(interval); // would begin the period anew if it were set again
     }
-    services_.status.set(Caption::Step, interval.count() != 0 ? stepWait() : QStringLiteral("Pause"));
+    services_.status.set(Caption::Step,
+                         interval.count() != 0 ? stepWait() : QStringLiteral("Pause"));
 }
 
 void Scheduler::applyStorageState(const StorageState &state)
@@ -141,7 +146,10 @@ QCoro::Task<> Scheduler::ChargeUrl()
     }
 }
 
-bool Scheduler::isFixedDue() const { return counter_ >= kLastTick || !firstPassDone_; }
+bool Scheduler::isFixedDue() const
+{
+    return counter_ >= kLastTick || !firstPassDone_;
+}
 
 bool Scheduler::isDue(const CameraSchedule &camera, CameraAddress address) const
 {
@@ -151,8 +159,8 @@ bool Scheduler::isDue(const CameraSchedule &camera, CameraAddress address) const
     if (!automatic) {
         return isFixedDue();
     }
-    return isAutomaticDue({camera.bestTime, dateFromText(camera.lastImage), counter,
-                           services_.clock.localNow()});
+    return isAutomaticDue(
+        {camera.bestTime, dateFromText(camera.lastImage), counter, services_.clock.localNow()});
 }
 
 bool Scheduler::mustLoad(const CameraSchedule &camera, CameraAddress address) const
@@ -225,7 +233,8 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address)
     }
     services_.page.showLoading(address);
     traceRow(QStringLiteral("Chargement de "), address);
-    co_await store_.ChargeFile(expandTemplate(camera.url), folderText(services_.storage, camera), address);
+    co_await store_.ChargeFile(expandTemplate(camera.url), folderText(services_.storage, camera),
+                               address);
 }
 
 // The address shown is that of the same row of the group on screen, whichever group is loaded.

@@ -1,5 +1,5 @@
-// The clock of the program: a timer that drives passes over the hundred cameras and decides which of
-// them are due.
+// The clock of the program: a timer that drives passes over the hundred cameras and decides which
+// of them are due.
 #pragma once
 
 #include "capture/CaptureServices.h"
@@ -20,8 +20,8 @@ class Scheduler : public QObject
 
 public:
     /// timer: drives the ticks; outlives the scheduler, as do the others. Ticks run in `scope`.
-    Scheduler(const CaptureServices &services, ImageStore &store, ReadAhead &readAhead, TaskScope &scope,
-              QTimer &timer);
+    Scheduler(const CaptureServices &services, ImageStore &store, ReadAhead &readAhead,
+              TaskScope &scope, QTimer &timer);
 
     /// Start values: the tick counter stands at 55, so that fixed cameras come five ticks later.
     void start();
@@ -43,8 +43,8 @@ public:
 
     [[nodiscard]] int tickCounter() const { return counter_; }
 
-    /// The program ends: stops the timer, waits for a pass that runs, then runs one tick at which fixed
-    /// cameras are due.
+    /// The program ends: stops the timer, waits for a pass that runs, then runs one tick at which
+    /// fixed cameras are due.
     QCoro::Task<> lastTick();
 
     /// Gives up the pass that runs and all that would come after it.

@@ -2,7 +2,11 @@
 
 namespace velmora {
 
-StorageWatch::StorageWatch(StorageFolder &storage, Clock &clock) : storage_(storage), clock_(clock) {}
+StorageWatch::StorageWatch(StorageFolder &storage, Clock &clock)
+    : storage_(storage)
+    , clock_(clock)
+{
+}
 
 QCoro::Task<> StorageWatch::run(std::stop_token stop)
 {

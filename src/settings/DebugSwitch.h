@@ -9,7 +9,11 @@ namespace velmora {
 class DebugSwitch
 {
 public:
-    DebugSwitch(const SettingsFile &settings, EventLog &log) : settings_(settings), log_(log) {}
+    DebugSwitch(const SettingsFile &settings, EventLog &log)
+        : settings_(settings)
+        , log_(log)
+    {
+    }
 
     [[nodiscard]] bool isOn() const { return log_.isOn(); }
 

@@ -36,7 +36,8 @@ void EventLog::rotate()
     struct stat info = {};
     const QByteArray path = QFile::encodeName(path_);
     if (::stat(path.constData(), &info) == 0 && info.st_size > kLimitBytes) {
-        ::rename(path.constData(), QFile::encodeName(oldPath_).constData()); // failing, the log grows on
+        ::rename(path.constData(),
+                 QFile::encodeName(oldPath_).constData()); // failing, the log grows on
     }
 }
 

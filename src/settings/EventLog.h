@@ -1,5 +1,5 @@
-// The diagnostic log: a text file beside the program that says what windows and capture do, kept only
-// while the user wants it, and never more than two generations of about 64 KB.
+// The diagnostic log: a text file beside the program that says what windows and capture do, kept
+// only while the user wants it, and never more than two generations of about 64 KB.
 #pragma once
 
 #include "base/Clock.h"
@@ -25,12 +25,12 @@ public:
     /// Native path of the log file, which need not exist.
     [[nodiscard]] const QString &path() const { return path_; }
 
-    /// Appends the time of day (hh:mm:ss), a blank, the message and a line end. A log of more than 64000
-    /// bytes first becomes Velmora.old. Throws FileError when the line cannot be written.
+    /// Appends the time of day (hh:mm:ss), a blank, the message and a line end. A log of more than
+    /// 64000 bytes first becomes Velmora.old. Throws FileError when the line cannot be written.
     void txtDebug(const QString &message);
 
-    /// Appends a line while the log is on. A log that cannot be written is told by writeFailed and stops
-    /// nobody's work.
+    /// Appends a line while the log is on. A log that cannot be written is told by writeFailed and
+    /// stops nobody's work.
     void trace(const QString &message);
 
 Q_SIGNALS:

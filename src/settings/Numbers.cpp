@@ -10,7 +10,8 @@ template <typename Int>
 Int toWhole(double number)
 {
     const double rounded = std::nearbyint(number);
-    if (!(rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max())) {
+    if (!(rounded >= std::numeric_limits<Int>::min() &&
+          rounded <= std::numeric_limits<Int>::max())) {
         throw OverflowError(QStringLiteral("The number %1 is out of range").arg(number));
     }
     return static_cast<Int>(rounded);
@@ -18,10 +19,19 @@ Int toWhole(double number)
 
 } // namespace
 
-OverflowError::OverflowError(const QString &text) : std::runtime_error(text.toStdString()) {}
+OverflowError::OverflowError(const QString &text)
+    : std::runtime_error(text.toStdString())
+{
+}
 
-qint16 toInt16(double number) { return toWhole<qint16>(number); }
+qint16 toInt16(double number)
+{
+    return toWhole<qint16>(number);
+}
 
-qint32 toInt32(double number) { return toWhole<qint32>(number); }
+qint32 toInt32(double number)
+{
+    return toWhole<qint32>(number);
+}
 
 } // namespace velmora

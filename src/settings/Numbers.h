@@ -1,4 +1,5 @@
-// Numbers of the settings file, which must fit the kind of number that a control or a counter takes.
+// Numbers of the settings file, which must fit the kind of number that a control or a counter
+// takes.
 #pragma once
 
 #include <QString>

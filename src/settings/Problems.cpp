@@ -8,7 +8,8 @@ constexpr qsizetype kMaxRemembered = 1000;
 
 } // namespace
 
-Problems::Problems(EventLog &log) : log_(log)
+Problems::Problems(EventLog &log)
+    : log_(log)
 {
     connect(&log_, &EventLog::writeFailed, this, &Problems::showOnce);
 }

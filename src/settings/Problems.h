@@ -23,8 +23,8 @@ public:
     /// A problem with what the user has just done: shown and logged each time.
     void tell(const QString &text);
 
-    /// The result of a read of the settings, or `fallback`, with a warning, when its number is out of
-    /// range.
+    /// The result of a read of the settings, or `fallback`, with a warning, when its number is out
+    /// of range.
     template <typename Read, typename Value>
     Value orDefault(Read read, Value fallback)
     {

@@ -14,14 +14,16 @@ namespace {
 constexpr qsizetype kBufferSize = 255;
 
 template <typename Convert>
-auto wholeNumber(const SettingsFile &settings, QStringView section, QStringView key, Convert convert)
+auto wholeNumber(const SettingsFile &settings, QStringView section, QStringView key,
+                 Convert convert)
 {
     const QString value = settings.read(section, key);
     try {
         return convert(leadingNumber(value));
     } catch (const OverflowError &) {
-        throw OverflowError(QStringLiteral("Overflow: [%1] %2=%3 in the settings file is out of range")
-                                .arg(section, key, value));
+        throw OverflowError(
+            QStringLiteral("Overflow: [%1] %2=%3 in the settings file is out of range")
+                .arg(section, key, value));
     }
 }
 
@@ -50,9 +52,15 @@ double SettingsSnapshot::number(QStringView section, QStringView key) const
     return leadingNumber(read(section, key));
 }
 
-SettingsFile::SettingsFile(QString programFolder) : programFolder_(std::move(programFolder)) {}
+SettingsFile::SettingsFile(QString programFolder)
+    : programFolder_(std::move(programFolder))
+{
+}
 
-QString SettingsFile::path() const { return programFolder_ + QStringLiteral("/Velmora.ini"); }
+QString SettingsFile::path() const
+{
+    return programFolder_ + QStringLiteral("/Velmora.ini");
+}
 
 QString SettingsFile::read(QStringView section, QStringView key) const
 {
@@ -84,6 +92,9 @@ void SettingsFile::write(QStringView section, QStringView key, qint64 value) con
     write(section, key, QString::number(value));
 }
 
-SettingsSnapshot SettingsFile::snapshot() const { return SettingsSnapshot(readProfile(path())); }
+SettingsSnapshot SettingsFile::snapshot() const
+{
+    return SettingsSnapshot(readProfile(path()));
+}
 
 } // namespace velmora

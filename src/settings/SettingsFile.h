@@ -1,5 +1,5 @@
-// The settings file: the only store of the program. Every value is read when it is needed and written
-// the moment it changes.
+// The settings file: the only store of the program. Every value is read when it is needed and
+// written the moment it changes.
 #pragma once
 
 #include "base/ProfileText.h"
@@ -14,11 +14,15 @@ namespace velmora {
 /// Stores a text; section and file are made as needed. A write that fails is silent.
 void WriteINI(QStringView section, QStringView key, QStringView value, const QString &file);
 
-/// The settings as they stand at one moment, for a step that reads many values and waits for nothing.
+/// The settings as they stand at one moment, for a step that reads many values and waits for
+/// nothing.
 class SettingsSnapshot
 {
 public:
-    explicit SettingsSnapshot(QByteArray bytes) : text_(std::move(bytes)) {}
+    explicit SettingsSnapshot(QByteArray bytes)
+        : text_(std::move(bytes))
+    {
+    }
 
     /// Same result as ReadINI at that moment.
     [[nodiscard]] QString read(QStringView section, QStringView key) const;

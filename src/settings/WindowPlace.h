@@ -15,8 +15,8 @@ struct WindowPlace
     bool operator==(const WindowPlace &) const = default;
 };
 
-/// How a window's place is stored: two keys of the section "Control", and the largest values taken over
-/// from them, which keep the window on a small screen.
+/// How a window's place is stored: two keys of the section "Control", and the largest values taken
+/// over from them, which keep the window on a small screen.
 struct WindowPlaceKeys
 {
     QStringView top;

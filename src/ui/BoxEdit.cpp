@@ -6,7 +6,10 @@
 
 namespace velmora {
 
-BoxEdit::BoxEdit(QWidget *parent) : QLineEdit(parent) {}
+BoxEdit::BoxEdit(QWidget *parent)
+    : QLineEdit(parent)
+{
+}
 
 void BoxEdit::focusInEvent(QFocusEvent *event)
 {

@@ -15,7 +15,8 @@ public:
 Q_SIGNALS:
     void entered();
 
-    /// The focus went elsewhere, another program included; a menu of the box itself is not elsewhere.
+    /// The focus went elsewhere, another program included; a menu of the box itself is not
+    /// elsewhere.
     void left();
 
     void clicked();

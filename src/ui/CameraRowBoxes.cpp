@@ -77,9 +77,11 @@ void CameraRowBoxes::bind()
     connect(Source, &BoxEdit::textChanged, this,
             [this](const QString &text) { page_.changeSource(row_, text); });
     connect(Source, &BoxEdit::clicked, this, [this] { page_.clickSource(row_, Source->text()); });
-    connect(Source, &BoxEdit::enterPressed, this, [this] { page_.clickSource(row_, Source->text()); });
+    connect(Source, &BoxEdit::enterPressed, this,
+            [this] { page_.clickSource(row_, Source->text()); });
     connect(Source, &BoxEdit::left, this, [this] { page_.leaveSource(row_, Source->text()); });
-    connect(AutoDelay, &QCheckBox::toggled, this, [this](bool on) { page_.setAutomatic(row_, on); });
+    connect(AutoDelay, &QCheckBox::toggled, this,
+            [this](bool on) { page_.setAutomatic(row_, on); });
     connect(BestTime, &ClickLabel::clicked, this, [this] { page_.resetBestTime(row_); });
     connect(EffM, &QCheckBox::toggled, this, [this](bool on) { page_.setDeleteOld(row_, on); });
 }
@@ -109,7 +111,8 @@ void CameraRowBoxes::showCounters()
 QWidget *CameraRowBoxes::orderTabs(QWidget &before)
 {
     QWidget *last = &before;
-    for (QWidget *const box : std::initializer_list<QWidget *>{Source, AutoDelay, BestTime, EffM, n}) {
+    for (QWidget *const box :
+         std::initializer_list<QWidget *>{Source, AutoDelay, BestTime, EffM, n}) {
         QWidget::setTabOrder(last, box);
         last = box;
     }

@@ -14,8 +14,8 @@
 
 namespace velmora {
 
-/// Makes the boxes of a row (0-based), adds them to a line of the grid, and binds them to the page. The
-/// boxes belong to the grid's widget; this object lives no longer than they.
+/// Makes the boxes of a row (0-based), adds them to a line of the grid, and binds them to the page.
+/// The boxes belong to the grid's widget; this object lives no longer than they.
 class CameraRowBoxes : public QObject
 {
     Q_OBJECT

@@ -7,7 +7,8 @@
 
 namespace velmora {
 
-ClickLabel::ClickLabel(QWidget *parent) : QLabel(parent)
+ClickLabel::ClickLabel(QWidget *parent)
+    : QLabel(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);

@@ -16,8 +16,8 @@ constexpr int kStartWidth = 980;
 
 } // namespace
 
-Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch, DesktopOpener &opener,
-                     QTimer &timer)
+Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch,
+                     DesktopOpener &opener, QTimer &timer)
     : services_(services)
     , debugSwitch_(debugSwitch)
     , opener_(opener)
@@ -38,7 +38,10 @@ Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch, 
     resize(kStartWidth, sizeHint().height());
 }
 
-Interface::~Interface() { timer_.setParent(nullptr); }
+Interface::~Interface()
+{
+    timer_.setParent(nullptr);
+}
 
 void Interface::makeTabs()
 {
@@ -54,7 +57,8 @@ void Interface::makeRows()
 {
     QWidget *last = ui_->RAZ;
     for (int row = 0; row < kRows; ++row) {
-        rows_.at(static_cast<std::size_t>(row)) = new CameraRowBoxes(row, *ui_->rows, services_.page);
+        rows_.at(static_cast<std::size_t>(row)) =
+            new CameraRowBoxes(row, *ui_->rows, services_.page);
         last = rows_.at(static_cast<std::size_t>(row))->orderTabs(*last);
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::folderClicked, this,
                 &Interface::openFolder);
@@ -64,8 +68,9 @@ void Interface::makeRows()
 
 void Interface::bindStorage()
 {
-    new StorageBox({*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir, *ui_->Import, *ui_->Cache},
-                   services_.storage, *this);
+    new StorageBox(
+        {*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir, *ui_->Import, *ui_->Cache},
+        services_.storage, *this);
     connect(ui_->Cache, &QAbstractButton::clicked, this, &Interface::Cache_Click);
     connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
 }
@@ -81,8 +86,10 @@ void Interface::bindOptions()
     };
     show(ui_->tempo, options.tempo());
     show(ui_->TIO, options.timeout());
-    connect(&options, &CaptureOptions::tempoChanged, this, [this, show](auto &text) { show(ui_->tempo, text); });
-    connect(&options, &CaptureOptions::timeoutChanged, this, [this, show](auto &text) { show(ui_->TIO, text); });
+    connect(&options, &CaptureOptions::tempoChanged, this,
+            [this, show](auto &text) { show(ui_->tempo, text); });
+    connect(&options, &CaptureOptions::timeoutChanged, this,
+            [this, show](auto &text) { show(ui_->TIO, text); });
     connect(ui_->tempo, &QLineEdit::textChanged, &options, &CaptureOptions::setTempo);
     connect(ui_->TIO, &QLineEdit::textChanged, &options, &CaptureOptions::setTimeout);
     connect(ui_->cDebug, &QCheckBox::toggled, this, [this](bool on) { debugSwitch_.set(on); });
@@ -92,7 +99,8 @@ void Interface::bindOptions()
 void Interface::bindPage()
 {
     connect(ui_->Selecteur, &QTabBar::currentChanged, this, &Interface::selectGroup);
-    connect(ui_->ActLst, &QCheckBox::toggled, this, [this](bool on) { services_.page.setGroupActive(on); });
+    connect(ui_->ActLst, &QCheckBox::toggled, this,
+            [this](bool on) { services_.page.setGroupActive(on); });
     connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { services_.page.RAZ(); });
     connect(&services_.page, &CameraPage::pageLoaded, this, &Interface::showPage);
     connect(&services_.page, &CameraPage::rowChanged, this,

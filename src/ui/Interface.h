@@ -31,8 +31,8 @@ class Interface : public QWidget
     Q_OBJECT
 
 public:
-    /// timer: the capture timer, which stands in the window's object tree while the window is there, but
-    /// is not owned by it. Everything given outlives the window.
+    /// timer: the capture timer, which stands in the window's object tree while the window is
+    /// there, but is not owned by it. Everything given outlives the window.
     Interface(const CaptureServices &services, DebugSwitch &debugSwitch, DesktopOpener &opener,
               QTimer &timer);
     Interface(const Interface &) = delete;

@@ -31,7 +31,8 @@ QString meaningOf(int bgr)
 
 } // namespace
 
-Lamp::Lamp(QWidget *parent) : QWidget(parent)
+Lamp::Lamp(QWidget *parent)
+    : QWidget(parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleDescription(meaningOf(bgr_));

@@ -24,6 +24,7 @@ public:
     void setColour(LampColour colour) { setFillColor(static_cast<int>(colour)); }
 
     [[nodiscard]] QSize sizeHint() const override;
+
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:

@@ -21,7 +21,8 @@ void MessageBoxes::warn(const QString &text)
     }
     texts_.append(text);
     const bool tooMany = texts_.size() > kMaxTexts;
-    const QStringList shown = tooMany ? texts_.first(kMaxTexts) + QStringList(QStringLiteral("…")) : texts_;
+    const QStringList shown =
+        tooMany ? texts_.first(kMaxTexts) + QStringList(QStringLiteral("…")) : texts_;
     box_->setText(shown.join(QStringLiteral("\n\n")));
     box_->show();
 }

@@ -7,8 +7,8 @@
 
 namespace velmora {
 
-/// A message that comes while an earlier one still stands is added to its box, so that a damaged file
-/// with a hundred wrong numbers gives one box.
+/// A message that comes while an earlier one still stands is added to its box, so that a damaged
+/// file with a hundred wrong numbers gives one box.
 class MessageBoxes : public QObject
 {
     Q_OBJECT

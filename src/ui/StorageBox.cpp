@@ -27,7 +27,8 @@ void StorageBox::bind()
         storage_.beginEdit();
     });
     connect(&controls_.StRep, &BoxEdit::left, this, [this] { storage_.endEdit(); });
-    connect(&controls_.MakeDir, &QAbstractButton::clicked, this, [this] { storage_.MakeDir_Click(); });
+    connect(&controls_.MakeDir, &QAbstractButton::clicked, this,
+            [this] { storage_.MakeDir_Click(); });
     connect(&controls_.Browse, &QAbstractButton::clicked, this, &StorageBox::browse);
     connect(&storage_, &StorageFolder::textChanged, this, &StorageBox::showText);
     connect(&storage_, &StorageFolder::checked, this, &StorageBox::showState);
@@ -54,12 +55,14 @@ void StorageBox::showState(const StorageState &state)
     controls_.LampSA.setColour(state.lamp);
     controls_.Import.setEnabled(state.captureEnabled);
     controls_.MakeDir.setVisible(state.canMakeFolder);
-    controls_.Cache.setText(state.hideCaption.isEmpty() ? QStringLiteral("Hide") : state.hideCaption);
+    controls_.Cache.setText(state.hideCaption.isEmpty() ? QStringLiteral("Hide")
+                                                        : state.hideCaption);
 }
 
 void StorageBox::browse()
 {
-    auto *const dialog = new QFileDialog(&window_, tr("Storage folder"), storage_.native(storage_.text()));
+    auto *const dialog =
+        new QFileDialog(&window_, tr("Storage folder"), storage_.native(storage_.text()));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);

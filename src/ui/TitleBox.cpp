@@ -29,7 +29,10 @@ void TitleBox::present()
     show();
 }
 
-void TitleBox::keyPressEvent(QKeyEvent *) { dismiss(); }
+void TitleBox::keyPressEvent(QKeyEvent *)
+{
+    dismiss();
+}
 
 bool TitleBox::eventFilter(QObject *watched, QEvent *event)
 {

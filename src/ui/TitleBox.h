@@ -52,7 +52,10 @@ class frmSplash final : public TitleBox
     Q_OBJECT
 
 public:
-    frmSplash() : TitleBox(QStringLiteral("frmSplash")) {}
+    frmSplash()
+        : TitleBox(QStringLiteral("frmSplash"))
+    {
+    }
 };
 
 /// The closing box, shown while the last pass runs.
@@ -61,7 +64,10 @@ class frmQuitte final : public TitleBox
     Q_OBJECT
 
 public:
-    frmQuitte() : TitleBox(QStringLiteral("frmQuitte")) {}
+    frmQuitte()
+        : TitleBox(QStringLiteral("frmQuitte"))
+    {
+    }
 };
 
 } // namespace velmora

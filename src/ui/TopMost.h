@@ -5,11 +5,7 @@
 
 namespace velmora {
 
-enum class TopMost
-{
-    Off,
-    On
-};
+enum class TopMost { Off, On };
 
 /// Places a window above all others, or back among normal windows; position and size stay.
 void SetTopMost(QWidget &window, TopMost where);

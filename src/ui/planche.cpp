@@ -30,7 +30,10 @@ planche::planche(const SettingsFile &settings, EventLog &log)
 
 planche::~planche() = default;
 
-void planche::moveTo(WindowPlace place) { move(place.left / kTwipsPerPixel, place.top / kTwipsPerPixel); }
+void planche::moveTo(WindowPlace place)
+{
+    move(place.left / kTwipsPerPixel, place.top / kTwipsPerPixel);
+}
 
 void planche::showStored(CameraAddress camera, const QString &fileName)
 {

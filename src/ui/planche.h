@@ -1,5 +1,5 @@
-// The image browser's window. For now it says what the capture stores; it leads to the main window and
-// out of the program.
+// The image browser's window. For now it says what the capture stores; it leads to the main window
+// and out of the program.
 //
 //   planche
 //     lastImages

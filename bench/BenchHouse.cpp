@@ -1,0 +1,131 @@
+#include "BenchHouse.h"
+
+#include <QDir>
+#include <QEventLoop>
+
+#include <algorithm>
+#include <ctime>
+
+namespace velmora::bench {
+namespace {
+
+constexpr int kStartMs = 5000;
+constexpr double kNsPerMs = 1e6;
+constexpr int kTickBeforeLast = 59;
+
+} // namespace
+
+Cameras::Cameras(const QString &server, int delayMs, int bodyBytes)
+{
+    process_.start(server, {QString::number(delayMs), QString::number(bodyBytes)});
+    process_.waitForReadyRead(kStartMs);
+    port_ = process_.readLine().trimmed().toInt();
+}
+
+Cameras::~Cameras()
+{
+    process_.closeWriteChannel();
+    process_.waitForFinished(kStartMs);
+}
+
+QString Cameras::url(int group, int row, bool dead) const
+{
+    return QStringLiteral("http://127.0.0.1:%1/%2%3/%4.png")
+        .arg(port_)
+        .arg(dead ? QStringLiteral("hole") : QStringLiteral("cam"))
+        .arg(group)
+        .arg(row);
+}
+
+Folder::Folder(const std::function<QString(int group, int row)> &url)
+{
+    QDir(folder_.path()).mkpath(QStringLiteral("drives/c/in"));
+    const SettingsFile settings(folder_.path());
+    for (int group = 0; group < kGroups; ++group) {
+        settings.write(listSection(group), u"LstAct", 1);
+        for (int row = 0; row < kRows; ++row) {
+            settings.write(listSection(group), rowKey(u"lst", row), url(group, row));
+        }
+    }
+}
+
+House::House(const QString &programFolder)
+    : engine_(programFolder)
+    , window_(engine_.services(), engine_.debugSwitch(), opener_, engine_.timer())
+{
+    engine_.storage().load();
+    engine_.options().load();
+    engine_.page().load();
+    engine_.storage().testSA();
+    engine_.start();
+    window_.bringUp();
+    QObject::connect(&gapTimer_, &QTimer::timeout, &gapTimer_, [this] {
+        longestGapNs_ = std::max(longestGapNs_, gap_.nsecsElapsed());
+        gap_.restart();
+    });
+    gapTimer_.setTimerType(Qt::PreciseTimer);
+    gap_.start();
+    gapTimer_.start(1);
+}
+
+House::~House()
+{
+    window_.allowClose();
+    run(engine_.close());
+}
+
+void House::run(QCoro::Task<> task)
+{
+    QEventLoop loop;
+    const auto drive = [](QCoro::Task<> what, QEventLoop &until, bool &done) -> QCoro::Task<> {
+        co_await what;
+        done = true;
+        until.quit();
+    };
+    bool done = false;
+    const auto driver = drive(std::move(task), loop, done);
+    if (!done) {
+        loop.exec();
+    }
+}
+
+double House::passMs()
+{
+    engine_.timer().stop();
+    engine_.scheduler().setTickCounter(kTickBeforeLast);
+    QElapsedTimer timer;
+    timer.start();
+    gap_.restart();
+    run(engine_.scheduler().Timer_Timer());
+    const double elapsed = static_cast<double>(timer.nsecsElapsed()) / kNsPerMs;
+    engine_.timer().stop();
+    return elapsed;
+}
+
+void House::idleTick()
+{
+    engine_.timer().stop();
+    engine_.scheduler().setTickCounter(0);
+    run(engine_.scheduler().Timer_Timer());
+    engine_.timer().stop();
+}
+
+double House::longestGapMs()
+{
+    return static_cast<double>(std::exchange(longestGapNs_, 0)) / kNsPerMs;
+}
+
+double processorMs()
+{
+    timespec time = {};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / kNsPerMs;
+}
+
+double median(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
+}
+
+} // namespace velmora::bench

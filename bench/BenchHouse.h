@@ -1,0 +1,88 @@
+// A program folder with a hundred cameras, the engine that captures them with its window open, and
+// the cameras' server: what the whole-program measurements start from.
+#pragma once
+
+#include "app/CaptureEngine.h"
+#include "base/DesktopOpener.h"
+#include "ui/Interface.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <functional>
+
+namespace velmora::bench {
+
+/// The server process of a measurement.
+class Cameras
+{
+public:
+    /// server: path of bench_camera_server.
+    Cameras(const QString &server, int delayMs, int bodyBytes);
+    Cameras(const Cameras &) = delete;
+    Cameras &operator=(const Cameras &) = delete;
+    Cameras(Cameras &&) = delete;
+    Cameras &operator=(Cameras &&) = delete;
+    ~Cameras();
+
+    [[nodiscard]] QString url(int group, int row, bool dead = false) const;
+
+private:
+    QProcess process_;
+    int port_ = 0;
+};
+
+/// A temporary program folder.
+class Folder
+{
+public:
+    /// url: address of each camera; all groups are on.
+    explicit Folder(const std::function<QString(int group, int row)> &url);
+
+    [[nodiscard]] QString path() const { return folder_.path(); }
+
+private:
+    QTemporaryDir folder_;
+};
+
+/// The engine with its main window shown.
+class House
+{
+public:
+    explicit House(const QString &programFolder);
+    House(const House &) = delete;
+    House &operator=(const House &) = delete;
+    House(House &&) = delete;
+    House &operator=(House &&) = delete;
+    ~House();
+
+    CaptureEngine &engine() { return engine_; }
+
+    /// Runs one tick at which every camera is due; milliseconds.
+    double passMs();
+
+    /// Runs one tick at which no camera in fixed mode is due.
+    void idleTick();
+
+    /// Longest time between two turns of the event loop since the last call; milliseconds.
+    double longestGapMs();
+
+private:
+    void run(QCoro::Task<> task);
+
+    CaptureEngine engine_;
+    XdgOpener opener_;
+    Interface window_;
+    QTimer gapTimer_;
+    QElapsedTimer gap_;
+    qint64 longestGapNs_ = 0;
+};
+
+/// Processor time of this process so far; milliseconds.
+[[nodiscard]] double processorMs();
+
+/// The middle one.
+[[nodiscard]] double median(QList<double> values);
+
+} // namespace velmora::bench

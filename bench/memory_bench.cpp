@@ -1,0 +1,50 @@
+// Resident memory after many captures, against that after the first thousand.
+//   memory_bench SERVER FIRST_PASSES ALL_PASSES      (a pass is a hundred captures)
+#include "BenchHouse.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTextStream>
+
+#include <unistd.h>
+
+namespace {
+
+using namespace velmora;
+using namespace velmora::bench;
+
+constexpr int kBodyBytes = 20 * 1024;
+
+double residentMb()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    static_cast<void>(file.open(QIODevice::ReadOnly));
+    const double pages = file.readAll().split(' ').value(1).toDouble();
+    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    if (argc != 4) {
+        QTextStream(stderr) << "memory_bench SERVER FIRST_PASSES ALL_PASSES\n";
+        return 2;
+    }
+    const int firstPasses = QString::fromLocal8Bit(argv[2]).toInt();
+    const int allPasses = QString::fromLocal8Bit(argv[3]).toInt();
+    const Cameras cameras(QString::fromLocal8Bit(argv[1]), 0, kBodyBytes);
+    const Folder folder([&](int group, int row) { return cameras.url(group, row); });
+    House house(folder.path());
+    double early = 0;
+    for (int pass = 1; pass <= allPasses; ++pass) {
+        static_cast<void>(house.passMs());
+        early = pass == firstPasses ? residentMb() : early;
+    }
+    const double late = residentMb();
+    QTextStream(stdout) << "{\"bench\":\"memory\",\"captures\":" << allPasses * kGroups * kRows
+                        << ",\"early_mb\":" << early << ",\"late_mb\":" << late
+                        << ",\"growth_mb\":" << late - early << ",\"limit_mb\":2}\n";
+    return 0;
+}

@@ -1,0 +1,16 @@
+#!/bin/sh
+# Prints the line coverage of each layer after a run of the tests in a coverage build folder.
+set -eu
+build=$1
+llvm-profdata-19 merge -sparse -o "$build/tests.profdata" "$build"/reports/*.profraw
+objects=""
+for program in "$build"/bin/*; do
+    objects="$objects -object $program"
+done
+for layer in base settings cameras capture ui app; do
+    llvm-cov-19 export -summary-only -instr-profile "$build/tests.profdata" $objects "src/$layer" 2>/dev/null |
+        python3 -c "
+import json, sys
+lines = json.load(sys.stdin)['data'][0]['totals']['lines']
+print(f\"coverage {sys.argv[1]:9} {lines['percent']:5.1f} % of {lines['count']} lines\")" "$layer"
+done

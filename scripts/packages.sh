@@ -1,0 +1,26 @@
+# Debian packages that the project needs, and how to get them. Read by ./run and ./test.
+
+build_packages="clang-19 cmake ninja-build qt6-base-dev qcoro-qt6-dev libcurl4-openssl-dev
+    qt6-image-formats-plugins fonts-dejavu-core xdg-utils"
+test_packages="ccache libgtest-dev libbenchmark-dev clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19
+    xvfb xauth xdotool curl nginx-light python3 procps util-linux git"
+
+# Installs those of the given packages that are missing.
+install_packages() {
+    missing=""
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+    echo "Installing what is missing:$missing"
+    as_root=""
+    if [ "$(id -u)" != 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "This needs root. As root, run: apt-get install$missing" >&2
+            return 1
+        fi
+        as_root="sudo"
+    fi
+    $as_root apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $as_root apt-get install -y -qq --no-install-recommends $missing >/dev/null
+}

@@ -1,0 +1,121 @@
+// Handing a target to the desktop: the opener on PATH, started with the target as it is.
+#include "base/DesktopOpener.h"
+
+#include "base/UniqueFd.h"
+#include "support/ScopedEnv.h"
+#include "support/TempTree.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+using test::ScopedEnv;
+using test::TempTree;
+
+constexpr int kPatienceMs = 10000;
+
+/// A pipe with a name, to which a started program writes.
+class NamedPipe
+{
+public:
+    explicit NamedPipe(const QString &path)
+        : fd_(opened(QFile::encodeName(path)))
+    {
+    }
+
+    /// What was written until the writer closed its end; empty when nobody writes.
+    [[nodiscard]] QByteArray readAll() const
+    {
+        QByteArray all;
+        std::array<char, 256> part{};
+        pollfd wait{fd_.get(), POLLIN, 0};
+        while (::poll(&wait, 1, kPatienceMs) > 0) {
+            const ssize_t got = ::read(fd_.get(), part.data(), part.size());
+            if (got <= 0) {
+                break;
+            }
+            all.append(part.data(), got);
+        }
+        return all;
+    }
+
+private:
+    static int opened(const QByteArray &path)
+    {
+        EXPECT_EQ(::mkfifo(path.constData(), 0600), 0);
+        return ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    }
+
+    UniqueFd fd_;
+};
+
+class XdgOpenerTest : public testing::Test
+{
+protected:
+    void installOpener(mode_t mode) const
+    {
+        tree.write(u"bin/xdg-open",
+                   "#!/bin/sh\nprintf '%s|%s' \"$#\" \"$1\" > '" + path("pipe") + "'\n");
+        ASSERT_EQ(::chmod(path("bin/xdg-open").constData(), mode), 0);
+    }
+
+    [[nodiscard]] QByteArray path(const char *relative) const
+    {
+        return QFile::encodeName(tree.path(QString::fromLatin1(relative)));
+    }
+
+    TempTree tree;
+    XdgOpener opener;
+};
+
+TEST_F(XdgOpenerTest, StartsTheProgramOnPathWithTheTargetAsOneArgument)
+{
+    installOpener(0755);
+    const NamedPipe pipe(tree.path(u"pipe"));
+    const ScopedEnv env("PATH", path("bin"));
+    EXPECT_EQ(opener.open(QStringLiteral("/srv/my cams/'a' \"b\" $HOME é")), OpenOutcome::Started);
+    EXPECT_EQ(pipe.readAll(), QByteArray("1|/srv/my cams/'a' \"b\" $HOME é"));
+}
+
+TEST_F(XdgOpenerTest, TakesTheFirstOnPath)
+{
+    installOpener(0755);
+    tree.write(u"other/xdg-open", "#!/bin/sh\nexit 1\n");
+    ASSERT_EQ(::chmod(path("other/xdg-open").constData(), 0755), 0);
+    const NamedPipe pipe(tree.path(u"pipe"));
+    const ScopedEnv env("PATH", path("bin") + ':' + path("other"));
+    EXPECT_EQ(opener.open(QStringLiteral("http://127.0.0.1/")), OpenOutcome::Started);
+    EXPECT_EQ(pipe.readAll(), QByteArray("1|http://127.0.0.1/"));
+}
+
+TEST_F(XdgOpenerTest, SaysThatThereIsNoOpenerOnAnEmptyPath)
+{
+    const ScopedEnv env("PATH", QByteArray(""));
+    EXPECT_EQ(opener.open(QStringLiteral("/srv")), OpenOutcome::NoOpener);
+}
+
+TEST_F(XdgOpenerTest, SaysThatThereIsNoOpenerInAFolderWithoutOne)
+{
+    tree.makeFolder(u"bin");
+    const ScopedEnv env("PATH", path("bin"));
+    EXPECT_EQ(opener.open(QStringLiteral("/srv")), OpenOutcome::NoOpener);
+}
+
+TEST_F(XdgOpenerTest, PassesOverAFileThatCannotBeRun)
+{
+    installOpener(0644);
+    const ScopedEnv env("PATH", path("bin"));
+    EXPECT_EQ(opener.open(QStringLiteral("/srv")), OpenOutcome::NoOpener);
+}
+
+} // namespace
+} // namespace velmora

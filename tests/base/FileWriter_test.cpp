@@ -1,0 +1,254 @@
+// Files that come into being whole: nothing is replaced that must stay, and a failure leaves no
+// trace.
+#include "base/FileWriter.h"
+
+#include "support/FileSizeLimit.h"
+#include "support/TempTree.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+using test::FileSizeLimit;
+using test::TempTree;
+
+mode_t modeOf(const QString &path)
+{
+    struct stat info = {};
+    EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &info), 0);
+    return info.st_mode & 07777;
+}
+
+void setMode(const QString &path, mode_t mode)
+{
+    ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), mode), 0);
+}
+
+class StoreNewFile : public testing::Test
+{
+protected:
+    StoreResult store(QStringView target, QByteArrayView bytes) const
+    {
+        return storeNewFile(tree.path(u"work"), tree.path(target), bytes);
+    }
+
+    TempTree tree;
+};
+
+TEST_F(StoreNewFile, WritesTheBytes)
+{
+    const QByteArray bytes("\xff\xd8\0picture", 10);
+    const StoreResult result = store(u"a.jpg", bytes);
+    EXPECT_EQ(result.outcome, StoreOutcome::Stored);
+    EXPECT_FALSE(result.error);
+    EXPECT_EQ(tree.read(u"a.jpg"), bytes);
+}
+
+TEST_F(StoreNewFile, MakesTheWorkFolderAndLeavesItEmpty)
+{
+    EXPECT_EQ(store(u"a.jpg", "x").outcome, StoreOutcome::Stored);
+    ASSERT_TRUE(QFileInfo(tree.path(u"work")).isDir());
+    EXPECT_EQ(tree.files(u"work"), QStringList());
+}
+
+TEST_F(StoreNewFile, GivesTheFileOneNameOnly)
+{
+    ASSERT_EQ(store(u"a.jpg", "x").outcome, StoreOutcome::Stored);
+    struct stat info = {};
+    ASSERT_EQ(::stat(QFile::encodeName(tree.path(u"a.jpg")).constData(), &info), 0);
+    EXPECT_EQ(info.st_nlink, 1U);
+}
+
+TEST_F(StoreNewFile, NeverReplacesAFile)
+{
+    tree.write(u"a.jpg", "old");
+    const StoreResult result = store(u"a.jpg", "new");
+    EXPECT_EQ(result.outcome, StoreOutcome::AlreadyThere);
+    EXPECT_EQ(tree.read(u"a.jpg"), QByteArray("old"));
+    EXPECT_EQ(tree.files(u"work"), QStringList());
+}
+
+TEST_F(StoreNewFile, NeverReplacesABrokenLink)
+{
+    ASSERT_TRUE(QFile::link(tree.path(u"nowhere"), tree.path(u"a.jpg")));
+    EXPECT_EQ(store(u"a.jpg", "new").outcome, StoreOutcome::AlreadyThere);
+    EXPECT_FALSE(tree.exists(u"nowhere"));
+}
+
+TEST_F(StoreNewFile, FailsWhenTheTargetFolderIsMissing)
+{
+    const StoreResult result = store(u"missing/a.jpg", "x");
+    EXPECT_EQ(result.outcome, StoreOutcome::Failed);
+    EXPECT_EQ(result.error, std::errc::no_such_file_or_directory);
+    EXPECT_EQ(tree.files(u"work"), QStringList());
+}
+
+TEST_F(StoreNewFile, FailsWhenTheWorkFolderCannotBeMade)
+{
+    const StoreResult result = storeNewFile(tree.path(u"two/levels"), tree.path(u"a.jpg"), "x");
+    EXPECT_EQ(result.outcome, StoreOutcome::Failed);
+    EXPECT_EQ(result.error, std::errc::no_such_file_or_directory);
+    EXPECT_FALSE(tree.exists(u"a.jpg"));
+}
+
+TEST_F(StoreNewFile, FailsWhenAFileStandsForTheWorkFolder)
+{
+    tree.write(u"work", "");
+    const StoreResult result = store(u"a.jpg", "x");
+    EXPECT_EQ(result.outcome, StoreOutcome::Failed);
+    EXPECT_EQ(result.error, std::errc::not_a_directory);
+}
+
+TEST_F(StoreNewFile, LeavesNothingWhenTheDiskIsFull)
+{
+    const FileSizeLimit limit(1000);
+    const StoreResult result = store(u"a.jpg", QByteArray(5000, 'x'));
+    EXPECT_EQ(result.outcome, StoreOutcome::Failed);
+    EXPECT_EQ(result.error, std::errc::file_too_large);
+    EXPECT_EQ(tree.files(), QStringList());
+    EXPECT_EQ(tree.files(u"work"), QStringList());
+}
+
+TEST_F(StoreNewFile, WritesAnEmptyFile)
+{
+    EXPECT_EQ(store(u"a.jpg", {}).outcome, StoreOutcome::Stored);
+    EXPECT_EQ(tree.read(u"a.jpg"), QByteArray());
+}
+
+class ReplaceFile : public testing::Test
+{
+protected:
+    TempTree tree;
+};
+
+TEST_F(ReplaceFile, MakesAMissingFile)
+{
+    EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
+    EXPECT_EQ(tree.read(u"a.ini"), QByteArray("new"));
+    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+}
+
+TEST_F(ReplaceFile, PutsAnotherTextInPlace)
+{
+    tree.write(u"a.ini", "a longer text");
+    EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
+    EXPECT_EQ(tree.read(u"a.ini"), QByteArray("new"));
+    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+}
+
+TEST_F(ReplaceFile, KeepsThePermissions)
+{
+    for (const mode_t mode : {0600U, 0640U, 0644U, 0664U, 0666U}) {
+        SCOPED_TRACE(mode);
+        tree.write(u"a.ini", "old");
+        setMode(tree.path(u"a.ini"), mode);
+        EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
+        EXPECT_EQ(modeOf(tree.path(u"a.ini")), mode);
+    }
+}
+
+TEST_F(ReplaceFile, FollowsALink)
+{
+    tree.write(u"real/a.ini", "old");
+    ASSERT_TRUE(QFile::link(tree.path(u"real/a.ini"), tree.path(u"a.ini")));
+    EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
+    EXPECT_TRUE(QFileInfo(tree.path(u"a.ini")).isSymLink());
+    EXPECT_EQ(tree.read(u"real/a.ini"), QByteArray("new"));
+    EXPECT_EQ(tree.files(u"real"), QStringList{QStringLiteral("a.ini")});
+}
+
+TEST_F(ReplaceFile, KeepsTheOldTextWhenTheDiskIsFull)
+{
+    tree.write(u"a.ini", "old");
+    const FileSizeLimit limit(1000);
+    EXPECT_EQ(replaceFile(tree.path(u"a.ini"), QByteArray(5000, 'x')), std::errc::file_too_large);
+    EXPECT_EQ(tree.read(u"a.ini"), QByteArray("old"));
+    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+}
+
+TEST_F(ReplaceFile, FailsInAMissingFolder)
+{
+    EXPECT_EQ(replaceFile(tree.path(u"missing/a.ini"), "x"), std::errc::no_such_file_or_directory);
+}
+
+TEST_F(ReplaceFile, LeavesAFolderOfThatNameAlone)
+{
+    tree.makeFolder(u"a.ini");
+    EXPECT_TRUE(replaceFile(tree.path(u"a.ini"), "x"));
+    EXPECT_TRUE(QFileInfo(tree.path(u"a.ini")).isDir());
+    EXPECT_EQ(tree.files(), QStringList());
+}
+
+/// Name of a working file of that process.
+QString workFileOf(pid_t process)
+{
+    return QStringLiteral(".velmora-%1-1.part").arg(process);
+}
+
+// No process has a number above the kernel's largest.
+constexpr pid_t kNoProcess = 4194305;
+
+TEST(ClearWorkFiles, DeletesWhatAKilledRunLeft)
+{
+    const TempTree tree;
+    tree.write(workFileOf(kNoProcess), "x");
+    tree.write(workFileOf(kNoProcess + 1), "");
+    clearWorkFiles(tree.path());
+    EXPECT_EQ(tree.files(), QStringList());
+}
+
+TEST(ClearWorkFiles, DeletesWhatThisProcessLeft)
+{
+    const TempTree tree;
+    tree.write(workFileOf(::getpid()), "x");
+    clearWorkFiles(tree.path());
+    EXPECT_EQ(tree.files(), QStringList());
+}
+
+TEST(ClearWorkFiles, KeepsWhatAnotherRunningProgramIsWriting)
+{
+    const TempTree tree;
+    tree.write(workFileOf(::getppid()), "x");
+    clearWorkFiles(tree.path());
+    EXPECT_EQ(tree.files(), QStringList{workFileOf(::getppid())});
+}
+
+TEST(ClearWorkFiles, KeepsFilesOfOtherNames)
+{
+    const TempTree tree;
+    const QStringList others = {QStringLiteral(".velmora-4194305-1.jpg"),
+                                QStringLiteral("Target.jpg"),
+                                QStringLiteral("velmora-4194305-1.part")};
+    for (const QString &name : others) {
+        tree.write(name, "x");
+    }
+    clearWorkFiles(tree.path());
+    EXPECT_EQ(tree.files(), others);
+}
+
+TEST(ClearWorkFiles, LeavesSubfoldersAlone)
+{
+    const TempTree tree;
+    tree.write(u"below/.velmora-4194305-1.part", "x");
+    tree.makeFolder(u".velmora-4194306-1.part");
+    clearWorkFiles(tree.path());
+    EXPECT_TRUE(tree.exists(u"below/.velmora-4194305-1.part"));
+    EXPECT_TRUE(tree.exists(u".velmora-4194306-1.part"));
+}
+
+TEST(ClearWorkFiles, TakesAMissingFolder)
+{
+    const TempTree tree;
+    clearWorkFiles(tree.path(u"missing"));
+    EXPECT_FALSE(tree.exists(u"missing"));
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,131 @@
+// Lookups and edits of a settings text in memory; their common result on texts of all kinds.
+#include "base/ProfileText.h"
+
+#include "support/Printers.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace velmora {
+namespace {
+
+QByteArray applied(const ProfileText &text, const ProfileEdit &edit)
+{
+    return QByteArray(text.bytes()).replace(edit.offset, edit.removed, edit.inserted);
+}
+
+QByteArray set(const QByteArray &before, QByteArrayView section, QByteArrayView key,
+               QByteArrayView value)
+{
+    const ProfileText text(before);
+    return applied(text, text.edit(section, key, value));
+}
+
+/// The characters that mean something, and a few that do not.
+QByteArray randomText(std::mt19937 &random, qsizetype maxLength)
+{
+    static const QByteArray alphabet("[[[]]]===;\r\r\n\n\n  \t\"'sSkKx\0\xe9", 27);
+    std::uniform_int_distribution<qsizetype> length(0, maxLength);
+    std::uniform_int_distribution<qsizetype> letter(0, alphabet.size() - 1);
+    QByteArray text(length(random), '\0');
+    for (char &c : text) {
+        c = alphabet[letter(random)];
+    }
+    return text;
+}
+
+TEST(ProfileText, FindsNothingInAnEmptyText)
+{
+    EXPECT_FALSE(ProfileText(QByteArray()).value("s", "k").has_value());
+    EXPECT_FALSE(findProfileValue({}, "s", "k").has_value());
+}
+
+TEST(ProfileText, TellsAnEmptyValueFromAMissingKey)
+{
+    const ProfileText text("[s]\r\nk=\r\n");
+    EXPECT_TRUE(text.value("s", "k").has_value());
+    EXPECT_FALSE(text.value("s", "j").has_value());
+    EXPECT_FALSE(text.value("t", "k").has_value());
+}
+
+TEST(ProfileText, ChangesNothingForTheValueThatStands)
+{
+    const ProfileText text("[s]\r\nk=v\r\n");
+    EXPECT_TRUE(text.edit("s", "k", QByteArrayView("v")).isEmpty());
+    EXPECT_TRUE(text.edit("S", "K", QByteArrayView("v")).isEmpty());
+    EXPECT_FALSE(text.edit("s", "k", QByteArrayView("w")).isEmpty());
+}
+
+TEST(ProfileText, ChangesNothingToTakeOutAMissingKey)
+{
+    const ProfileText text("[s]\r\nk=v\r\n");
+    EXPECT_TRUE(text.edit("s", "j", std::nullopt).isEmpty());
+    EXPECT_TRUE(text.edit("t", "k", std::nullopt).isEmpty());
+}
+
+TEST(ProfileText, ReplacesTheValueAlone)
+{
+    const ProfileText text("[s]\r\nKey=old\r\nj=1\r\n");
+    const ProfileEdit edit = text.edit("S", "kEY", QByteArrayView("new one"));
+    EXPECT_EQ(edit.offset, 9);
+    EXPECT_EQ(edit.removed, 3);
+    EXPECT_EQ(edit.inserted, QByteArray("new one"));
+}
+
+TEST(ProfileText, PutsANewKeyBehindTheLastOfItsSection)
+{
+    EXPECT_EQ(set("[s]\r\na=1\r\n\r\n; remark\r\n[t]\r\nb=2\r\n", "s", "k", "v"),
+              QByteArray("[s]\r\na=1\r\nk=v\r\n\r\n; remark\r\n[t]\r\nb=2\r\n"));
+}
+
+TEST(ProfileText, PutsANewSectionAtTheEnd)
+{
+    EXPECT_EQ(set("[s]\r\na=1\r\n", "t", "k", "v"), QByteArray("[s]\r\na=1\r\n[t]\r\nk=v\r\n"));
+}
+
+TEST(ProfileText, EndsAnOpenLastLineFirst)
+{
+    EXPECT_EQ(set("[s]\r\na=1", "s", "k", "v"), QByteArray("[s]\r\na=1\r\nk=v\r\n"));
+    EXPECT_EQ(set("[s]", "s", "k", "v"), QByteArray("[s]\r\nk=v\r\n"));
+    EXPECT_EQ(set("a=1", "s", "k", "v"), QByteArray("a=1\r\n[s]\r\nk=v\r\n"));
+}
+
+TEST(ProfileText, KeepsTheLineEndsOfOthers)
+{
+    EXPECT_EQ(set("[s]\na=1\nb=2\r[t]\r", "s", "a", "x"), QByteArray("[s]\na=x\nb=2\r[t]\r"));
+}
+
+TEST(ProfileText, FindsBothWaysTheSameInRandomTexts)
+{
+    std::mt19937 random(20060307);
+    int found = 0;
+    for (int i = 0; i < 30000; ++i) {
+        const QByteArray bytes =
+            (i % 2 == 0 ? QByteArray() : QByteArray("[s]\n")) + randomText(random, 40);
+        const ProfileText text(bytes);
+        const auto indexed = text.value("s", "k");
+        const auto scanned = findProfileValue(bytes, "s", "k");
+        ASSERT_EQ(indexed.has_value(), scanned.has_value()) << bytes.toHex().toStdString();
+        ASSERT_TRUE(!indexed || *indexed == *scanned) << bytes.toHex().toStdString();
+        found += indexed ? 1 : 0;
+    }
+    EXPECT_GT(found, 500) << "too few of the texts hold the key to say anything";
+}
+
+TEST(ProfileText, ReadsBackWhatItSetInRandomTexts)
+{
+    std::mt19937 random(19991231);
+    for (int i = 0; i < 20000; ++i) {
+        const QByteArray before = randomText(random, 40);
+        const QByteArray after = set(before, "s", "k", "value");
+        const ProfileText text(after);
+        ASSERT_TRUE(text.value("s", "k").value_or(QByteArrayView()) == QByteArrayView("value"))
+            << before.toHex().toStdString();
+        ASSERT_TRUE(text.edit("s", "k", QByteArrayView("value")).isEmpty())
+            << before.toHex().toStdString();
+    }
+}
+
+} // namespace
+} // namespace velmora

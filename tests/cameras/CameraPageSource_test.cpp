@@ -1,0 +1,188 @@
+// The address box of a row: what shows the live view, what stores an address, and which folder is
+// made.
+#include "cameras/CameraPage.h"
+#include "cameras/CamerasFixture.h"
+
+namespace velmora {
+namespace {
+
+using test::CamerasFixture;
+
+class SourceTest : public CamerasFixture
+{
+protected:
+    SourceTest()
+    {
+        QObject::connect(
+            &page, &CameraPage::liveViewWanted, &page,
+            [this](CameraAddress camera, const QString &url) {
+                wanted.append(
+                    QStringLiteral("%1:%2 %3").arg(camera.group).arg(camera.row).arg(url));
+            });
+    }
+
+    void leave(int row, const QString &text) { page.leaveSource(row, text); }
+
+    CameraPage page{table, storage, log, problems};
+    QStringList wanted;
+};
+
+TEST_F(SourceTest, ShowsAnAddressThatIsTyped)
+{
+    page.Selecteur_Click(2, WindowState::Visible);
+    page.changeSource(3, QStringLiteral("a"));
+    page.changeSource(3, QStringLiteral("ab"));
+    EXPECT_EQ(wanted, (QStringList{QStringLiteral("2:3 a"), QStringLiteral("2:3 ab")}));
+    EXPECT_EQ(page.currentRow(), 3);
+}
+
+TEST_F(SourceTest, ShowsAnAddressOnceUntilItChanges)
+{
+    page.changeSource(3, QStringLiteral("a"));
+    page.changeSource(4, QStringLiteral("a"));
+    EXPECT_EQ(wanted, QStringList{QStringLiteral("0:3 a")});
+    EXPECT_EQ(page.currentRow(), 4);
+}
+
+TEST_F(SourceTest, StoresNothingWhileItIsTyped)
+{
+    page.changeSource(3, QStringLiteral("a"));
+    page.clickSource(3, QStringLiteral("a"));
+    EXPECT_FALSE(tree.exists(u"Velmora.ini"));
+}
+
+TEST_F(SourceTest, IgnoresTheChangesOfATabSwitch)
+{
+    store("[Liste1]\r\nlst0=a\r\n");
+    QObject::connect(&page, &CameraPage::pageLoaded, &page,
+                     [this] { page.changeSource(5, page.row(0).url); });
+    page.Selecteur_Click(1, WindowState::Visible);
+    EXPECT_EQ(wanted, QStringList());
+    EXPECT_EQ(page.currentRow(), 0);
+    EXPECT_EQ(page.row(5).url, QString());
+}
+
+TEST_F(SourceTest, ShowsAnAddressAtEveryClick)
+{
+    page.clickSource(6, QStringLiteral("a"));
+    page.clickSource(6, QStringLiteral("a"));
+    EXPECT_EQ(wanted, (QStringList{QStringLiteral("0:6 a"), QStringLiteral("0:6 a")}));
+    EXPECT_EQ(page.currentRow(), 6);
+}
+
+TEST_F(SourceTest, ShowsNothingOnAClickIntoAnEmptyRow)
+{
+    page.clickSource(6, QString());
+    EXPECT_EQ(wanted, QStringList());
+    EXPECT_EQ(page.currentRow(), 6);
+}
+
+TEST_F(SourceTest, StoresTheAddressWhenTheBoxIsLeft)
+{
+    page.Selecteur_Click(2, WindowState::Visible);
+    leave(3, QStringLiteral("http://10.0.0.5/a.jpg"));
+    EXPECT_EQ(setting(u"Liste2", u"lst3"), QStringLiteral("http://10.0.0.5/a.jpg"));
+    EXPECT_EQ(page.row(3).url, QStringLiteral("http://10.0.0.5/a.jpg"));
+    EXPECT_EQ(shown, QStringList());
+}
+
+TEST_F(SourceTest, MakesTheFolderOfTheAddressBeforeTheEdit)
+{
+    useStorage();
+    store("[Liste0]\r\nlst0=old\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
+    leave(0, QStringLiteral("new"));
+    EXPECT_EQ(tree.folders(u"drives/c/in"), QStringList{QStringLiteral("old")});
+    leave(0, QStringLiteral("new"));
+    EXPECT_EQ(tree.folders(u"drives/c/in"),
+              (QStringList{QStringLiteral("new"), QStringLiteral("old")}));
+}
+
+TEST_F(SourceTest, MakesNoFolderForAnAddressThatIsCleared)
+{
+    useStorage();
+    store("[Liste0]\r\nlst0=old\r\n");
+    leave(0, QString());
+    EXPECT_EQ(tree.folders(u"drives/c/in"), QStringList());
+    EXPECT_EQ(setting(u"Liste0", u"lst0"), QString());
+}
+
+TEST_F(SourceTest, TurnsAClearedRowRedAtTheNextTabSwitch)
+{
+    store("[Liste0]\r\nlst0=old\r\n[Groupe0]\r\nSB0=65280\r\nlNew0=4\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
+    leave(0, QString());
+    EXPECT_EQ(page.row(0).lamp, LampColour::Green);
+    page.Selecteur_Click(0, WindowState::Visible);
+    EXPECT_EQ(page.row(0).lamp, LampColour::Red);
+    EXPECT_EQ(setting(u"Groupe0", u"lNew0"), QStringLiteral("0"));
+}
+
+TEST_F(SourceTest, TellsOfAFolderThatCannotBeMadeAndStoresTheAddress)
+{
+    tree.write(u"drives/c/in/old", "a file in the way");
+    storage.edit(QStringLiteral("C:\\in"));
+    settings.write(u"Liste0", u"lst0", u"old");
+    leave(0, QStringLiteral("new"));
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown.first().startsWith(QStringLiteral("The folder of row 0 cannot be made: ")));
+    EXPECT_EQ(setting(u"Liste0", u"lst0"), QStringLiteral("new"));
+}
+
+TEST_F(SourceTest, Stores254CharactersSilently)
+{
+    const QString url(254, u'a');
+    leave(0, url);
+    EXPECT_EQ(setting(u"Liste0", u"lst0"), url);
+    EXPECT_EQ(shown, QStringList());
+}
+
+TEST_F(SourceTest, Stores255CharactersAndSaysThatTheLastIsLost)
+{
+    leave(0, QString(255, u'a'));
+    EXPECT_EQ(stored(), "[Liste0]\r\nlst0=" + QByteArray(255, 'a') + "\r\n");
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown.first().contains(QStringLiteral("254 characters")));
+}
+
+TEST_F(SourceTest, Refuses256CharactersAndKeepsTheOldAddress)
+{
+    useStorage();
+    settings.write(u"Liste0", u"lst0", u"old");
+    leave(0, QString(256, u'a'));
+    EXPECT_EQ(setting(u"Liste0", u"lst0"), QStringLiteral("old"));
+    EXPECT_EQ(tree.folders(u"drives/c/in"), QStringList());
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown.first().startsWith(QStringLiteral("Overflow: ")));
+    EXPECT_FALSE(shown.first().contains(QString(256, u'a')));
+}
+
+TEST_F(SourceTest, SaysThatTheFileCannotHoldACharacter)
+{
+    leave(0, QStringLiteral("http://10.0.0.5/\u4e2d.jpg"));
+    EXPECT_EQ(shown.size(), 1);
+    EXPECT_EQ(setting(u"Liste0", u"lst0"), QStringLiteral("http://10.0.0.5/?.jpg"));
+}
+
+TEST_F(SourceTest, OpensTheFolderOfTheStoredAddressWhileTheLampIsGreen)
+{
+    useStorage();
+    settings.write(u"Liste0", u"lst3", u"a1");
+    EXPECT_EQ(page.folderToOpen(3), tree.path(u"drives/c/in/a%31"));
+}
+
+TEST_F(SourceTest, OpensNoFolderWhileTheLampIsRed)
+{
+    storage.edit(QStringLiteral("C:\\in"));
+    settings.write(u"Liste0", u"lst3", u"a1");
+    EXPECT_EQ(page.folderToOpen(3), QString());
+}
+
+TEST_F(SourceTest, OpensTheStorageFolderForARowWithoutAddress)
+{
+    useStorage();
+    EXPECT_EQ(page.folderToOpen(3), tree.path(u"drives/c/in"));
+}
+
+} // namespace
+} // namespace velmora

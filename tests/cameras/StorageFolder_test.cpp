@@ -1,0 +1,256 @@
+// The storage folder: its check and what follows from it, and what typing into its box does.
+#include "cameras/StorageFolder.h"
+
+#include "cameras/CamerasFixture.h"
+
+#include <QDir>
+
+namespace velmora {
+namespace {
+
+using test::CamerasFixture;
+
+class StorageFolderTest : public CamerasFixture
+{
+protected:
+    StorageFolderTest()
+    {
+        QObject::connect(&storage, &StorageFolder::checked, &storage,
+                         [this](const StorageState &state) { checks.append(state); });
+        QObject::connect(&storage, &StorageFolder::textChanged, &storage,
+                         [this](const QString &text) { texts.append(text); });
+        QObject::connect(&storage, &StorageFolder::editBegan, &storage, [this] { ++editsBegun; });
+    }
+
+    void makeStorage() const { tree.makeFolder(u"drives/c/in"); }
+
+    void removeStorage() const { ASSERT_TRUE(QDir().rmdir(tree.path(u"drives/c/in"))); }
+
+    QList<StorageState> checks;
+    QStringList texts;
+    int editsBegun = 0;
+};
+
+const StorageState kPresent{LampColour::Green, true, false, QStringLiteral("Ok")};
+const StorageState kMissing{LampColour::Red, false, true, QStringLiteral("Quitter")};
+
+TEST(StorageState, FollowsFromTheFolder)
+{
+    EXPECT_EQ(storageState(true), kPresent);
+    EXPECT_EQ(storageState(false), kMissing);
+}
+
+TEST_F(StorageFolderTest, TakesTheStoredText)
+{
+    store("[Control]\r\nStRep=C:\\pics\\\r\n");
+    storage.load();
+    EXPECT_EQ(storage.text(), QStringLiteral("C:\\pics\\"));
+    EXPECT_EQ(texts, QStringList{QStringLiteral("C:\\pics\\")});
+}
+
+TEST_F(StorageFolderTest, TakesInOfDriveCWhenNothingIsStored)
+{
+    storage.load();
+    EXPECT_EQ(storage.text(), QStringLiteral("C:\\in"));
+    EXPECT_FALSE(tree.exists(u"Velmora.ini")) << "the default is not stored";
+}
+
+TEST_F(StorageFolderTest, ChecksNothingWhenLoaded)
+{
+    storage.load();
+    EXPECT_EQ(storage.lamp(), LampColour::None);
+    EXPECT_TRUE(checks.isEmpty());
+}
+
+TEST_F(StorageFolderTest, IsGreenWhenTheFolderIsThere)
+{
+    makeStorage();
+    storage.load();
+    storage.testSA();
+    EXPECT_EQ(checks, QList<StorageState>{kPresent});
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_TRUE(storage.isPresent());
+}
+
+TEST_F(StorageFolderTest, IsRedWhenTheFolderIsMissing)
+{
+    storage.load();
+    storage.testSA();
+    EXPECT_EQ(checks, QList<StorageState>{kMissing});
+    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_FALSE(storage.isPresent());
+}
+
+TEST_F(StorageFolderTest, IsRedWhenAFileStandsThere)
+{
+    tree.write(u"drives/c/in", "");
+    storage.load();
+    storage.testSA();
+    EXPECT_EQ(storage.lamp(), LampColour::Red);
+}
+
+TEST_F(StorageFolderTest, IsRedOnADriveThatDoesNotExist)
+{
+    storage.edit(QStringLiteral("Z:\\in"));
+    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_FALSE(storage.isPresent());
+    EXPECT_EQ(storage.native(storage.text()), QString());
+}
+
+TEST_F(StorageFolderTest, ShowsTheCleanedTextOnACheck)
+{
+    store("[Control]\r\nStRep= D:\\My Pics \r\n");
+    storage.load();
+    storage.testSA();
+    EXPECT_EQ(storage.text(), QStringLiteral("D:\\MyPics\\"));
+    EXPECT_EQ(texts.last(), QStringLiteral("D:\\MyPics\\"));
+}
+
+TEST_F(StorageFolderTest, CreatesNothingOnACheck)
+{
+    storage.load();
+    storage.testSA();
+    EXPECT_EQ(tree.folders(u"drives/c"), QStringList());
+}
+
+TEST_F(StorageFolderTest, LogsACheck)
+{
+    log.setOn(true);
+    storage.testSA();
+    EXPECT_EQ(tree.read(u"Velmora.log"), QByteArray("14:05:09 Interface TestSA\n"));
+}
+
+TEST_F(StorageFolderTest, StoresTheTextAtEveryKeystroke)
+{
+    makeStorage();
+    storage.edit(QStringLiteral("C:\\i"));
+    EXPECT_EQ(setting(u"Control", u"StRep"), QStringLiteral("C:\\i\\"));
+    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    storage.edit(QStringLiteral("C:\\in\\"));
+    EXPECT_EQ(setting(u"Control", u"StRep"), QStringLiteral("C:\\in\\"));
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(checks.size(), 2);
+}
+
+TEST_F(StorageFolderTest, TakesASlashOfTheUserForABackslash)
+{
+    storage.edit(QStringLiteral("C:/in/cam"));
+    EXPECT_EQ(storage.text(), QStringLiteral("C:\\in\\cam\\"));
+}
+
+TEST_F(StorageFolderTest, GivesTheNativePathOfACameraFolder)
+{
+    makeStorage();
+    storage.edit(QStringLiteral("C:\\in"));
+    const QString text = storage.folderText(u"\\a%31\\");
+    EXPECT_EQ(text, QStringLiteral("C:\\in\\\\a%31\\"));
+    EXPECT_EQ(storage.native(text), tree.path(u"drives/c/in/a%31"));
+}
+
+TEST_F(StorageFolderTest, StopsTheTimersWhileItIsEdited)
+{
+    makeStorage();
+    storage.load();
+    storage.testSA();
+    EXPECT_FALSE(storage.timersStopped());
+    storage.beginEdit();
+    EXPECT_TRUE(storage.timersStopped());
+    EXPECT_EQ(editsBegun, 1);
+    storage.edit(QStringLiteral("C:\\in"));
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_TRUE(storage.timersStopped()) << "the box still has the focus";
+}
+
+TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheBoxIsLeftAndTheFolderIsThere)
+{
+    makeStorage();
+    storage.load();
+    storage.beginEdit();
+    storage.endEdit();
+    EXPECT_FALSE(storage.timersStopped());
+    EXPECT_EQ(checks, QList<StorageState>{kPresent});
+}
+
+TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheBoxIsLeftAndTheFolderIsMissing)
+{
+    storage.load();
+    storage.beginEdit();
+    storage.endEdit();
+    EXPECT_TRUE(storage.timersStopped());
+}
+
+TEST_F(StorageFolderTest, RechecksOnlyWhenTheFolderCameOrWent)
+{
+    makeStorage();
+    storage.load();
+    storage.testSA();
+    storage.recheck();
+    EXPECT_EQ(checks.size(), 1);
+    removeStorage();
+    storage.recheck();
+    EXPECT_EQ(checks.size(), 2);
+    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    storage.recheck();
+    EXPECT_EQ(checks.size(), 2);
+    makeStorage();
+    storage.recheck();
+    EXPECT_EQ(checks.size(), 3);
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+}
+
+TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheFolderComesBackAfterAnEdit)
+{
+    storage.load();
+    storage.beginEdit();
+    storage.endEdit();
+    makeStorage();
+    storage.recheck();
+    EXPECT_FALSE(storage.timersStopped());
+}
+
+TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheFolderComesWhileItIsEdited)
+{
+    storage.load();
+    storage.testSA();
+    storage.beginEdit();
+    makeStorage();
+    storage.recheck();
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_TRUE(storage.timersStopped());
+}
+
+TEST_F(StorageFolderTest, RemembersThatACheckWasAskedFor)
+{
+    EXPECT_FALSE(storage.isCheckRequested());
+    storage.requestCheck();
+    EXPECT_TRUE(storage.isCheckRequested());
+    storage.testSA();
+    EXPECT_FALSE(storage.isCheckRequested());
+}
+
+TEST_F(StorageFolderTest, TakesAChosenFolder)
+{
+    makeStorage();
+    storage.choose(tree.path(u"drives/c/in"));
+    EXPECT_EQ(storage.text(), QStringLiteral("C:\\in\\"));
+    EXPECT_EQ(setting(u"Control", u"StRep"), QStringLiteral("C:\\in\\"));
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(shown, QStringList());
+}
+
+TEST_F(StorageFolderTest, RefusesAChosenFolderThatCleaningWouldChange)
+{
+    for (const char16_t *const name : {u"my pics", u"a*b", u"a\\b", u"a|b"}) {
+        SCOPED_TRACE(QString::fromUtf16(name).toStdString());
+        const QString folder = tree.path(u"drives/c") + u'/' + QString::fromUtf16(name);
+        shown.clear();
+        storage.choose(folder);
+        ASSERT_EQ(shown.size(), 1);
+        EXPECT_TRUE(shown.first().contains(folder));
+        EXPECT_EQ(storage.text(), QString());
+        EXPECT_FALSE(tree.exists(u"Velmora.ini"));
+    }
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,166 @@
+// From the address that the user typed to the request that goes out.
+#include "capture/CameraUrl.h"
+
+#include "support/Printers.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct TextRow
+{
+    const char *name;
+    QString given;
+    QString expected;
+};
+
+void PrintTo(const TextRow &row, std::ostream *out)
+{
+    *out << row.given.toStdString();
+}
+
+class ExpandTemplate : public testing::TestWithParam<TextRow>
+{
+};
+
+TEST_P(ExpandTemplate, PutsTheLastAlternativeIn)
+{
+    EXPECT_EQ(expandTemplate(GetParam().given), GetParam().expected);
+}
+
+const TextRow kTemplates[] = {
+    {"TwoAlternatives", QStringLiteral("http://h/<a:b>.jpg"), QStringLiteral("http://h/b.jpg")},
+    {"ManyAlternatives", QStringLiteral("http://h/<1:2:3:4>/x"), QStringLiteral("http://h/4/x")},
+    {"OneAlternative", QStringLiteral("http://h/<a>.jpg"), QStringLiteral("http://h/a.jpg")},
+    {"NoAlternative", QStringLiteral("http://h/<>.jpg"), QStringLiteral("http://h/.jpg")},
+    {"EmptyLastAlternative", QStringLiteral("http://h/<a:>.jpg"), QStringLiteral("http://h/.jpg")},
+    {"EmptyFirstAlternative", QStringLiteral("http://h/<:b>.jpg"), QStringLiteral("http://h/b.jpg")},
+    {"AtTheBegin", QStringLiteral("<a:b>.jpg"), QStringLiteral("b.jpg")},
+    {"AtTheEnd", QStringLiteral("http://h/<a:b>"), QStringLiteral("http://h/b")},
+    {"NoBrackets", QStringLiteral("http://h/a.jpg"), QStringLiteral("http://h/a.jpg")},
+    {"OpenOnly", QStringLiteral("http://h/<a:b.jpg"), QStringLiteral("http://h/<a:b.jpg")},
+    {"CloseOnly", QStringLiteral("http://h/a:b>.jpg"), QStringLiteral("http://h/a:b>.jpg")},
+    {"CloseBeforeOpen", QStringLiteral("http://h/>a:b<.jpg"), QStringLiteral("http://h/>a:b<.jpg")},
+    {"CloseOnBothSides", QStringLiteral("h/>x<a:b>.jpg"), QStringLiteral("h/>xb.jpg")},
+    {"SeveralTemplates", QStringLiteral("h/<a:b>/<c:d>.jpg"), QStringLiteral("h/b/<c:d>.jpg")},
+    {"OpenWithinAlternatives", QStringLiteral("h/<a:<b>.jpg"), QStringLiteral("h/<b.jpg")},
+    {"Empty", QString(), QString()},
+};
+
+INSTANTIATE_TEST_SUITE_P(CameraUrl, ExpandTemplate, testing::ValuesIn(kTemplates),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+class WithoutCredentials : public testing::TestWithParam<TextRow>
+{
+};
+
+TEST_P(WithoutCredentials, ShowsNoUserAndNoPassword)
+{
+    EXPECT_EQ(withoutCredentials(GetParam().given), GetParam().expected);
+}
+
+const TextRow kCredentials[] = {
+    {"UserAndPassword", QStringLiteral("http://me:pw@h/a.jpg"), QStringLiteral("http://h/a.jpg")},
+    {"UserAlone", QStringLiteral("https://me@h/a.jpg"), QStringLiteral("https://h/a.jpg")},
+    {"EmptyPassword", QStringLiteral("http://me:@h/a.jpg"), QStringLiteral("http://h/a.jpg")},
+    {"PasswordAlone", QStringLiteral("http://:pw@h/a.jpg"), QStringLiteral("http://h/a.jpg")},
+    {"WithPort", QStringLiteral("http://me:pw@h:8080/a.jpg"), QStringLiteral("http://h:8080/a.jpg")},
+    {"WithoutScheme", QStringLiteral("me:pw@h/a.jpg"), QStringLiteral("h/a.jpg")},
+    {"WithoutPath", QStringLiteral("http://me:pw@h"), QStringLiteral("http://h")},
+    {"AtSignInThePassword", QStringLiteral("http://me:p@w@h/a.jpg"), QStringLiteral("http://h/a.jpg")},
+    {"EncodedPassword", QStringLiteral("http://me:p%40w@h/a.jpg"), QStringLiteral("http://h/a.jpg")},
+    {"AtSignInThePath", QStringLiteral("http://h/a@b.jpg"), QStringLiteral("http://h/a@b.jpg")},
+    {"AtSignInTheQuery", QStringLiteral("http://h/a?b=c@d"), QStringLiteral("http://h/a?b=c@d")},
+    {"QueryFields", QStringLiteral("http://h/a.cgi?user=me&pwd=secret&x=1"),
+     QStringLiteral("http://h/a.cgi?user=***&pwd=***&x=1")},
+    {"QueryFieldInAnyCase", QStringLiteral("http://h/a.cgi?PassWord=secret"),
+     QStringLiteral("http://h/a.cgi?PassWord=***")},
+    {"QueryFieldBeforeFragment", QStringLiteral("http://h/a?token=t#end"),
+     QStringLiteral("http://h/a?token=***#end")},
+    {"OtherQueryFields", QStringLiteral("http://h/a.cgi?quality=1&users=2"),
+     QStringLiteral("http://h/a.cgi?quality=1&users=2")},
+    {"Both", QStringLiteral("http://me:pw@h/a.cgi?pass=x"), QStringLiteral("http://h/a.cgi?pass=***")},
+    {"NothingSecret", QStringLiteral("http://10.0.0.5:81/snap.cgi?res=2"),
+     QStringLiteral("http://10.0.0.5:81/snap.cgi?res=2")},
+    {"Empty", QString(), QString()},
+};
+
+INSTANTIATE_TEST_SUITE_P(CameraUrl, WithoutCredentials, testing::ValuesIn(kCredentials),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+struct RequestRow
+{
+    const char *name;
+    QString given;
+    QByteArray url;
+    HttpForm form;
+};
+
+void PrintTo(const RequestRow &row, std::ostream *out)
+{
+    *out << row.given.toStdString();
+}
+
+class RequestFor : public testing::TestWithParam<RequestRow>
+{
+};
+
+TEST_P(RequestFor, GivesAddressAndForm)
+{
+    const HttpRequest request = requestFor(GetParam().given, 5s);
+    EXPECT_EQ(request.url, GetParam().url);
+    EXPECT_EQ(request.form, GetParam().form);
+}
+
+const RequestRow kRequests[] = {
+    {"Http", QStringLiteral("http://h/img/a.jpg"), "http://h/img/a.jpg", HttpForm::Http10},
+    {"Https", QStringLiteral("https://h/x.JPG"), "http://h/x.JPG", HttpForm::Http10},
+    {"UpperHttp", QStringLiteral("HTTP://h/x.JPG"), "http://h/x.JPG", HttpForm::Http10},
+    {"UpperHttps", QStringLiteral("HTTPS://h/x.JPG"), "http://h/x.JPG", HttpForm::Http10},
+    {"MixedCaseSchemeStays", QStringLiteral("Http://h/x.jpg"), "http://Http://h/x.jpg",
+     HttpForm::Http10},
+    {"SchemeInThePathGoesToo", QStringLiteral("http://h/http://x.jpg"), "http://h/x.jpg",
+     HttpForm::Http10},
+    {"WithoutScheme", QStringLiteral("h/x.jpg"), "http://h/x.jpg", HttpForm::Http10},
+    {"MixedCaseEnding", QStringLiteral("http://h/x.jPg"), "http://h/x.jPg", HttpForm::Http10},
+    {"EndingInTheQuery", QStringLiteral("http://h/x?f=a.jpg"), "http://h/x?f=a.jpg", HttpForm::Http10},
+    {"PortKept", QStringLiteral("http://10.0.0.5:8080/x.jpg"), "http://10.0.0.5:8080/x.jpg",
+     HttpForm::Http10},
+    {"HttpsPortKept", QStringLiteral("https://10.0.0.5:8443/x.JPG"), "http://10.0.0.5:8443/x.JPG",
+     HttpForm::Http10},
+    {"CredentialsKept", QStringLiteral("https://me:pw@h/x.jpg"), "http://me:pw@h/x.jpg",
+     HttpForm::Http10},
+    {"BlankEncoded", QStringLiteral("http://h/my cam.jpg"), "http://h/my%20cam.jpg", HttpForm::Http10},
+    {"NoPath", QStringLiteral("http://h.jpg"), "", HttpForm::Http10},
+    {"NoHost", QStringLiteral("/x.jpg"), "", HttpForm::Http10},
+    {"SchemeAlone", QStringLiteral("http:///x.jpg"), "", HttpForm::Http10},
+    {"NoSlash", QStringLiteral("x.jpg"), "x.jpg", HttpForm::AsWritten},
+    {"JpegIsAsWritten", QStringLiteral("https://h/x.jpeg"), "https://h/x.jpeg", HttpForm::AsWritten},
+    {"ScriptIsAsWritten", QStringLiteral("https://h:81/snap.cgi?a=b&c=d#e"),
+     "https://h:81/snap.cgi?a=b&c=d#e", HttpForm::AsWritten},
+    {"JpgBeforeTheQuery", QStringLiteral("http://h/x.jpg?1"), "http://h/x.jpg?1", HttpForm::AsWritten},
+    {"MixedCaseAsWritten", QStringLiteral("Http://h/snap"), "Http://h/snap", HttpForm::AsWritten},
+    {"BlanksEncodedAsWritten", QStringLiteral("http://h/a b c"), "http://h/a%20b%20c",
+     HttpForm::AsWritten},
+    {"BeyondAsciiEncoded", QStringLiteral("http://h/caf\u00e9"), "http://h/caf%C3%A9",
+     HttpForm::AsWritten},
+    {"ControlCharactersEncoded", QStringLiteral("http://h/a\r\nX-Evil: 1"),
+     "http://h/a%0D%0AX-Evil:%201", HttpForm::AsWritten},
+    {"PercentKept", QStringLiteral("http://h/a%20b"), "http://h/a%20b", HttpForm::AsWritten},
+    {"Empty", QString(), "", HttpForm::AsWritten},
+};
+
+INSTANTIATE_TEST_SUITE_P(CameraUrl, RequestFor, testing::ValuesIn(kRequests),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST(RequestFor, PassesTheLimitOn)
+{
+    EXPECT_EQ(requestFor(QStringLiteral("http://h/a.jpg"), 7s).limit, 7s);
+    EXPECT_EQ(requestFor(QStringLiteral("http://h/a"), 1500ms).limit, 1500ms);
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,0 +1,114 @@
+// The whole capture put together on a temporary program folder, as the program does it, but with the
+// test's clock and source of pictures.
+#pragma once
+
+#include "base/NativePaths.h"
+#include "base/TaskScope.h"
+#include "cameras/CameraPage.h"
+#include "cameras/CameraTable.h"
+#include "cameras/StorageFolder.h"
+#include "capture/CaptureServices.h"
+#include "capture/ImageStore.h"
+#include "capture/ReadAhead.h"
+#include "capture/Scheduler.h"
+#include "support/FakeClock.h"
+#include "support/TempTree.h"
+
+#include <QTimer>
+
+#include <utility>
+
+namespace velmora::test {
+
+/// The services stand open to the test. The storage folder C:\in exists, the log is on, and a tick lasts
+/// a minute, so that the timer never ticks by itself.
+class CaptureHouse : public QObject
+{
+public:
+    CaptureHouse(PictureSource &source, FakeClock &fakeClock);
+    CaptureHouse(const CaptureHouse &) = delete;
+    CaptureHouse &operator=(const CaptureHouse &) = delete;
+    CaptureHouse(CaptureHouse &&) = delete;
+    CaptureHouse &operator=(CaptureHouse &&) = delete;
+
+    /// Gives up what still runs.
+    ~CaptureHouse() override;
+
+    /// Gives a row an address and switches its group on.
+    void addCamera(CameraAddress camera, const QString &url) const;
+
+    /// Stored value of a camera, by the word of its key.
+    [[nodiscard]] QString value(QStringView word, CameraAddress camera) const;
+    void setValue(QStringView word, CameraAddress camera, const QString &value) const;
+
+    /// Selects a group's tab.
+    void showGroup(int group);
+
+    /// One tick, to the end of its pass.
+    void tick();
+
+    /// One tick that the test's clock will carry on.
+    void beginTick();
+
+    /// Loads one camera, to the end.
+    void load(CameraAddress camera);
+
+    /// Runs the event loop until nothing is left to do.
+    void finish();
+
+    /// Folder of a camera, relative to the tree.
+    [[nodiscard]] QString folder(CameraAddress camera) const;
+
+    /// Names of the files in it; none when it is missing.
+    [[nodiscard]] QStringList images(CameraAddress camera) const;
+
+    /// Puts a file into a camera's folder.
+    void putImage(CameraAddress camera, const QString &name, const QByteArray &bytes = "old") const;
+
+    /// The log, each line without its time of day.
+    [[nodiscard]] QString logText() const;
+
+    /// What a caption has shown, in order.
+    [[nodiscard]] QStringList shown(Caption caption) const;
+
+    /// Everything that was shown by any caption, told as a failure, or warned of.
+    [[nodiscard]] QStringList allTexts() const { return texts_; }
+
+    /// "group:row" of the images stored, in order.
+    [[nodiscard]] const QStringList &stored() const { return stored_; }
+
+    /// "group:row" of the cameras that failed, in order.
+    [[nodiscard]] const QStringList &failed() const { return failed_; }
+
+    CaptureServices services();
+
+    TempTree tree;
+    FakeClock &clock;
+    SettingsFile settings;
+    NativePaths paths;
+    EventLog log;
+    Problems problems;
+    CameraTable table;
+    StorageFolder storage;
+    CameraPage page;
+    CaptureOptions options;
+    CaptureStatus status;
+    TaskScope scope;
+    ReadAhead readAhead;
+    ImageStore store;
+    QTimer timer;
+    Scheduler scheduler;
+
+private:
+    void record();
+
+    QList<std::pair<Caption, QString>> captions_;
+    QStringList texts_;
+    QStringList stored_;
+    QStringList failed_;
+};
+
+/// "http://cam/g/r/picture.jpg" of a camera.
+[[nodiscard]] QString cameraUrl(CameraAddress camera);
+
+} // namespace velmora::test

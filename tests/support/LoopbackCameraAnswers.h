@@ -1,0 +1,90 @@
+// What a loopback camera can be told to do with a request: good answers, and all kinds of bad ones.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <chrono>
+
+namespace velmora::test {
+
+enum class AtEnd
+{
+    Close,
+    KeepOpen
+};
+
+enum class LockKind
+{
+    None,
+    Basic,
+    Digest
+};
+
+/// Who may see an answer; anybody else gets a 401 page that names the kind.
+struct CameraLock
+{
+    LockKind kind = LockKind::None;
+    QByteArray user;
+    QByteArray password;
+};
+
+/// Bytes to send, and how.
+struct CameraAnswer
+{
+    QByteArray bytes;                   // status line, headers and body
+    QByteArray repeated;                // sent behind them again and again, until the client goes
+    std::chrono::milliseconds delay{0}; // before the first byte
+    std::chrono::milliseconds drip{0};  // between single bytes; 0: all at once
+    AtEnd atEnd = AtEnd::Close;
+    CameraLock lock;
+};
+
+/// Bytes that begin like a JPEG file.
+[[nodiscard]] QByteArray jpeg(qsizetype size);
+
+/// "Name: value" lines behind a status line ("200 OK"), a declared length, and the body.
+[[nodiscard]] CameraAnswer response(const QByteArray &status, const QByteArray &headers,
+                                    const QByteArray &body);
+
+/// A JPEG picture of that size; headers: whole lines that end with CR LF.
+[[nodiscard]] CameraAnswer picture(qsizetype size, const QByteArray &headers = {});
+
+/// A picture whose declared length is `declared`, whatever is sent.
+[[nodiscard]] CameraAnswer pictureDeclared(qsizetype size, qint64 declared);
+
+/// A picture that ends where the connection ends.
+[[nodiscard]] CameraAnswer pictureWithoutLength(qsizetype size);
+
+[[nodiscard]] CameraAnswer redirect(const QByteArray &location, const QByteArray &headers = {});
+
+/// Takes the request and says nothing.
+[[nodiscard]] CameraAnswer silence();
+
+/// Closes the connection instead of an answer.
+[[nodiscard]] CameraAnswer hangUp();
+
+/// A good status line, then one header after the other.
+[[nodiscard]] CameraAnswer endlessHeaders();
+
+/// A header whose value does not end.
+[[nodiscard]] CameraAnswer endlessHeaderLine();
+
+/// A picture without a declared length that goes on and on.
+[[nodiscard]] CameraAnswer endlessBody();
+
+[[nodiscard]] CameraAnswer delayed(CameraAnswer answer, std::chrono::milliseconds delay);
+
+/// Sends a byte each time.
+[[nodiscard]] CameraAnswer dripping(CameraAnswer answer, std::chrono::milliseconds drip);
+
+[[nodiscard]] CameraAnswer locked(CameraAnswer answer, const CameraLock &lock);
+
+/// The page for those who may not see an answer.
+[[nodiscard]] CameraAnswer askForUser(LockKind kind);
+
+/// True when the value of the header "Authorization" opens the lock for a GET of that path.
+[[nodiscard]] bool opens(const CameraLock &lock, const QByteArray &authorization,
+                         const QByteArray &path);
+
+} // namespace velmora::test

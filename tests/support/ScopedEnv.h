@@ -1,0 +1,45 @@
+// An environment variable with another value for the length of a scope.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <optional>
+
+namespace velmora::test {
+
+class ScopedEnv
+{
+public:
+    /// value: nothing takes the variable out of the environment.
+    ScopedEnv(const char *name, std::optional<QByteArray> value)
+        : name_(name)
+    {
+        if (qEnvironmentVariableIsSet(name)) {
+            before_ = qgetenv(name);
+        }
+        set(value);
+    }
+
+    ScopedEnv(const ScopedEnv &) = delete;
+    ScopedEnv &operator=(const ScopedEnv &) = delete;
+    ScopedEnv(ScopedEnv &&) = delete;
+    ScopedEnv &operator=(ScopedEnv &&) = delete;
+
+    ~ScopedEnv() { set(before_); }
+
+private:
+    void set(const std::optional<QByteArray> &value)
+    {
+        if (value) {
+            qputenv(name_, *value);
+        } else {
+            qunsetenv(name_);
+        }
+    }
+
+    const char *name_;
+    std::optional<QByteArray> before_;
+};
+
+} // namespace velmora::test

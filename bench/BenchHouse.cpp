@@ -50,7 +50,7 @@ Folder::Folder(const std::function<QString(int group, int row)> &url)
 }
 
 House::House(const QString &programFolder)
-    : engine_(programFolder)
+    : engine_(programFolder, clock_, http_)
     , window_(engine_.services(), engine_.debugSwitch(), opener_, engine_.timer())
 {
     engine_.storage().load();

@@ -71,6 +71,8 @@ public:
 private:
     void run(QCoro::Task<> task);
 
+    SystemClock clock_;
+    HttpClient http_;
     CaptureEngine engine_;
     XdgOpener opener_;
     Interface window_;

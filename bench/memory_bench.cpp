@@ -1,5 +1,7 @@
 // Resident memory after many captures, against that after the first thousand.
 //   memory_bench SERVER FIRST_PASSES ALL_PASSES      (a pass is a hundred captures)
+#include "app/Memory.h"
+
 #include "BenchHouse.h"
 
 #include <QApplication>
@@ -27,6 +29,7 @@ double residentMb()
 
 int main(int argc, char **argv)
 {
+    keepMemoryBetweenPasses();
     const QApplication application(argc, argv);
     if (argc != 4) {
         QTextStream(stderr) << "memory_bench SERVER FIRST_PASSES ALL_PASSES\n";

@@ -3,6 +3,7 @@
 // thirty dead cameras among them.
 //   pass_bench SERVER DELAY_MS PASSES [holes]
 #include "BenchHouse.h"
+#include "app/Memory.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -41,6 +42,7 @@ double curlMs(const Cameras &cameras, const QTemporaryDir &folder)
 
 int main(int argc, char **argv)
 {
+    keepMemoryBetweenPasses();
     const QApplication application(argc, argv);
     if (argc < 4) {
         QTextStream(stderr) << "pass_bench SERVER DELAY_MS PASSES [holes]\n";
@@ -74,7 +76,8 @@ int main(int argc, char **argv)
     QTextStream out(stdout);
     out << "{\"bench\":\"pass\",\"cameras\":100,\"bytes\":" << kBodyBytes
         << ",\"delay_ms\":" << delayMs << ",\"dead\":" << (holes ? kDeadRows * kGroups : 0)
-        << ",\"first_ms\":" << first << ",\"pass_ms\":" << ms << ",\"processor_ms\":" << median(processor) << ",\"to_delay\":" << ms / delayMs;
+        << ",\"first_ms\":" << first << ",\"pass_ms\":" << ms
+        << ",\"processor_ms\":" << median(processor) << ",\"to_delay\":" << ms / delayMs;
     if (!holes) {
         out << ",\"curl_ms\":" << median(curl) << ",\"to_curl\":" << ms / median(curl);
     }

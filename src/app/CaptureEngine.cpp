@@ -4,8 +4,9 @@
 
 namespace velmora {
 
-CaptureEngine::CaptureEngine(const QString &programFolder)
-    : settings_(programFolder)
+CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, PictureSource &source)
+    : clock_(clock)
+    , settings_(programFolder)
     , paths_(programFolder)
     , log_(programFolder, clock_)
     , problems_(log_)
@@ -15,7 +16,7 @@ CaptureEngine::CaptureEngine(const QString &programFolder)
     , page_(table_, storage_, log_, problems_)
     , options_(settings_)
     , scope_([this](const QString &text) { problems_.warn(text); })
-    , readAhead_(http_, scope_)
+    , readAhead_(source, scope_)
     , store_(services(), readAhead_)
     , scheduler_(services(), store_, readAhead_, scope_, timer_)
     , watch_(storage_, clock_)

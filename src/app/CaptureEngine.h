@@ -25,8 +25,8 @@ class CaptureEngine : public QObject
     Q_OBJECT
 
 public:
-    /// programFolder: native path.
-    explicit CaptureEngine(const QString &programFolder);
+    /// programFolder: native path. Clock and source outlive the engine.
+    CaptureEngine(const QString &programFolder, Clock &clock, PictureSource &source);
 
     [[nodiscard]] CaptureServices services();
 
@@ -64,7 +64,7 @@ public:
 private:
     void clearStrayFiles(const StorageState &state);
 
-    SystemClock clock_;
+    Clock &clock_;
     SettingsFile settings_;
     NativePaths paths_;
     EventLog log_;
@@ -75,7 +75,6 @@ private:
     CameraPage page_;
     CaptureOptions options_;
     CaptureStatus status_;
-    HttpClient http_;
     TaskScope scope_;
     ReadAhead readAhead_;
     ImageStore store_;

@@ -1,6 +1,7 @@
 // Starts the program: with windows, or capturing without any.
 #include "app/CommandLine.h"
 #include "app/HeadlessCapture.h"
+#include "app/Memory.h"
 #include "app/Program.h"
 #include "app/ProgramFolder.h"
 #include "app/SettingsPreparation.h"
@@ -89,7 +90,9 @@ int run(int argc, char **argv, const RunRequest &request)
     }
     SignalWatcher signalWatcher;
     prepareSettings(folder, qEnvironmentVariable("windir"));
-    CaptureEngine engine(folder);
+    SystemClock clock;
+    HttpClient http;
+    CaptureEngine engine(folder, clock, http);
     return request.headless ? captureWithoutWindows(engine, signalWatcher, request.passes)
                             : runWindows(engine, signalWatcher, instance);
 }
@@ -98,6 +101,7 @@ int run(int argc, char **argv, const RunRequest &request)
 
 int main(int argc, char **argv)
 {
+    keepMemoryBetweenPasses();
     const StartRequest request = parseCommandLine(argumentList(argc, argv));
     return std::visit(
         Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },

@@ -58,10 +58,12 @@ std::error_code writeWorkFile(const QByteArray &path, QByteArrayView bytes, mode
     return error;
 }
 
-// Renames without replacing; where the file system cannot do that, a hard link never replaces either.
+// Renames without replacing; where the file system cannot do that, a hard link never replaces
+// either.
 std::error_code giveName(const QByteArray &work, const QByteArray &target)
 {
-    if (::renameat2(AT_FDCWD, work.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0) {
+    if (::renameat2(AT_FDCWD, work.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
+        0) {
         return {};
     }
     std::error_code error = lastError();

@@ -21,15 +21,6 @@ namespace {
 constexpr qsizetype kPageBytes = 4096;
 constexpr mode_t kAnyWriter = 0222;
 
-struct stat fileInfo(const QString &path)
-{
-    struct stat info = {};
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0) {
-        info = {};
-    }
-    return info;
-}
-
 // Nothing when the file is shorter than it was said to be, or cannot be read.
 std::optional<QByteArray> readAll(int fd, qsizetype size)
 {
@@ -49,21 +40,33 @@ std::optional<QByteArray> readAll(int fd, qsizetype size)
     return filled == size ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
-// The whole text; empty when there is no file, nothing when there is one that cannot be read: a
-// text that is not known must not be written over.
-std::optional<QByteArray> readWhole(const QString &path)
+// A settings file that is open, or the absence of one.
+struct OpenProfile
+{
+    UniqueFd file;
+    bool missing = false;
+    mode_t mode = 0;
+    std::optional<QByteArray> bytes; // nothing when there is a file that cannot be read
+};
+
+OpenProfile openProfile(const QString &path, int access)
 {
     // Without O_NONBLOCK a pipe of that name would wait for a writer.
-    const UniqueFd file(
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file) {
-        return errno == ENOENT ? std::optional(QByteArray()) : std::nullopt;
+    OpenProfile profile{.file = UniqueFd(::open(QFile::encodeName(path).constData(),
+                                                access | O_CLOEXEC | O_NONBLOCK)),
+                        .missing = false,
+                        .mode = 0,
+                        .bytes = std::nullopt};
+    if (!profile.file) {
+        profile.missing = errno == ENOENT;
+        return profile;
     }
     struct stat info = {};
-    if (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)) {
-        return std::nullopt;
+    if (::fstat(profile.file.get(), &info) == 0 && S_ISREG(info.st_mode)) {
+        profile.mode = info.st_mode;
+        profile.bytes = readAll(profile.file.get(), info.st_size);
     }
-    return readAll(file.get(), info.st_size);
+    return profile;
 }
 
 bool fitsInPlace(const ProfileEdit &edit, qsizetype fileSize)
@@ -75,12 +78,11 @@ bool fitsInPlace(const ProfileEdit &edit, qsizetype fileSize)
            edit.offset / kPageBytes == (edit.offset + length - 1) / kPageBytes;
 }
 
-bool writeInPlace(const QString &path, const ProfileEdit &edit)
+bool writeInPlace(int file, const ProfileEdit &edit)
 {
-    const UniqueFd file(::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC));
     const auto length = static_cast<std::size_t>(edit.inserted.size());
-    return file && ::pwrite(file.get(), edit.inserted.constData(), length, edit.offset) ==
-                       static_cast<ssize_t>(length);
+    return ::pwrite(file, edit.inserted.constData(), length, edit.offset) ==
+           static_cast<ssize_t>(length);
 }
 
 QByteArray applied(QByteArray bytes, const ProfileEdit &edit)
@@ -100,7 +102,7 @@ QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 
 QByteArray readProfile(const QString &path)
 {
-    return readWhole(path).value_or(QByteArray());
+    return openProfile(path, O_RDONLY).bytes.value_or(QByteArray());
 }
 
 QByteArray readProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
@@ -115,21 +117,18 @@ QByteArray readProfileValue(const QString &path, QByteArrayView section, QByteAr
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value)
 {
-    std::optional<QByteArray> bytes = readWhole(path);
-    if (!bytes) {
-        return ProfileWrite::Failed;
+    OpenProfile profile = openProfile(path, O_RDWR);
+    const bool writable = profile.bytes && (profile.mode & kAnyWriter) != 0;
+    if (!writable && !profile.missing) {
+        return ProfileWrite::Failed; // a text that is not known must not be written over
     }
-    const ProfileText text(std::move(*bytes));
+    const ProfileText text(std::move(profile.bytes).value_or(QByteArray()));
     const ProfileEdit edit = text.edit(section, key, value);
     if (edit.isEmpty()) {
         return ProfileWrite::Unchanged;
     }
-    const mode_t mode = fileInfo(path).st_mode;
-    if (mode != 0 && (mode & kAnyWriter) == 0) {
-        return ProfileWrite::Failed;
-    }
     const bool written = fitsInPlace(edit, text.bytes().size())
-                             ? writeInPlace(path, edit)
+                             ? writeInPlace(profile.file.get(), edit)
                              : !replaceFile(path, applied(text.bytes(), edit));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }

@@ -65,6 +65,16 @@ CameraSchedule CameraTable::schedule(const SettingsSnapshot &settings, CameraAdd
     return schedule;
 }
 
+CameraRecord CameraTable::record(CameraAddress camera) const
+{
+    const SettingsSnapshot settings = settings_.snapshot();
+    const QString section = groupSection(camera.group);
+    return {settings.read(section, rowKey(u"LastModified", camera.row)),
+            settings.read(section, rowKey(u"BestTime", camera.row)),
+            settings.number(section, rowKey(u"lNew", camera.row)),
+            settings.number(section, rowKey(u"AutoDelai", camera.row)) == 1};
+}
+
 QString CameraTable::value(QStringView word, CameraAddress camera) const
 {
     return settings_.read(groupSection(camera.group), rowKey(word, camera.row));

@@ -32,6 +32,15 @@ struct CameraSchedule
     QString lastImage; // local date of the last good download, as text
 };
 
+/// What the image store needs to know of a camera.
+struct CameraRecord
+{
+    QString lastModified; // date of the image kept last, as text
+    QString bestTime;     // as stored
+    double newImages = 0;
+    bool automatic = false; // its switch is exactly 1
+};
+
 /// Section of a group's addresses ("Liste3") and of its options and counters ("Groupe3").
 [[nodiscard]] QString listSection(int group);
 [[nodiscard]] QString groupSection(int group);
@@ -60,6 +69,8 @@ public:
     [[nodiscard]] static bool isGroupActive(const SettingsSnapshot &settings, int group);
     [[nodiscard]] static CameraSchedule schedule(const SettingsSnapshot &settings,
                                                  CameraAddress camera);
+
+    [[nodiscard]] CameraRecord record(CameraAddress camera) const;
 
     /// A row value as stored, by the word of its key.
     [[nodiscard]] QString value(QStringView word, CameraAddress camera) const;

@@ -3,7 +3,6 @@
 #include "base/DateText.h"
 #include "base/FileWriter.h"
 #include "base/Folders.h"
-#include "base/LeadingNumber.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
@@ -29,6 +28,7 @@ struct ImageStore::Arrival
     QString workFolder; // native path
     QString fileName;
     ImageDates dates;
+    CameraRecord record; // as it was before this picture
     QByteArray body;
 };
 
@@ -79,13 +79,13 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
         fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)")
                          .arg(reply.body.size()));
     } else {
-        const QString stored = services_.table.value(u"LastModified", camera);
+        const CameraRecord record = services_.table.record(camera);
         const ImageDates dates{reply.lastModified, CalculDate(reply.lastModified),
-                               dateFromText(stored)};
+                               dateFromText(record.lastModified)};
         const QString name =
             imageName(dates.modified.value_or(kZeroDate), services_.clock.localNow(),
                       imageExtension(url, reply.body, reply.contentType));
-        keep({camera, path, workFolder, name, dates, std::move(reply.body)});
+        keep({camera, path, workFolder, name, dates, record, std::move(reply.body)});
     }
 }
 
@@ -118,7 +118,7 @@ void ImageStore::keep(const Arrival &arrival)
                              dateText(arrival.dates.modified.value_or(kZeroDate)));
     recordGood(arrival);
     if (result.outcome == StoreOutcome::Stored) {
-        recordStored(arrival.camera, arrival.fileName);
+        recordStored(arrival);
     }
 }
 
@@ -133,7 +133,7 @@ void ImageStore::recordGood(const Arrival &arrival)
 void ImageStore::recordBestTime(const Arrival &arrival)
 {
     const std::optional<QString> candidate = bestTimeCandidate(arrival.dates);
-    const QString stored = services_.table.value(u"BestTime", arrival.camera);
+    const QString &stored = arrival.record.bestTime;
     if (!candidate || !replacesBestTime(*candidate, stored)) {
         return;
     }
@@ -142,10 +142,12 @@ void ImageStore::recordBestTime(const Arrival &arrival)
     services_.log.trace(QStringLiteral("Best times %1 - %2").arg(*candidate, stored));
 }
 
-void ImageStore::recordStored(CameraAddress camera, const QString &fileName)
+void ImageStore::recordStored(const Arrival &arrival)
 {
-    const int count = services_.problems.orDefault(
-        [&] { return toInt32(leadingNumber(services_.table.value(u"lNew", camera)) + 1); }, 1);
+    const CameraAddress camera = arrival.camera;
+    const QString &fileName = arrival.fileName;
+    const int count =
+        services_.problems.orDefault([&] { return toInt32(arrival.record.newImages + 1); }, 1);
     services_.table.setValue(u"lNew", camera, QString::number(count));
     services_.page.showNewImages(camera, count);
 
@@ -157,9 +159,8 @@ void ImageStore::recordStored(CameraAddress camera, const QString &fileName)
     services_.status.set(Caption::LastStore, timeText(now));
     services_.status.set(Caption::Trouble, QString());
 
-    const bool automatic = leadingNumber(services_.table.value(u"AutoDelai", camera)) == 1;
     automaticCounters_.at(static_cast<std::size_t>(camera.group))
-        .at(static_cast<std::size_t>(camera.row)) = automatic ? 1 : 0;
+        .at(static_cast<std::size_t>(camera.row)) = arrival.record.automatic ? 1 : 0;
     Q_EMIT imageStored(camera, fileName);
 }
 

@@ -46,7 +46,7 @@ private:
     void keep(const Arrival &arrival);
     void recordGood(const Arrival &arrival);
     void recordBestTime(const Arrival &arrival);
-    void recordStored(CameraAddress camera, const QString &fileName);
+    void recordStored(const Arrival &arrival);
     void failToStore(CameraAddress camera, const QString &reason);
     void fail(CameraAddress camera, const QString &reason);
     void setLamp(CameraAddress camera, LampColour colour);

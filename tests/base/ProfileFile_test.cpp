@@ -120,6 +120,25 @@ TEST_F(ProfileFile, PutsANewFileInPlaceForAValueAcrossTwoPages)
     EXPECT_NE(info().st_ino, before.st_ino);
 }
 
+TEST_F(ProfileFile, AppendsInPlaceWithinAPage)
+{
+    begin("[s]\r\nj=1\r\n");
+    const struct stat before = info();
+    EXPECT_EQ(write("v"), ProfileWrite::Written);
+    EXPECT_EQ(text(), QByteArray("[s]\r\nj=1\r\nk=v\r\n"));
+    EXPECT_EQ(info().st_ino, before.st_ino);
+}
+
+TEST_F(ProfileFile, PutsANewFileInPlaceForALineThatEndsOnTheNextPage)
+{
+    const QByteArray before = textWithValueAt(kPageBytes - 5, "1"); // ends 2 bytes before the page
+    begin(before);
+    const struct stat file = info();
+    EXPECT_EQ(writeProfileValue(path(), "s", "j", QByteArrayView("v")), ProfileWrite::Written);
+    EXPECT_EQ(text(), before + "j=v\r\n");
+    EXPECT_NE(info().st_ino, file.st_ino);
+}
+
 TEST_F(ProfileFile, WritesInPlaceUpToTheEdgesOfAPage)
 {
     for (const qsizetype offset : {kPageBytes - 5, kPageBytes}) {
@@ -221,6 +240,15 @@ TEST_F(ProfileFile, KeepsTheOldTextWhenTheDiskIsFull)
     EXPECT_EQ(write("longer"), ProfileWrite::Failed);
     EXPECT_EQ(text(), before);
     EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+}
+
+TEST_F(ProfileFile, KeepsTheOldTextWhenTheDiskFillsUpInTheMiddleOfANewLine)
+{
+    const QByteArray before = "[s]\r\nj=1\r\n";
+    begin(before);
+    const FileSizeLimit limit(static_cast<rlim_t>(before.size()) + 3);
+    EXPECT_EQ(write("v"), ProfileWrite::Failed);
+    EXPECT_EQ(text(), before);
 }
 
 TEST_F(ProfileFile, CutsWhatItReadsToTheBuffer)

@@ -133,7 +133,6 @@ TEST_F(CameraTableTest, StoresAtOnce)
     table.setGroupActive(4, false);
     EXPECT_EQ(stored(), QByteArray("[Liste2]\r\nlst3=http://10.0.0.5/\r\nLstAct=1\r\n"
                                    "[Groupe2]\r\nSB3=33023\r\n[Liste4]\r\nLstAct=0\r\n"));
-    EXPECT_EQ(table.value(u"SB", {2, 3}), QStringLiteral("33023"));
 }
 
 TEST_F(CameraTableTest, ClearsTheCountersOfARowAndNothingElse)

@@ -1,0 +1,171 @@
+// A good exchange with a camera: what goes out, what comes back, and many of them at once.
+#include "HttpExchange.h"
+#include "capture/CameraUrl.h"
+#include "support/RunTask.h"
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+using HttpClientTest = HttpExchange;
+
+TEST_F(HttpClientTest, BringsPictureDateAndType)
+{
+    camera_.answer("/snap", picture(5000, "Last-Modified: Tue, 07 Mar 2006 14:05:09 GMT\r\n"));
+    const HttpReply reply = fetch(camera_.url("/snap"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
+    EXPECT_EQ(reply.body, jpeg(5000));
+    EXPECT_EQ(reply.lastModified, QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"));
+    EXPECT_EQ(reply.contentType, QStringLiteral("image/jpeg"));
+    EXPECT_EQ(reply.failure, QString());
+}
+
+TEST_F(HttpClientTest, LeavesDateAndTypeEmptyWhenNoneIsSent)
+{
+    camera_.answer("/snap", pictureDeclared(10, 10));
+    const HttpReply reply = fetch(camera_.url("/snap"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
+    EXPECT_EQ(reply.lastModified, QString());
+    EXPECT_EQ(reply.contentType, QString());
+}
+
+TEST_F(HttpClientTest, FindsTheDateWhateverTheCaseOfItsName)
+{
+    camera_.answer("/snap", picture(10, "LAST-modified: today\r\n"));
+    EXPECT_EQ(fetch(camera_.url("/snap")).lastModified, QStringLiteral("today"));
+}
+
+TEST_F(HttpClientTest, AsksForThePathAsWritten)
+{
+    camera_.answer("/cgi/snap.cgi?res=2&q=%20x", picture(10));
+    EXPECT_EQ(fetch(camera_.url("/cgi/snap.cgi?res=2&q=%20x")).outcome, FetchOutcome::Arrived);
+    const CameraRequest request = onlyRequest();
+    EXPECT_EQ(request.method, "GET");
+    EXPECT_EQ(request.path, "/cgi/snap.cgi?res=2&q=%20x");
+    EXPECT_EQ(request.version, "HTTP/1.1");
+    EXPECT_EQ(request.header("Host"), camera_.host());
+    EXPECT_EQ(request.header("Authorization"), "");
+}
+
+TEST_F(HttpClientTest, AsksForJpgInTheOldForm)
+{
+    camera_.answer("/img/a.JPG", picture(10));
+    const QString typed = QStringLiteral("https://%1/img/a.JPG").arg(QLatin1String(camera_.host()));
+    EXPECT_EQ(fetch(requestFor(typed, kAmpleLimit)).outcome, FetchOutcome::Arrived);
+    const CameraRequest request = onlyRequest();
+    EXPECT_EQ(request.method, "GET");
+    EXPECT_EQ(request.path, "/img/a.JPG");
+    EXPECT_EQ(request.version, "HTTP/1.0");
+    EXPECT_EQ(request.header("Authorization"), "");
+    EXPECT_EQ(request.header("Accept"), "");
+}
+
+TEST_F(HttpClientTest, AsksForJpgFreshFromTheServer)
+{
+    camera_.answer("/a.jpg", picture(10));
+    fetch(camera_.url("/a.jpg"), HttpForm::Http10);
+    EXPECT_EQ(onlyRequest().header("Pragma"), "no-cache");
+}
+
+TEST_F(HttpClientTest, TakesAnAddressWithoutScheme)
+{
+    camera_.answer("/snap", picture(10));
+    EXPECT_EQ(fetch(camera_.host() + "/snap").outcome, FetchOutcome::Arrived);
+}
+
+TEST_F(HttpClientTest, TakesAnEmptyAnswer)
+{
+    camera_.answer("/snap", response("200 OK", {}, {}));
+    const HttpReply reply = fetch(camera_.url("/snap"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
+    EXPECT_TRUE(reply.body.isEmpty());
+}
+
+TEST_F(HttpClientTest, TakesAPictureThatEndsWithTheConnection)
+{
+    camera_.answer("/a.jpg", pictureWithoutLength(70000));
+    EXPECT_EQ(fetch(camera_.url("/a.jpg"), HttpForm::Http10).body, jpeg(70000));
+    EXPECT_EQ(fetch(camera_.url("/a.jpg")).body, jpeg(70000));
+}
+
+TEST_F(HttpClientTest, EndsAtTheDeclaredLengthWhenTheServerKeepsTheConnection)
+{
+    CameraAnswer answer = picture(3000);
+    answer.atEnd = AtEnd::KeepOpen;
+    camera_.answer("/snap", answer);
+    const HttpReply reply = fetch(camera_.url("/snap"));
+    EXPECT_EQ(reply.body, jpeg(3000));
+    EXPECT_LT(reply.duration, 2s);
+}
+
+TEST_F(HttpClientTest, CutsWhatGoesBeyondTheDeclaredLength)
+{
+    camera_.answer("/snap", pictureDeclared(3000, 2000));
+    const HttpReply reply = fetch(camera_.url("/snap"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
+    EXPECT_EQ(reply.body, jpeg(2000));
+}
+
+TEST_F(HttpClientTest, PutsChunksTogether)
+{
+    CameraAnswer answer;
+    answer.bytes = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                   "4\r\n\xFF\xD8\xFF\xE0\r\n6\r\nxxxxxx\r\n0\r\n\r\n";
+    camera_.answer("/snap", answer);
+    EXPECT_EQ(fetch(camera_.url("/snap")).body, jpeg(10));
+}
+
+TEST_F(HttpClientTest, KeepsZeroBytesInThePicture)
+{
+    const QByteArray body("\xFF\xD8\0\r\n\r\n\0\xFF", 9);
+    camera_.answer("/snap", response("200 OK", {}, body));
+    EXPECT_EQ(fetch(camera_.url("/snap")).body, body);
+}
+
+TEST_F(HttpClientTest, MeasuresTheTransfer)
+{
+    camera_.answer("/snap", delayed(picture(10), 120ms));
+    const HttpReply reply = fetch(camera_.url("/snap"));
+    EXPECT_GE(reply.duration, 110ms);
+    EXPECT_LT(reply.duration, 5s);
+}
+
+TEST_F(HttpClientTest, RunsAHundredFetchesAtOnce)
+{
+    std::vector<HttpRequest> requests;
+    for (int i = 0; i < 100; ++i) {
+        const QByteArray path = "/camera" + QByteArray::number(i);
+        camera_.answer(path, delayed(picture(1000 + i), 400ms));
+        requests.push_back({camera_.url(path), HttpForm::AsWritten, kAmpleLimit});
+    }
+    const std::vector<HttpReply> replies = fetchAll(requests);
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(replies.at(static_cast<std::size_t>(i)).body.size(), 1000 + i);
+    }
+    EXPECT_EQ(camera_.mostAtOnce(), 100);
+}
+
+TEST_F(HttpClientTest, KeepsTheEventLoopAlive)
+{
+    camera_.answer("/slow", delayed(picture(10), 300ms));
+    const LoopTicker ticker;
+    EXPECT_EQ(fetch(camera_.url("/slow")).outcome, FetchOutcome::Arrived);
+    EXPECT_GE(ticker.ticks(), 20) << "of about 60";
+    EXPECT_LT(ticker.longestGap(), 150ms);
+}
+
+TEST_F(HttpClientTest, LeavesNoConnectionOpen)
+{
+    CameraAnswer answer = picture(100);
+    answer.atEnd = AtEnd::KeepOpen;
+    camera_.answer("/snap", answer);
+    fetch(camera_.url("/snap"));
+    camera_.answer("/slow", delayed(picture(10), 50ms)); // time for the first to be seen as closed
+    fetch(camera_.url("/slow"));
+    EXPECT_EQ(camera_.requests().size(), 2);
+    EXPECT_LE(camera_.openConnections(), 1) << "the one that has just ended";
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,0 +1,62 @@
+#include "HttpExchange.h"
+
+#include "support/RunTask.h"
+
+namespace velmora::test {
+namespace {
+
+QCoro::Task<> fetchInto(PictureSource &source, HttpRequest request, HttpReply &reply)
+{
+    reply = co_await source.fetch(request, std::stop_token{});
+}
+
+QCoro::Task<> awaitAll(std::vector<QCoro::Task<>> tasks)
+{
+    for (QCoro::Task<> &task : tasks) {
+        co_await task;
+    }
+}
+
+} // namespace
+
+LoopTicker::LoopTicker()
+{
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+        const auto now = std::chrono::steady_clock::now();
+        const auto gap = std::chrono::duration_cast<std::chrono::milliseconds>(now - last_);
+        longestGap_ = std::max(longestGap_, gap);
+        last_ = now;
+        ++ticks_;
+    });
+    timer_.setTimerType(Qt::PreciseTimer);
+    timer_.start(std::chrono::milliseconds{5});
+}
+
+HttpReply HttpExchange::fetch(const HttpRequest &request)
+{
+    return fetchAll({request}).front();
+}
+
+HttpReply HttpExchange::fetch(const QByteArray &url, HttpForm form)
+{
+    return fetch(HttpRequest{url, form, kAmpleLimit});
+}
+
+std::vector<HttpReply> HttpExchange::fetchAll(const std::vector<HttpRequest> &requests)
+{
+    std::vector<HttpReply> replies(requests.size());
+    std::vector<QCoro::Task<>> tasks;
+    for (std::size_t i = 0; i < requests.size(); ++i) {
+        tasks.push_back(fetchInto(client_, requests[i], replies[i]));
+    }
+    runToEnd(awaitAll(std::move(tasks)), kAmpleLimit);
+    return replies;
+}
+
+CameraRequest HttpExchange::onlyRequest() const
+{
+    EXPECT_EQ(camera_.requests().size(), 1);
+    return camera_.requests().value(0);
+}
+
+} // namespace velmora::test

@@ -1,0 +1,85 @@
+// What a text box tells of the focus, the mouse and the Enter key.
+#include "ui/BoxEdit.h"
+
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+class BoxEditTest : public testing::Test
+{
+protected:
+    BoxEditTest()
+    {
+        auto *const layout = new QHBoxLayout(&window_);
+        layout->addWidget(&other_);
+        layout->addWidget(&box_);
+        window_.show();
+        QTest::qWaitForWindowActive(&window_);
+        other_.setFocus();
+    }
+
+    ~BoxEditTest() override
+    {
+        box_.setParent(nullptr);
+        other_.setParent(nullptr);
+    }
+
+    QWidget window_;
+    QLineEdit other_;
+    BoxEdit box_;
+};
+
+TEST_F(BoxEditTest, TellsThatItWasEnteredAndLeft)
+{
+    const QSignalSpy entered(&box_, &BoxEdit::entered);
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    QTest::keyClick(&other_, Qt::Key_Tab);
+    EXPECT_EQ(entered.count(), 1);
+    EXPECT_EQ(left.count(), 0);
+    QTest::keyClick(&box_, Qt::Key_Tab);
+    EXPECT_EQ(left.count(), 1);
+}
+
+TEST_F(BoxEditTest, IsNotLeftForItsOwnMenu)
+{
+    box_.setFocus();
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    QFocusEvent toMenu(QEvent::FocusOut, Qt::PopupFocusReason);
+    QCoreApplication::sendEvent(&box_, &toMenu);
+    EXPECT_EQ(left.count(), 0);
+}
+
+TEST_F(BoxEditTest, IsLeftForAnotherProgram)
+{
+    box_.setFocus();
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(&box_, &away);
+    EXPECT_EQ(left.count(), 1);
+}
+
+TEST_F(BoxEditTest, TellsBothEnterKeysAndNoOther)
+{
+    const QSignalSpy enter(&box_, &BoxEdit::enterPressed);
+    QTest::keyClick(&box_, Qt::Key_Return);
+    QTest::keyClick(&box_, Qt::Key_Enter);
+    QTest::keyClick(&box_, Qt::Key_A);
+    EXPECT_EQ(enter.count(), 2);
+}
+
+TEST_F(BoxEditTest, TellsClicksOfTheLeftButtonAlone)
+{
+    const QSignalSpy clicked(&box_, &BoxEdit::clicked);
+    QTest::mouseClick(&box_, Qt::LeftButton);
+    QTest::mouseClick(&box_, Qt::MiddleButton);
+    EXPECT_EQ(clicked.count(), 1);
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,92 @@
+// The option boxes of the main window: tick length, time-out, log switch.
+#include "WindowHouse.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+class InterfaceOptions : public testing::Test
+{
+protected:
+    QString box(const QString &name) { return house_.find<QLineEdit>(name).text(); }
+
+    WindowHouse house_;
+};
+
+TEST_F(InterfaceOptions, EveryKeystrokeInTheTimerBoxIsStored)
+{
+    house_.retype(QStringLiteral("tempo"), QStringLiteral("2"));
+    EXPECT_EQ(house_.stored(u"Control", u"Tempo"), QStringLiteral("2"));
+    house_.type(QStringLiteral("tempo"), QStringLiteral("5"));
+    EXPECT_EQ(house_.stored(u"Control", u"Tempo"), QStringLiteral("25"));
+}
+
+TEST_F(InterfaceOptions, EveryKeystrokeInTheTimeoutBoxIsStored)
+{
+    house_.retype(QStringLiteral("TIO"), QStringLiteral("30"));
+    EXPECT_EQ(house_.stored(u"Control", u"TIO"), QStringLiteral("30"));
+}
+
+TEST_F(InterfaceOptions, ATickPutsTheTimerBoxRight)
+{
+    const struct
+    {
+        const char *typed;
+        const char *shown;
+        int intervalMs;
+    } rows[] = {{"0", "1", 1000},    {"", "1", 1000},    {"-5", "5", 5000},
+                {"90", "60", 60000}, {"2.7", "2", 2700}, {"abc", "1", 1000}};
+
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.typed);
+        house_.retype(QStringLiteral("tempo"), QLatin1String(row.typed));
+        house_.house.scheduler.RegleTempo();
+        EXPECT_EQ(box(QStringLiteral("tempo")), QLatin1String(row.shown));
+        EXPECT_EQ(house_.house.timer.interval(), row.intervalMs);
+        EXPECT_EQ(house_.stored(u"Control", u"Tempo"), QLatin1String(row.shown));
+    }
+}
+
+TEST_F(InterfaceOptions, ADownloadPutsTheTimeoutBoxRight)
+{
+    house_.retype(QStringLiteral("TIO"), QStringLiteral("-30"));
+    house_.house.options.normaliseTimeout();
+    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("30"));
+    house_.retype(QStringLiteral("TIO"), QStringLiteral("2"));
+    house_.house.options.normaliseTimeout();
+    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("5"));
+}
+
+TEST_F(InterfaceOptions, StartUpShowsDefaultsWithoutStoringThem)
+{
+    house_.house.tree.write(u"Velmora.ini", "");
+    house_.house.options.load();
+    EXPECT_EQ(box(QStringLiteral("tempo")), QStringLiteral("1"));
+    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("5"));
+    EXPECT_EQ(house_.house.tree.read(u"Velmora.ini"), QByteArray());
+}
+
+TEST_F(InterfaceOptions, TheDebugBoxSwitchesTheLogAndIsStored)
+{
+    house_.house.log.setOn(false);
+    house_.house.page.load();
+    ASSERT_FALSE(house_.find<QCheckBox>(QStringLiteral("cDebug")).isChecked());
+    house_.click(QStringLiteral("cDebug"));
+    EXPECT_TRUE(house_.house.log.isOn());
+    EXPECT_EQ(house_.stored(u"Control", u"Debug"), QStringLiteral("1"));
+    house_.click(QStringLiteral("cDebug"));
+    EXPECT_FALSE(house_.house.log.isOn());
+    EXPECT_EQ(house_.stored(u"Control", u"Debug"), QStringLiteral("0"));
+}
+
+TEST_F(InterfaceOptions, ImportLogsItsClick)
+{
+    house_.click(QStringLiteral("Import"));
+    EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("Interface Import_Click")));
+}
+
+} // namespace
+} // namespace velmora::test

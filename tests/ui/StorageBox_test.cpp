@@ -1,0 +1,155 @@
+// The storage line of the main window, typed into key by key.
+#include "WindowHouse.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+class StorageBoxTest : public testing::Test
+{
+protected:
+    QLineEdit &box() { return house_.find<QLineEdit>(QStringLiteral("StRep")); }
+
+    int lamp() { return house_.find<Lamp>(QStringLiteral("LampSA")).FillColor(); }
+
+    bool importEnabled()
+    {
+        return house_.find<QAbstractButton>(QStringLiteral("Import")).isEnabled();
+    }
+
+    bool makeDirVisible()
+    {
+        return house_.find<QAbstractButton>(QStringLiteral("MakeDir")).isVisible();
+    }
+
+    WindowHouse house_;
+};
+
+TEST_F(StorageBoxTest, ShowsAFolderThatIsThere)
+{
+    EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\"));
+    EXPECT_EQ(box().toolTip(), house_.house.tree.path(u"drives/c/in"));
+    EXPECT_EQ(lamp(), 65280);
+    EXPECT_TRUE(importEnabled());
+    EXPECT_FALSE(makeDirVisible());
+}
+
+TEST_F(StorageBoxTest, ChecksAtEveryKeystroke)
+{
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
+    EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\x\\"));
+    EXPECT_EQ(lamp(), 255);
+    EXPECT_FALSE(importEnabled());
+    EXPECT_TRUE(makeDirVisible());
+    EXPECT_EQ(house_.stored(u"Control", u"StRep"), QStringLiteral("C:\\in\\x\\"));
+    QTest::keyClick(&box(), Qt::Key_Backspace);
+    EXPECT_EQ(lamp(), 65280);
+}
+
+TEST_F(StorageBoxTest, APathTypedKeyByKeyComesOutAsTyped)
+{
+    for (const QString &path : {QStringLiteral("C:\\in\\sub"), QStringLiteral("D:\\My Pics"),
+                                QStringLiteral("/srv/cams")}) {
+        house_.retype(QStringLiteral("StRep"), QString());
+        QTest::keyClicks(&box(), path);
+        QString expected = path + u'\\';
+        expected.replace(u'/', u'\\').remove(u' ');
+        EXPECT_EQ(box().text(), expected);
+        EXPECT_EQ(house_.stored(u"Control", u"StRep"), expected);
+    }
+}
+
+TEST_F(StorageBoxTest, TheCaretStaysWhereTheUserTypes)
+{
+    house_.retype(QStringLiteral("StRep"), QStringLiteral("C:\\in"));
+    box().setCursorPosition(3);
+    QTest::keyClicks(&box(), QStringLiteral("ab "));
+    EXPECT_EQ(box().text(), QStringLiteral("C:\\abin\\"));
+    EXPECT_EQ(box().cursorPosition(), 5);
+}
+
+TEST_F(StorageBoxTest, TheFocusStopsEveryTimer)
+{
+    ASSERT_TRUE(house_.house.timer.isActive());
+    QTest::mouseClick(&box(), Qt::LeftButton);
+    EXPECT_FALSE(house_.house.timer.isActive());
+    EXPECT_TRUE(house_.house.storage.timersStopped());
+    EXPECT_FALSE(importEnabled());
+    EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("arret Timers")));
+}
+
+TEST_F(StorageBoxTest, LeavingTheBoxLetsTheCaptureGoOn)
+{
+    QTest::mouseClick(&box(), Qt::LeftButton);
+    house_.leaveBox();
+    EXPECT_TRUE(house_.house.timer.isActive());
+    EXPECT_FALSE(house_.house.storage.timersStopped());
+    EXPECT_TRUE(importEnabled());
+}
+
+TEST_F(StorageBoxTest, LeavingTheBoxWithAMissingFolderKeepsTheTimersStopped)
+{
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
+    house_.leaveBox();
+    EXPECT_FALSE(house_.house.timer.isActive());
+    EXPECT_TRUE(house_.house.storage.timersStopped());
+}
+
+TEST_F(StorageBoxTest, ATickWhileTypingLoadsNothing)
+{
+    house_.house.addCamera({0, 0}, QStringLiteral("http://cam/a.png"));
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
+    QTest::keyClick(&box(), Qt::Key_Backspace); // the folder is there again, the box still in hand
+    house_.house.tick();
+    EXPECT_TRUE(house_.source.requested().isEmpty());
+}
+
+TEST_F(StorageBoxTest, TheButtonMakesTheFolderAndThoseOfTheCameras)
+{
+    house_.house.addCamera({4, 2}, QStringLiteral("ABCxyz"));
+    house_.type(QStringLiteral("StRep"), QStringLiteral("a\\b"));
+    house_.click(QStringLiteral("MakeDir"));
+    EXPECT_TRUE(house_.house.tree.exists(u"drives/c/in/a/b/ABCxyz"));
+    EXPECT_EQ(lamp(), 65280);
+    EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\a\\b\\"));
+    EXPECT_EQ(house_.stored(u"Control", u"StRep"), QStringLiteral("C:\\in\\a\\b\\"));
+    EXPECT_EQ(house_.house.scheduler.tickCounter(), 55);
+    EXPECT_FALSE(house_.house.storage.timersStopped());
+}
+
+TEST_F(StorageBoxTest, AFolderThatCannotBeMadeIsTold)
+{
+    house_.house.tree.write(u"drives/c/file", "x");
+    house_.retype(QStringLiteral("StRep"), QStringLiteral("C:\\file\\sub"));
+    house_.click(QStringLiteral("MakeDir"));
+    EXPECT_EQ(lamp(), 255);
+    EXPECT_FALSE(house_.house.allTexts().filter(QStringLiteral("cannot be made")).isEmpty());
+}
+
+TEST_F(StorageBoxTest, AMissingDriveIsTold)
+{
+    house_.retype(QStringLiteral("StRep"), QStringLiteral("Q:\\x"));
+    house_.click(QStringLiteral("MakeDir"));
+    EXPECT_FALSE(house_.house.allTexts().filter(QStringLiteral("no such drive")).isEmpty());
+}
+
+TEST_F(StorageBoxTest, AChosenFolderBecomesTheStorage)
+{
+    house_.house.tree.makeFolder(u"drives/c/pictures");
+    house_.house.storage.choose(house_.house.tree.path(u"drives/c/pictures"));
+    EXPECT_EQ(box().text(), QStringLiteral("C:\\pictures\\"));
+    EXPECT_EQ(lamp(), 65280);
+    EXPECT_EQ(house_.stored(u"Control", u"StRep"), QStringLiteral("C:\\pictures\\"));
+}
+
+TEST_F(StorageBoxTest, AChosenFolderWithABlankIsRefused)
+{
+    house_.house.tree.makeFolder(u"drives/c/My Pics");
+    house_.house.storage.choose(house_.house.tree.path(u"drives/c/My Pics"));
+    EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\"));
+    EXPECT_FALSE(house_.house.allTexts().filter(QStringLiteral("blank")).isEmpty());
+}
+
+} // namespace
+} // namespace velmora::test

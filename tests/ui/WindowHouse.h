@@ -1,0 +1,73 @@
+// The main window over a whole capture, used as a person uses it: by mouse and keys, on controls
+// found by their names.
+#pragma once
+
+#include "support/CaptureHouse.h"
+#include "support/CaptureHouseSource.h"
+#include "ui/Interface.h"
+
+#include <QStringList>
+#include <QTest>
+
+namespace velmora::test {
+
+/// Remembers what it was to open.
+class RecordingOpener final : public DesktopOpener
+{
+public:
+    OpenOutcome open(const QString &target) override
+    {
+        opened.append(target);
+        return outcome;
+    }
+
+    QStringList opened;
+    OpenOutcome outcome = OpenOutcome::Started;
+};
+
+class WindowHouse
+{
+public:
+    WindowHouse();
+    WindowHouse(const WindowHouse &) = delete;
+    WindowHouse &operator=(const WindowHouse &) = delete;
+    WindowHouse(WindowHouse &&) = delete;
+    WindowHouse &operator=(WindowHouse &&) = delete;
+    ~WindowHouse();
+
+    /// A control by its name; fails the test when there is none of that type.
+    template <typename Control>
+    Control &find(const QString &name)
+    {
+        auto *const control = window.findChild<Control *>(name);
+        if (control == nullptr) {
+            throw std::runtime_error("no control " + name.toStdString());
+        }
+        return *control;
+    }
+
+    /// Types into a box at its end, after clicking into it.
+    void type(const QString &box, const QString &text);
+
+    /// Replaces the text of a box, key by key.
+    void retype(const QString &box, const QString &text);
+
+    void click(const QString &control, Qt::KeyboardModifiers modifiers = {});
+
+    /// Leaves the box that has the focus, by the tab key.
+    void leaveBox();
+
+    void selectTab(int group);
+
+    /// A value of the settings file.
+    [[nodiscard]] QString stored(QStringView section, QStringView key) const;
+
+    FakeClock clock;
+    ScriptedSource source{clock};
+    CaptureHouse house{source, clock};
+    DebugSwitch debugSwitch{house.settings, house.log};
+    RecordingOpener opener;
+    Interface window;
+};
+
+} // namespace velmora::test

@@ -140,6 +140,7 @@ QCoro::Task<> Program::lastPass()
 
 QCoro::Task<> Program::leave()
 {
+    co_await engine_.clock().yield(); // a window cannot be closed from its own close event
     hideWindows();
     if (engine_.storage().lamp() != LampColour::Red) {
         co_await lastPass();

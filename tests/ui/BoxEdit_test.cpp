@@ -20,7 +20,7 @@ protected:
         layout->addWidget(&other_);
         layout->addWidget(&box_);
         window_.show();
-        QTest::qWaitForWindowActive(&window_);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
         other_.setFocus();
     }
 

@@ -192,7 +192,9 @@ TEST_F(CameraRows, OddAddressesAreTakenAsTheyAre)
     const QStringList addresses{QStringLiteral("\"quoted\""), QStringLiteral("a;b#c=[d]"),
                                 QStringLiteral("http://h/\u00e9t\u00e9.jpg"), QStringLiteral("<a")};
     for (int i = 0; i < addresses.size(); ++i) {
-        house_.retype(QStringLiteral("Source%1").arg(i), addresses.at(i));
+        auto &box = house_.find<QLineEdit>(QStringLiteral("Source%1").arg(i));
+        box.setFocus();
+        box.setText(addresses.at(i));
         house_.leaveBox();
     }
     EXPECT_TRUE(house_.house.tree.read(u"Velmora.ini").contains("lst0=\"quoted\"\r\n"));
@@ -237,8 +239,9 @@ TEST_F(CameraRows, TheFolderLinkDoesNothingWithoutStorage)
 TEST_F(CameraRows, ACaptureIsShownWhenItsGroupIsOnScreen)
 {
     house_.house.addCamera({0, 4}, QStringLiteral("http://cam/e.png"));
-    house_.source.answer(QStringLiteral("http://cam/e.png"),
-                         {QByteArray(2000, 'x'), QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT")});
+    house_.source.answer(
+        QStringLiteral("http://cam/e.png"),
+        {QByteArray(2000, 'x'), QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"), {}, {}, {}});
     house_.house.tick();
     EXPECT_EQ(lamp(QStringLiteral("SB4")), 65280);
     EXPECT_EQ(text(QStringLiteral("lNew4")), QStringLiteral("1"));

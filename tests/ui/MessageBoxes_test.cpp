@@ -1,6 +1,7 @@
 // Messages about problems: one box at a time.
 #include "ui/MessageBoxes.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QTest>
 
@@ -65,7 +66,7 @@ TEST_F(MessageBoxesTest, KeepsTheBoxSmall)
 TEST_F(MessageBoxesTest, StartsAnewOnceAnswered)
 {
     messages_.warn(QStringLiteral("one"));
-    QTest::mouseClick(openBoxes().first()->button(QMessageBox::Ok), Qt::LeftButton);
+    openBoxes().first()->button(QMessageBox::Ok)->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(openBoxes().isEmpty());
     messages_.warn(QStringLiteral("two"));

@@ -3,13 +3,15 @@
 #include <QLineEdit>
 #include <QTabBar>
 
+#include <gtest/gtest.h>
+
 namespace velmora::test {
 
 WindowHouse::WindowHouse()
     : window(house.services(), debugSwitch, opener, house.timer)
 {
     window.bringUp();
-    QTest::qWaitForWindowActive(&window);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
 }
 
 WindowHouse::~WindowHouse()

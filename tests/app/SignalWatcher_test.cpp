@@ -1,0 +1,36 @@
+// Signals that ask the program to end.
+#include "app/SignalWatcher.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace velmora {
+namespace {
+
+TEST(SignalWatcher, TellsTermAndInterruptThroughTheEventLoop)
+{
+    const SignalWatcher watcher;
+    QSignalSpy spy(&watcher, &SignalWatcher::endRequested);
+    std::raise(SIGTERM);
+    EXPECT_EQ(spy.count(), 0);
+    EXPECT_TRUE(spy.wait(1000));
+    std::raise(SIGINT);
+    EXPECT_TRUE(spy.wait(1000));
+    EXPECT_EQ(spy.count(), 2);
+}
+
+TEST(SignalWatcher, GivesTheSignalsBack)
+{
+    {
+        const SignalWatcher watcher;
+    }
+    struct sigaction action = {};
+    ::sigaction(SIGTERM, nullptr, &action);
+    EXPECT_EQ(action.sa_handler, SIG_DFL);
+}
+
+} // namespace
+} // namespace velmora

@@ -22,7 +22,7 @@ std::optional<char> ansiByte(char16_t unit)
     if (unit < kFirstHighControl || (unit >= kFirstLatin && unit <= kLastLatin)) {
         return static_cast<char>(unit);
     }
-    const auto *const found = std::find(kHighControls.begin(), kHighControls.end(), unit);
+    const auto *const found = std::ranges::find(kHighControls, unit);
     if (found == kHighControls.end()) {
         return std::nullopt;
     }
@@ -44,7 +44,7 @@ QByteArray toAnsi(QStringView text)
 QString fromAnsi(QByteArrayView bytes)
 {
     QString text(bytes.size(), Qt::Uninitialized);
-    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
+    std::ranges::transform(bytes, text.begin(), [](char byte) {
         const auto code = static_cast<unsigned char>(byte);
         const bool high = code >= kFirstHighControl && code < kFirstLatin;
         return QChar(high ? kHighControls[code - kFirstHighControl] : char16_t{code});
@@ -54,8 +54,7 @@ QString fromAnsi(QByteArrayView bytes)
 
 bool fitsAnsi(QStringView text)
 {
-    return std::all_of(text.begin(), text.end(),
-                       [](QChar c) { return ansiByte(c.unicode()).has_value(); });
+    return std::ranges::all_of(text, [](QChar c) { return ansiByte(c.unicode()).has_value(); });
 }
 
 } // namespace velmora

@@ -51,6 +51,7 @@ std::error_code writeWorkFile(const QByteArray &path, QByteArrayView bytes, mode
     if (!file) {
         return lastError();
     }
+    ::fchmod(file.get(), mode); // what open() was given is cut by the process's mask
     const std::error_code error = writeAll(file.get(), bytes);
     if (error) {
         ::unlink(path.constData());
@@ -78,7 +79,7 @@ std::error_code giveName(const QByteArray &work, const QByteArray &target)
 bool isInUse(const QString &workFile)
 {
     const pid_t owner = workFile.section(u'-', 1, 1).toInt();
-    return owner > 0 && owner != ::getpid() && ::kill(owner, 0) == 0;
+    return owner > 0 && owner != ::getpid() && (::kill(owner, 0) == 0 || errno == EPERM);
 }
 
 QByteArray folderOf(const QByteArray &path)

@@ -3,7 +3,6 @@
 #include <QByteArray>
 
 #include <charconv>
-#include <limits>
 #include <system_error>
 
 namespace velmora {
@@ -51,8 +50,10 @@ double leadingNumber(QStringView text)
         return 0; // from_chars would take a second sign
     }
     double magnitude = 0;
-    if (std::from_chars(first, last, magnitude).ec == std::errc::result_out_of_range) {
-        magnitude = std::numeric_limits<double>::infinity();
+    const std::from_chars_result parsed = std::from_chars(first, last, magnitude);
+    if (parsed.ec == std::errc::result_out_of_range) {
+        magnitude =
+            QByteArray(first, parsed.ptr - first).toDouble(); // infinite, or 0 when too small
     }
     return negative && magnitude != 0 ? -magnitude : magnitude;
 }

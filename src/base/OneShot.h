@@ -33,7 +33,11 @@ public:
             shot->waiter_ = waiter;
         }
 
-        T await_resume() const { return std::move(*shot->value_); }
+        [[nodiscard]] T await_resume() const
+        {
+            return std::move(
+                *shot->value_); // NOLINT(bugprone-unchecked-optional-access): set before the resume
+        }
     };
 
     Awaiter operator co_await() noexcept { return Awaiter{this}; }

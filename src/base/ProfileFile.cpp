@@ -78,11 +78,16 @@ bool fitsInPlace(const ProfileEdit &edit, qsizetype fileSize)
            edit.offset / kPageBytes == (edit.offset + length - 1) / kPageBytes;
 }
 
-bool writeInPlace(int file, const ProfileEdit &edit)
+bool writeInPlace(int file, const ProfileEdit &edit, qsizetype fileSize)
 {
     const auto length = static_cast<std::size_t>(edit.inserted.size());
-    return ::pwrite(file, edit.inserted.constData(), length, edit.offset) ==
-           static_cast<ssize_t>(length);
+    const ssize_t written = ::pwrite(file, edit.inserted.constData(), length, edit.offset);
+    if (written == static_cast<ssize_t>(length)) {
+        return true;
+    }
+    static_cast<void>(
+        ::ftruncate(file, fileSize)); // takes back the begin of a line that did not fit
+    return false;
 }
 
 QByteArray applied(QByteArray bytes, const ProfileEdit &edit)
@@ -128,7 +133,7 @@ ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByt
         return ProfileWrite::Unchanged;
     }
     const bool written = fitsInPlace(edit, text.bytes().size())
-                             ? writeInPlace(profile.file.get(), edit)
+                             ? writeInPlace(profile.file.get(), edit, text.bytes().size())
                              : !replaceFile(path, applied(text.bytes(), edit));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }

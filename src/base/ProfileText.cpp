@@ -194,8 +194,8 @@ ProfileText::ProfileText(QByteArray bytes)
 const ProfileText::Section *ProfileText::find(QByteArrayView section) const
 {
     const QByteArrayView name = trimmedBlanks(section);
-    const auto found = std::find_if(sections_.begin(), sections_.end(),
-                                    [&](const Section &s) { return sameName(s.name, name); });
+    const auto found =
+        std::ranges::find_if(sections_, [&](const Section &s) { return sameName(s.name, name); });
     return found == sections_.end() ? nullptr : &*found;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <exception>
+#include <optional>
 #include <utility>
 
 namespace velmora {
@@ -24,14 +25,16 @@ void TaskScope::launch(QCoro::Task<> task)
 
 QCoro::Task<> TaskScope::watch(QCoro::Task<> task)
 {
-    QString failure;
+    std::optional<QString> failure;
     try {
         co_await task;
     } catch (const std::exception &error) {
         failure = QString::fromUtf8(error.what());
+    } catch (...) {
+        failure.emplace();
     }
-    if (!failure.isEmpty()) {
-        report_(failure);
+    if (failure) {
+        report_(failure->isEmpty() ? QStringLiteral("unknown error") : *failure);
     }
     --running_;
     if (running_ == 0 && idle_) {

@@ -12,7 +12,7 @@ namespace {
 bool isTwoDigitNumber(QStringView text)
 {
     return !text.isEmpty() && text.size() <= 2 &&
-           std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+           std::ranges::all_of(text, [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
 } // namespace
@@ -25,7 +25,7 @@ QString BestTime::text() const
 BestTime bestTimeFromText(QStringView text)
 {
     const QList<QStringView> parts = text.trimmed().split(u':');
-    if (parts.size() != 3 || !std::all_of(parts.begin(), parts.end(), isTwoDigitNumber)) {
+    if (parts.size() != 3 || !std::ranges::all_of(parts, isTwoDigitNumber)) {
         return {};
     }
     const BestTime time{parts[0].toInt(), parts[1].toInt(), parts[2].toInt()};

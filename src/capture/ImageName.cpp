@@ -52,8 +52,7 @@ QString imageExtension(const QString &url, QByteArrayView body, const QString &c
 {
     const qsizetype dot = url.lastIndexOf(u'.');
     const QString extension = dot < 0 ? QString() : url.sliced(dot);
-    const bool usable =
-        !extension.isEmpty() && std::all_of(extension.begin(), extension.end(), canStandInName);
+    const bool usable = !extension.isEmpty() && std::ranges::all_of(extension, canStandInName);
     return usable ? extension : typeExtension(body, contentType);
 }
 

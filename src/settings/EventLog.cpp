@@ -47,10 +47,12 @@ void EventLog::txtDebug(const QString &message)
     const QByteArray line = (timeOfDay(clock_.localNow()) + u' ' + message + u'\n').toUtf8();
     const UniqueFd file(::open(QFile::encodeName(path_).constData(),
                                O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, kLogMode));
-    const auto length = static_cast<std::size_t>(line.size());
-    if (!file || ::write(file.get(), line.constData(), length) != static_cast<ssize_t>(length)) {
+    const ssize_t written =
+        file ? ::write(file.get(), line.constData(), static_cast<std::size_t>(line.size())) : -1;
+    if (written != line.size()) {
+        const int reason = written < 0 ? errno : ENOSPC; // a line cut short means a full disk
         throw FileError(QStringLiteral("The log file cannot be written"),
-                        std::error_code(errno, std::generic_category()));
+                        std::error_code(reason, std::generic_category()));
     }
 }
 

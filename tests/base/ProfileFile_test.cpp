@@ -113,11 +113,14 @@ TEST_F(ProfileFile, PutsANewFileInPlaceForAValueOfAnotherLength)
 
 TEST_F(ProfileFile, PutsANewFileInPlaceForAValueAcrossTwoPages)
 {
-    begin(textWithValueAt(kPageBytes - 3, "12345"));
-    const struct stat before = info();
-    EXPECT_EQ(write("abcde"), ProfileWrite::Written);
-    EXPECT_EQ(text(), textWithValueAt(kPageBytes - 3, "abcde"));
-    EXPECT_NE(info().st_ino, before.st_ino);
+    for (qsizetype offset = kPageBytes - 4; offset < kPageBytes; ++offset) {
+        SCOPED_TRACE(offset);
+        begin(textWithValueAt(offset, "12345"));
+        const struct stat before = info();
+        EXPECT_EQ(write("abcde"), ProfileWrite::Written);
+        EXPECT_EQ(text(), textWithValueAt(offset, "abcde"));
+        EXPECT_NE(info().st_ino, before.st_ino);
+    }
 }
 
 TEST_F(ProfileFile, AppendsInPlaceWithinAPage)

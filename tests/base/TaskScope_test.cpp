@@ -40,6 +40,12 @@ QCoro::Task<> waitFor(Clock &clock, std::chrono::milliseconds time, std::stop_to
     wakes.append(wake);
 }
 
+QCoro::Task<> waitFor(OneShot<bool> &shot)
+{
+    const bool value = co_await shot;
+    Q_UNUSED(value);
+}
+
 QCoro::Task<> failAfter(Clock &clock, std::chrono::milliseconds time, const char *text)
 {
     co_await clock.sleep(time, std::stop_token{});
@@ -96,6 +102,23 @@ TEST_F(TaskScopeTest, WaitsForWhatIsLaunchedMeanwhile)
     clock.advance(1s);
     EXPECT_TRUE(join.isReady());
     EXPECT_EQ(wakes.size(), 1);
+}
+
+TEST_F(TaskScopeTest, WaitsForWhatIsLaunchedWhenTheLastHasJustEnded)
+{
+    OneShot<bool> first;
+    OneShot<bool> second;
+    scope.launch(waitFor(first));
+    const QCoro::Task<> join = scope.join();
+    first.set(true);
+    QCoreApplication::sendPostedEvents(); // ends the first; the join is to be resumed
+    ASSERT_EQ(scope.running(), 0);
+    scope.launch(waitFor(second));
+    clock.advance(0s);
+    EXPECT_FALSE(join.isReady());
+    second.set(true);
+    clock.advance(0s);
+    EXPECT_TRUE(join.isReady());
 }
 
 TEST_F(TaskScopeTest, ReportsWhatACoroutineThrows)

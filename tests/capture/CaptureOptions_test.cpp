@@ -174,8 +174,10 @@ TEST_F(CaptureOptionsTest, StoresAndTellsNothingWithoutAChange)
     store("Tempo=7\r\nTIO=9\r\n");
     tree_.write(u"Velmora.ini", "[Control]\r\n");
     int told = 0;
-    QObject::connect(options_.get(), &CaptureOptions::tempoChanged, options_.get(), [&] { ++told; });
-    QObject::connect(options_.get(), &CaptureOptions::timeoutChanged, options_.get(), [&] { ++told; });
+    QObject::connect(options_.get(), &CaptureOptions::tempoChanged, options_.get(),
+                     [&] { ++told; });
+    QObject::connect(options_.get(), &CaptureOptions::timeoutChanged, options_.get(),
+                     [&] { ++told; });
     options_->setTempo(QStringLiteral("7"));
     options_->setTimeout(QStringLiteral("9"));
     options_->normaliseTempo();

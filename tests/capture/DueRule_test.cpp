@@ -54,7 +54,7 @@ constexpr DueRow kRows[] = {
     {"TwentySixHoursALittleTooEarly", {26, 0, 0}, kDay + 2h - 1s, 0, false},
     {"TwentySixHoursAfterThreeHours", {26, 0, 0}, 3h, 0, false},
     {"MinutesAndSecondsOfALongTime", {50, 30, 15}, 2 * kDay + 2h + 30min + 15s, 0, true},
-    {"NinetyNineHours", {99, 59, 59}, 4 * kDay + 4h, 0, false},
+    {"NinetyNineHoursALittleTooEarly", {99, 59, 59}, 4 * kDay + 3h + 59min + 58s, 0, false},
     {"NinetyNineHoursOnTheSecond", {99, 59, 59}, 4 * kDay + 3h + 59min + 59s, 0, true},
     {"CounterPutsItOffASecond", {0, 10, 0}, 10min, 1, false},
     {"CounterAndASecondMore", {0, 10, 0}, 10min + 1s, 1, true},

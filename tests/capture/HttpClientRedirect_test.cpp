@@ -79,8 +79,7 @@ TEST_F(HttpClientRedirect, GivesNoDateWhenTheLastResponseHasNone)
     EXPECT_EQ(fetch(camera_.url("/old")).lastModified, QString());
 }
 
-class HttpClientRedirectTo : public HttpExchange,
-                             public testing::WithParamInterface<const char *>
+class HttpClientRedirectTo : public HttpExchange, public testing::WithParamInterface<const char *>
 {
 };
 

@@ -37,26 +37,40 @@ TEST_P(CalculDateReads, TheDayFirstDate)
 }
 
 const DateRow kDates[] = {
-    {"January", QStringLiteral("Sun, 02 Jan 2005 03:04:05 GMT"), QStringLiteral("02/01/2005 03:04:05")},
-    {"February", QStringLiteral("Tue, 29 Feb 2000 00:00:00 GMT"), QStringLiteral("29/02/2000 00:00:00")},
-    {"March", QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"), QStringLiteral("07/03/2006 14:05:09")},
-    {"April", QStringLiteral("Sun, 30 Apr 2006 23:59:59 GMT"), QStringLiteral("30/04/2006 23:59:59")},
+    {"January", QStringLiteral("Sun, 02 Jan 2005 03:04:05 GMT"),
+     QStringLiteral("02/01/2005 03:04:05")},
+    {"February", QStringLiteral("Tue, 29 Feb 2000 00:00:00 GMT"),
+     QStringLiteral("29/02/2000 00:00:00")},
+    {"March", QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"),
+     QStringLiteral("07/03/2006 14:05:09")},
+    {"April", QStringLiteral("Sun, 30 Apr 2006 23:59:59 GMT"),
+     QStringLiteral("30/04/2006 23:59:59")},
     {"May", QStringLiteral("Mon, 01 May 2006 12:00:00 GMT"), QStringLiteral("01/05/2006 12:00:00")},
-    {"June", QStringLiteral("Thu, 15 Jun 2006 06:30:00 GMT"), QStringLiteral("15/06/2006 06:30:00")},
-    {"July", QStringLiteral("Mon, 31 Jul 2006 10:11:12 GMT"), QStringLiteral("31/07/2006 10:11:12")},
-    {"August", QStringLiteral("Thu, 31 Aug 2006 10:11:12 GMT"), QStringLiteral("31/08/2006 10:11:12")},
-    {"September", QStringLiteral("Sat, 30 Sep 2006 10:11:12 GMT"), QStringLiteral("30/09/2006 10:11:12")},
-    {"October", QStringLiteral("Thu, 05 Oct 2006 01:02:03 GMT"), QStringLiteral("05/10/2006 01:02:03")},
-    {"November", QStringLiteral("Tue, 15 Nov 1994 08:12:31 GMT"), QStringLiteral("15/11/1994 08:12:31")},
-    {"December", QStringLiteral("Sun, 31 Dec 2006 23:59:59 GMT"), QStringLiteral("31/12/2006 23:59:59")},
+    {"June", QStringLiteral("Thu, 15 Jun 2006 06:30:00 GMT"),
+     QStringLiteral("15/06/2006 06:30:00")},
+    {"July", QStringLiteral("Mon, 31 Jul 2006 10:11:12 GMT"),
+     QStringLiteral("31/07/2006 10:11:12")},
+    {"August", QStringLiteral("Thu, 31 Aug 2006 10:11:12 GMT"),
+     QStringLiteral("31/08/2006 10:11:12")},
+    {"September", QStringLiteral("Sat, 30 Sep 2006 10:11:12 GMT"),
+     QStringLiteral("30/09/2006 10:11:12")},
+    {"October", QStringLiteral("Thu, 05 Oct 2006 01:02:03 GMT"),
+     QStringLiteral("05/10/2006 01:02:03")},
+    {"November", QStringLiteral("Tue, 15 Nov 1994 08:12:31 GMT"),
+     QStringLiteral("15/11/1994 08:12:31")},
+    {"December", QStringLiteral("Sun, 31 Dec 2006 23:59:59 GMT"),
+     QStringLiteral("31/12/2006 23:59:59")},
     {"BlanksAround", QStringLiteral(" \tTue, 15 Nov 1994 08:12:31 GMT  "),
      QStringLiteral("15/11/1994 08:12:31")},
-    {"AnyWeekday", QStringLiteral("Xyz, 15 Nov 1994 08:12:31 GMT"), QStringLiteral("15/11/1994 08:12:31")},
-    {"WithoutZone", QStringLiteral("Tue, 15 Nov 1994 08:12:31"), QStringLiteral("15/11/1994 08:12:31")},
+    {"AnyWeekday", QStringLiteral("Xyz, 15 Nov 1994 08:12:31 GMT"),
+     QStringLiteral("15/11/1994 08:12:31")},
+    {"WithoutZone", QStringLiteral("Tue, 15 Nov 1994 08:12:31"),
+     QStringLiteral("15/11/1994 08:12:31")},
     {"OtherZoneUnshifted", QStringLiteral("Tue, 15 Nov 1994 08:12:31 +0200"),
      QStringLiteral("15/11/1994 08:12:31")},
     {"WithoutTime", QStringLiteral("Tue, 15 Nov 1994"), QStringLiteral("15/11/1994 00:00:00")},
-    {"OneDigitDay", QStringLiteral("Tue, 1 Nov 1994 08:12:31 GMT"), QStringLiteral("01/11/1994 08:12:31")},
+    {"OneDigitDay", QStringLiteral("Tue, 1 Nov 1994 08:12:31 GMT"),
+     QStringLiteral("01/11/1994 08:12:31")},
     // The time begins at the 18th character wherever the server has put it.
     {"FieldsByTheirPlace", QStringLiteral("Tue, 1 Nov 1994 18:12:31 GMT"),
      QStringLiteral("01/11/1994 08:12:31")},
@@ -119,7 +133,8 @@ TEST(CalculDate, KeepsTheGmtTimeInEveryZone)
     });
     qputenv("TZ", "Pacific/Auckland");
     ::tzset();
-    const std::optional<WallTime> date = CalculDate(QStringLiteral("Tue, 15 Nov 1994 08:12:31 GMT"));
+    const std::optional<WallTime> date =
+        CalculDate(QStringLiteral("Tue, 15 Nov 1994 08:12:31 GMT"));
     ASSERT_TRUE(date.has_value());
     EXPECT_EQ(dateText(*date), QStringLiteral("15/11/1994 08:12:31"));
 }

@@ -50,7 +50,11 @@ const ExtensionRow kRows[] = {
     {"OfAScript", QStringLiteral("http://h/snap.cgi"), kJpeg, {}, QStringLiteral(".cgi")},
     {"HostNumber", QStringLiteral("http://10.0.0.5"), kPng, {}, QStringLiteral(".5")},
     {"DotAtTheEnd", QStringLiteral("http://h/a."), kJpeg, {}, QStringLiteral(".")},
-    {"SlashBehindTheDot", QStringLiteral("http://10.0.0.5/snap"), kJpeg, {}, QStringLiteral(".jpg")},
+    {"SlashBehindTheDot",
+     QStringLiteral("http://10.0.0.5/snap"),
+     kJpeg,
+     {},
+     QStringLiteral(".jpg")},
     {"QueryBehindTheDot", QStringLiteral("http://h/snap.cgi?x"), kPng, {}, QStringLiteral(".png")},
     {"PortBehindTheDot", QStringLiteral("http://h.de:8080"), kGif, {}, QStringLiteral(".gif")},
     {"StarBehindTheDot", QStringLiteral("http://h/a.j*g"), kBmp, {}, QStringLiteral(".bmp")},
@@ -60,12 +64,12 @@ const ExtensionRow kRows[] = {
     {"QuoteBehindTheDot", QStringLiteral("http://h/a.\"b\""), kJpeg, {}, QStringLiteral(".jpg")},
     {"BackslashBehindTheDot", QStringLiteral("http://h/a.b\\c"), kJpeg, {}, QStringLiteral(".jpg")},
     {"NoDot", QStringLiteral("http://cam/snap"), kPng, {}, QStringLiteral(".png")},
-    {"ContentBeforeTheServersWord", QStringLiteral("http://cam/snap"), kPng, QStringLiteral("image/jpeg"),
-     QStringLiteral(".png")},
+    {"ContentBeforeTheServersWord", QStringLiteral("http://cam/snap"), kPng,
+     QStringLiteral("image/jpeg"), QStringLiteral(".png")},
     {"ServersWordPng", QStringLiteral("http://cam/snap"), kUnknown, QStringLiteral("image/png"),
      QStringLiteral(".png")},
-    {"ServersWordInAnyCase", QStringLiteral("http://cam/snap"), kUnknown, QStringLiteral("IMAGE/GIF"),
-     QStringLiteral(".gif")},
+    {"ServersWordInAnyCase", QStringLiteral("http://cam/snap"), kUnknown,
+     QStringLiteral("IMAGE/GIF"), QStringLiteral(".gif")},
     {"ServersWordWithParameter", QStringLiteral("http://cam/snap"), kUnknown,
      QStringLiteral("image/webp; q=1"), QStringLiteral(".webp")},
     {"ServersWordBmp", QStringLiteral("http://cam/snap"), kUnknown, QStringLiteral("image/bmp"),
@@ -73,7 +77,10 @@ const ExtensionRow kRows[] = {
     {"NobodyKnows", QStringLiteral("http://cam/snap"), kUnknown, QStringLiteral("text/html"),
      QStringLiteral(".jpg")},
     {"NothingAtAll", QStringLiteral("http://cam/snap"), {}, {}, QStringLiteral(".jpg")},
-    {"ShorterThanTheMark", QStringLiteral("http://cam/snap"), QByteArray("RIFF"), {},
+    {"ShorterThanTheMark",
+     QStringLiteral("http://cam/snap"),
+     QByteArray("RIFF"),
+     {},
      QStringLiteral(".jpg")},
 };
 
@@ -107,7 +114,8 @@ TEST(ImageName, CutsALongExtensionToThreeLetters)
 
 TEST(ImageName, KeepsAShortExtension)
 {
-    EXPECT_EQ(imageName(kImage, kImage, QStringLiteral(".5")), QStringLiteral("20060307_1405090714.5"));
+    EXPECT_EQ(imageName(kImage, kImage, QStringLiteral(".5")),
+              QStringLiteral("20060307_1405090714.5"));
 }
 
 TEST(ImageName, WritesTheZeroDate)

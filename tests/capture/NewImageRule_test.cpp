@@ -109,8 +109,9 @@ TEST(BestTimeCandidate, IsMissingWithoutADate)
 
 TEST(BestTimeCandidate, IsMissingForTheZeroDate)
 {
-    EXPECT_EQ(bestTimeCandidate({QStringLiteral("Sat, 30 Dec 1899 00:00:00 GMT"), kZeroDate, kDate}),
-              std::nullopt);
+    EXPECT_EQ(
+        bestTimeCandidate({QStringLiteral("Sat, 30 Dec 1899 00:00:00 GMT"), kZeroDate, kDate}),
+        std::nullopt);
 }
 
 TEST(ReplacesBestTime, TakesAnyCandidateForAnUnknownTime)

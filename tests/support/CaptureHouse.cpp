@@ -64,7 +64,8 @@ void CaptureHouse::record()
         captions_.emplace_back(caption, text);
         texts_.append(text);
     });
-    connect(&problems, &Problems::warned, this, [this](const QString &text) { texts_.append(text); });
+    connect(&problems, &Problems::warned, this,
+            [this](const QString &text) { texts_.append(text); });
     connect(&store, &ImageStore::imageStored, this,
             [this](CameraAddress camera) { stored_.append(nameOf(camera)); });
     connect(&store, &ImageStore::cameraFailed, this,
@@ -107,11 +108,22 @@ void CaptureHouse::tick()
     finish();
 }
 
-void CaptureHouse::load(CameraAddress camera)
+void CaptureHouse::launchLoad(CameraAddress camera)
 {
     const QString folderText = storage.folderText(table.CameraFolderName(camera));
     scope.launch(store.ChargeFile(expandTemplate(table.url(camera)), folderText, camera));
+}
+
+void CaptureHouse::load(CameraAddress camera)
+{
+    launchLoad(camera);
     finish();
+}
+
+void CaptureHouse::beginLoad(CameraAddress camera)
+{
+    launchLoad(camera);
+    clock.advance(std::chrono::milliseconds{0});
 }
 
 void CaptureHouse::finish()
@@ -130,7 +142,8 @@ QStringList CaptureHouse::images(CameraAddress camera) const
     return tree.exists(path) ? tree.files(path) : QStringList();
 }
 
-void CaptureHouse::putImage(CameraAddress camera, const QString &name, const QByteArray &bytes) const
+void CaptureHouse::putImage(CameraAddress camera, const QString &name,
+                            const QByteArray &bytes) const
 {
     tree.write(folder(camera) + u'/' + name, bytes);
 }

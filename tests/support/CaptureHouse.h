@@ -1,5 +1,5 @@
-// The whole capture put together on a temporary program folder, as the program does it, but with the
-// test's clock and source of pictures.
+// The whole capture put together on a temporary program folder, as the program does it, but with
+// the test's clock and source of pictures.
 #pragma once
 
 #include "base/NativePaths.h"
@@ -20,8 +20,8 @@
 
 namespace velmora::test {
 
-/// The services stand open to the test. The storage folder C:\in exists, the log is on, and a tick lasts
-/// a minute, so that the timer never ticks by itself.
+/// The services stand open to the test. The storage folder C:\in exists, the log is on, and a tick
+/// lasts a minute, so that the timer never ticks by itself.
 class CaptureHouse : public QObject
 {
 public:
@@ -52,6 +52,9 @@ public:
 
     /// Loads one camera, to the end.
     void load(CameraAddress camera);
+
+    /// Loads one camera; the test's clock will carry it on.
+    void beginLoad(CameraAddress camera);
 
     /// Runs the event loop until nothing is left to do.
     void finish();
@@ -101,6 +104,7 @@ public:
 
 private:
     void record();
+    void launchLoad(CameraAddress camera);
 
     QList<std::pair<Caption, QString>> captions_;
     QStringList texts_;

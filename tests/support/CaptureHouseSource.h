@@ -1,5 +1,5 @@
-// A source of pictures without a network: each address gives what the test has told it, at once or after
-// a time on the test's clock.
+// A source of pictures without a network: each address gives what the test has told it, at once or
+// after a time on the test's clock.
 #pragma once
 
 #include "base/Clock.h"
@@ -24,7 +24,10 @@ struct ScriptedReply
 class ScriptedSource final : public PictureSource
 {
 public:
-    explicit ScriptedSource(Clock &clock) : clock_(clock) {}
+    explicit ScriptedSource(Clock &clock)
+        : clock_(clock)
+    {
+    }
 
     /// url: as requested. An address without a script fails.
     void answer(const QString &url, const ScriptedReply &reply);

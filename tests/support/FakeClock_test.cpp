@@ -18,6 +18,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
+#ifdef VELMORA_INSTRUMENTED
+constexpr double kDayLimitSeconds = 2; // instrumented code runs several times slower
+#else
+constexpr double kDayLimitSeconds = 0.5;
+#endif
+
 struct Alarm
 {
     QList<QString> rung;
@@ -126,7 +132,7 @@ TEST(FakeClock, SleepsNoMomentWhenStoppedBefore)
     EXPECT_EQ(clock.sleeping(), 0);
 }
 
-TEST(FakeClock, PassesADayOfTicksInUnderHalfASecond)
+TEST(FakeClock, PassesADayOfTicksInAMoment)
 {
     FakeClock clock;
     std::stop_source stop;
@@ -137,7 +143,7 @@ TEST(FakeClock, PassesADayOfTicksInUnderHalfASecond)
     const double used = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
     RecordProperty("ProcessorMilliseconds", static_cast<int>(used * 1000));
     EXPECT_EQ(ticks, 24 * 60 * 60);
-    EXPECT_LT(used, 0.5) << "processor seconds";
+    EXPECT_LT(used, kDayLimitSeconds) << "processor seconds";
     stop.request_stop();
     clock.advance(0s);
 }

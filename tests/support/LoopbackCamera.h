@@ -1,5 +1,5 @@
-// A camera on 127.0.0.1 in the test's own process: it does for each path what the test has told it, and
-// remembers every request in the order of arrival.
+// A camera on 127.0.0.1 in the test's own process: it does for each path what the test has told it,
+// and remembers every request in the order of arrival.
 #pragma once
 
 #include "support/LoopbackCameraAnswers.h"

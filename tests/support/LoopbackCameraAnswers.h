@@ -8,18 +8,9 @@
 
 namespace velmora::test {
 
-enum class AtEnd
-{
-    Close,
-    KeepOpen
-};
+enum class AtEnd { Close, KeepOpen };
 
-enum class LockKind
-{
-    None,
-    Basic,
-    Digest
-};
+enum class LockKind { None, Basic, Digest };
 
 /// Who may see an answer; anybody else gets a 401 page that names the kind.
 struct CameraLock

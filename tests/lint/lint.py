@@ -1,0 +1,107 @@
+"""Checks of the source tree: lint.py RULE SOURCE_FOLDER. Prints what breaks the rule and how to mend it."""
+
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+LAYERS = ["base", "settings", "cameras", "capture", "ui", "app"]
+MAX_LINES = 500
+
+
+def tracked(root, *endings):
+    """Files of the project that git knows or would take, by their endings."""
+    listed = subprocess.run(
+        ["git", "-C", root, "ls-files", "-co", "--exclude-standard"], capture_output=True, text=True, check=False
+    ).stdout.splitlines()
+    names = listed or [str(p.relative_to(root)) for p in Path(root).rglob("*") if "build" not in p.parts]
+    return [Path(root, name) for name in names if name.endswith(endings) and Path(root, name).is_file()]
+
+
+def lines_matching(files, pattern):
+    for path in files:
+        for number, line in enumerate(path.read_text(encoding="utf-8", errors="replace").splitlines(), 1):
+            if re.search(pattern, line):
+                yield f"{path}:{number}: {line.strip()[:120]}"
+
+
+def words(root):
+    """No word that points outside the project, and nothing left open."""
+    ends = (".h", ".cpp", ".py", ".sh", ".md", ".txt", ".cmake", ".ui", "/run", "/test")
+    files = [p for p in tracked(root, *ends) if p.name != "lint.py"]
+    pattern = r"(?i)\bspecifications?\b|\bspec\.md\b|\bdesign\.md\b|\.\./shared|\bTODO\b|\bFIXME\b|GTEST_SKIP|DISABLED_"
+    return list(lines_matching(files, pattern)), "State the rule itself and its reason; finish what is open."
+
+
+def sleeps(root):
+    """No test waits for time to pass."""
+    files = [p for p in tracked(root, ".cpp", ".h") if "tests" in p.parts]
+    pattern = r"\b(sleep_for|sleep_until|usleep|nanosleep|qSleep|qWait\(|msleep)\b"
+    return list(lines_matching(files, pattern)), "Use the fake clock, a signal spy, or a bounded wait for a condition."
+
+
+def includes(root):
+    """Arrows between layers point one way; Widgets and libcurl stay where they belong."""
+    found = []
+    for rank, layer in enumerate(LAYERS):
+        higher = "|".join(LAYERS[rank + 1:]) or "nothing"
+        files = [p for p in tracked(root, ".h", ".cpp") if p.parent == Path(root, "src", layer)]
+        found += lines_matching(files, rf'#include "({higher})/')
+        if layer not in ("ui", "app"):
+            found += lines_matching(files, r"#include <Q(Widget|Application|Label|LineEdit|CheckBox|MessageBox)>")
+        curl = [p for p in files if p.name != "HttpClient.cpp"]
+        found += lines_matching(curl, r"#include <curl/")
+    return found, "A layer includes only layers below it; only ui and app know widgets, only HttpClient.cpp libcurl."
+
+
+def sizes(root):
+    """No file grows into several."""
+    found = []
+    for path in tracked(root, ".h", ".cpp", ".py"):
+        count = len(path.read_text(encoding="utf-8", errors="replace").splitlines())
+        if count > MAX_LINES:
+            found.append(f"{path}: {count} lines")
+    return found, f"Split it: a file has {MAX_LINES} lines at most."
+
+
+def vocabulary(root):
+    """The table of names agrees with the code and with clang-tidy's exceptions."""
+    table = Path(root, "docs/vocabulary.md").read_text(encoding="utf-8")
+    rows = re.findall(r"^\| `(\w+)` \| [^|]+ \| ([\w ]+) \| `([^`]+)` \|$", table, re.M)
+    found = [
+        f"docs/vocabulary.md: {name} is not in {file}"
+        for name, _, file in rows
+        if not Path(root, file).is_file() or not re.search(rf"\b{name}\b", Path(root, file).read_text(encoding="utf-8"))
+    ]
+    tidy = Path(root, ".clang-tidy").read_text(encoding="utf-8")
+    for option, kind, rule in (
+        ("FunctionIgnoredRegexp", "function", r"[A-Z].*|.*_.*"),
+        ("ClassIgnoredRegexp", "class", r"[a-z].*"),
+        ("PrivateMemberIgnoredRegexp", "row control", r".*"),
+    ):
+        excepted = set(re.search(rf"{option}, value: '\^\(([^)]*)\)", tidy).group(1).split("|"))
+        named = {name for name, k, _ in rows if k == kind and re.fullmatch(rule, name)}
+        found += [f".clang-tidy {option}: {name} is in only one of the two" for name in sorted(excepted ^ named)]
+    return found, "Give each name one row in docs/vocabulary.md and one place in .clang-tidy."
+
+
+def format(root):
+    """Every C++ file is as clang-format leaves it."""
+    files = [str(p) for p in tracked(root, ".h", ".cpp")]
+    run = subprocess.run(
+        ["clang-format-19", "--dry-run", "--Werror", *files], capture_output=True, text=True, check=False
+    )
+    found = re.findall(r"^\S+?:\d+:\d+: error", run.stderr, re.M)
+    return found, "Run clang-format-19 -i on these files."
+
+
+def main():
+    rule, root = sys.argv[1:]
+    found, mend = {f.__name__: f for f in (words, sleeps, includes, sizes, vocabulary, format)}[rule](root)
+    print("\n".join(found))
+    if found:
+        print(f"\n{len(found)} found. {mend}")
+    sys.exit(1 if found else 0)
+
+
+main()

@@ -1,0 +1,102 @@
+"""The programs under test as processes of their own, and a display for their windows. Each is ended by its
+own handle."""
+
+import os
+import signal
+import subprocess
+import threading
+
+DISPLAY_KEYS = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
+
+
+def bare_environment():
+    """The environment without what would lend the program a display, or a folder of this user's."""
+    kept = {k: v for k, v in os.environ.items() if k not in DISPLAY_KEYS}
+    for key in ("windir", "VELMORA_PROGRAM_FOLDER", "XDG_DATA_HOME"):
+        kept.pop(key, None)
+    return kept
+
+
+class Program:
+    """A running process whose lines on both outputs are gathered as they come."""
+
+    def __init__(self, command, env=None):
+        self.process = subprocess.Popen(
+            [str(word) for word in command],
+            env=bare_environment() if env is None else env,
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+            encoding="utf-8",
+            errors="replace",
+        )
+        self.out, self.err = [], []
+        self._readers = [
+            threading.Thread(target=self._gather, args=pair, daemon=True)
+            for pair in ((self.process.stdout, self.out), (self.process.stderr, self.err))
+        ]
+        for reader in self._readers:
+            reader.start()
+
+    @staticmethod
+    def _gather(stream, lines):
+        with stream:
+            for line in stream:
+                lines.append(line.rstrip("\n"))
+
+    @property
+    def runs(self):
+        return self.process.poll() is None
+
+    def terminate(self):
+        self.process.send_signal(signal.SIGTERM)
+
+    def interrupt(self):
+        self.process.send_signal(signal.SIGINT)
+
+    def kill(self):
+        if self.runs:
+            self.process.kill()
+        return self.wait(10)
+
+    def wait(self, seconds):
+        """The exit status; a process that goes on is killed and fails the test."""
+        try:
+            status = self.process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+            raise AssertionError(f"the program still ran after {seconds} s\n{self.report()}") from None
+        for reader in self._readers:
+            reader.join(10)
+        return status
+
+    def report(self):
+        return "\n".join(["--- output", *self.out[-40:], "--- errors", *self.err[-40:]])
+
+
+class Display:
+    """An X server without a screen, on a number that it finds itself."""
+
+    def __init__(self, size="1280x1024x24"):
+        read_end, write_end = os.pipe()
+        self._process = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", size, "-nolisten", "tcp"],
+            pass_fds=[write_end],
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
+        os.close(write_end)
+        with os.fdopen(read_end) as numbers:
+            self.name = ":" + numbers.readline().strip()
+        if self.name == ":":
+            self._process.wait()
+            raise RuntimeError("Xvfb does not start")
+
+    def environment(self):
+        return {"DISPLAY": self.name, "QT_QPA_PLATFORM": "xcb"}
+
+    def close(self):
+        self._process.terminate()
+        self._process.wait(10)

@@ -1,0 +1,20 @@
+"""Waiting for something that another process does. It looks again and again, for a bounded time, and
+says what did not come."""
+
+import threading
+import time
+
+LOOK_EVERY_SECONDS = 0.02
+
+
+def until(condition, seconds, what="the condition"):
+    """The first true value of condition(). AssertionError when none comes within the seconds."""
+    end = time.monotonic() + seconds
+    pause = threading.Event()
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"{what() if callable(what) else what} did not come within {seconds} s")
+        pause.wait(LOOK_EVERY_SECONDS)

@@ -3,6 +3,7 @@
 #include <QByteArray>
 
 #include <charconv>
+#include <limits>
 #include <system_error>
 
 namespace velmora {
@@ -52,8 +53,8 @@ double leadingNumber(QStringView text)
     double magnitude = 0;
     const std::from_chars_result parsed = std::from_chars(first, last, magnitude);
     if (parsed.ec == std::errc::result_out_of_range) {
-        magnitude =
-            QByteArray(first, parsed.ptr - first).toDouble(); // infinite, or 0 when too small
+        const bool tooSmall = QByteArrayView(first, parsed.ptr).contains('-'); // in its exponent
+        magnitude = tooSmall ? 0 : std::numeric_limits<double>::infinity();
     }
     return negative && magnitude != 0 ? -magnitude : magnitude;
 }

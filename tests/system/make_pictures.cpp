@@ -1,5 +1,6 @@
 // Makes pictures for the system tests: make_pictures FOLDER NAME... writes one under each name, a
-// PNG where the name ends so and a JPEG otherwise. All differ; each has between 20 and 200 KB.
+// PNG where the name ends so and a JPEG otherwise. The name decides what is on it; each has between
+// 20 and 200 KB.
 #include <QCoreApplication>
 #include <QImage>
 #include <QPainter>
@@ -18,9 +19,11 @@ QSize sizeOf(const QString &name)
 }
 
 // A coloured fade under noise: noise alone makes a file grow with the area of the picture.
-QImage picture(QSize size, quint32 seed)
+QImage picture(const QString &name)
 {
-    QRandomGenerator random(seed);
+    const QSize size = sizeOf(name);
+    const QList<uint> seed = name.toUcs4();
+    QRandomGenerator random(seed.constData(), seed.size());
     QImage image(size, QImage::Format_RGB32);
     QPainter painter(&image);
     QLinearGradient fade(0, 0, size.width(), size.height());
@@ -46,8 +49,7 @@ int main(int argc, char **argv)
     for (qsizetype i = 2; i < arguments.size(); ++i) {
         const QString &name = arguments[i];
         const char *const format = name.endsWith(u".png") ? "PNG" : "JPEG";
-        if (!picture(sizeOf(name), static_cast<quint32>(i))
-                 .save(arguments[1] + u'/' + name, format, kQuality)) {
+        if (!picture(name).save(arguments[1] + u'/' + name, format, kQuality)) {
             std::fprintf(stderr, "make_pictures: %s cannot be written\n", qPrintable(name));
             return EXIT_FAILURE;
         }

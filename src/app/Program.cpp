@@ -56,6 +56,9 @@ QCoro::Task<> Program::startUp()
     co_await engine_.clock().yield();
     SetTopMost(splash_, TopMost::Off);
     co_await Initialise();
+    if (ending_) {
+        co_return;
+    }
     engine_.storage().testSA();
     engine_.start();
     if (engine_.storage().lamp() == LampColour::Red) {
@@ -64,7 +67,9 @@ QCoro::Task<> Program::startUp()
         showImages();
     }
     co_await engine_.clock().yield();
-    co_await engine_.scheduler().Timer_Timer();
+    if (!ending_) {
+        co_await engine_.scheduler().Timer_Timer();
+    }
 }
 
 void Program::showSplash()
@@ -101,6 +106,9 @@ void Program::showImages()
 
 void Program::bringToFront()
 {
+    if (ending_) {
+        return;
+    }
     if (interface_.isVisible()) {
         interface_.showNormal();
         showSettings();
@@ -142,7 +150,7 @@ QCoro::Task<> Program::leave()
 {
     co_await engine_.clock().yield(); // a window cannot be closed from its own close event
     hideWindows();
-    if (engine_.storage().lamp() != LampColour::Red) {
+    if (engine_.storage().lamp() == LampColour::Green) {
         co_await lastPass();
     }
     co_await engine_.close();

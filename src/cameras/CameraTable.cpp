@@ -71,7 +71,8 @@ CameraRecord CameraTable::record(CameraAddress camera) const
     const QString section = groupSection(camera.group);
     return {settings.read(section, rowKey(u"LastModified", camera.row)),
             settings.read(section, rowKey(u"BestTime", camera.row)),
-            settings.number(section, rowKey(u"lNew", camera.row)),
+            problems_.orDefault(
+                [&] { return settings.int32(section, rowKey(u"lNew", camera.row)); }, 0),
             settings.number(section, rowKey(u"AutoDelai", camera.row)) == 1};
 }
 

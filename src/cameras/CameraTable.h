@@ -37,7 +37,7 @@ struct CameraRecord
 {
     QString lastModified; // date of the image kept last, as text
     QString bestTime;     // as stored
-    double newImages = 0;
+    int newImages = 0;
     bool automatic = false; // its switch is exactly 1
 };
 

@@ -9,6 +9,9 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+#include <limits>
+
 namespace velmora {
 namespace {
 

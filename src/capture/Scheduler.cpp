@@ -95,7 +95,7 @@ QCoro::Task<> Scheduler::Timer_Timer()
         ArretTimer();
         co_return;
     }
-    if (services_.storage.lamp() == LampColour::Red) {
+    if (services_.storage.lamp() != LampColour::Green) {
         co_return;
     }
     RegleTempo();

@@ -13,9 +13,8 @@ namespace {
 // Values are read into a buffer of 255 characters, the last of which ends the text.
 constexpr qsizetype kBufferSize = 255;
 
-template <typename Convert>
-auto wholeNumber(const SettingsFile &settings, QStringView section, QStringView key,
-                 Convert convert)
+template <typename Settings, typename Convert>
+auto wholeNumber(const Settings &settings, QStringView section, QStringView key, Convert convert)
 {
     const QString value = settings.read(section, key);
     try {
@@ -50,6 +49,11 @@ QString SettingsSnapshot::read(QStringView section, QStringView key) const
 double SettingsSnapshot::number(QStringView section, QStringView key) const
 {
     return leadingNumber(read(section, key));
+}
+
+qint32 SettingsSnapshot::int32(QStringView section, QStringView key) const
+{
+    return wholeNumber(*this, section, key, toInt32);
 }
 
 SettingsFile::SettingsFile(QString programFolder)

@@ -30,6 +30,9 @@ public:
     /// The value's leading number.
     [[nodiscard]] double number(QStringView section, QStringView key) const;
 
+    /// The value as a whole number; throws OverflowError, which names section, key and value.
+    [[nodiscard]] qint32 int32(QStringView section, QStringView key) const;
+
 private:
     ProfileText text_;
 };

@@ -6,7 +6,7 @@ import random
 from email.utils import formatdate
 
 FIRST_MODIFIED = 1_000_000_000
-NOISE = random.Random(7).randbytes(1 << 19)
+NOISE = random.Random(7).randbytes(1 << 20)
 MARK = b"\xff\xd8\xffVELMORA %8d %s\n"
 MARK_BYTES = len(MARK % (0, b"0" * 64))
 

@@ -59,6 +59,14 @@ class Program:
             self.process.kill()
         return self.wait(10)
 
+    def ends_within(self, seconds):
+        """True when it ends by itself in that time; it goes on otherwise."""
+        try:
+            self.process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            return False
+        return True
+
     def wait(self, seconds):
         """The exit status; a process that goes on is killed and fails the test."""
         try:

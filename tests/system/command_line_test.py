@@ -1,0 +1,178 @@
+"""What the program answers to its options, where it takes its folder and its settings from, and what it
+says when it cannot start."""
+
+import unittest
+
+import house
+from answers import fresh
+from camera_server import CameraServer
+from house import VELMORA, House, camera_lists
+from program import Display, Program
+from waiting import until
+
+
+def run_without_display(*options):
+    program = Program([VELMORA, *options])
+    return program.wait(20), program
+
+
+def everything_in(folder):
+    """Each path below a folder with its content."""
+    return {p: p.read_bytes() if p.is_file() else None for p in folder.rglob("*")}
+
+
+class OptionTest(unittest.TestCase):
+    def expect_usage_error(self, options, *words):
+        status, program = run_without_display(*options)
+        self.assertEqual(2, status, program.report())
+        self.assertEqual([], program.out)
+        text = "\n".join(program.err)
+        for word in ("velmora: ", "--help", *words):
+            self.assertIn(word, text)
+
+    def test_shows_its_help_without_a_display(self):
+        for option in ("--help", "-h"):
+            status, program = run_without_display(option)
+            self.assertEqual((0, []), (status, program.err))
+            text = "\n".join(program.out)
+            for word in ("--program-folder", "--capture", "--passes", "--version"):
+                self.assertIn(word, text)
+
+    def test_shows_its_version_without_a_display(self):
+        for option in ("--version", "-v"):
+            status, program = run_without_display(option)
+            self.assertEqual((0, []), (status, program.err))
+            self.assertRegex("\n".join(program.out), r"^Velmora \d+\.\d+\.\d+$")
+
+    def test_refuses_an_unknown_option(self):
+        self.expect_usage_error(["--fast"], "fast")
+        self.expect_usage_error(["--capture", "-z"], "z")
+
+    def test_refuses_an_argument_that_is_no_option(self):
+        self.expect_usage_error(["Velmora.ini"], "Velmora.ini")
+
+    def test_refuses_a_number_of_passes_that_is_none(self):
+        for passes in ("0", "-1", "abc", "", "1.5", "99999999999"):
+            self.expect_usage_error(["--capture", "--passes", passes], "--passes")
+
+    def test_refuses_passes_with_windows(self):
+        self.expect_usage_error(["--passes", "1"], "--capture")
+
+    def test_refuses_an_empty_program_folder(self):
+        self.expect_usage_error(["--program-folder", "", "--capture"], "--program-folder")
+
+
+class StartTest(unittest.TestCase):
+    def setUp(self):
+        self.server = CameraServer(self, {"/camera.jpg": fresh(20_000)})
+        self.url = self.server.url("/camera.jpg")
+        self.house = House(self)
+        self.sections = ({"Control": {"StRep": "C:\\in\\", "Tempo": "60"}}, camera_lists([self.url]))
+
+    def expect_refused_start(self, program, *words):
+        self.assertEqual(1, program.wait(20), program.report())
+        self.assertEqual([], program.out)
+        self.assertEqual(1, len(program.err), program.report())
+        for word in ("velmora: ", *words):
+            self.assertIn(word, program.err[0])
+
+    def test_says_that_the_storage_folder_is_missing_and_makes_nothing(self):
+        self.house.write_settings(*self.sections)
+        self.house.storage.rmdir()
+        before = everything_in(self.house.root)
+        self.expect_refused_start(self.house.start("--capture"), "storage folder", "C:\\in\\")
+        self.assertEqual(before, everything_in(self.house.root))
+        self.assertEqual([], self.server.requests)
+
+    def test_says_that_a_drive_is_missing(self):
+        self.house.write_settings({"Control": {"StRep": "Q:\\cams\\"}}, camera_lists([self.url]))
+        self.expect_refused_start(self.house.start("--capture"), "storage folder", "Q:\\cams\\")
+
+    def test_says_that_there_is_no_display_and_makes_nothing(self):
+        self.house.write_settings(*self.sections)
+        before = everything_in(self.house.root)
+        self.expect_refused_start(self.house.start(), "display", "--capture")
+        self.assertEqual(before, everything_in(self.house.root))
+
+    def test_takes_its_folder_from_the_environment(self):
+        self.house.write_settings(*self.sections)
+        program = self.house.start_command(
+            [VELMORA, "--capture", "--passes", "1"], {"VELMORA_PROGRAM_FOLDER": str(self.house.root)}
+        )
+        self.assertEqual(0, program.wait(20), program.report())
+        self.assertEqual(1, len(self.house.images(self.url)))
+
+    def test_takes_its_folder_from_the_option_first(self):
+        self.house.write_settings(*self.sections)
+        other = House(self)
+        program = self.house.start("--capture", "--passes", "1", env={"VELMORA_PROGRAM_FOLDER": str(other.root)})
+        self.assertEqual(0, program.wait(20), program.report())
+        self.assertEqual(1, len(self.house.images(self.url)))
+        self.assertEqual(0, other.image_count())
+
+    def test_moves_the_settings_of_the_old_place_over_its_own(self):
+        old = House(self)
+        old.write_settings(*self.sections)
+        moved = old.settings_bytes()
+        self.house.write_settings({"Control": {"StRep": "C:\\elsewhere\\"}})
+        program = self.house.start("--capture", "--passes", "1", env={"windir": str(old.root)})
+        self.assertEqual(0, program.wait(20), program.report())
+        self.assertFalse(old.settings_path.exists())
+        self.assertTrue(self.house.settings_bytes().startswith(moved))
+        self.assertEqual(1, len(self.house.images(self.url)))
+
+    def test_begins_with_the_template_when_it_has_no_settings(self):
+        self.house.write_settings(*self.sections)
+        template = self.house.root / "Velmora0.ini"
+        self.house.settings_path.rename(template)
+        text = template.read_bytes()
+        self.house.capture("--passes", "1")
+        self.assertEqual(text, template.read_bytes())
+        self.assertTrue(self.house.settings_bytes().startswith(text))
+        self.assertEqual(1, len(self.house.images(self.url)))
+
+    def test_leaves_its_settings_alone_when_there_is_a_template(self):
+        self.house.write_settings(*self.sections)
+        (self.house.root / "Velmora0.ini").write_bytes(b"[Control]\r\nStRep=C:\\elsewhere\r\n")
+        self.house.capture("--passes", "1")
+        self.assertEqual("C:\\in\\", self.house.settings()["Control"]["StRep"])
+
+    def test_starts_on_an_empty_folder_and_idles(self):
+        run = self.house.capture("--passes", "2")
+        self.assertEqual([f"pass {n}: 0 stored, 0 failed, 0 unchanged" for n in (1, 2)], run.out)
+
+    def expect_second_start_to_leave(self, env):
+        self.house.write_settings(*self.sections)
+        first = self.house.start(*([] if env else ["--capture"]), env=env)
+        until(lambda: self.house.images(self.url), 30, lambda: f"an image ({first.report()})")
+        for options in (["--capture"], ["--capture", "--passes", "1"], [] if env else ["--capture"]):
+            second = self.house.start(*options, env=env)
+            self.assertEqual(0, second.wait(20), second.report())
+            self.assertIn("already running", "\n".join(second.out))
+        self.assertTrue(first.runs)
+        self.assertEqual(1, self.server.count("/camera.jpg"))
+        first.terminate()
+        self.assertEqual(0, first.wait(30), first.report())
+        self.assertEqual(2, self.server.count("/camera.jpg"))
+
+    def test_leaves_a_folder_to_the_program_that_runs_on_it(self):
+        self.expect_second_start_to_leave({})
+
+    def test_leaves_a_folder_to_the_windows_that_run_on_it(self):
+        display = Display()
+        self.addCleanup(display.close)
+        self.expect_second_start_to_leave(display.environment())
+
+    def test_runs_beside_one_on_another_folder(self):
+        other = House(self)
+        for one in (self.house, other):
+            one.write_settings(*self.sections)
+        first = self.house.start("--capture")
+        until(lambda: self.house.images(self.url), 30, first.report)
+        other.capture("--passes", "1")
+        self.assertEqual(1, len(other.images(self.url)))
+        self.assertTrue(first.runs)
+
+
+if __name__ == "__main__":
+    house.main()

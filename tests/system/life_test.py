@@ -1,0 +1,109 @@
+"""How the program ends: by SIGTERM or SIGINT, with a last pass over the cameras, which a second signal gives
+up at once."""
+
+import time
+import unittest
+
+import house
+from answers import fresh, hang
+from camera_server import CameraServer
+from house import GREEN, House, camera_lists
+from program import Display
+from waiting import until
+
+CAMERAS = 12
+AT_ONCE_SECONDS = 3  # of a time-out of thirty
+
+
+class LifeTest(unittest.TestCase):
+    def setUp(self):
+        self.paths = [f"/camera{i}.jpg" for i in range(CAMERAS)]
+        self.server = CameraServer(self, {path: fresh(20_000) for path in self.paths})
+        self.urls = [self.server.url(path) for path in self.paths]
+        self.house = House(self)
+        control = {"Control": {"StRep": "C:\\in\\", "Tempo": "60", "TIO": "30"}}
+        self.house.write_settings(control, camera_lists(self.urls))
+
+    def start_and_load_all(self, env=None):
+        program = self.house.start(*([] if env else ["--capture"]), env=env)
+        values = lambda: [self.house.camera_value(i, "lNew") for i in range(CAMERAS)]
+        until(lambda: values() == ["1"] * CAMERAS, 30, lambda: f"the first pass ({program.report()})")
+        if not env:
+            until(lambda: f"pass 1: {CAMERAS} stored, 0 failed, 0 unchanged" in program.out, 30, program.report)
+        return program
+
+    def display(self):
+        display = Display()
+        self.addCleanup(display.close)
+        return display.environment()
+
+    def expect_last_pass(self, program):
+        self.assertEqual(0, program.wait(30), program.report())
+        self.assertEqual([2] * CAMERAS, [self.server.count(path) for path in self.paths])
+        self.assertEqual([2] * CAMERAS, [len(self.house.images(url)) for url in self.urls])
+        self.assertEqual(["2"] * CAMERAS, [self.house.camera_value(i, "lNew") for i in range(CAMERAS)])
+        self.assertEqual([], self.house.work_files())
+
+    def test_ends_with_a_last_pass_on_sigterm(self):
+        program = self.start_and_load_all()
+        program.terminate()
+        self.expect_last_pass(program)
+        self.assertEqual(f"pass 2: {CAMERAS} stored, 0 failed, 0 unchanged", program.out[-1])
+
+    def test_ends_with_a_last_pass_on_sigint(self):
+        program = self.start_and_load_all()
+        program.interrupt()
+        self.expect_last_pass(program)
+
+    def test_ends_with_a_last_pass_behind_its_windows(self):
+        program = self.start_and_load_all(self.display())
+        program.terminate()
+        self.expect_last_pass(program)
+
+    def expect_given_up_at_once(self, program):
+        """The cameras before the one that hangs have their last image, those behind it keep their first."""
+        self.server.answer(self.paths[5], hang)
+        program.terminate()
+        until(lambda: self.server.count(self.paths[5]) == 2, 20, "the request that hangs")
+        until(lambda: self.house.camera_value(4, "lNew") == "2", 20, "the image before it")
+        self.assertTrue(program.runs)
+        began = time.monotonic()
+        program.terminate()
+        self.assertEqual(0, program.wait(20), program.report())
+        self.assertLess(time.monotonic() - began, AT_ONCE_SECONDS)
+        self.assertEqual(["2"] * 5 + ["1"] * 7, [self.house.camera_value(i, "lNew") for i in range(CAMERAS)])
+        self.assertEqual(GREEN, self.house.camera_value(5, "SB"))
+        self.assertEqual([], house.ill_formed_lines(self.house.settings_bytes()))
+        self.assertEqual([], self.house.work_files())
+
+    def test_gives_the_last_pass_up_on_a_second_signal(self):
+        self.expect_given_up_at_once(self.start_and_load_all())
+
+    def test_gives_the_last_pass_up_behind_its_windows_on_a_second_signal(self):
+        self.expect_given_up_at_once(self.start_and_load_all(self.display()))
+
+    def test_lets_the_running_pass_end_before_the_last(self):
+        """Cameras that the signal finds on their way are stored, and asked once more."""
+        release = []
+
+        def wait_for_release(connection):
+            until(lambda: release, 20, "the release")
+            fresh(20_000)(connection)
+
+        self.server.answer(self.paths[3], wait_for_release)
+        program = self.house.start("--capture")
+        until(lambda: self.server.count(self.paths[3]) == 1, 20, program.report)
+        program.terminate()
+        release.append(True)
+        self.expect_last_pass(program)
+
+    def test_a_storage_folder_that_is_gone_does_not_keep_it(self):
+        program = self.start_and_load_all()
+        self.house.storage.rename(self.house.root / "away")
+        program.terminate()
+        self.assertEqual(0, program.wait(30), program.report())
+        self.assertFalse(self.house.storage.exists())
+
+
+if __name__ == "__main__":
+    house.main()

@@ -54,8 +54,8 @@ QString withoutCredentials(const QString &url)
     static const QRegularExpression userInfo(QStringLiteral("(^|//)[^/?#]*@"));
     static const QRegularExpression secretField(
         QStringLiteral(
-            "([?&](?:user|usr|username|login|account|pwd|pw|pass|passwd|password|psw|token|auth)=)"
-            "[^&#]*"),
+            "([?&](?:user|usr|username|login|loginuse|loginpas|account|pw|pwd|pas|pass|passwd|"
+            "password|psw|secret|token|auth)=)[^&#]*"),
         QRegularExpression::CaseInsensitiveOption);
     return QString(url)
         .replace(userInfo, QStringLiteral("\\1"))

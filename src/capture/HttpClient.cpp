@@ -41,12 +41,13 @@ struct Transfer
 std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
-    const auto length = static_cast<qsizetype>(size * count);
+    const std::size_t total = size * count; // of bytes
+    const auto length = static_cast<qsizetype>(total);
     if (transfer->body.size() + length > kMaxBodyBytes) {
         return CURL_WRITEFUNC_ERROR;
     }
     transfer->body.append(bytes, length);
-    return size * count;
+    return total;
 }
 
 // Room for the whole body at once; growing it step by step copies it several times.
@@ -63,10 +64,11 @@ void reserveBody(Transfer &transfer, QByteArrayView header)
 std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
-    const auto length = static_cast<qsizetype>(size * count);
+    const std::size_t total = size * count; // of bytes
+    const auto length = static_cast<qsizetype>(total);
     transfer->headerBytes += length;
     reserveBody(*transfer, QByteArrayView(bytes, length));
-    return transfer->headerBytes > kMaxHeaderBytes ? 0 : size * count;
+    return transfer->headerBytes > kMaxHeaderBytes ? 0 : total;
 }
 
 void setTransferOptions(CURL *easy, const HttpRequest &request, Transfer *transfer)
@@ -92,6 +94,13 @@ void setTransferOptions(CURL *easy, const HttpRequest &request, Transfer *transf
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, transfer);
 }
 
+// True when the address has a user in front of its host.
+bool namesUser(const QByteArray &url)
+{
+    const qsizetype host = url.indexOf("//") + 2;
+    return url.sliced(host, url.indexOf('/', host) - host).contains('@');
+}
+
 void setFormOptions(CURL *easy, const HttpRequest &request, Transfer *transfer)
 {
     // More than one kind lets curl ask without a password first.
@@ -100,7 +109,7 @@ void setFormOptions(CURL *easy, const HttpRequest &request, Transfer *transfer)
         return;
     }
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_0));
-    if (!request.url.contains('@')) {
+    if (!namesUser(request.url)) {
         curl_easy_setopt(easy, CURLOPT_USERNAME, "anonimous");
         curl_easy_setopt(easy, CURLOPT_PASSWORD, "");
     }

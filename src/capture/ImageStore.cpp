@@ -87,7 +87,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
                                dateFromText(record.lastModified)};
         const QString name =
             imageName(dates.modified.value_or(kZeroDate), services_.clock.localNow(),
-                      imageExtension(url, reply.body, reply.contentType));
+                      imageExtension(withoutCredentials(url), reply.body, reply.contentType));
         keep({camera, path, workFolder, name, dates, record, std::move(reply.body)});
     }
 }
@@ -105,6 +105,10 @@ void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds 
 void ImageStore::keep(const Arrival &arrival)
 {
     services_.page.showLamp(arrival.camera, LampColour::Yellow);
+    if (arrival.folder.isEmpty()) {
+        failToStore(arrival.camera, QStringLiteral("there is no such drive"));
+        return;
+    }
     const FolderState folder =
         folderHoldsFile(arrival.folder) ? FolderState::HoldsFiles : FolderState::Empty;
     if (!isNewImage(arrival.dates, folder)) {

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QTextStream>
 
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -33,10 +34,34 @@ int fail(const QString &text, int status)
     return status;
 }
 
+const QString kNoDisplay = QStringLiteral(
+    "there is no display that can be opened. Use --capture to capture without windows.");
+
 bool hasDisplay()
 {
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+// A display that cannot be opened ends the toolkit with a core dump; a sentence serves the user
+// better.
+void onToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString &)
+{
+    if (type == QtFatalMsg) {
+        std::_Exit(fail(kNoDisplay, 1));
+    }
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool headless)
+{
+    if (headless) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    const QtMessageHandler usual = qInstallMessageHandler(onToolkitMessage);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(usual);
+    return application;
 }
 
 QStringList argumentList(int argc, char **argv)
@@ -69,12 +94,9 @@ int runWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, SingleInstan
 int run(int argc, char **argv, const RunRequest &request)
 {
     if (!request.headless && !hasDisplay()) {
-        return fail(
-            QStringLiteral("there is no display. Use --capture to capture without windows."), 1);
+        return fail(kNoDisplay, 1);
     }
-    const std::unique_ptr<QCoreApplication> application =
-        request.headless ? std::make_unique<QCoreApplication>(argc, argv)
-                         : std::make_unique<QApplication>(argc, argv);
+    const auto application = makeApplication(argc, argv, request.headless);
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
     QGuiApplication::setQuitOnLastWindowClosed(false);

@@ -96,6 +96,24 @@ const TextRow kCredentials[] = {
 INSTANTIATE_TEST_SUITE_P(CameraUrl, WithoutCredentials, testing::ValuesIn(kCredentials),
                          [](const auto &info) { return std::string(info.param.name); });
 
+class SecretField : public testing::TestWithParam<const char *>
+{
+};
+
+TEST_P(SecretField, IsMaskedInEveryPlace)
+{
+    const QString name = QString::fromLatin1(GetParam());
+    EXPECT_EQ(withoutCredentials(QStringLiteral("http://h/a?%1=xyz&b=1").arg(name)),
+              QStringLiteral("http://h/a?%1=***&b=1").arg(name));
+    EXPECT_EQ(withoutCredentials(QStringLiteral("http://h/a?b=1&%1=xyz").arg(name.toUpper())),
+              QStringLiteral("http://h/a?b=1&%1=***").arg(name.toUpper()));
+}
+
+INSTANTIATE_TEST_SUITE_P(CameraUrl, SecretField,
+                         testing::Values("user", "usr", "username", "login", "loginuse", "loginpas",
+                                         "account", "pw", "pwd", "pass", "passwd", "password",
+                                         "psw", "token", "auth"));
+
 struct RequestRow
 {
     const char *name;

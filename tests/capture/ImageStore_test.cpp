@@ -233,7 +233,8 @@ const CounterRow kCounters[] = {
     {"FromNine", QStringLiteral("9"), QStringLiteral("10")},
     {"FromLeadingNumber", QStringLiteral("3x"), QStringLiteral("4")},
     {"FromNoNumber", QStringLiteral("abc"), QStringLiteral("1")},
-    {"FromLargest", QStringLiteral("2147483646"), QStringLiteral("2147483647")},
+    {"ToTheLastNumber", QStringLiteral("2147483646"), QStringLiteral("2147483647")},
+    {"FromTheLastNumber", QStringLiteral("2147483647"), QStringLiteral("1")},
     {"FromOutOfRange", QStringLiteral("99999999999"), QStringLiteral("1")},
 };
 

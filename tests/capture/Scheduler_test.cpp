@@ -93,6 +93,18 @@ TEST_F(Tick, DoesNothingWhileTheLampIsRed)
     EXPECT_EQ(house_.scheduler.tickCounter(), 55);
 }
 
+TEST_F(Tick, DoesNothingBeforeTheFirstCheckOfTheStorageFolder)
+{
+    CaptureHouse unchecked(source_, clock_, FirstCheck::Outstanding);
+    unchecked.addCamera(kCamera, cameraUrl(kCamera));
+    unchecked.tick();
+    EXPECT_EQ(fetches(), 0);
+    EXPECT_EQ(unchecked.scheduler.tickCounter(), 55);
+    unchecked.storage.testSA();
+    unchecked.tick();
+    EXPECT_EQ(fetches(), 1);
+}
+
 TEST_F(Tick, ChecksTheStorageFolderOnRequest)
 {
     add(kCamera);

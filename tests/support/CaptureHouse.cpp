@@ -17,7 +17,7 @@ QString nameOf(CameraAddress camera)
 
 } // namespace
 
-CaptureHouse::CaptureHouse(PictureSource &source, FakeClock &fakeClock)
+CaptureHouse::CaptureHouse(PictureSource &source, FakeClock &fakeClock, FirstCheck storageCheck)
     : clock(fakeClock)
     , settings(tree.path())
     , paths(tree.path())
@@ -39,7 +39,9 @@ CaptureHouse::CaptureHouse(PictureSource &source, FakeClock &fakeClock)
     storage.load();
     page.load();
     scheduler.start();
-    storage.testSA();
+    if (storageCheck == FirstCheck::Done) {
+        storage.testSA();
+    }
     log.setOn(true);
     texts_.clear();
     captions_.clear();

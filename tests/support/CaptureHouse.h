@@ -20,12 +20,15 @@
 
 namespace velmora::test {
 
+enum class FirstCheck { Done, Outstanding };
+
 /// The services stand open to the test. The storage folder C:\in exists, the log is on, and a tick
 /// lasts a minute, so that the timer never ticks by itself.
 class CaptureHouse : public QObject
 {
 public:
-    CaptureHouse(PictureSource &source, FakeClock &fakeClock);
+    CaptureHouse(PictureSource &source, FakeClock &fakeClock,
+                 FirstCheck storageCheck = FirstCheck::Done);
     CaptureHouse(const CaptureHouse &) = delete;
     CaptureHouse &operator=(const CaptureHouse &) = delete;
     CaptureHouse(CaptureHouse &&) = delete;

@@ -1,0 +1,148 @@
+"""A full disk under the storage folder and under the settings file: a tiny file system of the test's own,
+mounted where no other process sees it. Nothing partial is left, and what failed is made good later."""
+
+import os
+import shutil
+import subprocess
+import sys
+import unittest
+from pathlib import Path
+
+import house
+from answers import fresh, is_whole
+from camera_server import CameraServer
+from house import GREEN, RED, House, camera_lists, parse_settings
+from waiting import until
+
+CAMERAS = 12
+IMAGE_BYTES = 40_000
+DISK_BYTES = 2_000_000
+ROOM_FOR = 4  # images
+INSIDE = "VELMORA_TEST_OWN_MOUNTS"
+
+
+def with_own_mounts():
+    """Starts this file anew where it may mount: a name space of its own, in which it is root."""
+    for options in (["-rm"], ["-m"]):
+        if subprocess.run(["unshare", *options, "mount", "-t", "tmpfs", "none", "/mnt"], check=False).returncode == 0:
+            os.environ[INSIDE] = "1"
+            os.execvp("unshare", ["unshare", *options, sys.executable, "-B", *sys.argv])
+    sys.exit("this test mounts a small file system, which neither a user name space nor root's rights allow here")
+
+
+class Disk:
+    """A small file system with room that the test takes and gives back."""
+
+    def __init__(self, test, folder):
+        self._ballast = folder / "ballast"
+        self.folder = folder
+        options = f"size={DISK_BYTES},nr_inodes=4096"
+        subprocess.run(["mount", "-t", "tmpfs", "-o", options, "velmora-test", folder], check=True)
+        test.addCleanup(subprocess.run, ["umount", "-l", folder], check=True)
+
+    def leave(self, size):
+        """Takes all room but so many bytes."""
+        free = shutil.disk_usage(self.folder).free
+        with open(self._ballast, "ab") as ballast:
+            ballast.write(bytes(free - size))
+
+    def give_back(self):
+        self._ballast.unlink()
+
+
+class FullDiskTest(unittest.TestCase):
+    def setUp(self):
+        paths = [f"/camera{i}.jpg" for i in range(CAMERAS)]
+        self.server = CameraServer(self, {path: fresh(IMAGE_BYTES) for path in paths})
+        self.urls = [self.server.url(path) for path in paths]
+
+    def write_settings(self, **control):
+        self.sections = ({"Control": {"StRep": "C:\\in\\", "Tempo": "1", "TIO": "5"} | control}, camera_lists(self.urls))
+        self.house.write_settings(*self.sections)
+
+    def stored(self):
+        """Places of the cameras that have an image; every image there is whole."""
+        images = [self.house.images(url) for url in self.urls]
+        self.assertEqual([], [p.name for found in images for p in found if not is_whole(p.read_bytes())])
+        return [index for index, found in enumerate(images) if found]
+
+    def expect_settings_whole(self):
+        raw = self.house.settings_bytes()
+        self.assertEqual([], house.ill_formed_lines(raw))
+        settings = parse_settings(raw.decode("cp1252"))
+        for sections in self.sections:
+            for section, keys in sections.items():
+                self.assertEqual(keys, {key: settings[section].get(key) for key in keys})
+
+    def end(self, program):
+        program.terminate()
+        self.assertEqual(0, program.wait(30), program.report())
+        self.assertEqual([], self.house.work_files())
+
+    def test_stores_what_fits_and_the_rest_when_there_is_room(self):
+        self.house = House(self)
+        disk = Disk(self, self.house.storage)
+        self.write_settings()
+        disk.leave(ROOM_FOR * (IMAGE_BYTES + 4096))
+        program = self.house.start("--capture")
+        until(lambda: any(line.startswith("pass 2") for line in program.out), 30, program.report)
+        self.expect_some_stored(program)
+        disk.give_back()
+        until(lambda: len(self.stored()) == CAMERAS, 30, lambda: f"all images ({program.report()})")
+        self.assertTrue(program.runs)
+        self.end(program)
+        self.assertEqual([GREEN] * CAMERAS, [self.house.camera_value(i, "SB") for i in range(CAMERAS)])
+        self.expect_settings_whole()
+
+    def expect_some_stored(self, program):
+        stored = self.stored()
+        self.assertIn(len(stored), range(1, ROOM_FOR + 1))
+        self.assertEqual([], self.house.work_files())
+        self.expect_settings_whole()
+        for index in set(range(CAMERAS)) - set(stored):
+            self.assertIsNone(self.house.camera_value(index, "LastModified"))
+            self.assertEqual(RED, self.house.camera_value(index, "SB"))
+            reason = f"failed {index // 10}:{index % 10} the image cannot be stored: No space left on device"
+            self.assertIn(reason, program.out)
+
+    def test_keeps_the_settings_whole_when_they_cannot_grow(self):
+        self.start_beside_full_settings()
+        before = self.house.settings_bytes()
+        program = self.house.start("--capture")
+        until(lambda: len(self.stored()) == CAMERAS, 30, lambda: f"all images ({program.report()})")
+        until(lambda: any(line.startswith("pass 1") for line in program.out), 30, program.report)
+        self.expect_settings_whole()
+        self.assertEqual(before[: len(before) - 2], self.house.settings_bytes()[: len(before) - 2])
+        self.assertTrue(program.runs)
+        self.disk.give_back()
+        self.end(program)  # the last pass finds room for everything
+        self.expect_settings_whole()
+        self.assertEqual([GREEN] * CAMERAS, [self.house.camera_value(i, "SB") for i in range(CAMERAS)])
+        self.assertNotIn(None, [self.house.camera_value(i, "LastModified") for i in range(CAMERAS)])
+
+    def start_beside_full_settings(self):
+        """The program folder is on the full disk, the storage folder elsewhere."""
+        elsewhere = House(self)
+        folder = elsewhere.root / "program"
+        folder.mkdir()
+        self.disk = Disk(self, folder)
+        self.house = House(self, root=folder)
+        self.house.storage.rmdir()
+        self.house.storage.symlink_to(elsewhere.storage)
+        self.write_settings(Debug="1")
+        self.disk.leave(0)
+
+    def test_makes_no_half_settings_from_the_template(self):
+        self.start_beside_full_settings()
+        template = self.house.root / "Velmora0.ini"
+        self.house.settings_path.rename(template)
+        run = self.house.capture("--passes", "1")
+        self.assertEqual("pass 1: 0 stored, 0 failed, 0 unchanged", run.out[-1])
+        self.assertFalse(self.house.settings_path.exists())
+        self.assertEqual([], self.house.work_files())
+
+
+if __name__ == "__main__":
+    if INSIDE not in os.environ:
+        with_own_mounts()
+    house.main()

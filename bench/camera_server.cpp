@@ -16,6 +16,7 @@
 #include <string>
 #include <sys/epoll.h>
 #include <sys/socket.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace {
@@ -129,7 +130,7 @@ private:
             due_.pop_front();
             const auto found = connections_.find(socket);
             if (found != connections_.end()) {
-                found->second.reply = header() + body_;
+                found->second.reply = header();
                 send(socket, found->second);
             }
         }
@@ -147,11 +148,26 @@ private:
                "\r\n\r\n";
     }
 
+    // The body is sent from where it stands: copying it for each camera would cost the server as
+    // much as the client spends on it.
+    ssize_t sendMore(int socket, Connection &connection)
+    {
+        const std::size_t headerLeft =
+            connection.reply.size() - std::min(connection.sent, connection.reply.size());
+        const std::size_t bodyAt = connection.sent + headerLeft - connection.reply.size();
+        std::array<iovec, 2> parts = {
+            {{connection.reply.data() + connection.reply.size() - headerLeft, headerLeft},
+             {body_.data() + bodyAt, body_.size() - bodyAt}}};
+        msghdr message = {};
+        message.msg_iov = parts.data();
+        message.msg_iovlen = parts.size();
+        return ::sendmsg(socket, &message, MSG_NOSIGNAL);
+    }
+
     void send(int socket, Connection &connection)
     {
-        while (connection.sent < connection.reply.size()) {
-            const ssize_t written = ::send(socket, connection.reply.data() + connection.sent,
-                                           connection.reply.size() - connection.sent, MSG_NOSIGNAL);
+        while (connection.sent < connection.reply.size() + body_.size()) {
+            const ssize_t written = sendMore(socket, connection);
             if (written < 0 && errno == EAGAIN) {
                 epoll_event event = {};
                 event.events = EPOLLOUT;

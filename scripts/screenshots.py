@@ -24,6 +24,7 @@ from waiting import until  # noqa: E402
 IMAGES = ROOT / "docs" / "images"
 DARK = {"QT_QPA_PLATFORMTHEME": "gtk3", "GTK_THEME": "Adwaita:dark"}
 CAMERAS = 10
+SPLASH_WIDTH = 900  # at least that of the splash box, in pixels of a display at twice the size
 DEAD = 9  # the camera whose time-out ends the first pass
 # What a user would have chosen for some of the cameras.
 CHOSEN = {"AutoDelai0": "1", "AutoDelai3": "1", "EffM1": "1", "EffM3": "1"}
@@ -35,12 +36,20 @@ def ask_display(display, *words):
     return run.stdout.decode().split()
 
 
-def window(display, title):
-    """The visible window of a title, once it is there."""
-    found = until(
-        lambda: ask_display(display, "xdotool", "search", "--onlyvisible", "--name", f"^{title}$"), 20, title
-    )
-    return found[-1]
+def windows(display, title):
+    return ask_display(display, "xdotool", "search", "--onlyvisible", "--name", f"^{title}$")
+
+
+def width_of(display, shown):
+    """In pixels; 0 for a window that has gone meanwhile."""
+    lines = ask_display(display, "xdotool", "getwindowgeometry", "--shell", shown)
+    return next((int(line.removeprefix("WIDTH=")) for line in lines if line.startswith("WIDTH=")), 0)
+
+
+def main_window(display):
+    """The main window, once the splash box, which has the same title, no longer lies over it."""
+    found = windows(display, "Velmora")
+    return found[0] if len(found) == 1 and width_of(display, found[0]) > SPLASH_WIDTH else None
 
 
 class Studio(unittest.TestCase):
@@ -67,12 +76,12 @@ class Studio(unittest.TestCase):
     def open_main_window(self):
         """By the browser window's button, once the first pass is over."""
         until(lambda: self.house.camera_value(DEAD, "SB"), 60, "the end of the first pass")
-        until(lambda: not ask_display(self.display, "xdotool", "search", "--onlyvisible", "--name", "splash"), 20)
-        ask_display(self.display, "xdotool", "windowfocus", "--sync", window(self.display, "Kesh Camera"))
+        [browser] = until(lambda: windows(self.display, "Kesh Camera"), 20, "the browser window")
+        ask_display(self.display, "xdotool", "windowfocus", "--sync", browser)
         ask_display(self.display, "xdotool", "key", "alt+s")
 
     def capture(self, name):
-        shown = window(self.display, "Velmora")
+        shown = until(lambda: main_window(self.display), 20, "the main window")
         ask_display(self.display, "xdotool", "windowraise", shown)
         ask_display(self.display, "xdotool", "mousemove", "0", "0")
         target = IMAGES / name

@@ -7,6 +7,7 @@
 #include "base/OneShot.h"
 #include "base/UniqueFd.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -16,6 +17,7 @@
 #include <array>
 #include <mutex>
 #include <sys/epoll.h>
+#include <sys/socket.h>
 #include <unordered_map>
 #include <utility>
 
@@ -25,6 +27,7 @@ namespace {
 constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
 constexpr qint64 kMaxHeaderBytes = 256LL * 1024;
 constexpr long kMaxRedirects = 10;
+constexpr int kSocketBufferBytes = 256 * 1024;
 constexpr long kReceiveBufferBytes = 64L * 1024;
 constexpr int kSocketsATurn = 16;
 constexpr int kFirstGoodStatus = 200;
@@ -71,6 +74,14 @@ std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *use
     return transfer->headerBytes > kMaxHeaderBytes ? 0 : total;
 }
 
+// Room for a whole picture in the socket: the camera can send it at once while others are being
+// read.
+int onSocketMade(void *, curl_socket_t socket, curlsocktype)
+{
+    ::setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &kSocketBufferBytes, sizeof kSocketBufferBytes);
+    return CURL_SOCKOPT_OK;
+}
+
 void setTransferOptions(CURL *easy, const HttpRequest &request, Transfer *transfer)
 {
     curl_easy_setopt(easy, CURLOPT_URL, request.url.constData());
@@ -87,6 +98,7 @@ void setTransferOptions(CURL *easy, const HttpRequest &request, Transfer *transf
     curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, kReceiveBufferBytes);
     // Small cameras serve few connections at once; an idle one of ours would shut others out.
     curl_easy_setopt(easy, CURLOPT_FORBID_REUSE, 1L);
+    curl_easy_setopt(easy, CURLOPT_SOCKOPTFUNCTION, &onSocketMade);
     curl_easy_setopt(easy, CURLOPT_USERAGENT, "Velmora");
     curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &onBody);
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, transfer);
@@ -188,7 +200,7 @@ public:
         curl_multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
         timer_.setSingleShot(true);
         timer_.setTimerType(Qt::PreciseTimer);
-        connect(&timer_, &QTimer::timeout, this, [this] { act(CURL_SOCKET_TIMEOUT, 0); });
+        connect(&timer_, &QTimer::timeout, this, &Transfers::onTimeout);
         connect(&notifier_, &QSocketNotifier::activated, this, &Transfers::actOnReadySockets);
     }
 
@@ -236,13 +248,31 @@ public:
 private:
     static int onTimer(CURLM *, long milliseconds, void *user)
     {
-        auto *const self = static_cast<Transfers *>(user);
-        if (milliseconds < 0) {
-            self->timer_.stop();
-        } else {
-            self->timer_.start(static_cast<int>(milliseconds));
-        }
+        static_cast<Transfers *>(user)->wakeIn(milliseconds);
         return 0;
+    }
+
+    // libcurl moves its next deadline with every step of every transfer. A timer that is set for an
+    // earlier moment is left alone, and looks at the deadline again when it fires.
+    void wakeIn(long milliseconds)
+    {
+        if (milliseconds < 0) {
+            timer_.stop();
+            return;
+        }
+        deadline_.setRemainingTime(milliseconds, Qt::PreciseTimer);
+        if (!timer_.isActive() || timer_.remainingTime() > milliseconds) {
+            timer_.start(static_cast<int>(milliseconds));
+        }
+    }
+
+    void onTimeout()
+    {
+        if (deadline_.hasExpired()) {
+            act(CURL_SOCKET_TIMEOUT, 0);
+        } else {
+            timer_.start(static_cast<int>(deadline_.remainingTime()) + 1);
+        }
     }
 
     static int onSocket(CURL *, curl_socket_t socket, int what, void *user, void *)
@@ -318,6 +348,7 @@ private:
 
     CURLM *multi_ = nullptr;
     QTimer timer_;
+    QDeadlineTimer deadline_;
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_;
     UniqueFd epoll_{::epoll_create1(EPOLL_CLOEXEC)};
     QSocketNotifier notifier_{epoll_.get(), QSocketNotifier::Read};

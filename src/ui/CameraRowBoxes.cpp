@@ -40,8 +40,10 @@ void CameraRowBoxes::place(QGridLayout &grid)
     Source->setMinimumWidth(Source->fontMetrics().averageCharWidth() * 45);
     for (QLabel *const counter : {TimeLoad, lNew}) {
         counter->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        counter->setMinimumWidth(counter->fontMetrics().averageCharWidth() * 6);
+        holdSize(*counter, QStringLiteral("000000"));
     }
+    BestTime->setAlignment(Qt::AlignCenter);
+    holdSize(*BestTime, QStringLiteral("00:00:00"));
 }
 
 void CameraRowBoxes::setNames()

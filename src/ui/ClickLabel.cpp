@@ -7,6 +7,13 @@
 
 namespace velmora {
 
+void holdSize(QLabel &label, const QString &widestText)
+{
+    constexpr int kRoom = 4;
+    const QSize text = label.fontMetrics().size(Qt::TextSingleLine, widestText);
+    label.setFixedSize(text + QSize(kRoom, kRoom));
+}
+
 ClickLabel::ClickLabel(QWidget *parent)
     : QLabel(parent)
 {

@@ -5,6 +5,10 @@
 
 namespace velmora {
 
+/// Gives a label the size of its widest text and lets it keep it. A text that changes with every
+/// capture would otherwise lay the whole window out anew, and move what stands beside it.
+void holdSize(QLabel &label, const QString &widestText);
+
 class ClickLabel : public QLabel
 {
     Q_OBJECT

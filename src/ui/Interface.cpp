@@ -110,6 +110,9 @@ void Interface::bindPage()
 
 void Interface::bindStatus()
 {
+    holdSize(*ui_->lErr, QStringLiteral("Load 0:0"));
+    holdSize(*ui_->lHeure, QStringLiteral("00:00:00"));
+    holdSize(*ui_->lCompte, QStringLiteral("00"));
     connect(&services_.status, &CaptureStatus::changed, this, &Interface::showCaption);
 }
 

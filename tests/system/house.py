@@ -22,6 +22,8 @@ TIME_ZONE = "CET-1CEST,M3.5.0,M10.5.0/3"
 IMAGE_NAME = re.compile(r"\d{8}_\d{10}")
 SECTION_LINE = re.compile(r"\[[^\[\]\r\n]+\]")
 KEY_LINE = re.compile(r"[^\[;=\r\n][^=\r\n]*=[^\r\n]*")
+COMMENT_LINE = re.compile(r";[^\r\n]*")
+LINE_FORMS = (SECTION_LINE, KEY_LINE, COMMENT_LINE)
 
 
 def encode_folder_name(url):
@@ -45,11 +47,17 @@ def parse_settings(text):
 
 
 def ill_formed_lines(raw):
-    """Lines of a settings file that are neither a section nor a key, or do not end in CR LF."""
+    """Lines of a settings file that are no section, key or comment, or do not end in CR LF."""
     if not raw.endswith(b"\r\n"):
         return [raw[-80:]]
     lines = raw.decode("cp1252").removesuffix("\r\n").split("\r\n")
-    return [line for line in lines if not (SECTION_LINE.fullmatch(line) or KEY_LINE.fullmatch(line))]
+    return [line for line in lines if not any(form.fullmatch(line) for form in LINE_FORMS)]
+
+
+def comment_lines(size):
+    """Comment lines of that many bytes together, 3 or more."""
+    long_lines, rest = divmod(size - 3, 80)
+    return (";" + "-" * 77 + "\r\n") * long_lines + ";" + "-" * rest + "\r\n"
 
 
 def camera_lists(urls):
@@ -72,8 +80,8 @@ class House:
         self.storage.mkdir(parents=True)
         test.addCleanup(shutil.rmtree, self.root, ignore_errors=True)
 
-    def write_settings(self, *parts):
-        text = "".join(
+    def write_settings(self, *parts, comments=""):
+        text = comments + "".join(
             f"[{section}]\r\n" + "".join(f"{key}={value}\r\n" for key, value in keys.items())
             for part in parts
             for section, keys in part.items()

@@ -9,9 +9,6 @@
 
 #include <QScopeGuard>
 
-#include <algorithm>
-#include <limits>
-
 namespace velmora {
 namespace {
 
@@ -154,7 +151,7 @@ void ImageStore::recordStored(const Arrival &arrival)
     const CameraAddress camera = arrival.camera;
     const QString &fileName = arrival.fileName;
     const int count =
-        services_.problems.orDefault([&] { return toInt32(arrival.record.newImages + 1); }, 1);
+        services_.problems.orDefault([&] { return toInt32(1.0 + arrival.record.newImages); }, 1);
     services_.table.setValue(u"lNew", camera, QString::number(count));
     services_.page.showNewImages(camera, count);
 

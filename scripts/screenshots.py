@@ -32,7 +32,8 @@ CHOSEN = {"AutoDelai0": "1", "AutoDelai3": "1", "EffM1": "1", "EffM3": "1"}
 
 def ask_display(display, *words):
     """The output of a tool of that display; empty when it finds nothing."""
-    run = subprocess.run(words, env={"DISPLAY": display.name, "PATH": "/usr/bin:/bin"}, capture_output=True, check=False)
+    there = {"DISPLAY": display.name, "PATH": "/usr/bin:/bin"}
+    run = subprocess.run(words, env=there, capture_output=True, check=False)
     return run.stdout.decode().split()
 
 

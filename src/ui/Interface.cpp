@@ -71,8 +71,21 @@ void Interface::bindStorage()
     new StorageBox(
         {*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir, *ui_->Import, *ui_->Cache},
         services_.storage, *this);
+    connect(&services_.storage, &StorageFolder::checked, this, &Interface::showStorageHint);
     connect(ui_->Cache, &QAbstractButton::clicked, this, &Interface::Cache_Click);
     connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
+}
+
+// The line at the foot says what to do, as long as nothing else stands there.
+void Interface::showStorageHint(const StorageState &state)
+{
+    const QString hint =
+        tr("The storage folder does not exist. Type another, or press \"Create folder\".");
+    if (state.canMakeFolder) {
+        showMessage(hint);
+    } else if (ui_->lMessage->text() == hint) {
+        showMessage({});
+    }
 }
 
 void Interface::bindOptions()

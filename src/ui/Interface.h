@@ -65,6 +65,7 @@ private:
     void bindOptions();
     void bindPage();
     void bindStatus();
+    void showStorageHint(const StorageState &state);
     void makeTabs();
     void makeRows();
     void showPage();

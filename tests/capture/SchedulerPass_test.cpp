@@ -130,6 +130,19 @@ TEST_F(Pass, TakesAnAddressThatChangesMeanwhile)
     EXPECT_EQ(source_.stopped(), QList<QByteArray>{cameraUrl({0, 1}).toLatin1()});
 }
 
+TEST_F(Pass, TakesAnAddressThatChangesWithinAMillisecond)
+{
+    add({0, 0});
+    add({0, 1});
+    const QString newUrl = QStringLiteral("http://cam/new.jpg");
+    source_.answer(newUrl, goodReply());
+    QObject::connect(&house_.store, &ImageStore::imageStored, &house_,
+                     [&](CameraAddress) { house_.addCamera({0, 1}, newUrl); });
+    house_.tick();
+    EXPECT_EQ(house_.stored().size(), 2);
+    EXPECT_EQ(house_.images({0, 1}), QStringList{kImageName});
+}
+
 TEST_F(Pass, LeavesOutACameraThatIsRemovedMeanwhile)
 {
     add({0, 0}, delayedReply(2s));

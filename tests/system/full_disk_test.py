@@ -6,7 +6,6 @@ import shutil
 import subprocess
 import sys
 import unittest
-from pathlib import Path
 
 import house
 from answers import fresh, is_whole
@@ -59,7 +58,8 @@ class FullDiskTest(unittest.TestCase):
 
     def write_settings(self, **control):
         """They fill a page of the file system but for a few bytes."""
-        self.sections = ({"Control": {"StRep": "C:\\in\\", "Tempo": "1", "TIO": "5"} | control}, camera_lists(self.urls))
+        basic = {"StRep": "C:\\in\\", "Tempo": "1", "TIO": "5"}
+        self.sections = ({"Control": basic | control}, camera_lists(self.urls))
         self.house.write_settings(*self.sections)
         room = PAGE_BYTES - 5 - len(self.house.settings_bytes())
         self.house.write_settings(*self.sections, comments=house.comment_lines(room))

@@ -96,6 +96,15 @@ TEST_F(StorageBoxTest, LeavingTheBoxWithAMissingFolderKeepsTheTimersStopped)
     EXPECT_TRUE(house_.house.storage.timersStopped());
 }
 
+TEST_F(StorageBoxTest, SaysWhatToDoWhileTheFolderIsMissing)
+{
+    const auto message = [this] { return house_.find<QLabel>(QStringLiteral("lMessage")).text(); };
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
+    EXPECT_TRUE(message().contains(QStringLiteral("does not exist")));
+    QTest::keyClick(&box(), Qt::Key_Backspace);
+    EXPECT_EQ(message(), QString());
+}
+
 TEST_F(StorageBoxTest, ATickWhileTypingLoadsNothing)
 {
     house_.house.addCamera({0, 0}, QStringLiteral("http://cam/a.png"));

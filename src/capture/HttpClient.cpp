@@ -25,6 +25,7 @@ namespace velmora {
 namespace {
 
 constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
+constexpr qint64 kMaxReservedBytes = 1024LL * 1024;
 constexpr qint64 kMaxHeaderBytes = 256LL * 1024;
 constexpr long kMaxRedirects = 10;
 constexpr int kSocketBufferBytes = 256 * 1024;
@@ -53,14 +54,16 @@ std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
     return total;
 }
 
-// Room for the whole body at once; growing it step by step copies it several times.
+// Room for a usual body at once; growing it step by step copies it several times. No more than that
+// is taken on a camera's word.
 void reserveBody(Transfer &transfer, QByteArrayView header)
 {
     constexpr QByteArrayView kLength("content-length:");
     if (header.first(qMin(header.size(), kLength.size())).compare(kLength, Qt::CaseInsensitive) ==
         0) {
         const qint64 declared = header.sliced(kLength.size()).trimmed().toLongLong();
-        transfer.body.reserve(static_cast<qsizetype>(qBound<qint64>(0, declared, kMaxBodyBytes)));
+        transfer.body.reserve(
+            static_cast<qsizetype>(qBound<qint64>(0, declared, kMaxReservedBytes)));
     }
 }
 

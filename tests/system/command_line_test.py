@@ -94,6 +94,13 @@ class StartTest(unittest.TestCase):
         self.expect_refused_start(self.house.start(), "display", "--capture")
         self.assertEqual(before, everything_in(self.house.root))
 
+    def test_says_that_a_display_cannot_be_opened_and_makes_nothing(self):
+        self.house.write_settings(*self.sections)
+        before = everything_in(self.house.root)
+        for name in ("", ":", "nowhere", "127.0.0.1:4242.0"):
+            self.expect_refused_start(self.house.start(env={"DISPLAY": name}), "display", "--capture")
+        self.assertEqual(before, everything_in(self.house.root))
+
     def test_takes_its_folder_from_the_environment(self):
         self.house.write_settings(*self.sections)
         program = self.house.start_command(

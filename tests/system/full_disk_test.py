@@ -23,8 +23,9 @@ INSIDE = "VELMORA_TEST_OWN_MOUNTS"
 
 def with_own_mounts():
     """Starts this file anew where it may mount: a name space of its own, in which it is root."""
-    for options in (["-rm"], ["-m"]):
-        if subprocess.run(["unshare", *options, "mount", "-t", "tmpfs", "none", "/mnt"], check=False).returncode == 0:
+    for options in (["-rm"], ["-m"], ["-m", "--propagation", "unchanged"]):
+        trial = ["unshare", *options, "mount", "-t", "tmpfs", "none", "/mnt"]
+        if subprocess.run(trial, check=False, stderr=subprocess.DEVNULL).returncode == 0:
             os.environ[INSIDE] = "1"
             os.execvp("unshare", ["unshare", *options, sys.executable, "-B", *sys.argv])
     sys.exit("this test mounts a small file system, which neither a user name space nor root's rights allow here")

@@ -117,7 +117,9 @@ class House:
         return "".join(f.read_text(encoding="utf-8") for f in files if f.exists())
 
     def environment(self):
-        return bare_environment() | {"TZ": TIME_ZONE, "HOME": str(self.root), "XDG_RUNTIME_DIR": str(self.root)}
+        """A home of its own, and no desktop behind it that would be started for the windows' sake."""
+        own = {"HOME": str(self.root), "XDG_RUNTIME_DIR": str(self.root), "DBUS_SESSION_BUS_ADDRESS": "disabled:"}
+        return bare_environment() | {"TZ": TIME_ZONE} | own
 
     def start(self, *options, env=None):
         """Starts the program on this folder; it does not outlive the test."""

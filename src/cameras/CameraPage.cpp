@@ -173,42 +173,41 @@ QString CameraPage::folderToOpen(int row) const
     return storage_.lamp() == LampColour::Green ? storedFolder({group_, row}) : QString();
 }
 
+template <typename Change>
+void CameraPage::changeShown(CameraAddress camera, Change change)
+{
+    if (camera.group == group_) {
+        change(at(camera.row));
+        Q_EMIT rowChanged(camera.row);
+    }
+}
+
 void CameraPage::showLoading(CameraAddress camera)
 {
-    currentRow_ = isOnScreen(camera) ? camera.row : currentRow_;
-    showLamp(camera, LampColour::Orange);
+    changeShown(camera, [&](CameraRow &row) {
+        currentRow_ = camera.row;
+        row.lamp = LampColour::Orange;
+    });
 }
 
 void CameraPage::showLamp(CameraAddress camera, LampColour colour)
 {
-    if (isOnScreen(camera)) {
-        at(camera.row).lamp = colour;
-        Q_EMIT rowChanged(camera.row);
-    }
+    changeShown(camera, [&](CameraRow &row) { row.lamp = colour; });
 }
 
 void CameraPage::showLoadSeconds(CameraAddress camera, int seconds)
 {
-    if (isOnScreen(camera)) {
-        at(camera.row).loadSeconds = seconds;
-        Q_EMIT rowChanged(camera.row);
-    }
+    changeShown(camera, [&](CameraRow &row) { row.loadSeconds = seconds; });
 }
 
 void CameraPage::showBestTime(CameraAddress camera, BestTime time)
 {
-    if (isOnScreen(camera)) {
-        at(camera.row).bestTime = time;
-        Q_EMIT rowChanged(camera.row);
-    }
+    changeShown(camera, [&](CameraRow &row) { row.bestTime = time; });
 }
 
 void CameraPage::showNewImages(CameraAddress camera, int count)
 {
-    if (isOnScreen(camera)) {
-        at(camera.row).newImages = count;
-        Q_EMIT rowChanged(camera.row);
-    }
+    changeShown(camera, [&](CameraRow &row) { row.newImages = count; });
 }
 
 } // namespace velmora

@@ -78,7 +78,9 @@ Q_SIGNALS:
 private:
     CameraRow &at(int row) { return rows_.at(static_cast<std::size_t>(row)); }
 
-    [[nodiscard]] bool isOnScreen(CameraAddress camera) const { return camera.group == group_; }
+    /// Changes the row of a camera whose group is on screen.
+    template <typename Change>
+    void changeShown(CameraAddress camera, Change change);
 
     [[nodiscard]] QString storedFolder(CameraAddress camera) const;
     void loadRow(int row);

@@ -1,22 +1,18 @@
-// The one place that knows libcurl. Its multi interface says which sockets to watch and when to
-// wake it. The sockets are watched by one epoll set, and that by one notifier of the event loop,
-// which would otherwise poll every socket at every turn. libcurl is never called from its own
-// callbacks.
+// The one place that knows libcurl, and therefore a long one. Its multi interface says which
+// sockets to watch and when to wake it; a socket set and one timer of the event loop do so. It is
+// never called from its own callbacks.
 #include "capture/HttpClient.h"
 
 #include "base/OneShot.h"
-#include "base/UniqueFd.h"
+#include "capture/SocketSet.h"
 
 #include <QDeadlineTimer>
 #include <QObject>
-#include <QSocketNotifier>
 #include <QTimer>
 
 #include <curl/curl.h>
 
-#include <array>
 #include <mutex>
-#include <sys/epoll.h>
 #include <sys/socket.h>
 #include <unordered_map>
 #include <utility>
@@ -30,7 +26,6 @@ constexpr qint64 kMaxHeaderBytes = 256LL * 1024;
 constexpr long kMaxRedirects = 10;
 constexpr int kSocketBufferBytes = 256 * 1024;
 constexpr long kReceiveBufferBytes = 64L * 1024;
-constexpr int kSocketsATurn = 16;
 constexpr int kFirstGoodStatus = 200;
 constexpr int kFirstRedirectStatus = 300;
 
@@ -175,11 +170,10 @@ HttpReply replyOf(CURL *easy, CURLcode code, Transfer &transfer)
     return reply;
 }
 
-int selectMask(std::uint32_t events)
+int selectMask(SocketEvents events)
 {
-    return ((events & EPOLLIN) != 0 ? CURL_CSELECT_IN : 0) |
-           ((events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
-           ((events & (EPOLLERR | EPOLLHUP)) != 0 ? CURL_CSELECT_ERR : 0);
+    return (events.read ? CURL_CSELECT_IN : 0) | (events.write ? CURL_CSELECT_OUT : 0) |
+           (events.error ? CURL_CSELECT_ERR : 0);
 }
 
 void initialiseCurlOnce()
@@ -204,7 +198,8 @@ public:
         timer_.setSingleShot(true);
         timer_.setTimerType(Qt::PreciseTimer);
         connect(&timer_, &QTimer::timeout, this, &Transfers::onTimeout);
-        connect(&notifier_, &QSocketNotifier::activated, this, &Transfers::actOnReadySockets);
+        connect(&sockets_, &SocketSet::ready, this,
+                [this](int socket, SocketEvents events) { act(socket, selectMask(events)); });
     }
 
     Transfers(const Transfers &) = delete;
@@ -284,29 +279,12 @@ private:
         return 0;
     }
 
-    void watch(curl_socket_t socket, int what) const
+    void watch(curl_socket_t socket, int what)
     {
         if (what == CURL_POLL_REMOVE) {
-            ::epoll_ctl(epoll_.get(), EPOLL_CTL_DEL, socket, nullptr);
-            return;
-        }
-        epoll_event event = {};
-        event.data.fd = socket;
-        event.events =
-            (what != CURL_POLL_OUT ? EPOLLIN : 0U) | (what != CURL_POLL_IN ? EPOLLOUT : 0U);
-        if (::epoll_ctl(epoll_.get(), EPOLL_CTL_MOD, socket, &event) != 0) {
-            ::epoll_ctl(epoll_.get(), EPOLL_CTL_ADD, socket, &event);
-        }
-    }
-
-    // A few sockets at a time, so that a hundred of them do not hold up the event loop.
-    void actOnReadySockets()
-    {
-        std::array<epoll_event, kSocketsATurn> events{};
-        const int count = ::epoll_wait(epoll_.get(), events.data(), kSocketsATurn, 0);
-        for (int i = 0; i < count; ++i) {
-            const epoll_event &event = events.at(static_cast<std::size_t>(i));
-            act(event.data.fd, selectMask(event.events));
+            sockets_.forget(socket);
+        } else {
+            sockets_.watch(socket, {what != CURL_POLL_OUT, what != CURL_POLL_IN, false});
         }
     }
 
@@ -353,8 +331,7 @@ private:
     QTimer timer_;
     QDeadlineTimer deadline_;
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_;
-    UniqueFd epoll_{::epoll_create1(EPOLL_CLOEXEC)};
-    QSocketNotifier notifier_{epoll_.get(), QSocketNotifier::Read};
+    SocketSet sockets_;
 };
 
 HttpClient::HttpClient()

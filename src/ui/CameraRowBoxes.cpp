@@ -39,7 +39,7 @@ void CameraRowBoxes::place(QGridLayout &grid)
     EffM->setText(QStringLiteral("EffM"));
     Source->setMinimumWidth(Source->fontMetrics().averageCharWidth() * 45);
     for (QLabel *const counter : {TimeLoad, lNew}) {
-        counter->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        counter->setAlignment(Qt::AlignCenter);
         holdSize(*counter, QStringLiteral("000000"));
     }
     BestTime->setAlignment(Qt::AlignCenter);

@@ -26,11 +26,11 @@ def lines_matching(files, pattern):
 
 
 def words(root):
-    """No word that points outside the project, and nothing left open."""
-    ends = (".h", ".cpp", ".py", ".sh", ".md", ".txt", ".cmake", ".ui", "/run", "/test")
-    files = [p for p in tracked(root, *ends) if p.name != "lint.py"]
-    pattern = r"(?i)\bspecifications?\b|\bspec\.md\b|\bdesign\.md\b|\.\./shared|\bTODO\b|\bFIXME\b|GTEST_SKIP|DISABLED_"
-    return list(lines_matching(files, pattern)), "State the rule itself and its reason; finish what is open."
+    """No rule is explained by where it was written down, and nothing is left open."""
+    ends = (".h", ".cpp", ".py", ".sh", ".md", ".txt", ".cmake", ".ui", "run", "test")
+    # In pieces, so that this file does not hold the words itself.
+    pattern = r"(?i)\bspeci" r"fications?\b|\bTO" r"DO\b|\bFIX" r"ME\b|GTEST_" r"SKIP|DIS" r"ABLED_"
+    return list(lines_matching(tracked(root, *ends), pattern)), "State the rule and its reason; finish what is open."
 
 
 def sleeps(root):

@@ -30,6 +30,22 @@ void addOptions(QCommandLineParser &parser)
         {kPasses, QStringLiteral("With --capture: ends after <n> passes."), QStringLiteral("n")});
 }
 
+// The toolkit's options that are followed by a value.
+QStringList withoutToolkitOptions(QStringList arguments)
+{
+    const QStringList known{
+        QStringLiteral("-platform"),        QStringLiteral("-plugin"),
+        QStringLiteral("-style"),           QStringLiteral("-stylesheet"),
+        QStringLiteral("-platformtheme"),   QStringLiteral("-platformpluginpath"),
+        QStringLiteral("-qwindowgeometry"), QStringLiteral("-display")};
+    for (qsizetype i = arguments.size() - 2; i > 0; --i) {
+        if (known.contains(arguments.at(i))) {
+            arguments.remove(i, 2);
+        }
+    }
+    return arguments;
+}
+
 StartRequest usageError(const QString &text)
 {
     return UsageError{text + QStringLiteral("\nTry 'velmora --help'.")};
@@ -64,7 +80,7 @@ StartRequest parseCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     addOptions(parser);
-    if (!parser.parse(arguments)) {
+    if (!parser.parse(withoutToolkitOptions(arguments))) {
         return usageError(parser.errorText());
     }
     if (parser.isSet(QStringLiteral("help"))) {

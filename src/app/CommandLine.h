@@ -31,7 +31,9 @@ struct UsageError
 
 using StartRequest = std::variant<RunRequest, PrintRequest, UsageError>;
 
-/// arguments: those of the program, its name first.
+/// arguments: those of the program, its name first. Options of the windowing toolkit ("-platform
+/// offscreen",
+/// "-style fusion" and the like) are left to it.
 [[nodiscard]] StartRequest parseCommandLine(const QStringList &arguments);
 
 } // namespace velmora

@@ -34,12 +34,22 @@ int fail(const QString &text, int status)
     return status;
 }
 
+QStringList argumentList(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return arguments;
+}
+
 const QString kNoDisplay = QStringLiteral(
     "there is no display that can be opened. Use --capture to capture without windows.");
 
-bool hasDisplay()
+bool hasDisplay(const QStringList &arguments)
 {
-    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+    return arguments.contains(QStringLiteral("-platform")) ||
+           !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
@@ -64,15 +74,6 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool h
     return application;
 }
 
-QStringList argumentList(int argc, char **argv)
-{
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i) {
-        arguments.append(QString::fromLocal8Bit(argv[i]));
-    }
-    return arguments;
-}
-
 int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher,
                           std::optional<int> passes)
 {
@@ -93,7 +94,7 @@ int runWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, SingleInstan
 
 int run(int argc, char **argv, const RunRequest &request)
 {
-    if (!request.headless && !hasDisplay()) {
+    if (!request.headless && !hasDisplay(argumentList(argc, argv))) {
         return fail(kNoDisplay, 1);
     }
     const auto application = makeApplication(argc, argv, request.headless);

@@ -52,6 +52,16 @@ TEST(CommandLine, VersionNamesTheProgram)
                     .text.startsWith(QStringLiteral("Velmora ")));
 }
 
+TEST(CommandLine, LeavesTheToolkitItsOptions)
+{
+    const auto run =
+        std::get<RunRequest>(parse({QStringLiteral("-platform"), QStringLiteral("offscreen"),
+                                    QStringLiteral("--program-folder"), QStringLiteral("/x"),
+                                    QStringLiteral("-style"), QStringLiteral("fusion")}));
+    EXPECT_EQ(run.programFolder, QStringLiteral("/x"));
+    EXPECT_FALSE(run.headless);
+}
+
 TEST(CommandLine, RefusesWhatItDoesNotKnow)
 {
     const QList<QStringList> wrong{{QStringLiteral("--bogus")},

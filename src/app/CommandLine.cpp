@@ -79,6 +79,7 @@ StartRequest runRequest(const QCommandLineParser &parser)
 StartRequest parseCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     addOptions(parser);
     if (!parser.parse(withoutToolkitOptions(arguments))) {
         return usageError(parser.errorText());

@@ -65,6 +65,7 @@ TEST(CommandLine, LeavesTheToolkitItsOptions)
 TEST(CommandLine, RefusesWhatItDoesNotKnow)
 {
     const QList<QStringList> wrong{{QStringLiteral("--bogus")},
+                                   {QStringLiteral("-bogus")},
                                    {QStringLiteral("file")},
                                    {QStringLiteral("--program-folder")},
                                    {QStringLiteral("--program-folder=")},

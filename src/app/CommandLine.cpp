@@ -85,7 +85,10 @@ StartRequest parseCommandLine(const QStringList &arguments)
         return usageError(parser.errorText());
     }
     if (parser.isSet(QStringLiteral("help"))) {
-        return PrintRequest{parser.helpText()};
+        // The parser knows the program's name only from an application object, which help must not
+        // need.
+        return PrintRequest{parser.helpText().replace(QStringLiteral("<executable_name>"),
+                                                      QStringLiteral("velmora"))};
     }
     if (parser.isSet(QStringLiteral("version"))) {
         return PrintRequest{QStringLiteral("Velmora " VELMORA_VERSION "\n")};

@@ -40,6 +40,7 @@ TEST(CommandLine, TakesCaptureAndPasses)
 TEST(CommandLine, HelpNamesEveryOption)
 {
     const QString text = std::get<PrintRequest>(parse({QStringLiteral("--help")})).text;
+    EXPECT_FALSE(text.contains(QStringLiteral("executable_name")));
     for (const char *const option :
          {"--program-folder", "--capture", "--passes", "--help", "--version"}) {
         EXPECT_TRUE(text.contains(QLatin1String(option))) << option;

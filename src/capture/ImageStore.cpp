@@ -55,16 +55,12 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
 
 QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera)
 {
-    const QString path = services_.storage.native(folder);
-    const QString workFolder = services_.storage.native(services_.storage.folderText(u"\\tmp\\"));
-    static_cast<void>(makeFolder(path)); // one that cannot be made shows when the image is stored
-    const QString step = QStringLiteral("Load %1:%2").arg(camera.group).arg(camera.row);
-    const QString test = QStringLiteral("Test ") + withoutCredentials(url);
-    services_.status.set(Caption::Step, step);
-    services_.log.trace(step);
-    services_.options.normaliseTimeout();
-    services_.status.set(Caption::Activity, test);
-    services_.log.trace(test);
+    Arrival arrival;
+    arrival.camera = camera;
+    arrival.folder = services_.storage.native(folder);
+    arrival.workFolder = services_.storage.native(services_.storage.folderText(u"\\tmp\\"));
+    static_cast<void>(makeFolder(arrival.folder)); // failing, it shows when the image is stored
+    announce(url, camera);
 
     HttpReply reply =
         co_await transfers_.fetch(camera, requestFor(url, services_.options.downloadLimit()));
@@ -79,14 +75,32 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
         fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)")
                          .arg(reply.body.size()));
     } else {
-        const CameraRecord record = services_.table.record(camera);
-        const ImageDates dates{reply.lastModified, CalculDate(reply.lastModified),
-                               dateFromText(record.lastModified)};
-        const QString name =
-            imageName(dates.modified.value_or(kZeroDate), services_.clock.localNow(),
-                      imageExtension(withoutCredentials(url), reply.body, reply.contentType));
-        keep({camera, path, workFolder, name, dates, record, std::move(reply.body)});
+        date(arrival, url, reply);
+        arrival.body = std::move(reply.body);
+        keep(arrival);
     }
+}
+
+void ImageStore::announce(const QString &url, CameraAddress camera)
+{
+    const QString step = QStringLiteral("Load %1:%2").arg(camera.group).arg(camera.row);
+    const QString test = QStringLiteral("Test ") + withoutCredentials(url);
+    services_.status.set(Caption::Step, step);
+    services_.log.trace(step);
+    services_.options.normaliseTimeout();
+    services_.status.set(Caption::Activity, test);
+    services_.log.trace(test);
+}
+
+// The dates of a picture, and the name that they give it.
+void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &reply) const
+{
+    arrival.record = services_.table.record(arrival.camera);
+    arrival.dates = {reply.lastModified, CalculDate(reply.lastModified),
+                     dateFromText(arrival.record.lastModified)};
+    arrival.fileName =
+        imageName(arrival.dates.modified.value_or(kZeroDate), services_.clock.localNow(),
+                  imageExtension(withoutCredentials(url), reply.body, reply.contentType));
 }
 
 void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds duration)

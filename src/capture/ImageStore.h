@@ -42,6 +42,8 @@ private:
     struct Arrival; // a picture long enough, on its way into the folder
 
     QCoro::Task<> load(QString url, QString folder, CameraAddress camera);
+    void announce(const QString &url, CameraAddress camera);
+    void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;
     void recordDuration(CameraAddress camera, std::chrono::milliseconds duration);
     void keep(const Arrival &arrival);
     void recordGood(const Arrival &arrival);

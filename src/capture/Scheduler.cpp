@@ -151,16 +151,19 @@ bool Scheduler::isFixedDue() const
     return counter_ >= kLastTick || !firstPassDone_;
 }
 
+bool Scheduler::isAutomatic(const CameraSchedule &camera, CameraAddress address) const
+{
+    return camera.automatic && !camera.bestTime.isUnknown() &&
+           store_.automaticCounter(address) < kMaxAutomaticCounter && firstPassDone_;
+}
+
 bool Scheduler::isDue(const CameraSchedule &camera, CameraAddress address) const
 {
-    const int counter = store_.automaticCounter(address);
-    const bool automatic = camera.automatic && !camera.bestTime.isUnknown() &&
-                           counter < kMaxAutomaticCounter && firstPassDone_;
-    if (!automatic) {
+    if (!isAutomatic(camera, address)) {
         return isFixedDue();
     }
-    return isAutomaticDue(
-        {camera.bestTime, dateFromText(camera.lastImage), counter, services_.clock.localNow()});
+    return isAutomaticDue({camera.bestTime, dateFromText(camera.lastImage),
+                           store_.automaticCounter(address), services_.clock.localNow()});
 }
 
 bool Scheduler::mustLoad(const CameraSchedule &camera, CameraAddress address) const
@@ -227,8 +230,7 @@ QCoro::Task<> Scheduler::walkTable()
 
 QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address)
 {
-    const bool automatic = camera.automatic && !camera.bestTime.isUnknown() && firstPassDone_;
-    if (automatic && isDue(camera, address)) {
+    if (isAutomatic(camera, address) && isDue(camera, address)) {
         traceRow(QStringLiteral("Test true pour Auto "), address);
     }
     services_.page.showLoading(address);

@@ -62,6 +62,7 @@ private:
     void applyStorageState(const StorageState &state);
     void countTick();
     [[nodiscard]] bool isFixedDue() const;
+    [[nodiscard]] bool isAutomatic(const CameraSchedule &camera, CameraAddress address) const;
     [[nodiscard]] bool isDue(const CameraSchedule &camera, CameraAddress address) const;
     [[nodiscard]] bool mustLoad(const CameraSchedule &camera, CameraAddress address) const;
     [[nodiscard]] std::optional<CameraSchedule> cameraToLoad(const SettingsSnapshot &settings,

@@ -4,11 +4,12 @@ set -eu
 build=$1
 llvm-profdata-19 merge -sparse -o "$build/tests.profdata" "$build"/reports/*.profraw
 objects=""
-for program in "$build"/bin/*; do
+for program in "$build"/bin/*_test; do
     objects="$objects -object $program"
 done
 for layer in base settings cameras capture ui app; do
-    llvm-cov-19 export -summary-only -instr-profile "$build/tests.profdata" $objects "src/$layer" 2>/dev/null |
+    llvm-cov-19 export "$build/bin/velmora" $objects -summary-only -instr-profile "$build/tests.profdata" \
+        -sources "$PWD/src/$layer" |
         python3 -c "
 import json, sys
 lines = json.load(sys.stdin)['data'][0]['totals']['lines']

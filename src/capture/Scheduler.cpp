@@ -19,7 +19,7 @@ constexpr int kLastTick = 60; // the counter runs from 0 to here: 61 ticks a rou
 constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
 constexpr int kMaxAutomaticCounter = 10;
-constexpr auto kSliceOfWork = 8ms; // then events get their turn
+constexpr auto kSliceOfWork = 5ms; // then events get their turn
 
 QString stepWait()
 {

@@ -84,6 +84,7 @@ QCoro::Task<> Program::Initialise()
     co_await engine_.clock().yield();
     engine_.storage().load();
     planche_.moveTo(readPlace(engine_.settings(), kBrowserPlace, engine_.problems()));
+    slideshowPlace_ = readPlace(engine_.settings(), kSlideshowPlace, engine_.problems());
     planche_.show();
     co_await engine_.clock().yield();
     engine_.debugSwitch().load();

@@ -26,6 +26,9 @@ public:
     /// Brings the window that the user sees to the front.
     void bringToFront();
 
+    /// Where the slideshow's window stood last; known once the start-up has loaded the options.
+    [[nodiscard]] WindowPlace slideshowPlace() const { return slideshowPlace_; }
+
     /// Ends the program once the last pass has run, with the closing box in the meantime; a second
     /// call gives that pass up.
     void end();
@@ -48,6 +51,7 @@ private:
     planche planche_;
     frmSplash splash_;
     frmQuitte closing_;
+    WindowPlace slideshowPlace_;
     bool ending_ = false;
 };
 

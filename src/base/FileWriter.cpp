@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -27,7 +26,7 @@ std::error_code lastError()
 
 QByteArray workFileName(const QByteArray &folder)
 {
-    static std::atomic<unsigned> count{0};
+    static unsigned count = 0;
     return folder + "/.velmora-" + QByteArray::number(::getpid()) + '-' +
            QByteArray::number(++count) + ".part";
 }

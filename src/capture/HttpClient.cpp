@@ -12,7 +12,6 @@
 
 #include <curl/curl.h>
 
-#include <mutex>
 #include <sys/socket.h>
 #include <unordered_map>
 #include <utility>
@@ -178,8 +177,8 @@ int selectMask(SocketEvents events)
 
 void initialiseCurlOnce()
 {
-    static std::once_flag done;
-    std::call_once(done, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+    static const CURLcode done = curl_global_init(CURL_GLOBAL_DEFAULT);
+    static_cast<void>(done);
 }
 
 } // namespace

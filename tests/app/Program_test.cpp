@@ -179,6 +179,13 @@ TEST_F(ProgramTest, CapsTheBrowsersPlace)
     EXPECT_EQ(topLevel(QStringLiteral("planche"))->pos(), QPoint(-10, 22));
 }
 
+TEST_F(ProgramTest, CapsTheSlideshowsPlace)
+{
+    writeSettings("StRep=C:\\in\\\r\nfCine.Top=9000\r\nfCine.left=-150\r\n");
+    start();
+    EXPECT_EQ(program_->slideshowPlace(), (WindowPlace{6225, -150}));
+}
+
 TEST_F(ProgramTest, ANumberOutOfRangeIsToldOnceAndTheDefaultHolds)
 {
     writeSettings("StRep=C:\\in\\\r\nPlanche.Top=99999\r\nSelecteur=70000\r\n");

@@ -1,0 +1,51 @@
+#include "pictures/PictureCache.h"
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kEntryBytes = 512; // what an entry costs beside its pixels, its path included
+
+} // namespace
+
+PictureCache::PictureCache(qsizetype maxBytes)
+    : entries_(maxBytes)
+{
+}
+
+std::optional<QImage> PictureCache::known(const QString &path, const PictureWish &wish)
+{
+    const std::optional<FileIdentity> identity = fileIdentity(path);
+    const Key key{path, wish};
+    const Entry *const entry = entries_.object(key);
+    if (entry != nullptr && identity == entry->identity) {
+        return entry->image;
+    }
+    entries_.remove(key); // of a file that is gone or another one
+    return std::nullopt;
+}
+
+QImage PictureCache::find(const QString &path, const PictureWish &wish)
+{
+    return known(path, wish).value_or(QImage());
+}
+
+QImage PictureCache::read(const QString &path, const PictureWish &wish)
+{
+    const std::optional<QImage> image = known(path, wish);
+    return image ? *image : decode({path, wish});
+}
+
+// The identity is taken before the bytes: what changes in between differs at the next look.
+QImage PictureCache::decode(const Key &key)
+{
+    const PictureFile file(key.path);
+    if (!file.identity()) {
+        return {};
+    }
+    ++decodes_;
+    QImage image = decodePicture(file.read(), key.wish);
+    entries_.insert(key, new Entry{*file.identity(), image}, kEntryBytes + image.sizeInBytes());
+    return image;
+}
+
+} // namespace velmora

@@ -1,0 +1,87 @@
+#include "pictures/PictureFile.h"
+
+#include "pictures/PictureFormat.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <fcntl.h>
+
+namespace velmora {
+namespace {
+
+constexpr qint64 kHeadBytes = 16; // enough to tell every format
+
+qint64 nanoseconds(const timespec &time)
+{
+    return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
+std::optional<FileIdentity> identityOf(const struct stat &info)
+{
+    if (!S_ISREG(info.st_mode)) {
+        return std::nullopt;
+    }
+    return FileIdentity{info.st_dev, info.st_ino, info.st_size, nanoseconds(info.st_mtim),
+                        nanoseconds(info.st_ctim)};
+}
+
+std::optional<FileIdentity> openedIdentity(const UniqueFd &fd)
+{
+    struct stat info = {};
+    return fd && ::fstat(fd.get(), &info) == 0 ? identityOf(info) : std::nullopt;
+}
+
+// Without O_NONBLOCK a pipe that nobody writes to would hold us up for ever.
+UniqueFd openPicture(const QString &path)
+{
+    return UniqueFd(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+}
+
+qint64 readAt(int fd, char *to, qint64 bytes, qint64 offset)
+{
+    ssize_t got = 0;
+    do {
+        got = ::pread(fd, to, static_cast<std::size_t>(bytes), offset);
+    } while (got < 0 && errno == EINTR);
+    return got;
+}
+
+} // namespace
+
+std::optional<FileIdentity> fileIdentity(const QString &path)
+{
+    struct stat info = {};
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? identityOf(info)
+                                                                   : std::nullopt;
+}
+
+PictureFile::PictureFile(const QString &path)
+    : fd_(openPicture(path))
+    , identity_(openedIdentity(fd_))
+{
+}
+
+QByteArray PictureFile::read() const
+{
+    if (!identity_ || identity_->bytes > kMaxBytes ||
+        pictureFormat(readFirst(kHeadBytes)).isEmpty()) {
+        return {};
+    }
+    return readFirst(identity_->bytes);
+}
+
+// Not mapped: a file that is cut short while we read would kill the program.
+QByteArray PictureFile::readFirst(qint64 bytes) const
+{
+    QByteArray read(bytes, Qt::Uninitialized);
+    qint64 have = 0;
+    for (qint64 got = 1; got > 0 && have < bytes; have += qMax<qint64>(got, 0)) {
+        got = readAt(fd_.get(), read.data() + have, bytes - have, have);
+    }
+    read.truncate(have);
+    return read;
+}
+
+} // namespace velmora

@@ -1,0 +1,53 @@
+// The file of a picture: what tells it from another one of the same name, and its bytes.
+#pragma once
+
+#include "base/UniqueFd.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+#include <sys/stat.h>
+
+namespace velmora {
+
+/// Two files of one path are the same, unchanged file exactly when all of this agrees.
+struct FileIdentity
+{
+    dev_t device = 0;
+    ino_t inode = 0;
+    qint64 bytes = 0;
+    qint64 modifiedNs = 0; ///< since 1970
+    qint64 changedNs = 0;  ///< since 1970; of the contents or of the name, rights and owner
+
+    bool operator==(const FileIdentity &) const = default;
+};
+
+/// Nothing when there is no ordinary file. path: native.
+[[nodiscard]] std::optional<FileIdentity> fileIdentity(const QString &path);
+
+/// An ordinary file that is open for reading; a pipe, a device or a folder is not opened, and
+/// nobody waits for it.
+class PictureFile
+{
+public:
+    static constexpr qint64 kMaxBytes = qint64{256} * 1024 * 1024;
+
+    /// path: native.
+    explicit PictureFile(const QString &path);
+
+    /// As it was when the file was opened; nothing without an ordinary file.
+    [[nodiscard]] const std::optional<FileIdentity> &identity() const { return identity_; }
+
+    /// All bytes; none when the file is empty, too large, cannot be read, or does not begin like a
+    /// picture.
+    [[nodiscard]] QByteArray read() const;
+
+private:
+    [[nodiscard]] QByteArray readFirst(qint64 bytes) const;
+
+    UniqueFd fd_;
+    std::optional<FileIdentity> identity_;
+};
+
+} // namespace velmora

@@ -1,0 +1,30 @@
+#include "pictures/PictureFormat.h"
+
+namespace velmora {
+namespace {
+
+bool isWebp(QByteArrayView bytes)
+{
+    return bytes.startsWith("RIFF") && bytes.size() >= 12 && bytes.sliced(8, 4) == "WEBP";
+}
+
+} // namespace
+
+QByteArray pictureFormat(QByteArrayView bytes)
+{
+    if (bytes.startsWith("\xFF\xD8\xFF")) {
+        return kJpegFormat.toByteArray();
+    }
+    if (bytes.startsWith("\x89PNG\r\n\x1A\n")) {
+        return kPngFormat.toByteArray();
+    }
+    if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) {
+        return QByteArrayLiteral("gif");
+    }
+    if (bytes.startsWith("BM")) {
+        return QByteArrayLiteral("bmp");
+    }
+    return isWebp(bytes) ? QByteArrayLiteral("webp") : QByteArray();
+}
+
+} // namespace velmora

@@ -1,0 +1,16 @@
+// Tells a picture's format from its first bytes. Names lie often enough, and a decoder that is not
+// asked for cannot fail.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+namespace velmora {
+
+inline constexpr QByteArrayView kJpegFormat = "jpeg";
+inline constexpr QByteArrayView kPngFormat = "png";
+
+/// The decoder's name for the format, or nothing when it is none of ours.
+[[nodiscard]] QByteArray pictureFormat(QByteArrayView bytes);
+
+} // namespace velmora

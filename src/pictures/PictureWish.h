@@ -1,0 +1,34 @@
+// What a window wants of a picture: the size at which it shows it, and how the picture is to fill
+// that size.
+#pragma once
+
+#include <QHashFunctions>
+#include <QSize>
+
+namespace velmora {
+
+enum class Fit {
+    /// Exactly the shown size, whatever the picture's shape. A picture that is smaller in both
+    /// directions keeps its own size: the painter stretches it.
+    Stretch,
+    /// The picture's shape, as large as fits into the shown size; never enlarged.
+    KeepShape,
+    /// The size that the decoder gives fastest, not smaller than KeepShape would be: the painter
+    /// brings it to size.
+    AtLeast,
+};
+
+struct PictureWish
+{
+    QSize shown; ///< device pixels; an empty size: the picture's own size
+    Fit fit = Fit::KeepShape;
+
+    bool operator==(const PictureWish &) const = default;
+};
+
+[[nodiscard]] inline std::size_t qHash(const PictureWish &wish, std::size_t seed = 0) noexcept
+{
+    return qHashMulti(seed, wish.shown.width(), wish.shown.height(), static_cast<int>(wish.fit));
+}
+
+} // namespace velmora

@@ -26,14 +26,37 @@ bool isJpg(const QString &url)
     return url.endsWith(QLatin1String(".jpg"), Qt::CaseInsensitive);
 }
 
-// Host and path, without any scheme.
-QByteArray http10Url(QString url)
+QString withoutSchemes(QString url)
 {
     for (const QLatin1String scheme : {QLatin1String("http://"), QLatin1String("https://"),
                                        QLatin1String("HTTP://"), QLatin1String("HTTPS://")}) {
         url.remove(scheme);
     }
+    return url;
+}
+
+// Host and path, without any scheme.
+QByteArray http10Url(const QString &address)
+{
+    const QString url = withoutSchemes(address);
     return url.indexOf(u'/') > 0 ? percentEncoded(QStringLiteral("http://") + url) : QByteArray();
+}
+
+// "h" and "h?a" as "h/" and "h/?a".
+QString withPath(QString url)
+{
+    static const QRegularExpression endOfHost(QStringLiteral("[/?#]"));
+    const qsizetype found = url.indexOf(endOfHost);
+    const qsizetype end = found < 0 ? url.size() : found;
+    if (end > 0 && (end == url.size() || url[end] != u'/')) {
+        url.insert(end, u'/');
+    }
+    return url;
+}
+
+bool hasScheme(const QString &url, QLatin1String scheme)
+{
+    return url.startsWith(scheme, Qt::CaseInsensitive);
 }
 
 } // namespace
@@ -67,6 +90,17 @@ HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit)
     const bool http10 = isJpg(url) && url.contains(u'/');
     return {http10 ? http10Url(url) : percentEncoded(url),
             http10 ? HttpForm::Http10 : HttpForm::AsWritten, limit};
+}
+
+HttpRequest liveRequestFor(const QString &url, std::chrono::milliseconds limit)
+{
+    constexpr QLatin1String kHttp("http://");
+    if (!isJpg(url) && hasScheme(url, QLatin1String("https://"))) {
+        return {percentEncoded(url), HttpForm::AsWritten, limit};
+    }
+    const bool foreignCase = !isJpg(url) && hasScheme(url, kHttp);
+    const QString address = withoutSchemes(foreignCase ? url.sliced(kHttp.size()) : url);
+    return {http10Url(withPath(address)), HttpForm::Http10, limit};
 }
 
 } // namespace velmora

@@ -19,4 +19,10 @@ namespace velmora {
 /// its scheme, to port 80 unless the host names another; any other goes out as written.
 [[nodiscard]] HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit);
 
+/// How an address is fetched for the live view: as HTTP/1.0 without its scheme, to port 80 unless
+/// the host names another, whatever it ends in. Only an "https://" address, in any case, that does
+/// not end in ".JPG" goes out as written, since a camera that speaks nothing else could not be seen
+/// otherwise. A host without a path is asked for "/".
+[[nodiscard]] HttpRequest liveRequestFor(const QString &url, std::chrono::milliseconds limit);
+
 } // namespace velmora

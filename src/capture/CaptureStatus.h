@@ -12,7 +12,8 @@ enum class Caption {
     Step,      // "Load 0:3", "Wait", "Pause"
     Activity,  // "Test " + address, "Ajout de " + file
     LastStore, // time of the last store
-    Countdown, // ticks left before fixed cameras are due
+    Countdown, // ticks left before fixed cameras are due, during a pass
+    NextCycle, // the same from one tick to the next
     Trouble    // why an image could not be stored
 };
 
@@ -31,7 +32,7 @@ Q_SIGNALS:
 private:
     static std::size_t index(Caption caption) { return static_cast<std::size_t>(caption); }
 
-    static constexpr std::size_t kCaptions = 5;
+    static constexpr std::size_t kCaptions = 6;
     std::array<QString, kCaptions> texts_;
 };
 

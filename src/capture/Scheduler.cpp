@@ -6,6 +6,7 @@
 #include "cameras/FolderName.h"
 #include "capture/CameraUrl.h"
 #include "capture/DueRule.h"
+#include "capture/WorkSlice.h"
 
 #include <QScopeGuard>
 #include <QScopedValueRollback>
@@ -19,7 +20,7 @@ constexpr int kLastTick = 60; // the counter runs from 0 to here: 61 ticks a rou
 constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
 constexpr int kMaxAutomaticCounter = 10;
-constexpr auto kSliceOfWork = 5ms; // then events get their turn
+constexpr auto kStepOfWaiting = 10ms;
 
 QString stepWait()
 {
@@ -42,7 +43,7 @@ Scheduler::Scheduler(const CaptureServices &services, ImageStore &store, ReadAhe
     , timer_(timer)
 {
     connect(&timer_, &QTimer::timeout, this, [this] { scope_.launch(Timer_Timer()); });
-    connect(&store_, &ImageStore::loaded, &timer_, [this] { timer_.start(); });
+    connect(&store_, &ImageStore::loaded, &timer_, [this] { startTimer(); });
     connect(&services_.storage, &StorageFolder::checked, this, &Scheduler::applyStorageState);
     connect(&services_.storage, &StorageFolder::editBegan, this, &Scheduler::ArretTimer);
     connect(&services_.storage, &StorageFolder::folderMade, this,
@@ -70,6 +71,32 @@ void Scheduler::applyStorageState(const StorageState &state)
     if (!state.captureEnabled) {
         timer_.stop();
     } else if (!timer_.isActive()) {
+        startTimer();
+    }
+}
+
+void Scheduler::startTimer()
+{
+    if (!isSuspended()) {
+        timer_.start();
+    }
+}
+
+void Scheduler::suspend()
+{
+    ++suspensions_;
+    timer_.stop();
+}
+
+// The end of a pass starts the timer itself.
+void Scheduler::resume()
+{
+    if (!isSuspended() || --suspensions_ > 0) {
+        return;
+    }
+    const bool timerWanted = services_.storage.state().captureEnabled &&
+                             !services_.storage.timersStopped() && !ending_ && !givenUp_;
+    if (timerWanted && !ticking_) {
         timer_.start();
     }
 }
@@ -83,7 +110,7 @@ void Scheduler::ArretTimer()
 
 QCoro::Task<> Scheduler::Timer_Timer()
 {
-    if (ticking_) {
+    if (ticking_ || isSuspended()) {
         co_return;
     }
     const QScopedValueRollback ticking(ticking_, true);
@@ -110,9 +137,10 @@ QCoro::Task<> Scheduler::Timer_Timer()
 void Scheduler::countTick()
 {
     counter_ = counter_ >= kLastTick ? 0 : counter_ + 1;
-    services_.status.set(Caption::Countdown, counter_ >= kBeforeLastTick
-                                                 ? QString()
-                                                 : QString::number(kLastTick - counter_));
+    const QString left =
+        counter_ >= kBeforeLastTick ? QString() : QString::number(kLastTick - counter_);
+    services_.status.set(Caption::Countdown, left);
+    services_.status.set(Caption::NextCycle, left);
 }
 
 void Scheduler::ChargeOn()
@@ -123,14 +151,15 @@ void Scheduler::ChargeOn()
 void Scheduler::ChargeOff()
 {
     services_.status.set(Caption::Step, stepWait());
-    timer_.start();
+    startTimer();
     RegleTempo();
     services_.status.set(Caption::Countdown, QString());
 }
 
 QCoro::Task<> Scheduler::ChargeUrl()
 {
-    if (services_.storage.isCheckRequested()) {
+    co_await whileSuspended();
+    if (isSuspended() || services_.storage.isCheckRequested()) {
         ChargeOff();
         co_return;
     }
@@ -203,12 +232,30 @@ bool Scheduler::readAhead()
     return any;
 }
 
+bool Scheduler::mayStartCamera() const
+{
+    return !givenUp_ && !isSuspended() && !services_.storage.isCheckRequested();
+}
+
+// Ends with the suspension, or when nothing more is to come.
+QCoro::Task<> Scheduler::whileSuspended()
+{
+    while (isSuspended() && !givenUp_ && !ending_) {
+        const Wake wake = co_await services_.clock.sleep(kStepOfWaiting, std::stop_token{});
+        Q_UNUSED(wake);
+    }
+}
+
 QCoro::Task<> Scheduler::walkTable()
 {
     std::optional<SettingsSnapshot> settings; // good until something is waited for
-    std::chrono::milliseconds sliceBegan = services_.clock.monotonicNow();
+    WorkSlice slice(services_.clock);
     for (int index = 0; index < kGroups * kRows; ++index) {
-        if (givenUp_ || services_.storage.isCheckRequested()) {
+        if (isSuspended()) {
+            settings.reset();
+            co_await whileSuspended();
+        }
+        if (!mayStartCamera()) {
             break;
         }
         const CameraAddress address{index / kRows, index % kRows};
@@ -220,10 +267,10 @@ QCoro::Task<> Scheduler::walkTable()
             settings.reset();
             co_await load(*camera, address);
         }
-        if (services_.clock.monotonicNow() - sliceBegan >= kSliceOfWork) {
+        if (slice.isOver()) {
             settings.reset();
             co_await services_.clock.yield();
-            sliceBegan = services_.clock.monotonicNow();
+            slice.begin();
         }
     }
 }
@@ -250,9 +297,10 @@ void Scheduler::traceRow(const QString &text, CameraAddress address)
 
 QCoro::Task<> Scheduler::lastTick()
 {
+    ending_ = true;
     timer_.stop();
     while (ticking_) {
-        const Wake wake = co_await services_.clock.sleep(10ms, std::stop_token{});
+        const Wake wake = co_await services_.clock.sleep(kStepOfWaiting, std::stop_token{});
         Q_UNUSED(wake);
     }
     if (!givenUp_) {

@@ -43,8 +43,20 @@ public:
 
     [[nodiscard]] int tickCounter() const { return counter_; }
 
+    /// Holds the capture: no tick and no camera starts until resume(), whatever else would start
+    /// the timer. A pass under way waits in front of its next camera. Calls nest: each suspend()
+    /// wants its resume().
+    void suspend();
+
+    /// Ends what suspend() began: the pass goes on, and the timer runs if the storage folder lets
+    /// it. Without a suspend() before it nothing happens.
+    void resume();
+
+    [[nodiscard]] bool isSuspended() const { return suspensions_ > 0; }
+
     /// The program ends: stops the timer, waits for a pass that runs, then runs one tick at which
-    /// fixed cameras are due.
+    /// fixed cameras are due. While the capture is suspended no camera starts: a pass that waits
+    /// ends without its other cameras, and there is no last one.
     QCoro::Task<> lastTick();
 
     /// Gives up the pass that runs and all that would come after it.
@@ -60,6 +72,7 @@ private:
     void ChargeOn();
     void ChargeOff();
     void applyStorageState(const StorageState &state);
+    void startTimer();
     void countTick();
     [[nodiscard]] bool isFixedDue() const;
     [[nodiscard]] bool isAutomatic(const CameraSchedule &camera, CameraAddress address) const;
@@ -68,6 +81,8 @@ private:
     [[nodiscard]] std::optional<CameraSchedule> cameraToLoad(const SettingsSnapshot &settings,
                                                              CameraAddress address) const;
     [[nodiscard]] bool readAhead();
+    [[nodiscard]] bool mayStartCamera() const;
+    QCoro::Task<> whileSuspended();
     QCoro::Task<> walkTable();
     QCoro::Task<> load(CameraSchedule camera, CameraAddress address);
     void traceRow(const QString &text, CameraAddress address);
@@ -78,8 +93,10 @@ private:
     TaskScope &scope_;
     QTimer &timer_;
     int counter_ = 0;
+    int suspensions_ = 0;
     bool firstPassDone_ = false;
     bool ticking_ = false;
+    bool ending_ = false;
     bool givenUp_ = false;
 };
 

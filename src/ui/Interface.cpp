@@ -157,6 +157,8 @@ void Interface::showCaption(Caption caption, const QString &text)
     case Caption::Countdown:
         ui_->lCompte->setText(text);
         break;
+    case Caption::NextCycle: // shown by the browser
+        break;
     case Caption::Trouble:
         showMessage(text);
         break;

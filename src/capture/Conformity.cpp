@@ -1,0 +1,210 @@
+#include "capture/Conformity.h"
+
+#include "base/DateText.h"
+#include "base/FileDates.h"
+#include "base/FilePattern.h"
+#include "base/FolderScan.h"
+#include "capture/RenameFile.h"
+
+#include <QFile>
+#include <QScopeGuard>
+
+#include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+// What the pass lists: the folders also hold names of the same length that are no images.
+bool isListed(QByteArrayView name)
+{
+    static const FilePattern shortImageNames("????????_??????.*");
+    return shortImageNames.matches(name) && Conformity::isShortForm(name);
+}
+
+QByteArray pathOf(const QByteArray &folder, const QByteArray &name)
+{
+    return folder + '/' + name;
+}
+
+// Nothing when the file has no date.
+std::optional<QByteArray> currentName(const QByteArray &folder, const QByteArray &name)
+{
+    const std::optional<WallTime> modified = modificationTime(pathOf(folder, name));
+    if (!modified) {
+        return std::nullopt;
+    }
+    const WallFields date = wallFields(*modified);
+    const QByteArray dayAndHour = (twoDigits(date.day) + twoDigits(date.hour)).toLatin1();
+    const qsizetype dot = name.indexOf('.');
+    const QByteArray extension = name.sliced(dot);
+    return name.first(dot) + dayAndHour + (extension == "." ? QByteArray(".jpg") : extension);
+}
+
+std::error_code rename(const QByteArray &folder, const QByteArray &name)
+{
+    const std::optional<QByteArray> target = currentName(folder, name);
+    return target ? renameFile(pathOf(folder, name), pathOf(folder, *target))
+                  : std::make_error_code(std::errc::no_such_file_or_directory);
+}
+
+// A name may hold line ends, which neither a caption nor a line of the log can show.
+QString shownName(const QByteArray &name)
+{
+    QString text = QFile::decodeName(name);
+    for (QChar &c : text) {
+        c = c.category() == QChar::Other_Control ? QChar(QChar::ReplacementCharacter) : c;
+    }
+    return text;
+}
+
+} // namespace
+
+Conformity::Conformity(const CaptureServices &services, Scheduler &scheduler, TaskScope &scope)
+    : services_(services)
+    , scheduler_(scheduler)
+    , stop_(scope.stopToken())
+    , slice_(services.clock)
+{
+}
+
+bool Conformity::isShortForm(QByteArrayView name)
+{
+    static const FilePattern fifteenCharacters("???????????????");
+    const qsizetype dot = name.indexOf('.');
+    return dot >= 0 && fifteenCharacters.matches(name.first(dot));
+}
+
+bool Conformity::wants(const QString &path) const
+{
+    if (!isListed(path.section(u'/', -1).toUtf8())) {
+        return false;
+    }
+    const auto failure = failures_.constFind(path);
+    return failure == failures_.cend() ||
+           failure->circumstances != circumstances(failure->folder, failure->name);
+}
+
+QCoro::Task<> Conformity::run()
+{
+    if (running_) {
+        co_return;
+    }
+    begin();
+    const auto atEnd = qScopeGuard([this] { end(); });
+    co_await services_.clock.yield(); // the captions are painted before the work begins
+    slice_.begin();
+    for (int index = 0; index < kGroups * kRows && !stop_.stop_requested(); ++index) {
+        const QString folder = cameraFolder({index / kRows, index % kRows});
+        if (!folder.isEmpty()) {
+            co_await conformFolder(folder);
+        }
+        co_await letEventsRun();
+    }
+}
+
+void Conformity::begin()
+{
+    const QString text = QStringLiteral("Mise en conformité des fichiers");
+    running_ = true;
+    failures_.clear();
+    scheduler_.suspend();
+    Q_EMIT began();
+    services_.status.set(Caption::Step, text);
+    Q_EMIT statusChanged(text);
+}
+
+void Conformity::end()
+{
+    Q_EMIT statusChanged(QStringLiteral("Poursuite du chargement"));
+    running_ = false;
+    scheduler_.resume();
+    Q_EMIT ended();
+}
+
+// Empty for a row without address, and for one whose address no folder name can hold.
+QString Conformity::cameraFolder(CameraAddress camera) const
+{
+    const QString name = services_.problems.orDefault(
+        [&] { return services_.table.CameraFolderName(camera); }, QString());
+    return name.isEmpty() ? QString()
+                          : services_.storage.native(services_.storage.folderText(name));
+}
+
+// In order as they come, so that no long sort holds the events up.
+QCoro::Task<std::set<QByteArray>> Conformity::shortNames(QString folder)
+{
+    std::set<QByteArray> names;
+    FolderScan scan(folder);
+    const auto collect = [&names](QByteArrayView name) {
+        if (isListed(name)) {
+            names.insert(name.toByteArray());
+        }
+    };
+    while (!stop_.stop_requested() && scan.readSome(collect)) {
+        co_await letEventsRun();
+    }
+    co_return names;
+}
+
+QCoro::Task<> Conformity::conformFolder(QString folder)
+{
+    const std::set<QByteArray> names = co_await shortNames(folder);
+    const QByteArray nativeFolder = QFile::encodeName(folder);
+    for (const QByteArray &name : names) {
+        if (stop_.stop_requested()) {
+            break;
+        }
+        conform(nativeFolder, name);
+        co_await letEventsRun();
+    }
+}
+
+void Conformity::conform(const QByteArray &folder, const QByteArray &name)
+{
+    const std::error_code error = rename(folder, name);
+    const QString text = QStringLiteral("Mise en conformité:") + shownName(name);
+    services_.status.set(Caption::Step, text);
+    services_.log.trace(text);
+    Q_EMIT statusChanged(text);
+    if (error) {
+        rememberFailure(folder, name, error);
+    }
+}
+
+void Conformity::rememberFailure(const QByteArray &folder, const QByteArray &name,
+                                 std::error_code error)
+{
+    services_.log.trace(QStringLiteral("%1 cannot be renamed: %2")
+                            .arg(shownName(name), QString::fromStdString(error.message())));
+    failures_.insert(QFile::decodeName(pathOf(folder, name)),
+                     {folder, name, circumstances(folder, name)});
+}
+
+Conformity::Circumstances Conformity::circumstances(const QByteArray &folder,
+                                                    const QByteArray &name)
+{
+    Circumstances now;
+    struct stat info = {};
+    if (const std::optional<QByteArray> target = currentName(folder, name)) {
+        now.targetStands = ::lstat(pathOf(folder, *target).constData(), &info) == 0;
+    }
+    now.folderIsWritable = ::faccessat(AT_FDCWD, folder.constData(), W_OK | X_OK, AT_EACCESS) == 0;
+    if (::lstat(pathOf(folder, name).constData(), &info) == 0) {
+        now.fileChangedSeconds = info.st_ctim.tv_sec;
+        now.fileChangedNanoseconds = info.st_ctim.tv_nsec;
+    }
+    return now;
+}
+
+QCoro::Task<> Conformity::letEventsRun()
+{
+    if (slice_.isOver()) {
+        co_await services_.clock.yield();
+        slice_.begin();
+    }
+}
+
+} // namespace velmora

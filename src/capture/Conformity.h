@@ -1,0 +1,97 @@
+// Brings stored images whose names have the older, short form ("20060307_140509.jpg") to the
+// current one, with day and hour behind the time ("20060307_1405090714.jpg").
+#pragma once
+
+#include "base/TaskScope.h"
+#include "capture/CaptureServices.h"
+#include "capture/Scheduler.h"
+#include "capture/WorkSlice.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QCoro/QCoroTask>
+#include <QHash>
+#include <QObject>
+
+#include <set>
+#include <stop_token>
+#include <system_error>
+
+namespace velmora {
+
+/// The conformity pass over the folders of all cameras. What it does is shown by Caption::Step in
+/// the main window and by `statusChanged` in the browser.
+class Conformity : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A pass ends early when the scope is asked to stop. Scheduler and scope outlive this object,
+    /// and the scope is joined before it goes.
+    Conformity(const CaptureServices &services, Scheduler &scheduler, TaskScope &scope);
+
+    /// True when the first "." of a file name is its 16th character. name: UTF-8; a byte that is no
+    /// UTF-8 counts as a character.
+    [[nodiscard]] static bool isShortForm(QByteArrayView name);
+
+    /// One pass; does nothing while another runs. To be launched in the scope. Captures are
+    /// suspended from its begin to its end, however it ends. No existing file is replaced, and a
+    /// file that cannot be renamed stays as it is.
+    QCoro::Task<> run();
+
+    [[nodiscard]] bool isRunning() const { return running_; }
+
+    /// True when a pass would find this file and might rename it. One that could not be renamed is
+    /// not wanted again until something has changed on which that depends: the name in its way, the
+    /// rights of the folder, or the file itself. path: native path in a camera folder.
+    [[nodiscard]] bool wants(const QString &path) const;
+
+Q_SIGNALS:
+    void began();
+
+    /// The browser's caption.
+    void statusChanged(const QString &text);
+
+    /// The pass is over; captures run again.
+    void ended();
+
+private:
+    /// What a rename depends on.
+    struct Circumstances
+    {
+        bool targetStands = false;
+        bool folderIsWritable = false;
+        qint64 fileChangedSeconds = 0;
+        qint64 fileChangedNanoseconds = 0;
+
+        bool operator==(const Circumstances &) const = default;
+    };
+
+    /// A file that could not be renamed; native bytes.
+    struct Failure
+    {
+        QByteArray folder;
+        QByteArray name;
+        Circumstances circumstances;
+    };
+
+    static Circumstances circumstances(const QByteArray &folder, const QByteArray &name);
+
+    void begin();
+    void end();
+    [[nodiscard]] QString cameraFolder(CameraAddress camera) const;
+    QCoro::Task<std::set<QByteArray>> shortNames(QString folder);
+    QCoro::Task<> conformFolder(QString folder);
+    void conform(const QByteArray &folder, const QByteArray &name);
+    void rememberFailure(const QByteArray &folder, const QByteArray &name, std::error_code error);
+    QCoro::Task<> letEventsRun();
+
+    CaptureServices services_;
+    Scheduler &scheduler_;
+    std::stop_token stop_;
+    WorkSlice slice_;
+    QHash<QString, Failure> failures_; // by the path as text
+    bool running_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,89 @@
+// Shows the camera that is selected: its last stored image beside one fetched at this moment.
+#pragma once
+
+#include "base/TaskScope.h"
+#include "capture/CaptureServices.h"
+#include "capture/HttpClient.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+#include <stop_token>
+
+namespace velmora {
+
+/// Captions of the two pictures.
+struct LiveCaptions
+{
+    QString web;   // above the live picture
+    QString local; // above the stored one
+
+    bool operator==(const LiveCaptions &) const = default;
+};
+
+/// Pictures are given as native paths; whether a file can be shown is for the window to find out.
+class LiveView : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Fetches run in `scope`, which outlives this object and is joined before it goes; when it is
+    /// asked to stop, the fetch under way is given up. A switch of the page's group clears the
+    /// view.
+    LiveView(const CaptureServices &services, PictureSource &source, TaskScope &scope);
+
+    /// Shows ("affiche") a camera: its newest stored image, then a live one from the address as it
+    /// stands in the box. What a call before it still has to do is given up. An empty address
+    /// changes nothing.
+    void Affiche(CameraAddress camera, const QString &url);
+
+    /// Gives up what is under way and shows no picture.
+    void clear();
+
+    [[nodiscard]] const LiveCaptions &captions() const { return captions_; }
+
+    /// The stored image on show; empty when there is none.
+    [[nodiscard]] QString storedPicture() const { return stored_; }
+
+    /// The file of the live picture once it has been written, else empty. Always the same file,
+    /// \tmp\Target.jpg in the storage folder.
+    [[nodiscard]] QString livePicture() const { return live_; }
+
+Q_SIGNALS:
+    void captionsChanged();
+
+    /// The status line of the view is to be emptied.
+    void statusCleared();
+
+    /// The stored image to be loaded, or empty for none.
+    void targetChanged(const QString &nativePath);
+
+    /// The live picture to be loaded, or empty for none. The same path may come again with another
+    /// picture in it.
+    void webChanged(const QString &nativePath);
+
+private:
+    QCoro::Task<> show(CameraAddress camera, QString url, std::stop_source abandon);
+    void makeStorageFolder() const;
+    void announce(CameraAddress camera);
+    [[nodiscard]] QString cameraFolder(CameraAddress camera) const;
+    QCoro::Task<QString> newestImage(QString folder, std::stop_token stop);
+    void keep(CameraAddress camera, const HttpReply &reply);
+    [[nodiscard]] QString store(const QString &folder, QByteArrayView body) const;
+    void tellTrouble(CameraAddress camera, const QString &reason);
+    void finish();
+    void setCaptions(const LiveCaptions &captions);
+    void setStored(const QString &path);
+    void setLive(const QString &path);
+
+    CaptureServices services_;
+    PictureSource &source_;
+    TaskScope &scope_;
+    std::stop_source current_;
+    LiveCaptions captions_;
+    QString stored_;
+    QString live_;
+    QString trouble_; // shown last by Caption::Trouble
+};
+
+} // namespace velmora

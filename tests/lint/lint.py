@@ -5,7 +5,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-LAYERS = ["base", "settings", "cameras", "capture", "ui", "app"]
+LAYERS = ["base", "settings", "cameras", "capture", "browser", "ui", "app"]
 MAX_LINES = 500
 
 

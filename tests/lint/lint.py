@@ -5,7 +5,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-LAYERS = ["base", "settings", "cameras", "capture", "pictures", "ui", "app"]
+LAYERS = ["base", "settings", "cameras", "capture", "pictures", "browser", "tools", "ui", "app"]
 MAX_LINES = 500
 
 

@@ -1,0 +1,40 @@
+#include "base/FolderStamp.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <sys/stat.h>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Several ticks of the slowest system clock (10 ms); some file systems keep every second second.
+constexpr std::chrono::nanoseconds kTick = 100ms;
+constexpr std::chrono::nanoseconds kCoarseTick = 2s;
+
+std::chrono::nanoseconds since1970(const timespec &time)
+{
+    return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
+}
+
+} // namespace
+
+std::optional<FolderStamp> folderStamp(const QString &path)
+{
+    struct stat info = {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0 || !S_ISDIR(info.st_mode)) {
+        return std::nullopt;
+    }
+    return FolderStamp{info.st_dev, info.st_ino, info.st_size, since1970(info.st_mtim),
+                       since1970(info.st_ctim)};
+}
+
+bool tellsChanges(const FolderStamp &stamp, std::chrono::nanoseconds readBegan)
+{
+    const bool coarse = stamp.modified % 1s == 0ns && stamp.changed % 1s == 0ns;
+    return std::max(stamp.modified, stamp.changed) < readBegan - (coarse ? kCoarseTick : kTick);
+}
+
+} // namespace velmora

@@ -1,0 +1,147 @@
+#include "browser/FolderReader.h"
+
+#include "base/FolderScan.h"
+#include "browser/LatestFile.h"
+#include "browser/NewestScan.h"
+
+#include <utility>
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kMostLists = 3;
+constexpr std::size_t kMostListBytes = 16U << 20U; // two full folders' and more
+constexpr qsizetype kMostDays = 20;                // two groups of cameras
+constexpr std::size_t kMostDayBytes = 8U << 20U;
+
+constexpr std::chrono::days kDaysBack{100};
+constexpr int kMostReadings = 2;
+
+// What a reading begins with: the stamp is taken before the first name.
+struct Start
+{
+    explicit Start(const QString &folder)
+        : stamp(folderStamp(folder))
+        , began(std::chrono::system_clock::now().time_since_epoch())
+    {
+    }
+
+    // Whether what was read since can be told from what the folder will hold later.
+    [[nodiscard]] bool canBeKept(const FolderScan &scan) const
+    {
+        return stamp && scan.isOpen() && !scan.hasFailed() && tellsChanges(*stamp, began);
+    }
+
+    std::optional<FolderStamp> stamp;
+    std::chrono::nanoseconds began;
+};
+
+} // namespace
+
+FolderReader::FolderReader(Clock &clock)
+    : clock_(clock)
+    , names_(kMostLists, kMostListBytes)
+    , days_(kMostDays, kMostDayBytes)
+{
+}
+
+QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::names(QString folder,
+                                                                   std::stop_token stop)
+{
+    const Start start(folder);
+    std::shared_ptr<const ImageNames> names =
+        start.stamp ? names_.find(folder, *start.stamp) : std::make_shared<const ImageNames>();
+    if (names) {
+        co_return names;
+    }
+    Turns turns(clock_, std::move(stop));
+    FolderScan scan(folder);
+    names = co_await readNames(&scan, &turns);
+    if (names && start.canBeKept(scan)) {
+        names_.keep(folder, *start.stamp, names);
+    }
+    co_return names;
+}
+
+QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::readNames(FolderScan *scan,
+                                                                       Turns *turns)
+{
+    ImageNamesBuilder builder;
+    const auto add = [&builder](QByteArrayView name) { builder.add(name); };
+    const bool isRead = co_await turns->run([scan, &add] { return scan->readSome(add); });
+    if (!isRead) {
+        co_return std::shared_ptr<const ImageNames>();
+    }
+    const bool isSorted = co_await turns->run([&builder] { return builder.sortSome(); });
+    if (!isSorted) {
+        co_return std::shared_ptr<const ImageNames>();
+    }
+    co_return std::make_shared<const ImageNames>(builder.take());
+}
+
+QCoro::Task<std::optional<NewestImage>> FolderReader::newest(QString folder, std::stop_token stop)
+{
+    Turns turns(clock_, std::move(stop));
+    for (int reading = 0; reading < kMostReadings; ++reading) {
+        const DayNamesPtr day = co_await dayNames(folder, &turns);
+        if (!day) {
+            co_return std::nullopt;
+        }
+        LatestFile latest(folder, day->names);
+        const bool isSeen = co_await turns.run([&latest] { return latest.lookAtSome(); });
+        if (!isSeen) {
+            co_return std::nullopt;
+        }
+        if (!latest.name().isEmpty() || day->names.isEmpty()) {
+            co_return NewestImage{latest.name()};
+        }
+        days_.forget(folder); // none of the day's files is there any more
+    }
+    co_return NewestImage{};
+}
+
+QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Turns *turns)
+{
+    const Start start(folder);
+    DayNamesPtr day =
+        start.stamp ? days_.find(folder, *start.stamp) : std::make_shared<const DayNames>();
+    if (day) {
+        co_return day;
+    }
+    FolderScan scan(folder);
+    NewestScan greatest;
+    const auto add = [&greatest](QByteArrayView name) { greatest.add(name); };
+    const bool isRead = co_await turns->run([&scan, &add] { return scan.readSome(add); });
+    if (!isRead) {
+        co_return DayNamesPtr();
+    }
+    day = co_await namesOfDay(folder, std::move(greatest), turns);
+    if (day && start.canBeKept(scan)) {
+        days_.keep(folder, *start.stamp, day);
+    }
+    co_return day;
+}
+
+// A captured image's name begins with its day, so that the greatest names are the day's. Another
+// name may tell a day as well ("200610 5.jpg"): then the files of the days back are looked for.
+QCoro::Task<FolderReader::DayNamesPtr> FolderReader::namesOfDay(QString folder, NewestScan greatest,
+                                                                Turns *turns)
+{
+    const std::optional<WallTime> day = dayOfName(greatest.greatest());
+    if (!day) {
+        co_return std::make_shared<const DayNames>();
+    }
+    if (dayText(*day) == greatest.greatest()) {
+        co_return std::make_shared<const DayNames>(DayNames{greatest.take()});
+    }
+    FolderScan scan(folder);
+    NewestScan days(*day - kDaysBack, *day);
+    const auto add = [&days](QByteArrayView name) { days.add(name); };
+    const bool isRead = co_await turns->run([&scan, &add] { return scan.readSome(add); });
+    if (!isRead) {
+        co_return DayNamesPtr();
+    }
+    co_return std::make_shared<const DayNames>(DayNames{days.take()});
+}
+
+} // namespace velmora

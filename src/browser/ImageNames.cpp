@@ -1,0 +1,169 @@
+#include "browser/ImageNames.h"
+
+#include "browser/StandardName.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kDayLength = 8;
+constexpr std::size_t kLongestName = 255; // a file system's limit
+
+// A standard name's text, made on the stack for comparisons.
+class StandardText
+{
+public:
+    StandardText(quint64 digits, QByteArrayView suffix)
+        : length_(writeDigits(digits, text_.data()))
+    {
+        std::memcpy(text_.data() + length_, suffix.data(), static_cast<std::size_t>(suffix.size()));
+        length_ += suffix.size();
+    }
+
+    [[nodiscard]] QByteArrayView view() const { return {text_.data(), length_}; }
+
+private:
+    std::array<char, kLongestName> text_;
+    qsizetype length_;
+};
+
+// Eight digits, and nothing behind them but "_" and more.
+bool asksForDay(QByteArrayView key)
+{
+    return key.size() >= kDayLength &&
+           std::all_of(key.begin(), key.begin() + kDayLength,
+                       [](char c) { return c >= '0' && c <= '9'; }) &&
+           (key.size() == kDayLength || key[kDayLength] == '_');
+}
+
+// Capitals come first among the names that differ in case alone.
+QByteArray inCapitals(QByteArrayView text)
+{
+    QByteArray capitals = text.toByteArray();
+    for (char &c : capitals) {
+        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    }
+    return capitals;
+}
+
+std::optional<qsizetype> earlier(std::optional<qsizetype> a, std::optional<qsizetype> b)
+{
+    return a && b ? std::min(a, b) : a ? a : b;
+}
+
+} // namespace
+
+qsizetype ImageNames::count() const
+{
+    return static_cast<qsizetype>(standards_.size() + odds_.list().size());
+}
+
+QByteArray ImageNames::name(qsizetype index) const
+{
+    const std::vector<OddName> &odds = odds_.list();
+    const auto odd =
+        std::ranges::lower_bound(odds, static_cast<quint32>(index), {}, &OddName::place);
+    if (odd != odds.end() && odd->place == index) {
+        return odd->view().toByteArray();
+    }
+    return standard(index - (odd - odds.begin()));
+}
+
+std::optional<qsizetype> ImageNames::find(QByteArrayView name) const
+{
+    const qsizetype place = namesBefore(name);
+    return place < count() && this->name(place) == name ? std::optional(place) : std::nullopt;
+}
+
+std::optional<qsizetype> ImageNames::firstContaining(QByteArrayView key) const
+{
+    if (key.isEmpty()) {
+        return std::nullopt;
+    }
+    // The only "_" of a standard name stands behind its day.
+    const auto index = asksForDay(key) ? standardBeginningWith(key) : standardContaining(key);
+    return earlier(index ? std::optional(placeOfStandard(*index)) : std::nullopt,
+                   oddContaining(key));
+}
+
+std::optional<qsizetype> ImageNames::firstBeginningWith(QByteArrayView text) const
+{
+    const qsizetype place = namesBefore(inCapitals(text));
+    return place < count() && nameBeginsWith(name(place), text) ? std::optional(place)
+                                                                : std::nullopt;
+}
+
+std::size_t ImageNames::bytes() const
+{
+    return standards_.capacity() * sizeof(quint64) + odds_.bytes();
+}
+
+QByteArray ImageNames::standard(qsizetype index) const
+{
+    const quint64 value = standards_[static_cast<std::size_t>(index)];
+    const QByteArray &suffix = suffixes_[static_cast<qsizetype>(value % kMostSuffixes)];
+    return StandardText(value >> kSuffixBits, suffix).view().toByteArray();
+}
+
+qsizetype ImageNames::standardsBefore(QByteArrayView text) const
+{
+    const auto isBefore = [this, text](quint64 value) {
+        const QByteArray &suffix = suffixes_[static_cast<qsizetype>(value % kMostSuffixes)];
+        return compareNames(StandardText(value >> kSuffixBits, suffix).view(), text) < 0;
+    };
+    return std::ranges::partition_point(standards_, isBefore) - standards_.begin();
+}
+
+qsizetype ImageNames::namesBefore(QByteArrayView text) const
+{
+    const std::vector<OddName> &odds = odds_.list();
+    const auto isBefore = [text](const OddName &odd) { return compareNames(odd.view(), text) < 0; };
+    return standardsBefore(text) + (std::ranges::partition_point(odds, isBefore) - odds.begin());
+}
+
+qsizetype ImageNames::placeOfStandard(qsizetype index) const
+{
+    const std::vector<OddName> &odds = odds_.list();
+    const OddName *const first = odds.data();
+    const auto isBefore = [first, index](const OddName &odd) {
+        return static_cast<qsizetype>(odd.place) - (&odd - first) <= index;
+    };
+    return index + (std::ranges::partition_point(odds, isBefore) - odds.begin());
+}
+
+std::optional<qsizetype> ImageNames::standardBeginningWith(QByteArrayView key) const
+{
+    const auto end = static_cast<qsizetype>(standards_.size());
+    for (qsizetype index = standardsBefore(inCapitals(key)); index < end; ++index) {
+        const QByteArray name = standard(index);
+        if (name.startsWith(key)) {
+            return index;
+        }
+        if (!nameBeginsWith(name, key)) {
+            break;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<qsizetype> ImageNames::standardContaining(QByteArrayView key) const
+{
+    const auto contains = [this, key](quint64 value) {
+        const QByteArray &suffix = suffixes_[static_cast<qsizetype>(value % kMostSuffixes)];
+        return StandardText(value >> kSuffixBits, suffix).view().contains(key);
+    };
+    const auto found = std::ranges::find_if(standards_, contains);
+    return found == standards_.end() ? std::nullopt : std::optional(found - standards_.begin());
+}
+
+std::optional<qsizetype> ImageNames::oddContaining(QByteArrayView key) const
+{
+    const auto found = std::ranges::find_if(
+        odds_.list(), [key](const OddName &odd) { return odd.view().contains(key); });
+    return found == odds_.list().end() ? std::nullopt : std::optional<qsizetype>(found->place);
+}
+
+} // namespace velmora

@@ -1,0 +1,13 @@
+// The newest image of a camera, as the group view shows it.
+#pragma once
+
+#include <QByteArray>
+
+namespace velmora {
+
+struct NewestImage
+{
+    QByteArray name; // native bytes; empty: the camera has none
+};
+
+} // namespace velmora

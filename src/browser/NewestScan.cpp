@@ -1,0 +1,89 @@
+#include "browser/NewestScan.h"
+
+#include "base/DateText.h"
+
+#include <QString>
+#include <QtEndian>
+
+#include <algorithm>
+#include <array>
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kEight = 8;
+using Eight = std::array<char, kEight>;
+
+// A number that is ordered as the first eight bytes are; a shorter name is filled up with zeros.
+quint64 firstEight(QByteArrayView name)
+{
+    if (name.size() >= kEight) {
+        return qFromBigEndian<quint64>(name.data());
+    }
+    Eight bytes = {};
+    std::ranges::copy(name, bytes.begin());
+    return qFromBigEndian<quint64>(bytes.data());
+}
+
+QByteArray characters(quint64 eight)
+{
+    Eight bytes;
+    qToBigEndian(eight, bytes.data());
+    const auto end = std::ranges::find(bytes, '\0');
+    return {bytes.data(), end - bytes.begin()};
+}
+
+} // namespace
+
+std::optional<WallTime> dayOfName(QByteArrayView name)
+{
+    const QString text = QString::fromLatin1(name);
+    return dateFromText(text.mid(6, 2) + u'/' + text.mid(4, 2) + u'/' + text.left(4));
+}
+
+QByteArray dayText(WallTime day)
+{
+    const WallFields at = wallFields(day);
+    return (QStringLiteral("%1").arg(at.year, 4, 10, QLatin1Char('0')) + twoDigits(at.month) +
+            twoDigits(at.day))
+        .toLatin1();
+}
+
+NewestScan::NewestScan(WallTime firstDay, WallTime lastDay)
+    : lastDay_(firstEight(dayText(lastDay)))
+    , greatest_(firstEight(dayText(firstDay)))
+{
+}
+
+void NewestScan::add(QByteArrayView name)
+{
+    if (!name.startsWith('2')) {
+        return;
+    }
+    const quint64 eight = firstEight(name);
+    if (eight < greatest_ || !counts(eight)) {
+        return;
+    }
+    if (eight > greatest_) {
+        greatest_ = eight;
+        names_.resize(0); // keeps its memory
+    }
+    names_.append(name).append('\0');
+}
+
+bool NewestScan::counts(quint64 eight) const
+{
+    if (!lastDay_ || eight == greatest_) {
+        return true;
+    }
+    const std::optional<WallTime> day =
+        eight <= *lastDay_ ? dayOfName(characters(eight)) : std::nullopt;
+    return day && dayText(*day) == characters(eight);
+}
+
+QByteArray NewestScan::greatest() const
+{
+    return names_.isEmpty() ? QByteArray() : characters(greatest_);
+}
+
+} // namespace velmora

@@ -1,0 +1,91 @@
+#include "browser/OddNames.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace velmora {
+namespace {
+
+constexpr std::size_t kBlockBytes = 64 * 1024; // many names of at most 255 bytes
+constexpr std::size_t kFirstRun = 64;
+constexpr std::size_t kRunsAStep = 16;
+constexpr int kMergesAStep = 4096;
+
+bool comesBefore(const OddName &a, const OddName &b)
+{
+    return compareNames(a.view(), b.view()) < 0;
+}
+
+} // namespace
+
+void OddNames::add(QByteArrayView name)
+{
+    const auto length = static_cast<std::size_t>(name.size());
+    if (blocks_.empty() || used_ + length > kBlockBytes) {
+        blocks_.push_back(std::make_unique_for_overwrite<char[]>(kBlockBytes));
+        used_ = 0;
+    }
+    char *const text = blocks_.back().get() + used_;
+    std::memcpy(text, name.data(), length);
+    used_ += length;
+    names_.push_back({text, static_cast<quint32>(length), 0});
+}
+
+bool OddNames::sortSome()
+{
+    if (sorted_ < names_.size()) {
+        sortRuns();
+        return true;
+    }
+    for (int i = 0; i < kMergesAStep && run_ < names_.size(); ++i) {
+        mergeOne();
+    }
+    return run_ < names_.size();
+}
+
+void OddNames::sortRuns()
+{
+    for (std::size_t i = 0; i < kRunsAStep && sorted_ < names_.size(); ++i) {
+        const std::size_t end = std::min(sorted_ + kFirstRun, names_.size());
+        std::sort(names_.data() + sorted_, names_.data() + end, comesBefore);
+        sorted_ = end;
+    }
+    if (sorted_ == names_.size()) {
+        run_ = kFirstRun;
+        merged_.reserve(names_.size());
+        startPair(0);
+    }
+}
+
+void OddNames::startPair(std::size_t from)
+{
+    left_ = from;
+    leftEnd_ = std::min(left_ + run_, names_.size());
+    right_ = leftEnd_;
+    rightEnd_ = std::min(right_ + run_, names_.size());
+}
+
+bool OddNames::leftIsNext() const
+{
+    return right_ == rightEnd_ || (left_ != leftEnd_ && comesBefore(names_[left_], names_[right_]));
+}
+
+void OddNames::mergeOne()
+{
+    merged_.push_back(leftIsNext() ? names_[left_++] : names_[right_++]);
+    if (merged_.size() == names_.size()) {
+        names_.swap(merged_);
+        merged_.clear();
+        run_ *= 2;
+        startPair(0);
+    } else if (merged_.size() == rightEnd_) {
+        startPair(rightEnd_);
+    }
+}
+
+std::size_t OddNames::bytes() const
+{
+    return blocks_.size() * kBlockBytes + names_.capacity() * sizeof(OddName);
+}
+
+} // namespace velmora

@@ -1,0 +1,58 @@
+// Names that have no form in common, kept whole: what a folder holds beside its captured images.
+#pragma once
+
+#include "browser/NameOrder.h"
+
+#include <QByteArrayView>
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace velmora {
+
+struct OddName
+{
+    const char *text = nullptr;
+    quint32 length = 0;
+    quint32 place = 0; // in the list of all names of the folder
+
+    [[nodiscard]] QByteArrayView view() const { return {text, static_cast<qsizetype>(length)}; }
+};
+
+/// The names' bytes lie in blocks of their own, which stay where they are.
+class OddNames
+{
+public:
+    void add(QByteArrayView name);
+
+    /// Does a part of the sorting, two milliseconds at most; false when all is done.
+    bool sortSome();
+
+    [[nodiscard]] const std::vector<OddName> &list() const { return names_; }
+
+    [[nodiscard]] std::vector<OddName> &list() { return names_; }
+
+    [[nodiscard]] std::size_t bytes() const;
+
+private:
+    void sortRuns();
+    void startPair(std::size_t from);
+    void mergeOne();
+    [[nodiscard]] bool leftIsNext() const;
+
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    std::size_t used_ = 0; // of the last block
+    std::vector<OddName> names_;
+
+    // Runs twice as long with each round; a round merges pairs of them into the other list.
+    std::vector<OddName> merged_;
+    std::size_t run_ = 0;
+    std::size_t sorted_ = 0; // names in sorted first runs
+    std::size_t left_ = 0;
+    std::size_t leftEnd_ = 0;
+    std::size_t right_ = 0;
+    std::size_t rightEnd_ = 0;
+};
+
+} // namespace velmora

@@ -19,6 +19,8 @@ CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, Picture
     , readAhead_(source, scope_)
     , store_(services(), readAhead_)
     , scheduler_(services(), store_, readAhead_, scope_, timer_)
+    , conformity_(services(), scheduler_, scope_)
+    , liveView_(services(), source, scope_)
     , watch_(storage_, clock_)
 {
     clearWorkFiles(programFolder);

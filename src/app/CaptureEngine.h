@@ -7,8 +7,10 @@
 #include "cameras/CameraPage.h"
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
+#include "capture/Conformity.h"
 #include "capture/HttpClient.h"
 #include "capture/ImageStore.h"
+#include "capture/LiveView.h"
 #include "capture/ReadAhead.h"
 #include "capture/Scheduler.h"
 #include "capture/StorageWatch.h"
@@ -52,6 +54,12 @@ public:
 
     [[nodiscard]] Clock &clock() { return clock_; }
 
+    [[nodiscard]] Conformity &conformity() { return conformity_; }
+
+    [[nodiscard]] LiveView &liveView() { return liveView_; }
+
+    [[nodiscard]] TaskScope &scope() { return scope_; }
+
     /// Starts a coroutine that is joined by close().
     void launch(QCoro::Task<> task) { scope_.launch(std::move(task)); }
 
@@ -80,6 +88,8 @@ private:
     ImageStore store_;
     QTimer timer_;
     Scheduler scheduler_;
+    Conformity conformity_;
+    LiveView liveView_;
     StorageWatch watch_;
     QString clearedFolder_;
 };

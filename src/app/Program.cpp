@@ -1,5 +1,7 @@
 #include "app/Program.h"
 
+#include "ui/PictureClipboard.h"
+
 #include <QCoreApplication>
 #include <QTimer>
 
@@ -15,27 +17,55 @@ constexpr auto kSplashTime = 2s;
 Program::Program(CaptureEngine &engine, DesktopOpener &opener)
     : engine_(engine)
     , opener_(opener)
-    , interface_(engine.services(), engine.debugSwitch(), opener_, engine.timer())
-    , planche_(engine.settings(), engine.log())
+    , images_(engine_)
+    , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
+                 engine_.timer())
+    , planche_(images_.browser(), engine_.services(), images_.loader())
+    , film_(images_.film(), engine_.settings(), engine_.storage())
 {
-    connectWindows();
+    connectMain();
+    connectBrowser();
+    connectConformity();
+    connectProblems();
 }
 
-void Program::connectWindows()
+void Program::connectMain()
 {
     connect(&interface_, &Interface::hiddenByUser, this, &Program::showImages);
     connect(&interface_, &Interface::endWanted, this, &Program::end);
-    connect(&planche_, &planche::setUpWanted, this, &Program::showSettings);
-    connect(&planche_, &planche::closeWanted, this, [this] {
-        if (interface_.isVisible()) {
-            planche_.hide();
-        } else {
-            end();
-        }
-    });
+    connect(&interface_, &Interface::zoomWanted, &zoom_, &Zoom::present);
     connect(&closing_, &TitleBox::dismissed, this, [this] { engine_.scheduler().giveUp(); });
+}
+
+void Program::connectBrowser()
+{
+    connect(&planche_, &planche::setUpPressed, this, [this] {
+        showSettings();
+        images_.film().close();
+    });
+    connect(&planche_, &planche::setUpReleased, &interface_, &QWidget::show);
+    connect(&planche_, &planche::closeWanted, this, &Program::closeImages);
+    connect(&planche_, &planche::copyWanted, this, &copyPicture);
+    connect(&planche_, &planche::openWanted, this, &Program::open);
+    connect(&planche_, &planche::playWanted, &images_.film(), &Slideshow::PauseCine_MouseDown);
+    connect(&planche_, &planche::alarmWanted, this,
+            [this] { planche_.showMessage(tr("The motion alarm has nothing to watch yet")); });
     connect(&engine_.store(), &ImageStore::imageStored, &planche_, &planche::showStored);
     connect(&engine_.store(), &ImageStore::cameraFailed, &planche_, &planche::showFailed);
+}
+
+void Program::connectConformity()
+{
+    Conformity &conformity = engine_.conformity();
+    connect(&conformity, &Conformity::began, &interface_, &Interface::holdButtons);
+    connect(&conformity, &Conformity::ended, &interface_, &Interface::releaseButtons);
+    connect(&conformity, &Conformity::statusChanged, &interface_, &Interface::showWork);
+    connect(&conformity, &Conformity::statusChanged, &planche_, &planche::showMessage);
+    connect(&conformity, &Conformity::ended, this, [this] { interface_.showWork(QString()); });
+}
+
+void Program::connectProblems()
+{
     connect(&engine_.problems(), &Problems::warned, this, [this](const QString &text) {
         interface_.showMessage(text);
         planche_.showMessage(text);
@@ -66,6 +96,7 @@ QCoro::Task<> Program::startUp()
     } else {
         showImages();
     }
+    images_.browser().begin();
     co_await engine_.clock().yield();
     if (!ending_) {
         co_await engine_.scheduler().Timer_Timer();
@@ -84,8 +115,8 @@ QCoro::Task<> Program::Initialise()
     co_await engine_.clock().yield();
     engine_.storage().load();
     planche_.moveTo(readPlace(engine_.settings(), kBrowserPlace, engine_.problems()));
-    slideshowPlace_ = readPlace(engine_.settings(), kSlideshowPlace, engine_.problems());
-    planche_.show();
+    film_.moveTo(readPlace(engine_.settings(), kSlideshowPlace, engine_.problems()));
+    planche_.present();
     co_await engine_.clock().yield();
     engine_.debugSwitch().load();
     engine_.options().load();
@@ -100,9 +131,24 @@ void Program::showSettings()
 
 void Program::showImages()
 {
-    planche_.show();
-    planche_.raise();
-    planche_.activateWindow();
+    planche_.present();
+}
+
+// Beside the main window only the images go; alone, they are the program.
+void Program::closeImages()
+{
+    if (interface_.isVisible()) {
+        planche_.unload();
+    } else {
+        end();
+    }
+}
+
+void Program::open(const QString &path)
+{
+    if (opener_.open(path) == OpenOutcome::NoOpener) {
+        planche_.showMessage(tr("%1 cannot be opened: xdg-open is not installed").arg(path));
+    }
 }
 
 void Program::bringToFront()
@@ -114,7 +160,6 @@ void Program::bringToFront()
         interface_.showNormal();
         showSettings();
     } else {
-        planche_.showNormal();
         showImages();
     }
 }
@@ -133,6 +178,9 @@ void Program::hideWindows()
 {
     interface_.allowClose();
     planche_.allowClose();
+    images_.browser().close();
+    film_.close();
+    zoom_.close();
     interface_.close();
     planche_.close();
     splash_.close();

@@ -2,11 +2,13 @@
 // end.
 #pragma once
 
-#include "app/CaptureEngine.h"
+#include "app/BrowserEngine.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TitleBox.h"
 #include "ui/TopMost.h"
+#include "ui/Zoom.h"
+#include "ui/fCine.h"
 #include "ui/planche.h"
 
 #include <memory>
@@ -26,18 +28,20 @@ public:
     /// Brings the window that the user sees to the front.
     void bringToFront();
 
-    /// Where the slideshow's window stood last; known once the start-up has loaded the options.
-    [[nodiscard]] WindowPlace slideshowPlace() const { return slideshowPlace_; }
-
     /// Ends the program once the last pass has run, with the closing box in the meantime; a second
     /// call gives that pass up.
     void end();
 
 private:
-    void connectWindows();
+    void connectMain();
+    void connectBrowser();
+    void connectConformity();
+    void connectProblems();
     void showSplash();
     void showSettings();
     void showImages();
+    void closeImages();
+    void open(const QString &path);
     void hideWindows();
     QCoro::Task<> startUp();
     QCoro::Task<> Initialise();
@@ -46,12 +50,14 @@ private:
 
     CaptureEngine &engine_;
     DesktopOpener &opener_;
+    BrowserEngine images_;
     MessageBoxes messages_;
     Interface interface_;
     planche planche_;
+    fCine film_;
+    Zoom zoom_;
     frmSplash splash_;
     frmQuitte closing_;
-    WindowPlace slideshowPlace_;
     bool ending_ = false;
 };
 

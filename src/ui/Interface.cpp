@@ -1,5 +1,6 @@
 #include "ui/Interface.h"
 
+#include "ui/LiveBox.h"
 #include "ui/StorageBox.h"
 #include "ui_Interface.h"
 
@@ -17,7 +18,7 @@ constexpr int kStartWidth = 980;
 } // namespace
 
 Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch,
-                     DesktopOpener &opener, QTimer &timer)
+                     DesktopOpener &opener, LiveView &live, QTimer &timer)
     : services_(services)
     , debugSwitch_(debugSwitch)
     , opener_(opener)
@@ -33,6 +34,7 @@ Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch,
     bindStorage();
     bindOptions();
     bindPage();
+    bindLive(live);
     bindStatus();
     ui_->Selecteur->setFocus(); // a focus in the storage box would stop the capture
     resize(kStartWidth, sizeHint().height());
@@ -68,7 +70,7 @@ void Interface::makeRows()
 
 void Interface::bindStorage()
 {
-    new StorageBox(
+    storageBox_ = new StorageBox(
         {*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir, *ui_->Import, *ui_->Cache},
         services_.storage, *this);
     connect(&services_.storage, &StorageFolder::checked, this, &Interface::showStorageHint);
@@ -119,6 +121,29 @@ void Interface::bindPage()
     connect(&services_.page, &CameraPage::rowChanged, this,
             [this](int row) { rows_.at(static_cast<std::size_t>(row))->showCounters(); });
     showPage();
+}
+
+void Interface::bindLive(LiveView &live)
+{
+    auto *const box =
+        new LiveBox({*ui_->Locale, *ui_->iTarget, *ui_->lWeb, *ui_->iWeb, *ui_->lTmp}, live, *this);
+    connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);
+    connect(&services_.page, &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
+}
+
+void Interface::holdButtons()
+{
+    storageBox_->holdButtons();
+}
+
+void Interface::releaseButtons()
+{
+    storageBox_->releaseButtons();
+}
+
+void Interface::showWork(const QString &text)
+{
+    ui_->lTmp->setText(text);
 }
 
 void Interface::bindStatus()

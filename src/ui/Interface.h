@@ -5,12 +5,14 @@
 //     options    tempo  TIO              cDebug  cmdDebug  Import
 //     Selecteur                          ActLst  RAZ
 //     page       headings, then ten rows of CameraRowBoxes
-//     status     lErr  lTest  lHeure  lCompte
+//     status     lErr  lTest  lTmp  lHeure  lCompte
+//     live       Locale over iTarget     lWeb over iWeb
 //     foot       lMessage                lVersion  Cache
 #pragma once
 
 #include "base/DesktopOpener.h"
 #include "capture/CaptureServices.h"
+#include "capture/LiveView.h"
 #include "settings/DebugSwitch.h"
 #include "ui/CameraRowBoxes.h"
 
@@ -26,6 +28,8 @@ class Interface;
 
 namespace velmora {
 
+class StorageBox;
+
 class Interface : public QWidget
 {
     Q_OBJECT
@@ -34,7 +38,7 @@ public:
     /// timer: the capture timer, which stands in the window's object tree while the window is
     /// there, but is not owned by it. Everything given outlives the window.
     Interface(const CaptureServices &services, DebugSwitch &debugSwitch, DesktopOpener &opener,
-              QTimer &timer);
+              LiveView &live, QTimer &timer);
     Interface(const Interface &) = delete;
     Interface &operator=(const Interface &) = delete;
     Interface(Interface &&) = delete;
@@ -47,12 +51,22 @@ public:
     /// Shows a message in the line at the foot.
     void showMessage(const QString &text);
 
+    /// While files are being renamed, the buttons that touch camera folders are off.
+    void holdButtons();
+    void releaseButtons();
+
+    /// What is being done beside the capture, in words.
+    void showWork(const QString &text);
+
     /// From now on a close is accepted instead of asked for.
     void allowClose() { mayClose_ = true; }
 
 Q_SIGNALS:
     /// The window was hidden; the images are to be seen.
     void hiddenByUser();
+
+    /// A picture is to be shown enlarged. path: native.
+    void zoomWanted(const QString &path);
 
     /// The program is to end.
     void endWanted();
@@ -64,6 +78,7 @@ private:
     void bindStorage();
     void bindOptions();
     void bindPage();
+    void bindLive(LiveView &live);
     void bindStatus();
     void showStorageHint(const StorageState &state);
     void makeTabs();
@@ -82,6 +97,7 @@ private:
     DesktopOpener &opener_;
     QTimer &timer_;
     std::unique_ptr<Ui::Interface> ui_;
+    StorageBox *storageBox_ = nullptr;
     std::array<CameraRowBoxes *, kRows> rows_{};
     bool mayClose_ = false;
 };

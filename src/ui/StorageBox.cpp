@@ -53,10 +53,24 @@ void StorageBox::showText(const QString &text)
 void StorageBox::showState(const StorageState &state)
 {
     controls_.LampSA.setColour(state.lamp);
-    controls_.Import.setEnabled(state.captureEnabled);
+    controls_.Import.setEnabled(state.captureEnabled && !held_);
     controls_.MakeDir.setVisible(state.canMakeFolder);
     controls_.Cache.setText(state.hideCaption.isEmpty() ? QStringLiteral("Hide")
                                                         : state.hideCaption);
+}
+
+void StorageBox::holdButtons()
+{
+    held_ = true;
+    controls_.Import.setEnabled(false);
+    controls_.MakeDir.setEnabled(false);
+}
+
+void StorageBox::releaseButtons()
+{
+    held_ = false;
+    controls_.Import.setEnabled(storage_.state().captureEnabled);
+    controls_.MakeDir.setEnabled(true);
 }
 
 void StorageBox::browse()

@@ -28,6 +28,10 @@ public:
     /// The controls outlive this object, which belongs to their window.
     StorageBox(const StorageControls &controls, StorageFolder &storage, QWidget &window);
 
+    /// While files of the camera folders are being renamed, none may be added and no folder made.
+    void holdButtons();
+    void releaseButtons();
+
 private:
     void bind();
     void edit(const QString &typed);
@@ -38,6 +42,7 @@ private:
     StorageControls controls_;
     StorageFolder &storage_;
     QWidget &window_;
+    bool held_ = false;
 };
 
 } // namespace velmora

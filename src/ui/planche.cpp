@@ -1,14 +1,17 @@
 #include "ui/planche.h"
 
+#include "browser/ImageCaption.h"
+#include "capture/CameraUrl.h"
+#include "ui/Twips.h"
 #include "ui_planche.h"
 
 #include <QCloseEvent>
+#include <QMessageBox>
+#include <QShortcut>
+#include <QSignalBlocker>
 
 namespace velmora {
 namespace {
-
-constexpr int kTwipsPerPixel = 15;
-constexpr int kMaxLines = 200;
 
 QString cameraText(CameraAddress camera)
 {
@@ -17,31 +20,291 @@ QString cameraText(CameraAddress camera)
 
 } // namespace
 
-planche::planche(const SettingsFile &settings, EventLog &log)
-    : settings_(settings)
-    , log_(log)
+planche::planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader)
+    : browser_(browser)
+    , services_(services)
     , ui_(std::make_unique<Ui::planche>())
 {
     ui_->setupUi(this);
-    connect(ui_->cSetUp, &QAbstractButton::clicked, this, &planche::setUpWanted);
-    connect(ui_->Mini, &QAbstractButton::clicked, this, &QWidget::showMinimized);
-    connect(ui_->Quitter, &QAbstractButton::clicked, this, &QWidget::close);
+    ui_->contactSheet->setControls(*ui_->controls);
+    pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.lists().sheet(),
+                                                services_.storage, loader);
+    browser_.modes().timer().setParent(this);
+    bindLists();
+    bindCells();
+    bindModes();
+    bindSearch();
+    bindButtons();
+    bindKeys();
+    showFace();
+    showCamera();
+    ui_->LstDir->setFocus();
 }
 
-planche::~planche() = default;
+planche::~planche()
+{
+    browser_.modes().timer().setParent(nullptr);
+}
+
+void planche::bindLists()
+{
+    BrowserLists &lists = browser_.lists();
+    ui_->LstDir->setModel(&lists.files());
+    ui_->LstDirCam->setModel(&lists.cameraRows());
+    connect(ui_->lstGroupe, &ChoiceList::chosen, &browser_, &ImageBrowser::chooseGroup);
+    connect(ui_->lstCam, &ChoiceList::chosen, &browser_, &ImageBrowser::chooseCamera);
+    connect(ui_->LstDir, &FileView::chosen, &browser_, &ImageBrowser::chooseFile);
+    connect(ui_->LstDirCam, &FileView::chosen, &browser_, &ImageBrowser::chooseCameraRow);
+    connect(ui_->LstDir, &FileView::keyUsed, this, &planche::useKey);
+    connect(ui_->LstDirCam, &FileView::keyUsed, this, &planche::useKey);
+    connect(ui_->LstDir, &QAbstractItemView::doubleClicked, &browser_.grid(),
+            &GridActions::LstDir_DblClick);
+    connect(&lists.files(), &FileList::selectionChanged, ui_->LstDir, &FileView::showRow);
+    connect(&lists.files(), &QAbstractItemModel::modelReset, this, &planche::showCamera);
+    connect(&lists, &BrowserLists::changed, this, &planche::showFace);
+    connect(&lists, &BrowserLists::filesWanted, this, [this] {
+        if (ui_->LstDir->isVisible()) {
+            ui_->LstDir->setFocus();
+        }
+    });
+    connect(&lists, &BrowserLists::camerasWanted, ui_->lstCam, qOverload<>(&QWidget::setFocus));
+}
+
+void planche::bindCells()
+{
+    for (int cell = 0; cell < kCells; ++cell) {
+        PictureView *const view = &ui_->contactSheet->cell(cell);
+        connect(view, &PictureView::pressed, this,
+                [this, cell](auto button, auto modifiers) { pressCell(cell, button, modifiers); });
+        connect(view, &PictureView::clicked, this, [this, cell] { browser_.clickCell(cell); });
+        connect(view, &PictureView::doubleClicked, this,
+                [this, cell] { browser_.doubleClickCell(cell); });
+        connect(view, &PictureView::pointerMoved, this,
+                [this, cell](QPoint position) { showPointer(cell, position); });
+    }
+    connect(&ui_->contactSheet->zoom(), &PictureView::clicked, &browser_.grid(),
+            &GridActions::ZoomImage_Click);
+    connect(&browser_.lists().sheet(), &Sheet::imageChanged, this, &planche::showCaptions);
+    connect(&browser_.lists().sheet(), &Sheet::zoomChanged, this, &planche::showCaptions);
+    connect(&browser_.grid(), &GridActions::copyWanted, this, &planche::copyWanted);
+    connect(&browser_.grid(), &GridActions::openWanted, this, &planche::openWanted);
+}
+
+void planche::bindModes()
+{
+    const auto bind = [this](QCheckBox *box, Mode mode) {
+        connect(box, &QCheckBox::toggled, this,
+                [this, mode](bool on) { browser_.setMode(mode, on); });
+        connect(box, &QCheckBox::pressed, this, [this, mode] {
+            if (mode != Mode::Auto) {
+                browser_.lists().sheet().hideZoom();
+            }
+        });
+    };
+    bind(ui_->cAuto, Mode::Auto);
+    bind(ui_->cCamera, Mode::Camera);
+    bind(ui_->cScan, Mode::Scan);
+    connect(&browser_.modes(), &BrowserModes::changed, this, &planche::showFace);
+}
+
+void planche::bindSearch()
+{
+    connect(&browser_.modes(), &BrowserModes::searchTextsChanged, this,
+            [this](const QString &lDate, const QString &lTime) {
+                ui_->lDate->setText(lDate);
+                ui_->lTime->setText(lTime);
+            });
+    for (QLineEdit *const box : {ui_->lDate, ui_->lTime}) {
+        connect(box, &QLineEdit::returnPressed, this, &planche::search);
+        connect(box, &QLineEdit::editingFinished, this, [this, box] {
+            if (box->isModified()) {
+                search();
+            }
+        });
+    }
+}
+
+void planche::bindButtons()
+{
+    connect(ui_->bFilm, &QAbstractButton::pressed, &browser_, &ImageBrowser::toggleFilm);
+    connect(ui_->CmdAlarm, &QAbstractButton::clicked, this, &planche::alarmWanted);
+    connect(ui_->cSetUp, &QAbstractButton::pressed, this, &planche::setUpPressed);
+    connect(ui_->cSetUp, &QAbstractButton::released, this, &planche::setUpReleased);
+    connect(ui_->Mini, &QAbstractButton::clicked, this, &QWidget::showMinimized);
+    connect(ui_->Quitter, &QAbstractButton::clicked, this, &QWidget::close);
+    connect(ui_->ctrT, &ClickLabel::clicked, &browser_, &ImageBrowser::ctrT_Click);
+    holdSize(*ui_->ctrT, QStringLiteral("00"));
+    holdSize(*ui_->NbCapt, QStringLiteral("000000"));
+    holdSize(*ui_->Capt, QStringLiteral("0:0"));
+    connect(&services_.status, &CaptureStatus::changed, this,
+            [this](Caption caption, const QString &text) {
+                if (caption == Caption::NextCycle) {
+                    ui_->ctrT->setText(text);
+                }
+            });
+}
+
+void planche::bindKeys()
+{
+    const auto bind = [this](const QKeySequence &keys, auto action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    bind(Qt::Key_F5, [this] {
+        pictures_->refresh();
+        browser_.refresh();
+    });
+    bind(Qt::Key_Escape, [this] { browser_.grid().ZoomImage_Click(); });
+}
+
+// What the parts below say, brought to the controls.
+void planche::showFace()
+{
+    const BrowserState &state = browser_.lists().state();
+    const bool groupView = state.view == View::Group;
+    const QSignalBlocker noAuto(ui_->cAuto);
+    const QSignalBlocker noCamera(ui_->cCamera);
+    const QSignalBlocker noScan(ui_->cScan);
+    ui_->cAuto->setChecked(browser_.modes().isOn(Mode::Auto));
+    ui_->cCamera->setChecked(browser_.modes().isOn(Mode::Camera));
+    ui_->cScan->setChecked(browser_.modes().isOn(Mode::Scan));
+    ui_->lstGroupe->showRow(state.camera.group);
+    ui_->lstCam->showRow(state.camera.row);
+    ui_->LstDir->setVisible(!groupView);
+    ui_->LstDirCam->setVisible(groupView);
+    ui_->LstDirCam->showRow(browser_.lists().cameraIndex());
+    ui_->lDate->setEnabled(!groupView);
+    ui_->lTime->setEnabled(!groupView);
+    ui_->NbI->setText(browser_.lists().NbI());
+    ui_->bFilm->setEnabled(browser_.lists().isFilmEnabled());
+    if (state.camera != shownCamera_) {
+        showCamera();
+    }
+}
+
+void planche::showCamera()
+{
+    shownCamera_ = browser_.lists().state().camera;
+    const QString camera = withoutCredentials(services_.table.url(shownCamera_));
+    ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
+    ui_->lCamera->setToolTip(camera);
+}
+
+void planche::showCaptions()
+{
+    const Sheet &sheet = browser_.lists().sheet();
+    const bool groupView = browser_.lists().state().view == View::Group;
+    for (int cell = 0; cell < kCells; ++cell) {
+        QString caption = imageCaption(sheet.image(cell).name);
+        if (groupView && !caption.isEmpty()) {
+            caption = QStringLiteral("%1 · %2").arg(cell).arg(caption);
+        }
+        ui_->contactSheet->cell(cell).setCaption(caption);
+    }
+    ui_->contactSheet->zoom().setCaption(imageCaption(sheet.zoomed().name));
+}
+
+void planche::pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
+{
+    if (button == Qt::LeftButton && ui_->contactSheet->cell(cell).holdsPicture()) {
+        browser_.grid().frameCell(cell);
+    } else if (button == Qt::RightButton && modifiers == Qt::NoModifier) {
+        browser_.zoomCell(cell);
+    }
+}
+
+void planche::showPointer(int cell, QPoint position)
+{
+    const BrowserState &state = browser_.lists().state();
+    if (state.DirCamEnCours) {
+        return;
+    }
+    ui_->MousePos->setText(QStringLiteral("%1:%2").arg(position.x()).arg(position.y()));
+    const bool groupView = state.view == View::Group;
+    ui_->contactSheet->cell(cell).setToolTip(
+        groupView ? withoutCredentials(services_.table.url({state.camera.group, cell}))
+                  : QString());
+}
+
+void planche::search()
+{
+    ui_->lDate->setModified(false);
+    ui_->lTime->setModified(false);
+    browser_.grid().NomFichier(ui_->lDate->text(), ui_->lTime->text());
+}
+
+void planche::useKey(ListKey key)
+{
+    switch (key) {
+    case ListKey::Delete:
+        askToKill();
+        break;
+    case ListKey::Zoom:
+        browser_.grid().toggleZoom();
+        break;
+    case ListKey::Play:
+        Q_EMIT playWanted();
+        break;
+    }
+}
+
+void planche::askToKill()
+{
+    const auto question = browser_.lists().state().view == View::Camera
+                              ? browser_.files().LstDir_KeyDown()
+                              : browser_.files().LstDirCam_KeyDown();
+    if (!question) {
+        return;
+    }
+    auto *const box = new QMessageBox(QMessageBox::Critical, QStringLiteral("Del "), question->text,
+                                      QMessageBox::Yes | QMessageBox::No, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setDefaultButton(QMessageBox::No);
+    connect(box, &QMessageBox::finished, this, [this, target = question->target](int answer) {
+        if (answer == QMessageBox::Yes) {
+            browser_.kill(target);
+        }
+    });
+    box->open();
+}
 
 void planche::moveTo(WindowPlace place)
 {
-    move(place.left / kTwipsPerPixel, place.top / kTwipsPerPixel);
+    move(pixels(place.left), pixels(place.top));
 }
 
-void planche::showStored(CameraAddress camera, const QString &fileName)
+void planche::present()
+{
+    if (!loaded_) {
+        loaded_ = true;
+        browser_.load();
+    }
+    if (isMinimized()) {
+        showNormal();
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void planche::unload()
+{
+    if (!loaded_) {
+        return;
+    }
+    loaded_ = false;
+    writePlace(services_.table.settings(), kBrowserPlace, {twips(y()), twips(x())});
+    services_.log.trace(QStringLiteral("Planche Form_Unload"));
+    browser_.unload();
+    hide();
+}
+
+void planche::showStored(CameraAddress camera)
 {
     ++stored_;
     ui_->NbCapt->setText(QString::number(stored_));
     ui_->Capt->setText(cameraText(camera));
     showMessage(tr("Image stored"));
-    addLine(tr("Camera %1   %2").arg(cameraText(camera), fileName));
 }
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
@@ -55,21 +318,14 @@ void planche::showMessage(const QString &text)
     ui_->txtLog->setToolTip(text);
 }
 
-void planche::addLine(const QString &text)
-{
-    ui_->lastImages->insertItem(0, text);
-    delete ui_->lastImages->takeItem(kMaxLines);
-}
-
 void planche::closeEvent(QCloseEvent *event)
 {
     event->setAccepted(mayClose_);
-    if (!mayClose_) {
+    if (mayClose_) {
+        unload();
+    } else {
         Q_EMIT closeWanted();
-        return;
     }
-    writePlace(settings_, kBrowserPlace, {y() * kTwipsPerPixel, x() * kTwipsPerPixel});
-    log_.trace(QStringLiteral("Planche Form_Unload"));
 }
 
 } // namespace velmora

@@ -1,14 +1,19 @@
-// The image browser's window. For now it says what the capture stores; it leads to the main window
-// and out of the program.
+// The image browser's window: a contact sheet of ten images, the lists they come from, and the
+// modes in which it follows the capture.
 //
 //   planche
-//     lastImages
-//     NbCapt  Capt  txtLog
-//     cSetUp  Mini  Quitter
+//     contactSheet   Vue0…9 in Cadre0…9, ZoomImage
+//       controls     lstGroupe  lstCam  LstDir or LstDirCam
+//                    lCamera | cAuto cCamera cScan | lDate lTime | NbI MousePos
+//                    bFilm CmdAlarm | cSetUp Mini Quitter
+//     status         ctrT  NbCapt  Capt  txtLog
 #pragma once
 
+#include "browser/ImageBrowser.h"
 #include "capture/ImageStore.h"
 #include "settings/WindowPlace.h"
+#include "ui/ListBoxes.h"
+#include "ui/SheetPictures.h"
 
 #include <QWidget>
 
@@ -25,7 +30,8 @@ class planche : public QWidget
     Q_OBJECT
 
 public:
-    planche(const SettingsFile &settings, EventLog &log);
+    /// Everything given outlives the window.
+    planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader);
     planche(const planche &) = delete;
     planche &operator=(const planche &) = delete;
     planche(planche &&) = delete;
@@ -34,8 +40,14 @@ public:
 
     void moveTo(WindowPlace place);
 
+    /// Shows the window in front; one that was closed is built anew.
+    void present();
+
+    /// Stores the window's place and hides it; its timer stands still until it is shown again.
+    void unload();
+
     /// A new image is in its folder, or a camera gave none.
-    void showStored(CameraAddress camera, const QString &fileName);
+    void showStored(CameraAddress camera);
     void showFailed(CameraAddress camera, const QString &reason);
 
     void showMessage(const QString &text);
@@ -44,19 +56,42 @@ public:
     void allowClose() { mayClose_ = true; }
 
 Q_SIGNALS:
-    void setUpWanted();
+    void setUpPressed();
+    void setUpReleased();
+    void alarmWanted();
+    void playWanted();
     void closeWanted();
+
+    /// Native paths.
+    void copyWanted(const QString &path);
+    void openWanted(const QString &path);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void addLine(const QString &text);
+    void bindLists();
+    void bindCells();
+    void bindModes();
+    void bindSearch();
+    void bindButtons();
+    void bindKeys();
+    void showFace();
+    void showCamera();
+    void showCaptions();
+    void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+    void showPointer(int cell, QPoint position);
+    void search();
+    void useKey(ListKey key);
+    void askToKill();
 
-    const SettingsFile &settings_;
-    EventLog &log_;
+    ImageBrowser &browser_;
+    CaptureServices services_;
     std::unique_ptr<Ui::planche> ui_;
+    std::unique_ptr<SheetPictures> pictures_;
+    CameraAddress shownCamera_;
     int stored_ = 0;
+    bool loaded_ = false;
     bool mayClose_ = false;
 };
 

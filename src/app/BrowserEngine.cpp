@@ -1,0 +1,22 @@
+#include "app/BrowserEngine.h"
+
+namespace velmora {
+namespace {
+
+// Room for the pictures of a sheet on a large screen, twice.
+constexpr qsizetype kPictureBytes = qsizetype{48} * 1024 * 1024;
+
+} // namespace
+
+BrowserEngine::BrowserEngine(CaptureEngine &capture)
+    : film_(capture.settings(), capture.log(), data_)
+    , browser_({capture.services(), capture.scheduler(), capture.conformity(), capture.scope()},
+               data_, film_)
+    , pictures_(kPictureBytes)
+    , loader_(pictures_, capture.clock(), capture.scope())
+{
+    QObject::connect(&capture.store(), &ImageStore::imageStored, &browser_, &ImageBrowser::follow);
+    QObject::connect(&film_, &Slideshow::fileChosen, &browser_, &ImageBrowser::chooseFile);
+}
+
+} // namespace velmora

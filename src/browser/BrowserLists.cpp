@@ -1,0 +1,358 @@
+#include "browser/BrowserLists.h"
+
+#include "base/Folders.h"
+#include "browser/Slice.h"
+
+#include <QFile>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+const QString kControl = QStringLiteral("Control");
+constexpr QStringView kGroupKey = u"lstP";
+constexpr QStringView kCameraKey = u"lstImg";
+
+/// Holds the film for as long as the selection changes.
+class FilmPause
+{
+public:
+    explicit FilmPause(Projector &film, bool wanted)
+        : film_(film)
+        , paused_(wanted && film.isRunning())
+    {
+        if (paused_) {
+            film_.stopTimer();
+        }
+    }
+
+    FilmPause(const FilmPause &) = delete;
+    FilmPause &operator=(const FilmPause &) = delete;
+    FilmPause(FilmPause &&) = delete;
+    FilmPause &operator=(FilmPause &&) = delete;
+
+    ~FilmPause()
+    {
+        if (paused_) {
+            film_.startTimer();
+        }
+    }
+
+private:
+    Projector &film_;
+    bool paused_;
+};
+
+} // namespace
+
+BrowserLists::BrowserLists(const BrowserServices &services, BrowserData &data, Projector &film)
+    : services_(services)
+    , state_(data.state)
+    , film_(film)
+    , files_(data.files)
+    , cameraRows_(data.cameraRows)
+    , sheet_(data.sheet)
+    , reader_(services_.capture.clock)
+{
+}
+
+void BrowserLists::trace(const QString &text)
+{
+    services_.capture.log.trace(text);
+}
+
+void BrowserLists::supersede()
+{
+    reading_.request_stop();
+}
+
+void BrowserLists::allowReading()
+{
+    reading_ = std::stop_source();
+}
+
+QString BrowserLists::folderOf(CameraAddress camera) const
+{
+    const CaptureServices &capture = services_.capture;
+    return capture.storage.folderText(capture.problems.orDefault(
+        [&] { return capture.table.CameraFolderName(camera); }, QString()));
+}
+
+// A position beyond the list counts as none stored.
+int BrowserLists::listPosition(QStringView key) const
+{
+    const int position = services_.capture.problems.orDefault(
+        [&] { return services_.capture.table.settings().int16(kControl, key); }, 0);
+    return position >= 0 && position < kRows ? position : 0;
+}
+
+QCoro::Task<> BrowserLists::load()
+{
+    state_.camera = {listPosition(kGroupKey), listPosition(kCameraKey)};
+    Q_EMIT changed();
+    co_await lstCam_MouseUp();
+}
+
+void BrowserLists::setGroup(int group)
+{
+    state_.camera.group = group;
+    Q_EMIT changed();
+}
+
+void BrowserLists::setRow(int row)
+{
+    state_.camera.row = row;
+    Q_EMIT changed();
+}
+
+QCoro::Task<> BrowserLists::lstGroupe_MouseUp()
+{
+    services_.capture.table.settings().write(kControl, kGroupKey, state_.camera.group);
+    sheet_.clearImages();
+    sheet_.hideZoom();
+    sheet_.EffaceVue();
+    co_await DirImage();
+    if (film_.isPlaying()) {
+        co_await ResetCine();
+    }
+}
+
+QCoro::Task<> BrowserLists::lstCam_MouseUp()
+{
+    if (state_.view == View::Group) {
+        sheet_.clearImages();
+    }
+    services_.capture.table.settings().write(kControl, kCameraKey, state_.camera.row);
+    if (state_.view == View::Camera) {
+        co_await DirImage();
+    } else {
+        co_await LitDir();
+        co_await Vue_Click(state_.camera.row);
+    }
+    if (film_.isPlaying()) {
+        co_await ResetCine();
+    }
+}
+
+QCoro::Task<> BrowserLists::DirImage()
+{
+    trace(QStringLiteral("Planche DirImage"));
+    if (state_.view == View::Group) {
+        co_await DirCam();
+    } else {
+        setCount(QString());
+        state_.LectureOK = BrowserState::kYes;
+        co_await LitDir();
+        LstDir_Click();
+    }
+    trace(QStringLiteral("Planche DirImage Fin"));
+}
+
+// Folders are left alone until the storage folder has been checked, and while it is missing.
+bool BrowserLists::mayRead()
+{
+    StorageFolder &storage = services_.capture.storage;
+    if (state_.LectureOK == BrowserState::kNo) {
+        return false;
+    }
+    if (storage.isCheckRequested()) {
+        storage.testSA();
+    }
+    if (storage.timersStopped()) {
+        services_.scheduler.ArretTimer();
+        return false;
+    }
+    return storage.lamp() == LampColour::Green;
+}
+
+QCoro::Task<> BrowserLists::LitDir()
+{
+    if (!mayRead()) {
+        co_return;
+    }
+    const QString folder = folderOf(state_.camera);
+    makeFolder(folder);
+    const std::shared_ptr<const ImageNames> names =
+        co_await reader_.names(services_.capture.storage.native(folder), reading_.get_token());
+    if (!names || folder != folderOf(state_.camera)) {
+        throw Superseded();
+    }
+    files_.bind(folder, names);
+    filmEnabled_ = files_.count() > 0;
+    setCount(QString::number(files_.count()));
+}
+
+// A missing camera folder is made together with all the others. One that cannot be made is told
+// once, and the storage folder itself is never made here: its disk may just be away.
+void BrowserLists::makeFolder(const QString &folder)
+{
+    StorageFolder &storage = services_.capture.storage;
+    const QString path = storage.native(folder);
+    if (path.isEmpty() || path == folderNotMade_ || folderExists(path)) {
+        return;
+    }
+    if (!storage.isPresent()) {
+        storage.recheck();
+        return;
+    }
+    storage.MakeDir_Click();
+    folderNotMade_ = folderExists(path) ? QString() : path;
+}
+
+void BrowserLists::setCount(const QString &text)
+{
+    NbI_ = text;
+    Q_EMIT changed();
+}
+
+QCoro::Task<> BrowserLists::DirCam()
+{
+    const QScopedValueRollback filling(state_.DirCamEnCours, true);
+    const QString storageFolder = services_.capture.storage.text();
+    cameraRows_.setStringList({});
+    cameraIndex_ = -1;
+    const int group = state_.camera.group;
+    for (int row = 0; row < kRows; ++row) {
+        sheet_.setFrame(row, FrameStyle::Plain);
+        ImageFile &newest = state_.DerniereImage.at(static_cast<std::size_t>(row));
+        newest = {};
+        const QString folder = folderOf({group, row});
+        if (folder != storageFolder) {
+            const std::optional<NewestImage> found = co_await reader_.newest(
+                services_.capture.storage.native(folder), reading_.get_token());
+            if (!found || group != state_.camera.group) {
+                throw Superseded();
+            }
+            newest = {folder, QFile::decodeName(found->name)};
+        }
+        cameraRows_.insertRow(row);
+        cameraRows_.setData(cameraRows_.index(row),
+                            newest.isNone() ? QString() : newest.name + QStringLiteral("  "));
+        sheet_.setImage(row, newest);
+    }
+    Q_EMIT changed();
+}
+
+void BrowserLists::LstDir_Click()
+{
+    trace(QStringLiteral("Planche LstDir_Click"));
+    const FilmPause pause(film_, true);
+    if (files_.ListIndex() < 0) {
+        files_.setListIndex(files_.count() - 1);
+    }
+    if (files_.ListIndex() < 0) {
+        sheet_.EffaceVue();
+        return;
+    }
+    sheet_.clearFrames();
+    const Slice slice = sliceAround(files_.ListIndex(), files_.count());
+    showSlice(slice.start);
+    frame(slice.frame);
+    trace(QStringLiteral("Load Fin"));
+    setCount(QStringLiteral("%1 / %2").arg(files_.ListIndex() + 1).arg(files_.count()));
+    trace(QStringLiteral("Planche LstDir_Click Fin"));
+}
+
+void BrowserLists::showSlice(int start)
+{
+    for (int cell = 0; cell < kCells; ++cell) {
+        const ImageFile image = files_.file(start + cell);
+        sheet_.setImage(cell, image);
+        startConformity(image);
+    }
+}
+
+void BrowserLists::frame(int cell)
+{
+    sheet_.setFrame(cell, FrameStyle::Framed);
+    state_.CadreActif = cell;
+    sheet_.followZoom(files_.selected());
+}
+
+void BrowserLists::startConformity(const ImageFile &image)
+{
+    if (image.isNone() || services_.conformity.isRunning() ||
+        !Conformity::isShortForm(image.name.toUtf8())) {
+        return;
+    }
+    const QString path = services_.capture.storage.native(image.folder) + u'/' + image.name;
+    if (services_.conformity.wants(path)) {
+        services_.scope.launch(services_.conformity.run());
+    }
+}
+
+void BrowserLists::selectFile(int index)
+{
+    files_.setListIndex(index);
+    LstDir_Click();
+}
+
+QCoro::Task<> BrowserLists::relist()
+{
+    const int index = files_.ListIndex();
+    co_await LitDir();
+    files_.setListIndex(std::min(index, files_.count() - 1));
+    LstDir_Click();
+}
+
+QCoro::Task<> BrowserLists::LstDirCam_Click(int row)
+{
+    cameraIndex_ = row;
+    sheet_.clearFrames();
+    setRow(row);
+    sheet_.setFrame(row, FrameStyle::Framed);
+    state_.CadreActif = row;
+    sheet_.followZoom(state_.newestOf(row));
+    if (film_.isPlaying()) {
+        co_await ResetCine();
+    }
+    co_await LitDir();
+    setCount(QString::number(files_.count()));
+}
+
+QCoro::Task<> BrowserLists::Vue_Click(int cell)
+{
+    if (state_.DirCamEnCours) {
+        co_return;
+    }
+    trace(QStringLiteral("Planche Vue_Click"));
+    const bool filming = state_.CineActif != BrowserState::kNo;
+    const FilmPause pause(film_, filming && film_.isPlaying());
+    if (state_.view == View::Camera) {
+        const int index = files_.ListIndex() - state_.CadreActif + cell;
+        if (index >= 0 && index < files_.count()) {
+            selectFile(index);
+            Q_EMIT filesWanted();
+        }
+    } else {
+        sheet_.clearFrames();
+        if (cell < cameraRows_.rowCount()) {
+            co_await LstDirCam_Click(cell);
+        }
+    }
+    if (!filming) {
+        trace(QStringLiteral("Planche Vue_Click Fin mem faux"));
+        co_return;
+    }
+    if (state_.view == View::Camera) {
+        film_.moveTo(files_.ListIndex());
+    } else {
+        co_await LitDir();
+        co_await ResetCine();
+    }
+    Q_EMIT camerasWanted();
+    trace(QStringLiteral("Planche Vue_Click Fin"));
+}
+
+QCoro::Task<> BrowserLists::ResetCine()
+{
+    if (state_.view == View::Group) {
+        co_await LitDir();
+    }
+    film_.begin();
+    state_.CineActif = BrowserState::kYes;
+}
+
+} // namespace velmora

@@ -1,0 +1,130 @@
+// The lists of the image browser: the images of one camera or the newest of each camera of a group,
+// and the ten of them that stand on the contact sheet. Everything is rebuilt from the disk whenever
+// group, camera or view change.
+#pragma once
+
+#include "browser/BrowserData.h"
+#include "browser/BrowserServices.h"
+#include "browser/FolderReader.h"
+#include "browser/Projector.h"
+
+#include <QCoro/QCoroTask>
+
+#include <exception>
+
+namespace velmora {
+
+/// Unwinds an action whose place a newer one has taken, while it was reading a folder.
+class Superseded : public std::exception
+{
+};
+
+/// The coroutines run one after the other; one that reads a folder may end with Superseded.
+class BrowserLists : public QObject
+{
+    Q_OBJECT
+
+public:
+    BrowserLists(const BrowserServices &services, BrowserData &data, Projector &film);
+
+    [[nodiscard]] BrowserState &state() { return state_; }
+
+    [[nodiscard]] const BrowserState &state() const { return state_; }
+
+    [[nodiscard]] FileList &files() { return files_; }
+
+    [[nodiscard]] QStringListModel &cameraRows() { return cameraRows_; }
+
+    /// The selected row of `LstDirCam`, -1 for none.
+    [[nodiscard]] int cameraIndex() const { return cameraIndex_; }
+
+    [[nodiscard]] Sheet &sheet() { return sheet_; }
+
+    /// Position and count of the list, as shown.
+    [[nodiscard]] const QString &NbI() const { return NbI_; }
+
+    /// The button that plays the images as a film.
+    [[nodiscard]] bool isFilmEnabled() const { return filmEnabled_; }
+
+    /// Text of the folder of a camera; that of the storage folder itself for a row without address.
+    [[nodiscard]] QString folderOf(CameraAddress camera) const;
+
+    /// Takes the stored group and camera and builds the display.
+    QCoro::Task<> load();
+
+    /// Selects a group or a camera in its list, and no more.
+    void setGroup(int group);
+    void setRow(int row);
+
+    /// A new group was selected.
+    QCoro::Task<> lstGroupe_MouseUp();
+
+    /// A new camera was selected.
+    QCoro::Task<> lstCam_MouseUp();
+
+    /// Builds the browser anew for the group, camera and view that are selected.
+    QCoro::Task<> DirImage();
+
+    /// Lists the folder of the selected camera, which is made when it is missing.
+    QCoro::Task<> LitDir();
+
+    /// Fills the group view: the newest image of each camera.
+    QCoro::Task<> DirCam();
+
+    /// Shows the ten images around the selected one, the last one when none is.
+    void LstDir_Click();
+
+    /// Selects an image of the list, as a click on it does.
+    void selectFile(int index);
+
+    /// A row of the group view was selected: its camera is the selected one from now on.
+    QCoro::Task<> LstDirCam_Click(int row);
+
+    /// A cell was clicked: its image becomes the selected one, or its camera in group view.
+    QCoro::Task<> Vue_Click(int cell);
+
+    /// Opens the slideshow on the selected camera's images, or begins it anew.
+    QCoro::Task<> ResetCine();
+
+    /// Lists the folder anew after files were renamed; the position stays.
+    QCoro::Task<> relist();
+
+    /// A newer action is to take over: what is reading a folder ends with Superseded.
+    void supersede();
+
+    /// The next action may read again.
+    void allowReading();
+
+Q_SIGNALS:
+    /// Texts, buttons or selections of the window are others than before.
+    void changed();
+
+    /// The keyboard is to go to the list of images, or of cameras.
+    void filesWanted();
+    void camerasWanted();
+
+private:
+    [[nodiscard]] bool mayRead();
+    [[nodiscard]] int listPosition(QStringView key) const;
+    void makeFolder(const QString &folder);
+    void setCount(const QString &text);
+    void showSlice(int start);
+    void startConformity(const ImageFile &image);
+    void frame(int cell);
+    void trace(const QString &text);
+
+    BrowserServices services_;
+    BrowserState &state_;
+    Projector &film_;
+    FileList &files_;
+    QStringListModel &cameraRows_;
+    Sheet &sheet_;
+    FolderReader reader_;
+    QString NbI_;
+    QString folderNotMade_;
+    std::stop_source reading_;
+    int cameraIndex_ = -1;
+    bool filmEnabled_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,213 @@
+#include "browser/BrowserModes.h"
+
+#include "base/DateText.h"
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString kControl = QStringLiteral("Control");
+constexpr auto kScanStep = 10s;
+
+} // namespace
+
+BrowserModes::BrowserModes(const BrowserServices &services, BrowserLists &lists, Projector &film)
+    : services_(services)
+    , lists_(lists)
+    , film_(film)
+{
+    timer_.setObjectName(QStringLiteral("TimerScan"));
+    timer_.setInterval(kScanStep);
+    connect(&timer_, &QTimer::timeout, this, &BrowserModes::scanDue);
+    connect(&services_.capture.storage, &StorageFolder::checked, this, &BrowserModes::runScan);
+    connect(&services_.capture.storage, &StorageFolder::checked, this, &BrowserModes::runFilm);
+    connect(&services_.scheduler, &Scheduler::timersStopped, this, &BrowserModes::stopTimers);
+}
+
+const SettingsFile &BrowserModes::settings() const
+{
+    return services_.capture.table.settings();
+}
+
+bool BrowserModes::stored(QStringView key) const
+{
+    return settings().number(kControl, key) != 0;
+}
+
+QCoro::Task<> BrowserModes::load()
+{
+    showNow();
+    if (stored(u"Auto")) {
+        co_await cAuto_Click(true);
+    }
+    if (stored(u"Camera")) {
+        co_await cCamera_Click(true);
+    }
+    if (stored(u"Scan")) {
+        cScan_Click(true);
+    }
+    lists_.sheet().hideZoom();
+}
+
+void BrowserModes::unload()
+{
+    timer_.stop();
+}
+
+void BrowserModes::set(Mode mode, QStringView key, bool on)
+{
+    flag(mode) = on;
+    settings().write(kControl, key, on ? 1 : 0);
+    Q_EMIT changed();
+}
+
+void BrowserModes::showNow()
+{
+    const QString now = dateText(services_.capture.clock.localNow());
+    Q_EMIT searchTextsChanged(now.section(u' ', 0, 0), now.section(u' ', 1));
+}
+
+QCoro::Task<> BrowserModes::cAuto_Click(bool on)
+{
+    set(Mode::Auto, u"Auto", on);
+    if (lists_.state().view == View::Camera) {
+        co_await lists_.lstCam_MouseUp();
+    } else {
+        co_await lists_.DirImage();
+    }
+}
+
+QCoro::Task<> BrowserModes::cCamera_Click(bool on)
+{
+    lists_.state().view = on ? View::Group : View::Camera;
+    set(Mode::Camera, u"Camera", on);
+    if (on) {
+        lists_.sheet().hideZoom();
+        showNow();
+    }
+    co_await lists_.lstGroupe_MouseUp();
+}
+
+void BrowserModes::cScan_Click(bool on)
+{
+    set(Mode::Scan, u"Scan", on);
+    runScan(services_.capture.storage.state());
+}
+
+bool BrowserModes::isFollowing(CameraAddress camera) const
+{
+    const BrowserState &state = lists_.state();
+    return isOn(Mode::Auto) && (state.view == View::Group ? state.camera.group == camera.group
+                                                          : state.camera == camera);
+}
+
+QCoro::Task<> BrowserModes::refreshAfter(CameraAddress camera)
+{
+    if (!isFollowing(camera)) {
+        co_return;
+    }
+    if (lists_.state().view == View::Camera) {
+        co_await lists_.lstCam_MouseUp();
+    } else {
+        co_await lists_.DirImage();
+        co_await lists_.LstDirCam_Click(camera.row);
+    }
+}
+
+bool BrowserModes::mayWalk()
+{
+    StorageFolder &storage = services_.capture.storage;
+    if (lists_.state().CineActif != BrowserState::kNo) {
+        return false;
+    }
+    if (storage.isCheckRequested()) {
+        storage.testSA();
+    }
+    if (storage.timersStopped()) {
+        services_.scheduler.ArretTimer();
+        return false;
+    }
+    return storage.lamp() == LampColour::Green;
+}
+
+// Any number but 0 is on here, while a group is captured only with a 1.
+ActiveGroups BrowserModes::activeGroups() const
+{
+    const SettingsSnapshot now = settings().snapshot();
+    ActiveGroups active{};
+    for (int group = 0; group < kGroups; ++group) {
+        active.at(static_cast<std::size_t>(group)) = now.number(listSection(group), u"LstAct") != 0;
+    }
+    return active;
+}
+
+QCoro::Task<> BrowserModes::TimerScan_Timer()
+{
+    if (!mayWalk()) {
+        co_return;
+    }
+    const CameraAddress camera = lists_.state().camera;
+    if (lists_.state().view == View::Group) {
+        lists_.sheet().hideZoom();
+        lists_.setGroup(nextGroup(camera.group, activeGroups()));
+        co_await lists_.DirCam();
+    } else {
+        const CameraAddress next = nextCamera(camera, activeGroups());
+        lists_.setGroup(next.group);
+        lists_.setRow(next.row);
+        co_await lists_.lstCam_MouseUp();
+    }
+    if (film_.isOpen()) {
+        co_await lists_.ResetCine();
+    }
+}
+
+QCoro::Task<> BrowserModes::bFilm_MouseDown()
+{
+    if (lists_.state().view == View::Group) {
+        co_await lists_.LitDir();
+    }
+    if (lists_.files().count() > 0 && !film_.isOpen()) {
+        co_await lists_.ResetCine();
+    } else {
+        closeFilm();
+    }
+}
+
+void BrowserModes::closeFilm()
+{
+    film_.stopTimer();
+    lists_.sheet().hideZoom();
+    film_.close();
+    lists_.state().CineActif = BrowserState::kNo;
+}
+
+// A check of the storage folder stops the timers while it is missing and runs them again, each if
+// its own switch is on.
+void BrowserModes::runScan(const StorageState &state)
+{
+    const bool walks = isOn(Mode::Scan) && state.captureEnabled;
+    if (!walks) {
+        timer_.stop();
+    } else if (!timer_.isActive()) {
+        timer_.start();
+    }
+}
+
+void BrowserModes::runFilm(const StorageState &state)
+{
+    if (!state.captureEnabled) {
+        film_.stopTimer();
+    } else if (film_.isPlaying() && !film_.isRunning()) {
+        film_.startTimer();
+    }
+}
+
+void BrowserModes::stopTimers()
+{
+    timer_.stop();
+    film_.stopTimer();
+}
+
+} // namespace velmora

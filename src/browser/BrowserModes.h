@@ -1,0 +1,85 @@
+// How the browser follows what happens: its views, the refresh after a capture, the walk through
+// the groups, and the way into the slideshow.
+#pragma once
+
+#include "browser/BrowserLists.h"
+#include "browser/ScanWalk.h"
+
+#include <QTimer>
+
+namespace velmora {
+
+enum class Mode {
+    Auto,   // `cAuto`: new images are shown as they are captured
+    Camera, // `cCamera`: group view instead of camera view
+    Scan    // `cScan`: group after group, or camera after camera, every ten seconds
+};
+
+class BrowserModes : public QObject
+{
+    Q_OBJECT
+
+public:
+    BrowserModes(const BrowserServices &services, BrowserLists &lists, Projector &film);
+
+    /// `TimerScan`: runs exactly while the scan is on and the storage folder can be used.
+    [[nodiscard]] QTimer &timer() { return timer_; }
+
+    [[nodiscard]] bool isOn(Mode mode) const { return on_.at(static_cast<std::size_t>(mode)); }
+
+    /// Takes the modes that are stored, each as if it had been clicked, and shows today's date.
+    QCoro::Task<> load();
+
+    /// The window closed: the walk ends.
+    void unload();
+
+    QCoro::Task<> cAuto_Click(bool on);
+    QCoro::Task<> cCamera_Click(bool on);
+    void cScan_Click(bool on);
+
+    /// A new image of this camera was stored: shows it, if new images are followed and its camera
+    /// or group is the one shown.
+    QCoro::Task<> refreshAfter(CameraAddress camera);
+
+    /// True when that refresh would show something.
+    [[nodiscard]] bool isFollowing(CameraAddress camera) const;
+
+    /// One step of the walk.
+    QCoro::Task<> TimerScan_Timer();
+
+    /// The film button: opens the slideshow, or closes it.
+    QCoro::Task<> bFilm_MouseDown();
+
+Q_SIGNALS:
+    void changed();
+
+    /// These texts belong into the boxes of the search.
+    void searchTextsChanged(const QString &lDate, const QString &lTime);
+
+    /// The walk's timer came round.
+    void scanDue();
+
+private:
+    bool &flag(Mode mode) { return on_.at(static_cast<std::size_t>(mode)); }
+
+    [[nodiscard]] const SettingsFile &settings() const;
+    [[nodiscard]] bool stored(QStringView key) const;
+    [[nodiscard]] bool mayWalk();
+    [[nodiscard]] ActiveGroups activeGroups() const;
+    void set(Mode mode, QStringView key, bool on);
+    void showNow();
+    void closeFilm();
+    void runScan(const StorageState &state);
+    void runFilm(const StorageState &state);
+    void stopTimers();
+
+    static constexpr std::size_t kModes = 3;
+
+    BrowserServices services_;
+    BrowserLists &lists_;
+    Projector &film_;
+    QTimer timer_;
+    std::array<bool, kModes> on_{};
+};
+
+} // namespace velmora

@@ -1,0 +1,60 @@
+#include "browser/FileActions.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kShownCharacters = 23;
+
+QString killText(const QString &name)
+{
+    return QStringLiteral("Kill ") + name;
+}
+
+} // namespace
+
+FileActions::FileActions(StorageFolder &storage, BrowserLists &lists)
+    : storage_(storage)
+    , lists_(lists)
+{
+}
+
+QString FileActions::native(const ImageFile &image) const
+{
+    return storage_.native(image.folder) + u'/' + image.name;
+}
+
+std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
+{
+    const ImageFile target = lists_.files().selected();
+    if (target.isNone() || !QFileInfo(native(target)).isFile()) {
+        return std::nullopt;
+    }
+    return KillQuestion{target, killText(target.name)};
+}
+
+std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
+{
+    const int row = lists_.cameraIndex();
+    if (row < 0 || lists_.state().newestOf(row).isNone()) {
+        return std::nullopt;
+    }
+    const ImageFile &target = lists_.state().newestOf(row);
+    return KillQuestion{
+        target, killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
+}
+
+QCoro::Task<> FileActions::kill(ImageFile target)
+{
+    const int row = lists_.state().camera.row;
+    static_cast<void>(QFile::remove(native(target)));
+    co_await lists_.lstCam_MouseUp();
+    if (lists_.state().view == View::Group) {
+        co_await lists_.DirImage();
+        co_await lists_.LstDirCam_Click(row);
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,38 @@
+// Deleting stored images from the browser.
+#pragma once
+
+#include "browser/BrowserLists.h"
+
+namespace velmora {
+
+/// What the user is asked before a file goes.
+struct KillQuestion
+{
+    ImageFile target;
+    QString text; // "Kill " and the file's name
+};
+
+class FileActions
+{
+public:
+    FileActions(StorageFolder &storage, BrowserLists &lists);
+
+    /// The question for the selected image of the camera view; none when nothing is selected or the
+    /// file is gone.
+    [[nodiscard]] std::optional<KillQuestion> LstDir_KeyDown() const;
+
+    /// The question for the newest image of the selected camera of the group view: the last 23
+    /// characters of its path, as long as usual names are. None for a camera without images.
+    [[nodiscard]] std::optional<KillQuestion> LstDirCam_KeyDown() const;
+
+    /// Deletes a file and shows what is left. A file that cannot be deleted is simply still shown.
+    QCoro::Task<> kill(ImageFile target);
+
+private:
+    [[nodiscard]] QString native(const ImageFile &image) const;
+
+    StorageFolder &storage_;
+    BrowserLists &lists_;
+};
+
+} // namespace velmora

@@ -1,0 +1,59 @@
+#include "browser/FileList.h"
+
+#include <QFile>
+
+#include <limits>
+#include <utility>
+
+namespace velmora {
+
+FileList::FileList(QObject *parent)
+    : QAbstractListModel(parent)
+    , names_(std::make_shared<const ImageNames>())
+{
+}
+
+void FileList::bind(const QString &folder, std::shared_ptr<const ImageNames> names)
+{
+    beginResetModel();
+    folder_ = folder;
+    names_ = std::move(names);
+    index_ = -1;
+    endResetModel();
+    Q_EMIT selectionChanged(index_);
+}
+
+int FileList::count() const
+{
+    constexpr qsizetype kMost = std::numeric_limits<int>::max();
+    return static_cast<int>(std::min(names_->count(), kMost));
+}
+
+void FileList::setListIndex(int index)
+{
+    index_ = index >= 0 && index < count() ? index : -1;
+    Q_EMIT selectionChanged(index_);
+}
+
+ImageFile FileList::file(int position) const
+{
+    if (position < 0 || position >= count()) {
+        return {};
+    }
+    return {folder_, QFile::decodeName(names_->name(position))};
+}
+
+int FileList::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant FileList::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::DisplayRole) {
+        return {};
+    }
+    return file(index.row()).name.simplified();
+}
+
+} // namespace velmora

@@ -1,0 +1,53 @@
+// What mouse and keys do on the contact sheet beyond choosing an image: zoom, copy, open, search.
+#pragma once
+
+#include "browser/BrowserLists.h"
+
+#include <QObject>
+
+namespace velmora {
+
+class GridActions : public QObject
+{
+    Q_OBJECT
+
+public:
+    GridActions(StorageFolder &storage, BrowserLists &lists);
+
+    /// The left button went down on a cell that holds a picture.
+    void frameCell(int cell);
+
+    /// The right button went down on a cell: shows its image large and asks for a copy of it. Does
+    /// nothing for an empty cell, and while an image is shown large already.
+    QCoro::Task<> zoomCell(int cell);
+
+    /// Shows the selected image large, or puts a large one away.
+    void toggleZoom();
+
+    /// The large image was clicked.
+    void ZoomImage_Click();
+
+    /// A cell was clicked twice, in camera view: gives the selected image to the desktop, unless
+    /// the cell is empty.
+    void Vue_DblClick(int cell);
+
+    /// A double click on the list: gives the selected camera's folder to the desktop.
+    void LstDir_DblClick();
+
+    /// Selects the first image whose name holds date and time, or else the first of that day.
+    void NomFichier(const QString &lDate, const QString &lTime);
+
+Q_SIGNALS:
+    /// Native paths.
+    void openWanted(const QString &path);
+    void copyWanted(const QString &path);
+
+private:
+    [[nodiscard]] QString native(const ImageFile &image) const;
+    [[nodiscard]] const ImageFile &selectedImage() const;
+
+    StorageFolder &storage_;
+    BrowserLists &lists_;
+};
+
+} // namespace velmora

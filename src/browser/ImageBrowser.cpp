@@ -1,0 +1,177 @@
+#include "browser/ImageBrowser.h"
+
+#include <QScopeGuard>
+
+#include <utility>
+
+namespace velmora {
+namespace {
+
+constexpr int kFiveTicksBefore = 55; // of the sixtieth, at which fixed cameras come
+
+} // namespace
+
+ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, Projector &film)
+    : services_(services)
+    , lists_(services, data, film)
+    , modes_(services, lists_, film)
+    , grid_(services.capture.storage, lists_)
+    , files_(services.capture.storage, lists_)
+{
+    connect(&modes_, &BrowserModes::scanDue, this,
+            [this] { launch(Kind::Rebuild, [this] { return modes_.TimerScan_Timer(); }); });
+    connect(&services_.conformity, &Conformity::ended, this, [this] {
+        if (lists_.state().view == View::Camera) {
+            launch(Kind::Rebuild, [this] { return lists_.relist(); });
+        }
+    });
+}
+
+void ImageBrowser::launch(Kind kind, Story story)
+{
+    if (closed_) {
+        return;
+    }
+    if (kind == Kind::Rebuild) {
+        ++rebuilds_;
+        if (rebuilding_) {
+            lists_.supersede();
+        }
+    }
+    services_.scope.launch(inTurn(kind, rebuilds_, std::move(story)));
+}
+
+QCoro::Task<> ImageBrowser::inTurn(Kind kind, int rebuild, Story story)
+{
+    co_await turnstile_.enter();
+    const auto atEnd = qScopeGuard([this] {
+        rebuilding_ = false;
+        turnstile_.leave();
+    });
+    if (closed_) {
+        co_return;
+    }
+    rebuilding_ = kind == Kind::Rebuild;
+    lists_.allowReading();
+    if (rebuilding_ && rebuild != rebuilds_) {
+        lists_.supersede(); // what it stores and deletes still counts, up to its first reading
+    }
+    try {
+        co_await story();
+    } catch (const Superseded &) {
+        // The newer action shows what is to be seen.
+    }
+}
+
+void ImageBrowser::load()
+{
+    launch(Kind::Follow, [this] { return lists_.load(); });
+    launch(Kind::Follow, [this] { return modes_.load(); });
+}
+
+void ImageBrowser::begin()
+{
+    lists_.state().LectureOK = BrowserState::kYes;
+    refresh();
+}
+
+void ImageBrowser::unload()
+{
+    modes_.unload();
+}
+
+void ImageBrowser::close()
+{
+    closed_ = true;
+    lists_.supersede();
+}
+
+void ImageBrowser::chooseGroup(int group)
+{
+    lists_.setGroup(group);
+    launch(Kind::Rebuild, [this] { return lists_.lstGroupe_MouseUp(); });
+}
+
+void ImageBrowser::chooseCamera(int row)
+{
+    lists_.setRow(row);
+    launch(Kind::Rebuild, [this] { return lists_.lstCam_MouseUp(); });
+}
+
+void ImageBrowser::chooseFile(int index)
+{
+    lists_.selectFile(index);
+}
+
+void ImageBrowser::chooseCameraRow(int row)
+{
+    launch(Kind::Follow, [this, row] { return lists_.LstDirCam_Click(row); });
+}
+
+void ImageBrowser::clickCell(int cell)
+{
+    if (lists_.state().view == View::Camera) {
+        services_.scope.launch(lists_.Vue_Click(cell));
+    } else if (!lists_.state().DirCamEnCours) {
+        launch(Kind::Follow, [this, cell] { return lists_.Vue_Click(cell); });
+    }
+}
+
+void ImageBrowser::doubleClickCell(int cell)
+{
+    if (lists_.state().view == View::Camera) {
+        grid_.Vue_DblClick(cell);
+        if (modes_.isOn(Mode::Scan)) {
+            setMode(Mode::Scan, false);
+        }
+    }
+}
+
+void ImageBrowser::zoomCell(int cell)
+{
+    launch(Kind::Follow, [this, cell] { return grid_.zoomCell(cell); });
+}
+
+void ImageBrowser::setMode(Mode mode, bool on)
+{
+    switch (mode) {
+    case Mode::Auto:
+        launch(Kind::Rebuild, [this, on] { return modes_.cAuto_Click(on); });
+        break;
+    case Mode::Camera:
+        launch(Kind::Rebuild, [this, on] { return modes_.cCamera_Click(on); });
+        break;
+    case Mode::Scan:
+        modes_.cScan_Click(on);
+        break;
+    }
+}
+
+void ImageBrowser::refresh()
+{
+    launch(Kind::Rebuild, [this] { return lists_.DirImage(); });
+}
+
+void ImageBrowser::toggleFilm()
+{
+    launch(Kind::Follow, [this] { return modes_.bFilm_MouseDown(); });
+}
+
+void ImageBrowser::kill(const ImageFile &target)
+{
+    launch(Kind::Rebuild, [this, target] { return files_.kill(target); });
+}
+
+void ImageBrowser::follow(CameraAddress camera)
+{
+    if (modes_.isFollowing(camera)) {
+        launch(Kind::Rebuild, [this, camera] { return modes_.refreshAfter(camera); });
+    }
+}
+
+void ImageBrowser::ctrT_Click()
+{
+    services_.scheduler.setTickCounter(kFiveTicksBefore);
+}
+
+} // namespace velmora

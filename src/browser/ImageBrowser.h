@@ -1,0 +1,82 @@
+// The image browser without its window: takes what the user does, in order, to the parts that know
+// what follows from it.
+#pragma once
+
+#include "base/Turnstile.h"
+#include "browser/BrowserModes.h"
+#include "browser/FileActions.h"
+#include "browser/GridActions.h"
+
+#include <functional>
+
+namespace velmora {
+
+/// Actions that read folders run one after the other. One that builds the display anew takes the
+/// place of any other such action that has not ended, since that one would only be painted over.
+class ImageBrowser : public QObject
+{
+    Q_OBJECT
+
+public:
+    ImageBrowser(const BrowserServices &services, BrowserData &data, Projector &film);
+
+    [[nodiscard]] BrowserLists &lists() { return lists_; }
+
+    [[nodiscard]] BrowserModes &modes() { return modes_; }
+
+    [[nodiscard]] GridActions &grid() { return grid_; }
+
+    [[nodiscard]] FileActions &files() { return files_; }
+
+    /// The window is about to be shown.
+    void load();
+
+    /// Camera folders may be read from now on.
+    void begin();
+
+    /// The window closed.
+    void unload();
+
+    /// The program ends: nothing is read any more.
+    void close();
+
+    void chooseGroup(int group);
+    void chooseCamera(int row);
+    void chooseFile(int index);
+    void chooseCameraRow(int row);
+    void clickCell(int cell);
+    void doubleClickCell(int cell);
+    void zoomCell(int cell);
+    void setMode(Mode mode, bool on);
+    void refresh();
+    void toggleFilm();
+    void kill(const ImageFile &target);
+
+    /// The capture has stored a new image of a camera.
+    void follow(CameraAddress camera);
+
+    /// The seconds to the next capture were clicked: fixed cameras come five ticks later.
+    void ctrT_Click();
+
+private:
+    enum class Kind {
+        Rebuild, // builds the whole display
+        Follow   // goes on from the display as it is
+    };
+    using Story = std::function<QCoro::Task<>()>;
+
+    void launch(Kind kind, Story story);
+    QCoro::Task<> inTurn(Kind kind, int rebuild, Story story);
+
+    BrowserServices services_;
+    BrowserLists lists_;
+    BrowserModes modes_;
+    GridActions grid_;
+    FileActions files_;
+    Turnstile turnstile_;
+    int rebuilds_ = 0;
+    bool rebuilding_ = false;
+    bool closed_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,22 @@
+// A stored image, by its folder and its name.
+#pragma once
+
+#include <QString>
+
+namespace velmora {
+
+/// Text form of the folder, ending with "\", and the file's name in it; no name, no file.
+struct ImageFile
+{
+    QString folder;
+    QString name;
+
+    [[nodiscard]] bool isNone() const { return name.isEmpty(); }
+
+    /// Text form.
+    [[nodiscard]] QString path() const { return isNone() ? QString() : folder + name; }
+
+    bool operator==(const ImageFile &) const = default;
+};
+
+} // namespace velmora

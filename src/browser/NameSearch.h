@@ -1,0 +1,25 @@
+// The search of an image by date and time.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace velmora {
+
+/// What image names begin with that were taken at a time, and on a day.
+struct SearchKeys
+{
+    QByteArray moment; // "20061231_1430"
+    QByteArray day;    // "20061231"
+
+    bool operator==(const SearchKeys &) const = default;
+};
+
+/// The keys of a date as typed, day first ("31/12/2006", also with "-" or "." between) or year
+/// first
+/// ("2006-12-31"), and a time, of which every ":" is left out. Nothing when the date is none.
+[[nodiscard]] std::optional<SearchKeys> searchKeys(const QString &date, const QString &time);
+
+} // namespace velmora

@@ -1,0 +1,38 @@
+// The slideshow as the browser sees it.
+#pragma once
+
+namespace velmora {
+
+class Projector
+{
+public:
+    Projector() = default;
+    Projector(const Projector &) = delete;
+    Projector &operator=(const Projector &) = delete;
+    Projector(Projector &&) = delete;
+    Projector &operator=(Projector &&) = delete;
+    virtual ~Projector() = default;
+
+    /// True while its window is open.
+    [[nodiscard]] virtual bool isOpen() const = 0;
+
+    /// True while it is open and its play button reads "Pause".
+    [[nodiscard]] virtual bool isPlaying() const = 0;
+
+    /// True while its timer runs.
+    [[nodiscard]] virtual bool isRunning() const = 0;
+
+    virtual void stopTimer() = 0;
+    virtual void startTimer() = 0;
+
+    /// Opens it, or begins anew, on the files that the browser lists.
+    virtual void begin() = 0;
+
+    /// The image at this position of the list, from 0, comes next.
+    virtual void moveTo(int index) = 0;
+
+    /// Closes its window.
+    virtual void close() = 0;
+};
+
+} // namespace velmora

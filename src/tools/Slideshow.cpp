@@ -1,0 +1,236 @@
+#include "tools/Slideshow.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+const QString kControl = QStringLiteral("Control");
+const QString kPause = QStringLiteral("Pause");
+const QString kStart = QStringLiteral("Start");
+constexpr int kDayLetters = 8;
+constexpr int kStemLetters = 15;
+constexpr int kSpread = 9; // positions between the ends when one slider pushes the other
+
+QString ratio(int part, int whole)
+{
+    return QStringLiteral("%1 / %2").arg(part).arg(whole);
+}
+
+} // namespace
+
+Slideshow::Slideshow(const SettingsFile &settings, EventLog &log, BrowserData &data)
+    : settings_(settings)
+    , log_(log)
+    , data_(data)
+{
+    timer_.setObjectName(QStringLiteral("cine"));
+    timer_.setTimerType(Qt::PreciseTimer);
+    connect(&timer_, &QTimer::timeout, this, &Slideshow::cine_Timer);
+}
+
+bool Slideshow::isPlaying() const
+{
+    return open_ && face_.PauseCine == kPause;
+}
+
+void Slideshow::startTimer()
+{
+    if (open_) {
+        timer_.start();
+    }
+}
+
+ImageFile Slideshow::fileAt(int position) const
+{
+    return data_.files.file(position - 1);
+}
+
+// The speed that was used last; without one, the fastest.
+void Slideshow::load()
+{
+    const double stored = settings_.number(kControl, u"Vitesse");
+    face_.vitesse = static_cast<int>(std::clamp<double>(stored, kFastest, kSlowest));
+    timer_.setInterval(face_.vitesse);
+    face_.PauseCine = kPause;
+    open_ = true;
+    Q_EMIT opened();
+}
+
+void Slideshow::begin()
+{
+    if (!open_) {
+        load();
+    }
+    face_.count = data_.files.count();
+    current_ = 0;
+    face_.range = {1, face_.count};
+    face_.tDebut = fileAt(1).name.left(kDayLetters);
+    face_.tFin = fileAt(face_.count).name.left(kDayLetters);
+    face_.progress = 0;
+    face_.Compte.clear();
+    face_.Compte0.clear();
+    if (face_.count > 1) {
+        showCounters();
+    }
+    timer_.setInterval(face_.vitesse);
+    if (face_.PauseCine == kPause) {
+        timer_.start();
+    }
+    face_.image = fileAt(1);
+    face_.nFich = face_.image.name.left(kStemLetters);
+    Q_EMIT changed();
+}
+
+void Slideshow::moveTo(int index)
+{
+    if (open_) {
+        current_ = index + 1;
+    }
+}
+
+void Slideshow::close()
+{
+    if (!open_) {
+        return;
+    }
+    log_.trace(QStringLiteral("Cine Form_Unload"));
+    Q_EMIT closing();
+    timer_.stop();
+    open_ = false;
+    data_.sheet.hideZoom();
+    face_.image = {};
+    data_.state.CineActif = BrowserState::kNo;
+    Q_EMIT closed();
+}
+
+void Slideshow::cine_Timer()
+{
+    const PlayRange &range = face_.range;
+    if (face_.PauseCine == kPause && range.start == range.end) {
+        timer_.stop();
+        return;
+    }
+    if (current_ > range.end) {
+        current_ = range.start;
+    }
+    if (range.end == 0) {
+        timer_.stop();
+        return;
+    }
+    if (current_ > 0) { // right after the begin the first image stands there already
+        face_.image = fileAt(current_);
+        face_.nFich = face_.image.name.left(kStemLetters);
+    }
+    current_ = std::max(current_, range.start);
+    face_.progress = current_ - range.start + 1;
+    showCounters();
+    ++current_;
+    timer_.setInterval(face_.vitesse);
+    Q_EMIT changed();
+}
+
+void Slideshow::PauseCine_MouseDown()
+{
+    if (!open_) {
+        return;
+    }
+    if (timer_.isActive()) {
+        face_.PauseCine = kStart;
+        timer_.stop();
+    } else {
+        face_.PauseCine = kPause;
+        startTimer();
+    }
+    Q_EMIT changed();
+}
+
+void Slideshow::sDebut_Change(int value)
+{
+    PlayRange &range = face_.range;
+    range.start = value;
+    if (range.start < data_.files.count() - kSpread && range.start > range.end) {
+        range.end = range.start + kSpread;
+    } else if (range.start > range.end) {
+        range.end = range.start;
+    }
+    current_ = std::max(current_, range.start);
+    showRange();
+}
+
+// A last position that is moved lets even a paused show run on.
+void Slideshow::sFin_Change(int value)
+{
+    PlayRange &range = face_.range;
+    range.end = value;
+    if (range.end < range.start) {
+        range.start = range.end > kSpread ? range.end - kSpread : range.end;
+    }
+    if (current_ > range.end) {
+        current_ = range.start;
+    }
+    if (face_.PauseCine == kPause && range.start == range.end) {
+        timer_.stop();
+    } else {
+        startTimer();
+    }
+    showRange();
+}
+
+void Slideshow::showRange()
+{
+    showCounters();
+    if (face_.range.start >= 1) {
+        face_.tDebut = fileAt(face_.range.start).name.left(kDayLetters);
+    }
+    if (face_.range.end >= 1) {
+        face_.tFin = fileAt(face_.range.end).name.left(kDayLetters);
+    }
+    Q_EMIT changed();
+}
+
+void Slideshow::showCounters()
+{
+    const PlayRange &range = face_.range;
+    face_.Compte = ratio(current_, range.end);
+    face_.Compte0 = ratio(current_ - range.start + 1, range.end - range.start + 1);
+}
+
+void Slideshow::vitesse_Change(int value)
+{
+    face_.vitesse = value;
+    settings_.write(kControl, u"Vitesse", value);
+    Q_EMIT changed();
+}
+
+void Slideshow::find(const QString &begin)
+{
+    const auto found = data_.files.names().firstBeginningWith(QFile::encodeName(begin));
+    if (found && !begin.isEmpty()) {
+        Q_EMIT fileChosen(static_cast<int>(*found));
+    }
+}
+
+void Slideshow::iCine_Click()
+{
+    if (data_.state.view == View::Group || data_.files.ListIndex() < 2) {
+        return;
+    }
+    log_.trace(QStringLiteral("Cine iCine_Click"));
+    const bool active = data_.state.CineActif != BrowserState::kNo;
+    if (active) {
+        timer_.stop();
+    }
+    if (current_ >= data_.files.count()) {
+        current_ = 0;
+    }
+    Q_EMIT fileChosen(current_ < 2 ? 0 : current_ - 2);
+    if (active && isPlaying()) {
+        startTimer();
+    }
+    log_.trace(QStringLiteral("Cine iCine_Click Fin"));
+}
+
+} // namespace velmora

@@ -1,0 +1,115 @@
+// The slideshow: plays the images that the browser lists, one after the other and in a loop,
+// between a first and a last position.
+#pragma once
+
+#include "browser/BrowserData.h"
+#include "browser/Projector.h"
+#include "settings/EventLog.h"
+#include "settings/SettingsFile.h"
+
+#include <QObject>
+#include <QTimer>
+
+namespace velmora {
+
+/// Positions in the browser's list, counted from 1.
+struct PlayRange
+{
+    int start = 0; // first position played
+    int end = 0;   // last position played; 0: nothing to play
+
+    bool operator==(const PlayRange &) const = default;
+};
+
+/// What the window shows of it.
+struct FilmFace
+{
+    QString PauseCine = QStringLiteral("Pause"); // the button's caption: what pressing it does
+    PlayRange range;
+    int count = 0;   // images in the list
+    int vitesse = 0; // ms for each image
+    int progress = 0;
+    QString tDebut; // "20060307", the day of the first image played
+    QString tFin;
+    QString Compte;  // "5 / 30"
+    QString Compte0; // "1 / 26": rank in the range
+    QString nFich;   // date and time of the image shown
+    ImageFile image;
+};
+
+class Slideshow : public QObject, public Projector
+{
+    Q_OBJECT
+
+public:
+    /// Bounds of the speed, ms.
+    static constexpr int kFastest = 10;
+    static constexpr int kSlowest = 1000;
+
+    Slideshow(const SettingsFile &settings, EventLog &log, BrowserData &data);
+
+    [[nodiscard]] const FilmFace &face() const { return face_; }
+
+    /// `cine`: advances the show.
+    [[nodiscard]] QTimer &timer() { return timer_; }
+
+    [[nodiscard]] bool isOpen() const override { return open_; }
+
+    [[nodiscard]] bool isPlaying() const override;
+
+    [[nodiscard]] bool isRunning() const override { return timer_.isActive(); }
+
+    void stopTimer() override { timer_.stop(); }
+
+    void startTimer() override;
+    void begin() override;
+    void moveTo(int index) override;
+    void close() override;
+
+    /// Position of the next image.
+    [[nodiscard]] int current() const { return current_; }
+
+    /// One tick of the show.
+    void cine_Timer();
+
+    /// Plays on, or pauses.
+    void PauseCine_MouseDown();
+
+    /// A slider was moved.
+    void sDebut_Change(int value);
+    void sFin_Change(int value);
+    void vitesse_Change(int value);
+
+    /// Selects the first image whose name begins with a text, in the browser's list.
+    void find(const QString &begin);
+
+    /// The picture was clicked: the image just shown becomes the browser's selected one.
+    void iCine_Click();
+
+Q_SIGNALS:
+    void opened();
+    void closing();
+    void closed();
+
+    /// The face is another than before.
+    void changed();
+
+    /// The browser is to select this entry of its list, from 0.
+    void fileChosen(int index);
+
+private:
+    void load();
+    void showRange();
+    void showCounters();
+    [[nodiscard]] ImageFile fileAt(int position) const;
+
+    const SettingsFile &settings_;
+    EventLog &log_;
+    BrowserData &data_;
+    QTimer timer_;
+    FilmFace face_;
+    int current_ = 0;
+    bool open_ = false;
+};
+
+} // namespace velmora

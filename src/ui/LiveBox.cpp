@@ -1,0 +1,40 @@
+#include "ui/LiveBox.h"
+
+#include "pictures/PictureReader.h"
+
+namespace velmora {
+
+LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
+    : QObject(&window)
+    , controls_(controls)
+    , live_(live)
+{
+    connect(&live_, &LiveView::captionsChanged, this, &LiveBox::showCaptions);
+    connect(&live_, &LiveView::statusCleared, &controls_.lTmp, &QLabel::clear);
+    connect(&live_, &LiveView::targetChanged, this,
+            [this](const QString &path) { load(controls_.iTarget, path); });
+    connect(&live_, &LiveView::webChanged, this,
+            [this](const QString &path) { load(controls_.iWeb, path); });
+    connect(&controls_.iTarget, &PictureView::clicked, this,
+            [this] { Q_EMIT zoomWanted(live_.storedPicture()); });
+    connect(&controls_.iWeb, &PictureView::clicked, this,
+            [this] { Q_EMIT zoomWanted(live_.livePicture()); });
+    showCaptions();
+}
+
+void LiveBox::load(PictureView &view, const QString &path)
+{
+    if (path.isEmpty()) {
+        view.clear();
+    } else {
+        view.showPicture(path, readPicture(path, {view.pixels(), Fit::AtLeast}));
+    }
+}
+
+void LiveBox::showCaptions()
+{
+    controls_.Locale.setText(live_.captions().local);
+    controls_.lWeb.setText(live_.captions().web);
+}
+
+} // namespace velmora

@@ -1,0 +1,138 @@
+#include "ui/PictureView.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace velmora {
+namespace {
+
+constexpr int kCaptionRoom = 4;
+const QColor kCaptionBack(0, 0, 0, 150);
+
+} // namespace
+
+PictureView::PictureView(QWidget *parent)
+    : QWidget(parent)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void PictureView::showPicture(const QString &path, const QImage &image)
+{
+    path_ = path;
+    image_ = image;
+    setAccessibleDescription(image.isNull() ? QString() : path);
+    update();
+}
+
+void PictureView::clear()
+{
+    showPicture(QString(), QImage());
+}
+
+void PictureView::setCaption(const QString &caption)
+{
+    if (caption_ != caption) {
+        caption_ = caption;
+        update();
+    }
+}
+
+QSize PictureView::pixels() const
+{
+    return (QSizeF(size()) * devicePixelRatioF()).toSize();
+}
+
+QRectF PictureView::place() const
+{
+    if (shape_ == Shape::Stretched) {
+        return rect();
+    }
+    QSizeF fitting = QSizeF(image_.size()).scaled(size(), Qt::KeepAspectRatio);
+    QRectF place(QPointF(), fitting);
+    place.moveCenter(QRectF(rect()).center());
+    return place;
+}
+
+void PictureView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    if (image_.isNull()) {
+        paintPlaceholder(painter);
+    } else {
+        paintPicture(painter);
+    }
+    if (!caption_.isEmpty()) {
+        paintCaption(painter);
+    }
+}
+
+void PictureView::paintPicture(QPainter &painter) const
+{
+    const QRectF target = place();
+    if (target != QRectF(rect())) {
+        painter.fillRect(rect(), palette().color(QPalette::Shadow));
+    }
+    const bool exact = (target.size() * devicePixelRatioF()).toSize() == image_.size();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, !exact);
+    painter.drawImage(target, image_);
+}
+
+// An empty place is a shade of the window; a file that is no picture says so.
+void PictureView::paintPlaceholder(QPainter &painter) const
+{
+    const QColor back = palette().color(QPalette::Window);
+    const bool dark = back.lightness() < 128;
+    const QRectF frame = QRectF(rect()).adjusted(3.5, 3.5, -3.5, -3.5);
+    painter.fillRect(rect(), back);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(
+        QPen(palette().color(QPalette::Mid), 1, path_.isEmpty() ? Qt::DotLine : Qt::SolidLine));
+    painter.setBrush(dark ? back.lighter(115) : back.darker(104));
+    painter.drawRoundedRect(frame, 4, 4);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(frame, Qt::AlignCenter, path_.isEmpty() ? emptyText_ : tr("not a picture"));
+}
+
+void PictureView::paintCaption(QPainter &painter) const
+{
+    const int height = fontMetrics().height() + kCaptionRoom;
+    const QRect band(0, this->height() - height, width(), height);
+    painter.fillRect(band, kCaptionBack);
+    painter.setPen(Qt::white);
+    const QRect text = band.adjusted(kCaptionRoom, 0, -kCaptionRoom, 0);
+    painter.drawText(text, Qt::AlignCenter,
+                     fontMetrics().elidedText(caption_, Qt::ElideMiddle, text.width()));
+}
+
+void PictureView::mousePressEvent(QMouseEvent *event)
+{
+    pressed_ = event->button() == Qt::LeftButton;
+    Q_EMIT pressed(event->button(), event->modifiers());
+}
+
+void PictureView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && pressed_) {
+        pressed_ = false;
+        if (rect().contains(event->position().toPoint())) {
+            Q_EMIT clicked();
+        }
+    }
+}
+
+void PictureView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton) {
+        Q_EMIT doubleClicked();
+    } else {
+        mousePressEvent(event);
+    }
+}
+
+void PictureView::mouseMoveEvent(QMouseEvent *event)
+{
+    Q_EMIT pointerMoved(event->position().toPoint());
+}
+
+} // namespace velmora

@@ -1,0 +1,73 @@
+// A picture in a window: a stored image, nothing, or a file that is no picture.
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+namespace velmora {
+
+/// The accessible description is the native path of the file on show, empty while there is none.
+class PictureView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum class Shape {
+        Stretched, // fills the widget, whatever the picture's shape
+        Kept       // as large as fits, in the middle
+    };
+
+    explicit PictureView(QWidget *parent = nullptr);
+
+    void setShape(Shape shape) { shape_ = shape; }
+
+    /// What stands there while there is no picture; several words at most.
+    void setEmptyText(const QString &text) { emptyText_ = text; }
+
+    /// Shows a file's picture. A null image says that the file holds none.
+    void showPicture(const QString &path, const QImage &image);
+
+    /// Shows nothing.
+    void clear();
+
+    /// A line of text over the lower edge of the picture; an empty one is not shown.
+    void setCaption(const QString &caption);
+
+    [[nodiscard]] bool holdsPicture() const { return !image_.isNull(); }
+
+    /// The file on show or found to be no picture; empty when there is none.
+    [[nodiscard]] const QString &path() const { return path_; }
+
+    /// The widget's size in pixels of the screen.
+    [[nodiscard]] QSize pixels() const;
+
+Q_SIGNALS:
+    void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+
+    /// Pressed and released with the left button; not for the second time of a double click.
+    void clicked();
+    void doubleClicked();
+    void pointerMoved(QPoint position);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    void paintPicture(QPainter &painter) const;
+    void paintPlaceholder(QPainter &painter) const;
+    void paintCaption(QPainter &painter) const;
+    [[nodiscard]] QRectF place() const;
+
+    QImage image_;
+    QString path_;
+    QString caption_;
+    QString emptyText_;
+    Shape shape_ = Shape::Kept;
+    bool pressed_ = false;
+};
+
+} // namespace velmora

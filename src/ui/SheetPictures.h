@@ -1,0 +1,44 @@
+// Brings the pictures of the contact sheet onto its cells: the selected one first, each as soon as
+// it is decoded, and none that is there already.
+#pragma once
+
+#include "browser/Sheet.h"
+#include "cameras/StorageFolder.h"
+#include "pictures/PictureLoader.h"
+#include "ui/ContactSheet.h"
+
+#include <QTimer>
+
+namespace velmora {
+
+/// A cell keeps its picture until the next one is there. Everything given outlives this object.
+class SheetPictures : public QObject
+{
+    Q_OBJECT
+
+public:
+    SheetPictures(ContactSheet &widgets, const Sheet &sheet, const StorageFolder &storage,
+                  PictureLoader &loader);
+
+    /// Looks at the files again and shows what has changed.
+    void refresh();
+
+private:
+    void bindSheet();
+    void fill();
+    void show(const PictureOrder &order, const QImage &image);
+    void showFrame(int cell);
+    void showZoom();
+    [[nodiscard]] QString native(const ImageFile &image) const;
+    [[nodiscard]] QString wanted(int place) const;
+    void order(int place, QList<PictureOrder> &orders);
+    [[nodiscard]] PictureView &view(int place);
+
+    ContactSheet &widgets_;
+    const Sheet &sheet_;
+    const StorageFolder &storage_;
+    PictureLoader &loader_;
+    QTimer fillSoon_;
+};
+
+} // namespace velmora

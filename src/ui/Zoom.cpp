@@ -1,0 +1,57 @@
+#include "ui/Zoom.h"
+
+#include "pictures/PictureReader.h"
+
+#include <QFileInfo>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace velmora {
+namespace {
+
+constexpr QSize kStartSize{960, 720};
+
+} // namespace
+
+Zoom::Zoom()
+    : iZoom(new PictureView(this))
+{
+    setObjectName(QStringLiteral("Zoom"));
+    iZoom->setObjectName(QStringLiteral("iZoom"));
+    iZoom->setAccessibleName(tr("Enlarged picture"));
+    iZoom->setToolTip(tr("Click to close"));
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(iZoom);
+    resize(kStartSize);
+    connect(iZoom, &PictureView::clicked, this, &QWidget::close);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+}
+
+void Zoom::present(const QString &path)
+{
+    if (path.isEmpty()) {
+        return;
+    }
+    path_ = path;
+    setWindowTitle(QFileInfo(path).fileName());
+    load();
+    show();
+    raise();
+    activateWindow();
+}
+
+void Zoom::load()
+{
+    iZoom->showPicture(path_, readPicture(path_, {iZoom->pixels(), Fit::AtLeast}));
+}
+
+void Zoom::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    if (isVisible()) {
+        load();
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,171 @@
+#include "ui/fCine.h"
+
+#include "pictures/PictureReader.h"
+#include "ui/Twips.h"
+#include "ui_fCine.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QShortcut>
+#include <QSignalBlocker>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kInFront = 1s;
+constexpr QSize kStartSize{660, 640};
+
+} // namespace
+
+fCine::fCine(Slideshow &film, const SettingsFile &settings, const StorageFolder &storage)
+    : film_(film)
+    , settings_(settings)
+    , storage_(storage)
+    , ui_(std::make_unique<Ui::fCine>())
+{
+    ui_->setupUi(this);
+    resize(kStartSize);
+    film_.timer().setParent(this);
+    Timer1.setParent(this);
+    Timer1.setObjectName(QStringLiteral("Timer1"));
+    Timer1.setInterval(kInFront);
+    bindFilm();
+    bindControls();
+}
+
+fCine::~fCine()
+{
+    film_.timer().setParent(nullptr);
+    Timer1.setParent(nullptr);
+}
+
+void fCine::bindFilm()
+{
+    connect(&film_, &Slideshow::opened, this, &fCine::open);
+    connect(&film_, &Slideshow::changed, this, &fCine::showFace);
+    connect(&film_, &Slideshow::closing, this, &fCine::storePlace);
+    connect(&film_, &Slideshow::closed, this, [this] {
+        Timer1.stop();
+        hide();
+        shown_.clear();
+        ui_->iCine->clear();
+    });
+    connect(&Timer1, &QTimer::timeout, this, &fCine::keepInFront);
+}
+
+void fCine::bindControls()
+{
+    connect(ui_->PauseCine, &QAbstractButton::pressed, &film_, &Slideshow::PauseCine_MouseDown);
+    connect(ui_->sDebut, &QSlider::valueChanged, &film_, &Slideshow::sDebut_Change);
+    connect(ui_->sFin, &QSlider::valueChanged, &film_, &Slideshow::sFin_Change);
+    connect(ui_->vitesse, &QSlider::valueChanged, &film_, &Slideshow::vitesse_Change);
+    connect(ui_->iCine, &PictureView::clicked, &film_, &Slideshow::iCine_Click);
+    for (QLineEdit *const box : {ui_->tDebut, ui_->tFin}) {
+        connect(box, &QLineEdit::returnPressed, this, [this, box] { film_.find(box->text()); });
+    }
+    connect(new QShortcut(Qt::Key_Space, this), &QShortcut::activated, &film_,
+            &Slideshow::PauseCine_MouseDown);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+}
+
+void fCine::moveTo(WindowPlace place)
+{
+    move(pixels(place.left), pixels(place.top));
+}
+
+void fCine::open()
+{
+    takeStoredPlace();
+    Timer1.start();
+    show();
+    raise();
+}
+
+// Without a stored place the window stays where it is.
+void fCine::takeStoredPlace()
+{
+    const QString top = settings_.read(u"Control", kSlideshowPlace.top);
+    const QString left = settings_.read(u"Control", kSlideshowPlace.left);
+    move(left.isEmpty() ? x() : pixels(left.toInt()), top.isEmpty() ? y() : pixels(top.toInt()));
+}
+
+void fCine::storePlace()
+{
+    writePlace(settings_, kSlideshowPlace, {twips(y()), twips(x())});
+}
+
+void fCine::showFace()
+{
+    const FilmFace &face = film_.face();
+    ui_->PauseCine->setText(face.PauseCine);
+    ui_->Compte->setText(face.Compte);
+    ui_->Compte0->setText(face.Compte0);
+    ui_->nFich->setText(face.nFich);
+    ui_->speedText->setText(tr("%1 ms").arg(face.vitesse));
+    ui_->Barre->setRange(0, std::max(1, face.range.end - face.range.start + 1));
+    ui_->Barre->setValue(face.progress);
+    if (!ui_->tDebut->hasFocus() || !ui_->tDebut->isModified()) {
+        ui_->tDebut->setText(face.tDebut);
+    }
+    if (!ui_->tFin->hasFocus() || !ui_->tFin->isModified()) {
+        ui_->tFin->setText(face.tFin);
+    }
+    showSliders(face);
+    showPicture();
+}
+
+void fCine::showSliders(const FilmFace &face)
+{
+    const QSignalBlocker noStart(ui_->sDebut);
+    const QSignalBlocker noEnd(ui_->sFin);
+    const QSignalBlocker noSpeed(ui_->vitesse);
+    const int last = std::max(1, face.count);
+    ui_->sDebut->setRange(1, last);
+    ui_->sFin->setRange(1, last);
+    ui_->sDebut->setEnabled(face.count > 1);
+    ui_->sFin->setEnabled(face.count > 1);
+    ui_->sDebut->setValue(face.range.start);
+    ui_->sFin->setValue(face.range.end);
+    ui_->vitesse->setValue(face.vitesse);
+}
+
+void fCine::showPicture()
+{
+    const ImageFile &image = film_.face().image;
+    const QString path =
+        image.isNone() ? QString() : storage_.native(image.folder) + u'/' + image.name;
+    const QSize size = ui_->iCine->pixels();
+    if (path == shown_ && size == shownPixels_) {
+        return;
+    }
+    shown_ = path;
+    shownPixels_ = size;
+    if (path.isEmpty()) {
+        ui_->iCine->clear();
+    } else {
+        ui_->iCine->showPicture(path, readPicture(path, {size, Fit::AtLeast}));
+    }
+}
+
+void fCine::keepInFront()
+{
+    if (film_.isOpen() && QApplication::activeModalWidget() == nullptr) {
+        raise();
+    }
+}
+
+void fCine::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    showPicture();
+}
+
+void fCine::closeEvent(QCloseEvent *event)
+{
+    film_.close();
+    event->accept();
+}
+
+} // namespace velmora

@@ -1,0 +1,65 @@
+// The slideshow's window.
+//
+//   fCine
+//     iCine
+//     PauseCine  Barre  Compte  Compte0  nFich
+//     tDebut  sDebut
+//     tFin    sFin
+//     vitesse
+#pragma once
+
+#include "cameras/StorageFolder.h"
+#include "settings/WindowPlace.h"
+#include "tools/Slideshow.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class fCine;
+}
+
+namespace velmora {
+
+class fCine : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the window.
+    fCine(Slideshow &film, const SettingsFile &settings, const StorageFolder &storage);
+    fCine(const fCine &) = delete;
+    fCine &operator=(const fCine &) = delete;
+    fCine(fCine &&) = delete;
+    fCine &operator=(fCine &&) = delete;
+    ~fCine() override;
+
+    void moveTo(WindowPlace place);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void bindFilm();
+    void bindControls();
+    void open();
+    void takeStoredPlace();
+    void storePlace();
+    void showFace();
+    void showSliders(const FilmFace &face);
+    void showPicture();
+    void keepInFront();
+
+    Slideshow &film_;
+    const SettingsFile &settings_;
+    const StorageFolder &storage_;
+    std::unique_ptr<Ui::fCine> ui_;
+    QTimer Timer1;
+    QString shown_;
+    QSize shownPixels_;
+};
+
+} // namespace velmora

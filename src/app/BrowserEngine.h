@@ -18,6 +18,8 @@ public:
 
     [[nodiscard]] Slideshow &film() { return film_; }
 
+    [[nodiscard]] PictureCache &pictures() { return pictures_; }
+
     [[nodiscard]] PictureLoader &loader() { return loader_; }
 
 private:

@@ -291,6 +291,10 @@ void BrowserLists::selectFile(int index)
 
 QCoro::Task<> BrowserLists::relist()
 {
+    if (state_.view == View::Group) {
+        co_await DirImage();
+        co_return;
+    }
     const int index = files_.ListIndex();
     co_await LitDir();
     files_.setListIndex(std::min(index, files_.count() - 1));

@@ -35,9 +35,11 @@ QCoro::Task<> GridActions::zoomCell(int cell)
     }
 }
 
-const ImageFile &GridActions::selectedImage() const
+ImageFile GridActions::selectedImage() const
 {
-    return lists_.sheet().image(lists_.state().CadreActif);
+    const int cell = lists_.state().CadreActif;
+    const bool framed = lists_.sheet().frame(cell) == FrameStyle::Framed;
+    return framed ? lists_.sheet().image(cell) : ImageFile();
 }
 
 void GridActions::toggleZoom()

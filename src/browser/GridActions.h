@@ -44,7 +44,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] QString native(const ImageFile &image) const;
-    [[nodiscard]] const ImageFile &selectedImage() const;
+    [[nodiscard]] ImageFile selectedImage() const;
 
     StorageFolder &storage_;
     BrowserLists &lists_;

@@ -20,11 +20,28 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
 {
     connect(&modes_, &BrowserModes::scanDue, this,
             [this] { launch(Kind::Rebuild, [this] { return modes_.TimerScan_Timer(); }); });
-    connect(&services_.conformity, &Conformity::ended, this, [this] {
-        if (lists_.state().view == View::Camera) {
-            launch(Kind::Rebuild, [this] { return lists_.relist(); });
-        }
-    });
+    connect(&services_.conformity, &Conformity::ended, this,
+            [this] { launch(Kind::Rebuild, [this] { return lists_.relist(); }); });
+    // Queued: whoever checks the storage folder has not finished with it yet.
+    connect(&services_.capture.storage, &StorageFolder::checked, this, &ImageBrowser::followStorage,
+            Qt::QueuedConnection);
+}
+
+// Shows what is in the storage folder once another one is there, or the same again.
+void ImageBrowser::followStorage()
+{
+    const QString usable = usableStorage();
+    if (usable != shownStorage_ && !services_.capture.storage.timersStopped() &&
+        lists_.state().LectureOK != BrowserState::kNo) {
+        shownStorage_ = usable;
+        refresh();
+    }
+}
+
+QString ImageBrowser::usableStorage() const
+{
+    const StorageFolder &storage = services_.capture.storage;
+    return storage.state().captureEnabled ? storage.text() : QString();
 }
 
 void ImageBrowser::launch(Kind kind, Story story)
@@ -72,6 +89,7 @@ void ImageBrowser::load()
 void ImageBrowser::begin()
 {
     lists_.state().LectureOK = BrowserState::kYes;
+    shownStorage_ = usableStorage();
     refresh();
 }
 

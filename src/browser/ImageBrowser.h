@@ -67,6 +67,8 @@ private:
 
     void launch(Kind kind, Story story);
     QCoro::Task<> inTurn(Kind kind, int rebuild, Story story);
+    void followStorage();
+    [[nodiscard]] QString usableStorage() const;
 
     BrowserServices services_;
     BrowserLists lists_;
@@ -74,6 +76,7 @@ private:
     GridActions grid_;
     FileActions files_;
     Turnstile turnstile_;
+    QString shownStorage_;
     int rebuilds_ = 0;
     bool rebuilding_ = false;
     bool closed_ = false;

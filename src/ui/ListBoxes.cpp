@@ -9,6 +9,7 @@ namespace velmora {
 namespace {
 
 constexpr int kChoices = 10;
+constexpr int kLaidOutAtOnce = 20000; // half a millisecond's work
 
 std::optional<ListKey> listKey(int key)
 {
@@ -62,6 +63,8 @@ FileView::FileView(QWidget *parent)
     : QListView(parent)
 {
     setUniformItemSizes(true);
+    setLayoutMode(Batched);
+    setBatchSize(kLaidOutAtOnce);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
 }
@@ -71,6 +74,23 @@ void FileView::showRow(int row)
     const QModelIndex index = row < 0 ? QModelIndex() : model()->index(row, 0);
     if (currentIndex() != index) {
         setCurrentIndex(index);
+    }
+}
+
+void FileView::reset()
+{
+    layingOut_ = true;
+    QListView::reset();
+}
+
+// The list is laid out a part at a time; the selected entry comes into view as soon as it has its
+// place.
+void FileView::timerEvent(QTimerEvent *event)
+{
+    QListView::timerEvent(event);
+    if (layingOut_ && model() != nullptr) {
+        scrollTo(currentIndex());
+        layingOut_ = !visualRect(model()->index(model()->rowCount() - 1, 0)).isValid();
     }
 }
 

@@ -43,6 +43,8 @@ public:
     /// Letters would be looked for in every name; dates have boxes for that.
     void keyboardSearch(const QString &) override {}
 
+    void reset() override;
+
 Q_SIGNALS:
     /// The user selected an entry, with the mouse button released again or by a key.
     void chosen(int row);
@@ -51,6 +53,10 @@ Q_SIGNALS:
 protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    bool layingOut_ = false; // the end of a long list has no place yet
 };
 
 } // namespace velmora

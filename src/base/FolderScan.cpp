@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-#include <dirent.h>
+#include <algorithm>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -12,20 +12,23 @@ namespace velmora {
 
 FolderScan::FolderScan(const QString &path, std::size_t bufferBytes)
     : folder_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
-    , buffer_(bufferBytes)
+    , bufferBytes_(bufferBytes)
+    , buffer_(std::make_unique_for_overwrite<std::byte[]>(bufferBytes))
 {
 }
 
-long FolderScan::fill()
+bool FolderScan::fill()
 {
-    return folder_ ? ::syscall(SYS_getdents64, folder_.get(), buffer_.data(), buffer_.size()) : 0;
+    const long read =
+        folder_ ? ::syscall(SYS_getdents64, folder_.get(), buffer_.get(), bufferBytes_) : 0;
+    failed_ = failed_ || read < 0;
+    at_ = 0;
+    filled_ = std::max(read, 0L);
+    return read > 0;
 }
 
-bool FolderScan::isFile(const Record &entry) const
+bool FolderScan::leadsToFile(const Record &entry) const
 {
-    if (entry.type != DT_LNK && entry.type != DT_UNKNOWN) {
-        return entry.type == DT_REG;
-    }
     struct stat info = {};
     return ::fstatat(folder_.get(), entry.name, &info, 0) == 0 && S_ISREG(info.st_mode);
 }

@@ -8,8 +8,9 @@
 #include <QString>
 
 #include <cstddef>
-#include <sys/types.h>
-#include <vector>
+#include <cstring>
+#include <dirent.h>
+#include <memory>
 
 namespace velmora {
 
@@ -18,7 +19,7 @@ namespace velmora {
 class FolderScan
 {
 public:
-    static constexpr std::size_t kUsualBuffer = 128 * 1024;
+    static constexpr std::size_t kUsualBuffer = 32 * 1024;
 
     /// path: native. Without a folder there, or without the right to read it, the scan is at its
     /// end from the start.
@@ -26,25 +27,31 @@ public:
 
     [[nodiscard]] bool isOpen() const { return static_cast<bool>(folder_); }
 
-    /// Reads one buffer of records, some thousand with the usual buffer, and calls
+    /// True when the folder could not be read to its end; what was visited is not all of it.
+    [[nodiscard]] bool hasFailed() const { return failed_; }
+
+    /// Reads a piece, some hundred records with the usual buffer, and calls
     /// `visit(QByteArrayView name)` for each file among them; false at the end of the folder. The
     /// name is native bytes with a NUL behind them, and lives as long as the call.
     template <typename Visit>
     bool readSome(Visit visit)
     {
-        const long filled = fill();
-        for (long at = 0; at < filled;) {
-            const Record &entry = record(at);
-            if (isFile(entry)) {
-                visit(QByteArrayView(entry.name));
-            }
-            at += entry.length;
+        if (at_ == filled_ && !fill()) {
+            return false;
         }
-        return filled > 0;
+        int questions = 0;
+        while (at_ < filled_ && questions < kMostQuestions) {
+            const Record &entry = record();
+            at_ += entry.length;
+            if (entry.type == DT_REG || (isUncertain(entry, questions) && leadsToFile(entry))) {
+                visit(QByteArrayView(entry.name, nameLength(entry)));
+            }
+        }
+        return true;
     }
 
 private:
-    // What the system fills in: fixed fields, then the name.
+    // What the system fills in: fixed fields, then the name with a NUL, up to a multiple of 8.
     struct Record
     {
         ino64_t inode;
@@ -54,16 +61,40 @@ private:
         char name[1];
     };
 
-    [[nodiscard]] const Record &record(long at) const
+    // Links, and file systems that keep no types, cost a question each, which may take long.
+    static constexpr int kMostQuestions = 128;
+
+    [[nodiscard]] const Record &record() const
     {
-        return *reinterpret_cast<const Record *>(buffer_.data() + at);
+        return *reinterpret_cast<const Record *>(buffer_.get() + at_);
     }
 
-    [[nodiscard]] long fill();
-    [[nodiscard]] bool isFile(const Record &entry) const;
+    [[nodiscard]] static bool isUncertain(const Record &entry, int &questions)
+    {
+        const bool uncertain = entry.type == DT_LNK || entry.type == DT_UNKNOWN;
+        questions += uncertain ? 1 : 0;
+        return uncertain;
+    }
+
+    // The NUL stands in the record's last eight bytes; there is no need to look at the others.
+    [[nodiscard]] static qsizetype nameLength(const Record &entry)
+    {
+        const qsizetype space = entry.length - static_cast<qsizetype>(offsetof(Record, name));
+        const qsizetype from = space > kAlign ? space - kAlign : 0;
+        return from + static_cast<qsizetype>(std::strlen(entry.name + from));
+    }
+
+    static constexpr qsizetype kAlign = 8;
+
+    [[nodiscard]] bool fill();
+    [[nodiscard]] bool leadsToFile(const Record &entry) const;
 
     UniqueFd folder_;
-    std::vector<std::byte> buffer_;
+    std::size_t bufferBytes_;
+    std::unique_ptr<std::byte[]> buffer_;
+    long at_ = 0;
+    long filled_ = 0;
+    bool failed_ = false;
 };
 
 } // namespace velmora

@@ -183,6 +183,63 @@ const RequestRow kRequests[] = {
 INSTANTIATE_TEST_SUITE_P(CameraUrl, RequestFor, testing::ValuesIn(kRequests),
                          [](const auto &info) { return std::string(info.param.name); });
 
+class LiveRequestFor : public testing::TestWithParam<RequestRow>
+{
+};
+
+TEST_P(LiveRequestFor, GivesAddressAndForm)
+{
+    const HttpRequest request = liveRequestFor(GetParam().given, 5s);
+    EXPECT_EQ(request.url, GetParam().url);
+    EXPECT_EQ(request.form, GetParam().form);
+}
+
+const RequestRow kLiveRequests[] = {
+    {"Script", QStringLiteral("http://h/snap.cgi?a=b"), "http://h/snap.cgi?a=b", HttpForm::Http10},
+    {"WithoutScheme", QStringLiteral("h/snap"), "http://h/snap", HttpForm::Http10},
+    {"UpperHttp", QStringLiteral("HTTP://h/snap"), "http://h/snap", HttpForm::Http10},
+    {"MixedCaseHttp", QStringLiteral("Http://h/snap"), "http://h/snap", HttpForm::Http10},
+    {"SchemeInThePathGoesToo", QStringLiteral("http://h/http://x"), "http://h/x", HttpForm::Http10},
+    {"PortKept", QStringLiteral("http://10.0.0.5:8080/snap"), "http://10.0.0.5:8080/snap",
+     HttpForm::Http10},
+    {"CredentialsKept", QStringLiteral("me:pw@h/snap"), "http://me:pw@h/snap", HttpForm::Http10},
+    {"BlankEncoded", QStringLiteral("http://h/my cam"), "http://h/my%20cam", HttpForm::Http10},
+    {"Jpeg", QStringLiteral("http://h/x.jpeg"), "http://h/x.jpeg", HttpForm::Http10},
+    {"HttpsAsWritten", QStringLiteral("https://h:444/snap"), "https://h:444/snap",
+     HttpForm::AsWritten},
+    {"UpperHttpsAsWritten", QStringLiteral("HTTPS://h/snap"), "HTTPS://h/snap",
+     HttpForm::AsWritten},
+    {"MixedCaseHttpsAsWritten", QStringLiteral("HttpS://h/snap"), "HttpS://h/snap",
+     HttpForm::AsWritten},
+    {"HttpsJpgBeforeTheQuery", QStringLiteral("https://h/x.jpg?1"), "https://h/x.jpg?1",
+     HttpForm::AsWritten},
+    {"HttpsBlankEncoded", QStringLiteral("https://h/a b"), "https://h/a%20b", HttpForm::AsWritten},
+    {"HttpsJpg", QStringLiteral("https://h/x.JPG"), "http://h/x.JPG", HttpForm::Http10},
+    {"HttpJpg", QStringLiteral("http://h/img/a.jpg"), "http://h/img/a.jpg", HttpForm::Http10},
+    {"MixedCaseJpgStays", QStringLiteral("Http://h/x.jpg"), "http://Http://h/x.jpg",
+     HttpForm::Http10},
+    {"HostAlone", QStringLiteral("http://h"), "http://h/", HttpForm::Http10},
+    {"HostAloneWithoutScheme", QStringLiteral("10.0.0.5:81"), "http://10.0.0.5:81/",
+     HttpForm::Http10},
+    {"HostAndQuery", QStringLiteral("http://h?a=b/c"), "http://h/?a=b/c", HttpForm::Http10},
+    {"HostThatEndsInJpg", QStringLiteral("http://h.jpg"), "http://h.jpg/", HttpForm::Http10},
+    {"SlashThere", QStringLiteral("http://h/"), "http://h/", HttpForm::Http10},
+    {"HttpsHostAlone", QStringLiteral("https://h"), "https://h", HttpForm::AsWritten},
+    {"NoHost", QStringLiteral("/snap"), "", HttpForm::Http10},
+    {"SchemeAlone", QStringLiteral("http://"), "", HttpForm::Http10},
+    {"SchemeAndPath", QStringLiteral("http:///snap"), "", HttpForm::Http10},
+    {"Empty", QString(), "", HttpForm::Http10},
+};
+
+INSTANTIATE_TEST_SUITE_P(CameraUrl, LiveRequestFor, testing::ValuesIn(kLiveRequests),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST(LiveRequestFor, PassesTheLimitOn)
+{
+    EXPECT_EQ(liveRequestFor(QStringLiteral("http://h/a"), 7s).limit, 7s);
+    EXPECT_EQ(liveRequestFor(QStringLiteral("https://h/a"), 1500ms).limit, 1500ms);
+}
+
 TEST(RequestFor, PassesTheLimitOn)
 {
     EXPECT_EQ(requestFor(QStringLiteral("http://h/a.jpg"), 7s).limit, 7s);

@@ -1,0 +1,184 @@
+// The file of the live picture, the folders that it needs, and what becomes of them when something
+// fails.
+#include "LiveViewTest.h"
+#include "base/FileWriter.h"
+#include "support/FileSizeLimit.h"
+
+namespace velmora::test {
+namespace {
+
+using LiveFile = LiveViewTest;
+
+const QString kNoSpace =
+    QStringLiteral("The live picture of camera 0:7 cannot be stored: File too large");
+
+TEST_F(LiveFile, HoldsTheBytesThatCame)
+{
+    const QByteArray bytes("\x00\r\n\xFF picture", 12);
+    answer(cameraUrl(kShown), bytes);
+    show();
+    EXPECT_EQ(target(), bytes);
+}
+
+TEST_F(LiveFile, IsTheOnlyOneInItsFolder)
+{
+    show();
+    show();
+    EXPECT_EQ(house_.tree.files(u"drives/c/in/tmp"), QStringList{QStringLiteral("Target.jpg")});
+}
+
+TEST_F(LiveFile, ReplacesTheOneBefore)
+{
+    putTarget(QByteArray(5000, 'x'));
+    answer(cameraUrl(kShown), "new");
+    show();
+    EXPECT_EQ(target(), "new");
+}
+
+TEST_F(LiveFile, ReplacesALinkAndNotWhatItLeadsTo)
+{
+    house_.tree.write(u"precious", "mine");
+    house_.tree.makeFolder(u"drives/c/in/tmp");
+    ASSERT_EQ(::symlink(QFile::encodeName(house_.tree.path(u"precious")).constData(),
+                        QFile::encodeName(house_.tree.path(kTarget)).constData()),
+              0);
+    answer(cameraUrl(kShown), "new");
+    show();
+    EXPECT_EQ(house_.tree.read(u"precious"), "mine");
+    EXPECT_EQ(target(), "new");
+}
+
+TEST_F(LiveFile, HoldsWhatIsNoPictureToo)
+{
+    answer(cameraUrl(kShown), "<html>");
+    show();
+    EXPECT_EQ(target(), "<html>");
+    EXPECT_EQ(live_.livePicture(), house_.tree.path(kTarget));
+}
+
+TEST_F(LiveFile, MayBeEmpty)
+{
+    answer(cameraUrl(kShown), "");
+    show();
+    EXPECT_EQ(target(), "");
+}
+
+TEST_F(LiveFile, IsDeletedWhenTheFetchFails)
+{
+    putTarget("old");
+    source_.answer(cameraUrl(kShown), failedReply());
+    show();
+    EXPECT_EQ(target(), "-");
+    EXPECT_EQ(live_.livePicture(), QString());
+    EXPECT_EQ(events_.count(QStringLiteral("web")), 2); // at the begin and at the end
+    EXPECT_EQ(events_.count(QStringLiteral("web Target.jpg")), 0);
+    EXPECT_EQ(live_.captions().web, kClick);
+}
+
+TEST_F(LiveFile, IsLeftAloneByAFetchThatIsGivenUp)
+{
+    show();
+    source_.answer(cameraUrl(kShown), delayedReply(std::chrono::seconds{3}));
+    begin(kShown, cameraUrl(kShown));
+    live_.clear();
+    clock_.advance(std::chrono::seconds{5});
+    EXPECT_EQ(target(), goodReply().body);
+}
+
+TEST_F(LiveFile, IsNotClearedAwayWithStrayFiles)
+{
+    show();
+    clearWorkFiles(house_.tree.path(u"drives/c/in/tmp"));
+    EXPECT_EQ(target(), goodReply().body);
+}
+
+TEST_F(LiveFile, SaysWhyItCannotBeWritten)
+{
+    putTarget("old");
+    const FileSizeLimit full(100);
+    show();
+    EXPECT_EQ(house_.status.text(Caption::Trouble), kNoSpace);
+    EXPECT_EQ(live_.livePicture(), QString());
+    EXPECT_EQ(house_.tree.files(u"drives/c/in/tmp"), QStringList());
+    EXPECT_EQ(live_.captions().web, kClick);
+}
+
+TEST_F(LiveFile, SaysThatItsPlaceIsTaken)
+{
+    house_.tree.makeFolder(kTarget);
+    show();
+    EXPECT_EQ(house_.status.text(Caption::Trouble),
+              QStringLiteral("The live picture of camera 0:7 cannot be stored: Target.jpg in the "
+                             "folder tmp cannot be replaced"));
+    EXPECT_EQ(live_.livePicture(), QString());
+}
+
+TEST_F(LiveFile, TakesItsTroubleBackOnceItIsWritten)
+{
+    {
+        const FileSizeLimit full(100);
+        show();
+    }
+    show();
+    EXPECT_EQ(house_.status.text(Caption::Trouble), QString());
+}
+
+TEST_F(LiveFile, LeavesTheTroubleOfOthersOnShow)
+{
+    house_.status.set(Caption::Trouble, QStringLiteral("the disk smokes"));
+    show();
+    EXPECT_EQ(house_.status.text(Caption::Trouble), QStringLiteral("the disk smokes"));
+}
+
+using LiveFolder = LiveViewTest;
+
+TEST_F(LiveFolder, IsMadeWhenItWentAway)
+{
+    removeStorage();
+    show();
+    EXPECT_EQ(target(), goodReply().body);
+}
+
+TEST_F(LiveFolder, IsMadeBeforeAnythingElse)
+{
+    removeStorage();
+    live_.Affiche(kShown, cameraUrl(kShown));
+    EXPECT_TRUE(house_.tree.exists(u"drives/c/in"));
+    EXPECT_FALSE(house_.tree.exists(u"drives/c/in/tmp"));
+}
+
+TEST_F(LiveFolder, IsNotMadeWhileTheLampIsRed)
+{
+    removeStorage();
+    house_.storage.testSA();
+    show();
+    EXPECT_FALSE(house_.tree.exists(u"drives/c/in"));
+    EXPECT_EQ(live_.livePicture(), QString());
+    EXPECT_EQ(house_.status.text(Caption::Trouble),
+              QStringLiteral("The live picture of camera 0:7 cannot be stored: No such file or "
+                             "directory"));
+}
+
+TEST_F(LiveFolder, ThatCannotBeMadeIsNoError)
+{
+    removeStorage();
+    house_.tree.write(u"drives/c/in", "a file");
+    show();
+    EXPECT_EQ(house_.tree.read(u"drives/c/in"), "a file");
+    EXPECT_EQ(house_.status.text(Caption::Trouble),
+              QStringLiteral("The live picture of camera 0:7 cannot be stored: Not a directory"));
+    EXPECT_EQ(live_.captions().web, kClick);
+}
+
+TEST_F(LiveFolder, OfADriveThatDoesNotExistGetsNoFile)
+{
+    house_.storage.edit(QStringLiteral("Q:\\in"));
+    show();
+    EXPECT_EQ(
+        house_.status.text(Caption::Trouble),
+        QStringLiteral("The live picture of camera 0:7 cannot be stored: there is no such drive"));
+    EXPECT_EQ(live_.storedPicture(), QString());
+}
+
+} // namespace
+} // namespace velmora::test

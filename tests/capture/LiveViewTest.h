@@ -1,0 +1,105 @@
+// A live view on scripted cameras, with all that it does written down in order.
+#pragma once
+
+#include "BusyClock.h"
+#include "CaptureTest.h"
+#include "NativeFiles.h"
+#include "capture/LiveView.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace velmora::test {
+
+inline constexpr CameraAddress kShown{0, 7};
+inline const QString kLoading = QStringLiteral("Chargement en cours ....");
+inline const QString kClick = QStringLiteral("Web : cliquer sur l'image pour zoomer.");
+inline const QString kTarget = QStringLiteral("drives/c/in/tmp/Target.jpg");
+
+/// Group 0 is on show, and its camera 7 has an address.
+class LiveViewTest : public CaptureTest
+{
+protected:
+    LiveViewTest()
+    {
+        add(kShown);
+        house_.showGroup(0);
+        record();
+    }
+
+    ~LiveViewTest() override
+    {
+        house_.scope.requestStop();
+        clock_.advance(std::chrono::milliseconds{0});
+    }
+
+    void record()
+    {
+        QObject::connect(&live_, &LiveView::statusCleared, &live_,
+                         [this] { note(QStringLiteral("status")); });
+        QObject::connect(&live_, &LiveView::captionsChanged, &live_, [this] {
+            note(QStringLiteral("captions ") + live_.captions().web + u'|' +
+                 live_.captions().local);
+        });
+        QObject::connect(&live_, &LiveView::targetChanged, &live_, [this](const QString &path) {
+            note(QStringLiteral("target ") + path.section(u'/', -1));
+        });
+        QObject::connect(&live_, &LiveView::webChanged, &live_, [this](const QString &path) {
+            note(QStringLiteral("web ") + path.section(u'/', -1));
+        });
+        QObject::connect(&house_.page, &CameraPage::rowChanged, &live_, [this](int row) {
+            note(QStringLiteral("row %1 %2 %3")
+                     .arg(row)
+                     .arg(static_cast<int>(house_.page.row(row).lamp))
+                     .arg(house_.page.row(row).loadSeconds));
+        });
+    }
+
+    void note(const QString &event) { events_.append(event.trimmed()); }
+
+    /// Shows a camera; the test's clock will carry it on.
+    void begin(CameraAddress camera, const QString &url)
+    {
+        live_.Affiche(camera, url);
+        clock_.advance(std::chrono::milliseconds{0});
+    }
+
+    /// Shows camera 7 to the end.
+    void show(const QString &url = cameraUrl(kShown))
+    {
+        live_.Affiche(kShown, url);
+        clock_.advance(std::chrono::seconds{10});
+    }
+
+    void answer(const QString &url, const QByteArray &body)
+    {
+        source_.answer(url, {body, {}, {}, {}, {}});
+    }
+
+    /// What the live picture's file holds; "-" when there is none.
+    [[nodiscard]] QByteArray target() const
+    {
+        return house_.tree.exists(kTarget) ? house_.tree.read(kTarget) : QByteArray("-");
+    }
+
+    void putTarget(const QByteArray &bytes) const { house_.tree.write(kTarget, bytes); }
+
+    [[nodiscard]] QString imagePath(const QString &name, CameraAddress camera = kShown) const
+    {
+        return house_.tree.path(house_.folder(camera)) + u'/' + name;
+    }
+
+    void removeStorage() const
+    {
+        ASSERT_TRUE(QDir(house_.tree.path(u"drives/c/in")).removeRecursively());
+    }
+
+    BusyClock busy_{clock_};
+    LiveView live_{{house_.table, house_.storage, house_.page, house_.options, house_.status,
+                    house_.log, house_.problems, busy_},
+                   source_,
+                   house_.scope};
+    QStringList events_;
+};
+
+} // namespace velmora::test

@@ -1,0 +1,86 @@
+// Files by their native names, which need not be text, and the rights that a process has on them.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayList>
+
+#include <algorithm>
+#include <ctime>
+#include <dirent.h>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora::test {
+
+inline void requireSystem(bool ok, const QByteArray &path)
+{
+    if (!ok) {
+        throw std::runtime_error("the test cannot prepare " + path.toStdString());
+    }
+}
+
+inline void setModified(const QByteArray &path, std::time_t when)
+{
+    const timespec times[] = {{when, 0}, {when, 0}};
+    requireSystem(::utimensat(AT_FDCWD, path.constData(), times, AT_SYMLINK_NOFOLLOW) == 0, path);
+}
+
+inline void writeNative(const QByteArray &path, const QByteArray &bytes, std::time_t when)
+{
+    const int file = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    requireSystem(file >= 0, path);
+    const bool written =
+        ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size();
+    ::close(file);
+    requireSystem(written, path);
+    setModified(path, when);
+}
+
+/// Another name of a file: many are made much faster than as many files.
+inline void addName(const QByteArray &file, const QByteArray &path)
+{
+    requireSystem(::link(file.constData(), path.constData()) == 0, path);
+}
+
+/// Names of all that is in a folder, sorted.
+inline QByteArrayList nativeNames(const QByteArray &folder)
+{
+    QByteArrayList names;
+    DIR *const open = ::opendir(folder.constData());
+    requireSystem(open != nullptr, folder);
+    while (const dirent *const entry = ::readdir(open)) {
+        names.append(entry->d_name);
+    }
+    ::closedir(open);
+    names.removeAll(".");
+    names.removeAll("..");
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+/// For the length of a scope the process may not do what only root may.
+class WithoutRootRights
+{
+public:
+    WithoutRootRights()
+        : before_(::geteuid())
+    {
+        requireSystem(before_ != 0 || ::seteuid(kNobody) == 0, "the rights of nobody");
+    }
+
+    WithoutRootRights(const WithoutRootRights &) = delete;
+    WithoutRootRights &operator=(const WithoutRootRights &) = delete;
+    WithoutRootRights(WithoutRootRights &&) = delete;
+    WithoutRootRights &operator=(WithoutRootRights &&) = delete;
+
+    ~WithoutRootRights() { static_cast<void>(::seteuid(before_)); }
+
+private:
+    static constexpr uid_t kNobody = 65534;
+
+    uid_t before_;
+};
+
+} // namespace velmora::test

@@ -127,6 +127,8 @@ void Interface::bindLive(LiveView &live)
 {
     auto *const box =
         new LiveBox({*ui_->Locale, *ui_->iTarget, *ui_->lWeb, *ui_->iWeb, *ui_->lTmp}, live, *this);
+    ui_->iTarget->setEmptyText(tr("stored image"));
+    ui_->iWeb->setEmptyText(tr("live picture"));
     connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);
     connect(&services_.page, &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
 }

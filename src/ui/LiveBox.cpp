@@ -15,6 +15,9 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
             [this](const QString &path) { load(controls_.iTarget, path); });
     connect(&live_, &LiveView::webChanged, this,
             [this](const QString &path) { load(controls_.iWeb, path); });
+    for (PictureView *const view : {&controls_.iTarget, &controls_.iWeb}) {
+        connect(view, &PictureView::resized, this, [view] { load(*view, view->path()); });
+    }
     connect(&controls_.iTarget, &PictureView::clicked, this,
             [this] { Q_EMIT zoomWanted(live_.storedPicture()); });
     connect(&controls_.iWeb, &PictureView::clicked, this,
@@ -22,7 +25,8 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
     showCaptions();
 }
 
-void LiveBox::load(PictureView &view, const QString &path)
+// path: a copy, since it may be the view's own.
+void LiveBox::load(PictureView &view, QString path)
 {
     if (path.isEmpty()) {
         view.clear();

@@ -8,6 +8,7 @@ namespace {
 
 constexpr int kCaptionRoom = 4;
 const QColor kCaptionBack(0, 0, 0, 150);
+const QColor kSurround(24, 24, 24);
 
 } // namespace
 
@@ -71,7 +72,7 @@ void PictureView::paintPicture(QPainter &painter) const
 {
     const QRectF target = place();
     if (target != QRectF(rect())) {
-        painter.fillRect(rect(), palette().color(QPalette::Shadow));
+        painter.fillRect(rect(), kSurround);
     }
     const bool exact = (target.size() * devicePixelRatioF()).toSize() == image_.size();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, !exact);
@@ -103,6 +104,11 @@ void PictureView::paintCaption(QPainter &painter) const
     const QRect text = band.adjusted(kCaptionRoom, 0, -kCaptionRoom, 0);
     painter.drawText(text, Qt::AlignCenter,
                      fontMetrics().elidedText(caption_, Qt::ElideMiddle, text.width()));
+}
+
+void PictureView::resizeEvent(QResizeEvent *)
+{
+    Q_EMIT resized();
 }
 
 void PictureView::mousePressEvent(QMouseEvent *event)

@@ -49,8 +49,12 @@ Q_SIGNALS:
     void doubleClicked();
     void pointerMoved(QPoint position);
 
+    /// There is another place for the picture than before.
+    void resized();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;

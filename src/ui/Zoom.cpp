@@ -25,6 +25,7 @@ Zoom::Zoom()
     layout->addWidget(iZoom);
     resize(kStartSize);
     connect(iZoom, &PictureView::clicked, this, &QWidget::close);
+    connect(iZoom, &PictureView::resized, this, &Zoom::load);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 }
 
@@ -43,15 +44,10 @@ void Zoom::present(const QString &path)
 
 void Zoom::load()
 {
-    iZoom->showPicture(path_, readPicture(path_, {iZoom->pixels(), Fit::AtLeast}));
-}
-
-void Zoom::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    if (isVisible()) {
-        load();
+    if (path_.isEmpty()) {
+        return;
     }
+    iZoom->showPicture(path_, readPicture(path_, {iZoom->pixels(), Fit::AtLeast}));
 }
 
 } // namespace velmora

@@ -16,9 +16,6 @@ public:
     /// show.
     void present(const QString &path);
 
-protected:
-    void resizeEvent(QResizeEvent *event) override;
-
 private:
     void load();
 

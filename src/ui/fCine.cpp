@@ -62,6 +62,7 @@ void fCine::bindControls()
     connect(ui_->sFin, &QSlider::valueChanged, &film_, &Slideshow::sFin_Change);
     connect(ui_->vitesse, &QSlider::valueChanged, &film_, &Slideshow::vitesse_Change);
     connect(ui_->iCine, &PictureView::clicked, &film_, &Slideshow::iCine_Click);
+    connect(ui_->iCine, &PictureView::resized, this, &fCine::showPicture);
     for (QLineEdit *const box : {ui_->tDebut, ui_->tFin}) {
         connect(box, &QLineEdit::returnPressed, this, [this, box] { film_.find(box->text()); });
     }
@@ -154,12 +155,6 @@ void fCine::keepInFront()
     if (film_.isOpen() && QApplication::activeModalWidget() == nullptr) {
         raise();
     }
-}
-
-void fCine::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    showPicture();
 }
 
 void fCine::closeEvent(QCloseEvent *event)

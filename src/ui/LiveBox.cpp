@@ -16,7 +16,10 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
     connect(&live_, &LiveView::webChanged, this,
             [this](const QString &path) { load(controls_.iWeb, path); });
     for (PictureView *const view : {&controls_.iTarget, &controls_.iWeb}) {
-        connect(view, &PictureView::resized, this, [view] { load(*view, view->path()); });
+        connect(view, &PictureView::resized, this, [view] {
+            const QString path = view->path();
+            load(*view, path);
+        });
     }
     connect(&controls_.iTarget, &PictureView::clicked, this,
             [this] { Q_EMIT zoomWanted(live_.storedPicture()); });
@@ -25,8 +28,7 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
     showCaptions();
 }
 
-// path: a copy, since it may be the view's own.
-void LiveBox::load(PictureView &view, QString path)
+void LiveBox::load(PictureView &view, const QString &path)
 {
     if (path.isEmpty()) {
         view.clear();

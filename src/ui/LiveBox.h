@@ -31,7 +31,7 @@ Q_SIGNALS:
     void zoomWanted(const QString &path);
 
 private:
-    static void load(PictureView &view, QString path);
+    static void load(PictureView &view, const QString &path);
     void showCaptions();
 
     LiveControls controls_;

@@ -18,8 +18,11 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
     , grid_(services.capture.storage, lists_)
     , files_(services.capture.storage, lists_)
 {
-    connect(&modes_, &BrowserModes::scanDue, this,
-            [this] { launch(Kind::Rebuild, [this] { return modes_.TimerScan_Timer(); }); });
+    connect(&modes_, &BrowserModes::scanDue, this, [this] {
+        if (lists_.state().CineActif == BrowserState::kNo) { // else it would only disturb
+            launch(Kind::Rebuild, [this] { return modes_.TimerScan_Timer(); });
+        }
+    });
     connect(&services_.conformity, &Conformity::ended, this,
             [this] { launch(Kind::Rebuild, [this] { return lists_.relist(); }); });
     // Queued: whoever checks the storage folder has not finished with it yet.

@@ -128,7 +128,9 @@ void Slideshow::cine_Timer()
     face_.progress = current_ - range.start + 1;
     showCounters();
     ++current_;
-    timer_.setInterval(face_.vitesse);
+    if (timer_.interval() != face_.vitesse) {
+        timer_.setInterval(face_.vitesse); // would begin the period anew if it were set again
+    }
     Q_EMIT changed();
 }
 

@@ -22,7 +22,7 @@ QByteArray pictureFormat(QByteArrayView bytes)
         return QByteArrayLiteral("gif");
     }
     if (bytes.startsWith("BM")) {
-        return QByteArrayLiteral("bmp");
+        return kBmpFormat.toByteArray();
     }
     return isWebp(bytes) ? QByteArrayLiteral("webp") : QByteArray();
 }

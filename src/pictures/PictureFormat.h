@@ -9,6 +9,7 @@ namespace velmora {
 
 inline constexpr QByteArrayView kJpegFormat = "jpeg";
 inline constexpr QByteArrayView kPngFormat = "png";
+inline constexpr QByteArrayView kBmpFormat = "bmp";
 
 /// The decoder's name for the format, or nothing when it is none of ours.
 [[nodiscard]] QByteArray pictureFormat(QByteArrayView bytes);

@@ -1,8 +1,10 @@
 #include "pictures/PictureReader.h"
 
+#include "pictures/BmpLength.h"
 #include "pictures/JpegScans.h"
 #include "pictures/PictureFile.h"
 #include "pictures/PictureFormat.h"
+#include "pictures/PictureScaler.h"
 #include "pictures/PictureSize.h"
 #include "pictures/PngChunks.h"
 
@@ -70,10 +72,8 @@ QImage decode(QImageReader &reader, const QByteArray &bytes, const PictureWish &
         reduce(reader, stored, turned ? wanted.transposed() : wanted);
     }
     const QImage image = forPainting(reader.read());
-    const bool painterScales = wish.fit == Fit::AtLeast;
-    return painterScales || image.isNull()
-               ? image
-               : image.scaled(wanted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const bool isDone = image.isNull() || image.size() == wanted || wish.fit == Fit::AtLeast;
+    return isDone ? image : averaged(image, wanted);
 }
 
 } // namespace
@@ -81,7 +81,7 @@ QImage decode(QImageReader &reader, const QByteArray &bytes, const PictureWish &
 QImage decodePicture(const QByteArray &bytes, const PictureWish &wish)
 {
     const QByteArray format = pictureFormat(bytes);
-    if (format.isEmpty()) {
+    if (format.isEmpty() || (format == kBmpFormat && !isWholeBmp(bytes))) {
         return {};
     }
     QBuffer buffer;

@@ -1,0 +1,59 @@
+// Camera images made for a measurement, and the decoder's own library as the peer that reads them.
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <vector>
+
+namespace velmora::bench {
+
+/// A folder of different noisy JPEGs of one size: soft shapes with a sensor's noise, quality 85,
+/// colours at half the resolution.
+class JpegFolder
+{
+public:
+    JpegFolder(QSize size, int count);
+
+    /// Native paths.
+    [[nodiscard]] const QStringList &paths() const { return paths_; }
+
+private:
+    QTemporaryDir folder_;
+    QStringList paths_;
+};
+
+enum class PeerPixels { Rgb, Bgrx };
+
+/// Reads a file and decodes it row by row with the library's defaults, reduced by the library to
+/// the smallest M/8 that covers `least`; an empty size: not reduced. Returns the number of rows.
+int decodeWithLibrary(const QString &path, QSize least, PeerPixels pixels);
+
+/// Milliseconds of each of several kinds of work, their runs interleaved.
+class Contest
+{
+public:
+    explicit Contest(std::size_t kinds)
+        : times_(kinds)
+    {
+    }
+
+    template <typename Work>
+    void run(std::size_t kind, Work work)
+    {
+        const double before = nowMs();
+        work();
+        times_.at(kind).push_back(nowMs() - before);
+    }
+
+    [[nodiscard]] double medianMs(std::size_t kind) const;
+
+private:
+    static double nowMs();
+
+    std::vector<std::vector<double>> times_;
+};
+
+} // namespace velmora::bench

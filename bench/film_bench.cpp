@@ -1,0 +1,57 @@
+// A film of 2 megapixel images painted at 1280 x 960, against the JPEG library's plain decoding of
+// the same files in the same run.
+//   film_bench RUNS
+#include "JpegPeer.h"
+#include "pictures/PictureReader.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace {
+
+using namespace velmora;
+using namespace velmora::bench;
+
+constexpr QSize kStored(1600, 1200);
+constexpr QSize kShown(1280, 960);
+constexpr int kFrames = 10;
+
+enum Kind : std::size_t { Smooth, Plain, PeerRgb, PeerBgrx, Kinds };
+
+int play(const QString &path, QImage &screen, bool isSmooth)
+{
+    const QImage frame = readPicture(path, {kShown, Fit::AtLeast});
+    QPainter painter(&screen);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, isSmooth);
+    painter.drawImage(screen.rect(), frame);
+    return frame.height();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QGuiApplication application(argc, argv);
+    const int runs = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 50;
+    const JpegFolder folder(kStored, kFrames);
+    QImage screen(kShown, QImage::Format_RGB32);
+    Contest contest(Kinds);
+    int rows = play(folder.paths().first(), screen, true); // loads the decoder
+    for (int i = 0; i < runs * kFrames; ++i) {
+        const QString &path = folder.paths().at(i % kFrames);
+        contest.run(Smooth, [&] { rows += play(path, screen, true); });
+        contest.run(Plain, [&] { rows += play(path, screen, false); });
+        contest.run(PeerRgb, [&] { rows += decodeWithLibrary(path, {}, PeerPixels::Rgb); });
+        contest.run(PeerBgrx, [&] { rows += decodeWithLibrary(path, {}, PeerPixels::Bgrx); });
+    }
+    const double peer = std::min(contest.medianMs(PeerRgb), contest.medianMs(PeerBgrx));
+    QTextStream(stdout) << "{\"bench\":\"film_frame\",\"smooth_ms\":" << contest.medianMs(Smooth)
+                        << ",\"plain_ms\":" << contest.medianMs(Plain) << ",\"library_ms\":" << peer
+                        << ",\"smooth_ratio\":" << contest.medianMs(Smooth) / peer
+                        << ",\"plain_ratio\":" << contest.medianMs(Plain) / peer
+                        << ",\"limit_ratio\":1.3,\"rows\":" << rows << "}\n";
+    return 0;
+}

@@ -1,0 +1,62 @@
+// Ten thumbnails of 240 x 180 pixels from stored images of three sizes, against the JPEG library's
+// own reduced decoding of the same files in the same run.
+//   thumbnail_bench RUNS
+#include "JpegPeer.h"
+#include "pictures/PictureReader.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+using namespace velmora;
+using namespace velmora::bench;
+
+constexpr QSize kShown(240, 180);
+constexpr int kThumbnails = 10;
+constexpr std::array kSizes = {QSize(640, 480), QSize(1600, 1200), QSize(4000, 3000)};
+
+enum Kind : std::size_t { Ours, PeerRgb, PeerBgrx, Kinds };
+
+// The sum of rows keeps the compiler from leaving the work out.
+QString measure(QSize size, int runs)
+{
+    const JpegFolder folder(size, kThumbnails);
+    Contest contest(Kinds);
+    int rows = readPicture(folder.paths().first(), {}).height(); // loads the decoder
+    for (int i = 0; i < runs * kThumbnails; ++i) {
+        const QString &path = folder.paths().at(i % kThumbnails);
+        contest.run(Ours, [&] { rows += readPicture(path, {kShown, Fit::Stretch}).height(); });
+        contest.run(PeerRgb, [&] { rows += decodeWithLibrary(path, kShown, PeerPixels::Rgb); });
+        contest.run(PeerBgrx, [&] { rows += decodeWithLibrary(path, kShown, PeerPixels::Bgrx); });
+    }
+    const double ours = contest.medianMs(Ours) * kThumbnails;
+    const double peer =
+        std::min(contest.medianMs(PeerRgb), contest.medianMs(PeerBgrx)) * kThumbnails;
+    return QStringLiteral("{\"pixels\":\"%1x%2\",\"ms\":%3,\"library_ms\":%4,\"ratio\":%5,"
+                          "\"rows\":%6}")
+        .arg(size.width())
+        .arg(size.height())
+        .arg(ours, 0, 'f', 2)
+        .arg(peer, 0, 'f', 2)
+        .arg(ours / peer, 0, 'f', 3)
+        .arg(rows);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const int runs = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 50;
+    QStringList results;
+    for (const QSize size : kSizes) {
+        results.append(measure(size, runs));
+    }
+    QTextStream(stdout) << "{\"bench\":\"ten_thumbnails\",\"limit_ratio\":1.1,\"results\":["
+                        << results.join(QLatin1Char(',')) << "]}\n";
+    return 0;
+}

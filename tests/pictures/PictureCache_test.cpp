@@ -1,0 +1,138 @@
+// Which pictures are remembered, and when they are decoded anew.
+#include "pictures/PictureCache.h"
+
+#include "PictureMaker.h"
+#include "support/TempTree.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+using namespace test;
+
+constexpr PictureWish kWish = {{32, 32}, Fit::KeepShape};
+constexpr qsizetype kPictureBytes = 32 * 32 * 4;
+constexpr qsizetype kPlentyBytes = 100 * kPictureBytes;
+
+class PictureCacheTest : public testing::Test
+{
+protected:
+    QString add(const QString &name, QSize size = {32, 32}) const
+    {
+        tree_.write(name, encoded(quarters(size), "png"));
+        return tree_.path(name);
+    }
+
+    TempTree tree_;
+    PictureCache cache_{kPlentyBytes};
+    QString path_ = add(QStringLiteral("a.png"));
+};
+
+TEST_F(PictureCacheTest, DecodesAPictureOnce)
+{
+    EXPECT_EQ(cornersOf(cache_.read(path_, kWish)), kCorners);
+    EXPECT_EQ(cornersOf(cache_.read(path_, kWish)), kCorners);
+    EXPECT_EQ(cache_.decodes(), 1);
+}
+
+TEST_F(PictureCacheTest, FindsOnlyWhatItRead)
+{
+    EXPECT_TRUE(cache_.find(path_, kWish).isNull());
+    EXPECT_EQ(cache_.decodes(), 0);
+    const QImage image = cache_.read(path_, kWish);
+    EXPECT_EQ(cache_.find(path_, kWish), image);
+    EXPECT_EQ(cache_.decodes(), 1);
+}
+
+TEST_F(PictureCacheTest, TellsWishesApart)
+{
+    static_cast<void>(cache_.read(path_, kWish));
+    EXPECT_TRUE(cache_.find(path_, {{32, 32}, Fit::Stretch}).isNull());
+    EXPECT_TRUE(cache_.find(path_, {{32, 31}, Fit::KeepShape}).isNull());
+    EXPECT_TRUE(cache_.find(path_, {{31, 32}, Fit::KeepShape}).isNull());
+}
+
+TEST_F(PictureCacheTest, TellsPathsApart)
+{
+    static_cast<void>(cache_.read(path_, kWish));
+    EXPECT_TRUE(cache_.find(add(QStringLiteral("b.png")), kWish).isNull());
+}
+
+TEST_F(PictureCacheTest, DecodesAReplacedFileAnew)
+{
+    static_cast<void>(cache_.read(path_, kWish));
+    const QString other = add(QStringLiteral("b.png"), {16, 8});
+    ASSERT_EQ(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path_).constData()),
+              0);
+    EXPECT_TRUE(cache_.find(path_, kWish).isNull());
+    EXPECT_EQ(cache_.read(path_, kWish).size(), QSize(16, 8));
+    EXPECT_EQ(cache_.decodes(), 2);
+}
+
+TEST_F(PictureCacheTest, ForgetsAFileThatIsGone)
+{
+    static_cast<void>(cache_.read(path_, kWish));
+    ASSERT_TRUE(QFile::remove(path_));
+    EXPECT_TRUE(cache_.find(path_, kWish).isNull());
+    EXPECT_TRUE(cache_.read(path_, kWish).isNull());
+    EXPECT_EQ(cache_.decodes(), 1);
+}
+
+TEST_F(PictureCacheTest, RemembersThatAFileIsNoPicture)
+{
+    tree_.write(u"text.jpg", "no picture");
+    const QString text = tree_.path(u"text.jpg");
+    EXPECT_EQ(cache_.known(text, kWish), std::nullopt);
+    EXPECT_TRUE(cache_.read(text, kWish).isNull());
+    EXPECT_TRUE(cache_.read(text, kWish).isNull());
+    EXPECT_TRUE(cache_.find(text, kWish).isNull());
+    EXPECT_EQ(cache_.known(text, kWish), QImage());
+    EXPECT_EQ(cache_.decodes(), 1);
+}
+
+TEST_F(PictureCacheTest, ReadsAFileThatBecameAPicture)
+{
+    tree_.write(u"a.png", "no picture yet");
+    EXPECT_TRUE(cache_.read(path_, kWish).isNull());
+    add(QStringLiteral("a.png"));
+    EXPECT_FALSE(cache_.read(path_, kWish).isNull());
+}
+
+TEST_F(PictureCacheTest, LetsTheLeastRecentlyUsedGoFirst)
+{
+    PictureCache cache(5 * kPictureBytes / 2); // two pictures with what they need beside
+    const QString b = add(QStringLiteral("b.png"));
+    const QString c = add(QStringLiteral("c.png"));
+    static_cast<void>(cache.read(path_, kWish));
+    static_cast<void>(cache.read(b, kWish));
+    static_cast<void>(cache.find(path_, kWish)); // b is now the one that was not asked for longest
+    static_cast<void>(cache.read(c, kWish));
+    EXPECT_FALSE(cache.find(path_, kWish).isNull());
+    EXPECT_TRUE(cache.find(b, kWish).isNull());
+    EXPECT_FALSE(cache.find(c, kWish).isNull());
+}
+
+TEST_F(PictureCacheTest, GivesAPictureThatIsTooLargeToKeep)
+{
+    PictureCache cache(kPictureBytes);
+    EXPECT_FALSE(cache.read(path_, kWish).isNull());
+    EXPECT_TRUE(cache.find(path_, kWish).isNull());
+}
+
+TEST_F(PictureCacheTest, BoundsWhatItRemembersOfNoPictures)
+{
+    PictureCache cache(kPictureBytes);
+    for (int i = 0; i < 100; ++i) {
+        const QString name = QString::number(i);
+        tree_.write(name, "text");
+        static_cast<void>(cache.read(tree_.path(name), kWish));
+    }
+    EXPECT_EQ(cache.known(tree_.path(u"0"), kWish), std::nullopt);
+    EXPECT_EQ(cache.known(tree_.path(u"99"), kWish), QImage());
+}
+
+} // namespace
+} // namespace velmora

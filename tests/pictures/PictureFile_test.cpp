@@ -1,0 +1,133 @@
+// The file of a picture, and what tells it from another one.
+#include "pictures/PictureFile.h"
+
+#include "PictureMaker.h"
+#include "pictures/PictureReader.h"
+#include "support/TempTree.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+
+namespace velmora {
+namespace {
+
+using namespace test;
+
+class PictureFileTest : public testing::Test
+{
+protected:
+    PictureFileTest() { tree_.write(u"a.jpg", picture_); }
+
+    [[nodiscard]] QString path() const { return tree_.path(u"a.jpg"); }
+
+    void setModified(qint64 seconds, long nanoseconds) const
+    {
+        const timespec times[2] = {{0, UTIME_OMIT}, {seconds, nanoseconds}};
+        ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(path()).constData(), times, 0), 0);
+    }
+
+    TempTree tree_;
+    QByteArray picture_ = encoded(quarters({32, 32}), "jpg");
+};
+
+TEST_F(PictureFileTest, IsReadWhole)
+{
+    EXPECT_EQ(PictureFile(path()).read(), picture_);
+}
+
+TEST_F(PictureFileTest, IsFoundThroughALink)
+{
+    ASSERT_TRUE(QFile::link(path(), tree_.path(u"link.jpg")));
+    EXPECT_EQ(PictureFile(tree_.path(u"link.jpg")).read(), picture_);
+    EXPECT_EQ(fileIdentity(tree_.path(u"link.jpg")), fileIdentity(path()));
+}
+
+TEST_F(PictureFileTest, IsTheSameWhileNothingChanges)
+{
+    EXPECT_TRUE(fileIdentity(path()).has_value());
+    EXPECT_EQ(fileIdentity(path()), fileIdentity(path()));
+    EXPECT_EQ(PictureFile(path()).identity(), fileIdentity(path()));
+}
+
+TEST_F(PictureFileTest, IsAnotherOneWhenReplaced)
+{
+    const auto before = fileIdentity(path());
+    tree_.write(u"b.jpg", picture_);
+    ASSERT_EQ(::rename(QFile::encodeName(tree_.path(u"b.jpg")).constData(),
+                       QFile::encodeName(path()).constData()),
+              0);
+    EXPECT_NE(fileIdentity(path()), before);
+}
+
+TEST_F(PictureFileTest, IsAnotherOneWhenItGrows)
+{
+    const auto before = fileIdentity(path());
+    tree_.write(u"a.jpg", picture_ + "x");
+    EXPECT_NE(fileIdentity(path()), before);
+}
+
+TEST_F(PictureFileTest, IsAnotherOneANanosecondLater)
+{
+    setModified(1000, 5);
+    const auto before = fileIdentity(path());
+    setModified(1000, 6);
+    const auto after = fileIdentity(path());
+    ASSERT_TRUE(before && after);
+    EXPECT_EQ(before->modifiedNs, 1'000'000'000'005);
+    EXPECT_EQ(after->modifiedNs, 1'000'000'000'006);
+    EXPECT_NE(after, before);
+}
+
+TEST_F(PictureFileTest, HasNoIdentityWhenThereIsNone)
+{
+    EXPECT_EQ(fileIdentity(tree_.path(u"none.jpg")), std::nullopt);
+    EXPECT_EQ(PictureFile(tree_.path(u"none.jpg")).identity(), std::nullopt);
+    EXPECT_EQ(PictureFile(tree_.path(u"none.jpg")).read(), QByteArray());
+}
+
+TEST_F(PictureFileTest, IsNoPipe)
+{
+    const QByteArray pipe = QFile::encodeName(tree_.path(u"pipe.jpg"));
+    ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0);
+    EXPECT_EQ(fileIdentity(tree_.path(u"pipe.jpg")), std::nullopt);
+    EXPECT_TRUE(readPicture(tree_.path(u"pipe.jpg"), {}).isNull());
+}
+
+TEST_F(PictureFileTest, IsNoFolderAndNoDevice)
+{
+    EXPECT_EQ(fileIdentity(tree_.path()), std::nullopt);
+    EXPECT_TRUE(readPicture(tree_.path(), {}).isNull());
+    EXPECT_EQ(fileIdentity(QStringLiteral("/dev/zero")), std::nullopt);
+    EXPECT_TRUE(readPicture(QStringLiteral("/dev/zero"), {}).isNull());
+}
+
+TEST_F(PictureFileTest, IsNotReadWhenItBeginsLikeNoPicture)
+{
+    tree_.write(u"a.jpg", "text");
+    EXPECT_EQ(PictureFile(path()).read(), QByteArray());
+    tree_.write(u"a.jpg", "");
+    EXPECT_EQ(PictureFile(path()).read(), QByteArray());
+}
+
+TEST_F(PictureFileTest, IsReadUpTo256Mebibytes)
+{
+    QFile file(path());
+    ASSERT_TRUE(file.resize(PictureFile::kMaxBytes));
+    EXPECT_EQ(PictureFile(path()).read().size(), PictureFile::kMaxBytes);
+    ASSERT_TRUE(file.resize(PictureFile::kMaxBytes + 1));
+    EXPECT_EQ(PictureFile(path()).read().size(), 0);
+}
+
+TEST_F(PictureFileTest, ThatIsCutWhileOpenGivesWhatIsLeft)
+{
+    const PictureFile file(path());
+    ASSERT_TRUE(QFile(path()).resize(100));
+    EXPECT_EQ(file.read(), picture_.first(100));
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,158 @@
+// Files that are no pictures, broken ones, and ones made to exhaust whoever opens them.
+#include "PictureMaker.h"
+#include "pictures/PictureReader.h"
+
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+namespace velmora {
+namespace {
+
+using namespace test;
+
+constexpr PictureWish kThumbnail = {{240, 180}, Fit::Stretch};
+
+bool holdsNoPicture(const QByteArray &bytes)
+{
+    return decodePicture(bytes, kThumbnail).isNull() && decodePicture(bytes, {}).isNull();
+}
+
+QByteArray jpeg(Progressive progressive = Progressive::No)
+{
+    return encoded(quarters({320, 240}), "jpg", progressive);
+}
+
+TEST(HostilePicture, IsNoneInOtherFiles)
+{
+    EXPECT_TRUE(holdsNoPicture({}));
+    EXPECT_TRUE(holdsNoPicture("<html>404</html>"));
+    EXPECT_TRUE(holdsNoPicture(QByteArray(100000, '\0')));
+    EXPECT_TRUE(holdsNoPicture(encoded(quarters({32, 32}), "ppm")));
+    EXPECT_TRUE(holdsNoPicture(encoded(quarters({32, 32}), "ico")));
+}
+
+TEST(HostilePicture, IsNoneInABeginningAlone)
+{
+    for (const char *const format : {"jpg", "png", "bmp", "webp"}) {
+        EXPECT_TRUE(holdsNoPicture(encoded(quarters({320, 240}), format).first(20))) << format;
+    }
+    EXPECT_TRUE(holdsNoPicture(animatedGif().first(12)));
+}
+
+TEST(HostilePicture, ShowsWhatThereIsOfAJpegThatBreaksOff)
+{
+    const QByteArray whole = jpeg();
+    const QImage image = decodePicture(whole.first(whole.size() * 6 / 10), {});
+    ASSERT_EQ(image.size(), QSize(320, 240));
+    EXPECT_EQ(cornersOf(image)[0], Qt::red);
+    EXPECT_EQ(cornersOf(image)[1], Qt::green);
+}
+
+TEST(HostilePicture, IsNoneInAnotherFormatThatBreaksOff)
+{
+    for (const char *const format : {"png", "bmp", "webp"}) {
+        const QByteArray whole = encoded(quarters({320, 240}), format);
+        EXPECT_TRUE(holdsNoPicture(whole.first(whole.size() / 2))) << format;
+    }
+}
+
+struct BombRow
+{
+    const char *name;
+    QByteArray bytes;
+};
+
+class PixelBomb : public testing::TestWithParam<BombRow>
+{
+};
+
+qint64 peakKilobytes()
+{
+    rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+TEST_P(PixelBomb, IsRefusedWithoutSpendingMemory)
+{
+    const qint64 before = peakKilobytes();
+    EXPECT_TRUE(holdsNoPicture(GetParam().bytes));
+    EXPECT_LT(peakKilobytes() - before, 32 * 1024);
+}
+
+QByteArray bmpClaiming(QSize size)
+{
+    QByteArray bmp = encoded(quarters({32, 32}), "bmp");
+    qToLittleEndian(size.width(), bmp.data() + 18);
+    qToLittleEndian(size.height(), bmp.data() + 22);
+    return bmp;
+}
+
+QByteArray gifClaiming(QSize size)
+{
+    QByteArray gif = animatedGif();
+    qToLittleEndian(static_cast<quint16>(size.width()), gif.data() + 6);
+    qToLittleEndian(static_cast<quint16>(size.height()), gif.data() + 8);
+    return gif;
+}
+
+constexpr QSize kHuge(30000, 30000);
+constexpr QSize kNone(0, 0);
+
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, PixelBomb,
+    testing::Values(BombRow{"Jpeg", claiming(jpeg(), kHuge)},
+                    BombRow{"ProgressiveJpeg", claiming(jpeg(Progressive::Yes), kHuge)},
+                    BombRow{"JpegJustTooLarge", claiming(jpeg(), {8192, 8193})},
+                    BombRow{"JpegTurned", withOrientation(claiming(jpeg(), kHuge), 6)},
+                    BombRow{"Png", claiming(encoded(quarters({32, 32}), "png"), kHuge)},
+                    BombRow{"PngBeyondNumbers",
+                            claiming(encoded(quarters({32, 32}), "png"), {0x7FFFFFFF, 0x7FFFFFFF})},
+                    BombRow{"Bmp", bmpClaiming(kHuge)},
+                    BombRow{"BmpUpsideDown", bmpClaiming({30000, -30000})},
+                    BombRow{"BmpNegativeWidth", bmpClaiming({-32, 32})},
+                    BombRow{"Gif", gifClaiming(kHuge)},
+                    BombRow{"JpegOfNoSize", claiming(jpeg(), kNone)},
+                    BombRow{"PngOfNoSize", claiming(encoded(quarters({32, 32}), "png"), kNone)},
+                    BombRow{"BmpOfNoSize", bmpClaiming(kNone)}),
+    [](const auto &row) { return row.param.name; });
+
+TEST(HostilePicture, MayHave64MebipixelsAtMost)
+{
+    EXPECT_EQ(decodePicture(claiming(jpeg(), {8192, 8192}), kThumbnail).size(), QSize(240, 180));
+}
+
+// Each scan goes over all coefficients: 64 scans of 16 Mi pixels are what is allowed.
+QByteArray jpegWithScans(int scans)
+{
+    QByteArray picture = claiming(jpeg(Progressive::Yes), {4096, 4096});
+    const qsizetype first = picture.indexOf("\xFF\xDA");
+    const QByteArray head =
+        picture.sliced(first, 2 + qFromBigEndian<quint16>(picture.constData() + first + 2));
+    return picture.insert(first, head.repeated(scans - 10));
+}
+
+TEST(HostilePicture, HasABoundedNumberOfScans)
+{
+    EXPECT_FALSE(decodePicture(jpegWithScans(64), kThumbnail).isNull());
+    EXPECT_TRUE(decodePicture(jpegWithScans(65), kThumbnail).isNull());
+}
+
+TEST(HostilePicture, CannotUnpackTextsOfAPng)
+{
+    QByteArray png = encoded(quarters({32, 32}), "png");
+    const QByteArray text =
+        QByteArray("k\0\0", 3) + qCompress(QByteArray(7'000'000, 'x')).sliced(4);
+    png.insert(33, pngChunk("zTXt", text).repeated(30));
+    const qint64 before = peakKilobytes();
+    const QImage image = decodePicture(png, {});
+    EXPECT_EQ(cornersOf(image), kCorners);
+    EXPECT_TRUE(image.textKeys().isEmpty());
+    EXPECT_LT(peakKilobytes() - before, 32 * 1024);
+}
+
+} // namespace
+} // namespace velmora

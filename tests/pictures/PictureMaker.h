@@ -1,0 +1,53 @@
+// Pictures for the tests: made by encoders, bent byte by byte.
+#pragma once
+
+#include "support/Printers.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QImage>
+#include <QSize>
+
+#include <array>
+#include <ostream>
+
+namespace velmora::test {
+
+/// Top left, top right, bottom left, bottom right.
+using Corners = std::array<Qt::GlobalColor, 4>;
+
+inline constexpr Corners kCorners = {Qt::red, Qt::green, Qt::blue, Qt::white};
+
+/// A picture of four plain quarters.
+[[nodiscard]] QImage quarters(QSize size);
+
+/// The colours nearest to the middles of the quarters.
+[[nodiscard]] Corners cornersOf(const QImage &image);
+
+enum class Progressive { No, Yes };
+
+/// format: as QImageWriter knows it.
+[[nodiscard]] QByteArray encoded(const QImage &image, const char *format,
+                                 Progressive progressive = Progressive::No);
+
+/// quarters() as a JPEG of four inks, as image editors write it.
+[[nodiscard]] QByteArray cmykJpeg(QSize size);
+
+/// Two frames of one pixel, red and then green.
+[[nodiscard]] QByteArray animatedGif();
+
+/// The JPEG with an Exif segment that says how the camera was held, 1 to 8.
+[[nodiscard]] QByteArray withOrientation(const QByteArray &jpeg, int orientation);
+
+/// The JPEG or PNG with another size in its header, which is all that changes.
+[[nodiscard]] QByteArray claiming(QByteArray picture, QSize size);
+
+/// A chunk of a PNG with its checksum. name: four letters.
+[[nodiscard]] QByteArray pngChunk(QByteArrayView name, const QByteArray &body);
+
+} // namespace velmora::test
+
+inline void PrintTo(const QSize &size, std::ostream *out)
+{
+    *out << size.width() << " x " << size.height();
+}

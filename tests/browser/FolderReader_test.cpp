@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 namespace velmora {
 namespace {
 
@@ -162,6 +164,43 @@ TEST_F(FolderReaderTest, ListsNothingWithoutTheRightToRead)
         EXPECT_TRUE(reading.newestName(folder()).isEmpty());
     }
     test::setRights(folder(), 0755);
+    EXPECT_EQ(list(), QByteArrayList{kFirst});
+    EXPECT_EQ(reading.newestName(folder()), kFirst);
+}
+
+// As when too many files are open.
+class NoMoreFiles
+{
+public:
+    NoMoreFiles()
+    {
+        const int next = ::dup(0);
+        ::close(next);
+        test::check(::getrlimit(RLIMIT_NOFILE, &before_) == 0, "there is no limit");
+        const rlimit limit{static_cast<rlim_t>(next), before_.rlim_max};
+        test::check(::setrlimit(RLIMIT_NOFILE, &limit) == 0, "no limit was set");
+    }
+
+    NoMoreFiles(const NoMoreFiles &) = delete;
+    NoMoreFiles &operator=(const NoMoreFiles &) = delete;
+    NoMoreFiles(NoMoreFiles &&) = delete;
+    NoMoreFiles &operator=(NoMoreFiles &&) = delete;
+
+    ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+
+private:
+    rlimit before_ = {};
+};
+
+TEST_F(FolderReaderTest, KeepsNothingOfAFolderThatCouldNotBeOpened)
+{
+    add(kFirst);
+    test::Reading(clock).keptNames(folder()); // so that its stamp can be relied on
+    {
+        const NoMoreFiles limit;
+        EXPECT_TRUE(list().isEmpty());
+        EXPECT_TRUE(reading.newestName(folder()).isEmpty());
+    }
     EXPECT_EQ(list(), QByteArrayList{kFirst});
     EXPECT_EQ(reading.newestName(folder()), kFirst);
 }

@@ -86,6 +86,7 @@ const NewestRow kNone[] = {
     {"AGreaterNameOfOtherLetters", {"20061005_1.jpg", "2\xC3\xA9t\xC3\xA9.jpg"}, ""},
     {"TheHundredAndFirstDayBack", {"20060626_1.jpg", "2006105"}, ""},
     {"NoFileOfTheDaysBack", {"2006105"}, ""},
+    {"ADayBackThatIsWrittenOtherwise", {"200610 4.jpg", "2006105"}, ""},
 };
 INSTANTIATE_TEST_SUITE_P(None, NewestRule, testing::ValuesIn(kNone),
                          [](const auto &row) { return row.param.what; });

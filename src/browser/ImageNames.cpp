@@ -49,6 +49,12 @@ QByteArray inCapitals(QByteArrayView text)
     return capitals;
 }
 
+bool holds(QByteArrayView name, QByteArrayView key)
+{
+    return ::memmem(name.data(), static_cast<std::size_t>(name.size()), key.data(),
+                    static_cast<std::size_t>(key.size())) != nullptr;
+}
+
 std::optional<qsizetype> earlier(std::optional<qsizetype> a, std::optional<qsizetype> b)
 {
     return a && b ? std::min(a, b) : a ? a : b;
@@ -153,7 +159,7 @@ std::optional<qsizetype> ImageNames::standardContaining(QByteArrayView key) cons
 {
     const auto contains = [this, key](quint64 value) {
         const QByteArray &suffix = suffixes_[static_cast<qsizetype>(value % kMostSuffixes)];
-        return StandardText(value >> kSuffixBits, suffix).view().contains(key);
+        return holds(StandardText(value >> kSuffixBits, suffix).view(), key);
     };
     const auto found = std::ranges::find_if(standards_, contains);
     return found == standards_.end() ? std::nullopt : std::optional(found - standards_.begin());
@@ -162,7 +168,7 @@ std::optional<qsizetype> ImageNames::standardContaining(QByteArrayView key) cons
 std::optional<qsizetype> ImageNames::oddContaining(QByteArrayView key) const
 {
     const auto found = std::ranges::find_if(
-        odds_.list(), [key](const OddName &odd) { return odd.view().contains(key); });
+        odds_.list(), [key](const OddName &odd) { return holds(odd.view(), key); });
     return found == odds_.list().end() ? std::nullopt : std::optional<qsizetype>(found->place);
 }
 

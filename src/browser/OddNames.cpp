@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -10,6 +11,7 @@ constexpr std::size_t kBlockBytes = 64 * 1024; // many names of at most 255 byte
 constexpr std::size_t kFirstRun = 64;
 constexpr std::size_t kRunsAStep = 16;
 constexpr int kMergesAStep = 4096;
+constexpr std::size_t kNamesPackedAStep = 8192;
 
 bool comesBefore(const OddName &a, const OddName &b)
 {
@@ -20,6 +22,11 @@ bool comesBefore(const OddName &a, const OddName &b)
 
 void OddNames::add(QByteArrayView name)
 {
+    names_.push_back({store(name), static_cast<quint32>(name.size()), 0});
+}
+
+const char *OddNames::store(QByteArrayView name)
+{
     const auto length = static_cast<std::size_t>(name.size());
     if (blocks_.empty() || used_ + length > kBlockBytes) {
         blocks_.push_back(std::make_unique_for_overwrite<char[]>(kBlockBytes));
@@ -28,19 +35,36 @@ void OddNames::add(QByteArrayView name)
     char *const text = blocks_.back().get() + used_;
     std::memcpy(text, name.data(), length);
     used_ += length;
-    names_.push_back({text, static_cast<quint32>(length), 0});
+    return text;
 }
 
 bool OddNames::sortSome()
 {
     if (sorted_ < names_.size()) {
         sortRuns();
-        return true;
+    } else if (run_ < names_.size()) {
+        for (int i = 0; i < kMergesAStep && run_ < names_.size(); ++i) {
+            mergeOne();
+        }
+    } else {
+        packSome();
     }
-    for (int i = 0; i < kMergesAStep && run_ < names_.size(); ++i) {
-        mergeOne();
+    return packed_ < names_.size();
+}
+
+void OddNames::packSome()
+{
+    if (packed_ == 0) {
+        unsorted_ = std::exchange(blocks_, {});
     }
-    return run_ < names_.size();
+    const std::size_t end = std::min(packed_ + kNamesPackedAStep, names_.size());
+    for (; packed_ < end; ++packed_) {
+        names_[packed_].text = store(names_[packed_].view());
+    }
+    if (packed_ == names_.size()) {
+        unsorted_.clear();
+        merged_ = {};
+    }
 }
 
 void OddNames::sortRuns()

@@ -20,7 +20,8 @@ struct OddName
     [[nodiscard]] QByteArrayView view() const { return {text, static_cast<qsizetype>(length)}; }
 };
 
-/// The names' bytes lie in blocks of their own, which stay where they are.
+/// The names' bytes lie in blocks of their own; once sorted, one behind the other in order, so that
+/// a search through all of them is quick.
 class OddNames
 {
 public:
@@ -36,13 +37,19 @@ public:
     [[nodiscard]] std::size_t bytes() const;
 
 private:
+    using Blocks = std::vector<std::unique_ptr<char[]>>;
+
+    const char *store(QByteArrayView name);
     void sortRuns();
+    void packSome();
     void startPair(std::size_t from);
     void mergeOne();
     [[nodiscard]] bool leftIsNext() const;
 
-    std::vector<std::unique_ptr<char[]>> blocks_;
+    Blocks blocks_;
     std::size_t used_ = 0; // of the last block
+    Blocks unsorted_;      // while they are packed
+    std::size_t packed_ = 0;
     std::vector<OddName> names_;
 
     // Runs twice as long with each round; a round merges pairs of them into the other list.

@@ -1,0 +1,35 @@
+// Camera folders full of empty images, one a minute, for the measurements of listing.
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <vector>
+
+namespace velmora::bench {
+
+/// Gone with the object.
+class CameraFolders
+{
+public:
+    /// parent: where they are made; its file system is measured.
+    CameraFolders(const QString &parent, int large, int small, int smallOnes);
+
+    [[nodiscard]] const QString &large() const { return large_; }
+
+    [[nodiscard]] const std::vector<QString> &small() const { return small_; }
+
+private:
+    QTemporaryDir parent_;
+    QString large_;
+    std::vector<QString> small_;
+};
+
+/// Reads a folder by the system's call alone, as fast as that goes; the number of names. path:
+/// native.
+long readPlainly(const QString &path, std::size_t bufferBytes);
+
+/// Runs `ls FOLDER > /dev/null` to its end.
+void runLs(const QString &path);
+
+} // namespace velmora::bench

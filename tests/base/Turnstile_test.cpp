@@ -1,0 +1,103 @@
+// The order of coroutines that must not overlap.
+#include "base/Turnstile.h"
+
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+QCoro::Task<> pass(Turnstile &turnstile, QStringList &log, QString name)
+{
+    co_await turnstile.enter();
+    log.append(name);
+}
+
+class TurnstileTest : public testing::Test
+{
+protected:
+    void come(const QString &name) { tasks_.push_back(pass(turnstile_, log_, name)); }
+
+    void leave()
+    {
+        turnstile_.leave();
+        QCoreApplication::sendPostedEvents();
+    }
+
+    Turnstile turnstile_;
+    QStringList log_;
+    std::vector<QCoro::Task<>> tasks_;
+};
+
+TEST_F(TurnstileTest, LetsTheFirstInAtOnce)
+{
+    come(QStringLiteral("a"));
+    EXPECT_EQ(log_, QStringList({QStringLiteral("a")}));
+}
+
+TEST_F(TurnstileTest, HoldsTheSecondBackUntilTheFirstLeaves)
+{
+    come(QStringLiteral("a"));
+    come(QStringLiteral("b"));
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(log_, QStringList({QStringLiteral("a")}));
+    leave();
+    EXPECT_EQ(log_, QStringList({QStringLiteral("a"), QStringLiteral("b")}));
+}
+
+TEST_F(TurnstileTest, KeepsTheOrderOfArrival)
+{
+    for (const QChar name : QStringLiteral("abcd")) {
+        come(name);
+    }
+    for (int left = 0; left < 3; ++left) {
+        leave();
+    }
+    EXPECT_EQ(log_.join(QString()), QStringLiteral("abcd"));
+}
+
+TEST_F(TurnstileTest, LetsOneInForEachThatLeaves)
+{
+    for (const QChar name : QStringLiteral("abcd")) {
+        come(name);
+    }
+    leave();
+    EXPECT_EQ(log_.join(QString()), QStringLiteral("ab"));
+}
+
+TEST_F(TurnstileTest, LetsTheNextInFromTheEventLoopAndNotInsideLeave)
+{
+    come(QStringLiteral("a"));
+    come(QStringLiteral("b"));
+    turnstile_.leave();
+    EXPECT_EQ(log_.join(QString()), QStringLiteral("a"));
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(log_.join(QString()), QStringLiteral("ab"));
+}
+
+TEST_F(TurnstileTest, LetsNobodyOvertakeWhileThePlaceIsHandedOn)
+{
+    come(QStringLiteral("a"));
+    come(QStringLiteral("b"));
+    turnstile_.leave();
+    come(QStringLiteral("late"));
+    EXPECT_EQ(log_.join(u','), QStringLiteral("a"));
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(log_.join(u','), QStringLiteral("a,b"));
+    leave();
+    EXPECT_EQ(log_.join(u','), QStringLiteral("a,b,late"));
+}
+
+TEST_F(TurnstileTest, IsFreeAgainWhenTheLastHasLeft)
+{
+    come(QStringLiteral("a"));
+    come(QStringLiteral("b"));
+    leave();
+    leave();
+    come(QStringLiteral("c"));
+    EXPECT_EQ(log_.join(QString()), QStringLiteral("abc"));
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,124 @@
+// The browser follows what the capture stores.
+#include "browser/BrowserTest.h"
+
+namespace velmora::test {
+namespace {
+
+class AutoRefresh : public BrowserTest
+{
+protected:
+    void SetUp() override
+    {
+        house_.addImages({2, 3}, 3);
+        house_.addImages({2, 4}, 1);
+        house_.show({2, 3});
+        browser_.setMode(Mode::Auto, true);
+        house_.finish();
+        house_.store(u"lstImg", u"0");
+    }
+
+    /// A new image of a camera was stored.
+    void store(CameraAddress camera)
+    {
+        house_.put(camera, imageName(100));
+        browser_.follow(camera);
+        house_.finish();
+    }
+
+    [[nodiscard]] QString row(int index) const { return house_.rows().value(index); }
+};
+
+TEST_F(AutoRefresh, ShowsTheNewestImageOfTheShownCamera)
+{
+    browser_.chooseFile(0);
+    store({2, 3});
+    EXPECT_EQ(house_.NbI(), QStringLiteral("4 / 4"));
+    EXPECT_EQ(house_.cells().value(3), imageName(100));
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("3"));
+}
+
+TEST_F(AutoRefresh, LeavesTheDisplayForAnotherRow)
+{
+    browser_.chooseFile(0);
+    store({2, 4});
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 3"));
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("0"));
+}
+
+TEST_F(AutoRefresh, LeavesTheDisplayForTheSameRowOfAnotherGroup)
+{
+    house_.addCamera({1, 3});
+    store({1, 3});
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("0"));
+}
+
+TEST_F(AutoRefresh, LeavesTheDisplayWhileAutoIsOff)
+{
+    browser_.setMode(Mode::Auto, false);
+    house_.finish();
+    store({2, 3});
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+}
+
+TEST_F(AutoRefresh, ShowsTheNewImageOfTheShownGroupAndSelectsItsCamera)
+{
+    house_.showGroup(2);
+    store({2, 4});
+    EXPECT_EQ(row(4), imageName(100) + QStringLiteral("  "));
+    EXPECT_EQ(house_.cells().value(4), imageName(100));
+    EXPECT_EQ(lists_.cameraIndex(), 4);
+    EXPECT_EQ(state().camera, (CameraAddress{2, 4}));
+    EXPECT_EQ(house_.framed(), QList<int>({4}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("2"));
+}
+
+TEST_F(AutoRefresh, LeavesTheGroupViewForAnotherGroup)
+{
+    house_.showGroup(2);
+    house_.newLog();
+    house_.addCamera({1, 4});
+    store({1, 4});
+    EXPECT_EQ(house_.newLog(), QStringList());
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+}
+
+TEST_F(AutoRefresh, RebuildsTheGroupOnceForEachStoredImage)
+{
+    house_.showGroup(2);
+    house_.newLog();
+    store({2, 4});
+    EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Planche DirImage"),
+                                            QStringLiteral("Planche DirImage Fin")}));
+}
+
+TEST_F(AutoRefresh, TellsWhetherItWouldShowSomething)
+{
+    EXPECT_TRUE(modes_.isFollowing({2, 3}));
+    EXPECT_FALSE(modes_.isFollowing({2, 4}));
+    house_.showGroup(2);
+    EXPECT_TRUE(modes_.isFollowing({2, 4}));
+    EXPECT_FALSE(modes_.isFollowing({3, 4}));
+}
+
+TEST_F(AutoRefresh, LooksAgainWhetherTheCameraIsStillShownWhenItsTurnComes)
+{
+    house_.addFullFolder({5, 0});
+    browser_.chooseGroup(5); // row 3 of it is empty
+    browser_.chooseCamera(0);
+    browser_.follow({5, 0});
+    browser_.chooseCamera(1);
+    house_.newLog();
+    house_.finish();
+    EXPECT_EQ(state().camera, (CameraAddress{5, 1}));
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("1"));
+}
+
+TEST_F(AutoRefresh, BeginsAPlayingFilmAnewForTheShownCamera)
+{
+    film_.play();
+    store({2, 3});
+    EXPECT_EQ(film_.calls.count(QStringLiteral("begin")), 1);
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,0 +1,342 @@
+// Clicks on the cells of the contact sheet.
+#include "browser/BrowserTest.h"
+
+#include <QDir>
+
+namespace velmora::test {
+namespace {
+
+class CellClick : public BrowserTest
+{
+protected:
+    void showImages(int count, int selectedImage)
+    {
+        house_.addImages(kCamera, count);
+        house_.show(kCamera);
+        browser_.chooseFile(selectedImage);
+        house_.newLog();
+        film_.calls.clear();
+    }
+
+    void click(int cell)
+    {
+        browser_.clickCell(cell);
+        house_.finish();
+    }
+
+    /// The slideshow plays from the browser.
+    void playFromTheBrowser()
+    {
+        film_.play();
+        state().CineActif = BrowserState::kYes;
+    }
+};
+
+TEST_F(CellClick, SelectsTheImageOfTheCell)
+{
+    showImages(20, 10); // in cell 4, so that cell 0 shows 6
+    click(1);
+    EXPECT_EQ(selected(), 7);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("8 / 20"));
+}
+
+TEST_F(CellClick, SelectsTheFirstFileByCellZeroWhileCellFourIsFramed)
+{
+    showImages(20, 4);
+    ASSERT_EQ(house_.framed(), QList<int>({4}));
+    click(0);
+    EXPECT_EQ(selected(), 0);
+}
+
+TEST_F(CellClick, BringsTheImageToTheCentre)
+{
+    showImages(20, 10);
+    click(6);
+    EXPECT_EQ(selected(), 12);
+    EXPECT_EQ(house_.cells().value(4), imageName(12));
+    EXPECT_EQ(house_.framed(), QList<int>({4}));
+}
+
+TEST_F(CellClick, StaysOnTheLastFileForAClickOnItsOwnCell)
+{
+    showImages(20, 19);
+    click(9);
+    EXPECT_EQ(selected(), 19);
+}
+
+TEST_F(CellClick, DoesNothingForACellBehindTheLastFile)
+{
+    showImages(3, 2);
+    const QSignalSpy wanted(&lists_, &BrowserLists::filesWanted);
+    click(9);
+    EXPECT_EQ(selected(), 2);
+    EXPECT_EQ(wanted.size(), 0);
+    EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Planche Vue_Click"),
+                                            QStringLiteral("Planche Vue_Click Fin mem faux")}));
+}
+
+TEST_F(CellClick, DoesNothingJustBehindTheLastFile)
+{
+    showImages(3, 2);
+    click(3);
+    EXPECT_EQ(selected(), 2);
+}
+
+TEST_F(CellClick, CountsFromTheFramedCellWhereverThatIs)
+{
+    showImages(20, 19);
+    click(3);
+    EXPECT_EQ(selected(), 13);
+    EXPECT_EQ(house_.cells().value(4), imageName(13));
+}
+
+TEST_F(CellClick, DoesNothingBeforeTheFirstFile)
+{
+    showImages(20, 4);
+    state().CadreActif = 6;
+    click(1);
+    EXPECT_EQ(selected(), 4);
+    click(2);
+    EXPECT_EQ(selected(), 0);
+}
+
+TEST_F(CellClick, DoesNothingOnAnEmptySheet)
+{
+    house_.addCamera(kCamera);
+    house_.show(kCamera);
+    for (int cell = 0; cell < kCells; ++cell) {
+        click(cell);
+    }
+    EXPECT_EQ(selected(), -1);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+}
+
+TEST_F(CellClick, BringsTheKeyboardToTheList)
+{
+    showImages(20, 10);
+    const QSignalSpy files(&lists_, &BrowserLists::filesWanted);
+    const QSignalSpy cameras(&lists_, &BrowserLists::camerasWanted);
+    click(1);
+    EXPECT_EQ(files.size(), 1);
+    EXPECT_EQ(cameras.size(), 0);
+}
+
+TEST_F(CellClick, LogsItsStepsInOrder)
+{
+    showImages(20, 10);
+    click(1);
+    EXPECT_EQ(
+        house_.newLog(),
+        QStringList({QStringLiteral("Planche Vue_Click"), QStringLiteral("Planche LstDir_Click"),
+                     QStringLiteral("Load Fin"), QStringLiteral("Planche LstDir_Click Fin"),
+                     QStringLiteral("Planche Vue_Click Fin mem faux")}));
+}
+
+TEST_F(CellClick, SelectsAFileThatIsGoneFromTheDisk)
+{
+    showImages(20, 10);
+    house_.remove(kCamera, imageName(7));
+    click(1);
+    EXPECT_EQ(selected(), 7);
+}
+
+TEST_F(CellClick, BringsAFilmOfTheBrowserToTheImage)
+{
+    showImages(20, 10);
+    playFromTheBrowser();
+    click(1);
+    EXPECT_EQ(film_.calls, QStringList({QStringLiteral("stop"), QStringLiteral("move to 7"),
+                                        QStringLiteral("start")}));
+    EXPECT_TRUE(film_.running);
+}
+
+TEST_F(CellClick, LogsAnotherEndWhileAFilmOfTheBrowserIsOpen)
+{
+    showImages(20, 10);
+    playFromTheBrowser();
+    const QSignalSpy cameras(&lists_, &BrowserLists::camerasWanted);
+    click(1);
+    EXPECT_EQ(cameras.size(), 1);
+    EXPECT_EQ(house_.newLog().first(), QStringLiteral("Planche Vue_Click"));
+    EXPECT_EQ(house_.newLog(), QStringList());
+}
+
+TEST_F(CellClick, LogsTheEndOfAClickOverAFilmLast)
+{
+    showImages(20, 10);
+    playFromTheBrowser();
+    click(1);
+    const QStringList log = house_.newLog();
+    EXPECT_EQ(log.last(), QStringLiteral("Planche Vue_Click Fin"));
+    EXPECT_FALSE(log.contains(QStringLiteral("Planche Vue_Click Fin mem faux")));
+}
+
+TEST_F(CellClick, MovesAPausedFilmOfTheBrowserAndLeavesItPaused)
+{
+    showImages(20, 10);
+    film_.pause();
+    state().CineActif = BrowserState::kYes;
+    click(1);
+    EXPECT_EQ(film_.calls, QStringList({QStringLiteral("move to 7")}));
+    EXPECT_FALSE(film_.running);
+}
+
+TEST_F(CellClick, MovesTheFilmToTheSelectionForACellWithoutFileToo)
+{
+    showImages(3, 1);
+    playFromTheBrowser();
+    click(9);
+    EXPECT_TRUE(film_.calls.contains(QStringLiteral("move to 1")));
+}
+
+TEST_F(CellClick, SelectsTheRowInGroupView)
+{
+    house_.addImages({0, 6}, 4);
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    house_.newLog();
+    click(6);
+    EXPECT_EQ(lists_.cameraIndex(), 6);
+    EXPECT_EQ(state().camera.row, 6);
+    EXPECT_EQ(house_.framed(), QList<int>({6}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("4"));
+    EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Planche Vue_Click"),
+                                            QStringLiteral("Planche Vue_Click Fin mem faux")}));
+}
+
+TEST_F(CellClick, MovesTheFrameInGroupView)
+{
+    house_.showGroup(0);
+    click(6);
+    house_.data.sheet.setFrame(1, FrameStyle::Framed);
+    click(2);
+    EXPECT_EQ(house_.framed(), QList<int>({2}));
+}
+
+TEST_F(CellClick, TakesTheFramesAwayInGroupViewWhenThereIsNoSuchRow)
+{
+    state().view = View::Group;
+    house_.data.sheet.setFrame(1, FrameStyle::Framed);
+    click(2);
+    EXPECT_EQ(house_.framed(), QList<int>());
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+}
+
+TEST_F(CellClick, BeginsAFilmOfTheBrowserAnewInGroupView)
+{
+    house_.addImages({0, 6}, 4);
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    film_.pause();
+    state().CineActif = BrowserState::kYes;
+    const QSignalSpy cameras(&lists_, &BrowserLists::camerasWanted);
+    click(6);
+    EXPECT_EQ(film_.calls, QStringList({QStringLiteral("begin")}));
+    EXPECT_EQ(house_.data.files.count(), 4);
+    EXPECT_EQ(cameras.size(), 1);
+    EXPECT_EQ(house_.newLog().last(), QStringLiteral("Planche Vue_Click Fin"));
+}
+
+TEST_F(CellClick, IsIgnoredWhileTheGroupViewIsBeingFilled)
+{
+    house_.showGroup(0);
+    house_.newLog();
+    state().DirCamEnCours = true;
+    click(6);
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(house_.newLog(), QStringList());
+}
+
+TEST_F(CellClick, IsIgnoredByTheCellsThemselvesWhileTheyAreBeingFilled)
+{
+    showImages(20, 10);
+    state().DirCamEnCours = true;
+    run(lists_.Vue_Click(1));
+    EXPECT_EQ(selected(), 10);
+    EXPECT_EQ(house_.newLog(), QStringList());
+}
+
+TEST_F(CellClick, IsIgnoredWhileALargeGroupIsReallyBeingFilled)
+{
+    house_.addFullFolder({0, 3});
+    browser_.setMode(Mode::Camera, true);
+    ASSERT_TRUE(state().DirCamEnCours);
+    browser_.clickCell(1);
+    house_.finish();
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(house_.framed(), QList<int>());
+}
+
+TEST_F(CellClick, OpensTheSelectedImageWhenDoubled)
+{
+    showImages(20, 10);
+    const QSignalSpy opened(&grid_, &GridActions::openWanted);
+    click(8);
+    browser_.doubleClickCell(8);
+    ASSERT_EQ(opened.size(), 1);
+    EXPECT_EQ(opened[0][0].toString(),
+              house_.capture.tree.path(house_.capture.folder(kCamera) + u'/' + imageName(14)));
+}
+
+TEST_F(CellClick, OpensNothingWhenDoubledOnAnEmptyCell)
+{
+    showImages(3, 2);
+    const QSignalSpy opened(&grid_, &GridActions::openWanted);
+    click(7);
+    browser_.doubleClickCell(7);
+    EXPECT_EQ(opened.size(), 0);
+}
+
+TEST_F(CellClick, EndsTheScanWhenDoubled)
+{
+    showImages(3, 2);
+    browser_.setMode(Mode::Scan, true);
+    browser_.doubleClickCell(0);
+    EXPECT_FALSE(modes_.isOn(Mode::Scan));
+    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_EQ(house_.stored(u"Scan"), QStringLiteral("0"));
+}
+
+TEST_F(CellClick, EndsTheScanWhenDoubledOnAnEmptyCellToo)
+{
+    showImages(3, 2);
+    browser_.setMode(Mode::Scan, true);
+    browser_.doubleClickCell(7);
+    EXPECT_FALSE(modes_.isOn(Mode::Scan));
+    EXPECT_FALSE(modes_.isOn(Mode::Camera));
+}
+
+TEST_F(CellClick, StoresNothingWhenDoubledWithoutScan)
+{
+    showImages(3, 2);
+    browser_.doubleClickCell(0);
+    EXPECT_EQ(house_.stored(u"Scan"), QString());
+    EXPECT_EQ(house_.stored(u"Camera"), QString());
+}
+
+TEST_F(CellClick, DoesNothingInGroupViewWhenDoubled)
+{
+    house_.addImages({0, 6}, 4);
+    house_.showGroup(0);
+    browser_.setMode(Mode::Scan, true);
+    const QSignalSpy opened(&grid_, &GridActions::openWanted);
+    click(6);
+    browser_.doubleClickCell(6);
+    EXPECT_EQ(opened.size(), 0);
+    EXPECT_TRUE(modes_.isOn(Mode::Scan));
+    EXPECT_TRUE(modes_.isOn(Mode::Camera));
+}
+
+TEST_F(CellClick, OpensTheCamerasFolderForADoubleClickOnTheList)
+{
+    house_.addImages({3, 5}, 2);
+    house_.show({3, 5});
+    const QSignalSpy opened(&grid_, &GridActions::openWanted);
+    grid_.LstDir_DblClick();
+    ASSERT_EQ(opened.size(), 1);
+    EXPECT_EQ(QDir::cleanPath(opened[0][0].toString()),
+              house_.capture.tree.path(house_.capture.folder({3, 5})));
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,0 +1,295 @@
+// Listing the folder of the selected camera: when it may be read, when it is made, what is told of
+// it.
+#include "browser/BrowserTest.h"
+
+#include <QDir>
+
+namespace velmora::test {
+namespace {
+
+class LitDir : public BrowserTest
+{
+protected:
+    void read()
+    {
+        state().LectureOK = BrowserState::kYes;
+        run(lists_.LitDir());
+    }
+
+    /// Something that is no folder stands where a camera's folder is to be.
+    void blockFolder(CameraAddress camera)
+    {
+        house_.capture.addCamera(camera, cameraUrl(camera));
+        house_.capture.tree.write(house_.capture.folder(camera), "in the way");
+    }
+
+    [[nodiscard]] bool isThere(CameraAddress camera) const
+    {
+        return house_.capture.tree.exists(house_.capture.folder(camera));
+    }
+};
+
+TEST_F(LitDir, ListsTheImagesOfTheSelectedCameraInOrderOfTheirNames)
+{
+    house_.addCamera({2, 7}, {imageName(2), imageName(0), imageName(1)});
+    state().camera = {2, 7};
+    read();
+    ASSERT_EQ(house_.data.files.count(), 3);
+    EXPECT_EQ(house_.data.files.file(0).name, imageName(0));
+    EXPECT_EQ(house_.data.files.file(2).name, imageName(2));
+}
+
+TEST_F(LitDir, JoinsStorageFolderCameraFolderAndNameToAPath)
+{
+    house_.addImages(kCamera, 1);
+    read();
+    EXPECT_EQ(house_.data.files.file(0).path(), QStringLiteral("C:\\in\\") +
+                                                    house_.capture.table.CameraFolderName(kCamera) +
+                                                    imageName(0));
+}
+
+TEST_F(LitDir, ListsNamesThatBeginWithTwentyAlone)
+{
+    house_.addCamera(kCamera, {QStringLiteral("19991231_2359590000.jpg"),
+                               QStringLiteral("21000101_0000000000.jpg"),
+                               QStringLiteral("holiday.jpg"), QStringLiteral("2.jpg"),
+                               QStringLiteral("20"), QStringLiteral("20061005_1jpg")});
+    read();
+    ASSERT_EQ(house_.data.files.count(), 2);
+    EXPECT_EQ(house_.data.files.file(0).name, QStringLiteral("20"));
+    EXPECT_EQ(house_.data.files.file(1).name, QStringLiteral("20061005_1jpg"));
+}
+
+TEST_F(LitDir, TellsTheNumberOfFiles)
+{
+    house_.addImages(kCamera, 12);
+    read();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("12"));
+}
+
+TEST_F(LitDir, TellsZeroForAnEmptyFolderAndTurnsTheFilmButtonOff)
+{
+    house_.addImages(kCamera, 1);
+    read();
+    house_.addCamera({0, 1});
+    state().camera = {0, 1};
+    read();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+    EXPECT_FALSE(lists_.isFilmEnabled());
+}
+
+TEST_F(LitDir, TurnsTheFilmButtonOnForOneFile)
+{
+    house_.addImages(kCamera, 1);
+    EXPECT_FALSE(lists_.isFilmEnabled());
+    read();
+    EXPECT_TRUE(lists_.isFilmEnabled());
+}
+
+TEST_F(LitDir, SelectsNoFile)
+{
+    house_.addImages(kCamera, 3);
+    read();
+    EXPECT_EQ(selected(), -1);
+}
+
+TEST_F(LitDir, ReadsTheFolderAnewEachTime)
+{
+    house_.addImages(kCamera, 1);
+    read();
+    house_.put(kCamera, imageName(5));
+    read();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("2"));
+}
+
+TEST_F(LitDir, DoesNothingUntilFoldersMayBeRead)
+{
+    house_.addImages(kCamera, 3);
+    house_.capture.storage.requestCheck();
+    run(lists_.LitDir());
+    EXPECT_EQ(house_.data.files.count(), 0);
+    EXPECT_EQ(house_.NbI(), QString());
+    EXPECT_TRUE(house_.capture.storage.isCheckRequested());
+}
+
+TEST_F(LitDir, IsAllowedToReadWithTheFlagsValueMinusOne)
+{
+    EXPECT_EQ(state().LectureOK, 0);
+    run(lists_.DirImage());
+    EXPECT_EQ(state().LectureOK, -1);
+}
+
+TEST_F(LitDir, DoesNothingWhileTheStorageLampIsRed)
+{
+    house_.addImages(kCamera, 3);
+    loseStorage();
+    house_.plugStorage();
+    read();
+    EXPECT_EQ(house_.data.files.count(), 0);
+    EXPECT_EQ(house_.NbI(), QString());
+}
+
+TEST_F(LitDir, DoesNothingBeforeTheFirstStorageCheck)
+{
+    Rooms unchecked(FirstCheck::Outstanding);
+    unchecked.house.addImages(kCamera, 3);
+    unchecked.house.data.state.LectureOK = BrowserState::kYes;
+    unchecked.house.capture.scope.launch(unchecked.house.browser.lists().LitDir());
+    EXPECT_EQ(unchecked.house.data.files.count(), 0);
+}
+
+TEST_F(LitDir, ChecksTheStorageFolderFirstWhenThatIsWanted)
+{
+    house_.addImages(kCamera, 3);
+    house_.capture.storage.requestCheck();
+    read();
+    EXPECT_FALSE(house_.capture.storage.isCheckRequested());
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
+    EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Interface TestSA")}));
+}
+
+TEST_F(LitDir, ReadsNothingWhenThatCheckFindsTheStorageFolderGone)
+{
+    house_.addImages(kCamera, 3);
+    house_.pullStorage();
+    house_.capture.storage.requestCheck();
+    read();
+    EXPECT_EQ(house_.capture.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.NbI(), QString());
+}
+
+TEST_F(LitDir, ReadsAgainWhenThatCheckFindsTheStorageFolderBack)
+{
+    house_.addImages(kCamera, 3);
+    loseStorage();
+    house_.plugStorage();
+    house_.capture.storage.requestCheck();
+    read();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
+}
+
+TEST_F(LitDir, ChecksNothingWhenNobodyAsksForIt)
+{
+    house_.addImages(kCamera, 1);
+    house_.newLog();
+    read();
+    EXPECT_EQ(house_.newLog(), QStringList());
+}
+
+TEST_F(LitDir, StopsTheTimersAgainWhileTheStorageBoxIsTypedInto)
+{
+    house_.addImages(kCamera, 3);
+    focusStorageBox();
+    house_.capture.timer.start();
+    house_.newLog();
+    read();
+    EXPECT_FALSE(house_.capture.timer.isActive());
+    EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("arret Timers")}));
+    EXPECT_EQ(house_.data.files.count(), 0);
+}
+
+TEST_F(LitDir, StopsTheTimersAgainEvenWhileTheLampIsRed)
+{
+    loseStorage();
+    focusStorageBox();
+    house_.newLog();
+    read();
+    EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("arret Timers")}));
+}
+
+TEST_F(LitDir, MakesAMissingCameraFolderTogetherWithTheOthers)
+{
+    house_.capture.addCamera({0, 0}, cameraUrl({0, 0}));
+    house_.capture.addCamera({4, 5}, cameraUrl({4, 5}));
+    read();
+    EXPECT_TRUE(isThere({0, 0}));
+    EXPECT_TRUE(isThere({4, 5}));
+    EXPECT_EQ(house_.newLog().value(0), QStringLiteral("Interface MkDir"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+}
+
+TEST_F(LitDir, BringsTheFixedCamerasNearerWithAFolderThatIsMade)
+{
+    house_.capture.addCamera({0, 0}, cameraUrl({0, 0}));
+    house_.capture.scheduler.setTickCounter(3);
+    read();
+    EXPECT_EQ(house_.capture.scheduler.tickCounter(), 55);
+}
+
+TEST_F(LitDir, MakesNothingWhenTheCameraFolderIsThere)
+{
+    house_.addCamera({0, 0});
+    house_.capture.addCamera({4, 5}, cameraUrl({4, 5}));
+    read();
+    EXPECT_FALSE(isThere({4, 5}));
+}
+
+TEST_F(LitDir, NeverMakesTheStorageFolderItself)
+{
+    house_.addImages(kCamera, 1);
+    house_.pullStorage();
+    read();
+    EXPECT_FALSE(house_.capture.tree.exists(u"drives/c/in"));
+    EXPECT_EQ(house_.capture.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.data.files.count(), 0);
+}
+
+TEST_F(LitDir, TellsOnceOfACameraFolderThatCannotBeMade)
+{
+    blockFolder(kCamera);
+    read();
+    const QStringList told = house_.capture.allTexts();
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told[0].contains(QStringLiteral("camera 0:0"))) << told[0].toStdString();
+    read();
+    read();
+    EXPECT_EQ(house_.capture.allTexts(), told);
+}
+
+TEST_F(LitDir, MakesACameraFolderAgainThatWentAwayAgain)
+{
+    house_.capture.addCamera(kCamera, cameraUrl(kCamera));
+    read();
+    QDir().rmdir(house_.capture.tree.path(house_.capture.folder(kCamera)));
+    read();
+    EXPECT_TRUE(isThere(kCamera));
+}
+
+TEST_F(LitDir, ListsTheStorageFolderForARowWithoutAddress)
+{
+    house_.capture.tree.write(u"drives/c/in/20060307_0000000714.jpg", "x");
+    state().camera = {5, 5};
+    read();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1"));
+    EXPECT_EQ(house_.data.files.file(0).path(), QStringLiteral("C:\\in\\20060307_0000000714.jpg"));
+}
+
+TEST_F(LitDir, ListsTheStorageFolderForAnAddressThatIsTooLongAndSaysSo)
+{
+    house_.capture.addCamera(kCamera, QString(256, u'a'));
+    read();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+    EXPECT_EQ(house_.data.files.file(0).path(), QString());
+    EXPECT_EQ(house_.capture.allTexts().size(), 1);
+    EXPECT_EQ(lists_.folderOf(kCamera), QStringLiteral("C:\\in\\"));
+}
+
+TEST_F(LitDir, MakesAFolderForAnAddressOfTwoHundredAndFiftyFiveLetters)
+{
+    house_.capture.addCamera(kCamera, QString(255, u'a'));
+    read();
+    EXPECT_TRUE(isThere(kCamera));
+    EXPECT_EQ(house_.capture.allTexts(), QStringList());
+}
+
+TEST_F(LitDir, IgnoresFoldersWhoseNamesLookLikeImages)
+{
+    house_.addImages(kCamera, 1);
+    house_.capture.tree.makeFolder(house_.capture.folder(kCamera) +
+                                   QStringLiteral("/20060307_9.jpg"));
+    read();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1"));
+}
+
+} // namespace
+} // namespace velmora::test

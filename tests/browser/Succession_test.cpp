@@ -1,0 +1,273 @@
+// Actions in quick succession, while a full folder is still being read.
+#include "browser/BrowserTest.h"
+
+namespace velmora::test {
+namespace {
+
+const CameraAddress kFull{0, 1};
+const CameraAddress kSmall{0, 2};
+
+class Succession : public BrowserTest
+{
+protected:
+    void SetUp() override
+    {
+        house_.addFullFolder(kFull);
+        house_.addImages(kSmall, 3);
+        state().camera = kSmall;
+    }
+
+    /// Chooses the camera whose folder takes a while, and is back before it has been read.
+    void beginReading()
+    {
+        browser_.chooseCamera(kFull.row);
+        ASSERT_GT(house_.capture.scope.running(), 0);
+        ASSERT_EQ(house_.NbI(), QString());
+    }
+};
+
+TEST_F(Succession, ReadsAFullFolderInTheEnd)
+{
+    beginReading();
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+    EXPECT_EQ(house_.cells(), imageNames(kFullFolder - 10, 10));
+}
+
+TEST_F(Succession, LetsEventsRunWhileAFullFolderIsRead)
+{
+    bool ran = false;
+    beginReading();
+    QMetaObject::invokeMethod(
+        &house_, [&] { ran = house_.capture.scope.running() > 0; }, Qt::QueuedConnection);
+    house_.finish();
+    EXPECT_TRUE(ran);
+}
+
+TEST_F(Succession, ShowsTheCameraThatWasChosenLast)
+{
+    beginReading();
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_EQ(state().camera, kSmall);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
+}
+
+TEST_F(Succession, NeverListsTheFolderOfACameraThatIsNotWantedAnyMore)
+{
+    QList<int> counts;
+    QObject::connect(&house_.data.files, &QAbstractItemModel::modelReset, &house_,
+                     [&] { counts.append(house_.data.files.count()); });
+    beginReading();
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_EQ(counts, QList<int>({3}));
+}
+
+TEST_F(Succession, LeavesTheDisplayOfAnOlderActionUnfinished)
+{
+    beginReading();
+    house_.newLog();
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_EQ(house_.newLog().count(QStringLiteral("Planche DirImage Fin")), 1);
+}
+
+TEST_F(Succession, TellsNobodyOfAnActionThatWasSuperseded)
+{
+    beginReading();
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_EQ(house_.capture.allTexts(), QStringList());
+}
+
+TEST_F(Succession, ReadsTheSameFolderAnewForTheSameCameraChosenTwice)
+{
+    beginReading();
+    browser_.chooseCamera(kFull.row);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+}
+
+TEST_F(Succession, ShowsTheLastOfManyChoices)
+{
+    house_.addFullFolder({0, 5});
+    for (const int row : {1, 5, 1, 5, 1, 2}) {
+        browser_.chooseCamera(row);
+    }
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+}
+
+TEST_F(Succession, DeletesAFileThoughAnotherActionTakesTheDeletionsPlace)
+{
+    beginReading();
+    const ImageFile target{
+        house_.capture.storage.folderText(house_.capture.table.CameraFolderName(kSmall)),
+        imageName(1)};
+    browser_.kill(target);
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_EQ(house_.capture.images(kSmall), QStringList({imageName(0), imageName(2)}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("2 / 2"));
+}
+
+TEST_F(Succession, StoresAClickOnAutoWhosePlaceAnotherActionTakes)
+{
+    beginReading();
+    browser_.setMode(Mode::Auto, true);
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_TRUE(modes_.isOn(Mode::Auto));
+    EXPECT_EQ(house_.stored(u"Auto"), QStringLiteral("1"));
+}
+
+TEST_F(Succession, StoresTwoClicksOnCameraInOrder)
+{
+    beginReading();
+    browser_.setMode(Mode::Camera, true);
+    browser_.setMode(Mode::Camera, false);
+    house_.finish();
+    EXPECT_EQ(state().view, View::Camera);
+    EXPECT_EQ(house_.stored(u"Camera"), QStringLiteral("0"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+}
+
+TEST_F(Succession, ShowsTheGroupThatIsWantedWhileAFolderIsRead)
+{
+    beginReading();
+    browser_.setMode(Mode::Camera, true);
+    house_.finish();
+    EXPECT_EQ(state().view, View::Group);
+    EXPECT_EQ(house_.rows().size(), kRows);
+    EXPECT_EQ(house_.rows().value(2), imageName(2) + QStringLiteral("  "));
+}
+
+TEST_F(Succession, ShowsAnotherGroupInsteadOfTheOneBeingFilled)
+{
+    house_.addImages({4, 7}, 2);
+    browser_.setMode(Mode::Camera, true);
+    ASSERT_TRUE(state().DirCamEnCours);
+    browser_.chooseGroup(4);
+    house_.finish();
+    QStringList expected(kRows);
+    expected[7] = imageName(1) + QStringLiteral("  ");
+    EXPECT_EQ(house_.rows(), expected);
+    EXPECT_EQ(house_.cells().value(1), QString());
+    EXPECT_FALSE(state().DirCamEnCours);
+}
+
+TEST_F(Succession, FillsTheRowsOnceWhenTheGroupIsWantedTwice)
+{
+    browser_.setMode(Mode::Camera, true);
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(house_.rows().size(), kRows);
+}
+
+TEST_F(Succession, GoesOnFromTheDisplayThatIsBeingBuilt)
+{
+    state().LectureOK = BrowserState::kYes;
+    browser_.setMode(Mode::Camera, true);
+    browser_.chooseCameraRow(kSmall.row);
+    house_.finish();
+    EXPECT_EQ(house_.rows().size(), kRows);
+    EXPECT_EQ(lists_.cameraIndex(), kSmall.row);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
+}
+
+TEST_F(Succession, FinishesAnActionThatGoesOnFromTheDisplayBeforeARebuild)
+{
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseCameraRow(kFull.row);
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(house_.data.files.count(), kFullFolder);
+}
+
+TEST_F(Succession, SelectsInTheOldListWhileTheNewOneIsRead)
+{
+    house_.show(kSmall);
+    beginReading();
+    browser_.chooseFile(0);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 3"));
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+}
+
+TEST_F(Succession, GoesOnAfterAnActionThatWasSuperseded)
+{
+    beginReading();
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    browser_.chooseCamera(kFull.row);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+}
+
+TEST_F(Succession, FollowsTheCaptureWhileItsCameraIsBeingRead)
+{
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    beginReading();
+    browser_.follow(kFull);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+}
+
+TEST_F(Succession, ReportsAnErrorOfAnActionAndGoesOn)
+{
+    QObject::connect(&lists_, &BrowserLists::filesWanted, &house_,
+                     [] { throw std::runtime_error("broken"); });
+    house_.show(kSmall);
+    browser_.clickCell(0);
+    house_.finish();
+    EXPECT_EQ(house_.capture.allTexts(), QStringList({QStringLiteral("broken")}));
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+}
+
+TEST_F(Succession, EndsWithTheProgram)
+{
+    beginReading();
+    browser_.chooseCameraRow(kSmall.row);
+    browser_.close();
+    house_.finish();
+    EXPECT_EQ(house_.capture.scope.running(), 0);
+    EXPECT_EQ(house_.data.files.count(), 0);
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+}
+
+TEST_F(Succession, EndsAGroupThatIsBeingFilledWithTheProgram)
+{
+    browser_.setMode(Mode::Camera, true);
+    browser_.close();
+    house_.finish();
+    EXPECT_EQ(house_.rows().size(), kFull.row);
+    EXPECT_FALSE(state().DirCamEnCours);
+}
+
+TEST_F(Succession, BeginsNothingAfterTheProgramHasEnded)
+{
+    browser_.close();
+    house_.newLog();
+    browser_.refresh();
+    browser_.chooseGroup(3);
+    browser_.chooseCamera(3);
+    browser_.setMode(Mode::Auto, true);
+    browser_.setMode(Mode::Camera, true);
+    browser_.toggleFilm();
+    browser_.load();
+    browser_.begin();
+    Q_EMIT modes_.scanDue();
+    EXPECT_EQ(house_.capture.scope.running(), 0);
+    EXPECT_EQ(house_.newLog(), QStringList());
+    EXPECT_EQ(house_.stored(u"lstP"), QString());
+    EXPECT_EQ(film_.calls, QStringList());
+}
+
+} // namespace
+} // namespace velmora::test

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QImageWriter>
 #include <QPainter>
+#include <QTime>
 
 #include <stdexcept>
 
@@ -64,10 +65,9 @@ QByteArray cmykJpeg()
 
 QString storedName(int second)
 {
-    return QStringLiteral("20060307_%1%2%30714.jpg")
-        .arg(second / 3600, 2, 10, QLatin1Char('0'))
-        .arg(second / 60 % 60, 2, 10, QLatin1Char('0'))
-        .arg(second % 60, 2, 10, QLatin1Char('0'));
+    const QTime time = QTime(0, 0).addSecs(second);
+    return QStringLiteral("20060307_") + time.toString(QStringLiteral("HHmmss")) +
+           QStringLiteral("0714.jpg");
 }
 
 } // namespace velmora::test

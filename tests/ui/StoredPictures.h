@@ -24,7 +24,7 @@ inline constexpr QSize kCameraSize{320, 240};
 /// A JPEG in four inks, for print.
 [[nodiscard]] QByteArray cmykJpeg();
 
-/// "20060307_0000050714.jpg": the name of the image of that many seconds after midnight.
+/// "20060307_0000050714.jpg" for 5: the name of the image of that many seconds after midnight.
 [[nodiscard]] QString storedName(int second);
 
 } // namespace velmora::test

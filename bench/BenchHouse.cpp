@@ -51,7 +51,8 @@ Folder::Folder(const std::function<QString(int group, int row)> &url)
 
 House::House(const QString &programFolder)
     : engine_(programFolder, clock_, http_)
-    , window_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(), engine_.timer())
+    , window_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
+              engine_.timer())
 {
     engine_.storage().load();
     engine_.options().load();

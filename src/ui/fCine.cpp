@@ -9,6 +9,8 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
@@ -16,6 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kInFront = 1s;
 constexpr QSize kStartSize{660, 640};
+constexpr double kFarthest = 32767; // twips, as far as places are stored
 
 } // namespace
 
@@ -87,9 +90,16 @@ void fCine::open()
 // Without a stored place the window stays where it is.
 void fCine::takeStoredPlace()
 {
-    const QString top = settings_.read(u"Control", kSlideshowPlace.top);
-    const QString left = settings_.read(u"Control", kSlideshowPlace.left);
-    move(left.isEmpty() ? x() : pixels(left.toInt()), top.isEmpty() ? y() : pixels(top.toInt()));
+    move(storedPixels(kSlideshowPlace.left, x()), storedPixels(kSlideshowPlace.top, y()));
+}
+
+int fCine::storedPixels(QStringView key, int now) const
+{
+    if (settings_.read(u"Control", key).isEmpty()) {
+        return now;
+    }
+    const double twips = settings_.number(u"Control", key);
+    return pixels(static_cast<int>(std::clamp(twips, -kFarthest, kFarthest)));
 }
 
 void fCine::storePlace()

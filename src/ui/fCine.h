@@ -46,6 +46,7 @@ private:
     void bindControls();
     void open();
     void takeStoredPlace();
+    [[nodiscard]] int storedPixels(QStringView key, int now) const;
     void storePlace();
     void showFace();
     void showSliders(const FilmFace &face);

@@ -146,7 +146,7 @@ TEST_F(ProgramTest, AFreshInstallationHasTheDefaults)
     EXPECT_EQ(window->findChild<QLineEdit *>(QStringLiteral("TIO"))->text(), QStringLiteral("5"));
     EXPECT_EQ(window->findChild<QTabBar *>(QStringLiteral("Selecteur"))->currentIndex(), 0);
     EXPECT_FALSE(engine_->log().isOn());
-    EXPECT_EQ(tree_.read(u"Velmora.ini"), QByteArray());
+    EXPECT_EQ(tree_.read(u"Velmora.ini"), QByteArray("[Control]\r\nlstImg=0\r\n"));
 }
 
 TEST_F(ProgramTest, LogsItsStartInOrder)
@@ -174,16 +174,16 @@ TEST_F(ProgramTest, RunsOneTickAtOnce)
 
 TEST_F(ProgramTest, CapsTheBrowsersPlace)
 {
-    writeSettings("StRep=C:\\in\\\r\nPlanche.Top=9000\r\nPlanche.Left=-150\r\n");
+    writeSettings("StRep=C:\\in\\\r\nPlanche.Top=9000\r\nPlanche.Left=150\r\n");
     start();
-    EXPECT_EQ(topLevel(QStringLiteral("planche"))->pos(), QPoint(-10, 22));
+    EXPECT_EQ(topLevel(QStringLiteral("planche"))->pos(), QPoint(10, 22));
 }
 
 TEST_F(ProgramTest, CapsTheSlideshowsPlace)
 {
     writeSettings("StRep=C:\\in\\\r\nfCine.Top=9000\r\nfCine.left=-150\r\n");
     start();
-    EXPECT_EQ(program_->slideshowPlace(), (WindowPlace{6225, -150}));
+    EXPECT_EQ(topLevel(QStringLiteral("fCine"))->pos(), QPoint(-10, 415));
 }
 
 TEST_F(ProgramTest, ANumberOutOfRangeIsToldOnceAndTheDefaultHolds)

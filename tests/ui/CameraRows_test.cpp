@@ -170,7 +170,7 @@ TEST_F(CameraRows, AClearedAddressTurnsTheRowRedAtTheNextTabSwitch)
     house_.retype(QStringLiteral("Source3"), QString());
     house_.leaveBox();
     EXPECT_EQ(house_.stored(u"Liste0", u"lst3"), QString());
-    EXPECT_EQ(lamp(QStringLiteral("SB3")), 65280);
+    EXPECT_EQ(lamp(QStringLiteral("SB3")), 33023);
     house_.selectTab(1);
     house_.selectTab(0);
     EXPECT_EQ(lamp(QStringLiteral("SB3")), 255);

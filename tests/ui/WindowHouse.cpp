@@ -8,7 +8,7 @@
 namespace velmora::test {
 
 WindowHouse::WindowHouse()
-    : window(house.services(), debugSwitch, opener, house.timer)
+    : window(house.services(), debugSwitch, opener, live, house.timer)
 {
     window.bringUp();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -18,6 +18,8 @@ WindowHouse::~WindowHouse()
 {
     window.allowClose();
     window.close();
+    house.scope.requestStop(); // what fetches for the live view ends before the view does
+    clock.advance(std::chrono::seconds{1});
 }
 
 void WindowHouse::type(const QString &box, const QString &text)

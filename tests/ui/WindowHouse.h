@@ -2,28 +2,15 @@
 // found by their names.
 #pragma once
 
+#include "RecordingOpener.h"
+#include "capture/LiveView.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
 #include "ui/Interface.h"
 
-#include <QStringList>
 #include <QTest>
 
 namespace velmora::test {
-
-/// Remembers what it was to open.
-class RecordingOpener final : public DesktopOpener
-{
-public:
-    OpenOutcome open(const QString &target) override
-    {
-        opened.append(target);
-        return outcome;
-    }
-
-    QStringList opened;
-    OpenOutcome outcome = OpenOutcome::Started;
-};
 
 class WindowHouse
 {
@@ -67,6 +54,7 @@ public:
     CaptureHouse house{source, clock};
     DebugSwitch debugSwitch{house.settings, house.log};
     RecordingOpener opener;
+    LiveView live{house.services(), source, house.scope};
     Interface window;
 };
 

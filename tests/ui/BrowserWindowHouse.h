@@ -1,0 +1,118 @@
+// The windows of the image browser and the slideshow over a whole capture, used as a person uses
+// them: by mouse and keys, on controls found by their names, with real image files.
+#pragma once
+
+#include "RecordingOpener.h"
+#include "StoredPictures.h"
+#include "browser/ImageBrowser.h"
+#include "pictures/PictureLoader.h"
+#include "support/CaptureHouse.h"
+#include "support/CaptureHouseSource.h"
+#include "tools/Slideshow.h"
+#include "ui/CellFrame.h"
+#include "ui/PictureView.h"
+#include "ui/fCine.h"
+#include "ui/planche.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QTest>
+
+namespace velmora::test {
+
+class BrowserWindowHouse
+{
+public:
+    BrowserWindowHouse();
+    BrowserWindowHouse(const BrowserWindowHouse &) = delete;
+    BrowserWindowHouse &operator=(const BrowserWindowHouse &) = delete;
+    BrowserWindowHouse(BrowserWindowHouse &&) = delete;
+    BrowserWindowHouse &operator=(BrowserWindowHouse &&) = delete;
+    ~BrowserWindowHouse();
+
+    /// A control of either window by its name; throws when there is none of that type.
+    template <typename Control>
+    Control &find(const QString &name)
+    {
+        auto *control = window.findChild<Control *>(name);
+        if (control == nullptr) {
+            control = filmWindow.findChild<Control *>(name);
+        }
+        if (control == nullptr) {
+            throw std::runtime_error("no control " + name.toStdString());
+        }
+        return *control;
+    }
+
+    /// Gives a camera an address and so many one-coloured images, one for each second.
+    void addImages(CameraAddress camera, int count);
+
+    /// Shows the browser's window, with the folders read and the pictures loaded.
+    void open();
+
+    /// The same, on a camera with so many images, small in size.
+    void openOn(int images);
+
+    /// Lets everything run that waits for the event loop: folders, pictures, renames.
+    void settle();
+
+    /// The timer ticks.
+    void fire(const QString &timer);
+
+    PictureView &cell(int index);
+    [[nodiscard]] int frame(int index);
+
+    /// Cells whose frame is drawn.
+    [[nodiscard]] QList<int> framed();
+
+    /// Name of the file that a cell, or any picture, shows; empty for none.
+    [[nodiscard]] QString shown(int cell);
+    [[nodiscard]] QString shown(const QString &picture);
+
+    /// Where a picture of the camera lies.
+    [[nodiscard]] QString imagePath(CameraAddress camera, const QString &name) const;
+
+    [[nodiscard]] QString text(const QString &label) { return find<QLabel>(label).text(); }
+
+    void click(const QString &control, Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = {});
+    void press(const QString &control, Qt::MouseButton button,
+               Qt::KeyboardModifiers modifiers = {});
+
+    /// A click on a row of one of the four lists.
+    void clickRow(const QString &list, int row);
+
+    /// A key for one control, or for whatever has the focus.
+    void key(const QString &control, int key, Qt::KeyboardModifiers modifiers = {});
+    void keyInWindow(int key, Qt::KeyboardModifiers modifiers = {});
+
+    /// Replaces a box's text, key by key.
+    void retype(const QString &box, const QString &text);
+
+    /// Ticks or unticks a check box with the mouse.
+    void tick(const QString &box) { click(box); }
+
+    /// The question that is asked just now.
+    [[nodiscard]] QMessageBox *question() { return window.findChild<QMessageBox *>(); }
+
+    /// A value of the section "Control".
+    [[nodiscard]] QString stored(QStringView key) const;
+
+    FakeClock clock;
+    ScriptedSource source{clock};
+    CaptureHouse house{source, clock};
+    Conformity conformity{house.services(), house.scheduler, house.scope};
+    BrowserData data;
+    Slideshow film{house.settings, house.log, data};
+    ImageBrowser browser;
+    PictureCache cache{qsizetype{48} * 1024 * 1024};
+    PictureLoader loader{cache, clock, house.scope};
+    RecordingOpener opener;
+    planche window;
+    fCine filmWindow{film, house.settings, house.storage};
+};
+
+} // namespace velmora::test

@@ -1,0 +1,232 @@
+// The cells of the contact sheet under the mouse: selecting, enlarging, copying, opening, and what
+// the pointer shows.
+#include "BrowserWindowHouse.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+const QString kZoom = QStringLiteral("ZoomImage");
+
+class PlancheCells : public testing::Test
+{
+protected:
+    PlancheCells() { QGuiApplication::clipboard()->clear(); }
+
+    static QString name(int cell) { return QStringLiteral("Vue%1").arg(cell); }
+
+    QString position() { return house_.text(QStringLiteral("NbI")); }
+
+    bool isZoomed() { return house_.find<QWidget>(kZoom).isVisible(); }
+
+    void doubleClick(int cell)
+    {
+        auto &view = house_.cell(cell);
+        QTest::mouseClick(&view, Qt::LeftButton);
+        house_.settle();
+        QTest::mouseDClick(&view, Qt::LeftButton);
+        house_.settle();
+    }
+
+    static QSize copiedSize() { return QGuiApplication::clipboard()->image().size(); }
+
+    BrowserWindowHouse house_;
+};
+
+TEST_F(PlancheCells, AClickSelectsTheImage)
+{
+    house_.openOn(30);
+    house_.click(name(0));
+    EXPECT_EQ(position(), QStringLiteral("21 / 30"));
+    EXPECT_EQ(house_.framed(), QList<int>{4});
+    EXPECT_EQ(house_.shown(4), storedName(20));
+    EXPECT_EQ(house_.window.focusWidget(), &house_.find<QWidget>(QStringLiteral("LstDir")));
+}
+
+TEST_F(PlancheCells, AClickOnAnEmptyCellMovesNothing)
+{
+    house_.openOn(3);
+    house_.click(name(7));
+    EXPECT_EQ(position(), QStringLiteral("3 / 3"));
+}
+
+TEST_F(PlancheCells, APressFramesACellWithAPicture)
+{
+    house_.openOn(3);
+    house_.press(name(0), Qt::LeftButton);
+    EXPECT_EQ(house_.frame(0), 1);
+    EXPECT_EQ(position(), QStringLiteral("3 / 3"));
+}
+
+TEST_F(PlancheCells, APressDoesNotFrameAnEmptyCell)
+{
+    house_.openOn(3);
+    house_.press(name(5), Qt::LeftButton);
+    EXPECT_EQ(house_.frame(5), 0);
+}
+
+TEST_F(PlancheCells, AButtonReleasedOutsideSelectsNothing)
+{
+    house_.openOn(30);
+    QTest::mousePress(&house_.cell(0), Qt::LeftButton);
+    QTest::mouseRelease(&house_.cell(0), Qt::LeftButton, {}, QPoint(-5, -5));
+    house_.settle();
+    EXPECT_EQ(position(), QStringLiteral("30 / 30"));
+}
+
+TEST_F(PlancheCells, TheRightButtonEnlargesAndCopies)
+{
+    house_.openOn(12);
+    house_.house.putImage({0, 0}, storedName(2), pictureBytes(Qt::red, {640, 360}));
+    house_.press(name(0), Qt::RightButton);
+    EXPECT_TRUE(isZoomed());
+    EXPECT_EQ(house_.shown(kZoom), storedName(2));
+    EXPECT_EQ(copiedSize(), QSize(640, 360));
+    EXPECT_EQ(position(), QStringLiteral("12 / 12"));
+}
+
+TEST_F(PlancheCells, TheEnlargedImageLiesInFrontOfTheCells)
+{
+    house_.openOn(12);
+    house_.press(name(0), Qt::RightButton);
+    auto &zoom = house_.find<QWidget>(kZoom);
+    EXPECT_EQ(zoom.parentWidget()->childAt(house_.cell(4).geometry().center()), &zoom);
+}
+
+TEST_F(PlancheCells, TheCopyOutlivesItsFile)
+{
+    house_.openOn(1);
+    house_.press(name(0), Qt::RightButton);
+    QFile::remove(house_.imagePath({0, 0}, storedName(0)));
+    EXPECT_EQ(copiedSize(), kCameraSize);
+}
+
+TEST_F(PlancheCells, WithShiftTheRightButtonDoesNothing)
+{
+    house_.openOn(12);
+    house_.press(name(0), Qt::RightButton, Qt::ShiftModifier);
+    EXPECT_FALSE(isZoomed());
+    EXPECT_TRUE(copiedSize().isEmpty());
+}
+
+TEST_F(PlancheCells, TheRightButtonOnAnEmptyCellDoesNothing)
+{
+    house_.openOn(3);
+    house_.press(name(8), Qt::RightButton);
+    EXPECT_FALSE(isZoomed());
+}
+
+TEST_F(PlancheCells, WhileOneIsEnlargedNoOtherTakesItsPlace)
+{
+    house_.openOn(12);
+    house_.press(name(0), Qt::RightButton);
+    house_.press(name(9), Qt::RightButton);
+    EXPECT_EQ(house_.shown(kZoom), storedName(2));
+}
+
+TEST_F(PlancheCells, AClickPutsTheEnlargedImageAway)
+{
+    house_.openOn(12);
+    house_.press(name(0), Qt::RightButton);
+    house_.click(kZoom);
+    EXPECT_FALSE(isZoomed());
+    EXPECT_EQ(house_.shown(kZoom), QString());
+}
+
+TEST_F(PlancheCells, TheLastCellStaysClickableBesideTheEnlargedImage)
+{
+    house_.openOn(30);
+    house_.clickRow(QStringLiteral("LstDir"), 10);
+    house_.press(name(0), Qt::RightButton);
+    house_.click(name(9));
+    EXPECT_EQ(position(), QStringLiteral("16 / 30"));
+    EXPECT_EQ(house_.shown(kZoom), storedName(15));
+}
+
+TEST_F(PlancheCells, TheRightButtonInGroupViewEnlargesTheNewestAndSelectsItsCamera)
+{
+    house_.addImages({0, 0}, 3);
+    house_.addImages({0, 2}, 2);
+    house_.open();
+    house_.tick(QStringLiteral("cCamera"));
+    house_.press(name(2), Qt::RightButton);
+    EXPECT_TRUE(isZoomed());
+    EXPECT_EQ(house_.shown(kZoom), storedName(1));
+    EXPECT_EQ(copiedSize(), kCameraSize);
+    EXPECT_EQ(house_.find<QListView>(QStringLiteral("LstDirCam")).currentIndex().row(), 2);
+}
+
+TEST_F(PlancheCells, ADoubleClickOpensTheSelectedImage)
+{
+    house_.openOn(30);
+    house_.tick(QStringLiteral("cScan"));
+    ASSERT_TRUE(house_.find<QCheckBox>(QStringLiteral("cScan")).isChecked());
+    doubleClick(0);
+    ASSERT_EQ(house_.opener.opened.size(), 1);
+    EXPECT_EQ(house_.opener.opened.first(), house_.imagePath({0, 0}, storedName(20)));
+    EXPECT_FALSE(house_.find<QCheckBox>(QStringLiteral("cScan")).isChecked());
+    EXPECT_EQ(house_.stored(u"Scan"), QStringLiteral("0"));
+}
+
+TEST_F(PlancheCells, TheSecondPressOfADoubleClickMovesNothing)
+{
+    house_.openOn(30);
+    doubleClick(0);
+    EXPECT_EQ(position(), QStringLiteral("21 / 30"));
+    QTest::mouseRelease(&house_.cell(0), Qt::LeftButton);
+    house_.settle();
+    EXPECT_EQ(position(), QStringLiteral("21 / 30"));
+}
+
+TEST_F(PlancheCells, ADoubleClickOnAnEmptyCellOnlyEndsTheScan)
+{
+    house_.openOn(3);
+    house_.tick(QStringLiteral("cScan"));
+    doubleClick(7);
+    EXPECT_TRUE(house_.opener.opened.isEmpty());
+    EXPECT_FALSE(house_.find<QCheckBox>(QStringLiteral("cScan")).isChecked());
+}
+
+TEST_F(PlancheCells, ADoubleClickInGroupViewOpensNothingAndKeepsTheScan)
+{
+    house_.openOn(3);
+    house_.tick(QStringLiteral("cCamera"));
+    house_.tick(QStringLiteral("cScan"));
+    doubleClick(0);
+    EXPECT_TRUE(house_.opener.opened.isEmpty());
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("cScan")).isChecked());
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("cCamera")).isChecked());
+}
+
+TEST_F(PlancheCells, ThePointerShowsItsPlaceInTheCell)
+{
+    house_.openOn(3);
+    QTest::mouseMove(&house_.cell(4), QPoint(12, 34));
+    house_.settle();
+    EXPECT_EQ(house_.text(QStringLiteral("MousePos")), QStringLiteral("12:34"));
+}
+
+TEST_F(PlancheCells, ThePointerEmptiesTheToolTipInCameraView)
+{
+    house_.openOn(3);
+    house_.cell(4).setToolTip(QStringLiteral("old"));
+    QTest::mouseMove(&house_.cell(4), QPoint(12, 34));
+    house_.settle();
+    EXPECT_EQ(house_.cell(4).toolTip(), QString());
+}
+
+TEST_F(PlancheCells, TheFilmFollowsAClick)
+{
+    house_.openOn(30);
+    house_.click(QStringLiteral("bFilm"));
+    house_.click(name(0));
+    EXPECT_EQ(house_.film.current(), 21);
+    EXPECT_TRUE(house_.film.isRunning());
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,0 +1,24 @@
+// A desktop that opens nothing.
+#pragma once
+
+#include "base/DesktopOpener.h"
+
+#include <QStringList>
+
+namespace velmora::test {
+
+/// Remembers what it was to open.
+class RecordingOpener final : public DesktopOpener
+{
+public:
+    OpenOutcome open(const QString &target) override
+    {
+        opened.append(target);
+        return outcome;
+    }
+
+    QStringList opened;
+    OpenOutcome outcome = OpenOutcome::Started;
+};
+
+} // namespace velmora::test

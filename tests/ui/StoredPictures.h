@@ -1,0 +1,30 @@
+// Image files as cameras store them, real ones, and what is wrong with others.
+#pragma once
+
+#include <QByteArray>
+#include <QColor>
+#include <QSize>
+#include <QString>
+
+namespace velmora::test {
+
+inline constexpr QSize kCameraSize{320, 240};
+
+/// A picture of one colour as a file's bytes. format: "JPEG", "PNG"…
+[[nodiscard]] QByteArray pictureBytes(const QColor &colour, QSize size = kCameraSize,
+                                      const char *format = "JPEG");
+
+/// A picture whose pixels are black and white in turn, which only its full size shows.
+[[nodiscard]] QByteArray finePicture(QSize size);
+
+/// A picture, the left half red and the right half blue, that says in its Exif data that it lies on
+/// its side: upright, red is above blue.
+[[nodiscard]] QByteArray rotatedJpeg();
+
+/// A JPEG in four inks, for print.
+[[nodiscard]] QByteArray cmykJpeg();
+
+/// "20060307_0000050714.jpg" for 5: the name of the image of that many seconds after midnight.
+[[nodiscard]] QString storedName(int second);
+
+} // namespace velmora::test

@@ -264,22 +264,21 @@ TEST_F(LitDir, ListsTheStorageFolderForARowWithoutAddress)
     EXPECT_EQ(house_.data.files.file(0).path(), QStringLiteral("C:\\in\\20060307_0000000714.jpg"));
 }
 
-TEST_F(LitDir, ListsTheStorageFolderForAnAddressThatIsTooLongAndSaysSo)
+TEST_F(LitDir, MakesAFolderForAsMuchOfALongAddressAsTheSettingsGiveBack)
 {
-    house_.capture.addCamera(kCamera, QString(256, u'a'));
+    house_.capture.addCamera(kCamera, QString(300, u'a'));
     read();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
-    EXPECT_EQ(house_.data.files.file(0).path(), QString());
-    EXPECT_EQ(house_.capture.allTexts().size(), 1);
-    EXPECT_EQ(lists_.folderOf(kCamera), QStringLiteral("C:\\in\\"));
+    EXPECT_EQ(house_.capture.tree.folders(u"drives/c/in"), QStringList({QString(254, u'a')}));
+    EXPECT_EQ(house_.capture.allTexts(), QStringList());
 }
 
-TEST_F(LitDir, MakesAFolderForAnAddressOfTwoHundredAndFiftyFiveLetters)
+TEST_F(LitDir, MakesAFolderForAnAddressWhoseFolderNameIsCut)
 {
-    house_.capture.addCamera(kCamera, QString(255, u'a'));
+    house_.capture.addCamera(kCamera, QString(100, u'1')); // three characters each
     read();
-    EXPECT_TRUE(isThere(kCamera));
-    EXPECT_EQ(house_.capture.allTexts(), QStringList());
+    EXPECT_EQ(house_.capture.tree.folders(u"drives/c/in"),
+              QStringList({QStringLiteral("%31").repeated(85)}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
 }
 
 TEST_F(LitDir, IgnoresFoldersWhoseNamesLookLikeImages)

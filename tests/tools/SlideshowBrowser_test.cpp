@@ -1,0 +1,171 @@
+// The slideshow beside the browser: what each does to the other.
+#include "tools/SlideshowTest.h"
+
+namespace velmora::test {
+namespace {
+
+class SlideshowBrowser : public SlideshowTest
+{
+protected:
+    void loseStorage()
+    {
+        house_.pullStorage();
+        house_.capture.storage.testSA();
+    }
+
+    void findStorage()
+    {
+        house_.plugStorage();
+        house_.capture.storage.testSA();
+    }
+};
+
+TEST_F(SlideshowBrowser, ClosesByTheFilmButton)
+{
+    open(30);
+    house_.newLog();
+    pressFilm();
+    EXPECT_FALSE(film_.isOpen());
+    EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Cine Form_Unload")}));
+}
+
+TEST_F(SlideshowBrowser, OpensByTheFilmButtonAfterItsWindowWasClosed)
+{
+    open(30);
+    film_.close();
+    pressFilm();
+    EXPECT_TRUE(film_.isOpen());
+    EXPECT_EQ(house_.data.state.CineActif, -1);
+}
+
+TEST_F(SlideshowBrowser, GoesOnFromTheImageOfAClickedCell)
+{
+    open(30);
+    tick(3);
+    browser_.clickCell(2); // of the last ten, that is number 22
+    house_.finish();
+    ASSERT_EQ(house_.data.files.ListIndex(), 22);
+    EXPECT_EQ(film_.current(), 23);
+    EXPECT_TRUE(isRunning());
+    tick();
+    EXPECT_EQ(face().image.name, imageName(22));
+}
+
+TEST_F(SlideshowBrowser, GoesOnWhileAnImageIsChosenInTheList)
+{
+    open(30);
+    tick(3);
+    browser_.chooseFile(20);
+    EXPECT_EQ(film_.current(), 4);
+    EXPECT_TRUE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, StandsWhileTheStripIsLoaded)
+{
+    open(30);
+    QList<bool> running;
+    QObject::connect(&house_.data.sheet, &Sheet::imageChanged, &house_,
+                     [&] { running.append(isRunning()); });
+    browser_.chooseFile(20);
+    EXPECT_EQ(running, QList<bool>(kCells, false));
+    EXPECT_TRUE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, BeginsAnewWhenTheGroupChangesWhilePlaying)
+{
+    open(30);
+    tick(3);
+    house_.addImages({4, 0}, 6);
+    browser_.chooseGroup(4);
+    house_.finish();
+    EXPECT_EQ(face().range, (PlayRange{1, 6}));
+    EXPECT_EQ(face().image, house_.data.files.file(0));
+}
+
+TEST_F(SlideshowBrowser, StaysAsItIsWhenTheCameraChangesWhilePaused)
+{
+    open(30);
+    tick(3);
+    film_.PauseCine_MouseDown();
+    house_.addImages({0, 1}, 6);
+    house_.show({0, 1});
+    EXPECT_EQ(face().range, (PlayRange{1, 30}));
+    EXPECT_EQ(film_.current(), 4);
+}
+
+TEST_F(SlideshowBrowser, PlaysTheClickedCameraOfAGroup)
+{
+    open(30);
+    house_.addImages({0, 7}, 6);
+    house_.showGroup(0);
+    browser_.clickCell(7);
+    house_.finish();
+    EXPECT_EQ(face().range, (PlayRange{1, 6}));
+    EXPECT_TRUE(isRunning());
+    EXPECT_EQ(house_.data.state.CineActif, -1);
+}
+
+TEST_F(SlideshowBrowser, HoldsTheScan)
+{
+    open(30);
+    Q_EMIT browser_.modes().scanDue();
+    house_.finish();
+    EXPECT_EQ(house_.data.state.camera, kCamera);
+    film_.close();
+    Q_EMIT browser_.modes().scanDue();
+    house_.finish();
+    EXPECT_EQ(house_.data.state.camera, (CameraAddress{0, 1}));
+}
+
+TEST_F(SlideshowBrowser, StopsWhileTheStorageFolderIsGone)
+{
+    open(30);
+    loseStorage();
+    EXPECT_FALSE(isRunning());
+    EXPECT_TRUE(film_.isPlaying());
+    findStorage();
+    EXPECT_TRUE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, StaysPausedWhenTheStorageFolderComesBack)
+{
+    open(30);
+    film_.PauseCine_MouseDown();
+    loseStorage();
+    findStorage();
+    EXPECT_FALSE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, StaysClosedWhenTheStorageFolderComesBack)
+{
+    open(30);
+    film_.close();
+    loseStorage();
+    findStorage();
+    EXPECT_FALSE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, StopsWhileTheStorageBoxIsTypedInto)
+{
+    open(30);
+    house_.capture.storage.beginEdit();
+    EXPECT_FALSE(isRunning());
+    house_.capture.storage.endEdit();
+    EXPECT_TRUE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, BeginsAnewWithTheImageThatTheCaptureHasStored)
+{
+    open(3);
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    tick(2);
+    house_.put(kCamera, imageName(50));
+    browser_.follow(kCamera);
+    house_.finish();
+    EXPECT_EQ(face().range, (PlayRange{1, 4}));
+    EXPECT_EQ(film_.current(), 0);
+}
+
+} // namespace
+} // namespace velmora::test

@@ -19,7 +19,7 @@ namespace velmora {
 class FolderScan
 {
 public:
-    static constexpr std::size_t kUsualBuffer = 32 * 1024;
+    static constexpr std::size_t kUsualBuffer = std::size_t{32} * 1024;
 
     /// path: native. Without a folder there, or without the right to read it, the scan is at its
     /// end from the start.

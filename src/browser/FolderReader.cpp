@@ -57,7 +57,7 @@ QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::names(QString folde
     Turns turns(clock_, std::move(stop));
     FolderScan scan(folder);
     names = co_await readNames(&scan, &turns);
-    if (names && start.canBeKept(scan)) {
+    if (names && start.stamp && start.canBeKept(scan)) {
         names_.keep(folder, *start.stamp, names);
     }
     co_return names;
@@ -116,7 +116,7 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Tu
         co_return DayNamesPtr();
     }
     day = co_await namesOfDay(folder, std::move(greatest), turns);
-    if (day && start.canBeKept(scan)) {
+    if (day && start.stamp && start.canBeKept(scan)) {
         days_.keep(folder, *start.stamp, day);
     }
     co_return day;

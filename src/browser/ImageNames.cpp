@@ -26,7 +26,7 @@ public:
     [[nodiscard]] QByteArrayView view() const { return {text_.data(), length_}; }
 
 private:
-    std::array<char, kLongestName> text_;
+    std::array<char, kLongestName> text_ = {};
     qsizetype length_;
 };
 
@@ -64,7 +64,7 @@ std::optional<qsizetype> earlier(std::optional<qsizetype> a, std::optional<qsize
 
 qsizetype ImageNames::count() const
 {
-    return static_cast<qsizetype>(standards_.size() + odds_.list().size());
+    return static_cast<qsizetype>(standards_.size()) + static_cast<qsizetype>(odds_.list().size());
 }
 
 QByteArray ImageNames::name(qsizetype index) const

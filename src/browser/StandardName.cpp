@@ -12,7 +12,7 @@ constexpr qsizetype kOlderLength = 15;
 constexpr quint64 kTimes = 1'000'000;  // of a day
 constexpr quint64 kDownloads = 10'001; // of a time: none, or four digits
 constexpr quint64 kHundred = 100;
-constexpr unsigned kTen = 10;
+constexpr quint64 kTen = 10;
 
 constexpr quint64 kZeros = 0x3030'3030'3030'3030;
 constexpr quint64 kUpperHalves = 0xF0F0'F0F0'F0F0'F0F0;
@@ -46,9 +46,9 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-unsigned digit(char c)
+quint64 digit(char c)
 {
-    return static_cast<unsigned>(c - '0');
+    return static_cast<quint64>(c - '0');
 }
 
 bool hasUnderscore(QByteArrayView text)

@@ -60,6 +60,7 @@ TEST(FolderScan, VisitsFilesOfAnyName)
     }
     std::ranges::sort(names);
     EXPECT_EQ(namesIn(tree.path()), names);
+    test::removeFile(tree.path(), "no\xFFtext");
 }
 
 TEST(FolderScan, VisitsNamesOfEveryLength)

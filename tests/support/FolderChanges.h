@@ -30,6 +30,13 @@ inline void makeFile(const QString &path, const QByteArray &name)
     check(::mknodat(folder.get(), name.constData(), S_IFREG | 0644, 0) == 0, "no file was made");
 }
 
+/// Removes a file whose name is no text, which the temporary folder could not remove itself.
+inline void removeFile(const QString &path, const QByteArray &name)
+{
+    const UniqueFd folder(::open(QFile::encodeName(path).constData(), O_PATH | O_DIRECTORY));
+    check(::unlinkat(folder.get(), name.constData(), 0) == 0, "no file was removed");
+}
+
 /// Name of one of the images below.
 inline QByteArray imageOfMinute(int minute)
 {

@@ -41,10 +41,11 @@ Layout usualLayout(QByteArrayView bytes)
             numberAt<quint16>(bytes, 28), numberAt<quint32>(bytes, 30)};
 }
 
-qint64 pixelBytes(const Layout &layout)
+// Divides, since the product may be beyond all numbers.
+bool fits(const Layout &layout, qint64 bytes)
 {
     const qint64 line = (layout.width * layout.bits + 31) / 32 * 4;
-    return line * layout.height;
+    return layout.height > 0 && bytes / layout.height >= line;
 }
 
 } // namespace
@@ -65,7 +66,7 @@ bool isWholeBmp(QByteArrayView bytes)
     }
     const qint64 given = numberAt<quint32>(bytes, 10);
     const qint64 start = given > 0 ? given : kFileHeadBytes + headBytes + kPaletteBytes;
-    return pixelBytes(layout) <= bytes.size() - start;
+    return bytes.size() >= start && fits(layout, bytes.size() - start);
 }
 
 } // namespace velmora

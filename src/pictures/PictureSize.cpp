@@ -23,9 +23,8 @@ QSize wantedSize(QSize own, const PictureWish &wish)
 
 int jpegDivisor(QSize stored, QSize needed)
 {
-    const QSize least = needed.boundedTo(stored);
     int divisor = 8;
-    while (divisor > 1 && !fitsInto(least * divisor, stored)) {
+    while (divisor > 1 && !fitsInto(needed * divisor, stored)) {
         divisor /= 2;
     }
     return divisor;

@@ -12,8 +12,7 @@ namespace velmora {
 [[nodiscard]] QSize wantedSize(QSize own, const PictureWish &wish);
 
 /// 1, 2, 4 or 8: the largest of the JPEG decoder's own reductions that leaves at least the needed
-/// size, or the stored one where that is smaller. The decoder knows all eighths, but only these are
-/// fast.
+/// size. The decoder knows all eighths, but only these are fast.
 [[nodiscard]] int jpegDivisor(QSize stored, QSize needed);
 
 } // namespace velmora

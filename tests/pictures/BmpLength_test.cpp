@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace velmora {
 namespace {
 
@@ -72,6 +74,14 @@ TEST(BmpLength, IsUnknownOfSenselessHeaders)
     EXPECT_FALSE(isWholeBmp(changed<quint32>(14, 39)));
     EXPECT_FALSE(isWholeBmp(changed<quint32>(14, 0xFFFFFFFF)));
     EXPECT_FALSE(isWholeBmp(changed<qint32>(22, std::numeric_limits<qint32>::min())));
+}
+
+TEST(BmpLength, IsTooShortForSizesBeyondNumbers)
+{
+    QByteArray bytes = changed<qint32>(18, std::numeric_limits<qint32>::max());
+    qToLittleEndian(std::numeric_limits<qint32>::max(), bytes.data() + 22);
+    qToLittleEndian(quint16{0xFFFF}, bytes.data() + 28);
+    EXPECT_FALSE(isWholeBmp(bytes));
 }
 
 TEST(BmpLength, ReadsTheOldHeader)

@@ -135,6 +135,19 @@ TEST_F(PictureLoaderTest, AbandonsAnOlderLoadForANewerOne)
     EXPECT_EQ(cache_.decodes(), 2);
 }
 
+TEST_F(PictureLoaderTest, GivesATurnBeforeEachPictureOfANewerLoadToo)
+{
+    onLoaded_ = [this](const PictureOrder &) {
+        QMetaObject::invokeMethod(
+            &loader_, [this] { log_.append(QStringLiteral("turn")); }, Qt::QueuedConnection);
+    };
+    loader_.load(orders({0, 1, 2}));
+    loader_.load(orders({3, 4}));
+    EXPECT_EQ(scope_.running(), 1);
+    run();
+    EXPECT_EQ(log(), QStringLiteral("3 turn 4 finished turn"));
+}
+
 TEST_F(PictureLoaderTest, AbandonsAnOlderLoadThatHasBegun)
 {
     onLoaded_ = [this](const PictureOrder &order) {

@@ -66,6 +66,21 @@ TEST(PictureReader, ReducesAJpegOfAnOddSizeByHalvesToo)
     EXPECT_EQ(decodedSize({641, 481}, {kCell, Fit::AtLeast}), QSize(320, 240));
 }
 
+// Stripes as wide as the decoder's blocks: a column that is left out or repeated shows.
+TEST(PictureReader, LeavesNoColumnOutOfAJpegOfAnOddSize)
+{
+    QImage stripes(1927, 1447, QImage::Format_RGB32);
+    for (int x = 0; x < stripes.width(); ++x) {
+        for (int y = 0; y < stripes.height(); ++y) {
+            stripes.setPixel(x, y, x / 8 % 2 == 0 ? 0xFF000000 : 0xFFFFFFFF);
+        }
+    }
+    const QImage image = decodePicture(encoded(stripes, "jpg"), {kCell, Fit::AtLeast});
+    for (int x = 0; x < image.width(); ++x) {
+        EXPECT_EQ(qGreen(image.pixel(x, 90)) > 128, x % 2 == 1) << x;
+    }
+}
+
 TEST(PictureReader, GivesOtherFormatsWholeWhenThePainterScales)
 {
     EXPECT_EQ(decodedSize({640, 480}, {kCell, Fit::AtLeast}, "png"), QSize(640, 480));

@@ -34,6 +34,14 @@ TEST(PictureScaler, WeighsPixelsByTheirPart)
     EXPECT_EQ(averaged(image, {2, 1}), pixels({2, 1}, {0xFF100000, 0xFFBA0000}));
 }
 
+TEST(PictureScaler, RoundsHalvesUp)
+{
+    const QImage row = pixels({2, 1}, {0xFF000000, 0xFF010101});
+    const QImage column = pixels({1, 2}, {0xFF000000, 0xFF010101});
+    EXPECT_EQ(averaged(row, {1, 1}), pixels({1, 1}, {0xFF010101}));
+    EXPECT_EQ(averaged(column, {1, 1}), pixels({1, 1}, {0xFF010101}));
+}
+
 TEST(PictureScaler, AveragesTransparencyLikeAColour)
 {
     constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;

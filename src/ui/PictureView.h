@@ -49,12 +49,16 @@ Q_SIGNALS:
     void doubleClicked();
     void pointerMoved(QPoint position);
 
+    /// The picture has another size than before, and may be loaded for it.
+    void resized();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void paintPicture(QPainter &painter) const;

@@ -141,4 +141,10 @@ void PictureView::mouseMoveEvent(QMouseEvent *event)
     Q_EMIT pointerMoved(event->position().toPoint());
 }
 
+void PictureView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Q_EMIT resized();
+}
+
 } // namespace velmora

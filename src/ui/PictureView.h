@@ -49,7 +49,7 @@ Q_SIGNALS:
     void doubleClicked();
     void pointerMoved(QPoint position);
 
-    /// There is another place for the picture than before.
+    /// The picture has another size than before, and may be loaded for it.
     void resized();
 
 protected:
@@ -59,6 +59,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void paintPicture(QPainter &painter) const;

@@ -36,8 +36,8 @@ void Zoom::present(const QString &path)
     }
     path_ = path;
     setWindowTitle(QFileInfo(path).fileName());
+    show(); // the picture has its place and size only then
     load();
-    show();
     raise();
     activateWindow();
 }

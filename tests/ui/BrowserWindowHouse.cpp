@@ -91,6 +91,15 @@ void BrowserWindowHouse::fire(const QString &timer)
     ASSERT_TRUE(QMetaObject::invokeMethod(&find<QTimer>(timer), "timeout", Qt::DirectConnection));
 }
 
+void BrowserWindowHouse::holdFilm()
+{
+    constexpr auto kLongerThanATest = 1h;
+    auto &cine = find<QTimer>(QStringLiteral("cine"));
+    if (cine.isActive()) {
+        cine.start(kLongerThanATest);
+    }
+}
+
 PictureView &BrowserWindowHouse::cell(int index)
 {
     return find<PictureView>(QStringLiteral("Vue%1").arg(index));

@@ -62,6 +62,9 @@ public:
     /// The timer ticks.
     void fire(const QString &timer);
 
+    /// From now on the film that plays goes on when the test says so, and not by itself.
+    void holdFilm();
+
     PictureView &cell(int index);
     [[nodiscard]] int frame(int index);
 

@@ -221,8 +221,10 @@ TEST_F(PlancheCells, ThePointerEmptiesTheToolTipInCameraView)
 
 TEST_F(PlancheCells, TheFilmFollowsAClick)
 {
+    house_.house.settings.write(u"Control", u"Vitesse", 1000);
     house_.openOn(30);
     house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
     house_.click(name(0));
     EXPECT_EQ(house_.film.current(), 21);
     EXPECT_TRUE(house_.film.isRunning());

@@ -5,7 +5,9 @@
 #include <QImageWriter>
 #include <QPainter>
 #include <QTime>
+#include <QWidget>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace velmora::test {
@@ -39,10 +41,26 @@ QByteArray finePicture(QSize size)
     QImage image(size, QImage::Format_RGB32);
     for (int y = 0; y < size.height(); ++y) {
         for (int x = 0; x < size.width(); ++x) {
-            image.setPixelColor(x, y, (x + y) % 2 == 0 ? Qt::black : Qt::white);
+            image.setPixelColor(x, y, (x / 2 + y / 2) % 2 == 0 ? Qt::black : Qt::white);
         }
     }
-    return written(image, "PNG");
+    return written(image, "JPEG");
+}
+
+bool isSharp(QWidget &control)
+{
+    constexpr int kEdge = 16;
+    const QImage look = control.grab().toImage().convertToFormat(QImage::Format_Grayscale8);
+    int darkest = 255;
+    int brightest = 0;
+    for (int y = look.height() / 2; y < look.height() / 2 + kEdge; ++y) {
+        for (int x = look.width() / 2; x < look.width() / 2 + kEdge; ++x) {
+            const int grey = qGray(look.pixel(x, y));
+            darkest = std::min(darkest, grey);
+            brightest = std::max(brightest, grey);
+        }
+    }
+    return brightest - darkest > 150;
 }
 
 QByteArray rotatedJpeg()

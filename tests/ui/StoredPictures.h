@@ -6,6 +6,8 @@
 #include <QSize>
 #include <QString>
 
+class QWidget;
+
 namespace velmora::test {
 
 inline constexpr QSize kCameraSize{320, 240};
@@ -14,8 +16,11 @@ inline constexpr QSize kCameraSize{320, 240};
 [[nodiscard]] QByteArray pictureBytes(const QColor &colour, QSize size = kCameraSize,
                                       const char *format = "JPEG");
 
-/// A picture whose pixels are black and white in turn, which only its full size shows.
+/// A JPEG of small black and white squares, which are grey when it is decoded in a smaller size.
 [[nodiscard]] QByteArray finePicture(QSize size);
+
+/// True when the middle of what a control looks like holds both black and white.
+[[nodiscard]] bool isSharp(QWidget &control);
 
 /// A picture, the left half red and the right half blue, that says in its Exif data that it lies on
 /// its side: upright, red is above blue.

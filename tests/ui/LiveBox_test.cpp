@@ -1,0 +1,185 @@
+// The two pictures of the main window: the stored image and the live one of the row in hand.
+#include "StoredPictures.h"
+#include "WindowHouse.h"
+#include "ui/PictureView.h"
+#include "ui/Zoom.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString kStored = QStringLiteral("iTarget");
+const QString kLive = QStringLiteral("iWeb");
+const QString kAskToClick = QStringLiteral("Web : cliquer sur l'image pour zoomer.");
+const QString kLoading = QStringLiteral("Chargement en cours ....");
+
+class LiveBoxTest : public testing::Test
+{
+protected:
+    LiveBoxTest()
+    {
+        QObject::connect(&house_.window, &Interface::zoomWanted, &zoom_, &Zoom::present);
+        house_.house.addCamera(kCamera, cameraUrl(kCamera));
+        house_.house.showGroup(0);
+        answer(pictureBytes(Qt::red));
+    }
+
+    void answer(const QByteArray &body, std::chrono::milliseconds delay = 3s)
+    {
+        house_.source.answer(cameraUrl(kCamera), {body, {}, {}, delay, {}});
+    }
+
+    // Selects the camera's row; the live picture is under way then.
+    void select()
+    {
+        house_.click(QStringLiteral("Source2"));
+        house_.clock.advance(100ms);
+    }
+
+    void arrive() { house_.clock.advance(10s); }
+
+    QString text(const QString &label) { return house_.find<QLabel>(label).text(); }
+
+    PictureView &picture(const QString &name) { return house_.find<PictureView>(name); }
+
+    QString shown(const QString &name) { return picture(name).accessibleDescription(); }
+
+    QString targetFile() const { return house_.house.tree.path(u"drives/c/in/tmp/Target.jpg"); }
+
+    static constexpr CameraAddress kCamera{0, 2};
+    WindowHouse house_;
+    Zoom zoom_;
+};
+
+TEST_F(LiveBoxTest, BothPicturesHaveNamesAndAreEmptyAtFirst)
+{
+    for (const QString &name : {kStored, kLive}) {
+        EXPECT_FALSE(picture(name).accessibleName().isEmpty());
+        EXPECT_EQ(shown(name), QString());
+    }
+}
+
+TEST_F(LiveBoxTest, SaysThatItIsLoading)
+{
+    select();
+    EXPECT_EQ(text(QStringLiteral("Locale")), QStringLiteral("Local 2"));
+    EXPECT_EQ(text(QStringLiteral("lWeb")), kLoading);
+    EXPECT_EQ(house_.find<Lamp>(QStringLiteral("SB2")).property("FillColor").toInt(), 33023);
+}
+
+TEST_F(LiveBoxTest, ShowsTheLivePictureWhenItIsThere)
+{
+    select();
+    EXPECT_EQ(shown(kLive), QString());
+    arrive();
+    EXPECT_EQ(shown(kLive), targetFile());
+    EXPECT_EQ(text(QStringLiteral("lWeb")), kAskToClick);
+    EXPECT_EQ(text(QStringLiteral("TimeLoad2")), QStringLiteral("3"));
+}
+
+TEST_F(LiveBoxTest, ShowsTheNewestStoredImageAtOnce)
+{
+    house_.house.putImage(kCamera, storedName(1), pictureBytes(Qt::red));
+    house_.house.putImage(kCamera, storedName(2), pictureBytes(Qt::blue));
+    select();
+    EXPECT_TRUE(shown(kStored).endsWith(storedName(2))) << shown(kStored).toStdString();
+}
+
+TEST_F(LiveBoxTest, WithoutAStoredImageTheLiveOneIsStillFetched)
+{
+    select();
+    arrive();
+    EXPECT_EQ(shown(kStored), QString());
+    EXPECT_EQ(shown(kLive), targetFile());
+}
+
+TEST_F(LiveBoxTest, ADownloadThatFailsLeavesTheLivePictureEmpty)
+{
+    house_.source.answer(cameraUrl(kCamera), {{}, {}, {}, {}, QStringLiteral("gone")});
+    select();
+    arrive();
+    EXPECT_EQ(shown(kLive), QString());
+    EXPECT_EQ(text(QStringLiteral("lWeb")), kAskToClick);
+}
+
+TEST_F(LiveBoxTest, AnAnswerThatIsNoPictureLeavesTheLivePictureEmpty)
+{
+    answer(QByteArray(5000, 'x'));
+    select();
+    arrive();
+    EXPECT_FALSE(picture(kLive).holdsPicture());
+    EXPECT_EQ(shown(kLive), QString());
+}
+
+TEST_F(LiveBoxTest, ARowWithoutAddressChangesNothing)
+{
+    select();
+    arrive();
+    house_.click(QStringLiteral("Source5"));
+    arrive();
+    EXPECT_EQ(text(QStringLiteral("Locale")), QStringLiteral("Local 2"));
+    EXPECT_EQ(shown(kLive), targetFile());
+}
+
+TEST_F(LiveBoxTest, TheNextLivePictureTakesThePlaceOfTheLast)
+{
+    select();
+    arrive();
+    answer(pictureBytes(Qt::blue));
+    select();
+    arrive();
+    const QImage look = picture(kLive).grab().toImage();
+    EXPECT_GT(look.pixelColor(look.width() / 2, look.height() / 2).blue(), 200);
+}
+
+TEST_F(LiveBoxTest, EachPictureOpensEnlargedWhenItIsClicked)
+{
+    house_.house.putImage(kCamera, storedName(1), pictureBytes(Qt::red));
+    select();
+    arrive();
+    auto &enlarged = *zoom_.findChild<PictureView *>(QStringLiteral("iZoom"));
+    for (const QString &name : {kStored, kLive}) {
+        house_.click(name);
+        EXPECT_TRUE(zoom_.isVisible()) << name.toStdString();
+        EXPECT_EQ(enlarged.accessibleDescription(), shown(name));
+        QTest::mouseClick(&enlarged, Qt::LeftButton);
+        EXPECT_FALSE(zoom_.isVisible());
+    }
+}
+
+TEST_F(LiveBoxTest, AnEmptyPictureOpensNothing)
+{
+    house_.click(kStored);
+    house_.click(kLive);
+    EXPECT_FALSE(zoom_.isVisible());
+}
+
+TEST_F(LiveBoxTest, AnotherGroupEmptiesBothPictures)
+{
+    house_.house.putImage(kCamera, storedName(1), pictureBytes(Qt::red));
+    select();
+    arrive();
+    house_.selectTab(4);
+    EXPECT_EQ(shown(kStored), QString());
+    EXPECT_EQ(shown(kLive), QString());
+}
+
+TEST_F(LiveBoxTest, ThePictureIsSharpInALargeWindow)
+{
+    answer(finePicture({2400, 1800}));
+    house_.window.resize(600, 700);
+    select();
+    arrive();
+    EXPECT_FALSE(isSharp(picture(kLive)));
+    house_.window.resize(5200, 3400);
+    house_.clock.advance(0ms);
+    ASSERT_GE(picture(kLive).width(), 2400);
+    ASSERT_GE(picture(kLive).height(), 1800);
+    EXPECT_TRUE(isSharp(picture(kLive)));
+}
+
+} // namespace
+} // namespace velmora::test

@@ -25,9 +25,6 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
             [this] { Q_EMIT zoomWanted(live_.storedPicture()); });
     connect(&controls_.iWeb, &PictureView::clicked, this,
             [this] { Q_EMIT zoomWanted(live_.livePicture()); });
-    for (PictureView *const view : {&controls_.iTarget, &controls_.iWeb}) {
-        connect(view, &PictureView::resized, this, [view] { load(*view, view->path()); });
-    }
     showCaptions();
 }
 

@@ -106,11 +106,6 @@ void PictureView::paintCaption(QPainter &painter) const
                      fontMetrics().elidedText(caption_, Qt::ElideMiddle, text.width()));
 }
 
-void PictureView::resizeEvent(QResizeEvent *)
-{
-    Q_EMIT resized();
-}
-
 void PictureView::mousePressEvent(QMouseEvent *event)
 {
     pressed_ = event->button() == Qt::LeftButton;

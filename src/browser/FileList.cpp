@@ -6,6 +6,20 @@
 #include <utility>
 
 namespace velmora {
+namespace {
+
+// Line breaks and other control characters of a name as blanks.
+QString onOneLine(QString name)
+{
+    for (QChar &c : name) {
+        if (c.category() == QChar::Other_Control) {
+            c = u' ';
+        }
+    }
+    return name;
+}
+
+} // namespace
 
 FileList::FileList(QObject *parent)
     : QAbstractListModel(parent)
@@ -50,10 +64,10 @@ int FileList::rowCount(const QModelIndex &parent) const
 
 QVariant FileList::data(const QModelIndex &index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::DisplayRole) {
+    if (!index.isValid() || role != Qt::DisplayRole) {
         return {};
     }
-    return file(index.row()).name.simplified();
+    return onOneLine(file(index.row()).name);
 }
 
 } // namespace velmora

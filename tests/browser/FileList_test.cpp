@@ -105,7 +105,7 @@ TEST_F(FileListTest, SelectsNoneForAPositionOutsideTheList)
 TEST_F(FileListTest, ShowsANameWithALineEndOnOneLine)
 {
     bind({"20060307\n 1.jpg"});
-    EXPECT_EQ(list_.index(0).data().toString(), QStringLiteral("20060307 1.jpg"));
+    EXPECT_EQ(list_.index(0).data().toString(), QStringLiteral("20060307  1.jpg"));
     EXPECT_EQ(list_.file(0).name, QStringLiteral("20060307\n 1.jpg"));
 }
 

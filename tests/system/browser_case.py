@@ -47,18 +47,21 @@ class BrowserCase(unittest.TestCase):
     def store(self, camera, count):
         """Images in a camera's folder before the program starts; the camera then has nothing new."""
         folder = self.house.folder(self.urls[camera])
-        folder.mkdir()
+        folder.mkdir(exist_ok=True)
         for number in range(count):
             (folder / image_name(number)).write_bytes(plain(colour_of(number)))
         return folder
 
-    def start(self, control=None, env=None, wait_for_pass=True):
+    def start(self, control=None, wait_for_pass=True, command=()):
+        """command: what starts the program, when it does not start by itself."""
         own = {"StRep": "C:\\in\\", "Debug": "1", "Tempo": "1", "TIO": "20"} | (control or {})
         self.house.write_settings({"Control": own}, camera_lists(self.urls))
-        return self.start_again(wait_for_pass)
+        return self.start_again(wait_for_pass, command)
 
-    def start_again(self, wait_for_pass=True):
-        self.program = self.house.start(env=self.desktop.environment() | self.opener.environment())
+    def start_again(self, wait_for_pass=True, command=()):
+        environment = self.house.environment() | self.desktop.environment() | self.opener.environment()
+        own = [house.VELMORA, "--program-folder", self.house.root]
+        self.program = self.house.start_command([*command, *own], environment)
         self.browser = BrowserWindow(self.desktop)
         if wait_for_pass:
             until(lambda: self.house.camera_value(9, "SB"), 30, self.program.report)

@@ -25,6 +25,7 @@ TWIPS = 15  # a pixel
 SECOND_OF_SCAN = 10
 SOURCE_X, SOURCE_TOP, SOURCE_STEP = 300, 138, 26  # the address boxes of the main window
 STORED_PICTURE, LIVE_PICTURE = (200, 520), (680, 520)
+ZOOM_MIDDLE, FILM_MIDDLE = (480, 360), (330, 200)
 BESIDE = 60  # pixels: where the pointer does not stand
 
 
@@ -155,17 +156,13 @@ class HandsTest(BrowserCase):
 
 
 class FilmTest(BrowserCase):
-    def film_colour(self, film):
-        place = self.desktop.place(film)
-        return self.desktop.screen.colour(place.x + place.width // 2, place.y + place.height // 3)
-
     def test_plays_all_images_in_turn_until_it_is_closed(self):
         self.store(0, 3)
         browser = self.start({"Vitesse": "150"})
         browser.press(FILM_KEY)
         film = self.desktop.window(FILM)
         for number in (0, 1, 2, 3 - 3, 1):
-            until(lambda: self.film_colour(film) == colour_of(number), 10, lambda: f"picture {number}")
+            until(lambda: self.desktop.point(film, FILM_MIDDLE) == colour_of(number), 10, lambda: f"picture {number}")
         self.desktop.focus(film)
         self.desktop.press("space")
         browser.press(FILM_KEY)
@@ -228,19 +225,15 @@ class LiveViewTest(BrowserCase):
         target = self.house.storage / "tmp" / "Target.jpg"
         until(lambda: target.exists() and target.read_bytes() == plain(colour), 20, "the live picture's file")
         self.assertGreater(self.asked(4), before)
-        until(lambda: self.point(main, LIVE_PICTURE) == colour, 10, "the live picture")
-        self.assertEqual(colour_of(40), self.point(main, STORED_PICTURE))
+        until(lambda: self.desktop.point(main, LIVE_PICTURE) == colour, 10, "the live picture")
+        self.assertEqual(colour_of(40), self.desktop.point(main, STORED_PICTURE))
         self.expect_enlarged(main, LIVE_PICTURE, "Target.jpg", colour)
         self.end()
-
-    def point(self, window, point):
-        place = self.desktop.place(window)
-        return self.desktop.screen.colour(place.x + point[0], place.y + point[1])
 
     def expect_enlarged(self, window, point, title, colour):
         self.desktop.click(window, (point[0] + BESIDE, point[1]))
         zoom = self.desktop.window(title)
-        until(lambda: self.point(zoom, (480, 360)) == colour, 10, "the enlarged picture")
+        until(lambda: self.desktop.point(zoom, ZOOM_MIDDLE) == colour, 10, "the enlarged picture")
         self.desktop.focus(zoom)
         self.desktop.press("Escape")
         self.desktop.wait_until_gone(title)

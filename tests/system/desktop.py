@@ -100,10 +100,7 @@ class Desktop:
         x, y = point
         self.tool("windowmove", "--sync", window, x, y)
 
-    def look(self, window, rectangle=None):
-        """The pixels of a window, or of a rectangle (x, y, width, height) in it."""
+    def point(self, window, point):
+        """(red, green, blue) at a point of a window."""
         place = self.place(window)
-        if rectangle:
-            x, y, width, height = rectangle
-            place = Place(place.x + x, place.y + y, width, height)
-        return self.screen.pixels(place)
+        return self.screen.colour(place.x + point[0], place.y + point[1])

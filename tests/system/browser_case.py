@@ -4,7 +4,7 @@ whose pictures are told by their colours."""
 import unittest
 
 import house
-from browser_window import BrowserWindow, Opener
+from browser_window import TITLE, BrowserWindow, Opener
 from desktop import Desktop
 from house import House, camera_lists
 from nginx_cameras import set_modified
@@ -59,6 +59,7 @@ class BrowserCase(unittest.TestCase):
         return self.start_again(wait_for_pass, command)
 
     def start_again(self, wait_for_pass=True, command=()):
+        self.desktop.wait_until_gone(TITLE)
         environment = self.house.environment() | self.desktop.environment() | self.opener.environment()
         own = [house.VELMORA, "--program-folder", self.house.root]
         self.program = self.house.start_command([*command, *own], environment)

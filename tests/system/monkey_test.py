@@ -7,6 +7,7 @@ import random
 import time
 import unittest
 
+import confined
 import house
 from answers import fresh, is_whole
 from browser_window import Opener
@@ -17,9 +18,9 @@ from pictures import colour_of, plain
 from waiting import until
 
 SEED = int(os.environ.get("VELMORA_TEST_MONKEY_SEED", "20011109"))
-EVENTS = int(os.environ.get("VELMORA_TEST_MONKEY_EVENTS", "3000"))
+EVENTS = int(os.environ.get("VELMORA_TEST_MONKEY_EVENTS", "4000"))
 EVENTS_A_CALL = 40  # of xdotool
-LONGEST_SECONDS = 60
+SHORTEST_SECONDS, LONGEST_SECONDS = 20, 60  # the capture has its time too
 CAMERAS = 10
 EDGE = 3  # pixels of a window that are left alone
 STORED_BEFORE = 15
@@ -28,14 +29,23 @@ KEYS = (
     "alt+a alt+f alt+g alt+n alt+s alt+i alt+y alt+o a 1 2 0 slash backslash minus ctrl+a ctrl+v ctrl+c"
 ).split()
 BUTTONS = (1, 1, 1, 1, 1, 3, 2, 4, 5)
-OFTEN = {"AutoDelai": "1", "BestTime": "00:00:01"}
+# Fetched every second; the date is a little before that of the first picture.
+OFTEN = {"AutoDelai": "1", "BestTime": "00:00:01", "LastModified": "09/09/2001 01:46:30"}
+
+
+class AlwaysFresh(dict):
+    """A picture under any path, for the monkey types into the addresses."""
+
+    def __missing__(self, path):
+        return fresh(20_000)
 
 
 class MonkeyTest(unittest.TestCase):
     def setUp(self):
         self.lot = random.Random(SEED)
         paths = [f"/camera{row}.png" for row in range(CAMERAS)]
-        self.server = CameraServer(self, {path: fresh(20_000) for path in paths})
+        self.server = CameraServer(self)
+        self.server.answers = AlwaysFresh()
         self.urls = [self.server.url(path) for path in paths]
         self.house = House(self)
         self.opener = Opener(self.house)
@@ -54,12 +64,16 @@ class MonkeyTest(unittest.TestCase):
                 (folder / f"20000102_{number:06}0203.png").write_bytes(plain(colour_of(row * 10 + number)))
 
     def start(self):
-        self.program = self.house.start(env=self.desktop.environment() | self.opener.environment())
+        """The monkey types paths and opens file dialogs: whatever it does, only the house can change."""
+        until(lambda: not self.windows(), 10, "the end of the windows before")
+        environment = self.house.environment() | self.desktop.environment() | self.opener.environment()
+        own = [house.VELMORA, "--program-folder", self.house.root]
+        self.program = self.house.start_command([*confined.command(self.house.root), *own], environment)
         until(self.windows, 30, self.program.report)
 
     def windows(self):
-        """(number, place) of all windows large enough for a pointer."""
-        found = [(number, self.desktop.place(number)) for number in self.desktop.windows(".*")]
+        """(number, place) of all windows with a title that are large enough for a pointer."""
+        found = [(number, self.desktop.place(number)) for number in self.desktop.windows(".+")]
         return [(n, place) for n, place in found if place and min(place.width, place.height) > 4 * EDGE]
 
     def point(self, place):
@@ -72,13 +86,14 @@ class MonkeyTest(unittest.TestCase):
         """The words of one event for xdotool."""
         kind = self.lot.random()
         if kind < 0.45:
-            return ["key", self.lot.choice(KEYS)]
+            return ["key", "--delay", 0, self.lot.choice(KEYS)]
         words = ["mousemove", *self.point(place)]
         button = self.lot.choice(BUTTONS)
+        click = ["mousedown", button, "mouseup", button]
         if kind < 0.75:
-            return [*words, "click", button]
+            return [*words, *click]
         if kind < 0.9:
-            return [*words, "click", "--repeat", 2, "--delay", 20, button]
+            return [*words, *click, *click]
         return [*words, "mousedown", 1, "mousemove", *self.point(place), "mouseup", 1]
 
     def play(self):
@@ -104,10 +119,12 @@ class MonkeyTest(unittest.TestCase):
         self.start()
         began = time.monotonic()
         played = 0
-        while played < EVENTS and time.monotonic() - began < LONGEST_SECONDS:
+        elapsed = 0
+        while elapsed < SHORTEST_SECONDS or (played < EVENTS and elapsed < LONGEST_SECONDS):
             self.play()
             played += EVENTS_A_CALL
             self.look_after()
+            elapsed = time.monotonic() - began
         print(f"seed {SEED}: {played} events, ended {self.ends} times,", end=" ", flush=True)
         self.program.terminate()
         self.assertEqual(0, self.program.wait(30), self.program.report())
@@ -129,4 +146,5 @@ class MonkeyTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
+    confined.enter_own_network()
     house.main()

@@ -86,10 +86,10 @@ class Program:
 class Display:
     """An X server without a screen, on a number that it finds itself."""
 
-    def __init__(self, size="1280x1024x24"):
+    def __init__(self, size="1280x1024x24", options=()):
         read_end, write_end = os.pipe()
         self._process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", size, "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", size, "-nolisten", "tcp", "-noreset", *options],
             pass_fds=[write_end],
             stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL,

@@ -1,0 +1,72 @@
+"""Keeps what a monkey can reach small: a network with nothing but this machine's own loopback, and a program
+that can write into one folder only, whatever is typed into its boxes or deleted in its dialogs.
+
+    confined.py FOLDER COMMAND...    runs a command, in a mount name space of its own, that writes to FOLDER alone"""
+
+import fcntl
+import os
+import socket
+import struct
+import subprocess
+import sys
+from pathlib import Path
+
+INSIDE = "VELMORA_TEST_OWN_NETWORK"
+SET_FLAGS, UP = 0x8914, 1  # SIOCSIFFLAGS, IFF_UP
+REMEMBERED = ("nosuid", "nodev", "noexec", "noatime", "nodiratime", "relatime")
+
+
+def enter_own_network():
+    """Starts this file anew where no other machine is, and where mounts may be changed."""
+    if INSIDE in os.environ:
+        with socket.socket() as any_socket:
+            fcntl.ioctl(any_socket, SET_FLAGS, struct.pack("16sh22x", b"lo", UP))
+        return
+    for options in (["-nm"], ["-rnm"]):
+        if subprocess.run(["unshare", *options, "true"], check=False, stderr=subprocess.DEVNULL).returncode == 0:
+            os.environ[INSIDE] = "1"
+            os.execvp("unshare", ["unshare", *options, sys.executable, "-B", *sys.argv])
+    sys.exit("this test needs a network of its own, which neither root's rights nor a user name space give here")
+
+
+def command(folder):
+    """What is written before a command that may change nothing but the folder."""
+    return ["unshare", "-m", "--propagation", "private", sys.executable, "-B", __file__, str(folder)]
+
+
+def mounts():
+    """(place, options) of every mount."""
+    for line in Path("/proc/self/mountinfo").read_text(encoding="utf-8").splitlines():
+        fields = line.split(" ")
+        place = fields[4].encode().decode("unicode_escape").encode("latin-1").decode()
+        yield place, fields[5].split(",")
+
+
+def make_read_only(folder):
+    subprocess.run(["mount", "--bind", folder, folder], check=True)
+    for place, options in list(mounts()):
+        if place != folder and "ro" not in options:
+            kept = [option for option in options if option in REMEMBERED]
+            subprocess.run(["mount", "-o", ",".join(["remount", "bind", "ro", *kept]), place], check=False)
+
+
+def refuse_to_go_on(folder):
+    """Nothing is run where a mistake of the lines above would cost somebody's files."""
+    visible = [place for place, options in mounts() if "rw" in options and place != folder]
+    open_places = [place for place in visible if os.access(place, os.W_OK)]
+    named = ("/", "/tmp", os.path.dirname(folder), os.path.dirname(os.path.abspath(__file__)))
+    open_places += [place for place in named if os.access(place, os.W_OK)]
+    if open_places or not os.access(folder, os.W_OK):
+        sys.exit(f"the program could write outside its folder: {open_places}")
+
+
+def main():
+    folder = os.path.realpath(sys.argv[1])
+    make_read_only(folder)
+    os.chdir(folder)
+    refuse_to_go_on(folder)
+    os.execvp(sys.argv[2], sys.argv[2:])
+
+
+if __name__ == "__main__":
+    main()

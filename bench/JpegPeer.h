@@ -31,29 +31,41 @@ enum class PeerPixels { Rgb, Bgrx };
 /// the smallest M/8 that covers `least`; an empty size: not reduced. Returns the number of rows.
 int decodeWithLibrary(const QString &path, QSize least, PeerPixels pixels);
 
-/// Milliseconds of each of several kinds of work, their runs interleaved.
+/// Milliseconds of each of several kinds of work, their runs interleaved: on the clock, and of all
+/// processors together, which a busy machine changes less.
 class Contest
 {
 public:
     explicit Contest(std::size_t kinds)
-        : times_(kinds)
+        : clock_(kinds)
+        , processor_(kinds)
     {
     }
 
     template <typename Work>
     void run(std::size_t kind, Work work)
     {
-        const double before = nowMs();
+        const double clock = clockMs();
+        const double processor = processorMs();
         work();
-        times_.at(kind).push_back(nowMs() - before);
+        processor_.at(kind).push_back(processorMs() - processor);
+        clock_.at(kind).push_back(clockMs() - clock);
     }
 
-    [[nodiscard]] double medianMs(std::size_t kind) const;
+    [[nodiscard]] double medianMs(std::size_t kind) const { return median(clock_.at(kind)); }
+
+    [[nodiscard]] double medianProcessorMs(std::size_t kind) const
+    {
+        return median(processor_.at(kind));
+    }
 
 private:
-    static double nowMs();
+    static double clockMs();
+    static double processorMs();
+    static double median(std::vector<double> times);
 
-    std::vector<std::vector<double>> times_;
+    std::vector<std::vector<double>> clock_;
+    std::vector<std::vector<double>> processor_;
 };
 
 } // namespace velmora::bench

@@ -36,13 +36,16 @@ QString measure(QSize size, int runs)
     const double ours = contest.medianMs(Ours) * kThumbnails;
     const double peer =
         std::min(contest.medianMs(PeerRgb), contest.medianMs(PeerBgrx)) * kThumbnails;
+    const double peerProcessor =
+        std::min(contest.medianProcessorMs(PeerRgb), contest.medianProcessorMs(PeerBgrx));
     return QStringLiteral("{\"pixels\":\"%1x%2\",\"ms\":%3,\"library_ms\":%4,\"ratio\":%5,"
-                          "\"rows\":%6}")
+                          "\"processor_ratio\":%6,\"rows\":%7}")
         .arg(size.width())
         .arg(size.height())
         .arg(ours, 0, 'f', 2)
         .arg(peer, 0, 'f', 2)
         .arg(ours / peer, 0, 'f', 3)
+        .arg(contest.medianProcessorMs(Ours) / peerProcessor, 0, 'f', 3)
         .arg(rows);
 }
 

@@ -12,7 +12,7 @@ constexpr qint64 kOldHeadBytes = 12;
 constexpr qint64 kUsualHeadBytes = 40;
 constexpr quint32 kPlain = 0;
 constexpr quint32 kMasked = 3;
-constexpr qint64 kPaletteBytes = 256 * 4;
+constexpr qint64 kPaletteBytes = 1024;
 
 template <typename Number>
 Number numberAt(QByteArrayView bytes, qsizetype at)

@@ -39,12 +39,13 @@ QImage PictureCache::read(const QString &path, const PictureWish &wish)
 QImage PictureCache::decode(const Key &key)
 {
     const PictureFile file(key.path);
-    if (!file.identity()) {
+    const std::optional<FileIdentity> identity = file.identity();
+    if (!identity) {
         return {};
     }
     ++decodes_;
     QImage image = decodePicture(file.read(), key.wish);
-    entries_.insert(key, new Entry{*file.identity(), image}, kEntryBytes + image.sizeInBytes());
+    entries_.insert(key, new Entry{*identity, image}, kEntryBytes + image.sizeInBytes());
     return image;
 }
 

@@ -37,7 +37,7 @@ public:
     explicit PictureFile(const QString &path);
 
     /// As it was when the file was opened; nothing without an ordinary file.
-    [[nodiscard]] const std::optional<FileIdentity> &identity() const { return identity_; }
+    [[nodiscard]] std::optional<FileIdentity> identity() const { return identity_; }
 
     /// All bytes; none when the file is empty, too large, cannot be read, or does not begin like a
     /// picture.

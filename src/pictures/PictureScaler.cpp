@@ -14,6 +14,11 @@ constexpr std::size_t kChannels = 4;
 constexpr quint16 kHalf = ScaleAreas::kWhole / 2; // rounds the sum of an area
 constexpr std::size_t kBlock = 32;                // channels whose sums stay in registers
 
+std::size_t unsignedOf(int count)
+{
+    return static_cast<std::size_t>(count);
+}
+
 // A line of pixels with 16 bits for each channel, so that sums fit, and one pixel to spare.
 using WideLine = std::vector<quint16>;
 
@@ -30,7 +35,7 @@ struct Lines
 template <typename Size>
 void averageBlock(const Lines &lines, std::size_t at, Size size, WideLine &to)
 {
-    std::array<quint16, kBlock> sums;
+    std::array<quint16, kBlock> sums = {};
     sums.fill(kHalf);
     const uchar *line = lines.bytes + at;
     for (int i = 0; i < lines.count; ++i, line += lines.stride) {
@@ -55,7 +60,7 @@ void averageLines(const Lines &lines, WideLine &to)
 
 // Two pixels beside each other, or their weights: one instruction for eight channels.
 using Pair = quint16 __attribute__((vector_size(16)));
-using Pixels = quint64 __attribute__((vector_size(16)));
+using Bytes = quint8 __attribute__((vector_size(8)));
 
 Pair pairAt(const quint16 *channels)
 {
@@ -64,10 +69,18 @@ Pair pairAt(const quint16 *channels)
     return pair;
 }
 
+// The two sums of each pair belong to one pixel; what comes out are two pixels.
+Bytes joined(Pair first, Pair second)
+{
+    const Pair sums = __builtin_shufflevector(first, second, 0, 1, 2, 3, 8, 9, 10, 11) +
+                      __builtin_shufflevector(first, second, 4, 5, 6, 7, 12, 13, 14, 15);
+    return __builtin_convertvector((sums + kHalf) / ScaleAreas::kWhole, Bytes);
+}
+
 /// The weights of all areas, once for each channel, filled up to whole pairs.
 std::vector<quint16> pairWeights(const ScaleAreas &areas, int size)
 {
-    const std::size_t missing = kChannels * static_cast<std::size_t>(areas.length() % 2);
+    const std::size_t missing = kChannels * unsignedOf(areas.length() % 2);
     std::vector<quint16> weights;
     for (int x = 0; x < size; ++x) {
         for (int i = 0; i < areas.length(); ++i) {
@@ -76,14 +89,6 @@ std::vector<quint16> pairWeights(const ScaleAreas &areas, int size)
         weights.insert(weights.end(), missing, 0);
     }
     return weights;
-}
-
-// The upper bytes of four sums, side by side.
-QRgb packed(quint64 sums)
-{
-    const quint64 bytes = (sums >> 8) & 0x00FF00FF00FF00FF;
-    const quint64 pairs = bytes | (bytes >> 8);
-    return static_cast<QRgb>((pairs & 0xFFFF) | ((pairs >> 16) & 0xFFFF0000));
 }
 
 /// Brings lines of one width to another.
@@ -112,20 +117,29 @@ public:
 private:
     // The usual small numbers of pairs come as constants, which saves a third of the time.
     template <typename Pairs>
+    [[nodiscard]] Pair sumsOf(Pairs pairs, const WideLine &line, int target) const
+    {
+        const quint16 *channels = line.data() + kChannels * unsignedOf(areas_.first(target));
+        const quint16 *weights =
+            weights_.data() + 2 * kChannels * unsignedOf(target) * unsignedOf(pairs);
+        Pair sums = {};
+        for (int i = 0; i < pairs; ++i, channels += 2 * kChannels, weights += 2 * kChannels) {
+            sums += pairAt(channels) * pairAt(weights);
+        }
+        return sums;
+    }
+
+    template <typename Pairs>
     void scaleBy(Pairs pairs, const WideLine &line, QRgb *to) const
     {
-        constexpr quint64 kHalves = kHalf * quint64{0x0001000100010001};
-        const quint16 *weights = weights_.data();
-        for (int x = 0; x < size_; ++x) {
-            const quint16 *channels =
-                line.data() + kChannels * static_cast<std::size_t>(areas_.first(x));
-            Pair sums = {};
-            for (int i = 0; i < pairs; ++i, channels += 2 * kChannels, weights += 2 * kChannels) {
-                sums += pairAt(channels) * pairAt(weights);
-            }
-            Pixels pixels;
-            std::memcpy(&pixels, &sums, sizeof pixels);
-            to[x] = packed(pixels[0] + pixels[1] + kHalves);
+        int x = 0;
+        for (; x + 1 < size_; x += 2) {
+            const Bytes two = joined(sumsOf(pairs, line, x), sumsOf(pairs, line, x + 1));
+            std::memcpy(to + x, &two, sizeof two);
+        }
+        if (x < size_) {
+            const Bytes two = joined(sumsOf(pairs, line, x), Pair{});
+            std::memcpy(to + x, &two, sizeof *to);
         }
     }
 
@@ -144,7 +158,7 @@ QImage averaged(const QImage &image, QSize size)
     }
     const LineScaler columns(image.width(), size.width());
     const ScaleAreas rows(image.height(), size.height());
-    const std::size_t channels = kChannels * static_cast<std::size_t>(image.width());
+    const std::size_t channels = kChannels * unsignedOf(image.width());
     WideLine line(channels + kChannels);
     for (int y = 0; y < size.height(); ++y) {
         averageLines({image.constScanLine(rows.first(y)), image.bytesPerLine(), channels,

@@ -8,7 +8,8 @@
 namespace velmora {
 
 /// The picture at the given size, each pixel the average of the area that it stands for. image:
-/// RGB32 or ARGB32_Premultiplied, not null. size: not empty. A null image when there is no memory.
+/// RGB32 or ARGB32_Premultiplied, not null. size: not empty. A null image when no image of that
+/// size can be had.
 [[nodiscard]] QImage averaged(const QImage &image, QSize size);
 
 } // namespace velmora

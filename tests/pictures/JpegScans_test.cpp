@@ -15,6 +15,35 @@ TEST(JpegScans, AreOneOfAPlainPicture)
     EXPECT_EQ(countJpegScans(encoded(quarters({64, 64}), "jpg")), 1);
 }
 
+TEST(JpegScans, AreOneThoughTheDataLooksLikeMore)
+{
+    EXPECT_EQ(countJpegScans(encoded(quarters({64, 64}), "jpg") + "\xFF\xDA\xFF\xDA"), 1);
+    EXPECT_EQ(countJpegScans(withOrientation(encoded(quarters({64, 64}), "jpg"), 6)), 1);
+}
+
+// One of three components in the first scan, so that more are to come.
+TEST(JpegScans, AreSeveralOfAPictureInParts)
+{
+    QByteArray picture = encoded(quarters({64, 64}), "jpg");
+    picture[picture.indexOf("\xFF\xDA") + 4] = 1;
+    EXPECT_EQ(countJpegScans(picture + "\xFF\xDA\xFF\xDA"), 3);
+}
+
+TEST(JpegScans, AreCountedWhereTheHeaderIsUnusual)
+{
+    QByteArray picture = encoded(quarters({64, 64}), "jpg");
+    picture.insert(2, "x");
+    EXPECT_EQ(countJpegScans(picture + "\xFF\xDA"), 2);
+}
+
+// A marker without a length, behind which the decoder goes on at once.
+TEST(JpegScans, AreCountedWhereASegmentMayHideOthers)
+{
+    const QByteArray picture = encoded(quarters({64, 64}), "jpg");
+    const QByteArray hidden = QByteArray("\xFF\x01\x00\x06\xFF\xDA\xFF\xDA", 8);
+    EXPECT_EQ(countJpegScans(picture.first(2) + hidden + picture.sliced(2)), 3);
+}
+
 TEST(JpegScans, AreSeveralOfAProgressivePicture)
 {
     EXPECT_EQ(countJpegScans(encoded(quarters({64, 64}), "jpg", Progressive::Yes)), 10);

@@ -1,117 +1,17 @@
 // The program from start-up to its end: which windows are seen, in what order things happen.
-#include "app/Program.h"
+#include "ProgramHouse.h"
 
-#include "support/CaptureHouseSource.h"
-#include "support/FakeClock.h"
-#include "support/TempTree.h"
-
-#include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
-#include <QSignalSpy>
+#include <QAbstractButton>
+#include <QLineEdit>
 #include <QTabBar>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace velmora::test {
 namespace {
 
 using namespace std::chrono_literals;
 
-class NoOpener final : public DesktopOpener
+class ProgramTest : public ProgramHouse
 {
-public:
-    OpenOutcome open(const QString &) override { return OpenOutcome::Started; }
-};
-
-QWidget *topLevel(const QString &name)
-{
-    for (QWidget *const widget : QApplication::topLevelWidgets()) {
-        if (widget->objectName() == name) {
-            return widget;
-        }
-    }
-    return nullptr;
-}
-
-class ProgramTest : public testing::Test
-{
-protected:
-    ProgramTest()
-    {
-        tree_.makeFolder(u"drives/c/in");
-        writeSettings("StRep=C:\\in\\\r\nDebug=1\r\n");
-        source_.answer(
-            QStringLiteral("http://cam/a.png"),
-            {QByteArray(2000, 'x'), QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"), {}, {}, {}});
-    }
-
-    ~ProgramTest() override
-    {
-        if (program_ && !ended_) {
-            engine_->scheduler().giveUp();
-            program_->end();
-            settle();
-        }
-        for (QWidget *const widget : QApplication::topLevelWidgets()) {
-            if (qobject_cast<QMessageBox *>(widget) != nullptr) {
-                delete widget;
-            }
-        }
-    }
-
-    void writeSettings(const QByteArray &control)
-    {
-        tree_.write(u"Velmora.ini", "[Control]\r\n" + control +
-                                        "[Liste0]\r\nLstAct=1\r\nlst0=http://cam/a.png\r\n");
-    }
-
-    void start()
-    {
-        engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
-        program_ = std::make_unique<Program>(*engine_, opener_);
-        program_->start();
-        settle();
-    }
-
-    void end()
-    {
-        program_->end();
-        settle();
-        ended_ = true;
-    }
-
-    // Lets everything run that waits for the event loop or for a moment of the clock.
-    void settle() { clock_.advance(100ms); }
-
-    bool isVisible(const QString &window)
-    {
-        return topLevel(window) != nullptr && topLevel(window)->isVisible();
-    }
-
-    QStringList logLines()
-    {
-        QStringList lines;
-        const QList<QByteArray> raw = tree_.read(u"Velmora.log").split('\n');
-        for (const QByteArray &line : raw) {
-            lines.append(QString::fromUtf8(line.mid(9)).trimmed());
-        }
-        return lines;
-    }
-
-    QString text(const QString &window, const QString &label)
-    {
-        return topLevel(window)->findChild<QLabel *>(label)->text();
-    }
-
-    TempTree tree_;
-    FakeClock clock_;
-    ScriptedSource source_{clock_};
-    NoOpener opener_;
-    std::unique_ptr<CaptureEngine> engine_;
-    std::unique_ptr<Program> program_;
-    bool ended_ = false;
 };
 
 TEST_F(ProgramTest, ShowsTheImagesWhenTheStorageIsThere)

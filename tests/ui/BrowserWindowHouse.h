@@ -3,7 +3,7 @@
 #pragma once
 
 #include "RecordingOpener.h"
-#include "StoredPictures.h"
+#include "support/StoredPictures.h"
 #include "browser/ImageBrowser.h"
 #include "pictures/PictureLoader.h"
 #include "support/CaptureHouse.h"

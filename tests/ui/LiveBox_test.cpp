@@ -1,5 +1,5 @@
 // The two pictures of the main window: the stored image and the live one of the row in hand.
-#include "StoredPictures.h"
+#include "support/StoredPictures.h"
 #include "WindowHouse.h"
 #include "ui/PictureView.h"
 #include "ui/Zoom.h"

@@ -1,7 +1,7 @@
 // The window of one enlarged picture.
 #include "ui/Zoom.h"
 
-#include "StoredPictures.h"
+#include "support/StoredPictures.h"
 #include "support/TempTree.h"
 
 #include <QTest>

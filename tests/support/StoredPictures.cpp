@@ -1,4 +1,4 @@
-#include "StoredPictures.h"
+#include "support/StoredPictures.h"
 
 #include <QBuffer>
 #include <QImage>

@@ -1,0 +1,155 @@
+// What leads from one window of the running program to another, and what renaming files does to
+// them.
+#include "ProgramHouse.h"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QListView>
+#include <QSlider>
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString kBrowser = QStringLiteral("planche");
+const QString kMain = QStringLiteral("Interface");
+const QString kFilm = QStringLiteral("fCine");
+const QString kFolder = QStringLiteral("drives/c/in/http%3A%2F%2Fcam%2Fa%2Epng/");
+
+class ProgramBrowser : public ProgramHouse
+{
+protected:
+    void putImage(const QString &name) { tree_.write(QString(kFolder + name), "picture"); }
+
+    void putImages(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            putImage(QStringLiteral("20050101_0000%1%2")
+                         .arg(i, 2, 10, QLatin1Char('0'))
+                         .arg(QStringLiteral("0101.png")));
+        }
+    }
+
+    QString position() { return text(kBrowser, QStringLiteral("NbI")); }
+};
+
+TEST_F(ProgramBrowser, SetupClosesTheFilm)
+{
+    putImages(3);
+    start();
+    click(kBrowser, QStringLiteral("bFilm"));
+    ASSERT_TRUE(isVisible(kFilm));
+    click(kBrowser, QStringLiteral("cSetUp"));
+    EXPECT_FALSE(isVisible(kFilm));
+    EXPECT_TRUE(isVisible(kMain));
+}
+
+TEST_F(ProgramBrowser, ADoubleClickOpensTheImageOnTheDesktop)
+{
+    putImages(3);
+    start();
+    QWidget *const cell = control(kBrowser, QStringLiteral("Vue0"));
+    QTest::mouseClick(cell, Qt::LeftButton);
+    QTest::mouseDClick(cell, Qt::LeftButton);
+    settle();
+    EXPECT_EQ(opener_.opened, QStringList{tree_.path(
+                                  QString(kFolder + QStringLiteral("20050101_0000000101.png")))});
+}
+
+TEST_F(ProgramBrowser, ACaptureShowsInTheBrowserThatFollows)
+{
+    writeSettings("StRep=C:\\in\\\r\nAuto=1\r\n");
+    putImages(3);
+    start();
+    EXPECT_EQ(position(), QStringLiteral("4 / 4"));
+}
+
+TEST_F(ProgramBrowser, AClickOnTheFilmSelectsInTheBrowser)
+{
+    writeSettings("StRep=C:\\in\\\r\nVitesse=1000\r\n");
+    putImages(9);
+    start();
+    click(kBrowser, QStringLiteral("bFilm"));
+    auto *const from = topLevel(kFilm)->findChild<QSlider *>(QStringLiteral("sDebut"));
+    from->setValue(6);
+    click(kFilm, QStringLiteral("iCine"));
+    EXPECT_EQ(position(), QStringLiteral("5 / 9"));
+}
+
+TEST_F(ProgramBrowser, TheStoredImageOpensEnlarged)
+{
+    putImages(1);
+    start();
+    click(kBrowser, QStringLiteral("cSetUp"));
+    click(kMain, QStringLiteral("Source0"));
+    click(kMain, QStringLiteral("iTarget"));
+    EXPECT_TRUE(isVisible(QStringLiteral("Zoom")));
+}
+
+TEST_F(ProgramBrowser, RenamingHoldsTheButtonsThatTouchFolders)
+{
+    putImage(QStringLiteral("20050101_000000.png"));
+    engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
+    program_ = std::make_unique<Program>(*engine_, opener_);
+    bool ran = false;
+    QObject::connect(&engine_->conformity(), &Conformity::began, program_.get(), [&] {
+        ran = true;
+        EXPECT_FALSE(control(kMain, QStringLiteral("Import"))->isEnabled());
+        EXPECT_FALSE(control(kMain, QStringLiteral("MakeDir"))->isEnabled());
+        EXPECT_FALSE(engine_->timer().isActive());
+    });
+    program_->start();
+    settle();
+    EXPECT_TRUE(ran);
+    EXPECT_TRUE(control(kMain, QStringLiteral("Import"))->isEnabled());
+    EXPECT_TRUE(control(kMain, QStringLiteral("MakeDir"))->isEnabled());
+    EXPECT_TRUE(engine_->timer().isActive());
+    EXPECT_FALSE(tree_.exists(QString(kFolder + QStringLiteral("20050101_000000.png"))));
+}
+
+TEST_F(ProgramBrowser, RenamingSaysWhatItDoesInBothWindows)
+{
+    putImage(QStringLiteral("20050101_000000.png"));
+    engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
+    program_ = std::make_unique<Program>(*engine_, opener_);
+    QStringList browserTexts;
+    QStringList mainTexts;
+    QObject::connect(&engine_->conformity(), &Conformity::statusChanged, program_.get(), [&] {
+        browserTexts.append(text(kBrowser, QStringLiteral("txtLog")));
+        mainTexts.append(text(kMain, QStringLiteral("lTmp")));
+    });
+    program_->start();
+    settle();
+    ASSERT_EQ(browserTexts.size(), 3);
+    EXPECT_EQ(browserTexts.at(0), QStringLiteral("Mise en conformité des fichiers"));
+    EXPECT_TRUE(browserTexts.at(1).startsWith(QStringLiteral("Mise en conformité:2005")));
+    EXPECT_EQ(browserTexts.at(2), QStringLiteral("Poursuite du chargement"));
+    EXPECT_EQ(mainTexts.first(2), browserTexts.first(2));
+}
+
+TEST_F(ProgramBrowser, ARenamedImageIsListedByItsNewName)
+{
+    putImage(QStringLiteral("20050101_000000.png"));
+    start();
+    settle();
+    const auto *const list = topLevel(kBrowser)->findChild<QListView *>(QStringLiteral("LstDir"));
+    ASSERT_GE(list->model()->rowCount(), 1);
+    EXPECT_EQ(list->model()->index(0, 0).data().toString().size(), 23);
+}
+
+TEST_F(ProgramBrowser, TheEndClosesEveryWindow)
+{
+    putImages(3);
+    start();
+    click(kBrowser, QStringLiteral("bFilm"));
+    end();
+    clock_.advance(60s);
+    for (const QString &window : {kBrowser, kMain, kFilm, QStringLiteral("frmQuitte")}) {
+        EXPECT_FALSE(isVisible(window)) << window.toStdString();
+    }
+    EXPECT_NE(engine_->settings().read(u"Control", u"fCine.Top"), QString());
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Takes the pictures of docs/images: starts the demonstration cameras and the real program on a display of its
-own, opens the main window as a user does, and captures just that window.
+own, opens its windows as a user does, and captures just what is to be seen. The cameras' folders are filled
+beforehand with pictures of a morning, which the cameras serve at once.
 
     scripts/screenshots.py BUILD_FOLDER
 
@@ -28,6 +29,11 @@ SPLASH_WIDTH = 900  # at least that of the splash box, in pixels of a display at
 DEAD = 9  # the camera whose time-out ends the first pass
 # What a user would have chosen for some of the cameras.
 CHOSEN = {"AutoDelai0": "1", "AutoDelai3": "1", "EffM1": "1", "EffM3": "1"}
+IMAGES_A_CAMERA, SECONDS_BETWEEN = 40, 35
+SHOWING = range(8)  # cameras that serve a picture
+SHOWN_CAMERA = 1
+TWIPS = 15  # a pixel
+FILM_LEFT, FILM_SHOT = 726, "1386x744+0+0"  # pixels: beside the browser, and around both
 
 
 def ask_display(display, *words):
@@ -59,55 +65,102 @@ class Studio(unittest.TestCase):
     def runTest(self):
         pass
 
-    def begin(self, build, size="1400x900x24"):
+    def begin(self, build, size="1400x900x24", options=None):
+        self.build = build
         house.VELMORA = build / "velmora"
         self.cameras = Program([build / "velmora-demo-cameras"])
         self.addCleanup(self.cameras.kill)
-        self.display = Display(size)
+        self.display = Display(size, ["-wr"])  # white behind the windows
         self.addCleanup(self.display.close)
         port = until(lambda: self.cameras.out, 20, "the cameras' port")[0].split()[1]
         self.house = House(self)
         urls = [f"http://127.0.0.1:{port}/camera{i}.jpg" for i in range(CAMERAS)]
-        control = {"Control": {"StRep": "C:\\in\\", "TIO": "5"}}
+        control = {"Control": {"StRep": "C:\\in\\", "TIO": "5"} | (options or {})}
         self.house.write_settings(control, camera_lists(urls), {"Groupe0": CHOSEN})
+        self.store(urls)
+
+    def store(self, urls):
+        """What the program would have stored in the last half hour."""
+        for row in SHOWING:
+            folder = self.house.folder(urls[row])
+            folder.mkdir()
+            maker = self.build / "make_demo_pictures"
+            environment = self.house.environment()
+            words = [maker, folder, str(row), str(IMAGES_A_CAMERA), str(SECONDS_BETWEEN)]
+            subprocess.run(words, env=environment, check=True, timeout=120)
 
     def start(self, env):
         self.program = self.house.start(env=self.display.environment() | env)
 
-    def open_main_window(self):
-        """By the browser window's button, once the first pass is over."""
+    def browser(self, *keys):
+        """The browser window once the first pass is over, after some keys."""
         until(lambda: self.house.camera_value(DEAD, "SB"), 60, "the end of the first pass")
         [browser] = until(lambda: windows(self.display, "Kesh Camera"), 20, "the browser window")
+        until(lambda: not windows(self.display, "Velmora"), 20, "the end of the splash box")
         ask_display(self.display, "xdotool", "windowfocus", "--sync", browser)
-        ask_display(self.display, "xdotool", "key", "alt+s")
+        for key in keys:
+            ask_display(self.display, "xdotool", "key", key)
+        return browser
 
-    def capture(self, name):
-        shown = until(lambda: main_window(self.display), 20, "the main window")
-        ask_display(self.display, "xdotool", "windowraise", shown)
-        ask_display(self.display, "xdotool", "mousemove", "0", "0")
-        target = IMAGES / name
-        # A window is painted some time after it is shown: the same twice in a row is the whole of it.
+    def main_window(self):
+        return until(lambda: main_window(self.display), 20, "the main window")
+
+    def open_main_window(self):
+        self.browser("alt+s")
+        return self.main_window()
+
+    def sheet(self):
+        return self.browser(*["Up"] * 6)
+
+    def group(self):
+        return self.browser("alt+g")
+
+    def zoom(self):
+        """The picture of the second cell."""
+        browser = self.sheet()
+        ask_display(self.display, "xdotool", "mousemove", "--window", browser, "360", "90", "click", "3")
+        return browser
+
+    def film(self):
+        """Both windows, beside each other; the film stands still."""
+        self.browser(*["Up"] * 6, "alt+f")
+        [film] = until(lambda: windows(self.display, "Film"), 20, "the film")
+        until(lambda: self.picture_of(film) != self.picture_of(film), 20, "a film that plays")
+        ask_display(self.display, "xdotool", "windowfocus", "--sync", film, "key", "space")
+        return "root"
+
+    def picture_of(self, shown):
+        there = {"DISPLAY": self.display.name, "PATH": "/usr/bin:/bin:/usr/local/bin"}
+        words = ["import", "-window", shown, "-depth", "8", "rgb:-"]
+        return subprocess.run(words, env=there, capture_output=True, check=True).stdout
+
+    def capture(self, name, shown, crop=None):
+        if shown != "root":
+            ask_display(self.display, "xdotool", "windowraise", shown)
+        ask_display(self.display, "xdotool", "mousemove", "1390", "890")
+        # A window is painted some time after it is shown: the same three times in a row is the whole of it.
         shots = [b"", b" "]
 
         def settled():
-            ask_display(self.display, "import", "-window", shown, "-strip", str(target))
-            shots.append(target.read_bytes())
+            shots.append(self.picture_of(shown))
             return shots[-1] == shots[-2] == shots[-3]
 
         until(settled, 20, "a settled picture")
-        print(f"{target.relative_to(ROOT)}: {len(shots[-1])} bytes")
+        target = IMAGES / name
+        area = ["-crop", crop, "+repage"] if crop else []
+        ask_display(self.display, "import", "-window", shown, *area, "-strip", "-quality", "95", str(target))
+        print(f"{target.relative_to(ROOT)}: {target.stat().st_size} bytes")
 
 
-def take(build, name, env=None, size="1400x900x24", storage=True):
+def take(build, name, shot, env=None, size="1400x900x24", storage=True, options=None, crop=None):
+    """shot: a method of Studio that gives the window to take."""
     studio = Studio()
     try:
-        studio.begin(build, size)
+        studio.begin(build, size, options=options)
         if not storage:
-            studio.house.storage.rmdir()
+            studio.house.storage.rename(studio.house.root / "away")
         studio.start(env or {})
-        if storage:
-            studio.open_main_window()
-        studio.capture(name)
+        studio.capture(name, shot(studio), crop)
     finally:
         studio.doCleanups()
 
@@ -117,10 +170,19 @@ def main():
         sys.exit(__doc__)
     build = Path(sys.argv[1]).resolve() / "bin"
     IMAGES.mkdir(parents=True, exist_ok=True)
-    take(build, "main-window.png")
-    take(build, "main-window-dark.png", env=DARK)
-    take(build, "main-window-2x.png", env={"QT_SCALE_FACTOR": "2"}, size="2600x1800x24")
-    take(build, "storage-missing.png", storage=False)
+    browser = {"lstImg": str(SHOWN_CAMERA), "Auto": "1"}
+    film = browser | {"fCine.Top": "0", "fCine.left": str(FILM_LEFT * TWIPS), "Vitesse": "200"}
+    twice = {"env": {"QT_SCALE_FACTOR": "2"}, "size": "2600x1800x24"}
+    take(build, "main-window.png", Studio.open_main_window)
+    take(build, "main-window-dark.png", Studio.open_main_window, env=DARK)
+    take(build, "main-window-2x.png", Studio.open_main_window, **twice)
+    take(build, "storage-missing.png", Studio.main_window, storage=False)
+    take(build, "browser-camera.png", Studio.sheet, options=browser)
+    take(build, "browser-group.png", Studio.group, options=browser)
+    take(build, "browser-zoom.png", Studio.zoom, options=browser)
+    take(build, "browser-film.png", Studio.film, options=film, crop=FILM_SHOT)
+    take(build, "browser-dark.png", Studio.sheet, options=browser, env=DARK)
+    take(build, "browser-2x.png", Studio.sheet, options=browser, **twice)
 
 
 main()

@@ -30,6 +30,8 @@ void CellFrame::paintEvent(QPaintEvent *)
     painter.setPen(QPen(palette().color(QPalette::Highlight), kLine, Qt::SolidLine, Qt::SquareCap,
                         Qt::MiterJoin));
     painter.drawRect(QRectF(rect()).adjusted(kHalf, kHalf, -kHalf, -kHalf));
+    painter.setPen(QPen(Qt::white, 1)); // stands out from pictures of the frame's own colour
+    painter.drawRect(QRectF(rect()).adjusted(kLine + 0.5, kLine + 0.5, -kLine - 0.5, -kLine - 0.5));
 }
 
 } // namespace velmora

@@ -5,6 +5,7 @@
 #include "base/ProfileFile.h"
 #include "settings/Numbers.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace velmora {
@@ -26,6 +27,14 @@ auto wholeNumber(const Settings &settings, QStringView section, QStringView key,
     }
 }
 
+// What stands behind a line end would be lines of the file, and might be anything.
+QStringView firstLine(QStringView value)
+{
+    const auto *const end = std::find_if(
+        value.begin(), value.end(), [](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
+    return value.first(end - value.begin());
+}
+
 } // namespace
 
 QString ReadINI(QStringView section, QStringView key, const QString &file)
@@ -36,7 +45,8 @@ QString ReadINI(QStringView section, QStringView key, const QString &file)
 void WriteINI(QStringView section, QStringView key, QStringView value, const QString &file)
 {
     // Deliberately unchecked: a setting that cannot be stored must not disturb the user.
-    static_cast<void>(writeProfileValue(file, toAnsi(section), toAnsi(key), toAnsi(value)));
+    static_cast<void>(
+        writeProfileValue(file, toAnsi(section), toAnsi(key), toAnsi(firstLine(value))));
 }
 
 QString SettingsSnapshot::read(QStringView section, QStringView key) const

@@ -11,7 +11,8 @@ namespace velmora {
 /// The stored text, empty when section, key or file is missing, cut to 254 characters.
 [[nodiscard]] QString ReadINI(QStringView section, QStringView key, const QString &file);
 
-/// Stores a text; section and file are made as needed. A write that fails is silent.
+/// Stores a text, of several lines the first; section and file are made as needed. A write that
+/// fails is silent.
 void WriteINI(QStringView section, QStringView key, QStringView value, const QString &file);
 
 /// The settings as they stand at one moment, for a step that reads many values and waits for

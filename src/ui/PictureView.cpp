@@ -75,7 +75,7 @@ void PictureView::paintPicture(QPainter &painter) const
         painter.fillRect(rect(), kSurround);
     }
     const bool exact = (target.size() * devicePixelRatioF()).toSize() == image_.size();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, !exact);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, !exact && scaling_ == Scaling::Smooth);
     painter.drawImage(target, image_);
 }
 

@@ -17,7 +17,15 @@ public:
         Kept       // as large as fits, in the middle
     };
 
+    enum class Scaling {
+        Smooth,
+        Fast // for pictures that stand only for a moment
+    };
+
     explicit PictureView(QWidget *parent = nullptr);
+
+    /// Takes effect with the next picture.
+    void setScaling(Scaling scaling) { scaling_ = scaling; }
 
     void setShape(Shape shape) { shape_ = shape; }
 
@@ -71,6 +79,7 @@ private:
     QString caption_;
     QString emptyText_;
     Shape shape_ = Shape::Kept;
+    Scaling scaling_ = Scaling::Smooth;
     bool pressed_ = false;
 };
 

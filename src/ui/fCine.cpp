@@ -17,6 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kInFront = 1s;
+constexpr int kFastBelowMs = 100; // then painting must not take longer than decoding
 constexpr QSize kStartSize{660, 640};
 constexpr double kFarthest = 32767; // twips, as far as places are stored
 
@@ -153,6 +154,9 @@ void fCine::showPicture()
     }
     shown_ = path;
     shownPixels_ = size;
+    ui_->iCine->setScaling(film_.isRunning() && film_.face().vitesse < kFastBelowMs
+                               ? PictureView::Scaling::Fast
+                               : PictureView::Scaling::Smooth);
     if (path.isEmpty()) {
         ui_->iCine->clear();
     } else {

@@ -92,6 +92,15 @@ TEST_F(SettingsFileTest, StoresTextInTheAnsiCodePage)
     EXPECT_EQ(settings.read(u"s", u"k"), QStringLiteral("caf\u00e9 \u20ac ?"));
 }
 
+TEST_F(SettingsFileTest, StoresTheFirstOfSeveralLines)
+{
+    settings.write(u"s", u"a", u"one\r\n[Control]\r\nStRep=D:\\");
+    settings.write(u"s", u"b", u"two\nthree");
+    settings.write(u"s", u"c", QStringView(u"four\0five", 9));
+    settings.write(u"s", u"d", u"\nsix");
+    EXPECT_EQ(text(), QByteArray("[s]\r\na=one\r\nb=two\r\nc=four\r\nd=\r\n"));
+}
+
 TEST_F(SettingsFileTest, IsSilentAboutAWriteThatFails)
 {
     store("[s]\r\nk=old\r\n");

@@ -1,7 +1,9 @@
 // What a text box tells of the focus, the mouse and the Enter key.
 #include "ui/BoxEdit.h"
 
+#include <QClipboard>
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QSignalSpy>
 #include <QTest>
@@ -44,6 +46,17 @@ TEST_F(BoxEditTest, TellsThatItWasEnteredAndLeft)
     EXPECT_EQ(left.count(), 0);
     QTest::keyClick(&box_, Qt::Key_Tab);
     EXPECT_EQ(left.count(), 1);
+}
+
+TEST_F(BoxEditTest, TakesTheFirstLineOfAPastedText)
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("\r\nhttp://cam/1.jpg\r\nand more"));
+    box_.setFocus();
+    const QSignalSpy changed(&box_, &QLineEdit::textChanged);
+    QTest::keySequence(&box_, QKeySequence::Paste);
+    EXPECT_EQ(box_.text(), QStringLiteral("http://cam/1.jpg"));
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed.first().first().toString(), QStringLiteral("http://cam/1.jpg"));
 }
 
 TEST_F(BoxEditTest, IsNotLeftForItsOwnMenu)

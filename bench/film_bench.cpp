@@ -17,7 +17,7 @@ using namespace velmora::bench;
 
 constexpr QSize kStored(1600, 1200);
 constexpr QSize kShown(1280, 960);
-constexpr int kFrames = 10;
+constexpr int kFrames = 4; // shown in turn
 
 enum Kind : std::size_t { Smooth, Plain, PeerRgb, PeerBgrx, Kinds };
 

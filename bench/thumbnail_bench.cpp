@@ -17,6 +17,7 @@ using namespace velmora::bench;
 
 constexpr QSize kShown(240, 180);
 constexpr int kThumbnails = 10;
+constexpr int kFiles = 4; // shown in turn
 constexpr std::array kSizes = {QSize(640, 480), QSize(1600, 1200), QSize(4000, 3000)};
 
 enum Kind : std::size_t { Ours, PeerRgb, PeerBgrx, Kinds };
@@ -24,11 +25,11 @@ enum Kind : std::size_t { Ours, PeerRgb, PeerBgrx, Kinds };
 // The sum of rows keeps the compiler from leaving the work out.
 QString measure(QSize size, int runs)
 {
-    const JpegFolder folder(size, kThumbnails);
+    const JpegFolder folder(size, kFiles);
     Contest contest(Kinds);
     int rows = readPicture(folder.paths().first(), {}).height(); // loads the decoder
     for (int i = 0; i < runs * kThumbnails; ++i) {
-        const QString &path = folder.paths().at(i % kThumbnails);
+        const QString &path = folder.paths().at(i % kFiles);
         contest.run(Ours, [&] { rows += readPicture(path, {kShown, Fit::Stretch}).height(); });
         contest.run(PeerRgb, [&] { rows += decodeWithLibrary(path, kShown, PeerPixels::Rgb); });
         contest.run(PeerBgrx, [&] { rows += decodeWithLibrary(path, kShown, PeerPixels::Bgrx); });

@@ -107,6 +107,12 @@ void BrowserLists::setRow(int row)
     Q_EMIT changed();
 }
 
+void BrowserLists::setView(View view)
+{
+    state_.view = view;
+    setCount(QString());
+}
+
 QCoro::Task<> BrowserLists::lstGroupe_MouseUp()
 {
     services_.capture.table.settings().write(kControl, kGroupKey, state_.camera.group);

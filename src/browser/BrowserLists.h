@@ -56,6 +56,9 @@ public:
     void setGroup(int group);
     void setRow(int row);
 
+    /// Changes the view, and no more; position and count, which belong to the view, are cleared.
+    void setView(View view);
+
     /// A new group was selected.
     QCoro::Task<> lstGroupe_MouseUp();
 

@@ -80,7 +80,7 @@ QCoro::Task<> BrowserModes::cAuto_Click(bool on)
 
 QCoro::Task<> BrowserModes::cCamera_Click(bool on)
 {
-    lists_.state().view = on ? View::Group : View::Camera;
+    lists_.setView(on ? View::Group : View::Camera);
     set(Mode::Camera, u"Camera", on);
     if (on) {
         lists_.sheet().hideZoom();

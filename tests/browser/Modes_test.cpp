@@ -95,6 +95,18 @@ TEST_F(Modes, ShowTheCameraWhenCameraIsUnticked)
     EXPECT_EQ(house_.framed(), QList<int>({2}));
 }
 
+TEST_F(Modes, ClearPlaceAndCountWithEachChangeOfTheView)
+{
+    house_.addImages({0, 0}, 3);
+    browser_.chooseCamera(0);
+    house_.finish();
+    ASSERT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+    set(Mode::Camera, true);
+    EXPECT_EQ(house_.NbI(), QString());
+    set(Mode::Camera, false);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+}
+
 TEST_F(Modes, StoreTheGroupWithAClickOnCamera)
 {
     state().camera.group = 6;

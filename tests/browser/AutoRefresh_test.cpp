@@ -100,17 +100,31 @@ TEST_F(AutoRefresh, TellsWhetherItWouldShowSomething)
     EXPECT_FALSE(modes_.isFollowing({3, 4}));
 }
 
-TEST_F(AutoRefresh, LooksAgainWhetherTheCameraIsStillShownWhenItsTurnComes)
+TEST_F(AutoRefresh, LooksAgainWhetherItsGroupIsStillShownWhenItsTurnComes)
 {
-    house_.addFullFolder({5, 0});
-    browser_.chooseGroup(5); // row 3 of it is empty
-    browser_.chooseCamera(0);
-    browser_.follow({5, 0});
-    browser_.chooseCamera(1);
-    house_.newLog();
+    house_.addFullFolder({2, 9});
+    browser_.setMode(Mode::Camera, true);
+    ASSERT_TRUE(state().DirCamEnCours);
+    browser_.follow({2, 4});
+    browser_.chooseGroup(5);
     house_.finish();
-    EXPECT_EQ(state().camera, (CameraAddress{5, 1}));
-    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("1"));
+    EXPECT_EQ(state().camera, (CameraAddress{5, 3}));
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+}
+
+TEST_F(AutoRefresh, ShowsAPictureThatTheCaptureHasFetched)
+{
+    QObject::connect(&house_.capture.store, &ImageStore::imageStored, &browser_,
+                     &ImageBrowser::follow);
+    house_.source.answer(cameraUrl({2, 3}), {QByteArray(2000, 'x'),
+                                             QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"),
+                                             QStringLiteral("image/jpeg"),
+                                             {},
+                                             {}});
+    house_.capture.load({2, 3});
+    ASSERT_EQ(house_.capture.stored(), QStringList({QStringLiteral("2:3")}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("4 / 4"));
+    EXPECT_EQ(house_.cells().value(3), QStringLiteral("20060307_1405090714.jpg"));
 }
 
 TEST_F(AutoRefresh, BeginsAPlayingFilmAnewForTheShownCamera)

@@ -1,8 +1,6 @@
 // Clicks on the cells of the contact sheet.
 #include "browser/BrowserTest.h"
 
-#include <QDir>
-
 namespace velmora::test {
 namespace {
 
@@ -150,15 +148,13 @@ TEST_F(CellClick, BringsAFilmOfTheBrowserToTheImage)
     EXPECT_TRUE(film_.running);
 }
 
-TEST_F(CellClick, LogsAnotherEndWhileAFilmOfTheBrowserIsOpen)
+TEST_F(CellClick, BringsTheKeyboardToTheCamerasWhileAFilmOfTheBrowserIsOpen)
 {
     showImages(20, 10);
     playFromTheBrowser();
     const QSignalSpy cameras(&lists_, &BrowserLists::camerasWanted);
     click(1);
     EXPECT_EQ(cameras.size(), 1);
-    EXPECT_EQ(house_.newLog().first(), QStringLiteral("Planche Vue_Click"));
-    EXPECT_EQ(house_.newLog(), QStringList());
 }
 
 TEST_F(CellClick, LogsTheEndOfAClickOverAFilmLast)
@@ -267,75 +263,23 @@ TEST_F(CellClick, IsIgnoredWhileALargeGroupIsReallyBeingFilled)
     EXPECT_EQ(house_.framed(), QList<int>());
 }
 
-TEST_F(CellClick, OpensTheSelectedImageWhenDoubled)
+TEST_F(CellClick, LeavesAFilmAloneThatDoesNotRunFromTheBrowser)
+{
+    showImages(3, 1);
+    film_.play();
+    click(9);
+    EXPECT_EQ(film_.calls, QStringList());
+}
+
+TEST_F(CellClick, HoldsAFilmThatReadsStartOnlyWhileTheStripIsLoaded)
 {
     showImages(20, 10);
-    const QSignalSpy opened(&grid_, &GridActions::openWanted);
-    click(8);
-    browser_.doubleClickCell(8);
-    ASSERT_EQ(opened.size(), 1);
-    EXPECT_EQ(opened[0][0].toString(),
-              house_.capture.tree.path(house_.capture.folder(kCamera) + u'/' + imageName(14)));
-}
-
-TEST_F(CellClick, OpensNothingWhenDoubledOnAnEmptyCell)
-{
-    showImages(3, 2);
-    const QSignalSpy opened(&grid_, &GridActions::openWanted);
-    click(7);
-    browser_.doubleClickCell(7);
-    EXPECT_EQ(opened.size(), 0);
-}
-
-TEST_F(CellClick, EndsTheScanWhenDoubled)
-{
-    showImages(3, 2);
-    browser_.setMode(Mode::Scan, true);
-    browser_.doubleClickCell(0);
-    EXPECT_FALSE(modes_.isOn(Mode::Scan));
-    EXPECT_FALSE(modes_.timer().isActive());
-    EXPECT_EQ(house_.stored(u"Scan"), QStringLiteral("0"));
-}
-
-TEST_F(CellClick, EndsTheScanWhenDoubledOnAnEmptyCellToo)
-{
-    showImages(3, 2);
-    browser_.setMode(Mode::Scan, true);
-    browser_.doubleClickCell(7);
-    EXPECT_FALSE(modes_.isOn(Mode::Scan));
-    EXPECT_FALSE(modes_.isOn(Mode::Camera));
-}
-
-TEST_F(CellClick, StoresNothingWhenDoubledWithoutScan)
-{
-    showImages(3, 2);
-    browser_.doubleClickCell(0);
-    EXPECT_EQ(house_.stored(u"Scan"), QString());
-    EXPECT_EQ(house_.stored(u"Camera"), QString());
-}
-
-TEST_F(CellClick, DoesNothingInGroupViewWhenDoubled)
-{
-    house_.addImages({0, 6}, 4);
-    house_.showGroup(0);
-    browser_.setMode(Mode::Scan, true);
-    const QSignalSpy opened(&grid_, &GridActions::openWanted);
-    click(6);
-    browser_.doubleClickCell(6);
-    EXPECT_EQ(opened.size(), 0);
-    EXPECT_TRUE(modes_.isOn(Mode::Scan));
-    EXPECT_TRUE(modes_.isOn(Mode::Camera));
-}
-
-TEST_F(CellClick, OpensTheCamerasFolderForADoubleClickOnTheList)
-{
-    house_.addImages({3, 5}, 2);
-    house_.show({3, 5});
-    const QSignalSpy opened(&grid_, &GridActions::openWanted);
-    grid_.LstDir_DblClick();
-    ASSERT_EQ(opened.size(), 1);
-    EXPECT_EQ(QDir::cleanPath(opened[0][0].toString()),
-              house_.capture.tree.path(house_.capture.folder({3, 5})));
+    film_.pause();
+    film_.running = true;
+    state().CineActif = BrowserState::kYes;
+    click(1);
+    EXPECT_EQ(film_.calls, QStringList({QStringLiteral("stop"), QStringLiteral("start"),
+                                        QStringLiteral("move to 7")}));
 }
 
 } // namespace

@@ -82,16 +82,28 @@ TEST_F(Choice, EmptiesTheSheetForAnEmptyGroup)
     EXPECT_EQ(house_.framed(), QList<int>());
 }
 
-TEST_F(Choice, EmptiesTheSheetForANewGroupEvenWhileNothingMayBeRead)
+TEST_F(Choice, EmptiesTheSheetWhileTheFolderOfANewGroupIsStillRead)
 {
     house_.addImages(kCamera, 5);
+    house_.addFullFolder({1, 0});
     house_.show(kCamera);
-    house_.data.files.setListIndex(-1);
-    house_.data.files.bind({}, std::make_shared<const ImageNames>());
-    loseStorage();
-    chooseGroup(1);
+    browser_.chooseGroup(1);
+    ASSERT_GT(house_.capture.scope.running(), 0);
     EXPECT_EQ(house_.cells(), QStringList(kCells));
     EXPECT_EQ(house_.framed(), QList<int>());
+    EXPECT_EQ(house_.NbI(), QString());
+    house_.finish();
+}
+
+TEST_F(Choice, KeepsTheSheetWhileTheFolderOfANewCameraIsStillRead)
+{
+    house_.addImages(kCamera, 5);
+    house_.addFullFolder({0, 1});
+    house_.show(kCamera);
+    browser_.chooseCamera(1);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    EXPECT_EQ(house_.cells().value(4), imageName(4));
+    house_.finish();
 }
 
 TEST_F(Choice, EmptiesThePicturesForANewCameraInGroupViewAndFramesItsCell)

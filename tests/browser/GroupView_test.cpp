@@ -234,5 +234,25 @@ TEST_F(GroupView, ShowsNothingOfAGroupWithoutCameras)
     EXPECT_EQ(house_.cells(), QStringList(kCells));
 }
 
+TEST_F(GroupView, SelectsNoRowAndFramesNoCellWhenItIsBuiltAnew)
+{
+    house_.addImages({0, 4}, 3);
+    house_.showGroup(0);
+    browser_.chooseCameraRow(4);
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(house_.framed(), QList<int>());
+}
+
+TEST_F(GroupView, MovesTheFrameToTheRowClickedNext)
+{
+    house_.showGroup(0);
+    browser_.chooseCameraRow(4);
+    browser_.chooseCameraRow(2);
+    house_.finish();
+    EXPECT_EQ(house_.framed(), QList<int>({2}));
+}
+
 } // namespace
 } // namespace velmora::test

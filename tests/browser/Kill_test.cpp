@@ -132,12 +132,10 @@ TEST_F(Kill, AsksForTheNewestImageOfTheSelectedRowInGroupView)
 
 TEST_F(Kill, ShowsTheLastTwentyThreeCharactersOfALongName)
 {
-    house_.addCamera({0, 4}, {QStringLiteral("20060307_1405090714 and more.jpg")});
+    const QString name = QStringLiteral("20060307_1405090714 and more.jpg");
+    house_.addCamera({0, 4}, {name});
     showGroupWithRow(4);
-    EXPECT_EQ(files_.LstDirCam_KeyDown()->text,
-              QStringLiteral("Kill 7_1405090714 and more.jpg").left(5) +
-                  QStringLiteral("20060307_1405090714 and more.jpg").right(23));
-    EXPECT_EQ(files_.LstDirCam_KeyDown()->text.size(), 5 + 23);
+    EXPECT_EQ(files_.LstDirCam_KeyDown()->text, QStringLiteral("Kill 1405090714 and more.jpg"));
 }
 
 TEST_F(Kill, ShowsTheEndOfThePathBeforeAShortName)

@@ -43,6 +43,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Typed{"Dots", "31.12.2006", "14:30", "20061231_1430"},
                     Typed{"YearFirst", "2006-12-31", "14:30", "20061231_1430"},
                     Typed{"BlanksAround", " 31/12/2006 ", "14:30", "20061231_1430"},
+                    Typed{"BlanksAroundYearFirst", " 2006-12-31 ", "14:30", "20061231_1430"},
                     Typed{"YearOfThreeDigits", "1/1/0999", "00:00", "09990101_0000"}),
     [](const testing::TestParamInfo<Typed> &info) { return info.param.name; });
 

@@ -283,5 +283,14 @@ TEST_F(ScanTimer, WalksEveryActiveGroupInADay)
     EXPECT_EQ(visits, QList<int>({2880, 0, 0, 0, 2880, 0, 0, 0, 0, 2880}));
 }
 
+TEST_F(ScanTimer, HidesTheZoomImageWithTheGroupThatItShowed)
+{
+    activateAll();
+    showGroup(3);
+    house_.data.sheet.showZoom({QStringLiteral("C:\\in\\"), imageName(0)});
+    tick();
+    EXPECT_FALSE(house_.data.sheet.isZoomVisible());
+}
+
 } // namespace
 } // namespace velmora::test

@@ -30,7 +30,7 @@ TEST_F(Succession, ReadsAFullFolderInTheEnd)
 {
     beginReading();
     house_.finish();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
     EXPECT_EQ(house_.cells(), imageNames(kFullFolder - 10, 10));
 }
 
@@ -82,12 +82,64 @@ TEST_F(Succession, TellsNobodyOfAnActionThatWasSuperseded)
     EXPECT_EQ(house_.capture.allTexts(), QStringList());
 }
 
-TEST_F(Succession, ReadsTheSameFolderAnewForTheSameCameraChosenTwice)
+TEST_F(Succession, ListsTheFolderOnceForTheSameCameraChosenTwice)
 {
+    const QSignalSpy resets(&house_.data.files, &QAbstractItemModel::modelReset);
     beginReading();
     browser_.chooseCamera(kFull.row);
     house_.finish();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
+    EXPECT_EQ(resets.size(), 1);
+}
+
+TEST_F(Succession, ListsTheFolderOnceForThreeActionsThatWantIt)
+{
+    const QSignalSpy resets(&house_.data.files, &QAbstractItemModel::modelReset);
+    beginReading();
+    browser_.refresh();
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
+    EXPECT_EQ(resets.size(), 1);
+}
+
+TEST_F(Succession, NeverListsTheFolderOfAClickedRowThatIsNotWantedAnyMore)
+{
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    QList<int> counts;
+    QObject::connect(&house_.data.files, &QAbstractItemModel::modelReset, &house_,
+                     [&] { counts.append(house_.data.files.count()); });
+    browser_.chooseCameraRow(kFull.row);
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_FALSE(counts.contains(kFullFolder));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
+}
+
+TEST_F(Succession, StopsFillingAGroupAtTheStartThatIsNotWantedAnyMore)
+{
+    house_.addCamera({0, 9}, {imageName(40000)});
+    house_.store(u"Camera", u"1");
+    QStringList shown;
+    QObject::connect(&house_.data.sheet, &Sheet::imageChanged, &house_,
+                     [&](int cell) { shown.append(house_.cells().at(cell)); });
+    browser_.load();
+    ASSERT_TRUE(state().DirCamEnCours);
+    browser_.chooseGroup(4);
+    house_.finish();
+    EXPECT_FALSE(shown.contains(imageName(40000)));
+    EXPECT_EQ(house_.rows(), QStringList(kRows));
+}
+
+TEST_F(Succession, IsNotDisturbedByAStoredImageThatIsNotToBeShown)
+{
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    beginReading();
+    browser_.follow({5, 5});
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
 TEST_F(Succession, ShowsTheLastOfManyChoices)
@@ -131,7 +183,7 @@ TEST_F(Succession, StoresTwoClicksOnCameraInOrder)
     house_.finish();
     EXPECT_EQ(state().view, View::Camera);
     EXPECT_EQ(house_.stored(u"Camera"), QStringLiteral("0"));
-    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
 TEST_F(Succession, ShowsTheGroupThatIsWantedWhileAFolderIsRead)
@@ -194,7 +246,7 @@ TEST_F(Succession, SelectsInTheOldListWhileTheNewOneIsRead)
     browser_.chooseFile(0);
     EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 3"));
     house_.finish();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
 TEST_F(Succession, GoesOnAfterAnActionThatWasSuperseded)
@@ -204,7 +256,7 @@ TEST_F(Succession, GoesOnAfterAnActionThatWasSuperseded)
     house_.finish();
     browser_.chooseCamera(kFull.row);
     house_.finish();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
 TEST_F(Succession, FollowsTheCaptureWhileItsCameraIsBeingRead)
@@ -214,7 +266,7 @@ TEST_F(Succession, FollowsTheCaptureWhileItsCameraIsBeingRead)
     beginReading();
     browser_.follow(kFull);
     house_.finish();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("34000 / 34000"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
 TEST_F(Succession, ReportsAnErrorOfAnActionAndGoesOn)
@@ -228,45 +280,6 @@ TEST_F(Succession, ReportsAnErrorOfAnActionAndGoesOn)
     browser_.refresh();
     house_.finish();
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
-}
-
-TEST_F(Succession, EndsWithTheProgram)
-{
-    beginReading();
-    browser_.chooseCameraRow(kSmall.row);
-    browser_.close();
-    house_.finish();
-    EXPECT_EQ(house_.capture.scope.running(), 0);
-    EXPECT_EQ(house_.data.files.count(), 0);
-    EXPECT_EQ(lists_.cameraIndex(), -1);
-}
-
-TEST_F(Succession, EndsAGroupThatIsBeingFilledWithTheProgram)
-{
-    browser_.setMode(Mode::Camera, true);
-    browser_.close();
-    house_.finish();
-    EXPECT_EQ(house_.rows().size(), kFull.row);
-    EXPECT_FALSE(state().DirCamEnCours);
-}
-
-TEST_F(Succession, BeginsNothingAfterTheProgramHasEnded)
-{
-    browser_.close();
-    house_.newLog();
-    browser_.refresh();
-    browser_.chooseGroup(3);
-    browser_.chooseCamera(3);
-    browser_.setMode(Mode::Auto, true);
-    browser_.setMode(Mode::Camera, true);
-    browser_.toggleFilm();
-    browser_.load();
-    browser_.begin();
-    Q_EMIT modes_.scanDue();
-    EXPECT_EQ(house_.capture.scope.running(), 0);
-    EXPECT_EQ(house_.newLog(), QStringList());
-    EXPECT_EQ(house_.stored(u"lstP"), QString());
-    EXPECT_EQ(film_.calls, QStringList());
 }
 
 } // namespace

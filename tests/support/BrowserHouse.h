@@ -93,6 +93,6 @@ private:
 [[nodiscard]] QStringList imageNames(int first, int count);
 
 /// Number of images in a full folder.
-inline constexpr int kFullFolder = 34000;
+inline constexpr int kFullFolder = 36000;
 
 } // namespace velmora::test

@@ -260,9 +260,11 @@ TEST_F(SlideshowLife, DoesNothingWhileItIsClosed)
 {
     house_.addImages(kCamera, 3);
     house_.show(kCamera);
+    const QSignalSpy changes(&film_, &Slideshow::changed);
     film_.startTimer();
     film_.PauseCine_MouseDown();
     film_.moveTo(2);
+    EXPECT_EQ(changes.size(), 0);
     EXPECT_FALSE(isRunning());
     EXPECT_EQ(film_.current(), 0);
     EXPECT_EQ(face().PauseCine, QStringLiteral("Pause"));

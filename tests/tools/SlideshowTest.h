@@ -41,7 +41,7 @@ protected:
         }
     }
 
-    /// Opened on so many images, played to the end, and begun again: the position stands at 1.
+    /// The same, with a part of the images to play.
     void openAt(int count, int start, int end)
     {
         open(count);

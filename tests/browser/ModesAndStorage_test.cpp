@@ -1,0 +1,86 @@
+// The walk and the slideshow stand while the storage folder cannot be used.
+#include "browser/BrowserTest.h"
+
+#include <QDeadlineTimer>
+
+namespace velmora::test {
+namespace {
+
+using ModesAndStorage = BrowserTest;
+
+TEST_F(ModesAndStorage, StopTheWalkWhileTheStorageFolderIsGone)
+{
+    browser_.setMode(Mode::Scan, true);
+    loseStorage();
+    EXPECT_FALSE(modes_.timer().isActive());
+    house_.plugStorage();
+    house_.capture.storage.testSA();
+    EXPECT_TRUE(modes_.timer().isActive());
+}
+
+TEST_F(ModesAndStorage, LeaveTheWalkOffWhenTheStorageFolderComesBackWithoutScan)
+{
+    loseStorage();
+    house_.plugStorage();
+    house_.capture.storage.testSA();
+    EXPECT_FALSE(modes_.timer().isActive());
+}
+
+TEST_F(ModesAndStorage, StopTheWalkWhileTheStorageBoxIsTypedInto)
+{
+    browser_.setMode(Mode::Scan, true);
+    focusStorageBox();
+    EXPECT_FALSE(modes_.timer().isActive());
+    house_.capture.storage.endEdit();
+    EXPECT_TRUE(modes_.timer().isActive());
+}
+
+TEST_F(ModesAndStorage, LetTheWalksPeriodRunOnWhenTheStorageFolderIsChecked)
+{
+    modes_.timer().setTimerType(Qt::PreciseTimer);
+    browser_.setMode(Mode::Scan, true);
+    const QDeadlineTimer limit(2000);
+    while (modes_.timer().remainingTime() > 9990 && !limit.hasExpired()) {
+        QCoreApplication::processEvents();
+    }
+    house_.capture.storage.testSA();
+    EXPECT_LE(modes_.timer().remainingTime(), 9990);
+}
+
+TEST_F(ModesAndStorage, StopTheFilmWhileTheStorageFolderIsGone)
+{
+    film_.play();
+    loseStorage();
+    EXPECT_FALSE(film_.running);
+    house_.plugStorage();
+    house_.capture.storage.testSA();
+    EXPECT_TRUE(film_.running);
+}
+
+TEST_F(ModesAndStorage, LeaveAPausedFilmWhenTheStorageFolderComesBack)
+{
+    film_.pause();
+    loseStorage();
+    house_.plugStorage();
+    house_.capture.storage.testSA();
+    EXPECT_FALSE(film_.running);
+}
+
+TEST_F(ModesAndStorage, LeaveARunningFilmAloneWhenTheStorageFolderIsChecked)
+{
+    film_.play();
+    house_.capture.storage.testSA();
+    EXPECT_EQ(film_.calls, QStringList());
+}
+
+TEST_F(ModesAndStorage, StopTheFilmWhileTheStorageBoxIsTypedInto)
+{
+    film_.play();
+    focusStorageBox();
+    EXPECT_FALSE(film_.running);
+    house_.capture.storage.endEdit();
+    EXPECT_TRUE(film_.running);
+}
+
+} // namespace
+} // namespace velmora::test

@@ -3,7 +3,7 @@
 own, opens its windows as a user does, and captures just what is to be seen. The cameras' folders are filled
 beforehand with pictures of a morning, which the cameras serve at once.
 
-    scripts/screenshots.py BUILD_FOLDER
+    scripts/screenshots.py BUILD_FOLDER     (one with the tests, whose make_demo_pictures draws the stored pictures)
 
 Needs Xvfb, xdotool and ImageMagick; for the dark picture also the packages qt6-gtk-platformtheme and
 gnome-themes-extra, through which the program takes the desktop's dark colours."""

@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """Takes the pictures of docs/images: starts the demonstration cameras and the real program on a display of its
 own, opens its windows as a user does, and captures just what is to be seen. The cameras' folders are filled
-beforehand with pictures of a morning, which the cameras serve at once.
+beforehand with their pictures of the last half hour.
 
     scripts/screenshots.py BUILD_FOLDER
+
+The build must have velmora, velmora-demo-cameras and make_demo_pictures, which draws what was stored before.
 
 Needs Xvfb, xdotool and ImageMagick; for the dark picture also the packages qt6-gtk-platformtheme and
 gnome-themes-extra, through which the program takes the desktop's dark colours."""

@@ -7,7 +7,7 @@ namespace velmora {
 namespace {
 
 constexpr int kCaptionRoom = 4;
-const QColor kCaptionBack(0, 0, 0, 150);
+const QColor kCaptionBack(0, 0, 0, 200);
 const QColor kSurround(24, 24, 24);
 
 } // namespace

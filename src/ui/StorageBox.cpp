@@ -80,6 +80,7 @@ void StorageBox::browse()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setOption(QFileDialog::ReadOnly); // it is for choosing, not for deleting
     connect(dialog, &QFileDialog::fileSelected, this,
             [this](const QString &folder) { storage_.choose(QDir::cleanPath(folder)); });
     dialog->open();

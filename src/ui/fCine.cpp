@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kInFront = 1s;
 constexpr int kFastBelowMs = 100; // then painting must not take longer than decoding
-constexpr QSize kStartSize{660, 640};
+constexpr QSize kStartSize{660, 606};
 constexpr double kFarthest = 32767; // twips, as far as places are stored
 
 } // namespace

@@ -209,7 +209,7 @@ void BrowserLists::makeFolder(const QString &folder)
 
 void BrowserLists::setCount(const QString &text)
 {
-    NbI_ = text;
+    count_ = text;
     Q_EMIT changed();
 }
 

@@ -41,7 +41,7 @@ public:
     [[nodiscard]] Sheet &sheet() { return sheet_; }
 
     /// Position and count of the list, as shown.
-    [[nodiscard]] const QString &NbI() const { return NbI_; }
+    [[nodiscard]] const QString &NbI() const { return count_; }
 
     /// The button that plays the images as a film.
     [[nodiscard]] bool isFilmEnabled() const { return filmEnabled_; }
@@ -123,7 +123,7 @@ private:
     QStringListModel &cameraRows_;
     Sheet &sheet_;
     FolderReader reader_;
-    QString NbI_;
+    QString count_;
     QString folderNotMade_;
     std::stop_source reading_;
     int cameraIndex_ = -1;

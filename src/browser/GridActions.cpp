@@ -24,7 +24,9 @@ void GridActions::frameCell(int cell)
 
 QCoro::Task<> GridActions::zoomCell(int cell)
 {
-    const ImageFile image = lists_.sheet().image(cell);
+    const BrowserState &state = lists_.state();
+    const ImageFile image =
+        state.view == View::Group ? state.newestOf(cell) : lists_.sheet().image(cell);
     if (lists_.state().DirCamEnCours || lists_.sheet().isZoomVisible() || image.isNone()) {
         co_return;
     }

@@ -16,7 +16,7 @@ QString dayFirst(QString date)
     date = date.trimmed().replace(u'-', u'/').replace(u'.', u'/');
     QStringList parts = date.split(u'/');
     if (parts.first().size() == kYearDigits) {
-        std::reverse(parts.begin(), parts.end());
+        std::ranges::reverse(parts);
     }
     return parts.join(u'/');
 }

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include <optional>
 
@@ -36,6 +37,8 @@ ChoiceList::ChoiceList(QWidget *parent)
         item->setTextAlignment(Qt::AlignCenter);
     }
     setUniformItemSizes(true);
+    verticalScrollBar()->setContextMenuPolicy(
+        Qt::NoContextMenu); // its menu would hold up the window
 }
 
 void ChoiceList::showRow(int row)
@@ -63,6 +66,8 @@ FileView::FileView(QWidget *parent)
     : QListView(parent)
 {
     setUniformItemSizes(true);
+    verticalScrollBar()->setContextMenuPolicy(
+        Qt::NoContextMenu); // its menu would hold up the window
     setLayoutMode(Batched);
     setBatchSize(kLaidOutAtOnce);
     setEditTriggers(NoEditTriggers);

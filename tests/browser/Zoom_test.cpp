@@ -131,6 +131,19 @@ TEST_F(ZoomImage, CopiesTheNewestImageInGroupView)
               house_.capture.tree.path(house_.capture.folder({0, 6}) + u'/' + imageName(4)));
 }
 
+TEST_F(ZoomImage, ShowsTheNewestImageInGroupViewWhenTheCellsAreEmpty)
+{
+    house_.addImages({0, 2}, 2);
+    browser_.setMode(Mode::Camera, true);
+    house_.finish();
+    browser_.chooseCamera(2); // empties the cells
+    house_.finish();
+    ASSERT_TRUE(house_.data.sheet.image(2).isNone());
+    zoom(2);
+    EXPECT_EQ(zoomed(), imageName(1));
+    EXPECT_EQ(copies_.count(), 1);
+}
+
 TEST_F(ZoomImage, ShowsTheSelectedImageByItsKeyAndGoesByIt)
 {
     showImages(20, 10);

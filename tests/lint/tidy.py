@@ -14,7 +14,7 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-MOST = 7  # sources of a unit
+MOST = 10  # sources of a unit
 
 
 def fingerprint(root):
@@ -26,10 +26,12 @@ def fingerprint(root):
 
 
 def local_names(source):
-    """What a source declares for itself alone, with words that only look like it."""
+    """What a source declares for itself alone: formatted as all are, a declaration begins its line."""
     text = Path(source).read_text(encoding="utf-8")
-    blocks = re.findall(r"^namespace \{$(.*?)^\} // namespace$", text, re.M | re.S)
-    return set(re.findall(r"\b[A-Za-z_]\w{2,}(?=\s*[({=;:\[])", "\n".join(blocks)))
+    blocks = "\n".join(re.findall(r"^namespace \{$(.*?)^\} // namespace$", text, re.M | re.S))
+    lines = [line for line in blocks.splitlines() if line[:1].isalpha() and not line.startswith("using ")]
+    found = [re.search(r"(\w+)\s*(?:$|[({=;:\[])", re.sub(r"<[^<>]*>", "", line)) for line in lines]
+    return {match.group(1) for match in found if match}
 
 
 def units(sources):

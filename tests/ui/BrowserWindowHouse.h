@@ -3,11 +3,11 @@
 #pragma once
 
 #include "RecordingOpener.h"
-#include "support/StoredPictures.h"
 #include "browser/ImageBrowser.h"
 #include "pictures/PictureLoader.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
+#include "support/StoredPictures.h"
 #include "tools/Slideshow.h"
 #include "ui/CellFrame.h"
 #include "ui/PictureView.h"

@@ -1,6 +1,6 @@
 // The two pictures of the main window: the stored image and the live one of the row in hand.
-#include "support/StoredPictures.h"
 #include "WindowHouse.h"
+#include "support/StoredPictures.h"
 #include "ui/PictureView.h"
 #include "ui/Zoom.h"
 

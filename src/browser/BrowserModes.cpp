@@ -37,6 +37,7 @@ bool BrowserModes::stored(QStringView key) const
 
 QCoro::Task<> BrowserModes::load()
 {
+    unloaded_ = false;
     showNow();
     if (stored(u"Auto")) {
         co_await cAuto_Click(true);
@@ -52,6 +53,7 @@ QCoro::Task<> BrowserModes::load()
 
 void BrowserModes::unload()
 {
+    unloaded_ = true;
     timer_.stop();
 }
 
@@ -154,6 +156,9 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
         co_await lists_.DirCam();
     } else {
         const CameraAddress next = nextCamera(camera, activeGroups());
+        if (next.group != camera.group) {
+            lists_.sheet().hideZoom();
+        }
         lists_.setGroup(next.group);
         lists_.setRow(next.row);
         co_await lists_.lstCam_MouseUp();
@@ -187,7 +192,7 @@ void BrowserModes::closeFilm()
 // its own switch is on.
 void BrowserModes::runScan(const StorageState &state)
 {
-    const bool walks = isOn(Mode::Scan) && state.captureEnabled;
+    const bool walks = isOn(Mode::Scan) && state.captureEnabled && !unloaded_;
     if (!walks) {
         timer_.stop();
     } else if (!timer_.isActive()) {

@@ -80,6 +80,7 @@ private:
     Projector &film_;
     QTimer timer_;
     std::array<bool, kModes> on_{};
+    bool unloaded_ = false; // the window is closed
 };
 
 } // namespace velmora

@@ -150,7 +150,9 @@ void ImageBrowser::doubleClickCell(int cell)
 
 void ImageBrowser::zoomCell(int cell)
 {
-    launch(Kind::Follow, [this, cell] { return grid_.zoomCell(cell); });
+    if (!lists_.state().DirCamEnCours) {
+        launch(Kind::Follow, [this, cell] { return grid_.zoomCell(cell); });
+    }
 }
 
 void ImageBrowser::setMode(Mode mode, bool on)

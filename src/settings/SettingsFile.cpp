@@ -30,8 +30,8 @@ auto wholeNumber(const Settings &settings, QStringView section, QStringView key,
 // What stands behind a line end would be lines of the file, and might be anything.
 QStringView firstLine(QStringView value)
 {
-    const auto *const end = std::find_if(
-        value.begin(), value.end(), [](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
+    const auto *const end =
+        std::ranges::find_if(value, [](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
     return value.first(end - value.begin());
 }
 

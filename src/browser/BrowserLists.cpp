@@ -19,9 +19,9 @@ constexpr QStringView kCameraKey = u"lstImg";
 class FilmPause
 {
 public:
-    explicit FilmPause(Projector &film, bool wanted)
+    FilmPause(Projector &film, bool wanted)
         : film_(film)
-        , paused_(wanted && film.isRunning())
+        , paused_(wanted)
     {
         if (paused_) {
             film_.stopTimer();
@@ -134,6 +134,9 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
     if (state_.view == View::Camera) {
         co_await DirImage();
     } else {
+        if (cameraRows_.rowCount() < kRows) {
+            co_await DirImage(); // there would be no row to select
+        }
         co_await LitDir();
         co_await Vue_Click(state_.camera.row);
     }
@@ -148,10 +151,12 @@ QCoro::Task<> BrowserLists::DirImage()
     if (state_.view == View::Group) {
         co_await DirCam();
     } else {
+        owed_ = true;
         setCount(QString());
         state_.LectureOK = BrowserState::kYes;
         co_await LitDir();
         LstDir_Click();
+        owed_ = false;
     }
     trace(QStringLiteral("Planche DirImage Fin"));
 }
@@ -196,7 +201,7 @@ void BrowserLists::makeFolder(const QString &folder)
 {
     StorageFolder &storage = services_.capture.storage;
     const QString path = storage.native(folder);
-    if (path.isEmpty() || path == folderNotMade_ || folderExists(path)) {
+    if (path.isEmpty() || folderExists(path) || foldersNotMade_.contains(path)) {
         return;
     }
     if (!storage.isPresent()) {
@@ -204,7 +209,18 @@ void BrowserLists::makeFolder(const QString &folder)
         return;
     }
     storage.MakeDir_Click();
-    folderNotMade_ = folderExists(path) ? QString() : path;
+    rememberNotMade();
+}
+
+void BrowserLists::rememberNotMade()
+{
+    for (int index = 0; index < kGroups * kRows; ++index) {
+        const QString path =
+            services_.capture.storage.native(folderOf({index / kRows, index % kRows}));
+        if (!folderExists(path)) {
+            foldersNotMade_.insert(path);
+        }
+    }
 }
 
 void BrowserLists::setCount(const QString &text)
@@ -216,6 +232,7 @@ void BrowserLists::setCount(const QString &text)
 QCoro::Task<> BrowserLists::DirCam()
 {
     const QScopedValueRollback filling(state_.DirCamEnCours, true);
+    owed_ = true;
     const QString storageFolder = services_.capture.storage.text();
     cameraRows_.setStringList({});
     cameraIndex_ = -1;
@@ -228,7 +245,7 @@ QCoro::Task<> BrowserLists::DirCam()
         if (folder != storageFolder) {
             const std::optional<NewestImage> found = co_await reader_.newest(
                 services_.capture.storage.native(folder), reading_.get_token());
-            if (!found || group != state_.camera.group) {
+            if (!found) {
                 throw Superseded();
             }
             newest = {folder, QFile::decodeName(found->name)};
@@ -238,13 +255,14 @@ QCoro::Task<> BrowserLists::DirCam()
                             newest.isNone() ? QString() : newest.name + QStringLiteral("  "));
         sheet_.setImage(row, newest);
     }
+    owed_ = false;
     Q_EMIT changed();
 }
 
 void BrowserLists::LstDir_Click()
 {
     trace(QStringLiteral("Planche LstDir_Click"));
-    const FilmPause pause(film_, true);
+    const FilmPause pause(film_, film_.isRunning());
     if (files_.ListIndex() < 0) {
         files_.setListIndex(files_.count() - 1);
     }
@@ -301,7 +319,8 @@ QCoro::Task<> BrowserLists::relist()
         co_await DirImage();
         co_return;
     }
-    const int index = files_.ListIndex();
+    const bool isSameFolder = files_.folder() == folderOf(state_.camera);
+    const int index = isSameFolder ? files_.ListIndex() : -1;
     co_await LitDir();
     files_.setListIndex(std::min(index, files_.count() - 1));
     LstDir_Click();
@@ -342,7 +361,7 @@ QCoro::Task<> BrowserLists::Vue_Click(int cell)
             co_await LstDirCam_Click(cell);
         }
     }
-    if (!filming) {
+    if (!filming || state_.CineActif == BrowserState::kNo) { // it may have been closed meanwhile
         trace(QStringLiteral("Planche Vue_Click Fin mem faux"));
         co_return;
     }
@@ -358,8 +377,12 @@ QCoro::Task<> BrowserLists::Vue_Click(int cell)
 
 QCoro::Task<> BrowserLists::ResetCine()
 {
+    const bool wasOpen = film_.isOpen();
     if (state_.view == View::Group) {
         co_await LitDir();
+    }
+    if (wasOpen && !film_.isOpen()) {
+        co_return; // closed by the user meanwhile
     }
     film_.begin();
     state_.CineActif = BrowserState::kYes;

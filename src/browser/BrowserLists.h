@@ -9,12 +9,14 @@
 #include "browser/Projector.h"
 
 #include <QCoro/QCoroTask>
+#include <QSet>
 
 #include <exception>
 
 namespace velmora {
 
-/// Unwinds an action whose place a newer one has taken, while it was reading a folder.
+/// Unwinds an action that was reading a folder when a newer one took its place, or when the storage
+/// folder became another.
 class Superseded : public std::exception
 {
 };
@@ -92,6 +94,13 @@ public:
     /// Lists the folder anew after files were renamed; the position stays.
     QCoro::Task<> relist();
 
+    /// True from the begin of building the display until it stands: a building that was superseded
+    /// is still to be done.
+    [[nodiscard]] bool isOwed() const { return owed_; }
+
+    /// Something has changed that only a new building shows.
+    void owe() { owed_ = true; }
+
     /// A newer action is to take over: what is reading a folder ends with Superseded.
     void supersede();
 
@@ -110,6 +119,7 @@ private:
     [[nodiscard]] bool mayRead();
     [[nodiscard]] int listPosition(QStringView key) const;
     void makeFolder(const QString &folder);
+    void rememberNotMade();
     void setCount(const QString &text);
     void showSlice(int start);
     void startConformity(const ImageFile &image);
@@ -124,10 +134,11 @@ private:
     Sheet &sheet_;
     FolderReader reader_;
     QString count_;
-    QString folderNotMade_;
+    QSet<QString> foldersNotMade_; // native paths, told already
     std::stop_source reading_;
     int cameraIndex_ = -1;
     bool filmEnabled_ = false;
+    bool owed_ = false;
 };
 
 } // namespace velmora

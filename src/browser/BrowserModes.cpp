@@ -10,6 +10,19 @@ using namespace std::chrono_literals;
 const QString kControl = QStringLiteral("Control");
 constexpr auto kScanStep = 10s;
 
+QStringView keyOf(Mode mode)
+{
+    switch (mode) {
+    case Mode::Auto:
+        return u"Auto";
+    case Mode::Camera:
+        return u"Camera";
+    case Mode::Scan:
+        break;
+    }
+    return u"Scan";
+}
+
 } // namespace
 
 BrowserModes::BrowserModes(const BrowserServices &services, BrowserLists &lists, Projector &film)
@@ -30,25 +43,27 @@ const SettingsFile &BrowserModes::settings() const
     return services_.capture.table.settings();
 }
 
-bool BrowserModes::stored(QStringView key) const
+void BrowserModes::takeStored(Mode mode)
 {
-    return settings().number(kControl, key) != 0;
+    if (settings().number(kControl, keyOf(mode)) != 0) {
+        set(mode, true);
+    }
 }
 
 QCoro::Task<> BrowserModes::load()
 {
     unloaded_ = false;
     showNow();
-    if (stored(u"Auto")) {
-        co_await cAuto_Click(true);
+    for (const Mode mode : {Mode::Auto, Mode::Camera, Mode::Scan}) {
+        takeStored(mode);
     }
-    if (stored(u"Camera")) {
-        co_await cCamera_Click(true);
-    }
-    if (stored(u"Scan")) {
-        cScan_Click(true);
-    }
+    cScan_Click();
     lists_.sheet().hideZoom();
+    if (isOn(Mode::Camera)) {
+        co_await cCamera_Click();
+    } else if (isOn(Mode::Auto)) {
+        co_await cAuto_Click();
+    }
 }
 
 void BrowserModes::unload()
@@ -57,10 +72,10 @@ void BrowserModes::unload()
     timer_.stop();
 }
 
-void BrowserModes::set(Mode mode, QStringView key, bool on)
+void BrowserModes::set(Mode mode, bool on)
 {
-    flag(mode) = on;
-    settings().write(kControl, key, on ? 1 : 0);
+    on_.at(static_cast<std::size_t>(mode)) = on;
+    settings().write(kControl, keyOf(mode), on ? 1 : 0);
     Q_EMIT changed();
 }
 
@@ -70,9 +85,8 @@ void BrowserModes::showNow()
     Q_EMIT searchTextsChanged(now.section(u' ', 0, 0), now.section(u' ', 1));
 }
 
-QCoro::Task<> BrowserModes::cAuto_Click(bool on)
+QCoro::Task<> BrowserModes::cAuto_Click()
 {
-    set(Mode::Auto, u"Auto", on);
     if (lists_.state().view == View::Camera) {
         co_await lists_.lstCam_MouseUp();
     } else {
@@ -80,21 +94,24 @@ QCoro::Task<> BrowserModes::cAuto_Click(bool on)
     }
 }
 
-QCoro::Task<> BrowserModes::cCamera_Click(bool on)
+QCoro::Task<> BrowserModes::cCamera_Click()
 {
-    lists_.setView(on ? View::Group : View::Camera);
-    set(Mode::Camera, u"Camera", on);
-    if (on) {
+    lists_.setView(isOn(Mode::Camera) ? View::Group : View::Camera);
+    if (isOn(Mode::Camera)) {
         lists_.sheet().hideZoom();
         showNow();
     }
     co_await lists_.lstGroupe_MouseUp();
 }
 
-void BrowserModes::cScan_Click(bool on)
+// A missing storage folder does not matter here: the walk waits for it.
+void BrowserModes::cScan_Click()
 {
-    set(Mode::Scan, u"Scan", on);
-    runScan(services_.capture.storage.state());
+    if (isOn(Mode::Scan)) {
+        timer_.start();
+    } else {
+        timer_.stop();
+    }
 }
 
 bool BrowserModes::isFollowing(CameraAddress camera) const

@@ -33,9 +33,12 @@ public:
     /// The window closed: the walk ends.
     void unload();
 
-    QCoro::Task<> cAuto_Click(bool on);
-    QCoro::Task<> cCamera_Click(bool on);
-    void cScan_Click(bool on);
+    /// A mode was switched: stores it at once. What follows from it is its click's.
+    void set(Mode mode, bool on);
+
+    QCoro::Task<> cAuto_Click();
+    QCoro::Task<> cCamera_Click();
+    void cScan_Click();
 
     /// A new image of this camera was stored: shows it, if new images are followed and its camera
     /// or group is the one shown.
@@ -60,13 +63,10 @@ Q_SIGNALS:
     void scanDue();
 
 private:
-    bool &flag(Mode mode) { return on_.at(static_cast<std::size_t>(mode)); }
-
     [[nodiscard]] const SettingsFile &settings() const;
-    [[nodiscard]] bool stored(QStringView key) const;
+    void takeStored(Mode mode);
     [[nodiscard]] bool mayWalk();
     [[nodiscard]] ActiveGroups activeGroups() const;
-    void set(Mode mode, QStringView key, bool on);
     void showNow();
     void closeFilm();
     void runScan(const StorageState &state);

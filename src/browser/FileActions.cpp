@@ -50,6 +50,7 @@ QCoro::Task<> FileActions::kill(ImageFile target)
 {
     const int row = lists_.state().camera.row;
     static_cast<void>(QFile::remove(native(target)));
+    lists_.owe();
     co_await lists_.lstCam_MouseUp();
     if (lists_.state().view == View::Group) {
         co_await lists_.DirImage();

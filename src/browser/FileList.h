@@ -22,6 +22,9 @@ public:
     /// Lists these images of a folder (text form, ending with "\") from now on; none is selected.
     void bind(const QString &folder, std::shared_ptr<const ImageNames> names);
 
+    /// The folder listed, text form; empty before the first.
+    [[nodiscard]] const QString &folder() const { return folder_; }
+
     [[nodiscard]] int count() const;
 
     [[nodiscard]] int ListIndex() const { return index_; }

@@ -1,6 +1,7 @@
 #include "browser/ImageBrowser.h"
 
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <utility>
 
@@ -19,8 +20,8 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
     , files_(services.capture.storage, lists_)
 {
     connect(&modes_, &BrowserModes::scanDue, this, [this] {
-        if (lists_.state().CineActif == BrowserState::kNo) { // else it would only disturb
-            launch(Kind::Rebuild, [this] { return modes_.TimerScan_Timer(); });
+        if (!walking_) { // a step that takes longer than the timer is not overtaken by the next
+            launch(Kind::Walk, [this] { return walk(); });
         }
     });
     connect(&services_.conformity, &Conformity::ended, this,
@@ -34,7 +35,8 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
 void ImageBrowser::followStorage()
 {
     const QString usable = usableStorage();
-    if (usable != shownStorage_ && !services_.capture.storage.timersStopped() &&
+    const bool isOther = usable != shownStorage_ || lists_.isOwed();
+    if (isOther && !services_.capture.storage.timersStopped() &&
         lists_.state().LectureOK != BrowserState::kNo) {
         shownStorage_ = usable;
         refresh();
@@ -68,25 +70,40 @@ QCoro::Task<> ImageBrowser::inTurn(Kind kind, int rebuild, Story story)
         rebuilding_ = false;
         turnstile_.leave();
     });
-    if (closed_) {
+    const bool isLate = kind == Kind::Walk && rebuild != rebuilds_;
+    if (closed_ || isLate) {
         co_return;
     }
-    rebuilding_ = kind == Kind::Rebuild;
-    lists_.allowReading();
-    if (rebuilding_ && rebuild != rebuilds_) {
-        lists_.supersede(); // what it stores and deletes still counts, up to its first reading
-    }
     try {
-        co_await story();
+        co_await run(kind, rebuild, std::move(story));
     } catch (const Superseded &) {
         // The newer action shows what is to be seen.
     }
 }
 
+QCoro::Task<> ImageBrowser::run(Kind kind, int rebuild, Story story)
+{
+    rebuilding_ = kind != Kind::Follow;
+    lists_.allowReading();
+    if (rebuilding_ && rebuild != rebuilds_) {
+        lists_.supersede(); // what it stores and deletes still counts, up to its first reading
+    }
+    co_await story();
+    if (lists_.isOwed() && rebuild == rebuilds_ && !closed_) {
+        co_await lists_.DirImage();
+    }
+}
+
+QCoro::Task<> ImageBrowser::walk()
+{
+    const QScopedValueRollback walking(walking_, true);
+    co_await modes_.TimerScan_Timer();
+}
+
 void ImageBrowser::load()
 {
     launch(Kind::Follow, [this] { return lists_.load(); });
-    launch(Kind::Follow, [this] { return modes_.load(); });
+    launch(Kind::Rebuild, [this] { return modes_.load(); });
 }
 
 void ImageBrowser::begin()
@@ -107,21 +124,47 @@ void ImageBrowser::close()
     lists_.supersede();
 }
 
+CameraAddress ImageBrowser::choice() const
+{
+    const CameraAddress shown = lists_.state().camera;
+    return {nextGroup_.value_or(shown.group), nextRow_.value_or(shown.row)};
+}
+
 void ImageBrowser::chooseGroup(int group)
 {
+    nextGroup_ = group;
+    launch(Kind::Rebuild, [this, group] { return showGroup(group); });
+}
+
+QCoro::Task<> ImageBrowser::showGroup(int group)
+{
+    if (nextGroup_ == group) {
+        nextGroup_.reset();
+    }
     lists_.setGroup(group);
-    launch(Kind::Rebuild, [this] { return lists_.lstGroupe_MouseUp(); });
+    co_await lists_.lstGroupe_MouseUp();
 }
 
 void ImageBrowser::chooseCamera(int row)
 {
+    nextRow_ = row;
+    launch(Kind::Rebuild, [this, row] { return showCamera(row); });
+}
+
+QCoro::Task<> ImageBrowser::showCamera(int row)
+{
+    if (nextRow_ == row) {
+        nextRow_.reset();
+    }
     lists_.setRow(row);
-    launch(Kind::Rebuild, [this] { return lists_.lstCam_MouseUp(); });
+    co_await lists_.lstCam_MouseUp();
 }
 
 void ImageBrowser::chooseFile(int index)
 {
-    lists_.selectFile(index);
+    if (!closed_) {
+        lists_.selectFile(index);
+    }
 }
 
 void ImageBrowser::chooseCameraRow(int row)
@@ -131,6 +174,9 @@ void ImageBrowser::chooseCameraRow(int row)
 
 void ImageBrowser::clickCell(int cell)
 {
+    if (closed_) {
+        return;
+    }
     if (lists_.state().view == View::Camera) {
         services_.scope.launch(lists_.Vue_Click(cell));
     } else if (!lists_.state().DirCamEnCours) {
@@ -157,15 +203,16 @@ void ImageBrowser::zoomCell(int cell)
 
 void ImageBrowser::setMode(Mode mode, bool on)
 {
+    modes_.set(mode, on);
     switch (mode) {
     case Mode::Auto:
-        launch(Kind::Rebuild, [this, on] { return modes_.cAuto_Click(on); });
+        launch(Kind::Rebuild, [this] { return modes_.cAuto_Click(); });
         break;
     case Mode::Camera:
-        launch(Kind::Rebuild, [this, on] { return modes_.cCamera_Click(on); });
+        launch(Kind::Rebuild, [this] { return modes_.cCamera_Click(); });
         break;
     case Mode::Scan:
-        modes_.cScan_Click(on);
+        modes_.cScan_Click();
         break;
     }
 }

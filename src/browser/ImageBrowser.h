@@ -12,7 +12,8 @@
 namespace velmora {
 
 /// Actions that read folders run one after the other. One that builds the display anew takes the
-/// place of any other such action that has not ended, since that one would only be painted over.
+/// place of any other such action that has not ended, since that one would only be painted over; a
+/// display that nobody has finished at the end of an action is finished then.
 class ImageBrowser : public QObject
 {
     Q_OBJECT
@@ -40,6 +41,10 @@ public:
     /// The program ends: nothing is read any more.
     void close();
 
+    /// The group and camera that the user chose last; shown as chosen while they are still waiting
+    /// for their turn.
+    [[nodiscard]] CameraAddress choice() const;
+
     void chooseGroup(int group);
     void chooseCamera(int row);
     void chooseFile(int index);
@@ -60,13 +65,18 @@ public:
 
 private:
     enum class Kind {
-        Rebuild, // builds the whole display
+        Rebuild, // builds the whole display, instead of any that came before
+        Walk,    // builds it too, unless another building is wanted by then
         Follow   // goes on from the display as it is
     };
     using Story = std::function<QCoro::Task<>()>;
 
     void launch(Kind kind, Story story);
     QCoro::Task<> inTurn(Kind kind, int rebuild, Story story);
+    QCoro::Task<> run(Kind kind, int rebuild, Story story);
+    QCoro::Task<> walk();
+    QCoro::Task<> showGroup(int group);
+    QCoro::Task<> showCamera(int row);
     void followStorage();
     [[nodiscard]] QString usableStorage() const;
 
@@ -77,8 +87,11 @@ private:
     FileActions files_;
     Turnstile turnstile_;
     QString shownStorage_;
+    std::optional<int> nextGroup_; // chosen, not yet taken
+    std::optional<int> nextRow_;
     int rebuilds_ = 0;
     bool rebuilding_ = false;
+    bool walking_ = false;
     bool closed_ = false;
 };
 

@@ -210,7 +210,7 @@ void Slideshow::vitesse_Change(int value)
 void Slideshow::find(const QString &begin)
 {
     const auto found = data_.files.names().firstBeginningWith(QFile::encodeName(begin));
-    if (found && !begin.isEmpty()) {
+    if (found) {
         Q_EMIT fileChosen(static_cast<int>(*found));
     }
 }

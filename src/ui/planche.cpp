@@ -167,8 +167,8 @@ void planche::showFace()
     ui_->cAuto->setChecked(browser_.modes().isOn(Mode::Auto));
     ui_->cCamera->setChecked(browser_.modes().isOn(Mode::Camera));
     ui_->cScan->setChecked(browser_.modes().isOn(Mode::Scan));
-    ui_->lstGroupe->showRow(state.camera.group);
-    ui_->lstCam->showRow(state.camera.row);
+    ui_->lstGroupe->showRow(browser_.choice().group);
+    ui_->lstCam->showRow(browser_.choice().row);
     ui_->LstDir->setVisible(!groupView);
     ui_->LstDirCam->setVisible(groupView);
     ui_->LstDirCam->showRow(browser_.lists().cameraIndex());

@@ -167,5 +167,21 @@ TEST_F(SlideshowBrowser, BeginsAnewWithTheImageThatTheCaptureHasStored)
     EXPECT_EQ(film_.current(), 0);
 }
 
+TEST_F(SlideshowBrowser, StaysClosedThatIsClosedWhileTheFolderOfAClickedCellIsRead)
+{
+    house_.addImages({0, 0}, 2);
+    house_.addFullFolder({0, 3});
+    house_.show({0, 0});
+    house_.showGroup(0);
+    pressFilm();
+    ASSERT_TRUE(film_.isOpen());
+    browser_.clickCell(3);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    film_.close();
+    house_.finish();
+    EXPECT_FALSE(film_.isOpen());
+    EXPECT_EQ(house_.data.state.CineActif, BrowserState::kNo);
+}
+
 } // namespace
 } // namespace velmora::test

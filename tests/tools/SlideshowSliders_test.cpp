@@ -268,5 +268,19 @@ TEST_F(DaySearch, LeavesTheSelectionWhenNoNameBeginsSo)
     }
 }
 
+TEST_F(DaySearch, SelectsTheFirstEntryForAnEmptyText)
+{
+    browser_.chooseFile(2);
+    film_.find(QString());
+    EXPECT_EQ(selected(), 0);
+}
+
+TEST_F(DaySearch, SelectsNothingForAnEmptyTextInAnEmptyList)
+{
+    house_.show({0, 5});
+    film_.find(QString());
+    EXPECT_EQ(selected(), -1);
+}
+
 } // namespace
 } // namespace velmora::test

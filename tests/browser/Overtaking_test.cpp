@@ -1,0 +1,287 @@
+// Actions that overtake one another: the last choice is what is shown, whole, and nothing that was
+// begun stays half done.
+#include "browser/BrowserTest.h"
+
+#include <QCoreApplication>
+
+namespace velmora::test {
+namespace {
+
+constexpr int kMostTurns = 10000;
+
+class Overtaking : public BrowserTest
+{
+protected:
+    void activateAll()
+    {
+        for (int group = 0; group < kGroups; ++group) {
+            house_.capture.settings.write(listSection(group), u"LstAct", 1);
+        }
+    }
+};
+
+TEST_F(Overtaking, LoadsAllModesThoughAGroupIsChosenMeanwhile)
+{
+    house_.addFullFolder({0, 1});
+    house_.store(u"Camera", u"1");
+    house_.store(u"Scan", u"1");
+    browser_.load();
+    ASSERT_TRUE(state().DirCamEnCours);
+    browser_.chooseGroup(1);
+    house_.finish();
+    EXPECT_TRUE(modes_.isOn(Mode::Scan));
+    EXPECT_TRUE(modes_.timer().isActive());
+}
+
+TEST_F(Overtaking, LoadsAllModesThoughACameraIsChosenMeanwhile)
+{
+    house_.addFullFolder({0, 0});
+    house_.addFullFolder({0, 1});
+    house_.store(u"Auto", u"1");
+    house_.store(u"Camera", u"1");
+    house_.store(u"Scan", u"1");
+    browser_.load();
+    browser_.chooseCamera(1);
+    for (int turns = 0; turns < kMostTurns && !modes_.isOn(Mode::Auto); ++turns) {
+        QCoreApplication::processEvents();
+    }
+    ASSERT_TRUE(modes_.isOn(Mode::Auto));
+    browser_.chooseCamera(2);
+    house_.finish();
+    EXPECT_TRUE(modes_.isOn(Mode::Camera));
+    EXPECT_TRUE(modes_.isOn(Mode::Scan));
+}
+
+TEST_F(Overtaking, FillsAllRowsThoughACameraIsChosenMeanwhile)
+{
+    house_.addFullFolder({0, 3});
+    house_.addImages({0, 7}, 2);
+    browser_.setMode(Mode::Camera, true);
+    ASSERT_TRUE(state().DirCamEnCours);
+    browser_.chooseCamera(7);
+    house_.finish();
+    EXPECT_EQ(house_.rows().size(), kRows);
+    EXPECT_EQ(lists_.cameraIndex(), 7);
+    EXPECT_EQ(house_.rows().value(7), imageName(1) + QStringLiteral("  "));
+}
+
+TEST_F(Overtaking, ShowsTheNewestOfANewCameraThoughAPassEndsMeanwhile)
+{
+    house_.addImages(kCamera, 5);
+    house_.put(kCamera, QStringLiteral("20050101_000000.jpg"));
+    house_.addFullFolder({0, 1});
+    browser_.chooseCamera(0);
+    ASSERT_TRUE(house_.conformity.isRunning());
+    browser_.chooseFile(1);
+    browser_.chooseCamera(1);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
+}
+
+TEST_F(Overtaking, LetsTheLastCameraWinOverAnOlderRow)
+{
+    state().LectureOK = BrowserState::kYes;
+    house_.addFullFolder({0, 0});
+    browser_.setMode(Mode::Camera, true);
+    browser_.chooseCameraRow(5);
+    browser_.chooseCamera(3);
+    house_.finish();
+    EXPECT_EQ(state().camera.row, 3);
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("3"));
+}
+
+TEST_F(Overtaking, LetsTheLastGroupWinOverAnOlderStepOfTheWalk)
+{
+    activateAll();
+    house_.addFullFolder({0, 0});
+    browser_.setMode(Mode::Camera, true);
+    ASSERT_TRUE(state().DirCamEnCours);
+    Q_EMIT modes_.scanDue();
+    browser_.chooseGroup(5);
+    house_.finish();
+    EXPECT_EQ(state().camera.group, 5);
+    EXPECT_EQ(house_.stored(u"lstP"), QStringLiteral("5"));
+}
+
+TEST_F(Overtaking, LetsTheLastCameraWinOverAnOlderStepOfTheWalk)
+{
+    activateAll();
+    house_.addFullFolder({0, 0});
+    browser_.chooseCamera(0);
+    Q_EMIT modes_.scanDue();
+    browser_.chooseCamera(5);
+    house_.finish();
+    EXPECT_EQ(state().camera, (CameraAddress{0, 5}));
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("5"));
+}
+
+TEST_F(Overtaking, TellsOnceOfTwoFoldersThatCannotBeMade)
+{
+    for (const int row : {0, 1}) {
+        house_.capture.addCamera({0, row}, cameraUrl({0, row}));
+        house_.capture.tree.write(house_.capture.folder({0, row}), "x");
+    }
+    house_.show({0, 0});
+    house_.show({0, 1});
+    const auto told = house_.capture.allTexts().size();
+    house_.show({0, 0});
+    house_.show({0, 1});
+    house_.show({0, 0});
+    EXPECT_EQ(house_.capture.allTexts().size(), told);
+    EXPECT_EQ(told, 2);
+}
+
+TEST_F(Overtaking, LeavesAFilmClosedThatIsClosedWhileItsFolderIsRead)
+{
+    house_.addImages({0, 0}, 2);
+    house_.addFullFolder({0, 3});
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseCameraRow(0);
+    house_.finish();
+    browser_.toggleFilm();
+    house_.finish();
+    ASSERT_TRUE(film_.open);
+    browser_.clickCell(3);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    film_.close();
+    state().CineActif = BrowserState::kNo;
+    house_.finish();
+    EXPECT_FALSE(film_.open);
+    EXPECT_EQ(state().CineActif, BrowserState::kNo);
+}
+
+TEST_F(Overtaking, WalksNoMoreAfterTheWindowClosed)
+{
+    browser_.setMode(Mode::Scan, true);
+    browser_.unload();
+    house_.capture.storage.testSA();
+    EXPECT_FALSE(modes_.timer().isActive());
+}
+
+TEST_F(Overtaking, BuildsTheListThoughTheStorageTextChangesMeanwhile)
+{
+    house_.addFullFolder(kCamera);
+    house_.capture.tree.makeFolder(u"drives/c/other");
+    browser_.chooseCamera(0);
+    house_.capture.storage.edit(QStringLiteral("C:\\other"));
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+}
+
+TEST_F(Overtaking, RunsTheWalksTimerThoughTheStorageIsMissing)
+{
+    loseStorage();
+    browser_.setMode(Mode::Scan, true);
+    EXPECT_TRUE(modes_.timer().isActive());
+}
+
+TEST_F(Overtaking, RestartsAPlayingFilmThatHadStoppedWithAClick)
+{
+    house_.addImages(kCamera, 20);
+    house_.show(kCamera);
+    film_.play();
+    film_.running = false;
+    state().CineActif = BrowserState::kYes;
+    browser_.clickCell(3);
+    EXPECT_TRUE(film_.running);
+}
+
+TEST_F(Overtaking, HidesTheZoomWhenTheWalkChangesGroupInCameraView)
+{
+    activateAll();
+    house_.addImages({0, 9}, 2);
+    house_.addImages({1, 0}, 2);
+    house_.show({0, 9});
+    house_.data.sheet.showZoom(house_.data.files.file(0));
+    Q_EMIT modes_.scanDue();
+    house_.finish();
+    EXPECT_FALSE(house_.data.sheet.isZoomVisible());
+}
+
+TEST_F(Overtaking, StartsNoPassAfterTheProgramEnds)
+{
+    QSignalSpy passes(&house_.conformity, &Conformity::began);
+    house_.addImages(kCamera, 20);
+    house_.put(kCamera, QStringLiteral("20050101_000000.jpg"));
+    house_.show(kCamera);
+    browser_.close();
+    browser_.chooseFile(0);
+    EXPECT_EQ(passes.size(), 0);
+}
+
+TEST_F(Overtaking, OpensTheFilmThoughACameraIsChosenMeanwhile)
+{
+    house_.addFullFolder({0, 0});
+    house_.addImages({0, 2}, 3);
+    state().LectureOK = BrowserState::kYes;
+    state().view = View::Group;
+    browser_.toggleFilm();
+    browser_.chooseCamera(2);
+    house_.finish();
+    EXPECT_TRUE(film_.open);
+}
+
+TEST_F(Overtaking, FinishesAStepOfTheWalkThoughTicksComeFaster)
+{
+    activateAll();
+    for (int row = 0; row < kRows; ++row) {
+        house_.addFullFolder({0, row});
+    }
+    state().camera = {0, 0};
+    int shown = 0;
+    QObject::connect(&house_.data.files, &QAbstractItemModel::modelReset, &house_,
+                     [&] { ++shown; });
+    for (int i = 0; i < 8; ++i) {
+        Q_EMIT modes_.scanDue();
+    }
+    house_.finish();
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(state().camera, (CameraAddress{0, 1}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
+}
+
+TEST_F(Overtaking, FollowsTheLastOfTwoStoredImages)
+{
+    house_.addImages({2, 3}, 3);
+    house_.addFullFolder({2, 4});
+    house_.show({2, 3});
+    house_.showGroup(2);
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    browser_.follow({2, 3});
+    browser_.follow({2, 4});
+    house_.finish();
+    EXPECT_EQ(lists_.cameraIndex(), 4);
+    EXPECT_EQ(house_.rows().size(), kRows);
+}
+
+TEST_F(Overtaking, ShowsWhatADeletionLeftThoughACameraIsChosenMeanwhile)
+{
+    house_.addFullFolder({0, 0});
+    house_.addImages({0, 4}, 2);
+    state().LectureOK = BrowserState::kYes;
+    state().camera.row = 0;
+    house_.showGroup(0);
+    const ImageFile target = state().newestOf(4);
+    browser_.kill(target);
+    browser_.chooseCamera(4);
+    house_.finish();
+    EXPECT_EQ(house_.rows().value(4), imageName(0) + QStringLiteral("  "));
+}
+
+TEST_F(Overtaking, OffersADeletedImageNoMore)
+{
+    house_.addFullFolder({0, 0});
+    house_.addImages({0, 4}, 1);
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseCameraRow(4);
+    house_.finish();
+    browser_.kill(state().newestOf(4));
+    house_.finish();
+    EXPECT_FALSE(files_.LstDirCam_KeyDown());
+}
+
+} // namespace
+} // namespace velmora::test

@@ -20,10 +20,12 @@ CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, Picture
     , store_(services(), readAhead_)
     , scheduler_(services(), store_, readAhead_, scope_, timer_)
     , conformity_(services(), scheduler_, scope_)
+    , retention_(services(), scope_)
     , liveView_(services(), source, scope_)
     , watch_(storage_, clock_)
 {
     clearWorkFiles(programFolder);
+    connect(&store_, &ImageStore::imageStored, &retention_, &Retention::follow);
     connect(&storage_, &StorageFolder::checked, this, &CaptureEngine::clearStrayFiles);
 }
 
@@ -35,6 +37,7 @@ CaptureServices CaptureEngine::services()
 void CaptureEngine::start()
 {
     scheduler_.start();
+    retention_.begin();
     launch(watch_.run(scope_.stopToken()));
 }
 
@@ -51,6 +54,7 @@ void CaptureEngine::clearStrayFiles(const StorageState &state)
 QCoro::Task<> CaptureEngine::close()
 {
     scheduler_.giveUp();
+    retention_.end();
     scope_.requestStop();
     co_await scope_.join();
     timer_.stop();

@@ -12,6 +12,7 @@
 #include "capture/ImageStore.h"
 #include "capture/LiveView.h"
 #include "capture/ReadAhead.h"
+#include "capture/Retention.h"
 #include "capture/Scheduler.h"
 #include "capture/StorageWatch.h"
 #include "settings/DebugSwitch.h"
@@ -56,6 +57,8 @@ public:
 
     [[nodiscard]] Conformity &conformity() { return conformity_; }
 
+    [[nodiscard]] Retention &retention() { return retention_; }
+
     [[nodiscard]] LiveView &liveView() { return liveView_; }
 
     [[nodiscard]] TaskScope &scope() { return scope_; }
@@ -89,6 +92,7 @@ private:
     QTimer timer_;
     Scheduler scheduler_;
     Conformity conformity_;
+    Retention retention_;
     LiveView liveView_;
     StorageWatch watch_;
     QString clearedFolder_;

@@ -50,6 +50,8 @@ void Program::connectBrowser()
     connect(&planche_, &planche::playWanted, &images_.film(), &Slideshow::PauseCine_MouseDown);
     connect(&planche_, &planche::alarmWanted, this,
             [this] { planche_.showMessage(tr("The motion alarm has nothing to watch yet")); });
+    connect(&engine_.retention(), &Retention::imagesDeleted, &images_.browser(),
+            &ImageBrowser::showDeletion);
     connect(&engine_.store(), &ImageStore::imageStored, &planche_, &planche::showStored);
     connect(&engine_.store(), &ImageStore::cameraFailed, &planche_, &planche::showFailed);
 }

@@ -17,6 +17,11 @@ WallTime SystemClock::localNow() const
     return WallTime{std::chrono::seconds{now + wall.tm_gmtoff}};
 }
 
+WallTime SystemClock::utcNow() const
+{
+    return WallTime{std::chrono::seconds{std::time(nullptr)}};
+}
+
 std::chrono::milliseconds SystemClock::monotonicNow() const
 {
     return std::chrono::duration_cast<std::chrono::milliseconds>(

@@ -2,14 +2,24 @@
 
 #include <QFile>
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace velmora {
 
-FolderFiles::FolderFiles(const QString &path)
-    : folder_(::open(QFile::encodeName(path).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC))
+FolderFiles::FolderFiles(const QString &path, FolderLinks links)
+    : folder_(::open(QFile::encodeName(path).constData(),
+                     O_PATH | O_DIRECTORY | O_CLOEXEC |
+                         (links == FolderLinks::Refused ? O_NOFOLLOW : 0)))
 {
+}
+
+FolderScan FolderFiles::scan(std::size_t bufferBytes) const
+{
+    return FolderScan(UniqueFd(::openat(folder_.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+                      bufferBytes);
 }
 
 std::optional<std::chrono::nanoseconds> FolderFiles::modified(const char *name) const
@@ -20,6 +30,20 @@ std::optional<std::chrono::nanoseconds> FolderFiles::modified(const char *name) 
     }
     return std::chrono::seconds{info.st_mtim.tv_sec} +
            std::chrono::nanoseconds{info.st_mtim.tv_nsec};
+}
+
+std::error_code FolderFiles::remove(const char *name) const
+{
+    struct stat info = {};
+    if (::fstatat(folder_.get(), name, &info, AT_SYMLINK_NOFOLLOW) != 0) {
+        return {errno, std::generic_category()};
+    }
+    if (!S_ISREG(info.st_mode)) {
+        return std::make_error_code(std::errc::invalid_argument);
+    }
+    return ::unlinkat(folder_.get(), name, 0) == 0
+               ? std::error_code()
+               : std::error_code(errno, std::generic_category());
 }
 
 } // namespace velmora

@@ -2,24 +2,37 @@
 // folder's path.
 #pragma once
 
+#include "base/FolderScan.h"
 #include "base/UniqueFd.h"
 
 #include <QString>
 
 #include <chrono>
 #include <optional>
+#include <system_error>
 
 namespace velmora {
+
+enum class FolderLinks { Followed, Refused };
 
 class FolderFiles
 {
 public:
-    /// path: native. Without a folder there it has no files.
-    explicit FolderFiles(const QString &path);
+    /// path: native. Without a folder there it has no files. A link that stands at the path counts
+    /// as a folder unless links are refused.
+    explicit FolderFiles(const QString &path, FolderLinks links = FolderLinks::Followed);
+
+    [[nodiscard]] bool isOpen() const { return static_cast<bool>(folder_); }
+
+    /// A reading of this folder, whatever stands at its path by now.
+    [[nodiscard]] FolderScan scan(std::size_t bufferBytes = FolderScan::kUsualBuffer) const;
 
     /// Modification time since 1970 of a file, or of the file that a link leads to; nothing when
     /// no file of this name is there. name: native bytes.
     [[nodiscard]] std::optional<std::chrono::nanoseconds> modified(const char *name) const;
+
+    /// Deletes a file of the folder. What is no file itself, a link too, stays, with an error.
+    [[nodiscard]] std::error_code remove(const char *name) const;
 
 private:
     UniqueFd folder_;

@@ -11,7 +11,14 @@
 namespace velmora {
 
 FolderScan::FolderScan(const QString &path, std::size_t bufferBytes)
-    : folder_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    : FolderScan(
+          UniqueFd(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+          bufferBytes)
+{
+}
+
+FolderScan::FolderScan(UniqueFd folder, std::size_t bufferBytes)
+    : folder_(std::move(folder))
     , bufferBytes_(bufferBytes)
     , buffer_(std::make_unique_for_overwrite<std::byte[]>(bufferBytes))
 {

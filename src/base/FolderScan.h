@@ -25,6 +25,9 @@ public:
     /// end from the start.
     explicit FolderScan(const QString &path, std::size_t bufferBytes = kUsualBuffer);
 
+    /// Scans a folder that is open for reading.
+    explicit FolderScan(UniqueFd folder, std::size_t bufferBytes = kUsualBuffer);
+
     [[nodiscard]] bool isOpen() const { return static_cast<bool>(folder_); }
 
     /// True when the folder could not be read to its end; what was visited is not all of it.

@@ -326,6 +326,18 @@ QCoro::Task<> BrowserLists::relist()
     LstDir_Click();
 }
 
+QCoro::Task<> BrowserLists::dropDeleted()
+{
+    const ImageFile selected = files_.selected();
+    if (selected.folder != folderOf(state_.camera)) {
+        co_return;
+    }
+    co_await LitDir();
+    const std::optional<qsizetype> place = files_.names().find(QFile::encodeName(selected.name));
+    files_.setListIndex(place ? static_cast<int>(*place) : -1);
+    LstDir_Click();
+}
+
 QCoro::Task<> BrowserLists::LstDirCam_Click(int row)
 {
     cameraIndex_ = row;

@@ -94,6 +94,10 @@ public:
     /// Lists the folder anew after files were renamed; the position stays.
     QCoro::Task<> relist();
 
+    /// Lists the folder anew after old images were deleted; the same image stays selected, or else
+    /// the newest is.
+    QCoro::Task<> dropDeleted();
+
     /// True from the begin of building the display until it stands: a building that was superseded
     /// is still to be done.
     [[nodiscard]] bool isOwed() const { return owed_; }

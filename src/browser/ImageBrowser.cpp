@@ -118,6 +118,16 @@ void ImageBrowser::unload()
     modes_.unload();
 }
 
+// In group view each camera's newest image is shown, which is never deleted for its age.
+void ImageBrowser::showDeletion(CameraAddress camera)
+{
+    const BrowserState &state = lists_.state();
+    if (state.view == View::Camera && camera == state.camera &&
+        state.CineActif == BrowserState::kNo) {
+        launch(Kind::Walk, [this] { return lists_.dropDeleted(); });
+    }
+}
+
 void ImageBrowser::close()
 {
     closed_ = true;

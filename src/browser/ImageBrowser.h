@@ -36,6 +36,10 @@ public:
     void begin();
 
     /// The window closed.
+    /// Old images of this camera are gone from its folder: lists what is left if they are shown. A
+    /// slideshow keeps its list.
+    void showDeletion(CameraAddress camera);
+
     void unload();
 
     /// The program ends: nothing is read any more.

@@ -65,6 +65,11 @@ CameraSchedule CameraTable::schedule(const SettingsSnapshot &settings, CameraAdd
     return schedule;
 }
 
+bool CameraTable::deletesOld(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return isOn(settings.number(groupSection(camera.group), rowKey(u"EffM", camera.row)));
+}
+
 CameraRecord CameraTable::record(CameraAddress camera) const
 {
     const SettingsSnapshot settings = settings_.snapshot();
@@ -108,7 +113,7 @@ CameraRow CameraTable::row(CameraAddress camera) const
     CameraRow row;
     row.url = url(camera);
     row.automatic = isOn(leadingNumber(value(u"AutoDelai", camera)));
-    row.deleteOld = isOn(leadingNumber(value(u"EffM", camera)));
+    row.deleteOld = deletesOld(settings_.snapshot(), camera);
     row.bestTime = bestTimeFromText(value(u"BestTime", camera));
     row.lamp = static_cast<LampColour>(number(u"SB", camera));
     row.loadSeconds = number(u"TimeLoad", camera);

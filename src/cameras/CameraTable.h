@@ -70,6 +70,9 @@ public:
     [[nodiscard]] static CameraSchedule schedule(const SettingsSnapshot &settings,
                                                  CameraAddress camera);
 
+    /// True when the camera's images are to be deleted after one month.
+    [[nodiscard]] static bool deletesOld(const SettingsSnapshot &settings, CameraAddress camera);
+
     [[nodiscard]] CameraRecord record(CameraAddress camera) const;
 
     /// A row value as stored, by the word of its key.

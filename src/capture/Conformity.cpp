@@ -4,6 +4,7 @@
 #include "base/FileDates.h"
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
+#include "capture/CameraFolder.h"
 #include "capture/RenameFile.h"
 
 #include <QFile>
@@ -97,7 +98,7 @@ QCoro::Task<> Conformity::run()
     co_await services_.clock.yield(); // the captions are painted before the work begins
     slice_.begin();
     for (int index = 0; index < kGroups * kRows && !stop_.stop_requested(); ++index) {
-        const QString folder = cameraFolder({index / kRows, index % kRows});
+        const QString folder = cameraFolder(services_, {index / kRows, index % kRows});
         if (!folder.isEmpty()) {
             co_await conformFolder(folder);
         }
@@ -122,15 +123,6 @@ void Conformity::end()
     running_ = false;
     scheduler_.resume();
     Q_EMIT ended();
-}
-
-// Empty for a row without address, and for one whose address no folder name can hold.
-QString Conformity::cameraFolder(CameraAddress camera) const
-{
-    const QString name = services_.problems.orDefault(
-        [&] { return services_.table.CameraFolderName(camera); }, QString());
-    return name.isEmpty() ? QString()
-                          : services_.storage.native(services_.storage.folderText(name));
 }
 
 // In order as they come, so that no long sort holds the events up.

@@ -79,7 +79,6 @@ private:
 
     void begin();
     void end();
-    [[nodiscard]] QString cameraFolder(CameraAddress camera) const;
     QCoro::Task<std::set<QByteArray>> shortNames(QString folder);
     QCoro::Task<> conformFolder(QString folder);
     void conform(const QByteArray &folder, const QByteArray &name);

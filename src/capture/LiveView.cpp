@@ -4,6 +4,7 @@
 #include "base/FileWriter.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
+#include "capture/CameraFolder.h"
 #include "capture/CameraUrl.h"
 #include "capture/WorkSlice.h"
 
@@ -60,7 +61,7 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     makeStorageFolder();
     announce(camera);
 
-    const QString stored = co_await newestImage(cameraFolder(camera), stop);
+    const QString stored = co_await newestImage(cameraFolder(services_, camera), stop);
     if (stop.stop_requested()) {
         co_return;
     }
@@ -96,15 +97,6 @@ void LiveView::announce(CameraAddress camera)
     services_.page.showLoading(camera);
     setLive({});
     setCaptions({QStringLiteral("Chargement en cours ...."), local});
-}
-
-// Of the stored address, which is another than the one in the box while that is being edited.
-QString LiveView::cameraFolder(CameraAddress camera) const
-{
-    const QString name = services_.problems.orDefault(
-        [&] { return services_.table.CameraFolderName(camera); }, QString());
-    return name.isEmpty() ? QString()
-                          : services_.storage.native(services_.storage.folderText(name));
 }
 
 // Native path of the last image in name order; empty when there is none.

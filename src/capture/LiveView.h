@@ -66,7 +66,6 @@ private:
     QCoro::Task<> show(CameraAddress camera, QString url, std::stop_source abandon);
     void makeStorageFolder() const;
     void announce(CameraAddress camera);
-    [[nodiscard]] QString cameraFolder(CameraAddress camera) const;
     QCoro::Task<QString> newestImage(QString folder, std::stop_token stop);
     void keep(CameraAddress camera, const HttpReply &reply);
     [[nodiscard]] QString store(const QString &folder, QByteArrayView body) const;

@@ -151,5 +151,22 @@ TEST_F(ProgramBrowser, TheEndClosesEveryWindow)
     EXPECT_NE(engine_->settings().read(u"Control", u"fCine.Top"), QString());
 }
 
+TEST_F(ProgramBrowser, DeletesOldImagesAtTheStartAndListsWhatIsLeft)
+{
+    writeSettings("StRep=C:\\in\\\r\n[Groupe0]\r\nEffM0=1\r\n");
+    putImages(3);
+    start();
+    EXPECT_EQ(tree_.files(kFolder), QStringList({QStringLiteral("20050101_0000020101.png"),
+                                                 QStringLiteral("20060307_1405090714.png")}));
+    EXPECT_TRUE(position().startsWith(QStringLiteral("1 / "))) << qPrintable(position());
+}
+
+TEST_F(ProgramBrowser, KeepsOldImagesOfACameraWhoseBoxIsNotTicked)
+{
+    putImages(3);
+    start();
+    EXPECT_EQ(tree_.files(kFolder).size(), 4);
+}
+
 } // namespace
 } // namespace velmora::test

@@ -172,5 +172,14 @@ TEST(SystemClock, NeverRunsBackwards)
     }
 }
 
+TEST(SystemClock, KnowsUniversalTimeInEveryZone)
+{
+    const SystemClock clock;
+    const InZone zone("EST5");
+    const auto behind = clock.utcNow() - clock.localNow();
+    EXPECT_GE(behind, 5h - 1s);
+    EXPECT_LE(behind, 5h + 1s);
+}
+
 } // namespace
 } // namespace velmora

@@ -19,6 +19,8 @@ public:
 
     [[nodiscard]] WallTime localNow() const override { return clock_.localNow(); }
 
+    [[nodiscard]] WallTime utcNow() const override { return clock_.utcNow(); }
+
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override
     {
         now_ += cost_;

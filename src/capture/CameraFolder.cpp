@@ -1,0 +1,12 @@
+#include "capture/CameraFolder.h"
+
+namespace velmora {
+
+QString cameraFolder(const CaptureServices &services, CameraAddress camera)
+{
+    const QString name = services.problems.orDefault(
+        [&] { return services.table.CameraFolderName(camera); }, QString());
+    return name.isEmpty() ? QString() : services.storage.native(services.storage.folderText(name));
+}
+
+} // namespace velmora

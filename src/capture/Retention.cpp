@@ -1,0 +1,139 @@
+#include "capture/Retention.h"
+
+#include "base/DateText.h"
+#include "capture/CameraFolder.h"
+#include "capture/OldImages.h"
+
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPause = 1h;
+constexpr auto kRestAtEnd = 2s;
+
+QString outcome(const OldImages &images)
+{
+    if (!images.isComplete()) {
+        return QStringLiteral("the folder cannot be read, nothing deleted");
+    }
+    if (!images.isClockPlausible()) {
+        return QStringLiteral("the clock is before the newest image, nothing deleted");
+    }
+    QString text = QStringLiteral("%1 images from before %2 deleted")
+                       .arg(images.deleted())
+                       .arg(dateText(images.limit()));
+    if (images.failed() > 0) {
+        text += QStringLiteral(", %1 not: %2")
+                    .arg(images.failed())
+                    .arg(QString::fromStdString(images.error().message()));
+    }
+    return text;
+}
+
+} // namespace
+
+Retention::Retention(const CaptureServices &services, TaskScope &scope)
+    : services_(services)
+    , scope_(scope)
+    , slice_(services.clock)
+{
+}
+
+void Retention::begin()
+{
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    for (int index = 0; index < kGroups * kRows; ++index) {
+        request(settings, {index / kRows, index % kRows});
+    }
+}
+
+void Retention::follow(CameraAddress camera)
+{
+    request(services_.table.settings().snapshot(), camera);
+}
+
+void Retention::request(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const bool isWaiting = std::find(waiting_.begin(), waiting_.end(), camera) != waiting_.end();
+    if (isWaiting || deadline_ || !isDue(camera) || !CameraTable::deletesOld(settings, camera)) {
+        return;
+    }
+    waiting_.push_back(camera);
+    if (!running_) {
+        running_ = true;
+        scope_.launch(run());
+    }
+}
+
+void Retention::end()
+{
+    deadline_ = services_.clock.monotonicNow() + kRestAtEnd;
+}
+
+bool Retention::isOver() const
+{
+    return deadline_ && services_.clock.monotonicNow() >= *deadline_;
+}
+
+bool Retention::isDue(CameraAddress camera) const
+{
+    const Moment &last = lastTurns_.at(static_cast<std::size_t>(camera.group))
+                             .at(static_cast<std::size_t>(camera.row));
+    return !last || services_.clock.monotonicNow() - *last >= kPause;
+}
+
+QCoro::Task<> Retention::run()
+{
+    const auto atEnd = qScopeGuard([this] { running_ = false; });
+    co_await services_.clock.yield(); // whoever stored an image goes on first
+    slice_.begin();
+    while (!waiting_.empty()) {
+        const CameraAddress camera = waiting_.front();
+        waiting_.pop_front();
+        co_await clear(camera);
+    }
+}
+
+QCoro::Task<> Retention::clear(CameraAddress camera)
+{
+    const FolderFiles folder(cameraFolder(services_, camera), FolderLinks::Refused);
+    if (!folder.isOpen() || isOver()) {
+        co_return;
+    }
+    lastTurns_.at(static_cast<std::size_t>(camera.group)).at(static_cast<std::size_t>(camera.row)) =
+        services_.clock.monotonicNow();
+    OldImages images(folder, services_.clock.localNow(), services_.clock.utcNow());
+    while (images.lookSome()) {
+        co_await letEventsRun();
+    }
+    while (images.isComplete() && images.isClockPlausible() && !isOver() && images.deleteSome()) {
+        co_await letEventsRun();
+    }
+    report(camera, images);
+}
+
+void Retention::report(CameraAddress camera, const OldImages &images)
+{
+    services_.log.trace(QStringLiteral("Retention %1:%2: %3")
+                            .arg(camera.group)
+                            .arg(camera.row)
+                            .arg(outcome(images)));
+    if (images.deleted() > 0) {
+        Q_EMIT imagesDeleted(camera);
+    }
+}
+
+QCoro::Task<> Retention::letEventsRun()
+{
+    if (slice_.isOver()) {
+        co_await services_.clock.yield();
+        slice_.begin();
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,64 @@
+// Deletes the images of a camera after one month, when its box says so.
+#pragma once
+
+#include "base/TaskScope.h"
+#include "capture/CaptureServices.h"
+#include "capture/WorkSlice.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+#include <array>
+#include <chrono>
+#include <deque>
+#include <optional>
+
+namespace velmora {
+
+class OldImages;
+
+/// Each camera's folder is gone through at most once an hour. A camera folder that is a link is
+/// left alone, since it may lead anywhere.
+class Retention : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The scope outlives this object and is joined before it goes.
+    Retention(const CaptureServices &services, TaskScope &scope);
+
+    /// The program starts: goes through the folders of all cameras.
+    void begin();
+
+    /// An image of this camera was stored: goes through its folder, unless it was its turn less
+    /// than an hour ago.
+    void follow(CameraAddress camera);
+
+    /// The program ends: what was begun may go on for a short while.
+    void end();
+
+Q_SIGNALS:
+    /// At least one image is gone from the camera's folder.
+    void imagesDeleted(velmora::CameraAddress camera);
+
+private:
+    using Moment = std::optional<std::chrono::milliseconds>; // of the clock that only advances
+
+    void request(const SettingsSnapshot &settings, CameraAddress camera);
+    [[nodiscard]] bool isDue(CameraAddress camera) const;
+    [[nodiscard]] bool isOver() const;
+    QCoro::Task<> run();
+    QCoro::Task<> clear(CameraAddress camera);
+    void report(CameraAddress camera, const OldImages &images);
+    QCoro::Task<> letEventsRun();
+
+    CaptureServices services_;
+    TaskScope &scope_;
+    WorkSlice slice_;
+    std::deque<CameraAddress> waiting_;
+    std::array<std::array<Moment, kRows>, kGroups> lastTurns_{};
+    Moment deadline_;
+    bool running_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,85 @@
+// Old images of the camera on show are deleted for their age.
+#include "browser/BrowserTest.h"
+
+#include <QFile>
+
+namespace velmora::test {
+namespace {
+
+class Deletion : public BrowserTest
+{
+protected:
+    void SetUp() override
+    {
+        house_.addImages(kCamera, 30);
+        house_.show(kCamera);
+    }
+
+    void deleteFirst(int count, CameraAddress camera = kCamera)
+    {
+        for (int i = 0; i < count; ++i) {
+            ASSERT_TRUE(QFile::remove(
+                house_.capture.tree.path(house_.capture.folder(camera) + u'/' + imageName(i))));
+        }
+        browser_.showDeletion(camera);
+        house_.finish();
+    }
+};
+
+TEST_F(Deletion, KeepsTheSelectedImage)
+{
+    browser_.chooseFile(20);
+    deleteFirst(5);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("16 / 25"));
+    EXPECT_EQ(house_.data.files.selected().name, imageName(20));
+    EXPECT_EQ(house_.cells(), imageNames(16, 10));
+}
+
+TEST_F(Deletion, SelectsTheNewestWhenTheSelectedOneIsGone)
+{
+    browser_.chooseFile(2);
+    deleteFirst(5);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("25 / 25"));
+}
+
+TEST_F(Deletion, LeavesAnotherCamerasListAlone)
+{
+    const CameraAddress other{0, 1};
+    house_.addImages(other, 3);
+    browser_.chooseFile(4);
+    house_.newLog();
+    deleteFirst(2, other);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("5 / 30"));
+    EXPECT_EQ(house_.newLog(), QStringList());
+}
+
+TEST_F(Deletion, LeavesTheListOfAFilmAlone)
+{
+    browser_.toggleFilm();
+    house_.finish();
+    ASSERT_EQ(state().CineActif, BrowserState::kYes);
+    deleteFirst(5);
+    EXPECT_EQ(house_.data.files.count(), 30);
+}
+
+TEST_F(Deletion, LeavesTheGroupAlone)
+{
+    house_.showGroup(0);
+    house_.newLog();
+    deleteFirst(5);
+    EXPECT_EQ(house_.rows().size(), kRows);
+    EXPECT_EQ(house_.newLog(), QStringList());
+}
+
+TEST_F(Deletion, YieldsToACameraThatIsChosenMeanwhile)
+{
+    const CameraAddress other{0, 1};
+    house_.addImages(other, 3);
+    browser_.showDeletion(kCamera);
+    browser_.chooseCamera(other.row);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,0 +1,70 @@
+// A folder's images that are older than a month, where it resists.
+#include "capture/OldImages.h"
+
+#include "NativeFiles.h"
+#include "base/DateText.h"
+#include "support/TempTree.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+const WallTime kNow = dateFromText(u"07/03/2006 14:05:09").value();
+const QString kOld = QStringLiteral("20050101_0000000101.jpg");
+const QString kNew = QStringLiteral("20060307_1405090714.jpg");
+
+void work(OldImages &images)
+{
+    while (images.lookSome()) {
+    }
+    while (images.deleteSome()) {
+    }
+}
+
+TEST(OldImages, CountsWhatCannotBeDeletedAndSaysWhy)
+{
+    const TempTree tree;
+    tree.write(QStringLiteral("cam/") + kOld, "old");
+    tree.write(QStringLiteral("cam/") + kNew, "new");
+    const QByteArray path = QFile::encodeName(tree.path(u"cam"));
+    requireSystem(::chmod(QFile::encodeName(tree.path()).constData(), 0755) == 0, path);
+    requireSystem(::chmod(path.constData(), 0555) == 0, path);
+    const WithoutRootRights nobody;
+    const FolderFiles folder(tree.path(u"cam"), FolderLinks::Refused);
+    OldImages images(folder, kNow, kNow);
+    work(images);
+    EXPECT_EQ(images.deleted(), 0);
+    EXPECT_EQ(images.failed(), 1);
+    EXPECT_EQ(images.error(), std::errc::permission_denied);
+}
+
+TEST(OldImages, CountsWhatIsDeleted)
+{
+    const TempTree tree;
+    tree.write(QStringLiteral("cam/") + kOld, "old");
+    tree.write(QStringLiteral("cam/") + kNew, "new");
+    const FolderFiles folder(tree.path(u"cam"));
+    OldImages images(folder, kNow, kNow);
+    work(images);
+    EXPECT_EQ(images.deleted(), 1);
+    EXPECT_EQ(images.failed(), 0);
+    EXPECT_FALSE(images.error());
+    EXPECT_EQ(images.newest(), kNow);
+    EXPECT_TRUE(images.isComplete());
+}
+
+TEST(OldImages, HaveNoNewestInAnEmptyFolder)
+{
+    const TempTree tree;
+    const FolderFiles folder(tree.path());
+    OldImages images(folder, kNow, kNow);
+    work(images);
+    EXPECT_FALSE(images.newest().has_value());
+    EXPECT_TRUE(images.isClockPlausible());
+}
+
+} // namespace
+} // namespace velmora::test

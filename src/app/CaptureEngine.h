@@ -35,6 +35,8 @@ public:
 
     [[nodiscard]] const SettingsFile &settings() const { return settings_; }
 
+    [[nodiscard]] const NativePaths &paths() const { return paths_; }
+
     [[nodiscard]] EventLog &log() { return log_; }
 
     [[nodiscard]] Problems &problems() { return problems_; }

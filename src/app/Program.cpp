@@ -3,6 +3,7 @@
 #include "ui/PictureClipboard.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTimer>
 
 namespace velmora {
@@ -12,12 +13,20 @@ using namespace std::chrono_literals;
 
 constexpr auto kSplashTime = 2s;
 
+// The guide stands beside the program, in a build folder and where it is installed.
+QString guide()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                           QStringLiteral("/../share/velmora/guide/index.html"));
+}
+
 } // namespace
 
 Program::Program(CaptureEngine &engine, DesktopOpener &opener)
     : engine_(engine)
     , opener_(opener)
     , images_(engine_)
+    , links_(opener_, engine_.paths(), engine_.scope())
     , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
                  engine_.timer())
     , planche_(images_.browser(), engine_.services(), images_.loader())
@@ -31,6 +40,8 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener)
 
 void Program::connectMain()
 {
+    links_.setLink(guide());
+    interface_.followLinks(links_);
     connect(&interface_, &Interface::hiddenByUser, this, &Program::showImages);
     connect(&interface_, &Interface::endWanted, this, &Program::end);
     connect(&interface_, &Interface::zoomWanted, &zoom_, &Zoom::present);

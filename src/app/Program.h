@@ -9,6 +9,7 @@
 #include "ui/TopMost.h"
 #include "ui/Zoom.h"
 #include "ui/fCine.h"
+#include "ui/mOuvreLien.h"
 #include "ui/planche.h"
 
 #include <memory>
@@ -52,6 +53,7 @@ private:
     DesktopOpener &opener_;
     BrowserEngine images_;
     MessageBoxes messages_;
+    mOuvreLien links_;
     Interface interface_;
     planche planche_;
     fCine film_;

@@ -1,13 +1,25 @@
 // Files, folders and links handed to the desktop's own programs.
 #pragma once
 
+#include <QCoro/QCoroTask>
 #include <QString>
+
+#include <stop_token>
 
 namespace velmora {
 
 enum class OpenOutcome {
     Started,
     NoOpener // the desktop's opener is not installed
+};
+
+/// How the desktop's opener ended.
+enum class FollowOutcome {
+    Opened,
+    NotFound,  // there is no such target
+    NoHandler, // nothing is installed that opens such a target, or no opener at all
+    Failed,    // for any other reason
+    Stopped    // nobody waits any more; the opener is left to itself
 };
 
 class DesktopOpener
@@ -22,13 +34,17 @@ public:
 
     /// target: native path or URL.
     [[nodiscard]] virtual OpenOutcome open(const QString &target) = 0;
+
+    /// Opens it too, and waits for what becomes of it or for a stop.
+    virtual QCoro::Task<FollowOutcome> follow(QString target, std::stop_token stop) = 0;
 };
 
-/// Runs "xdg-open TARGET", found on PATH, and does not wait for it.
+/// Runs "xdg-open TARGET", found on PATH.
 class XdgOpener final : public DesktopOpener
 {
 public:
     [[nodiscard]] OpenOutcome open(const QString &target) override;
+    QCoro::Task<FollowOutcome> follow(QString target, std::stop_token stop) override;
 };
 
 } // namespace velmora

@@ -2,6 +2,7 @@
 
 #include "ui/LiveBox.h"
 #include "ui/StorageBox.h"
+#include "ui/ToolTips.h"
 #include "ui_Interface.h"
 
 #include <QCloseEvent>
@@ -65,7 +66,14 @@ void Interface::makeRows()
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::folderClicked, this,
                 &Interface::openFolder);
     }
-    setTabOrder(last, ui_->Cache);
+    setTabOrder(last, ui_->BoutonLien);
+    setTabOrder(ui_->BoutonLien, ui_->Cache);
+}
+
+void Interface::followLinks(mOuvreLien &links)
+{
+    ui_->BoutonLien->follow(links);
+    ui_->BoutonLien->describe(tr("Read how to use this program"));
 }
 
 void Interface::bindStorage()
@@ -195,7 +203,7 @@ void Interface::showCaption(Caption caption, const QString &text)
 void Interface::showMessage(const QString &text)
 {
     ui_->lMessage->setText(text);
-    ui_->lMessage->setToolTip(text);
+    setPlainToolTip(*ui_->lMessage, text);
 }
 
 void Interface::selectGroup(int group)

@@ -7,7 +7,7 @@
 //     page       headings, then ten rows of CameraRowBoxes
 //     status     lErr  lTest  lTmp  lHeure  lCompte
 //     live       Locale over iTarget     lWeb over iWeb
-//     foot       lMessage                lVersion  Cache
+//     foot       lMessage    BoutonLien  lVersion  Cache
 #pragma once
 
 #include "base/DesktopOpener.h"
@@ -29,6 +29,7 @@ class Interface;
 namespace velmora {
 
 class StorageBox;
+class mOuvreLien;
 
 class Interface : public QWidget
 {
@@ -47,6 +48,9 @@ public:
 
     /// Shows the window in front, with the rows of the group whose tab is selected.
     void bringUp();
+
+    /// links: what the link button opens; outlives the window.
+    void followLinks(mOuvreLien &links);
 
     /// Shows a message in the line at the foot.
     void showMessage(const QString &text);

@@ -1,6 +1,7 @@
 #include "ui/StorageBox.h"
 
 #include "cameras/StoragePath.h"
+#include "ui/ToolTips.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -47,7 +48,7 @@ void StorageBox::showText(const QString &text)
         const QSignalBlocker blocker(controls_.StRep);
         controls_.StRep.setText(text);
     }
-    controls_.StRep.setToolTip(QDir::toNativeSeparators(storage_.native(text)));
+    setPlainToolTip(controls_.StRep, QDir::toNativeSeparators(storage_.native(text)));
 }
 
 void StorageBox::showState(const StorageState &state)

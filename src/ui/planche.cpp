@@ -2,6 +2,7 @@
 
 #include "browser/ImageCaption.h"
 #include "capture/CameraUrl.h"
+#include "ui/ToolTips.h"
 #include "ui/Twips.h"
 #include "ui_planche.h"
 
@@ -186,7 +187,7 @@ void planche::showCamera()
     shownCamera_ = browser_.lists().state().camera;
     const QString camera = withoutCredentials(services_.table.url(shownCamera_));
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
-    ui_->lCamera->setToolTip(camera);
+    setPlainToolTip(*ui_->lCamera, camera);
 }
 
 void planche::showCaptions()
@@ -220,9 +221,9 @@ void planche::showPointer(int cell, QPoint position)
     }
     ui_->MousePos->setText(QStringLiteral("%1:%2").arg(position.x()).arg(position.y()));
     const bool groupView = state.view == View::Group;
-    ui_->contactSheet->cell(cell).setToolTip(
-        groupView ? withoutCredentials(services_.table.url({state.camera.group, cell}))
-                  : QString());
+    setPlainToolTip(ui_->contactSheet->cell(cell),
+                    groupView ? withoutCredentials(services_.table.url({state.camera.group, cell}))
+                              : QString());
 }
 
 void planche::search()
@@ -315,7 +316,7 @@ void planche::showFailed(CameraAddress camera, const QString &reason)
 void planche::showMessage(const QString &text)
 {
     ui_->txtLog->setText(text);
-    ui_->txtLog->setToolTip(text);
+    setPlainToolTip(*ui_->txtLog, text);
 }
 
 void planche::closeEvent(QCloseEvent *event)

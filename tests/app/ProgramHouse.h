@@ -28,6 +28,12 @@ public:
         return OpenOutcome::Started;
     }
 
+    QCoro::Task<FollowOutcome> follow(QString target, std::stop_token) override
+    {
+        opened.append(target);
+        co_return FollowOutcome::Opened;
+    }
+
     QStringList opened;
 };
 

@@ -202,5 +202,15 @@ TEST_F(ProgramTest, StopsWhenTheStorageGoesAndGoesOnWhenItIsBack)
     EXPECT_TRUE(engine_->timer().isActive());
 }
 
+TEST_F(ProgramTest, OpensItsGuideFromTheMainWindow)
+{
+    start();
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    click(QStringLiteral("Interface"), QStringLiteral("BL"));
+    const QString guide = QFileInfo(QCoreApplication::applicationDirPath()).dir().path() +
+                          QStringLiteral("/share/velmora/guide/index.html");
+    EXPECT_EQ(opener_.opened, QStringList({guide}));
+}
+
 } // namespace
 } // namespace velmora::test

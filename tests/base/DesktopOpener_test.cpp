@@ -2,6 +2,7 @@
 #include "base/DesktopOpener.h"
 
 #include "base/UniqueFd.h"
+#include "support/RunTask.h"
 #include "support/ScopedEnv.h"
 #include "support/TempTree.h"
 
@@ -11,9 +12,11 @@
 
 #include <array>
 #include <fcntl.h>
+#include <optional>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -115,6 +118,84 @@ TEST_F(XdgOpenerTest, PassesOverAFileThatCannotBeRun)
     installOpener(0644);
     const ScopedEnv env("PATH", path("bin"));
     EXPECT_EQ(opener.open(QStringLiteral("/srv")), OpenOutcome::NoOpener);
+}
+
+/// Waits for the end of openers that end as the test says.
+class FollowTest : public XdgOpenerTest
+{
+protected:
+    void installEnding(const QByteArray &script) const
+    {
+        tree.write(u"bin/xdg-open", "#!/bin/sh\n" + script + '\n');
+        ASSERT_EQ(::chmod(path("bin/xdg-open").constData(), 0755), 0);
+    }
+
+    QCoro::Task<> follow(std::stop_token stop)
+    {
+        outcome = co_await opener.follow(QStringLiteral("/srv/a b"), std::move(stop));
+    }
+
+    FollowOutcome followed()
+    {
+        test::runToEnd(follow({}));
+        return outcome.value();
+    }
+
+    std::optional<FollowOutcome> outcome;
+};
+
+TEST_F(FollowTest, TellsHowTheOpenerEnded)
+{
+    const std::array<std::pair<const char *, FollowOutcome>, 6> endings = {{
+        {"exit 0", FollowOutcome::Opened},
+        {"exit 1", FollowOutcome::Failed},
+        {"exit 2", FollowOutcome::NotFound},
+        {"exit 3", FollowOutcome::NoHandler},
+        {"exit 4", FollowOutcome::Failed},
+        {"kill -9 $$", FollowOutcome::Failed},
+    }};
+    const ScopedEnv env("PATH", path("bin"));
+    for (const auto &[script, expected] : endings) {
+        installEnding(script);
+        EXPECT_EQ(followed(), expected) << script;
+    }
+}
+
+TEST_F(FollowTest, GivesTheTargetAsOneArgument)
+{
+    installEnding("test \"$#|$1\" = '1|/srv/a b'");
+    const ScopedEnv env("PATH", path("bin"));
+    EXPECT_EQ(followed(), FollowOutcome::Opened);
+}
+
+TEST_F(FollowTest, HasNoHandlerWithoutAnOpener)
+{
+    const ScopedEnv env("PATH", path("bin"));
+    EXPECT_EQ(followed(), FollowOutcome::NoHandler);
+}
+
+TEST_F(FollowTest, FailsWithAnOpenerThatIsNoProgram)
+{
+    tree.write(u"bin/xdg-open", "\x7f"
+                                "ELF is not");
+    ASSERT_EQ(::chmod(path("bin/xdg-open").constData(), 0755), 0);
+    const ScopedEnv env("PATH", path("bin"));
+    EXPECT_EQ(followed(), FollowOutcome::Failed);
+}
+
+TEST_F(FollowTest, LeavesTheOpenerToItselfWhenStopped)
+{
+    installEnding(("read line < '" + path("go") + "'; printf done > '" + path("pipe") + "'"));
+    ASSERT_EQ(::mkfifo(path("go").constData(), 0600), 0);
+    const NamedPipe pipe(tree.path(u"pipe"));
+    const ScopedEnv env("PATH", path("bin"));
+    std::stop_source stop;
+    stop.request_stop();
+    test::runToEnd(follow(stop.get_token()));
+    EXPECT_EQ(outcome, FollowOutcome::Stopped);
+    const UniqueFd go(::open(path("go").constData(), O_WRONLY | O_CLOEXEC));
+    ASSERT_EQ(::write(go.get(), "go\n", 3), 3);
+    EXPECT_EQ(pipe.readAll(), QByteArray("done"));
 }
 
 } // namespace

@@ -12,6 +12,7 @@ class BusyClock final : public Clock
 {
 public:
     [[nodiscard]] WallTime localNow() const override { return clock_.localNow(); }
+
     [[nodiscard]] WallTime utcNow() const override { return clock_.utcNow(); }
 
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override

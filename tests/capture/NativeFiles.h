@@ -1,6 +1,8 @@
 // Files by their native names, which need not be text, and the rights that a process has on them.
 #pragma once
 
+#include "support/WithoutRootRights.h"
+
 #include <QByteArray>
 #include <QByteArrayList>
 
@@ -59,28 +61,5 @@ inline QByteArrayList nativeNames(const QByteArray &folder)
     std::sort(names.begin(), names.end());
     return names;
 }
-
-/// For the length of a scope the process may not do what only root may.
-class WithoutRootRights
-{
-public:
-    WithoutRootRights()
-        : before_(::geteuid())
-    {
-        requireSystem(before_ != 0 || ::seteuid(kNobody) == 0, "the rights of nobody");
-    }
-
-    WithoutRootRights(const WithoutRootRights &) = delete;
-    WithoutRootRights &operator=(const WithoutRootRights &) = delete;
-    WithoutRootRights(WithoutRootRights &&) = delete;
-    WithoutRootRights &operator=(WithoutRootRights &&) = delete;
-
-    ~WithoutRootRights() { static_cast<void>(::seteuid(before_)); }
-
-private:
-    static constexpr uid_t kNobody = 65534;
-
-    uid_t before_;
-};
 
 } // namespace velmora::test

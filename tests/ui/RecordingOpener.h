@@ -17,7 +17,14 @@ public:
         return outcome;
     }
 
+    QCoro::Task<FollowOutcome> follow(QString target, std::stop_token) override
+    {
+        opened.append(target);
+        co_return followed;
+    }
+
     QStringList opened;
+    FollowOutcome followed = FollowOutcome::Opened;
     OpenOutcome outcome = OpenOutcome::Started;
 };
 

@@ -1,0 +1,34 @@
+// The rights that an ordinary user has, for tests that root runs.
+#pragma once
+
+#include <stdexcept>
+#include <unistd.h>
+
+namespace velmora::test {
+
+/// For the length of a scope the process may not do what only root may.
+class WithoutRootRights
+{
+public:
+    WithoutRootRights()
+        : before_(::geteuid())
+    {
+        if (before_ == 0 && ::seteuid(kNobody) != 0) {
+            throw std::runtime_error("the test cannot take the rights of nobody");
+        }
+    }
+
+    WithoutRootRights(const WithoutRootRights &) = delete;
+    WithoutRootRights &operator=(const WithoutRootRights &) = delete;
+    WithoutRootRights(WithoutRootRights &&) = delete;
+    WithoutRootRights &operator=(WithoutRootRights &&) = delete;
+
+    ~WithoutRootRights() { static_cast<void>(::seteuid(before_)); }
+
+private:
+    static constexpr uid_t kNobody = 65534;
+
+    uid_t before_;
+};
+
+} // namespace velmora::test

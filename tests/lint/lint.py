@@ -85,6 +85,26 @@ def vocabulary(root):
     return found, "Give each name one row in docs/vocabulary.md and one place in .clang-tidy."
 
 
+def behaviour(root):
+    """Every rule of the list of behaviour names tests that exist."""
+    text = Path(root, "docs/behaviour.md").read_text(encoding="utf-8")
+    tests = set()
+    for path in tracked(root, "_test.cpp"):
+        source = path.read_text(encoding="utf-8")
+        tests |= {".".join(m) for m in re.findall(r"^(?:TEST|TEST_F|TEST_P)\((\w+), (\w+)\)", source, re.M)}
+    for path in tracked(root, "_test.py"):
+        group = ""
+        for name, case in re.findall(r"^class (\w+)|^    def (test_\w+)", path.read_text(encoding="utf-8"), re.M):
+            group = name or group
+            tests |= {f"{group}.{case}"} if case else set()
+    found = []
+    for rule in re.findall(r"^- .*(?:\n  .*)*", text, re.M):
+        named = re.findall(r"`(\w+\.\w+)`", rule.partition(" → ")[2])
+        found += [] if named else [f"no test: {rule}"]
+        found += [f"no such test {name}: {rule}" for name in named if name not in tests]
+    return found, "Give each rule, after an arrow, the tests that hold it: `Suite.Case`."
+
+
 def format(root):
     """Every C++ file is as clang-format leaves it."""
     files = [str(p) for p in tracked(root, ".h", ".cpp")]
@@ -97,7 +117,7 @@ def format(root):
 
 def main():
     rule, root = sys.argv[1:]
-    found, mend = {f.__name__: f for f in (words, sleeps, includes, sizes, vocabulary, format)}[rule](root)
+    found, mend = {f.__name__: f for f in (words, sleeps, includes, sizes, vocabulary, behaviour, format)}[rule](root)
     print("\n".join(found))
     if found:
         print(f"\n{len(found)} found. {mend}")

@@ -2,20 +2,17 @@
 // longest gap of the event loop, pictures decoded for each step, and resident memory.
 //   browse_bench NAMES MEGAPIXELS STEPS
 #include "BenchHouse.h"
+#include "FullCamera.h"
 #include "app/BrowserEngine.h"
 #include "app/Memory.h"
 #include "ui/planche.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFile>
 #include <QKeyEvent>
 #include <QListView>
-#include <QRandomGenerator>
 #include <QTextStream>
 
-#include <cmath>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -23,59 +20,9 @@ namespace {
 using namespace velmora;
 using namespace velmora::bench;
 
-constexpr int kPictures = 20;             // that differ; the others are links to them
-constexpr qint64 kFirstMinute = 18993600; // of the names: 2006
-
 QString url(int group, int row)
 {
     return group == 0 && row == 0 ? QStringLiteral("http://127.0.0.1:9/one.jpg") : QString();
-}
-
-// Shades with some noise, as a camera gives them.
-QImage picture(double megapixels, int number)
-{
-    const int width = static_cast<int>(std::sqrt(megapixels * 1e6 * 4 / 3));
-    QImage image(width, width * 3 / 4, QImage::Format_RGB32);
-    QRandomGenerator random(static_cast<quint32>(number));
-    for (int y = 0; y < image.height(); ++y) {
-        auto *const line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        for (int x = 0; x < width; ++x) {
-            const int noise = random.bounded(24);
-            line[x] = qRgb((x * 200 / width + noise) & 255, (y * 200 / width + noise) & 255,
-                           (number * 10 + noise) & 255);
-        }
-    }
-    return image;
-}
-
-QByteArray imageName(qint64 minute)
-{
-    const QDateTime time = QDateTime::fromSecsSinceEpoch(minute * 60, Qt::UTC);
-    return time.toString(QStringLiteral("yyyyMMdd_HHmmssddHH")).toLatin1() + ".jpg";
-}
-
-// Empty files, and pictures at the end of the list.
-void fill(const QString &folder, int names, int pictures, double megapixels)
-{
-    QDir().mkpath(folder);
-    const QByteArray root = QFile::encodeName(folder) + '/';
-    QByteArrayList sources;
-    for (int i = 0; i < kPictures; ++i) {
-        const QString path = folder + QStringLiteral("/picture%1").arg(i);
-        picture(megapixels, i).save(path, "JPEG", 85);
-        sources.append(QFile::encodeName(path));
-    }
-    for (int i = 0; i < names; ++i) {
-        const QByteArray path = root + imageName(kFirstMinute + i);
-        if (i >= names - pictures) {
-            static_cast<void>(::link(sources[i % kPictures].constData(), path.constData()));
-        } else {
-            ::close(::open(path.constData(), O_CREAT | O_WRONLY, 0644));
-        }
-    }
-    for (const QByteArray &source : sources) {
-        ::unlink(source.constData());
-    }
 }
 
 double residentMb()
@@ -124,9 +71,9 @@ int main(int argc, char **argv)
     const Folder folder(url);
     House house(folder.path());
     CaptureEngine &engine = house.engine();
-    fill(engine.storage().native(
-             engine.storage().folderText(engine.services().table.CameraFolderName({0, 0}))),
-         names, std::min(names, steps + 20), megapixels);
+    fillCamera(engine.storage().native(
+                   engine.storage().folderText(engine.services().table.CameraFolderName({0, 0}))),
+               names, std::min(names, steps + 20), megapixels);
 
     BrowserEngine images(engine);
     planche window(images.browser(), engine.services(), images.loader());

@@ -1,0 +1,12 @@
+// A camera folder with very many images.
+#pragma once
+
+#include <QString>
+
+namespace velmora::bench {
+
+/// Makes the folder with one image a minute: `pictures` JPEG files of that size at the end of the
+/// list, empty files before them.
+void fillCamera(const QString &folder, int names, int pictures, double megapixels);
+
+} // namespace velmora::bench

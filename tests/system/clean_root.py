@@ -21,7 +21,8 @@ MERGED = ("bin", "sbin", "lib", "lib32", "lib64", "libx32")  # links into usr
 # What a slim system leaves out too.
 LEFT_OUT = re.compile(r"/usr/(share/(doc|man|info|locale|lintian)|include)/")
 TOOLS = "/usr/sbin:/usr/bin:/sbin:/bin"
-BOOKKEEPING = ("var/lib/dpkg", "var/log", "tmp")
+# Of dpkg, and of the fonts' library, which writes its own cache where it may.
+BOOKKEEPING = ("var/lib/dpkg", "var/log", "var/cache", "tmp")
 
 
 class Installed:
@@ -161,7 +162,7 @@ class CleanRoot:
         return program
 
     def state(self):
-        """What stands in it, beside dpkg's own files: path -> size and times; a folder's time is not told."""
+        """What stands in it, beside the bookkeeping: path -> size and times; a folder's time is not told."""
         found = {}
         for folder, folders, files in os.walk(self.path):
             for name in folders + files:

@@ -2,7 +2,6 @@
 and without windows, and is taken away again with everything but that user's data."""
 
 import unittest
-from pathlib import Path
 
 import house
 from answers import fresh, is_whole
@@ -73,14 +72,15 @@ class InstalledTest(unittest.TestCase):
         self.assertEqual(GREEN, self.settings(folder)["Groupe0"]["SB0"])
 
     def test_the_user_of_these_tests_is_an_ordinary_one(self):
-        self.assertEqual("1000", ROOT.run(self, "/usr/bin/id", "-u").out[0])
+        self.assertNotEqual("0", ROOT.run(self, "/usr/bin/id", "-u").out[0])
 
     def test_is_known_as_installed_with_every_dependency_met(self):
         self.assertIn("Status: install ok installed", ROOT.dpkg("--status", "velmora"))
         self.assertEqual("", ROOT.dpkg("--verify", "velmora"))
 
     def test_finds_all_its_libraries(self):
-        found = ROOT.run(self, "/usr/bin/ldd", PROGRAM)
+        # What ldd does, which asks for more than every way of running a program here can tell.
+        found = ROOT.run(self, "/usr/bin/env", "LD_TRACE_LOADED_OBJECTS=1", PROGRAM)
         self.assertGreater(len(found.out), 10, found.report())
         self.assertEqual([], [line for line in found.out if "not found" in line])
 

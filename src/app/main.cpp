@@ -1,5 +1,6 @@
 // Starts the program: with windows, or capturing without any.
 #include "app/CommandLine.h"
+#include "app/DesktopIdentity.h"
 #include "app/HeadlessCapture.h"
 #include "app/Memory.h"
 #include "app/Program.h"
@@ -10,7 +11,6 @@
 #include "base/DesktopOpener.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -64,15 +64,6 @@ void onToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString 
     }
 }
 
-QIcon icon()
-{
-    QIcon icon;
-    for (const int size : {16, 24, 32, 48, 128}) {
-        icon.addFile(QStringLiteral(":/icons/velmora-%1.png").arg(size));
-    }
-    return icon;
-}
-
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool headless)
 {
     if (headless) {
@@ -81,9 +72,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool h
     const QtMessageHandler usual = qInstallMessageHandler(onToolkitMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(usual);
-    // By the file's name a desktop finds the program's icon and its other windows.
-    QGuiApplication::setDesktopFileName(QStringLiteral("velmora"));
-    QGuiApplication::setWindowIcon(icon());
+    introduceToDesktop();
     return application;
 }
 

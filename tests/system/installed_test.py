@@ -8,9 +8,9 @@ from answers import fresh, is_whole
 from browser_window import QUIT_KEY, TITLE
 from camera_server import CameraServer
 from clean_root import HOME, CleanRoot
-from debian_package import DebianPackage, output
+from debian_package import BUILD, DebianPackage, output
 from desktop import Desktop
-from house import GREEN, TIME_ZONE, camera_lists, encode_folder_name, parse_settings, settings_text
+from house import GREEN, TIME_ZONE, House, camera_lists, encode_folder_name, parse_settings, settings_text
 from waiting import until
 
 DATA = ".local/share/velmora"
@@ -138,7 +138,7 @@ class InstalledTest(unittest.TestCase):
         self.expect_nothing_changed_outside_the_home()
 
     def expect_icon_and_class(self, desktop, window):
-        """By its class a desktop finds the entry of the window, which names it."""
+        """By the class a desktop finds the entry of a window, which names it."""
         told = output("xprop", "-id", window, "WM_CLASS", "_NET_WM_ICON", env=desktop.environment())
         self.assertIn(f"WM_CLASS(STRING) = {CLASS}\n", told)
         for size in (16, 24, 32, 48, 128):
@@ -166,6 +166,20 @@ class InstalledTest(unittest.TestCase):
         ROOT.dpkg("--install", PACKAGE.path)
         self.capture()
         self.assertEqual("2", self.settings()["Groupe0"]["lNew0"])
+
+
+class PrefixTest(unittest.TestCase):
+    """Installed by cmake under a prefix that no list of folders has, and that its user may write into."""
+
+    def test_keeps_its_settings_in_the_users_home(self):
+        home = House(self)
+        prefix = home.root / "opt"
+        output("cmake", "--install", BUILD, "--prefix", prefix)
+        before = sorted(prefix.rglob("*"))
+        program = home.start_command([prefix / "bin" / "velmora", "--capture", "--passes", "1"])
+        self.assertEqual(1, program.wait(60), program.report())  # there is no storage folder yet
+        self.assertTrue((home.root / DATA).is_dir())
+        self.assertEqual(before, sorted(prefix.rglob("*")))
 
 
 if __name__ == "__main__":

@@ -98,6 +98,14 @@ class PackageTest(unittest.TestCase):
         self.assertIn(".text", sections)
         self.assertNotRegex(sections, r"\.(symtab|debug_\w+)\b")
 
+    def test_carries_a_program_that_is_hard_to_misuse(self):
+        """Loaded anywhere in memory, its tables of calls read-only, its stack never run."""
+        program = FOLDER / "usr/bin/velmora"
+        self.assertRegex(output("readelf", "--dynamic", "--wide", program), r"FLAGS_1\).* NOW PIE\n")
+        segments = output("readelf", "--program-headers", "--wide", program)
+        self.assertIn("GNU_RELRO", segments)
+        self.assertRegex(segments, r"GNU_STACK +(0x0+ ){3}(0x0+ ){2}RW ")
+
     def test_says_the_same_version_everywhere(self):
         version = output(house.VELMORA, "--version").split()[1]
         self.assertEqual(version, PACKAGE.field("Version"))
@@ -137,7 +145,8 @@ class CheckerTest(unittest.TestCase):
 
     def test_the_service_is_valid_and_not_switched_on(self):
         unit = text("usr/lib/systemd/user/velmora.service")
-        self.assertEqual("velmora --capture", keys_of(unit)["ExecStart"])
+        own = {"ExecStart": "velmora --capture", "Restart": "on-failure", "RestartPreventExitStatus": "2"}
+        self.assertEqual(own, {key: keys_of(unit)[key] for key in own})
         # On this machine the program is elsewhere, and so is its manual page.
         placed = FOLDER / "velmora.service"
         self.addCleanup(placed.unlink)

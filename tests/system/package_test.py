@@ -68,6 +68,9 @@ class PackageTest(unittest.TestCase):
     def test_runs_no_script_when_it_is_installed_or_removed(self):
         self.assertEqual({"control", "md5sums"}, set(PACKAGE.control_files()))
 
+    def test_is_packed_as_small_as_debian_packs(self):
+        self.assertIn("data.tar.xz", output("ar", "t", PACKAGE.path).split())
+
     def test_has_a_check_sum_for_every_file(self):
         summed = {line.split("  ", 1)[1] for line in PACKAGE.control_files()["md5sums"].splitlines()}
         self.assertEqual(FILES, summed)
@@ -92,6 +95,17 @@ class PackageTest(unittest.TestCase):
         fields = ("Package", "Section", "Priority", "Maintainer")
         own = ["velmora", "graphics", "optional", "Velmora developers <velmora@example.org>"]
         self.assertEqual(own, [PACKAGE.field(name) for name in fields])
+
+    def test_says_in_a_form_for_machines_who_holds_which_rights(self):
+        stanzas = text(f"{SHARE}/doc/velmora/copyright").split("\n\n")
+        form = "https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/"
+        self.assertEqual(f"Format: {form}", stanzas[0].splitlines()[0])
+        named = [re.search(r"^License: (.*)$", s, re.M).group(1) for s in stanzas if s.startswith("Files: ")]
+        explained = {re.match(r"License: (.*)\n ", s).group(1) for s in stanzas if s.startswith("License: ")}
+        self.assertEqual(explained, {name for names in named for name in names.split(" and ")})
+        for stanza in stanzas:
+            if stanza.startswith("Files: "):
+                self.assertRegex(stanza, r"\nCopyright: \d{4}")
 
     def test_carries_the_program_without_its_debug_symbols(self):
         sections = output("readelf", "--section-headers", "--wide", FOLDER / "usr/bin/velmora")

@@ -1,9 +1,10 @@
 # Debian packages that the project needs, and how to get them. Read by ./run and ./test.
 
 build_packages="clang-19 cmake ninja-build qt6-base-dev qcoro-qt6-dev libcurl4-openssl-dev
-    cmark-gfm qt6-image-formats-plugins ca-certificates fonts-dejavu-core xdg-utils"
+    cmark-gfm qt6-image-formats-plugins ca-certificates fonts-dejavu-core xdg-utils librsvg2-bin"
 test_packages="ccache libgtest-dev libbenchmark-dev libjpeg-dev clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19
-    xvfb xauth xdotool curl nginx-light python3 procps util-linux git"
+    xvfb xauth xdotool x11-utils curl nginx-light apache2-bin python3 procps util-linux git
+    dpkg-dev file binutils lintian desktop-file-utils appstream man-db systemd proot"
 
 # Installs those of the given packages that are missing.
 install_packages() {

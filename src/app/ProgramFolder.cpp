@@ -8,16 +8,36 @@
 namespace velmora {
 namespace {
 
-bool isSystemBin(const QString &folder)
+const QStringList kSystemBins{QStringLiteral(VELMORA_INSTALL_BINDIR), QStringLiteral("/usr/bin"),
+                              QStringLiteral("/usr/local/bin")};
+
+// Under whatever prefix: the desktop entry is installed with the program, and only then. Root could
+// write into the folder of such a copy, so that alone tells nothing.
+bool isInstalled(const QString &folder)
 {
-    return QStringList{QStringLiteral(VELMORA_INSTALL_BINDIR), QStringLiteral("/usr/bin"),
-                       QStringLiteral("/usr/local/bin")}
-        .contains(folder);
+    return kSystemBins.contains(folder) ||
+           QFileInfo::exists(folder + QStringLiteral("/../share/applications/velmora.desktop"));
 }
 
 QString made(const QString &folder)
 {
     return QDir().mkpath(folder) ? QFileInfo(folder).canonicalFilePath() : QString();
+}
+
+// For its user alone: the settings hold the cameras' passwords.
+QString madeInDataHome(const QString &dataHome)
+{
+    const QString folder = dataHome + QStringLiteral("/velmora");
+    QDir().mkpath(dataHome);
+    QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return made(folder);
+}
+
+// A variable that holds no absolute path counts for nothing, by the desktops' rule for it.
+QString dataHome()
+{
+    const QString told = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return QDir::isAbsolutePath(told) ? told : QDir::homePath() + QStringLiteral("/.local/share");
 }
 
 } // namespace
@@ -28,8 +48,8 @@ QString programFolder(const ProgramPlace &place)
         return made(place.requested);
     }
     const bool portable =
-        !isSystemBin(place.executable) && QFileInfo(place.executable).isWritable();
-    return portable ? place.executable : made(place.dataHome + QStringLiteral("/velmora"));
+        !isInstalled(place.executable) && QFileInfo(place.executable).isWritable();
+    return portable ? place.executable : madeInDataHome(place.dataHome);
 }
 
 ProgramPlace currentPlace(const QString &requestedByOption)
@@ -37,8 +57,7 @@ ProgramPlace currentPlace(const QString &requestedByOption)
     const QString requested = requestedByOption.isEmpty()
                                   ? qEnvironmentVariable("VELMORA_PROGRAM_FOLDER")
                                   : requestedByOption;
-    return {requested, QCoreApplication::applicationDirPath(),
-            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)};
+    return {requested, QCoreApplication::applicationDirPath(), dataHome()};
 }
 
 } // namespace velmora

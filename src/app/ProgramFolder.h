@@ -14,8 +14,9 @@ struct ProgramPlace
 };
 
 /// The folder asked for; else that of the executable; else, for a copy installed for all users (its
-/// folder is a system's bin or cannot be written), "velmora" in the user's data folder, which is
-/// made. Native path without links in it; empty when the folder cannot be made.
+/// folder is a system's bin, has the installed desktop entry beside it or cannot be written),
+/// "velmora" in the user's data folder, which is made so that only the user may look into it.
+/// Native path without links in it; empty when the folder cannot be made.
 [[nodiscard]] QString programFolder(const ProgramPlace &place);
 
 /// The place of this process.

@@ -1,5 +1,6 @@
 // Starts the program: with windows, or capturing without any.
 #include "app/CommandLine.h"
+#include "app/DesktopIdentity.h"
 #include "app/HeadlessCapture.h"
 #include "app/Memory.h"
 #include "app/Program.h"
@@ -71,6 +72,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool h
     const QtMessageHandler usual = qInstallMessageHandler(onToolkitMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(usual);
+    introduceToDesktop();
     return application;
 }
 

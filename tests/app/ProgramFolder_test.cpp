@@ -1,11 +1,14 @@
 // Where the program keeps its settings.
 #include "app/ProgramFolder.h"
 
+#include "support/ScopedEnv.h"
 #include "support/TempTree.h"
 
 #include <QDir>
 
 #include <gtest/gtest.h>
+
+#include <map>
 
 namespace velmora::test {
 namespace {
@@ -32,6 +35,52 @@ TEST(ProgramFolder, OfAnInstalledProgramIsTheUsers)
                   tree.path(u"share/velmora"));
     }
     EXPECT_TRUE(tree.exists(u"share/velmora"));
+}
+
+TEST(ProgramFolder, OfACopyInstalledElsewhereIsTheUsersThoughItsFolderCanBeWritten)
+{
+    const TempTree tree;
+    tree.makeFolder(u"prefix/bin");
+    tree.write(u"prefix/share/applications/velmora.desktop", "entry");
+    EXPECT_EQ(programFolder({{}, tree.path(u"prefix/bin"), tree.path(u"share")}),
+              tree.path(u"share/velmora"));
+}
+
+TEST(ProgramFolder, BesideTheDesktopEntriesOfOthersIsThatOfTheExecutable)
+{
+    const TempTree tree;
+    tree.makeFolder(u"home/bin");
+    tree.write(u"home/share/applications/other.desktop", "entry");
+    EXPECT_EQ(programFolder({{}, tree.path(u"home/bin"), tree.path(u"share")}),
+              tree.path(u"home/bin"));
+    EXPECT_FALSE(tree.exists(u"share"));
+}
+
+TEST(ProgramFolder, OfAnInstalledProgramIsClosedToOthers)
+{
+    const TempTree tree;
+    const QString folder = programFolder({{}, QStringLiteral("/usr/bin"), tree.path(u"new/share")});
+    const auto everybody = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                           QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    EXPECT_EQ(QFileInfo(folder).permissions() & everybody, QFile::Permissions());
+    EXPECT_TRUE(QFileInfo(folder).isWritable());
+}
+
+TEST(ProgramFolder, OfAnInstalledProgramKeepsThePermissionsThatItHas)
+{
+    const TempTree tree;
+    tree.makeFolder(u"share/velmora");
+    const QFile::Permissions before = QFileInfo(tree.path(u"share/velmora")).permissions();
+    ASSERT_EQ(programFolder({{}, QStringLiteral("/usr/bin"), tree.path(u"share")}),
+              tree.path(u"share/velmora"));
+    EXPECT_EQ(QFileInfo(tree.path(u"share/velmora")).permissions(), before);
+}
+
+TEST(ProgramFolder, OfAnInstalledProgramIsEmptyWhenTheUsersCannotBeMade)
+{
+    const TempTree tree;
+    tree.write(u"file", "x");
+    EXPECT_EQ(programFolder({{}, QStringLiteral("/usr/bin"), tree.path(u"file")}), QString());
 }
 
 TEST(ProgramFolder, OfAFolderThatCannotBeWrittenIsTheUsers)
@@ -64,6 +113,18 @@ TEST(ProgramPlace, TakesTheOptionBeforeTheEnvironment)
     EXPECT_EQ(currentPlace({}).requested, QStringLiteral("/from/environment"));
     qunsetenv("VELMORA_PROGRAM_FOLDER");
     EXPECT_EQ(currentPlace({}).requested, QString());
+}
+
+TEST(ProgramPlace, TakesTheDataFolderOfTheUserFromTheEnvironmentWhenItIsAbsolute)
+{
+    const ScopedEnv home("HOME", "/home/guard");
+    const QString usual = QStringLiteral("/home/guard/.local/share");
+    const std::map<QByteArray, QString> folders{
+        {"/data", QStringLiteral("/data")}, {"data", usual}, {"./data", usual}, {"", usual}};
+    for (const auto &[variable, folder] : folders) {
+        const ScopedEnv data("XDG_DATA_HOME", variable);
+        EXPECT_EQ(currentPlace({}).dataHome, folder) << variable.toStdString();
+    }
 }
 
 } // namespace

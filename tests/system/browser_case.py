@@ -7,7 +7,7 @@ import house
 from browser_window import TITLE, BrowserWindow, Opener
 from desktop import Desktop
 from house import House, camera_lists
-from nginx_cameras import set_modified
+from hundred_cameras import set_modified
 from nginx_server import NginxServer
 from pictures import colour_of, plain
 from waiting import until

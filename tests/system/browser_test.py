@@ -17,7 +17,7 @@ from browser_window import (
     QUIT_KEY,
     SETUP_KEY,
 )
-from nginx_cameras import path_asked, set_modified
+from hundred_cameras import path_asked, set_modified
 from pictures import colour_of, plain
 from waiting import until
 

@@ -69,6 +69,15 @@ def camera_lists(urls):
     return sections
 
 
+def settings_text(*parts):
+    """parts: sections with their keys."""
+    return "".join(
+        f"[{section}]\r\n" + "".join(f"{key}={value}\r\n" for key, value in keys.items())
+        for part in parts
+        for section, keys in part.items()
+    )
+
+
 class House:
     """The program folder; the storage folder C:\\in is drives/c/in in it."""
 
@@ -81,12 +90,7 @@ class House:
         test.addCleanup(shutil.rmtree, self.root, ignore_errors=True)
 
     def write_settings(self, *parts, comments=""):
-        text = comments + "".join(
-            f"[{section}]\r\n" + "".join(f"{key}={value}\r\n" for key, value in keys.items())
-            for part in parts
-            for section, keys in part.items()
-        )
-        self.settings_path.write_bytes(text.encode("cp1252"))
+        self.settings_path.write_bytes((comments + settings_text(*parts)).encode("cp1252"))
 
     def settings_bytes(self):
         return self.settings_path.read_bytes()

@@ -1,5 +1,5 @@
-"""The hundred cameras that the nginx tests configure: ten groups, and in each row of a group another way in
-which an address can be written."""
+"""The hundred cameras that the tests with real web servers configure: ten groups, and in each row of a group
+another way in which an address can be written."""
 
 import os
 import subprocess

@@ -1,0 +1,91 @@
+"""Debian's Apache as a set of cameras: it knows Digest too, gives no type to a name without an ending, and answers in
+the old protocol where it is told to."""
+
+import base64
+import hashlib
+import os
+
+from web_server import WebServer
+
+REALM = "camera"
+MODULES = (
+    "mpm_event authn_core authn_file authz_core authz_user auth_basic auth_digest alias rewrite mime headers setenvif"
+)
+CONFIGURATION = """
+ServerRoot {root}
+ServerName camera
+Listen 127.0.0.1:{port}
+PidFile {root}/apache.pid
+DefaultRuntimeDir {root}
+ErrorLog {root}/error.log
+{modules}
+{user}
+StartServers 1
+KeepAlive On
+LogFormat "%r %>s %{{Authorization}}i" plain
+CustomLog {root}/access.log plain
+# The headers that would ask for a picture only if it is new, the one that would keep the connection, whether
+# the server would have kept it ("+"), and how many requests it served before.
+LogFormat "%{{If-Modified-Since}}i %{{If-None-Match}}i %{{Connection}}i %X %k" conditions
+CustomLog {root}/conditions.log conditions
+TypesConfig /dev/null
+AddType image/jpeg .jpg .jpeg
+AddType image/png .png
+DocumentRoot {root}/www
+<Directory {root}/www>
+    Require all granted
+</Directory>
+<Location /private/>
+    AuthType Basic
+    AuthName {realm}
+    AuthUserFile {root}/users
+    Require valid-user
+</Location>
+<Location /digest/>
+    AuthType Digest
+    AuthName {realm}
+    AuthUserFile {root}/digests
+    Require valid-user
+</Location>
+SetEnvIf Request_URI "^/old/" downgrade-1.0 force-response-1.0
+<Location /undated/>
+    Header unset Last-Modified
+</Location>
+# As if the client had the picture, whichever it asks for.
+<Location /unchanged/>
+    RequestHeader set If-None-Match "*"
+</Location>
+Redirect 302 /moved.jpg /cam/0.jpg
+Redirect 301 /moved-away.png /snap/1
+Redirect 302 /to-private.png http://127.0.0.1:{port}/private/2.png
+RewriteEngine On
+RewriteRule ^/round/(\\d+)\\.png$ /round/$1.png [R=302,L]
+"""
+
+
+def digest_of(*words):
+    return hashlib.md5(":".join(words).encode()).hexdigest()
+
+
+class ApacheServer(WebServer):
+    NAME = "apache2"
+
+    def write_users(self, user, password):
+        """Where those find them to whom the server changes when root starts it."""
+        self.root.chmod(0o755)
+        summed = base64.b64encode(hashlib.sha1(password.encode()).digest()).decode()
+        (self.root / "users").write_text(f"{user}:{{SHA}}{summed}\n")
+        (self.root / "digests").write_text(f"{user}:{REALM}:{digest_of(user, REALM, password)}\n")
+
+    def command(self, program, port):
+        user = "User #65534\nGroup #65534" if os.geteuid() == 0 else ""
+        folder = "/usr/lib/apache2/modules"
+        modules = "\n".join(f"LoadModule {name}_module {folder}/mod_{name}.so" for name in MODULES.split())
+        configuration = self.root / "apache.conf"
+        own = {"user": user, "root": self.root, "port": port, "modules": modules, "realm": REALM}
+        configuration.write_text(CONFIGURATION.format(**own))
+        return [program, "-D", "FOREGROUND", "-f", configuration]
+
+    def conditions(self):
+        """A line for each request: what would make its answer depend on another one."""
+        return (self.root / "conditions.log").read_text(encoding="utf-8").splitlines()

@@ -45,6 +45,15 @@ TEST_F(ProgramBrowser, SetupClosesTheFilm)
     EXPECT_TRUE(isVisible(kMain));
 }
 
+TEST_F(ProgramBrowser, SetupReadsTheRowsOfTheMainWindowAgain)
+{
+    start();
+    engine_->settings().write(u"Groupe0", u"lNew0", 77);
+    QTest::mousePress(control(kBrowser, QStringLiteral("cSetUp")), Qt::LeftButton);
+    settle();
+    EXPECT_EQ(text(kMain, QStringLiteral("lNew0")), QStringLiteral("77"));
+}
+
 TEST_F(ProgramBrowser, ADoubleClickOpensTheImageOnTheDesktop)
 {
     putImages(3);
@@ -159,6 +168,22 @@ TEST_F(ProgramBrowser, DeletesOldImagesAtTheStartAndListsWhatIsLeft)
     EXPECT_EQ(tree_.files(kFolder), QStringList({QStringLiteral("20050101_0000020101.png"),
                                                  QStringLiteral("20060307_1405090714.png")}));
     EXPECT_TRUE(position().startsWith(QStringLiteral("1 / "))) << qPrintable(position());
+}
+
+TEST_F(ProgramBrowser, DeletesOldImagesWhenATickedCameraStoresAnother)
+{
+    writeSettings("StRep=C:\\in\\\r\n[Groupe0]\r\nEffM0=1\r\n");
+    start();
+    putImages(1);
+    clock_.advance(1h);
+    source_.answer(
+        QStringLiteral("http://cam/a.png"),
+        {QByteArray(2000, 'x'), QStringLiteral("Tue, 07 Mar 2006 15:00:00 GMT"), {}, {}, {}});
+    engine_->scheduler().setTickCounter(59);
+    engine_->launch(engine_->scheduler().Timer_Timer());
+    settle();
+    EXPECT_EQ(tree_.files(kFolder), QStringList({QStringLiteral("20060307_1405090714.png"),
+                                                 QStringLiteral("20060307_1500000715.png")}));
 }
 
 TEST_F(ProgramBrowser, KeepsOldImagesOfACameraWhoseBoxIsNotTicked)

@@ -3,6 +3,8 @@
 #include "ProgramHouse.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QImage>
 #include <QLineEdit>
 #include <QListView>
 #include <QSlider>
@@ -64,6 +66,44 @@ TEST_F(ProgramBrowser, ADoubleClickOpensTheImageOnTheDesktop)
     settle();
     EXPECT_EQ(opener_.opened, QStringList{tree_.path(
                                   QString(kFolder + QStringLiteral("20050101_0000000101.png")))});
+}
+
+TEST_F(ProgramBrowser, TheRightButtonCopiesAnImageToTheClipboard)
+{
+    putImages(1);
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(
+        image.save(tree_.path(QString(kFolder + QStringLiteral("20050101_0000000101.png")))));
+    QGuiApplication::clipboard()->clear();
+    start();
+    QTest::mousePress(control(kBrowser, QStringLiteral("Vue0")), Qt::RightButton);
+    settle();
+    EXPECT_EQ(QGuiApplication::clipboard()->image().size(), image.size());
+}
+
+TEST_F(ProgramBrowser, SpaceInTheListPausesTheFilm)
+{
+    putImages(3);
+    start();
+    click(kBrowser, QStringLiteral("bFilm"));
+    QTest::keyClick(control(kBrowser, QStringLiteral("LstDir")), Qt::Key_Space);
+    const auto *const button =
+        qobject_cast<QAbstractButton *>(control(kFilm, QStringLiteral("PauseCine")));
+    EXPECT_EQ(button->text(), QStringLiteral("Start"));
+}
+
+TEST_F(ProgramBrowser, SaysWhichCameraStoredAnImageAndWhichFailed)
+{
+    writeSettings("StRep=C:\\in\\\r\n");
+    start();
+    EXPECT_EQ(text(kBrowser, QStringLiteral("Capt")), QStringLiteral("0:0"));
+    EXPECT_EQ(text(kBrowser, QStringLiteral("NbCapt")), QStringLiteral("1"));
+    source_.answer(QStringLiteral("http://cam/a.png"), {{}, {}, {}, {}, QStringLiteral("gone")});
+    engine_->scheduler().setTickCounter(59);
+    engine_->launch(engine_->scheduler().Timer_Timer());
+    settle();
+    EXPECT_EQ(text(kBrowser, QStringLiteral("txtLog")), QStringLiteral("Camera 0:0: gone"));
 }
 
 TEST_F(ProgramBrowser, ACaptureShowsInTheBrowserThatFollows)

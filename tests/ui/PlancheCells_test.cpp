@@ -114,11 +114,13 @@ TEST_F(PlancheCells, TheCopyOutlivesItsFile)
     EXPECT_EQ(copiedSize(), kCameraSize);
 }
 
-TEST_F(PlancheCells, WithShiftTheRightButtonDoesNothing)
+TEST_F(PlancheCells, WithShiftCtrlOrAltTheRightButtonDoesNothing)
 {
     house_.openOn(12);
-    house_.press(name(0), Qt::RightButton, Qt::ShiftModifier);
-    EXPECT_FALSE(isZoomed());
+    for (const auto modifier : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
+        house_.press(name(0), Qt::RightButton, modifier);
+        EXPECT_FALSE(isZoomed()) << modifier;
+    }
     EXPECT_TRUE(copiedSize().isEmpty());
 }
 

@@ -97,6 +97,7 @@ TEST_F(FilmWindow, EachTickShowsTheNextImage)
     EXPECT_EQ(text(QStringLiteral("Compte0")), QStringLiteral("5 / 12"));
     EXPECT_EQ(text(QStringLiteral("nFich")), storedName(4).left(15));
     EXPECT_EQ(house_.find<QProgressBar>(QStringLiteral("Barre")).value(), 5);
+    EXPECT_EQ(house_.find<QProgressBar>(QStringLiteral("Barre")).maximum(), 12);
 }
 
 TEST_F(FilmWindow, BeginsAgainBehindTheLastImage)
@@ -257,6 +258,14 @@ TEST_F(FilmWindow, ClosingStoresItsPlaceInTwips)
     EXPECT_EQ(house_.data.state.CineActif, BrowserState::kNo);
     EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("Cine Form_Unload")));
     EXPECT_EQ(shown(), QString());
+}
+
+TEST_F(FilmWindow, ShowsItsPictureAgainWhenItIsOpenedAgain)
+{
+    openFilm(12);
+    house_.filmWindow.close();
+    house_.click(QStringLiteral("bFilm"));
+    EXPECT_EQ(shown(), storedName(0));
 }
 
 TEST_F(FilmWindow, ClosingPutsTheEnlargedImageAway)

@@ -3,6 +3,8 @@
 #include "ProgramHouse.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QImage>
 #include <QLineEdit>
 #include <QListView>
 #include <QSlider>
@@ -45,6 +47,15 @@ TEST_F(ProgramBrowser, SetupClosesTheFilm)
     EXPECT_TRUE(isVisible(kMain));
 }
 
+TEST_F(ProgramBrowser, SetupReadsTheRowsOfTheMainWindowAgain)
+{
+    start();
+    engine_->settings().write(u"Groupe0", u"lNew0", 77);
+    QTest::mousePress(control(kBrowser, QStringLiteral("cSetUp")), Qt::LeftButton);
+    settle();
+    EXPECT_EQ(text(kMain, QStringLiteral("lNew0")), QStringLiteral("77"));
+}
+
 TEST_F(ProgramBrowser, ADoubleClickOpensTheImageOnTheDesktop)
 {
     putImages(3);
@@ -55,6 +66,44 @@ TEST_F(ProgramBrowser, ADoubleClickOpensTheImageOnTheDesktop)
     settle();
     EXPECT_EQ(opener_.opened, QStringList{tree_.path(
                                   QString(kFolder + QStringLiteral("20050101_0000000101.png")))});
+}
+
+TEST_F(ProgramBrowser, TheRightButtonCopiesAnImageToTheClipboard)
+{
+    putImages(1);
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(
+        image.save(tree_.path(QString(kFolder + QStringLiteral("20050101_0000000101.png")))));
+    QGuiApplication::clipboard()->clear();
+    start();
+    QTest::mousePress(control(kBrowser, QStringLiteral("Vue0")), Qt::RightButton);
+    settle();
+    EXPECT_EQ(QGuiApplication::clipboard()->image().size(), image.size());
+}
+
+TEST_F(ProgramBrowser, SpaceInTheListPausesTheFilm)
+{
+    putImages(3);
+    start();
+    click(kBrowser, QStringLiteral("bFilm"));
+    QTest::keyClick(control(kBrowser, QStringLiteral("LstDir")), Qt::Key_Space);
+    const auto *const button =
+        qobject_cast<QAbstractButton *>(control(kFilm, QStringLiteral("PauseCine")));
+    EXPECT_EQ(button->text(), QStringLiteral("Start"));
+}
+
+TEST_F(ProgramBrowser, SaysWhichCameraStoredAnImageAndWhichFailed)
+{
+    writeSettings("StRep=C:\\in\\\r\n");
+    start();
+    EXPECT_EQ(text(kBrowser, QStringLiteral("Capt")), QStringLiteral("0:0"));
+    EXPECT_EQ(text(kBrowser, QStringLiteral("NbCapt")), QStringLiteral("1"));
+    source_.answer(QStringLiteral("http://cam/a.png"), {{}, {}, {}, {}, QStringLiteral("gone")});
+    engine_->scheduler().setTickCounter(59);
+    engine_->launch(engine_->scheduler().Timer_Timer());
+    settle();
+    EXPECT_EQ(text(kBrowser, QStringLiteral("txtLog")), QStringLiteral("Camera 0:0: gone"));
 }
 
 TEST_F(ProgramBrowser, ACaptureShowsInTheBrowserThatFollows)
@@ -159,6 +208,22 @@ TEST_F(ProgramBrowser, DeletesOldImagesAtTheStartAndListsWhatIsLeft)
     EXPECT_EQ(tree_.files(kFolder), QStringList({QStringLiteral("20050101_0000020101.png"),
                                                  QStringLiteral("20060307_1405090714.png")}));
     EXPECT_TRUE(position().startsWith(QStringLiteral("1 / "))) << qPrintable(position());
+}
+
+TEST_F(ProgramBrowser, DeletesOldImagesWhenATickedCameraStoresAnother)
+{
+    writeSettings("StRep=C:\\in\\\r\n[Groupe0]\r\nEffM0=1\r\n");
+    start();
+    putImages(1);
+    clock_.advance(1h);
+    source_.answer(
+        QStringLiteral("http://cam/a.png"),
+        {QByteArray(2000, 'x'), QStringLiteral("Tue, 07 Mar 2006 15:00:00 GMT"), {}, {}, {}});
+    engine_->scheduler().setTickCounter(59);
+    engine_->launch(engine_->scheduler().Timer_Timer());
+    settle();
+    EXPECT_EQ(tree_.files(kFolder), QStringList({QStringLiteral("20060307_1405090714.png"),
+                                                 QStringLiteral("20060307_1500000715.png")}));
 }
 
 TEST_F(ProgramBrowser, KeepsOldImagesOfACameraWhoseBoxIsNotTicked)

@@ -50,6 +50,13 @@ TEST_F(ConformityStart, CountsToTheFirstDotAlone)
     EXPECT_EQ(passes_.size(), 0);
 }
 
+TEST_F(ConformityStart, LeavesAShortNameWithoutItsUnderscoreAlone)
+{
+    house_.addCamera(kCamera, {QStringLiteral("200603071405090.jpg")});
+    house_.show(kCamera);
+    EXPECT_EQ(passes_.size(), 0);
+}
+
 TEST_F(ConformityStart, LooksAtTheTenThatAreShownAlone)
 {
     house_.addImages(kCamera, 30);

@@ -5,6 +5,7 @@
 #include "base/DateText.h"
 #include "support/TempTree.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -54,6 +55,17 @@ TEST(OldImages, CountsWhatIsDeleted)
     EXPECT_FALSE(images.error());
     EXPECT_EQ(images.newest(), kNow);
     EXPECT_TRUE(images.isComplete());
+}
+
+TEST(OldImages, AreNotAllKnownWhenTheFolderWentAway)
+{
+    const TempTree tree;
+    tree.makeFolder(u"cam");
+    const FolderFiles folder(tree.path(u"cam"));
+    ASSERT_TRUE(QDir().rmdir(tree.path(u"cam")));
+    OldImages images(folder, kNow, kNow);
+    EXPECT_FALSE(images.lookSome());
+    EXPECT_FALSE(images.isComplete());
 }
 
 TEST(OldImages, HaveNoNewestInAnEmptyFolder)

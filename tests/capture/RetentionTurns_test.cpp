@@ -37,6 +37,14 @@ TEST_F(RetentionTurns, ComeAtMostOnceAnHourForEachCamera)
     EXPECT_EQ(left(), QStringList());
 }
 
+TEST_F(RetentionTurns, ComeOnceForAnImageThatIsStoredWhileTheCameraWaits)
+{
+    retention_.begin();
+    retention_.follow(kKept);
+    house_.finish();
+    EXPECT_EQ(house_.logText().count(QStringLiteral("Retention 0:0")), 1);
+}
+
 TEST_F(RetentionTurns, AreNotHeldUpByThoseOfAnotherCamera)
 {
     const CameraAddress other{3, 4};

@@ -1,7 +1,11 @@
 // What is deleted after one month, and what stays.
 #include "RetentionTest.h"
+#include "support/WithoutRootRights.h"
 
 #include <QDir>
+#include <QScopeGuard>
+
+#include <sys/stat.h>
 
 namespace velmora::test {
 namespace {
@@ -216,6 +220,29 @@ TEST_F(RetentionRule, LogsEachRun)
     begin();
     EXPECT_TRUE(house_.logText().contains(
         QStringLiteral("Retention 0:0: 2 images from before 07/02/2006 14:05:09 deleted")));
+}
+
+TEST_F(RetentionRule, LogsWhatCannotBeDeletedAndWhy)
+{
+    put(kOld);
+    house_.tree.write(u"Velmora.log", "");
+    const auto allow = [](const QString &path, mode_t mode) {
+        EXPECT_EQ(::chmod(QFile::encodeName(path).constData(), mode), 0);
+    };
+    allow(house_.tree.path(), 0755);
+    allow(house_.tree.path(u"Velmora.log"), 0666);
+    allow(path(), 0555);
+    const auto restore = qScopeGuard([&] { allow(path(), 0755); });
+    {
+        const WithoutRootRights user;
+        begin();
+    }
+    EXPECT_EQ(left(), QStringList({kOld}));
+    EXPECT_TRUE(deleted_.isEmpty());
+    EXPECT_TRUE(house_.logText().contains(
+        QStringLiteral("Retention 0:0: 0 images from before 07/02/2006 14:05:09 deleted, 1 not: "
+                       "Permission denied")))
+        << house_.logText().toStdString();
 }
 
 TEST_F(RetentionRule, SaysThatImagesAreGone)

@@ -70,6 +70,17 @@ TEST_F(LiveBoxTest, SaysThatItIsLoading)
     EXPECT_EQ(house_.find<Lamp>(QStringLiteral("SB2")).property("FillColor").toInt(), 33023);
 }
 
+TEST_F(LiveBoxTest, EmptiesTheStatusLineAtItsBeginAndItsEnd)
+{
+    auto &status = house_.find<QLabel>(QStringLiteral("lTmp"));
+    status.setText(QStringLiteral("before"));
+    select();
+    EXPECT_EQ(status.text(), QString());
+    status.setText(QStringLiteral("meanwhile"));
+    arrive();
+    EXPECT_EQ(status.text(), QString());
+}
+
 TEST_F(LiveBoxTest, ShowsTheLivePictureWhenItIsThere)
 {
     select();

@@ -164,6 +164,18 @@ TEST_F(PlancheModes, LeavingAnUnchangedBoxDoesNotSearch)
     EXPECT_EQ(position(), QStringLiteral("4 / 31"));
 }
 
+TEST_F(PlancheModes, LeavingABoxAfterEnterDoesNotSearchAgain)
+{
+    house_.openOn(30);
+    house_.retype(kTime, QStringLiteral("00:00:12"));
+    house_.key(kTime, Qt::Key_Return);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Home);
+    house_.find<QWidget>(kTime).setFocus();
+    house_.find<QWidget>(QStringLiteral("LstDir")).setFocus();
+    house_.settle();
+    EXPECT_EQ(position(), QStringLiteral("1 / 30"));
+}
+
 TEST_F(PlancheModes, WithoutThatMomentTheFirstImageOfTheDayIsFound)
 {
     house_.openOn(30);

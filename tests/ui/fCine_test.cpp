@@ -12,6 +12,21 @@ namespace {
 
 const QString kPause = QStringLiteral("PauseCine");
 
+/// Counts how often a window is brought to the front.
+class FrontCounter : public QObject
+{
+public:
+    explicit FrontCounter(QWidget &window) { window.installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::ZOrderChange ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+};
+
 class FilmWindow : public testing::Test
 {
 protected:
@@ -82,6 +97,7 @@ TEST_F(FilmWindow, EachTickShowsTheNextImage)
     EXPECT_EQ(text(QStringLiteral("Compte0")), QStringLiteral("5 / 12"));
     EXPECT_EQ(text(QStringLiteral("nFich")), storedName(4).left(15));
     EXPECT_EQ(house_.find<QProgressBar>(QStringLiteral("Barre")).value(), 5);
+    EXPECT_EQ(house_.find<QProgressBar>(QStringLiteral("Barre")).maximum(), 12);
 }
 
 TEST_F(FilmWindow, BeginsAgainBehindTheLastImage)
@@ -244,6 +260,14 @@ TEST_F(FilmWindow, ClosingStoresItsPlaceInTwips)
     EXPECT_EQ(shown(), QString());
 }
 
+TEST_F(FilmWindow, ShowsItsPictureAgainWhenItIsOpenedAgain)
+{
+    openFilm(12);
+    house_.filmWindow.close();
+    house_.click(QStringLiteral("bFilm"));
+    EXPECT_EQ(shown(), storedName(0));
+}
+
 TEST_F(FilmWindow, ClosingPutsTheEnlargedImageAway)
 {
     openFilm(12);
@@ -292,6 +316,25 @@ TEST_F(FilmWindow, ComesToTheFrontAgainAndAgainWhileItIsOpen)
     EXPECT_TRUE(timer.isActive());
     house_.filmWindow.close();
     EXPECT_FALSE(timer.isActive());
+}
+
+TEST_F(FilmWindow, IsBroughtToTheFrontAtEachTick)
+{
+    openFilm(12);
+    const FrontCounter front(house_.filmWindow);
+    house_.fire(QStringLiteral("Timer1"));
+    house_.fire(QStringLiteral("Timer1"));
+    EXPECT_EQ(front.count, 2);
+}
+
+TEST_F(FilmWindow, IsNotBroughtInFrontOfAQuestion)
+{
+    openFilm(12);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
+    ASSERT_NE(house_.question(), nullptr);
+    const FrontCounter front(house_.filmWindow);
+    house_.fire(QStringLiteral("Timer1"));
+    EXPECT_EQ(front.count, 0);
 }
 
 TEST_F(FilmWindow, ThePictureIsLoadedForAnotherSize)

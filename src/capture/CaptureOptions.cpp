@@ -11,6 +11,7 @@ namespace {
 const QString kControl = QStringLiteral("Control");
 const QString kTempo = QStringLiteral("Tempo");
 const QString kTIO = QStringLiteral("TIO");
+constexpr int kDigits = 15; // a number as text shows no more
 constexpr double kMinTempo = 1;
 constexpr double kMaxTempo = 60;
 constexpr double kMinTimeout = 5;
@@ -28,7 +29,7 @@ void CaptureOptions::load()
     const QString tempo = settings_.read(kControl, kTempo);
     tempo_ = leadingNumber(tempo) == 0 ? QStringLiteral("1") : tempo;
     const double timeout = settings_.number(kControl, kTIO);
-    timeout_ = timeout == 0 ? QStringLiteral("5") : QString::number(timeout);
+    timeout_ = timeout == 0 ? QStringLiteral("5") : QString::number(timeout, 'g', kDigits);
     Q_EMIT tempoChanged(tempo_);
     Q_EMIT timeoutChanged(timeout_);
 }

@@ -289,10 +289,9 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address)
 // The address shown is that of the same row of the group on screen, whichever group is loaded.
 void Scheduler::traceRow(const QString &text, CameraAddress address)
 {
-    services_.log.trace(QStringLiteral("\r\n%1%2 %3:%4")
-                            .arg(text, withoutCredentials(services_.page.row(address.row).url))
-                            .arg(address.group)
-                            .arg(address.row));
+    const QString url = withoutCredentials(services_.page.row(address.row).url);
+    const QString camera = QStringLiteral(" %1:%2").arg(address.group).arg(address.row);
+    services_.log.trace(QStringLiteral("\r\n") + text + url + camera);
 }
 
 QCoro::Task<> Scheduler::lastTick()

@@ -2,6 +2,7 @@
 #include "ProgramHouse.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QTabBar>
 
@@ -33,6 +34,45 @@ TEST_F(ProgramTest, ShowsTheMainWindowWithItsRowsWhenTheStorageIsMissing)
               QStringLiteral("http://cam/a.png"));
     EXPECT_FALSE(tree_.exists(u"drives/c/none"));
     EXPECT_TRUE(source_.requested().isEmpty());
+}
+
+TEST_F(ProgramTest, ShowsTheImagesBesideTheMainWindowWhenTheStorageIsMissing)
+{
+    writeSettings("StRep=C:\\none\\\r\n");
+    start();
+    EXPECT_TRUE(isVisible(QStringLiteral("planche")));
+}
+
+TEST_F(ProgramTest, PutsTheStartBoxOnTopForOneTurnOfTheLoop)
+{
+    engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
+    program_ = std::make_unique<Program>(*engine_, opener_);
+    const auto isOnTop = [] {
+        return topLevel(QStringLiteral("frmSplash"))->windowFlags() & Qt::WindowStaysOnTopHint;
+    };
+    program_->start();
+    EXPECT_TRUE(isVisible(QStringLiteral("frmSplash")));
+    EXPECT_TRUE(isOnTop());
+    settle();
+    EXPECT_TRUE(isVisible(QStringLiteral("frmSplash")));
+    EXPECT_FALSE(isOnTop());
+}
+
+TEST_F(ProgramTest, ShowsTheStoredOptions)
+{
+    writeSettings("StRep=C:\\none\r\nDebug=1\r\nTempo=7\r\nTIO=9.50\r\nSelecteur=0\r\n");
+    start();
+    const QString main = QStringLiteral("Interface");
+    const auto box = [&](const QString &name) {
+        return topLevel(main)->findChild<QLineEdit *>(name)->text();
+    };
+    const auto isChecked = [&](const QString &name) {
+        return topLevel(main)->findChild<QCheckBox *>(name)->isChecked();
+    };
+    EXPECT_EQ(box(QStringLiteral("tempo")), QStringLiteral("7"));
+    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("9.5"));
+    EXPECT_TRUE(isChecked(QStringLiteral("cDebug")));
+    EXPECT_TRUE(isChecked(QStringLiteral("ActLst")));
 }
 
 TEST_F(ProgramTest, AFreshInstallationHasTheDefaults)

@@ -98,6 +98,24 @@ TEST_F(SourceTest, MakesTheFolderOfTheAddressBeforeTheEdit)
               (QStringList{QStringLiteral("new"), QStringLiteral("old")}));
 }
 
+TEST_F(SourceTest, MakesTheStorageFolderItselfForARowThatHadNoAddress)
+{
+    storage.edit(QStringLiteral("C:\\in"));
+    leave(0, QStringLiteral("new"));
+    EXPECT_EQ(tree.folders(u"drives/c"), QStringList{QStringLiteral("in")});
+    EXPECT_EQ(tree.folders(u"drives/c/in"), QStringList());
+}
+
+TEST_F(SourceTest, MakesOneLevelOfFolderAlone)
+{
+    storage.edit(QStringLiteral("C:\\in"));
+    settings.write(u"Liste0", u"lst0", u"old");
+    leave(0, QStringLiteral("new"));
+    EXPECT_EQ(tree.folders(u"drives/c"), QStringList());
+    EXPECT_EQ(shown.size(), 1);
+    EXPECT_EQ(setting(u"Liste0", u"lst0"), QStringLiteral("new"));
+}
+
 TEST_F(SourceTest, MakesNoFolderForAnAddressThatIsCleared)
 {
     useStorage();

@@ -111,8 +111,8 @@ TEST_P(SecretField, IsMaskedInEveryPlace)
 
 INSTANTIATE_TEST_SUITE_P(CameraUrl, SecretField,
                          testing::Values("user", "usr", "username", "login", "loginuse", "loginpas",
-                                         "account", "pw", "pwd", "pass", "passwd", "password",
-                                         "psw", "token", "auth"));
+                                         "account", "pw", "pwd", "pas", "pass", "passwd",
+                                         "password", "psw", "secret", "token", "auth"));
 
 struct RequestRow
 {

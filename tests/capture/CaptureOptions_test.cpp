@@ -60,6 +60,8 @@ const LoadRow kLoads[] = {
     {"Negative", "Tempo=-5\r\nTIO=-30\r\n", QStringLiteral("-5"), QStringLiteral("-30")},
     {"TempoAsTextTimeoutAsNumber", "Tempo=3s\r\nTIO=7.90 s\r\n", QStringLiteral("3s"),
      QStringLiteral("7.9")},
+    {"TimeoutOfManyDigits", "Tempo=2\r\nTIO=1234567\r\n", QStringLiteral("2"),
+     QStringLiteral("1234567")},
 };
 
 INSTANTIATE_TEST_SUITE_P(CaptureOptions, CaptureOptionsLoad, testing::ValuesIn(kLoads),

@@ -2,6 +2,7 @@
 #include "HttpExchange.h"
 #include "capture/CameraUrl.h"
 #include "support/RunTask.h"
+#include "support/ScopedEnv.h"
 
 namespace velmora::test {
 namespace {
@@ -72,6 +73,14 @@ TEST_F(HttpClientTest, TakesAnAddressWithoutScheme)
 {
     camera_.answer("/snap", picture(10));
     EXPECT_EQ(fetch(camera_.host() + "/snap").outcome, FetchOutcome::Arrived);
+}
+
+TEST_F(HttpClientTest, GoesThroughTheProxyOfTheSystem)
+{
+    const ScopedEnv proxy("http_proxy", camera_.url({}));
+    camera_.answer("http://cam.example/a.jpg", picture(10));
+    EXPECT_EQ(fetch("http://cam.example/a.jpg", HttpForm::Http10).body, jpeg(10));
+    EXPECT_EQ(onlyRequest().path, "http://cam.example/a.jpg");
 }
 
 TEST_F(HttpClientTest, TakesAnEmptyAnswer)

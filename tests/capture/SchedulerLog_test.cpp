@@ -61,6 +61,17 @@ TEST_F(PassLog, ShowsTheRowAsItStandsInTheBox)
     EXPECT_EQ(lines(), QStringList{QStringLiteral("Chargement de http://half.typ 0:3")});
 }
 
+TEST_F(PassLog, KeepsThePercentCodesOfTheRowOnScreen)
+{
+    const QString url = QStringLiteral("http://cam/a%2Fb%3F%4c%1.jpg");
+    house_.addCamera({0, 3}, url);
+    source_.answer(url, failedReply());
+    house_.showGroup(0);
+    house_.tick();
+    EXPECT_EQ(lines(),
+              QStringList{QStringLiteral("Chargement de ") + url + QStringLiteral(" 0:3")});
+}
+
 TEST_F(PassLog, HidesTheCredentialsOfTheRowOnScreen)
 {
     add({2, 3}, failedReply());

@@ -128,6 +128,20 @@ TEST_F(CameraRows, TypingAndEnterStoreNoAddress)
     EXPECT_EQ(house_.house.page.currentRow(), 2);
 }
 
+TEST_F(CameraRows, EnterShowsTheLivePictureLikeAClick)
+{
+    house_.house.addCamera({0, 2}, QStringLiteral("http://cam/c.jpg"));
+    house_.house.showGroup(0);
+    QStringList wanted;
+    QObject::connect(&house_.house.page, &CameraPage::liveViewWanted, &house_.window,
+                     [&wanted](CameraAddress, const QString &url) { wanted.append(url); });
+    house_.click(QStringLiteral("Source2"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Home, Qt::Key_F5}) {
+        QTest::keyClick(&house_.find<QLineEdit>(QStringLiteral("Source2")), key);
+    }
+    EXPECT_EQ(wanted, QStringList(3, QStringLiteral("http://cam/c.jpg")));
+}
+
 TEST_F(CameraRows, LeavingTheBoxStoresTheAddress)
 {
     house_.type(QStringLiteral("Source2"), QStringLiteral("http://cam/c.jpg"));

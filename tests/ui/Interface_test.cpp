@@ -111,6 +111,14 @@ TEST_F(InterfaceTest, OpensTheSettingsWithShiftAndCtrlEvenWithoutALog)
     EXPECT_EQ(house_.opener.opened.first(), house_.house.settings.path());
 }
 
+TEST_F(InterfaceTest, OpensTheLogWhenTheButtonGoesDown)
+{
+    QTest::mousePress(&house_.find<QAbstractButton>(QStringLiteral("cmdDebug")), Qt::LeftButton);
+    EXPECT_EQ(house_.opener.opened, QStringList{house_.house.log.path()});
+    QTest::mouseRelease(&house_.find<QAbstractButton>(QStringLiteral("cmdDebug")), Qt::LeftButton);
+    EXPECT_EQ(house_.opener.opened.size(), 1);
+}
+
 TEST_F(InterfaceTest, OneModifierAloneOpensTheLog)
 {
     house_.click(QStringLiteral("cmdDebug"), Qt::ShiftModifier);
@@ -136,6 +144,18 @@ TEST_F(InterfaceTest, SaysWhyAnImageCouldNotBeStored)
 TEST_F(InterfaceTest, HoldsTheCaptureTimerByName)
 {
     EXPECT_EQ(house_.window.findChild<QTimer *>(QStringLiteral("Timer")), &house_.house.timer);
+}
+
+TEST_F(InterfaceTest, SaysHideAndShowsNoColourBeforeTheFirstCheck)
+{
+    CaptureHouse unchecked(house_.source, house_.clock, FirstCheck::Outstanding);
+    DebugSwitch debug(unchecked.settings, unchecked.log);
+    LiveView live(unchecked.services(), house_.source, unchecked.scope);
+    const Interface window(unchecked.services(), debug, house_.opener, live, unchecked.timer);
+    EXPECT_EQ(window.findChild<QAbstractButton *>(QStringLiteral("Cache"))->text(),
+              QStringLiteral("Hide"));
+    EXPECT_EQ(window.findChild<Lamp *>(QStringLiteral("LampSA"))->FillColor(), 0);
+    EXPECT_FALSE(window.findChild<QAbstractButton *>(QStringLiteral("Import"))->isEnabled());
 }
 
 TEST_F(InterfaceTest, StartsWithTheFocusOutsideTheStorageBox)

@@ -51,6 +51,27 @@ TEST_F(Reach, EveryRowHasItsTenfoldControls)
     }
 }
 
+TEST_F(Reach, TheControlsOfTheMainWindowHaveTheirNames)
+{
+    EXPECT_EQ(house_.window.objectName(), QStringLiteral("Interface"));
+    EXPECT_EQ(house_.window.windowTitle(), QStringLiteral("Velmora"));
+    for (const char *const box : {"StRep", "tempo", "TIO"}) {
+        EXPECT_NO_THROW(house_.find<QLineEdit>(QLatin1String(box)));
+    }
+    for (const char *const box : {"cDebug", "ActLst"}) {
+        EXPECT_NO_THROW(house_.find<QCheckBox>(QLatin1String(box)));
+    }
+    for (const char *const button : {"MakeDir", "Browse", "cmdDebug", "Import", "RAZ", "Cache"}) {
+        EXPECT_NO_THROW(house_.find<QAbstractButton>(QLatin1String(button)));
+    }
+    for (const char *const label :
+         {"lVersion", "lCompte", "lErr", "lTest", "lTmp", "lHeure", "Locale", "lWeb"}) {
+        EXPECT_NO_THROW(house_.find<QLabel>(QLatin1String(label)));
+    }
+    EXPECT_NO_THROW(house_.find<QTabBar>(QStringLiteral("Selecteur")));
+    EXPECT_NO_THROW(house_.find<Lamp>(QStringLiteral("LampSA")));
+}
+
 TEST_F(Reach, ToolTipsAreTheGivenOnes)
 {
     EXPECT_EQ(tip(QStringLiteral("Source3")), QStringLiteral("Enter link"));

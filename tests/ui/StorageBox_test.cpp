@@ -1,6 +1,8 @@
 // The storage line of the main window, typed into key by key.
 #include "WindowHouse.h"
 
+#include <QFileDialog>
+
 #include <gtest/gtest.h>
 
 namespace velmora::test {
@@ -150,6 +152,20 @@ TEST_F(StorageBoxTest, AChosenFolderBecomesTheStorage)
     EXPECT_EQ(box().text(), QStringLiteral("C:\\pictures\\"));
     EXPECT_EQ(lamp(), 65280);
     EXPECT_EQ(house_.stored(u"Control", u"StRep"), QStringLiteral("C:\\pictures\\"));
+}
+
+TEST_F(StorageBoxTest, TheBrowseButtonLetsAFolderBeChosenWithoutChangingAny)
+{
+    house_.house.tree.makeFolder(u"drives/c/pictures");
+    house_.click(QStringLiteral("Browse"));
+    auto *const dialog = house_.window.findChild<QFileDialog *>();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->fileMode(), QFileDialog::Directory);
+    EXPECT_TRUE(dialog->testOption(QFileDialog::ReadOnly));
+    EXPECT_EQ(dialog->directory().path(), house_.house.tree.path(u"drives/c/in"));
+    Q_EMIT dialog->fileSelected(house_.house.tree.path(u"drives/c/pictures"));
+    EXPECT_EQ(box().text(), QStringLiteral("C:\\pictures\\"));
+    dialog->close();
 }
 
 TEST_F(StorageBoxTest, AChosenFolderWithABlankIsRefused)

@@ -1,0 +1,147 @@
+// The program while it runs and ends: the last pass, a second start, errors that nobody catches,
+// and the log that is not wanted.
+#include "ProgramHouse.h"
+
+#include <QRegularExpression>
+#include <QTabBar>
+
+#include <stdexcept>
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ProgramLife : public ProgramHouse
+{
+};
+
+TEST_F(ProgramLife, AClickInTheClosingBoxGivesTheLastPassUp)
+{
+    start();
+    source_.answer(QStringLiteral("http://cam/a.png"),
+                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    topLevel(QStringLiteral("planche"))->close();
+    settle();
+    QTest::mouseClick(control(QStringLiteral("frmQuitte"), QStringLiteral("Frame1")),
+                      Qt::LeftButton);
+    settle();
+    ended_ = true;
+    EXPECT_EQ(source_.stopped().size(), 1);
+    EXPECT_EQ(engine_->settings().read(u"Groupe0", u"lNew0"), QStringLiteral("1"));
+}
+
+TEST_F(ProgramLife, ClosingTheMainWindowEndsTheProgramWithALastPass)
+{
+    start();
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    topLevel(QStringLiteral("Interface"))->close();
+    settle();
+    ended_ = true;
+    EXPECT_FALSE(isVisible(QStringLiteral("Interface")));
+    EXPECT_FALSE(isVisible(QStringLiteral("planche")));
+    EXPECT_EQ(source_.requested().size(), 2);
+    EXPECT_EQ(engine_->scheduler().tickCounter(), 60);
+}
+
+TEST_F(ProgramLife, StoresNothingButPlacesWhenItEnds)
+{
+    writeSettings("StRep=C:\\none\\\r\n");
+    start();
+    const QList<QByteArray> before = tree_.read(u"Velmora.ini").split('\n');
+    end();
+    const QList<QByteArray> after = tree_.read(u"Velmora.ini").split('\n');
+    for (const QByteArray &line : after) {
+        EXPECT_TRUE(before.contains(line) || line.startsWith("Planche.") ||
+                    line.startsWith("fCine."))
+            << line.constData();
+    }
+}
+
+TEST_F(ProgramLife, StoresNoKeysOfItsOwnAmongTheOthers)
+{
+    start();
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    for (const char *const box : {"AutoDelay1", "EffM2", "ActLst", "cDebug", "BestTime3", "RAZ"}) {
+        click(QStringLiteral("Interface"), QLatin1String(box));
+    }
+    end();
+    static const QRegularExpression known(QStringLiteral(
+        "^(\\[(Control|Liste\\d|Groupe\\d)\\]|(StRep|Debug|Selecteur|Planche\\.(Top|Left)|"
+        "fCine\\.(Top|left)|lstP|lstImg|Auto|Camera|Scan|Vitesse|LstAct|Tempo|TIO|lst\\d|"
+        "(AutoDelai|EffM|BestTime|SB|TimeLoad|lNew|LastModified|LocalTime)\\d)=.*)?\r?$"));
+    const QList<QByteArray> lines = tree_.read(u"Velmora.ini").split('\n');
+    EXPECT_GT(lines.size(), 50);
+    for (const QByteArray &line : lines) {
+        EXPECT_TRUE(known.match(QString::fromLatin1(line)).hasMatch()) << line.constData();
+    }
+}
+
+TEST_F(ProgramLife, ASecondStartBringsTheImagesToTheFront)
+{
+    start();
+    topLevel(QStringLiteral("planche"))->showMinimized();
+    program_->bringToFront();
+    EXPECT_TRUE(isVisible(QStringLiteral("planche")));
+    EXPECT_FALSE(topLevel(QStringLiteral("planche"))->isMinimized());
+    EXPECT_FALSE(isVisible(QStringLiteral("Interface")));
+}
+
+TEST_F(ProgramLife, ASecondStartBringsTheMainWindowToTheFrontWhileItIsShown)
+{
+    start();
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    topLevel(QStringLiteral("Interface"))->showMinimized();
+    program_->bringToFront();
+    EXPECT_FALSE(topLevel(QStringLiteral("Interface"))->isMinimized());
+}
+
+TEST_F(ProgramLife, ASecondStartShowsNothingWhileItEnds)
+{
+    start();
+    end();
+    program_->bringToFront();
+    EXPECT_FALSE(isVisible(QStringLiteral("planche")));
+    EXPECT_FALSE(isVisible(QStringLiteral("Interface")));
+}
+
+QCoro::Task<> failing()
+{
+    throw std::runtime_error("Overflow: too large");
+    co_return;
+}
+
+TEST_F(ProgramLife, AnErrorThatNobodyCatchesIsShownAndLoggedAndTheProgramGoesOn)
+{
+    start();
+    engine_->launch(failing());
+    settle();
+    QStringList shown;
+    for (QWidget *const widget : QApplication::topLevelWidgets()) {
+        if (auto *const box = qobject_cast<QMessageBox *>(widget); box != nullptr) {
+            shown.append(box->text());
+        }
+    }
+    EXPECT_EQ(shown, QStringList{QStringLiteral("Overflow: too large")});
+    EXPECT_TRUE(logLines().contains(QStringLiteral("Overflow: too large")));
+    EXPECT_TRUE(engine_->timer().isActive());
+}
+
+TEST_F(ProgramLife, TouchesNoLogWhileDebugIsOff)
+{
+    writeSettings("StRep=C:\\in\\\r\n");
+    tree_.write(u"Velmora.log", QByteArray(64001, 'x'));
+    start();
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    topLevel(QStringLiteral("Interface"))
+        ->findChild<QTabBar *>(QStringLiteral("Selecteur"))
+        ->setCurrentIndex(4);
+    click(QStringLiteral("Interface"), QStringLiteral("Import"));
+    click(QStringLiteral("Interface"), QStringLiteral("Cache"));
+    end();
+    EXPECT_EQ(tree_.read(u"Velmora.log"), QByteArray(64001, 'x'));
+    EXPECT_FALSE(tree_.exists(u"Velmora.old"));
+}
+
+} // namespace
+} // namespace velmora::test

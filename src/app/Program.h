@@ -3,12 +3,14 @@
 #pragma once
 
 #include "app/BrowserEngine.h"
+#include "app/ImportEngine.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TitleBox.h"
 #include "ui/TopMost.h"
 #include "ui/Zoom.h"
 #include "ui/fCine.h"
+#include "ui/frmImport.h"
 #include "ui/planche.h"
 
 #include <memory>
@@ -51,10 +53,12 @@ private:
     CaptureEngine &engine_;
     DesktopOpener &opener_;
     BrowserEngine images_;
+    ImportEngine import_;
     MessageBoxes messages_;
     Interface interface_;
     planche planche_;
     fCine film_;
+    frmImport importWindow_;
     Zoom zoom_;
     frmSplash splash_;
     frmQuitte closing_;

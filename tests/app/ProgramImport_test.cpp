@@ -118,8 +118,9 @@ TEST_F(ProgramImport, TheEndStopsARunBehindAFile)
 {
     constexpr int kFiles = 3000;
     for (int i = 0; i < kFiles; ++i) {
-        tree_.write(QStringLiteral("drives/c/card/20240103_000000%1.png").arg(i, 4, 10, u'0'),
-                    "whole");
+        tree_.write(
+            QStringLiteral("drives/c/card/20240103_000000%1.png").arg(i, 4, 10, QLatin1Char('0')),
+            "whole");
     }
     openImport();
     QTest::mouseClick(control(kImport, QStringLiteral("cmdGo")), Qt::LeftButton);

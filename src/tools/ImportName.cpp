@@ -8,12 +8,17 @@ namespace {
 constexpr int kStemCharacters = 15;     // date and time
 constexpr int kNumberedCharacters = 20; // with the number and the dot
 constexpr int kNumberDigits = 4;
-constexpr unsigned kContinuationMask = 0xC0;
-constexpr unsigned kContinuation = 0x80;
 
-bool isContinuation(char byte)
+// How many bytes follow this one in a character, from the table of UTF-8.
+int followingBytes(char first)
 {
-    return (static_cast<unsigned char>(byte) & kContinuationMask) == kContinuation;
+    const auto byte = static_cast<unsigned char>(first);
+    return byte < 0xC0 ? 0 : byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : byte < 0xF8 ? 3 : 0;
+}
+
+bool isFollowing(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
 // Where the character behind so many begins; nothing when there are fewer.
@@ -24,10 +29,11 @@ std::optional<qsizetype> behind(int characters, QByteArrayView name)
         if (at == name.size()) {
             return std::nullopt;
         }
-        const bool stray = isContinuation(name[at]);
+        int following = followingBytes(name[at]);
         ++at;
-        while (!stray && at < name.size() && isContinuation(name[at])) {
+        while (following > 0 && at < name.size() && isFollowing(name[at])) {
             ++at;
+            --following;
         }
     }
     return at;

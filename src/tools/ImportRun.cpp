@@ -68,6 +68,7 @@ QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afte
     if (order.sourceText == order.targetText) {
         co_return ImportResult{ImportEnd::Identical, 0};
     }
+    co_await clock_.yield(); // what has changed for the run is painted before it begins
     const SortedNames names =
         co_await reader_.files(order.source, filterPattern(order.filter), afterFile);
     if (!names) {

@@ -134,13 +134,13 @@ void frmImport::showChoices(const ImportFace &face)
 // off cannot keep the keys, so it gets them back.
 void frmImport::showRun(const ImportFace &face)
 {
-    focusGo_ = ui_->cmdGo->hasFocus() || (focusGo_ && face.running);
+    focusGo_ = focusGo_ || (face.running && ui_->cmdGo->hasFocus());
     for (QWidget *const control : std::initializer_list<QWidget *>{
              ui_->Drive1, ui_->Dir1, ui_->Filtre, ui_->Cam, ui_->Lien}) {
         control->setEnabled(!face.running);
     }
     ui_->cmdGo->setEnabled(face.cmdGo);
-    if (face.cmdGo && focusGo_) {
+    if (!face.running && std::exchange(focusGo_, false) && face.cmdGo) {
         ui_->cmdGo->setFocus();
     }
     ui_->Progress->setRange(0, std::max(1, face.progress.files));

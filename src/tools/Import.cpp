@@ -302,6 +302,9 @@ void Import::showProgress()
 void Import::end(const ImportResult &result)
 {
     face_.running = false;
+    if (result.end != ImportEnd::Identical) {
+        face_.cmdGo = !cameraFolderName().isEmpty();
+    }
     switch (result.end) {
     case ImportEnd::Identical:
         Q_EMIT messageWanted(QStringLiteral("Source and target are identical"));
@@ -316,11 +319,10 @@ void Import::end(const ImportResult &result)
     case ImportEnd::Stopped:
         break;
     }
+    Q_EMIT changed();
     if (result.end != ImportEnd::Identical) {
-        face_.cmdGo = !cameraFolderName().isEmpty();
         Q_EMIT imagesAdded();
     }
-    Q_EMIT changed();
 }
 
 } // namespace velmora

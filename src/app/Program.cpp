@@ -26,11 +26,13 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener)
     : engine_(engine)
     , opener_(opener)
     , images_(engine_)
+    , import_(engine_, images_)
     , links_(opener_, engine_.paths(), engine_.scope())
     , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
                  engine_.timer())
     , planche_(images_.browser(), engine_.services(), images_.loader())
     , film_(images_.film(), engine_.settings(), engine_.storage())
+    , importWindow_(import_.import(), import_.loader())
 {
     connectMain();
     connectBrowser();
@@ -44,6 +46,7 @@ void Program::connectMain()
     interface_.followLinks(links_);
     connect(&interface_, &Interface::hiddenByUser, this, &Program::showImages);
     connect(&interface_, &Interface::endWanted, this, &Program::end);
+    connect(&interface_, &Interface::importWanted, &importWindow_, &frmImport::present);
     connect(&interface_, &Interface::zoomWanted, &zoom_, &Zoom::present);
     connect(&closing_, &TitleBox::dismissed, this, [this] { engine_.scheduler().giveUp(); });
 }
@@ -193,6 +196,7 @@ void Program::hideWindows()
     planche_.allowClose();
     images_.browser().close();
     film_.close();
+    importWindow_.close();
     zoom_.close();
     interface_.close();
     planche_.close();

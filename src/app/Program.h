@@ -3,12 +3,14 @@
 #pragma once
 
 #include "app/BrowserEngine.h"
+#include "app/ImportEngine.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TitleBox.h"
 #include "ui/TopMost.h"
 #include "ui/Zoom.h"
 #include "ui/fCine.h"
+#include "ui/frmImport.h"
 #include "ui/mOuvreLien.h"
 #include "ui/planche.h"
 
@@ -52,11 +54,13 @@ private:
     CaptureEngine &engine_;
     DesktopOpener &opener_;
     BrowserEngine images_;
+    ImportEngine import_;
     MessageBoxes messages_;
     mOuvreLien links_;
     Interface interface_;
     planche planche_;
     fCine film_;
+    frmImport importWindow_;
     Zoom zoom_;
     frmSplash splash_;
     frmQuitte closing_;

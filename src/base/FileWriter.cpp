@@ -24,13 +24,6 @@ std::error_code lastError()
     return {errno, std::generic_category()};
 }
 
-QByteArray workFileName(const QByteArray &folder)
-{
-    static unsigned count = 0;
-    return folder + "/.velmora-" + QByteArray::number(::getpid()) + '-' +
-           QByteArray::number(++count) + ".part";
-}
-
 std::error_code writeAll(int fd, QByteArrayView bytes)
 {
     while (!bytes.isEmpty()) {
@@ -58,22 +51,6 @@ std::error_code writeWorkFile(const QByteArray &path, QByteArrayView bytes, mode
     return error;
 }
 
-// Renames without replacing; where the file system cannot do that, a hard link never replaces
-// either.
-std::error_code giveName(const QByteArray &work, const QByteArray &target)
-{
-    if (::renameat2(AT_FDCWD, work.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
-        0) {
-        return {};
-    }
-    std::error_code error = lastError();
-    if (error == std::errc::invalid_argument) {
-        error = ::link(work.constData(), target.constData()) == 0 ? std::error_code() : lastError();
-    }
-    ::unlink(work.constData());
-    return error;
-}
-
 // A file that another running program is about to name must stay; one of this process is left over.
 bool isInUse(const QString &workFile)
 {
@@ -89,6 +66,30 @@ QByteArray folderOf(const QByteArray &path)
 
 } // namespace
 
+QByteArray workFileName(const QByteArray &folder)
+{
+    static unsigned count = 0;
+    return folder + "/.velmora-" + QByteArray::number(::getpid()) + '-' +
+           QByteArray::number(++count) + ".part";
+}
+
+// Where the file system cannot rename without replacing, a hard link never replaces either.
+std::error_code renameToNew(const QByteArray &from, const QByteArray &to)
+{
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) {
+        return {};
+    }
+    const std::error_code error = lastError();
+    if (error != std::errc::invalid_argument) {
+        return error;
+    }
+    if (::link(from.constData(), to.constData()) != 0) {
+        return lastError();
+    }
+    ::unlink(from.constData());
+    return {};
+}
+
 StoreResult storeNewFile(const QString &workFolder, const QString &target, QByteArrayView bytes)
 {
     const QByteArray path = QFile::encodeName(target);
@@ -98,7 +99,10 @@ StoreResult storeNewFile(const QString &workFolder, const QString &target, QByte
         error = writeWorkFile(work, bytes, kNewFileMode);
     }
     if (!error) {
-        error = giveName(work, path);
+        error = renameToNew(work, path);
+        if (error) {
+            ::unlink(work.constData());
+        }
     }
     if (error == std::errc::file_exists) {
         return {StoreOutcome::AlreadyThere, {}};

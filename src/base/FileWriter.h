@@ -33,6 +33,13 @@ StoreResult storeNewFile(const QString &workFolder, const QString &target, QByte
 /// either.
 [[nodiscard]] std::error_code replaceFile(const QString &path, QByteArrayView bytes);
 
+/// Path of a new working file in a folder, a name that clearWorkFiles() knows. Native bytes.
+[[nodiscard]] QByteArray workFileName(const QByteArray &folder);
+
+/// Gives a file another path on its file system and never replaces one: file_exists then. Native
+/// bytes.
+[[nodiscard]] std::error_code renameToNew(const QByteArray &from, const QByteArray &to);
+
 /// Deletes the working files that a killed run left in a folder (native path).
 void clearWorkFiles(const QString &folder);
 

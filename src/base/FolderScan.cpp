@@ -34,10 +34,10 @@ bool FolderScan::fill()
     return read > 0;
 }
 
-bool FolderScan::leadsToFile(const Record &entry) const
+bool FolderScan::leadsTo(unsigned char type, const Record &entry) const
 {
     struct stat info = {};
-    return ::fstatat(folder_.get(), entry.name, &info, 0) == 0 && S_ISREG(info.st_mode);
+    return ::fstatat(folder_.get(), entry.name, &info, 0) == 0 && IFTODT(info.st_mode) == type;
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
-// Reads the files of a folder piece by piece, so that a very full folder holds nobody up: names
-// come straight from the system's own records, without a question to the file system for each.
+// Reads the files or the folders of a folder piece by piece, so that a very full folder holds
+// nobody up: names come straight from the system's own records, without a question to the file
+// system for each.
 #pragma once
 
 #include "base/UniqueFd.h"
@@ -14,8 +15,8 @@
 
 namespace velmora {
 
-/// One reading of a folder, in the order in which the file system keeps it. Files and links to
-/// files count, folders and other things do not.
+/// One reading of a folder, in the order in which the file system keeps it. Links count as what
+/// they lead to; what is neither file nor folder does not count.
 class FolderScan
 {
 public:
@@ -39,18 +40,18 @@ public:
     template <typename Visit>
     bool readSome(Visit visit)
     {
-        if (at_ == filled_ && !fill()) {
-            return false;
-        }
-        int questions = 0;
-        while (at_ < filled_ && questions < kMostQuestions) {
-            const Record &entry = record();
-            at_ += entry.length;
-            if (entry.type == DT_REG || (isUncertain(entry, questions) && leadsToFile(entry))) {
-                visit(QByteArrayView(entry.name, nameLength(entry)));
+        return readEntries<DT_REG>(visit);
+    }
+
+    /// The same for each folder in the folder, but "." and "..".
+    template <typename Visit>
+    bool readSomeFolders(Visit visit)
+    {
+        return readEntries<DT_DIR>([&visit](QByteArrayView name) {
+            if (name != "." && name != "..") {
+                visit(name);
             }
-        }
-        return true;
+        });
     }
 
 private:
@@ -66,6 +67,23 @@ private:
 
     // Links, and file systems that keep no types, cost a question each, which may take long.
     static constexpr int kMostQuestions = 128;
+
+    template <unsigned char kType, typename Visit>
+    bool readEntries(Visit visit)
+    {
+        if (at_ == filled_ && !fill()) {
+            return false;
+        }
+        int questions = 0;
+        while (at_ < filled_ && questions < kMostQuestions) {
+            const Record &entry = record();
+            at_ += entry.length;
+            if (entry.type == kType || (isUncertain(entry, questions) && leadsTo(kType, entry))) {
+                visit(QByteArrayView(entry.name, nameLength(entry)));
+            }
+        }
+        return true;
+    }
 
     [[nodiscard]] const Record &record() const
     {
@@ -90,7 +108,7 @@ private:
     static constexpr qsizetype kAlign = 8;
 
     [[nodiscard]] bool fill();
-    [[nodiscard]] bool leadsToFile(const Record &entry) const;
+    [[nodiscard]] bool leadsTo(unsigned char type, const Record &entry) const;
 
     UniqueFd folder_;
     std::size_t bufferBytes_;

@@ -6,9 +6,7 @@
 #include <utility>
 
 namespace velmora {
-namespace {
 
-// Line breaks and other control characters of a name as blanks.
 QString onOneLine(QString name)
 {
     for (QChar &c : name) {
@@ -18,8 +16,6 @@ QString onOneLine(QString name)
     }
     return name;
 }
-
-} // namespace
 
 FileList::FileList(QObject *parent)
     : QAbstractListModel(parent)

@@ -234,7 +234,7 @@ void Interface::Cache_Click()
 void Interface::Import_Click()
 {
     services_.log.trace(QStringLiteral("Interface Import_Click"));
-    showMessage(tr("Images are imported by copying them into a camera folder; its link opens it"));
+    Q_EMIT importWanted();
 }
 
 void Interface::cmdDebug_MouseDown()

@@ -72,6 +72,9 @@ Q_SIGNALS:
     /// A picture is to be shown enlarged. path: native.
     void zoomWanted(const QString &path);
 
+    /// The window that imports images is to be shown.
+    void importWanted();
+
     /// The program is to end.
     void endWanted();
 

@@ -29,7 +29,8 @@ constexpr int kPictures = 12;
 
 // What would end the program or lead out of the temporary folder.
 const QStringList kHandsOff{QStringLiteral("Quitter"), QStringLiteral("StRep"),
-                            QStringLiteral("Browse"), QStringLiteral("MakeDir")};
+                            QStringLiteral("Browse"), QStringLiteral("MakeDir"),
+                            QStringLiteral("Drive1")};
 
 constexpr std::array kKeys{
     Qt::Key_Up,     Qt::Key_Down,   Qt::Key_Left,     Qt::Key_Right, Qt::Key_Home,   Qt::Key_End,
@@ -251,6 +252,7 @@ protected:
         program_->bringToFront();
         topLevel(QStringLiteral("fCine"))->close();
         topLevel(QStringLiteral("Zoom"))->close();
+        topLevel(QStringLiteral("frmImport"))->close();
         topLevel(QStringLiteral("Interface"))->hide();
         program_->bringToFront();
         clock_.advance(10s);

@@ -121,5 +121,49 @@ TEST_F(FileDate, IsNothingWithoutTheFile)
     EXPECT_FALSE(modificationTime(QByteArray()).has_value());
 }
 
+TEST_F(FileDate, AFileWasMadeWhenItCameAndNotWhenItWasChanged)
+{
+    goTo(kUtc);
+    const std::time_t before = std::time(nullptr) - 1; // file systems keep a coarse clock
+    const QByteArray path = file(kWinter);
+    const auto made = creationTime(path);
+    ASSERT_TRUE(made);
+    EXPECT_GE(made->time_since_epoch().count(), before);
+    EXPECT_LE(made->time_since_epoch().count(), std::time(nullptr));
+    EXPECT_NE(made, modificationTime(path));
+}
+
+TEST_F(FileDate, TheCreationIsInLocalTimeToo)
+{
+    const QByteArray path = file(kWinter);
+    goTo(kUtc);
+    const auto utc = creationTime(path);
+    goTo(kIndia);
+    const auto india = creationTime(path);
+    ASSERT_TRUE(utc && india);
+    EXPECT_EQ(*india - *utc, std::chrono::minutes{330});
+}
+
+TEST_F(FileDate, WithoutADateOfCreationTheModificationCounts)
+{
+    goTo(kUtc);
+    const QByteArray path = "/proc/version"; // no such date is kept there
+    EXPECT_TRUE(creationTime(path));
+    EXPECT_EQ(creationTime(path), modificationTime(path));
+}
+
+TEST_F(FileDate, OfALinkTheFilesCreationCounts)
+{
+    goTo(kUtc);
+    const QByteArray link = QFile::encodeName(tree_.path(u"link"));
+    ASSERT_EQ(::symlink("/proc/version", link.constData()), 0);
+    EXPECT_EQ(creationTime(link), modificationTime("/proc/version"));
+}
+
+TEST_F(FileDate, WhatIsNotThereWasNeverMade)
+{
+    EXPECT_FALSE(creationTime(QFile::encodeName(tree_.path(u"nothing"))));
+}
+
 } // namespace
 } // namespace velmora::test

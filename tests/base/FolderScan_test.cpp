@@ -86,6 +86,24 @@ TEST(FolderScan, CountsFilesAndLinksToFilesAlone)
     EXPECT_EQ(namesIn(tree.path(u"in")), QByteArrayList({"file", "toFile"}));
 }
 
+TEST(FolderScan, CountsFoldersAndLinksToFoldersAlone)
+{
+    const TempTree tree;
+    tree.write(u"in/file", "x");
+    tree.makeFolder(u"in/folder");
+    tree.makeFolder(u"in/.hidden");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(tree.path(u"in/pipe")).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(tree.path(u"in/file"), tree.path(u"in/toFile")));
+    ASSERT_TRUE(QFile::link(tree.path(u"in/folder"), tree.path(u"in/toFolder")));
+    ASSERT_TRUE(QFile::link(tree.path(u"nowhere"), tree.path(u"in/toNothing")));
+    FolderScan scan(tree.path(u"in"));
+    QByteArrayList names;
+    while (scan.readSomeFolders([&](QByteArrayView name) { names += name.toByteArray(); })) {
+    }
+    std::ranges::sort(names);
+    EXPECT_EQ(names, QByteArrayList({".hidden", "folder", "toFolder"}));
+}
+
 TEST(FolderScan, ReadsAFullFolderInPieces)
 {
     const TempTree tree;

@@ -1,0 +1,16 @@
+#include "app/ImportEngine.h"
+
+namespace velmora {
+
+// What was imported shows as if the browser's camera had been chosen once more.
+ImportEngine::ImportEngine(CaptureEngine &capture, BrowserEngine &images)
+    : import_(capture.services(), capture.scope())
+    , loader_(images.pictures(), capture.clock(), capture.scope())
+{
+    QObject::connect(&import_, &Import::imagesAdded, &images.browser(), [&images] {
+        ImageBrowser &browser = images.browser();
+        browser.chooseCamera(browser.lists().state().camera.row);
+    });
+}
+
+} // namespace velmora

@@ -1,0 +1,328 @@
+#include "tools/Import.h"
+
+#include "base/Folders.h"
+#include "base/LeadingNumber.h"
+#include "cameras/FolderName.h"
+#include "capture/CameraUrl.h"
+#include "tools/Drives.h"
+#include "tools/FolderPath.h"
+
+#include <QFile>
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+const QString kControl = QStringLiteral("Control");
+const QString kUsualFilter = QStringLiteral("*.jpg");
+const QString kStoredImages = QStringLiteral("????????_??????????.*");
+const QString kNone = QStringLiteral("0");
+
+QString countText(qint64 count)
+{
+    return count > 0 ? u' ' + QString::number(count) : kNone;
+}
+
+QString copiedText(qint32 copied)
+{
+    return QString::number(copied) +
+           (copied > 1 ? QStringLiteral(" files copied") : QStringLiteral(" file copied"));
+}
+
+// A stored drive may have its label behind it: "c: [DISK]".
+int drivePosition(const QStringList &drives, const QString &stored)
+{
+    const QString wanted = stored.section(QStringLiteral(" ["), 0, 0);
+    const auto found = std::ranges::find_if(drives, [&wanted](const QString &drive) {
+        return drive.compare(wanted, Qt::CaseInsensitive) == 0;
+    });
+    return found == drives.end() ? 0 : static_cast<int>(found - drives.begin());
+}
+
+} // namespace
+
+Import::Import(const CaptureServices &services, TaskScope &scope)
+    : services_(services)
+    , scope_(scope)
+    , reader_(services.clock)
+    , run_(services.clock)
+{
+    face_.Filtre = kUsualFilter;
+    connect(&run_, &ImportRun::advanced, this, &Import::showProgress);
+}
+
+void Import::load()
+{
+    services_.log.trace(QStringLiteral("frmImport Form_Load"));
+    open_ = true;
+    face_.ctr = kNone;
+    loadSource();
+    face_.Cam = storedPosition(u"ICam");
+    face_.Lien = storedPosition(u"ILien");
+    chooseTarget();
+    count();
+}
+
+// A drive or a folder that is gone leaves the lists where they stand without it.
+void Import::loadSource()
+{
+    const QString filter = settings().read(kControl, u"Patern");
+    face_.Filtre = filter.isEmpty() ? kUsualFilter : filter;
+    face_.drives = drivesNow(settings().programFolder());
+    face_.drive = drivePosition(face_.drives, settings().read(kControl, u"Drive"));
+    const QString folder = settings().read(kControl, u"Dir");
+    showFolder(!folder.isEmpty() && isThere(folder) ? folder : face_.drives.at(face_.drive));
+}
+
+void Import::close()
+{
+    if (!std::exchange(open_, false)) {
+        return;
+    }
+    services_.log.trace(QStringLiteral("frmImport Form_Unload"));
+    copying_.request_stop();
+    readingFolders_.request_stop();
+    readingFiles_.request_stop();
+    readingTarget_.request_stop();
+}
+
+void Import::traceQuit()
+{
+    services_.log.trace(QStringLiteral("frmImport cmdClik"));
+}
+
+int Import::storedPosition(QStringView key) const
+{
+    const int position =
+        services_.problems.orDefault([&] { return settings().int16(kControl, key); }, 0);
+    return position >= 0 && position < kRows ? position : 0;
+}
+
+// Empty for a row without address, and for one whose address no folder name can hold.
+QString Import::cameraFolderName() const
+{
+    return services_.problems.orDefault([&] { return services_.table.CameraFolderName(camera()); },
+                                        QString());
+}
+
+QString Import::native(const QString &folder) const
+{
+    return services_.storage.native(folder);
+}
+
+bool Import::isThere(const QString &folder) const
+{
+    const QString path = native(folder);
+    return !path.isEmpty() && folderExists(path);
+}
+
+void Import::chooseDrive(int drive)
+{
+    if (drive < 0 || drive >= face_.drives.size()) {
+        return;
+    }
+    face_.drive = drive;
+    settings().write(kControl, u"Drive", face_.drives.at(drive));
+    moveTo(face_.drives.at(drive));
+}
+
+void Import::openFolder(int row)
+{
+    const QString path = folders_.pathAt(row);
+    if (!path.isEmpty() && path != folders_.path()) {
+        moveTo(path);
+    }
+}
+
+void Import::moveTo(const QString &path)
+{
+    showFolder(path);
+    settings().write(kControl, u"Dir", folders_.path());
+    count();
+}
+
+void Import::showFolder(const QString &path)
+{
+    folders_.open(path);
+    files_.bind(std::make_shared<const OddNames>());
+    face_.nRep = withoutCredentials(DecodeFolderName(folderLevels(folders_.path()).constLast()));
+    scope_.launch(readFolders(anew(readingFolders_)));
+    Q_EMIT changed();
+}
+
+void Import::setFilter(const QString &filter)
+{
+    face_.Filtre = filter;
+    settings().write(kControl, u"Patern", filter);
+    count();
+}
+
+void Import::chooseFile(int index)
+{
+    files_.setListIndex(index);
+    showSource();
+}
+
+void Import::chooseGroup(int group)
+{
+    if (group >= 0 && group < kGroups) {
+        face_.Cam = group;
+        chooseTarget();
+        settings().write(kControl, u"ICam", group);
+    }
+}
+
+void Import::chooseCamera(int row)
+{
+    if (row >= 0 && row < kRows) {
+        face_.Lien = row;
+        chooseTarget();
+        settings().write(kControl, u"ILien", row);
+    }
+}
+
+// A camera without address cannot be one that files are copied for.
+void Import::chooseTarget()
+{
+    face_.cmdGo = !cameraFolderName().isEmpty() && !face_.running;
+    face_.iTarget.clear();
+    scope_.launch(readTarget(anew(readingTarget_)));
+    Q_EMIT changed();
+}
+
+std::stop_token Import::anew(std::stop_source &source) const
+{
+    source.request_stop();
+    source = std::stop_source();
+    return source.get_token();
+}
+
+QCoro::Task<> Import::readFolders(std::stop_token stop)
+{
+    const std::stop_callback atEnd(scope_.stopToken(), [this] { readingFolders_.request_stop(); });
+    const SortedNames names = co_await reader_.folders(native(folders_.path()), stop);
+    if (names) {
+        folders_.setSubFolders(names);
+    }
+}
+
+void Import::count()
+{
+    face_.NbF = kNone;
+    Q_EMIT changed();
+    scope_.launch(readFiles(anew(readingFiles_)));
+}
+
+QCoro::Task<> Import::readFiles(std::stop_token stop)
+{
+    const std::stop_callback atEnd(scope_.stopToken(), [this] { readingFiles_.request_stop(); });
+    const SortedNames names =
+        co_await reader_.files(native(folders_.path()), filterPattern(face_.Filtre), stop);
+    if (names) {
+        files_.bind(names);
+        face_.NbF = countText(files_.count());
+        showSource();
+    }
+}
+
+void Import::showSource()
+{
+    const QByteArray name = files_.selected();
+    face_.iSource =
+        name.isEmpty() ? QString() : native(folders_.path()) + u'/' + QFile::decodeName(name);
+    Q_EMIT changed();
+}
+
+QCoro::Task<> Import::readTarget(std::stop_token stop)
+{
+    const std::stop_callback atEnd(scope_.stopToken(), [this] { readingTarget_.request_stop(); });
+    const QString folder = native(services_.storage.folderText(cameraFolderName()));
+    const std::optional<QByteArray> name =
+        co_await reader_.first(folder, filterPattern(kStoredImages), stop);
+    if (name && !name->isEmpty()) {
+        face_.iTarget = folder + u'/' + QFile::decodeName(*name);
+        Q_EMIT changed();
+    }
+}
+
+void Import::go()
+{
+    if (face_.cmdGo) {
+        scope_.launch(copy());
+    }
+}
+
+ImportOrder Import::order() const
+{
+    const QString source = folders_.path() + u'\\';
+    const QString target = services_.storage.folderText(cameraFolderName());
+    return {source,
+            target,
+            native(source),
+            native(target),
+            native(services_.storage.folderText(u"\\tmp\\")),
+            face_.Filtre};
+}
+
+QCoro::Task<> Import::copy()
+{
+    begin();
+    ImportResult result;
+    const auto atEnd = qScopeGuard([this, &result] { end(result); });
+    if (!cameraFolderName().isEmpty()) { // else it has lost its address since it was chosen
+        result = co_await run_.run(order(), copying_.get_token(), scope_.stopToken());
+    }
+}
+
+void Import::begin()
+{
+    copying_ = std::stop_source();
+    initialCount_ = leadingNumber(face_.NbF);
+    face_.ctr = kNone;
+    face_.cmdGo = false;
+    face_.running = true;
+    face_.progress = {};
+    Q_EMIT changed();
+}
+
+void Import::showProgress()
+{
+    face_.progress = run_.progress();
+    face_.ctr = QString::number(face_.progress.copied);
+    if (face_.progress.copied > 0) {
+        face_.NbF = QString::number(initialCount_ - face_.progress.collisions);
+    }
+    Q_EMIT changed();
+}
+
+// After identical texts the button stays as it is until another camera is chosen.
+void Import::end(const ImportResult &result)
+{
+    face_.running = false;
+    if (result.end != ImportEnd::Identical) {
+        face_.cmdGo = !cameraFolderName().isEmpty();
+    }
+    switch (result.end) {
+    case ImportEnd::Identical:
+        Q_EMIT messageWanted(QStringLiteral("Source and target are identical"));
+        break;
+    case ImportEnd::Copied:
+        Q_EMIT messageWanted(copiedText(result.copied));
+        count();
+        break;
+    case ImportEnd::Aborted:
+        Q_EMIT messageWanted(QStringLiteral("Copy aborted"));
+        break;
+    case ImportEnd::Stopped:
+        break;
+    }
+    Q_EMIT changed();
+    if (result.end != ImportEnd::Identical) {
+        Q_EMIT imagesAdded();
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,120 @@
+// The import without its window: from which folder the images come, for which camera they are, and
+// the run that copies them.
+#pragma once
+
+#include "base/TaskScope.h"
+#include "capture/CaptureServices.h"
+#include "tools/FolderList.h"
+#include "tools/ImportRun.h"
+#include "tools/SourceList.h"
+
+#include <QObject>
+
+namespace velmora {
+
+/// What the window shows of it, beside the two lists.
+struct ImportFace
+{
+    QStringList drives;
+    int drive = 0;  // position among them
+    QString Filtre; // file pattern
+    QString nRep;   // the camera whose folder is open, as an address
+    QString NbF;    // number of files that match
+    QString ctr;    // files copied
+    int Cam = 0;    // group and row of the camera that the files are for
+    int Lien = 0;
+    bool cmdGo = false; // the button can be pressed
+    bool running = false;
+    ImportProgress progress; // of the run
+    QString iSource;         // native paths of the pictures, empty for none
+    QString iTarget;
+};
+
+/// Every choice is stored at once. Coroutines run in the scope, which is joined before this object
+/// goes.
+class Import : public QObject
+{
+    Q_OBJECT
+
+public:
+    Import(const CaptureServices &services, TaskScope &scope);
+
+    [[nodiscard]] const ImportFace &face() const { return face_; }
+
+    [[nodiscard]] FolderList &folders() { return folders_; }
+
+    [[nodiscard]] SourceList &files() { return files_; }
+
+    /// Path text of the folder that the files come from.
+    [[nodiscard]] const QString &sourceFolder() const { return folders_.path(); }
+
+    /// The window opens: takes the stored choices.
+    void load();
+
+    /// The window closes: a run ends behind the file in hand.
+    void close();
+
+    void traceQuit();
+
+    /// Positions in the lists.
+    void chooseDrive(int drive);
+    void openFolder(int row);
+    void chooseFile(int index);
+    void setFilter(const QString &filter);
+    void chooseGroup(int group);
+    void chooseCamera(int row);
+
+    /// Copies; does nothing while that cannot be done.
+    void go();
+
+Q_SIGNALS:
+    /// The face is another than before.
+    void changed();
+
+    /// A text for the user.
+    void messageWanted(const QString &text);
+
+    /// A run has put images into a camera's folder, or may have.
+    void imagesAdded();
+
+private:
+    [[nodiscard]] const SettingsFile &settings() const { return services_.table.settings(); }
+
+    [[nodiscard]] CameraAddress camera() const { return {face_.Cam, face_.Lien}; }
+
+    [[nodiscard]] int storedPosition(QStringView key) const;
+    [[nodiscard]] QString cameraFolderName() const;
+    [[nodiscard]] QString native(const QString &folder) const;
+    [[nodiscard]] bool isThere(const QString &folder) const;
+    [[nodiscard]] ImportOrder order() const;
+    void loadSource();
+    void showFolder(const QString &path);
+    void moveTo(const QString &path);
+    void chooseTarget();
+    void count();
+    void showSource();
+    void showProgress();
+    QCoro::Task<> readFolders(std::stop_token stop);
+    QCoro::Task<> readFiles(std::stop_token stop);
+    QCoro::Task<> readTarget(std::stop_token stop);
+    QCoro::Task<> copy();
+    void begin();
+    void end(const ImportResult &result);
+    std::stop_token anew(std::stop_source &source) const;
+
+    CaptureServices services_;
+    TaskScope &scope_;
+    NameReader reader_;
+    ImportRun run_;
+    FolderList folders_;
+    SourceList files_;
+    ImportFace face_;
+    std::stop_source readingFolders_;
+    std::stop_source readingFiles_;
+    std::stop_source readingTarget_;
+    std::stop_source copying_;
+    double initialCount_ = 0;
+    bool open_ = false;
+};
+
+} // namespace velmora

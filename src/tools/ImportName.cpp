@@ -1,0 +1,76 @@
+#include "tools/ImportName.h"
+
+#include "base/DateText.h"
+
+namespace velmora {
+namespace {
+
+constexpr int kStemCharacters = 15;     // date and time
+constexpr int kNumberedCharacters = 20; // with the number and the dot
+constexpr int kNumberDigits = 4;
+
+// How many bytes follow this one in a character, from the table of UTF-8.
+int followingBytes(char first)
+{
+    const auto byte = static_cast<unsigned char>(first);
+    return byte < 0xC0 ? 0 : byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : byte < 0xF8 ? 3 : 0;
+}
+
+bool isFollowing(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+}
+
+// Where the character behind so many begins; nothing when there are fewer.
+std::optional<qsizetype> behind(int characters, QByteArrayView name)
+{
+    qsizetype at = 0;
+    for (int i = 0; i < characters; ++i) {
+        if (at == name.size()) {
+            return std::nullopt;
+        }
+        int following = followingBytes(name[at]);
+        ++at;
+        while (following > 0 && at < name.size() && isFollowing(name[at])) {
+            ++at;
+            --following;
+        }
+    }
+    return at;
+}
+
+QByteArray fourDigits(qint16 number)
+{
+    return ("0000" + QByteArray::number(number)).last(kNumberDigits);
+}
+
+} // namespace
+
+bool needsImportName(QByteArrayView name)
+{
+    const qsizetype dot = name.indexOf('.');
+    return !name.startsWith('2') || dot < 0 || behind(kNumberedCharacters - 1, name) != dot;
+}
+
+QByteArray importName(QByteArrayView name, WallTime created, qint16 collisions)
+{
+    const WallFields date = wallFields(created);
+    const QString day = QString::number(date.year).rightJustified(4, u'0') + twoDigits(date.month) +
+                        twoDigits(date.day);
+    const QString time = twoDigits(date.hour) + twoDigits(date.minute) + twoDigits(date.second);
+    return day.toLatin1() + '_' + time.toLatin1() + fourDigits(collisions) + '.' +
+           name.sliced(name.indexOf('.') + 1).toByteArray();
+}
+
+std::optional<QByteArray> nameAfterCollision(QByteArrayView name, qint16 collisions)
+{
+    const std::optional<qsizetype> rest = behind(kNumberedCharacters, name);
+    if (!rest) {
+        return std::nullopt;
+    }
+    const qsizetype stem = behind(kStemCharacters, name).value_or(0);
+    return name.first(stem).toByteArray() + fourDigits(collisions) +
+           name.sliced(*rest).toByteArray();
+}
+
+} // namespace velmora

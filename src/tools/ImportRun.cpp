@@ -1,0 +1,187 @@
+#include "tools/ImportRun.h"
+
+#include "base/FileDates.h"
+#include "base/FolderScan.h"
+#include "tools/ImportName.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr qint64 kLeastPiece = qint64{64} * 1024;
+constexpr auto kLongPiece = 3ms;       // a slow disk: ask it for less
+constexpr int kMostPiecesInSlice = 32; // also where the clock is slow to tell that time has passed
+
+QByteArray folderBytes(const QString &folder)
+{
+    return folder.isEmpty() ? QByteArray() : QFile::encodeName(folder) + '/';
+}
+
+// Stands for other names too where names are looked for; the system itself takes it as it is.
+bool hasWildcards(const QByteArray &name)
+{
+    return name.contains('*') || name.contains('?');
+}
+
+// Whatever matches counts, files and folders.
+bool holdsMatch(const QByteArray &folder, const QByteArray &pattern)
+{
+    const FilePattern matcher(pattern);
+    bool found = false;
+    const auto look = [&](QByteArrayView name) { found = found || matcher.matches(name); };
+    const QString path = QFile::decodeName(folder);
+    FolderScan files(path);
+    while (!found && files.readSome(look)) {
+    }
+    FolderScan folders(path);
+    while (!found && folders.readSomeFolders(look)) {
+    }
+    return found;
+}
+
+} // namespace
+
+ImportRun::ImportRun(Clock &clock)
+    : clock_(clock)
+    , reader_(clock)
+    , slice_(clock)
+{
+}
+
+QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afterFile,
+                                         std::stop_token atOnce)
+{
+    progress_ = {};
+    collisions_ = 0;
+    means_ = {};
+    means_.workFolder = QFile::encodeName(order.workFolder);
+    pieceBytes_ = FileCopy::kMostBytes;
+    source_ = folderBytes(order.source);
+    target_ = folderBytes(order.target);
+    if (order.sourceText == order.targetText) {
+        co_return ImportResult{ImportEnd::Identical, 0};
+    }
+    co_await clock_.yield(); // what has changed for the run is painted before it begins
+    const SortedNames names =
+        co_await reader_.files(order.source, filterPattern(order.filter), afterFile);
+    if (!names) {
+        co_return ImportResult{ImportEnd::Stopped, 0};
+    }
+    const ImportEnd end = co_await copyAll(names, afterFile, atOnce);
+    Q_EMIT advanced();
+    co_return ImportResult{end, progress_.copied};
+}
+
+QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token afterFile,
+                                          std::stop_token atOnce)
+{
+    progress_.files = static_cast<qint32>(names->list().size());
+    slice_.begin();
+    for (const OddName &name : names->list()) {
+        if (afterFile.stop_requested()) {
+            co_return ImportEnd::Stopped;
+        }
+        const ImportEnd end = co_await copyFile(name.view().toByteArray(), atOnce);
+        if (end != ImportEnd::Copied) {
+            co_return end;
+        }
+        ++progress_.copied;
+        progress_.collisions = collisions_;
+        co_await letEventsRun();
+    }
+    co_return ImportEnd::Copied;
+}
+
+QCoro::Task<ImportEnd> ImportRun::copyFile(QByteArray name, std::stop_token atOnce)
+{
+    const std::optional<QByteArray> target = newName(name);
+    if (!target) {
+        co_return ImportEnd::Aborted;
+    }
+    FileCopy copy(source_ + name, target_, means_);
+    bool more = true;
+    while (more) {
+        co_await copyPiece(&copy, &more);
+        if (atOnce.stop_requested()) {
+            co_return ImportEnd::Stopped;
+        }
+    }
+    co_return giveName(copy, *target) ? ImportEnd::Copied : ImportEnd::Aborted;
+}
+
+// A disk that took long over a piece is asked for a smaller one.
+QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more)
+{
+    const std::chrono::milliseconds began = clock_.monotonicNow();
+    *more = copy->copySome(pieceBytes_);
+    ++piecesInSlice_;
+    if (clock_.monotonicNow() - began >= kLongPiece) {
+        pieceBytes_ = std::max(pieceBytes_ / 2, kLeastPiece);
+    } else {
+        pieceBytes_ = std::min(pieceBytes_ * 2, FileCopy::kMostBytes);
+    }
+    if (*more) {
+        co_await letEventsRun();
+    }
+}
+
+QCoro::Task<> ImportRun::letEventsRun()
+{
+    if (slice_.isOver() || piecesInSlice_ >= kMostPiecesInSlice) {
+        Q_EMIT advanced();
+        co_await clock_.yield();
+        piecesInSlice_ = 0;
+        slice_.begin();
+    }
+}
+
+// Nothing when the file is gone.
+std::optional<QByteArray> ImportRun::newName(const QByteArray &name) const
+{
+    if (!needsImportName(name)) {
+        return name;
+    }
+    const std::optional<WallTime> created = creationTime(source_ + name);
+    return created ? std::optional(importName(name, *created, collisions_)) : std::nullopt;
+}
+
+// The file system itself says whether a name is taken, by not giving it a second time.
+bool ImportRun::giveName(FileCopy &copy, QByteArray name)
+{
+    while (true) {
+        StoreResult result = isTaken(name) ? StoreResult{StoreOutcome::AlreadyThere, {}}
+                                           : copy.finish(target_ + name);
+        if (result.outcome != StoreOutcome::AlreadyThere) {
+            return result.outcome == StoreOutcome::Stored;
+        }
+        const std::optional<QByteArray> next = nextName(name);
+        if (!next) {
+            return false;
+        }
+        name = *next;
+    }
+}
+
+// The number of collisions has 16 bits; there is no name after the last.
+std::optional<QByteArray> ImportRun::nextName(const QByteArray &name)
+{
+    if (collisions_ == std::numeric_limits<qint16>::max()) {
+        return std::nullopt;
+    }
+    ++collisions_;
+    return nameAfterCollision(name, collisions_);
+}
+
+bool ImportRun::isTaken(const QByteArray &name) const
+{
+    return hasWildcards(name) && holdsMatch(target_, name);
+}
+
+} // namespace velmora

@@ -1,0 +1,45 @@
+// The list of the files that the import would copy, and which of them is selected.
+#pragma once
+
+#include "tools/NameReader.h"
+
+#include <QAbstractListModel>
+
+namespace velmora {
+
+/// Positions count from 0; no selection is -1, as lists have it.
+class SourceList : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    explicit SourceList(QObject *parent = nullptr);
+
+    /// Lists these names from now on. The file that was selected stays selected if it is among
+    /// them, else the first one is.
+    void bind(SortedNames names);
+
+    [[nodiscard]] int count() const;
+
+    [[nodiscard]] int ListIndex() const { return index_; }
+
+    void setListIndex(int index);
+
+    /// Native bytes; empty when none is selected.
+    [[nodiscard]] QByteArray selected() const;
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+
+Q_SIGNALS:
+    void selectionChanged(int index);
+
+private:
+    [[nodiscard]] QByteArrayView name(int index) const;
+    [[nodiscard]] int find(const QByteArray &wanted) const;
+
+    SortedNames names_;
+    int index_ = -1;
+};
+
+} // namespace velmora

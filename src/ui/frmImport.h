@@ -1,0 +1,66 @@
+// The window that imports images.
+//
+//   frmImport
+//     source     Drive1   Filtre  NbF   iSource
+//                Dir1     File1
+//                nRep
+//     target     Label2   Cam  Lien     iTarget
+//     foot       Progress  ctr          cmdGo  cmdQuit
+#pragma once
+
+#include "pictures/PictureLoader.h"
+#include "tools/Import.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class frmImport;
+}
+
+namespace velmora {
+
+class PictureView;
+
+class frmImport : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// loader: of this window alone. Everything given outlives the window.
+    frmImport(Import &import, PictureLoader &loader);
+    frmImport(const frmImport &) = delete;
+    frmImport &operator=(const frmImport &) = delete;
+    frmImport(frmImport &&) = delete;
+    frmImport &operator=(frmImport &&) = delete;
+    ~frmImport() override;
+
+    /// Shows the window in front; one that was closed is loaded anew.
+    void present();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void bindSource();
+    void bindTarget();
+    void bindButtons();
+    void showFace();
+    void showChoices(const ImportFace &face);
+    void showRun(const ImportFace &face);
+    void showPictures();
+    void showPicture(const PictureOrder &order, const QImage &image);
+    void showMessage(const QString &text);
+    [[nodiscard]] QList<PictureOrder> wantedPictures() const;
+    [[nodiscard]] PictureView &view(int place) const;
+
+    Import &import_;
+    PictureLoader &loader_;
+    std::unique_ptr<Ui::frmImport> ui_;
+    QList<PictureOrder> pictures_;
+    bool loaded_ = false;
+    bool focusGo_ = false; // the button had the keys when the run began
+};
+
+} // namespace velmora

@@ -1,0 +1,281 @@
+// The import's target and its runs: when the button can be pressed, what is said at the end, and
+// what a run does to the captions.
+#include "ImportTest.h"
+
+namespace velmora::test {
+namespace {
+
+class ImportTarget : public ImportTest
+{
+protected:
+    ImportTarget()
+    {
+        addCamera(kCamera);
+        QObject::connect(&import_, &Import::imagesAdded, &import_, [this] { ++refreshes_; });
+    }
+
+    // The storage folder as it was typed, without "\" at its end.
+    void useUncleanedStorage()
+    {
+        store(u"StRep", QStringLiteral("C:\\in"));
+        house_.storage.load();
+        store(u"Dir", QStringLiteral("C:\\in") + folderName());
+    }
+
+    static QString folderName()
+    {
+        return QStringLiteral("\\http%3A%2F%2Fcam%2F%30%2F%30%2Fpicture%2Ejpg");
+    }
+
+    [[nodiscard]] QString picture(const QString &name) const
+    {
+        return house_.tree.path(house_.folder(kCamera)) + u'/' + name;
+    }
+
+    int refreshes_ = 0;
+};
+
+TEST_F(ImportTarget, ACameraWithAnAddressCanBeCopiedTo)
+{
+    load();
+    EXPECT_TRUE(face().cmdGo);
+    import_.chooseCamera(1);
+    EXPECT_FALSE(face().cmdGo);
+    import_.chooseCamera(0);
+    EXPECT_TRUE(face().cmdGo);
+    import_.chooseGroup(1);
+    EXPECT_FALSE(face().cmdGo);
+}
+
+TEST_F(ImportTarget, TheFirstStoredImageIsShown)
+{
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450002.jpg"));
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450001.gif"));
+    house_.putImage(kCamera, QStringLiteral("20061005_123045.jpg"));     // the older form
+    house_.putImage(kCamera, QStringLiteral("10061005_12304500011jpg")); // no dot there
+    house_.putImage(kCamera, QStringLiteral("00061005-1230450001.jpg"));
+    load();
+    EXPECT_EQ(face().iTarget, picture(QStringLiteral("20061005_1230450001.gif")));
+}
+
+TEST_F(ImportTarget, ANameWithoutDotMatchesTheShapeToo)
+{
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450001"));
+    load();
+    EXPECT_EQ(face().iTarget, picture(QStringLiteral("20061005_1230450001")));
+}
+
+TEST_F(ImportTarget, AnotherCameraClearsThePicture)
+{
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450001.jpg"));
+    addCamera({0, 1});
+    load();
+    EXPECT_NE(face().iTarget, QString());
+    import_.chooseCamera(1);
+    EXPECT_EQ(face().iTarget, QString());
+    finish();
+    EXPECT_EQ(face().iTarget, QString());
+    import_.chooseCamera(0);
+    finish();
+    EXPECT_EQ(face().iTarget, picture(QStringLiteral("20061005_1230450001.jpg")));
+}
+
+TEST_F(ImportTarget, OneFileIsSaidInTheSingularAndSoIsNone)
+{
+    load();
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("0 file copied")});
+    put(kKept);
+    go();
+    EXPECT_EQ(messages_.last(), QStringLiteral("1 file copied"));
+    EXPECT_EQ(house_.images(kCamera), QStringList{kKept});
+    EXPECT_EQ(face().ctr, QStringLiteral("1"));
+}
+
+TEST_F(ImportTarget, SeveralAreSaidInThePlural)
+{
+    put(QStringLiteral("a.jpg"));
+    put(QStringLiteral("b.jpg"));
+    load();
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("2 files copied")});
+    EXPECT_EQ(face().ctr, QStringLiteral("2"));
+    EXPECT_EQ(face().progress.files, 2);
+    EXPECT_EQ(refreshes_, 1);
+    EXPECT_TRUE(face().cmdGo);
+}
+
+TEST_F(ImportTarget, TheFilesAreCountedAnewAfterARun)
+{
+    put(kKept);
+    load();
+    put(QStringLiteral("b.jpg"));
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("2 files copied")});
+    EXPECT_EQ(face().NbF, QStringLiteral(" 2"));
+    EXPECT_EQ(files_.count(), 2);
+}
+
+TEST_F(ImportTarget, TheButtonIsOffWhileARunRunsAndASecondPressDoesNothing)
+{
+    put(kKept);
+    load();
+    import_.go();
+    EXPECT_FALSE(face().cmdGo);
+    EXPECT_TRUE(face().running);
+    EXPECT_EQ(face().ctr, QStringLiteral("0"));
+    import_.go();
+    import_.chooseCamera(0); // would make the button work
+    EXPECT_FALSE(face().cmdGo);
+    import_.go();
+    finish();
+    EXPECT_EQ(messages_.size(), 1);
+    EXPECT_EQ(house_.images(kCamera), QStringList{kKept});
+    EXPECT_TRUE(face().cmdGo);
+    EXPECT_FALSE(face().running);
+}
+
+TEST_F(ImportTarget, EqualTextsAreToldAndTheButtonStaysOffUntilACameraIsChosen)
+{
+    useUncleanedStorage();
+    house_.putImage(kCamera, kKept);
+    load();
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Source and target are identical")});
+    EXPECT_FALSE(face().cmdGo);
+    EXPECT_FALSE(face().running);
+    EXPECT_EQ(refreshes_, 0);
+    EXPECT_EQ(house_.images(kCamera), QStringList{kKept});
+    import_.setFilter(QStringLiteral("*.*"));
+    import_.openFolder(0);
+    finish();
+    EXPECT_FALSE(face().cmdGo);
+    go();
+    EXPECT_EQ(messages_.size(), 1);
+    import_.chooseGroup(0);
+    EXPECT_TRUE(face().cmdGo);
+}
+
+TEST_F(ImportTarget, ADoubledBackslashMakesTheTextsDifferAndTheCopyProceeds)
+{
+    store(u"Dir", QStringLiteral("C:\\in") + folderName());
+    house_.putImage(kCamera, kKept);
+    load();
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("1 file copied")});
+    EXPECT_EQ(house_.images(kCamera),
+              (QStringList{kKept, QStringLiteral("20061005_1230450001jpg")}));
+}
+
+TEST_F(ImportTarget, AnAbortedRunSaysSoAndGivesTheButtonBack)
+{
+    put(kKept, "first");
+    put(QString(255, u'n'));
+    store(u"Patern", QStringLiteral("*"));
+    load();
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_TRUE(face().cmdGo);
+    EXPECT_EQ(refreshes_, 1);
+    EXPECT_EQ(house_.images(kCamera), QStringList{kKept});
+    EXPECT_EQ(face().ctr, QStringLiteral("1"));
+}
+
+TEST_F(ImportTarget, WhileCopyingTheCountIsLessenedByTheCollisions)
+{
+    put(kKept);
+    put(QString(255, u'n')); // ends the run, so that nothing is counted anew
+    house_.putImage(kCamera, kKept);
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450001jpg"));
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450002pg"));
+    store(u"Patern", QStringLiteral("*"));
+    load();
+    EXPECT_EQ(face().NbF, QStringLiteral(" 2"));
+    go();
+    EXPECT_EQ(face().NbF, QStringLiteral("-1"));
+}
+
+TEST_F(ImportTarget, WithoutACopyTheCountStays)
+{
+    put(QString(255, u'n'));
+    store(u"Patern", QStringLiteral("*"));
+    load();
+    go();
+    EXPECT_EQ(face().NbF, QStringLiteral(" 1"));
+    EXPECT_EQ(face().ctr, QStringLiteral("0"));
+}
+
+TEST_F(ImportTarget, ACameraThatLostItsAddressAbortsAndTurnsTheButtonOff)
+{
+    put(kKept);
+    load();
+    house_.table.setUrl(kCamera, u"");
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_FALSE(face().cmdGo);
+    EXPECT_FALSE(house_.tree.exists(u"drives/c/in/20061005_1230450000.jpg"));
+}
+
+TEST_F(ImportTarget, AMissingCameraFolderAborts)
+{
+    put(kKept);
+    load();
+    ASSERT_TRUE(QFile::rename(house_.tree.path(house_.folder(kCamera)),
+                              house_.tree.path(u"drives/c/away")));
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_TRUE(face().cmdGo);
+}
+
+TEST_F(ImportTarget, ARunKeepsToTheChoicesWithWhichItBegan)
+{
+    addCamera({0, 1});
+    for (int i = 0; i < 200; ++i) {
+        put(QStringLiteral("20061005_123045%1.jpg").arg(i, 4, 10, QLatin1Char('0')));
+    }
+    load();
+    import_.go();
+    import_.chooseCamera(1);
+    import_.setFilter(QStringLiteral("*.gif"));
+    import_.openFolder(0);
+    finish();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("200 files copied")});
+    EXPECT_EQ(house_.images(kCamera).size(), 200);
+}
+
+TEST_F(ImportTarget, ClosingStopsARunBehindAFileAndSaysNothing)
+{
+    constexpr int kFiles = 3000;
+    for (int i = 0; i < kFiles; ++i) {
+        put(QStringLiteral("20061005_123045%1.jpg").arg(i, 4, 10, QLatin1Char('0')), "whole");
+    }
+    load();
+    QObject::connect(&import_, &Import::changed, &import_, [this] {
+        if (face().progress.copied > 0) {
+            import_.close();
+        }
+    });
+    go();
+    EXPECT_EQ(messages_, QStringList());
+    EXPECT_FALSE(face().running);
+    EXPECT_GT(house_.images(kCamera).size(), 0);
+    EXPECT_LT(house_.images(kCamera).size(), kFiles / 2);
+    EXPECT_EQ(refreshes_, 1);
+}
+
+TEST_F(ImportTarget, AfterAStopTheNextRunCopiesAgain)
+{
+    put(kKept);
+    load();
+    import_.go();
+    import_.close();
+    finish();
+    EXPECT_EQ(house_.images(kCamera), QStringList());
+    load();
+    EXPECT_TRUE(face().cmdGo);
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("1 file copied")});
+}
+
+} // namespace
+} // namespace velmora::test

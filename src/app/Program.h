@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/BrowserEngine.h"
+#include "ui/Alarm.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TitleBox.h"
@@ -20,7 +21,8 @@ class Program : public QObject
     Q_OBJECT
 
 public:
-    explicit Program(CaptureEngine &engine, DesktopOpener &opener);
+    /// Everything given outlives the program.
+    Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sender);
 
     /// Runs the start-up; it has ended when the first pass has.
     void start();
@@ -35,6 +37,7 @@ public:
 private:
     void connectMain();
     void connectBrowser();
+    void connectAlarm();
     void connectConformity();
     void connectProblems();
     void showSplash();
@@ -55,6 +58,7 @@ private:
     Interface interface_;
     planche planche_;
     fCine film_;
+    Alarm alarm_;
     Zoom zoom_;
     frmSplash splash_;
     frmQuitte closing_;

@@ -64,9 +64,9 @@ public:
         curl_multi_cleanup(multi_);
     }
 
-    void begin(CURL *easy, OneShot<End> &end)
+    void begin(CURL *easy, AtEnd atEnd, OneShot<End> &end)
     {
-        live_.emplace(easy, &end);
+        live_.emplace(easy, Live{atEnd, &end});
         curl_multi_add_handle(multi_, easy);
     }
 
@@ -77,13 +77,23 @@ public:
         if (found == live_.end()) {
             return;
         }
-        OneShot<End> &waiter = *found->second;
+        const Live live = found->second;
         live_.erase(found);
-        curl_multi_remove_handle(multi_, easy);
-        waiter.set(end);
+        if (live.atEnd == AtEnd::Close || end != End{CURLE_OK}) {
+            disconnect(easy);
+        }
+        live.waiter->set(end);
     }
 
+    void disconnect(CURL *easy) { curl_multi_remove_handle(multi_, easy); }
+
 private:
+    struct Live
+    {
+        AtEnd atEnd;
+        OneShot<End> *waiter;
+    };
+
     static int onTimer(CURLM *, long milliseconds, void *user)
     {
         static_cast<Transfers *>(user)->wakeIn(milliseconds);
@@ -143,7 +153,7 @@ private:
     CURLM *multi_ = nullptr;
     QTimer timer_;
     QDeadlineTimer deadline_;
-    std::unordered_map<CURL *, OneShot<End> *> live_;
+    std::unordered_map<CURL *, Live> live_;
     SocketSet sockets_;
 };
 
@@ -165,13 +175,29 @@ void *TransferLoop::newTransfer()
 
 QCoro::Task<std::optional<int>> TransferLoop::run(void *easy, std::stop_token stop)
 {
+    return runUntil(AtEnd::Close, easy, std::move(stop));
+}
+
+QCoro::Task<std::optional<int>> TransferLoop::connect(void *easy, std::stop_token stop)
+{
+    return runUntil(AtEnd::StayConnected, easy, std::move(stop));
+}
+
+QCoro::Task<std::optional<int>> TransferLoop::runUntil(AtEnd atEnd, void *easy,
+                                                       std::stop_token stop)
+{
     OneShot<End> end;
     Transfers &transfers = *transfers_;
-    transfers.begin(easy, end);
+    transfers.begin(easy, atEnd, end);
     const std::stop_callback onStop(std::move(stop),
                                     [&transfers, easy] { transfers.finish(easy, std::nullopt); });
     const End code = co_await end;
     co_return code;
+}
+
+void TransferLoop::disconnect(void *easy)
+{
+    transfers_->disconnect(easy);
 }
 
 } // namespace velmora

@@ -30,8 +30,19 @@ public:
     /// (CURLcode), or nothing when a stop was requested.
     QCoro::Task<std::optional<int>> run(void *easy, std::stop_token stop);
 
+    /// The same for a transfer that is only to connect (CURLOPT_CONNECT_ONLY). After a success it
+    /// is connected until disconnect(), which must come before the loop goes.
+    QCoro::Task<std::optional<int>> connect(void *easy, std::stop_token stop);
+
+    /// Closes a connection without a word to the server; does nothing when there is none.
+    void disconnect(void *easy);
+
 private:
     class Transfers;
+    enum class AtEnd { Close, StayConnected };
+
+    QCoro::Task<std::optional<int>> runUntil(AtEnd atEnd, void *easy, std::stop_token stop);
+
     std::unique_ptr<Transfers> transfers_;
 };
 

@@ -13,6 +13,8 @@ class BusyClock final : public Clock
 public:
     [[nodiscard]] WallTime localNow() const override { return clock_.localNow(); }
 
+    [[nodiscard]] std::chrono::seconds utcOffset() const override { return clock_.utcOffset(); }
+
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override
     {
         return now_ += std::chrono::milliseconds{10};

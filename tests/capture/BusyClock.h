@@ -19,6 +19,8 @@ public:
 
     [[nodiscard]] WallTime localNow() const override { return clock_.localNow(); }
 
+    [[nodiscard]] std::chrono::seconds utcOffset() const override { return clock_.utcOffset(); }
+
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override
     {
         now_ += cost_;

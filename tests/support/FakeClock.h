@@ -31,6 +31,8 @@ public:
 
     [[nodiscard]] WallTime localNow() const override;
 
+    [[nodiscard]] std::chrono::seconds utcOffset() const override { return utcOffset_; }
+
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override { return now_; }
 
     /// Ends with Elapsed when advance() has reached its moment.
@@ -41,6 +43,9 @@ public:
 
     /// Moves the local time alone, as a user who sets the clock.
     void setLocal(WallTime local);
+
+    /// Moves to another time zone, where the same local time is.
+    void setUtcOffset(std::chrono::seconds offset) { utcOffset_ = offset; }
 
     /// Lets both times run on: ends the sleeps that fall due on the way, one after the other in the
     /// order of their moments, each at its moment, and lets the event loop settle after each. What
@@ -70,6 +75,7 @@ private:
 
     std::chrono::milliseconds now_;
     WallTime localBase_;
+    std::chrono::seconds utcOffset_{0};
     std::chrono::milliseconds localSince_;
     quint64 arrivals_ = 0;
     int yields_ = 0;

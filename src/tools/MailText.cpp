@@ -12,7 +12,7 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype kMaxLine = 76;
-constexpr qsizetype kMaxWordBytes = 45; // whose base64 with its frame fits into an encoded word
+constexpr qsizetype kMaxWordBytes = 36; // whose base64 with its frame fits into an encoded word
 constexpr std::array kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};

@@ -1,5 +1,6 @@
 // What a mail server gets to hear, and what its answers mean.
 #include "SmtpExchange.h"
+#include "support/LoopTicker.h"
 
 namespace velmora::test {
 namespace {
@@ -47,7 +48,7 @@ TEST_F(SmtpClientTest, ALongMailArrivesWhole)
 
 TEST_F(SmtpClientTest, ReadsAnswersOfManyLines)
 {
-    server_.script.extensions = QByteArrayList(50, "X-NOISE " + QByteArray(400, 'n'));
+    server_.script.extensions = QByteArrayList(20, "X-NOISE " + QByteArray(400, 'n'));
     server_.script.replies = {{"CONNECT", "220-hello\r\n220-there\r\n220 loopback"},
                               {"MAIL", "250-yes\r\n250 indeed"},
                               {"TEXT", "250-taken\r\n250 with thanks"}};
@@ -102,7 +103,7 @@ struct RefusalRow
 constexpr RefusalRow kRefusals[] = {
     {"CONNECT", "554 no service", MailFailure::ServerRefused},
     {"CONNECT", "421 too busy", MailFailure::ServerRefused},
-    {"EHLO", "550 not you", MailFailure::ServerRefused},
+    {"HELO", "550 not you", MailFailure::ServerRefused},
     {"MAIL", "550 not from you", MailFailure::SenderRefused},
     {"MAIL", "452 later", MailFailure::SenderRefused},
     {"RCPT", "550 no such user", MailFailure::RecipientRefused},
@@ -118,6 +119,9 @@ TEST_F(SmtpClientTest, SaysWhatWasRefusedInTheServersWords)
     for (const RefusalRow &row : kRefusals) {
         SCOPED_TRACE(row.reply);
         server_.script.replies = {{row.step, row.reply}};
+        if (row.step == QByteArray("HELO")) {
+            server_.script.replies.insert("EHLO", "502 an old server");
+        }
         const auto problem = send(account());
         ASSERT_TRUE(problem);
         EXPECT_EQ(problem->kind, row.kind);
@@ -149,24 +153,44 @@ TEST_F(SmtpClientTest, AServersControlCharactersDoNotReachTheMessage)
     EXPECT_LE(problem->detail.size(), 200);
 }
 
+constexpr RefusalRow kNonsense[] = {
+    {"CONNECT", "150 odd", MailFailure::Nonsense},
+    {"MAIL", "hello", MailFailure::Nonsense},
+    {"MAIL", "HTTP/1.1 400 Bad Request", MailFailure::Nonsense},
+    {"MAIL", "", MailFailure::Nonsense},
+    {"MAIL", "2x0 ok", MailFailure::Nonsense},
+    {"MAIL", "650 odd", MailFailure::Nonsense},
+    {"MAIL", "\x01\x02\xff", MailFailure::Nonsense},
+    {"RCPT", "150 odd", MailFailure::Nonsense},
+    {"RCPT", "354 go ahead", MailFailure::Nonsense},
+    {"DATA", "250 ok", MailFailure::Nonsense},
+    {"TEXT", "354 go on", MailFailure::Nonsense},
+};
+
 TEST_F(SmtpClientTest, TellsNonsenseFromAMailServer)
 {
-    for (const QByteArray &reply : {QByteArray("HTTP/1.1 200 OK"), QByteArray("hello"),
-                                    QByteArray("199 odd"), QByteArray("\x01\x02\x03")}) {
-        server_.script.replies = {{"CONNECT", reply + "\r\n" + reply + "\r\n220"}};
-        server_.script.silent = {"EHLO"};
-        const MailFailure kind = failure();
-        EXPECT_TRUE(kind == MailFailure::Nonsense || kind == MailFailure::TimedOut)
-            << reply.toStdString() << ' ' << static_cast<int>(kind);
+    for (const RefusalRow &row : kNonsense) {
+        server_.script.replies = {{row.step, row.reply}};
+        EXPECT_EQ(failure(), row.kind) << row.step << ' ' << row.reply;
     }
+}
+
+TEST_F(SmtpClientTest, DoesNotTakeAnotherServiceForAMailServer)
+{
+    SmtpClient hasty{{std::chrono::milliseconds{150}, std::chrono::milliseconds{150}, {}}};
+    server_.script.replies = {{"CONNECT", "SSH-2.0-OpenSSH_9.2p1"}};
+    EXPECT_EQ(sendBy(hasty, account()).value_or(MailProblem{}).kind, MailFailure::TimedOut);
+    EXPECT_TRUE(server_.commands().isEmpty());
 }
 
 TEST_F(SmtpClientTest, GivesUpAnAnswerWithoutEnd)
 {
-    for (const char *const step : {"EHLO", "MAIL", "RCPT"}) {
+    for (const char *const step : {"MAIL", "RCPT", "TEXT"}) {
         server_.script.endless = {step};
         EXPECT_EQ(failure(), MailFailure::Nonsense) << step;
     }
+    server_.script.endless = {"EHLO"};
+    EXPECT_EQ(failure(), MailFailure::Cut);
 }
 
 TEST_F(SmtpClientTest, TellsAConnectionThatIsCut)
@@ -195,6 +219,51 @@ TEST_F(SmtpClientTest, DoesNotWaitForASilentServerBeyondItsLimits)
         ASSERT_TRUE(problem) << step;
         EXPECT_EQ(problem->kind, MailFailure::TimedOut) << step;
     }
+}
+
+TEST_F(SmtpClientTest, AMailThatIsTakenIsSentEvenIfTheFarewellGetsNoAnswer)
+{
+    for (const QByteArray &how : {QByteArray("silent"), QByteArray("cut")}) {
+        server_.script.silent = how == "silent" ? QSet<QByteArray>{"QUIT"} : QSet<QByteArray>{};
+        server_.script.cut = how == "cut" ? QSet<QByteArray>{"QUIT"} : QSet<QByteArray>{};
+        EXPECT_EQ(send(account()), std::nullopt) << how.toStdString();
+    }
+    EXPECT_EQ(server_.mails().size(), 2);
+}
+
+TEST_F(SmtpClientTest, TheEventLoopRunsWhileTheServerThinks)
+{
+    SmtpClient hasty{{std::chrono::milliseconds{400}, std::chrono::milliseconds{400}, {}}};
+    for (const char *const step : {"EHLO", "RCPT", "TEXT", "QUIT"}) {
+        server_.script.silent = {step};
+        const LoopTicker ticker;
+        sendBy(hasty, account());
+        EXPECT_GT(ticker.ticks(), 20) << step;
+        EXPECT_LT(ticker.longestGap(), std::chrono::milliseconds{150}) << step;
+    }
+}
+
+TEST_F(SmtpClientTest, StopsAtOnceAtAnyStep)
+{
+    for (const char *const step : {"CONNECT", "EHLO", "MAIL", "TEXT", "QUIT"}) {
+        server_.script.silent = {step};
+        std::stop_source stop;
+        QTimer::singleShot(30, &server_, [&stop] { stop.request_stop(); });
+        const auto problem = send(account(), kText, stop.get_token());
+        const bool taken = QByteArray("QUIT") == step;
+        EXPECT_EQ(!problem, taken) << step;
+        EXPECT_TRUE(taken || problem->kind == MailFailure::Stopped) << step;
+    }
+}
+
+TEST_F(SmtpClientTest, StoppedBeforeItSendsNothing)
+{
+    std::stop_source stop;
+    stop.request_stop();
+    const auto problem = send(account(), kText, stop.get_token());
+    ASSERT_TRUE(problem);
+    EXPECT_EQ(problem->kind, MailFailure::Stopped);
+    EXPECT_TRUE(server_.mails().isEmpty());
 }
 
 } // namespace

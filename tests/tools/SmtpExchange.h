@@ -10,7 +10,6 @@
 
 namespace velmora::test {
 
-
 inline QCoro::Task<> sendInto(MailSender &sender, MailAccount account, QByteArray text,
                               std::stop_token stop, std::optional<MailProblem> &problem)
 {

@@ -5,6 +5,8 @@
 #include "support/MailReader.h"
 #include "support/Printers.h"
 
+#include <QRandomGenerator>
+
 #include <gtest/gtest.h>
 
 namespace velmora::test {
@@ -146,6 +148,41 @@ TEST(MailTextTest, NoLineBreakGetsIntoAHeader)
         mine.from.name = QStringLiteral("Cam") + breaks + QStringLiteral("X-Evil: yes");
         const ReadMail mail = readMail(mailText(mine));
         EXPECT_EQ(mail.names, readMail(mailText(letter())).names);
+    }
+}
+
+// Letters of which some are dangerous, drawn by lot.
+QString anyText(QRandomGenerator &lot)
+{
+    static const QString letters =
+        QStringLiteral("ab =?.,;:<>@\"\\\r\n\t\u0000\u007f\u0085\u2028éЖ日🎥");
+    QString text;
+    for (int length = lot.bounded(200); length > 0; --length) {
+        text += letters.mid(lot.bounded(static_cast<int>(letters.size())), 1);
+    }
+    return text;
+}
+
+TEST(MailTextTest, WhateverIsWrittenTheHeadersStayTheSameAndTheBodyIsReadBack)
+{
+    QRandomGenerator lot(20060307);
+    const QByteArrayList names = readMail(mailText(letter())).names;
+    for (int i = 0; i < 3000; ++i) {
+        MailLetter mine = letter(anyText(lot));
+        mine.subject = anyText(lot);
+        mine.from.name = anyText(lot);
+        mine.to.first().name = anyText(lot);
+        const QByteArray text = mailText(mine);
+        ASSERT_EQ(QByteArray(text).replace("\r\n", "").count('\n'), 0);
+        ASSERT_EQ(QByteArray(text).replace("\r\n", "").count('\r'), 0);
+        const ReadMail mail = readMail(text);
+        ASSERT_EQ(mail.names, names);
+        QString meant = mine.body;
+        meant.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+        if (!meant.isEmpty() && !meant.endsWith(u'\n')) {
+            meant += u'\n';
+        }
+        ASSERT_EQ(mail.body, meant.toUtf8().replace("\n", "\r\n"));
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include "base/DateText.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 
 #include <algorithm>
@@ -102,10 +101,10 @@ QByteArray messageId(const MailLetter &letter)
     return '<' + letter.id + address.sliced(address.lastIndexOf('@')) + '>';
 }
 
-QStringList bodyLines(const QString &body)
+QStringList bodyLines(QString body)
 {
-    static const QRegularExpression lineEnd(QStringLiteral("\r\n|\r|\n"));
-    QStringList lines = body.split(lineEnd);
+    body.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+    QStringList lines = body.split(u'\n');
     if (lines.last().isEmpty()) {
         lines.removeLast(); // the last line has its end as well
     }

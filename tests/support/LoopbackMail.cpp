@@ -41,7 +41,6 @@ public:
         connect(socket, &QSslSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QSslSocket::bytesWritten, this, &Session::repeat);
         connect(socket, &QSslSocket::encryptedBytesWritten, this, &Session::repeat);
-        ++server_.open_;
         if (script().tls == MailTls::FromTheStart) {
             connect(socket, &QSslSocket::encrypted, this, [this] { step("CONNECT"); });
             socket->startServerEncryption();
@@ -55,7 +54,7 @@ public:
     Session(Session &&) = delete;
     Session &operator=(Session &&) = delete;
 
-    ~Session() override { --server_.open_; }
+    ~Session() override = default;
 
 private:
     enum class Expects { Command, Text, User, Password, Plain };

@@ -49,9 +49,6 @@ public:
 
     [[nodiscard]] int connections() const { return connections_; }
 
-    /// Connections that are open now.
-    [[nodiscard]] int open() const { return open_; }
-
     MailScript script;
 
 protected:
@@ -63,7 +60,6 @@ private:
     QByteArrayList commands_;
     QList<ReceivedMail> mails_;
     int connections_ = 0;
-    int open_ = 0;
 };
 
 } // namespace velmora::test

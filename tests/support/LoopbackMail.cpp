@@ -20,6 +20,8 @@ const QHash<QByteArray, QByteArray> kUsualReplies{
     {"QUIT", "221 bye"},
 };
 
+const QByteArray kManyLines = QByteArray("250-more\r\n").repeated(500);
+
 QByteArray afterColon(const QByteArray &line)
 {
     return line.mid(line.indexOf(':') + 1);
@@ -205,15 +207,14 @@ private:
         }
         endless_ = script().endless.contains(name);
         const QByteArray reply = script().replies.value(name, usual);
-        socket_.write(endless_ ? QByteArray(1000, 'x').replace("xx", "250-more\r\n")
-                               : reply + "\r\n");
+        socket_.write(endless_ ? kManyLines : reply + "\r\n");
         return !endless_ && (reply.startsWith('2') || reply.startsWith('3'));
     }
 
     void repeat()
     {
         if (endless_ && socket_.bytesToWrite() == 0) {
-            socket_.write("250-and more\r\n");
+            socket_.write(kManyLines);
         }
     }
 

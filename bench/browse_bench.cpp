@@ -75,7 +75,8 @@ int main(int argc, char **argv)
                    engine.storage().folderText(engine.services().table.CameraFolderName({0, 0}))),
                names, std::min(names, steps + 20), megapixels);
 
-    BrowserEngine images(engine);
+    SmtpClient mail;
+    BrowserEngine images(engine, mail);
     planche window(images.browser(), engine.services(), images.loader());
     QListView &list = *window.findChild<QListView *>(QStringLiteral("LstDir"));
     QElapsedTimer opening;

@@ -8,12 +8,14 @@ constexpr qsizetype kPictureBytes = qsizetype{48} * 1024 * 1024;
 
 } // namespace
 
-BrowserEngine::BrowserEngine(CaptureEngine &capture)
+BrowserEngine::BrowserEngine(CaptureEngine &capture, MailSender &sender)
     : film_(capture.settings(), capture.log(), data_)
     , browser_({capture.services(), capture.scheduler(), capture.conformity(), capture.scope()},
                data_, film_)
     , pictures_(kPictureBytes)
     , loader_(pictures_, capture.clock(), capture.scope())
+    , alarm_(capture.services(), data_, capture.scope())
+    , mail_(capture.settings(), sender, capture.clock(), capture.scope())
 {
     QObject::connect(&capture.store(), &ImageStore::imageStored, &browser_, &ImageBrowser::follow);
     QObject::connect(&film_, &Slideshow::fileChosen, &browser_, &ImageBrowser::chooseFile);

@@ -1,22 +1,28 @@
-// Everything that shows stored images, put together without its windows.
+// Everything that works with stored images, put together without its windows.
 #pragma once
 
 #include "app/CaptureEngine.h"
 #include "browser/ImageBrowser.h"
 #include "pictures/PictureLoader.h"
+#include "tools/AlarmMail.h"
+#include "tools/MotionAlarm.h"
 #include "tools/Slideshow.h"
 
 namespace velmora {
 
-/// The engine given outlives this one, and has been closed before this one goes.
+/// The engine and the sender outlive this one, and the engine has been closed before this one goes.
 class BrowserEngine
 {
 public:
-    explicit BrowserEngine(CaptureEngine &capture);
+    BrowserEngine(CaptureEngine &capture, MailSender &sender);
 
     [[nodiscard]] ImageBrowser &browser() { return browser_; }
 
     [[nodiscard]] Slideshow &film() { return film_; }
+
+    [[nodiscard]] MotionAlarm &alarm() { return alarm_; }
+
+    [[nodiscard]] AlarmMail &mail() { return mail_; }
 
     [[nodiscard]] PictureCache &pictures() { return pictures_; }
 
@@ -28,6 +34,8 @@ private:
     ImageBrowser browser_;
     PictureCache pictures_;
     PictureLoader loader_;
+    MotionAlarm alarm_;
+    AlarmMail mail_;
 };
 
 } // namespace velmora

@@ -22,10 +22,10 @@ QString guide()
 
 } // namespace
 
-Program::Program(CaptureEngine &engine, DesktopOpener &opener)
+Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sender)
     : engine_(engine)
     , opener_(opener)
-    , images_(engine_)
+    , images_(engine_, sender)
     , import_(engine_, images_)
     , links_(opener_, engine_.paths(), engine_.scope())
     , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
@@ -33,9 +33,11 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener)
     , planche_(images_.browser(), engine_.services(), images_.loader())
     , film_(images_.film(), engine_.settings(), engine_.storage())
     , importWindow_(import_.import(), import_.loader())
+    , alarm_(images_.alarm(), images_.mail())
 {
     connectMain();
     connectBrowser();
+    connectAlarm();
     connectConformity();
     connectProblems();
 }
@@ -62,12 +64,21 @@ void Program::connectBrowser()
     connect(&planche_, &planche::copyWanted, this, &copyPicture);
     connect(&planche_, &planche::openWanted, this, &Program::open);
     connect(&planche_, &planche::playWanted, &images_.film(), &Slideshow::PauseCine_MouseDown);
-    connect(&planche_, &planche::alarmWanted, this,
-            [this] { planche_.showMessage(tr("The motion alarm has nothing to watch yet")); });
     connect(&engine_.retention(), &Retention::imagesDeleted, &images_.browser(),
             &ImageBrowser::showDeletion);
     connect(&engine_.store(), &ImageStore::imageStored, &planche_, &planche::showStored);
     connect(&engine_.store(), &ImageStore::cameraFailed, &planche_, &planche::showFailed);
+}
+
+// A mail that fails is told once and not logged.
+void Program::connectAlarm()
+{
+    connect(&planche_, &planche::alarmWanted, &alarm_, &Alarm::present);
+    connect(&images_.mail(), &AlarmMail::failed, this, [this](const QString &text) {
+        if (!ending_) {
+            messages_.warn(text);
+        }
+    });
 }
 
 void Program::connectConformity()
@@ -197,6 +208,7 @@ void Program::hideWindows()
     images_.browser().close();
     film_.close();
     importWindow_.close();
+    alarm_.close();
     zoom_.close();
     interface_.close();
     planche_.close();

@@ -4,6 +4,7 @@
 
 #include "app/BrowserEngine.h"
 #include "app/ImportEngine.h"
+#include "ui/Alarm.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TitleBox.h"
@@ -23,7 +24,8 @@ class Program : public QObject
     Q_OBJECT
 
 public:
-    explicit Program(CaptureEngine &engine, DesktopOpener &opener);
+    /// Everything given outlives the program.
+    Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sender);
 
     /// Runs the start-up; it has ended when the first pass has.
     void start();
@@ -38,6 +40,7 @@ public:
 private:
     void connectMain();
     void connectBrowser();
+    void connectAlarm();
     void connectConformity();
     void connectProblems();
     void showSplash();
@@ -61,6 +64,7 @@ private:
     planche planche_;
     fCine film_;
     frmImport importWindow_;
+    Alarm alarm_;
     Zoom zoom_;
     frmSplash splash_;
     frmQuitte closing_;

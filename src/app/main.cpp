@@ -87,7 +87,8 @@ int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher,
 int runWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, SingleInstance &instance)
 {
     XdgOpener opener;
-    Program program(engine, opener);
+    SmtpClient mail;
+    Program program(engine, opener, mail);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
     QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
     program.start();

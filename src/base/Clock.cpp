@@ -9,17 +9,26 @@
 
 namespace velmora {
 
+namespace {
+
+std::chrono::seconds offsetAt(std::time_t moment)
+{
+    std::tm wall = {};
+    ::localtime_r(&moment, &wall);
+    return std::chrono::seconds{wall.tm_gmtoff};
+}
+
+} // namespace
+
 WallTime SystemClock::localNow() const
 {
     const std::time_t now = std::time(nullptr);
-    std::tm wall = {};
-    ::localtime_r(&now, &wall);
-    return WallTime{std::chrono::seconds{now + wall.tm_gmtoff}};
+    return WallTime{std::chrono::seconds{now} + offsetAt(now)};
 }
 
-WallTime SystemClock::utcNow() const
+std::chrono::seconds SystemClock::utcOffset() const
 {
-    return WallTime{std::chrono::seconds{std::time(nullptr)}};
+    return offsetAt(std::time(nullptr));
 }
 
 std::chrono::milliseconds SystemClock::monotonicNow() const

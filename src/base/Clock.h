@@ -30,8 +30,8 @@ public:
     /// The local date and time, which the user may set back and forth.
     [[nodiscard]] virtual WallTime localNow() const = 0;
 
-    /// The same moment in universal time.
-    [[nodiscard]] virtual WallTime utcNow() const = 0;
+    /// How much the local time is ahead of Greenwich now.
+    [[nodiscard]] virtual std::chrono::seconds utcOffset() const = 0;
 
     /// A time that only ever advances.
     [[nodiscard]] virtual std::chrono::milliseconds monotonicNow() const = 0;
@@ -48,7 +48,7 @@ class SystemClock final : public Clock
 {
 public:
     [[nodiscard]] WallTime localNow() const override;
-    [[nodiscard]] WallTime utcNow() const override;
+    [[nodiscard]] std::chrono::seconds utcOffset() const override;
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override;
     QCoro::Task<Wake> sleep(std::chrono::milliseconds duration, std::stop_token stop) override;
     QCoro::Task<> yield() override;

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "capture/HttpRequest.h"
+#include "net/TransferLoop.h"
 
 #include <QCoro/QCoroTask>
 
-#include <memory>
 #include <stop_token>
 
 namespace velmora {
@@ -32,18 +32,10 @@ public:
 class HttpClient final : public PictureSource
 {
 public:
-    HttpClient();
-    HttpClient(const HttpClient &) = delete;
-    HttpClient &operator=(const HttpClient &) = delete;
-    HttpClient(HttpClient &&) = delete;
-    HttpClient &operator=(HttpClient &&) = delete;
-    ~HttpClient() override;
-
     QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
 
 private:
-    class Transfers;
-    std::unique_ptr<Transfers> transfers_;
+    TransferLoop loop_;
 };
 
 } // namespace velmora

@@ -107,7 +107,8 @@ QCoro::Task<> Retention::clear(CameraAddress camera)
     }
     lastTurns_.at(static_cast<std::size_t>(camera.group)).at(static_cast<std::size_t>(camera.row)) =
         services_.clock.monotonicNow();
-    OldImages images(folder, services_.clock.localNow(), services_.clock.utcNow());
+    const WallTime local = services_.clock.localNow();
+    OldImages images(folder, local, local - services_.clock.utcOffset());
     while (images.lookSome()) {
         co_await letEventsRun();
     }

@@ -14,6 +14,24 @@ void holdSize(QLabel &label, const QString &widestText)
     label.setFixedSize(text + QSize(kRoom, kRoom));
 }
 
+bool isClickKey(const QKeyEvent &event)
+{
+    const int key = event.key();
+    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+void paintFocus(QWidget &widget)
+{
+    if (!widget.hasFocus()) {
+        return;
+    }
+    QStyleOptionFocusRect option;
+    option.initFrom(&widget);
+    option.backgroundColor = widget.palette().color(QPalette::Window);
+    QPainter painter(&widget);
+    widget.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, &widget);
+}
+
 ClickLabel::ClickLabel(QWidget *parent)
     : QLabel(parent)
 {
@@ -30,8 +48,7 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent *event)
 
 void ClickLabel::keyPressEvent(QKeyEvent *event)
 {
-    const int key = event->key();
-    if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
+    if (isClickKey(*event)) {
         Q_EMIT clicked();
     } else {
         QLabel::keyPressEvent(event);
@@ -41,14 +58,7 @@ void ClickLabel::keyPressEvent(QKeyEvent *event)
 void ClickLabel::paintEvent(QPaintEvent *event)
 {
     QLabel::paintEvent(event);
-    if (!hasFocus()) {
-        return;
-    }
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.backgroundColor = palette().color(QPalette::Window);
-    QPainter painter(this);
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    paintFocus(*this);
 }
 
 } // namespace velmora

@@ -9,6 +9,12 @@ namespace velmora {
 /// capture would otherwise lay the whole window out anew, and move what stands beside it.
 void holdSize(QLabel &label, const QString &widestText);
 
+/// Space and Enter, which click what has the focus.
+[[nodiscard]] bool isClickKey(const QKeyEvent &event);
+
+/// Draws the frame of the widget that has the focus.
+void paintFocus(QWidget &widget);
+
 class ClickLabel : public QLabel
 {
     Q_OBJECT

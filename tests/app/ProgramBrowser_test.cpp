@@ -140,7 +140,7 @@ TEST_F(ProgramBrowser, RenamingHoldsTheButtonsThatTouchFolders)
 {
     putImage(QStringLiteral("20050101_000000.png"));
     engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
-    program_ = std::make_unique<Program>(*engine_, opener_);
+    program_ = std::make_unique<Program>(*engine_, opener_, mail_);
     bool ran = false;
     QObject::connect(&engine_->conformity(), &Conformity::began, program_.get(), [&] {
         ran = true;
@@ -161,7 +161,7 @@ TEST_F(ProgramBrowser, RenamingSaysWhatItDoesInBothWindows)
 {
     putImage(QStringLiteral("20050101_000000.png"));
     engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
-    program_ = std::make_unique<Program>(*engine_, opener_);
+    program_ = std::make_unique<Program>(*engine_, opener_, mail_);
     QStringList browserTexts;
     QStringList mainTexts;
     QObject::connect(&engine_->conformity(), &Conformity::statusChanged, program_.get(), [&] {

@@ -36,7 +36,7 @@ void ProgramHouse::writeSettings(const QByteArray &control)
 void ProgramHouse::start()
 {
     engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
-    program_ = std::make_unique<Program>(*engine_, opener_);
+    program_ = std::make_unique<Program>(*engine_, opener_, mail_);
     program_->start();
     settle();
 }

@@ -77,6 +77,7 @@ protected:
     FakeClock clock_;
     ScriptedSource source_{clock_};
     DesktopDouble opener_;
+    SmtpClient mail_;
     std::unique_ptr<CaptureEngine> engine_;
     std::unique_ptr<Program> program_;
     bool ended_ = false;

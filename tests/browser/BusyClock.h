@@ -13,7 +13,7 @@ class BusyClock final : public Clock
 public:
     [[nodiscard]] WallTime localNow() const override { return clock_.localNow(); }
 
-    [[nodiscard]] WallTime utcNow() const override { return clock_.utcNow(); }
+    [[nodiscard]] std::chrono::seconds utcOffset() const override { return clock_.utcOffset(); }
 
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override
     {

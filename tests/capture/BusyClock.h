@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] WallTime localNow() const override { return clock_.localNow(); }
 
-    [[nodiscard]] WallTime utcNow() const override { return clock_.utcNow(); }
+    [[nodiscard]] std::chrono::seconds utcOffset() const override { return clock_.utcOffset(); }
 
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override
     {

@@ -1,20 +1,12 @@
 // Encrypted fetches: a certificate that nobody vouches for is refused.
 #include "HttpExchange.h"
+#include "support/LoopbackTls.h"
 
-#include <QFile>
-#include <QSslKey>
 #include <QSslServer>
 #include <QSslSocket>
 
 namespace velmora::test {
 namespace {
-
-QByteArray dataFile(const QString &name)
-{
-    QFile file(QStringLiteral(VELMORA_TEST_DATA "/data/") + name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    return file.readAll();
-}
 
 /// Gives everybody a picture, under a certificate of its own making.
 class SelfSignedCamera
@@ -22,12 +14,7 @@ class SelfSignedCamera
 public:
     SelfSignedCamera()
     {
-        QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-        configuration.setLocalCertificate(
-            QSslCertificate(dataFile(QStringLiteral("loopback_certificate.pem"))));
-        configuration.setPrivateKey(
-            QSslKey(dataFile(QStringLiteral("loopback_key.pem")), QSsl::Ec));
-        server_.setSslConfiguration(configuration);
+        server_.setSslConfiguration(selfSignedConfiguration());
         QObject::connect(&server_, &QTcpServer::pendingConnectionAvailable, &server_,
                          [this] { accept(); });
         EXPECT_TRUE(server_.listen(QHostAddress::LocalHost));

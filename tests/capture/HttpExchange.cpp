@@ -19,19 +19,6 @@ QCoro::Task<> awaitAll(std::vector<QCoro::Task<>> tasks)
 
 } // namespace
 
-LoopTicker::LoopTicker()
-{
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
-        const auto now = std::chrono::steady_clock::now();
-        const auto gap = std::chrono::duration_cast<std::chrono::milliseconds>(now - last_);
-        longestGap_ = std::max(longestGap_, gap);
-        last_ = now;
-        ++ticks_;
-    });
-    timer_.setTimerType(Qt::PreciseTimer);
-    timer_.start(std::chrono::milliseconds{5});
-}
-
 HttpReply HttpExchange::fetch(const HttpRequest &request)
 {
     return fetchAll({request}).front();

@@ -2,32 +2,14 @@
 #pragma once
 
 #include "capture/HttpClient.h"
+#include "support/LoopTicker.h"
 #include "support/LoopbackCamera.h"
-
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
 namespace velmora::test {
-
-/// Counts the turns that the event loop gave to a timer, and remembers the longest wait for one.
-class LoopTicker
-{
-public:
-    LoopTicker();
-
-    [[nodiscard]] int ticks() const { return ticks_; }
-
-    [[nodiscard]] std::chrono::milliseconds longestGap() const { return longestGap_; }
-
-private:
-    QTimer timer_;
-    std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
-    std::chrono::milliseconds longestGap_{0};
-    int ticks_ = 0;
-};
 
 class HttpExchange : public testing::Test
 {

@@ -158,7 +158,7 @@ TEST_F(RetentionRule, KeepsTheNewestWithAClockSetToFarAhead)
 // West of Greenwich the wall shows an earlier time than the names, which are in universal time.
 TEST_F(RetentionRule, TrustsTheClockWestOfGreenwich)
 {
-    clock_.setZone(-8h);
+    clock_.setUtcOffset(-8h);
     put(kOld);
     put(QStringLiteral("20060307_2205090714.jpg"));
     begin();
@@ -167,7 +167,7 @@ TEST_F(RetentionRule, TrustsTheClockWestOfGreenwich)
 
 TEST_F(RetentionRule, CountsTheMonthFromTheEarlierOfBothTimesEastOfGreenwich)
 {
-    clock_.setZone(+8h);
+    clock_.setUtcOffset(+8h);
     const QString limit = QStringLiteral("20060207_0605090714.jpg");
     put(limit);
     put(QStringLiteral("20060207_0605080714.jpg"));

@@ -31,7 +31,7 @@ public:
 
     [[nodiscard]] WallTime localNow() const override;
 
-    [[nodiscard]] WallTime utcNow() const override { return localNow() - zone_; }
+    [[nodiscard]] std::chrono::seconds utcOffset() const override { return utcOffset_; }
 
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override { return now_; }
 
@@ -44,8 +44,8 @@ public:
     /// Moves the local time alone, as a user who sets the clock.
     void setLocal(WallTime local);
 
-    /// Moves to another time zone, so much ahead of universal time; the local time stays.
-    void setZone(std::chrono::seconds zone) { zone_ = zone; }
+    /// Moves to another time zone, where the same local time is.
+    void setUtcOffset(std::chrono::seconds offset) { utcOffset_ = offset; }
 
     /// Lets both times run on: ends the sleeps that fall due on the way, one after the other in the
     /// order of their moments, each at its moment, and lets the event loop settle after each. What
@@ -75,7 +75,7 @@ private:
 
     std::chrono::milliseconds now_;
     WallTime localBase_;
-    std::chrono::seconds zone_{0};
+    std::chrono::seconds utcOffset_{0};
     std::chrono::milliseconds localSince_;
     quint64 arrivals_ = 0;
     int yields_ = 0;

@@ -1,5 +1,5 @@
 // Sockets watched as one set by the event loop.
-#include "capture/SocketSet.h"
+#include "net/SocketSet.h"
 
 #include <QEventLoop>
 #include <QSet>

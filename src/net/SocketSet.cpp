@@ -1,4 +1,4 @@
-#include "capture/SocketSet.h"
+#include "net/SocketSet.h"
 
 #include <array>
 #include <sys/epoll.h>

@@ -1,0 +1,97 @@
+#include "net/ConnectedStream.h"
+
+#include "base/OneShot.h"
+
+#include <QTimer>
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+constexpr std::size_t kPieceBytes = 16UL * 1024;
+
+using End = std::optional<StreamEnd>;
+
+int activeSocket(CURL *easy)
+{
+    curl_socket_t socket = CURL_SOCKET_BAD;
+    curl_easy_getinfo(easy, CURLINFO_ACTIVESOCKET, &socket);
+    return socket;
+}
+
+} // namespace
+
+ConnectedStream::ConnectedStream(void *easy, QDeadlineTimer limit, std::stop_token stop)
+    : easy_(easy)
+    , socket_(activeSocket(easy))
+    , limit_(limit)
+    , stop_(std::move(stop))
+{
+}
+
+void ConnectedStream::hurry(std::chrono::milliseconds limit)
+{
+    limit_ = std::min(limit_, QDeadlineTimer(limit));
+}
+
+QCoro::Task<End> ConnectedStream::send(QByteArray bytes)
+{
+    End end;
+    for (qsizetype sent = 0; sent < bytes.size() && !end;) {
+        std::size_t count = 0;
+        const CURLcode code = curl_easy_send(easy_, bytes.constData() + sent,
+                                             static_cast<std::size_t>(bytes.size() - sent), &count);
+        sent += static_cast<qsizetype>(count);
+        if (code == CURLE_AGAIN) {
+            end = co_await wait(QSocketNotifier::Write);
+        } else if (code != CURLE_OK) {
+            end = StreamEnd::Closed;
+        }
+    }
+    co_return end;
+}
+
+// What arrived earlier may already stand in the encryption's own store, so that reading is tried
+// before the socket is waited for.
+QCoro::Task<End> ConnectedStream::receive(QByteArray *into)
+{
+    std::array<char, kPieceBytes> piece{};
+    for (;;) {
+        std::size_t count = 0;
+        const CURLcode code = curl_easy_recv(easy_, piece.data(), piece.size(), &count);
+        if (code == CURLE_OK && count > 0) {
+            into->append(piece.data(), static_cast<qsizetype>(count));
+            co_return std::nullopt;
+        }
+        if (code != CURLE_AGAIN) {
+            co_return StreamEnd::Closed;
+        }
+        const End end = co_await wait(QSocketNotifier::Read);
+        if (end) {
+            co_return end;
+        }
+    }
+}
+
+QCoro::Task<End> ConnectedStream::wait(QSocketNotifier::Type type)
+{
+    OneShot<End> ready;
+    const QSocketNotifier notifier(socket_, type);
+    QObject::connect(&notifier, &QSocketNotifier::activated, &notifier,
+                     [&ready] { ready.set(std::nullopt); });
+    QTimer timer;
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, &timer,
+                     [&ready] { ready.set(StreamEnd::TimedOut); });
+    timer.start(static_cast<int>(limit_.remainingTime()));
+    const std::stop_callback onStop(stop_, [&ready] { ready.set(StreamEnd::Stopped); });
+    const End end = co_await ready;
+    co_return end;
+}
+
+} // namespace velmora

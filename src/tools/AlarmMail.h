@@ -1,0 +1,50 @@
+// Sends the alarm's mail to the recipient of the settings.
+#pragma once
+
+#include "base/Clock.h"
+#include "base/TaskScope.h"
+#include "settings/SettingsFile.h"
+#include "tools/SmtpClient.h"
+
+#include <QObject>
+
+namespace velmora {
+
+/// One mail at a time. Nothing is logged and nothing is tried twice. Works in the scope, which must
+/// be joined before the object goes.
+class AlarmMail : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the object.
+    AlarmMail(const SettingsFile &settings, MailSender &sender, const Clock &clock,
+              TaskScope &scope);
+
+    [[nodiscard]] bool isSending() const { return sending_; }
+
+    /// Sends a text under the subject "Alarm" with the settings as they are now; does nothing while
+    /// a mail is being sent.
+    void send(const QString &text);
+
+Q_SIGNALS:
+    void began();
+
+    /// The server has taken the mail.
+    void sent();
+
+    /// text: why it was not sent, for people.
+    void failed(const QString &text);
+
+private:
+    QCoro::Task<> post(QString text);
+    [[nodiscard]] QByteArray letter(const MailAccount &account, const QString &text) const;
+
+    const SettingsFile &settings_;
+    MailSender &sender_;
+    const Clock &clock_;
+    TaskScope &scope_;
+    bool sending_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,38 @@
+// The mail section of the settings: which server sends the alarm's mail, from whom and to whom.
+#pragma once
+
+#include "settings/SettingsFile.h"
+#include "tools/MailAddress.h"
+#include "tools/MailProblem.h"
+
+#include <QList>
+
+#include <variant>
+
+namespace velmora {
+
+enum class MailEncryption {
+    WhenOffered, // by STARTTLS
+    Required,    // by STARTTLS, or nothing is sent
+    FromTheStart
+};
+
+/// Checked: no text in it can break out of a header or a command.
+struct MailAccount
+{
+    QByteArray url;     // "smtp://host:port" or "smtps://host:port"
+    QString serverText; // the host and its port, for messages
+    MailEncryption encryption = MailEncryption::WhenOffered;
+    MailAddress from;
+    QList<MailAddress> to;
+    QByteArray user; // UTF-8; empty: no login
+    QByteArray password;
+
+    bool operator==(const MailAccount &) const = default;
+};
+
+/// Keys Server, From, To, User and Password. Without From, the first recipient is the sender. User
+/// and password go over an encrypted connection only, but for a server on this machine.
+[[nodiscard]] std::variant<MailAccount, MailProblem> mailAccount(const SettingsSnapshot &settings);
+
+} // namespace velmora

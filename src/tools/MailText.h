@@ -1,0 +1,30 @@
+// The text of a mail as it goes over the wire (RFC 5322 and MIME).
+#pragma once
+
+#include "base/Clock.h"
+#include "tools/MailAddress.h"
+
+#include <QList>
+
+namespace velmora {
+
+struct MailLetter
+{
+    MailAddress from;
+    QList<MailAddress> to;
+    QString subject;
+    QString body; // line ends of any kind
+    WallTime date;
+    std::chrono::seconds utcOffset{0}; // of that date's zone, east of Greenwich
+    QByteArray id;                     // letters and digits that no other mail has
+};
+
+/// ASCII lines of 998 bytes at most, each ending in CR LF. Names and subjects beyond ASCII stand as
+/// encoded words, control characters in them as blanks; a body that is not short lines of ASCII is
+/// sent as base64.
+[[nodiscard]] QByteArray mailText(const MailLetter &letter);
+
+/// "Tue, 07 Mar 2006 14:05:09 +0100".
+[[nodiscard]] QByteArray mailDate(WallTime date, std::chrono::seconds utcOffset);
+
+} // namespace velmora

@@ -1,0 +1,88 @@
+// The motion alarm: walks back through the images of the camera that the browser shows and holds
+// each against the one stored just before it. What is to be seen in a pair is left open.
+#pragma once
+
+#include "base/TaskScope.h"
+#include "browser/BrowserData.h"
+#include "capture/CaptureServices.h"
+
+#include <QImage>
+#include <QObject>
+
+#include <array>
+
+namespace velmora {
+
+/// The pictures of the alarm's window.
+enum class AlarmPicture {
+    Ref, // iRef: the older image of a pair, the reference
+    Var, // iVar: the newer one, which may have changed
+    Vide // iVide: always empty
+};
+
+struct LoadedPicture
+{
+    QString path; // native; empty without a picture
+    QImage image;
+};
+
+enum class Comparison { Success, Failure };
+
+/// Brings the parts of a colour into the range 0 to 255.
+void clampColour(int &red, int &green, int &blue);
+
+/// Works in the scope, which must be joined before the object goes.
+class MotionAlarm : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the object.
+    MotionAlarm(const CaptureServices &services, const BrowserData &data, TaskScope &scope);
+
+    [[nodiscard]] const LoadedPicture &picture(AlarmPicture which) const;
+
+    /// Size at which iRef and iVar are shown, in pixels of the screen; what they show is loaded
+    /// anew for it.
+    void setPixels(QSize pixels);
+
+    /// Shows the browser's selected image as the reference.
+    void ChargeRef();
+
+    /// Starts `Scan`; does nothing while one runs.
+    void run();
+
+    /// Ends a scan at its next step.
+    void stop() { stopped_ = true; }
+
+    [[nodiscard]] bool isScanning() const { return scanning_; }
+
+    /// Compares the pair that is shown ("vérifie la couleur"). There is nothing yet that it looks
+    /// for.
+    virtual Comparison VerifColor();
+
+Q_SIGNALS:
+    void changed(velmora::AlarmPicture which);
+
+    /// Both pictures of a pair are loaded, and are to be on the screen before they are compared.
+    void repaintWanted();
+
+private:
+    QCoro::Task<> Scan();
+    QCoro::Task<> pass(int i);
+    [[nodiscard]] bool isOver() const;
+    [[nodiscard]] QString path(int position) const;
+    void clear(AlarmPicture which);
+    void load(AlarmPicture which, const QString &path);
+    LoadedPicture &at(AlarmPicture which);
+
+    CaptureServices services_;
+    const BrowserData &data_;
+    TaskScope &scope_;
+    std::array<LoadedPicture, 3> pictures_;
+    QSize pixels_;
+    bool scanning_ = false;
+    bool stopped_ = false;
+};
+
+} // namespace velmora

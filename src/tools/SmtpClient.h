@@ -1,0 +1,51 @@
+// Hands a mail to a mail server (SMTP), on the event loop.
+#pragma once
+
+#include "net/TransferLoop.h"
+#include "tools/MailAccount.h"
+
+#include <chrono>
+
+namespace velmora {
+
+/// What sends a mail.
+class MailSender
+{
+public:
+    MailSender() = default;
+    MailSender(const MailSender &) = delete;
+    MailSender &operator=(const MailSender &) = delete;
+    MailSender(MailSender &&) = delete;
+    MailSender &operator=(MailSender &&) = delete;
+    virtual ~MailSender() = default;
+
+    /// Nothing when the server has taken the mail for all recipients, else why it has not. text:
+    /// as mailText() gives it. Ends early when a stop is requested.
+    virtual QCoro::Task<std::optional<MailProblem>> send(MailAccount account, QByteArray text,
+                                                         std::stop_token stop) = 0;
+};
+
+struct SmtpOptions
+{
+    std::chrono::milliseconds connectLimit = std::chrono::seconds{10}; // up to the login
+    std::chrono::milliseconds totalLimit = std::chrono::seconds{30};
+    QByteArray authorities; // native path of certificates to trust; empty: the system's
+};
+
+/// Sends with libcurl. One session, no second try; certificates are checked. A mail that one
+/// recipient is refused for is not sent to the others either. The event loop runs all the while.
+/// The object outlives what it sends.
+class SmtpClient final : public MailSender
+{
+public:
+    explicit SmtpClient(SmtpOptions options = {});
+
+    QCoro::Task<std::optional<MailProblem>> send(MailAccount account, QByteArray text,
+                                                 std::stop_token stop) override;
+
+private:
+    SmtpOptions options_;
+    TransferLoop loop_;
+};
+
+} // namespace velmora

@@ -1,0 +1,96 @@
+#include "ui/Alarm.h"
+
+#include "ui_Alarm.h"
+
+#include <QCloseEvent>
+#include <QShortcut>
+
+namespace velmora {
+
+Alarm::Alarm(MotionAlarm &alarm, AlarmMail &mail)
+    : alarm_(alarm)
+    , mail_(mail)
+    , ui_(std::make_unique<Ui::Alarm>())
+{
+    ui_->setupUi(this);
+    ui_->iVide->setEmptyText(tr("Click to scan"));
+    bindScan();
+    bindMail();
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+}
+
+Alarm::~Alarm() = default;
+
+void Alarm::bindScan()
+{
+    connect(&alarm_, &MotionAlarm::changed, this, &Alarm::showPicture);
+    connect(&alarm_, &MotionAlarm::repaintWanted, this, [this] {
+        ui_->iRef->repaint();
+        ui_->iVar->repaint();
+    });
+    connect(ui_->iVide, &PictureView::clicked, &alarm_, &MotionAlarm::run);
+    connect(ui_->iRef, &PictureView::resized, &alarm_,
+            [this] { alarm_.setPixels(ui_->iRef->pixels()); });
+}
+
+void Alarm::bindMail()
+{
+    connect(ui_->Command1, &QAbstractButton::clicked, this,
+            [this] { mail_.send(QStringLiteral("essai")); });
+    connect(&mail_, &AlarmMail::began, this, &Alarm::showSending);
+    connect(&mail_, &AlarmMail::sent, this, [this] { showEnd(tr("Sent")); });
+    connect(&mail_, &AlarmMail::failed, this, [this] { showEnd(tr("Not sent")); });
+}
+
+PictureView &Alarm::view(AlarmPicture which) const
+{
+    switch (which) {
+    case AlarmPicture::Ref:
+        return *ui_->iRef;
+    case AlarmPicture::Var:
+        return *ui_->iVar;
+    default:
+        return *ui_->iVide;
+    }
+}
+
+void Alarm::showPicture(AlarmPicture which)
+{
+    const LoadedPicture &picture = alarm_.picture(which);
+    view(which).showPicture(picture.path, picture.image);
+}
+
+void Alarm::showSending()
+{
+    buttonHadFocus_ = ui_->Command1->hasFocus();
+    ui_->Command1->setEnabled(false);
+    ui_->lStatus->setText(tr("Sending…"));
+}
+
+// A button that is disabled loses the focus, and Space would then act elsewhere.
+void Alarm::showEnd(const QString &status)
+{
+    ui_->Command1->setEnabled(true);
+    if (buttonHadFocus_) {
+        ui_->Command1->setFocus();
+    }
+    ui_->lStatus->setText(status);
+}
+
+void Alarm::present()
+{
+    if (isMinimized()) {
+        showNormal();
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void Alarm::closeEvent(QCloseEvent *event)
+{
+    alarm_.stop();
+    event->accept();
+}
+
+} // namespace velmora

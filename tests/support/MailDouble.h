@@ -1,0 +1,41 @@
+// A sender of mail that keeps what it is to send until the test says how that ends.
+#pragma once
+
+#include "base/OneShot.h"
+#include "tools/SmtpClient.h"
+
+#include <memory>
+
+namespace velmora::test {
+
+class MailDouble final : public MailSender
+{
+public:
+    QCoro::Task<std::optional<MailProblem>> send(MailAccount account, QByteArray text,
+                                                 std::stop_token stop) override
+    {
+        accounts.append(account);
+        texts.append(text);
+        const auto end = end_;
+        const std::stop_callback onStop(
+            stop, [end] { end->set(MailProblem{MailFailure::Stopped, {}, {}}); });
+        const std::optional<MailProblem> problem = co_await *end;
+        co_return problem;
+    }
+
+    /// Ends the mail under way, and lets the next one wait.
+    void finish(std::optional<MailProblem> problem = {})
+    {
+        std::exchange(end_, std::make_shared<End>())->set(std::move(problem));
+    }
+
+    QList<MailAccount> accounts;
+    QByteArrayList texts;
+
+private:
+    using End = OneShot<std::optional<MailProblem>>;
+
+    std::shared_ptr<End> end_ = std::make_shared<End>();
+};
+
+} // namespace velmora::test

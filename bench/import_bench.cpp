@@ -2,13 +2,15 @@
 // time of each and the longest gap of the event loop while the program copies.
 //   import_bench FOLDER FILES BYTES ROUNDS
 // FOLDER: an existing one on the disk to be measured; what is made in it is taken away again.
-#include "BenchHouse.h"
 #include "tools/ImportRun.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QRandomGenerator>
+#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <algorithm>
@@ -17,7 +19,6 @@
 namespace {
 
 using namespace velmora;
-using namespace velmora::bench;
 
 QByteArray randomBytes(qint64 count)
 {
@@ -39,6 +40,12 @@ void fill(const QString &folder, int files, qint64 bytes)
             qFatal("the disk cannot hold the pictures");
         }
     }
+}
+
+double median(QList<double> values)
+{
+    std::ranges::sort(values);
+    return values.at(values.size() / 2);
 }
 
 struct Figures

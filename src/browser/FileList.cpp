@@ -1,21 +1,13 @@
 #include "browser/FileList.h"
 
+#include "base/OneLine.h"
+
 #include <QFile>
 
 #include <limits>
 #include <utility>
 
 namespace velmora {
-
-QString onOneLine(QString name)
-{
-    for (QChar &c : name) {
-        if (c.category() == QChar::Other_Control) {
-            c = u' ';
-        }
-    }
-    return name;
-}
 
 FileList::FileList(QObject *parent)
     : QAbstractListModel(parent)

@@ -10,9 +10,6 @@
 
 namespace velmora {
 
-/// A name as it is shown: line breaks and other control characters are blanks.
-[[nodiscard]] QString onOneLine(QString name);
-
 /// Positions count from 0; no selection is -1, as lists have it. A name is shown on one line,
 /// whatever stands in it.
 class FileList : public QAbstractListModel

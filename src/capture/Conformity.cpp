@@ -4,6 +4,7 @@
 #include "base/FileDates.h"
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
+#include "base/OneLine.h"
 #include "capture/CameraFolder.h"
 #include "capture/RenameFile.h"
 
@@ -54,11 +55,7 @@ std::error_code rename(const QByteArray &folder, const QByteArray &name)
 // A name may hold line ends, which neither a caption nor a line of the log can show.
 QString shownName(const QByteArray &name)
 {
-    QString text = QFile::decodeName(name);
-    for (QChar &c : text) {
-        c = c.category() == QChar::Other_Control ? QChar(QChar::ReplacementCharacter) : c;
-    }
-    return text;
+    return onOneLine(QFile::decodeName(name));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "tools/FolderList.h"
 
-#include "browser/FileList.h"
+#include "base/OneLine.h"
+
 #include "tools/FolderPath.h"
 
 #include <QFile>

@@ -15,7 +15,7 @@ bool hasDrive(QStringView text)
 
 QString joined(const QStringList &levels)
 {
-    const QString root = levels.first();
+    const QString &root = levels.first();
     return levels.size() == 1 ? root : root + levels.sliced(1).join(u'\\');
 }
 

@@ -1,5 +1,7 @@
 #include "tools/MailAccount.h"
 
+#include "base/OneLine.h"
+
 #include <QUrl>
 
 #include <arpa/inet.h>

@@ -1,5 +1,7 @@
 #include "tools/MailAddress.h"
 
+#include "base/OneLine.h"
+
 #include <QRegularExpression>
 #include <QUrl>
 
@@ -10,12 +12,6 @@ namespace {
 
 constexpr qsizetype kMaxLocalLetters = 64;
 constexpr qsizetype kMaxHostLetters = 255;
-
-bool isControl(QChar c)
-{
-    return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-           c == QChar::ParagraphSeparator;
-}
 
 bool isLocalPart(QStringView text)
 {
@@ -66,17 +62,6 @@ QString plainName(QStringView name)
 }
 
 } // namespace
-
-bool holdsControls(QStringView text)
-{
-    return std::any_of(text.begin(), text.end(), isControl);
-}
-
-QString onOneLine(QString text)
-{
-    std::replace_if(text.begin(), text.end(), isControl, QChar(u' '));
-    return text;
-}
 
 std::optional<MailAddress> mailAddress(QStringView text)
 {

@@ -27,10 +27,4 @@ struct MailAddress
 /// them; empty ones are left out.
 [[nodiscard]] QStringList addressTexts(QStringView list);
 
-/// True when a text holds a control character, line breaks of any kind among them.
-[[nodiscard]] bool holdsControls(QStringView text);
-
-/// The text with blanks for its control characters.
-[[nodiscard]] QString onOneLine(QString text);
-
 } // namespace velmora

@@ -2,6 +2,8 @@
 // own words: libcurl waits for the server's last answers without letting the event loop run.
 #include "tools/SmtpClient.h"
 
+#include "base/OneLine.h"
+
 #include "tools/SmtpDialogue.h"
 
 #include <QScopeGuard>

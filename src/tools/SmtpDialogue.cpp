@@ -1,5 +1,7 @@
 #include "tools/SmtpDialogue.h"
 
+#include "base/OneLine.h"
+
 namespace velmora {
 namespace {
 

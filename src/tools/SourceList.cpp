@@ -1,6 +1,7 @@
 #include "tools/SourceList.h"
 
-#include "browser/FileList.h"
+#include "base/OneLine.h"
+
 
 #include <QFile>
 

@@ -105,11 +105,5 @@ TEST(MailAddressTest, AListIsSplitAtCommasAndSemicolonsOutsideOfQuotes)
     EXPECT_TRUE(split(" , ; ").isEmpty());
 }
 
-TEST(MailAddressTest, ControlCharactersBecomeBlanks)
-{
-    EXPECT_EQ(onOneLine(QStringLiteral("a\r\nb\tc\u0085d\u2028e")), QStringLiteral("a  b c d e"));
-    EXPECT_EQ(onOneLine(QStringLiteral("été")), QStringLiteral("été"));
-}
-
 } // namespace
 } // namespace velmora::test

@@ -148,6 +148,7 @@ TEST(MailTextTest, NoLineBreakGetsIntoAHeader)
         mine.from.name = QStringLiteral("Cam") + breaks + QStringLiteral("X-Evil: yes");
         const ReadMail mail = readMail(mailText(mine));
         EXPECT_EQ(mail.names, readMail(mailText(letter())).names);
+        EXPECT_EQ(mail.header("Subject"), onOneLine(mine.subject));
     }
 }
 

@@ -1,7 +1,6 @@
 #include "tools/FolderList.h"
 
 #include "base/OneLine.h"
-
 #include "tools/FolderPath.h"
 
 #include <QFile>

@@ -1,8 +1,7 @@
 #include "tools/MailText.h"
 
-#include "base/OneLine.h"
-
 #include "base/DateText.h"
+#include "base/OneLine.h"
 
 #include <QStringList>
 

@@ -3,7 +3,6 @@
 #include "tools/SmtpClient.h"
 
 #include "base/OneLine.h"
-
 #include "tools/SmtpDialogue.h"
 
 #include <QScopeGuard>

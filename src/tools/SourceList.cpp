@@ -2,7 +2,6 @@
 
 #include "base/OneLine.h"
 
-
 #include <QFile>
 
 #include <algorithm>

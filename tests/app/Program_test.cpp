@@ -46,7 +46,7 @@ TEST_F(ProgramTest, ShowsTheImagesBesideTheMainWindowWhenTheStorageIsMissing)
 TEST_F(ProgramTest, PutsTheStartBoxOnTopForOneTurnOfTheLoop)
 {
     engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
-    program_ = std::make_unique<Program>(*engine_, opener_);
+    program_ = std::make_unique<Program>(*engine_, opener_, mail_);
     const auto isOnTop = [] {
         return topLevel(QStringLiteral("frmSplash"))->windowFlags() & Qt::WindowStaysOnTopHint;
     };

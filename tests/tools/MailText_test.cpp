@@ -1,6 +1,7 @@
 // The text of a mail, as other programs read it.
 #include "tools/MailText.h"
 
+#include "base/OneLine.h"
 #include "support/FakeClock.h"
 #include "support/MailReader.h"
 #include "support/Printers.h"

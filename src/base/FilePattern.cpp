@@ -1,33 +1,15 @@
 #include "base/FilePattern.h"
 
+#include "base/Characters.h"
+
 #include <utility>
 
 namespace velmora {
 namespace {
 
-constexpr unsigned kContinuationMask = 0xC0;
-constexpr unsigned kContinuation = 0x80;
-
-bool isContinuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & kContinuationMask) == kContinuation;
-}
-
 char lower(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-// Bytes of the character at a place.
-qsizetype characterLength(QByteArrayView text, qsizetype at)
-{
-    qsizetype length = 1;
-    if (!isContinuation(text[at])) {
-        while (at + length < text.size() && isContinuation(text[at + length])) {
-            ++length;
-        }
-    }
-    return length;
 }
 
 // One pass with a single step back: what follows the last "*" is tried from each place on.

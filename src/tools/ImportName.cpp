@@ -1,5 +1,6 @@
 #include "tools/ImportName.h"
 
+#include "base/Characters.h"
 #include "base/DateText.h"
 
 namespace velmora {
@@ -9,18 +10,6 @@ constexpr int kStemCharacters = 15;     // date and time
 constexpr int kNumberedCharacters = 20; // with the number and the dot
 constexpr int kNumberDigits = 4;
 
-// How many bytes follow this one in a character, from the table of UTF-8.
-int followingBytes(char first)
-{
-    const auto byte = static_cast<unsigned char>(first);
-    return byte < 0xC0 ? 0 : byte < 0xE0 ? 1 : byte < 0xF0 ? 2 : byte < 0xF8 ? 3 : 0;
-}
-
-bool isFollowing(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
-
 // Where the character behind so many begins; nothing when there are fewer.
 std::optional<qsizetype> behind(int characters, QByteArrayView name)
 {
@@ -29,12 +18,7 @@ std::optional<qsizetype> behind(int characters, QByteArrayView name)
         if (at == name.size()) {
             return std::nullopt;
         }
-        int following = followingBytes(name[at]);
-        ++at;
-        while (following > 0 && at < name.size() && isFollowing(name[at])) {
-            ++at;
-            --following;
-        }
+        at += characterLength(name, at);
     }
     return at;
 }

@@ -61,5 +61,11 @@ const PatternRow kOthers[] = {
 INSTANTIATE_TEST_SUITE_P(Others, FilePatternTable, testing::ValuesIn(kOthers),
                          [](const auto &row) { return row.param.what; });
 
+TEST(FilePattern, CountsAStrayContinuationByteAsACharacter)
+{
+    EXPECT_FALSE(FilePattern("?").matches("0\x80"));
+    EXPECT_TRUE(FilePattern("??").matches("0\x80"));
+}
+
 } // namespace
 } // namespace velmora

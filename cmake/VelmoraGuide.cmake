@@ -19,7 +19,10 @@ endif()
 
 find_program(VELMORA_CMARK cmark-gfm REQUIRED)
 set(guide "${CMAKE_BINARY_DIR}/share/velmora/guide")
-file(GLOB images CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/docs/images/*.png")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.md)
+file(READ README.md readme)
+string(REGEX MATCHALL "docs/images/[a-z0-9-]+[.]png" images "${readme}")
+list(TRANSFORM images PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
 add_custom_command(
     OUTPUT "${guide}/index.html"
     COMMAND ${CMAKE_COMMAND} -E make_directory "${guide}/images"

@@ -3,13 +3,14 @@
 own, opens its windows as a user does, and captures just what is to be seen. The cameras' folders are filled
 beforehand with their pictures of the last half hour.
 
-    scripts/screenshots.py BUILD_FOLDER
+    scripts/screenshots.py BUILD_FOLDER [NAME.png …]
 
 The build must have velmora, velmora-demo-cameras and make_demo_pictures, which draws what was stored before.
 
 Needs Xvfb, xdotool and ImageMagick; for the dark picture also the packages qt6-gtk-platformtheme and
 gnome-themes-extra, through which the program takes the desktop's dark colours."""
 
+import shutil
 import subprocess
 import sys
 import unittest
@@ -131,6 +132,28 @@ class Studio(unittest.TestCase):
         ask_display(self.display, "xdotool", "windowfocus", "--sync", film, "key", "space")
         return "root"
 
+    def opened(self, window, keys, title):
+        """The window of that title, which some keys in another one open."""
+        ask_display(self.display, "xdotool", "windowfocus", "--sync", window, "key", keys)
+        [found] = until(lambda: windows(self.display, title), 20, f"the window {title}")
+        ask_display(self.display, "xdotool", "windowfocus", "--sync", found)
+        return found
+
+    def importing(self):
+        """A folder of pictures from elsewhere."""
+        photos = self.house.root / "drives" / "c" / "Holiday"
+        photos.mkdir()
+        stored = [path for row in (2, 4) for path in sorted(self.house.storage.glob(f"*camera%3{row}*/*"))]
+        for number, path in enumerate(stored[::6]):
+            shutil.copy(path, photos / f"IMG_{1207 + 3 * number}.jpg")
+        return self.opened(self.open_main_window(), "alt+i", "Import")
+
+    def alarm(self):
+        """The last pair of a walk back."""
+        alarm = self.opened(self.browser(), "alt+m", "Alarm")
+        ask_display(self.display, "xdotool", "key", "--window", alarm, "space")
+        return alarm
+
     def picture_of(self, shown):
         there = {"DISPLAY": self.display.name, "PATH": "/usr/bin:/bin:/usr/local/bin"}
         words = ["import", "-window", shown, "-depth", "8", "rgb:-"]
@@ -156,6 +179,8 @@ class Studio(unittest.TestCase):
 
 def take(build, name, shot, env=None, size="1400x900x24", storage=True, options=None, crop=None):
     """shot: a method of Studio that gives the window to take."""
+    if sys.argv[2:] and name not in sys.argv[2:]:
+        return
     studio = Studio()
     try:
         studio.begin(build, size, options=options)
@@ -168,7 +193,7 @@ def take(build, name, shot, env=None, size="1400x900x24", storage=True, options=
 
 
 def main():
-    if len(sys.argv) != 2:
+    if len(sys.argv) < 2:
         sys.exit(__doc__)
     build = Path(sys.argv[1]).resolve() / "bin"
     IMAGES.mkdir(parents=True, exist_ok=True)
@@ -179,6 +204,8 @@ def main():
     take(build, "main-window-dark.png", Studio.open_main_window, env=DARK)
     take(build, "main-window-2x.png", Studio.open_main_window, **twice)
     take(build, "storage-missing.png", Studio.main_window, storage=False)
+    take(build, "import.png", Studio.importing, options={"Drive": "C:", "Dir": "C:\\Holiday", "ILien": "1"})
+    take(build, "alarm.png", Studio.alarm, options=browser)
     take(build, "browser-camera.png", Studio.sheet, options=browser)
     take(build, "browser-group.png", Studio.group, options=browser)
     take(build, "browser-zoom.png", Studio.zoom, options=browser)

@@ -9,7 +9,7 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-from nginx_server import free_port, is_listening
+from web_server import free_port, is_listening
 from waiting import until
 
 SUPPORT = Path(__file__).resolve().parent.parent / "support" / "data"

@@ -55,9 +55,15 @@ def keys_of(entry):
     return dict(line.split("=", 1) for line in entry.splitlines() if "=" in line and not line.startswith("#"))
 
 
+def guide_files():
+    """The page that the program opens, and the pictures on it."""
+    guide = f"{SHARE}/velmora/guide"
+    return {f"{guide}/index.html"} | {f"{guide}/{src}" for src in re.findall(r'src="([^"]+)"', text(f"{guide}/index.html"))}
+
+
 class PackageTest(unittest.TestCase):
     def test_holds_the_program_and_what_goes_with_it(self):
-        self.assertEqual(FILES, {entry.path for entry in PACKAGE.entries() if not entry.path.endswith("/")})
+        self.assertEqual(FILES | guide_files(), {entry.path for entry in PACKAGE.entries() if not entry.path.endswith("/")})
 
     def test_is_open_to_all_users_and_belongs_to_root(self):
         modes = {"usr/bin/velmora": "-rwxr-xr-x"}
@@ -73,7 +79,7 @@ class PackageTest(unittest.TestCase):
 
     def test_has_a_check_sum_for_every_file(self):
         summed = {line.split("  ", 1)[1] for line in PACKAGE.control_files()["md5sums"].splitlines()}
-        self.assertEqual(FILES, summed)
+        self.assertEqual(FILES | guide_files(), summed)
 
     def test_depends_on_the_libraries_that_the_program_calls(self):
         needed = {"libc6", "libcurl4", "libqt6core6", "libqt6gui6", "libqt6network6", "libqt6widgets6", "libstdc++6"}

@@ -25,8 +25,9 @@ string(REGEX MATCHALL "docs/images/[a-z0-9-]+[.]png" images "${readme}")
 list(TRANSFORM images PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
 add_custom_command(
     OUTPUT "${guide}/index.html"
+    COMMAND ${CMAKE_COMMAND} -E rm -rf "${guide}/images"
     COMMAND ${CMAKE_COMMAND} -E make_directory "${guide}/images"
-    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${images} "${guide}/images"
+    COMMAND ${CMAKE_COMMAND} -E copy ${images} "${guide}/images"
     COMMAND ${CMAKE_COMMAND} -D "README=${CMAKE_CURRENT_SOURCE_DIR}/README.md"
         -D "TEMPLATE=${CMAKE_CURRENT_LIST_DIR}/guide.html.in" -D "OUT=${guide}/index.html" -D "TOOL=${VELMORA_CMARK}"
         -P "${CMAKE_CURRENT_LIST_FILE}"

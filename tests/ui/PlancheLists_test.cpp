@@ -264,10 +264,19 @@ TEST_F(PlancheLists, F5ReadsTheFolderAgain)
     EXPECT_EQ(house_.shown(2), storedName(2));
 }
 
-TEST_F(PlancheLists, LettersDoNotMoveTheSelection)
+TEST_F(PlancheLists, ATypedCharacterSelectsTheNextNameThatBeginsSo)
 {
     house_.openOn(30);
+    house_.clickRow(QStringLiteral("LstDir"), 15);
     house_.key(QStringLiteral("LstDir"), Qt::Key_2);
+    EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("17 / 30"));
+    EXPECT_EQ(house_.shown(4), storedName(16));
+}
+
+TEST_F(PlancheLists, ACharacterWithWhichNoNameBeginsSelectsNothing)
+{
+    house_.openOn(30);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_X);
     EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("30 / 30"));
 }
 

@@ -40,9 +40,6 @@ public:
     /// Selects an entry without telling; -1 none.
     void showRow(int row);
 
-    /// Letters would be looked for in every name; dates have boxes for that.
-    void keyboardSearch(const QString &) override {}
-
     void reset() override;
 
 Q_SIGNALS:

@@ -56,6 +56,23 @@ TEST_F(ProgramBrowser, SetupReadsTheRowsOfTheMainWindowAgain)
     EXPECT_EQ(text(kMain, QStringLiteral("lNew0")), QStringLiteral("77"));
 }
 
+TEST_F(ProgramBrowser, SetupShowsTheMainWindowWhenItIsReleased)
+{
+    start();
+    QWidget *const button = control(kBrowser, QStringLiteral("cSetUp"));
+    QTest::mousePress(button, Qt::LeftButton);
+    topLevel(kMain)->hide();
+    QTest::mouseRelease(button, Qt::LeftButton);
+    EXPECT_TRUE(isVisible(kMain));
+}
+
+TEST_F(ProgramBrowser, SaysInItsStatusLineWhatTheWarningSays)
+{
+    start();
+    engine_->problems().warn(QStringLiteral("trouble"));
+    EXPECT_EQ(text(kBrowser, QStringLiteral("txtLog")), QStringLiteral("trouble"));
+}
+
 TEST_F(ProgramBrowser, ADoubleClickOpensTheImageOnTheDesktop)
 {
     putImages(3);
@@ -87,6 +104,8 @@ TEST_F(ProgramBrowser, SpaceInTheListPausesTheFilm)
     putImages(3);
     start();
     click(kBrowser, QStringLiteral("bFilm"));
+    topLevel(kBrowser)->activateWindow(); // the film's own keys are for its window alone
+    ASSERT_TRUE(QTest::qWaitForWindowActive(topLevel(kBrowser)));
     QTest::keyClick(control(kBrowser, QStringLiteral("LstDir")), Qt::Key_Space);
     const auto *const button =
         qobject_cast<QAbstractButton *>(control(kFilm, QStringLiteral("PauseCine")));
@@ -175,6 +194,7 @@ TEST_F(ProgramBrowser, RenamingSaysWhatItDoesInBothWindows)
     EXPECT_TRUE(browserTexts.at(1).startsWith(QStringLiteral("Mise en conformité:2005")));
     EXPECT_EQ(browserTexts.at(2), QStringLiteral("Poursuite du chargement"));
     EXPECT_EQ(mainTexts.first(2), browserTexts.first(2));
+    EXPECT_EQ(text(kMain, QStringLiteral("lTmp")), QString());
 }
 
 TEST_F(ProgramBrowser, ARenamedImageIsListedByItsNewName)

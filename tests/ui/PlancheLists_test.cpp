@@ -249,6 +249,8 @@ TEST_F(PlancheLists, SpacePlaysAndPauses)
     house_.openOn(12);
     house_.click(QStringLiteral("bFilm"));
     ASSERT_TRUE(house_.film.isRunning());
+    house_.window.activateWindow(); // the film's own keys are for its window alone
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
     house_.key(QStringLiteral("LstDir"), Qt::Key_Space);
     EXPECT_FALSE(house_.film.isRunning());
     house_.key(QStringLiteral("LstDir"), Qt::Key_Space);
@@ -264,10 +266,19 @@ TEST_F(PlancheLists, F5ReadsTheFolderAgain)
     EXPECT_EQ(house_.shown(2), storedName(2));
 }
 
-TEST_F(PlancheLists, LettersDoNotMoveTheSelection)
+TEST_F(PlancheLists, ATypedCharacterSelectsTheNextNameThatBeginsSo)
 {
     house_.openOn(30);
+    house_.clickRow(QStringLiteral("LstDir"), 15);
     house_.key(QStringLiteral("LstDir"), Qt::Key_2);
+    EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("17 / 30"));
+    EXPECT_EQ(house_.shown(4), storedName(16));
+}
+
+TEST_F(PlancheLists, ACharacterWithWhichNoNameBeginsSelectsNothing)
+{
+    house_.openOn(30);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_X);
     EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("30 / 30"));
 }
 

@@ -60,17 +60,20 @@ TEST_F(ProgramTest, PutsTheStartBoxOnTopForOneTurnOfTheLoop)
 
 TEST_F(ProgramTest, ShowsTheStoredOptions)
 {
-    writeSettings("StRep=C:\\none\r\nDebug=1\r\nTempo=7\r\nTIO=9.50\r\nSelecteur=0\r\n");
+    writeSettings("StRep=C:\\in\r\nDebug=1\r\nTempo=7\r\nTIO=9.0\r\nSelecteur=3\r\n"
+                  "[Liste3]\r\nLstAct=1\r\n");
     start();
-    const QString main = QStringLiteral("Interface");
-    const auto box = [&](const QString &name) {
-        return topLevel(main)->findChild<QLineEdit *>(name)->text();
+    const QWidget *const window = topLevel(QStringLiteral("Interface"));
+    const auto box = [window](const QString &name) {
+        return window->findChild<QLineEdit *>(name)->text();
     };
-    const auto isChecked = [&](const QString &name) {
-        return topLevel(main)->findChild<QCheckBox *>(name)->isChecked();
+    const auto isChecked = [window](const QString &name) {
+        return window->findChild<QCheckBox *>(name)->isChecked();
     };
+    EXPECT_EQ(box(QStringLiteral("StRep")), QStringLiteral("C:\\in\\"));
     EXPECT_EQ(box(QStringLiteral("tempo")), QStringLiteral("7"));
-    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("9.5"));
+    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("9"));
+    EXPECT_EQ(window->findChild<QTabBar *>(QStringLiteral("Selecteur"))->currentIndex(), 3);
     EXPECT_TRUE(isChecked(QStringLiteral("cDebug")));
     EXPECT_TRUE(isChecked(QStringLiteral("ActLst")));
 }

@@ -62,6 +62,15 @@ TEST_F(MakeDir, ShowsThePathWithoutItsLastSeparatorBeforeTheCheck)
                                   QStringLiteral("C:\\in\\")}));
 }
 
+TEST_F(MakeDir, CleansATextThatWasNotCheckedYet)
+{
+    store("[Control]\r\nStRep= C:\\my*in\\deep er\r\n");
+    storage.load();
+    storage.MakeDir_Click();
+    EXPECT_EQ(tree.folders(u"drives/c/myin"), QStringList{QStringLiteral("deeper")});
+    EXPECT_EQ(storage.text(), QStringLiteral("C:\\myin\\deeper\\"));
+}
+
 TEST_F(MakeDir, LetsTheTimersRunAgain)
 {
     storage.edit(QStringLiteral("C:\\in"));

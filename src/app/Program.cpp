@@ -112,10 +112,10 @@ QCoro::Task<> Program::startUp()
     showSplash();
     co_await engine_.clock().yield();
     SetTopMost(splash_, TopMost::Off);
-    co_await Initialise();
     if (ending_) {
         co_return;
     }
+    Initialise();
     engine_.storage().testSA();
     engine_.start();
     if (engine_.storage().lamp() == LampColour::Red) {
@@ -137,14 +137,14 @@ void Program::showSplash()
     QTimer::singleShot(kSplashTime, &splash_, &QWidget::close);
 }
 
-QCoro::Task<> Program::Initialise()
+// In one go: each turn of the event loop would paint the browser once more before it has anything
+// to show.
+void Program::Initialise()
 {
-    co_await engine_.clock().yield();
     engine_.storage().load();
     planche_.moveTo(readPlace(engine_.settings(), kBrowserPlace, engine_.problems()));
     film_.moveTo(readPlace(engine_.settings(), kSlideshowPlace, engine_.problems()));
     planche_.present();
-    co_await engine_.clock().yield();
     engine_.debugSwitch().load();
     engine_.options().load();
     engine_.page().load();
@@ -219,9 +219,17 @@ QCoro::Task<> Program::lastPass()
 {
     closing_.present();
     const std::chrono::milliseconds limit = 2 * engine_.options().downloadLimit() + 5s;
-    QTimer::singleShot(limit, this, [this] { engine_.scheduler().giveUp(); });
+    engine_.launch(giveUpAfter(limit));
     co_await engine_.scheduler().lastTick();
     closing_.close();
+}
+
+QCoro::Task<> Program::giveUpAfter(std::chrono::milliseconds limit)
+{
+    const Wake wake = co_await engine_.clock().sleep(limit, engine_.scope().stopToken());
+    if (wake == Wake::Elapsed) {
+        engine_.scheduler().giveUp();
+    }
 }
 
 QCoro::Task<> Program::leave()

@@ -50,8 +50,9 @@ private:
     void open(const QString &path);
     void hideWindows();
     QCoro::Task<> startUp();
-    QCoro::Task<> Initialise();
+    void Initialise();
     QCoro::Task<> lastPass();
+    QCoro::Task<> giveUpAfter(std::chrono::milliseconds limit);
     QCoro::Task<> leave();
 
     CaptureEngine &engine_;

@@ -79,12 +79,10 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     finish();
 }
 
-// A folder that is missing for longer may be the place of a disk that is not there: then only the
-// user makes it anew.
 void LiveView::makeStorageFolder() const
 {
     const QString folder = services_.storage.native(services_.storage.text());
-    if (services_.storage.lamp() != LampColour::Red && !folder.isEmpty()) {
+    if (!folder.isEmpty()) {
         static_cast<void>(makeFolder(folder)); // failing, it shows when the picture is written
     }
 }

@@ -31,23 +31,6 @@ TEST_F(ProgramLife, AClickInTheClosingBoxGivesTheLastPassUp)
     EXPECT_EQ(engine_->settings().read(u"Groupe0", u"lNew0"), QStringLiteral("1"));
 }
 
-// Each of three cameras takes nearly its time-out of 5 s: together more than twice that and 5 s.
-TEST_F(ProgramLife, GivesTheLastPassUpAfterTwiceTheTimeOutAndFiveSeconds)
-{
-    start();
-    for (int row = 0; row < 4; ++row) {
-        const QString url = QStringLiteral("http://cam/%1.png").arg(row);
-        engine_->services().table.setUrl({0, row}, url);
-        source_.answer(url, {QByteArray(2000, 'y'), QString(), {}, 4900ms, {}});
-    }
-    program_->end();
-    clock_.advance(14900ms);
-    EXPECT_TRUE(isVisible(QStringLiteral("frmQuitte")));
-    clock_.advance(200ms);
-    ended_ = true;
-    EXPECT_FALSE(isVisible(QStringLiteral("frmQuitte")));
-}
-
 TEST_F(ProgramLife, ClosingTheMainWindowEndsTheProgramWithALastPass)
 {
     start();

@@ -95,7 +95,7 @@ def behaviour(root):
     for path in tracked(root, "_test.cpp"):
         source = path.read_text(encoding="utf-8")
         tests |= {".".join(m) for m in re.findall(r"^(?:TEST|TEST_F|TEST_P|TYPED_TEST)\((\w+), (\w+)\)", source, re.M)}
-    for path in tracked(root, "_test.py"):
+    for path in tracked(root, "_test.py", "_case.py"):
         group = ""
         for name, case in re.findall(r"^class (\w+)|^    def (test_\w+)", path.read_text(encoding="utf-8"), re.M):
             group = name or group

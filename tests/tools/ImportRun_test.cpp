@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -47,17 +48,27 @@ protected:
                 tree_.path(u"in/tmp"),        filter};
     }
 
-    ImportResult run(const ImportOrder &what)
+    ImportResult run(const ImportOrder &what) { return run(run_, what); }
+
+    ImportResult run(ImportRun &run, const ImportOrder &what)
     {
-        runToEnd(store(what), std::chrono::seconds{60});
+        turns_ = 0;
+        QTimer everyTurn;
+        QObject::connect(&everyTurn, &QTimer::timeout, &everyTurn, [this] {
+            if (++turns_ == stopInTurn_) {
+                atOnce_.request_stop();
+            }
+        });
+        everyTurn.start(0);
+        runToEnd(store(run, what), std::chrono::seconds{60});
         return result_;
     }
 
     ImportResult run() { return run(order()); }
 
-    QCoro::Task<> store(ImportOrder what)
+    QCoro::Task<> store(ImportRun &run, ImportOrder what)
     {
-        result_ = co_await run_.run(what, afterFile_.get_token(), atOnce_.get_token());
+        result_ = co_await run.run(what, afterFile_.get_token(), atOnce_.get_token());
     }
 
     void put(const QString &name, QByteArrayView bytes = "picture") const
@@ -84,6 +95,16 @@ protected:
     void linkTo(QStringView file, QStringView folder, const QByteArray &name) const
     {
         ASSERT_EQ(::link(native(file).constData(), (native(folder) + '/' + name).constData()), 0);
+    }
+
+    // With names so long that there are few in a piece.
+    void fillTarget() const
+    {
+        constexpr int kFiles = 20'000;
+        tree_.write(u"in/one", "there before");
+        for (int i = 0; i < kFiles; ++i) {
+            linkTo(u"in/one", u"in/camera", 'z' + QByteArray::number(i).rightJustified(229, 'z'));
+        }
     }
 
     // A file of holes.
@@ -121,6 +142,8 @@ protected:
     ImportResult result_;
     std::stop_source afterFile_;
     std::stop_source atOnce_;
+    int turns_ = 0;      // of the event loop while the run ran
+    int stopInTurn_ = 0; // that one stops the run at once; 0 for none
 };
 
 TEST_F(ImportRunTest, ANameOfTheRuleIsKept)
@@ -236,6 +259,60 @@ TEST_F(ImportRunTest, ANameWithWildcardsIsTakenByWhateverMatchesIt)
     put(QByteArray("2006100?_1230450000.*"));
     EXPECT_EQ(run(order(QStringLiteral("*"))).copied, 1);
     EXPECT_EQ(copied().last(), QStringLiteral("2006100?_1230450001*"));
+}
+
+TEST_F(ImportRunTest, ANameWithWildcardsIsTakenByFoldersPipesAndLinksThatLeadNowhereToo)
+{
+    tree_.makeFolder(u"in/camera/20061005_1230450000.gif");
+    ASSERT_EQ(::mkfifo(native(u"in/camera/20061005_1230450001gif").constData(), 0644), 0);
+    ASSERT_EQ(::symlink("nowhere", native(u"in/camera/20061005_1230450002if").constData()), 0);
+    put(QByteArray("2006100?_1230450000.???"));
+    EXPECT_EQ(run(order(QString())).copied, 1);
+    EXPECT_TRUE(tree_.exists(u"in/camera/2006100?_1230450003?"));
+    EXPECT_EQ(run_.progress().collisions, 3);
+}
+
+TEST_F(ImportRunTest, ANameWithWildcardsIsLookedForInAFullFolderInPieces)
+{
+    put(kKept);
+    EXPECT_EQ(run(order(QString())).copied, 1);
+    const int without = turns_;
+    fillTarget();
+    ASSERT_EQ(::unlink(native(u"from/20061005_1230450000.jpg").constData()), 0);
+    put(QByteArray("2?061005_1230450009.jpg"));
+    EXPECT_EQ(run(order(QString())).copied, 1);
+    EXPECT_TRUE(tree_.exists(u"in/camera/2?061005_1230450009.jpg"));
+    EXPECT_GE(turns_, without + 2);
+}
+
+TEST_F(ImportRunTest, AStopAtOnceEndsTheSearchInAFullFolder)
+{
+    put(kKept);
+    EXPECT_EQ(run(order(QString())).copied, 1);
+    stopInTurn_ = turns_ + 1;
+    fillTarget();
+    const qsizetype before = copied().size();
+    ASSERT_EQ(::unlink(native(u"from/20061005_1230450000.jpg").constData()), 0);
+    put(QByteArray("2?061005_1230450009.jpg"));
+    EXPECT_EQ(run(order(QString())).end, ImportEnd::Stopped);
+    EXPECT_EQ(copied().size(), before);
+}
+
+// Each search is too short to let events run by itself.
+TEST_F(ImportRunTest, EventsGetTheirTurnBetweenManySearchesForAName)
+{
+    constexpr int kCollisions = 200;
+    fillTarget();
+    take(QStringLiteral("2x061005_1230450000.x"));
+    for (int i = 1; i < kCollisions; ++i) {
+        take(QStringLiteral("2x061005_123045%1x").arg(i, 4, 10, QLatin1Char('0')));
+    }
+    put(QByteArray("2?061005_1230450000.") + QByteArray(210, '*'));
+    SystemClock clock;
+    ImportRun timed(clock);
+    EXPECT_EQ(run(timed, order(QString())).copied, 1);
+    EXPECT_EQ(timed.progress().collisions, kCollisions);
+    EXPECT_GE(turns_, 5);
 }
 
 TEST_F(ImportRunTest, IntoItsOwnFolderARunDoesNotMeetItsCopies)

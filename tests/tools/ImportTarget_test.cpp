@@ -195,6 +195,31 @@ TEST_F(ImportTarget, WhileCopyingTheCountIsLessenedByTheCollisions)
     EXPECT_EQ(face().NbF, QStringLiteral("-1"));
 }
 
+TEST_F(ImportTarget, ARunThatBeginsBeforeTheFilesAreCountedBeginsWithItsOwnCount)
+{
+    constexpr int kMore = 6000; // with long names, of which few are read in a piece
+    put(kKept);
+    put(QString(255, u'3')); // ends the run before the others are copied
+    for (int i = 0; i < kMore; ++i) {
+        put(QStringLiteral("z%1").arg(i, 229, 10, QLatin1Char('z')));
+    }
+    house_.putImage(kCamera, kKept);
+    store(u"Patern", QStringLiteral("*"));
+    import_.load();
+    ASSERT_EQ(face().NbF, QStringLiteral("0"));
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_EQ(face().NbF, QStringLiteral("6001"));
+}
+
+TEST(ImportCount, IsWholeWhateverItsSize)
+{
+    EXPECT_EQ(countAfterCollisions(12, 0), QStringLiteral("12"));
+    EXPECT_EQ(countAfterCollisions(1, 3), QStringLiteral("-2"));
+    EXPECT_EQ(countAfterCollisions(2, 2), QStringLiteral("0"));
+    EXPECT_EQ(countAfterCollisions(12'345'678, 9), QStringLiteral("12345669"));
+}
+
 TEST_F(ImportTarget, WithoutACopyTheCountStays)
 {
     put(QString(255, u'n'));

@@ -121,6 +121,7 @@ TEST_F(ImportCollision, AStopAtOnceEndsTheSearchInAFullFolder)
     EXPECT_EQ(copied().size(), before);
 }
 
+// Each search is too short to let events run by itself.
 TEST_F(ImportCollision, EventsGetTheirTurnBetweenManySearchesForAName)
 {
     constexpr int kCollisions = 200;
@@ -150,6 +151,7 @@ TEST_F(ImportCollision, IntoItsOwnFolderARunDoesNotMeetItsCopies)
     EXPECT_EQ(bytesOf(QStringLiteral("20061005_1230450001jpg")), "kept");
 }
 
+// Every name is taken, so that each file uses the counter up by one.
 TEST_F(ImportCollision, TheCounterKeepsItsLastFourDigitsAndOverflowsAt32768)
 {
     constexpr int kFiles = 32'769;

@@ -48,7 +48,6 @@ TEST_F(ImportRunTest, NamesAreTakenInTheirOrderWhateverTheirCase)
     EXPECT_EQ(contents.join(), "C.jpga.jpgb.jpg");
 }
 
-// Each search is too short to let events run by itself.
 TEST_F(ImportRunTest, EqualTextsAreIdenticalAndNothingIsCopied)
 {
     put(kKept);
@@ -180,7 +179,6 @@ TEST_F(ImportRunTest, ALongKeptNameStays)
     EXPECT_EQ(copied(), QStringList{QString::fromUtf8(name)});
 }
 
-// Every name is taken, so that each file uses the counter up by one.
 TEST_F(ImportRunTest, EventsGetTheirTurnAndCanStopItBehindAFile)
 {
     for (int i = 0; i < 500; ++i) {

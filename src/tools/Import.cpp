@@ -310,10 +310,19 @@ void Import::showProgress()
 // After identical texts the button stays as it is until another camera is chosen.
 void Import::end(const ImportResult &result)
 {
+    tell(result);
     face_.running = false;
     if (result.end != ImportEnd::Identical) {
         face_.cmdGo = !cameraFolderName().isEmpty();
     }
+    Q_EMIT changed();
+    if (result.end != ImportEnd::Identical) {
+        Q_EMIT imagesAdded();
+    }
+}
+
+void Import::tell(const ImportResult &result)
+{
     switch (result.end) {
     case ImportEnd::Identical:
         Q_EMIT messageWanted(QStringLiteral("Source and target are identical"));
@@ -327,10 +336,6 @@ void Import::end(const ImportResult &result)
         break;
     case ImportEnd::Stopped:
         break;
-    }
-    Q_EMIT changed();
-    if (result.end != ImportEnd::Identical) {
-        Q_EMIT imagesAdded();
     }
 }
 

@@ -103,6 +103,7 @@ private:
     QCoro::Task<> copy();
     void begin();
     void end(const ImportResult &result);
+    void tell(const ImportResult &result);
     std::stop_token anew(std::stop_source &source) const;
 
     CaptureServices services_;

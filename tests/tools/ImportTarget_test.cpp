@@ -65,6 +65,17 @@ TEST_F(ImportTarget, ANameWithoutDotMatchesTheShapeToo)
     EXPECT_EQ(face().iTarget, picture(QStringLiteral("20061005_1230450001")));
 }
 
+TEST_F(ImportTarget, WithoutAnAddressTheStorageFolderItselfIsLookedAt)
+{
+    house_.tree.write(u"drives/c/in/20061005_1230450001.jpg", "picture");
+    load();
+    EXPECT_EQ(face().iTarget, QString());
+    import_.chooseCamera(1);
+    finish();
+    EXPECT_EQ(face().iTarget, house_.tree.path(u"drives/c/in/20061005_1230450001.jpg"));
+    EXPECT_FALSE(face().cmdGo);
+}
+
 TEST_F(ImportTarget, AnotherCameraClearsThePicture)
 {
     house_.putImage(kCamera, QStringLiteral("20061005_1230450001.jpg"));
@@ -114,6 +125,26 @@ TEST_F(ImportTarget, TheFilesAreCountedAnewAfterARun)
     EXPECT_EQ(messages_, QStringList{QStringLiteral("2 files copied")});
     EXPECT_EQ(face().NbF, QStringLiteral(" 2"));
     EXPECT_EQ(files_.count(), 2);
+}
+
+TEST_F(ImportTarget, TheEndHasItsOrder)
+{
+    QStringList story;
+    const auto note = [&](const QString &what) {
+        story.append(what + face().NbF + (face().cmdGo ? QStringLiteral(" on") : QString()));
+    };
+    QObject::connect(&import_, &Import::messageWanted, &import_, note);
+    QObject::connect(&import_, &Import::imagesAdded, &import_,
+                     [&] { note(QStringLiteral("refresh")); });
+    put(kKept);
+    load();
+    go();
+    put(QString(255, u'n'));
+    store(u"Patern", QStringLiteral("*"));
+    load();
+    go();
+    EXPECT_EQ(story.join(u'|'), QStringLiteral("1 file copied1|refresh 1 on|"
+                                               "Copy aborted1|refresh1 on"));
 }
 
 TEST_F(ImportTarget, TheButtonIsOffWhileARunRunsAndASecondPressDoesNothing)

@@ -1,6 +1,6 @@
-// Reads the files or the folders of a folder piece by piece, so that a very full folder holds
-// nobody up: names come straight from the system's own records, without a question to the file
-// system for each.
+// Reads what a folder holds, its files or its folders piece by piece, so that a very full folder
+// holds nobody up: names come straight from the system's own records, without a question to the
+// file system for each.
 #pragma once
 
 #include "base/UniqueFd.h"
@@ -52,6 +52,24 @@ public:
                 visit(name);
             }
         });
+    }
+
+    /// The same for each entry of whatever kind, but "." and "..".
+    template <typename Visit>
+    bool readSomeEntries(Visit visit)
+    {
+        if (at_ == filled_ && !fill()) {
+            return false;
+        }
+        while (at_ < filled_) {
+            const Record &entry = record();
+            at_ += entry.length;
+            const QByteArrayView name(entry.name, nameLength(entry));
+            if (name != "." && name != "..") {
+                visit(name);
+            }
+        }
+        return true;
     }
 
 private:

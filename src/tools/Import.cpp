@@ -44,6 +44,12 @@ int drivePosition(const QStringList &drives, const QString &stored)
 
 } // namespace
 
+// Whole, however large it is.
+QString countAfterCollisions(double before, qint16 collisions)
+{
+    return QString::number(before - collisions, 'f', 0);
+}
+
 Import::Import(const CaptureServices &services, TaskScope &scope)
     : services_(services)
     , scope_(scope)
@@ -212,6 +218,7 @@ QCoro::Task<> Import::readFolders(std::stop_token stop)
 void Import::count()
 {
     face_.NbF = kNone;
+    counting_ = true;
     Q_EMIT changed();
     scope_.launch(readFiles(anew(readingFiles_)));
 }
@@ -223,6 +230,7 @@ QCoro::Task<> Import::readFiles(std::stop_token stop)
         co_await reader_.files(native(folders_.path()), filterPattern(face_.Filtre), stop);
     if (names) {
         files_.bind(names);
+        counting_ = false;
         face_.NbF = countText(files_.count());
         showSource();
     }
@@ -280,7 +288,7 @@ QCoro::Task<> Import::copy()
 void Import::begin()
 {
     copying_ = std::stop_source();
-    initialCount_ = leadingNumber(face_.NbF);
+    initialCount_ = counting_ ? std::nullopt : std::optional(leadingNumber(face_.NbF));
     face_.ctr = kNone;
     face_.cmdGo = false;
     face_.running = true;
@@ -293,7 +301,8 @@ void Import::showProgress()
     face_.progress = run_.progress();
     face_.ctr = QString::number(face_.progress.copied);
     if (face_.progress.copied > 0) {
-        face_.NbF = QString::number(initialCount_ - face_.progress.collisions);
+        face_.NbF = countAfterCollisions(initialCount_.value_or(face_.progress.files),
+                                         face_.progress.collisions);
     }
     Q_EMIT changed();
 }
@@ -301,10 +310,19 @@ void Import::showProgress()
 // After identical texts the button stays as it is until another camera is chosen.
 void Import::end(const ImportResult &result)
 {
+    tell(result);
     face_.running = false;
     if (result.end != ImportEnd::Identical) {
         face_.cmdGo = !cameraFolderName().isEmpty();
     }
+    Q_EMIT changed();
+    if (result.end != ImportEnd::Identical) {
+        Q_EMIT imagesAdded();
+    }
+}
+
+void Import::tell(const ImportResult &result)
+{
     switch (result.end) {
     case ImportEnd::Identical:
         Q_EMIT messageWanted(QStringLiteral("Source and target are identical"));
@@ -318,10 +336,6 @@ void Import::end(const ImportResult &result)
         break;
     case ImportEnd::Stopped:
         break;
-    }
-    Q_EMIT changed();
-    if (result.end != ImportEnd::Identical) {
-        Q_EMIT imagesAdded();
     }
 }
 

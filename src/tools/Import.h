@@ -30,6 +30,9 @@ struct ImportFace
     QString iTarget;
 };
 
+/// What the count of files says after so many collisions, beginning with what it said before.
+[[nodiscard]] QString countAfterCollisions(double before, qint16 collisions);
+
 /// Every choice is stored at once. Coroutines run in the scope, which is joined before this object
 /// goes.
 class Import : public QObject
@@ -100,6 +103,7 @@ private:
     QCoro::Task<> copy();
     void begin();
     void end(const ImportResult &result);
+    void tell(const ImportResult &result);
     std::stop_token anew(std::stop_source &source) const;
 
     CaptureServices services_;
@@ -113,7 +117,8 @@ private:
     std::stop_source readingFiles_;
     std::stop_source readingTarget_;
     std::stop_source copying_;
-    double initialCount_ = 0;
+    std::optional<double> initialCount_; // none when the run began before the files were counted
+    bool counting_ = false;
     bool open_ = false;
 };
 

@@ -1,7 +1,6 @@
 #include "tools/ImportRun.h"
 
 #include "base/FileDates.h"
-#include "base/FolderScan.h"
 #include "tools/ImportName.h"
 
 #include <QFile>
@@ -28,22 +27,6 @@ QByteArray folderBytes(const QString &folder)
 bool hasWildcards(const QByteArray &name)
 {
     return name.contains('*') || name.contains('?');
-}
-
-// Whatever matches counts, files and folders.
-bool holdsMatch(const QByteArray &folder, const QByteArray &pattern)
-{
-    const FilePattern matcher(pattern);
-    bool found = false;
-    const auto look = [&](QByteArrayView name) { found = found || matcher.matches(name); };
-    const QString path = QFile::decodeName(folder);
-    FolderScan files(path);
-    while (!found && files.readSome(look)) {
-    }
-    FolderScan folders(path);
-    while (!found && folders.readSomeFolders(look)) {
-    }
-    return found;
 }
 
 } // namespace
@@ -113,7 +96,7 @@ QCoro::Task<ImportEnd> ImportRun::copyFile(QByteArray name, std::stop_token atOn
             co_return ImportEnd::Stopped;
         }
     }
-    co_return giveName(copy, *target) ? ImportEnd::Copied : ImportEnd::Aborted;
+    co_return co_await giveName(&copy, *target, atOnce);
 }
 
 // A disk that took long over a piece is asked for a smaller one.
@@ -152,21 +135,36 @@ std::optional<QByteArray> ImportRun::newName(const QByteArray &name) const
     return created ? std::optional(importName(name, *created, collisions_)) : std::nullopt;
 }
 
-// The file system itself says whether a name is taken, by not giving it a second time.
-bool ImportRun::giveName(FileCopy &copy, QByteArray name)
+// The search for a free name may be long, too.
+QCoro::Task<ImportEnd> ImportRun::giveName(FileCopy *copy, QByteArray name, std::stop_token atOnce)
 {
-    while (true) {
-        StoreResult result = isTaken(name) ? StoreResult{StoreOutcome::AlreadyThere, {}}
-                                           : copy.finish(target_ + name);
-        if (result.outcome != StoreOutcome::AlreadyThere) {
-            return result.outcome == StoreOutcome::Stored;
+    std::optional<QByteArray> next = name;
+    while (next) {
+        const StoreOutcome outcome = co_await tryName(copy, *next, atOnce);
+        if (outcome != StoreOutcome::AlreadyThere) {
+            co_return outcome == StoreOutcome::Stored ? ImportEnd::Copied : ImportEnd::Aborted;
         }
-        const std::optional<QByteArray> next = nextName(name);
-        if (!next) {
-            return false;
+        co_await letEventsRun();
+        if (atOnce.stop_requested()) {
+            co_return ImportEnd::Stopped;
         }
-        name = *next;
+        next = nextName(*next);
     }
+    co_return ImportEnd::Aborted;
+}
+
+// The file system itself says whether a name is taken, by not giving it a second time.
+QCoro::Task<StoreOutcome> ImportRun::tryName(FileCopy *copy, QByteArray name,
+                                             std::stop_token atOnce)
+{
+    if (hasWildcards(name)) {
+        const std::optional<bool> isTaken =
+            co_await reader_.holds(QFile::decodeName(target_), FilePattern(name), atOnce);
+        if (isTaken.value_or(true)) {
+            co_return StoreOutcome::AlreadyThere;
+        }
+    }
+    co_return copy->finish(target_ + name).outcome;
 }
 
 // The number of collisions has 16 bits; there is no name after the last.
@@ -177,11 +175,6 @@ std::optional<QByteArray> ImportRun::nextName(const QByteArray &name)
     }
     ++collisions_;
     return nameAfterCollision(name, collisions_);
-}
-
-bool ImportRun::isTaken(const QByteArray &name) const
-{
-    return hasWildcards(name) && holdsMatch(target_, name);
 }
 
 } // namespace velmora

@@ -72,9 +72,9 @@ private:
     QCoro::Task<> copyPiece(FileCopy *copy, bool *more);
     QCoro::Task<> letEventsRun();
     [[nodiscard]] std::optional<QByteArray> newName(const QByteArray &name) const;
-    [[nodiscard]] bool giveName(FileCopy &copy, QByteArray name);
+    QCoro::Task<ImportEnd> giveName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
+    QCoro::Task<StoreOutcome> tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
     [[nodiscard]] std::optional<QByteArray> nextName(const QByteArray &name);
-    [[nodiscard]] bool isTaken(const QByteArray &name) const;
 
     Clock &clock_;
     NameReader reader_;

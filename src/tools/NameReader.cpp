@@ -83,4 +83,15 @@ QCoro::Task<std::optional<QByteArray>> NameReader::first(QString folder, FilePat
     co_return isRead ? std::optional(first) : std::nullopt;
 }
 
+QCoro::Task<std::optional<bool>> NameReader::holds(QString folder, FilePattern pattern,
+                                                   std::stop_token stop)
+{
+    Turns turns(clock_, std::move(stop));
+    FolderScan scan(folder);
+    bool found = false;
+    const auto look = [&](QByteArrayView name) { found = found || pattern.matches(name); };
+    const bool isRead = co_await turns.run([&] { return scan.readSomeEntries(look) && !found; });
+    co_return isRead ? std::optional(found) : std::nullopt;
+}
+
 } // namespace velmora

@@ -39,6 +39,10 @@ public:
     QCoro::Task<std::optional<QByteArray>> first(QString folder, FilePattern pattern,
                                                  std::stop_token stop);
 
+    /// Whether anything of that name is there, of whatever kind; nothing when stopped.
+    QCoro::Task<std::optional<bool>> holds(QString folder, FilePattern pattern,
+                                           std::stop_token stop);
+
 private:
     // names, turns: of the caller, which waits.
     static QCoro::Task<SortedNames> sorted(OddNames *names, Turns *turns);

@@ -104,6 +104,21 @@ TEST(FolderScan, CountsFoldersAndLinksToFoldersAlone)
     EXPECT_EQ(names, QByteArrayList({".hidden", "folder", "toFolder"}));
 }
 
+TEST(FolderScan, CountsEntriesOfEveryKindButTheFolderItselfAndTheOneAbove)
+{
+    const TempTree tree;
+    tree.write(u"in/.file", "x");
+    tree.makeFolder(u"in/folder");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(tree.path(u"in/pipe")).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(tree.path(u"nowhere"), tree.path(u"in/toNothing")));
+    FolderScan scan(tree.path(u"in"));
+    QByteArrayList names;
+    while (scan.readSomeEntries([&](QByteArrayView name) { names += name.toByteArray(); })) {
+    }
+    std::ranges::sort(names);
+    EXPECT_EQ(names, QByteArrayList({".file", "folder", "pipe", "toNothing"}));
+}
+
 TEST(FolderScan, ReadsAFullFolderInPieces)
 {
     const TempTree tree;

@@ -1,54 +1,19 @@
 """A full disk under the storage folder and under the settings file: a tiny file system of the test's own,
 mounted where no other process sees it. Nothing partial is left, and what failed is made good later."""
 
-import os
-import shutil
-import subprocess
-import sys
 import unittest
 
 import house
 from answers import fresh, is_whole
 from camera_server import CameraServer
 from house import GREEN, RED, House, camera_lists, parse_settings
+from small_disk import Disk, enter_own_mounts
 from waiting import until
 
 CAMERAS = 12
 IMAGE_BYTES = 40_000
-DISK_BYTES = 2_000_000
 ROOM_FOR = 4  # images
 PAGE_BYTES = 4096
-INSIDE = "VELMORA_TEST_OWN_MOUNTS"
-
-
-def with_own_mounts():
-    """Starts this file anew where it may mount: a name space of its own, in which it is root."""
-    for options in (["-rm"], ["-m"], ["-m", "--propagation", "unchanged"]):
-        trial = ["unshare", *options, "mount", "-t", "tmpfs", "none", "/mnt"]
-        if subprocess.run(trial, check=False, stderr=subprocess.DEVNULL).returncode == 0:
-            os.environ[INSIDE] = "1"
-            os.execvp("unshare", ["unshare", *options, sys.executable, "-B", *sys.argv])
-    sys.exit("this test mounts a small file system, which neither a user name space nor root's rights allow here")
-
-
-class Disk:
-    """A small file system with room that the test takes and gives back."""
-
-    def __init__(self, test, folder):
-        self._ballast = folder / "ballast"
-        self.folder = folder
-        options = f"size={DISK_BYTES},nr_inodes=4096"
-        subprocess.run(["mount", "-t", "tmpfs", "-o", options, "velmora-test", folder], check=True)
-        test.addCleanup(subprocess.run, ["umount", "-l", folder], check=True)
-
-    def leave(self, size):
-        """Takes all room but so many bytes."""
-        free = shutil.disk_usage(self.folder).free
-        with open(self._ballast, "ab") as ballast:
-            ballast.write(bytes(free - size))
-
-    def give_back(self):
-        self._ballast.unlink()
 
 
 class FullDiskTest(unittest.TestCase):
@@ -149,6 +114,5 @@ class FullDiskTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    if INSIDE not in os.environ:
-        with_own_mounts()
+    enter_own_mounts()
     house.main()

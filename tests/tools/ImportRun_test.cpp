@@ -1,127 +1,13 @@
 // A run of the import over real folders: what arrives under which name, and what ends it.
-#include "tools/ImportRun.h"
-
-#include "base/DateText.h"
-#include "base/FileDates.h"
-#include "support/FakeClock.h"
+#include "ImportRunTest.h"
 #include "support/FileSizeLimit.h"
-#include "support/RunTask.h"
-#include "support/TempTree.h"
-#include "tools/ImportName.h"
 
-#include <QFile>
 #include <QSignalSpy>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace velmora::test {
 namespace {
-
-const QString kKept = QStringLiteral("20061005_1230450000.jpg");
-
-constexpr qsizetype kLarge = 40 << 20; // more than is copied between two turns of the event loop
-
-class ImportRunTest : public testing::Test
-{
-protected:
-    ImportRunTest()
-    {
-        tree_.makeFolder(u"from");
-        tree_.makeFolder(u"in/camera");
-    }
-
-    [[nodiscard]] QByteArray native(QStringView path) const
-    {
-        return QFile::encodeName(tree_.path(path));
-    }
-
-    [[nodiscard]] ImportOrder order(const QString &filter = QStringLiteral("*.jpg")) const
-    {
-        return {QStringLiteral("C:\\from\\"), QStringLiteral("C:\\in\\\\camera\\"),
-                tree_.path(u"from"),          tree_.path(u"in/camera"),
-                tree_.path(u"in/tmp"),        filter};
-    }
-
-    ImportResult run(const ImportOrder &what)
-    {
-        runToEnd(store(what), std::chrono::seconds{60});
-        return result_;
-    }
-
-    ImportResult run() { return run(order()); }
-
-    QCoro::Task<> store(ImportOrder what)
-    {
-        result_ = co_await run_.run(what, afterFile_.get_token(), atOnce_.get_token());
-    }
-
-    void put(const QString &name, QByteArrayView bytes = "picture") const
-    {
-        tree_.write(QString(QStringLiteral("from/") + name), bytes);
-    }
-
-    // Names of any bytes.
-    void put(const QByteArray &name) const
-    {
-        const int fd = ::open((native(u"from") + '/' + name).constData(), O_CREAT | O_WRONLY, 0644);
-        ASSERT_GE(fd, 0) << name.constData();
-        ::close(fd);
-    }
-
-    // A name of the rule for each number below 100,000: "20061001_2345000000.jpg" for 12345.
-    static QByteArray numbered(int number)
-    {
-        const QByteArray digits = QByteArray::number(number).rightJustified(5, '0');
-        return "2006100" + digits.first(1) + '_' + digits.last(4) + "000000.jpg";
-    }
-
-    // Another name for a file, which costs less than another file.
-    void linkTo(QStringView file, QStringView folder, const QByteArray &name) const
-    {
-        ASSERT_EQ(::link(native(file).constData(), (native(folder) + '/' + name).constData()), 0);
-    }
-
-    // A file of holes.
-    void putLarge(const QString &name) const
-    {
-        put(name, "");
-        const QString path = QStringLiteral("from/") + name;
-        ASSERT_EQ(::truncate(native(path).constData(), kLarge), 0);
-    }
-
-    void take(const QString &name, QByteArrayView bytes = "there before") const
-    {
-        tree_.write(QString(QStringLiteral("in/camera/") + name), bytes);
-    }
-
-    [[nodiscard]] QStringList copied() const { return tree_.files(u"in/camera"); }
-
-    [[nodiscard]] QByteArray bytesOf(const QString &name) const
-    {
-        return tree_.read(QString(QStringLiteral("in/camera/") + name));
-    }
-
-    // The name that a source file gets.
-    [[nodiscard]] QString datedName(const QString &name, qint16 collisions) const
-    {
-        const QString path = QStringLiteral("from/") + name;
-        const auto created = creationTime(native(path));
-        return QString::fromUtf8(
-            importName(QFile::encodeName(name), created.value_or(WallTime()), collisions));
-    }
-
-    TempTree tree_;
-    FakeClock clock_;
-    ImportRun run_{clock_};
-    ImportResult result_;
-    std::stop_source afterFile_;
-    std::stop_source atOnce_;
-};
 
 TEST_F(ImportRunTest, ANameOfTheRuleIsKept)
 {
@@ -145,62 +31,6 @@ TEST_F(ImportRunTest, AnyOtherGetsTheDateOfItsCreationNotOfItsChange)
     EXPECT_TRUE(copied().first().endsWith(QStringLiteral("0000.JPG")));
 }
 
-TEST_F(ImportRunTest, ASecondRunLosesTheDotAndAThirdALetter)
-{
-    put(kKept);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(run().copied, 1);
-    }
-    EXPECT_EQ(copied(), (QStringList{kKept, QStringLiteral("20061005_1230450001jpg"),
-                                     QStringLiteral("20061005_1230450002pg")}));
-}
-
-TEST_F(ImportRunTest, ANameUsedUpByCollisionsAbortsTheRun)
-{
-    put(kKept);
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(run().end, ImportEnd::Copied);
-    }
-    EXPECT_EQ(copied().last(), QStringLiteral("20061005_1230450004"));
-    const ImportResult result = run();
-    EXPECT_EQ(result.end, ImportEnd::Aborted);
-    EXPECT_EQ(result.copied, 0);
-    EXPECT_EQ(copied().size(), 5);
-}
-
-TEST_F(ImportRunTest, TheCounterBelongsToTheRunAndLaterNamesBeginWithIt)
-{
-    take(kKept);
-    put(kKept);
-    put(QStringLiteral("later.jpg")); // behind the other in name order
-    EXPECT_EQ(run().copied, 2);
-    EXPECT_TRUE(copied().contains(QStringLiteral("20061005_1230450001jpg")));
-    EXPECT_TRUE(copied().contains(datedName(QStringLiteral("later.jpg"), 1)));
-    EXPECT_EQ(run_.progress().collisions, 1);
-}
-
-TEST_F(ImportRunTest, ANewRunBeginsItsCounterAnew)
-{
-    take(kKept);
-    put(kKept);
-    EXPECT_EQ(run().copied, 1);
-    ASSERT_EQ(::unlink(native(u"from/20061005_1230450000.jpg").constData()), 0);
-    put(QStringLiteral("later.jpg"));
-    EXPECT_EQ(run().copied, 1);
-    EXPECT_TRUE(copied().contains(datedName(QStringLiteral("later.jpg"), 0)));
-    EXPECT_EQ(run_.progress().collisions, 0);
-}
-
-TEST_F(ImportRunTest, FilesOfOneSecondCollideOneAfterTheOther)
-{
-    for (const char16_t c : {u'a', u'b', u'c'}) {
-        put(QString(QChar(c)) + QStringLiteral(".jpg"));
-    }
-    const ImportResult result = run();
-    EXPECT_EQ(result.copied, 3);
-    EXPECT_EQ(copied().size(), 3);
-}
-
 TEST_F(ImportRunTest, NamesAreTakenInTheirOrderWhateverTheirCase)
 {
     for (const QString &name : {QStringLiteral("b.jpg"), QStringLiteral("C.jpg"),
@@ -216,39 +46,6 @@ TEST_F(ImportRunTest, NamesAreTakenInTheirOrderWhateverTheirCase)
     }
     std::ranges::sort(contents);
     EXPECT_EQ(contents.join(), "C.jpga.jpgb.jpg");
-}
-
-TEST_F(ImportRunTest, WhatStandsInTheWayIsNeverReplaced)
-{
-    take(kKept, "mine");
-    tree_.makeFolder(u"in/camera/20061005_1230450001jpg");
-    ASSERT_EQ(::symlink("nowhere", native(u"in/camera/20061005_1230450002pg").constData()), 0);
-    put(kKept, "new");
-    EXPECT_EQ(run().copied, 1);
-    EXPECT_EQ(bytesOf(kKept), "mine");
-    EXPECT_EQ(bytesOf(QStringLiteral("20061005_1230450003g")), "new");
-    EXPECT_EQ(run_.progress().collisions, 3);
-}
-
-TEST_F(ImportRunTest, ANameWithWildcardsIsTakenByWhateverMatchesIt)
-{
-    take(QStringLiteral("20061005_1230450000.gif"));
-    put(QByteArray("2006100?_1230450000.*"));
-    EXPECT_EQ(run(order(QStringLiteral("*"))).copied, 1);
-    EXPECT_EQ(copied().last(), QStringLiteral("2006100?_1230450001*"));
-}
-
-TEST_F(ImportRunTest, IntoItsOwnFolderARunDoesNotMeetItsCopies)
-{
-    take(kKept, "kept");
-    take(QStringLiteral("other.jpg"), "other");
-    ImportOrder own = order();
-    own.source = own.target;
-    const ImportResult result = run(own);
-    EXPECT_EQ(result.end, ImportEnd::Copied);
-    EXPECT_EQ(result.copied, 2);
-    EXPECT_EQ(copied().size(), 4);
-    EXPECT_EQ(bytesOf(QStringLiteral("20061005_1230450001jpg")), "kept");
 }
 
 TEST_F(ImportRunTest, EqualTextsAreIdenticalAndNothingIsCopied)
@@ -380,27 +177,6 @@ TEST_F(ImportRunTest, ALongKeptNameStays)
     put(name);
     EXPECT_EQ(run(order(QStringLiteral("*"))).copied, 1);
     EXPECT_EQ(copied(), QStringList{QString::fromUtf8(name)});
-}
-
-// Every name is taken, so that each file uses the counter up by one.
-TEST_F(ImportRunTest, TheCounterKeepsItsLastFourDigitsAndOverflowsAt32768)
-{
-    constexpr int kFiles = 32'769;
-    put(QStringLiteral("one"));
-    tree_.write(u"in/two", "there before");
-    for (int i = 0; i < kFiles; ++i) {
-        linkTo(u"from/one", u"from", numbered(i));
-        linkTo(u"in/two", u"in/camera", numbered(i));
-    }
-    const ImportResult result = run();
-    EXPECT_EQ(result.end, ImportEnd::Aborted);
-    EXPECT_EQ(result.copied, 32'767);
-    EXPECT_EQ(run_.progress().collisions, 32'767);
-    for (const char *const name :
-         {"20061000_0000000001jpg", "20061000_9998009999jpg", "20061000_9999000000jpg",
-          "20061001_0001000002jpg", "20061003_2766002767jpg"}) {
-        EXPECT_TRUE(tree_.exists(QStringLiteral("in/camera/") + QString::fromUtf8(name))) << name;
-    }
 }
 
 TEST_F(ImportRunTest, EventsGetTheirTurnAndCanStopItBehindAFile)

@@ -65,6 +65,17 @@ TEST_F(ImportTarget, ANameWithoutDotMatchesTheShapeToo)
     EXPECT_EQ(face().iTarget, picture(QStringLiteral("20061005_1230450001")));
 }
 
+TEST_F(ImportTarget, WithoutAnAddressTheStorageFolderItselfIsLookedAt)
+{
+    house_.tree.write(u"drives/c/in/20061005_1230450001.jpg", "picture");
+    load();
+    EXPECT_EQ(face().iTarget, QString());
+    import_.chooseCamera(1);
+    finish();
+    EXPECT_EQ(face().iTarget, house_.tree.path(u"drives/c/in/20061005_1230450001.jpg"));
+    EXPECT_FALSE(face().cmdGo);
+}
+
 TEST_F(ImportTarget, AnotherCameraClearsThePicture)
 {
     house_.putImage(kCamera, QStringLiteral("20061005_1230450001.jpg"));
@@ -114,6 +125,26 @@ TEST_F(ImportTarget, TheFilesAreCountedAnewAfterARun)
     EXPECT_EQ(messages_, QStringList{QStringLiteral("2 files copied")});
     EXPECT_EQ(face().NbF, QStringLiteral(" 2"));
     EXPECT_EQ(files_.count(), 2);
+}
+
+TEST_F(ImportTarget, TheEndHasItsOrder)
+{
+    QStringList story;
+    const auto note = [&](const QString &what) {
+        story.append(what + face().NbF + (face().cmdGo ? QStringLiteral(" on") : QString()));
+    };
+    QObject::connect(&import_, &Import::messageWanted, &import_, note);
+    QObject::connect(&import_, &Import::imagesAdded, &import_,
+                     [&] { note(QStringLiteral("refresh")); });
+    put(kKept);
+    load();
+    go();
+    put(QString(255, u'n'));
+    store(u"Patern", QStringLiteral("*"));
+    load();
+    go();
+    EXPECT_EQ(story.join(u'|'), QStringLiteral("1 file copied1|refresh 1 on|"
+                                               "Copy aborted1|refresh1 on"));
 }
 
 TEST_F(ImportTarget, TheButtonIsOffWhileARunRunsAndASecondPressDoesNothing)
@@ -193,6 +224,31 @@ TEST_F(ImportTarget, WhileCopyingTheCountIsLessenedByTheCollisions)
     EXPECT_EQ(face().NbF, QStringLiteral(" 2"));
     go();
     EXPECT_EQ(face().NbF, QStringLiteral("-1"));
+}
+
+TEST_F(ImportTarget, ARunThatBeginsBeforeTheFilesAreCountedBeginsWithItsOwnCount)
+{
+    constexpr int kMore = 6000; // with long names, of which few are read in a piece
+    put(kKept);
+    put(QString(255, u'3')); // ends the run before the others are copied
+    for (int i = 0; i < kMore; ++i) {
+        put(QStringLiteral("z%1").arg(i, 229, 10, QLatin1Char('z')));
+    }
+    house_.putImage(kCamera, kKept);
+    store(u"Patern", QStringLiteral("*"));
+    import_.load();
+    ASSERT_EQ(face().NbF, QStringLiteral("0"));
+    go();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_EQ(face().NbF, QStringLiteral("6001"));
+}
+
+TEST(ImportCount, IsWholeWhateverItsSize)
+{
+    EXPECT_EQ(countAfterCollisions(12, 0), QStringLiteral("12"));
+    EXPECT_EQ(countAfterCollisions(1, 3), QStringLiteral("-2"));
+    EXPECT_EQ(countAfterCollisions(2, 2), QStringLiteral("0"));
+    EXPECT_EQ(countAfterCollisions(12'345'678, 9), QStringLiteral("12345669"));
 }
 
 TEST_F(ImportTarget, WithoutACopyTheCountStays)

@@ -384,6 +384,17 @@ TEST_F(MotionAlarmTest, TheReferenceAloneIsTheSelectedImage)
     EXPECT_EQ(alarm_.number(AlarmPicture::Ref), QStringLiteral("-"));
 }
 
+TEST_F(MotionAlarmTest, TheReferenceIsClearedBeforeItIsLoaded)
+{
+    open(30, 7);
+    alarm_.ChargeRef();
+    QStringList story;
+    QObject::connect(&alarm_, &MotionAlarm::changed, &alarm_,
+                     [&](AlarmPicture which) { story.append(alarm_.number(which)); });
+    alarm_.ChargeRef();
+    EXPECT_EQ(story, pairs("-,7"));
+}
+
 TEST_F(MotionAlarmTest, PicturesAreLoadedAnewForAnotherSize)
 {
     open(3, 2);

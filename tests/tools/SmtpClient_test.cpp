@@ -221,6 +221,12 @@ TEST_F(SmtpClientTest, DoesNotWaitForASilentServerBeyondItsLimits)
     }
 }
 
+TEST_F(SmtpClientTest, TheUsualLimitsAreTenAndThirtySeconds)
+{
+    EXPECT_EQ(SmtpOptions().connectLimit, std::chrono::seconds{10});
+    EXPECT_EQ(SmtpOptions().totalLimit, std::chrono::seconds{30});
+}
+
 TEST_F(SmtpClientTest, AMailThatIsTakenIsSentEvenIfTheFarewellGetsNoAnswer)
 {
     for (const QByteArray &how : {QByteArray("silent"), QByteArray("cut")}) {

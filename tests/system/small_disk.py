@@ -1,0 +1,41 @@
+"""A tiny file system of a test's own, mounted where no other process sees it."""
+
+import os
+import shutil
+import subprocess
+import sys
+
+DISK_BYTES = 2_000_000
+INSIDE = "VELMORA_TEST_OWN_MOUNTS"
+
+
+def enter_own_mounts():
+    """Starts this file anew where it may mount: a name space of its own, in which it is root."""
+    if INSIDE in os.environ:
+        return
+    for options in (["-rm"], ["-m"], ["-m", "--propagation", "unchanged"]):
+        trial = ["unshare", *options, "mount", "-t", "tmpfs", "none", "/mnt"]
+        if subprocess.run(trial, check=False, stderr=subprocess.DEVNULL).returncode == 0:
+            os.environ[INSIDE] = "1"
+            os.execvp("unshare", ["unshare", *options, sys.executable, "-B", *sys.argv])
+    sys.exit("this test mounts a small file system, which neither a user name space nor root's rights allow here")
+
+
+class Disk:
+    """A small file system with room that the test takes and gives back."""
+
+    def __init__(self, test, folder):
+        self._ballast = folder / "ballast"
+        self.folder = folder
+        options = f"size={DISK_BYTES},nr_inodes=4096"
+        subprocess.run(["mount", "-t", "tmpfs", "-o", options, "velmora-test", folder], check=True)
+        test.addCleanup(subprocess.run, ["umount", "-l", folder], check=True)
+
+    def leave(self, size):
+        """Takes all room but so many bytes."""
+        free = shutil.disk_usage(self.folder).free
+        with open(self._ballast, "ab") as ballast:
+            ballast.write(bytes(free - size))
+
+    def give_back(self):
+        self._ballast.unlink()

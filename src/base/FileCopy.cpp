@@ -1,6 +1,7 @@
 #include "base/FileCopy.h"
 
 #include "base/Folders.h"
+#include "base/SystemCalls.h"
 
 #include <QFile>
 
@@ -20,11 +21,6 @@ namespace {
 constexpr unsigned kRights = 0777;
 constexpr qint64 kBufferBytes = qint64{256} * 1024;
 
-std::error_code lastError()
-{
-    return {errno, std::generic_category()};
-}
-
 // What a file system answers that cannot keep a file without a name.
 bool meansNoUnnamedFiles(int error)
 {
@@ -36,19 +32,6 @@ bool meansNoCopyOfItsOwn(int error)
 {
     return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP ||
            error == EPERM || error == EACCES || error == ETXTBSY;
-}
-
-bool writeAll(int fd, const char *bytes, qint64 count)
-{
-    while (count > 0) {
-        const ssize_t written = ::write(fd, bytes, static_cast<std::size_t>(count));
-        if (written < 0 && errno != EINTR) {
-            return false;
-        }
-        bytes += std::max<ssize_t>(written, 0);
-        count -= std::max<ssize_t>(written, 0);
-    }
-    return true;
 }
 
 } // namespace
@@ -180,7 +163,8 @@ qint64 FileCopy::copyThroughBuffer(qint64 mostBytes)
         count = ::read(source_.get(), means_.buffer.get(),
                        static_cast<std::size_t>(std::min(mostBytes, kBufferBytes)));
     } while (count < 0 && errno == EINTR);
-    return count <= 0 || writeAll(target_->get(), means_.buffer.get(), count) ? count : -1;
+    const bool failed = count > 0 && writeAll(target_->get(), {means_.buffer.get(), count});
+    return failed ? -1 : count;
 }
 
 StoreResult FileCopy::finish(const QByteArray &target)

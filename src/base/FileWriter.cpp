@@ -1,6 +1,7 @@
 #include "base/FileWriter.h"
 
 #include "base/Folders.h"
+#include "base/SystemCalls.h"
 #include "base/UniqueFd.h"
 
 #include <QDir>
@@ -18,23 +19,6 @@ namespace velmora {
 namespace {
 
 constexpr mode_t kNewFileMode = 0644;
-
-std::error_code lastError()
-{
-    return {errno, std::generic_category()};
-}
-
-std::error_code writeAll(int fd, QByteArrayView bytes)
-{
-    while (!bytes.isEmpty()) {
-        const ssize_t written = ::write(fd, bytes.data(), static_cast<std::size_t>(bytes.size()));
-        if (written < 0 && errno != EINTR) {
-            return lastError();
-        }
-        bytes = bytes.sliced(std::max<ssize_t>(written, 0));
-    }
-    return {};
-}
 
 // Writes a working file; on failure nothing of it stays.
 std::error_code writeWorkFile(const QByteArray &path, QByteArrayView bytes, mode_t mode)

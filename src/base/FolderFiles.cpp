@@ -1,8 +1,9 @@
 #include "base/FolderFiles.h"
 
+#include "base/SystemCalls.h"
+
 #include <QFile>
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -36,14 +37,12 @@ std::error_code FolderFiles::remove(const char *name) const
 {
     struct stat info = {};
     if (::fstatat(folder_.get(), name, &info, AT_SYMLINK_NOFOLLOW) != 0) {
-        return {errno, std::generic_category()};
+        return lastError();
     }
     if (!S_ISREG(info.st_mode)) {
         return std::make_error_code(std::errc::invalid_argument);
     }
-    return ::unlinkat(folder_.get(), name, 0) == 0
-               ? std::error_code()
-               : std::error_code(errno, std::generic_category());
+    return ::unlinkat(folder_.get(), name, 0) == 0 ? std::error_code() : lastError();
 }
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #include "capture/RenameFile.h"
 
-#include <cerrno>
+#include "base/SystemCalls.h"
+
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
@@ -10,7 +11,7 @@ namespace {
 
 std::error_code result(int returned)
 {
-    return returned == 0 ? std::error_code() : std::error_code(errno, std::generic_category());
+    return returned == 0 ? std::error_code() : lastError();
 }
 
 // A hard link never replaces either. A name that cannot go leaves the file as it was.

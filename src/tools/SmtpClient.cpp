@@ -12,10 +12,6 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kMaxReplyBytes = 64LL * 1024;
-constexpr qsizetype kMaxShownReply = 200;
-constexpr int kFirstRefusal = 400;
-
 struct CleanUp
 {
     void operator()(CURL *easy) const { curl_easy_cleanup(easy); }

@@ -7,10 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr qsizetype kMaxReplyBytes = 64LL * 1024;
-constexpr qsizetype kMaxShownReply = 200;
 constexpr qsizetype kCodeLetters = 3;
-constexpr int kFirstRefusal = 400;
 constexpr int kPositive = 2; // first digit of a reply to a command that was carried out
 constexpr int kMore = 3;     // … that waits for the text
 constexpr int kClass = 100;

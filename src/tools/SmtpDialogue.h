@@ -6,6 +6,13 @@
 
 namespace velmora {
 
+/// Of a server's reply: more is nonsense, and more than that is not shown to people.
+inline constexpr qsizetype kMaxReplyBytes = qsizetype{64} * 1024;
+inline constexpr qsizetype kMaxShownReply = 200;
+
+/// Codes from here on refuse.
+inline constexpr int kFirstRefusal = 400;
+
 /// What a server answers to a command.
 struct SmtpReply
 {

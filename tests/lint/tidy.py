@@ -29,8 +29,10 @@ def local_names(source):
     """What a source declares for itself alone: formatted as all are, a declaration begins its line."""
     text = Path(source).read_text(encoding="utf-8")
     blocks = "\n".join(re.findall(r"^namespace \{$(.*?)^\} // namespace$", text, re.M | re.S))
-    lines = [line for line in blocks.splitlines() if line[:1].isalpha() and not line.startswith("using ")]
-    found = [re.search(r"(\w+)\s*(?:$|[({=;:\[])", re.sub(r"<[^<>]*>", "", line)) for line in lines]
+    no_names = ("using ", "template ", "public:", "protected:", "private:")
+    lines = [line for line in blocks.splitlines() if line[:1].isalpha() and not line.startswith(no_names)]
+    bare = [re.sub(r"<[^<>]*>|\w+::| final\b", "", line) for line in lines]
+    found = [re.search(r"(\w+)\s*(?:$|[({=;:\[])", line) for line in bare]
     return {match.group(1) for match in found if match}
 
 

@@ -15,12 +15,12 @@ bool isControl(QChar c)
 
 bool holdsControls(QStringView text)
 {
-    return std::any_of(text.begin(), text.end(), isControl);
+    return std::ranges::any_of(text, isControl);
 }
 
 QString onOneLine(QString text)
 {
-    std::replace_if(text.begin(), text.end(), isControl, QChar(u' '));
+    std::ranges::replace_if(text, isControl, QChar(u' '));
     return text;
 }
 

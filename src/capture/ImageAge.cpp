@@ -12,14 +12,15 @@ constexpr qsizetype kDot = 19;
 
 bool areDigits(QByteArrayView text)
 {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
 bool isCurrentForm(QByteArrayView name)
 {
     return name.size() > kDot && name[kUnderscore] == '_' && name[kDot] == '.' &&
-           std::all_of(kDigitRuns.begin(), kDigitRuns.end(),
-                       [name](auto run) { return areDigits(name.sliced(run.first, run.second)); });
+           std::ranges::all_of(kDigitRuns, [name](auto run) {
+               return areDigits(name.sliced(run.first, run.second));
+           });
 }
 
 int number(QByteArrayView name, qsizetype from, qsizetype digits)

@@ -59,7 +59,7 @@ void Retention::follow(CameraAddress camera)
 
 void Retention::request(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const bool isWaiting = std::find(waiting_.begin(), waiting_.end(), camera) != waiting_.end();
+    const bool isWaiting = std::ranges::find(waiting_, camera) != waiting_.end();
     if (isWaiting || deadline_ || !isDue(camera) || !CameraTable::deletesOld(settings, camera)) {
         return;
     }

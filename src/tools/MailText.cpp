@@ -24,7 +24,7 @@ bool isPlain(char16_t c)
 
 bool isPlain(QStringView text)
 {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return isPlain(c.unicode()); });
+    return std::ranges::all_of(text, [](QChar c) { return isPlain(c.unicode()); });
 }
 
 QByteArray encodedWord(const QString &piece)
@@ -114,7 +114,7 @@ QStringList bodyLines(QString body)
 
 bool fitsAsItIs(const QStringList &lines)
 {
-    return std::all_of(lines.begin(), lines.end(), [](const QString &line) {
+    return std::ranges::all_of(lines, [](const QString &line) {
         return line.size() <= kMaxLine && isPlain(QStringView(line));
     });
 }

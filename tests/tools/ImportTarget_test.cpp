@@ -166,6 +166,18 @@ TEST_F(ImportTarget, TheButtonIsOffWhileARunRunsAndASecondPressDoesNothing)
     EXPECT_FALSE(face().running);
 }
 
+TEST_F(ImportTarget, ASecondRunBeginsWithNoneCopied)
+{
+    put(kKept);
+    load();
+    go();
+    EXPECT_EQ(face().ctr, QStringLiteral("1"));
+    import_.go();
+    EXPECT_EQ(face().ctr, QStringLiteral("0"));
+    EXPECT_EQ(face().progress, ImportProgress());
+    finish();
+}
+
 TEST_F(ImportTarget, EqualTextsAreToldAndTheButtonStaysOffUntilACameraIsChosen)
 {
     useUncleanedStorage();
@@ -249,6 +261,17 @@ TEST(ImportCount, IsWholeWhateverItsSize)
     EXPECT_EQ(countAfterCollisions(1, 3), QStringLiteral("-2"));
     EXPECT_EQ(countAfterCollisions(2, 2), QStringLiteral("0"));
     EXPECT_EQ(countAfterCollisions(12'345'678, 9), QStringLiteral("12345669"));
+}
+
+TEST_F(ImportTarget, TheCountThatIsLessenedIsTheOneThatWasShown)
+{
+    put(kKept);
+    put(QString(255, u'n')); // ends the run, so that nothing is counted anew
+    store(u"Patern", QStringLiteral("*"));
+    load();
+    put(QStringLiteral("z.jpg"));
+    go();
+    EXPECT_EQ(face().NbF, QStringLiteral("2"));
 }
 
 TEST_F(ImportTarget, WithoutACopyTheCountStays)

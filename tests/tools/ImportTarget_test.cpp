@@ -51,6 +51,9 @@ TEST_F(ImportTarget, TheFirstStoredImageIsShown)
 {
     house_.putImage(kCamera, QStringLiteral("20061005_1230450002.jpg"));
     house_.putImage(kCamera, QStringLiteral("20061005_1230450001.gif"));
+    for (const char16_t digit : {u'5', u'3', u'4'}) { // folders keep them in any order
+        house_.putImage(kCamera, QStringLiteral("20061005_123045000%1.jpg").arg(QChar(digit)));
+    }
     house_.putImage(kCamera, QStringLiteral("20061005_123045.jpg"));     // the older form
     house_.putImage(kCamera, QStringLiteral("10061005_12304500011jpg")); // no dot there
     house_.putImage(kCamera, QStringLiteral("00061005-1230450001.jpg"));

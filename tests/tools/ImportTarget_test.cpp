@@ -51,6 +51,9 @@ TEST_F(ImportTarget, TheFirstStoredImageIsShown)
 {
     house_.putImage(kCamera, QStringLiteral("20061005_1230450002.jpg"));
     house_.putImage(kCamera, QStringLiteral("20061005_1230450001.gif"));
+    for (const char16_t digit : {u'5', u'3', u'4'}) { // folders keep them in any order
+        house_.putImage(kCamera, QStringLiteral("20061005_123045000%1.jpg").arg(QChar(digit)));
+    }
     house_.putImage(kCamera, QStringLiteral("20061005_123045.jpg"));     // the older form
     house_.putImage(kCamera, QStringLiteral("10061005_12304500011jpg")); // no dot there
     house_.putImage(kCamera, QStringLiteral("00061005-1230450001.jpg"));
@@ -166,6 +169,18 @@ TEST_F(ImportTarget, TheButtonIsOffWhileARunRunsAndASecondPressDoesNothing)
     EXPECT_FALSE(face().running);
 }
 
+TEST_F(ImportTarget, ASecondRunBeginsWithNoneCopied)
+{
+    put(kKept);
+    load();
+    go();
+    EXPECT_EQ(face().ctr, QStringLiteral("1"));
+    import_.go();
+    EXPECT_EQ(face().ctr, QStringLiteral("0"));
+    EXPECT_EQ(face().progress, ImportProgress());
+    finish();
+}
+
 TEST_F(ImportTarget, EqualTextsAreToldAndTheButtonStaysOffUntilACameraIsChosen)
 {
     useUncleanedStorage();
@@ -249,6 +264,17 @@ TEST(ImportCount, IsWholeWhateverItsSize)
     EXPECT_EQ(countAfterCollisions(1, 3), QStringLiteral("-2"));
     EXPECT_EQ(countAfterCollisions(2, 2), QStringLiteral("0"));
     EXPECT_EQ(countAfterCollisions(12'345'678, 9), QStringLiteral("12345669"));
+}
+
+TEST_F(ImportTarget, TheCountThatIsLessenedIsTheOneThatWasShown)
+{
+    put(kKept);
+    put(QString(255, u'n')); // ends the run, so that nothing is counted anew
+    store(u"Patern", QStringLiteral("*"));
+    load();
+    put(QStringLiteral("z.jpg"));
+    go();
+    EXPECT_EQ(face().NbF, QStringLiteral("2"));
 }
 
 TEST_F(ImportTarget, WithoutACopyTheCountStays)

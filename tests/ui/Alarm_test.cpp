@@ -180,6 +180,26 @@ TEST_F(AlarmWindow, BothPicturesAreOnTheScreenWhenTheyAreCompared)
     EXPECT_EQ(alarm_.passes, 11);
 }
 
+TEST_F(AlarmWindow, BothPicturesArePaintedAsSoonAsTheyAreLoaded)
+{
+    open(25);
+    PaintCounter ref;
+    PaintCounter var;
+    find<QWidget>(QStringLiteral("iRef")).installEventFilter(&ref);
+    find<QWidget>(QStringLiteral("iVar")).installEventFilter(&var);
+    QObject::connect(&alarm_, &MotionAlarm::changed, &window_,
+                     [&] { ref.paints = var.paints = 0; });
+    int pairs = 0;
+    QObject::connect(&alarm_, &MotionAlarm::repaintWanted, &window_, [&] {
+        ++pairs;
+        EXPECT_EQ(ref.paints, 1);
+        EXPECT_EQ(var.paints, 1);
+    });
+    click(kVide);
+    house_.settle();
+    EXPECT_EQ(pairs, 11);
+}
+
 TEST_F(AlarmWindow, ShowsTheColoursOfTheImages)
 {
     open(25);

@@ -183,7 +183,11 @@ TEST_F(ImportWindow, WhileItCopiesTheChoicesAreOffAndTheKeysComeBack)
     EXPECT_EQ(house_.window.focusWidget(), &go);
 }
 
-TEST_F(ImportWindow, AfterIdenticalTextsTheSameCameraChosenOnceMoreGivesTheButtonBack)
+class ImportTargetList : public ImportWindow, public testing::WithParamInterface<const char *>
+{
+};
+
+TEST_P(ImportTargetList, GivesTheButtonBackAfterIdenticalTextsWhenTheSameIsChosenOnceMore)
 {
     house_.house.settings.write(u"Control", u"StRep", u"C:\\in");
     house_.house.storage.load();
@@ -196,9 +200,11 @@ TEST_F(ImportWindow, AfterIdenticalTextsTheSameCameraChosenOnceMoreGivesTheButto
     QTest::keyClick(house_.message(), Qt::Key_Return);
     house_.settle();
     EXPECT_FALSE(house_.find<QAbstractButton>("cmdGo").isEnabled());
-    house_.pick("Lien", 0);
+    house_.pick(GetParam(), 0);
     EXPECT_TRUE(house_.find<QAbstractButton>("cmdGo").isEnabled());
 }
+
+INSTANTIATE_TEST_SUITE_P(Lists, ImportTargetList, testing::Values("Cam", "Lien"));
 
 TEST_F(ImportWindow, QuitAndEscapeClose)
 {

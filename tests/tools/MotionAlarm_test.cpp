@@ -226,6 +226,17 @@ TEST_F(MotionAlarmTest, LetsEventsRunBeforeEachPictureAndBeforeEachComparison)
     EXPECT_GE(turns, 33);
 }
 
+TEST_F(MotionAlarmTest, EventsRunBetweenThePaintingAndTheComparison)
+{
+    open(30, 24);
+    int turns = 0;
+    QObject::connect(&alarm_, &MotionAlarm::repaintWanted, &alarm_,
+                     [&] { QTimer::singleShot(0, &alarm_, [&] { ++turns; }); });
+    alarm_.onCompare = [&](int pass) { EXPECT_EQ(turns, pass); };
+    scan();
+    EXPECT_EQ(turns, 11);
+}
+
 TEST_F(MotionAlarmTest, AsksTheBrowserForItsSelectionInEveryPass)
 {
     open(30, 24);
@@ -404,6 +415,15 @@ TEST_F(MotionAlarmTest, PicturesAreLoadedAnewForAnotherSize)
     EXPECT_EQ(alarm_.picture(AlarmPicture::Ref).image.size(), QSize(4, 3));
     EXPECT_EQ(alarm_.picture(AlarmPicture::Ref).path, path(kCamera, 2));
     EXPECT_EQ(alarm_.number(AlarmPicture::Var), QStringLiteral("-"));
+}
+
+TEST_F(MotionAlarmTest, AnImageThatHasGoneIsEmptyInAnotherSize)
+{
+    open(3, 2);
+    alarm_.ChargeRef();
+    house_.remove(kCamera, imageName(2));
+    alarm_.setPixels({4, 3});
+    EXPECT_EQ(alarm_.number(AlarmPicture::Ref), QStringLiteral("-"));
 }
 
 TEST_F(MotionAlarmTest, TheHookSaysSuccess)

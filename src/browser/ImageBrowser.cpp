@@ -35,7 +35,7 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
 void ImageBrowser::followStorage()
 {
     const QString usable = usableStorage();
-    const bool isOther = usable != shownStorage_ || lists_.isOwed();
+    const bool isOther = usable != shownStorage_ || (lists_.isOwed() && !acting_);
     if (isOther && !services_.capture.storage.timersStopped() &&
         lists_.state().LectureOK != BrowserState::kNo) {
         shownStorage_ = usable;
@@ -83,6 +83,7 @@ QCoro::Task<> ImageBrowser::inTurn(Kind kind, int rebuild, Story story)
 
 QCoro::Task<> ImageBrowser::run(Kind kind, int rebuild, Story story)
 {
+    const QScopedValueRollback acting(acting_, true);
     rebuilding_ = kind != Kind::Follow;
     lists_.allowReading();
     if (rebuilding_ && rebuild != rebuilds_) {

@@ -94,6 +94,7 @@ private:
     std::optional<int> nextGroup_; // chosen, not yet taken
     std::optional<int> nextRow_;
     int rebuilds_ = 0;
+    bool acting_ = false;
     bool rebuilding_ = false;
     bool walking_ = false;
     bool closed_ = false;

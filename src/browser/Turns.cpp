@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::chrono::milliseconds kSlice = 4ms;
+constexpr std::chrono::milliseconds kSlice = 6ms;
 constexpr int kMostSteps = 48; // also where the clock is slow to tell that time has passed
 
 } // namespace

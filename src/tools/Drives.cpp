@@ -86,7 +86,13 @@ QStringList drivesNow(const QString &programFolder)
 {
     QFile table(QStringLiteral("/proc/self/mounts"));
     const bool isOpen = table.open(QIODevice::ReadOnly);
-    return letterDrives(programFolder) + mountedDrives(isOpen ? table.readAll() : QByteArray());
+    QStringList mounted = mountedDrives(isOpen ? table.readAll() : QByteArray());
+    const QString root = QStringLiteral("\\");
+    if (!mounted.contains(
+            root)) { // a process in a folder of its own as root does not see its mount
+        mounted.prepend(root);
+    }
+    return letterDrives(programFolder) + mounted;
 }
 
 } // namespace velmora

@@ -7,11 +7,13 @@ objects=""
 for program in "$build"/bin/*_test; do
     objects="$objects -object $program"
 done
-for layer in base settings cameras capture pictures browser tools ui app; do
+for layer in base net settings cameras capture pictures browser tools ui app; do
     llvm-cov-19 export "$build/bin/velmora" $objects -summary-only -instr-profile "$build/tests.profdata" \
         -sources "$PWD/src/$layer" |
         python3 -c "
 import json, sys
-lines = json.load(sys.stdin)['data'][0]['totals']['lines']
-print(f\"coverage {sys.argv[1]:9} {lines['percent']:5.1f} % of {lines['count']} lines\")" "$layer"
+totals = json.load(sys.stdin)['data'][0]['totals']
+lines, branches = totals['lines'], totals['branches']
+print(f\"coverage {sys.argv[1]:9} {lines['percent']:5.1f} % of {lines['count']} lines,\"
+      f\" {branches['percent']:5.1f} % of {branches['count']} branches\")" "$layer"
 done

@@ -102,7 +102,9 @@ QCoro::Task<> Retention::run()
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
     const FolderFiles folder(cameraFolder(services_, camera), FolderLinks::Refused);
-    if (!folder.isOpen() || isOver()) {
+    const bool isWanted =
+        CameraTable::deletesOld(services_.table.settings().snapshot(), camera); // still
+    if (!folder.isOpen() || !isWanted || isOver()) {
         co_return;
     }
     lastTurns_.at(static_cast<std::size_t>(camera.group)).at(static_cast<std::size_t>(camera.row)) =
@@ -111,6 +113,9 @@ QCoro::Task<> Retention::clear(CameraAddress camera)
     OldImages images(folder, local, local - services_.clock.utcOffset());
     while (images.lookSome()) {
         co_await letEventsRun();
+        if (isOver()) {
+            co_return;
+        }
     }
     while (images.isComplete() && images.isClockPlausible() && !isOver() && images.deleteSome()) {
         co_await letEventsRun();

@@ -79,6 +79,15 @@ TEST_F(RetentionTurns, ComeWhenTheBoxIsTickedLater)
     EXPECT_EQ(left(), QStringList());
 }
 
+TEST_F(RetentionTurns, DeleteNothingOnceTheBoxIsNoLongerTicked)
+{
+    put(kOld);
+    retention_.begin();
+    tick(kKept, QStringLiteral("0"));
+    house_.finish();
+    EXPECT_EQ(left(), QStringList({kOld}));
+}
+
 TEST_F(RetentionTurns, AreNotMovedByTheUsersClock)
 {
     begin();

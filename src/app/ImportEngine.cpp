@@ -7,10 +7,8 @@ ImportEngine::ImportEngine(CaptureEngine &capture, BrowserEngine &images)
     : import_(capture.services(), capture.scope())
     , loader_(images.pictures(), capture.clock(), capture.scope())
 {
-    QObject::connect(&import_, &Import::imagesAdded, &images.browser(), [&images] {
-        ImageBrowser &browser = images.browser();
-        browser.chooseCamera(browser.lists().state().camera.row);
-    });
+    QObject::connect(&import_, &Import::imagesAdded, &images.browser(),
+                     &ImageBrowser::chooseCameraAgain);
 }
 
 } // namespace velmora

@@ -51,6 +51,10 @@ public:
 
     void chooseGroup(int group);
     void chooseCamera(int row);
+
+    /// Images were put into camera folders: as if the chosen camera had been chosen once more.
+    void chooseCameraAgain() { chooseCamera(choice().row); }
+
     void chooseFile(int index);
     void chooseCameraRow(int row);
     void clickCell(int cell);

@@ -283,5 +283,21 @@ TEST_F(Overtaking, OffersADeletedImageNoMore)
     EXPECT_FALSE(files_.LstDirCam_KeyDown());
 }
 
+TEST_F(Overtaking, KeepsAChoiceThatWaitsWhenImagesAreImportedMeanwhile)
+{
+    house_.addFullFolder({0, 0});
+    house_.addImages({0, 2}, 3);
+    house_.addFullFolder({0, 1});
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseCameraRow(1);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    browser_.chooseCamera(2);
+    browser_.chooseCameraAgain();
+    house_.finish();
+    EXPECT_EQ(state().camera.row, 2);
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
+}
+
 } // namespace
 } // namespace velmora::test

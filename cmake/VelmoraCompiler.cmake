@@ -17,6 +17,9 @@ target_compile_options(velmora_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Wextra-semi
     $<$<BOOL:${VELMORA_WERROR}>:-Werror>)
+# So that the same precompiled header is the same file, which a compiler cache can know again.
+target_compile_options(velmora_flags INTERFACE
+    $<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>)
 target_compile_definitions(velmora_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
     $<$<BOOL:${VELMORA_ASSERTIONS}>:_GLIBCXX_ASSERTIONS>

@@ -1,9 +1,10 @@
-# velmora_module(<name> SOURCES ... [DEPENDS <modules>] [PUBLIC ...] [PRIVATE ...])
+# velmora_module(<name> SOURCES ... [DEPENDS <modules>] [PUBLIC ...] [PRIVATE ...]
+#                       [PRECOMPILED core|gui|windows])
 #
 # A module is a static library with an include root of its own: build/include/<name>/<name> is a link
 # to its folder, so a header is read as "<name>/Thing.h", and only by modules that DEPEND on it.
 function(velmora_module name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PUBLIC;PRIVATE" ${ARGN})
+    cmake_parse_arguments(ARG "" "PRECOMPILED" "SOURCES;DEPENDS;PUBLIC;PRIVATE" ${ARGN})
     set(root "${CMAKE_BINARY_DIR}/include/${name}")
     file(MAKE_DIRECTORY "${root}")
     file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${root}/${name}" SYMBOLIC)
@@ -14,4 +15,8 @@ function(velmora_module name)
     target_link_libraries(velmora_${name}
         PUBLIC ${ARG_DEPENDS} ${ARG_PUBLIC}
         PRIVATE velmora_flags ${ARG_PRIVATE})
+    if(NOT ARG_PRECOMPILED)
+        set(ARG_PRECOMPILED core)
+    endif()
+    velmora_precompiled(velmora_${name} ${ARG_PRECOMPILED})
 endfunction()

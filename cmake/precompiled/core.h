@@ -1,0 +1,32 @@
+// What nearly every source of the layers without pictures reads.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QCoreApplication>
+#include <QCoro/QCoroTask>
+#include <QDate>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QSocketNotifier>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>

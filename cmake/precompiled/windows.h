@@ -1,0 +1,6 @@
+// What the sources of the windows read.
+#pragma once
+
+#include "gui.h"
+
+#include <QtWidgets>

@@ -72,19 +72,6 @@ QString expandTemplate(const QString &url)
     return url.first(open) + alternatives.section(u':', -1) + url.sliced(close + 1);
 }
 
-QString withoutCredentials(const QString &url)
-{
-    static const QRegularExpression userInfo(QStringLiteral("(^|//)[^/?#]*@"));
-    static const QRegularExpression secretField(
-        QStringLiteral(
-            "([?&](?:user|usr|username|login|loginuse|loginpas|account|pw|pwd|pas|pass|passwd|"
-            "password|psw|secret|token|auth)=)[^&#]*"),
-        QRegularExpression::CaseInsensitiveOption);
-    return QString(url)
-        .replace(userInfo, QStringLiteral("\\1"))
-        .replace(secretField, QStringLiteral("\\1***"));
-}
-
 HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit)
 {
     const bool http10 = isJpg(url) && url.contains(u'/');

@@ -11,10 +11,6 @@ namespace velmora {
 /// last one stands in the address requested; an address without both is taken as it is.
 [[nodiscard]] QString expandTemplate(const QString &url);
 
-/// The address without user and password, for everything but the address box. Values of query
-/// fields that are named like credentials are masked.
-[[nodiscard]] QString withoutCredentials(const QString &url);
-
 /// How an address is fetched. One that ends in ".JPG", in any case, goes out as HTTP/1.0 without
 /// its scheme, to port 80 unless the host names another; any other goes out as written.
 [[nodiscard]] HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit);

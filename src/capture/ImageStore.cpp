@@ -3,6 +3,7 @@
 #include "base/DateText.h"
 #include "base/FileWriter.h"
 #include "base/Folders.h"
+#include "cameras/Credentials.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"

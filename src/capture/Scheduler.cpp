@@ -3,6 +3,7 @@
 #include "base/DateText.h"
 #include "base/Folders.h"
 #include "base/OneShot.h"
+#include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
 #include "capture/CameraUrl.h"
 #include "capture/DueRule.h"

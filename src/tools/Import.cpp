@@ -2,8 +2,8 @@
 
 #include "base/Folders.h"
 #include "base/LeadingNumber.h"
+#include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
-#include "capture/CameraUrl.h"
 #include "tools/Drives.h"
 #include "tools/FolderPath.h"
 

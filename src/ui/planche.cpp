@@ -1,7 +1,7 @@
 #include "ui/planche.h"
 
 #include "browser/ImageCaption.h"
-#include "capture/CameraUrl.h"
+#include "cameras/ShownAddress.h"
 #include "ui/ToolTips.h"
 #include "ui/Twips.h"
 #include "ui_planche.h"
@@ -185,7 +185,7 @@ void planche::showFace()
 void planche::showCamera()
 {
     shownCamera_ = browser_.lists().state().camera;
-    const QString camera = withoutCredentials(services_.table.url(shownCamera_));
+    const QString camera = shownAddress(services_.table.url(shownCamera_));
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
 }
@@ -222,7 +222,7 @@ void planche::showPointer(int cell, QPoint position)
     ui_->MousePos->setText(QStringLiteral("%1:%2").arg(position.x()).arg(position.y()));
     const bool groupView = state.view == View::Group;
     setPlainToolTip(ui_->contactSheet->cell(cell),
-                    groupView ? withoutCredentials(services_.table.url({state.camera.group, cell}))
+                    groupView ? shownAddress(services_.table.url({state.camera.group, cell}))
                               : QString());
 }
 

@@ -1,5 +1,6 @@
 #include "ui/BoxEdit.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -7,6 +8,7 @@
 #include <QValidator>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -34,22 +36,65 @@ BoxEdit::BoxEdit(QWidget *parent)
     : QLineEdit(parent)
 {
     setValidator(new FirstLine(this));
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget *, const QWidget *now) { followFocus(now); });
+}
+
+void BoxEdit::leave()
+{
+    if (std::exchange(hand_, Hand::Off) != Hand::Off) {
+        Q_EMIT left();
+    }
+}
+
+void BoxEdit::setAside()
+{
+    if (hand_ == Hand::Inside) {
+        hand_ = Hand::Aside;
+        Q_EMIT wasSetAside();
+    }
+}
+
+void BoxEdit::takeUp()
+{
+    const Hand before = std::exchange(hand_, Hand::Inside);
+    if (before == Hand::Off) {
+        Q_EMIT entered();
+    } else if (before == Hand::Aside) {
+        Q_EMIT takenUpAgain();
+    }
+}
+
+// In a window that is not in front the focus moves without any event for the box that had it.
+void BoxEdit::followFocus(const QWidget *now)
+{
+    if (hand_ == Hand::Aside && now != nullptr && now != this && now->window() == window()) {
+        leave();
+    }
 }
 
 void BoxEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
     if (event->reason() != Qt::PopupFocusReason) {
-        Q_EMIT entered();
+        takeUp();
     }
 }
 
 void BoxEdit::focusOutEvent(QFocusEvent *event)
 {
     QLineEdit::focusOutEvent(event);
-    if (event->reason() != Qt::PopupFocusReason) {
-        Q_EMIT left();
+    if (event->reason() == Qt::ActiveWindowFocusReason) {
+        setAside();
+    } else if (event->reason() != Qt::PopupFocusReason) {
+        leave();
     }
+}
+
+void BoxEdit::hideEvent(QHideEvent *event)
+{
+    QLineEdit::hideEvent(event);
+    setAside();
 }
 
 void BoxEdit::mousePressEvent(QMouseEvent *event)

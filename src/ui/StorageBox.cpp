@@ -28,6 +28,7 @@ void StorageBox::bind()
         storage_.beginEdit();
     });
     connect(&controls_.StRep, &BoxEdit::left, this, [this] { storage_.endEdit(); });
+    connect(&controls_.StRep, &BoxEdit::wasSetAside, &controls_.StRep, &BoxEdit::leave);
     connect(&controls_.MakeDir, &QAbstractButton::clicked, this,
             [this] { storage_.MakeDir_Click(); });
     connect(&controls_.Browse, &QAbstractButton::clicked, this, &StorageBox::browse);

@@ -32,7 +32,15 @@ protected:
         other_.setParent(nullptr);
     }
 
+    static void bringUp(QWidget &window)
+    {
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
     QWidget window_;
+    QWidget another_;
     QLineEdit other_;
     BoxEdit box_;
 };
@@ -68,13 +76,59 @@ TEST_F(BoxEditTest, IsNotLeftForItsOwnMenu)
     EXPECT_EQ(left.count(), 0);
 }
 
-TEST_F(BoxEditTest, IsLeftForAnotherProgram)
+TEST_F(BoxEditTest, IsSetAsideForAnotherWindowAndTakenUpAgain)
 {
     box_.setFocus();
     const QSignalSpy left(&box_, &BoxEdit::left);
-    QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-    QCoreApplication::sendEvent(&box_, &away);
+    const QSignalSpy aside(&box_, &BoxEdit::wasSetAside);
+    const QSignalSpy entered(&box_, &BoxEdit::entered);
+    const QSignalSpy again(&box_, &BoxEdit::takenUpAgain);
+    bringUp(another_);
+    EXPECT_EQ(aside.count(), 1);
+    EXPECT_TRUE(box_.isInHand());
+    bringUp(window_);
+    EXPECT_EQ(again.count(), 1);
+    EXPECT_EQ(entered.count(), 0);
+    EXPECT_EQ(left.count(), 0);
+}
+
+TEST_F(BoxEditTest, IsLeftWhenTheFocusMovesOnBehindAnotherWindow)
+{
+    box_.setFocus();
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    bringUp(another_);
+    other_.setFocus(); // brings no event to the box
+    EXPECT_EQ(left.count(), 0);
+    bringUp(window_);
     EXPECT_EQ(left.count(), 1);
+    EXPECT_FALSE(box_.isInHand());
+}
+
+TEST_F(BoxEditTest, IsLeftOnceForEachTimeItWasEntered)
+{
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    box_.leave();
+    EXPECT_EQ(left.count(), 0);
+    box_.setFocus();
+    box_.leave();
+    other_.setFocus();
+    EXPECT_EQ(left.count(), 1);
+    box_.setFocus();
+    bringUp(another_);
+    box_.leave();
+    bringUp(window_); // the cursor still stands in the box
+    EXPECT_TRUE(box_.isInHand());
+    EXPECT_EQ(left.count(), 2);
+}
+
+TEST_F(BoxEditTest, IsSetAsideWhenItsWindowIsHidden)
+{
+    box_.setFocus();
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    const QSignalSpy aside(&box_, &BoxEdit::wasSetAside);
+    window_.hide();
+    EXPECT_EQ(aside.count(), 1);
+    EXPECT_EQ(left.count(), 0);
 }
 
 TEST_F(BoxEditTest, TellsBothEnterKeysAndNoOther)

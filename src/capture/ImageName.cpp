@@ -1,6 +1,7 @@
 #include "capture/ImageName.h"
 
 #include "base/DateText.h"
+#include "cameras/Credentials.h"
 
 #include <algorithm>
 #include <array>
@@ -26,6 +27,9 @@ constexpr std::array<PictureType, 5> kTypes = {{
     {"BM", 0, "image/bmp", ".bmp"},
 }};
 
+constexpr std::array kPictureExtensions = {".jpg", ".jpeg", ".jpe", ".png", ".gif",
+                                           ".bmp", ".webp", ".tif", ".tiff"};
+
 bool canStandInName(QChar c)
 {
     return c.unicode() >= u' ' && !QStringView(u"/\\:*?<>|\"'").contains(c);
@@ -46,13 +50,23 @@ QString typeExtension(QByteArrayView body, const QString &contentType)
     return QStringLiteral(".jpg");
 }
 
+// Of an address's last field it may be the end of a password, unless it is a picture's.
+bool tellsNoSecret(const QString &extension, const QString &url)
+{
+    const bool isPicture = std::ranges::any_of(kPictureExtensions, [&](const char *known) {
+        return extension.compare(QLatin1String(known), Qt::CaseInsensitive) == 0;
+    });
+    return isPicture || withoutCredentials(url).endsWith(extension);
+}
+
 } // namespace
 
 QString imageExtension(const QString &url, QByteArrayView body, const QString &contentType)
 {
     const qsizetype dot = url.lastIndexOf(u'.');
     const QString extension = dot < 0 ? QString() : url.sliced(dot);
-    const bool usable = !extension.isEmpty() && std::ranges::all_of(extension, canStandInName);
+    const bool usable = !extension.isEmpty() && std::ranges::all_of(extension, canStandInName) &&
+                        tellsNoSecret(extension, url);
     return usable ? extension : typeExtension(body, contentType);
 }
 

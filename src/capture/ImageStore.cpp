@@ -101,7 +101,7 @@ void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &rep
                      dateFromText(arrival.record.lastModified)};
     arrival.fileName =
         imageName(arrival.dates.modified.value_or(kZeroDate), services_.clock.localNow(),
-                  imageExtension(withoutCredentials(url), reply.body, reply.contentType));
+                  imageExtension(url, reply.body, reply.contentType));
 }
 
 void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds duration)

@@ -42,6 +42,13 @@ int drivePosition(const QStringList &drives, const QString &stored)
     return found == drives.end() ? 0 : static_cast<int>(found - drives.begin());
 }
 
+// The camera whose folder this is, or the folder's own name.
+QString shownSource(const QString &folder)
+{
+    const QString decoded = DecodeFolderName(folder);
+    return decoded == folder ? folder : withoutCredentials(decoded);
+}
+
 } // namespace
 
 // Whole, however large it is.
@@ -154,7 +161,7 @@ void Import::showFolder(const QString &path)
 {
     folders_.open(path);
     files_.bind(std::make_shared<const OddNames>());
-    face_.nRep = withoutCredentials(DecodeFolderName(folderLevels(folders_.path()).constLast()));
+    face_.nRep = shownSource(folderLevels(folders_.path()).constLast());
     scope_.launch(readFolders(anew(readingFolders_)));
     Q_EMIT changed();
 }

@@ -35,7 +35,7 @@ const AddressRow kAddresses[] = {
     {"AnyCase", QStringLiteral("HTTP://H/A.JPG"), QStringLiteral("H/A.JPG")},
     {"NoScheme", QStringLiteral("h/a.jpg"), QStringLiteral("h/a.jpg")},
     {"OtherScheme", QStringLiteral("rtsp://h/a"), QStringLiteral("rtsp://h/a")},
-    {"SchemeInThePath", QStringLiteral("http://h/?x=http://g"), QStringLiteral("h/?x=http://g")},
+    {"SchemeInThePath", QStringLiteral("http://h/x/http://g"), QStringLiteral("h/x/http://g")},
     {"SchemeAlone", QStringLiteral("http://"), QString()},
     {"Empty", QString(), QString()},
 };

@@ -181,6 +181,14 @@ TEST_F(ImportTest, TheFolderOfACameraSaysWhichItIs)
     EXPECT_EQ(face().nRep, QStringLiteral("C:\\"));
 }
 
+TEST_F(ImportTest, AFolderThatIsNoCamerasIsShownByItsName)
+{
+    house_.tree.makeFolder(u"drives/c/in/me@home;a=b");
+    store(u"Dir", QStringLiteral("C:\\in\\me@home;a=b"));
+    load();
+    EXPECT_EQ(face().nRep, QStringLiteral("me@home;a=b"));
+}
+
 TEST_F(ImportTest, PasswordsOfACamerasAddressAreNotShown)
 {
     house_.tree.makeFolder(u"drives/c/in/http%3A%2F%2Feva%3Asecret%40cam%2Fa");

@@ -1,15 +1,25 @@
 #include "base/FilePattern.h"
 
 #include "base/Characters.h"
-
-#include <utility>
+#include "base/NameCase.h"
 
 namespace velmora {
 namespace {
 
-char lower(char c)
+// ".*", whose dot is wanted only where the name goes on.
+bool isLooseDot(QByteArrayView pattern, qsizetype at)
 {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return pattern[at] == '.' && at + 1 < pattern.size() && pattern[at + 1] == '*';
+}
+
+bool matchesNothing(QByteArrayView pattern)
+{
+    for (qsizetype p = 0; p < pattern.size(); ++p) {
+        if (pattern[p] != '*' && !isLooseDot(pattern, p)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // One pass with a single step back: what follows the last "*" is tried from each place on.
@@ -26,7 +36,7 @@ bool matchesExactly(QByteArrayView pattern, QByteArrayView name)
         } else if (p < pattern.size() && pattern[p] == '?') {
             ++p;
             n += characterLength(name, n);
-        } else if (p < pattern.size() && lower(pattern[p]) == lower(name[n])) {
+        } else if (p < pattern.size() && pattern[p] == name[n]) {
             ++p;
             ++n;
         } else if (star >= 0) {
@@ -36,26 +46,20 @@ bool matchesExactly(QByteArrayView pattern, QByteArrayView name)
             return false;
         }
     }
-    while (p < pattern.size() && pattern[p] == '*') {
-        ++p;
-    }
-    return p == pattern.size();
+    return matchesNothing(pattern.sliced(p));
 }
 
 } // namespace
 
-FilePattern::FilePattern(QByteArray pattern)
-    : pattern_(std::move(pattern))
+FilePattern::FilePattern(QByteArrayView pattern)
+    : wantsNoDot_(pattern.endsWith('.'))
+    , pattern_(foldedName(wantsNoDot_ ? pattern.chopped(1) : pattern))
 {
-    if (pattern_.endsWith(".*")) {
-        withoutDot_ = pattern_.chopped(2);
-    }
 }
 
 bool FilePattern::matches(QByteArrayView name) const
 {
-    return matchesExactly(pattern_, name) ||
-           (!withoutDot_.isNull() && !name.contains('.') && matchesExactly(withoutDot_, name));
+    return !(wantsNoDot_ && name.contains('.')) && matchesExactly(pattern_, foldedName(name));
 }
 
 } // namespace velmora

@@ -6,20 +6,22 @@
 
 namespace velmora {
 
-/// "*" is any text, "?" exactly one character; letters match in either case. ".*" at the end also
-/// matches a name without a dot: "*.*" is every file, "20*.*" every name that begins with 20.
+/// "*" is any text, "?" exactly one character; letters of Windows-1252 match in either case. A ".*"
+/// also matches where the name ends: "*.*" and "*.*.*" are every file, "20*.*" every name that
+/// begins with 20. A dot at the end of the pattern says that the name has none: "*." is every name
+/// without a dot, "name." the one without it.
 class FilePattern
 {
 public:
-    explicit FilePattern(QByteArray pattern);
+    explicit FilePattern(QByteArrayView pattern);
 
     /// name: UTF-8, of which "?" matches one character, not one byte; a byte that is no UTF-8
     /// counts as one.
     [[nodiscard]] bool matches(QByteArrayView name) const;
 
 private:
-    QByteArray pattern_;
-    QByteArray withoutDot_; // the pattern that a name without a dot may match too; null if none
+    bool wantsNoDot_;
+    QByteArray pattern_; // folded, without a dot at its end
 };
 
 } // namespace velmora

@@ -223,15 +223,24 @@ ProfileEdit ProfileText::edit(QByteArrayView section, QByteArrayView key,
                         : ProfileEdit{};
     }
     if (existing) {
-        const qsizetype length = existing->line.end - existing->valueBegin;
-        const bool same = QByteArrayView(bytes_).sliced(existing->valueBegin, length) == *value;
-        return same ? ProfileEdit{}
-                    : ProfileEdit{existing->valueBegin, length, value->toByteArray()};
+        return replaceValue(existing->line.end, existing->valueBegin, *value);
     }
     const QByteArray line = name.toByteArray() + '=' + value->toByteArray() + "\r\n";
     return where != nullptr
                ? insertLine(behindLastKey(bytes_, where->bodyBegin, where->bodyEnd), line)
                : appendSection(trimmedBlanks(section), line);
+}
+
+// The last line of the text may lack its end; it gets one with the value.
+ProfileEdit ProfileText::replaceValue(qsizetype lineEnd, qsizetype valueBegin,
+                                      QByteArrayView value) const
+{
+    const qsizetype length = lineEnd - valueBegin;
+    if (QByteArrayView(bytes_).sliced(valueBegin, length) == value) {
+        return {};
+    }
+    const bool isOpen = lineEnd == bytes_.size();
+    return {valueBegin, length, value.toByteArray() + (isOpen ? "\r\n" : "")};
 }
 
 ProfileEdit ProfileText::appendSection(QByteArrayView section, QByteArrayView line) const

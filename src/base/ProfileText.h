@@ -38,7 +38,8 @@ public:
 
     /// The change that gives a key this value, exactly as given, or takes the key out (no value). A
     /// new section goes to the end; a new key goes behind the last key of its section; a key that
-    /// exists keeps its place and spelling. Lines added end with CR LF.
+    /// exists keeps its place and spelling. Lines added end with CR LF, and so does a last line
+    /// without an end whose value is replaced.
     [[nodiscard]] ProfileEdit edit(QByteArrayView section, QByteArrayView key,
                                    std::optional<QByteArrayView> value) const;
 
@@ -51,6 +52,8 @@ private:
     };
 
     [[nodiscard]] const Section *find(QByteArrayView section) const;
+    [[nodiscard]] ProfileEdit replaceValue(qsizetype lineEnd, qsizetype valueBegin,
+                                           QByteArrayView value) const;
     [[nodiscard]] ProfileEdit appendSection(QByteArrayView section, QByteArrayView line) const;
     [[nodiscard]] ProfileEdit insertLine(qsizetype offset, const QByteArray &line) const;
 

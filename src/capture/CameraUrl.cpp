@@ -1,24 +1,44 @@
 #include "capture/CameraUrl.h"
 
+#include "base/AnsiText.h"
+
 #include <QRegularExpression>
 
 namespace velmora {
 namespace {
 
-// Blanks, control characters and letters beyond ASCII may not stand in a request.
-QByteArray percentEncoded(const QString &url)
+bool isPrintable(char byte)
 {
     constexpr char kFirstPrintable = 0x21;
     constexpr char kLastPrintable = 0x7E;
+    return byte >= kFirstPrintable && byte <= kLastPrintable;
+}
+
+// Blanks, control characters and bytes beyond ASCII may not stand in a request. also: another
+// character that is not to mean what it says.
+QByteArray percentEncoded(const QByteArray &bytes, char also = ' ')
+{
     QByteArray encoded;
-    for (const char byte : url.toUtf8()) {
-        if (byte >= kFirstPrintable && byte <= kLastPrintable) {
+    for (const char byte : bytes) {
+        if (isPrintable(byte) && byte != also) {
             encoded += byte;
         } else {
             encoded += '%' + QByteArray(1, byte).toHex().toUpper();
         }
     }
     return encoded;
+}
+
+QByteArray percentEncoded(const QString &url)
+{
+    return percentEncoded(url.toUtf8());
+}
+
+// The path of an old address to its end: a "#" ends it no more than anything else does, and the
+// bytes are those of the code page in which the address is stored.
+QByteArray oldPath(const QString &path)
+{
+    return percentEncoded(fitsAnsi(path) ? toAnsi(path) : path.toUtf8(), '#');
 }
 
 bool isJpg(const QString &url)
@@ -39,7 +59,13 @@ QString withoutSchemes(QString url)
 QByteArray http10Url(const QString &address)
 {
     const QString url = withoutSchemes(address);
-    return url.indexOf(u'/') > 0 ? percentEncoded(QStringLiteral("http://") + url) : QByteArray();
+    const qsizetype path = url.indexOf(u'/');
+    if (path <= 0) {
+        return {};
+    }
+    const QString tail = url.sliced(path);
+    return "http://" + percentEncoded(url.first(path)) +
+           (isJpg(address) ? oldPath(tail) : percentEncoded(tail));
 }
 
 // "h" and "h?a" as "h/" and "h/?a".

@@ -12,7 +12,8 @@ namespace velmora {
 [[nodiscard]] QString expandTemplate(const QString &url);
 
 /// How an address is fetched. One that ends in ".JPG", in any case, goes out as HTTP/1.0 without
-/// its scheme, to port 80 unless the host names another; any other goes out as written.
+/// its scheme, to port 80 unless the host names another; its path goes to the end, a "#" in it and
+/// all, and beyond ASCII in bytes of Windows-1252. Any other goes out as written.
 [[nodiscard]] HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit);
 
 /// How an address is fetched for the live view: as HTTP/1.0 without its scheme, to port 80 unless

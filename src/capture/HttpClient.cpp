@@ -126,12 +126,12 @@ void setFormOptions(Transfer &transfer, const HttpRequest &request)
     curl_easy_setopt(easy, CURLOPT_HTTPHEADER, transfer.headers.get());
 }
 
-// A header of the last response, after any redirects.
+// A header of the last response, after any redirects; one that says nothing is none.
 QString headerText(CURL *easy, const char *name)
 {
     curl_header *header = nullptr;
     const bool sent = curl_easy_header(easy, name, 0, CURLH_HEADER, -1, &header) == CURLHE_OK;
-    return sent ? QString::fromLatin1(header->value) : QString();
+    return sent ? QString::fromLatin1(header->value).trimmed() : QString();
 }
 
 QString failureText(CURLcode code, long status)

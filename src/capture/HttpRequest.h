@@ -33,7 +33,7 @@ struct HttpReply
 {
     FetchOutcome outcome = FetchOutcome::Failed;
     QByteArray body;
-    QString lastModified; // header text, empty when the server sent none
+    QString lastModified; // header text, empty when the server sent none or a blank one
     QString contentType;
     std::chrono::milliseconds duration{0};
     QString failure; // why it failed, for people, without credentials

@@ -91,6 +91,13 @@ TEST(ProfileText, EndsAnOpenLastLineFirst)
     EXPECT_EQ(set("a=1", "s", "k", "v"), QByteArray("a=1\r\n[s]\r\nk=v\r\n"));
 }
 
+TEST(ProfileText, EndsAnOpenLastLineWhoseValueItReplaces)
+{
+    EXPECT_EQ(set("[s]\na=1\nb=2", "s", "b", "x"), QByteArray("[s]\na=1\nb=x\r\n"));
+    EXPECT_EQ(set("[s]\nb=", "s", "b", "x"), QByteArray("[s]\nb=x\r\n"));
+    EXPECT_EQ(set("[s]\nb=2", "s", "b", "2"), QByteArray("[s]\nb=2")); // nothing to write
+}
+
 TEST(ProfileText, KeepsTheLineEndsOfOthers)
 {
     EXPECT_EQ(set("[s]\na=1\nb=2\r[t]\r", "s", "a", "x"), QByteArray("[s]\na=x\nb=2\r[t]\r"));

@@ -31,6 +31,17 @@ TEST_F(HttpClientTest, LeavesDateAndTypeEmptyWhenNoneIsSent)
     EXPECT_EQ(reply.contentType, QString());
 }
 
+TEST_F(HttpClientTest, TakesAnEmptyOrBlankDateForNone)
+{
+    for (const QByteArray header : {"Last-Modified:\r\n", "Last-Modified: \r\n",
+                                    "Last-Modified: \t  \r\n", "Last-Modified: \t\xA0 \r\n"}) {
+        camera_.answer("/snap", picture(10, header));
+        const HttpReply reply = fetch(camera_.url("/snap"));
+        EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
+        EXPECT_EQ(reply.lastModified, QString()) << header.toStdString();
+    }
+}
+
 TEST_F(HttpClientTest, FindsTheDateWhateverTheCaseOfItsName)
 {
     camera_.answer("/snap", picture(10, "LAST-modified: today\r\n"));

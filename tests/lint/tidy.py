@@ -1,8 +1,8 @@
 """Runs clang-tidy over the program's own sources: tidy.py SOURCE_FOLDER BUILD_FOLDER.
 
-Nearly all of its time goes into the toolkit's headers, so sources of a layer are read several at once, as one unit
-that includes them; only those whose local names do not meet. A unit whose sources, headers and configuration are as
-they were when it last passed is not read again.
+Nearly all of its time goes into the toolkit's headers, so many sources are read at once, as one unit that includes
+them: those whose local names do not meet, of all the layers without windows together, of each other layer alone. A unit
+whose sources, headers and configuration are as they were when it last passed is not read again.
 """
 
 import hashlib
@@ -14,7 +14,8 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-MOST = 10  # sources of a unit
+MOST = 30  # sources of a unit
+WINDOWS = ("ui", "app")  # their compile commands alone see what was generated for them
 
 
 def fingerprint(root):
@@ -33,31 +34,46 @@ def local_names(source):
     lines = [line for line in blocks.splitlines() if line[:1].isalpha() and not line.startswith(no_names)]
     bare = [re.sub(r"<[^<>]*>|\w+::| final\b", "", line) for line in lines]
     found = [re.search(r"(\w+)\s*(?:$|[({=;:\[])", line) for line in bare]
-    return {match.group(1) for match in found if match}
+    aliases = re.findall(r"^using (\w+) =", blocks, re.M)
+    return {match.group(1) for match in found if match} | set(aliases)
+
+
+def room(source):
+    """What its unit is compiled as: a layer with windows, or the topmost of those without, which sees all of them."""
+    layer = Path(source).parent.name
+    return layer if layer in WINDOWS else ""
 
 
 def units(sources):
-    """Sources of one layer each, as few units as their local names allow."""
+    """As few units as the sources' local names allow."""
     found = []
     for source in sources:
         names = local_names(source)
         for unit in found:
-            if unit["layer"] == Path(source).parent and len(unit["sources"]) < MOST and not unit["names"] & names:
+            if unit["room"] == room(source) and len(unit["sources"]) < MOST and not unit["names"] & names:
                 break
         else:
-            unit = {"layer": Path(source).parent, "sources": [], "names": set()}
+            unit = {"room": room(source), "sources": [], "names": set()}
             found.append(unit)
         unit["sources"].append(source)
         unit["names"] |= names
     return [unit["sources"] for unit in found]
 
 
-def write_unit(number, sources, commands, folder):
-    """The compile command of a file that includes the sources."""
+def topmost(root, sources):
+    """A source of the highest layer without windows; the build names the layers from the lowest up."""
+    listed = re.findall(r"^add_subdirectory\((\w+)\)", Path(root, "src", "CMakeLists.txt").read_text(), re.M)
+    top = [layer for layer in listed if layer not in WINDOWS][-1]
+    return next(source for source in sources if Path(source).parent.name == top)
+
+
+def write_unit(number, sources, commands, top, folder):
+    """The compile command of a file that includes the sources. top: a source of the topmost layer without windows."""
     path = folder / f"unit{number}.cpp"
     path.write_text("".join(f'#include "{s}" // NOLINT(bugprone-suspicious-include)\n' for s in sources))
-    command = commands[sources[0]]
-    words = command["command"].replace(sources[0], str(path))
+    model = sources[0] if room(sources[0]) else top
+    command = commands[model]
+    words = command["command"].replace(model, str(path))
     return {"directory": command["directory"], "command": words, "file": str(path)}
 
 
@@ -86,7 +102,8 @@ def main():
     passed = Path(build, "tidy")
     passed.mkdir(exist_ok=True)
     work = units(own)
-    written = [write_unit(number, sources, commands, passed) for number, sources in enumerate(work)]
+    top = topmost(root, own)
+    written = [write_unit(number, sources, commands, top, passed) for number, sources in enumerate(work)]
     Path(passed, "compile_commands.json").write_text(json.dumps(written), encoding="utf-8")
     digest = fingerprint(root)
     with ThreadPoolExecutor(os.cpu_count()) as pool:

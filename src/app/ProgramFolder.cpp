@@ -5,6 +5,9 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace velmora {
 namespace {
 
@@ -40,6 +43,14 @@ QString dataHome()
     return QDir::isAbsolutePath(told) ? told : QDir::homePath() + QStringLiteral("/.local/share");
 }
 
+bool isOwnFolder(const QString &folder)
+{
+    struct stat info = {};
+    return QDir::isAbsolutePath(folder) &&
+           ::stat(QFile::encodeName(folder).constData(), &info) == 0 && S_ISDIR(info.st_mode) &&
+           info.st_uid == ::geteuid() && (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
 } // namespace
 
 QString programFolder(const ProgramPlace &place)
@@ -58,6 +69,17 @@ ProgramPlace currentPlace(const QString &requestedByOption)
                                   ? qEnvironmentVariable("VELMORA_PROGRAM_FOLDER")
                                   : requestedByOption;
     return {requested, QCoreApplication::applicationDirPath(), dataHome()};
+}
+
+QString runtimeFolder()
+{
+    for (const QString &folder : {qEnvironmentVariable("XDG_RUNTIME_DIR"),
+                                  QStringLiteral("/run/user/") + QString::number(::geteuid())}) {
+        if (isOwnFolder(folder)) {
+            return folder;
+        }
+    }
+    return {};
 }
 
 } // namespace velmora

@@ -22,4 +22,9 @@ struct ProgramPlace
 /// The place of this process.
 [[nodiscard]] ProgramPlace currentPlace(const QString &requestedByOption);
 
+/// The folder in which the system lets this user keep sockets and locks until the session ends:
+/// that of the environment, else the usual one; never one that others could write to. Native path,
+/// empty when there is none.
+[[nodiscard]] QString runtimeFolder();
+
 } // namespace velmora

@@ -1,28 +1,70 @@
 #include "app/SingleInstance.h"
 
-#include <QCryptographicHash>
-#include <QLocalSocket>
+#include "app/ProgramFolder.h"
 
-#include <unistd.h>
+#include <QCryptographicHash>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLocalSocket>
+#include <QThread>
+
+#include <sys/stat.h>
 
 namespace velmora {
 namespace {
 
 constexpr int kWaitMs = 2000;
+constexpr mode_t kUserAlone = 0600;
+constexpr unsigned long kLookAgainMs = 20;
+constexpr qsizetype kLongestSocketPath = 90; // of the 107 bytes that the system takes
 
-QString socketName(const QString &programFolder)
+QString lockPath(const QString &programFolder)
 {
-    const QByteArray key = QByteArray::number(::getuid()) + ':' + programFolder.toUtf8();
-    return QStringLiteral("velmora-") +
-           QString::fromLatin1(QCryptographicHash::hash(key, QCryptographicHash::Sha1).toHex());
+    return programFolder + QStringLiteral("/Velmora.lock");
+}
+
+// A name in a folder that serves several program folders.
+QString nameFor(const QString &programFolder)
+{
+    const QByteArray hash =
+        QCryptographicHash::hash(programFolder.toUtf8(), QCryptographicHash::Sha1);
+    return QStringLiteral("/velmora-") + QString::fromLatin1(hash.toHex().first(16));
+}
+
+// Empty where there is no folder for it.
+QString fallbackPath(const QString &programFolder)
+{
+    const QString folder = runtimeFolder();
+    return folder.isEmpty() ? QString() : folder + nameFor(programFolder) + QStringLiteral(".lock");
+}
+
+// Native path of the socket by which the first one is called; empty where there is no place for it.
+QString socketPath(const QString &programFolder)
+{
+    const QString folder = runtimeFolder();
+    const QString path = folder + nameFor(programFolder);
+    const bool fits = QFile::encodeName(path).size() <= kLongestSocketPath;
+    return folder.isEmpty() || !fits ? QString() : path;
+}
+
+// The answer to the call is that the first one hangs up.
+bool callFirst(const QByteArray &socketPath)
+{
+    if (socketPath.isEmpty()) {
+        return false;
+    }
+    QLocalSocket socket;
+    socket.connectToServer(QFile::decodeName(socketPath));
+    return socket.waitForConnected(kWaitMs) && (socket.state() == QLocalSocket::UnconnectedState ||
+                                                socket.waitForDisconnected(kWaitMs));
 }
 
 } // namespace
 
 SingleInstance::SingleInstance(const QString &programFolder)
-    : name_(socketName(programFolder))
+    : folder_(programFolder)
 {
-    server_.setSocketOptions(QLocalServer::AbstractNamespaceOption);
+    server_.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&server_, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket *const caller = server_.nextPendingConnection()) {
             connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
@@ -32,24 +74,69 @@ SingleInstance::SingleInstance(const QString &programFolder)
     });
 }
 
-bool SingleInstance::claim()
+// One that is just starting or just ending is asked again: then it has its socket, or has gone.
+Claim SingleInstance::claim(Front front)
 {
-    if (server_.listen(name_)) {
-        return true;
+    const QString socket = front == Front::Windows ? socketPath(folder_) : QString();
+    QElapsedTimer waited;
+    waited.start();
+    while (takeLock(QFile::encodeName(socket)) == LockOutcome::HeldByAnother) {
+        if (front == Front::None || holder_.note.isEmpty() || waited.hasExpired(kWaitMs)) {
+            return Claim::Refused;
+        }
+        if (callFirst(holder_.note)) {
+            return Claim::Called;
+        }
+        QThread::msleep(kLookAgainMs);
     }
-    callFirst();
-    return false;
+    if (!socket.isEmpty()) {
+        listen(socket);
+    }
+    return Claim::First;
 }
 
-// The answer to the call is that the first one hangs up.
-void SingleInstance::callFirst() const
+LockOutcome SingleInstance::takeLock(const QByteArray &note)
 {
-    QLocalSocket socket;
-    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    socket.connectToServer(name_);
-    if (socket.waitForConnected(kWaitMs)) {
-        socket.waitForDisconnected(kWaitMs);
+    lock_ = std::make_unique<LockFile>(lockPath(folder_));
+    LockAttempt attempt = lock_->take(note);
+    if (attempt.outcome == LockOutcome::Impossible) {
+        attempt = takeFallback(note, attempt.error);
     }
+    holder_ = attempt.holder;
+    return attempt.outcome;
+}
+
+LockAttempt SingleInstance::takeFallback(const QByteArray &note, std::error_code reason)
+{
+    trouble_ = QStringLiteral("The program folder %1 cannot be locked by the file Velmora.lock in "
+                              "it (%2). The program runs, but its settings may not be kept there, "
+                              "and others may run beside it.")
+                   .arg(folder_, QString::fromStdString(reason.message()));
+    const QString path = fallbackPath(folder_);
+    if (path.isEmpty()) {
+        return {};
+    }
+    lock_ = std::make_unique<LockFile>(path);
+    return lock_->take(note);
+}
+
+// The lock is held, so a socket that is there is what a killed run left.
+void SingleInstance::listen(const QString &socket)
+{
+    QLocalServer::removeServer(socket);
+    // Failing, later starts are told that this process runs.
+    if (server_.listen(socket)) {
+        ::chmod(QFile::encodeName(socket).constData(), kUserAlone);
+    }
+}
+
+std::optional<pid_t> processOn(const QString &programFolder)
+{
+    std::optional<LockHolder> holder = lockHolder(lockPath(programFolder));
+    if (!holder) {
+        holder = lockHolder(fallbackPath(programFolder));
+    }
+    return holder ? std::optional(holder->process) : std::nullopt;
 }
 
 } // namespace velmora

@@ -22,6 +22,7 @@ using namespace velmora;
 
 constexpr int kUsageStatus = 2;
 constexpr int kNoStorageStatus = 1;
+constexpr int kTakenStatus = 1;
 
 template <typename... Handlers>
 struct Overloaded : Handlers...
@@ -76,10 +77,30 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool h
     return application;
 }
 
+int leaveToOther(Claim claim, pid_t holder)
+{
+    const QString text = QStringLiteral("already running with this program folder, as %1")
+                             .arg(holder > 0 ? QStringLiteral("process %1").arg(holder)
+                                             : QStringLiteral("another process"));
+    if (claim == Claim::Refused) {
+        return fail(text, kTakenStatus);
+    }
+    QTextStream(stdout) << "Velmora is " << text << ". Its window comes to the front." << Qt::endl;
+    return 0;
+}
+
+void tellTrouble(CaptureEngine &engine, const SingleInstance &instance)
+{
+    if (!instance.trouble().isEmpty()) {
+        engine.problems().warn(instance.trouble());
+    }
+}
+
 int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher,
-                          std::optional<int> passes)
+                          const SingleInstance &instance, std::optional<int> passes)
 {
     HeadlessCapture capture(engine, passes);
+    tellTrouble(engine, instance);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
     return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;
 }
@@ -92,6 +113,7 @@ int runWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, SingleInstan
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
     QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
     program.start();
+    tellTrouble(engine, instance);
     return QApplication::exec();
 }
 
@@ -110,16 +132,16 @@ int run(int argc, char **argv, const RunRequest &request)
         return fail(QStringLiteral("the program folder cannot be made"), 1);
     }
     SingleInstance instance(folder);
-    if (!instance.claim()) {
-        QTextStream(stdout) << "Velmora is already running with this program folder." << Qt::endl;
-        return 0;
+    const Claim claim = instance.claim(request.headless ? Front::None : Front::Windows);
+    if (claim != Claim::First) {
+        return leaveToOther(claim, instance.holder());
     }
     SignalWatcher signalWatcher;
     prepareSettings(folder, qEnvironmentVariable("windir"));
     SystemClock clock;
     HttpClient http;
     CaptureEngine engine(folder, clock, http);
-    return request.headless ? captureWithoutWindows(engine, signalWatcher, request.passes)
+    return request.headless ? captureWithoutWindows(engine, signalWatcher, instance, request.passes)
                             : runWindows(engine, signalWatcher, instance);
 }
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <sys/stat.h>
 
 namespace velmora::test {
 namespace {
@@ -124,6 +125,21 @@ TEST(ProgramPlace, TakesTheDataFolderOfTheUserFromTheEnvironmentWhenItIsAbsolute
     for (const auto &[variable, folder] : folders) {
         const ScopedEnv data("XDG_DATA_HOME", variable);
         EXPECT_EQ(currentPlace({}).dataHome, folder) << variable.toStdString();
+    }
+}
+
+TEST(RuntimeFolder, IsTheUsersOwnAndNoOther)
+{
+    const TempTree tree;
+    tree.makeFolder(u"open");
+    ASSERT_EQ(::chmod(QFile::encodeName(tree.path(u"open")).constData(), 0777), 0);
+    const ScopedEnv own("XDG_RUNTIME_DIR", QFile::encodeName(tree.path()));
+    EXPECT_EQ(runtimeFolder(), tree.path());
+    const QString usual = QStringLiteral("/run/user/");
+    for (const QString &refused : {tree.path(u"open"), tree.path(u"missing"), QStringLiteral("."),
+                                   QStringLiteral(""), QStringLiteral("/dev/null")}) {
+        const ScopedEnv told("XDG_RUNTIME_DIR", QFile::encodeName(refused));
+        EXPECT_TRUE(runtimeFolder().isEmpty() || runtimeFolder().startsWith(usual));
     }
 }
 

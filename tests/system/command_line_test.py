@@ -1,6 +1,10 @@
 """What the program answers to its options, where it takes its folder and its settings from, and what it
 says when it cannot start."""
 
+import hashlib
+import os
+import socket
+import subprocess
 import unittest
 
 import house
@@ -148,27 +152,85 @@ class StartTest(unittest.TestCase):
         run = self.house.capture("--passes", "2")
         self.assertEqual([f"pass {n}: 0 stored, 0 failed, 0 unchanged" for n in (1, 2)], run.out)
 
-    def expect_second_start_to_leave(self, env):
+    def start_first(self, *options, env=None):
         self.house.write_settings(*self.sections)
-        first = self.house.start(*([] if env else ["--capture"]), env=env)
+        first = self.house.start(*options, env=env)
         until(lambda: self.house.images(self.url), 30, lambda: f"an image ({first.report()})")
-        for options in (["--capture"], ["--capture", "--passes", "1"], [] if env else ["--capture"]):
-            second = self.house.start(*options, env=env)
-            self.assertEqual(0, second.wait(20), second.report())
-            self.assertIn("already running", "\n".join(second.out))
+        return first
+
+    def expect_refused_beside(self, first, *options, env=None):
+        second = self.house.start(*options, env=env)
+        self.assertEqual(1, second.wait(20), second.report())
+        self.assertEqual([], second.out)
+        self.assertEqual(1, len(second.err), second.report())
+        self.assertIn("already running", second.err[0])
+        self.assertRegex(second.err[0], rf"process {first.process.pid}\b")
+
+    def expect_undisturbed(self, first):
         self.assertTrue(first.runs)
         self.assertEqual(1, self.server.count("/camera.jpg"))
         first.terminate()
         self.assertEqual(0, first.wait(30), first.report())
         self.assertEqual(2, self.server.count("/camera.jpg"))
+        self.assertFalse((self.house.root / "Velmora.lock").exists())
 
     def test_leaves_a_folder_to_the_program_that_runs_on_it(self):
-        self.expect_second_start_to_leave({})
+        first = self.start_first("--capture")
+        self.expect_refused_beside(first, "--capture")
+        self.expect_refused_beside(first, "--capture", "--passes", "1")
+        self.expect_undisturbed(first)
+
+    def test_does_not_bring_up_windows_that_the_other_does_not_have(self):
+        env = self.display()
+        first = self.start_first("--capture")
+        self.expect_refused_beside(first, env=env)
+        self.expect_undisturbed(first)
 
     def test_leaves_a_folder_to_the_windows_that_run_on_it(self):
+        env = self.display()
+        first = self.start_first(env=env)
+        self.expect_refused_beside(first, "--capture", env=env)
+        second = self.house.start(env=env)
+        self.assertEqual(0, second.wait(20), second.report())
+        self.assertIn(f"already running with this program folder, as process {first.process.pid}.", second.out[0])
+        self.expect_undisturbed(first)
+
+    def test_a_socket_of_the_former_name_shuts_nobody_out(self):
+        key = f"{os.getuid()}:{self.house.root}".encode()
+        taken = socket.socket(socket.AF_UNIX)
+        self.addCleanup(taken.close)
+        taken.bind("\0velmora-" + hashlib.sha1(key).hexdigest())
+        taken.listen()
+        self.house.write_settings(*self.sections)
+        self.house.capture("--passes", "1")
+        self.assertEqual(1, len(self.house.images(self.url)))
+
+    def test_holds_across_network_name_spaces(self):
+        first = self.start_first("--capture")
+        command = [*self.other_network(), VELMORA, "--program-folder", self.house.root, "--capture"]
+        second = self.house.start_command(command)
+        self.assertEqual(1, second.wait(20), second.report())
+        self.assertRegex(second.err[0], rf"process {first.process.pid}\b")
+        self.expect_undisturbed(first)
+
+    def other_network(self):
+        """What is written before a command to run it in a network of its own; nothing where that is not allowed."""
+        for options in (["-n"], ["-rn"]):
+            if subprocess.run(["unshare", *options, "true"], check=False, stderr=subprocess.DEVNULL).returncode == 0:
+                return ["unshare", *options]
+        return []
+
+    def test_a_killed_run_leaves_the_folder_free(self):
+        first = self.start_first("--capture")
+        first.kill()
+        self.assertTrue((self.house.root / "Velmora.lock").exists())
+        self.house.capture("--passes", "1")
+        self.assertFalse((self.house.root / "Velmora.lock").exists())
+
+    def display(self):
         display = Display()
         self.addCleanup(display.close)
-        self.expect_second_start_to_leave(display.environment())
+        return display.environment()
 
     def test_runs_beside_one_on_another_folder(self):
         other = House(self)

@@ -1,0 +1,170 @@
+#include "base/LockFile.h"
+
+#include "base/SystemCalls.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+constexpr mode_t kHolderAlone = 0600;
+constexpr int kCommonFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+constexpr int kAttempts = 100; // against holders that come and go at the same moment
+constexpr qsizetype kMostBytes = 4096;
+constexpr int kLooks = 20; // for what a holder writes just after it has taken the lock
+constexpr int kLookAgainMs = 10;
+
+struct flock wholeFile()
+{
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    return lock;
+}
+
+QByteArray folderOf(const QByteArray &path)
+{
+    return path.first(path.lastIndexOf('/') + 1) + '.';
+}
+
+// What a stranger has put there would let him shut everybody out, and writing into a second name of
+// some other file would destroy that.
+bool isTrusted(int file, const QByteArray &path)
+{
+    struct stat info = {};
+    struct stat folder = {};
+    if (::fstat(file, &info) != 0 || !S_ISREG(info.st_mode) || info.st_nlink > 1) {
+        return false;
+    }
+    return info.st_uid == ::geteuid() ||
+           (::stat(folderOf(path).constData(), &folder) == 0 && folder.st_uid == info.st_uid);
+}
+
+// False when the file was taken away, by the last holder, between opening and locking it.
+bool standsUnderItsName(int file, const QByteArray &path)
+{
+    struct stat mine = {};
+    struct stat there = {};
+    return ::fstat(file, &mine) == 0 && ::lstat(path.constData(), &there) == 0 &&
+           mine.st_dev == there.st_dev && mine.st_ino == there.st_ino;
+}
+
+LockHolder readHolder(int file)
+{
+    QByteArray text(kMostBytes, Qt::Uninitialized);
+    const ssize_t count = ::pread(file, text.data(), static_cast<std::size_t>(kMostBytes), 0);
+    const QList<QByteArray> lines = text.first(qMax<ssize_t>(count, 0)).split('\n');
+    return {lines.first().toInt(), lines.value(1)};
+}
+
+// A holder that was killed leaves its number behind, and the next one writes its own just after it
+// has taken the lock; a process of another container is not seen from here.
+LockHolder awaitHolder(int file)
+{
+    LockHolder holder = readHolder(file);
+    for (int look = 1; look < kLooks; ++look) {
+        if (holder.process > 0 && (::kill(holder.process, 0) == 0 || errno == EPERM)) {
+            break;
+        }
+        ::poll(nullptr, 0, kLookAgainMs);
+        holder = readHolder(file);
+    }
+    return holder;
+}
+
+// That it cannot be written costs others the number of this process, not the lock.
+void tellOthers(int file, const QByteArray &note)
+{
+    const QByteArray text = QByteArray::number(::getpid()) + '\n' + note + '\n';
+    static_cast<void>(::fchmod(file, kHolderAlone));
+    static_cast<void>(::ftruncate(file, 0));
+    static_cast<void>(::pwrite(file, text.constData(), static_cast<std::size_t>(text.size()), 0));
+}
+
+// A file made just now is this process's own, whatever owner its file system gives it.
+struct Opened
+{
+    UniqueFd file;
+    bool isTrusted;
+};
+
+Opened openOrMake(const QByteArray &path)
+{
+    UniqueFd made(::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | kCommonFlags, kHolderAlone));
+    if (made || errno != EEXIST) {
+        return {std::move(made), true};
+    }
+    UniqueFd found(::open(path.constData(), O_RDWR | kCommonFlags));
+    const int error = errno;
+    const bool trusted = found && isTrusted(found.get(), path);
+    errno = error;
+    return {std::move(found), trusted};
+}
+
+bool isHeld(std::error_code error)
+{
+    return error == std::errc::resource_unavailable_try_again ||
+           error == std::errc::permission_denied;
+}
+
+} // namespace
+
+LockFile::LockFile(const QString &path)
+    : path_(QFile::encodeName(path))
+{
+}
+
+LockFile::~LockFile()
+{
+    if (file_ && standsUnderItsName(file_->get(), path_)) {
+        ::unlink(path_.constData()); // while it is locked: whoever opened it meanwhile looks again
+    }
+}
+
+LockAttempt LockFile::take(const QByteArray &note)
+{
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        Opened opened = openOrMake(path_);
+        if (!opened.file && errno == ENOENT && attempt + 1 < kAttempts) {
+            continue; // gone between the two ways of opening it, or its folder is missing
+        }
+        if (!opened.file) {
+            return {LockOutcome::Impossible, {}, lastError()};
+        }
+        if (!opened.isTrusted) {
+            return {LockOutcome::Impossible, {}, std::make_error_code(std::errc::file_exists)};
+        }
+        struct flock lock = wholeFile();
+        if (::fcntl(opened.file.get(), F_OFD_SETLK, &lock) != 0) {
+            const std::error_code error = lastError();
+            return isHeld(error)
+                       ? LockAttempt{LockOutcome::HeldByAnother, awaitHolder(opened.file.get()), {}}
+                       : LockAttempt{LockOutcome::Impossible, {}, error};
+        }
+        if (standsUnderItsName(opened.file.get(), path_)) {
+            tellOthers(opened.file.get(), note);
+            file_.emplace(std::move(opened.file));
+            return {LockOutcome::Taken, {}, {}};
+        }
+    }
+    return {LockOutcome::Impossible, {}, std::make_error_code(std::errc::device_or_resource_busy)};
+}
+
+std::optional<LockHolder> lockHolder(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    const UniqueFd file(::open(name.constData(), O_RDONLY | kCommonFlags));
+    struct flock lock = wholeFile();
+    const bool isLocked = file && isTrusted(file.get(), name) &&
+                          ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    return isLocked ? std::optional(awaitHolder(file.get())) : std::nullopt;
+}
+
+} // namespace velmora

@@ -1,0 +1,184 @@
+// A lock on a file: who has it, who is told of whom, and what in its place is left alone.
+#include "base/LockFile.h"
+
+#include "support/TempTree.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <csignal>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+using test::TempTree;
+
+class LockFileTest : public testing::Test
+{
+protected:
+    [[nodiscard]] QString path() const { return tree.path(u"a.lock"); }
+
+    [[nodiscard]] QByteArray nativePath() const { return QFile::encodeName(path()); }
+
+    [[nodiscard]] mode_t mode() const
+    {
+        struct stat info = {};
+        EXPECT_EQ(::stat(nativePath().constData(), &info), 0);
+        return info.st_mode & 07777;
+    }
+
+    TempTree tree;
+};
+
+TEST_F(LockFileTest, IsTakenByTheFirst)
+{
+    LockFile lock(path());
+    EXPECT_EQ(lock.take("note").outcome, LockOutcome::Taken);
+    EXPECT_EQ(tree.read(u"a.lock"), QByteArray::number(::getpid()) + "\nnote\n");
+}
+
+TEST_F(LockFileTest, TellsTheSecondWhoHasIt)
+{
+    LockFile first(path());
+    ASSERT_EQ(first.take("here I am").outcome, LockOutcome::Taken);
+    LockFile second(path());
+    const LockAttempt attempt = second.take({});
+    EXPECT_EQ(attempt.outcome, LockOutcome::HeldByAnother);
+    EXPECT_EQ(attempt.holder.process, ::getpid());
+    EXPECT_EQ(attempt.holder.note, QByteArray("here I am"));
+}
+
+TEST_F(LockFileTest, IsGivenUpWithItsHolderAndItsFileGoes)
+{
+    {
+        LockFile first(path());
+        ASSERT_EQ(first.take({}).outcome, LockOutcome::Taken);
+    }
+    EXPECT_EQ(tree.files(), QStringList());
+    LockFile second(path());
+    EXPECT_EQ(second.take({}).outcome, LockOutcome::Taken);
+}
+
+TEST_F(LockFileTest, StaysWithTheFirstWhenTheSecondGoes)
+{
+    LockFile first(path());
+    ASSERT_EQ(first.take({}).outcome, LockOutcome::Taken);
+    {
+        LockFile second(path());
+        ASSERT_EQ(second.take({}).outcome, LockOutcome::HeldByAnother);
+    }
+    EXPECT_TRUE(lockHolder(path()).has_value());
+}
+
+TEST_F(LockFileTest, OfAKilledProcessIsFree)
+{
+    std::array<int, 2> ends = {};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        LockFile lock(path());
+        const char byte = lock.take({}).outcome == LockOutcome::Taken ? 'y' : 'n';
+        static_cast<void>(::write(ends[1], &byte, 1));
+        ::pause();
+    }
+    char byte = 0;
+    ASSERT_EQ(::read(ends[0], &byte, 1), 1);
+    ASSERT_EQ(byte, 'y');
+    LockFile lock(path());
+    const LockAttempt attempt = lock.take({});
+    EXPECT_EQ(attempt.outcome, LockOutcome::HeldByAnother);
+    EXPECT_EQ(attempt.holder.process, child);
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    ::close(ends[0]);
+    ::close(ends[1]);
+    EXPECT_FALSE(lockHolder(path()).has_value());
+    EXPECT_EQ(lock.take({}).outcome, LockOutcome::Taken);
+}
+
+TEST_F(LockFileTest, IsForItsHolderAlone)
+{
+    tree.write(u"a.lock", "left over, and longer than what comes\n");
+    ASSERT_EQ(::chmod(nativePath().constData(), 0666), 0);
+    const mode_t before = ::umask(0);
+    LockFile lock(path());
+    const LockAttempt attempt = lock.take({});
+    ::umask(before);
+    EXPECT_EQ(attempt.outcome, LockOutcome::Taken);
+    EXPECT_EQ(mode(), 0600U);
+    EXPECT_EQ(tree.read(u"a.lock"), QByteArray::number(::getpid()) + "\n\n");
+}
+
+TEST_F(LockFileTest, FollowsNoLink)
+{
+    tree.write(u"precious", "text");
+    ASSERT_TRUE(QFile::link(tree.path(u"precious"), path()));
+    LockFile lock(path());
+    EXPECT_EQ(lock.take({}).outcome, LockOutcome::Impossible);
+    EXPECT_EQ(tree.read(u"precious"), QByteArray("text"));
+}
+
+TEST_F(LockFileTest, WritesIntoNoSecondNameOfAFile)
+{
+    tree.write(u"precious", "text");
+    ASSERT_EQ(
+        ::link(QFile::encodeName(tree.path(u"precious")).constData(), nativePath().constData()), 0);
+    LockFile lock(path());
+    EXPECT_EQ(lock.take({}).outcome, LockOutcome::Impossible);
+    EXPECT_EQ(tree.read(u"precious"), QByteArray("text"));
+}
+
+TEST_F(LockFileTest, TrustsNoFileOfAStranger)
+{
+    constexpr uid_t kStranger = 54321;
+    tree.write(u"a.lock", "1\n");
+    if (::geteuid() == 0) { // nobody else can give files away
+        ASSERT_EQ(::chown(nativePath().constData(), kStranger, kStranger), 0);
+        LockFile lock(path());
+        EXPECT_EQ(lock.take({}).outcome, LockOutcome::Impossible);
+        EXPECT_FALSE(lockHolder(path()).has_value());
+    }
+}
+
+TEST_F(LockFileTest, WaitsForNoPipe)
+{
+    ASSERT_EQ(::mkfifo(nativePath().constData(), 0600), 0);
+    LockFile lock(path());
+    EXPECT_EQ(lock.take({}).outcome, LockOutcome::Impossible);
+    EXPECT_FALSE(lockHolder(path()).has_value());
+}
+
+TEST_F(LockFileTest, IsImpossibleInAMissingFolder)
+{
+    LockFile lock(tree.path(u"missing/a.lock"));
+    const LockAttempt attempt = lock.take({});
+    EXPECT_EQ(attempt.outcome, LockOutcome::Impossible);
+    EXPECT_EQ(attempt.error, std::errc::no_such_file_or_directory);
+}
+
+TEST_F(LockFileTest, AFileThatNobodyHoldsHasNoHolder)
+{
+    tree.write(u"a.lock", "1\n");
+    EXPECT_FALSE(lockHolder(path()).has_value());
+    EXPECT_FALSE(lockHolder(tree.path(u"missing")).has_value());
+}
+
+TEST_F(LockFileTest, AskingForTheHolderDisturbsNobody)
+{
+    LockFile lock(path());
+    ASSERT_EQ(lock.take("n").outcome, LockOutcome::Taken);
+    for (int i = 0; i < 3; ++i) {
+        const std::optional<LockHolder> holder = lockHolder(path());
+        ASSERT_TRUE(holder.has_value());
+        EXPECT_EQ(holder->process, ::getpid());
+        EXPECT_EQ(holder->note, QByteArray("n"));
+    }
+}
+
+} // namespace
+} // namespace velmora

@@ -1,6 +1,6 @@
 #include "app/CaptureEngine.h"
 
-#include "base/FileWriter.h"
+#include "base/WorkFile.h"
 
 namespace velmora {
 

@@ -1,9 +1,6 @@
 #include "base/FileCopy.h"
 
-#include "base/Folders.h"
 #include "base/SystemCalls.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <cerrno>
@@ -20,12 +17,6 @@ namespace {
 
 constexpr unsigned kRights = 0777;
 constexpr qint64 kBufferBytes = qint64{256} * 1024;
-
-// What a file system answers that cannot keep a file without a name.
-bool meansNoUnnamedFiles(int error)
-{
-    return error == EOPNOTSUPP || error == EISDIR || error == EINVAL;
-}
 
 // What is answered where the bytes must pass through the program.
 bool meansNoCopyOfItsOwn(int error)
@@ -52,42 +43,18 @@ FileCopy::FileCopy(const QByteArray &source, const QByteArray &targetFolder, Cop
     }
 }
 
-FileCopy::~FileCopy()
-{
-    if (!workFile_.isEmpty()) {
-        ::unlink(workFile_.constData());
-    }
-}
-
+// Without a name it stands in the target folder itself, which may lie on a disk of its own.
 void FileCopy::openTarget(const QByteArray &folder, unsigned mode)
 {
     if (means_.unnamedFiles) {
-        target_ = std::make_unique<UniqueFd>(
-            ::open(folder.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode));
-        error_ = *target_ ? std::error_code() : lastError();
-        means_.unnamedFiles = *target_ || !meansNoUnnamedFiles(error_.value());
+        target_ = std::make_unique<WorkFile>(folder, mode, WorkFile::Naming::Refused);
+        means_.unnamedFiles = !meansNoNamelessFiles(target_->error());
     }
     if (!means_.unnamedFiles) {
-        openWorkFile(mode);
+        target_ = std::make_unique<WorkFile>(
+            WorkFile::inMadeFolder(means_.workFolder, mode, WorkFile::Naming::AtOnce));
     }
-}
-
-void FileCopy::openWorkFile(unsigned mode)
-{
-    const auto open = [this, mode] {
-        workFile_ = workFileName(means_.workFolder);
-        target_ = std::make_unique<UniqueFd>(
-            ::open(workFile_.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-        error_ = *target_ ? std::error_code() : lastError();
-    };
-    open();
-    if (error_ == std::errc::no_such_file_or_directory &&
-        !makeFolder(QFile::decodeName(means_.workFolder))) {
-        open();
-    }
-    if (error_) {
-        workFile_.clear();
-    }
+    error_ = target_->error();
 }
 
 bool FileCopy::clone()
@@ -95,7 +62,7 @@ bool FileCopy::clone()
     if (!means_.clones) {
         return false;
     }
-    means_.clones = ::ioctl(target_->get(), FICLONE, source_.get()) == 0;
+    means_.clones = ::ioctl(target_->fd(), FICLONE, source_.get()) == 0;
     return means_.clones;
 }
 
@@ -103,7 +70,7 @@ bool FileCopy::clone()
 void FileCopy::refuseWhatDoesNotFit()
 {
     struct statvfs disk = {};
-    if (::fstatvfs(target_->get(), &disk) == 0 && disk.f_blocks > 0 &&
+    if (::fstatvfs(target_->fd(), &disk) == 0 && disk.f_blocks > 0 &&
         static_cast<quint64>(bytes_) / disk.f_frsize > disk.f_bfree) {
         error_ = std::make_error_code(std::errc::no_space_on_device);
     }
@@ -137,7 +104,7 @@ bool FileCopy::copySome(qint64 mostBytes)
 qint64 FileCopy::copyPiece(qint64 mostBytes)
 {
     while (means_.copiesItself) {
-        const ssize_t count = ::copy_file_range(source_.get(), nullptr, target_->get(), nullptr,
+        const ssize_t count = ::copy_file_range(source_.get(), nullptr, target_->fd(), nullptr,
                                                 static_cast<std::size_t>(mostBytes), 0);
         if (count > 0) {
             return count;
@@ -163,7 +130,7 @@ qint64 FileCopy::copyThroughBuffer(qint64 mostBytes)
         count = ::read(source_.get(), means_.buffer.get(),
                        static_cast<std::size_t>(std::min(mostBytes, kBufferBytes)));
     } while (count < 0 && errno == EINTR);
-    const bool failed = count > 0 && writeAll(target_->get(), {means_.buffer.get(), count});
+    const bool failed = count > 0 && target_->write({means_.buffer.get(), count});
     return failed ? -1 : count;
 }
 
@@ -172,44 +139,9 @@ StoreResult FileCopy::finish(const QByteArray &target)
     if (error_) {
         return {StoreOutcome::Failed, error_};
     }
-    const std::error_code error = workFile_.isEmpty() ? nameUnnamed(target) : nameWorkFile(target);
-    if (error == std::errc::file_exists) {
-        return {StoreOutcome::AlreadyThere, {}};
-    }
-    error_ = error;
-    return {error ? StoreOutcome::Failed : StoreOutcome::Stored, error};
-}
-
-// Older systems give a file a name by its handle to administrators alone.
-std::error_code FileCopy::nameUnnamed(const QByteArray &target)
-{
-    if (means_.namesByHandle &&
-        ::linkat(target_->get(), "", AT_FDCWD, target.constData(), AT_EMPTY_PATH) == 0) {
-        return {};
-    }
-    if (means_.namesByHandle && errno != ENOENT && errno != EPERM) {
-        return lastError();
-    }
-    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(target_->get());
-    if (::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, target.constData(), AT_SYMLINK_FOLLOW) !=
-        0) {
-        return lastError();
-    }
-    means_.namesByHandle = false;
-    return {};
-}
-
-// A network file system may tell only now that its disk is full.
-std::error_code FileCopy::nameWorkFile(const QByteArray &target)
-{
-    if (::close(::dup(target_->get())) != 0) {
-        return lastError();
-    }
-    const std::error_code error = renameToNew(workFile_, target);
-    if (!error) {
-        workFile_.clear();
-    }
-    return error;
+    const StoreResult result = storeResult(target_->appearAs(target));
+    error_ = result.error;
+    return result;
 }
 
 } // namespace velmora

@@ -4,6 +4,7 @@
 
 #include "base/FileWriter.h"
 #include "base/UniqueFd.h"
+#include "base/WorkFile.h"
 
 #include <QByteArray>
 
@@ -16,11 +17,10 @@ namespace velmora {
 /// so that no question is asked twice.
 struct CopyMeans
 {
-    QByteArray workFolder;     // native path, on the target's file system; made when missing
-    bool clones = true;        // shares the blocks of both files
-    bool copiesItself = true;  // copies without the bytes passing through the program
-    bool unnamedFiles = true;  // keeps a file without a name, which is gone after a kill
-    bool namesByHandle = true; // gives such a file a name without a way round
+    QByteArray workFolder;    // native path, on the target's file system; made when missing
+    bool clones = true;       // shares the blocks of both files
+    bool copiesItself = true; // copies without the bytes passing through the program
+    bool unnamedFiles = true; // keeps a file without a name, which is gone after a kill
     std::unique_ptr<char[]> buffer;
 };
 
@@ -38,7 +38,7 @@ public:
     FileCopy &operator=(const FileCopy &) = delete;
     FileCopy(FileCopy &&) = delete;
     FileCopy &operator=(FileCopy &&) = delete;
-    ~FileCopy();
+    ~FileCopy() = default;
 
     /// Copies the next bytes, at most so many (up to kMostBytes); false when all are copied, or
     /// after an error. A file that grows meanwhile is copied as long as it was.
@@ -53,18 +53,14 @@ public:
 
 private:
     void openTarget(const QByteArray &folder, unsigned mode);
-    void openWorkFile(unsigned mode);
     [[nodiscard]] bool clone();
     void refuseWhatDoesNotFit();
     [[nodiscard]] qint64 copyPiece(qint64 mostBytes);
     [[nodiscard]] qint64 copyThroughBuffer(qint64 mostBytes);
-    [[nodiscard]] std::error_code nameUnnamed(const QByteArray &target);
-    [[nodiscard]] std::error_code nameWorkFile(const QByteArray &target);
 
     CopyMeans &means_;
     UniqueFd source_;
-    std::unique_ptr<UniqueFd> target_;
-    QByteArray workFile_; // the path under which the copy stands until it is named; may be none
+    std::unique_ptr<WorkFile> target_;
     std::error_code error_;
     qint64 bytes_ = 0; // of the source, 0 also when the file system does not say
     qint64 copied_ = 0;

@@ -21,7 +21,12 @@ public:
 
     UniqueFd(const UniqueFd &) = delete;
     UniqueFd &operator=(const UniqueFd &) = delete;
-    UniqueFd &operator=(UniqueFd &&) = delete;
+
+    UniqueFd &operator=(UniqueFd &&other) noexcept
+    {
+        UniqueFd old(std::exchange(fd_, std::exchange(other.fd_, -1)));
+        return *this;
+    }
 
     ~UniqueFd()
     {

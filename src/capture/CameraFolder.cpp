@@ -9,4 +9,9 @@ QString cameraFolder(const CaptureServices &services, CameraAddress camera)
     return name.isEmpty() ? QString() : services.storage.native(services.storage.folderText(name));
 }
 
+QString workFolder(const CaptureServices &services)
+{
+    return services.storage.native(services.storage.folderText(u"\\tmp\\"));
+}
+
 } // namespace velmora

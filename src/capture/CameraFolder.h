@@ -10,4 +10,8 @@ namespace velmora {
 /// for a row without address, and for one whose address no folder name can hold.
 [[nodiscard]] QString cameraFolder(const CaptureServices &services, CameraAddress camera);
 
+/// Native path of the storage folder's "\tmp\", where files stand that are not whole yet; empty
+/// when the folder's drive does not exist.
+[[nodiscard]] QString workFolder(const CaptureServices &services);
+
 } // namespace velmora

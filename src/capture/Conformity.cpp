@@ -4,9 +4,9 @@
 #include "base/FileDates.h"
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
+#include "base/NewName.h"
 #include "base/OneLine.h"
 #include "capture/CameraFolder.h"
-#include "capture/RenameFile.h"
 
 #include <QFile>
 #include <QScopeGuard>
@@ -48,7 +48,7 @@ std::optional<QByteArray> currentName(const QByteArray &folder, const QByteArray
 std::error_code rename(const QByteArray &folder, const QByteArray &name)
 {
     const std::optional<QByteArray> target = currentName(folder, name);
-    return target ? renameFile(pathOf(folder, name), pathOf(folder, *target))
+    return target ? renameToNew(pathOf(folder, name), pathOf(folder, *target))
                   : std::make_error_code(std::errc::no_such_file_or_directory);
 }
 

@@ -2,8 +2,12 @@
 // the transfers.
 #include "capture/HttpClient.h"
 
+#include <QScopeGuard>
+
 #include <curl/curl.h>
 
+#include <new>
+#include <optional>
 #include <sys/socket.h>
 #include <utility>
 
@@ -11,8 +15,7 @@ namespace velmora {
 namespace {
 
 constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
-constexpr qint64 kMaxReservedBytes = 1024LL * 1024;
-constexpr qint64 kMaxHeaderBytes = 256LL * 1024;
+constexpr qint64 kMaxHeaderBytes = 128LL * 1024; // of an answer and the redirects before it
 constexpr long kMaxRedirects = 10;
 constexpr int kSocketBufferBytes = 256 * 1024;
 constexpr long kReceiveBufferBytes = 64L * 1024;
@@ -26,37 +29,83 @@ struct CleanUp
     void operator()(curl_slist *list) const { curl_slist_free_all(list); }
 };
 
+/// Why the program itself ended a transfer.
+enum class Refusal { None, Status, TooLong, Headers, Coding, Memory };
+
 /// A transfer and what has come of it so far.
 struct Transfer
 {
-    QByteArray body;
+    ReplyBody body;
     qint64 headerBytes = 0;
+    Refusal refusal = Refusal::None;
     std::unique_ptr<curl_slist, CleanUp> headers;
     std::unique_ptr<CURL, CleanUp> easy{TransferLoop::newTransfer()};
 };
 
+bool isGoodStatus(long status)
+{
+    return status >= kFirstGoodStatus && status < kFirstRedirectStatus;
+}
+
+// The status of the last answer so far; 0 before the first.
+long statusOf(CURL *easy)
+{
+    long status = 0;
+    curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
+    return status;
+}
+
+// The page that comes with a refusal may be endless: it is not looked at.
+Refusal refusalOfBody(const Transfer &transfer, qsizetype length)
+{
+    if (!isGoodStatus(statusOf(transfer.easy.get()))) {
+        return Refusal::Status;
+    }
+    return transfer.body.size() + length > kMaxBodyBytes ? Refusal::TooLong : Refusal::None;
+}
+
+// An exception must not pass through libcurl.
 std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
     const std::size_t total = size * count; // of bytes
     const auto length = static_cast<qsizetype>(total);
-    if (transfer->body.size() + length > kMaxBodyBytes) {
-        return CURL_WRITEFUNC_ERROR;
+    try {
+        transfer->refusal = refusalOfBody(*transfer, length);
+        if (transfer->refusal == Refusal::None) {
+            transfer->body.append(QByteArrayView(bytes, length));
+        }
+    } catch (const std::bad_alloc &) {
+        transfer->refusal = Refusal::Memory;
     }
-    transfer->body.append(bytes, length);
-    return total;
+    return transfer->refusal == Refusal::None ? total : CURL_WRITEFUNC_ERROR;
 }
 
-// Room for a usual body at once; growing it step by step copies it several times. No more than that
-// is taken on a camera's word.
-void reserveBody(Transfer &transfer, QByteArrayView header)
+// What stands behind the name in a header line; nothing in another header's.
+std::optional<QByteArrayView> valueIn(QByteArrayView line, QByteArrayView name)
 {
-    constexpr QByteArrayView kLength("content-length:");
-    if (header.first(qMin(header.size(), kLength.size())).compare(kLength, Qt::CaseInsensitive) ==
-        0) {
-        const qint64 declared = header.sliced(kLength.size()).trimmed().toLongLong();
-        transfer.body.reserve(
-            static_cast<qsizetype>(qBound<qint64>(0, declared, kMaxReservedBytes)));
+    const bool isThis = line.size() > name.size() && line[name.size()] == ':' &&
+                        line.first(name.size()).compare(name, Qt::CaseInsensitive) == 0;
+    return isThis ? std::optional(line.sliced(name.size() + 1).trimmed()) : std::nullopt;
+}
+
+// Other codings than this one would be undone by libcurl, a thousandfold where a server wants it.
+Refusal refusalOfHeader(const Transfer &transfer, QByteArrayView line)
+{
+    if (transfer.headerBytes > kMaxHeaderBytes) {
+        return Refusal::Headers;
+    }
+    const QByteArrayView coding = valueIn(line, "Transfer-Encoding").value_or(QByteArrayView());
+    return coding.isEmpty() || coding.compare("chunked", Qt::CaseInsensitive) == 0
+               ? Refusal::None
+               : Refusal::Coding;
+}
+
+// Room for a usual body at once; growing it step by step copies it several times.
+void reserveBody(Transfer &transfer, QByteArrayView line)
+{
+    if (const std::optional<QByteArrayView> length = valueIn(line, "Content-Length")) {
+        transfer.body.reserve(length->toLongLong());
     }
 }
 
@@ -64,10 +113,15 @@ std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *use
 {
     auto *const transfer = static_cast<Transfer *>(user);
     const std::size_t total = size * count; // of bytes
-    const auto length = static_cast<qsizetype>(total);
-    transfer->headerBytes += length;
-    reserveBody(*transfer, QByteArrayView(bytes, length));
-    return transfer->headerBytes > kMaxHeaderBytes ? 0 : total;
+    const QByteArrayView line(bytes, static_cast<qsizetype>(total));
+    transfer->headerBytes += line.size();
+    try {
+        transfer->refusal = refusalOfHeader(*transfer, line);
+        reserveBody(*transfer, line);
+    } catch (const std::bad_alloc &) {
+        transfer->refusal = Refusal::Memory;
+    }
+    return transfer->refusal == Refusal::None ? total : 0;
 }
 
 // Room for a whole picture in the socket: the camera can send it at once while others are being
@@ -91,6 +145,7 @@ void setTransferOptions(Transfer &transfer, const HttpRequest &request)
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request.limit.count()));
     curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaxBodyBytes));
     curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, kReceiveBufferBytes);
+    curl_easy_setopt(easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
     // Small cameras serve few connections at once; an idle one of ours would shut others out.
     curl_easy_setopt(easy, CURLOPT_FORBID_REUSE, 1L);
     curl_easy_setopt(easy, CURLOPT_SOCKOPTFUNCTION, &onSocketMade);
@@ -134,60 +189,116 @@ QString headerText(CURL *easy, const char *name)
     return sent ? QString::fromLatin1(header->value).trimmed() : QString();
 }
 
-QString failureText(CURLcode code, long status)
+// libcurl says that it has no memory when a line of the headers does not end.
+bool isEndlessLine(CURL *easy, CURLcode code)
 {
-    switch (code) {
-    case CURLE_OK:
-        return QStringLiteral("the server answered with status %1").arg(status);
-    case CURLE_WRITE_ERROR:
-    case CURLE_FILESIZE_EXCEEDED:
+    long sent = 0;
+    curl_easy_getinfo(easy, CURLINFO_REQUEST_SIZE, &sent);
+    return code == CURLE_OUT_OF_MEMORY && sent > 0;
+}
+
+QString refusalText(Refusal refusal)
+{
+    switch (refusal) {
+    case Refusal::TooLong:
         return QStringLiteral("the server sends more than a picture can have");
-    default:
-        return QString::fromLatin1(curl_easy_strerror(code));
+    case Refusal::Headers:
+        return QStringLiteral("the server sends headers without end");
+    case Refusal::Coding:
+        return QStringLiteral("the server encodes the picture in a way that nobody asked for");
+    case Refusal::Memory:
+        return QStringLiteral("there is not enough memory for the picture");
+    case Refusal::Status:
+    case Refusal::None:
+        break;
     }
+    return {};
+}
+
+QString failureText(const Transfer &transfer, CURLcode code)
+{
+    CURL *const easy = transfer.easy.get();
+    if (code == CURLE_OK || transfer.refusal == Refusal::Status) {
+        return QStringLiteral("the server answered with status %1").arg(statusOf(easy));
+    }
+    if (transfer.refusal != Refusal::None) {
+        return refusalText(transfer.refusal);
+    }
+    if (code == CURLE_FILESIZE_EXCEEDED) {
+        return refusalText(Refusal::TooLong);
+    }
+    return isEndlessLine(easy, code) ? refusalText(Refusal::Headers)
+                                     : QString::fromLatin1(curl_easy_strerror(code));
 }
 
 HttpReply replyOf(Transfer &transfer, CURLcode code)
 {
     CURL *const easy = transfer.easy.get();
-    long status = 0;
     curl_off_t duration = 0;
     char *type = nullptr;
-    curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
     curl_easy_getinfo(easy, CURLINFO_TOTAL_TIME_T, &duration);
     curl_easy_getinfo(easy, CURLINFO_CONTENT_TYPE, &type);
-    const bool arrived =
-        code == CURLE_OK && status >= kFirstGoodStatus && status < kFirstRedirectStatus;
+    const bool arrived = code == CURLE_OK && isGoodStatus(statusOf(easy));
     HttpReply reply;
     reply.outcome = arrived ? FetchOutcome::Arrived : FetchOutcome::Failed;
-    reply.body = std::move(transfer.body);
+    if (arrived) {
+        reply.body = std::move(transfer.body);
+    }
     reply.lastModified = headerText(easy, "Last-Modified");
     reply.contentType = QString::fromLatin1(type);
     reply.duration =
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::microseconds{duration});
-    reply.failure = arrived ? QString() : failureText(code, status);
+    reply.failure = arrived ? QString() : failureText(transfer, code);
+    return reply;
+}
+
+HttpReply failed(const QString &reason)
+{
+    HttpReply reply;
+    reply.failure = reason;
+    return reply;
+}
+
+HttpReply stopped()
+{
+    HttpReply reply;
+    reply.outcome = FetchOutcome::Stopped;
     return reply;
 }
 
 } // namespace
 
+// What cannot be had for one camera costs that camera its picture, and no other.
 QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token stop)
 {
-    HttpReply reply;
     if (request.url.isEmpty()) {
-        reply.failure = QStringLiteral("the address names no host");
-        co_return reply;
+        co_return failed(QStringLiteral("the address names no host"));
     }
+    const bool entered = co_await places_.enter(stop);
+    if (!entered) {
+        co_return stopped();
+    }
+    const auto leave = qScopeGuard([this] { places_.leave(); });
+    HttpReply reply;
+    try {
+        reply = co_await transfer(std::move(request), std::move(stop));
+    } catch (const std::bad_alloc &) {
+        reply = failed(refusalText(Refusal::Memory));
+    }
+    co_return reply;
+}
+
+QCoro::Task<HttpReply> HttpClient::transfer(HttpRequest request, std::stop_token stop)
+{
     Transfer transfer;
+    if (!transfer.easy) {
+        throw std::bad_alloc();
+    }
+    transfer.body = ReplyBody(request.workFolder, bodies_);
     setTransferOptions(transfer, request);
     setFormOptions(transfer, request);
     const std::optional<int> code = co_await loop_.run(transfer.easy.get(), std::move(stop));
-    if (code) {
-        reply = replyOf(transfer, static_cast<CURLcode>(*code));
-    } else {
-        reply.outcome = FetchOutcome::Stopped;
-    }
-    co_return reply;
+    co_return code ? replyOf(transfer, static_cast<CURLcode>(*code)) : stopped();
 }
 
 } // namespace velmora

@@ -3,9 +3,11 @@
 
 #include "capture/HttpRequest.h"
 #include "net/TransferLoop.h"
+#include "net/TransferSlots.h"
 
 #include <QCoro/QCoroTask>
 
+#include <memory>
 #include <stop_token>
 
 namespace velmora {
@@ -28,13 +30,20 @@ public:
 /// Fetches with libcurl. Redirects are followed (10 at most, http and https only); user and
 /// password are taken from the address and sent only when the server asks. A transfer fails on a
 /// status outside 200 to 299, a body shorter than declared or longer than 64 MiB, endless headers,
-/// or past its time limit. No fetch may run when the client goes.
+/// a transfer coding other than "chunked", or past its time limit; nothing is ever inflated. A body
+/// goes to the request's work folder as it arrives when it gets too long for memory. Of many
+/// fetches at once some wait when the process may not open enough files. No fetch may run when the
+/// client goes.
 class HttpClient final : public PictureSource
 {
 public:
     QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
 
 private:
+    QCoro::Task<HttpReply> transfer(HttpRequest request, std::stop_token stop);
+
+    std::shared_ptr<BodyStock> bodies_ = std::make_shared<BodyStock>();
+    TransferSlots places_{[this] { return bodies_->files; }};
     TransferLoop loop_;
 };
 

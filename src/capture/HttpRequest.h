@@ -1,6 +1,8 @@
 // One picture to be fetched, and what came of it.
 #pragma once
 
+#include "capture/ReplyBody.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -19,6 +21,7 @@ struct HttpRequest
     QByteArray url; // with scheme; empty when the address names no host
     HttpForm form = HttpForm::AsWritten;
     std::chrono::milliseconds limit{0}; // for the whole transfer
+    QString workFolder = {};            // native path; for a body too long to stay in memory
 
     bool operator==(const HttpRequest &) const = default;
 };
@@ -32,7 +35,7 @@ enum class FetchOutcome {
 struct HttpReply
 {
     FetchOutcome outcome = FetchOutcome::Failed;
-    QByteArray body;
+    ReplyBody body;
     QString lastModified; // header text, empty when the server sent none or a blank one
     QString contentType;
     std::chrono::milliseconds duration{0};

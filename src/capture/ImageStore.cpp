@@ -1,14 +1,16 @@
 #include "capture/ImageStore.h"
 
 #include "base/DateText.h"
-#include "base/FileWriter.h"
 #include "base/Folders.h"
 #include "cameras/Credentials.h"
+#include "capture/CameraFolder.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
 
 #include <QScopeGuard>
+
+#include <new>
 
 namespace velmora {
 namespace {
@@ -30,7 +32,7 @@ struct ImageStore::Arrival
     QString fileName;
     ImageDates dates;
     CameraRecord record; // as it was before this picture
-    QByteArray body;
+    ReplyBody body;
 };
 
 ImageStore::ImageStore(const CaptureServices &services, ReadAhead &transfers)
@@ -50,7 +52,15 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
     const auto atEnd = qScopeGuard([this] { Q_EMIT loaded(); });
     services_.log.trace(QStringLiteral("<-Interface ChargeFile->"));
     if (!services_.table.CameraFolderName(camera).isEmpty()) {
-        co_await load(std::move(url), std::move(folder), camera);
+        bool hadMemory = true;
+        try {
+            co_await load(std::move(url), std::move(folder), camera);
+        } catch (const std::bad_alloc &) { // costs this camera its picture, not the others theirs
+            hadMemory = false;
+        }
+        if (!hadMemory) {
+            fail(camera, QStringLiteral("there is not enough memory for the picture"));
+        }
     }
 }
 
@@ -59,12 +69,13 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     Arrival arrival;
     arrival.camera = camera;
     arrival.folder = services_.storage.native(folder);
-    arrival.workFolder = services_.storage.native(services_.storage.folderText(u"\\tmp\\"));
+    arrival.workFolder = workFolder(services_);
     static_cast<void>(makeFolder(arrival.folder)); // failing, it shows when the image is stored
     announce(url, camera);
 
-    HttpReply reply =
-        co_await transfers_.fetch(camera, requestFor(url, services_.options.downloadLimit()));
+    HttpRequest request = requestFor(url, services_.options.downloadLimit());
+    request.workFolder = arrival.workFolder;
+    HttpReply reply = co_await transfers_.fetch(camera, std::move(request));
     if (reply.outcome == FetchOutcome::Stopped) {
         co_return;
     }
@@ -101,7 +112,7 @@ void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &rep
                      dateFromText(arrival.record.lastModified)};
     arrival.fileName =
         imageName(arrival.dates.modified.value_or(kZeroDate), services_.clock.localNow(),
-                  imageExtension(url, reply.body, reply.contentType));
+                  imageExtension(url, reply.body.head(), reply.contentType));
 }
 
 void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds duration)
@@ -114,7 +125,7 @@ void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds 
 
 // The date of the image kept last is written only once the image is there: after a failure or a
 // kill in between, the next pass finds it new again.
-void ImageStore::keep(const Arrival &arrival)
+void ImageStore::keep(Arrival &arrival)
 {
     services_.page.showLamp(arrival.camera, LampColour::Yellow);
     if (arrival.folder.isEmpty()) {
@@ -128,7 +139,7 @@ void ImageStore::keep(const Arrival &arrival)
         return;
     }
     const QString target = arrival.folder + u'/' + arrival.fileName;
-    const StoreResult result = storeNewFile(arrival.workFolder, target, arrival.body);
+    const StoreResult result = arrival.body.storeAs(arrival.workFolder, target);
     if (result.outcome == StoreOutcome::Failed) {
         failToStore(arrival.camera, QString::fromStdString(result.error.message()));
         return;

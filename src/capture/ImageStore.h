@@ -45,7 +45,7 @@ private:
     void announce(const QString &url, CameraAddress camera);
     void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;
     void recordDuration(CameraAddress camera, std::chrono::milliseconds duration);
-    void keep(const Arrival &arrival);
+    void keep(Arrival &arrival);
     void recordGood(const Arrival &arrival);
     void recordBestTime(const Arrival &arrival);
     void recordStored(const Arrival &arrival);

@@ -1,7 +1,6 @@
 #include "capture/LiveView.h"
 
 #include "base/FilePattern.h"
-#include "base/FileWriter.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
 #include "capture/CameraFolder.h"
@@ -67,9 +66,9 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     }
     setStored(stored);
 
-    const HttpRequest request =
-        liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
-    const HttpReply reply = co_await source_.fetch(request, stop);
+    HttpRequest request = liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
+    request.workFolder = workFolder(services_);
+    HttpReply reply = co_await source_.fetch(request, stop);
     if (stop.stop_requested()) {
         co_return;
     }
@@ -118,9 +117,9 @@ QCoro::Task<QString> LiveView::newestImage(QString folder, std::stop_token stop)
     co_return newest.isEmpty() ? QString() : folder + u'/' + QFile::decodeName(newest);
 }
 
-void LiveView::keep(CameraAddress camera, const HttpReply &reply)
+void LiveView::keep(CameraAddress camera, HttpReply &reply)
 {
-    const QString folder = services_.storage.native(services_.storage.folderText(u"\\tmp\\"));
+    const QString folder = workFolder(services_);
     if (!folder.isEmpty()) {
         static_cast<void>(makeFolder(folder)); // failing, it shows when the picture is written
         ::unlink(QFile::encodeName(targetIn(folder)).constData());
@@ -136,9 +135,9 @@ void LiveView::keep(CameraAddress camera, const HttpReply &reply)
 }
 
 // Why the picture could not be written; empty when it was.
-QString LiveView::store(const QString &folder, QByteArrayView body) const
+QString LiveView::store(const QString &folder, ReplyBody &body) const
 {
-    const StoreResult result = storeNewFile(folder, targetIn(folder), body);
+    const StoreResult result = body.storeAs(folder, targetIn(folder));
     if (result.outcome == StoreOutcome::AlreadyThere) {
         return QStringLiteral("Target.jpg in the folder tmp cannot be replaced");
     }

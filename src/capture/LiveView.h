@@ -67,8 +67,8 @@ private:
     void makeStorageFolder() const;
     void announce(CameraAddress camera);
     QCoro::Task<QString> newestImage(QString folder, std::stop_token stop);
-    void keep(CameraAddress camera, const HttpReply &reply);
-    [[nodiscard]] QString store(const QString &folder, QByteArrayView body) const;
+    void keep(CameraAddress camera, HttpReply &reply);
+    [[nodiscard]] QString store(const QString &folder, ReplyBody &body) const;
     void tellTrouble(CameraAddress camera, const QString &reason);
     void finish();
     void setCaptions(const LiveCaptions &captions);

@@ -1,5 +1,6 @@
 #include "capture/ReadAhead.h"
 
+#include <exception>
 #include <utility>
 
 namespace velmora {
@@ -22,7 +23,12 @@ void ReadAhead::begin(CameraAddress camera, const HttpRequest &request)
 
 QCoro::Task<> ReadAhead::run(std::shared_ptr<Transfer> transfer)
 {
-    HttpReply reply = co_await source_.fetch(transfer->request, transfer->stop.get_token());
+    HttpReply reply;
+    try {
+        reply = co_await source_.fetch(transfer->request, transfer->stop.get_token());
+    } catch (const std::exception &error) { // whoever waits is told in every case
+        reply.failure = QString::fromUtf8(error.what());
+    }
     transfer->reply.set(std::move(reply));
 }
 

@@ -122,6 +122,14 @@ TEST_F(StoreNewFile, WritesAnEmptyFile)
     EXPECT_EQ(tree.read(u"a.jpg"), QByteArray());
 }
 
+TEST_F(StoreNewFile, LeavesTheRightsToTheMask)
+{
+    const mode_t before = ::umask(077);
+    EXPECT_EQ(store(u"a.jpg", "x").outcome, StoreOutcome::Stored);
+    ::umask(before);
+    EXPECT_EQ(modeOf(tree.path(u"a.jpg")), 0600U);
+}
+
 class ReplaceFile : public testing::Test
 {
 protected:
@@ -141,6 +149,12 @@ TEST_F(ReplaceFile, PutsAnotherTextInPlace)
     EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
     EXPECT_EQ(tree.read(u"a.ini"), QByteArray("new"));
     EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+}
+
+TEST_F(ReplaceFile, MakesAFileForItsOwnerAlone)
+{
+    EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
+    EXPECT_EQ(modeOf(tree.path(u"a.ini")), 0600U);
 }
 
 TEST_F(ReplaceFile, KeepsThePermissions)
@@ -184,70 +198,6 @@ TEST_F(ReplaceFile, LeavesAFolderOfThatNameAlone)
     EXPECT_TRUE(replaceFile(tree.path(u"a.ini"), "x"));
     EXPECT_TRUE(QFileInfo(tree.path(u"a.ini")).isDir());
     EXPECT_EQ(tree.files(), QStringList());
-}
-
-/// Name of a working file of that process.
-QString workFileOf(pid_t process)
-{
-    return QStringLiteral(".velmora-%1-1.part").arg(process);
-}
-
-// No process has a number above the kernel's largest.
-constexpr pid_t kNoProcess = 4194305;
-
-TEST(ClearWorkFiles, DeletesWhatAKilledRunLeft)
-{
-    const TempTree tree;
-    tree.write(workFileOf(kNoProcess), "x");
-    tree.write(workFileOf(kNoProcess + 1), "");
-    clearWorkFiles(tree.path());
-    EXPECT_EQ(tree.files(), QStringList());
-}
-
-TEST(ClearWorkFiles, DeletesWhatThisProcessLeft)
-{
-    const TempTree tree;
-    tree.write(workFileOf(::getpid()), "x");
-    clearWorkFiles(tree.path());
-    EXPECT_EQ(tree.files(), QStringList());
-}
-
-TEST(ClearWorkFiles, KeepsWhatAnotherRunningProgramIsWriting)
-{
-    const TempTree tree;
-    tree.write(workFileOf(::getppid()), "x");
-    clearWorkFiles(tree.path());
-    EXPECT_EQ(tree.files(), QStringList{workFileOf(::getppid())});
-}
-
-TEST(ClearWorkFiles, KeepsFilesOfOtherNames)
-{
-    const TempTree tree;
-    const QStringList others = {QStringLiteral(".velmora-4194305-1.jpg"),
-                                QStringLiteral("Target.jpg"),
-                                QStringLiteral("velmora-4194305-1.part")};
-    for (const QString &name : others) {
-        tree.write(name, "x");
-    }
-    clearWorkFiles(tree.path());
-    EXPECT_EQ(tree.files(), others);
-}
-
-TEST(ClearWorkFiles, LeavesSubfoldersAlone)
-{
-    const TempTree tree;
-    tree.write(u"below/.velmora-4194305-1.part", "x");
-    tree.makeFolder(u".velmora-4194306-1.part");
-    clearWorkFiles(tree.path());
-    EXPECT_TRUE(tree.exists(u"below/.velmora-4194305-1.part"));
-    EXPECT_TRUE(tree.exists(u".velmora-4194306-1.part"));
-}
-
-TEST(ClearWorkFiles, TakesAMissingFolder)
-{
-    const TempTree tree;
-    clearWorkFiles(tree.path(u"missing"));
-    EXPECT_FALSE(tree.exists(u"missing"));
 }
 
 } // namespace

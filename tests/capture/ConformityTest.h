@@ -3,7 +3,7 @@
 
 #include "BusyClock.h"
 #include "CaptureTest.h"
-#include "NativeFiles.h"
+#include "support/NativeFiles.h"
 #include "capture/Conformity.h"
 #include "support/ScopedEnv.h"
 

@@ -132,7 +132,7 @@ TEST_F(HttpClientFails, WithoutHarmToTheOthers)
                   {camera_.url("/good"), HttpForm::AsWritten, kAmpleLimit},
                   {camera_.url("/nothing"), HttpForm::AsWritten, kAmpleLimit}});
     EXPECT_EQ(replies.at(0).outcome, FetchOutcome::Failed);
-    EXPECT_EQ(replies.at(1).body, jpeg(2000));
+    EXPECT_EQ(replies.at(1).body.whole(), jpeg(2000));
     EXPECT_EQ(replies.at(2).outcome, FetchOutcome::Failed);
 }
 

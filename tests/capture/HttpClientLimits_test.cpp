@@ -47,7 +47,7 @@ TEST_F(HttpClientLimits, CountAllRedirectsTogether)
 TEST_F(HttpClientLimits, LetASlowServerFinishInTime)
 {
     camera_.answer("/drip", dripping(picture(20), 1ms));
-    EXPECT_EQ(fetchWithin("/drip", kAmpleLimit).body, jpeg(20));
+    EXPECT_EQ(fetchWithin("/drip", kAmpleLimit).body.whole(), jpeg(20));
 }
 
 TEST_F(HttpClientLimits, RefuseADeclaredLengthAtOnce)
@@ -99,7 +99,7 @@ TEST_F(HttpClientLimits, AllowManyHeaders)
 {
     camera_.answer("/headers",
                    picture(10, QByteArray("X-Padding: 0123456789abcdef\r\n").repeated(1000)));
-    EXPECT_EQ(fetch(camera_.url("/headers")).body, jpeg(10));
+    EXPECT_EQ(fetch(camera_.url("/headers")).body.whole(), jpeg(10));
 }
 
 QCoro::Task<> fetchUntilStop(PictureSource &source, HttpRequest request, std::stop_token stop,
@@ -142,7 +142,7 @@ TEST_F(HttpClientLimits, StopOneFetchAlone)
         fetchUntilStop(client_, {camera_.url("/silent"), HttpForm::AsWritten, kAmpleLimit},
                        stop.get_token(), stopped);
     QTimer::singleShot(20ms, &camera_, [&stop] { stop.request_stop(); });
-    EXPECT_EQ(fetch(camera_.url("/good")).body, jpeg(10));
+    EXPECT_EQ(fetch(camera_.url("/good")).body.whole(), jpeg(10));
     EXPECT_TRUE(task.isReady());
     EXPECT_EQ(stopped.outcome, FetchOutcome::Stopped);
 }

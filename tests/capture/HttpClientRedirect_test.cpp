@@ -24,14 +24,14 @@ TEST_F(HttpClientRedirect, IsFollowed)
     camera_.answer("/new", picture(10));
     const HttpReply reply = fetch(camera_.url("/old"));
     EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
-    EXPECT_EQ(reply.body, jpeg(10));
+    EXPECT_EQ(reply.body.whole(), jpeg(10));
 }
 
 TEST_F(HttpClientRedirect, IsFollowedInTheOldForm)
 {
     camera_.answer("/old.jpg", redirect("/new.jpg"));
     camera_.answer("/new.jpg", picture(10));
-    EXPECT_EQ(fetch(camera_.url("/old.jpg"), HttpForm::Http10).body, jpeg(10));
+    EXPECT_EQ(fetch(camera_.url("/old.jpg"), HttpForm::Http10).body.whole(), jpeg(10));
     EXPECT_EQ(camera_.requests().last().version, "HTTP/1.0");
 }
 
@@ -40,12 +40,12 @@ TEST_F(HttpClientRedirect, LeadsToAnotherServer)
     LoopbackCamera other;
     other.answer("/new", picture(10));
     camera_.answer("/old", redirect(other.url("/new")));
-    EXPECT_EQ(fetch(camera_.url("/old")).body, jpeg(10));
+    EXPECT_EQ(fetch(camera_.url("/old")).body.whole(), jpeg(10));
 }
 
 TEST_F(HttpClientRedirect, IsFollowedTenTimes)
 {
-    EXPECT_EQ(fetch(chain(10)).body, jpeg(10));
+    EXPECT_EQ(fetch(chain(10)).body.whole(), jpeg(10));
     EXPECT_EQ(camera_.requests().size(), 11);
 }
 

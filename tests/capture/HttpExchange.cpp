@@ -21,7 +21,7 @@ QCoro::Task<> awaitAll(std::vector<QCoro::Task<>> tasks)
 
 HttpReply HttpExchange::fetch(const HttpRequest &request)
 {
-    return fetchAll({request}).front();
+    return std::move(fetchAll({request}).front());
 }
 
 HttpReply HttpExchange::fetch(const QByteArray &url, HttpForm form)
@@ -34,7 +34,9 @@ std::vector<HttpReply> HttpExchange::fetchAll(const std::vector<HttpRequest> &re
     std::vector<HttpReply> replies(requests.size());
     std::vector<QCoro::Task<>> tasks;
     for (std::size_t i = 0; i < requests.size(); ++i) {
-        tasks.push_back(fetchInto(client_, requests[i], replies[i]));
+        HttpRequest request = requests[i];
+        request.workFolder = tree_.path();
+        tasks.push_back(fetchInto(client_, std::move(request), replies[i]));
     }
     runToEnd(awaitAll(std::move(tasks)), kAmpleLimit);
     return replies;

@@ -4,6 +4,7 @@
 #include "capture/HttpClient.h"
 #include "support/LoopTicker.h"
 #include "support/LoopbackCamera.h"
+#include "support/TempTree.h"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +25,7 @@ protected:
     /// The only request that the camera has seen.
     [[nodiscard]] CameraRequest onlyRequest() const;
 
+    TempTree tree_; // for working files
     LoopbackCamera camera_;
     HttpClient client_;
 };

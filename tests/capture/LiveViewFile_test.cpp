@@ -1,7 +1,7 @@
 // The file of the live picture, the folders that it needs, and what becomes of them when something
 // fails.
 #include "LiveViewTest.h"
-#include "base/FileWriter.h"
+#include "base/WorkFile.h"
 #include "support/FileSizeLimit.h"
 
 namespace velmora::test {

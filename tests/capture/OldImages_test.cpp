@@ -1,7 +1,7 @@
 // A folder's images that are older than a month, where it resists.
 #include "capture/OldImages.h"
 
-#include "NativeFiles.h"
+#include "support/NativeFiles.h"
 #include "base/DateText.h"
 #include "support/TempTree.h"
 

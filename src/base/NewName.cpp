@@ -1,0 +1,114 @@
+#include "base/NewName.h"
+
+#include "base/SystemCalls.h"
+#include "base/UniqueFd.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+std::error_code result(int returned)
+{
+    return returned == 0 ? std::error_code() : lastError();
+}
+
+bool isSameFile(const struct stat &one, const struct stat &other)
+{
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+// A network file system may lose its answer, ask again, and be told that the name is taken: by the
+// file itself.
+bool isTakenByItself(const struct stat &file, const QByteArray &to)
+{
+    struct stat there = {};
+    return ::lstat(to.constData(), &there) == 0 && isSameFile(file, there);
+}
+
+std::error_code secondName(const QByteArray &from, const QByteArray &to)
+{
+    struct stat file = {};
+    if (::lstat(from.constData(), &file) != 0) {
+        return lastError();
+    }
+    if (isTakenByItself(file, to)) {
+        return std::make_error_code(std::errc::file_exists); // before anything was tried
+    }
+    const std::error_code error = result(::link(from.constData(), to.constData()));
+    return error == std::errc::file_exists && isTakenByItself(file, to) ? std::error_code() : error;
+}
+
+// A name that cannot go leaves the file as it was.
+std::error_code renameByLink(const QByteArray &from, const QByteArray &to)
+{
+    if (const std::error_code error = secondName(from, to)) {
+        return error;
+    }
+    const std::error_code error = result(::unlink(from.constData()));
+    if (error) {
+        ::unlink(to.constData());
+    }
+    return error;
+}
+
+std::error_code renameAfterALook(const QByteArray &from, const QByteArray &to)
+{
+    const UniqueFd folder(
+        ::open(folderOf(to).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
+    if (folder) {
+        ::flock(folder.get(), LOCK_EX); // where there are no locks either, the look must do
+    }
+    struct stat there = {};
+    if (::lstat(to.constData(), &there) == 0) {
+        return std::make_error_code(std::errc::file_exists);
+    }
+    return errno == ENOENT ? result(::rename(from.constData(), to.constData())) : lastError();
+}
+
+} // namespace
+
+QByteArray folderOf(const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash < 0 ? QByteArray(".") : path.first(std::max<qsizetype>(slash, 1));
+}
+
+bool meansNoSuchCall(std::error_code error)
+{
+    return error == std::errc::invalid_argument || error == std::errc::function_not_supported ||
+           error == std::errc::operation_not_supported ||
+           error == std::errc::operation_not_permitted || error == std::errc::too_many_links;
+}
+
+std::error_code renameToNew(const QByteArray &from, const QByteArray &to)
+{
+    std::error_code error =
+        result(::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE));
+    if (meansNoSuchCall(error)) {
+        error = renameByLink(from, to);
+    }
+    return meansNoSuchCall(error) ? renameAfterALook(from, to) : error;
+}
+
+// Older systems give a file a name by its handle to administrators alone.
+std::error_code linkToNew(int file, const QByteArray &to)
+{
+    if (::linkat(file, "", AT_FDCWD, to.constData(), AT_EMPTY_PATH) == 0) {
+        return {};
+    }
+    if (errno != ENOENT && errno != EPERM) {
+        return lastError();
+    }
+    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(file);
+    return result(
+        ::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, to.constData(), AT_SYMLINK_FOLLOW));
+}
+
+} // namespace velmora

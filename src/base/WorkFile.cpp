@@ -1,0 +1,235 @@
+#include "base/WorkFile.h"
+
+#include "base/FolderScan.h"
+#include "base/Folders.h"
+#include "base/NewName.h"
+#include "base/SystemCalls.h"
+
+#include <QByteArrayList>
+#include <QFile>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+constexpr int kNamesTried = 16;
+constexpr std::size_t kBufferBytes = std::size_t{256} * 1024;
+constexpr time_t kOldSeconds = time_t{24} * 60 * 60;
+
+enum class Lock { Mine, Others, Unknown };
+
+// A number that no other program comes upon, whatever its process number.
+QByteArray newWorkName()
+{
+    std::array<char, 12> random{};
+    if (::getrandom(random.data(), random.size(), 0) != static_cast<ssize_t>(random.size())) {
+        timespec now = {};
+        ::clock_gettime(CLOCK_REALTIME, &now);
+        std::snprintf(random.data(), random.size(), "%lx", static_cast<unsigned long>(now.tv_nsec));
+    }
+    return ".velmora-" + QByteArray(random.data(), random.size()).toHex() + ".part";
+}
+
+bool isWorkName(QByteArrayView name)
+{
+    return name.startsWith(".velmora-") && name.endsWith(".part");
+}
+
+Lock tryLock(int file)
+{
+    if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
+        return Lock::Mine;
+    }
+    return errno == EWOULDBLOCK ? Lock::Others : Lock::Unknown;
+}
+
+bool standsAt(const QByteArray &path, int file)
+{
+    struct stat open = {};
+    struct stat there = {};
+    return ::fstat(file, &open) == 0 && ::lstat(path.constData(), &there) == 0 &&
+           open.st_dev == there.st_dev && open.st_ino == there.st_ino;
+}
+
+// Where the file system knows no locks, only its age tells that nobody writes a file any more.
+bool isOld(int file)
+{
+    struct stat info = {};
+    return ::fstat(file, &info) == 0 && info.st_mtime < std::time(nullptr) - kOldSeconds;
+}
+
+void clearWorkFile(const QByteArray &path)
+{
+    constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    UniqueFd file(::open(path.constData(), O_RDWR | kFlags));
+    if (!file) {
+        file = UniqueFd(::open(path.constData(), O_RDONLY | kFlags));
+    }
+    struct stat info = {};
+    if (!file || ::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)) {
+        return;
+    }
+    const Lock lock = tryLock(file.get());
+    const bool isHeld = lock == Lock::Others || (lock == Lock::Unknown && !isOld(file.get()));
+    if (!isHeld && standsAt(path, file.get())) {
+        ::unlink(path.constData());
+    }
+}
+
+std::error_code copyBytes(int from, int to)
+{
+    std::vector<char> buffer(kBufferBytes);
+    off_t at = 0;
+    for (;;) {
+        const ssize_t count = ::pread(from, buffer.data(), buffer.size(), at);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return count == 0 ? std::error_code() : lastError();
+        }
+        if (const std::error_code error = writeAll(to, {buffer.data(), count})) {
+            return error;
+        }
+        at += count;
+    }
+}
+
+} // namespace
+
+bool meansNoNamelessFiles(std::error_code error)
+{
+    return error == std::errc::operation_not_supported || error == std::errc::is_a_directory ||
+           error == std::errc::invalid_argument || error == std::errc::function_not_supported;
+}
+
+WorkFile::WorkFile(const QByteArray &folder, mode_t rights, Naming naming)
+    : folder_(folder)
+    , rights_(rights)
+{
+    if (naming != Naming::AtOnce) {
+        file_ = UniqueFd(::open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, rights));
+        error_ = file_ ? std::error_code() : lastError();
+    }
+    if (naming == Naming::AtOnce || (naming == Naming::WhenWhole && meansNoNamelessFiles(error_))) {
+        openNamed();
+    }
+}
+
+WorkFile WorkFile::inMadeFolder(const QByteArray &folder, mode_t rights, Naming naming)
+{
+    WorkFile file(folder, rights, naming);
+    const bool isMissing = file.error() == std::errc::no_such_file_or_directory;
+    return isMissing && !makeFolder(QFile::decodeName(folder)) ? WorkFile(folder, rights, naming)
+                                                               : std::move(file);
+}
+
+WorkFile::~WorkFile()
+{
+    if (hasName()) {
+        ::unlink(path_.constData());
+    }
+}
+
+// Between its making and its locking a file may be taken for one that a killed run left: then
+// another is made.
+void WorkFile::openNamed()
+{
+    error_ = std::make_error_code(std::errc::file_exists);
+    for (int i = 0; i < kNamesTried && error_ == std::errc::file_exists; ++i) {
+        const QByteArray path = folder_ + '/' + newWorkName();
+        file_ = UniqueFd(::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, rights_));
+        error_ = file_ ? std::error_code() : lastError();
+        if (file_ && (tryLock(file_.get()) == Lock::Others || !standsAt(path, file_.get()))) {
+            error_ = std::make_error_code(std::errc::file_exists);
+        } else if (file_) {
+            path_ = path;
+        }
+    }
+    if (error_ == std::errc::file_exists) { // never to be taken for the file to be
+        error_ = std::make_error_code(std::errc::resource_unavailable_try_again);
+    }
+}
+
+std::error_code WorkFile::write(QByteArrayView bytes) const
+{
+    return writeAll(file_.get(), bytes);
+}
+
+std::error_code WorkFile::appearAs(const QByteArray &target)
+{
+    if (error_) {
+        return error_;
+    }
+    const std::error_code error = giveName(target);
+    if (error == std::errc::cross_device_link) {
+        return appearAsCopy(target, WorkFile(folderOf(target), rights_, Naming::Refused));
+    }
+    if (!hasName() && meansNoSuchCall(error)) {
+        return appearAsCopy(target, WorkFile(folder_, rights_, Naming::AtOnce));
+    }
+    return error;
+}
+
+// A network file system may tell only when a file is closed that its disk is full.
+std::error_code WorkFile::giveName(const QByteArray &target)
+{
+    if (!hasName()) {
+        return linkToNew(file_.get(), target);
+    }
+    if (::close(::dup(file_.get())) != 0) {
+        return lastError();
+    }
+    const std::error_code error = renameToNew(path_, target);
+    if (!error) {
+        path_.clear();
+    }
+    return error;
+}
+
+std::error_code WorkFile::appearAsCopy(const QByteArray &target, WorkFile copy) const
+{
+    if (copy.error()) {
+        return copy.error();
+    }
+    const std::error_code error = copyBytes(file_.get(), copy.fd());
+    return error ? error : copy.giveName(target);
+}
+
+std::error_code WorkFile::replace(const QByteArray &target)
+{
+    if (error_ || ::close(::dup(file_.get())) != 0 ||
+        ::rename(path_.constData(), target.constData()) != 0) {
+        return error_ ? error_ : lastError();
+    }
+    path_.clear();
+    return {};
+}
+
+void clearWorkFiles(const QString &folder)
+{
+    QByteArrayList names;
+    FolderScan scan(folder);
+    const auto collect = [&names](QByteArrayView name) {
+        if (isWorkName(name)) {
+            names.append(name.toByteArray());
+        }
+    };
+    while (scan.readSome(collect)) {
+    }
+    for (const QByteArray &name : std::as_const(names)) {
+        clearWorkFile(QFile::encodeName(folder) + '/' + name);
+    }
+}
+
+} // namespace velmora

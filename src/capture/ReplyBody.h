@@ -1,0 +1,102 @@
+// The body of a camera's answer: in memory while it is small, in a working file beyond, so that no
+// camera and no number of cameras decides how much memory the program takes.
+#pragma once
+
+#include "base/FileWriter.h"
+#include "base/WorkFile.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <system_error>
+
+namespace velmora {
+
+/// What the bodies that share it hold of memory and of open files.
+struct BodyStock
+{
+    qint64 bytesInMemory = 0;
+    int files = 0;
+};
+
+/// Filled piece by piece with append(). A reader asks for size() and head(), which cost nothing,
+/// and then either for whole() or, of what may be 64 MiB, for one piece() after the other with a
+/// yield in between:
+///
+///     for (qint64 at = 0; at < body.size(); at += kPiece) {
+///         const std::optional<QByteArray> piece = body.piece(at, kPiece); // nothing: unreadable
+///         …
+///         co_await clock.yield();
+///     }
+///
+/// Whoever looks at the bytes as they arrive does so before append().
+class ReplyBody
+{
+public:
+    static constexpr qint64 kMostInMemory = qint64{256} * 1024;               // of one body
+    static constexpr qint64 kMostInMemoryTogether = qint64{24} * 1024 * 1024; // of one stock
+    static constexpr qint64 kHeadBytes = 4096;
+
+    /// An empty body that nothing is added to.
+    ReplyBody() = default;
+
+    /// A body that is whole, in memory.
+    ReplyBody(QByteArray bytes); // NOLINT(google-explicit-constructor): bytes are a body
+
+    /// An empty body to be filled. workFolder: native path of the folder for a working file, made
+    /// when missing (one level) and only when it is needed.
+    ReplyBody(QString workFolder, std::shared_ptr<BodyStock> stock);
+    ReplyBody(ReplyBody &&other) noexcept;
+    ReplyBody &operator=(ReplyBody &&other) noexcept;
+    ReplyBody(const ReplyBody &) = delete;
+    ReplyBody &operator=(const ReplyBody &) = delete;
+    ~ReplyBody();
+
+    /// Adds bytes at the end. What cannot be written is counted all the same: whether a body that
+    /// cannot be kept matters is seen only when it is to be stored. Throws std::bad_alloc.
+    void append(QByteArrayView bytes);
+
+    /// Room for a body of that length at once, as far as it would stay in memory. Throws
+    /// std::bad_alloc.
+    void reserve(qint64 bytes);
+
+    /// Bytes that have arrived.
+    [[nodiscard]] qint64 size() const { return size_; }
+
+    [[nodiscard]] bool isEmpty() const { return size_ == 0; }
+
+    /// The first bytes, kHeadBytes at most.
+    [[nodiscard]] QByteArrayView head() const;
+
+    /// Why the body cannot be kept; none when it can.
+    [[nodiscard]] std::error_code error() const { return error_; }
+
+    /// Bytes from a place on, so many or as many as there are; nothing when they cannot be read.
+    [[nodiscard]] std::optional<QByteArray> piece(qint64 from, qint64 mostBytes) const;
+
+    /// All of it at once, in memory.
+    [[nodiscard]] std::optional<QByteArray> whole() const { return piece(0, size_); }
+
+    /// Makes the body a file and never replaces one. A body in memory can be stored again; one in a
+    /// working file becomes that file. workFolder: as above, for a body in memory. target: native
+    /// path.
+    StoreResult storeAs(const QString &workFolder, const QString &target);
+
+private:
+    void spill();
+    void giveUp(std::error_code error);
+    void keepInMemory(qsizetype bytes);
+    void release();
+
+    QString workFolder_;
+    std::shared_ptr<BodyStock> stock_;
+    QByteArray memory_; // the whole body, or its head
+    std::unique_ptr<WorkFile> file_;
+    std::error_code error_;
+    qint64 size_ = 0;
+    qint64 counted_ = 0; // bytes of this body in the stock
+};
+
+} // namespace velmora

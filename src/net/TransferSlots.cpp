@@ -1,0 +1,88 @@
+#include "net/TransferSlots.h"
+
+#include <algorithm>
+#include <dirent.h>
+#include <sys/resource.h>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+// Two sockets while two addresses of a server are tried, two ends by which the look-up of its name
+// reports, and a working file.
+constexpr long kDescriptorsEach = 5;
+// For the settings, the log, folders being read, a desktop's opener.
+constexpr long kReserve = 12;
+constexpr int kUsuallyOpen = 40;
+
+int openDescriptors()
+{
+    DIR *const folder = ::opendir("/proc/self/fd");
+    if (folder == nullptr) {
+        return kUsuallyOpen;
+    }
+    int count = -3; // ".", ".." and the folder itself
+    while (::readdir(folder) != nullptr) {
+        ++count;
+    }
+    ::closedir(folder);
+    return count;
+}
+
+long mostDescriptors()
+{
+    rlimit limit = {};
+    const bool known = ::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+    constexpr rlim_t kPlenty = 1 << 20;
+    return static_cast<long>(known ? std::min(limit.rlim_cur, kPlenty) : kPlenty);
+}
+
+} // namespace
+
+TransferSlots::TransferSlots(std::function<int()> held)
+    : held_(std::move(held))
+{
+}
+
+bool TransferSlots::hasRoom()
+{
+    if (running_ == 0) {
+        others_ = openDescriptors() - held_();
+        return true;
+    }
+    return others_ + held_() + (running_ + 1) * kDescriptorsEach + kReserve <= mostDescriptors();
+}
+
+QCoro::Task<bool> TransferSlots::enter(std::stop_token stop)
+{
+    if (waiting_.empty() && hasRoom()) {
+        ++running_;
+        co_return true;
+    }
+    OneShot<bool> admitted;
+    waiting_.push_back(&admitted);
+    const std::stop_callback onStop(std::move(stop), [this, &admitted] { giveUp(&admitted); });
+    const bool entered = co_await admitted;
+    co_return entered;
+}
+
+// One that has been admitted already stays so.
+void TransferSlots::giveUp(OneShot<bool> *waiter)
+{
+    if (std::erase(waiting_, waiter) > 0) {
+        waiter->set(false);
+    }
+}
+
+void TransferSlots::leave()
+{
+    --running_;
+    while (!waiting_.empty() && hasRoom()) {
+        ++running_;
+        OneShot<bool> *const next = waiting_.front();
+        waiting_.pop_front();
+        next->set(true);
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,105 @@
+#include "support/RefusedCalls.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+using velmora::test::Call;
+
+struct Refusal
+{
+    int error = 0;
+    int times = 0;
+};
+
+std::array<Refusal, 7> refusals; // by the call
+
+Refusal &of(Call call)
+{
+    return refusals.at(static_cast<std::size_t>(call));
+}
+
+bool isRefused(Call call)
+{
+    Refusal &refusal = of(call);
+    if (refusal.error == 0 || refusal.times == 0) {
+        return false;
+    }
+    refusal.times -= refusal.times > 0 ? 1 : 0;
+    errno = refusal.error;
+    return true;
+}
+
+} // namespace
+
+// The program under test finds these before those of the C library.
+extern "C" int renameat2(int oldFolder, const char *oldPath, int newFolder, const char *newPath,
+                         unsigned flags) noexcept
+{
+    return isRefused(Call::RenameToNew)
+               ? -1
+               : static_cast<int>(
+                     ::syscall(SYS_renameat2, oldFolder, oldPath, newFolder, newPath, flags));
+}
+
+extern "C" int linkat(int oldFolder, const char *oldPath, int newFolder, const char *newPath,
+                      int flags) noexcept
+{
+    const bool byHandle = (flags & AT_EMPTY_PATH) != 0;
+    const bool ofOpened = byHandle || (flags & AT_SYMLINK_FOLLOW) != 0;
+    if ((byHandle && isRefused(Call::LinkHandle)) || (ofOpened && isRefused(Call::LinkOpened))) {
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_linkat, oldFolder, oldPath, newFolder, newPath, flags));
+}
+
+extern "C" int link(const char *from, const char *to) noexcept
+{
+    return isRefused(Call::Link)
+               ? -1
+               : static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+
+extern "C" int unlink(const char *path) noexcept
+{
+    return isRefused(Call::Unlink) ? -1 : ::unlinkat(AT_FDCWD, path, 0);
+}
+
+extern "C" int flock(int file, int operation) noexcept
+{
+    return isRefused(Call::Lock) ? -1 : static_cast<int>(::syscall(SYS_flock, file, operation));
+}
+
+extern "C" int open(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    if ((flags & O_TMPFILE) == O_TMPFILE && isRefused(Call::OpenNameless)) {
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
+
+namespace velmora::test {
+
+RefusedCall::RefusedCall(Call call, int error, int times)
+    : call_(call)
+{
+    of(call_) = {error, times};
+}
+
+RefusedCall::~RefusedCall()
+{
+    of(call_) = {};
+}
+
+} // namespace velmora::test

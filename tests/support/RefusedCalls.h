@@ -1,0 +1,34 @@
+// A file system that cannot do everything: for the length of a scope system calls of this process
+// are refused. A test program that wants it has RefusedCalls.cpp among its sources.
+#pragma once
+
+namespace velmora::test {
+
+enum class Call {
+    RenameToNew, // renameat2()
+    Link,        // link()
+    LinkHandle,  // linkat() of an open file by its handle
+    LinkOpened,  // linkat() of an open file in any way
+    OpenNameless,
+    Unlink,
+    Lock // flock()
+};
+
+/// A call fails with this error, 0 for not at all.
+class RefusedCall
+{
+public:
+    static constexpr int kEachTime = -1;
+
+    RefusedCall(Call call, int error, int times = kEachTime);
+    RefusedCall(const RefusedCall &) = delete;
+    RefusedCall &operator=(const RefusedCall &) = delete;
+    RefusedCall(RefusedCall &&) = delete;
+    RefusedCall &operator=(RefusedCall &&) = delete;
+    ~RefusedCall();
+
+private:
+    Call call_;
+};
+
+} // namespace velmora::test

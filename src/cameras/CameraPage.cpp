@@ -51,6 +51,7 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
     }
     const QScopedValueRollback loading(loading_, true);
     group_ = group;
+    told_ = {};
     for (int row = 0; row < kRows; ++row) {
         loadRow(row);
     }
@@ -139,33 +140,60 @@ QString CameraPage::storedFolder(CameraAddress camera) const
     return storage_.native(storage_.folderText(table_.CameraFolderName(camera)));
 }
 
-void CameraPage::leaveSource(int row, const QString &text)
+void CameraPage::tellOnce(int row, const QString &message)
 {
-    if (text.size() > kMaxUrlLength) {
-        problems_.tell(
-            QStringLiteral("Overflow: this camera address has %1 characters, at most 255 can be "
-                           "stored; row %2 keeps the address that it had")
-                .arg(text.size())
-                .arg(row));
+    QStringList &messages = told_.at(static_cast<std::size_t>(row)).messages;
+    if (!messages.contains(message)) {
+        messages.append(message);
+        problems_.tell(message);
+    }
+}
+
+bool CameraPage::isStorable(int row, const QString &address)
+{
+    if (address.size() > kMaxUrlLength) {
+        tellOnce(row,
+                 QStringLiteral("Overflow: this camera address has %1 characters, at most 255 can "
+                                "be stored; row %2 keeps the address that it had")
+                     .arg(address.size())
+                     .arg(row));
+        return false;
+    }
+    if (address.size() > kMaxReadBack || !fitsAnsi(address)) {
+        tellOnce(row,
+                 QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "
+                                "keeps 254 characters of the Western European set")
+                     .arg(row));
+    }
+    return true;
+}
+
+// The folder is that of the address which is stored still.
+void CameraPage::makeFolderBefore(int row, const QString &address)
+{
+    const QString folder = storedFolder({group_, row});
+    if (folder.isEmpty() || address.isEmpty() || folderExists(folder)) {
         return;
     }
-    if (text.size() > kMaxReadBack || !fitsAnsi(text)) {
-        problems_.tell(
-            QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "
-                           "keeps 254 characters of the Western European set")
-                .arg(row));
+    if (const std::error_code error = makeFolder(folder)) {
+        tellOnce(row, QStringLiteral("The folder of row %1 cannot be made: %2")
+                          .arg(row)
+                          .arg(QString::fromStdString(error.message())));
     }
-    const CameraAddress camera{group_, row};
-    const QString folder = storedFolder(camera); // of the address before this edit
-    if (!folder.isEmpty() && !folderExists(folder) && !text.isEmpty()) {
-        if (const std::error_code error = makeFolder(folder)) {
-            problems_.tell(QStringLiteral("The folder of row %1 cannot be made: %2")
-                               .arg(row)
-                               .arg(QString::fromStdString(error.message())));
-        }
+}
+
+void CameraPage::leaveSource(int row, const QString &text)
+{
+    const QString address = text.trimmed();
+    if (Told &told = told_.at(static_cast<std::size_t>(row)); told.text != address) {
+        told = {address, {}};
     }
-    at(row).url = text;
-    table_.setUrl(camera, text);
+    if (!isStorable(row, address)) {
+        return;
+    }
+    makeFolderBefore(row, address);
+    at(row).url = address;
+    table_.setUrl({group_, row}, address);
 }
 
 QString CameraPage::folderToOpen(int row) const

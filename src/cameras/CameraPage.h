@@ -49,7 +49,9 @@ public:
     /// The reset button: the new-image counters of the group on screen become 0.
     void RAZ();
 
-    /// The address box of a row was changed, clicked (or got Enter), or left with this text.
+    /// The address box of a row was changed, clicked (or got Enter), or left with this text, of
+    /// which the blanks around it go. What is wrong with a text is told once, not each time that
+    /// its box is left.
     void changeSource(int row, const QString &text);
     void clickSource(int row, const QString &text);
     void leaveSource(int row, const QString &text);
@@ -84,6 +86,9 @@ private:
 
     [[nodiscard]] QString storedFolder(CameraAddress camera) const;
     void loadRow(int row);
+    void tellOnce(int row, const QString &message);
+    [[nodiscard]] bool isStorable(int row, const QString &address);
+    void makeFolderBefore(int row, const QString &address);
     [[nodiscard]] int rememberedRow() const;
 
     const CameraTable &table_;
@@ -96,6 +101,15 @@ private:
     bool loading_ = false;
     QString lastUrlShown_;
     std::array<CameraRow, kRows> rows_;
+
+    /// What was told about the text that stands in a row's box.
+    struct Told
+    {
+        QString text;
+        QStringList messages;
+    };
+
+    std::array<Told, kRows> told_;
 };
 
 } // namespace velmora

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -54,10 +55,53 @@ void CaptureOptions::setTimeout(const QString &text)
     Q_EMIT timeoutChanged(timeout_);
 }
 
+bool CaptureOptions::Hand::mayPutRight()
+{
+    ruleWaits = edits;
+    return !edits;
+}
+
+bool CaptureOptions::Hand::end()
+{
+    edits = false;
+    return std::exchange(ruleWaits, false);
+}
+
+void CaptureOptions::beginTempoEdit()
+{
+    tempoHand_.edits = true;
+}
+
+void CaptureOptions::endTempoEdit()
+{
+    if (tempoHand_.end()) {
+        normaliseTempo();
+    }
+}
+
+void CaptureOptions::beginTimeoutEdit()
+{
+    timeoutHand_.edits = true;
+}
+
+void CaptureOptions::endTimeoutEdit()
+{
+    if (timeoutHand_.end()) {
+        normaliseTimeout();
+    }
+}
+
+double CaptureOptions::tempoSeconds() const
+{
+    return std::clamp(std::abs(leadingNumber(tempo_)), kMinTempo, kMaxTempo);
+}
+
 std::chrono::milliseconds CaptureOptions::normaliseTempo()
 {
-    const double seconds = std::clamp(std::abs(leadingNumber(tempo_)), kMinTempo, kMaxTempo);
-    setTempo(QString::number(static_cast<int>(seconds)));
+    const double seconds = tempoSeconds();
+    if (tempoHand_.mayPutRight()) {
+        setTempo(QString::number(static_cast<int>(seconds)));
+    }
     return std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(seconds));
 }
 
@@ -69,7 +113,9 @@ std::chrono::seconds CaptureOptions::downloadLimit() const
 
 void CaptureOptions::normaliseTimeout()
 {
-    setTimeout(QString::number(downloadLimit().count()));
+    if (timeoutHand_.mayPutRight()) {
+        setTimeout(QString::number(downloadLimit().count()));
+    }
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 // The options of the capture that stand in boxes of the main window: tick length and time-out. They
-// are texts, as typed; every change is stored at once.
+// are texts, as typed; every change is stored at once. What counts follows the text at every
+// moment, but the text itself is put right only when nobody is typing it.
 #pragma once
 
 #include "settings/SettingsFile.h"
@@ -31,6 +32,13 @@ public:
     void setTempo(const QString &text);
     void setTimeout(const QString &text);
 
+    /// The box is being edited, or no longer is. What a rule would have put into it meanwhile is
+    /// put there at the end.
+    void beginTempoEdit();
+    void endTempoEdit();
+    void beginTimeoutEdit();
+    void endTimeoutEdit();
+
     /// Brings the tick length into 1 to 60 seconds, puts it back without decimals, and gives the
     /// interval of the timer, which still has them: 2.7 gives 2700 ms and leaves 2 in the box.
     std::chrono::milliseconds normaliseTempo();
@@ -46,9 +54,25 @@ Q_SIGNALS:
     void timeoutChanged(const QString &text);
 
 private:
+    /// Whether a box is being edited, and whether a rule waits for the end of that.
+    struct Hand
+    {
+        bool edits = false;
+        bool ruleWaits = false;
+
+        /// True when a rule may change the text now.
+        bool mayPutRight();
+        /// True when a rule has waited.
+        bool end();
+    };
+
+    [[nodiscard]] double tempoSeconds() const;
+
     const SettingsFile &settings_;
     QString tempo_;
     QString timeout_;
+    Hand tempoHand_;
+    Hand timeoutHand_;
 };
 
 } // namespace velmora

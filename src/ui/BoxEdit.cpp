@@ -36,6 +36,11 @@ BoxEdit::BoxEdit(QWidget *parent)
     : QLineEdit(parent)
 {
     setValidator(new FirstLine(this));
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        if (hasFocus()) {
+            takeUp();
+        }
+    });
     connect(qApp, &QApplication::focusChanged, this,
             [this](const QWidget *, const QWidget *now) { followFocus(now); });
 }

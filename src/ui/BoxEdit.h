@@ -24,7 +24,8 @@ public:
     void setAside();
 
 Q_SIGNALS:
-    /// The cursor stands in the box, which was not being edited.
+    /// The cursor stands in the box, which was not being edited; or something is typed into it
+    /// after its editing was ended from outside.
     void entered();
 
     /// The editing has ended: the focus went elsewhere in this window. A menu of the box itself is

@@ -10,7 +10,7 @@ CameraRowBoxes::CameraRowBoxes(int row, QGridLayout &grid, CameraPage &page)
     , page_(page)
     , n(new ClickLabel)
     , SB(new Lamp)
-    , Source(new BoxEdit)
+    , Source(new AddressEdit)
     , AutoDelay(new QCheckBox)
     , BestTime(new ClickLabel)
     , TimeLoad(new QLabel)
@@ -81,7 +81,9 @@ void CameraRowBoxes::bind()
     connect(Source, &BoxEdit::clicked, this, [this] { page_.clickSource(row_, Source->text()); });
     connect(Source, &BoxEdit::enterPressed, this,
             [this] { page_.clickSource(row_, Source->text()); });
-    connect(Source, &BoxEdit::left, this, [this] { page_.leaveSource(row_, Source->text()); });
+    connect(Source, &BoxEdit::left, this, &CameraRowBoxes::storeAddress);
+    connect(Source, &AddressEdit::linesPasted, this,
+            [this](const QStringList &addresses) { Q_EMIT linesPasted(row_, addresses); });
     connect(AutoDelay, &QCheckBox::toggled, this,
             [this](bool on) { page_.setAutomatic(row_, on); });
     connect(BestTime, &ClickLabel::clicked, this, [this] { page_.resetBestTime(row_); });
@@ -90,12 +92,10 @@ void CameraRowBoxes::bind()
 
 void CameraRowBoxes::showRow()
 {
-    const QSignalBlocker noSource(Source);
     const QSignalBlocker noAutoDelay(AutoDelay);
     const QSignalBlocker noEffM(EffM);
     const CameraRow &row = page_.row(row_);
-    Source->setText(row.url);
-    Source->setCursorPosition(0);
+    showAddress(row.url);
     AutoDelay->setChecked(row.automatic);
     EffM->setChecked(row.deleteOld);
     showCounters();
@@ -121,10 +121,29 @@ QWidget *CameraRowBoxes::orderTabs(QWidget &before)
     return last;
 }
 
-void CameraRowBoxes::leave()
+void CameraRowBoxes::showAddress(const QString &address)
 {
-    if (Source->hasFocus()) {
-        page_.leaveSource(row_, Source->text());
+    const QSignalBlocker noSource(Source);
+    Source->setText(address);
+    Source->setCursorPosition(0);
+}
+
+// What is stored may be shorter by the blanks around it.
+void CameraRowBoxes::storeAddress()
+{
+    page_.leaveSource(row_, Source->text());
+    if (Source->text() != page_.row(row_).url) {
+        showAddress(page_.row(row_).url);
+    }
+}
+
+void CameraRowBoxes::fill(const QString &address)
+{
+    showAddress(address);
+    if (Source->isInHand()) {
+        Source->leave();
+    } else {
+        storeAddress();
     }
 }
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "cameras/CameraPage.h"
-#include "ui/BoxEdit.h"
+#include "ui/AddressEdit.h"
 #include "ui/ClickLabel.h"
 #include "ui/Lamp.h"
 
@@ -32,23 +32,34 @@ public:
     /// Puts the boxes that take the focus behind `before`, address first; returns the last of them.
     QWidget *orderTabs(QWidget &before);
 
-    /// Stores an address that is still being edited.
-    void leave();
+    /// True while the address is being edited, also behind another window.
+    [[nodiscard]] bool isAddressInHand() const { return Source->isInHand(); }
+
+    /// Ends the editing of the address, which is stored.
+    void leave() { Source->leave(); }
+
+    /// Puts an address into the box and stores it, as if it had been typed and left.
+    void fill(const QString &address);
 
 Q_SIGNALS:
     void folderClicked(int row);
+
+    /// Several addresses were pasted into the box.
+    void linesPasted(int row, const QStringList &addresses);
 
 private:
     void place(QGridLayout &grid);
     void bind();
     void setNames();
     void setTips();
+    void showAddress(const QString &address);
+    void storeAddress();
 
     int row_;
     CameraPage &page_;
     ClickLabel *n;
     Lamp *SB;
-    BoxEdit *Source;
+    AddressEdit *Source;
     QCheckBox *AutoDelay;
     ClickLabel *BestTime;
     QLabel *TimeLoad;

@@ -1,5 +1,6 @@
 #include "ui/Interface.h"
 
+#include "ui/AddressPaste.h"
 #include "ui/LiveBox.h"
 #include "ui/StorageBox.h"
 #include "ui/ToolTips.h"
@@ -66,6 +67,11 @@ void Interface::makeRows()
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::folderClicked, this,
                 &Interface::openFolder);
     }
+    paste_ = new AddressPaste(rows_, services_.page, *this);
+    connect(paste_, &AddressPaste::filled, ui_->Selecteur, qOverload<>(&QWidget::setFocus));
+    for (CameraRowBoxes *const row : rows_) {
+        connect(row, &CameraRowBoxes::linesPasted, paste_, &AddressPaste::offer);
+    }
     setTabOrder(last, ui_->BoutonLien);
     setTabOrder(ui_->BoutonLien, ui_->Cache);
 }
@@ -113,15 +119,27 @@ void Interface::bindOptions()
             [this, show](auto &text) { show(ui_->tempo, text); });
     connect(&options, &CaptureOptions::timeoutChanged, this,
             [this, show](auto &text) { show(ui_->TIO, text); });
+    bindEdit(*ui_->tempo, &CaptureOptions::beginTempoEdit, &CaptureOptions::endTempoEdit);
+    bindEdit(*ui_->TIO, &CaptureOptions::beginTimeoutEdit, &CaptureOptions::endTimeoutEdit);
     connect(ui_->tempo, &QLineEdit::textChanged, &options, &CaptureOptions::setTempo);
     connect(ui_->TIO, &QLineEdit::textChanged, &options, &CaptureOptions::setTimeout);
     connect(ui_->cDebug, &QCheckBox::toggled, this, [this](bool on) { debugSwitch_.set(on); });
     connect(ui_->cmdDebug, &QAbstractButton::pressed, this, &Interface::cmdDebug_MouseDown);
 }
 
+// Enter ends the typing, as leaving the box does.
+void Interface::bindEdit(BoxEdit &box, void (CaptureOptions::*begin)(),
+                         void (CaptureOptions::*end)())
+{
+    connect(&box, &BoxEdit::entered, &services_.options, begin);
+    connect(&box, &BoxEdit::left, &services_.options, end);
+    connect(&box, &BoxEdit::enterPressed, &box, &BoxEdit::leave);
+}
+
 void Interface::bindPage()
 {
     connect(ui_->Selecteur, &QTabBar::currentChanged, this, &Interface::selectGroup);
+    connect(ui_->Selecteur, &GroupTabs::currentClicked, this, &Interface::selectGroup);
     connect(ui_->ActLst, &QCheckBox::toggled, this,
             [this](bool on) { services_.page.setGroupActive(on); });
     connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { services_.page.RAZ(); });
@@ -206,8 +224,20 @@ void Interface::showMessage(const QString &text)
     setPlainToolTip(*ui_->lMessage, text);
 }
 
+// Rows that are about to be loaded would take away what is being typed into one of them.
+void Interface::leaveAddress()
+{
+    for (CameraRowBoxes *const row : rows_) {
+        if (row->isAddressInHand()) {
+            row->leave();
+            ui_->Selecteur->setFocus();
+        }
+    }
+}
+
 void Interface::selectGroup(int group)
 {
+    leaveAddress();
     services_.page.Selecteur_Click(group, isVisible() ? WindowState::Visible : WindowState::Hidden);
 }
 

@@ -28,6 +28,7 @@ class Interface;
 
 namespace velmora {
 
+class AddressPaste;
 class StorageBox;
 class mOuvreLien;
 
@@ -84,6 +85,7 @@ protected:
 private:
     void bindStorage();
     void bindOptions();
+    void bindEdit(BoxEdit &box, void (CaptureOptions::*begin)(), void (CaptureOptions::*end)());
     void bindPage();
     void bindLive(LiveView &live);
     void bindStatus();
@@ -93,6 +95,7 @@ private:
     void showPage();
     void showCaption(Caption caption, const QString &text);
     void selectGroup(int group);
+    void leaveAddress();
     void Cache_Click();
     void Import_Click();
     void cmdDebug_MouseDown();
@@ -105,6 +108,7 @@ private:
     QTimer &timer_;
     std::unique_ptr<Ui::Interface> ui_;
     StorageBox *storageBox_ = nullptr;
+    AddressPaste *paste_ = nullptr;
     std::array<CameraRowBoxes *, kRows> rows_{};
     bool mayClose_ = false;
 };

@@ -8,6 +8,29 @@
 #include <QSignalBlocker>
 
 namespace velmora {
+namespace {
+
+/// What the hide button does goes by its caption.
+struct HideButton
+{
+    QString caption;
+    QString tip;
+    QKeySequence key;
+};
+
+HideButton hideButton(const QString &caption)
+{
+    if (caption == QStringLiteral("Quitter")) {
+        return {caption, StorageBox::tr("End the program"), Qt::ALT | Qt::Key_Q};
+    }
+    const QString tip = StorageBox::tr("Hide this window and show the images");
+    if (caption.isEmpty()) {
+        return {QStringLiteral("Hide"), tip, Qt::ALT | Qt::Key_H};
+    }
+    return {caption, tip, Qt::ALT | Qt::Key_K};
+}
+
+} // namespace
 
 StorageBox::StorageBox(const StorageControls &controls, StorageFolder &storage, QWidget &window)
     : QObject(&window)
@@ -57,8 +80,17 @@ void StorageBox::showState(const StorageState &state)
     controls_.LampSA.setColour(state.lamp);
     controls_.Import.setEnabled(state.captureEnabled && !held_);
     controls_.MakeDir.setVisible(state.canMakeFolder);
-    controls_.Cache.setText(state.hideCaption.isEmpty() ? QStringLiteral("Hide")
-                                                        : state.hideCaption);
+    showHideButton(state.hideCaption);
+}
+
+// A new text takes the button's key away.
+void StorageBox::showHideButton(const QString &caption)
+{
+    const HideButton face = hideButton(caption);
+    controls_.Cache.setText(face.caption);
+    controls_.Cache.setShortcut(face.key);
+    controls_.Cache.setToolTip(face.tip);
+    controls_.Cache.setAccessibleName(tr("%1: %2").arg(face.caption, face.tip));
 }
 
 void StorageBox::holdButtons()

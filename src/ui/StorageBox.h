@@ -37,6 +37,7 @@ private:
     void edit(const QString &typed);
     void showText(const QString &text);
     void showState(const StorageState &state);
+    void showHideButton(const QString &caption);
     void browse();
 
     StorageControls controls_;

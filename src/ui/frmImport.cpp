@@ -1,6 +1,7 @@
 #include "ui/frmImport.h"
 
 #include "ui/ClickLabel.h"
+#include "ui/ToolTips.h"
 #include "ui_frmImport.h"
 
 #include <QCloseEvent>
@@ -125,7 +126,7 @@ void frmImport::showChoices(const ImportFace &face)
     ui_->Cam->setCurrentIndex(face.Cam);
     ui_->Lien->setCurrentIndex(face.Lien);
     ui_->nRep->setText(face.nRep);
-    ui_->nRep->setToolTip(face.nRep);
+    setPlainToolTip(*ui_->nRep, face.nRep);
     ui_->NbF->setText(face.NbF);
     ui_->ctr->setText(face.ctr);
 }

@@ -202,5 +202,31 @@ TEST_F(SourceTest, OpensTheStorageFolderForARowWithoutAddress)
     EXPECT_EQ(page.folderToOpen(3), tree.path(u"drives/c/in"));
 }
 
+TEST_F(SourceTest, TheBlanksAroundAnAddressGo)
+{
+    leave(2, QStringLiteral(" \thttp://cam/a b.png  "));
+    EXPECT_EQ(table.url({0, 2}), QStringLiteral("http://cam/a b.png"));
+    EXPECT_TRUE(tree.read(u"Velmora.ini").contains("lst2=http://cam/a b.png\r\n"));
+    EXPECT_EQ(page.row(2).url, QStringLiteral("http://cam/a b.png"));
+}
+
+TEST_F(SourceTest, SaysOnceWhatIsWrongWithAText)
+{
+    int told = 0;
+    QObject::connect(&problems, &Problems::warned, &page, [&told] { ++told; });
+    for (const QString &text : {QString(300, u'x'), QStringLiteral("http://h/\u0436.jpg")}) {
+        told = 0;
+        leave(2, text);
+        leave(2, text);
+        EXPECT_EQ(told, 1) << text.toStdString();
+        leave(2, QStringLiteral("a"));
+        leave(2, text);
+        EXPECT_EQ(told, 2) << text.toStdString();
+    }
+    told = 0;
+    leave(3, QString(300, u'x'));
+    EXPECT_EQ(told, 1);
+}
+
 } // namespace
 } // namespace velmora

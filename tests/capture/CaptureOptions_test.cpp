@@ -209,5 +209,40 @@ TEST_F(CaptureOptionsTest, TellsTheBoxesWhatWasLoaded)
     EXPECT_EQ(told, (QStringList{QStringLiteral("7"), QStringLiteral("9")}));
 }
 
+TEST_F(CaptureOptionsTest, LeavesATickLengthAloneWhileItIsTyped)
+{
+    options_->beginTempoEdit();
+    options_->setTempo(QString());
+    EXPECT_EQ(options_->normaliseTempo(), 1s);
+    EXPECT_EQ(options_->tempo(), QString());
+    options_->setTempo(QStringLiteral("90"));
+    EXPECT_EQ(options_->normaliseTempo(), 60s);
+    EXPECT_EQ(options_->tempo(), QStringLiteral("90"));
+    options_->endTempoEdit();
+    EXPECT_EQ(options_->tempo(), QStringLiteral("60"));
+    EXPECT_EQ(stored(u"Tempo"), QStringLiteral("60"));
+}
+
+TEST_F(CaptureOptionsTest, LeavesATimeOutAloneWhileItIsTyped)
+{
+    options_->beginTimeoutEdit();
+    options_->setTimeout(QStringLiteral("3"));
+    options_->normaliseTimeout();
+    EXPECT_EQ(options_->downloadLimit(), 5s);
+    EXPECT_EQ(options_->timeout(), QStringLiteral("3"));
+    options_->endTimeoutEdit();
+    EXPECT_EQ(options_->timeout(), QStringLiteral("5"));
+}
+
+TEST_F(CaptureOptionsTest, PutsNothingRightWhenNoRuleAskedForItMeanwhile)
+{
+    options_->beginTempoEdit();
+    options_->setTempo(QStringLiteral("2.7"));
+    options_->endTempoEdit();
+    EXPECT_EQ(options_->tempo(), QStringLiteral("2.7"));
+    EXPECT_EQ(options_->normaliseTempo(), 2700ms);
+    EXPECT_EQ(options_->tempo(), QStringLiteral("2"));
+}
+
 } // namespace
 } // namespace velmora::test

@@ -148,5 +148,17 @@ TEST_F(BoxEditTest, TellsClicksOfTheLeftButtonAlone)
     EXPECT_EQ(clicked.count(), 1);
 }
 
+TEST_F(BoxEditTest, IsEnteredAgainByTypingAfterItsEditingWasEnded)
+{
+    box_.setFocus();
+    box_.leave();
+    const QSignalSpy entered(&box_, &BoxEdit::entered);
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    QTest::keyClicks(&box_, QStringLiteral("ab"));
+    EXPECT_EQ(entered.count(), 1);
+    other_.setFocus();
+    EXPECT_EQ(left.count(), 1);
+}
+
 } // namespace
 } // namespace velmora

@@ -1,8 +1,11 @@
 // The ten camera rows of the main window: what a click or a key on each control stores and shows.
 #include "WindowHouse.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTabBar>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -273,6 +276,96 @@ TEST_F(CameraRows, ACaptureLeavesTheAddressThatIsBeingTyped)
     house_.house.tick();
     EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source4")).text(),
               QStringLiteral("http://cam/e.png?x=1"));
+}
+
+TEST_F(CameraRows, ClosingTheWindowLeavesTheBoxOnce)
+{
+    house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));
+    house_.window.close();
+    house_.window.allowClose();
+    house_.window.close();
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QStringLiteral("ab"));
+    EXPECT_FALSE(house_.house.tree.exists(u"drives/c/in/ab"));
+}
+
+TEST_F(CameraRows, AnotherWindowLeavesNoAddressBox)
+{
+    house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QString());
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    house_.leaveBox();
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QStringLiteral("ab"));
+    EXPECT_FALSE(house_.house.tree.exists(u"drives/c/in/ab"));
+}
+
+TEST_F(CameraRows, ClosingBehindAnotherWindowStoresTheAddressThatIsBeingTyped)
+{
+    house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    house_.window.close();
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QStringLiteral("ab"));
+}
+
+TEST_F(CameraRows, TheWheelOverTheTabsDoesNothing)
+{
+    house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));
+    auto &tabs = house_.find<QTabBar>(QStringLiteral("Selecteur"));
+    const QPointF at = tabs.tabRect(0).center();
+    QWheelEvent turn(at, tabs.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                     Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&tabs, &turn);
+    EXPECT_EQ(tabs.currentIndex(), 0);
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source2")).text(), QStringLiteral("ab"));
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QString());
+}
+
+TEST_F(CameraRows, AClickOnTheCurrentTabReloadsItsPage)
+{
+    house_.house.addCamera({0, 3}, QStringLiteral("http://cam/by-hand.jpg"));
+    house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));
+    house_.selectTab(0);
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).text(),
+              QStringLiteral("http://cam/by-hand.jpg"));
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QStringLiteral("ab"));
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source2")).text(), QStringLiteral("ab"));
+}
+
+TEST_F(CameraRows, ComingUpAgainLeavesTheBoxBeforeItsRowIsLoaded)
+{
+    house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));
+    house_.window.bringUp();
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source2")).text(), QStringLiteral("ab"));
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QStringLiteral("ab"));
+    EXPECT_FALSE(house_.find<QLineEdit>(QStringLiteral("Source2")).hasFocus());
+}
+
+TEST_F(CameraRows, ATabChangedByAKeyOrAToolLeavesTheBoxFirst)
+{
+    house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));
+    house_.find<QTabBar>(QStringLiteral("Selecteur")).setCurrentIndex(4);
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QStringLiteral("ab"));
+    EXPECT_EQ(house_.stored(u"Liste4", u"lst2"), QString());
+}
+
+TEST_F(CameraRows, APastedAddressComesWithoutTheBlanksAroundIt)
+{
+    house_.type(QStringLiteral("Source2"), QString());
+    for (const QString &text :
+         {QStringLiteral("  http://cam/1.jpg \t"), QStringLiteral("\r\n http://cam/1.jpg\n")}) {
+        QGuiApplication::clipboard()->setText(text);
+        auto &box = house_.find<QLineEdit>(QStringLiteral("Source2"));
+        box.selectAll();
+        QTest::keySequence(&box, QKeySequence::Paste);
+        EXPECT_EQ(box.text(), QStringLiteral("http://cam/1.jpg"));
+    }
 }
 
 } // namespace

@@ -43,6 +43,7 @@ TEST_F(InterfaceOptions, ATickPutsTheTimerBoxRight)
     for (const auto &row : rows) {
         SCOPED_TRACE(row.typed);
         house_.retype(QStringLiteral("tempo"), QLatin1String(row.typed));
+        house_.leaveBox();
         house_.house.scheduler.RegleTempo();
         EXPECT_EQ(box(QStringLiteral("tempo")), QLatin1String(row.shown));
         EXPECT_EQ(house_.house.timer.interval(), row.intervalMs);
@@ -53,9 +54,11 @@ TEST_F(InterfaceOptions, ATickPutsTheTimerBoxRight)
 TEST_F(InterfaceOptions, ADownloadPutsTheTimeoutBoxRight)
 {
     house_.retype(QStringLiteral("TIO"), QStringLiteral("-30"));
+    house_.leaveBox();
     house_.house.options.normaliseTimeout();
     EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("30"));
     house_.retype(QStringLiteral("TIO"), QStringLiteral("2"));
+    house_.leaveBox();
     house_.house.options.normaliseTimeout();
     EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("5"));
 }
@@ -86,6 +89,51 @@ TEST_F(InterfaceOptions, ImportLogsItsClick)
 {
     house_.click(QStringLiteral("Import"));
     EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("Interface Import_Click")));
+}
+
+TEST_F(InterfaceOptions, ThirtyCanBeTypedOverAnEmptiedTimerBoxWhileTicksCome)
+{
+    house_.retype(QStringLiteral("tempo"), QString());
+    house_.house.scheduler.RegleTempo();
+    EXPECT_EQ(box(QStringLiteral("tempo")), QString());
+    EXPECT_EQ(house_.house.timer.interval(), 1000);
+    for (const char key : {'3', '0'}) {
+        house_.type(QStringLiteral("tempo"), QString(QLatin1Char(key)));
+        house_.house.scheduler.RegleTempo();
+    }
+    house_.leaveBox();
+    EXPECT_EQ(box(QStringLiteral("tempo")), QStringLiteral("30"));
+    EXPECT_EQ(house_.house.timer.interval(), 30000);
+}
+
+TEST_F(InterfaceOptions, ATimeOutCanBeTypedOverAnEmptiedBoxWhileDownloadsBegin)
+{
+    house_.retype(QStringLiteral("TIO"), QString());
+    house_.house.options.normaliseTimeout();
+    house_.type(QStringLiteral("TIO"), QStringLiteral("3"));
+    house_.house.options.normaliseTimeout();
+    house_.type(QStringLiteral("TIO"), QStringLiteral("0"));
+    house_.leaveBox();
+    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("30"));
+}
+
+TEST_F(InterfaceOptions, EnterEndsTheTyping)
+{
+    house_.retype(QStringLiteral("tempo"), QStringLiteral("90"));
+    house_.house.scheduler.RegleTempo();
+    QTest::keyClick(&house_.find<QLineEdit>(QStringLiteral("tempo")), Qt::Key_Return);
+    EXPECT_EQ(box(QStringLiteral("tempo")), QStringLiteral("60"));
+}
+
+TEST_F(InterfaceOptions, AnotherWindowDoesNotEndTheTyping)
+{
+    house_.retype(QStringLiteral("tempo"), QStringLiteral("90"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    house_.house.scheduler.RegleTempo();
+    EXPECT_EQ(box(QStringLiteral("tempo")), QStringLiteral("90"));
 }
 
 } // namespace

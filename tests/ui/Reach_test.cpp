@@ -145,5 +145,34 @@ TEST_F(Reach, LabelsWithAKeyLeadToTheirBox)
     }
 }
 
+TEST_F(Reach, NoNameForScreenReadersHasAMarkOfAKey)
+{
+    for (const QWidget *const control : house_.window.findChildren<QWidget *>()) {
+        EXPECT_FALSE(control->accessibleName().contains(u'&'))
+            << control->objectName().toStdString();
+    }
+}
+
+TEST_F(Reach, TheHideButtonSaysWhatItDoes)
+{
+    const struct
+    {
+        const char *folder;
+        const char *caption;
+        const char *tip;
+        Qt::Key key;
+    } rows[] = {{"C:\\none", "Quitter", "End the program", Qt::Key_Q},
+                {"C:\\in", "Ok", "Hide this window and show the images", Qt::Key_K}};
+
+    const auto &button = house_.find<QAbstractButton>(QStringLiteral("Cache"));
+    for (const auto &row : rows) {
+        house_.retype(QStringLiteral("StRep"), QLatin1String(row.folder));
+        EXPECT_EQ(button.text(), QLatin1String(row.caption));
+        EXPECT_EQ(button.toolTip(), QLatin1String(row.tip));
+        EXPECT_TRUE(button.accessibleName().contains(QLatin1String(row.tip)));
+        EXPECT_EQ(button.shortcut(), QKeySequence(Qt::ALT | row.key));
+    }
+}
+
 } // namespace
 } // namespace velmora::test

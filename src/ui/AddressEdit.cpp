@@ -1,0 +1,77 @@
+#include "ui/AddressEdit.h"
+
+#include "cameras/PastedAddresses.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+
+namespace velmora {
+
+void AddressEdit::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Paste)) {
+        pasteFrom(QClipboard::Clipboard);
+        event->accept();
+    } else {
+        BoxEdit::keyPressEvent(event);
+    }
+}
+
+// The middle button pastes what is selected somewhere, at the place that it points to.
+void AddressEdit::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::MiddleButton && QGuiApplication::clipboard()->supportsSelection()) {
+        deselect();
+        setCursorPosition(cursorPositionAt(event->position().toPoint()));
+        pasteFrom(QClipboard::Selection);
+        event->accept();
+    } else {
+        BoxEdit::mouseReleaseEvent(event);
+    }
+}
+
+void AddressEdit::dropEvent(QDropEvent *event)
+{
+    if (event->source() == this) { // a piece of the text moves within it
+        BoxEdit::dropEvent(event);
+        return;
+    }
+    deselect();
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
+    take(event->mimeData()->text());
+    event->acceptProposedAction();
+}
+
+void AddressEdit::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *const menu = createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (auto *const paste = menu->findChild<QAction *>(QStringLiteral("edit-paste"))) {
+        paste->disconnect(SIGNAL(triggered(bool)));
+        connect(paste, &QAction::triggered, this, [this] { pasteFrom(QClipboard::Clipboard); });
+    }
+    menu->popup(event->globalPos());
+}
+
+void AddressEdit::pasteFrom(QClipboard::Mode mode)
+{
+    take(QGuiApplication::clipboard()->text(mode));
+}
+
+void AddressEdit::take(const QString &text)
+{
+    const QStringList addresses = addressLines(text);
+    if (addresses.size() > 1) {
+        Q_EMIT linesPasted(addresses);
+    } else if (!addresses.isEmpty()) {
+        insert(addresses.constFirst());
+    }
+}
+
+} // namespace velmora

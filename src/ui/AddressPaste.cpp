@@ -1,0 +1,90 @@
+#include "ui/AddressPaste.h"
+
+#include <QMessageBox>
+
+namespace velmora {
+namespace {
+
+QString rowList(const QList<int> &rows)
+{
+    QStringList numbers;
+    for (const int row : rows) {
+        numbers.append(QString::number(row));
+    }
+    const QString last = numbers.takeLast();
+    return numbers.isEmpty()
+               ? last
+               : AddressPaste::tr("%1 and %2").arg(numbers.join(QStringLiteral(", ")), last);
+}
+
+QString fate(const PastedAddresses &pasted)
+{
+    switch (pasted.overwritten.size()) {
+    case 0:
+        return AddressPaste::tr("No address is overwritten.");
+    case 1:
+        return AddressPaste::tr("The address that row %1 has now is overwritten.")
+            .arg(pasted.overwritten.constFirst());
+    default:
+        return AddressPaste::tr("The addresses that rows %1 have now are overwritten.")
+            .arg(rowList(pasted.overwritten));
+    }
+}
+
+QString question(const PastedAddresses &pasted)
+{
+    const qsizetype count = pasted.addresses.size() + pasted.leftOut;
+    const QString rows =
+        pasted.addresses.size() == 1
+            ? AddressPaste::tr("row %1 with the first").arg(pasted.firstRow)
+            : AddressPaste::tr("rows %1 to %2").arg(pasted.firstRow).arg(pasted.lastRow());
+    QStringList sentences{
+        AddressPaste::tr("%1 addresses were pasted. Fill %2?").arg(count).arg(rows), fate(pasted)};
+    if (pasted.leftOut > 0) {
+        sentences.append(AddressPaste::tr("%1 of them find no row in this group and are left out.")
+                             .arg(pasted.leftOut));
+    }
+    return sentences.join(QStringLiteral("\n\n"));
+}
+
+} // namespace
+
+AddressPaste::AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page, QWidget &window)
+    : QObject(&window)
+    , rows_(rows)
+    , page_(page)
+    , window_(window)
+{
+}
+
+void AddressPaste::offer(int firstRow, const QStringList &addresses)
+{
+    QStringList shown;
+    for (int row = 0; row < kRows; ++row) {
+        shown.append(page_.row(row).url);
+    }
+    const PastedAddresses pasted = placeAddresses(addresses, firstRow, shown);
+    auto *const box =
+        new QMessageBox(QMessageBox::Question, tr("Several addresses"), question(pasted),
+                        QMessageBox::Yes | QMessageBox::No, &window_);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setDefaultButton(pasted.overwritten.isEmpty() ? QMessageBox::Yes : QMessageBox::No);
+    connect(box, &QMessageBox::finished, this, [this, pasted, group = page_.group()](int answer) {
+        if (answer == QMessageBox::Yes && group == page_.group()) {
+            fill(pasted);
+        }
+    });
+    box->open();
+}
+
+void AddressPaste::fill(const PastedAddresses &pasted)
+{
+    for (int row = pasted.firstRow; row <= pasted.lastRow(); ++row) {
+        rows_[static_cast<std::size_t>(row)]->fill(pasted.addresses.at(row - pasted.firstRow));
+    }
+    page_.changeSource(pasted.firstRow, pasted.addresses.constFirst());
+    Q_EMIT filled();
+}
+
+} // namespace velmora

@@ -1,0 +1,37 @@
+// Several addresses pasted into one address box: they fill its row and those below, after a
+// question.
+#pragma once
+
+#include "cameras/CameraPage.h"
+#include "cameras/PastedAddresses.h"
+#include "ui/CameraRowBoxes.h"
+
+#include <span>
+
+namespace velmora {
+
+class AddressPaste : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// rows: the boxes of the group on screen, from row 0 on. Everything given outlives this
+    /// object, which belongs to the window.
+    AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page, QWidget &window);
+
+    /// Asks, and fills the rows when the answer is yes. firstRow: 0-based.
+    void offer(int firstRow, const QStringList &addresses);
+
+Q_SIGNALS:
+    /// The rows have their addresses, and no box is being edited any more.
+    void filled();
+
+private:
+    void fill(const PastedAddresses &pasted);
+
+    std::span<CameraRowBoxes *const> rows_;
+    CameraPage &page_;
+    QWidget &window_;
+};
+
+} // namespace velmora

@@ -1,0 +1,108 @@
+// Several addresses pasted into an address box: the question, and the rows that they fill.
+#include "WindowHouse.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+class AddressPasteTest : public testing::Test
+{
+protected:
+    QMessageBox *question() { return house_.window.findChild<QMessageBox *>(); }
+
+    void paste(int row, const QString &text)
+    {
+        QGuiApplication::clipboard()->setText(text);
+        house_.type(QStringLiteral("Source%1").arg(row), QString());
+        QTest::keySequence(&house_.find<QLineEdit>(QStringLiteral("Source%1").arg(row)),
+                           QKeySequence::Paste);
+    }
+
+    void answer(QMessageBox::StandardButton button)
+    {
+        ASSERT_NE(question(), nullptr);
+        QTest::mouseClick(question()->button(button), Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    QString stored(int row) { return house_.stored(u"Liste0", rowKey(u"lst", row)); }
+
+    QString box(int row)
+    {
+        return house_.find<QLineEdit>(QStringLiteral("Source%1").arg(row)).text();
+    }
+
+    WindowHouse house_;
+};
+
+TEST_F(AddressPasteTest, FillsTheRowAndThoseBelowAfterOneQuestion)
+{
+    paste(3, QStringLiteral("http://cam/a.jpg\r\n\r\n http://cam/b.jpg \r\nhttp://cam/c.jpg\r\n"));
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->text(), QStringLiteral("3 addresses were pasted. Fill rows 3 to 5?\n\n"
+                                                 "No address is overwritten."));
+    EXPECT_EQ(stored(3), QString());
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(stored(3), QStringLiteral("http://cam/a.jpg"));
+    EXPECT_EQ(stored(4), QStringLiteral("http://cam/b.jpg"));
+    EXPECT_EQ(stored(5), QStringLiteral("http://cam/c.jpg"));
+    EXPECT_EQ(box(5), QStringLiteral("http://cam/c.jpg"));
+    EXPECT_EQ(stored(6), QString());
+}
+
+TEST_F(AddressPasteTest, SaysWhichRowsAreOverwrittenAndWhatFindsNoRow)
+{
+    house_.house.addCamera({0, 8}, QStringLiteral("http://cam/old.jpg"));
+    house_.house.addCamera({0, 9}, QStringLiteral("http://cam/older.jpg"));
+    house_.selectTab(0);
+    paste(8, QStringLiteral("a\nb\nc\nd"));
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->text(),
+              QStringLiteral("4 addresses were pasted. Fill rows 8 to 9?\n\n"
+                             "The addresses that rows 8 and 9 have now are overwritten.\n\n"
+                             "2 of them find no row in this group and are left out."));
+    EXPECT_EQ(question()->defaultButton(), question()->button(QMessageBox::No));
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(stored(8), QStringLiteral("a"));
+    EXPECT_EQ(stored(9), QStringLiteral("b"));
+}
+
+TEST_F(AddressPasteTest, ChangesNothingWhenToldNo)
+{
+    house_.type(QStringLiteral("Source2"), QStringLiteral("http"));
+    paste(2, QStringLiteral("a\nb"));
+    answer(QMessageBox::No);
+    EXPECT_EQ(box(2), QStringLiteral("http"));
+    EXPECT_EQ(box(3), QString());
+    EXPECT_EQ(stored(2), QString());
+}
+
+TEST_F(AddressPasteTest, TheFilledRowIsLeftOnce)
+{
+    paste(2, QStringLiteral("a\nb"));
+    answer(QMessageBox::Yes);
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    house_.leaveBox();
+    EXPECT_FALSE(house_.house.tree.exists(u"drives/c/in/a"));
+}
+
+TEST_F(AddressPasteTest, ShowsTheLivePictureOfTheFirstAlone)
+{
+    QStringList wanted;
+    QObject::connect(&house_.house.page, &CameraPage::liveViewWanted, &house_.window,
+                     [&wanted](CameraAddress, const QString &url) { wanted.append(url); });
+    paste(2, QStringLiteral("a\nb\nc"));
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(wanted, QStringList{QStringLiteral("a")});
+}
+
+} // namespace
+} // namespace velmora::test

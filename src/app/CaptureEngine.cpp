@@ -41,6 +41,14 @@ void CaptureEngine::start()
     launch(watch_.run(scope_.stopToken()));
 }
 
+void CaptureEngine::adoptSettings()
+{
+    debugSwitch_.load();
+    options_.adoptStored();
+    storage_.adoptStored();
+    page_.reread();
+}
+
 // A killed run may have left unnamed files in the storage folder that is used now.
 void CaptureEngine::clearStrayFiles(const StorageState &state)
 {

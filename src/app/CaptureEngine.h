@@ -71,6 +71,9 @@ public:
     /// Loads the start values and watches over the storage folder, once it has been checked.
     void start();
 
+    /// Another program has changed the settings: takes over what is held of them.
+    void adoptSettings();
+
     /// Gives up whatever still runs and waits for its end.
     QCoro::Task<> close();
 

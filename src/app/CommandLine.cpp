@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "app/AdminOptions.h"
+
 #include <QCommandLineParser>
 
 namespace velmora {
@@ -28,6 +30,7 @@ void addOptions(QCommandLineParser &parser)
                                   "counted.")});
     parser.addOption(
         {kPasses, QStringLiteral("With --capture: ends after <n> passes."), QStringLiteral("n")});
+    addAdminOptions(parser);
 }
 
 // The toolkit's options that are followed by a value.
@@ -51,14 +54,23 @@ StartRequest usageError(const QString &text)
     return UsageError{text + QStringLiteral("\nTry 'velmora --help'.")};
 }
 
+StartRequest adminRequest(const QCommandLineParser &parser,
+                          const std::variant<AdminCommand, QString> &asked)
+{
+    if (const auto *const wrong = std::get_if<QString>(&asked)) {
+        return usageError(*wrong);
+    }
+    if (parser.isSet(kCapture) || parser.isSet(kPasses)) {
+        return usageError(QStringLiteral("--capture goes with no other command."));
+    }
+    return AdminRequest{parser.value(kFolder), std::get<AdminCommand>(asked)};
+}
+
 StartRequest runRequest(const QCommandLineParser &parser)
 {
     RunRequest run;
     run.programFolder = parser.value(kFolder);
     run.headless = parser.isSet(kCapture);
-    if (parser.isSet(kFolder) && run.programFolder.isEmpty()) {
-        return usageError(QStringLiteral("--program-folder needs a folder."));
-    }
     if (!parser.isSet(kPasses)) {
         return run;
     }
@@ -97,7 +109,11 @@ StartRequest parseCommandLine(const QStringList &arguments)
         return usageError(
             QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
     }
-    return runRequest(parser);
+    if (parser.isSet(kFolder) && parser.value(kFolder).isEmpty()) {
+        return usageError(QStringLiteral("--program-folder needs a folder."));
+    }
+    const auto admin = adminCommand(parser);
+    return admin ? adminRequest(parser, *admin) : runRequest(parser);
 }
 
 } // namespace velmora

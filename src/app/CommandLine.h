@@ -1,6 +1,8 @@
 // What the program was asked to do when it was started.
 #pragma once
 
+#include "admin/AdminCommand.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -17,6 +19,13 @@ struct RunRequest
     std::optional<int> passes; // end after so many
 };
 
+/// Look after cameras and settings, without windows and beside whatever runs.
+struct AdminRequest
+{
+    QString programFolder; // as given, empty for the usual one
+    AdminCommand command;
+};
+
 /// Print a text on standard output and end.
 struct PrintRequest
 {
@@ -29,7 +38,7 @@ struct UsageError
     QString text;
 };
 
-using StartRequest = std::variant<RunRequest, PrintRequest, UsageError>;
+using StartRequest = std::variant<RunRequest, AdminRequest, PrintRequest, UsageError>;
 
 /// arguments: those of the program, its name first. Options of the windowing toolkit ("-platform
 /// offscreen",

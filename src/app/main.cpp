@@ -1,4 +1,6 @@
 // Starts the program: with windows, or capturing without any.
+#include "admin/Administration.h"
+#include "admin/ProgramDesk.h"
 #include "app/CommandLine.h"
 #include "app/DesktopIdentity.h"
 #include "app/HeadlessCapture.h"
@@ -47,6 +49,8 @@ QStringList argumentList(int argc, char **argv)
 
 const QString kNoDisplay = QStringLiteral(
     "there is no display that can be opened. Use --capture to capture without windows.");
+
+const QString kNoFolder = QStringLiteral("the program folder cannot be made");
 
 bool hasDisplay(const QStringList &arguments)
 {
@@ -129,7 +133,7 @@ int run(int argc, char **argv, const RunRequest &request)
 
     const QString folder = programFolder(currentPlace(request.programFolder));
     if (folder.isEmpty()) {
-        return fail(QStringLiteral("the program folder cannot be made"), 1);
+        return fail(kNoFolder, 1);
     }
     SingleInstance instance(folder);
     const Claim claim = instance.claim(request.headless ? Front::None : Front::Windows);
@@ -141,8 +145,36 @@ int run(int argc, char **argv, const RunRequest &request)
     SystemClock clock;
     HttpClient http;
     CaptureEngine engine(folder, clock, http);
+    ProgramDesk desk(folder, engine.store());
+    QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
+    desk.open();
     return request.headless ? captureWithoutWindows(engine, signalWatcher, instance, request.passes)
                             : runWindows(engine, signalWatcher, instance);
+}
+
+// "velmora: " stands in front of a sentence that tells of a failure; of a command that did its work
+// it is a note.
+int tell(const CommandResult &result)
+{
+    QTextStream(stdout) << result.out << Qt::flush;
+    if (!result.error.isEmpty()) {
+        QTextStream(stderr) << "velmora: " << result.error << Qt::endl;
+    }
+    return result.status;
+}
+
+int administerFolder(int argc, char **argv, const AdminRequest &request)
+{
+    const QCoreApplication application(argc, argv);
+    const QString folder = programFolder(currentPlace(request.programFolder));
+    if (folder.isEmpty()) {
+        return fail(kNoFolder, 1);
+    }
+    prepareSettings(folder, qEnvironmentVariable("windir"));
+    return tell(administer(folder, request.command, [](const QString &place) {
+        const std::optional<pid_t> process = processOn(place);
+        return process ? std::optional<qint64>(*process) : std::nullopt;
+    }));
 }
 
 } // namespace
@@ -153,6 +185,7 @@ int main(int argc, char **argv)
     const StartRequest request = parseCommandLine(argumentList(argc, argv));
     return std::visit(
         Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },
+                   [&](const AdminRequest &asked) { return administerFolder(argc, argv, asked); },
                    [](const PrintRequest &asked) {
                        QTextStream(stdout) << asked.text;
                        return 0;

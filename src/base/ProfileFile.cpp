@@ -1,6 +1,7 @@
 #include "base/ProfileFile.h"
 
 #include "base/FileWriter.h"
+#include "base/ProfileLock.h"
 #include "base/ProfileText.h"
 #include "base/UniqueFd.h"
 
@@ -95,6 +96,12 @@ QByteArray applied(QByteArray bytes, const ProfileEdit &edit)
     return bytes.replace(edit.offset, edit.removed, edit.inserted);
 }
 
+// A text that is not known must not be written over.
+bool mayWrite(const OpenProfile &profile)
+{
+    return profile.missing || (profile.bytes && (profile.mode & kAnyWriter) != 0);
+}
+
 QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 {
     while (!text.isEmpty() && text.back() == ' ') {
@@ -122,10 +129,10 @@ QByteArray readProfileValue(const QString &path, QByteArrayView section, QByteAr
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value)
 {
+    const ProfileLock lock(path);
     OpenProfile profile = openProfile(path, O_RDWR);
-    const bool writable = profile.bytes && (profile.mode & kAnyWriter) != 0;
-    if (!writable && !profile.missing) {
-        return ProfileWrite::Failed; // a text that is not known must not be written over
+    if (!mayWrite(profile)) {
+        return ProfileWrite::Failed;
     }
     const ProfileText text(std::move(profile.bytes).value_or(QByteArray()));
     const ProfileEdit edit = text.edit(section, key, value);
@@ -136,6 +143,22 @@ ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByt
                              ? writeInPlace(profile.file.get(), edit, text.bytes().size())
                              : !replaceFile(path, applied(text.bytes(), edit));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
+}
+
+ProfileWrite changeProfile(const QString &path,
+                           const std::function<QByteArray(const QByteArray &)> &change)
+{
+    const ProfileLock lock(path);
+    const OpenProfile profile = openProfile(path, O_RDWR);
+    if (!mayWrite(profile)) {
+        return ProfileWrite::Failed;
+    }
+    const QByteArray before = profile.bytes.value_or(QByteArray());
+    const QByteArray after = change(before);
+    if (after == before) {
+        return ProfileWrite::Unchanged;
+    }
+    return replaceFile(path, after) ? ProfileWrite::Failed : ProfileWrite::Written;
 }
 
 } // namespace velmora

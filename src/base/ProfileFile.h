@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace velmora {
@@ -28,5 +29,11 @@ enum class ProfileWrite {
 /// without write permission stays as it is, whoever runs the program.
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value);
+
+/// Writes many values at once: `change` gets the text as it stands, empty when there is no file,
+/// and gives what it is to be. No other program writes in between, and all of it is on disk or
+/// none.
+ProfileWrite changeProfile(const QString &path,
+                           const std::function<QByteArray(const QByteArray &)> &change);
 
 } // namespace velmora

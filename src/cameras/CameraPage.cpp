@@ -1,7 +1,7 @@
 #include "cameras/CameraPage.h"
 
-#include "base/AnsiText.h"
 #include "base/Folders.h"
+#include "cameras/AddressRule.h"
 
 #include <QScopedValueRollback>
 
@@ -10,8 +10,6 @@ namespace {
 
 const QString kControl = QStringLiteral("Control");
 const QString kSelecteur = QStringLiteral("Selecteur");
-constexpr qsizetype kMaxUrlLength = 255;
-constexpr qsizetype kMaxReadBack = 254;
 
 QStringView boxValue(bool checked)
 {
@@ -60,6 +58,20 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
     currentRow_ = rememberedRow();
     Q_EMIT pageLoaded();
     Q_EMIT picturesCleared();
+}
+
+void CameraPage::reread()
+{
+    const QScopedValueRollback loading(loading_, true);
+    for (int row = 0; row < kRows; ++row) {
+        at(row) = table_.row({group_, row});
+        if (at(row).url.isEmpty()) {
+            at(row) = {};
+            at(row).lamp = LampColour::Red;
+        }
+    }
+    groupActive_ = table_.isGroupActive(group_);
+    Q_EMIT pageReread();
 }
 
 void CameraPage::loadRow(int row)
@@ -151,19 +163,12 @@ void CameraPage::tellOnce(int row, const QString &message)
 
 bool CameraPage::isStorable(int row, const QString &address)
 {
-    if (address.size() > kMaxUrlLength) {
-        tellOnce(row,
-                 QStringLiteral("Overflow: this camera address has %1 characters, at most 255 can "
-                                "be stored; row %2 keeps the address that it had")
-                     .arg(address.size())
-                     .arg(row));
+    if (const auto refusal = addressRefusal(address, row)) {
+        tellOnce(row, *refusal);
         return false;
     }
-    if (address.size() > kMaxReadBack || !fitsAnsi(address)) {
-        tellOnce(row,
-                 QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "
-                                "keeps 254 characters of the Western European set")
-                     .arg(row));
+    if (const auto loss = addressLoss(address, row)) {
+        tellOnce(row, *loss);
     }
     return true;
 }

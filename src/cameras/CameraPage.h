@@ -41,6 +41,10 @@ public:
     /// state in the file. Does nothing while the main window is hidden.
     void Selecteur_Click(int group, WindowState window);
 
+    /// Another program has changed the settings: loads the rows of the group on screen anew. An
+    /// address that is being edited stays as it is.
+    void reread();
+
     void setAutomatic(int row, bool on);
     void setDeleteOld(int row, bool on);
     void resetBestTime(int row);
@@ -70,6 +74,9 @@ Q_SIGNALS:
     /// Rows, switch or group are others than before.
     void pageLoaded();
     void rowChanged(int row);
+
+    /// Rows and switch were loaded anew while the user may be typing in one of them.
+    void pageReread();
 
     /// The pictures of the live view no longer belong to the page.
     void picturesCleared();

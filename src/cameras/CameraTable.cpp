@@ -3,6 +3,8 @@
 #include "base/LeadingNumber.h"
 #include "cameras/FolderName.h"
 
+#include <array>
+
 namespace velmora {
 namespace {
 
@@ -28,6 +30,15 @@ QString rowKey(QStringView word, int row)
     return word.toString() + QString::number(row);
 }
 
+void forgetRow(SettingsDraft &draft, CameraAddress camera)
+{
+    for (const QStringView word :
+         std::array<QStringView, 8>{u"AutoDelai", u"EffM", u"BestTime", u"SB", u"TimeLoad", u"lNew",
+                                    u"LastModified", u"LocalTime"}) {
+        draft.remove(groupSection(camera.group), rowKey(word, camera.row));
+    }
+}
+
 CameraTable::CameraTable(const SettingsFile &settings, Problems &problems)
     : settings_(settings)
     , problems_(problems)
@@ -49,6 +60,11 @@ bool CameraTable::isGroupActive(int group) const
     return isGroupActive(settings_.snapshot(), group);
 }
 
+QString CameraTable::url(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return settings.read(listSection(camera.group), rowKey(u"lst", camera.row));
+}
+
 bool CameraTable::isGroupActive(const SettingsSnapshot &settings, int group)
 {
     return settings.number(listSection(group), u"LstAct") == 1;
@@ -58,7 +74,7 @@ CameraSchedule CameraTable::schedule(const SettingsSnapshot &settings, CameraAdd
 {
     const QString section = groupSection(camera.group);
     CameraSchedule schedule;
-    schedule.url = settings.read(listSection(camera.group), rowKey(u"lst", camera.row));
+    schedule.url = url(settings, camera);
     schedule.automatic = isOn(settings.number(section, rowKey(u"AutoDelai", camera.row)));
     schedule.bestTime = bestTimeFromText(settings.read(section, rowKey(u"BestTime", camera.row)));
     schedule.lastImage = settings.read(section, rowKey(u"LocalTime", camera.row));

@@ -48,6 +48,9 @@ struct CameraRecord
 /// Key of a row ("AutoDelai7").
 [[nodiscard]] QString rowKey(QStringView word, int row);
 
+/// Takes all that a row has gathered out of its group's section: options, counters, dates.
+void forgetRow(SettingsDraft &draft, CameraAddress camera);
+
 /// Reads and writes straight through to the settings file.
 class CameraTable
 {
@@ -66,6 +69,7 @@ public:
 
     [[nodiscard]] CameraRow row(CameraAddress camera) const;
 
+    [[nodiscard]] static QString url(const SettingsSnapshot &settings, CameraAddress camera);
     [[nodiscard]] static bool isGroupActive(const SettingsSnapshot &settings, int group);
     [[nodiscard]] static CameraSchedule schedule(const SettingsSnapshot &settings,
                                                  CameraAddress camera);

@@ -18,6 +18,28 @@ StorageState storageState(bool folderPresent)
                          : StorageState{LampColour::Red, false, true, QStringLiteral("Quitter")};
 }
 
+std::optional<QString> storageRefusal(const NativePaths &paths, const QString &nativeFolder)
+{
+    const QString text = paths.folderText(nativeFolder);
+    if (FormRep(text) == text && paths.native(text) == nativeFolder) {
+        return std::nullopt;
+    }
+    return QStringLiteral("The folder %1 cannot be the storage folder: its path holds a blank or "
+                          "one of \\ * ? < > | \", which are taken out of storage paths")
+        .arg(nativeFolder);
+}
+
+QString storedStorage(const SettingsSnapshot &settings)
+{
+    const QString stored = settings.read(kControl, kStRep);
+    return stored.isEmpty() ? kDefaultFolder : stored;
+}
+
+void setStorage(SettingsDraft &draft, const QString &text)
+{
+    draft.write(kControl, kStRep, FormRep(withBackslashes(text).trimmed()));
+}
+
 StorageFolder::StorageFolder(const CameraTable &table, const NativePaths &paths, EventLog &log,
                              Problems &problems)
     : table_(table)
@@ -46,8 +68,18 @@ void StorageFolder::setText(const QString &text)
 
 void StorageFolder::load()
 {
-    const QString stored = table_.settings().read(kControl, kStRep);
-    setText(stored.isEmpty() ? kDefaultFolder : stored);
+    setText(storedStorage(table_.settings().snapshot()));
+}
+
+void StorageFolder::adoptStored()
+{
+    const QString stored = storedStorage(table_.settings().snapshot());
+    if (editing_ || FormRep(stored.trimmed()) == FormRep(text_.trimmed())) {
+        return;
+    }
+    setText(stored);
+    testSA();
+    timersStopped_ = timersStopped_ && state_.lamp == LampColour::Red;
 }
 
 void StorageFolder::testSA()
@@ -68,15 +100,11 @@ void StorageFolder::edit(const QString &typed)
 
 void StorageFolder::choose(const QString &nativeFolder)
 {
-    const QString text = paths_.folderText(nativeFolder);
-    if (FormRep(text) != text || native(text) != nativeFolder) {
-        problems_.tell(
-            QStringLiteral("The folder %1 cannot be the storage folder: its path holds a blank or "
-                           "one of \\ * ? < > | \", which are taken out of storage paths")
-                .arg(nativeFolder));
+    if (const auto refusal = storageRefusal(paths_, nativeFolder)) {
+        problems_.tell(*refusal);
         return;
     }
-    edit(text);
+    edit(paths_.folderText(nativeFolder));
 }
 
 void StorageFolder::beginEdit()

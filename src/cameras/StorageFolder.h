@@ -27,6 +27,17 @@ struct StorageState
 
 [[nodiscard]] StorageState storageState(bool folderPresent);
 
+/// Why a native folder cannot be the storage folder, in words: the cleaning of storage paths would
+/// change its path. Nothing when it can.
+[[nodiscard]] std::optional<QString> storageRefusal(const NativePaths &paths,
+                                                    const QString &nativeFolder);
+
+/// The storage folder's text as the settings hold it, "C:\in" when they hold none.
+[[nodiscard]] QString storedStorage(const SettingsSnapshot &settings);
+
+/// Stores a text as typing it into the storage box does.
+void setStorage(SettingsDraft &draft, const QString &text);
+
 class StorageFolder : public QObject
 {
     Q_OBJECT
@@ -56,6 +67,10 @@ public:
 
     /// Takes the stored text, "C:\in" when there is none; checks nothing.
     void load();
+
+    /// Another program has changed the settings: takes the folder stored there and checks it,
+    /// unless the box is being edited.
+    void adoptStored();
 
     /// Cleans the text and checks the folder: `checked` says what follows from it.
     void testSA();

@@ -18,6 +18,21 @@ constexpr double kMaxTempo = 60;
 constexpr double kMinTimeout = 5;
 constexpr double kMaxTimeout = 24.0 * 3600; // a longer wait would not fit libcurl's milliseconds
 
+double clampedTempo(QStringView text)
+{
+    return std::clamp(std::abs(leadingNumber(text)), kMinTempo, kMaxTempo);
+}
+
+double clampedTimeout(QStringView text)
+{
+    return std::clamp(std::trunc(std::abs(leadingNumber(text))), kMinTimeout, kMaxTimeout);
+}
+
+QString wholeText(double number)
+{
+    return QString::number(static_cast<int>(number));
+}
+
 } // namespace
 
 CaptureOptions::CaptureOptions(const SettingsFile &settings)
@@ -33,6 +48,13 @@ void CaptureOptions::load()
     timeout_ = timeout == 0 ? QStringLiteral("5") : QString::number(timeout, 'g', kDigits);
     Q_EMIT tempoChanged(tempo_);
     Q_EMIT timeoutChanged(timeout_);
+}
+
+void CaptureOptions::adoptStored()
+{
+    if (!tempoHand_.edits && !timeoutHand_.edits) {
+        load();
+    }
 }
 
 void CaptureOptions::setTempo(const QString &text)
@@ -91,24 +113,38 @@ void CaptureOptions::endTimeoutEdit()
     }
 }
 
-double CaptureOptions::tempoSeconds() const
+QString storedTempo(const SettingsSnapshot &settings)
 {
-    return std::clamp(std::abs(leadingNumber(tempo_)), kMinTempo, kMaxTempo);
+    return wholeText(clampedTempo(settings.read(kControl, kTempo)));
+}
+
+QString storedTimeout(const SettingsSnapshot &settings)
+{
+    return wholeText(clampedTimeout(settings.read(kControl, kTIO)));
+}
+
+void setStoredTempo(SettingsDraft &draft, QStringView text)
+{
+    draft.write(kControl, kTempo, wholeText(clampedTempo(text)));
+}
+
+void setStoredTimeout(SettingsDraft &draft, QStringView text)
+{
+    draft.write(kControl, kTIO, wholeText(clampedTimeout(text)));
 }
 
 std::chrono::milliseconds CaptureOptions::normaliseTempo()
 {
-    const double seconds = tempoSeconds();
+    const double seconds = clampedTempo(tempo_);
     if (tempoHand_.mayPutRight()) {
-        setTempo(QString::number(static_cast<int>(seconds)));
+        setTempo(wholeText(seconds));
     }
     return std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(seconds));
 }
 
 std::chrono::seconds CaptureOptions::downloadLimit() const
 {
-    const double whole = std::trunc(std::abs(leadingNumber(timeout_)));
-    return std::chrono::seconds{static_cast<int>(std::clamp(whole, kMinTimeout, kMaxTimeout))};
+    return std::chrono::seconds{static_cast<int>(clampedTimeout(timeout_))};
 }
 
 void CaptureOptions::normaliseTimeout()

@@ -11,6 +11,14 @@
 
 namespace velmora {
 
+/// Tick length and time-out as stored, brought into their range: whole seconds, as text.
+[[nodiscard]] QString storedTempo(const SettingsSnapshot &settings);
+[[nodiscard]] QString storedTimeout(const SettingsSnapshot &settings);
+
+/// Store what their boxes would hold once they have put a text into its range.
+void setStoredTempo(SettingsDraft &draft, QStringView text);
+void setStoredTimeout(SettingsDraft &draft, QStringView text);
+
 class CaptureOptions : public QObject
 {
     Q_OBJECT
@@ -20,6 +28,10 @@ public:
 
     /// Takes the stored values, with "1" and "5" for those that are no number or 0; stores nothing.
     void load();
+
+    /// Another program has changed the settings: takes over what is stored, unless a box is being
+    /// edited.
+    void adoptStored();
 
     /// Tick length in seconds.
     [[nodiscard]] const QString &tempo() const { return tempo_; }
@@ -65,8 +77,6 @@ private:
         /// True when a rule has waited.
         bool end();
     };
-
-    [[nodiscard]] double tempoSeconds() const;
 
     const SettingsFile &settings_;
     QString tempo_;

@@ -95,6 +95,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
 
 void ImageStore::announce(const QString &url, CameraAddress camera)
 {
+    Q_EMIT loadBegan(camera);
     const QString step = QStringLiteral("Load %1:%2").arg(camera.group).arg(camera.row);
     const QString test = QStringLiteral("Test ") + withoutCredentials(url);
     services_.status.set(Caption::Step, step);

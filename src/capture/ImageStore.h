@@ -30,6 +30,9 @@ public:
     [[nodiscard]] int automaticCounter(CameraAddress camera) const;
 
 Q_SIGNALS:
+    /// It is this camera's turn; `loaded` tells its end.
+    void loadBegan(velmora::CameraAddress camera);
+
     void imageStored(velmora::CameraAddress camera, const QString &fileName);
 
     /// The camera gave no picture, or it could not be stored; the reason is for people.

@@ -35,6 +35,13 @@ QStringView firstLine(QStringView value)
     return value.first(end - value.begin());
 }
 
+QString readFrom(const ProfileText &text, QStringView section, QStringView key)
+{
+    const QByteArrayView value =
+        text.value(toAnsi(section), toAnsi(key)).value_or(QByteArrayView());
+    return fromAnsi(value.first(qMin(value.size(), kBufferSize - 1)));
+}
+
 } // namespace
 
 QString ReadINI(QStringView section, QStringView key, const QString &file)
@@ -51,9 +58,7 @@ void WriteINI(QStringView section, QStringView key, QStringView value, const QSt
 
 QString SettingsSnapshot::read(QStringView section, QStringView key) const
 {
-    const QByteArrayView value =
-        text_.value(toAnsi(section), toAnsi(key)).value_or(QByteArrayView());
-    return fromAnsi(value.first(qMin(value.size(), kBufferSize - 1)));
+    return readFrom(text_, section, key);
 }
 
 double SettingsSnapshot::number(QStringView section, QStringView key) const
@@ -64,6 +69,30 @@ double SettingsSnapshot::number(QStringView section, QStringView key) const
 qint32 SettingsSnapshot::int32(QStringView section, QStringView key) const
 {
     return wholeNumber(*this, section, key, toInt32);
+}
+
+QString SettingsDraft::read(QStringView section, QStringView key) const
+{
+    return readFrom(text_, section, key);
+}
+
+void SettingsDraft::write(QStringView section, QStringView key, QStringView value)
+{
+    const QByteArray stored = toAnsi(firstLine(value));
+    apply(text_.edit(toAnsi(section), toAnsi(key), QByteArrayView(stored)));
+}
+
+void SettingsDraft::remove(QStringView section, QStringView key)
+{
+    apply(text_.edit(toAnsi(section), toAnsi(key), std::nullopt));
+}
+
+void SettingsDraft::apply(const ProfileEdit &edit)
+{
+    if (!edit.isEmpty()) {
+        QByteArray bytes = text_.bytes();
+        text_ = ProfileText(bytes.replace(edit.offset, edit.removed, edit.inserted));
+    }
 }
 
 SettingsFile::SettingsFile(QString programFolder)
@@ -109,6 +138,16 @@ void SettingsFile::write(QStringView section, QStringView key, qint64 value) con
 SettingsSnapshot SettingsFile::snapshot() const
 {
     return SettingsSnapshot(readProfile(path()));
+}
+
+SettingsChange SettingsFile::change(const std::function<void(SettingsDraft &)> &change) const
+{
+    const ProfileWrite written = changeProfile(path(), [&change](const QByteArray &bytes) {
+        SettingsDraft draft(bytes);
+        change(draft);
+        return draft.bytes();
+    });
+    return written == ProfileWrite::Failed ? SettingsChange::Failed : SettingsChange::Made;
 }
 
 } // namespace velmora

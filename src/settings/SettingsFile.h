@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace velmora {
 
 /// The stored text, empty when section, key or file is missing, cut to 254 characters.
@@ -38,6 +40,39 @@ private:
     ProfileText text_;
 };
 
+/// Settings that are being changed together: what is read is what has been written so far.
+class SettingsDraft
+{
+public:
+    explicit SettingsDraft(QByteArray bytes)
+        : text_(std::move(bytes))
+    {
+    }
+
+    /// Same result as ReadINI would have.
+    [[nodiscard]] QString read(QStringView section, QStringView key) const;
+
+    [[nodiscard]] SettingsSnapshot snapshot() const { return SettingsSnapshot(text_.bytes()); }
+
+    /// Of a text of several lines the first.
+    void write(QStringView section, QStringView key, QStringView value);
+
+    /// Takes a key out.
+    void remove(QStringView section, QStringView key);
+
+    [[nodiscard]] const QByteArray &bytes() const { return text_.bytes(); }
+
+private:
+    void apply(const ProfileEdit &edit);
+
+    ProfileText text_;
+};
+
+enum class SettingsChange {
+    Made, // also when there was nothing to change
+    Failed
+};
+
 class SettingsFile
 {
 public:
@@ -62,6 +97,11 @@ public:
     void write(QStringView section, QStringView key, qint64 value) const;
 
     [[nodiscard]] SettingsSnapshot snapshot() const;
+
+    /// Reads, decides and writes as one step, into which no other program can come: all that
+    /// `change` writes is stored together or not at all.
+    [[nodiscard]] SettingsChange
+    change(const std::function<void(SettingsDraft &draft)> &change) const;
 
 private:
     QString programFolder_;

@@ -92,10 +92,25 @@ void CameraRowBoxes::bind()
 
 void CameraRowBoxes::showRow()
 {
+    showAddress(page_.row(row_).url);
+    showChoices();
+}
+
+void CameraRowBoxes::refreshRow()
+{
+    const bool isEdited = Source->isInHand() && Source->isModified();
+    if (isEdited || Source->text() == page_.row(row_).url) {
+        showChoices();
+    } else {
+        showRow();
+    }
+}
+
+void CameraRowBoxes::showChoices()
+{
     const QSignalBlocker noAutoDelay(AutoDelay);
     const QSignalBlocker noEffM(EffM);
     const CameraRow &row = page_.row(row_);
-    showAddress(row.url);
     AutoDelay->setChecked(row.automatic);
     EffM->setChecked(row.deleteOld);
     showCounters();

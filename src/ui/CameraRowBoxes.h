@@ -26,6 +26,9 @@ public:
     /// Shows the whole row, as after a tab switch.
     void showRow();
 
+    /// Shows the whole row, but for an address that is being edited.
+    void refreshRow();
+
     /// Shows what the capture changes; the address box is the user's.
     void showCounters();
 
@@ -49,6 +52,7 @@ Q_SIGNALS:
 
 private:
     void place(QGridLayout &grid);
+    void showChoices();
     void bind();
     void setNames();
     void setTips();

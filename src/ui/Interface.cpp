@@ -144,6 +144,7 @@ void Interface::bindPage()
             [this](bool on) { services_.page.setGroupActive(on); });
     connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { services_.page.RAZ(); });
     connect(&services_.page, &CameraPage::pageLoaded, this, &Interface::showPage);
+    connect(&services_.page, &CameraPage::pageReread, this, &Interface::refreshPage);
     connect(&services_.page, &CameraPage::rowChanged, this,
             [this](int row) { rows_.at(static_cast<std::size_t>(row))->showCounters(); });
     showPage();
@@ -182,14 +183,28 @@ void Interface::bindStatus()
     connect(&services_.status, &CaptureStatus::changed, this, &Interface::showCaption);
 }
 
+// The tab stays; what another program has changed is shown.
+void Interface::refreshPage()
+{
+    showSwitches();
+    for (CameraRowBoxes *const row : rows_) {
+        row->refreshRow();
+    }
+}
+
+void Interface::showSwitches()
+{
+    const QSignalBlocker noActLst(ui_->ActLst);
+    const QSignalBlocker noDebug(ui_->cDebug);
+    ui_->ActLst->setChecked(services_.page.isGroupActive());
+    ui_->cDebug->setChecked(debugSwitch_.isOn());
+}
+
 void Interface::showPage()
 {
     const QSignalBlocker noSelecteur(ui_->Selecteur);
-    const QSignalBlocker noActLst(ui_->ActLst);
-    const QSignalBlocker noDebug(ui_->cDebug);
     ui_->Selecteur->setCurrentIndex(services_.page.group());
-    ui_->ActLst->setChecked(services_.page.isGroupActive());
-    ui_->cDebug->setChecked(debugSwitch_.isOn());
+    showSwitches();
     for (CameraRowBoxes *const row : rows_) {
         row->showRow();
     }

@@ -93,6 +93,8 @@ private:
     void makeTabs();
     void makeRows();
     void showPage();
+    void refreshPage();
+    void showSwitches();
     void showCaption(Caption caption, const QString &text);
     void selectGroup(int group);
     void leaveAddress();

@@ -42,8 +42,78 @@ TEST(CommandLine, HelpNamesEveryOption)
     const QString text = std::get<PrintRequest>(parse({QStringLiteral("--help")})).text;
     EXPECT_FALSE(text.contains(QStringLiteral("executable_name")));
     for (const char *const option :
-         {"--program-folder", "--capture", "--passes", "--help", "--version"}) {
+         {"--program-folder", "--capture", "--passes", "--help", "--version", "--add", "--camera",
+          "--name", "--keep", "--remove", "--list", "--status", "--json", "--import-list",
+          "--export-list", "--set", "--get"}) {
         EXPECT_TRUE(text.contains(QLatin1String(option))) << option;
+    }
+}
+
+AdminCommand command(const QStringList &options)
+{
+    return std::get<AdminRequest>(parse(options)).command;
+}
+
+QStringList words(const char *options)
+{
+    return QString::fromUtf8(options).split(u' ', Qt::SkipEmptyParts);
+}
+
+TEST(CommandLine, TakesACameraToAdd)
+{
+    const auto plain = std::get<AddCommand>(command(words("--add http://cam/x.jpg")));
+    EXPECT_EQ(plain.address, QStringLiteral("http://cam/x.jpg"));
+    EXPECT_FALSE(plain.camera);
+    EXPECT_EQ(plain.keep, KeepChoice{});
+    const auto whole = std::get<AddCommand>(
+        command(words("--add rtsp://cam/ --camera 3:7 --name Garage --keep clearly:5")));
+    EXPECT_EQ(whole.camera, (CameraAddress{3, 7}));
+    EXPECT_EQ(whole.name, QStringLiteral("Garage"));
+    EXPECT_EQ(whole.keep, (KeepChoice{Keep::Clearly, 5}));
+}
+
+TEST(CommandLine, TakesTheOtherCommands)
+{
+    EXPECT_EQ(std::get<RemoveCommand>(command(words("--remove 3:7"))).camera,
+              (CameraAddress{3, 7}));
+    EXPECT_EQ(std::get<ListCommand>(command(words("--list"))).form, ListForm::Plain);
+    EXPECT_EQ(std::get<ListCommand>(command(words("--list --json"))).form, ListForm::Json);
+    EXPECT_EQ(std::get<StatusCommand>(command(words("--status --json"))).form, ListForm::Json);
+    EXPECT_EQ(std::get<ImportListCommand>(command(words("--import-list a"))).file,
+              QStringLiteral("a"));
+    EXPECT_EQ(std::get<ExportListCommand>(command(words("--export-list a"))).file,
+              QStringLiteral("a"));
+    EXPECT_EQ(std::get<SetCommand>(command(words("--set a=1 --set b=2"))).assignments,
+              words("a=1 b=2"));
+    EXPECT_EQ(std::get<GetCommand>(command(words("--get a"))).keys, words("a"));
+    EXPECT_EQ(std::get<AdminRequest>(parse(words("--list --program-folder /x"))).programFolder,
+              QStringLiteral("/x"));
+}
+
+TEST(CommandLine, RefusesCommandsThatAreMalformed)
+{
+    for (const char *const wrong : {"--add",
+                                    "--add=",
+                                    "--add http://a/ --camera 10:0",
+                                    "--add http://a/ --camera a",
+                                    "--add http://a/ --keep often",
+                                    "--add http://a/ --keep clearly:x",
+                                    "--remove 0",
+                                    "--remove",
+                                    "--json",
+                                    "--camera 0:0",
+                                    "--name x",
+                                    "--list --keep dated",
+                                    "--list --status",
+                                    "--set",
+                                    "--get",
+                                    "--set a=1 --json",
+                                    "--import-list",
+                                    "--import-list=",
+                                    "--export-list=",
+                                    "--list --capture",
+                                    "--list extra"}) {
+        EXPECT_TRUE(std::holds_alternative<UsageError>(parse(words(wrong)))) << wrong;
     }
 }
 

@@ -11,6 +11,8 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <thread>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -272,6 +274,54 @@ TEST_F(ProfileFile, PrefersAnEmptyValueToTheDefault)
 {
     begin("[s]\r\nk=\r\n");
     EXPECT_EQ(readProfileValue(path(), "s", "k", "d", 255), QByteArray());
+}
+
+TEST(ChangeProfile, WritesManyValuesAtOnce)
+{
+    const test::TempTree tree;
+    tree.write(u"a.ini", "[s]\r\na=1\r\n");
+    const QString path = tree.path(u"a.ini");
+    const ProfileWrite written =
+        changeProfile(path, [](const QByteArray &text) { return text + "b=2\r\nc=3\r\n"; });
+    EXPECT_EQ(written, ProfileWrite::Written);
+    EXPECT_EQ(tree.read(u"a.ini"), "[s]\r\na=1\r\nb=2\r\nc=3\r\n");
+    EXPECT_EQ(changeProfile(path, [](const QByteArray &text) { return text; }),
+              ProfileWrite::Unchanged);
+}
+
+TEST(ChangeProfile, MakesAFileForItsUserAlone)
+{
+    const test::TempTree tree;
+    const QString path = tree.path(u"new.ini");
+    EXPECT_EQ(changeProfile(path, [](const QByteArray &) { return QByteArray("[s]\r\n"); }),
+              ProfileWrite::Written);
+    EXPECT_EQ(tree.read(u"new.ini"), "[s]\r\n");
+}
+
+TEST(ChangeProfile, LosesNothingThatOthersWriteMeanwhile)
+{
+    constexpr int kWriters = 4;
+    constexpr int kValues = 50;
+    const test::TempTree tree;
+    const QString path = tree.path(u"a.ini");
+    std::vector<std::thread> writers;
+    for (int writer = 0; writer < kWriters; ++writer) {
+        writers.emplace_back([&path, writer] {
+            for (int value = 0; value < kValues; ++value) {
+                const QByteArray key = QByteArray::number(writer) + '_' + QByteArray::number(value);
+                if (value % 2 == 0) {
+                    writeProfileValue(path, "s", key, QByteArrayView("x"));
+                } else {
+                    changeProfile(path,
+                                  [&key](const QByteArray &text) { return text + key + "=x\r\n"; });
+                }
+            }
+        });
+    }
+    for (std::thread &writer : writers) {
+        writer.join();
+    }
+    EXPECT_EQ(tree.read(u"a.ini").count("=x\r\n"), kWriters * kValues);
 }
 
 } // namespace

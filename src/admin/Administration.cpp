@@ -1,0 +1,76 @@
+#include "admin/Administration.h"
+
+#include "admin/CameraCommands.h"
+#include "admin/RunningProgram.h"
+#include "admin/SettingKeys.h"
+#include "admin/StatusReport.h"
+
+namespace velmora {
+namespace {
+
+/// Gives each command to the part that knows it.
+class Desk
+{
+public:
+    Desk(const QString &programFolder, const FindHolder &findHolder)
+        : settings_(programFolder)
+        , paths_(programFolder)
+        , findHolder_(findHolder)
+    {
+    }
+
+    CommandResult operator()(const AddCommand &command) { return addCamera(settings_, command); }
+
+    CommandResult operator()(const RemoveCommand &command)
+    {
+        return removeCamera(settings_, command);
+    }
+
+    CommandResult operator()(const ListCommand &command) { return listCameras(settings_, command); }
+
+    CommandResult operator()(const ImportListCommand &command)
+    {
+        return importList(settings_, command);
+    }
+
+    CommandResult operator()(const ExportListCommand &command)
+    {
+        return exportList(settings_, command);
+    }
+
+    CommandResult operator()(const SetCommand &command)
+    {
+        return setKeys(settings_, paths_, command);
+    }
+
+    CommandResult operator()(const GetCommand &command)
+    {
+        return getKeys(settings_, paths_, command);
+    }
+
+    CommandResult operator()(const StatusCommand &command)
+    {
+        const QString &folder = settings_.programFolder();
+        return statusResult(
+            programStatus(settings_, paths_, findHolder_(folder), askProgram(folder)), command);
+    }
+
+private:
+    SettingsFile settings_;
+    NativePaths paths_;
+    const FindHolder &findHolder_;
+};
+
+} // namespace
+
+CommandResult administer(const QString &programFolder, const AdminCommand &command,
+                         const FindHolder &findHolder)
+{
+    CommandResult result = std::visit(Desk(programFolder, findHolder), command);
+    if (result.changed) {
+        tellChange(programFolder);
+    }
+    return result;
+}
+
+} // namespace velmora

@@ -1,0 +1,19 @@
+// Carries out what the command line asks, beside a running program or without one.
+#pragma once
+
+#include "admin/AdminCommand.h"
+
+#include <functional>
+#include <optional>
+
+namespace velmora {
+
+/// Finds the process that runs on a program folder.
+using FindHolder = std::function<std::optional<qint64>(const QString &programFolder)>;
+
+/// programFolder: native path without links. A program that runs on it sees what has changed before
+/// this returns.
+[[nodiscard]] CommandResult administer(const QString &programFolder, const AdminCommand &command,
+                                       const FindHolder &findHolder);
+
+} // namespace velmora

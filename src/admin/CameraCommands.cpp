@@ -1,0 +1,214 @@
+#include "admin/CameraCommands.h"
+
+#include "admin/ListPlan.h"
+#include "base/OneLine.h"
+#include "cameras/AddressRule.h"
+#include "cameras/CameraChoices.h"
+#include "cameras/CameraTable.h"
+#include "capture/CameraUrl.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace velmora {
+namespace {
+
+constexpr qint64 kMostListBytes = 2LL * 1024 * 1024; // more than a list may have
+
+const QString kNotStored = QStringLiteral("The settings file cannot be written");
+
+CommandResult stored(SettingsChange change, CommandResult result)
+{
+    if (change == SettingsChange::Failed) {
+        return CommandResult::refused(kNotStored);
+    }
+    result.changed = result.status == kDone;
+    return result;
+}
+
+// The words are those of the main window's row.
+std::optional<QString> addRefusal(const AddCommand &command, CameraAddress place)
+{
+    if (const auto refusal = addressRefusal(command.address, place.row)) {
+        return refusal;
+    }
+    if (const auto loss = addressLoss(command.address, place.row)) {
+        return loss;
+    }
+    if (holdsControls(command.address)) {
+        return QStringLiteral("A camera's address is one line without control characters");
+    }
+    if (!command.keep.isInRange()) {
+        return percentRefusal();
+    }
+    return nameRefusal(command.name);
+}
+
+QString offHint(const SettingsSnapshot &settings, int group)
+{
+    return CameraTable::isGroupActive(settings, group)
+               ? QString()
+               : QStringLiteral("Group %1 is off; --set group.%1=on switches it on").arg(group);
+}
+
+CommandResult addTo(SettingsDraft &draft, const AddCommand &command)
+{
+    const SettingsSnapshot settings = draft.snapshot();
+    const std::optional<CameraAddress> place =
+        command.camera ? command.camera : firstFreeRow(settings, std::nullopt);
+    if (!place) {
+        return CommandResult::refused(QStringLiteral("All hundred rows are taken"));
+    }
+    if (!CameraTable::url(settings, *place).isEmpty()) {
+        return CommandResult::refused(
+            QStringLiteral("Row %1 has a camera already").arg(cameraText(*place)));
+    }
+    if (const auto refusal = addRefusal(command, *place)) {
+        return CommandResult::refused(*refusal);
+    }
+    storeCamera(draft, *place, command.address, command.name);
+    setCameraKeep(draft, *place, command.keep);
+    return {kDone, cameraText(*place) + u'\n', offHint(settings, place->group), true};
+}
+
+QString keepOf(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return keepText(cameraKeep(settings, camera));
+}
+
+QJsonObject cameraObject(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return {{QStringLiteral("group"), camera.group},
+            {QStringLiteral("row"), camera.row},
+            {QStringLiteral("address"), withoutCredentials(CameraTable::url(settings, camera))},
+            {QStringLiteral("name"), cameraName(settings, camera)},
+            {QStringLiteral("on"), CameraTable::isGroupActive(settings, camera.group)},
+            {QStringLiteral("keep"), keepOf(settings, camera)}};
+}
+
+QString cameraLine(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return QStringList{cameraText(camera), withoutCredentials(CameraTable::url(settings, camera)),
+                       cameraName(settings, camera),
+                       CameraTable::isGroupActive(settings, camera.group) ? QStringLiteral("on")
+                                                                          : QStringLiteral("off"),
+                       keepOf(settings, camera)}
+               .join(u'\t') +
+           u'\n';
+}
+
+std::vector<CameraAddress> configuredCameras(const SettingsSnapshot &settings)
+{
+    std::vector<CameraAddress> cameras;
+    for (const ListedCamera &camera : tableAsList(settings)) {
+        cameras.push_back({*camera.group, *camera.row});
+    }
+    return cameras;
+}
+
+std::optional<QByteArray> readList(const QString &path)
+{
+    QFile file(path);
+    const bool opened = path == QStringLiteral("-") ? file.open(stdin, QFile::ReadOnly)
+                                                    : file.open(QFile::ReadOnly);
+    return opened ? std::optional(file.read(kMostListBytes)) : std::nullopt;
+}
+
+CommandResult importInto(SettingsDraft &draft, const CameraList &list)
+{
+    const ListPlan plan = planList(list, draft.snapshot());
+    if (!plan.isSound()) {
+        return CommandResult::refused(plan.faults() + QStringLiteral("\nNothing was stored."));
+    }
+    CommandResult result;
+    QStringList doubles;
+    for (const PlannedCamera &planned : plan.cameras) {
+        const QString address = withoutCredentials(planned.camera.address);
+        if (planned.fate == Fate::Added) {
+            result.out += cameraText(*planned.place) + u' ' + address + u'\n';
+        } else {
+            doubles.append(QStringLiteral("line %1: %2 %3")
+                               .arg(planned.camera.line)
+                               .arg(address, planned.remark));
+        }
+    }
+    result.error = doubles.join(u'\n');
+    carryOut(plan, draft);
+    return result;
+}
+
+} // namespace
+
+CommandResult addCamera(const SettingsFile &settings, const AddCommand &command)
+{
+    CommandResult result;
+    const SettingsChange change =
+        settings.change([&](SettingsDraft &draft) { result = addTo(draft, command); });
+    return stored(change, std::move(result));
+}
+
+CommandResult removeCamera(const SettingsFile &settings, const RemoveCommand &command)
+{
+    CommandResult result;
+    const CameraAddress camera = command.camera;
+    const SettingsChange change = settings.change([&](SettingsDraft &draft) {
+        if (CameraTable::url(draft.snapshot(), camera).isEmpty()) {
+            result = CommandResult::refused(
+                QStringLiteral("Row %1 has no camera").arg(cameraText(camera)));
+            return;
+        }
+        draft.write(listSection(camera.group), rowKey(u"lst", camera.row), {});
+        forgetRow(draft, camera);
+        forgetCamera(draft, camera);
+    });
+    return stored(change, std::move(result));
+}
+
+CommandResult listCameras(const SettingsFile &settings, const ListCommand &command)
+{
+    const SettingsSnapshot snapshot = settings.snapshot();
+    QJsonArray array;
+    QString lines;
+    for (const CameraAddress camera : configuredCameras(snapshot)) {
+        array.append(cameraObject(snapshot, camera));
+        lines += cameraLine(snapshot, camera);
+    }
+    const bool json = command.form == ListForm::Json;
+    return {kDone, json ? QString::fromUtf8(QJsonDocument(array).toJson()) : lines, {}, false};
+}
+
+CommandResult importList(const SettingsFile &settings, const ImportListCommand &command)
+{
+    const std::optional<QByteArray> bytes = readList(command.file);
+    if (!bytes) {
+        return CommandResult::refused(
+            QStringLiteral("The list %1 cannot be read").arg(command.file));
+    }
+    const CameraList list = readCameraList(*bytes);
+    CommandResult result;
+    const SettingsChange change =
+        settings.change([&](SettingsDraft &draft) { result = importInto(draft, list); });
+    return stored(change, std::move(result));
+}
+
+CommandResult exportList(const SettingsFile &settings, const ExportListCommand &command)
+{
+    const QByteArray text = cameraListText(tableAsList(settings.snapshot()));
+    if (command.file == QStringLiteral("-")) {
+        return {kDone, QString::fromUtf8(text), {}, false};
+    }
+    QSaveFile file(command.file);
+    const bool written = file.open(QFile::WriteOnly) &&
+                         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
+                         file.write(text) == text.size() && file.commit();
+    return written ? CommandResult{}
+                   : CommandResult::refused(QStringLiteral("The list %1 cannot be written: %2")
+                                                .arg(command.file, file.errorString()));
+}
+
+} // namespace velmora

@@ -1,0 +1,188 @@
+#include "admin/CameraList.h"
+
+#include "admin/ListText.h"
+#include "base/OneLine.h"
+#include "cameras/AddressRule.h"
+#include "cameras/CameraChoices.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmora {
+namespace {
+
+// Far more than a hundred cameras can need, and read in a moment.
+constexpr qsizetype kMostBytes = qsizetype{1024} * 1024;
+constexpr std::size_t kMostLines = 10'000;
+constexpr std::array kSeparators = {u'\t', u';', u','};
+
+/// Where the columns of a table stand; -1 where there is none.
+struct Columns
+{
+    qsizetype name = 0;
+    qsizetype address = 1;
+    qsizetype group = 2;
+    qsizetype row = 3;
+};
+
+bool looksLikeAddress(const QString &text)
+{
+    return !text.contains(u' ') &&
+           (text.contains(u'/') || text.contains(u'.') || text.contains(u':'));
+}
+
+std::optional<Columns> namedColumns(const TableLine &line)
+{
+    QStringList words;
+    for (const QString &field : line.fields) {
+        words.append(field.toLower());
+    }
+    const qsizetype url = words.indexOf(QStringLiteral("url"));
+    const qsizetype address = words.indexOf(QStringLiteral("address"));
+    if (url < 0 && address < 0) {
+        return std::nullopt;
+    }
+    return Columns{words.indexOf(QStringLiteral("name")), address < 0 ? url : address,
+                   words.indexOf(QStringLiteral("group")), words.indexOf(QStringLiteral("row"))};
+}
+
+// A table without names for its columns has an address in the second field of its first line.
+bool isTable(const std::vector<TableLine> &lines)
+{
+    const QStringList &first = lines.front().fields;
+    return namedColumns(lines.front()) ||
+           (first.size() > 1 && !first[0].contains(QStringLiteral("://")) &&
+            looksLikeAddress(first[1]));
+}
+
+QString fieldAt(const TableLine &line, qsizetype column)
+{
+    return column >= 0 && column < line.fields.size() ? line.fields[column] : QString();
+}
+
+QString addressFault(const QString &address)
+{
+    if (address.isEmpty()) {
+        return QStringLiteral("there is no address");
+    }
+    if (holdsControls(address)) {
+        return QStringLiteral("the address holds a line break or another control character");
+    }
+    if (!looksLikeAddress(address)) {
+        return QStringLiteral("\"%1\" is no address").arg(address.left(kMaxNameLength));
+    }
+    if (const auto refusal = addressRefusal(address, 0)) {
+        return QStringLiteral("the address is longer than 255 characters");
+    }
+    return addressLoss(address, 0)
+               ? QStringLiteral("the settings file cannot hold this address: it keeps 254 "
+                                "characters of the Western European set")
+               : QString();
+}
+
+std::optional<int> digit(const QString &text, ListedCamera &camera, QLatin1String what)
+{
+    if (text.isEmpty()) {
+        return std::nullopt;
+    }
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (!isNumber || number < 0 || number >= kRows) {
+        camera.fault = QStringLiteral("a %1 is a number from 0 to 9").arg(what);
+        return std::nullopt;
+    }
+    return number;
+}
+
+ListedCamera tableCamera(const TableLine &line, const Columns &columns)
+{
+    ListedCamera camera;
+    camera.line = line.number;
+    camera.name = fieldAt(line, columns.name);
+    camera.address = fieldAt(line, columns.address);
+    camera.fault = addressFault(camera.address);
+    if (const auto refusal = nameRefusal(camera.name)) {
+        camera.fault = *refusal;
+    }
+    camera.group = digit(fieldAt(line, columns.group), camera, QLatin1String("group"));
+    camera.row = digit(fieldAt(line, columns.row), camera, QLatin1String("row"));
+    return camera;
+}
+
+void readTable(CameraList &list, const std::vector<TableLine> &lines)
+{
+    const std::optional<Columns> named = namedColumns(lines.front());
+    for (std::size_t i = named ? 1 : 0; i < lines.size(); ++i) {
+        if (!lines[i].fields.first().startsWith(u'#')) {
+            list.cameras.push_back(tableCamera(lines[i], named.value_or(Columns{})));
+        }
+    }
+}
+
+void readLines(CameraList &list, const QString &text)
+{
+    int number = 0;
+    for (const QStringView line : QStringView(text).split(u'\n')) {
+        ++number;
+        const QString address = line.trimmed().toString();
+        if (!address.isEmpty() && !address.startsWith(u'#')) {
+            ListedCamera camera;
+            camera.line = number;
+            camera.address = address;
+            camera.fault = addressFault(address);
+            list.cameras.push_back(std::move(camera));
+        }
+    }
+}
+
+CameraList unreadable(const QString &why)
+{
+    return {{}, why};
+}
+
+} // namespace
+
+CameraList readCameraList(QByteArrayView bytes)
+{
+    if (bytes.size() > kMostBytes) {
+        return unreadable(QStringLiteral("The list is far longer than a hundred cameras can be"));
+    }
+    const std::optional<QString> text = listText(bytes);
+    if (!text) {
+        return unreadable(QStringLiteral("The list is no text"));
+    }
+    CameraList list;
+    bool wasTable = false;
+    for (const QChar separator : kSeparators) {
+        const std::vector<TableLine> lines = tableLines(*text, separator);
+        if (!wasTable && !lines.empty() && isTable(lines)) {
+            readTable(list, lines);
+            wasTable = true;
+        }
+    }
+    if (!wasTable) {
+        readLines(list, *text);
+    }
+    return list.cameras.size() > kMostLines
+               ? unreadable(QStringLiteral("The list has %1 lines; there is room for a hundred "
+                                           "cameras")
+                                .arg(list.cameras.size()))
+               : list;
+}
+
+QByteArray cameraListText(const std::vector<ListedCamera> &cameras)
+{
+    const auto number = [](const std::optional<int> &value) {
+        return value ? QString::number(*value) : QString();
+    };
+    QString text = QStringLiteral("name,address,group,row\r\n");
+    for (const ListedCamera &camera : cameras) {
+        text += QStringList{tableField(camera.name), tableField(camera.address),
+                            number(camera.group), number(camera.row)}
+                    .join(u',') +
+                QStringLiteral("\r\n");
+    }
+    return text.toUtf8();
+}
+
+} // namespace velmora

@@ -1,0 +1,31 @@
+// The text of a list of cameras, whatever program wrote it.
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace velmora {
+
+/// UTF-8, UTF-16 (with a byte order mark, or known by its zeros) or else Windows-1252. Nothing for
+/// bytes that are no text.
+[[nodiscard]] std::optional<QString> listText(QByteArrayView bytes);
+
+/// One line of a table; a quoted field may go over several lines of the text.
+struct TableLine
+{
+    int number = 0; // of its first line, counted from 1
+    QStringList fields;
+};
+
+/// The lines of a text whose fields stand between separators, a field that holds one between double
+/// quotes (RFC 4180). Empty lines are left out.
+[[nodiscard]] std::vector<TableLine> tableLines(const QString &text, QChar separator);
+
+/// A field as it stands in such a table.
+[[nodiscard]] QString tableField(const QString &field);
+
+} // namespace velmora

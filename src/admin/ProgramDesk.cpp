@@ -1,0 +1,98 @@
+#include "admin/ProgramDesk.h"
+
+#include "cameras/CameraChoices.h"
+
+#include <QCryptographicHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTimer>
+
+#include <chrono>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPatience = 2s; // with a caller that says nothing
+constexpr qint64 kMostLine = 64;
+
+} // namespace
+
+QString deskName(const QString &programFolder)
+{
+    const QByteArray key = QByteArray::number(::getuid()) + ":desk:" + programFolder.toUtf8();
+    return QStringLiteral("velmora-desk-") +
+           QString::fromLatin1(QCryptographicHash::hash(key, QCryptographicHash::Sha1).toHex());
+}
+
+bool isOwnPeer(const QLocalSocket &socket)
+{
+    struct ucred peer = {};
+    socklen_t size = sizeof peer;
+    const auto fd = static_cast<int>(socket.socketDescriptor());
+    return ::getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == ::getuid();
+}
+
+ProgramDesk::ProgramDesk(const QString &programFolder, ImageStore &store)
+    : name_(deskName(programFolder))
+{
+    connect(&store, &ImageStore::loadBegan, this,
+            [this](CameraAddress camera) { loading_ = camera; });
+    connect(&store, &ImageStore::loaded, this, [this] { loading_.reset(); });
+    connect(&store, &ImageStore::cameraFailed, this,
+            [this](CameraAddress camera, const QString &reason) { failures_[camera] = reason; });
+    connect(&server_, &QLocalServer::newConnection, this, &ProgramDesk::receive);
+}
+
+void ProgramDesk::open()
+{
+    server_.setSocketOptions(QLocalServer::AbstractNamespaceOption);
+    server_.listen(name_);
+}
+
+void ProgramDesk::receive()
+{
+    while (QLocalSocket *const caller = server_.nextPendingConnection()) {
+        connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
+        QTimer::singleShot(kPatience, caller, &QLocalSocket::abort);
+        if (!isOwnPeer(*caller)) {
+            caller->abort();
+            continue;
+        }
+        connect(caller, &QLocalSocket::readyRead, this, [this, caller] { answer(*caller); });
+    }
+}
+
+void ProgramDesk::answer(QLocalSocket &caller)
+{
+    if (!caller.canReadLine()) {
+        if (caller.bytesAvailable() > kMostLine) {
+            caller.abort();
+        }
+        return;
+    }
+    const QByteArray command = caller.readLine(kMostLine).trimmed();
+    if (command == "changed") {
+        Q_EMIT settingsChanged();
+    }
+    caller.write(report() + '\n');
+    caller.disconnectFromServer();
+}
+
+QByteArray ProgramDesk::report() const
+{
+    QJsonObject failures;
+    for (const auto &[camera, reason] : failures_) {
+        failures.insert(cameraText(camera), reason);
+    }
+    QJsonObject report{{QStringLiteral("failures"), failures}};
+    if (loading_) {
+        report.insert(QStringLiteral("loading"), cameraText(*loading_));
+    }
+    return QJsonDocument(report).toJson(QJsonDocument::Compact);
+}
+
+} // namespace velmora

@@ -1,0 +1,62 @@
+#include "admin/RunningProgram.h"
+
+#include "admin/ProgramDesk.h"
+#include "cameras/CameraChoices.h"
+
+#include <QDeadlineTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocalSocket>
+
+namespace velmora {
+namespace {
+
+constexpr int kWaitMs = 2000;
+constexpr qint64 kMostAnswer = 256LL * 1024;
+
+// The answer's line, empty when there is none.
+QByteArray ask(const QString &programFolder, const QByteArray &command)
+{
+    QLocalSocket socket;
+    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
+    socket.connectToServer(deskName(programFolder));
+    if (!socket.waitForConnected(kWaitMs) || !isOwnPeer(socket)) {
+        return {};
+    }
+    socket.write(command + '\n');
+    const QDeadlineTimer deadline(kWaitMs);
+    QByteArray answer;
+    while (!answer.endsWith('\n') && answer.size() < kMostAnswer &&
+           socket.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
+        answer += socket.readAll();
+    }
+    return answer;
+}
+
+} // namespace
+
+void tellChange(const QString &programFolder)
+{
+    static_cast<void>(ask(programFolder, "changed")); // a program that does not answer sees the
+                                                      // file at its next pass
+}
+
+std::optional<ProgramReport> askProgram(const QString &programFolder)
+{
+    const QByteArray answer = ask(programFolder, "status");
+    const QJsonDocument document = QJsonDocument::fromJson(answer);
+    if (!document.isObject()) {
+        return std::nullopt;
+    }
+    ProgramReport report;
+    const QJsonObject failures = document[QStringLiteral("failures")].toObject();
+    for (auto it = failures.begin(); it != failures.end(); ++it) {
+        if (const auto camera = cameraFromText(it.key())) {
+            report.failures.emplace(*camera, it.value().toString());
+        }
+    }
+    report.loading = cameraFromText(document[QStringLiteral("loading")].toString());
+    return report;
+}
+
+} // namespace velmora

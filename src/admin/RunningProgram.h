@@ -1,0 +1,27 @@
+// The program that runs on a program folder, seen from a command beside it.
+#pragma once
+
+#include "cameras/CameraAddress.h"
+
+#include <QString>
+
+#include <map>
+#include <optional>
+
+namespace velmora {
+
+/// What a running program knows of its cameras that is in no file.
+struct ProgramReport
+{
+    std::map<CameraAddress, QString> failures; // the last of each camera, in this run
+    std::optional<CameraAddress> loading;
+};
+
+/// Tells the program of this folder (native path without links), if one runs, that its settings are
+/// others, and waits until it has taken them over, for two seconds at most.
+void tellChange(const QString &programFolder);
+
+/// Nothing when no program answers.
+[[nodiscard]] std::optional<ProgramReport> askProgram(const QString &programFolder);
+
+} // namespace velmora

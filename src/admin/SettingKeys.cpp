@@ -1,0 +1,256 @@
+#include "admin/SettingKeys.h"
+
+#include "base/OneLine.h"
+#include "cameras/CameraChoices.h"
+#include "cameras/CameraTable.h"
+#include "cameras/StorageFolder.h"
+#include "capture/CaptureOptions.h"
+
+#include <QRegularExpression>
+
+namespace velmora {
+namespace {
+
+const QString kOn = QStringLiteral("on");
+const QString kOff = QStringLiteral("off");
+
+/// A key as given: "tick", "group.3", "camera.0:7.keep".
+struct Key
+{
+    QString word; // "tick", "group", "keep"…
+    CameraAddress camera;
+};
+
+/// The draft and what the value of a key depends on beside it.
+struct Target
+{
+    SettingsDraft &draft;
+    const NativePaths &paths;
+};
+
+std::optional<Key> parsedKey(const QString &text)
+{
+    static const QRegularExpression global(QStringLiteral("^(storage|tick|timeout|debug)$"));
+    static const QRegularExpression group(QStringLiteral("^(group)\\.([0-9])$"));
+    static const QRegularExpression camera(
+        QStringLiteral("^camera\\.([0-9]:[0-9])\\.(keep|name|auto|delete)$"));
+    if (const auto match = global.match(text); match.hasMatch()) {
+        return Key{match.captured(1), {}};
+    }
+    if (const auto match = group.match(text); match.hasMatch()) {
+        return Key{match.captured(1), {match.captured(2).toInt(), 0}};
+    }
+    if (const auto match = camera.match(text); match.hasMatch()) {
+        return Key{match.captured(2), cameraFromText(match.captured(1)).value_or(CameraAddress{})};
+    }
+    return std::nullopt;
+}
+
+std::optional<bool> switchFrom(const QString &text)
+{
+    if (text == kOn || text == QStringLiteral("1")) {
+        return true;
+    }
+    return text == kOff || text == QStringLiteral("0") ? std::optional(false) : std::nullopt;
+}
+
+CommandResult noSwitch(const QString &value)
+{
+    return CommandResult::malformed(QStringLiteral("'%1' is neither on nor off.").arg(value));
+}
+
+CommandResult setSwitch(Target &target, const QString &section, const QString &key,
+                        const QString &value)
+{
+    const std::optional<bool> on = switchFrom(value);
+    if (!on) {
+        return noSwitch(value);
+    }
+    target.draft.write(section, key, *on ? u"1" : u"0");
+    return {};
+}
+
+bool isNumber(const QString &text)
+{
+    static const QRegularExpression number(QStringLiteral("^[+-]?[0-9]+(\\.[0-9]+)?$"));
+    return number.match(text).hasMatch();
+}
+
+// A path from the root is taken as a folder chosen, any other text as one typed.
+CommandResult setStorageFolder(Target &target, const QString &value)
+{
+    if (value.trimmed().isEmpty() || holdsControls(value)) {
+        return CommandResult::malformed(QStringLiteral("storage needs a folder."));
+    }
+    QString native = value;
+    while (native.size() > 1 && native.endsWith(u'/')) {
+        native.chop(1);
+    }
+    if (!native.startsWith(u'/')) {
+        setStorage(target.draft, value);
+        return {};
+    }
+    if (const auto refusal = storageRefusal(target.paths, native)) {
+        return CommandResult::refused(*refusal);
+    }
+    setStorage(target.draft, target.paths.folderText(native));
+    return {};
+}
+
+CommandResult setKeep(Target &target, CameraAddress camera, const QString &value)
+{
+    const std::optional<KeepChoice> choice = keepFromText(value);
+    if (!choice) {
+        return CommandResult::malformed(
+            QStringLiteral("'%1' is none of dated, differing and clearly:PERCENT.").arg(value));
+    }
+    if (!choice->isInRange()) {
+        return CommandResult::refused(percentRefusal());
+    }
+    setCameraKeep(target.draft, camera, *choice);
+    return {};
+}
+
+CommandResult setName(Target &target, CameraAddress camera, const QString &value)
+{
+    if (const auto refusal = nameRefusal(value)) {
+        return CommandResult::refused(*refusal);
+    }
+    setCameraName(target.draft, camera, value);
+    return {};
+}
+
+CommandResult setNumber(Target &target, const QString &word, const QString &value)
+{
+    if (!isNumber(value)) {
+        return CommandResult::malformed(QStringLiteral("%1 needs a number.").arg(word));
+    }
+    if (word == QStringLiteral("tick")) {
+        setStoredTempo(target.draft, value);
+    } else {
+        setStoredTimeout(target.draft, value);
+    }
+    return {};
+}
+
+CommandResult setKey(Target &target, const Key &key, const QString &value)
+{
+    const CameraAddress camera = key.camera;
+    if (key.word == QStringLiteral("storage")) {
+        return setStorageFolder(target, value);
+    }
+    if (key.word == QStringLiteral("tick") || key.word == QStringLiteral("timeout")) {
+        return setNumber(target, key.word, value);
+    }
+    if (key.word == QStringLiteral("debug")) {
+        return setSwitch(target, QStringLiteral("Control"), QStringLiteral("Debug"), value);
+    }
+    if (key.word == QStringLiteral("group")) {
+        return setSwitch(target, listSection(camera.group), QStringLiteral("LstAct"), value);
+    }
+    if (key.word == QStringLiteral("keep")) {
+        return setKeep(target, camera, value);
+    }
+    if (key.word == QStringLiteral("name")) {
+        return setName(target, camera, value);
+    }
+    const QStringView word = key.word == QStringLiteral("auto") ? u"AutoDelai" : u"EffM";
+    return setSwitch(target, groupSection(camera.group), rowKey(word, camera.row), value);
+}
+
+CommandResult unknownKey(const QString &text)
+{
+    return CommandResult::malformed(QStringLiteral("There is no setting '%1'.").arg(text));
+}
+
+CommandResult assign(Target &target, const QString &assignment)
+{
+    const qsizetype equals = assignment.indexOf(u'=');
+    if (equals < 0) {
+        return CommandResult::malformed(QStringLiteral("--set needs KEY=VALUE."));
+    }
+    const QString name = assignment.first(equals);
+    const std::optional<Key> key = parsedKey(name);
+    return key ? setKey(target, *key, assignment.sliced(equals + 1)) : unknownKey(name);
+}
+
+QString onOff(bool on)
+{
+    return on ? kOn : kOff;
+}
+
+QString storageValue(const SettingsSnapshot &settings, const NativePaths &paths)
+{
+    const QString text = storedStorage(settings);
+    return paths.native(text).value_or(text);
+}
+
+QString valueOf(const SettingsSnapshot &settings, const NativePaths &paths, const Key &key)
+{
+    const CameraAddress camera = key.camera;
+    if (key.word == QStringLiteral("storage")) {
+        return storageValue(settings, paths);
+    }
+    if (key.word == QStringLiteral("tick")) {
+        return storedTempo(settings);
+    }
+    if (key.word == QStringLiteral("timeout")) {
+        return storedTimeout(settings);
+    }
+    if (key.word == QStringLiteral("debug")) {
+        return onOff(settings.number(u"Control", u"Debug") != 0);
+    }
+    if (key.word == QStringLiteral("group")) {
+        return onOff(CameraTable::isGroupActive(settings, camera.group));
+    }
+    if (key.word == QStringLiteral("keep")) {
+        return keepText(cameraKeep(settings, camera));
+    }
+    if (key.word == QStringLiteral("name")) {
+        return cameraName(settings, camera);
+    }
+    return onOff(key.word == QStringLiteral("auto")
+                     ? CameraTable::schedule(settings, camera).automatic
+                     : CameraTable::deletesOld(settings, camera));
+}
+
+} // namespace
+
+CommandResult setKeys(const SettingsFile &settings, const NativePaths &paths,
+                      const SetCommand &command)
+{
+    CommandResult result;
+    const SettingsChange change = settings.change([&](SettingsDraft &draft) {
+        SettingsDraft trial = draft;
+        Target target{trial, paths};
+        for (const QString &assignment : command.assignments) {
+            result = assign(target, assignment);
+            if (result.status != kDone) {
+                return;
+            }
+        }
+        draft = std::move(trial);
+    });
+    if (change == SettingsChange::Failed) {
+        return CommandResult::refused(QStringLiteral("The settings file cannot be written"));
+    }
+    result.changed = result.status == kDone;
+    return result;
+}
+
+CommandResult getKeys(const SettingsFile &settings, const NativePaths &paths,
+                      const GetCommand &command)
+{
+    const SettingsSnapshot snapshot = settings.snapshot();
+    CommandResult result;
+    for (const QString &text : command.keys) {
+        const std::optional<Key> key = parsedKey(text);
+        if (!key) {
+            return unknownKey(text);
+        }
+        result.out += valueOf(snapshot, paths, *key) + u'\n';
+    }
+    return result;
+}
+
+} // namespace velmora

@@ -1,0 +1,206 @@
+#include "admin/StatusReport.h"
+
+#include "admin/StoredImages.h"
+#include "base/Folders.h"
+#include "cameras/CameraChoices.h"
+#include "cameras/CameraTable.h"
+#include "cameras/FolderName.h"
+#include "cameras/StorageFolder.h"
+#include "settings/Numbers.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <sys/statvfs.h>
+
+namespace velmora {
+namespace {
+
+constexpr int kNothingRuns = 2;
+
+/// What the status of each camera is told from.
+struct Sources
+{
+    const SettingsSnapshot &settings;
+    const NativePaths &paths;
+    QString storageText;
+    const std::optional<ProgramReport> &report;
+};
+
+CameraState storedState(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const double lamp = settings.number(groupSection(camera.group), rowKey(u"SB", camera.row));
+    if (lamp == static_cast<qint32>(LampColour::Green)) {
+        return CameraState::Good;
+    }
+    return lamp == static_cast<qint32>(LampColour::Red) ? CameraState::Failed
+                                                        : CameraState::Unknown;
+}
+
+QString folderOf(const Sources &sources, const QString &url)
+{
+    try {
+        return sources.paths.native(sources.storageText + encodeFolderName(url))
+            .value_or(QString());
+    } catch (const OverflowError &) {
+        return {}; // an address that long has no folder
+    }
+}
+
+CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QString &url)
+{
+    CameraStatus status;
+    status.camera = camera;
+    status.name = cameraName(sources.settings, camera);
+    status.on = CameraTable::isGroupActive(sources.settings, camera.group);
+    status.state = storedState(sources.settings, camera);
+    if (sources.report && status.state != CameraState::Good) {
+        const auto failure = sources.report->failures.find(camera);
+        if (failure != sources.report->failures.end()) {
+            status.failure = failure->second;
+        }
+    }
+    if (sources.report && sources.report->loading == camera) {
+        status.state = CameraState::Loading;
+    }
+    const StoredImages images = storedImages(folderOf(sources, url));
+    status.stored = images.count;
+    if (images.newest) {
+        status.newest = universalTimeText(*images.newest);
+    }
+    return status;
+}
+
+std::optional<qint64> freeBytes(const QString &folder)
+{
+    struct statvfs info = {};
+    if (::statvfs(QFile::encodeName(folder).constData(), &info) != 0) {
+        return std::nullopt;
+    }
+    return static_cast<qint64>(info.f_bavail) * static_cast<qint64>(info.f_frsize);
+}
+
+QString stateText(CameraState state)
+{
+    switch (state) {
+    case CameraState::Good:
+        return QStringLiteral("good");
+    case CameraState::Failed:
+        return QStringLiteral("failed");
+    case CameraState::Loading:
+        return QStringLiteral("loading");
+    case CameraState::Unknown:
+        break;
+    }
+    return QStringLiteral("unknown");
+}
+
+template <typename Value>
+QJsonValue orNull(const std::optional<Value> &value)
+{
+    return value ? QJsonValue(*value) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonObject cameraObject(const CameraStatus &status)
+{
+    return {{QStringLiteral("group"), status.camera.group},
+            {QStringLiteral("row"), status.camera.row},
+            {QStringLiteral("name"), status.name},
+            {QStringLiteral("on"), status.on},
+            {QStringLiteral("state"), stateText(status.state)},
+            {QStringLiteral("failure"), orNull(status.failure)},
+            {QStringLiteral("newest"), orNull(status.newest)},
+            {QStringLiteral("stored"), status.stored}};
+}
+
+QJsonValue pidValue(const ProgramStatus &status)
+{
+    return status.pid.value_or(0) > 0 ? QJsonValue(*status.pid) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonObject statusObject(const ProgramStatus &status)
+{
+    QJsonArray cameras;
+    for (const CameraStatus &camera : status.cameras) {
+        cameras.append(cameraObject(camera));
+    }
+    return {{QStringLiteral("running"), status.pid.has_value()},
+            {QStringLiteral("pid"), pidValue(status)},
+            {QStringLiteral("storage"), status.storage},
+            {QStringLiteral("storage_present"), status.storagePresent},
+            {QStringLiteral("free_bytes"), orNull(status.freeBytes)},
+            {QStringLiteral("cameras"), cameras}};
+}
+
+QString statusLines(const ProgramStatus &status)
+{
+    QString text = status.pid ? QStringLiteral("running, process %1\n").arg(*status.pid)
+                              : QStringLiteral("not running\n");
+    text += QStringLiteral("storage %1, %2\n")
+                .arg(status.storage,
+                     status.storagePresent ? QStringLiteral("there") : QStringLiteral("missing"));
+    for (const CameraStatus &camera : status.cameras) {
+        text += QStringList{cameraText(camera.camera),
+                            stateText(camera.state),
+                            camera.newest.value_or(QStringLiteral("-")),
+                            QString::number(camera.stored),
+                            camera.name,
+                            camera.failure.value_or(QString())}
+                    .join(u'\t') +
+                u'\n';
+    }
+    return text;
+}
+
+} // namespace
+
+ProgramStatus programStatus(const SettingsFile &settings, const NativePaths &paths,
+                            std::optional<qint64> holder,
+                            const std::optional<ProgramReport> &report)
+{
+    const SettingsSnapshot snapshot = settings.snapshot();
+    const Sources sources{snapshot, paths, storedStorage(snapshot), report};
+    ProgramStatus status;
+    status.pid = holder;
+    status.storage = paths.native(sources.storageText).value_or(sources.storageText);
+    status.storagePresent = folderExists(status.storage);
+    status.freeBytes = freeBytes(status.storage);
+    for (int index = 0; index < kGroups * kRows; ++index) {
+        const CameraAddress camera{index / kRows, index % kRows};
+        const QString url = CameraTable::url(snapshot, camera);
+        if (!url.isEmpty()) {
+            status.cameras.push_back(cameraStatus(sources, camera, url));
+        }
+    }
+    return status;
+}
+
+bool isWell(const ProgramStatus &status)
+{
+    return status.storagePresent &&
+           std::ranges::none_of(status.cameras, [](const CameraStatus &camera) {
+               const bool failing =
+                   camera.state == CameraState::Failed ||
+                   (camera.state == CameraState::Loading && camera.failure.has_value());
+               return camera.on && failing;
+           });
+}
+
+CommandResult statusResult(const ProgramStatus &status, const StatusCommand &command)
+{
+    CommandResult result;
+    result.out = command.form == ListForm::Json
+                     ? QString::fromUtf8(QJsonDocument(statusObject(status)).toJson())
+                     : statusLines(status);
+    if (!status.pid) {
+        result.status = kNothingRuns;
+    } else {
+        result.status = isWell(status) ? kDone : kRefused;
+    }
+    return result;
+}
+
+} // namespace velmora

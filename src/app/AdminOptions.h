@@ -1,0 +1,19 @@
+// The options of the command line that look after cameras and settings.
+#pragma once
+
+#include "admin/AdminCommand.h"
+
+#include <QCommandLineParser>
+
+#include <optional>
+#include <variant>
+
+namespace velmora {
+
+void addAdminOptions(QCommandLineParser &parser);
+
+/// Nothing when none of these options was given; else the one command, or what is wrong with it.
+[[nodiscard]] std::optional<std::variant<AdminCommand, QString>>
+adminCommand(const QCommandLineParser &parser);
+
+} // namespace velmora

@@ -1,0 +1,34 @@
+#include "cameras/AddressRule.h"
+
+#include "base/AnsiText.h"
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kMaxUrlLength = 255;
+constexpr qsizetype kMaxReadBack = 254;
+
+} // namespace
+
+std::optional<QString> addressRefusal(QStringView url, int row)
+{
+    if (url.size() <= kMaxUrlLength) {
+        return std::nullopt;
+    }
+    return QStringLiteral("Overflow: this camera address has %1 characters, at most 255 can be "
+                          "stored; row %2 keeps the address that it had")
+        .arg(url.size())
+        .arg(row);
+}
+
+std::optional<QString> addressLoss(QStringView url, int row)
+{
+    if (url.size() <= kMaxReadBack && fitsAnsi(url)) {
+        return std::nullopt;
+    }
+    return QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "
+                          "keeps 254 characters of the Western European set")
+        .arg(row);
+}
+
+} // namespace velmora

@@ -1,0 +1,16 @@
+// What can stand in the table as a camera's address, and the words for what cannot.
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace velmora {
+
+/// Why an address cannot be stored; the row (0-based) keeps what it had. Nothing when it can.
+[[nodiscard]] std::optional<QString> addressRefusal(QStringView url, int row);
+
+/// What the settings file would lose of an address. Nothing when it keeps it whole.
+[[nodiscard]] std::optional<QString> addressLoss(QStringView url, int row);
+
+} // namespace velmora

@@ -1,0 +1,120 @@
+#include "cameras/CameraChoices.h"
+
+#include "base/AnsiText.h"
+#include "base/OneLine.h"
+
+#include <array>
+
+namespace velmora {
+namespace {
+
+constexpr QStringView kName = u"Name";
+constexpr QStringView kKeep = u"Keep";
+constexpr QStringView kUser = u"User";
+constexpr QStringView kPassword = u"Password";
+constexpr QStringView kDigest = u"Digest";
+constexpr QStringView kLook = u"Look";
+
+// One pair of quotes around a stored value is taken off when it is read.
+QString quoted(QStringView value)
+{
+    const bool needsQuotes = value.size() > 1 && value.front() == value.back() &&
+                             (value.front() == u'"' || value.front() == u'\'');
+    return needsQuotes ? u'"' + value.toString() + u'"' : value.toString();
+}
+
+void writeOrRemove(SettingsDraft &draft, CameraAddress camera, QStringView key, QStringView value)
+{
+    const QString section = cameraSection(camera);
+    if (!value.isEmpty()) {
+        draft.write(section, key, quoted(value));
+    } else if (!draft.read(section, key).isEmpty()) {
+        draft.remove(section, key);
+    }
+}
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+} // namespace
+
+QString cameraSection(CameraAddress camera)
+{
+    return QStringLiteral("Camera%1%2").arg(camera.group).arg(camera.row);
+}
+
+QString cameraText(CameraAddress camera)
+{
+    return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
+}
+
+std::optional<CameraAddress> cameraFromText(QStringView text)
+{
+    if (text.size() != 3 || !isDigit(text[0]) || text[1] != u':' || !isDigit(text[2])) {
+        return std::nullopt;
+    }
+    return CameraAddress{text[0].unicode() - u'0', text[2].unicode() - u'0'};
+}
+
+std::optional<QString> nameRefusal(QStringView name)
+{
+    if (name.trimmed().size() > kMaxNameLength) {
+        return QStringLiteral("A camera's name may have at most 60 characters, this one has %1")
+            .arg(name.trimmed().size());
+    }
+    if (holdsControls(name) || !fitsAnsi(name)) {
+        return QStringLiteral("A camera's name is one line of the Western European character set");
+    }
+    return std::nullopt;
+}
+
+QString cameraName(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return onOneLine(settings.read(cameraSection(camera), kName)).trimmed().left(kMaxNameLength);
+}
+
+KeepChoice cameraKeep(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const KeepChoice choice =
+        keepFromText(settings.read(cameraSection(camera), kKeep)).value_or(KeepChoice{});
+    return choice.isInRange() ? choice : KeepChoice{};
+}
+
+CameraLogin cameraLogin(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString section = cameraSection(camera);
+    return {settings.read(section, kUser), settings.read(section, kPassword)};
+}
+
+void setCameraName(SettingsDraft &draft, CameraAddress camera, QStringView name)
+{
+    writeOrRemove(draft, camera, kName, name.trimmed());
+}
+
+void setCameraKeep(SettingsDraft &draft, CameraAddress camera, const KeepChoice &choice)
+{
+    writeOrRemove(draft, camera, kKeep, choice.keep == Keep::Dated ? QString() : keepText(choice));
+    if (choice.keep == Keep::Dated) {
+        writeOrRemove(draft, camera, kDigest, {});
+    }
+    if (choice.keep != Keep::Clearly) {
+        writeOrRemove(draft, camera, kLook, {});
+    }
+}
+
+void setCameraLogin(SettingsDraft &draft, CameraAddress camera, const CameraLogin &login)
+{
+    writeOrRemove(draft, camera, kUser, login.user);
+    writeOrRemove(draft, camera, kPassword, login.password);
+}
+
+void forgetCamera(SettingsDraft &draft, CameraAddress camera)
+{
+    for (const QStringView key : std::array{kName, kKeep, kUser, kPassword, kDigest, kLook}) {
+        writeOrRemove(draft, camera, key, {});
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,44 @@
+#include "cameras/KeepChoice.h"
+
+namespace velmora {
+namespace {
+
+constexpr QStringView kDated = u"dated";
+constexpr QStringView kDiffering = u"differing";
+constexpr QStringView kClearly = u"clearly:";
+
+} // namespace
+
+QString keepText(const KeepChoice &choice)
+{
+    switch (choice.keep) {
+    case Keep::Differing:
+        return kDiffering.toString();
+    case Keep::Clearly:
+        return kClearly.toString() + QString::number(choice.percent);
+    case Keep::Dated:
+        break;
+    }
+    return kDated.toString();
+}
+
+std::optional<KeepChoice> keepFromText(QStringView text)
+{
+    if (text == kDated) {
+        return KeepChoice{};
+    }
+    if (text == kDiffering) {
+        return KeepChoice{Keep::Differing};
+    }
+    bool isNumber = false;
+    const int percent =
+        text.startsWith(kClearly) ? text.sliced(kClearly.size()).toInt(&isNumber) : 0;
+    return isNumber ? std::optional(KeepChoice{Keep::Clearly, percent}) : std::nullopt;
+}
+
+QString percentRefusal()
+{
+    return QStringLiteral("A picture can differ by 1 to 100 percent");
+}
+
+} // namespace velmora

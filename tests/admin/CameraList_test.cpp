@@ -1,0 +1,117 @@
+// A list of cameras as a person brings it.
+#include "admin/CameraList.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+struct TableForm
+{
+    const char *name;
+    QByteArray bytes;
+};
+
+class CameraListForm : public testing::TestWithParam<TableForm>
+{
+};
+
+TEST_P(CameraListForm, GivesNameAddressGroupAndRow)
+{
+    const CameraList list = readCameraList(GetParam().bytes);
+    ASSERT_EQ(list.cameras.size(), 1U) << list.fault.toStdString();
+    const ListedCamera &camera = list.cameras.front();
+    EXPECT_EQ(camera.name, QStringLiteral("Garage"));
+    EXPECT_EQ(camera.address, QStringLiteral("http://cam/x.jpg"));
+    EXPECT_EQ(camera.group, 3);
+    EXPECT_EQ(camera.row, 7);
+    EXPECT_EQ(camera.fault, QString());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, CameraListForm,
+    testing::Values(
+        TableForm{"Commas", "name,address,group,row\nGarage,http://cam/x.jpg,3,7\n"},
+        TableForm{"Semicolons", "Name;Address;Group;Row\r\nGarage;http://cam/x.jpg;3;7"},
+        TableForm{"Tabs", "name\taddress\tgroup\trow\nGarage\thttp://cam/x.jpg\t3\t7\n"},
+        TableForm{"OtherOrder", "row,group,url,name\n7,3,http://cam/x.jpg,Garage\n"},
+        TableForm{"WithoutHeading", "Garage,http://cam/x.jpg,3,7\n"},
+        TableForm{"Quoted", "\"Garage\";\"http://cam/x.jpg\";\"3\";\"7\"\n"}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(CameraList, TakesAddressesOneALine)
+{
+    const CameraList list =
+        readCameraList("# my cameras\nhttp://a/x.jpg?b=1,2;c\r\n\n  rtsp://b/live\n10.0.0.5/snap");
+    ASSERT_EQ(list.cameras.size(), 3U);
+    EXPECT_EQ(list.cameras[0].address, QStringLiteral("http://a/x.jpg?b=1,2;c"));
+    EXPECT_EQ(list.cameras[0].line, 2);
+    EXPECT_EQ(list.cameras[1].address, QStringLiteral("rtsp://b/live"));
+    EXPECT_EQ(list.cameras[2].line, 5);
+    for (const ListedCamera &camera : list.cameras) {
+        EXPECT_EQ(camera.fault, QString());
+        EXPECT_FALSE(camera.group);
+    }
+}
+
+struct WrongLine
+{
+    const char *name;
+    QByteArray line;
+    QString word; // of what is told
+};
+
+class CameraListFault : public testing::TestWithParam<WrongLine>
+{
+};
+
+TEST_P(CameraListFault, IsToldInWords)
+{
+    const CameraList list = readCameraList("name,address,group,row\n" + GetParam().line + "\n");
+    ASSERT_EQ(list.cameras.size(), 1U);
+    EXPECT_TRUE(list.cameras.front().fault.contains(GetParam().word))
+        << list.cameras.front().fault.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, CameraListFault,
+    testing::Values(
+        WrongLine{"NoAddress", "Garage,,0,0", QStringLiteral("no address")},
+        WrongLine{"NoAddressAtAll", "Garage,hello world", QStringLiteral("is no address")},
+        WrongLine{"TooLong", "G,http://" + QByteArray(300, 'a'), QStringLiteral("255")},
+        WrongLine{"NotInTheCodePage", "G,http://\xE4\xB8\xAD/", QStringLiteral("Western European")},
+        WrongLine{"LineBreak", "G,\"http://a\nb\"", QStringLiteral("control")},
+        WrongLine{"GroupTooLarge", "G,http://a/,10,0", QStringLiteral("group")},
+        WrongLine{"RowIsNoNumber", "G,http://a/,0,x", QStringLiteral("row")},
+        WrongLine{"NameTooLong", QByteArray(10'000, 'n') + ",http://a/", QStringLiteral("60")},
+        WrongLine{"NameTurnsTheLine",
+                  "a\xE2\x80\xAE"
+                  "b,http://a/",
+                  QStringLiteral("character set")}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(CameraList, RefusesWhatIsNoListAsAWhole)
+{
+    EXPECT_FALSE(readCameraList(QByteArray("\0\1\2\3\4", 5)).fault.isEmpty());
+    EXPECT_FALSE(readCameraList(QByteArray("http://a/\n").repeated(1'000'000)).fault.isEmpty());
+    EXPECT_FALSE(readCameraList(QByteArray("a.b\n").repeated(20'000)).fault.isEmpty());
+    EXPECT_TRUE(readCameraList({}).cameras.empty());
+}
+
+TEST(CameraList, IsReadBackAsItWasWritten)
+{
+    const std::vector<ListedCamera> cameras{
+        {0, QStringLiteral("Gate, \"north\""), QStringLiteral("http://a/?b,c"), 0, 3, {}},
+        {0, QString(), QStringLiteral("http://é/"), 9, 9, {}}};
+    const CameraList list = readCameraList(cameraListText(cameras));
+    ASSERT_EQ(list.cameras.size(), 2U);
+    for (std::size_t i = 0; i < cameras.size(); ++i) {
+        EXPECT_EQ(list.cameras[i].name, cameras[i].name);
+        EXPECT_EQ(list.cameras[i].address, cameras[i].address);
+        EXPECT_EQ(list.cameras[i].group, cameras[i].group);
+        EXPECT_EQ(list.cameras[i].row, cameras[i].row);
+    }
+}
+
+} // namespace
+} // namespace velmora

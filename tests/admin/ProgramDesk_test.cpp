@@ -1,0 +1,100 @@
+// A command beside a running program.
+#include "admin/ProgramDesk.h"
+
+#include "admin/RunningProgram.h"
+#include "support/CaptureHouse.h"
+#include "support/CaptureHouseSource.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
+#include <gtest/gtest.h>
+
+#include <future>
+
+namespace velmora {
+namespace {
+
+using namespace test;
+
+class ProgramDeskTest : public testing::Test
+{
+protected:
+    // The command is another process in truth; here it waits in another thread.
+    template <typename Command>
+    auto beside(Command command)
+    {
+        auto result = std::async(std::launch::async, std::move(command));
+        const QDeadlineTimer deadline(20'000);
+        while (result.wait_for(std::chrono::seconds{0}) != std::future_status::ready &&
+               !deadline.hasExpired()) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+        return result.get();
+    }
+
+    FakeClock clock;
+    ScriptedSource source{clock};
+    CaptureHouse house{source, clock};
+    QString folder = house.tree.path();
+};
+
+TEST_F(ProgramDeskTest, HearsThatTheSettingsHaveChangedBeforeTheCommandEnds)
+{
+    ProgramDesk desk(folder, house.store);
+    int changes = 0;
+    QObject::connect(&desk, &ProgramDesk::settingsChanged, &desk, [&changes] { ++changes; });
+    desk.open();
+    beside([this] {
+        tellChange(folder);
+        return true;
+    });
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ProgramDeskTest, TellsTheLastFailuresAndTheCameraInHand)
+{
+    ProgramDesk desk(folder, house.store);
+    desk.open();
+    Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("first"));
+    Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("second"));
+    Q_EMIT house.store.loadBegan({0, 1});
+    const std::optional<ProgramReport> report = beside([this] { return askProgram(folder); });
+    ASSERT_TRUE(report);
+    EXPECT_EQ(report->failures.at({3, 7}), QStringLiteral("second"));
+    EXPECT_EQ(report->loading, (CameraAddress{0, 1}));
+}
+
+TEST_F(ProgramDeskTest, LoadsNothingBehindTheEndOfALoad)
+{
+    ProgramDesk desk(folder, house.store);
+    desk.open();
+    Q_EMIT house.store.loadBegan({0, 1});
+    Q_EMIT house.store.loaded();
+    EXPECT_FALSE(beside([this] { return askProgram(folder); })->loading);
+}
+
+TEST_F(ProgramDeskTest, IsNotThereWithoutAProgram)
+{
+    EXPECT_FALSE(askProgram(folder));
+    tellChange(folder);
+}
+
+TEST_F(ProgramDeskTest, HangsUpOnACallerThatTalksTooMuch)
+{
+    ProgramDesk desk(folder, house.store);
+    desk.open();
+    QLocalSocket caller;
+    caller.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
+    caller.connectToServer(deskName(folder));
+    ASSERT_TRUE(caller.waitForConnected(2000));
+    caller.write(QByteArray(100'000, 'x'));
+    const QDeadlineTimer deadline(20'000);
+    while (caller.state() == QLocalSocket::ConnectedState && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    EXPECT_EQ(caller.state(), QLocalSocket::UnconnectedState);
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,135 @@
+// Settings read and changed by commands.
+#include "admin/SettingKeys.h"
+
+#include "support/TempTree.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+using test::TempTree;
+
+class SettingKeys : public testing::Test
+{
+protected:
+    CommandResult set(const QStringList &assignments)
+    {
+        return setKeys(settings, paths, {assignments});
+    }
+
+    [[nodiscard]] QString get(const QString &key) const
+    {
+        return getKeys(settings, paths, {{key}}).out.trimmed();
+    }
+
+    TempTree tree;
+    SettingsFile settings{tree.path()};
+    NativePaths paths{tree.path()};
+};
+
+struct Assignment
+{
+    const char *name;
+    QString key;
+    QString value;
+    QString stored; // what is read back
+};
+
+class SettingKeysValue : public SettingKeys, public testing::WithParamInterface<Assignment>
+{
+};
+
+TEST_P(SettingKeysValue, IsReadBack)
+{
+    const Assignment &asked = GetParam();
+    EXPECT_EQ(set({asked.key + u'=' + asked.value}).status, kDone);
+    EXPECT_EQ(get(asked.key), asked.stored);
+}
+
+QString text(const char *latin)
+{
+    return QString::fromUtf8(latin);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, SettingKeysValue,
+    testing::Values(Assignment{"Tick", text("tick"), text("7"), text("7")},
+                    Assignment{"TickAboveItsRange", text("tick"), text("90"), text("60")},
+                    Assignment{"TickBelowItsRange", text("tick"), text("0"), text("1")},
+                    Assignment{"TickBelowZero", text("tick"), text("-5"), text("5")},
+                    Assignment{"Timeout", text("timeout"), text("30"), text("30")},
+                    Assignment{"TimeoutBelowItsRange", text("timeout"), text("2"), text("5")},
+                    Assignment{"Debug", text("debug"), text("on"), text("on")},
+                    Assignment{"DebugOff", text("debug"), text("0"), text("off")},
+                    Assignment{"Group", text("group.9"), text("on"), text("on")},
+                    Assignment{"Storage", text("storage"), text("/srv/cams/"), text("/srv/cams")},
+                    Assignment{"Keep", text("camera.3:7.keep"), text("clearly:5"),
+                               text("clearly:5")},
+                    Assignment{"KeepDated", text("camera.3:7.keep"), text("dated"), text("dated")},
+                    Assignment{"Name", text("camera.3:7.name"), text("A=b é"), text("A=b é")},
+                    Assignment{"NoName", text("camera.3:7.name"), text(""), text("")},
+                    Assignment{"Auto", text("camera.3:7.auto"), text("on"), text("on")},
+                    Assignment{"Delete", text("camera.3:7.delete"), text("on"), text("on")}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(SettingKeys, StandInTheFileWhereTheWindowKeepsThem)
+{
+    ASSERT_EQ(set({text("storage=\\srv\\cams"), text("tick=7"), text("debug=on"),
+                   text("group.3=on"), text("camera.3:7.auto=on"), text("camera.3:7.delete=on")})
+                  .status,
+              kDone);
+    EXPECT_EQ(settings.read(u"Control", u"StRep"), text("\\srv\\cams\\"));
+    EXPECT_EQ(settings.read(u"Control", u"Tempo"), text("7"));
+    EXPECT_EQ(settings.read(u"Control", u"Debug"), text("1"));
+    EXPECT_EQ(settings.read(u"Liste3", u"LstAct"), text("1"));
+    EXPECT_EQ(settings.read(u"Groupe3", u"AutoDelai7"), text("1"));
+    EXPECT_EQ(settings.read(u"Groupe3", u"EffM7"), text("1"));
+}
+
+TEST_F(SettingKeys, HaveTheWindowsDefaults)
+{
+    EXPECT_EQ(get(text("tick")), text("1"));
+    EXPECT_EQ(get(text("timeout")), text("5"));
+    EXPECT_EQ(get(text("debug")), text("off"));
+    EXPECT_EQ(get(text("group.0")), text("off"));
+    EXPECT_EQ(get(text("camera.0:0.keep")), text("dated"));
+    EXPECT_FALSE(tree.exists(u"Velmora.ini"));
+}
+
+TEST_F(SettingKeys, RefuseWhatTheWindowRefuses)
+{
+    for (const char *const wrong : {"storage=/tmp/a b", "camera.0:0.keep=clearly:0",
+                                    "camera.0:0.keep=clearly:101", "camera.0:0.name=a\tb"}) {
+        EXPECT_EQ(set({text(wrong)}).status, kRefused) << wrong;
+    }
+    EXPECT_EQ(set({text("camera.0:0.name=") + QString(10'000, u'n')}).status, kRefused);
+}
+
+TEST_F(SettingKeys, TakeNothingMalformed)
+{
+    for (const char *const wrong :
+         {"tick", "foo=1", "tick=abc", "tick=", "debug=maybe", "group.10=on", "group=on",
+          "camera.0:10.name=x", "camera.0:0.bogus=1", "camera.0:0.keep=often",
+          "camera.0:0.keep=clearly:", "camera.0:0.auto=2", "storage=", "=1", ""}) {
+        EXPECT_EQ(set({text(wrong)}).status, kMalformed) << wrong;
+    }
+    EXPECT_EQ(getKeys(settings, paths, {{text("foo")}}).status, kMalformed);
+}
+
+TEST_F(SettingKeys, AreChangedTogetherOrNotAtAll)
+{
+    EXPECT_EQ(set({text("tick=7"), text("debug=maybe")}).status, kMalformed);
+    EXPECT_EQ(get(text("tick")), text("1"));
+}
+
+TEST_F(SettingKeys, GoWithTheChoiceThatNeedsThem)
+{
+    ASSERT_EQ(set({text("camera.0:0.keep=differing")}).status, kDone);
+    settings.write(u"Camera00", u"Digest", u"abc");
+    ASSERT_EQ(set({text("camera.0:0.keep=dated")}).status, kDone);
+    EXPECT_EQ(tree.read(u"Velmora.ini"), "[Camera00]\r\n");
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,139 @@
+// How the program and its cameras are.
+#include "admin/StatusReport.h"
+
+#include "admin/StoredImages.h"
+#include "cameras/FolderName.h"
+#include "support/TempTree.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+using test::TempTree;
+
+const QString kUrl = QStringLiteral("http://cam/x.jpg");
+
+class Status : public testing::Test
+{
+protected:
+    Status()
+    {
+        tree.makeFolder(u"drives/c/in");
+        settings.write(u"Liste0", u"lst3", kUrl);
+        settings.write(u"Liste0", u"LstAct", u"1");
+    }
+
+    void putImage(const QString &name) const
+    {
+        const QString folder = encodeFolderName(kUrl);
+        tree.write(QStringLiteral("drives/c/in/") + folder.sliced(1, folder.size() - 2) + u'/' +
+                       name,
+                   "picture");
+    }
+
+    [[nodiscard]] ProgramStatus status(std::optional<qint64> pid = 4711) const
+    {
+        return programStatus(settings, NativePaths(tree.path()), pid,
+                             pid ? std::optional(report) : std::nullopt);
+    }
+
+    [[nodiscard]] static QJsonObject json(const ProgramStatus &status)
+    {
+        return QJsonDocument::fromJson(statusResult(status, {ListForm::Json}).out.toUtf8())
+            .object();
+    }
+
+    TempTree tree;
+    SettingsFile settings{tree.path()};
+    ProgramReport report;
+};
+
+TEST_F(Status, TellsTheProgramAndItsCameras)
+{
+    settings.write(u"Groupe0", u"SB3", u"65280");
+    settings.write(u"Camera03", u"Name", u"Garage");
+    putImage(QStringLiteral("20261121_1340252114.jpg"));
+    putImage(QStringLiteral("20261121_1340242114.jpg"));
+    putImage(QStringLiteral("notes.txt"));
+    const QJsonObject told = json(status());
+    EXPECT_EQ(told[QStringLiteral("running")], true);
+    EXPECT_EQ(told[QStringLiteral("pid")], 4711);
+    EXPECT_EQ(told[QStringLiteral("storage")], tree.path(u"drives/c/in"));
+    EXPECT_EQ(told[QStringLiteral("storage_present")], true);
+    EXPECT_GT(told[QStringLiteral("free_bytes")].toDouble(), 0);
+    const QJsonObject expected{{QStringLiteral("group"), 0},
+                               {QStringLiteral("row"), 3},
+                               {QStringLiteral("name"), QStringLiteral("Garage")},
+                               {QStringLiteral("on"), true},
+                               {QStringLiteral("state"), QStringLiteral("good")},
+                               {QStringLiteral("failure"), QJsonValue::Null},
+                               {QStringLiteral("newest"), QStringLiteral("2026-11-21T13:40:25Z")},
+                               {QStringLiteral("stored"), 2}};
+    QJsonObject camera = told[QStringLiteral("cameras")].toArray().first().toObject();
+    for (auto it = expected.begin(); it != expected.end(); ++it) {
+        EXPECT_EQ(camera[it.key()], it.value()) << it.key().toStdString();
+    }
+    EXPECT_EQ(statusResult(status(), {}).status, 0);
+}
+
+TEST_F(Status, TellsWhyACameraFailed)
+{
+    settings.write(u"Groupe0", u"SB3", u"255");
+    report.failures[{0, 3}] = QStringLiteral("no answer");
+    EXPECT_EQ(status().cameras.front().failure, QStringLiteral("no answer"));
+    EXPECT_EQ(status().cameras.front().state, CameraState::Failed);
+    EXPECT_EQ(statusResult(status(), {}).status, 1);
+    EXPECT_TRUE(statusResult(status(), {}).out.contains(QStringLiteral("no answer")));
+}
+
+TEST_F(Status, IsWellAgainWithTheCamera)
+{
+    settings.write(u"Groupe0", u"SB3", u"65280");
+    report.failures[{0, 3}] = QStringLiteral("no answer");
+    EXPECT_FALSE(status().cameras.front().failure);
+    EXPECT_EQ(statusResult(status(), {}).status, 0);
+}
+
+TEST_F(Status, TellsTheCameraThatIsBeingLoaded)
+{
+    report.loading = CameraAddress{0, 3};
+    EXPECT_EQ(status().cameras.front().state, CameraState::Loading);
+    EXPECT_EQ(statusResult(status(), {}).status, 0);
+}
+
+TEST_F(Status, DoesNotCountCamerasOfAGroupThatIsOff)
+{
+    settings.write(u"Groupe0", u"SB3", u"255");
+    settings.write(u"Liste0", u"LstAct", u"0");
+    EXPECT_EQ(statusResult(status(), {}).status, 0);
+}
+
+TEST_F(Status, IsOneWithoutTheStorageFolder)
+{
+    settings.write(u"Control", u"StRep", u"\\nowhere\\at\\all\\");
+    EXPECT_EQ(json(status())[QStringLiteral("storage_present")], false);
+    EXPECT_EQ(json(status())[QStringLiteral("free_bytes")], QJsonValue::Null);
+    EXPECT_EQ(statusResult(status(), {}).status, 1);
+}
+
+TEST_F(Status, IsTwoWhenNothingRuns)
+{
+    EXPECT_EQ(statusResult(status(std::nullopt), {}).status, 2);
+    EXPECT_EQ(json(status(std::nullopt))[QStringLiteral("pid")], QJsonValue::Null);
+    EXPECT_EQ(json(status(std::nullopt))[QStringLiteral("running")], false);
+}
+
+TEST_F(Status, KnowsNoDateOfAnImageWithoutOne)
+{
+    putImage(QStringLiteral("18991230_0000002114.jpg"));
+    EXPECT_FALSE(status().cameras.front().newest);
+    EXPECT_EQ(status().cameras.front().stored, 1);
+}
+
+} // namespace
+} // namespace velmora

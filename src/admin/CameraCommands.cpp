@@ -5,7 +5,7 @@
 #include "cameras/AddressRule.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
-#include "capture/CameraUrl.h"
+#include "cameras/Credentials.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -51,6 +51,20 @@ bool isOwnFolder(const QString &folder)
            info.st_uid == ::geteuid() && (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
+// For systems whose log-in makes no runtime folder. In a folder that all may write to, a name can
+// be taken by another user: then it is not this user's own, and not used.
+QString madeRuntimeFolder()
+{
+    const QString temporary =
+        QDir::tempPath(); // empty when the environment names none that is there
+    if (temporary.isEmpty()) {
+        return {};
+    }
+    const QString folder = temporary + QStringLiteral("/velmora-") + QString::number(::geteuid());
+    ::mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
+    return folder;
+}
+
 } // namespace
 
 QString programFolder(const ProgramPlace &place)
@@ -79,7 +93,8 @@ QString runtimeFolder()
             return folder;
         }
     }
-    return {};
+    const QString made = madeRuntimeFolder();
+    return isOwnFolder(made) ? made : QString();
 }
 
 } // namespace velmora

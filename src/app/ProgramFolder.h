@@ -23,8 +23,8 @@ struct ProgramPlace
 [[nodiscard]] ProgramPlace currentPlace(const QString &requestedByOption);
 
 /// The folder in which the system lets this user keep sockets and locks until the session ends:
-/// that of the environment, else the usual one; never one that others could write to. Native path,
-/// empty when there is none.
+/// that of the environment, else the usual one, else one made in the folder for temporary files;
+/// never one that others could write to. Native path, empty when there is none.
 [[nodiscard]] QString runtimeFolder();
 
 } // namespace velmora

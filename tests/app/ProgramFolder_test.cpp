@@ -135,12 +135,28 @@ TEST(RuntimeFolder, IsTheUsersOwnAndNoOther)
     ASSERT_EQ(::chmod(QFile::encodeName(tree.path(u"open")).constData(), 0777), 0);
     const ScopedEnv own("XDG_RUNTIME_DIR", QFile::encodeName(tree.path()));
     EXPECT_EQ(runtimeFolder(), tree.path());
+    const ScopedEnv temporary("TMPDIR", QFile::encodeName(tree.path(u"missing")));
     const QString usual = QStringLiteral("/run/user/");
     for (const QString &refused : {tree.path(u"open"), tree.path(u"missing"), QStringLiteral("."),
                                    QStringLiteral(""), QStringLiteral("/dev/null")}) {
         const ScopedEnv told("XDG_RUNTIME_DIR", QFile::encodeName(refused));
         EXPECT_TRUE(runtimeFolder().isEmpty() || runtimeFolder().startsWith(usual));
     }
+}
+
+TEST(RuntimeFolder, IsMadeWhereTheLogInMadeNone)
+{
+    const QString id = QString::number(::geteuid());
+    if (QFileInfo::exists(QStringLiteral("/run/user/") + id)) {
+        return; // the log-in made one
+    }
+    const TempTree tree;
+    const ScopedEnv none("XDG_RUNTIME_DIR", "");
+    const ScopedEnv temporary("TMPDIR", QFile::encodeName(tree.path()));
+    const QString made = tree.path(u"velmora-") + id;
+    EXPECT_EQ(runtimeFolder(), made);
+    ASSERT_EQ(::chmod(QFile::encodeName(made).constData(), 0777), 0);
+    EXPECT_EQ(runtimeFolder(), QString()) << "others could put a socket of theirs there";
 }
 
 } // namespace

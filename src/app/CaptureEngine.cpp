@@ -34,6 +34,13 @@ CaptureServices CaptureEngine::services()
     return {table_, storage_, page_, options_, status_, log_, problems_, clock_};
 }
 
+void CaptureEngine::checkSettings()
+{
+    if (const std::optional<QString> warning = settings_.sizeWarning()) {
+        problems_.warn(*warning);
+    }
+}
+
 void CaptureEngine::start()
 {
     scheduler_.start();

@@ -68,6 +68,9 @@ public:
     /// Starts a coroutine that is joined by close().
     void launch(QCoro::Task<> task) { scope_.launch(std::move(task)); }
 
+    /// Tells the user what makes the settings hard to work with.
+    void checkSettings();
+
     /// Loads the start values and watches over the storage folder, once it has been checked.
     void start();
 

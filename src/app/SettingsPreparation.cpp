@@ -1,17 +1,35 @@
 #include "app/SettingsPreparation.h"
 
+#include "base/FileReader.h"
 #include "base/FileWriter.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <sys/stat.h>
+
 namespace velmora {
 namespace {
 
+constexpr qint64 kMostBytes = qint64{256} * 1024 * 1024; // of what may still be settings
+
+// True when the copy was read back and is the same.
 bool copyWhole(const QString &from, const QString &to)
 {
-    QFile file(from);
-    return file.open(QIODevice::ReadOnly) && !replaceFile(to, file.readAll());
+    const WholeFile source = readWholeFile(from, kMostBytes);
+    if (!source.bytes || replaceFile(to, *source.bytes)) {
+        return false;
+    }
+    const WholeFile copy = readWholeFile(to, kMostBytes);
+    return copy.bytes == source.bytes;
+}
+
+// Of a file that cannot be looked at nobody knows that it is missing.
+bool isMissing(const QString &path)
+{
+    struct stat info = {};
+    return ::stat(QFile::encodeName(path).constData(), &info) != 0 && errno == ENOENT;
 }
 
 } // namespace
@@ -27,7 +45,7 @@ void prepareSettings(const QString &programFolder, const QString &oldFolder)
         if (copyWhole(old, settings)) {
             QFile::remove(old);
         }
-    } else if (!QFileInfo::exists(settings)) {
+    } else if (isMissing(settings)) {
         copyWhole(programFolder + QStringLiteral("/Velmora0.ini"), settings);
     }
 }

@@ -46,9 +46,7 @@ std::error_code replaceFile(const QString &path, QByteArrayView bytes)
     if (file.error()) {
         return file.error();
     }
-    if (exists) {
-        ::fchmod(file.fd(), old.st_mode & kAllRights);
-    }
+    ::fchmod(file.fd(), exists ? old.st_mode & kAllRights : kPrivateMode); // whatever the mask
     if (const std::error_code error = file.write(bytes)) {
         return error;
     }

@@ -19,16 +19,27 @@ std::chrono::nanoseconds since1970(const timespec &time)
     return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
 }
 
-} // namespace
-
-std::optional<FolderStamp> folderStamp(const QString &path)
+std::optional<FolderStamp> stampOf(const QString &path, mode_t kind)
 {
     struct stat info = {};
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0 || !S_ISDIR(info.st_mode)) {
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0 ||
+        (info.st_mode & S_IFMT) != kind) {
         return std::nullopt;
     }
     return FolderStamp{info.st_dev, info.st_ino, info.st_size, since1970(info.st_mtim),
                        since1970(info.st_ctim)};
+}
+
+} // namespace
+
+std::optional<FolderStamp> folderStamp(const QString &path)
+{
+    return stampOf(path, S_IFDIR);
+}
+
+std::optional<FolderStamp> fileStamp(const QString &path)
+{
+    return stampOf(path, S_IFREG);
 }
 
 bool tellsChanges(const FolderStamp &stamp, std::chrono::nanoseconds readBegan)

@@ -23,6 +23,9 @@ struct FolderStamp
 /// path: native; a link is followed. Nothing unless a folder stands there.
 [[nodiscard]] std::optional<FolderStamp> folderStamp(const QString &path);
 
+/// The same of an ordinary file, or of what a link to one leads to.
+[[nodiscard]] std::optional<FolderStamp> fileStamp(const QString &path);
+
 /// Whether a folder that had this stamp when a reading began would show any later change by another
 /// stamp. File systems keep coarse times: a change in the same tick of the system's clock leaves
 /// the stamp as it is, so a folder that changed just before its reading is not to be relied on.

@@ -1,8 +1,10 @@
 #include "base/ProfileFile.h"
 
+#include "base/FileReader.h"
 #include "base/FileWriter.h"
 #include "base/ProfileLock.h"
 #include "base/ProfileText.h"
+#include "base/SystemCalls.h"
 #include "base/UniqueFd.h"
 
 #include <QFile>
@@ -22,25 +24,6 @@ namespace {
 constexpr qsizetype kPageBytes = 4096;
 constexpr mode_t kAnyWriter = 0222;
 
-// Nothing when the file is shorter than it was said to be, or cannot be read.
-std::optional<QByteArray> readAll(int fd, qsizetype size)
-{
-    QByteArray bytes(size, Qt::Uninitialized);
-    qsizetype filled = 0;
-    while (filled < size) {
-        const ssize_t got =
-            ::read(fd, bytes.data() + filled, static_cast<std::size_t>(size - filled));
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got <= 0) {
-            break;
-        }
-        filled += got;
-    }
-    return filled == size ? std::optional(std::move(bytes)) : std::nullopt;
-}
-
 // A settings file that is open, or the absence of one.
 struct OpenProfile
 {
@@ -50,11 +33,11 @@ struct OpenProfile
     std::optional<QByteArray> bytes; // nothing when there is a file that cannot be read
 };
 
-OpenProfile openProfile(const QString &path, int access)
+OpenProfile tryToOpen(const QString &path, int access)
 {
     // Without O_NONBLOCK a pipe of that name would wait for a writer.
     OpenProfile profile{.file = UniqueFd(::open(QFile::encodeName(path).constData(),
-                                                access | O_CLOEXEC | O_NONBLOCK)),
+                                                access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)),
                         .missing = false,
                         .mode = 0,
                         .bytes = std::nullopt};
@@ -65,9 +48,17 @@ OpenProfile openProfile(const QString &path, int access)
     struct stat info = {};
     if (::fstat(profile.file.get(), &info) == 0 && S_ISREG(info.st_mode)) {
         profile.mode = info.st_mode;
-        profile.bytes = readAll(profile.file.get(), info.st_size);
+        profile.bytes = readExactly(profile.file.get(), info.st_size).bytes;
     }
     return profile;
+}
+
+// An error that has passed at the second look must not make settings look empty: counters that
+// count on from nothing would be written back.
+OpenProfile openProfile(const QString &path, int access)
+{
+    OpenProfile profile = tryToOpen(path, access);
+    return profile.bytes || profile.missing ? std::move(profile) : tryToOpen(path, access);
 }
 
 bool fitsInPlace(const ProfileEdit &edit, qsizetype fileSize)
@@ -79,15 +70,14 @@ bool fitsInPlace(const ProfileEdit &edit, qsizetype fileSize)
            edit.offset / kPageBytes == (edit.offset + length - 1) / kPageBytes;
 }
 
-bool writeInPlace(int file, const ProfileEdit &edit, qsizetype fileSize)
+// What did not go in whole is taken back, as far as the system lets it be.
+bool writeInPlace(int file, const ProfileEdit &edit, QByteArrayView before)
 {
-    const auto length = static_cast<std::size_t>(edit.inserted.size());
-    const ssize_t written = ::pwrite(file, edit.inserted.constData(), length, edit.offset);
-    if (written == static_cast<ssize_t>(length)) {
+    if (!writeAllAt(file, edit.inserted, edit.offset)) {
         return true;
     }
-    static_cast<void>(
-        ::ftruncate(file, fileSize)); // takes back the begin of a line that did not fit
+    static_cast<void>(writeAllAt(file, before.sliced(edit.offset, edit.removed), edit.offset));
+    static_cast<void>(::ftruncate(file, before.size()));
     return false;
 }
 
@@ -140,7 +130,7 @@ ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByt
         return ProfileWrite::Unchanged;
     }
     const bool written = fitsInPlace(edit, text.bytes().size())
-                             ? writeInPlace(profile.file.get(), edit, text.bytes().size())
+                             ? writeInPlace(profile.file.get(), edit, text.bytes())
                              : !replaceFile(path, applied(text.bytes(), edit));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }

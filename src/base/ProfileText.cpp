@@ -144,6 +144,30 @@ std::optional<KeyLine> findKey(QByteArrayView bytes, qsizetype begin, qsizetype 
     return std::nullopt;
 }
 
+std::size_t hashOf(QByteArrayView name)
+{
+    return qHash(name.toByteArray().toLower());
+}
+
+// The first key of that name in a section of a ProfileText.
+template <typename Section>
+std::optional<KeyLine> findIn(QByteArrayView bytes, const Section &section, QByteArrayView key)
+{
+    const QByteArrayView name = trimmedBlanks(key);
+    if (section.keys.empty()) {
+        return findKey(bytes, section.bodyBegin, section.bodyEnd, name);
+    }
+    const QByteArrayView body = bytes.first(section.bodyEnd);
+    for (const auto &candidate : std::ranges::equal_range(
+             section.keys, hashOf(name), {}, [](const auto &known) { return known.hash; })) {
+        const std::optional<KeyLine> found = keyLine(body, lineAt(body, candidate.lineBegin));
+        if (found && sameName(found->name, name)) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
 QByteArrayView valueOf(QByteArrayView bytes, const KeyLine &key)
 {
     return withoutQuotes(trimmed(bytes.sliced(key.valueBegin, key.line.end - key.valueBegin)));
@@ -205,8 +229,24 @@ std::optional<QByteArrayView> ProfileText::value(QByteArrayView section, QByteAr
     if (where == nullptr) {
         return std::nullopt;
     }
-    const auto found = findKey(bytes_, where->bodyBegin, where->bodyEnd, trimmedBlanks(key));
+    const auto found = findIn(bytes_, *where, key);
     return found ? std::optional(valueOf(bytes_, *found)) : std::nullopt;
+}
+
+void ProfileText::index()
+{
+    for (Section &section : sections_) {
+        const QByteArrayView body = QByteArrayView(bytes_).first(section.bodyEnd);
+        section.keys.clear();
+        for (qsizetype begin = section.bodyBegin; begin < section.bodyEnd;) {
+            const Line line = lineAt(body, begin);
+            if (const auto key = keyLine(body, line)) {
+                section.keys.push_back({hashOf(key->name), begin});
+            }
+            begin = line.next;
+        }
+        std::ranges::sort(section.keys);
+    }
 }
 
 ProfileEdit ProfileText::edit(QByteArrayView section, QByteArrayView key,
@@ -214,8 +254,7 @@ ProfileEdit ProfileText::edit(QByteArrayView section, QByteArrayView key,
 {
     const QByteArrayView name = trimmedBlanks(key);
     const Section *const where = find(section);
-    const auto existing =
-        where != nullptr ? findKey(bytes_, where->bodyBegin, where->bodyEnd, name) : std::nullopt;
+    const auto existing = where != nullptr ? findIn(bytes_, *where, name) : std::nullopt;
     if (!value) {
         return existing ? ProfileEdit{existing->line.begin,
                                       existing->line.next - existing->line.begin,

@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+#include <compare>
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -36,6 +38,9 @@ public:
     [[nodiscard]] std::optional<QByteArrayView> value(QByteArrayView section,
                                                       QByteArrayView key) const;
 
+    /// Makes lookups in long sections quick; worth it for a text in which many are made.
+    void index();
+
     /// The change that gives a key this value, exactly as given, or takes the key out (no value). A
     /// new section goes to the end; a new key goes behind the last key of its section; a key that
     /// exists keeps its place and spelling. Lines added end with CR LF, and so does a last line
@@ -44,11 +49,20 @@ public:
                                    std::optional<QByteArrayView> value) const;
 
 private:
+    struct IndexedKey
+    {
+        std::size_t hash = 0; // of the name without its case
+        qsizetype lineBegin = 0;
+
+        auto operator<=>(const IndexedKey &) const = default;
+    };
+
     struct Section
     {
         QByteArrayView name;
-        qsizetype bodyBegin = 0; // behind the header line
-        qsizetype bodyEnd = 0;   // the next header line, or the end
+        qsizetype bodyBegin = 0;           // behind the header line
+        qsizetype bodyEnd = 0;             // the next header line, or the end
+        std::vector<IndexedKey> keys = {}; // in order; empty while they are not indexed
     };
 
     [[nodiscard]] const Section *find(QByteArrayView section) const;

@@ -13,4 +13,7 @@ namespace velmora {
 /// Writes all bytes to an open file. After an error a part of them may be written.
 [[nodiscard]] std::error_code writeAll(int fd, QByteArrayView bytes);
 
+/// The same at a place of the file, which stays where it stands.
+[[nodiscard]] std::error_code writeAllAt(int fd, QByteArrayView bytes, qint64 offset);
+
 } // namespace velmora

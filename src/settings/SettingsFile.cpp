@@ -5,6 +5,8 @@
 #include "base/ProfileFile.h"
 #include "settings/Numbers.h"
 
+#include <QLocale>
+
 #include <algorithm>
 #include <utility>
 
@@ -58,7 +60,7 @@ void WriteINI(QStringView section, QStringView key, QStringView value, const QSt
 
 QString SettingsSnapshot::read(QStringView section, QStringView key) const
 {
-    return readFrom(text_, section, key);
+    return readFrom(*text_, section, key);
 }
 
 double SettingsSnapshot::number(QStringView section, QStringView key) const
@@ -97,6 +99,7 @@ void SettingsDraft::apply(const ProfileEdit &edit)
 
 SettingsFile::SettingsFile(QString programFolder)
     : programFolder_(std::move(programFolder))
+    , cache_(path())
 {
 }
 
@@ -107,7 +110,7 @@ QString SettingsFile::path() const
 
 QString SettingsFile::read(QStringView section, QStringView key) const
 {
-    return ReadINI(section, key, path());
+    return fromAnsi(cache_.value(toAnsi(section), toAnsi(key), kBufferSize));
 }
 
 double SettingsFile::number(QStringView section, QStringView key) const
@@ -137,7 +140,20 @@ void SettingsFile::write(QStringView section, QStringView key, qint64 value) con
 
 SettingsSnapshot SettingsFile::snapshot() const
 {
-    return SettingsSnapshot(readProfile(path()));
+    return SettingsSnapshot(cache_.text());
+}
+
+std::optional<QString> SettingsFile::sizeWarning() const
+{
+    const std::optional<FolderStamp> stamp = fileStamp(path());
+    if (!stamp || stamp->bytes <= ProfileCache::kLargeBytes) {
+        return std::nullopt;
+    }
+    const QString size = QLocale::c().formattedDataSize(stamp->bytes, 1, QLocale::DataSizeSIFormat);
+    return QStringLiteral("The settings file %1 is %2 large, so that every change of a setting "
+                          "takes its time. Settings need a few kilobytes: take out of it what does "
+                          "not belong there.")
+        .arg(path(), size);
 }
 
 SettingsChange SettingsFile::change(const std::function<void(SettingsDraft &)> &change) const

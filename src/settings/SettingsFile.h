@@ -2,11 +2,14 @@
 // written the moment it changes.
 #pragma once
 
+#include "base/ProfileCache.h"
 #include "base/ProfileText.h"
 
 #include <QString>
 
 #include <functional>
+#include <memory>
+#include <optional>
 
 namespace velmora {
 
@@ -23,7 +26,12 @@ class SettingsSnapshot
 {
 public:
     explicit SettingsSnapshot(QByteArray bytes)
-        : text_(std::move(bytes))
+        : text_(std::make_shared<const ProfileText>(std::move(bytes)))
+    {
+    }
+
+    explicit SettingsSnapshot(std::shared_ptr<const ProfileText> text)
+        : text_(std::move(text))
     {
     }
 
@@ -37,7 +45,7 @@ public:
     [[nodiscard]] qint32 int32(QStringView section, QStringView key) const;
 
 private:
-    ProfileText text_;
+    std::shared_ptr<const ProfileText> text_;
 };
 
 /// Settings that are being changed together: what is read is what has been written so far.
@@ -103,8 +111,13 @@ public:
     [[nodiscard]] SettingsChange
     change(const std::function<void(SettingsDraft &draft)> &change) const;
 
+    /// A sentence that names path and size of a file that has grown too large to be read quickly;
+    /// nothing for one of an ordinary size.
+    [[nodiscard]] std::optional<QString> sizeWarning() const;
+
 private:
     QString programFolder_;
+    mutable ProfileCache cache_; // of a file beyond all measure alone
 };
 
 } // namespace velmora

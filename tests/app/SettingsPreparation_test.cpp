@@ -3,7 +3,13 @@
 
 #include "support/TempTree.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace velmora::test {
 namespace {
@@ -18,6 +24,18 @@ protected:
     }
 
     void prepare() { prepareSettings(tree_.path(u"program"), tree_.path(u"windows")); }
+
+    [[nodiscard]] QByteArray native(QStringView path) const
+    {
+        return QFile::encodeName(tree_.path(path));
+    }
+
+    [[nodiscard]] mode_t modeOf(QStringView path) const
+    {
+        struct stat info = {};
+        EXPECT_EQ(::stat(native(path).constData(), &info), 0);
+        return info.st_mode & 0777;
+    }
 
     TempTree tree_;
 };
@@ -73,6 +91,53 @@ TEST_F(SettingsPreparation, AnOldFileThatCannotBeCopiedStays)
     tree_.write(u"windows/Velmora.ini", "old place");
     prepareSettings(tree_.path(u"missing"), tree_.path(u"windows"));
     EXPECT_EQ(tree_.read(u"windows/Velmora.ini"), "old place");
+}
+
+TEST_F(SettingsPreparation, WhatIsMadeFromTheTemplateIsForTheUserAlone)
+{
+    tree_.write(u"program/Velmora0.ini", "template");
+    const mode_t before = ::umask(0);
+    prepare();
+    ::umask(before);
+    EXPECT_EQ(modeOf(u"program/Velmora.ini"), 0600U);
+}
+
+TEST_F(SettingsPreparation, WhatMovesOverAFileKeepsItsRights)
+{
+    tree_.write(u"windows/Velmora.ini", "old place");
+    tree_.write(u"program/Velmora.ini", "program folder");
+    ASSERT_EQ(::chmod(native(u"program/Velmora.ini").constData(), 0640), 0);
+    prepare();
+    EXPECT_EQ(modeOf(u"program/Velmora.ini"), 0640U);
+}
+
+TEST_F(SettingsPreparation, APipeOrADeviceForATemplateIsNotWaitedFor)
+{
+    ASSERT_EQ(::mkfifo(native(u"program/Velmora0.ini").constData(), 0600), 0);
+    prepare();
+    EXPECT_FALSE(tree_.exists(u"program/Velmora.ini"));
+    ASSERT_EQ(::unlink(native(u"program/Velmora0.ini").constData()), 0);
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/zero"), tree_.path(u"program/Velmora0.ini")));
+    prepare();
+    EXPECT_FALSE(tree_.exists(u"program/Velmora.ini"));
+}
+
+TEST_F(SettingsPreparation, APipeInTheOldPlaceIsNoSettingsFile)
+{
+    ASSERT_EQ(::mkfifo(native(u"windows/Velmora.ini").constData(), 0600), 0);
+    tree_.write(u"program/Velmora.ini", "mine");
+    prepare();
+    EXPECT_EQ(tree_.read(u"program/Velmora.ini"), "mine");
+}
+
+// As of a file on a failing disk: it can be opened, and then gives nothing.
+TEST_F(SettingsPreparation, AnOldFileThatCannotBeReadToItsEndReplacesNothing)
+{
+    ASSERT_TRUE(QFile::link(QStringLiteral("/proc/self/mem"), tree_.path(u"windows/Velmora.ini")));
+    tree_.write(u"program/Velmora.ini", "mine");
+    prepare();
+    EXPECT_EQ(tree_.read(u"program/Velmora.ini"), "mine");
+    EXPECT_TRUE(QFileInfo(tree_.path(u"windows/Velmora.ini")).isSymLink());
 }
 
 } // namespace

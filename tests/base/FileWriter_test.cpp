@@ -116,6 +116,18 @@ TEST_F(StoreNewFile, LeavesNothingWhenTheDiskIsFull)
     EXPECT_EQ(tree.files(u"work"), QStringList());
 }
 
+TEST_F(StoreNewFile, GivesTheRightsThatTheMaskLeaves)
+{
+    for (const mode_t mask : {mode_t{077}, mode_t{022}, mode_t{0}}) {
+        const QString name = QString::number(mask);
+        const mode_t before = ::umask(mask);
+        const StoreResult result = store(name, "bytes");
+        ::umask(before);
+        ASSERT_EQ(result.outcome, StoreOutcome::Stored);
+        EXPECT_EQ(modeOf(tree.path(name)), 0666 & ~mask);
+    }
+}
+
 TEST_F(StoreNewFile, WritesAnEmptyFile)
 {
     EXPECT_EQ(store(u"a.jpg", {}).outcome, StoreOutcome::Stored);
@@ -141,6 +153,7 @@ TEST_F(ReplaceFile, MakesAMissingFile)
     EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
     EXPECT_EQ(tree.read(u"a.ini"), QByteArray("new"));
     EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+    EXPECT_EQ(modeOf(tree.path(u"a.ini")), 0600U);
 }
 
 TEST_F(ReplaceFile, PutsAnotherTextInPlace)

@@ -115,6 +115,11 @@ TEST(ProfileText, FindsBothWaysTheSameInRandomTexts)
         const auto scanned = findProfileValue(bytes, "s", "k");
         ASSERT_EQ(indexed.has_value(), scanned.has_value()) << bytes.toHex().toStdString();
         ASSERT_TRUE(!indexed || *indexed == *scanned) << bytes.toHex().toStdString();
+        ProfileText quick(bytes);
+        quick.index();
+        const auto quickly = quick.value("s", "k");
+        ASSERT_EQ(quickly.has_value(), scanned.has_value()) << bytes.toHex().toStdString();
+        ASSERT_TRUE(!quickly || *quickly == *scanned) << bytes.toHex().toStdString();
         found += indexed ? 1 : 0;
     }
     EXPECT_GT(found, 500) << "too few of the texts hold the key to say anything";

@@ -200,5 +200,30 @@ TEST_F(SettingsFileTest, ViewsEveryValueAsItReadsIt)
     EXPECT_EQ(moment.read(u"s", u"b").size(), 254);
 }
 
+TEST_F(SettingsFileTest, MakesTheFileForTheUserAlone)
+{
+    for (const mode_t mask : {mode_t{022}, mode_t{0}, mode_t{0777}}) {
+        const mode_t before = ::umask(mask);
+        settings.write(u"s", u"k", u"v");
+        ::umask(before);
+        struct stat info = {};
+        ASSERT_EQ(::stat(QFile::encodeName(settings.path()).constData(), &info), 0);
+        EXPECT_EQ(info.st_mode & 0777, 0600U);
+        ASSERT_TRUE(QFile::remove(settings.path()));
+    }
+}
+
+TEST_F(SettingsFileTest, WarnsOfAFileBeyondAllMeasure)
+{
+    tree.write(u"Velmora.ini", QByteArray(1'000'000, ';'));
+    EXPECT_EQ(settings.sizeWarning(), std::nullopt);
+    tree.write(u"Velmora.ini", QByteArray(2'500'000, ';') + "\n[s]\nk=v\n");
+    const QString warning = settings.sizeWarning().value_or(QString());
+    EXPECT_TRUE(warning.contains(settings.path())) << warning.toStdString();
+    EXPECT_TRUE(warning.contains(QStringLiteral("2.5 MB"))) << warning.toStdString();
+    EXPECT_EQ(settings.read(u"s", u"k"), QStringLiteral("v"));
+    EXPECT_EQ(settings.snapshot().read(u"s", u"k"), QStringLiteral("v"));
+}
+
 } // namespace
 } // namespace velmora

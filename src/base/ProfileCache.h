@@ -1,0 +1,39 @@
+// The text of one settings file for those who read many values of it.
+#pragma once
+
+#include "base/FolderStamp.h"
+#include "base/ProfileText.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace velmora {
+
+/// A settings file is read anew for each value, so that nobody sees an old one. One that somebody
+/// has let grow beyond all measure would take seconds for each window then: its text is kept until
+/// the file's stamp tells of a change.
+class ProfileCache
+{
+public:
+    static constexpr qint64 kLargeBytes = 1'000'000;
+
+    /// path: native path of the file, which need not exist.
+    explicit ProfileCache(QString path);
+
+    /// The text as it stands now, empty when there is none that can be read.
+    [[nodiscard]] std::shared_ptr<const ProfileText> text();
+
+    /// The stored value of a key, empty when there is none, cut to size - 1 bytes.
+    [[nodiscard]] QByteArray value(QByteArrayView section, QByteArrayView key, qsizetype size);
+
+private:
+    [[nodiscard]] std::shared_ptr<const ProfileText> largeText(const FolderStamp &stamp);
+
+    QString path_;
+    std::optional<FolderStamp> stamp_; // of the text that is kept
+    std::shared_ptr<const ProfileText> kept_;
+};
+
+} // namespace velmora

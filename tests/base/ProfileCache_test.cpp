@@ -1,0 +1,84 @@
+// A large settings file is read once, and every change of it is seen all the same.
+#include "base/ProfileCache.h"
+
+#include "base/ProfileFile.h"
+#include "support/TempTree.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+using test::TempTree;
+
+class ProfileCacheTest : public testing::Test
+{
+protected:
+    [[nodiscard]] QString path() const { return tree.path(u"a.ini"); }
+
+    void write(const QByteArray &value) const
+    {
+        tree.write(u"a.ini", "[s]\r\nk=" + value + "\r\n" + comments);
+    }
+
+    QByteArray value() { return cache.value("S", " K ", 255); }
+
+    TempTree tree;
+    ProfileCache cache{path()};
+    QByteArray comments; // makes the file large
+};
+
+TEST_F(ProfileCacheTest, ReadsASmallFileAnewEachTime)
+{
+    EXPECT_EQ(value(), QByteArray());
+    write("one");
+    EXPECT_EQ(value(), QByteArray("one"));
+    write("two");
+    EXPECT_EQ(value(), QByteArray("two"));
+    EXPECT_EQ(cache.text()->value("s", "k"), QByteArrayView("two"));
+    EXPECT_NE(cache.text(), cache.text());
+}
+
+TEST_F(ProfileCacheTest, SeesEveryChangeOfALargeFile)
+{
+    comments = QByteArray(ProfileCache::kLargeBytes, ';');
+    for (const char *const text : {"one", "two", "a longer one", "one"}) {
+        write(text);
+        EXPECT_EQ(value(), QByteArray(text));
+        EXPECT_EQ(value(), QByteArray(text));
+        EXPECT_EQ(cache.text()->value("s", "k"), QByteArrayView(text));
+    }
+    ASSERT_EQ(writeProfileValue(path(), "s", "k", QByteArrayView("two")), ProfileWrite::Written);
+    EXPECT_EQ(value(), QByteArray("two"));
+    ASSERT_TRUE(QFile::remove(path()));
+    EXPECT_EQ(value(), QByteArray());
+}
+
+TEST_F(ProfileCacheTest, KeepsNoTextThatHasJustBeenWritten)
+{
+    comments = QByteArray(ProfileCache::kLargeBytes, ';');
+    write("one");
+    EXPECT_NE(cache.text(), cache.text());
+}
+
+TEST_F(ProfileCacheTest, CutsWhatItReadsToTheBuffer)
+{
+    write("12345");
+    EXPECT_EQ(cache.value("s", "k", 4), QByteArray("123"));
+    comments = QByteArray(ProfileCache::kLargeBytes, ';');
+    write("12345");
+    EXPECT_EQ(cache.value("s", "k", 4), QByteArray("123"));
+}
+
+TEST_F(ProfileCacheTest, KeepsALargeTextThatHasBeenAtRest)
+{
+    ProfileCache program(QFile::symLinkTarget(QStringLiteral("/proc/self/exe")));
+    const std::shared_ptr<const ProfileText> first = program.text();
+    EXPECT_GT(first->bytes().size(), ProfileCache::kLargeBytes);
+    EXPECT_EQ(program.text(), first);
+}
+
+} // namespace
+} // namespace velmora

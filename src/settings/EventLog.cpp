@@ -2,24 +2,46 @@
 
 #include "base/DateText.h"
 #include "base/FileError.h"
+#include "base/SystemCalls.h"
 #include "base/UniqueFd.h"
 
 #include <QFile>
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace velmora {
 namespace {
 
 constexpr qint64 kLimitBytes = 64000;
-constexpr mode_t kLogMode = 0644;
+constexpr mode_t kLogMode = 0666; // cut by the process's mask
 
 QString timeOfDay(WallTime time)
 {
     const WallFields at = wallFields(time);
     return twoDigits(at.hour) + u':' + twoDigits(at.minute) + u':' + twoDigits(at.second);
+}
+
+// True for a log whose last line has no end, because the program was killed in the middle of it.
+bool endsWithinALine(const QByteArray &path, qint64 size)
+{
+    const UniqueFd file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    char last = '\n';
+    return size > 0 && file && ::pread(file.get(), &last, 1, size - 1) == 1 && last != '\n';
+}
+
+// The whole line or nothing of it, in one call where the system takes it so.
+std::error_code appendLine(int file, const QByteArray &path, const QByteArray &line)
+{
+    struct stat before = {};
+    const bool isOrdinary = ::fstat(file, &before) == 0 && S_ISREG(before.st_mode);
+    const bool isOpenLine = isOrdinary && endsWithinALine(path, before.st_size);
+    const std::error_code error = writeAll(file, isOpenLine ? '\n' + line : line);
+    if (error && isOrdinary) {
+        static_cast<void>(::ftruncate(file, before.st_size));
+    }
+    return error;
 }
 
 } // namespace
@@ -45,14 +67,13 @@ void EventLog::txtDebug(const QString &message)
 {
     rotate();
     const QByteArray line = (timeOfDay(clock_.localNow()) + u' ' + message + u'\n').toUtf8();
-    const UniqueFd file(::open(QFile::encodeName(path_).constData(),
-                               O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, kLogMode));
-    const ssize_t written =
-        file ? ::write(file.get(), line.constData(), static_cast<std::size_t>(line.size())) : -1;
-    if (written != line.size()) {
-        const int reason = written < 0 ? errno : ENOSPC; // a line cut short means a full disk
-        throw FileError(QStringLiteral("The log file cannot be written"),
-                        std::error_code(reason, std::generic_category()));
+    const QByteArray path = QFile::encodeName(path_);
+    const UniqueFd file(::open(path.constData(),
+                               O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
+                               kLogMode));
+    const std::error_code error = file ? appendLine(file.get(), path, line) : lastError();
+    if (error) {
+        throw FileError(QStringLiteral("The log file cannot be written"), error);
     }
 }
 

@@ -26,7 +26,8 @@ public:
     [[nodiscard]] const QString &path() const { return path_; }
 
     /// Appends the time of day (hh:mm:ss), a blank, the message and a line end. A log of more than
-    /// 64000 bytes first becomes Velmora.old. Throws FileError when the line cannot be written.
+    /// 64000 bytes first becomes Velmora.old, and a last line without an end, which a killed run
+    /// left, is ended. Throws FileError when the line cannot be written; nothing of it stays then.
     void txtDebug(const QString &message);
 
     /// Appends a line while the log is on. A log that cannot be written is told by writeFailed and

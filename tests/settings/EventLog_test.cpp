@@ -7,12 +7,14 @@
 #include "support/FileSizeLimit.h"
 #include "support/TempTree.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <string>
+#include <sys/stat.h>
 #include <system_error>
 
 namespace velmora {
@@ -86,9 +88,9 @@ TEST_F(EventLogTest, WritesWhileOnAndStopsWhenSwitchedOff)
 
 TEST_F(EventLogTest, KeepsALogOf64000Bytes)
 {
-    tree.write(u"Velmora.log", QByteArray(64000, 'x'));
+    tree.write(u"Velmora.log", QByteArray(63999, 'x') + '\n');
     log.txtDebug(QStringLiteral("next"));
-    EXPECT_EQ(text(), QByteArray(64000, 'x') + "14:05:09 next\n");
+    EXPECT_EQ(text(), QByteArray(63999, 'x') + "\n14:05:09 next\n");
     EXPECT_FALSE(tree.exists(u"Velmora.old"));
 }
 
@@ -114,7 +116,7 @@ TEST_F(EventLogTest, GrowsOnWhenTheOlderGenerationCannotBeReplaced)
     tree.makeFolder(u"Velmora.old");
     tree.write(u"Velmora.log", QByteArray(64001, 'x'));
     log.txtDebug(QStringLiteral("next"));
-    EXPECT_EQ(text(), QByteArray(64001, 'x') + "14:05:09 next\n");
+    EXPECT_EQ(text(), QByteArray(64001, 'x') + "\n14:05:09 next\n");
 }
 
 TEST_F(EventLogTest, ThrowsWhenTheLogCannotBeWritten)
@@ -168,6 +170,36 @@ TEST_F(EventLogTest, FailsInAMissingFolder)
     EventLog lost(tree.path(u"missing"), clock);
     EXPECT_THROW(lost.txtDebug(QStringLiteral("lost")), FileError);
     EXPECT_FALSE(tree.exists(u"missing"));
+}
+
+TEST_F(EventLogTest, EndsTheOpenLineOfAKilledRunFirst)
+{
+    tree.write(u"Velmora.log", "14:05:08 Interface Te");
+    log.txtDebug(QStringLiteral("next"));
+    log.txtDebug(QStringLiteral("another"));
+    EXPECT_EQ(text(), QByteArray("14:05:08 Interface Te\n14:05:09 next\n14:05:09 another\n"));
+}
+
+TEST_F(EventLogTest, LeavesNothingOfALineThatDidNotFit)
+{
+    tree.write(u"Velmora.log", QByteArray(999, 'x') + '\n');
+    {
+        const FileSizeLimit limit(1005);
+        EXPECT_THROW(log.txtDebug(QStringLiteral("cut")), FileError);
+        EXPECT_EQ(text(), QByteArray(999, 'x') + '\n');
+    }
+    log.txtDebug(QStringLiteral("whole"));
+    EXPECT_EQ(text(), QByteArray(999, 'x') + "\n14:05:09 whole\n");
+}
+
+TEST_F(EventLogTest, HasTheRightsThatTheMaskLeaves)
+{
+    const mode_t before = ::umask(077);
+    log.txtDebug(QStringLiteral("next"));
+    ::umask(before);
+    struct stat info = {};
+    ASSERT_EQ(::stat(QFile::encodeName(log.path()).constData(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0600U);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include <cstdio>
+#include <utility>
 
 namespace velmora {
 
@@ -10,6 +11,7 @@ HeadlessCapture::HeadlessCapture(CaptureEngine &engine, std::optional<int> passe
     : engine_(engine)
     , passesLeft_(passes)
     , out_(stdout)
+    , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
     connectReports();
 }
@@ -43,13 +45,15 @@ void HeadlessCapture::reportPass()
     loaded_ = stored_ = failed_ = 0;
     if (passesLeft_ && --*passesLeft_ == 0 && !ending_) {
         ending_ = true;
-        QMetaObject::invokeMethod(this, [this] { leave(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { shutdown_.launch(leave()); }, Qt::QueuedConnection);
     }
 }
 
 bool HeadlessCapture::start()
 {
     engine_.debugSwitch().load();
+    engine_.checkSettings();
     engine_.storage().load();
     engine_.options().load();
     engine_.page().load();
@@ -72,13 +76,24 @@ void HeadlessCapture::end()
         return;
     }
     ending_ = true;
-    finish();
+    shutdown_.launch(finish());
 }
 
 QCoro::Task<> HeadlessCapture::finish()
 {
     co_await engine_.scheduler().lastTick();
     co_await leave();
+}
+
+// Whatever is thrown on the way out, the program does not stay.
+void HeadlessCapture::leaveAfterError(const QString &text)
+{
+    engine_.problems().warn(text);
+    if (std::exchange(leavingAtOnce_, true)) {
+        QCoreApplication::quit();
+        return;
+    }
+    shutdown_.launch(leave());
 }
 
 QCoro::Task<> HeadlessCapture::leave()

@@ -29,6 +29,7 @@ private:
     void reportPass();
     QCoro::Task<> finish();
     QCoro::Task<> leave();
+    void leaveAfterError(const QString &text);
 
     CaptureEngine &engine_;
     std::optional<int> passesLeft_;
@@ -38,6 +39,8 @@ private:
     int stored_ = 0;
     int failed_ = 0;
     bool ending_ = false;
+    bool leavingAtOnce_ = false;
+    TaskScope shutdown_;
 };
 
 } // namespace velmora

@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QTimer>
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -34,6 +36,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , film_(images_.film(), engine_.settings(), engine_.storage())
     , importWindow_(import_.import(), import_.loader())
     , alarm_(images_.alarm(), images_.mail())
+    , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
     connectMain();
     connectBrowser();
@@ -118,6 +121,7 @@ QCoro::Task<> Program::startUp()
     Initialise();
     engine_.storage().testSA();
     engine_.start();
+    engine_.checkSettings();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
     } else {
@@ -198,7 +202,7 @@ void Program::end()
         return;
     }
     ending_ = true;
-    leave();
+    shutdown_.launch(leave());
 }
 
 void Program::hideWindows()
@@ -239,6 +243,26 @@ QCoro::Task<> Program::leave()
     if (engine_.storage().lamp() == LampColour::Green) {
         co_await lastPass();
     }
+    co_await engine_.close();
+    QCoreApplication::quit();
+}
+
+// Whatever is thrown on the way out, the program does not stay behind without windows.
+void Program::leaveAfterError(const QString &text)
+{
+    engine_.log().trace(text);
+    if (std::exchange(leavingAtOnce_, true)) {
+        QCoreApplication::quit();
+        return;
+    }
+    shutdown_.launch(leaveAtOnce());
+}
+
+QCoro::Task<> Program::leaveAtOnce()
+{
+    interface_.allowClose();
+    planche_.allowClose();
+    closing_.close();
     co_await engine_.close();
     QCoreApplication::quit();
 }

@@ -54,6 +54,8 @@ private:
     QCoro::Task<> lastPass();
     QCoro::Task<> giveUpAfter(std::chrono::milliseconds limit);
     QCoro::Task<> leave();
+    QCoro::Task<> leaveAtOnce();
+    void leaveAfterError(const QString &text);
 
     CaptureEngine &engine_;
     DesktopOpener &opener_;
@@ -70,6 +72,8 @@ private:
     frmSplash splash_;
     frmQuitte closing_;
     bool ending_ = false;
+    bool leavingAtOnce_ = false;
+    TaskScope shutdown_;
 };
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -13,10 +14,13 @@ namespace {
 // A signal handler may do next to nothing: it writes a byte, and the event loop reads it.
 std::array<int, 2> sockets = {-1, -1};
 
+// What it interrupts may be about to look at errno.
 extern "C" void onSignal(int)
 {
+    const int before = errno;
     const char byte = 1;
     static_cast<void>(::write(sockets[0], &byte, 1));
+    errno = before;
 }
 
 void handle(int signal, void (*handler)(int))

@@ -11,6 +11,7 @@
 
 #include <curl/curl.h>
 
+#include <new>
 #include <unordered_map>
 #include <utility>
 
@@ -40,6 +41,9 @@ public:
     {
         initialiseCurlOnce();
         multi_ = curl_multi_init();
+        if (multi_ == nullptr) {
+            throw std::bad_alloc();
+        }
         curl_multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
         curl_multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
         curl_multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
@@ -67,7 +71,9 @@ public:
     void begin(CURL *easy, AtEnd atEnd, OneShot<End> &end)
     {
         live_.emplace(easy, Live{atEnd, &end});
-        curl_multi_add_handle(multi_, easy);
+        if (curl_multi_add_handle(multi_, easy) != CURLM_OK) {
+            finish(easy, CURLE_FAILED_INIT);
+        }
     }
 
     // Does nothing when the transfer has ended already.
@@ -138,10 +144,19 @@ private:
         }
     }
 
+    void giveAllUp()
+    {
+        while (!live_.empty()) {
+            finish(live_.begin()->first, CURLE_OUT_OF_MEMORY);
+        }
+    }
+
     void act(curl_socket_t socket, int mask)
     {
         int running = 0;
-        curl_multi_socket_action(multi_, socket, mask, &running);
+        if (curl_multi_socket_action(multi_, socket, mask, &running) == CURLM_OUT_OF_MEMORY) {
+            giveAllUp(); // nobody would hear of their ends any more
+        }
         int left = 0;
         while (const CURLMsg *const message = curl_multi_info_read(multi_, &left)) {
             if (message->msg == CURLMSG_DONE) {
@@ -168,6 +183,9 @@ void *TransferLoop::newTransfer()
 {
     initialiseCurlOnce();
     CURL *const easy = curl_easy_init();
+    if (easy == nullptr) {
+        throw std::bad_alloc();
+    }
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name look-up
     return easy;

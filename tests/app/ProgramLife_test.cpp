@@ -143,5 +143,23 @@ TEST_F(ProgramLife, TouchesNoLogWhileDebugIsOff)
     EXPECT_FALSE(tree_.exists(u"Velmora.old"));
 }
 
+TEST_F(ProgramLife, AnErrorInTheLastPassEndsTheProgramAllTheSame)
+{
+    start();
+    source_.answer(
+        QStringLiteral("http://cam/a.png"),
+        {QByteArray(2000, 'y'), QStringLiteral("Tue, 07 Mar 2006 15:05:09 GMT"), {}, {}, {}});
+    QObject::connect(
+        &engine_->store(), &ImageStore::imageStored, program_.get(),
+        [](CameraAddress, const QString &) { throw std::runtime_error("out of luck"); });
+    end();
+    EXPECT_TRUE(logLines().contains(QStringLiteral("out of luck")));
+    for (const char *const window : {"frmQuitte", "planche", "Interface"}) {
+        EXPECT_FALSE(isVisible(QLatin1String(window))) << window;
+    }
+    EXPECT_TRUE(engine_->scope().stopToken().stop_requested());
+    EXPECT_EQ(engine_->scope().running(), 0);
+}
+
 } // namespace
 } // namespace velmora::test

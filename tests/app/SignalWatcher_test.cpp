@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
 
 namespace velmora {
@@ -30,6 +31,17 @@ TEST(SignalWatcher, GivesTheSignalsBack)
     struct sigaction action = {};
     ::sigaction(SIGTERM, nullptr, &action);
     EXPECT_EQ(action.sa_handler, SIG_DFL);
+}
+
+TEST(SignalWatcher, LeavesTheErrorNumberOfWhatItInterrupts)
+{
+    constexpr int kMoreThanTheSocketTakes = 5000;
+    const SignalWatcher watcher;
+    errno = 0;
+    for (int i = 0; i < kMoreThanTheSocketTakes; ++i) {
+        std::raise(SIGTERM);
+        ASSERT_EQ(errno, 0) << i;
+    }
 }
 
 } // namespace

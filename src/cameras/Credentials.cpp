@@ -39,13 +39,15 @@ bool isHarmlessValue(const QString &value)
 }
 
 // Where the part of an address begins that may hold a user: behind the scheme of an address that
-// stands at the begin of the text, or of a word of it.
+// stands at the begin of the text, or of a word of it. What stands before that word may be the
+// begin of a password itself, unless it holds no sign of one.
 qsizetype beginOfAuthority(const QString &text)
 {
     static const QRegularExpression scheme(
         QStringLiteral("(?:^|[\\s(\\[{<\"'`])[A-Za-z][A-Za-z0-9+.-]*:[/\\\\]+"));
     const QRegularExpressionMatch found = scheme.match(text);
-    const bool isFirst = found.hasMatch() && !text.left(found.capturedStart()).contains(u'@');
+    const QString before = text.left(found.capturedStart());
+    const bool isFirst = found.hasMatch() && !before.contains(u'@') && !before.contains(u':');
     return isFirst ? found.capturedEnd() : 0;
 }
 

@@ -84,6 +84,7 @@ const ShownRow kRows[] = {
     {"InBracketsWithoutScheme", u"(me:pw@h/a.jpg)", u"h/a.jpg)"},
     {"BehindABlank", u" http://me:pw@h/a.jpg", u" http://h/a.jpg"},
     {"BehindAText", u"Test http://me:p#w@h/a.jpg 0:3", u"Test http://h/a.jpg 0:3"},
+    {"SchemeInThePasswordWithoutOne", u"me:pw <http://more@h/a.jpg", u"h/a.jpg"},
     {"BehindAnAtSign", u"mail@home http://me:pw@h/a.jpg", u"h/a.jpg"},
     {"UserAndFields", u"http://me:pw@h/a.cgi?pass=x", u"http://h/a.cgi?pass=***"},
     {"SecretAmongOthers", u"http://h/a.cgi?user=me&pwd=secret&size=1",

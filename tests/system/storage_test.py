@@ -145,13 +145,50 @@ class SettingsTest(StorageCase):
         self.assertEqual([1] * CAMERAS, self.counts())
         self.assertTrue(self.house.settings_bytes().startswith(noise))
 
+    def masked(self, mask, *options):
+        """A finished capture under another mask of the process."""
+        command = ["sh", "-c", f'umask {mask}; exec "$@"', "-", house.VELMORA, "--program-folder", self.house.root]
+        program = self.house.start_command([*command, "--capture", "--passes", "1", *options])
+        self.assertEqual(0, program.wait(30), program.report())
+
+    def modes(self):
+        return {path.stat().st_mode & 0o777 for url in self.urls for path in self.house.images(url)}
+
+    def test_images_have_the_rights_that_the_mask_leaves(self):
+        for mask, mode in (("077", 0o600), ("022", 0o644), ("002", 0o664)):
+            shutil.rmtree(self.house.storage)
+            self.house.storage.mkdir()
+            self.masked(mask)
+            self.assertEqual({mode}, self.modes())
+
+    def test_new_settings_are_for_the_user_alone(self):
+        template = self.house.root / "Velmora0.ini"
+        self.house.settings_path.rename(template)
+        template.chmod(0o666)
+        self.masked("000")
+        self.assertEqual(0o600, self.house.settings_path.stat().st_mode & 0o777)
+        self.assertEqual([1] * CAMERAS, self.counts())
+
+    def test_no_template_holds_the_start_up(self):
+        self.house.settings_path.unlink()
+        template = self.house.root / "Velmora0.ini"
+        for make in (os.mkfifo, lambda path: os.symlink("/dev/zero", path), os.mkdir):
+            make(template)
+            run = self.house.capture("--passes", "1", seconds=20)
+            self.assertEqual("pass 1: 0 stored, 0 failed, 0 unchanged", run.out[-1])
+            self.assertFalse(self.house.settings_path.exists())
+            (shutil.rmtree if template.is_dir() and not template.is_symlink() else os.unlink)(template)
+
     def test_captures_with_settings_of_ten_megabytes(self):
         filler = b";" + b"x" * 98 + b"\r\n"
         text = self.house.settings_bytes()
         self.house.settings_path.write_bytes(filler * 50_000 + text + filler * 50_000)
         began = time.monotonic()
-        self.house.capture("--passes", "1", seconds=40)
+        run = self.house.capture("--passes", "1", seconds=40)
         print(f"{time.monotonic() - began:.1f} s", end=" ", flush=True)
+        self.assertEqual(1, len(run.err), run.report())
+        for words in (str(self.house.settings_path), "10.1 MB"):
+            self.assertIn(words, run.err[0])
         self.assertEqual([1] * CAMERAS, self.counts())
         self.assertEqual([GREEN] * CAMERAS, [self.house.camera_value(i, "SB") for i in range(CAMERAS)])
         raw = self.house.settings_bytes()

@@ -1,0 +1,229 @@
+// The program with its windows for hours on end, on a clock that runs as fast as the work allows:
+// a hundred cameras with a new image each at every pass, while the browser steps, changes its view
+// and plays the film, and old images are deleted after their month. One line of figures for every
+// ten thousand captures; the last one is the slope of the memory.
+//   soak_run HOURS     of real time, also a part of one; offscreen where no display is
+#include "app/Memory.h"
+#include "app/Program.h"
+#include "support/CaptureHouseSource.h"
+#include "support/FakeClock.h"
+#include "support/TempTree.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+#include <QTextStream>
+#include <QTimer>
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kCaptures = kGroups * kRows;
+constexpr int kCapturesOfALine = 10'000;
+constexpr auto kBetweenPasses = 2h; // of the fast clock: a month of images stays small
+constexpr std::array kKeys = {Qt::Key_Right, Qt::Key_Left,     Qt::Key_Down,
+                              Qt::Key_Up,    Qt::Key_PageDown, Qt::Key_End};
+
+QString addressOf(int camera)
+{
+    return QStringLiteral("http://cam/%1.jpg").arg(camera);
+}
+
+double residentKib()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    static_cast<void>(file.open(QIODevice::ReadOnly));
+    const double pages = file.readAll().split(' ').value(1).toDouble();
+    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1024.0;
+}
+
+qsizetype openHandles()
+{
+    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
+}
+
+QByteArray jpeg(int shade)
+{
+    QImage image(160, 120, QImage::Format_RGB32);
+    image.fill(QColor::fromHsv(shade % 360, 200, 200));
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "JPG");
+    return bytes.leftJustified(2000, '\0');
+}
+
+/// The longest time between two turns of the event loop.
+class GapMeter
+{
+public:
+    GapMeter()
+    {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_,
+                         [this] { longestMs_ = std::max(longestMs_, since_.restart()); });
+        since_.start();
+        timer_.start(0);
+    }
+
+    qint64 takeLongestMs() { return std::exchange(longestMs_, 0); }
+
+private:
+    QTimer timer_;
+    QElapsedTimer since_;
+    qint64 longestMs_ = 0;
+};
+
+class Soak
+{
+public:
+    Soak()
+        : source_(clock_)
+    {
+        tree_.makeFolder(u"drives/c/in");
+        QByteArray settings = "[Control]\r\nStRep=C:\\in\r\nTempo=60\r\n";
+        for (int group = 0; group < kGroups; ++group) {
+            settings += QStringLiteral("[Liste%1]\r\nLstAct=1\r\n").arg(group).toLatin1();
+            for (int row = 0; row < kRows; ++row) {
+                settings += QStringLiteral("lst%1=%2\r\n")
+                                .arg(row)
+                                .arg(addressOf(group * kRows + row))
+                                .toLatin1();
+            }
+            settings += QStringLiteral("[Groupe%1]\r\n").arg(group).toLatin1();
+            for (int row = 0; row < kRows; ++row) {
+                settings += QStringLiteral("EffM%1=1\r\n").arg(row).toLatin1();
+            }
+        }
+        tree_.write(u"Velmora.ini", settings);
+        engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
+        program_ = std::make_unique<Program>(*engine_, opener_, mail_);
+        answer();
+        program_->start();
+        clock_.advance(100ms);
+    }
+
+    ~Soak()
+    {
+        engine_->scheduler().giveUp();
+        program_->end();
+        clock_.advance(100ms);
+    }
+
+    Soak(const Soak &) = delete;
+    Soak &operator=(const Soak &) = delete;
+    Soak(Soak &&) = delete;
+    Soak &operator=(Soak &&) = delete;
+
+    /// One pass over all cameras, with somebody at the browser meanwhile.
+    void pass(int number)
+    {
+        clock_.advance(kBetweenPasses);
+        answer();
+        engine_->scheduler().setTickCounter(59);
+        engine_->launch(engine_->scheduler().Timer_Timer());
+        clock_.advance(100ms);
+        QWidget *const browser = window(QStringLiteral("planche"));
+        if (browser == nullptr) {
+            return;
+        }
+        QTest::keyClick(browser, kKeys.at(static_cast<std::size_t>(number) % kKeys.size()));
+        if (number % 10 == 0) {
+            click(*browser, number % 20 == 0 ? QStringLiteral("cCamera") : QStringLiteral("bFilm"));
+        }
+        clock_.advance(100ms);
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+
+private:
+    static QWidget *window(const QString &name)
+    {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(
+            all, [&](const QWidget *widget) { return widget->objectName() == name; });
+        return found == all.end() ? nullptr : *found;
+    }
+
+    static void click(const QWidget &window, const QString &name)
+    {
+        if (auto *const control = window.findChild<QWidget *>(name)) {
+            QTest::mouseClick(control, Qt::LeftButton);
+        }
+    }
+
+    // The server's date moves on with the clock, so that every image is new.
+    void answer()
+    {
+        const WallFields at = wallFields(clock_.localNow());
+        static constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                               "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+        const QString modified =
+            QStringLiteral("Tue, %1 %2 %3 %4:%5:%6 GMT")
+                .arg(twoDigits(at.day),
+                     QLatin1String(kMonths.at(static_cast<std::size_t>(at.month) - 1)))
+                .arg(at.year)
+                .arg(twoDigits(at.hour), twoDigits(at.minute), twoDigits(at.second));
+        const QByteArray picture = jpeg(at.hour * 15);
+        for (int camera = 0; camera < kCaptures; ++camera) {
+            source_.answer(addressOf(camera), {picture, modified, {}, {}, {}});
+        }
+    }
+
+    TempTree tree_;
+    FakeClock clock_;
+    ScriptedSource source_;
+    XdgOpener opener_;
+    SmtpClient mail_;
+    std::unique_ptr<CaptureEngine> engine_;
+    std::unique_ptr<Program> program_;
+};
+
+void print(int captures, double kib, qint64 longestMs)
+{
+    QTextStream(stdout) << "captures " << captures << ", resident " << kib << " KiB, handles "
+                        << openHandles() << ", longest gap " << longestMs << " ms" << Qt::endl;
+}
+
+} // namespace
+} // namespace velmora::test
+
+int main(int argc, char **argv)
+{
+    using namespace velmora;
+    using namespace velmora::test;
+    keepMemoryBetweenPasses();
+    const QApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const double hours = QString::fromLocal8Bit(argc > 1 ? argv[1] : "").toDouble();
+    if (hours <= 0) {
+        QTextStream(stderr) << "soak_run HOURS\n";
+        return 2;
+    }
+    Soak soak;
+    GapMeter gaps;
+    QElapsedTimer run;
+    run.start();
+    int captures = 0;
+    std::optional<double> firstKib; // behind the first line, when all is in use
+    double lastKib = 0;
+    int lines = 0;
+    for (int pass = 1; run.elapsed() < static_cast<qint64>(hours * 3'600'000); ++pass) {
+        soak.pass(pass);
+        captures += kCaptures;
+        if (captures % kCapturesOfALine == 0) {
+            lastKib = residentKib();
+            print(captures, lastKib, gaps.takeLongestMs());
+            lines += firstKib ? 1 : 0;
+            firstKib = firstKib.value_or(lastKib);
+        }
+    }
+    const double slope = lines > 0 ? (lastKib - *firstKib) / lines : 0;
+    QTextStream(stdout) << "slope " << slope << " KiB for 10,000 captures" << Qt::endl;
+    return 0;
+}

@@ -31,7 +31,7 @@ TEST_F(ModesAndStorage, StopTheWalkWhileTheStorageBoxIsTypedInto)
     browser_.setMode(Mode::Scan, true);
     focusStorageBox();
     EXPECT_FALSE(modes_.timer().isActive());
-    house_.capture.storage.endEdit();
+    house_.capture.storage.putInForce();
     EXPECT_TRUE(modes_.timer().isActive());
 }
 
@@ -78,7 +78,7 @@ TEST_F(ModesAndStorage, StopTheFilmWhileTheStorageBoxIsTypedInto)
     film_.play();
     focusStorageBox();
     EXPECT_FALSE(film_.running);
-    house_.capture.storage.endEdit();
+    house_.capture.storage.putInForce();
     EXPECT_TRUE(film_.running);
 }
 

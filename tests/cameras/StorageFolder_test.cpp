@@ -92,6 +92,7 @@ TEST_F(StorageFolderTest, IsRedWhenAFileStandsThere)
 TEST_F(StorageFolderTest, IsRedOnADriveThatDoesNotExist)
 {
     storage.edit(QStringLiteral("Z:\\in"));
+    storage.putInForce();
     EXPECT_EQ(storage.lamp(), LampColour::Red);
     EXPECT_FALSE(storage.isPresent());
     EXPECT_EQ(storage.native(storage.text()), QString());
@@ -142,6 +143,7 @@ TEST_F(StorageFolderTest, GivesTheNativePathOfACameraFolder)
 {
     makeStorage();
     storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
     const QString text = storage.folderText(u"\\a%31\\");
     EXPECT_EQ(text, QStringLiteral("C:\\in\\\\a%31\\"));
     EXPECT_EQ(storage.native(text), tree.path(u"drives/c/in/a%31"));
@@ -152,13 +154,13 @@ TEST_F(StorageFolderTest, StopsTheTimersWhileItIsEdited)
     makeStorage();
     storage.load();
     storage.testSA();
-    EXPECT_FALSE(storage.timersStopped());
+    EXPECT_FALSE(storage.isBeingEdited());
     storage.beginEdit();
-    EXPECT_TRUE(storage.timersStopped());
+    EXPECT_TRUE(storage.isBeingEdited());
     EXPECT_EQ(editsBegun, 1);
     storage.edit(QStringLiteral("C:\\in"));
     EXPECT_EQ(storage.lamp(), LampColour::Green);
-    EXPECT_TRUE(storage.timersStopped()) << "the box still has the focus";
+    EXPECT_TRUE(storage.isBeingEdited()) << "the box still has the focus";
 }
 
 TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheBoxIsLeftAndTheFolderIsThere)
@@ -166,8 +168,8 @@ TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheBoxIsLeftAndTheFolderIsThere)
     makeStorage();
     storage.load();
     storage.beginEdit();
-    storage.endEdit();
-    EXPECT_FALSE(storage.timersStopped());
+    storage.putInForce();
+    EXPECT_FALSE(storage.isBeingEdited());
     EXPECT_EQ(checks, QList<StorageState>{kPresent});
 }
 
@@ -175,8 +177,9 @@ TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheBoxIsLeftAndTheFolderIsMis
 {
     storage.load();
     storage.beginEdit();
-    storage.endEdit();
-    EXPECT_TRUE(storage.timersStopped());
+    storage.putInForce();
+    EXPECT_FALSE(storage.isBeingEdited());
+    EXPECT_FALSE(storage.isUsable());
 }
 
 TEST_F(StorageFolderTest, RechecksOnlyWhenTheFolderCameOrWent)
@@ -202,10 +205,10 @@ TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheFolderComesBackAfterAnEdit)
 {
     storage.load();
     storage.beginEdit();
-    storage.endEdit();
+    storage.putInForce();
     makeStorage();
     storage.recheck();
-    EXPECT_FALSE(storage.timersStopped());
+    EXPECT_FALSE(storage.isBeingEdited());
 }
 
 TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheFolderComesWhileItIsEdited)
@@ -216,7 +219,7 @@ TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheFolderComesWhileItIsEdited
     makeStorage();
     storage.recheck();
     EXPECT_EQ(storage.lamp(), LampColour::Green);
-    EXPECT_TRUE(storage.timersStopped());
+    EXPECT_TRUE(storage.isBeingEdited());
 }
 
 TEST_F(StorageFolderTest, RemembersThatACheckWasAskedFor)

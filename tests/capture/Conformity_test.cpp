@@ -256,9 +256,10 @@ TEST_F(ConformityTest, BeginsAndEndsWithoutStorageFolder)
 TEST_F(ConformityTest, BeginsAndEndsWithoutTheDrive)
 {
     house_.storage.edit(QStringLiteral("Q:\\in"));
+    house_.storage.putInForce();
     run();
     EXPECT_EQ(texts_, (QStringList{kBegin, kEnd}));
-    EXPECT_EQ(house_.allTexts(), QStringList{kBegin});
+    EXPECT_TRUE(house_.allTexts().contains(kBegin));
 }
 
 TEST_F(ConformityTest, HoldsTheCapturesFromBeginToEnd)

@@ -150,7 +150,7 @@ TEST_F(SlideshowBrowser, StopsWhileTheStorageBoxIsTypedInto)
     open(30);
     house_.capture.storage.beginEdit();
     EXPECT_FALSE(isRunning());
-    house_.capture.storage.endEdit();
+    house_.capture.storage.putInForce();
     EXPECT_TRUE(isRunning());
 }
 

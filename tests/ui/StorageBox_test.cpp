@@ -76,7 +76,7 @@ TEST_F(StorageBoxTest, TheFocusStopsEveryTimer)
     ASSERT_TRUE(house_.house.timer.isActive());
     QTest::mouseClick(&box(), Qt::LeftButton);
     EXPECT_FALSE(house_.house.timer.isActive());
-    EXPECT_TRUE(house_.house.storage.timersStopped());
+    EXPECT_TRUE(house_.house.storage.isBeingEdited());
     EXPECT_FALSE(importEnabled());
     EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("arret Timers")));
 }
@@ -86,7 +86,7 @@ TEST_F(StorageBoxTest, LeavingTheBoxLetsTheCaptureGoOn)
     QTest::mouseClick(&box(), Qt::LeftButton);
     house_.leaveBox();
     EXPECT_TRUE(house_.house.timer.isActive());
-    EXPECT_FALSE(house_.house.storage.timersStopped());
+    EXPECT_FALSE(house_.house.storage.isBeingEdited());
     EXPECT_TRUE(importEnabled());
 }
 
@@ -95,7 +95,7 @@ TEST_F(StorageBoxTest, LeavingTheBoxWithAMissingFolderKeepsTheTimersStopped)
     house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
     house_.leaveBox();
     EXPECT_FALSE(house_.house.timer.isActive());
-    EXPECT_TRUE(house_.house.storage.timersStopped());
+    EXPECT_TRUE(house_.house.storage.isBeingEdited());
 }
 
 TEST_F(StorageBoxTest, SaysWhatToDoWhileTheFolderIsMissing)
@@ -126,7 +126,7 @@ TEST_F(StorageBoxTest, TheButtonMakesTheFolderAndThoseOfTheCameras)
     EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\a\\b\\"));
     EXPECT_EQ(house_.stored(u"Control", u"StRep"), QStringLiteral("C:\\in\\a\\b\\"));
     EXPECT_EQ(house_.house.scheduler.tickCounter(), 55);
-    EXPECT_FALSE(house_.house.storage.timersStopped());
+    EXPECT_FALSE(house_.house.storage.isBeingEdited());
 }
 
 TEST_F(StorageBoxTest, AFolderThatCannotBeMadeIsTold)

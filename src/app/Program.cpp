@@ -240,6 +240,7 @@ QCoro::Task<> Program::leave()
 {
     co_await engine_.clock().yield(); // a window cannot be closed from its own close event
     hideWindows();
+    engine_.storage().takeBackEmptied();
     if (engine_.storage().isUsable()) {
         co_await lastPass();
     }

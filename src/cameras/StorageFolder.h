@@ -114,6 +114,9 @@ public:
     /// An emptied box gives back the folder that was in force.
     void putInForce();
 
+    /// An emptied box gives back the folder in force; any other text stays. True when it did.
+    bool takeBackEmptied();
+
     /// The user chose this native folder, which is in force at once. One whose path the cleaning
     /// would change (a blank in a name, say) cannot be used and is refused with a message that says
     /// why; then the text in the box stays as it is. True when it was taken.
@@ -159,7 +162,6 @@ private:
     void setText(const QString &text);
     void takeText();
     void store() const;
-    bool takeBackEmptied();
     [[nodiscard]] QString madeText() const;
     [[nodiscard]] bool isThere(const QString &pathText) const;
     [[nodiscard]] bool mayHoldImages() const;

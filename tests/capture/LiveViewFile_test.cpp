@@ -7,6 +7,8 @@
 namespace velmora::test {
 namespace {
 
+using namespace std::chrono_literals;
+
 using LiveFile = LiveViewTest;
 
 const QString kNoSpace =
@@ -128,6 +130,30 @@ TEST_F(LiveFile, LeavesTheTroubleOfOthersOnShow)
     house_.status.set(Caption::Trouble, QStringLiteral("the disk smokes"));
     show();
     EXPECT_EQ(house_.status.text(Caption::Trouble), QStringLiteral("the disk smokes"));
+}
+
+TEST_F(LiveFile, IsNotWrittenWhileTheStorageBoxIsEdited)
+{
+    source_.answer(cameraUrl(kShown), delayedReply(1s));
+    begin(kShown, cameraUrl(kShown));
+    house_.storage.beginEdit();
+    clock_.advance(1min);
+    EXPECT_EQ(target(), "-");
+    EXPECT_EQ(source_.underWay(), 0);
+    house_.storage.putInForce();
+    clock_.advance(2s);
+    EXPECT_EQ(target(), goodReply().body);
+}
+
+TEST_F(LiveFile, WaitsForTheStorageFolderBeforeItMakesAny)
+{
+    house_.storage.edit(QStringLiteral("C:\\new"));
+    show();
+    EXPECT_FALSE(house_.tree.exists(u"drives/c/new"));
+    EXPECT_EQ(fetches(), 0);
+    house_.storage.putInForce();
+    clock_.advance(1s);
+    EXPECT_TRUE(house_.tree.exists(u"drives/c/new/tmp/Target.jpg"));
 }
 
 using LiveFolder = LiveViewTest;

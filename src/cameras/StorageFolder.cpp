@@ -159,7 +159,9 @@ void StorageFolder::putInForce()
 {
     const bool wasEmptied = takeBackEmptied();
     justNamed_ = justNamed_ || text_ != inForce_;
-    editing_ = Editing::No;
+    if (std::exchange(editing_, Editing::No) == Editing::Yes) {
+        ++version_;
+    }
     testSA();
     gate_.open();
     if (wasEmptied) {

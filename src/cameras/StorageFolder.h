@@ -137,7 +137,7 @@ public:
     /// given to others.
     [[nodiscard]] Gate &gate() { return gate_; }
 
-    /// Changes whenever the box is entered and whenever another folder is put in force.
+    /// Changes whenever the box is entered or left and whenever another folder is put in force.
     [[nodiscard]] quint64 version() const { return version_; }
 
     /// Asks for a check at the next tick, after something could not be stored.

@@ -96,13 +96,13 @@ QCoro::Task<> Conformity::run()
     slice_.begin();
     int index = 0;
     while (index < kGroups * kRows && !stop_.stop_requested()) {
+        co_await services_.storage.gate().pass(stop_);
         const StorageUse use(services_.storage);
         const QString folder = cameraFolder(services_, {index / kRows, index % kRows});
         if (!folder.isEmpty() && use.mayGoOn()) {
             co_await conformFolder(folder, use);
         }
         co_await letEventsRun();
-        co_await services_.storage.gate().pass(stop_);
         index = use.mayGoOn() ? index + 1 : 0; // the folders may be others now
     }
 }

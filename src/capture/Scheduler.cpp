@@ -66,6 +66,7 @@ Scheduler::Scheduler(const CaptureServices &services, ImageStore &store, ReadAhe
 void Scheduler::start()
 {
     RegleTempo();
+    showStandstill();
     setTickCounter(kStartTick);
 }
 

@@ -2,6 +2,7 @@
 #include "RetentionTest.h"
 
 #include <QCoreApplication>
+#include <QTime>
 
 namespace velmora::test {
 namespace {
@@ -170,11 +171,11 @@ TEST_F(RetentionTurns, DeleteNothingInAFolderThatIsOnlyTyped)
 
 TEST_F(RetentionTurns, BeginAFolderAnewInTheMiddleOfWhichTheBoxWasEntered)
 {
-    constexpr int kMany = 3000; // in the minutes of some hours
+    constexpr int kMany = 300;
     for (int i = 0; i < kMany; ++i) {
-        put(QStringLiteral("20060110_%1%20714.jpg")
-                .arg(i / 60, 4, 10, QLatin1Char('0'))
-                .arg(i % 60, 2, 10, QLatin1Char('0')));
+        const QTime time = QTime(0, 0).addSecs(i);
+        put(QStringLiteral("20060110_") + time.toString(QStringLiteral("HHmmss")) +
+            QStringLiteral("0714.jpg"));
     }
     Retention retention(services(), house_.scope);
     retention.begin();

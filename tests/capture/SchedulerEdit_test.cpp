@@ -212,7 +212,7 @@ TEST_F(FirstPass, IsStillTheFirstWhenTheStorageFolderVanishedInIt)
     removeStorage();
     clock_.advance(2s);
     ASSERT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
-    house_.tick(); // the check that it has asked for
+    house_.beginTick(); // the check that it has asked for
     house_.tree.makeFolder(u"drives/c/in");
     house_.putImage({0, 0}, kImageName);
     house_.putImage({0, 1},
@@ -220,7 +220,8 @@ TEST_F(FirstPass, IsStillTheFirstWhenTheStorageFolderVanishedInIt)
     house_.putImage({0, 2}, QStringLiteral("20050307_1405090714.jpg"));
     house_.storage.recheck();
     const qsizetype before = fetches();
-    house_.tick();
+    house_.beginTick();
+    clock_.advance(5s);
     EXPECT_EQ(house_.stored(),
               (QStringList{QStringLiteral("0:0"), QStringLiteral("0:1"), QStringLiteral("0:2")}));
     EXPECT_EQ(fetches() - before, 2) << "the camera that it reached is loaded no second time";

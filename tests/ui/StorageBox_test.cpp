@@ -253,8 +253,9 @@ TEST_F(TypedFolder, IsInForceWhenTheFocusWentElsewhereBehindAnotherWindow)
 TEST_F(TypedFolder, IsMadeByItsKeyAndInForceWithTheFocusElsewhere)
 {
     house_.retype(QStringLiteral("StRep"), QStringLiteral("C:\\new"));
-    QTest::keyClick(&box(), Qt::Key_F, Qt::AltModifier);
-    EXPECT_TRUE(house_.house.tree.exists(u"drives/c/new"));
+    QTest::keyClick(&box(), Qt::Key_F, Qt::AltModifier); // shows the button pressed for a moment
+    const auto isMade = [this] { return house_.house.tree.exists(u"drives/c/new"); };
+    EXPECT_TRUE(QTest::qWaitFor(isMade));
     EXPECT_EQ(storage().inForce(), QStringLiteral("C:\\new\\"));
     EXPECT_FALSE(box().hasFocus());
     EXPECT_TRUE(timerRuns());

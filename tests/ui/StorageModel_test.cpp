@@ -120,20 +120,23 @@ protected:
         return May::Type;
     }
 
-    May press(int key, Qt::KeyboardModifiers modifiers = {})
+    May press(Qt::Key key)
     {
         const bool isMeant = box().hasFocus();
         if (isMainInFront() && rooms_.window.focusWidget() != nullptr) {
-            QTest::keyClick(rooms_.window.focusWidget(), static_cast<Qt::Key>(key), modifiers);
+            QTest::keyClick(rooms_.window.focusWidget(), key);
         }
         return isMeant ? May::PutInForce : May::Neither;
     }
 
     May makeFolder()
     {
-        const bool canMake = rooms_.find<QWidget>(QStringLiteral("MakeDir")).isVisible();
-        press(Qt::Key_F, Qt::AltModifier);
-        return isMainInFront() && canMake ? May::PutInForce : May::Neither;
+        auto &button = rooms_.find<QWidget>(QStringLiteral("MakeDir"));
+        if (!isMainInFront() || !button.isVisible()) {
+            return May::Neither;
+        }
+        QTest::mouseClick(&button, Qt::LeftButton);
+        return May::PutInForce;
     }
 
     May clickElsewhere()

@@ -77,6 +77,8 @@ private:
     void bindButtons();
     void bindKeys();
     void showFace();
+    void showNews(const QString &text);
+    void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
@@ -90,6 +92,8 @@ private:
     std::unique_ptr<Ui::planche> ui_;
     std::unique_ptr<SheetPictures> pictures_;
     CameraAddress shownCamera_;
+    QString standstill_; // why nothing is captured
+    QString beforeStandstill_;
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

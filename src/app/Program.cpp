@@ -38,6 +38,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , alarm_(images_.alarm(), images_.mail())
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
+    film_.standAbove(planche_);
     connectMain();
     connectBrowser();
     connectAlarm();
@@ -124,8 +125,10 @@ QCoro::Task<> Program::startUp()
     engine_.checkSettings();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
+        splash_.standAbove(interface_);
     } else {
         showImages();
+        splash_.standAbove(planche_);
     }
     images_.browser().begin();
     co_await engine_.clock().yield();
@@ -188,7 +191,6 @@ void Program::bringToFront()
         return;
     }
     if (interface_.isVisible()) {
-        interface_.showNormal();
         showSettings();
     } else {
         showImages();

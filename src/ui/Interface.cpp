@@ -3,6 +3,7 @@
 #include "ui/AddressPaste.h"
 #include "ui/LiveBox.h"
 #include "ui/StorageBox.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui_Interface.h"
 
@@ -260,9 +261,7 @@ void Interface::selectGroup(int group)
 
 void Interface::bringUp()
 {
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
     selectGroup(ui_->Selecteur->currentIndex());
 }
 

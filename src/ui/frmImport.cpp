@@ -1,6 +1,7 @@
 #include "ui/frmImport.h"
 
 #include "ui/ClickLabel.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui_frmImport.h"
 
@@ -93,12 +94,7 @@ void frmImport::present()
     if (!std::exchange(loaded_, true)) {
         import_.load();
     }
-    if (isMinimized()) {
-        showNormal();
-    }
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void frmImport::showFace()

@@ -2,14 +2,18 @@
 
 #include "browser/ImageCaption.h"
 #include "cameras/ShownAddress.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui/Twips.h"
 #include "ui_planche.h"
 
 #include <QCloseEvent>
 #include <QMessageBox>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
+
+#include <algorithm>
 
 namespace velmora {
 namespace {
@@ -28,6 +32,8 @@ planche::planche(ImageBrowser &browser, const CaptureServices &services, Picture
 {
     ui_->setupUi(this);
     ui_->contactSheet->setControls(*ui_->controls);
+    place_ = new FramePlace(*this);
+    connect(place_, &FramePlace::framed, this, &planche::fitScreen);
     pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.lists().sheet(),
                                                 services_.storage, loader);
     browser_.modes().timer().setParent(this);
@@ -39,6 +45,7 @@ planche::planche(ImageBrowser &browser, const CaptureServices &services, Picture
     bindKeys();
     showFace();
     showCamera();
+    resize(sizeHint());
     ui_->LstDir->setFocus();
 }
 
@@ -274,7 +281,7 @@ void planche::askToKill()
 
 void planche::moveTo(WindowPlace place)
 {
-    move(pixels(place.left), pixels(place.top));
+    place_->moveTo({pixels(place.left), pixels(place.top)});
 }
 
 void planche::present()
@@ -283,12 +290,17 @@ void planche::present()
         loaded_ = true;
         browser_.load();
     }
-    if (isMinimized()) {
-        showNormal();
+    bringToFront(*this);
+}
+
+// A screen too low for the sheet gets a smaller one, in its proportions.
+void planche::fitScreen(const QRect &frame)
+{
+    const QRect room = screen()->availableGeometry();
+    const int excess = std::max({0, frame.bottom() - room.bottom(), frame.right() - room.right()});
+    if (excess > 0 && !isMaximized()) {
+        resize(size() - QSize(excess, excess));
     }
-    show();
-    raise();
-    activateWindow();
 }
 
 void planche::unload()
@@ -297,7 +309,8 @@ void planche::unload()
         return;
     }
     loaded_ = false;
-    writePlace(services_.table.settings(), kBrowserPlace, {twips(y()), twips(x())});
+    writePlace(services_.table.settings(), kBrowserPlace,
+               {twips(place_->corner().y()), twips(place_->corner().x())});
     services_.log.trace(QStringLiteral("Planche Form_Unload"));
     browser_.unload();
     hide();

@@ -12,6 +12,7 @@
 #include "browser/ImageBrowser.h"
 #include "capture/ImageStore.h"
 #include "settings/WindowPlace.h"
+#include "ui/FramePlace.h"
 #include "ui/ListBoxes.h"
 #include "ui/SheetPictures.h"
 
@@ -76,6 +77,7 @@ private:
     void bindSearch();
     void bindButtons();
     void bindKeys();
+    void fitScreen(const QRect &frame);
     void showFace();
     void showNews(const QString &text);
     void showStandstill(const QString &text);
@@ -91,6 +93,7 @@ private:
     CaptureServices services_;
     std::unique_ptr<Ui::planche> ui_;
     std::unique_ptr<SheetPictures> pictures_;
+    FramePlace *place_ = nullptr;
     CameraAddress shownCamera_;
     QString standstill_; // why nothing is captured
     QString beforeStandstill_;

@@ -5,6 +5,8 @@
 
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -50,6 +52,7 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
     const QScopedValueRollback loading(loading_, true);
     group_ = group;
     told_ = {};
+    live_.reset();
     for (int row = 0; row < kRows; ++row) {
         loadRow(row);
     }
@@ -187,6 +190,16 @@ void CameraPage::makeFolderBefore(int row, const QString &address)
     }
 }
 
+void CameraPage::storeAddress(CameraAddress camera, const QString &address)
+{
+    const bool isOther = table_.url(camera) != address;
+    table_.setUrl(camera, address);
+    if (isOther) {
+        remarks_.set(camera, address.isEmpty() ? QString() : QStringLiteral("not fetched yet"));
+        Q_EMIT addressStored(camera);
+    }
+}
+
 void CameraPage::leaveSource(int row, const QString &text)
 {
     const QString address = text.trimmed();
@@ -198,12 +211,22 @@ void CameraPage::leaveSource(int row, const QString &text)
     }
     makeFolderBefore(row, address);
     at(row).url = address;
-    table_.setUrl({group_, row}, address);
+    storeAddress({group_, row}, address);
 }
 
 QString CameraPage::folderToOpen(int row) const
 {
     return storage_.lamp() == LampColour::Green ? storedFolder({group_, row}) : QString();
+}
+
+QString CameraPage::reason(int row) const
+{
+    const QString &remark = remarks_.of({group_, row});
+    if (!remark.isEmpty() || at(row).lamp != LampColour::Red) {
+        return remark;
+    }
+    return at(row).url.isEmpty() ? QStringLiteral("no address")
+                                 : QStringLiteral("the last download failed");
 }
 
 template <typename Change>
@@ -221,11 +244,37 @@ void CameraPage::showLoading(CameraAddress camera)
         currentRow_ = camera.row;
         row.lamp = LampColour::Orange;
     });
+    keepForLive(camera, LampColour::Orange);
 }
 
 void CameraPage::showLamp(CameraAddress camera, LampColour colour)
 {
     changeShown(camera, [&](CameraRow &row) { row.lamp = colour; });
+    keepForLive(camera, colour);
+}
+
+void CameraPage::keepForLive(CameraAddress camera, LampColour colour)
+{
+    if (live_ && live_->camera == camera) {
+        live_->colour = colour;
+    }
+}
+
+void CameraPage::beginLive(CameraAddress camera)
+{
+    endLive();
+    changeShown(camera, [&](CameraRow &row) {
+        currentRow_ = camera.row;
+        live_ = {camera, row.lamp};
+        row.lamp = LampColour::Orange;
+    });
+}
+
+void CameraPage::endLive()
+{
+    if (const std::optional<LiveLamp> ended = std::exchange(live_, std::nullopt)) {
+        changeShown(ended->camera, [&](CameraRow &row) { row.lamp = ended->colour; });
+    }
 }
 
 void CameraPage::showLoadSeconds(CameraAddress camera, int seconds)

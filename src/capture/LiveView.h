@@ -40,6 +40,14 @@ public:
     /// Gives up what is under way and shows no picture.
     void clear();
 
+    /// The stored image was clicked: the newest that the folder of the page's current row holds at
+    /// this moment is to be enlarged.
+    void iTarget_Click();
+
+    /// Why the live picture of this camera is none; empty for one that is not on show, that is
+    /// being fetched, or whose picture is there.
+    [[nodiscard]] QString reason(CameraAddress camera) const;
+
     [[nodiscard]] const LiveCaptions &captions() const { return captions_; }
 
     /// The stored image on show; empty when there is none.
@@ -55,6 +63,12 @@ Q_SIGNALS:
     /// The status line of the view is to be emptied.
     void statusCleared();
 
+    /// What reason() says is another than before.
+    void reasonChanged();
+
+    /// An image is to be shown enlarged. path: native.
+    void zoomWanted(const QString &path);
+
     /// The stored image to be loaded, or empty for none.
     void targetChanged(const QString &nativePath);
 
@@ -63,11 +77,14 @@ Q_SIGNALS:
     void webChanged(const QString &nativePath);
 
 private:
+    void giveUp();
     QCoro::Task<> show(CameraAddress camera, QString url, std::stop_source abandon);
+    QCoro::Task<> enlarge(CameraAddress camera);
     void makeStorageFolder() const;
     void announce(CameraAddress camera);
     QCoro::Task<QString> newestImage(QString folder, std::stop_token stop);
     void keep(CameraAddress camera, HttpReply &reply);
+    void tellReason(CameraAddress camera, const QString &reason);
     [[nodiscard]] QString store(const QString &folder, ReplyBody &body) const;
     void tellTrouble(CameraAddress camera, const QString &reason);
     void finish();
@@ -82,6 +99,8 @@ private:
     LiveCaptions captions_;
     QString stored_;
     QString live_;
+    CameraAddress reasonOf_;
+    QString reason_;
     QString trouble_; // shown last by Caption::Trouble
 };
 

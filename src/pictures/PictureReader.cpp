@@ -1,9 +1,9 @@
 #include "pictures/PictureReader.h"
 
+#include "base/PictureFormat.h"
 #include "pictures/BmpLength.h"
 #include "pictures/JpegScans.h"
 #include "pictures/PictureFile.h"
-#include "pictures/PictureFormat.h"
 #include "pictures/PictureScaler.h"
 #include "pictures/PictureSize.h"
 #include "pictures/PngChunks.h"

@@ -29,6 +29,7 @@ TEST_F(Affiche, TakesItsStepsInOrder)
                                                   "target 20060307_1405090714.jpg\n"
                                                   "row 7 33023 2\n"
                                                   "web Target.jpg\n"
+                                                  "row 7 0 2\n"
                                                   "captions %1|Local 7\n"
                                                   "status")
                                        .arg(kClick, kLoading));

@@ -1,4 +1,4 @@
-#include "pictures/PictureFormat.h"
+#include "base/PictureFormat.h"
 
 namespace velmora {
 namespace {

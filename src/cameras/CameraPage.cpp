@@ -32,6 +32,11 @@ CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, E
     , log_(log)
     , problems_(problems)
 {
+    connect(&remarks_, &CameraRemarks::changed, this, [this](CameraAddress camera) {
+        if (camera.group == group_) {
+            Q_EMIT rowChanged(camera.row);
+        }
+    });
 }
 
 void CameraPage::load()
@@ -67,7 +72,11 @@ void CameraPage::reread()
 {
     const QScopedValueRollback loading(loading_, true);
     for (int row = 0; row < kRows; ++row) {
+        const QString before = at(row).url;
         at(row) = table_.row({group_, row});
+        if (at(row).url != before) {
+            Q_EMIT addressStored({group_, row});
+        }
         if (at(row).url.isEmpty()) {
             at(row) = {};
             at(row).lamp = LampColour::Red;
@@ -225,8 +234,21 @@ QString CameraPage::reason(int row) const
     if (!remark.isEmpty() || at(row).lamp != LampColour::Red) {
         return remark;
     }
-    return at(row).url.isEmpty() ? QStringLiteral("no address")
-                                 : QStringLiteral("the last download failed");
+    return table_.url({group_, row}).isEmpty() ? QStringLiteral("no address")
+                                               : QStringLiteral("the last download failed");
+}
+
+QString CameraPage::whyNothingToOpen(int row) const
+{
+    if (storage_.lamp() != LampColour::Green) {
+        return QStringLiteral("Nothing to open: the storage folder does not exist");
+    }
+    return folderExists(storedFolder({group_, row}))
+               ? QString()
+               : QStringLiteral("Nothing to open yet: the folder of camera %1:%2 is made when its "
+                                "first image is fetched")
+                     .arg(group_)
+                     .arg(row);
 }
 
 template <typename Change>

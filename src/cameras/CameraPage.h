@@ -65,6 +65,9 @@ public:
     /// Native path that a row's folder link opens; empty while the storage lamp is not green.
     [[nodiscard]] QString folderToOpen(int row) const;
 
+    /// Why a row's folder link opens nothing just now, for people; empty when there is a folder.
+    [[nodiscard]] QString whyNothingToOpen(int row) const;
+
     /// What there is to say of the cameras, on screen or not.
     [[nodiscard]] CameraRemarks &remarks() { return remarks_; }
 

@@ -14,6 +14,7 @@
 #include "settings/WindowPlace.h"
 #include "ui/ListBoxes.h"
 #include "ui/SheetPictures.h"
+#include "ui/StatusLine.h"
 
 #include <QWidget>
 
@@ -79,6 +80,9 @@ private:
     void showFace();
     void showCamera();
     void showCaptions();
+    void showRemarks();
+    [[nodiscard]] QString remarkIn(int cell) const;
+    [[nodiscard]] QString captionOf(int cell) const;
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
     void search();
@@ -89,6 +93,7 @@ private:
     CaptureServices services_;
     std::unique_ptr<Ui::planche> ui_;
     std::unique_ptr<SheetPictures> pictures_;
+    StatusLine statusLine_;
     CameraAddress shownCamera_;
     int stored_ = 0;
     bool loaded_ = false;

@@ -50,6 +50,7 @@ void LiveView::Affiche(CameraAddress camera, const QString &url)
         return;
     }
     giveUp();
+    shown_ = camera;
     current_ = std::stop_source();
     scope_.launch(show(camera, url, current_));
 }
@@ -65,6 +66,7 @@ void LiveView::giveUp()
 void LiveView::clear()
 {
     giveUp();
+    shown_.reset();
     setStored({});
     setLive({});
     setCaptions({clickToZoom(), captions_.local});
@@ -100,7 +102,8 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
 void LiveView::iTarget_Click()
 {
     if (!scope_.stopToken().stop_requested()) {
-        scope_.launch(enlarge({services_.page.group(), services_.page.currentRow()}));
+        scope_.launch(enlarge(
+            shown_.value_or(CameraAddress{services_.page.group(), services_.page.currentRow()})));
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QCoro/QCoroTask>
 #include <QObject>
 
+#include <optional>
 #include <stop_token>
 
 namespace velmora {
@@ -40,8 +41,8 @@ public:
     /// Gives up what is under way and shows no picture.
     void clear();
 
-    /// The stored image was clicked: the newest that the folder of the page's current row holds at
-    /// this moment is to be enlarged.
+    /// The stored image was clicked: the newest that the camera's folder holds at this moment is to
+    /// be enlarged. The camera is the one on show, or else that of the page's current row.
     void iTarget_Click();
 
     /// Why the live picture of this camera is none; empty for one that is not on show, that is
@@ -99,6 +100,7 @@ private:
     LiveCaptions captions_;
     QString stored_;
     QString live_;
+    std::optional<CameraAddress> shown_; // since the view was cleared last
     CameraAddress reasonOf_;
     QString reason_;
     QString trouble_; // shown last by Caption::Trouble

@@ -149,6 +149,17 @@ TEST_F(Enlarge, ShowsTheRowThatTheGroupRemembers)
     EXPECT_EQ(enlarged_, QStringList{imagePath(QStringLiteral("20060307_1405090714.jpg"), {4, 2})});
 }
 
+TEST_F(Enlarge, ShowsTheCameraOnShowWhateverIsCapturedMeanwhile)
+{
+    add({0, 2});
+    house_.putImage(kShown, QStringLiteral("20060307_1405090714.jpg"));
+    house_.putImage({0, 2}, QStringLiteral("20060308_1405090714.jpg"));
+    show();
+    house_.page.showLoading({0, 2});
+    click();
+    EXPECT_EQ(enlarged_, QStringList{imagePath(QStringLiteral("20060307_1405090714.jpg"))});
+}
+
 TEST_F(Enlarge, ShowsNothingOfAnEmptyFolder)
 {
     click();

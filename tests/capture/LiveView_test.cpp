@@ -246,7 +246,8 @@ TEST_F(Newer, EndsTheFetchOfTheOlder)
 TEST_F(Newer, IsAllThatIsShown)
 {
     EXPECT_EQ(events_.filter(QStringLiteral("web Target.jpg")).size(), 1);
-    EXPECT_EQ(events_.filter(QStringLiteral("row 1")), QStringList());
+    EXPECT_EQ(events_.filter(QStringLiteral("row 1")),
+              QStringList{QStringLiteral("row 1 255 0")}); // its lamp goes back
     EXPECT_EQ(target(), "newer");
     EXPECT_EQ(live_.captions(), (LiveCaptions{kClick, QStringLiteral("Local 7")}));
 }

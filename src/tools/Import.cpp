@@ -67,6 +67,7 @@ Import::Import(const CaptureServices &services, TaskScope &scope)
     connect(&run_, &ImportRun::advanced, this, &Import::showProgress);
     connect(&services_.storage, &StorageFolder::editBegan, this, &Import::followStorage);
     connect(&services_.storage, &StorageFolder::checked, this, &Import::followStorage);
+    connect(&services_.page, &CameraPage::addressStored, this, &Import::noticeAddress);
 }
 
 void Import::load()
@@ -199,15 +200,54 @@ void Import::chooseCamera(int row)
     }
 }
 
-// A camera without address cannot be one that files are copied for.
 void Import::chooseTarget()
 {
-    isRefused_ = false;
+    identical_ = false;
     storage_ = services_.storage.inForce();
-    face_.cmdGo = canGo();
+    face_.failure.clear();
+    showTarget();
+}
+
+void Import::showTarget()
+{
+    showButton();
     face_.iTarget.clear();
     scope_.launch(readTarget(anew(readingTarget_)));
     Q_EMIT changed();
+}
+
+// The camera that was chosen may have been given an address, or have lost it.
+void Import::noticeAddress(CameraAddress camera)
+{
+    if (open_ && camera == this->camera()) {
+        showTarget();
+    }
+}
+
+void Import::showButton()
+{
+    face_.whyNot = whyNoCopy();
+    face_.cmdGo = face_.whyNot.isEmpty();
+}
+
+// A camera without address cannot be one that files are copied for. After identical texts the
+// button stays as it is until a camera is chosen.
+QString Import::whyNoCopy() const
+{
+    if (face_.running) {
+        return QStringLiteral("Files are being copied");
+    }
+    if (cameraFolderName().isEmpty()) {
+        return QStringLiteral("Camera %1:%2 has no address: give it one in the main window, or "
+                              "choose another")
+            .arg(face_.Cam)
+            .arg(face_.Lien);
+    }
+    if (services_.storage.isBeingEdited()) {
+        return QStringLiteral("The storage folder is being edited in the main window");
+    }
+    return identical_ ? QStringLiteral("Source and target are identical: choose another camera")
+                      : QString();
 }
 
 std::stop_token Import::anew(std::stop_source &source) const
@@ -300,13 +340,6 @@ QCoro::Task<> Import::copy()
     }
 }
 
-bool Import::canGo() const
-{
-    return !cameraFolderName().isEmpty() && !face_.running && !isRefused_ &&
-           !services_.storage.isBeingEdited();
-}
-
-// What is being copied was meant for the folder that was in force when the run began.
 bool Import::isStillTarget() const
 {
     return services_.storage.inForce() == storage_;
@@ -319,7 +352,7 @@ void Import::followStorage()
     } else if (open_ && !isStillTarget()) {
         chooseTarget();
     } else if (open_) {
-        face_.cmdGo = canGo();
+        showButton();
         Q_EMIT changed();
     }
 }
@@ -331,8 +364,9 @@ void Import::begin()
     storage_ = services_.storage.inForce();
     initialCount_ = counting_ ? std::nullopt : std::optional(leadingNumber(face_.NbF));
     face_.ctr = kNone;
-    face_.cmdGo = false;
     face_.running = true;
+    face_.failure.clear();
+    showButton();
     face_.progress = {};
     Q_EMIT changed();
 }
@@ -348,13 +382,13 @@ void Import::showProgress()
     Q_EMIT changed();
 }
 
-// After identical texts the button stays as it is until another camera is chosen.
 void Import::end(const ImportResult &result)
 {
     tell(result);
     face_.running = false;
-    isRefused_ = result.end == ImportEnd::Identical;
-    face_.cmdGo = canGo();
+    face_.failure = result.failure;
+    identical_ = result.end == ImportEnd::Identical;
+    showButton();
     Q_EMIT changed();
     if (result.end != ImportEnd::Identical) {
         Q_EMIT imagesAdded();

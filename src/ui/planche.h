@@ -16,6 +16,7 @@
 #include "ui/ListBoxes.h"
 #include "ui/SearchBoxes.h"
 #include "ui/SheetPictures.h"
+#include "ui/StatusLine.h"
 
 #include <QWidget>
 
@@ -80,11 +81,12 @@ private:
     void bindKeys();
     void fitScreen(const QRect &frame);
     void showFace();
-    void showNews(const QString &text);
-    void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
     void showViewsList();
+    void showRemarks();
+    [[nodiscard]] QString remarkIn(int cell) const;
+    [[nodiscard]] QString captionOf(int cell) const;
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
     void showSearch(const QString &message);
@@ -98,9 +100,8 @@ private:
     SearchBoxes search_;
     std::unique_ptr<SheetPictures> pictures_;
     FramePlace *place_ = nullptr;
+    StatusLine statusLine_;
     CameraAddress shownCamera_;
-    QString standstill_; // why nothing is captured
-    QString beforeStandstill_;
     QString searchMessage_; // in the status line, until another takes its place
     int stored_ = 0;
     bool loaded_ = false;

@@ -43,7 +43,7 @@ std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
     }
     return KillQuestion{
         target,
-        {lists_.state().camera.group, row},
+        {lists_.state().camera.group, lists_.cameraIndex()},
         killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
 }
 

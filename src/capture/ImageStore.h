@@ -52,6 +52,7 @@ private:
     void recordGood(const Arrival &arrival);
     void recordBestTime(const Arrival &arrival);
     void recordStored(const Arrival &arrival);
+    void failToStore(const Arrival &arrival, std::error_code error);
     void failToStore(CameraAddress camera, const QString &reason);
     void fail(CameraAddress camera, const QString &reason);
     void setLamp(CameraAddress camera, LampColour colour);

@@ -120,10 +120,8 @@ void Slideshow::cine_Timer()
         timer_.stop();
         return;
     }
-    if (current_ > 0) { // right after the begin the first image stands there already
-        face_.image = fileAt(current_);
-        face_.nFich = face_.image.name.left(kStemLetters);
-    }
+    face_.image = fileAt(current_ > 0 ? current_ : range.start); // no image has the number 0
+    face_.nFich = face_.image.name.left(kStemLetters);
     current_ = std::max(current_, range.start);
     face_.progress = current_ - range.start + 1;
     showCounters();

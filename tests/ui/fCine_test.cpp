@@ -226,6 +226,19 @@ TEST_F(FilmWindow, AClickOnThePictureSelectsItInTheBrowser)
     EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("Cine iCine_Click Fin")));
 }
 
+TEST_F(FilmWindow, AClickNearTheEndGoesOnWithTheFirstImageAndItsNumber)
+{
+    openFilm(12);
+    tick(12);
+    ASSERT_EQ(house_.text(QStringLiteral("Compte")), QStringLiteral("12 / 12"));
+    house_.click(QStringLiteral("iCine"));
+    EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("1 / 12"));
+    tick();
+    EXPECT_EQ(house_.text(QStringLiteral("Compte")), QStringLiteral("1 / 12"));
+    EXPECT_EQ(house_.shown(QStringLiteral("iCine")), storedName(0));
+    EXPECT_EQ(house_.text(QStringLiteral("nFich")), storedName(0).left(15));
+}
+
 TEST_F(FilmWindow, AClickOnThePictureDoesNothingNearTheFirstImages)
 {
     openFilm(12);

@@ -61,6 +61,7 @@ QCoro::Task<> BrowserModes::load()
     lists_.sheet().hideZoom();
     if (isOn(Mode::Camera)) {
         co_await cCamera_Click();
+        co_await lists_.LstDirCam_Click(lists_.state().camera.row);
     } else if (isOn(Mode::Auto)) {
         co_await cAuto_Click();
     }

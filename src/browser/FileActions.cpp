@@ -28,7 +28,7 @@ QString FileActions::native(const ImageFile &image) const
 
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
-    const ImageFile target = lists_.files().selected();
+    const ImageFile target = lists_.selected();
     if (target.isNone() || !QFileInfo(native(target)).isFile()) {
         return std::nullopt;
     }
@@ -37,11 +37,10 @@ std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 {
-    const int row = lists_.cameraIndex();
-    if (row < 0 || lists_.state().newestOf(row).isNone()) {
+    const ImageFile target = lists_.selected();
+    if (target.isNone()) {
         return std::nullopt;
     }
-    const ImageFile &target = lists_.state().newestOf(row);
     return KillQuestion{
         target, killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
 }

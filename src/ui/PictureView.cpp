@@ -116,6 +116,7 @@ void PictureView::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton && pressed_) {
         pressed_ = false;
+        Q_EMIT released();
         if (rect().contains(event->position().toPoint())) {
             Q_EMIT clicked();
         }

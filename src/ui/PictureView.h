@@ -52,6 +52,9 @@ public:
 Q_SIGNALS:
     void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
 
+    /// The left button came up, wherever that is.
+    void released();
+
     /// Pressed and released with the left button; not for the second time of a double click.
     void clicked();
     void doubleClicked();

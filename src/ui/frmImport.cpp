@@ -49,8 +49,11 @@ void frmImport::bindSource()
     ui_->Dir1->setModel(&import_.folders());
     ui_->File1->setModel(&import_.files());
     connect(ui_->Drive1, &QComboBox::currentIndexChanged, &import_, &Import::chooseDrive);
-    connect(ui_->Dir1, &QAbstractItemView::doubleClicked, &import_,
-            [this](const QModelIndex &index) { import_.openFolder(index.row()); });
+    connect(ui_->Dir1, &FileView::opened, &import_, [this](int row) {
+        if (row >= 0) {
+            import_.openFolder(row);
+        }
+    });
     connect(ui_->Dir1, &FileView::keyUsed, &import_, [this](ListKey key) {
         if (key == ListKey::Zoom) {
             import_.openFolder(ui_->Dir1->currentIndex().row());
@@ -60,6 +63,7 @@ void frmImport::bindSource()
             [this] { ui_->Dir1->showRow(import_.folders().openRow()); });
     connect(ui_->Filtre, &QLineEdit::textChanged, &import_, &Import::setFilter);
     connect(ui_->File1, &FileView::chosen, &import_, &Import::chooseFile);
+    connect(ui_->File1, &FileView::rowReleased, &import_, &Import::chooseFile);
     connect(&import_.files(), &SourceList::selectionChanged, ui_->File1, &FileView::showRow);
     connect(ui_->iSource, &PictureView::resized, this, &frmImport::showPictures);
     connect(ui_->iTarget, &PictureView::resized, this, &frmImport::showPictures);

@@ -19,14 +19,22 @@ QString cameraText(CameraAddress camera)
     return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
 }
 
+std::unique_ptr<Ui::planche> setUp(planche &window)
+{
+    auto ui = std::make_unique<Ui::planche>();
+    ui->setupUi(&window);
+    return ui;
+}
+
 } // namespace
 
 planche::planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader)
     : browser_(browser)
+    , pressed_(browser)
     , services_(services)
-    , ui_(std::make_unique<Ui::planche>())
+    , ui_(setUp(*this))
+    , search_(*ui_->lDate, *ui_->lTime, browser.grid())
 {
-    ui_->setupUi(this);
     ui_->contactSheet->setControls(*ui_->controls);
     pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.lists().sheet(),
                                                 services_.storage, loader);
@@ -54,18 +62,25 @@ void planche::bindLists()
     ui_->LstDirCam->setModel(&lists.cameraRows());
     connect(ui_->lstGroupe, &ChoiceList::chosen, &browser_, &ImageBrowser::chooseGroup);
     connect(ui_->lstCam, &ChoiceList::chosen, &browser_, &ImageBrowser::chooseCamera);
+    connect(ui_->lstCam, &ChoiceList::keyUsed, &browser_, &ImageBrowser::chooseCameraAgain);
     connect(ui_->LstDir, &FileView::chosen, &browser_, &ImageBrowser::chooseFile);
+    connect(ui_->LstDir, &FileView::rowPressed, this, [this](int row) { pressed_.pressFile(row); });
+    connect(ui_->LstDir, &FileView::rowReleased, this, [this] { pressed_.releaseFile(); });
     connect(ui_->LstDirCam, &FileView::chosen, &browser_, &ImageBrowser::chooseCameraRow);
+    connect(ui_->LstDirCam, &FileView::rowPressed, this,
+            [this](int row) { pressed_.pressCameraRow(row); });
+    connect(ui_->LstDirCam, &FileView::rowReleased, this, [this] { pressed_.releaseCameraRow(); });
     connect(ui_->LstDir, &FileView::keyUsed, this, &planche::useKey);
     connect(ui_->LstDirCam, &FileView::keyUsed, this, &planche::useKey);
-    connect(ui_->LstDir, &QAbstractItemView::doubleClicked, &browser_.grid(),
-            &GridActions::LstDir_DblClick);
+    connect(ui_->LstDir, &FileView::opened, &browser_.grid(), &GridActions::LstDir_DblClick);
     connect(&lists.files(), &FileList::selectionChanged, ui_->LstDir, &FileView::showRow);
     connect(&lists.files(), &QAbstractItemModel::modelReset, this, &planche::showCamera);
     connect(&lists, &BrowserLists::changed, this, &planche::showFace);
     connect(&lists, &BrowserLists::filesWanted, this, [this] {
-        if (ui_->LstDir->isVisible()) {
-            ui_->LstDir->setFocus();
+        for (FileView *const list : {ui_->LstDir, ui_->LstDirCam}) {
+            if (list->isVisible()) {
+                list->setFocus();
+            }
         }
     });
     connect(&lists, &BrowserLists::camerasWanted, ui_->lstCam, qOverload<>(&QWidget::setFocus));
@@ -77,7 +92,8 @@ void planche::bindCells()
         PictureView *const view = &ui_->contactSheet->cell(cell);
         connect(view, &PictureView::pressed, this,
                 [this, cell](auto button, auto modifiers) { pressCell(cell, button, modifiers); });
-        connect(view, &PictureView::clicked, this, [this, cell] { browser_.clickCell(cell); });
+        connect(view, &PictureView::released, &browser_.grid(), &GridActions::releaseCell);
+        connect(view, &PictureView::clicked, this, [this] { pressed_.releaseCell(); });
         connect(view, &PictureView::doubleClicked, this,
                 [this, cell] { browser_.doubleClickCell(cell); });
         connect(view, &PictureView::pointerMoved, this,
@@ -110,19 +126,8 @@ void planche::bindModes()
 
 void planche::bindSearch()
 {
-    connect(&browser_.modes(), &BrowserModes::searchTextsChanged, this,
-            [this](const QString &lDate, const QString &lTime) {
-                ui_->lDate->setText(lDate);
-                ui_->lTime->setText(lTime);
-            });
-    for (QLineEdit *const box : {ui_->lDate, ui_->lTime}) {
-        connect(box, &QLineEdit::returnPressed, this, &planche::search);
-        connect(box, &QLineEdit::editingFinished, this, [this, box] {
-            if (box->isModified()) {
-                search();
-            }
-        });
-    }
+    connect(&browser_.modes(), &BrowserModes::searchTextsChanged, &search_, &SearchBoxes::setTexts);
+    connect(&search_, &SearchBoxes::searched, this, &planche::showSearch);
 }
 
 void planche::bindButtons()
@@ -170,16 +175,28 @@ void planche::showFace()
     ui_->cScan->setChecked(browser_.modes().isOn(Mode::Scan));
     ui_->lstGroupe->showRow(browser_.choice().group);
     ui_->lstCam->showRow(browser_.choice().row);
-    ui_->LstDir->setVisible(!groupView);
-    ui_->LstDirCam->setVisible(groupView);
+    showViewsList();
     ui_->LstDirCam->showRow(browser_.lists().cameraIndex());
-    ui_->lDate->setEnabled(!groupView);
-    ui_->lTime->setEnabled(!groupView);
+    search_.setEnabled(!groupView);
     ui_->NbI->setText(browser_.lists().NbI());
     ui_->bFilm->setEnabled(browser_.lists().isFilmEnabled());
     if (state.camera != shownCamera_) {
         showCamera();
     }
+}
+
+// The keyboard stays with the list, whichever of the two it is.
+void planche::showViewsList()
+{
+    const bool groupView = browser_.lists().state().view == View::Group;
+    FileView *const list = groupView ? ui_->LstDirCam : ui_->LstDir;
+    FileView *const other = groupView ? ui_->LstDir : ui_->LstDirCam;
+    const bool hadFocus = focusWidget() == other;
+    list->show();
+    if (hadFocus) {
+        list->setFocus();
+    }
+    other->hide();
 }
 
 void planche::showCamera()
@@ -206,10 +223,12 @@ void planche::showCaptions()
 
 void planche::pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
+    pressed_.pressCell(cell);
+    search_.leave();
     if (button == Qt::LeftButton && ui_->contactSheet->cell(cell).holdsPicture()) {
-        browser_.grid().frameCell(cell);
+        pressed_.frameCell();
     } else if (button == Qt::RightButton && modifiers == Qt::NoModifier) {
-        browser_.zoomCell(cell);
+        pressed_.zoomCell();
     }
 }
 
@@ -226,11 +245,14 @@ void planche::showPointer(int cell, QPoint position)
                               : QString());
 }
 
-void planche::search()
+// Only a message of an earlier search gives way to none.
+void planche::showSearch(const QString &message)
 {
-    ui_->lDate->setModified(false);
-    ui_->lTime->setModified(false);
-    browser_.grid().NomFichier(ui_->lDate->text(), ui_->lTime->text());
+    const bool isTold = !searchMessage_.isEmpty() && ui_->txtLog->text() == searchMessage_;
+    searchMessage_ = message;
+    if (isTold || !message.isEmpty()) {
+        showMessage(message);
+    }
 }
 
 void planche::useKey(ListKey key)

@@ -9,10 +9,11 @@
 //     status         ctrT  NbCapt  Capt  txtLog
 #pragma once
 
-#include "browser/ImageBrowser.h"
+#include "browser/PressedEntry.h"
 #include "capture/ImageStore.h"
 #include "settings/WindowPlace.h"
 #include "ui/ListBoxes.h"
+#include "ui/SearchBoxes.h"
 #include "ui/SheetPictures.h"
 
 #include <QWidget>
@@ -79,17 +80,21 @@ private:
     void showFace();
     void showCamera();
     void showCaptions();
+    void showViewsList();
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
-    void search();
+    void showSearch(const QString &message);
     void useKey(ListKey key);
     void askToKill();
 
     ImageBrowser &browser_;
+    PressedEntry pressed_;
     CaptureServices services_;
     std::unique_ptr<Ui::planche> ui_;
+    SearchBoxes search_;
     std::unique_ptr<SheetPictures> pictures_;
     CameraAddress shownCamera_;
+    QString searchMessage_; // in the status line, until another takes its place
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

@@ -121,12 +121,12 @@ QCoro::Task<> Program::startUp()
     Initialise();
     engine_.storage().testSA();
     engine_.start();
-    engine_.checkSettings();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
     } else {
         showImages();
     }
+    engine_.checkSettings(); // behind the windows, so that what it tells stands before them
     images_.browser().begin();
     co_await engine_.clock().yield();
     if (!ending_) {

@@ -122,7 +122,6 @@ QCoro::Task<> Program::startUp()
     Initialise();
     engine_.storage().testSA();
     engine_.start();
-    engine_.checkSettings();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
         splash_.standAbove(interface_);
@@ -130,6 +129,7 @@ QCoro::Task<> Program::startUp()
         showImages();
         splash_.standAbove(planche_);
     }
+    engine_.checkSettings(); // behind the windows, so that what it tells stands before them
     images_.browser().begin();
     co_await engine_.clock().yield();
     if (!ending_) {

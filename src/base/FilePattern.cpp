@@ -12,10 +12,11 @@ bool isLooseDot(QByteArrayView pattern, qsizetype at)
     return pattern[at] == '.' && at + 1 < pattern.size() && pattern[at + 1] == '*';
 }
 
-bool matchesNothing(QByteArrayView pattern)
+bool matchesNothing(QByteArrayView pattern, bool mayMissDot)
 {
     for (qsizetype p = 0; p < pattern.size(); ++p) {
-        if (pattern[p] != '*' && !isLooseDot(pattern, p)) {
+        const bool isNothing = pattern[p] == '*' || (mayMissDot && isLooseDot(pattern, p));
+        if (!isNothing) {
             return false;
         }
     }
@@ -46,7 +47,9 @@ bool matchesExactly(QByteArrayView pattern, QByteArrayView name)
             return false;
         }
     }
-    return matchesNothing(pattern.sliced(p));
+    // A "?" may have stood for the name's own dot, behind which no other one is missing.
+    const bool mayMissDot = star >= 0 || !name.contains('.');
+    return matchesNothing(pattern.sliced(p), mayMissDot);
 }
 
 } // namespace

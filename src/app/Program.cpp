@@ -130,7 +130,7 @@ QCoro::Task<> Program::startUp()
     images_.browser().begin();
     co_await engine_.clock().yield();
     if (!ending_) {
-        co_await engine_.scheduler().Timer_Timer();
+        co_await engine_.scheduler().firstTick();
     }
 }
 
@@ -240,7 +240,8 @@ QCoro::Task<> Program::leave()
 {
     co_await engine_.clock().yield(); // a window cannot be closed from its own close event
     hideWindows();
-    if (engine_.storage().lamp() == LampColour::Green) {
+    engine_.storage().takeBackEmptied();
+    if (engine_.storage().isUsable()) {
         co_await lastPass();
     }
     co_await engine_.close();

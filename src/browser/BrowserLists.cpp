@@ -198,7 +198,7 @@ bool BrowserLists::mayRead()
     if (storage.isCheckRequested()) {
         storage.testSA();
     }
-    if (storage.timersStopped()) {
+    if (storage.isBeingEdited()) {
         services_.scheduler.ArretTimer();
         return false;
     }
@@ -207,7 +207,8 @@ bool BrowserLists::mayRead()
 
 QCoro::Task<> BrowserLists::LitDir()
 {
-    if (!mayRead()) {
+    isMissed_ = !mayRead();
+    if (isMissed_) {
         co_return;
     }
     const QString folder = folderOf(state_.camera);
@@ -260,7 +261,7 @@ QCoro::Task<> BrowserLists::DirCam()
 {
     const QScopedValueRollback filling(state_.DirCamEnCours, true);
     owed_ = true;
-    const QString storageFolder = services_.capture.storage.text();
+    const QString storageFolder = services_.capture.storage.inForce();
     cameraRows_.setStringList({});
     dropSelection();
     const int group = state_.camera.group;
@@ -336,7 +337,7 @@ void BrowserLists::frame(int cell)
 void BrowserLists::startConformity(const ImageFile &image)
 {
     if (image.isNone() || services_.conformity.isRunning() ||
-        !Conformity::isShortForm(image.name.toUtf8())) {
+        !services_.capture.storage.isUsable() || !Conformity::isShortForm(image.name.toUtf8())) {
         return;
     }
     const QString path = services_.capture.storage.native(image.folder) + u'/' + image.name;

@@ -113,6 +113,9 @@ public:
     /// is still to be done.
     [[nodiscard]] bool isOwed() const { return owed_; }
 
+    /// True when the last reading of a folder was left out: the list may be another camera's.
+    [[nodiscard]] bool hasMissedReading() const { return isMissed_; }
+
     /// Something has changed that only a new building shows.
     void owe() { owed_ = true; }
 
@@ -160,6 +163,7 @@ private:
     int cameraIndex_ = -1;
     bool filmEnabled_ = false;
     bool owed_ = false;
+    bool isMissed_ = false;
 };
 
 } // namespace velmora

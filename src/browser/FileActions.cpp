@@ -29,7 +29,7 @@ QString FileActions::native(const ImageFile &image) const
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
     const ImageFile target = lists_.selected();
-    if (target.isNone() || !QFileInfo(native(target)).isFile()) {
+    if (storage_.isBeingEdited() || target.isNone() || !QFileInfo(native(target)).isFile()) {
         return std::nullopt;
     }
     return KillQuestion{target, killText(target.name)};
@@ -38,7 +38,7 @@ std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 {
     const ImageFile target = lists_.selected();
-    if (target.isNone()) {
+    if (storage_.isBeingEdited() || target.isNone()) {
         return std::nullopt;
     }
     return KillQuestion{
@@ -47,6 +47,9 @@ std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 
 QCoro::Task<> FileActions::kill(ImageFile target)
 {
+    if (storage_.isBeingEdited()) { // since the question
+        co_return;
+    }
     const int row = lists_.state().camera.row;
     static_cast<void>(QFile::remove(native(target)));
     lists_.owe();

@@ -17,6 +17,8 @@ class FileActions
 public:
     FileActions(StorageFolder &storage, BrowserLists &lists);
 
+    /// While the box of the storage folder is being edited there are no questions and nothing is
+    /// deleted.
     /// The question for the selected image of the camera view; none when nothing is selected or the
     /// file is gone.
     [[nodiscard]] std::optional<KillQuestion> LstDir_KeyDown() const;

@@ -177,7 +177,8 @@ bool CameraPage::isStorable(int row, const QString &address)
 void CameraPage::makeFolderBefore(int row, const QString &address)
 {
     const QString folder = storedFolder({group_, row});
-    if (folder.isEmpty() || address.isEmpty() || folderExists(folder)) {
+    const bool isWanted = !folder.isEmpty() && !address.isEmpty() && !storage_.isBeingEdited();
+    if (!isWanted || folderExists(folder)) {
         return;
     }
     if (const std::error_code error = makeFolder(folder)) {

@@ -67,6 +67,7 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
 
 QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera)
 {
+    const StorageUse use(services_.storage);
     Arrival arrival;
     arrival.camera = camera;
     arrival.folder = services_.storage.native(folder);
@@ -77,7 +78,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     HttpRequest request = requestFor(url, services_.options.downloadLimit());
     request.workFolder = arrival.workFolder;
     HttpReply reply = co_await transfers_.fetch(camera, std::move(request));
-    if (reply.outcome == FetchOutcome::Stopped) {
+    if (reply.outcome == FetchOutcome::Stopped || !use.mayGoOn()) {
         co_return;
     }
     recordDuration(camera, reply.duration);
@@ -160,6 +161,7 @@ void ImageStore::recordGood(const Arrival &arrival)
     services_.status.set(Caption::Step, QStringLiteral("Wait"));
     recordBestTime(arrival);
     services_.table.setValue(u"LocalTime", arrival.camera, dateText(services_.clock.localNow()));
+    Q_EMIT cameraAnswered(arrival.camera);
 }
 
 void ImageStore::recordBestTime(const Arrival &arrival)
@@ -213,15 +215,19 @@ void ImageStore::failToStore(const Arrival &arrival, std::error_code error)
 
 void ImageStore::failToStore(CameraAddress camera, const QString &reason)
 {
+    const bool isGone = !services_.storage.isPresent();
+    const QString why =
+        isGone ? QStringLiteral("the storage folder %1 is gone").arg(services_.storage.inForce())
+               : reason;
     services_.status.set(Caption::Trouble,
                          QStringLiteral("The image of camera %1:%2 cannot be stored: %3")
                              .arg(camera.group)
                              .arg(camera.row)
-                             .arg(reason));
-    if (!services_.storage.isPresent()) {
+                             .arg(why));
+    if (isGone) {
         services_.storage.requestCheck();
     }
-    fail(camera, QStringLiteral("the image cannot be stored: ") + reason);
+    fail(camera, QStringLiteral("the image cannot be stored: ") + why);
 }
 
 void ImageStore::fail(CameraAddress camera, const QString &reason)

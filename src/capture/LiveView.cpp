@@ -20,6 +20,13 @@ QString clickToZoom()
     return QStringLiteral("Web : cliquer sur l'image pour zoomer.");
 }
 
+QString awayText(const QString &storageFolder)
+{
+    return QStringLiteral("the storage folder %1 is not there; its disk may be away. \"Create "
+                          "folder\" makes a new one")
+        .arg(storageFolder);
+}
+
 QString targetIn(const QString &folder)
 {
     return folder + QStringLiteral("/Target.jpg");
@@ -32,6 +39,8 @@ LiveView::LiveView(const CaptureServices &services, PictureSource &source, TaskS
     , source_(source)
     , scope_(scope)
 {
+    connect(&services_.storage, &StorageFolder::editBegan, this,
+            [this] { attempt_.request_stop(); });
     connect(&services_.page, &CameraPage::picturesCleared, this, &LiveView::clear);
 }
 
@@ -57,7 +66,11 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
 {
     const std::stop_token stop = abandon.get_token();
     const std::stop_callback atEnd(scope_.stopToken(), [&abandon] { abandon.request_stop(); });
-    makeStorageFolder();
+    co_await services_.storage.gate().pass(stop);
+    if (stop.stop_requested()) {
+        co_return;
+    }
+    makeStorageFolder(camera);
     announce(camera);
 
     const QString stored = co_await newestImage(cameraFolder(services_, camera), stop);
@@ -66,9 +79,7 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     }
     setStored(stored);
 
-    HttpRequest request = liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
-    request.workFolder = workFolder(services_);
-    HttpReply reply = co_await source_.fetch(request, stop);
+    HttpReply reply = co_await fetch(url, stop);
     if (stop.stop_requested()) {
         co_return;
     }
@@ -78,11 +89,31 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     finish();
 }
 
-void LiveView::makeStorageFolder() const
+// The picture's bytes go into the storage folder as they arrive: while that is being edited there
+// is no download, and one that was under way begins anew afterwards.
+QCoro::Task<HttpReply> LiveView::fetch(QString url, std::stop_token stop)
 {
-    const QString folder = services_.storage.native(services_.storage.text());
-    if (!folder.isEmpty()) {
-        static_cast<void>(makeFolder(folder)); // failing, it shows when the picture is written
+    for (;;) {
+        co_await services_.storage.gate().pass(stop);
+        const StorageUse use(services_.storage);
+        HttpRequest request =
+            liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
+        request.workFolder = workFolder(services_);
+        std::stop_source attempt;
+        const std::stop_callback abandoned(stop, [&attempt] { attempt.request_stop(); });
+        attempt_ = attempt;
+        HttpReply reply = co_await source_.fetch(request, attempt.get_token());
+        if (stop.stop_requested() || use.mayGoOn()) {
+            co_return reply;
+        }
+    }
+}
+
+// One that cannot be made shows when the picture is written.
+void LiveView::makeStorageFolder(CameraAddress camera)
+{
+    if (services_.storage.makeForUse() == StoragePlace::Away) {
+        tellTrouble(camera, awayText(services_.storage.inForce()));
     }
 }
 
@@ -128,13 +159,22 @@ void LiveView::keep(CameraAddress camera, HttpReply &reply)
         setLive({});
         return;
     }
-    const QString failure =
-        folder.isEmpty() ? QStringLiteral("there is no such drive") : store(folder, reply.body);
+    const QString failure = whyNotStored(folder, reply.body);
     tellTrouble(camera, failure);
     setLive(failure.isEmpty() ? targetIn(folder) : QString());
 }
 
 // Why the picture could not be written; empty when it was.
+QString LiveView::whyNotStored(const QString &folder, ReplyBody &body) const
+{
+    if (folder.isEmpty()) {
+        return QStringLiteral("there is no such drive");
+    }
+    const QString failure = store(folder, body);
+    const bool isAway = !failure.isEmpty() && services_.storage.isAway();
+    return isAway ? awayText(services_.storage.inForce()) : failure;
+}
+
 QString LiveView::store(const QString &folder, ReplyBody &body) const
 {
     const StoreResult result = body.storeAs(folder, targetIn(folder));

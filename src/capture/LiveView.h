@@ -64,10 +64,12 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> show(CameraAddress camera, QString url, std::stop_source abandon);
-    void makeStorageFolder() const;
+    QCoro::Task<HttpReply> fetch(QString url, std::stop_token stop);
+    void makeStorageFolder(CameraAddress camera);
     void announce(CameraAddress camera);
     QCoro::Task<QString> newestImage(QString folder, std::stop_token stop);
     void keep(CameraAddress camera, HttpReply &reply);
+    [[nodiscard]] QString whyNotStored(const QString &folder, ReplyBody &body) const;
     [[nodiscard]] QString store(const QString &folder, ReplyBody &body) const;
     void tellTrouble(CameraAddress camera, const QString &reason);
     void finish();
@@ -79,6 +81,7 @@ private:
     PictureSource &source_;
     TaskScope &scope_;
     std::stop_source current_;
+    std::stop_source attempt_; // the download under way
     LiveCaptions captions_;
     QString stored_;
     QString live_;

@@ -61,10 +61,12 @@ Import::Import(const CaptureServices &services, TaskScope &scope)
     : services_(services)
     , scope_(scope)
     , reader_(services.clock)
-    , run_(services.clock)
+    , run_(services.clock, services.storage.gate())
 {
     face_.Filtre = kUsualFilter;
     connect(&run_, &ImportRun::advanced, this, &Import::showProgress);
+    connect(&services_.storage, &StorageFolder::editBegan, this, &Import::followStorage);
+    connect(&services_.storage, &StorageFolder::checked, this, &Import::followStorage);
 }
 
 void Import::load()
@@ -200,7 +202,9 @@ void Import::chooseCamera(int row)
 // A camera without address cannot be one that files are copied for.
 void Import::chooseTarget()
 {
-    face_.cmdGo = !cameraFolderName().isEmpty() && !face_.running;
+    isRefused_ = false;
+    storage_ = services_.storage.inForce();
+    face_.cmdGo = canGo();
     face_.iTarget.clear();
     scope_.launch(readTarget(anew(readingTarget_)));
     Q_EMIT changed();
@@ -287,14 +291,44 @@ QCoro::Task<> Import::copy()
     begin();
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
+    const std::stop_callback ending(scope_.stopToken(), [this] { atOnce_.request_stop(); });
     if (!cameraFolderName().isEmpty()) { // else it has lost its address since it was chosen
-        result = co_await run_.run(order(), copying_.get_token(), scope_.stopToken());
+        result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
+    }
+    if (!isStillTarget()) {
+        result.end = ImportEnd::Aborted;
+    }
+}
+
+bool Import::canGo() const
+{
+    return !cameraFolderName().isEmpty() && !face_.running && !isRefused_ &&
+           !services_.storage.isBeingEdited();
+}
+
+// What is being copied was meant for the folder that was in force when the run began.
+bool Import::isStillTarget() const
+{
+    return services_.storage.inForce() == storage_;
+}
+
+void Import::followStorage()
+{
+    if (face_.running && !isStillTarget()) {
+        atOnce_.request_stop();
+    } else if (open_ && !isStillTarget()) {
+        chooseTarget();
+    } else if (open_) {
+        face_.cmdGo = canGo();
+        Q_EMIT changed();
     }
 }
 
 void Import::begin()
 {
     copying_ = std::stop_source();
+    atOnce_ = std::stop_source();
+    storage_ = services_.storage.inForce();
     initialCount_ = counting_ ? std::nullopt : std::optional(leadingNumber(face_.NbF));
     face_.ctr = kNone;
     face_.cmdGo = false;
@@ -319,9 +353,8 @@ void Import::end(const ImportResult &result)
 {
     tell(result);
     face_.running = false;
-    if (result.end != ImportEnd::Identical) {
-        face_.cmdGo = !cameraFolderName().isEmpty();
-    }
+    isRefused_ = result.end == ImportEnd::Identical;
+    face_.cmdGo = canGo();
     Q_EMIT changed();
     if (result.end != ImportEnd::Identical) {
         Q_EMIT imagesAdded();

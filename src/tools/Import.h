@@ -94,6 +94,9 @@ private:
     void showFolder(const QString &path);
     void moveTo(const QString &path);
     void chooseTarget();
+    [[nodiscard]] bool canGo() const;
+    [[nodiscard]] bool isStillTarget() const;
+    void followStorage();
     void count();
     void showSource();
     void showProgress();
@@ -116,9 +119,12 @@ private:
     std::stop_source readingFolders_;
     std::stop_source readingFiles_;
     std::stop_source readingTarget_;
-    std::stop_source copying_;
+    std::stop_source copying_;           // ends a run behind the file in hand
+    std::stop_source atOnce_;            // ends it in the middle
+    QString storage_;                    // the folder in force when the target was chosen
     std::optional<double> initialCount_; // none when the run began before the files were counted
     bool counting_ = false;
+    bool isRefused_ = false; // source and target were the same
     bool open_ = false;
 };
 

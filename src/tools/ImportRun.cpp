@@ -31,8 +31,9 @@ bool hasWildcards(const QByteArray &name)
 
 } // namespace
 
-ImportRun::ImportRun(Clock &clock)
+ImportRun::ImportRun(Clock &clock, Gate &gate)
     : clock_(clock)
+    , gate_(gate)
     , reader_(clock)
     , slice_(clock)
 {
@@ -54,7 +55,8 @@ QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afte
     co_await clock_.yield(); // what has changed for the run is painted before it begins
     const SortedNames names =
         co_await reader_.files(order.source, filterPattern(order.filter), afterFile);
-    if (!names) {
+    co_await gate_.pass(atOnce);
+    if (!names || atOnce.stop_requested()) {
         co_return ImportResult{ImportEnd::Stopped, 0};
     }
     const ImportEnd end = co_await copyAll(names, afterFile, atOnce);
@@ -68,7 +70,7 @@ QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token aft
     progress_.files = static_cast<qint32>(names->list().size());
     slice_.begin();
     for (const OddName &name : names->list()) {
-        if (afterFile.stop_requested()) {
+        if (afterFile.stop_requested() || atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }
         const ImportEnd end = co_await copyFile(name.view().toByteArray(), atOnce);
@@ -77,7 +79,7 @@ QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token aft
         }
         ++progress_.copied;
         progress_.collisions = collisions_;
-        co_await letEventsRun();
+        co_await letEventsRun(atOnce);
     }
     co_return ImportEnd::Copied;
 }
@@ -91,7 +93,7 @@ QCoro::Task<ImportEnd> ImportRun::copyFile(QByteArray name, std::stop_token atOn
     FileCopy copy(source_ + name, target_, means_);
     bool more = true;
     while (more) {
-        co_await copyPiece(&copy, &more);
+        co_await copyPiece(&copy, &more, atOnce);
         if (atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }
@@ -100,7 +102,7 @@ QCoro::Task<ImportEnd> ImportRun::copyFile(QByteArray name, std::stop_token atOn
 }
 
 // A disk that took long over a piece is asked for a smaller one.
-QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more)
+QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more, std::stop_token atOnce)
 {
     const std::chrono::milliseconds began = clock_.monotonicNow();
     *more = copy->copySome(pieceBytes_);
@@ -111,15 +113,16 @@ QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more)
         pieceBytes_ = std::min(pieceBytes_ * 2, FileCopy::kMostBytes);
     }
     if (*more) {
-        co_await letEventsRun();
+        co_await letEventsRun(atOnce);
     }
 }
 
-QCoro::Task<> ImportRun::letEventsRun()
+QCoro::Task<> ImportRun::letEventsRun(std::stop_token atOnce)
 {
     if (slice_.isOver() || piecesInSlice_ >= kMostPiecesInSlice) {
         Q_EMIT advanced();
         co_await clock_.yield();
+        co_await gate_.pass(atOnce);
         piecesInSlice_ = 0;
         slice_.begin();
     }
@@ -144,7 +147,7 @@ QCoro::Task<ImportEnd> ImportRun::giveName(FileCopy *copy, QByteArray name, std:
         if (outcome != StoreOutcome::AlreadyThere) {
             co_return outcome == StoreOutcome::Stored ? ImportEnd::Copied : ImportEnd::Aborted;
         }
-        co_await letEventsRun();
+        co_await letEventsRun(atOnce);
         if (atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }
@@ -160,7 +163,8 @@ QCoro::Task<StoreOutcome> ImportRun::tryName(FileCopy *copy, QByteArray name,
     if (hasWildcards(name)) {
         const std::optional<bool> isTaken =
             co_await reader_.holds(QFile::decodeName(target_), FilePattern(name), atOnce);
-        if (isTaken.value_or(true)) {
+        co_await gate_.pass(atOnce);
+        if (isTaken.value_or(true) || atOnce.stop_requested()) {
             co_return StoreOutcome::AlreadyThere;
         }
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/FileCopy.h"
+#include "base/Gate.h"
 #include "capture/WorkSlice.h"
 #include "tools/NameReader.h"
 
@@ -50,8 +51,9 @@ class ImportRun : public QObject
     Q_OBJECT
 
 public:
-    /// clock: outlives the object; the object outlives a run.
-    explicit ImportRun(Clock &clock);
+    /// gate: shut while nothing may be done in folders. Clock and gate outlive the object, which
+    /// outlives a run.
+    ImportRun(Clock &clock, Gate &gate);
 
     /// The names are listed at the begin: what is copied into the same folder is not met again.
     /// afterFile: ends the run behind the file in hand. atOnce: ends it in the middle of a file, of
@@ -69,14 +71,15 @@ private:
     QCoro::Task<ImportEnd> copyAll(SortedNames names, std::stop_token afterFile,
                                    std::stop_token atOnce);
     QCoro::Task<ImportEnd> copyFile(QByteArray name, std::stop_token atOnce);
-    QCoro::Task<> copyPiece(FileCopy *copy, bool *more);
-    QCoro::Task<> letEventsRun();
+    QCoro::Task<> copyPiece(FileCopy *copy, bool *more, std::stop_token atOnce);
+    QCoro::Task<> letEventsRun(std::stop_token atOnce);
     [[nodiscard]] std::optional<QByteArray> newName(const QByteArray &name) const;
     QCoro::Task<ImportEnd> giveName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
     QCoro::Task<StoreOutcome> tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
     [[nodiscard]] std::optional<QByteArray> nextName(const QByteArray &name);
 
     Clock &clock_;
+    Gate &gate_;
     NameReader reader_;
     WorkSlice slice_;
     CopyMeans means_;

@@ -84,10 +84,11 @@ void Interface::followLinks(mOuvreLien &links)
 
 void Interface::bindStorage()
 {
-    storageBox_ = new StorageBox(
-        {*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir, *ui_->Import, *ui_->Cache},
-        services_.storage, *this);
+    storageBox_ = new StorageBox({*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir,
+                                  *ui_->Import, *ui_->Cache, *ui_->Selecteur},
+                                 services_.storage, *this);
     connect(&services_.storage, &StorageFolder::checked, this, &Interface::showStorageHint);
+    connect(&services_.storage, &StorageFolder::told, this, &Interface::showMessage);
     connect(ui_->Cache, &QAbstractButton::clicked, this, &Interface::Cache_Click);
     connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
 }
@@ -226,6 +227,7 @@ void Interface::showCaption(Caption caption, const QString &text)
         ui_->lCompte->setText(text);
         break;
     case Caption::NextCycle: // shown by the browser
+    case Caption::Standstill:
         break;
     case Caption::Trouble:
         showMessage(text);
@@ -272,6 +274,7 @@ void Interface::Cache_Click()
         return;
     }
     ui_->Selecteur->setFocus(); // leaves a box that is being edited
+    storageBox_->leave();
     hide();
     Q_EMIT hiddenByUser();
 }
@@ -314,7 +317,9 @@ void Interface::closeEvent(QCloseEvent *event)
         row->leave();
     }
     event->setAccepted(mayClose_);
-    if (!mayClose_) {
+    if (mayClose_) {
+        storageBox_->setAside();
+    } else {
         Q_EMIT endWanted();
     }
 }

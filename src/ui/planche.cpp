@@ -146,6 +146,8 @@ void planche::bindButtons()
             [this](Caption caption, const QString &text) {
                 if (caption == Caption::NextCycle) {
                     ui_->ctrT->setText(text);
+                } else if (caption == Caption::Standstill) {
+                    showStandstill(text);
                 }
             });
 }
@@ -276,6 +278,7 @@ void planche::askToKill()
                               ? browser_.files().LstDir_KeyDown()
                               : browser_.files().LstDirCam_KeyDown();
     if (!question) {
+        showStandstill(services_.status.text(Caption::Standstill));
         return;
     }
     auto *const box = new QMessageBox(QMessageBox::Critical, QStringLiteral("Del "), question->text,
@@ -327,12 +330,33 @@ void planche::showStored(CameraAddress camera)
     ++stored_;
     ui_->NbCapt->setText(QString::number(stored_));
     ui_->Capt->setText(cameraText(camera));
-    showMessage(tr("Image stored"));
+    showNews(tr("Image stored"));
 }
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
-    showMessage(tr("Camera %1: %2").arg(cameraText(camera), reason));
+    showNews(tr("Camera %1: %2").arg(cameraText(camera), reason));
+}
+
+// While the capture stands still, the reason is what counts.
+void planche::showNews(const QString &text)
+{
+    if (standstill_.isEmpty()) {
+        showMessage(text);
+    }
+}
+
+// What stood in the line before comes back.
+void planche::showStandstill(const QString &text)
+{
+    const QString shown = ui_->txtLog->text();
+    if (!text.isEmpty()) {
+        beforeStandstill_ = standstill_.isEmpty() ? shown : beforeStandstill_;
+        showMessage(text);
+    } else if (shown == standstill_) {
+        showMessage(beforeStandstill_);
+    }
+    standstill_ = text;
 }
 
 void planche::showMessage(const QString &text)

@@ -78,6 +78,8 @@ private:
     void bindButtons();
     void bindKeys();
     void showFace();
+    void showNews(const QString &text);
+    void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
     void showViewsList();
@@ -95,6 +97,8 @@ private:
     std::unique_ptr<SheetPictures> pictures_;
     CameraAddress shownCamera_;
     QString searchMessage_; // in the status line, until another takes its place
+    QString standstill_; // why nothing is captured
+    QString beforeStandstill_;
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

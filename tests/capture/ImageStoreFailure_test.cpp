@@ -221,6 +221,7 @@ TEST_F(ChargeFileFails, ToStoreOnADriveThatIsGone)
     const auto cleanUp = qScopeGuard([&stray] { QFile::remove(stray); });
     add(kCamera, goodReply(QStringLiteral("Wed, 08 Mar 2006 01:02:03 GMT")));
     house_.storage.edit(QStringLiteral("Q:\\in"));
+    house_.storage.putInForce();
     house_.load(kCamera);
     EXPECT_FALSE(QFile::exists(stray)) << "stored at the root of the file system";
     EXPECT_EQ(house_.failed(), QStringList{QStringLiteral("0:3")});

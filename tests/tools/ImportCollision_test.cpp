@@ -167,7 +167,7 @@ TEST_F(ImportCollision, EventsGetTheirTurnBetweenManySearchesForAName)
     }
     put(QByteArray("2?061005_1230450000.") + QByteArray(210, '*'));
     TickingClock clock;
-    ImportRun timed(clock);
+    ImportRun timed(clock, gate_);
     EXPECT_EQ(run(timed, order(QString())).copied, 1);
     EXPECT_EQ(timed.progress().collisions, kCollisions);
     EXPECT_GE(turns_, kCollisions / 5);

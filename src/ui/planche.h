@@ -81,6 +81,8 @@ private:
     void bindKeys();
     void fitScreen(const QRect &frame);
     void showFace();
+    void showNews(const QString &text);
+    void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
     void showViewsList();
@@ -103,6 +105,8 @@ private:
     StatusLine statusLine_;
     CameraAddress shownCamera_;
     QString searchMessage_; // in the status line, until another takes its place
+    QString standstill_; // why nothing is captured
+    QString beforeStandstill_;
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

@@ -7,6 +7,7 @@
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
+#include "capture/PictureRemark.h"
 
 #include <QScopeGuard>
 
@@ -22,6 +23,12 @@ QString timeText(WallTime time)
     return dateText(time).section(u' ', 1);
 }
 
+QString remarkOn(const QString &url, const HttpReply &reply)
+{
+    const QString remark = contentRemark(url, reply.body.head(), reply.contentType);
+    return remark.isEmpty() ? dateRemark(reply.lastModified) : remark;
+}
+
 } // namespace
 
 struct ImageStore::Arrival
@@ -34,6 +41,7 @@ struct ImageStore::Arrival
     ImageDates dates;
     CameraRecord record; // as it was before this picture
     ReplyBody body;
+    QString remark; // what is odd about the picture
 };
 
 ImageStore::ImageStore(const CaptureServices &services, ReadAhead &transfers)
@@ -83,12 +91,14 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     recordDuration(camera, reply.duration);
     services_.status.set(Caption::Step, QString());
     if (reply.outcome == FetchOutcome::Failed) {
-        fail(camera, reply.failure);
+        fail(camera, failureRemark(url, reply.failure));
     } else if (reply.body.size() < kMinBodyBytes) {
-        fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)")
-                         .arg(reply.body.size()));
+        fail(camera,
+             failureRemark(url, QStringLiteral("the answer is too short for a picture (%1 bytes)")
+                                    .arg(reply.body.size())));
     } else {
         date(arrival, url, reply);
+        arrival.remark = remarkOn(url, reply);
         arrival.body = std::move(reply.body);
         keep(arrival);
     }
@@ -157,6 +167,7 @@ void ImageStore::keep(Arrival &arrival)
 void ImageStore::recordGood(const Arrival &arrival)
 {
     setLamp(arrival.camera, LampColour::Green);
+    services_.page.remarks().set(arrival.camera, arrival.remark);
     services_.status.set(Caption::Step, QStringLiteral("Wait"));
     recordBestTime(arrival);
     services_.table.setValue(u"LocalTime", arrival.camera, dateText(services_.clock.localNow()));
@@ -227,6 +238,7 @@ void ImageStore::failToStore(CameraAddress camera, const QString &reason)
 void ImageStore::fail(CameraAddress camera, const QString &reason)
 {
     setLamp(camera, LampColour::Red);
+    services_.page.remarks().set(camera, reason);
     Q_EMIT cameraFailed(camera, reason);
 }
 

@@ -5,6 +5,7 @@
 #include "base/Folders.h"
 #include "capture/CameraFolder.h"
 #include "capture/CameraUrl.h"
+#include "capture/PictureRemark.h"
 #include "capture/WorkSlice.h"
 
 #include <QFile>
@@ -25,6 +26,14 @@ QString targetIn(const QString &folder)
     return folder + QStringLiteral("/Target.jpg");
 }
 
+// Why an answer shows nothing; empty when it does.
+QString whyNone(const QString &url, const HttpReply &reply)
+{
+    return reply.outcome == FetchOutcome::Arrived
+               ? contentRemark(url, reply.body.head(), reply.contentType)
+               : failureRemark(url, reply.failure);
+}
+
 } // namespace
 
 LiveView::LiveView(const CaptureServices &services, PictureSource &source, TaskScope &scope)
@@ -40,14 +49,24 @@ void LiveView::Affiche(CameraAddress camera, const QString &url)
     if (url.isEmpty() || scope_.stopToken().stop_requested()) {
         return;
     }
-    current_.request_stop();
+    giveUp();
+    shown_ = camera;
     current_ = std::stop_source();
     scope_.launch(show(camera, url, current_));
 }
 
-void LiveView::clear()
+// The lamp of the camera whose fetch ends here does not stay orange.
+void LiveView::giveUp()
 {
     current_.request_stop();
+    services_.page.endLive();
+    tellReason(reasonOf_, QString());
+}
+
+void LiveView::clear()
+{
+    giveUp();
+    shown_.reset();
     setStored({});
     setLive({});
     setCaptions({clickToZoom(), captions_.local});
@@ -74,8 +93,42 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     }
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(reply.duration);
     services_.page.showLoadSeconds(camera, static_cast<int>(seconds.count()));
+    const QString why = whyNone(url, reply);
     keep(camera, reply);
+    tellReason(camera, why);
     finish();
+}
+
+void LiveView::iTarget_Click()
+{
+    if (!scope_.stopToken().stop_requested()) {
+        scope_.launch(enlarge(
+            shown_.value_or(CameraAddress{services_.page.group(), services_.page.currentRow()})));
+    }
+}
+
+QCoro::Task<> LiveView::enlarge(CameraAddress camera)
+{
+    const QString stored =
+        co_await newestImage(cameraFolder(services_, camera), scope_.stopToken());
+    if (!stored.isEmpty()) {
+        Q_EMIT zoomWanted(stored);
+    }
+}
+
+QString LiveView::reason(CameraAddress camera) const
+{
+    return camera == reasonOf_ ? reason_ : QString();
+}
+
+void LiveView::tellReason(CameraAddress camera, const QString &reason)
+{
+    const bool isSame = reason == reason_ && (camera == reasonOf_ || reason.isEmpty());
+    reasonOf_ = camera;
+    reason_ = reason;
+    if (!isSame) {
+        Q_EMIT reasonChanged();
+    }
 }
 
 void LiveView::makeStorageFolder() const
@@ -91,7 +144,7 @@ void LiveView::announce(CameraAddress camera)
     Q_EMIT statusCleared();
     const QString local = QStringLiteral("Local %1").arg(camera.row);
     setCaptions({clickToZoom(), local});
-    services_.page.showLoading(camera);
+    services_.page.beginLive(camera);
     setLive({});
     setCaptions({QStringLiteral("Chargement en cours ...."), local});
 }
@@ -161,6 +214,7 @@ void LiveView::tellTrouble(CameraAddress camera, const QString &reason)
 
 void LiveView::finish()
 {
+    services_.page.endLive();
     setCaptions({clickToZoom(), captions_.local});
     Q_EMIT statusCleared();
 }

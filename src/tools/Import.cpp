@@ -65,6 +65,7 @@ Import::Import(const CaptureServices &services, TaskScope &scope)
 {
     face_.Filtre = kUsualFilter;
     connect(&run_, &ImportRun::advanced, this, &Import::showProgress);
+    connect(&services_.page, &CameraPage::addressStored, this, &Import::noticeAddress);
 }
 
 void Import::load()
@@ -197,13 +198,50 @@ void Import::chooseCamera(int row)
     }
 }
 
-// A camera without address cannot be one that files are copied for.
 void Import::chooseTarget()
 {
-    face_.cmdGo = !cameraFolderName().isEmpty() && !face_.running;
+    identical_ = false;
+    face_.failure.clear();
+    showTarget();
+}
+
+void Import::showTarget()
+{
+    showButton();
     face_.iTarget.clear();
     scope_.launch(readTarget(anew(readingTarget_)));
     Q_EMIT changed();
+}
+
+// The camera that was chosen may have been given an address, or have lost it.
+void Import::noticeAddress(CameraAddress camera)
+{
+    if (open_ && camera == this->camera()) {
+        showTarget();
+    }
+}
+
+void Import::showButton()
+{
+    face_.whyNot = whyNoCopy();
+    face_.cmdGo = face_.whyNot.isEmpty();
+}
+
+// A camera without address cannot be one that files are copied for. After identical texts the
+// button stays as it is until a camera is chosen.
+QString Import::whyNoCopy() const
+{
+    if (face_.running) {
+        return QStringLiteral("Files are being copied");
+    }
+    if (cameraFolderName().isEmpty()) {
+        return QStringLiteral("Camera %1:%2 has no address: give it one in the main window, or "
+                              "choose another")
+            .arg(face_.Cam)
+            .arg(face_.Lien);
+    }
+    return identical_ ? QStringLiteral("Source and target are identical: choose another camera")
+                      : QString();
 }
 
 std::stop_token Import::anew(std::stop_source &source) const
@@ -297,8 +335,9 @@ void Import::begin()
     copying_ = std::stop_source();
     initialCount_ = counting_ ? std::nullopt : std::optional(leadingNumber(face_.NbF));
     face_.ctr = kNone;
-    face_.cmdGo = false;
     face_.running = true;
+    face_.failure.clear();
+    showButton();
     face_.progress = {};
     Q_EMIT changed();
 }
@@ -314,14 +353,13 @@ void Import::showProgress()
     Q_EMIT changed();
 }
 
-// After identical texts the button stays as it is until another camera is chosen.
 void Import::end(const ImportResult &result)
 {
     tell(result);
     face_.running = false;
-    if (result.end != ImportEnd::Identical) {
-        face_.cmdGo = !cameraFolderName().isEmpty();
-    }
+    face_.failure = result.failure;
+    identical_ = result.end == ImportEnd::Identical;
+    showButton();
     Q_EMIT changed();
     if (result.end != ImportEnd::Identical) {
         Q_EMIT imagesAdded();

@@ -1,6 +1,7 @@
 #include "tools/ImportRun.h"
 
 #include "base/FileDates.h"
+#include "base/OneLine.h"
 #include "tools/ImportName.h"
 
 #include <QFile>
@@ -43,23 +44,26 @@ QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afte
 {
     progress_ = {};
     collisions_ = 0;
+    failure_.clear();
     means_ = {};
     means_.workFolder = QFile::encodeName(order.workFolder);
     pieceBytes_ = FileCopy::kMostBytes;
     source_ = folderBytes(order.source);
     target_ = folderBytes(order.target);
     if (order.sourceText == order.targetText) {
-        co_return ImportResult{ImportEnd::Identical, 0};
+        co_return ImportResult{ImportEnd::Identical, 0, {}};
     }
     co_await clock_.yield(); // what has changed for the run is painted before it begins
     const SortedNames names =
         co_await reader_.files(order.source, filterPattern(order.filter), afterFile);
-    if (!names) {
-        co_return ImportResult{ImportEnd::Stopped, 0};
+    std::optional<TakenNames> taken = co_await reader_.taken(order.target, afterFile);
+    if (!names || !taken) {
+        co_return ImportResult{ImportEnd::Stopped, 0, {}};
     }
+    taken_ = *std::move(taken);
     const ImportEnd end = co_await copyAll(names, afterFile, atOnce);
     Q_EMIT advanced();
-    co_return ImportResult{end, progress_.copied};
+    co_return ImportResult{end, progress_.copied, failure_};
 }
 
 QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token afterFile,
@@ -72,6 +76,10 @@ QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token aft
             co_return ImportEnd::Stopped;
         }
         const ImportEnd end = co_await copyFile(name.view().toByteArray(), atOnce);
+        if (end == ImportEnd::Aborted) {
+            failure_.prepend(onOneLine(QFile::decodeName(name.view().toByteArray())) +
+                             QStringLiteral(": "));
+        }
         if (end != ImportEnd::Copied) {
             co_return end;
         }
@@ -86,7 +94,7 @@ QCoro::Task<ImportEnd> ImportRun::copyFile(QByteArray name, std::stop_token atOn
 {
     const std::optional<QByteArray> target = newName(name);
     if (!target) {
-        co_return ImportEnd::Aborted;
+        co_return abort(QStringLiteral("the file is gone"));
     }
     FileCopy copy(source_ + name, target_, means_);
     bool more = true;
@@ -140,9 +148,13 @@ QCoro::Task<ImportEnd> ImportRun::giveName(FileCopy *copy, QByteArray name, std:
 {
     std::optional<QByteArray> next = name;
     while (next) {
-        const StoreOutcome outcome = co_await tryName(copy, *next, atOnce);
-        if (outcome != StoreOutcome::AlreadyThere) {
-            co_return outcome == StoreOutcome::Stored ? ImportEnd::Copied : ImportEnd::Aborted;
+        const StoreResult tried = co_await tryName(copy, *next, atOnce);
+        if (tried.outcome == StoreOutcome::Stored) {
+            taken_.add(*next);
+            co_return ImportEnd::Copied;
+        }
+        if (tried.outcome == StoreOutcome::Failed) {
+            co_return abort(QString::fromStdString(tried.error.message()));
         }
         co_await letEventsRun();
         if (atOnce.stop_requested()) {
@@ -150,21 +162,30 @@ QCoro::Task<ImportEnd> ImportRun::giveName(FileCopy *copy, QByteArray name, std:
         }
         next = nextName(*next);
     }
-    co_return ImportEnd::Aborted;
+    co_return abort(QStringLiteral("no name is free for it"));
 }
 
-// The file system itself says whether a name is taken, by not giving it a second time.
-QCoro::Task<StoreOutcome> ImportRun::tryName(FileCopy *copy, QByteArray name,
-                                             std::stop_token atOnce)
+ImportEnd ImportRun::abort(const QString &reason)
 {
+    failure_ = reason;
+    return ImportEnd::Aborted;
+}
+
+// The file system itself says whether a name is taken, by not giving it a second time; of names in
+// another case it knows nothing.
+QCoro::Task<StoreResult> ImportRun::tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce)
+{
+    if (taken_.holds(name)) {
+        co_return StoreResult{StoreOutcome::AlreadyThere, {}};
+    }
     if (hasWildcards(name)) {
         const std::optional<bool> isTaken =
             co_await reader_.holds(QFile::decodeName(target_), FilePattern(name), atOnce);
         if (isTaken.value_or(true)) {
-            co_return StoreOutcome::AlreadyThere;
+            co_return StoreResult{StoreOutcome::AlreadyThere, {}};
         }
     }
-    co_return copy->finish(target_ + name).outcome;
+    co_return copy->finish(target_ + name);
 }
 
 // The number of collisions has 16 bits; there is no name after the last.

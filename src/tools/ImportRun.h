@@ -5,6 +5,7 @@
 #include "base/FileCopy.h"
 #include "capture/WorkSlice.h"
 #include "tools/NameReader.h"
+#include "tools/TakenNames.h"
 
 #include <QObject>
 
@@ -32,6 +33,7 @@ struct [[nodiscard]] ImportResult
 {
     ImportEnd end = ImportEnd::Aborted;
     qint32 copied = 0;
+    QString failure; // of a run that was aborted: the file and what was wrong, for people
 };
 
 /// How far a run has come.
@@ -71,9 +73,10 @@ private:
     QCoro::Task<ImportEnd> copyFile(QByteArray name, std::stop_token atOnce);
     QCoro::Task<> copyPiece(FileCopy *copy, bool *more);
     QCoro::Task<> letEventsRun();
+    ImportEnd abort(const QString &reason);
     [[nodiscard]] std::optional<QByteArray> newName(const QByteArray &name) const;
     QCoro::Task<ImportEnd> giveName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
-    QCoro::Task<StoreOutcome> tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
+    QCoro::Task<StoreResult> tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
     [[nodiscard]] std::optional<QByteArray> nextName(const QByteArray &name);
 
     Clock &clock_;
@@ -83,6 +86,8 @@ private:
     ImportProgress progress_;
     QByteArray source_; // native folders, with a "/" at the end
     QByteArray target_;
+    TakenNames taken_;
+    QString failure_; // of the file at which a run was aborted
     qint16 collisions_ = 0;
     qint64 pieceBytes_ = 0;
     int piecesInSlice_ = 0;

@@ -366,6 +366,27 @@ QCoro::Task<> BrowserLists::relist()
     LstDir_Click();
 }
 
+// A list that still is that of another address shows none either.
+bool BrowserLists::showsNoneOf(CameraAddress camera) const
+{
+    if (state_.view == View::Group) {
+        return camera.group == state_.camera.group && state_.newestOf(camera.row).isNone();
+    }
+    return camera == state_.camera && (files_.count() == 0 || files_.folder() != folderOf(camera));
+}
+
+QCoro::Task<> BrowserLists::showFirst(CameraAddress camera)
+{
+    if (!showsNoneOf(camera)) {
+        co_return; // shown by what was done meanwhile
+    }
+    const int row = cameraIndex_;
+    co_await DirImage();
+    if (state_.view == View::Group && row >= 0) {
+        co_await LstDirCam_Click(row);
+    }
+}
+
 QCoro::Task<> BrowserLists::dropDeleted()
 {
     const ImageFile selected = files_.selected();

@@ -105,6 +105,13 @@ public:
     /// Lists the folder anew after files were renamed; the position stays.
     QCoro::Task<> relist();
 
+    /// No image of this camera can be seen where those of its like are shown: its folder's list, or
+    /// its row of the group, is empty.
+    [[nodiscard]] bool showsNoneOf(CameraAddress camera) const;
+
+    /// Shows the first image of such a camera; the row that was selected in group view stays so.
+    QCoro::Task<> showFirst(CameraAddress camera);
+
     /// Lists the folder anew after old images were deleted; the same image stays selected, or else
     /// the newest is.
     QCoro::Task<> dropDeleted();

@@ -32,7 +32,7 @@ std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
     if (target.isNone() || !QFileInfo(native(target)).isFile()) {
         return std::nullopt;
     }
-    return KillQuestion{target, killText(target.name)};
+    return KillQuestion{target, lists_.state().camera, killText(target.name)};
 }
 
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
@@ -42,7 +42,9 @@ std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
         return std::nullopt;
     }
     return KillQuestion{
-        target, killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
+        target,
+        {lists_.state().camera.group, row},
+        killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
 }
 
 QCoro::Task<> FileActions::kill(ImageFile target)

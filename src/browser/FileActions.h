@@ -9,7 +9,8 @@ namespace velmora {
 struct KillQuestion
 {
     ImageFile target;
-    QString text; // "Kill " and the file's name
+    CameraAddress camera; // whose image it is
+    QString text;         // "Kill " and the file's name
 };
 
 class FileActions

@@ -275,6 +275,8 @@ void ImageBrowser::follow(CameraAddress camera)
 {
     if (modes_.isFollowing(camera)) {
         launch(Kind::Rebuild, [this, camera] { return modes_.refreshAfter(camera); });
+    } else if (lists_.showsNoneOf(camera)) {
+        launch(Kind::Rebuild, [this, camera] { return lists_.showFirst(camera); });
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui/AddressPaste.h"
 #include "ui/LiveBox.h"
+#include "ui/ReasonLine.h"
 #include "ui/StorageBox.h"
 #include "ui/ToolTips.h"
 #include "ui_Interface.h"
@@ -156,6 +157,7 @@ void Interface::bindLive(LiveView &live)
         new LiveBox({*ui_->Locale, *ui_->iTarget, *ui_->lWeb, *ui_->iWeb, *ui_->lTmp}, live, *this);
     ui_->iTarget->setEmptyText(tr("stored image"));
     ui_->iWeb->setEmptyText(tr("live picture"));
+    new ReasonLine(*ui_->lReason, rows_, services_.page, live);
     connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);
     connect(&services_.page, &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
 }
@@ -287,17 +289,29 @@ void Interface::cmdDebug_MouseDown()
     const bool wantsSettings = QGuiApplication::keyboardModifiers().testFlags(Qt::ShiftModifier) &&
                                QGuiApplication::keyboardModifiers().testFlags(Qt::ControlModifier);
     if (wantsSettings) {
-        open(services_.table.settings().path());
-    } else if (QFileInfo::exists(services_.log.path())) {
-        open(services_.log.path());
+        openIfThere(services_.table.settings().path(), tr("There is no settings file yet"));
+    } else {
+        openIfThere(services_.log.path(),
+                    tr("There is no log file yet: tick \"Debug\" and it is written"));
+    }
+}
+
+void Interface::openIfThere(const QString &path, const QString &otherwise)
+{
+    if (QFileInfo::exists(path)) {
+        open(path);
+    } else {
+        showMessage(otherwise);
     }
 }
 
 void Interface::openFolder(int row)
 {
-    const QString folder = services_.page.folderToOpen(row);
-    if (!folder.isEmpty()) {
-        open(folder);
+    const QString why = services_.page.whyNothingToOpen(row);
+    if (why.isEmpty()) {
+        open(services_.page.folderToOpen(row));
+    } else {
+        showMessage(why);
     }
 }
 

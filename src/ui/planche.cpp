@@ -34,6 +34,7 @@ planche::planche(ImageBrowser &browser, const CaptureServices &services, Picture
     , services_(services)
     , ui_(setUp(*this))
     , search_(*ui_->lDate, *ui_->lTime, browser.grid())
+    , statusLine_(*ui_->txtLog)
 {
     ui_->contactSheet->setControls(*ui_->controls);
     pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.lists().sheet(),
@@ -76,6 +77,8 @@ void planche::bindLists()
     connect(&lists.files(), &FileList::selectionChanged, ui_->LstDir, &FileView::showRow);
     connect(&lists.files(), &QAbstractItemModel::modelReset, this, &planche::showCamera);
     connect(&lists, &BrowserLists::changed, this, &planche::showFace);
+    connect(&services_.page, &CameraPage::addressStored, this, &planche::showCamera);
+    connect(&services_.page.remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
     connect(&lists, &BrowserLists::filesWanted, this, [this] {
         for (FileView *const list : {ui_->LstDir, ui_->LstDirCam}) {
             if (list->isVisible()) {
@@ -182,6 +185,8 @@ void planche::showFace()
     ui_->bFilm->setEnabled(browser_.lists().isFilmEnabled());
     if (state.camera != shownCamera_) {
         showCamera();
+    } else {
+        showCaptions(); // the view may be the other one
     }
 }
 
@@ -205,20 +210,50 @@ void planche::showCamera()
     const QString camera = shownAddress(services_.table.url(shownCamera_));
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
+    showRemarks();
+}
+
+// Why the camera on show gives no picture stands in the line at the foot and in the cell in which
+// its next picture would be.
+void planche::showRemarks()
+{
+    const QString remark = services_.page.remarks().of(shownCamera_);
+    statusLine_.keep(remark.isEmpty() ? QString()
+                                      : tr("Camera %1: %2").arg(cameraText(shownCamera_), remark));
+    showCaptions();
+}
+
+// In camera view one cell has a word on the camera, the first that is empty.
+QString planche::remarkIn(int cell) const
+{
+    const BrowserState &state = browser_.lists().state();
+    const Sheet &sheet = browser_.lists().sheet();
+    if (state.view == View::Group) {
+        return services_.page.remarks().of({state.camera.group, cell});
+    }
+    const bool isFirst = cell == 0 || !sheet.image(cell - 1).isNone();
+    return isFirst && sheet.image(cell).isNone() ? services_.page.remarks().of(state.camera)
+                                                 : QString();
+}
+
+QString planche::captionOf(int cell) const
+{
+    const QString caption = imageCaption(browser_.lists().sheet().image(cell).name);
+    if (browser_.lists().state().view == View::Camera || caption.isEmpty()) {
+        return caption;
+    }
+    const QString remark = remarkIn(cell);
+    const QString numbered = QStringLiteral("%1 · %2").arg(cell).arg(caption);
+    return remark.isEmpty() ? numbered : QStringLiteral("%1 · %2").arg(numbered, remark);
 }
 
 void planche::showCaptions()
 {
-    const Sheet &sheet = browser_.lists().sheet();
-    const bool groupView = browser_.lists().state().view == View::Group;
     for (int cell = 0; cell < kCells; ++cell) {
-        QString caption = imageCaption(sheet.image(cell).name);
-        if (groupView && !caption.isEmpty()) {
-            caption = QStringLiteral("%1 · %2").arg(cell).arg(caption);
-        }
-        ui_->contactSheet->cell(cell).setCaption(caption);
+        ui_->contactSheet->cell(cell).setCaption(captionOf(cell));
+        ui_->contactSheet->cell(cell).setEmptyText(remarkIn(cell));
     }
-    ui_->contactSheet->zoom().setCaption(imageCaption(sheet.zoomed().name));
+    ui_->contactSheet->zoom().setCaption(imageCaption(browser_.lists().sheet().zoomed().name));
 }
 
 void planche::pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
@@ -282,6 +317,9 @@ void planche::askToKill()
                                       QMessageBox::Yes | QMessageBox::No, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(tr("Camera %1: %2")
+                                .arg(cameraText(question->camera),
+                                     shownAddress(services_.table.url(question->camera))));
     box->setDefaultButton(QMessageBox::No);
     connect(box, &QMessageBox::finished, this, [this, target = question->target](int answer) {
         if (answer == QMessageBox::Yes) {
@@ -327,18 +365,17 @@ void planche::showStored(CameraAddress camera)
     ++stored_;
     ui_->NbCapt->setText(QString::number(stored_));
     ui_->Capt->setText(cameraText(camera));
-    showMessage(tr("Image stored"));
+    statusLine_.tellEvent(tr("Image stored"));
 }
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
-    showMessage(tr("Camera %1: %2").arg(cameraText(camera), reason));
+    statusLine_.tellEvent(tr("Camera %1: %2").arg(cameraText(camera), reason));
 }
 
 void planche::showMessage(const QString &text)
 {
-    ui_->txtLog->setText(text);
-    setPlainToolTip(*ui_->txtLog, text);
+    statusLine_.tell(text);
 }
 
 void planche::closeEvent(QCloseEvent *event)

@@ -15,6 +15,7 @@
 #include "ui/ListBoxes.h"
 #include "ui/SearchBoxes.h"
 #include "ui/SheetPictures.h"
+#include "ui/StatusLine.h"
 
 #include <QWidget>
 
@@ -81,6 +82,9 @@ private:
     void showCamera();
     void showCaptions();
     void showViewsList();
+    void showRemarks();
+    [[nodiscard]] QString remarkIn(int cell) const;
+    [[nodiscard]] QString captionOf(int cell) const;
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
     void showSearch(const QString &message);
@@ -93,6 +97,7 @@ private:
     std::unique_ptr<Ui::planche> ui_;
     SearchBoxes search_;
     std::unique_ptr<SheetPictures> pictures_;
+    StatusLine statusLine_;
     CameraAddress shownCamera_;
     QString searchMessage_; // in the status line, until another takes its place
     int stored_ = 0;

@@ -235,7 +235,7 @@ QString CameraPage::reason(int row) const
     if (!remark.isEmpty() || at(row).lamp != LampColour::Red) {
         return remark;
     }
-    return table_.url({group_, row}).isEmpty() ? QStringLiteral("no address")
+    return table_.url({group_, row}).isEmpty() ? QString()
                                                : QStringLiteral("the last download failed");
 }
 

@@ -71,7 +71,8 @@ public:
     /// What there is to say of the cameras, on screen or not.
     [[nodiscard]] CameraRemarks &remarks() { return remarks_; }
 
-    /// Why a row's lamp is red, or what else there is to say of its camera; empty when all is well.
+    /// Why a row's lamp is red, or what else there is to say of its camera; empty when all is well,
+    /// and for a row without address, whose lamp needs no reason.
     [[nodiscard]] QString reason(int row) const;
 
     /// The live view fetches a camera: its lamp is orange until endLive(), and then again what the

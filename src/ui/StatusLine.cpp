@@ -12,19 +12,23 @@ void StatusLine::show(const QString &text)
     setPlainToolTip(line_, text);
 }
 
+const QString &StatusLine::standing() const
+{
+    return halt_.isEmpty() ? kept_ : halt_;
+}
+
 void StatusLine::tell(const QString &text)
 {
-    show(text);
+    show(text.isEmpty() ? standing() : text);
 }
 
 void StatusLine::tellEvent(const QString &text)
 {
     const bool isOther = std::exchange(lastEvent_, text) != text;
-    const QString &standing = halt_.isEmpty() ? kept_ : halt_;
-    if (standing.isEmpty()) {
+    if (standing().isEmpty()) {
         show(text);
     } else if (isOther) {
-        show(standing);
+        show(standing());
     }
 }
 

@@ -17,7 +17,7 @@ public:
     {
     }
 
-    /// A message for the user.
+    /// A message for the user; an empty one ends the one before.
     void tell(const QString &text);
 
     /// Something that the capture did. It is not shown while something is kept.
@@ -31,6 +31,7 @@ public:
     void halt(const QString &text);
 
 private:
+    [[nodiscard]] const QString &standing() const;
     void show(const QString &text);
 
     QLabel &line_;

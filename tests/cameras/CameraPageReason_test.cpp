@@ -28,9 +28,10 @@ TEST_F(RowReason, IsThatOfTheLastDownload)
     EXPECT_EQ(page.reason(1), QStringLiteral("out"));
 }
 
-TEST_F(RowReason, IsKnownForARowWithoutAddress)
+TEST_F(RowReason, IsNoneOfARowWithoutAddress)
 {
-    EXPECT_EQ(page.reason(0), QStringLiteral("no address"));
+    EXPECT_EQ(page.row(0).lamp, LampColour::Red);
+    EXPECT_EQ(page.reason(0), QString());
 }
 
 TEST_F(RowReason, IsNotKnownOfADownloadBeforeTheStart)
@@ -49,7 +50,7 @@ TEST_F(RowReason, IsThatOfTheNewAddressOnceItIsStored)
     page.leaveSource(1, QStringLiteral("c"));
     EXPECT_EQ(page.reason(1), QStringLiteral("not fetched yet"));
     page.leaveSource(1, QString());
-    EXPECT_EQ(page.reason(1), QStringLiteral("no address"));
+    EXPECT_EQ(page.reason(1), QString());
 }
 
 TEST_F(RowReason, AddressesAreToldOnlyWhenTheyAreOthers)

@@ -2,6 +2,7 @@
 
 #include "browser/ImageCaption.h"
 #include "cameras/ShownAddress.h"
+#include "ui/SheetLayout.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui/Twips.h"
@@ -17,6 +18,8 @@
 
 namespace velmora {
 namespace {
+
+constexpr int kEvenCells = 12; // a side of so many pixels times n gives cells of one size
 
 QString cameraText(CameraAddress camera)
 {
@@ -358,8 +361,11 @@ void planche::fitScreen(const QRect &frame)
 {
     const QRect room = screen()->availableGeometry();
     const int excess = std::max({0, frame.bottom() - room.bottom(), frame.right() - room.right()});
-    if (excess > 0 && !isMaximized()) {
-        resize(size() - QSize(excess, excess));
+    const QSize sheet = ui_->contactSheet->size();
+    const int side = std::min(sheet.width(), sheet.height()) - excess;
+    if (side < SheetLayout::kUsual.width() && !isMaximized()) {
+        const int even = side / kEvenCells * kEvenCells;
+        resize(size() - sheet + QSize(even, even));
     }
 }
 

@@ -95,9 +95,7 @@ class StackingTest(WindowCase):
         self.desktop.activate(other)
         self.wait_for_keyboard(other, "the other program with the keyboard")
         self.expect_above(other, film, "the other program above the film")
-        before = self.desktop.stacking()
-        time.sleep(TICKS_SECONDS)
-        self.assertEqual(before, self.desktop.stacking())
+        self.expect_no_change_of_order()
         self.expect_above(question, film, "the question above the film")
         self.desktop.activate(question)
         self.wait_for_keyboard(question, "the question with the keyboard")
@@ -105,6 +103,15 @@ class StackingTest(WindowCase):
         self.desktop.wait_until_gone(QUESTION)
         self.expect_setup_when_minimised(browser)
         self.expect_a_key_ends_the_last_pass()
+
+    def expect_no_change_of_order(self):
+        order, end = self.desktop.stacking(), time.monotonic() + TICKS_SECONDS
+
+        def kept_to_the_end():
+            self.assertEqual(order, self.desktop.stacking())
+            return time.monotonic() > end
+
+        until(kept_to_the_end, 30, "the ticks")
 
     def another_program(self):
         tester = Program(["xev"], self.desktop.environment() | {"PATH": "/usr/bin:/bin"})
@@ -121,7 +128,10 @@ class StackingTest(WindowCase):
         self.desktop.activate(browser)
         self.wait_for_keyboard(browser, "the images with the keyboard")
         self.desktop.press(SETUP_KEY)
-        self.wait_for_keyboard(main, "the main window opened again")
+        hidden = lambda: "_NET_WM_STATE_HIDDEN" in self.desktop.property("_NET_WM_STATE", main)
+        until(lambda: main in self.desktop.windows(MAIN) and not hidden(), 10, "the main window opened again")
+        self.desktop.activate(main)
+        self.wait_for_keyboard(main, "the main window with the keyboard")
         self.desktop.press("alt+k")
         self.wait_for_keyboard(browser, "the images with the keyboard")
 

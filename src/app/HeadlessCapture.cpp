@@ -1,5 +1,7 @@
 #include "app/HeadlessCapture.h"
 
+#include "cameras/CameraChoices.h"
+
 #include <QCoreApplication>
 
 #include <cstdio>
@@ -21,18 +23,31 @@ void HeadlessCapture::connectReports()
     connect(&engine_.store(), &ImageStore::imageStored, this,
             [this](CameraAddress camera, const QString &fileName) {
                 ++stored_;
-                out_ << "stored " << camera.group << ':' << camera.row << ' ' << fileName
-                     << Qt::endl;
+                out_ << "stored " << title(camera) << ' ' << fileName << Qt::endl;
             });
     connect(&engine_.store(), &ImageStore::cameraFailed, this,
             [this](CameraAddress camera, const QString &reason) {
                 ++failed_;
-                out_ << "failed " << camera.group << ':' << camera.row << ' ' << reason << Qt::endl;
+                const bool isNamed = !cameraName(settings(), camera).isEmpty();
+                out_ << "failed " << title(camera) << (isNamed ? ": " : " ") << reason << Qt::endl;
             });
+    connect(&engine_.store(), &ImageStore::undatedNoticed, this, [this](CameraAddress camera) {
+        QTextStream(stderr) << "velmora: " << undatedNotice(settings(), camera) << Qt::endl;
+    });
     connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);
     connect(&engine_.problems(), &Problems::warned, this,
             [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
+}
+
+SettingsSnapshot HeadlessCapture::settings() const
+{
+    return engine_.settings().snapshot();
+}
+
+QString HeadlessCapture::title(CameraAddress camera) const
+{
+    return cameraTitle(settings(), camera);
 }
 
 void HeadlessCapture::reportPass()

@@ -27,6 +27,8 @@ public:
 private:
     void connectReports();
     void reportPass();
+    [[nodiscard]] SettingsSnapshot settings() const;
+    [[nodiscard]] QString title(CameraAddress camera) const;
     QCoro::Task<> finish();
     QCoro::Task<> leave();
     void leaveAfterError(const QString &text);

@@ -2,6 +2,8 @@
 
 #include "base/AnsiText.h"
 #include "base/OneLine.h"
+#include "cameras/CameraTable.h"
+#include "cameras/ShownAddress.h"
 
 #include <array>
 
@@ -12,8 +14,6 @@ constexpr QStringView kName = u"Name";
 constexpr QStringView kKeep = u"Keep";
 constexpr QStringView kUser = u"User";
 constexpr QStringView kPassword = u"Password";
-constexpr QStringView kDigest = u"Digest";
-constexpr QStringView kLook = u"Look";
 
 // One pair of quotes around a stored value is taken off when it is read.
 QString quoted(QStringView value)
@@ -75,6 +75,25 @@ QString cameraName(const SettingsSnapshot &settings, CameraAddress camera)
     return onOneLine(settings.read(cameraSection(camera), kName)).trimmed().left(kMaxNameLength);
 }
 
+QString cameraTitle(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString name = cameraName(settings, camera);
+    return name.isEmpty() ? cameraText(camera) : cameraText(camera) + u' ' + name;
+}
+
+QString shownCamera(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return cameraName(settings, camera).isEmpty() ? shownAddress(CameraTable::url(settings, camera))
+                                                  : cameraTitle(settings, camera);
+}
+
+QString undatedNotice(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return QStringLiteral("Camera %1 sends its pictures without a date, so only one is kept. "
+                          "\"Keep what differs\" in the camera's sheet keeps the others")
+        .arg(cameraTitle(settings, camera));
+}
+
 KeepChoice cameraKeep(const SettingsSnapshot &settings, CameraAddress camera)
 {
     const KeepChoice choice =
@@ -97,10 +116,10 @@ void setCameraKeep(SettingsDraft &draft, CameraAddress camera, const KeepChoice 
 {
     writeOrRemove(draft, camera, kKeep, choice.keep == Keep::Dated ? QString() : keepText(choice));
     if (choice.keep == Keep::Dated) {
-        writeOrRemove(draft, camera, kDigest, {});
+        writeOrRemove(draft, camera, kDigestKey, {});
     }
     if (choice.keep != Keep::Clearly) {
-        writeOrRemove(draft, camera, kLook, {});
+        writeOrRemove(draft, camera, kLookKey, {});
     }
 }
 
@@ -112,7 +131,7 @@ void setCameraLogin(SettingsDraft &draft, CameraAddress camera, const CameraLogi
 
 void forgetCamera(SettingsDraft &draft, CameraAddress camera)
 {
-    for (const QStringView key : std::array{kName, kKeep, kUser, kPassword, kDigest, kLook}) {
+    for (const QStringView key : std::array{kName, kKeep, kUser, kPassword, kDigestKey, kLookKey}) {
         writeOrRemove(draft, camera, key, {});
     }
 }

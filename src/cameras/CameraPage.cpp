@@ -2,6 +2,7 @@
 
 #include "base/Folders.h"
 #include "cameras/AddressRule.h"
+#include "cameras/CameraChoices.h"
 
 #include <QScopedValueRollback>
 
@@ -30,6 +31,13 @@ CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, E
     , log_(log)
     , problems_(problems)
 {
+}
+
+QString CameraPage::title(int row) const
+{
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    const CameraAddress camera{group_, row};
+    return cameraName(settings, camera).isEmpty() ? QString() : cameraTitle(settings, camera);
 }
 
 void CameraPage::load()

@@ -4,7 +4,7 @@
 #include "base/FolderScan.h"
 #include "base/Folders.h"
 #include "capture/CameraFolder.h"
-#include "capture/CameraUrl.h"
+#include "capture/CameraRequest.h"
 #include "capture/WorkSlice.h"
 
 #include <QFile>
@@ -66,9 +66,8 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     }
     setStored(stored);
 
-    HttpRequest request = liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
-    request.workFolder = workFolder(services_);
-    HttpReply reply = co_await source_.fetch(request, stop);
+    HttpRequest request = liveCameraRequest(services_, camera, url);
+    HttpReply reply = co_await source_.fetch(std::move(request), stop);
     if (stop.stop_requested()) {
         co_return;
     }

@@ -6,6 +6,7 @@
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
 #include "capture/CameraFolder.h"
+#include "capture/CameraRequest.h"
 #include "capture/CameraUrl.h"
 #include "capture/DueRule.h"
 #include "capture/WorkSlice.h"
@@ -220,16 +221,13 @@ std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &se
 bool Scheduler::readAhead()
 {
     const SettingsSnapshot settings = services_.table.settings().snapshot();
-    const std::chrono::seconds limit = services_.options.downloadLimit();
-    const QString work = workFolder(services_);
     bool any = false;
     for (int group = 0; group < kGroups; ++group) {
         for (int row = 0; row < kRows; ++row) {
             const CameraAddress address{group, row};
             if (const auto camera = cameraToLoad(settings, address)) {
-                HttpRequest request = requestFor(expandTemplate(camera->url), limit);
-                request.workFolder = work;
-                readAhead_.begin(address, request);
+                readAhead_.begin(address, cameraRequest(services_, settings, address,
+                                                        expandTemplate(camera->url)));
                 any = true;
             }
         }

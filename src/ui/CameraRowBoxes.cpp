@@ -1,5 +1,9 @@
 #include "ui/CameraRowBoxes.h"
 
+#include "ui/ToolTips.h"
+
+#include <QAction>
+#include <QMenu>
 #include <QSignalBlocker>
 
 namespace velmora {
@@ -21,6 +25,7 @@ CameraRowBoxes::CameraRowBoxes(int row, QGridLayout &grid, CameraPage &page)
     setNames();
     setTips();
     bind();
+    offerSheet();
 }
 
 void CameraRowBoxes::place(QGridLayout &grid)
@@ -90,6 +95,29 @@ void CameraRowBoxes::bind()
     connect(EffM, &QCheckBox::toggled, this, [this](bool on) { page_.setDeleteOld(row_, on); });
 }
 
+// The camera's sheet: by a menu of the row, and by a key from its boxes.
+void CameraRowBoxes::offerSheet()
+{
+    auto *const action = new QAction(tr("Camera's sheet…"), this);
+    action->setShortcut(Qt::Key_F4);
+    action->setShortcutContext(Qt::WidgetShortcut);
+    connect(action, &QAction::triggered, this, [this] { Q_EMIT sheetWanted(row_); });
+    for (QWidget *const box :
+         std::initializer_list<QWidget *>{Source, AutoDelay, BestTime, EffM, n}) {
+        box->addAction(action);
+    }
+    for (QWidget *const label : std::initializer_list<QWidget *>{n, SB, TimeLoad, lNew}) {
+        label->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(label, &QWidget::customContextMenuRequested, this,
+                [label, action](const QPoint &place) {
+                    auto *const menu = new QMenu(label);
+                    menu->setAttribute(Qt::WA_DeleteOnClose);
+                    menu->addAction(action);
+                    menu->popup(label->mapToGlobal(place));
+                });
+    }
+}
+
 void CameraRowBoxes::showRow()
 {
     showAddress(page_.row(row_).url);
@@ -113,7 +141,17 @@ void CameraRowBoxes::showChoices()
     const CameraRow &row = page_.row(row_);
     AutoDelay->setChecked(row.automatic);
     EffM->setChecked(row.deleteOld);
+    showName();
     showCounters();
+}
+
+// A name stands below what a box says of itself; without one the tips are as ever.
+void CameraRowBoxes::showName()
+{
+    const QString name = page_.title(row_);
+    const QString tip = QStringLiteral("Enter link");
+    setPlainToolTip(*Source, name.isEmpty() ? tip : tip + u'\n' + name);
+    setPlainToolTip(*SB, name);
 }
 
 void CameraRowBoxes::showCounters()

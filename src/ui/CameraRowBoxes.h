@@ -47,15 +47,20 @@ public:
 Q_SIGNALS:
     void folderClicked(int row);
 
+    /// The sheet of the row's camera is to be shown.
+    void sheetWanted(int row);
+
     /// Several addresses were pasted into the box.
     void linesPasted(int row, const QStringList &addresses);
 
 private:
     void place(QGridLayout &grid);
     void showChoices();
+    void showName();
     void bind();
     void setNames();
     void setTips();
+    void offerSheet();
     void showAddress(const QString &address);
     void storeAddress();
 

@@ -1,6 +1,7 @@
 // The lists of the image browser, telling what the user chose and which keys were used.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QListView>
 #include <QListWidget>
 
@@ -20,6 +21,11 @@ public:
     /// Selects an entry without telling.
     void showRow(int row);
 
+    /// Gives an entry a tip, and a name by which typing finds it; both plain text, empty for none.
+    void describe(int row, const QString &tip, const QString &name);
+
+    void keyboardSearch(const QString &search) override;
+
 Q_SIGNALS:
     /// The mouse button was released, or a key was used: this entry is selected now.
     void chosen(int row);
@@ -27,6 +33,10 @@ Q_SIGNALS:
 protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QString typed_; // letters of one search
+    QElapsedTimer sinceTyped_;
 };
 
 /// A list over a model that may be very long.

@@ -38,6 +38,9 @@ public:
 
     void moveTo(WindowPlace place);
 
+    /// Puts the camera whose film is shown into the title; empty for one that has no name.
+    void nameCamera(const QString &camera);
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
@@ -58,6 +61,7 @@ private:
     const StorageFolder &storage_;
     std::unique_ptr<Ui::fCine> ui_;
     QTimer Timer1;
+    QString title_; // without a camera
     QString shown_;
     QSize shownPixels_;
 };

@@ -1,7 +1,7 @@
 #include "ui/planche.h"
 
 #include "browser/ImageCaption.h"
-#include "cameras/ShownAddress.h"
+#include "cameras/CameraChoices.h"
 #include "ui/ToolTips.h"
 #include "ui/Twips.h"
 #include "ui_planche.h"
@@ -12,14 +12,6 @@
 #include <QSignalBlocker>
 
 namespace velmora {
-namespace {
-
-QString cameraText(CameraAddress camera)
-{
-    return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
-}
-
-} // namespace
 
 planche::planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader)
     : browser_(browser)
@@ -185,9 +177,27 @@ void planche::showFace()
 void planche::showCamera()
 {
     shownCamera_ = browser_.lists().state().camera;
-    const QString camera = shownAddress(services_.table.url(shownCamera_));
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const QString camera = shownCamera(settings, shownCamera_);
+    showNames(settings);
+    Q_EMIT cameraShown(shownCamera_);
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
+}
+
+void planche::showNames(const SettingsSnapshot &settings)
+{
+    for (int row = 0; row < kRows; ++row) {
+        const CameraAddress camera{shownCamera_.group, row};
+        names_.at(static_cast<std::size_t>(row)) = cameraName(settings, camera);
+        ui_->lstCam->describe(row, shownCamera(settings, camera), cameraName(settings, camera));
+    }
+}
+
+void planche::rename()
+{
+    showCamera();
+    showCaptions();
 }
 
 void planche::showCaptions()
@@ -197,7 +207,9 @@ void planche::showCaptions()
     for (int cell = 0; cell < kCells; ++cell) {
         QString caption = imageCaption(sheet.image(cell).name);
         if (groupView && !caption.isEmpty()) {
-            caption = QStringLiteral("%1 · %2").arg(cell).arg(caption);
+            const QString &name = names_.at(static_cast<std::size_t>(cell));
+            caption = QStringLiteral("%1 · %2").arg(cell).arg(
+                name.isEmpty() ? caption : name + QStringLiteral(" · ") + caption);
         }
         ui_->contactSheet->cell(cell).setCaption(caption);
     }
@@ -221,9 +233,10 @@ void planche::showPointer(int cell, QPoint position)
     }
     ui_->MousePos->setText(QStringLiteral("%1:%2").arg(position.x()).arg(position.y()));
     const bool groupView = state.view == View::Group;
-    setPlainToolTip(ui_->contactSheet->cell(cell),
-                    groupView ? shownAddress(services_.table.url({state.camera.group, cell}))
-                              : QString());
+    setPlainToolTip(
+        ui_->contactSheet->cell(cell),
+        groupView ? shownCamera(services_.table.settings().snapshot(), {state.camera.group, cell})
+                  : QString());
 }
 
 void planche::search()
@@ -310,7 +323,8 @@ void planche::showStored(CameraAddress camera)
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
-    showMessage(tr("Camera %1: %2").arg(cameraText(camera), reason));
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    showMessage(tr("Camera %1: %2").arg(cameraTitle(settings, camera), reason));
 }
 
 void planche::showMessage(const QString &text)

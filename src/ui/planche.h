@@ -17,6 +17,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <memory>
 
 namespace Ui {
@@ -48,6 +49,9 @@ public:
 
     /// A new image is in its folder, or a camera gave none.
     void showStored(CameraAddress camera);
+
+    /// Names of cameras have changed: shows them.
+    void rename();
     void showFailed(CameraAddress camera, const QString &reason);
 
     void showMessage(const QString &text);
@@ -56,6 +60,9 @@ public:
     void allowClose() { mayClose_ = true; }
 
 Q_SIGNALS:
+    /// The camera whose images are shown, or its name, is another.
+    void cameraShown(velmora::CameraAddress camera);
+
     void setUpPressed();
     void setUpReleased();
     void alarmWanted();
@@ -79,6 +86,7 @@ private:
     void showFace();
     void showCamera();
     void showCaptions();
+    void showNames(const SettingsSnapshot &settings);
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
     void search();
@@ -90,6 +98,7 @@ private:
     std::unique_ptr<Ui::planche> ui_;
     std::unique_ptr<SheetPictures> pictures_;
     CameraAddress shownCamera_;
+    std::array<QString, kRows> names_; // of the group's cameras
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

@@ -34,6 +34,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
                  engine_.timer())
     , sheet_(engine_.services(), engine_.trial())
+    , list_(engine_.settings())
     , planche_(images_.browser(), engine_.services(), images_.loader())
     , film_(images_.film(), engine_.settings(), engine_.storage())
     , importWindow_(import_.import(), import_.loader())
@@ -64,6 +65,8 @@ void Program::connectSheet()
     connect(&interface_, &Interface::sheetWanted, &sheet_, &CameraSheet::present);
     connect(&sheet_, &CameraSheet::addressChosen, &interface_, &Interface::fillAddress);
     connect(&sheet_, &CameraSheet::saved, &engine_.page(), &CameraPage::reread);
+    connect(&interface_, &Interface::listWanted, &list_, &CameraListWindow::present);
+    connect(&list_, &CameraListWindow::stored, &engine_.page(), &CameraPage::reread);
 }
 
 void Program::connectBrowser()
@@ -240,6 +243,7 @@ void Program::hideWindows()
     importWindow_.close();
     alarm_.close();
     sheet_.close();
+    list_.close();
     zoom_.close();
     interface_.close();
     planche_.close();

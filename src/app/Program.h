@@ -5,6 +5,7 @@
 #include "app/BrowserEngine.h"
 #include "app/ImportEngine.h"
 #include "ui/Alarm.h"
+#include "ui/CameraListWindow.h"
 #include "ui/CameraSheet.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
@@ -68,6 +69,7 @@ private:
     mOuvreLien links_;
     Interface interface_;
     CameraSheet sheet_;
+    CameraListWindow list_;
     planche planche_;
     fCine film_;
     frmImport importWindow_;

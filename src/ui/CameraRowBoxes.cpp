@@ -95,24 +95,32 @@ void CameraRowBoxes::bind()
     connect(EffM, &QCheckBox::toggled, this, [this](bool on) { page_.setDeleteOld(row_, on); });
 }
 
-// The camera's sheet: by a menu of the row, and by a key from its boxes.
+QAction *CameraRowBoxes::action(const QString &text, Qt::Key key)
+{
+    auto *const made = new QAction(text, this);
+    made->setShortcut(key);
+    made->setShortcutContext(Qt::WidgetShortcut);
+    return made;
+}
+
+// Windows of more: by a menu of the row, and by a key from its boxes.
 void CameraRowBoxes::offerSheet()
 {
-    auto *const action = new QAction(tr("Camera's sheet…"), this);
-    action->setShortcut(Qt::Key_F4);
-    action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, [this] { Q_EMIT sheetWanted(row_); });
+    const QList<QAction *> offered{action(tr("Camera's sheet…"), Qt::Key_F4),
+                                   action(tr("Many cameras…"), Qt::Key_F6)};
+    connect(offered[0], &QAction::triggered, this, [this] { Q_EMIT sheetWanted(row_); });
+    connect(offered[1], &QAction::triggered, this, &CameraRowBoxes::listWanted);
     for (QWidget *const box :
          std::initializer_list<QWidget *>{Source, AutoDelay, BestTime, EffM, n}) {
-        box->addAction(action);
+        box->addActions(offered);
     }
     for (QWidget *const label : std::initializer_list<QWidget *>{n, SB, TimeLoad, lNew}) {
         label->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(label, &QWidget::customContextMenuRequested, this,
-                [label, action](const QPoint &place) {
+                [label, offered](const QPoint &place) {
                     auto *const menu = new QMenu(label);
                     menu->setAttribute(Qt::WA_DeleteOnClose);
-                    menu->addAction(action);
+                    menu->addActions(offered);
                     menu->popup(label->mapToGlobal(place));
                 });
     }

@@ -8,6 +8,7 @@
 #include "ui/ClickLabel.h"
 #include "ui/Lamp.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -50,6 +51,9 @@ Q_SIGNALS:
     /// The sheet of the row's camera is to be shown.
     void sheetWanted(int row);
 
+    /// The window for many cameras at once is to be shown.
+    void listWanted();
+
     /// Several addresses were pasted into the box.
     void linesPasted(int row, const QStringList &addresses);
 
@@ -61,6 +65,7 @@ private:
     void setNames();
     void setTips();
     void offerSheet();
+    QAction *action(const QString &text, Qt::Key key);
     void showAddress(const QString &address);
     void storeAddress();
 

@@ -68,6 +68,8 @@ void Interface::makeRows()
                 &Interface::openFolder);
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::sheetWanted, this,
                 [this](int wanted) { Q_EMIT sheetWanted({services_.page.group(), wanted}); });
+        connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::listWanted, this,
+                &Interface::listWanted);
     }
     paste_ = new AddressPaste(rows_, services_.page, *this);
     connect(paste_, &AddressPaste::filled, ui_->Selecteur, qOverload<>(&QWidget::setFocus));

@@ -82,6 +82,9 @@ Q_SIGNALS:
     /// The sheet of a camera is to be shown.
     void sheetWanted(velmora::CameraAddress camera);
 
+    /// The window for many cameras at once is to be shown.
+    void listWanted();
+
     /// The program is to end.
     void endWanted();
 

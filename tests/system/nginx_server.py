@@ -10,7 +10,7 @@ daemon off;
 worker_processes 1;
 pid {root}/nginx.pid;
 error_log {root}/error.log;
-events {{ worker_connections 512; }}
+events {{ worker_connections 4096; }}
 http {{
     log_format plain '$request $status $http_authorization';
     access_log {root}/access.log plain;

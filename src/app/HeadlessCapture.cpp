@@ -47,7 +47,7 @@ SettingsSnapshot HeadlessCapture::settings() const
 
 QString HeadlessCapture::title(CameraAddress camera) const
 {
-    return cameraTitle(settings(), camera);
+    return cameraTitle(engine_.settings(), camera);
 }
 
 void HeadlessCapture::reportPass()

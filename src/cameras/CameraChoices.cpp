@@ -33,6 +33,34 @@ void writeOrRemove(SettingsDraft &draft, CameraAddress camera, QStringView key, 
     }
 }
 
+template <typename Settings>
+QString nameIn(const Settings &settings, CameraAddress camera)
+{
+    return onOneLine(settings.read(cameraSection(camera), kName)).trimmed().left(kMaxNameLength);
+}
+
+QString titleOf(CameraAddress camera, const QString &name)
+{
+    return name.isEmpty() ? cameraText(camera) : cameraText(camera) + u' ' + name;
+}
+
+template <typename Settings>
+KeepChoice keepIn(const Settings &settings, CameraAddress camera)
+{
+    const KeepChoice choice =
+        keepFromText(settings.read(cameraSection(camera), kKeep)).value_or(KeepChoice{});
+    return choice.isInRange() ? choice : KeepChoice{};
+}
+
+// A password without a user is none.
+template <typename Settings>
+CameraLogin loginIn(const Settings &settings, CameraAddress camera)
+{
+    const QString section = cameraSection(camera);
+    const QString user = settings.read(section, kUser);
+    return user.isEmpty() ? CameraLogin{} : CameraLogin{user, settings.read(section, kPassword)};
+}
+
 bool isDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
@@ -72,19 +100,24 @@ std::optional<QString> nameRefusal(QStringView name)
 
 QString cameraName(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return onOneLine(settings.read(cameraSection(camera), kName)).trimmed().left(kMaxNameLength);
+    return nameIn(settings, camera);
 }
 
 QString cameraTitle(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const QString name = cameraName(settings, camera);
-    return name.isEmpty() ? cameraText(camera) : cameraText(camera) + u' ' + name;
+    return titleOf(camera, nameIn(settings, camera));
+}
+
+QString cameraTitle(const SettingsFile &settings, CameraAddress camera)
+{
+    return titleOf(camera, nameIn(settings, camera));
 }
 
 QString shownCamera(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return cameraName(settings, camera).isEmpty() ? shownAddress(CameraTable::url(settings, camera))
-                                                  : cameraTitle(settings, camera);
+    const QString name = nameIn(settings, camera);
+    return name.isEmpty() ? shownAddress(CameraTable::url(settings, camera))
+                          : titleOf(camera, name);
 }
 
 QString undatedNotice(const SettingsSnapshot &settings, CameraAddress camera)
@@ -96,15 +129,22 @@ QString undatedNotice(const SettingsSnapshot &settings, CameraAddress camera)
 
 KeepChoice cameraKeep(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const KeepChoice choice =
-        keepFromText(settings.read(cameraSection(camera), kKeep)).value_or(KeepChoice{});
-    return choice.isInRange() ? choice : KeepChoice{};
+    return keepIn(settings, camera);
+}
+
+KeepChoice cameraKeep(const SettingsFile &settings, CameraAddress camera)
+{
+    return keepIn(settings, camera);
 }
 
 CameraLogin cameraLogin(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const QString section = cameraSection(camera);
-    return {settings.read(section, kUser), settings.read(section, kPassword)};
+    return loginIn(settings, camera);
+}
+
+CameraLogin cameraLogin(const SettingsFile &settings, CameraAddress camera)
+{
+    return loginIn(settings, camera);
 }
 
 void setCameraName(SettingsDraft &draft, CameraAddress camera, QStringView name)

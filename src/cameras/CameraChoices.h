@@ -56,6 +56,11 @@ inline constexpr int kMaxNameLength = 60;
 
 [[nodiscard]] CameraLogin cameraLogin(const SettingsSnapshot &settings, CameraAddress camera);
 
+/// The same read straight from the file, which costs less for a single camera.
+[[nodiscard]] QString cameraTitle(const SettingsFile &settings, CameraAddress camera);
+[[nodiscard]] KeepChoice cameraKeep(const SettingsFile &settings, CameraAddress camera);
+[[nodiscard]] CameraLogin cameraLogin(const SettingsFile &settings, CameraAddress camera);
+
 /// Stores what nameRefusal() lets pass; blanks around it do not count, and an empty name takes the
 /// name away.
 void setCameraName(SettingsDraft &draft, CameraAddress camera, QStringView name);

@@ -18,11 +18,10 @@ HttpRequest completed(HttpRequest request, const CaptureServices &services,
 
 } // namespace
 
-HttpRequest cameraRequest(const CaptureServices &services, const SettingsSnapshot &settings,
-                          CameraAddress camera, const QString &url)
+HttpRequest cameraRequest(const CaptureServices &services, CameraAddress camera, const QString &url)
 {
     return completed(requestFor(url, services.options.downloadLimit()), services,
-                     cameraLogin(settings, camera));
+                     cameraLogin(services.table.settings(), camera));
 }
 
 // The login belongs to the stored address, not to another that is being typed.

@@ -7,8 +7,7 @@
 namespace velmora {
 
 /// url: the stored address with its alternatives resolved.
-[[nodiscard]] HttpRequest cameraRequest(const CaptureServices &services,
-                                        const SettingsSnapshot &settings, CameraAddress camera,
+[[nodiscard]] HttpRequest cameraRequest(const CaptureServices &services, CameraAddress camera,
                                         const QString &url);
 
 /// The same for the live view, whose address is that of the box.

@@ -91,8 +91,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     static_cast<void>(makeFolder(arrival.folder)); // failing, it shows when the image is stored
     announce(url, camera);
 
-    HttpRequest request =
-        cameraRequest(services_, services_.table.settings().snapshot(), camera, url);
+    HttpRequest request = cameraRequest(services_, camera, url);
     HttpReply reply = co_await transfers_.fetch(camera, std::move(request));
     if (reply.outcome == FetchOutcome::Stopped) {
         co_return;
@@ -127,7 +126,7 @@ void ImageStore::announce(const QString &url, CameraAddress camera)
 // For a camera whose pictures are compared; for others nothing is read.
 QCoro::Task<> ImageStore::mark(Arrival &arrival)
 {
-    arrival.choice = cameraKeep(services_.table.settings().snapshot(), arrival.camera);
+    arrival.choice = cameraKeep(services_.table.settings(), arrival.camera);
     if (arrival.choice.keep == Keep::Dated) {
         co_return;
     }
@@ -268,7 +267,7 @@ void ImageStore::failToStore(CameraAddress camera, const QString &reason)
 
 QString ImageStore::title(CameraAddress camera) const
 {
-    return cameraTitle(services_.table.settings().snapshot(), camera);
+    return cameraTitle(services_.table.settings(), camera);
 }
 
 void ImageStore::fail(CameraAddress camera, const QString &reason)

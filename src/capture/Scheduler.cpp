@@ -226,8 +226,8 @@ bool Scheduler::readAhead()
         for (int row = 0; row < kRows; ++row) {
             const CameraAddress address{group, row};
             if (const auto camera = cameraToLoad(settings, address)) {
-                readAhead_.begin(address, cameraRequest(services_, settings, address,
-                                                        expandTemplate(camera->url)));
+                readAhead_.begin(address,
+                                 cameraRequest(services_, address, expandTemplate(camera->url)));
                 any = true;
             }
         }

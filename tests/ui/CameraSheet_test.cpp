@@ -196,7 +196,8 @@ TEST_F(CameraSheetTest, WhatIsTypedStaysWhenAnotherProgramChangesTheSettings)
     house_.house.settings.write(u"Liste0", u"lst3", u"http://elsewhere/");
     house_.house.settings.write(u"Liste0", u"lst4", u"http://new/");
     house_.house.page.reread();
-    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).text(), kUrl + u"more");
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).text(),
+              kUrl + QStringLiteral("more"));
     EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source4")).text(),
               QStringLiteral("http://new/"));
 }

@@ -1,12 +1,14 @@
 #include "base/Folders.h"
 
 #include "base/FolderScan.h"
+#include "base/NewName.h"
 
 #include <QFile>
 
 #include <cerrno>
 #include <cstddef>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace velmora {
 namespace {
@@ -30,6 +32,29 @@ std::error_code makeFolder(const QString &path)
     const int error = errno;
     return error == EEXIST && folderExists(path) ? std::error_code()
                                                  : std::error_code(error, std::generic_category());
+}
+
+bool isNameRefused(std::error_code error)
+{
+    return error == std::errc::filename_too_long || error == std::errc::invalid_argument ||
+           error == std::errc::illegal_byte_sequence;
+}
+
+QString folderRefusal(const QString &path, std::error_code error)
+{
+    const QByteArray native = QFile::encodeName(path);
+    const QByteArray name = native.sliced(native.lastIndexOf('/') + 1);
+    if (error == std::errc::filename_too_long) {
+        const long most = ::pathconf(folderOf(native).constData(), _PC_NAME_MAX);
+        return QStringLiteral("the name of the camera's folder has %1 characters, and the disk "
+                              "takes %2 at most. A shorter address gives a shorter name.")
+            .arg(name.size())
+            .arg(most);
+    }
+    return isNameRefused(error)
+               ? QStringLiteral("the disk does not take the name of the camera's folder, %1")
+                     .arg(QFile::decodeName(name))
+               : QString::fromStdString(error.message());
 }
 
 bool folderHoldsFile(const QString &path)

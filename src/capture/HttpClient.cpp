@@ -4,6 +4,7 @@
 
 #include "capture/FirstPart.h"
 
+#include <QDeadlineTimer>
 #include <QScopeGuard>
 
 #include <curl/curl.h>
@@ -19,8 +20,9 @@ namespace {
 constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
 constexpr qint64 kMaxHeaderBytes = 128LL * 1024; // of an answer and the redirects before it
 constexpr long kMaxRedirects = 10;
+constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would be none
 constexpr int kSocketBufferBytes = 256 * 1024;
-constexpr long kReceiveBufferBytes = 64L * 1024;
+constexpr long kReceiveBufferBytes = 32L * 1024; // libcurl fills it up to a hundred times in one go
 constexpr int kFirstGoodStatus = 200;
 constexpr int kFirstRedirectStatus = 300;
 
@@ -211,10 +213,12 @@ void setFormOptions(Transfer &transfer, const HttpRequest &request)
         curl_easy_setopt(easy, CURLOPT_USERNAME, request.user.toUtf8().constData());
         curl_easy_setopt(easy, CURLOPT_PASSWORD, request.password.toUtf8().constData());
     }
-    if (request.form == HttpForm::AsWritten) {
+    const bool asWritten = request.form == HttpForm::AsWritten;
+    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION,
+                     static_cast<long>(asWritten ? CURL_HTTP_VERSION_1_1 : CURL_HTTP_VERSION_1_0));
+    if (asWritten) {
         return;
     }
-    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_0));
     if (request.user.isEmpty() && !namesUser(request.url)) {
         curl_easy_setopt(easy, CURLOPT_USERNAME, "anonimous");
         curl_easy_setopt(easy, CURLOPT_PASSWORD, "");
@@ -307,6 +311,13 @@ HttpReply replyOf(Transfer &transfer, CURLcode code)
     return reply;
 }
 
+bool isEncrypted(const QByteArray &url)
+{
+    constexpr QByteArrayView kScheme("https:");
+    return url.first(std::min(url.size(), kScheme.size())).compare(kScheme, Qt::CaseInsensitive) ==
+           0;
+}
+
 HttpReply failed(const QString &reason)
 {
     HttpReply reply;
@@ -322,6 +333,11 @@ HttpReply stopped()
 }
 
 } // namespace
+
+HttpClient::HttpClient(AuthorityPlaces authorities)
+    : authorities_(std::move(authorities))
+{
+}
 
 // What cannot be had for one camera costs that camera its picture, and no other.
 QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token stop)
@@ -343,17 +359,42 @@ QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token st
     co_return reply;
 }
 
+// Certificates are read when a camera first wants them. When a server sends the program on to one
+// that encrypts, that shows only in the middle of the transfer, which is then begun anew.
 QCoro::Task<HttpReply> HttpClient::transfer(HttpRequest request, std::stop_token stop)
 {
-    Transfer transfer;
-    if (!transfer.easy) {
-        throw std::bad_alloc();
+    const QDeadlineTimer limit(request.limit, Qt::PreciseTimer);
+    if (isEncrypted(request.url)) {
+        co_await authorities_.load();
     }
+    std::optional<HttpReply> reply = co_await tryTransfer(request, stop);
+    if (!reply) {
+        co_await authorities_.load();
+        request.limit = std::max(
+            std::chrono::duration_cast<std::chrono::milliseconds>(limit.remainingTimeAsDuration()),
+            kLeastLimit);
+        reply = co_await tryTransfer(std::move(request), std::move(stop));
+    }
+    co_return std::move(reply).value_or(HttpReply());
+}
+
+// Nothing when it needs the certificates first.
+QCoro::Task<std::optional<HttpReply>> HttpClient::tryTransfer(HttpRequest request,
+                                                              std::stop_token stop)
+{
+    Transfer transfer;
     transfer.body = ReplyBody(request.workFolder, bodies_);
     setTransferOptions(transfer, request);
     setFormOptions(transfer, request);
+    authorities_.applyTo(transfer.easy.get());
     const std::optional<int> code = co_await loop_.run(transfer.easy.get(), std::move(stop));
-    co_return code ? replyOf(transfer, static_cast<CURLcode>(*code)) : stopped();
+    if (!code) {
+        co_return stopped();
+    }
+    if (*code == CURLE_ABORTED_BY_CALLBACK && !authorities_.isLoaded()) {
+        co_return std::nullopt;
+    }
+    co_return replyOf(transfer, static_cast<CURLcode>(*code));
 }
 
 } // namespace velmora

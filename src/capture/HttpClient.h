@@ -2,12 +2,14 @@
 #pragma once
 
 #include "capture/HttpRequest.h"
+#include "net/Authorities.h"
 #include "net/TransferLoop.h"
 #include "net/TransferSlots.h"
 
 #include <QCoro/QCoroTask>
 
 #include <memory>
+#include <optional>
 #include <stop_token>
 
 namespace velmora {
@@ -37,13 +39,18 @@ public:
 class HttpClient final : public PictureSource
 {
 public:
+    /// authorities: where the certificates stand that are trusted.
+    explicit HttpClient(AuthorityPlaces authorities = usualAuthorityPlaces());
+
     QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
 
 private:
     QCoro::Task<HttpReply> transfer(HttpRequest request, std::stop_token stop);
+    QCoro::Task<std::optional<HttpReply>> tryTransfer(HttpRequest request, std::stop_token stop);
 
     std::shared_ptr<BodyStock> bodies_ = std::make_shared<BodyStock>();
     TransferSlots places_{[this] { return bodies_->files; }};
+    Authorities authorities_;
     TransferLoop loop_;
 };
 

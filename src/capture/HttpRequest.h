@@ -13,7 +13,7 @@ namespace velmora {
 enum class HttpForm {
     Http10,   // HTTP/1.0, always fresh from the server, as "anonimous" when the server asks for a
               // user
-    AsWritten // the newest version both sides know
+    AsWritten // HTTP/1.1; later versions let a server send more at a time than is good for the loop
 };
 
 struct HttpRequest

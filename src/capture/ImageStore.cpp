@@ -38,6 +38,7 @@ struct ImageStore::Arrival
     CameraAddress camera;
     QString folder;     // native path
     QString workFolder; // native path
+    std::error_code folderError;
     QString fileName;
     ImageDates dates;
     CameraRecord record; // as it was before this picture
@@ -88,7 +89,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     arrival.camera = camera;
     arrival.folder = services_.storage.native(folder);
     arrival.workFolder = workFolder(services_);
-    static_cast<void>(makeFolder(arrival.folder)); // failing, it shows when the image is stored
+    arrival.folderError = makeFolder(arrival.folder); // it shows when the image is stored
     announce(url, camera);
 
     HttpRequest request = cameraRequest(services_, camera, url);
@@ -199,7 +200,7 @@ void ImageStore::keep(Arrival &arrival)
     const QString target = arrival.folder + u'/' + arrival.fileName;
     const StoreResult result = arrival.body.storeAs(arrival.workFolder, target);
     if (result.outcome == StoreOutcome::Failed) {
-        failToStore(arrival.camera, QString::fromStdString(result.error.message()));
+        failToStore(arrival, result.error);
         return;
     }
     services_.table.setValue(u"LastModified", arrival.camera,
@@ -252,6 +253,21 @@ void ImageStore::recordStored(const Arrival &arrival)
     automaticCounters_.at(static_cast<std::size_t>(camera.group))
         .at(static_cast<std::size_t>(camera.row)) = arrival.record.automatic ? 1 : 0;
     Q_EMIT imageStored(camera, fileName);
+}
+
+// A name that the disk refuses will not do the next time either: the user is to know.
+void ImageStore::failToStore(const Arrival &arrival, std::error_code error)
+{
+    const CameraAddress camera = arrival.camera;
+    const QString reason = arrival.folderError ? folderRefusal(arrival.folder, arrival.folderError)
+                                               : QString::fromStdString(error.message());
+    if (isNameRefused(arrival.folderError)) {
+        services_.problems.warn(QStringLiteral("No image of camera %1:%2 can be stored: %3")
+                                    .arg(camera.group)
+                                    .arg(camera.row)
+                                    .arg(reason));
+    }
+    failToStore(camera, reason);
 }
 
 void ImageStore::failToStore(CameraAddress camera, const QString &reason)

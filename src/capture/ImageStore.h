@@ -59,6 +59,7 @@ private:
     void recordGood(const Arrival &arrival);
     void recordBestTime(const Arrival &arrival);
     void recordStored(const Arrival &arrival);
+    void failToStore(const Arrival &arrival, std::error_code error);
     void failToStore(CameraAddress camera, const QString &reason);
     [[nodiscard]] QString title(CameraAddress camera) const;
     void fail(CameraAddress camera, const QString &reason);

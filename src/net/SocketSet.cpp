@@ -1,12 +1,14 @@
 #include "net/SocketSet.h"
 
-#include <array>
+#include <QElapsedTimer>
+
 #include <sys/epoll.h>
 
 namespace velmora {
 namespace {
 
 constexpr int kSocketsATurn = 16;
+constexpr qint64 kTurnNs = 3'000'000; // what one socket brings may take as long again
 
 } // namespace
 
@@ -32,12 +34,16 @@ void SocketSet::forget(int socket)
     ::epoll_ctl(epoll_.get(), EPOLL_CTL_DEL, socket, nullptr);
 }
 
+// One at a time, so that the system keeps those first in line that have waited longest.
 void SocketSet::tellReadySockets()
 {
-    std::array<epoll_event, kSocketsATurn> events{};
-    const int count = ::epoll_wait(epoll_.get(), events.data(), kSocketsATurn, 0);
-    for (int i = 0; i < count; ++i) {
-        const epoll_event &event = events.at(static_cast<std::size_t>(i));
+    QElapsedTimer turn;
+    turn.start();
+    epoll_event event = {};
+    for (int i = 0; i < kSocketsATurn && turn.nsecsElapsed() < kTurnNs; ++i) {
+        if (::epoll_wait(epoll_.get(), &event, 1, 0) <= 0) {
+            break;
+        }
         Q_EMIT ready(event.data.fd, {(event.events & EPOLLIN) != 0, (event.events & EPOLLOUT) != 0,
                                      (event.events & (EPOLLERR | EPOLLHUP)) != 0});
     }

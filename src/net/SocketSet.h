@@ -32,8 +32,8 @@ public:
     void forget(int socket);
 
 Q_SIGNALS:
-    /// At most sixteen in a turn, so that a burst on a hundred sockets does not hold up the event
-    /// loop.
+    /// At most sixteen in a turn, and none after a few milliseconds, so that a burst on a hundred
+    /// sockets does not hold up the event loop.
     void ready(int socket, velmora::SocketEvents events);
 
 private:

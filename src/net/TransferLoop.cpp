@@ -1,24 +1,31 @@
 // libcurl's multi interface says which sockets to watch and when to wake it; a socket set and one
-// timer of the event loop do so. It is never called from its own callbacks.
+// timer of the event loop do so, for a few milliseconds a turn. It is never called from its own
+// callbacks.
 #include "net/TransferLoop.h"
 
 #include "base/OneShot.h"
 #include "net/SocketSet.h"
 
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <new>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
 
 using End = std::optional<int>; // the code, or nothing when stopped
+
+constexpr qint64 kTurnNs = 3'000'000; // one transfer may take as long again
+constexpr qint64 kLongestWaitMs = 3'600'000;
 
 int selectMask(SocketEvents events)
 {
@@ -34,25 +41,40 @@ void initialiseCurlOnce()
 
 } // namespace
 
+// A transfer has a multi handle of its own: with one for all, libcurl would serve every transfer
+// for which it is time within a single call, as much as there is to read from each.
+struct TransferLoop::Transfer
+{
+    Transfers *owner = nullptr;
+    CURL *easy = nullptr;
+    CURLM *multi = nullptr;
+    AtEnd atEnd = AtEnd::Close;
+    OneShot<End> *waiter = nullptr; // none once it is connected
+    QDeadlineTimer due{QDeadlineTimer::Forever};
+
+    Transfer() = default;
+    Transfer(const Transfer &) = delete;
+    Transfer &operator=(const Transfer &) = delete;
+    Transfer(Transfer &&) = delete;
+    Transfer &operator=(Transfer &&) = delete;
+
+    ~Transfer()
+    {
+        curl_multi_remove_handle(multi, easy);
+        curl_multi_cleanup(multi);
+    }
+};
+
 class TransferLoop::Transfers : public QObject
 {
 public:
     Transfers()
     {
         initialiseCurlOnce();
-        multi_ = curl_multi_init();
-        if (multi_ == nullptr) {
-            throw std::bad_alloc();
-        }
-        curl_multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
-        curl_multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
-        curl_multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
-        curl_multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
         timer_.setSingleShot(true);
         timer_.setTimerType(Qt::PreciseTimer);
-        connect(&timer_, &QTimer::timeout, this, &Transfers::onTimeout);
-        connect(&sockets_, &SocketSet::ready, this,
-                [this](int socket, SocketEvents events) { act(socket, selectMask(events)); });
+        connect(&timer_, &QTimer::timeout, this, &Transfers::serveDue);
+        connect(&sockets_, &SocketSet::ready, this, &Transfers::serveSocket);
     }
 
     Transfers(const Transfers &) = delete;
@@ -65,13 +87,22 @@ public:
         while (!live_.empty()) {
             finish(live_.begin()->first, std::nullopt);
         }
-        curl_multi_cleanup(multi_);
     }
 
     void begin(CURL *easy, AtEnd atEnd, OneShot<End> &end)
     {
-        live_.emplace(easy, Live{atEnd, &end});
-        if (curl_multi_add_handle(multi_, easy) != CURLM_OK) {
+        const auto added = live_.insert_or_assign(easy, std::make_unique<Transfer>());
+        Transfer &transfer = *added.first->second;
+        transfer.owner = this;
+        transfer.easy = easy;
+        transfer.atEnd = atEnd;
+        transfer.waiter = &end;
+        transfer.multi = curl_multi_init();
+        curl_multi_setopt(transfer.multi, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
+        curl_multi_setopt(transfer.multi, CURLMOPT_SOCKETDATA, &transfer);
+        curl_multi_setopt(transfer.multi, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
+        curl_multi_setopt(transfer.multi, CURLMOPT_TIMERDATA, &transfer);
+        if (curl_multi_add_handle(transfer.multi, easy) != CURLM_OK) {
             finish(easy, CURLE_FAILED_INIT);
         }
     }
@@ -83,93 +114,140 @@ public:
         if (found == live_.end()) {
             return;
         }
-        const Live live = found->second;
-        live_.erase(found);
-        if (live.atEnd == AtEnd::Close || end != End{CURLE_OK}) {
+        OneShot<End> *const waiter = std::exchange(found->second->waiter, nullptr);
+        if (found->second->atEnd == AtEnd::Close || end != End{CURLE_OK}) {
             disconnect(easy);
         }
-        live.waiter->set(end);
+        if (waiter != nullptr) {
+            waiter->set(end);
+        }
     }
 
-    void disconnect(CURL *easy) { curl_multi_remove_handle(multi_, easy); }
+    void disconnect(CURL *easy)
+    {
+        live_.erase(easy);
+        std::erase_if(bySocket_, [this, easy](const auto &entry) {
+            if (entry.second == easy) {
+                sockets_.forget(entry.first);
+            }
+            return entry.second == easy;
+        });
+    }
 
 private:
-    struct Live
-    {
-        AtEnd atEnd;
-        OneShot<End> *waiter;
-    };
-
     static int onTimer(CURLM *, long milliseconds, void *user)
     {
-        static_cast<Transfers *>(user)->wakeIn(milliseconds);
+        auto *const transfer = static_cast<Transfer *>(user);
+        if (milliseconds < 0) {
+            transfer->due = QDeadlineTimer(QDeadlineTimer::Forever);
+        } else {
+            transfer->due = QDeadlineTimer(milliseconds, Qt::PreciseTimer);
+            transfer->owner->wakeIn(milliseconds);
+        }
         return 0;
     }
 
     // libcurl moves its next deadline with every step of every transfer. A timer that is set for an
-    // earlier moment is left alone, and looks at the deadline again when it fires.
-    void wakeIn(long milliseconds)
+    // earlier moment is left alone, and looks at the deadlines again when it fires.
+    void wakeIn(qint64 milliseconds)
     {
-        if (milliseconds < 0) {
-            timer_.stop();
-            return;
-        }
-        deadline_.setRemainingTime(milliseconds, Qt::PreciseTimer);
         if (!timer_.isActive() || timer_.remainingTime() > milliseconds) {
-            timer_.start(static_cast<int>(milliseconds));
+            timer_.start(static_cast<int>(std::min<qint64>(milliseconds, kLongestWaitMs)));
         }
     }
 
-    void onTimeout()
+    // Those that have waited longest come first; what there is no time for waits for the next turn.
+    void serveDue()
     {
-        if (deadline_.hasExpired()) {
-            act(CURL_SOCKET_TIMEOUT, 0);
-        } else {
-            timer_.start(static_cast<int>(deadline_.remainingTime()) + 1);
+        QElapsedTimer turn;
+        turn.start();
+        for (CURL *const easy : dueTransfers()) {
+            if (turn.nsecsElapsed() >= kTurnNs) {
+                timer_.start(0);
+                return;
+            }
+            const auto found = live_.find(easy);
+            if (found != live_.end() && found->second->due.hasExpired()) {
+                found->second->due = QDeadlineTimer(QDeadlineTimer::Forever);
+                act(*found->second, CURL_SOCKET_TIMEOUT, 0);
+            }
+        }
+        wakeForNext();
+    }
+
+    [[nodiscard]] std::vector<CURL *> dueTransfers() const
+    {
+        std::vector<std::pair<qint64, CURL *>> due;
+        for (const auto &[easy, transfer] : live_) {
+            if (transfer->due.hasExpired()) {
+                due.emplace_back(transfer->due.deadlineNSecs(), easy);
+            }
+        }
+        std::sort(due.begin(), due.end());
+        std::vector<CURL *> inOrder(due.size());
+        std::transform(due.begin(), due.end(), inOrder.begin(),
+                       [](const auto &entry) { return entry.second; });
+        return inOrder;
+    }
+
+    void wakeForNext()
+    {
+        QDeadlineTimer next(QDeadlineTimer::Forever);
+        for (const auto &[easy, transfer] : live_) {
+            next = std::min(next, transfer->due);
+        }
+        if (!next.isForever()) {
+            wakeIn(next.hasExpired() ? 0 : next.remainingTime() + 1);
         }
     }
 
     static int onSocket(CURL *, curl_socket_t socket, int what, void *user, void *)
     {
-        static_cast<Transfers *>(user)->watch(socket, what);
+        const auto *const transfer = static_cast<Transfer *>(user);
+        transfer->owner->watch(*transfer, socket, what);
         return 0;
     }
 
-    void watch(curl_socket_t socket, int what)
+    void watch(const Transfer &transfer, curl_socket_t socket, int what)
     {
         if (what == CURL_POLL_REMOVE) {
             sockets_.forget(socket);
+            bySocket_.erase(socket);
         } else {
             sockets_.watch(socket, {what != CURL_POLL_OUT, what != CURL_POLL_IN, false});
+            bySocket_.insert_or_assign(socket, transfer.easy);
         }
     }
 
-    void giveAllUp()
+    void serveSocket(int socket, SocketEvents events)
     {
-        while (!live_.empty()) {
-            finish(live_.begin()->first, CURLE_OUT_OF_MEMORY);
+        const auto owner = bySocket_.find(socket);
+        const auto found = owner == bySocket_.end() ? live_.end() : live_.find(owner->second);
+        if (found != live_.end()) {
+            act(*found->second, socket, selectMask(events));
         }
     }
 
-    void act(curl_socket_t socket, int mask)
+    void act(const Transfer &transfer, curl_socket_t socket, int mask)
     {
+        CURL *const easy = transfer.easy;
         int running = 0;
-        if (curl_multi_socket_action(multi_, socket, mask, &running) == CURLM_OUT_OF_MEMORY) {
-            giveAllUp(); // nobody would hear of their ends any more
+        if (curl_multi_socket_action(transfer.multi, socket, mask, &running) ==
+            CURLM_OUT_OF_MEMORY) {
+            finish(easy, CURLE_OUT_OF_MEMORY); // nobody would hear of its end any more
+            return;
         }
         int left = 0;
-        while (const CURLMsg *const message = curl_multi_info_read(multi_, &left)) {
-            if (message->msg == CURLMSG_DONE) {
-                finish(message->easy_handle, message->data.result);
-            }
+        const CURLMsg *const message = curl_multi_info_read(transfer.multi, &left);
+        if (message != nullptr && message->msg == CURLMSG_DONE) {
+            finish(easy, message->data.result);
         }
     }
 
-    CURLM *multi_ = nullptr;
     QTimer timer_;
-    QDeadlineTimer deadline_;
-    std::unordered_map<CURL *, Live> live_;
     SocketSet sockets_;
+    std::unordered_map<int, CURL *> bySocket_;
+    std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // goes first
 };
 
 TransferLoop::TransferLoop()

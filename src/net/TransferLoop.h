@@ -23,7 +23,7 @@ public:
     ~TransferLoop();
 
     /// A new easy handle of libcurl with what every transfer of the program needs, to be set up,
-    /// run and cleaned up by the caller; nullptr when there is no memory for it.
+    /// run and cleaned up by the caller. Throws std::bad_alloc.
     [[nodiscard]] static void *newTransfer();
 
     /// Runs an easy handle, which must outlive the run and is done with when it ends: its code
@@ -39,6 +39,7 @@ public:
 
 private:
     class Transfers;
+    struct Transfer;
     enum class AtEnd { Close, StayConnected };
 
     QCoro::Task<std::optional<int>> runUntil(AtEnd atEnd, void *easy, std::stop_token stop);

@@ -8,9 +8,9 @@
 namespace velmora {
 namespace {
 
-// Two sockets while two addresses of a server are tried, two ends by which the look-up of its name
-// reports, and a working file.
-constexpr long kDescriptorsEach = 5;
+// Two ends by which libcurl can be woken, two sockets while two addresses of a server are tried or
+// two ends by which the look-up of its name reports, and a working file.
+constexpr long kDescriptorsEach = 6;
 // For the settings, the log, folders being read, a desktop's opener.
 constexpr long kReserve = 12;
 constexpr int kUsuallyOpen = 40;

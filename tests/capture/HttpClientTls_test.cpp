@@ -2,6 +2,7 @@
 #include "HttpExchange.h"
 #include "support/LoopbackTls.h"
 
+#include <QFile>
 #include <QSslServer>
 #include <QSslSocket>
 
@@ -66,6 +67,72 @@ TEST_F(HttpClientTls, FailsOnAServerThatDoesNotEncrypt)
     const HttpRequest request{"https://" + camera_.host() + "/snap", HttpForm::AsWritten,
                               std::chrono::milliseconds{300}};
     EXPECT_EQ(fetch(request).outcome, FetchOutcome::Failed);
+}
+
+/// Trusts the camera's certificate and no other.
+class HttpClientTrusting : public HttpExchange
+{
+protected:
+    HttpClientTrusting()
+        : HttpExchange({selfSignedCertificate(), {}})
+    {
+    }
+
+    SelfSignedCamera secure_;
+};
+
+TEST_F(HttpClientTrusting, TakesACertificateThatIsVouchedFor)
+{
+    const HttpReply reply = fetch(secure_.url());
+    EXPECT_EQ(reply.body.whole(), jpeg(5000)) << reply.failure.toStdString();
+}
+
+TEST_F(HttpClientTrusting, TakesItBehindARedirectBeforeAnythingElseWasEncrypted)
+{
+    camera_.answer("/old", redirect(secure_.url()));
+    for (int i = 0; i < 2; ++i) {
+        const HttpReply reply = fetch(camera_.url("/old"));
+        EXPECT_EQ(reply.body.whole(), jpeg(5000)) << reply.failure.toStdString();
+    }
+    EXPECT_EQ(camera_.requests().size(), 3) << "once more, to read the certificates in between";
+}
+
+TEST_F(HttpClientTrusting, TakesItInManyTransfersAtOnce)
+{
+    const HttpRequest request{secure_.url(), HttpForm::AsWritten, kAmpleLimit};
+    for (const HttpReply &reply : fetchAll(std::vector<HttpRequest>(10, request))) {
+        EXPECT_EQ(reply.body.whole(), jpeg(5000)) << reply.failure.toStdString();
+    }
+}
+
+/// Goes by a file of certificates that may change.
+class HttpClientChanging : public HttpExchange
+{
+protected:
+    HttpClientChanging()
+        : HttpExchange({QFile::encodeName(places().path(u"all.pem")), {}})
+    {
+    }
+
+    // Lives longer than the client.
+    static TempTree &places()
+    {
+        static TempTree tree;
+        return tree;
+    }
+
+    SelfSignedCamera secure_;
+};
+
+TEST_F(HttpClientChanging, ReadsTheCertificatesAnewWhenTheirFileChanges)
+{
+    EXPECT_EQ(fetch(secure_.url()).outcome, FetchOutcome::Failed); // there is none yet
+    QFile certificate(QFile::decodeName(selfSignedCertificate()));
+    ASSERT_TRUE(certificate.open(QIODevice::ReadOnly));
+    places().write(u"all.pem", "a word before\n-----BEGIN CERTIFICATE-----\nbroken\n"
+                               "-----END CERTIFICATE-----\n" +
+                                   certificate.readAll());
+    EXPECT_EQ(fetch(secure_.url()).body.whole(), jpeg(5000));
 }
 
 } // namespace

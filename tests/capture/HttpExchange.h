@@ -15,6 +15,11 @@ namespace velmora::test {
 class HttpExchange : public testing::Test
 {
 protected:
+    explicit HttpExchange(const AuthorityPlaces &authorities = usualAuthorityPlaces())
+        : client_(authorities)
+    {
+    }
+
     /// Fetches to the end.
     HttpReply fetch(const HttpRequest &request);
     HttpReply fetch(const QByteArray &url, HttpForm form = HttpForm::AsWritten);

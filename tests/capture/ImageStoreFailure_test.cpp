@@ -1,9 +1,12 @@
 // What a bad download changes, and what a picture that cannot be written changes.
 #include "CaptureTest.h"
+#include "support/RefusedCalls.h"
 
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
+
+#include <cerrno>
 
 namespace velmora::test {
 namespace {
@@ -121,6 +124,39 @@ TEST_F(ChargeFileFails, AndTriesAgainNextTime)
     EXPECT_EQ(house_.images(kCamera).size(), 2);
     EXPECT_EQ(house_.value(u"SB", kCamera), kGreen);
     EXPECT_EQ(house_.value(u"lNew", kCamera), QStringLiteral("5"));
+}
+
+TEST_F(ChargeFileFails, ToStoreWhereTheDiskRefusesTheFoldersNameAndSaysSoOnce)
+{
+    add(kCamera);
+    const RefusedCall refused(Call::MakeFolder, ENAMETOOLONG);
+    house_.load(kCamera);
+    house_.load(kCamera);
+    EXPECT_EQ(house_.value(u"SB", kCamera), kRed);
+    EXPECT_TRUE(trouble().contains(QStringLiteral("at most"))) << trouble().toStdString();
+    const QString told = QStringLiteral("No image of camera 0:3 can be stored: the name of");
+    EXPECT_EQ(house_.allTexts().filter(told).size(), 1);
+}
+
+TEST_F(ChargeFileFails, ToStoreWhereTheDiskRefusesACharacterOfTheFoldersName)
+{
+    add(kCamera);
+    for (const int error : {EINVAL, EILSEQ}) {
+        const RefusedCall refused(Call::MakeFolder, error);
+        house_.load(kCamera);
+        EXPECT_TRUE(trouble().contains(QStringLiteral("does not take the name")))
+            << trouble().toStdString();
+    }
+    EXPECT_EQ(house_.allTexts().filter(QStringLiteral("No image of camera 0:3")).size(), 1);
+}
+
+TEST_F(ChargeFileFails, ToStoreWhereTheFolderMayNotBeMadeWithoutABoxForIt)
+{
+    add(kCamera);
+    const RefusedCall refused(Call::MakeFolder, EACCES);
+    house_.load(kCamera);
+    EXPECT_TRUE(trouble().contains(QStringLiteral("Permission denied"))) << trouble().toStdString();
+    EXPECT_EQ(house_.allTexts().filter(QStringLiteral("No image of")).size(), 0);
 }
 
 TEST_F(ChargeFileFails, ToStoreWhereAFileStandsForTheFolder)

@@ -1,8 +1,8 @@
 // A folder's images that are older than a month, where it resists.
 #include "capture/OldImages.h"
 
-#include "support/NativeFiles.h"
 #include "base/DateText.h"
+#include "support/NativeFiles.h"
 #include "support/TempTree.h"
 
 #include <QDir>

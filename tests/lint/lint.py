@@ -7,7 +7,7 @@ from pathlib import Path
 
 LAYERS = ["base", "net", "settings", "cameras", "capture", "pictures", "browser", "tools", "ui", "app"]
 # What hands libcurl its work; TransferLoop runs it.
-CURL_USERS = ["TransferLoop.cpp", "ConnectedStream.cpp", "HttpClient.cpp", "SmtpClient.cpp"]
+CURL_USERS = ["Authorities.cpp", "TransferLoop.cpp", "ConnectedStream.cpp", "HttpClient.cpp", "SmtpClient.cpp"]
 MAX_LINES = 500
 
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -19,7 +20,7 @@ struct Refusal
     int times = 0;
 };
 
-std::array<Refusal, 7> refusals; // by the call
+std::array<Refusal, 8> refusals; // by the call
 
 Refusal &of(Call call)
 {
@@ -70,6 +71,13 @@ extern "C" int link(const char *from, const char *to) noexcept
 extern "C" int unlink(const char *path) noexcept
 {
     return isRefused(Call::Unlink) ? -1 : ::unlinkat(AT_FDCWD, path, 0);
+}
+
+extern "C" int mkdir(const char *path, mode_t mode) noexcept
+{
+    return isRefused(Call::MakeFolder)
+               ? -1
+               : static_cast<int>(::syscall(SYS_mkdirat, AT_FDCWD, path, mode));
 }
 
 extern "C" int flock(int file, int operation) noexcept

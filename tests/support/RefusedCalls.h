@@ -11,6 +11,7 @@ enum class Call {
     LinkOpened,  // linkat() of an open file in any way
     OpenNameless,
     Unlink,
+    MakeFolder,
     Lock // flock()
 };
 

@@ -9,11 +9,14 @@ DISK_BYTES = 2_000_000
 INSIDE = "VELMORA_TEST_OWN_MOUNTS"
 
 
-def enter_own_mounts():
+ROOT_OF_ITS_OWN, ROOT = ["-rm"], ["-m"]
+
+
+def enter_own_mounts(ways=(ROOT_OF_ITS_OWN, ROOT, [*ROOT, "--propagation", "unchanged"])):
     """Starts this file anew where it may mount: a name space of its own, in which it is root."""
     if INSIDE in os.environ:
         return
-    for options in (["-rm"], ["-m"], ["-m", "--propagation", "unchanged"]):
+    for options in ways:
         trial = ["unshare", *options, "mount", "-t", "tmpfs", "none", "/mnt"]
         if subprocess.run(trial, check=False, stderr=subprocess.DEVNULL).returncode == 0:
             os.environ[INSIDE] = "1"

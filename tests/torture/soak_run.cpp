@@ -5,6 +5,7 @@
 //   soak_run HOURS     of real time, also a part of one; offscreen where no display is
 #include "app/Memory.h"
 #include "app/Program.h"
+#include "base/DateText.h"
 #include "support/CaptureHouseSource.h"
 #include "support/FakeClock.h"
 #include "support/TempTree.h"
@@ -19,7 +20,11 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
+#include <memory>
+#include <optional>
 #include <unistd.h>
+#include <utility>
 
 namespace velmora::test {
 namespace {

@@ -1,0 +1,61 @@
+// One pass over cameras that send very long pictures, every one new, with the window open: how long
+// the event loop stood still, and how much memory the program took beyond what it had before.
+//   flood_bench SERVER CAMERAS BODY_BYTES [URL]
+// URL: of another server to which all cameras belong, "/group/row" is added to it.
+#include "BenchHouse.h"
+#include "app/Memory.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+
+using namespace velmora;
+using namespace velmora::bench;
+
+double statusMb(const char *key)
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    static_cast<void>(status.open(QIODevice::ReadOnly));
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith(key)) {
+            return line.simplified().split(' ').value(1).toDouble() / 1024;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    keepMemoryBetweenPasses();
+    const QApplication application(argc, argv);
+    if (argc < 4) {
+        QTextStream(stderr) << "flood_bench SERVER CAMERAS BODY_BYTES [URL]\n";
+        return 2;
+    }
+    const int count = QString::fromLocal8Bit(argv[2]).toInt();
+    const int bytes = QString::fromLocal8Bit(argv[3]).toInt();
+    const Cameras cameras(QString::fromLocal8Bit(argv[1]), 0, bytes);
+    const QString other = QString::fromLocal8Bit(argc > 4 ? argv[4] : "");
+    const auto address = [&](int group, int row) {
+        return other.isEmpty() ? cameras.url(group, row)
+                               : QStringLiteral("%1/%2/%3").arg(other).arg(group).arg(row);
+    };
+    const Folder folder([&](int group, int row) {
+        return group * kRows + row < count ? address(group, row) : QString();
+    });
+    House house(folder.path());
+    house.engine().options().setTimeout(QStringLiteral("120"));
+    QCoreApplication::processEvents();
+    static_cast<void>(house.longestGapMs());
+    const double idle = statusMb("VmRSS");
+    const double ms = house.passMs();
+    QTextStream(stdout) << "{\"bench\":\"flood\",\"cameras\":" << count << ",\"bytes\":" << bytes
+                        << ",\"pass_ms\":" << ms << ",\"idle_mb\":" << idle
+                        << ",\"most_above_idle_mb\":" << statusMb("VmHWM") - idle
+                        << ",\"longest_gap_ms\":" << house.longestGapMs() << "}\n";
+    return 0;
+}

@@ -1,0 +1,163 @@
+#include "net/Authorities.h"
+
+#include <QElapsedTimer>
+
+#include <curl/curl.h>
+
+#include <openssl/err.h>
+#include <openssl/pem.h>
+#include <openssl/ssl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <utility>
+
+namespace velmora {
+namespace {
+
+constexpr qint64 kSliceMs = 3;
+
+X509_STORE *storeOf(void *store)
+{
+    return static_cast<X509_STORE *>(store);
+}
+
+// Passes over what is no certificate; false when the file holds no more.
+bool addNext(BIO *file, X509_STORE *store)
+{
+    if (X509 *const certificate = PEM_read_bio_X509_AUX(file, nullptr, nullptr, nullptr)) {
+        X509_STORE_add_cert(store, certificate);
+        X509_free(certificate);
+        return true;
+    }
+    const bool isEnd = ERR_GET_REASON(ERR_peek_last_error()) == PEM_R_NO_START_LINE;
+    ERR_clear_error();
+    return !isEnd;
+}
+
+} // namespace
+
+struct Authorities::FileStamp
+{
+    ino_t inode = 0;
+    off_t bytes = 0;
+    timespec modified = {};
+
+    static FileStamp of(const QByteArray &path)
+    {
+        struct stat info = {};
+        return ::stat(path.constData(), &info) == 0
+                   ? FileStamp{info.st_ino, info.st_size, info.st_mtim}
+                   : FileStamp{};
+    }
+
+    bool operator==(const FileStamp &other) const
+    {
+        return inode == other.inode && bytes == other.bytes &&
+               modified.tv_sec == other.modified.tv_sec &&
+               modified.tv_nsec == other.modified.tv_nsec;
+    }
+};
+
+struct Authorities::Reading
+{
+    struct Close
+    {
+        void operator()(BIO *open) const { BIO_free(open); }
+    };
+
+    FileStamp stamp;
+    std::unique_ptr<BIO, Close> file; // none when it cannot be read
+    Store store;
+};
+
+void Authorities::FreeStore::operator()(void *store) const
+{
+    X509_STORE_free(storeOf(store));
+}
+
+AuthorityPlaces usualAuthorityPlaces()
+{
+    const curl_version_info_data *const curl = curl_version_info(CURLVERSION_NOW);
+    return {curl->cainfo, curl->capath};
+}
+
+Authorities::Authorities(AuthorityPlaces places)
+    : places_(std::move(places))
+{
+    connect(&turns_, &QTimer::timeout, this, &Authorities::readSome);
+}
+
+Authorities::~Authorities() = default;
+
+QCoro::Task<> Authorities::load()
+{
+    if (isLoaded() && *stamp_ == FileStamp::of(places_.file)) {
+        co_return;
+    }
+    begin();
+    OneShot<bool> read;
+    waiting_.push_back(&read);
+    const bool done = co_await read;
+    Q_UNUSED(done);
+}
+
+void Authorities::begin()
+{
+    if (reading_) {
+        return;
+    }
+    reading_ = std::make_unique<Reading>();
+    reading_->stamp = FileStamp::of(places_.file);
+    reading_->file.reset(BIO_new_file(places_.file.constData(), "r"));
+    reading_->store.reset(X509_STORE_new());
+    X509_STORE *const store = storeOf(reading_->store.get());
+    X509_STORE_set_flags(store, X509_V_FLAG_TRUSTED_FIRST | X509_V_FLAG_PARTIAL_CHAIN);
+    if (!places_.folder.isEmpty()) {
+        X509_STORE_load_path(store, places_.folder.constData());
+    }
+    ERR_clear_error();
+    turns_.start(0);
+}
+
+void Authorities::readSome()
+{
+    QElapsedTimer slice;
+    slice.start();
+    BIO *const file = reading_->file.get();
+    while (file != nullptr && addNext(file, storeOf(reading_->store.get()))) {
+        if (slice.elapsed() >= kSliceMs) {
+            return;
+        }
+    }
+    finish();
+}
+
+void Authorities::finish()
+{
+    turns_.stop();
+    store_ = std::move(reading_->store);
+    stamp_ = std::make_unique<FileStamp>(reading_->stamp);
+    reading_.reset();
+    for (OneShot<bool> *const waiter : std::exchange(waiting_, {})) {
+        waiter->set(true);
+    }
+}
+
+void Authorities::applyTo(void *easy)
+{
+    const curl_ssl_ctx_callback use = [](CURL *, void *context, void *user) {
+        const auto *const self = static_cast<const Authorities *>(user);
+        if (!self->isLoaded()) {
+            return CURLE_ABORTED_BY_CALLBACK;
+        }
+        SSL_CTX_set1_cert_store(static_cast<SSL_CTX *>(context), storeOf(self->store_.get()));
+        return CURLE_OK;
+    };
+    if (curl_easy_setopt(easy, CURLOPT_SSL_CTX_FUNCTION, use) == CURLE_OK) {
+        curl_easy_setopt(easy, CURLOPT_SSL_CTX_DATA, this);
+        curl_easy_setopt(easy, CURLOPT_CAINFO, nullptr);
+        curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
+    }
+}
+
+} // namespace velmora

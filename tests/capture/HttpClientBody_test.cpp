@@ -1,0 +1,136 @@
+// Bodies that are too long for memory, and codings that would make them long.
+#include "HttpExchange.h"
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr qsizetype kLongBytes = 3'000'000;
+
+CameraAnswer withHeaders(const QByteArray &headers, const QByteArray &body)
+{
+    CameraAnswer answer;
+    answer.bytes = "HTTP/1.1 200 OK\r\n" + headers + "\r\n" + body;
+    return answer;
+}
+
+using HttpClientBody = HttpExchange;
+
+TEST_F(HttpClientBody, GoesToTheWorkFolderWhenItIsLong)
+{
+    camera_.answer("/a.jpg", picture(kLongBytes));
+    HttpReply reply = fetch(camera_.url("/a.jpg"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
+    EXPECT_EQ(reply.body.whole(), jpeg(kLongBytes));
+    EXPECT_EQ(reply.body.storeAs(QString(), tree_.path(u"a.jpg")).outcome, StoreOutcome::Stored);
+    EXPECT_EQ(tree_.read(u"a.jpg"), jpeg(kLongBytes));
+    EXPECT_EQ(tree_.files(), QStringList{QStringLiteral("a.jpg")});
+}
+
+TEST_F(HttpClientBody, OfAFailureIsNotKept)
+{
+    camera_.answer("/a.jpg", pictureDeclared(kLongBytes, kLongBytes + 1));
+    const HttpReply reply = fetch(camera_.url("/a.jpg"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+    EXPECT_TRUE(reply.body.isEmpty());
+    EXPECT_EQ(tree_.files(), QStringList());
+}
+
+TEST_F(HttpClientBody, OfARefusalIsNotWaitedFor)
+{
+    CameraAnswer answer = response("404 Not Found", {}, QByteArray(5000, 'n'));
+    answer.bytes.replace("Content-Length: 5000\r\n", "");
+    answer.repeated = QByteArray(100'000, 'n');
+    camera_.answer("/a.jpg", answer);
+    const HttpReply reply = fetch(camera_.url("/a.jpg"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+    EXPECT_LT(reply.duration, 2s);
+    EXPECT_TRUE(reply.failure.contains(QStringLiteral("404"))) << reply.failure.toStdString();
+}
+
+struct CodingRow
+{
+    const char *name;
+    const char *value;
+};
+
+void PrintTo(const CodingRow &row, std::ostream *out)
+{
+    *out << row.value;
+}
+
+class TransferCoding : public HttpExchange, public testing::WithParamInterface<CodingRow>
+{
+};
+
+TEST_P(TransferCoding, OtherThanInChunksIsRefused)
+{
+    const QByteArray coding = GetParam().value;
+    for (const QByteArray name :
+         {"Transfer-Encoding: ", "transfer-encoding:", "TRANSFER-ENCODING:\t"}) {
+        camera_.answer("/a.jpg", withHeaders(name + coding + "\r\n", jpeg(5000)));
+        const HttpReply reply = fetch(camera_.url("/a.jpg"));
+        EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+        EXPECT_TRUE(reply.failure.contains(QStringLiteral("encodes")))
+            << reply.failure.toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Codings, TransferCoding,
+                         testing::Values(CodingRow{"Gzip", "gzip"}, CodingRow{"Deflate", "deflate"},
+                                         CodingRow{"Compress", "compress"},
+                                         CodingRow{"Brotli", "br"}, CodingRow{"Zstd", "zstd"},
+                                         CodingRow{"Identity", "identity"},
+                                         CodingRow{"GzipInChunks", "gzip, chunked"},
+                                         CodingRow{"ChunksInGzip", "chunked, gzip"},
+                                         CodingRow{"ChunksInChunks", "chunked, chunked"}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(HttpClientBody, InChunksIsTakenHoweverItIsSpelt)
+{
+    for (const QByteArray coding : {"chunked", "Chunked", " CHUNKED "}) {
+        camera_.answer("/a.jpg", withHeaders("Transfer-Encoding:" + coding + "\r\n",
+                                             "4\r\n\xFF\xD8\xFF\xE0\r\n0\r\n\r\n"));
+        EXPECT_EQ(fetch(camera_.url("/a.jpg")).body.whole(), jpeg(4));
+    }
+}
+
+TEST_F(HttpClientBody, IsNeverInflated)
+{
+    const QByteArray zeros =
+        QByteArray::fromHex("1f8b08000000000000ff"); // the begin of a gzip file
+    for (const QByteArray coding : {"gzip", "deflate", "br", "zstd"}) {
+        camera_.answer("/a.jpg", response("200 OK", "Content-Encoding: " + coding + "\r\n", zeros));
+        EXPECT_EQ(fetch(camera_.url("/a.jpg")).body.whole(), zeros);
+    }
+}
+
+TEST_F(HttpClientBody, IsAskedForInNoCoding)
+{
+    camera_.answer("/a.jpg", picture(10));
+    fetch(camera_.url("/a.jpg"));
+    EXPECT_EQ(onlyRequest().header("Accept-Encoding"), "");
+    EXPECT_EQ(onlyRequest().header("TE"), "");
+}
+
+using EndlessHeaders = HttpExchange;
+
+TEST_F(EndlessHeaders, EndEarlyWithAReasonThatSaysSo)
+{
+    CameraAnswer status;
+    status.bytes = "HTTP/1.1 200 ";
+    status.repeated = QByteArray(10'000, 'O');
+    CameraAnswer early;
+    early.repeated = QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(100);
+    for (const CameraAnswer &answer : {endlessHeaders(), endlessHeaderLine(), status, early}) {
+        camera_.answer("/a.jpg", answer);
+        const HttpReply reply = fetch(camera_.url("/a.jpg"));
+        EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+        EXPECT_EQ(reply.failure, QStringLiteral("the server sends headers without end"));
+        EXPECT_LT(reply.duration, 2s);
+    }
+}
+
+} // namespace
+} // namespace velmora::test

@@ -1,0 +1,54 @@
+"""The program with little of what a system gives: few open files, little memory. Good cameras are stored all the same,
+since neither their number nor the length of their pictures decides how much the program takes."""
+
+import unittest
+
+import house
+from answers import NOISE, fresh, is_whole
+from camera_server import CameraServer
+from house import VELMORA, House, camera_lists
+
+FEW_FILES = 64
+LITTLE_MEMORY_KB = 400_000  # of address space; an idle program takes two thirds of it
+LONG_PIECES = 30  # of a megabyte each
+LONG_CAMERAS = 12  # together almost as much as that memory
+
+
+def long_picture(connection):
+    connection.head("200 OK", "Content-Type: image/jpeg", f"Content-Length: {LONG_PIECES * len(NOISE)}")
+    for _ in range(LONG_PIECES):
+        connection.send(NOISE)
+
+
+class LimitsTest(unittest.TestCase):
+    def start_with(self, answers):
+        self.server = CameraServer(self, answers)
+        self.urls = [self.server.url(path) for path in answers]
+        self.house = House(self)
+        self.house.write_settings({"Control": {"StRep": "C:\\in\\", "Tempo": "1", "TIO": "60"}}, camera_lists(self.urls))
+
+    def capture_under(self, limit):
+        """limit: words for the shell's ulimit."""
+        within = ["sh", "-c", f'ulimit {limit}; exec "$@"', "sh"]
+        command = [VELMORA, "--program-folder", self.house.root, "--capture", "--passes", "1"]
+        program = self.house.start_command([*within, *command])
+        self.assertEqual(0, program.wait(90), program.report())
+        count = len(self.urls)
+        self.assertEqual(f"pass 1: {count} stored, 0 failed, 0 unchanged", program.out[-1], program.report())
+
+    def test_stores_a_hundred_cameras_with_few_open_files(self):
+        self.start_with({f"/camera{i}.jpg": fresh(5_000) for i in range(100)})
+        self.capture_under(f"-n {FEW_FILES}")
+        images = [image for url in self.urls for image in self.house.images(url)]
+        self.assertTrue(all(is_whole(image.read_bytes()) for image in images))
+
+    def test_stores_long_pictures_in_little_memory(self):
+        self.start_with({f"/camera{i}.jpg": long_picture for i in range(LONG_CAMERAS)})
+        self.capture_under(f"-v {LITTLE_MEMORY_KB}")
+        sizes = {image.stat().st_size for url in self.urls for image in self.house.images(url)}
+        self.assertEqual({LONG_PIECES * len(NOISE)}, sizes)
+        self.assertEqual([], self.house.work_files())
+
+
+if __name__ == "__main__":
+    house.main()

@@ -41,6 +41,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , alarm_(images_.alarm(), images_.mail())
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
+    film_.standAbove(planche_);
     connectMain();
     connectSheet();
     connectBrowser();
@@ -150,16 +151,18 @@ QCoro::Task<> Program::startUp()
     Initialise();
     engine_.storage().testSA();
     engine_.start();
-    engine_.checkSettings();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
+        splash_.standAbove(interface_);
     } else {
         showImages();
+        splash_.standAbove(planche_);
     }
+    engine_.checkSettings(); // behind the windows, so that what it tells stands before them
     images_.browser().begin();
     co_await engine_.clock().yield();
     if (!ending_) {
-        co_await engine_.scheduler().Timer_Timer();
+        co_await engine_.scheduler().firstTick();
     }
 }
 
@@ -217,7 +220,6 @@ void Program::bringToFront()
         return;
     }
     if (interface_.isVisible()) {
-        interface_.showNormal();
         showSettings();
     } else {
         showImages();
@@ -271,7 +273,8 @@ QCoro::Task<> Program::leave()
 {
     co_await engine_.clock().yield(); // a window cannot be closed from its own close event
     hideWindows();
-    if (engine_.storage().lamp() == LampColour::Green) {
+    engine_.storage().takeBackEmptied();
+    if (engine_.storage().isUsable()) {
         co_await lastPass();
     }
     co_await engine_.close();

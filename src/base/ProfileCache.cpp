@@ -14,41 +14,40 @@ ProfileCache::ProfileCache(QString path)
 
 std::shared_ptr<const ProfileText> ProfileCache::text()
 {
-    const std::optional<FolderStamp> stamp = fileStamp(path_);
-    if (stamp && stamp->bytes > kLargeBytes) {
-        return largeText(*stamp);
-    }
-    kept_.reset();
-    return std::make_shared<const ProfileText>(readProfile(path_));
+    std::shared_ptr<const ProfileText> text = keptText();
+    return text ? text : std::make_shared<const ProfileText>(readProfile(path_));
 }
 
 QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsizetype size)
 {
-    const std::optional<FolderStamp> stamp = fileStamp(path_);
-    if (!stamp || stamp->bytes <= kLargeBytes) {
-        kept_.reset();
+    const std::shared_ptr<const ProfileText> text = keptText();
+    if (!text) {
         return readProfileValue(path_, section, key, {}, size);
     }
-    const std::shared_ptr<const ProfileText> text = largeText(*stamp);
     const QByteArrayView value = text->value(section, key).value_or(QByteArrayView());
     return value.first(qMin(value.size(), size - 1)).toByteArray();
 }
 
-// A file that has just been changed may change again without its stamp; it is not kept.
-std::shared_ptr<const ProfileText> ProfileCache::largeText(const FolderStamp &stamp)
+// Worth its while only for a file that is looked at a second time before it changes. One that has
+// just been changed may change again without its stamp.
+std::shared_ptr<const ProfileText> ProfileCache::keptText()
 {
-    if (kept_ && stamp_ == stamp) {
-        return kept_;
+    const std::optional<FolderStamp> stamp = fileStamp(path_);
+    const bool isLarge = stamp && stamp->bytes > kLargeBytes;
+    if (!isLarge || stamp_ != stamp) {
+        stamp_ = stamp;
+        kept_.reset();
+        return nullptr;
     }
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    auto text = std::make_shared<ProfileText>(readProfile(path_));
-    kept_.reset();
-    if (tellsChanges(stamp, now) && text->bytes().size() == stamp.bytes) {
-        text->index();
-        stamp_ = stamp;
-        kept_ = text;
+    if (!kept_ && tellsChanges(*stamp, now)) {
+        auto text = std::make_shared<ProfileText>(readProfile(path_));
+        if (text->bytes().size() == stamp->bytes) {
+            text->index();
+            kept_ = std::move(text);
+        }
     }
-    return text;
+    return kept_;
 }
 
 } // namespace velmora

@@ -29,10 +29,10 @@ public:
     [[nodiscard]] QByteArray value(QByteArrayView section, QByteArrayView key, qsizetype size);
 
 private:
-    [[nodiscard]] std::shared_ptr<const ProfileText> largeText(const FolderStamp &stamp);
+    [[nodiscard]] std::shared_ptr<const ProfileText> keptText();
 
     QString path_;
-    std::optional<FolderStamp> stamp_; // of the text that is kept
+    std::optional<FolderStamp> stamp_; // of the file when it was last looked at
     std::shared_ptr<const ProfileText> kept_;
 };
 

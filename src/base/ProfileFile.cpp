@@ -48,6 +48,9 @@ OpenProfile tryToOpen(const QString &path, int access)
     struct stat info = {};
     if (::fstat(profile.file.get(), &info) == 0 && S_ISREG(info.st_mode)) {
         profile.mode = info.st_mode;
+        if (access != O_RDONLY && info.st_size > kMostProfileBytes) {
+            return profile;
+        }
         profile.bytes = readExactly(profile.file.get(), info.st_size).bytes;
     }
     return profile;

@@ -15,6 +15,10 @@ enum class ProfileWrite {
     Failed     // the file is as it was
 };
 
+/// A file of more bytes is read, but changed no more: replacing it at every change would hold up
+/// everything else.
+inline constexpr qint64 kMostProfileBytes = qint64{16} * 1024 * 1024;
+
 /// The bytes of a settings file, empty when it is missing, unreadable or no regular file. Native
 /// path.
 [[nodiscard]] QByteArray readProfile(const QString &path);
@@ -26,7 +30,8 @@ enum class ProfileWrite {
 
 /// Gives a key a value, or takes it out (no value). The file is made when missing, never when a key
 /// is taken out. At every instant the file on disk is the whole old or the whole new text. A file
-/// without write permission stays as it is, whoever runs the program.
+/// without write permission stays as it is, whoever runs the program, and so does one of more than
+/// kMostProfileBytes.
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value);
 

@@ -113,12 +113,32 @@ void BrowserLists::setView(View view)
     setCount(QString());
 }
 
+ImageFile BrowserLists::selected() const
+{
+    if (state_.view == View::Camera) {
+        return files_.selected();
+    }
+    return cameraIndex_ < 0 ? ImageFile() : state_.newestOf(cameraIndex_);
+}
+
+// The view's list, sheet and count go together.
+void BrowserLists::dropSelection()
+{
+    if (state_.view == View::Camera) {
+        files_.setListIndex(-1);
+    }
+    cameraIndex_ = -1;
+    sheet_.clearFrames();
+    setCount(QString());
+}
+
 QCoro::Task<> BrowserLists::lstGroupe_MouseUp()
 {
     services_.capture.table.settings().write(kControl, kGroupKey, state_.camera.group);
     sheet_.clearImages();
     sheet_.hideZoom();
     sheet_.EffaceVue();
+    dropSelection();
     co_await DirImage();
     if (film_.isPlaying()) {
         co_await ResetCine();
@@ -134,9 +154,7 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
     if (state_.view == View::Camera) {
         co_await DirImage();
     } else {
-        if (cameraRows_.rowCount() < kRows) {
-            co_await DirImage(); // there would be no row to select
-        }
+        co_await DirCam(); // images may have come, and the cells are empty
         co_await LitDir();
         co_await Vue_Click(state_.camera.row);
     }
@@ -161,6 +179,15 @@ QCoro::Task<> BrowserLists::DirImage()
     trace(QStringLiteral("Planche DirImage Fin"));
 }
 
+QCoro::Task<> BrowserLists::refresh()
+{
+    co_await DirImage();
+    if (state_.view == View::Group) {
+        selectRow(state_.camera.row);
+        co_await listCamera();
+    }
+}
+
 // Folders are left alone until the storage folder has been checked, and while it is missing.
 bool BrowserLists::mayRead()
 {
@@ -171,7 +198,7 @@ bool BrowserLists::mayRead()
     if (storage.isCheckRequested()) {
         storage.testSA();
     }
-    if (storage.timersStopped()) {
+    if (storage.isBeingEdited()) {
         services_.scheduler.ArretTimer();
         return false;
     }
@@ -180,7 +207,8 @@ bool BrowserLists::mayRead()
 
 QCoro::Task<> BrowserLists::LitDir()
 {
-    if (!mayRead()) {
+    isMissed_ = !mayRead();
+    if (isMissed_) {
         co_return;
     }
     const QString folder = folderOf(state_.camera);
@@ -233,12 +261,11 @@ QCoro::Task<> BrowserLists::DirCam()
 {
     const QScopedValueRollback filling(state_.DirCamEnCours, true);
     owed_ = true;
-    const QString storageFolder = services_.capture.storage.text();
+    const QString storageFolder = services_.capture.storage.inForce();
     cameraRows_.setStringList({});
-    cameraIndex_ = -1;
+    dropSelection();
     const int group = state_.camera.group;
     for (int row = 0; row < kRows; ++row) {
-        sheet_.setFrame(row, FrameStyle::Plain);
         ImageFile &newest = state_.DerniereImage.at(static_cast<std::size_t>(row));
         newest = {};
         const QString folder = folderOf({group, row});
@@ -255,8 +282,20 @@ QCoro::Task<> BrowserLists::DirCam()
                             newest.isNone() ? QString() : newest.name + QStringLiteral("  "));
         sheet_.setImage(row, newest);
     }
+    co_await followGroup();
     owed_ = false;
     Q_EMIT changed();
+}
+
+// The list of images is that of the selected camera, in another group too: the film button belongs
+// to it. A film that is open keeps the list that it plays.
+QCoro::Task<> BrowserLists::followGroup()
+{
+    if (!film_.isOpen() && files_.folder() != folderOf(state_.camera)) {
+        filmEnabled_ = false;
+        co_await LitDir();
+        setCount(QString());
+    }
 }
 
 void BrowserLists::LstDir_Click()
@@ -298,7 +337,7 @@ void BrowserLists::frame(int cell)
 void BrowserLists::startConformity(const ImageFile &image)
 {
     if (image.isNone() || services_.conformity.isRunning() ||
-        !Conformity::isShortForm(image.name.toUtf8())) {
+        !services_.capture.storage.isUsable() || !Conformity::isShortForm(image.name.toUtf8())) {
         return;
     }
     const QString path = services_.capture.storage.native(image.folder) + u'/' + image.name;
@@ -310,13 +349,15 @@ void BrowserLists::startConformity(const ImageFile &image)
 void BrowserLists::selectFile(int index)
 {
     files_.setListIndex(index);
-    LstDir_Click();
+    if (state_.view == View::Camera) {
+        LstDir_Click();
+    }
 }
 
 QCoro::Task<> BrowserLists::relist()
 {
     if (state_.view == View::Group) {
-        co_await DirImage();
+        co_await refresh();
         co_return;
     }
     const bool isSameFolder = files_.folder() == folderOf(state_.camera);
@@ -326,6 +367,27 @@ QCoro::Task<> BrowserLists::relist()
     LstDir_Click();
 }
 
+// A list that still is that of another address shows none either.
+bool BrowserLists::showsNoneOf(CameraAddress camera) const
+{
+    if (state_.view == View::Group) {
+        return camera.group == state_.camera.group && state_.newestOf(camera.row).isNone();
+    }
+    return camera == state_.camera && (files_.count() == 0 || files_.folder() != folderOf(camera));
+}
+
+QCoro::Task<> BrowserLists::showFirst(CameraAddress camera)
+{
+    if (!showsNoneOf(camera)) {
+        co_return; // shown by what was done meanwhile
+    }
+    const int row = cameraIndex_;
+    co_await DirImage();
+    if (state_.view == View::Group && row >= 0) {
+        co_await LstDirCam_Click(row);
+    }
+}
+
 QCoro::Task<> BrowserLists::dropDeleted()
 {
     const ImageFile selected = files_.selected();
@@ -333,22 +395,34 @@ QCoro::Task<> BrowserLists::dropDeleted()
         co_return;
     }
     co_await LitDir();
-    const std::optional<qsizetype> place = files_.names().find(QFile::encodeName(selected.name));
-    files_.setListIndex(place ? static_cast<int>(*place) : -1);
+    files_.setListIndex(files_.find(selected).value_or(-1));
     LstDir_Click();
+}
+
+void BrowserLists::selectRow(int row)
+{
+    if (row != cameraIndex_) {
+        setCount(QString()); // of the row before
+    }
+    cameraIndex_ = row;
+    sheet_.clearFrames();
+    sheet_.setFrame(row, FrameStyle::Framed);
+    state_.CadreActif = row;
+    setRow(row);
+    sheet_.followZoom(state_.newestOf(row));
 }
 
 QCoro::Task<> BrowserLists::LstDirCam_Click(int row)
 {
-    cameraIndex_ = row;
-    sheet_.clearFrames();
-    setRow(row);
-    sheet_.setFrame(row, FrameStyle::Framed);
-    state_.CadreActif = row;
-    sheet_.followZoom(state_.newestOf(row));
+    selectRow(row);
     if (film_.isPlaying()) {
         co_await ResetCine();
     }
+    co_await listCamera();
+}
+
+QCoro::Task<> BrowserLists::listCamera()
+{
     co_await LitDir();
     setCount(QString::number(files_.count()));
 }

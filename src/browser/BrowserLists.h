@@ -42,6 +42,10 @@ public:
 
     [[nodiscard]] Sheet &sheet() { return sheet_; }
 
+    /// The image that is selected: highlighted in the list of the view and framed on the sheet. It
+    /// is what keys act on. None when nothing is selected, or a camera without images.
+    [[nodiscard]] ImageFile selected() const;
+
     /// Position and count of the list, as shown.
     [[nodiscard]] const QString &NbI() const { return count_; }
 
@@ -70,17 +74,24 @@ public:
     /// Builds the browser anew for the group, camera and view that are selected.
     QCoro::Task<> DirImage();
 
+    /// The same, and in group view the selected camera's row is selected afterwards.
+    QCoro::Task<> refresh();
+
     /// Lists the folder of the selected camera, which is made when it is missing.
     QCoro::Task<> LitDir();
 
-    /// Fills the group view: the newest image of each camera.
+    /// Fills the group view: the newest image of each camera. No row is selected then.
     QCoro::Task<> DirCam();
 
     /// Shows the ten images around the selected one, the last one when none is.
     void LstDir_Click();
 
-    /// Selects an image of the list, as a click on it does.
+    /// Selects an image of the list, as a click on it does. In group view, which does not show
+    /// that list, nothing else changes.
     void selectFile(int index);
+
+    /// Selects a row of the group view and the camera in it; its images are not listed yet.
+    void selectRow(int row);
 
     /// A row of the group view was selected: its camera is the selected one from now on.
     QCoro::Task<> LstDirCam_Click(int row);
@@ -94,6 +105,13 @@ public:
     /// Lists the folder anew after files were renamed; the position stays.
     QCoro::Task<> relist();
 
+    /// No image of this camera can be seen where those of its like are shown: its folder's list, or
+    /// its row of the group, is empty.
+    [[nodiscard]] bool showsNoneOf(CameraAddress camera) const;
+
+    /// Shows the first image of such a camera; the row that was selected in group view stays so.
+    QCoro::Task<> showFirst(CameraAddress camera);
+
     /// Lists the folder anew after old images were deleted; the same image stays selected, or else
     /// the newest is.
     QCoro::Task<> dropDeleted();
@@ -102,8 +120,14 @@ public:
     /// is still to be done.
     [[nodiscard]] bool isOwed() const { return owed_; }
 
+    /// True when the last reading of a folder was left out: the list may be another camera's.
+    [[nodiscard]] bool hasMissedReading() const { return isMissed_; }
+
     /// Something has changed that only a new building shows.
     void owe() { owed_ = true; }
+
+    /// What the window shows is to be looked at again.
+    void announce() { Q_EMIT changed(); }
 
     /// A newer action is to take over: what is reading a folder ends with Superseded.
     void supersede();
@@ -125,6 +149,9 @@ private:
     void makeFolder(const QString &folder);
     void rememberNotMade();
     void setCount(const QString &text);
+    void dropSelection();
+    QCoro::Task<> listCamera();
+    QCoro::Task<> followGroup();
     void showSlice(int start);
     void startConformity(const ImageFile &image);
     void frame(int cell);
@@ -143,6 +170,7 @@ private:
     int cameraIndex_ = -1;
     bool filmEnabled_ = false;
     bool owed_ = false;
+    bool isMissed_ = false;
 };
 
 } // namespace velmora

@@ -61,6 +61,7 @@ QCoro::Task<> BrowserModes::load()
     lists_.sheet().hideZoom();
     if (isOn(Mode::Camera)) {
         co_await cCamera_Click();
+        co_await lists_.LstDirCam_Click(lists_.state().camera.row);
     } else if (isOn(Mode::Auto)) {
         co_await cAuto_Click();
     }
@@ -143,7 +144,7 @@ bool BrowserModes::mayWalk()
     if (storage.isCheckRequested()) {
         storage.testSA();
     }
-    if (storage.timersStopped()) {
+    if (storage.isBeingEdited()) {
         services_.scheduler.ArretTimer();
         return false;
     }
@@ -219,9 +220,8 @@ void BrowserModes::runScan(const StorageState &state)
 
 void BrowserModes::runFilm(const StorageState &state)
 {
-    if (!state.captureEnabled) {
-        film_.stopTimer();
-    } else if (film_.isPlaying() && !film_.isRunning()) {
+    film_.setHeld(!state.captureEnabled);
+    if (state.captureEnabled && film_.isPlaying() && !film_.isRunning()) {
         film_.startTimer();
     }
 }
@@ -229,7 +229,7 @@ void BrowserModes::runFilm(const StorageState &state)
 void BrowserModes::stopTimers()
 {
     timer_.stop();
-    film_.stopTimer();
+    film_.setHeld(true);
 }
 
 } // namespace velmora

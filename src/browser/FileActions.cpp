@@ -28,26 +28,30 @@ QString FileActions::native(const ImageFile &image) const
 
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
-    const ImageFile target = lists_.files().selected();
-    if (target.isNone() || !QFileInfo(native(target)).isFile()) {
+    const ImageFile target = lists_.selected();
+    if (storage_.isBeingEdited() || target.isNone() || !QFileInfo(native(target)).isFile()) {
         return std::nullopt;
     }
-    return KillQuestion{target, killText(target.name)};
+    return KillQuestion{target, lists_.state().camera, killText(target.name)};
 }
 
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 {
-    const int row = lists_.cameraIndex();
-    if (row < 0 || lists_.state().newestOf(row).isNone()) {
+    const ImageFile target = lists_.selected();
+    if (storage_.isBeingEdited() || target.isNone()) {
         return std::nullopt;
     }
-    const ImageFile &target = lists_.state().newestOf(row);
     return KillQuestion{
-        target, killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
+        target,
+        {lists_.state().camera.group, lists_.cameraIndex()},
+        killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
 }
 
 QCoro::Task<> FileActions::kill(ImageFile target)
 {
+    if (storage_.isBeingEdited()) { // since the question
+        co_return;
+    }
     const int row = lists_.state().camera.row;
     static_cast<void>(QFile::remove(native(target)));
     lists_.owe();

@@ -45,6 +45,15 @@ ImageFile FileList::file(int position) const
     return {folder_, QFile::decodeName(names_->name(position))};
 }
 
+std::optional<int> FileList::find(const ImageFile &image) const
+{
+    if (image.isNone() || image.folder != folder_) {
+        return std::nullopt;
+    }
+    const std::optional<qsizetype> place = names_->find(QFile::encodeName(image.name));
+    return place && *place < count() ? std::optional(static_cast<int>(*place)) : std::nullopt;
+}
+
 int FileList::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : count();

@@ -7,6 +7,7 @@
 #include <QAbstractListModel>
 
 #include <memory>
+#include <optional>
 
 namespace velmora {
 
@@ -36,6 +37,9 @@ public:
     [[nodiscard]] ImageFile file(int position) const;
 
     [[nodiscard]] ImageFile selected() const { return file(index_); }
+
+    /// Where a file stands in the list; nothing when it is not listed.
+    [[nodiscard]] std::optional<int> find(const ImageFile &image) const;
 
     [[nodiscard]] const ImageNames &names() const { return *names_; }
 

@@ -1,7 +1,5 @@
 #include "browser/GridActions.h"
 
-#include "browser/NameSearch.h"
-
 namespace velmora {
 
 GridActions::GridActions(StorageFolder &storage, BrowserLists &lists)
@@ -18,38 +16,46 @@ QString GridActions::native(const ImageFile &image) const
 void GridActions::frameCell(int cell)
 {
     if (!lists_.state().DirCamEnCours) {
-        lists_.sheet().setFrame(cell, FrameStyle::Framed);
+        lists_.sheet().press(cell);
     }
+}
+
+void GridActions::releaseCell()
+{
+    lists_.sheet().release();
+}
+
+// Cells are counted from the framed one, which shows the selected image.
+ImageFile GridActions::imageIn(int cell) const
+{
+    const BrowserState &state = lists_.state();
+    if (state.view == View::Group) {
+        return state.newestOf(cell);
+    }
+    return lists_.files().file(lists_.files().ListIndex() - state.CadreActif + cell);
 }
 
 QCoro::Task<> GridActions::zoomCell(int cell)
 {
-    const BrowserState &state = lists_.state();
-    const ImageFile image =
-        state.view == View::Group ? state.newestOf(cell) : lists_.sheet().image(cell);
-    if (lists_.state().DirCamEnCours || lists_.sheet().isZoomVisible() || image.isNone()) {
+    if (lists_.state().DirCamEnCours || lists_.sheet().isZoomVisible()) {
         co_return;
     }
-    lists_.sheet().showZoom(image);
-    Q_EMIT copyWanted(native(image));
+    const ImageFile image = imageIn(cell);
+    if (!image.isNone()) {
+        lists_.sheet().showZoom(image);
+        Q_EMIT copyWanted(native(image));
+    }
     if (lists_.state().view == View::Group) {
         co_await lists_.LstDirCam_Click(cell);
     }
-}
-
-ImageFile GridActions::selectedImage() const
-{
-    const int cell = lists_.state().CadreActif;
-    const bool framed = lists_.sheet().frame(cell) == FrameStyle::Framed;
-    return framed ? lists_.sheet().image(cell) : ImageFile();
 }
 
 void GridActions::toggleZoom()
 {
     if (lists_.sheet().isZoomVisible()) {
         lists_.sheet().hideZoom();
-    } else if (!selectedImage().isNone()) {
-        lists_.sheet().showZoom(selectedImage());
+    } else if (!lists_.selected().isNone()) {
+        lists_.sheet().showZoom(lists_.selected());
     }
 }
 
@@ -71,20 +77,20 @@ void GridActions::LstDir_DblClick()
     Q_EMIT openWanted(storage_.native(lists_.folderOf(lists_.state().camera)));
 }
 
-void GridActions::NomFichier(const QString &lDate, const QString &lTime)
+SearchOutcome GridActions::NomFichier(const QString &lDate, const QString &lTime)
 {
     const std::optional<SearchKeys> keys = searchKeys(lDate, lTime);
     if (!keys) {
-        return;
+        return SearchOutcome::NoDate;
     }
     const ImageNames &names = lists_.files().names();
-    std::optional<qsizetype> found = names.firstContaining(keys->moment);
+    const std::optional<qsizetype> moment = names.firstContaining(keys->moment);
+    const std::optional<qsizetype> found = moment ? moment : names.firstContaining(keys->day);
     if (!found) {
-        found = names.firstContaining(keys->day);
+        return SearchOutcome::NoImageOfTheDay;
     }
-    if (found) {
-        lists_.selectFile(static_cast<int>(*found));
-    }
+    lists_.selectFile(static_cast<int>(*found));
+    return moment ? SearchOutcome::Found : SearchOutcome::DayFound;
 }
 
 } // namespace velmora

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "browser/BrowserLists.h"
+#include "browser/NameSearch.h"
 
 #include <QObject>
 
@@ -14,11 +15,14 @@ class GridActions : public QObject
 public:
     GridActions(StorageFolder &storage, BrowserLists &lists);
 
-    /// The left button went down on a cell that holds a picture.
+    /// The left button went down on a cell that holds a picture: it has a frame, too, until the
+    /// button comes up.
     void frameCell(int cell);
+    void releaseCell();
 
-    /// The right button went down on a cell: shows its image large and asks for a copy of it. Does
-    /// nothing for an empty cell, and while an image is shown large already.
+    /// The right button went down on a cell: selects its camera in group view, shows its image
+    /// large and asks for a copy of it. Does nothing while an image is shown large already; an
+    /// empty cell has nothing to show.
     QCoro::Task<> zoomCell(int cell);
 
     /// Shows the selected image large, or puts a large one away.
@@ -34,8 +38,9 @@ public:
     /// A double click on the list: gives the selected camera's folder to the desktop.
     void LstDir_DblClick();
 
-    /// Selects the first image whose name holds date and time, or else the first of that day.
-    void NomFichier(const QString &lDate, const QString &lTime);
+    /// Selects the first image whose name holds date and time, or else the first of that day, and
+    /// tells what came of it.
+    SearchOutcome NomFichier(const QString &lDate, const QString &lTime);
 
 Q_SIGNALS:
     /// Native paths.
@@ -44,7 +49,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] QString native(const ImageFile &image) const;
-    [[nodiscard]] ImageFile selectedImage() const;
+    [[nodiscard]] ImageFile imageIn(int cell) const;
 
     StorageFolder &storage_;
     BrowserLists &lists_;

@@ -35,8 +35,9 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
 void ImageBrowser::followStorage()
 {
     const QString usable = usableStorage();
-    const bool isOther = usable != shownStorage_ || (lists_.isOwed() && !acting_);
-    if (isOther && !services_.capture.storage.timersStopped() &&
+    const bool isOther = usable != shownStorage_ || (lists_.isOwed() && !acting_) ||
+                         (lists_.hasMissedReading() && !usable.isEmpty());
+    if (isOther && !services_.capture.storage.isBeingEdited() &&
         lists_.state().LectureOK != BrowserState::kNo) {
         shownStorage_ = usable;
         refresh();
@@ -46,7 +47,7 @@ void ImageBrowser::followStorage()
 QString ImageBrowser::usableStorage() const
 {
     const StorageFolder &storage = services_.capture.storage;
-    return storage.state().captureEnabled ? storage.text() : QString();
+    return storage.isUsable() ? storage.inForce() : QString();
 }
 
 void ImageBrowser::launch(Kind kind, Story story)
@@ -111,7 +112,7 @@ void ImageBrowser::begin()
 {
     lists_.state().LectureOK = BrowserState::kYes;
     shownStorage_ = usableStorage();
-    refresh();
+    launch(Kind::Rebuild, [this] { return lists_.lstCam_MouseUp(); });
 }
 
 void ImageBrowser::unload()
@@ -145,6 +146,7 @@ void ImageBrowser::chooseGroup(int group)
 {
     nextGroup_ = group;
     launch(Kind::Rebuild, [this, group] { return showGroup(group); });
+    lists_.announce();
 }
 
 QCoro::Task<> ImageBrowser::showGroup(int group)
@@ -160,6 +162,7 @@ void ImageBrowser::chooseCamera(int row)
 {
     nextRow_ = row;
     launch(Kind::Rebuild, [this, row] { return showCamera(row); });
+    lists_.announce();
 }
 
 QCoro::Task<> ImageBrowser::showCamera(int row)
@@ -180,7 +183,31 @@ void ImageBrowser::chooseFile(int index)
 
 void ImageBrowser::chooseCameraRow(int row)
 {
-    launch(Kind::Follow, [this, row] { return lists_.LstDirCam_Click(row); });
+    if (closed_) {
+        return;
+    }
+    selectAtOnce(row);
+    const BrowserState &state = lists_.state();
+    launch(Kind::Follow, [this, view = state.view, group = state.camera.group, row] {
+        return showCameraRow(view, {group, row});
+    });
+}
+
+// So that the next key goes out from there. A group that is being filled has no rows to select yet.
+void ImageBrowser::selectAtOnce(int row)
+{
+    if (lists_.state().view == View::Group && row < lists_.cameraRows().rowCount() &&
+        !lists_.state().DirCamEnCours) {
+        lists_.selectRow(row);
+    }
+}
+
+// A group that was chosen meanwhile has other cameras in its rows.
+QCoro::Task<> ImageBrowser::showCameraRow(View view, CameraAddress camera)
+{
+    if (lists_.state().view == view && lists_.state().camera.group == camera.group) {
+        co_await lists_.LstDirCam_Click(camera.row);
+    }
 }
 
 void ImageBrowser::clickCell(int cell)
@@ -191,6 +218,8 @@ void ImageBrowser::clickCell(int cell)
     if (lists_.state().view == View::Camera) {
         services_.scope.launch(lists_.Vue_Click(cell));
     } else if (!lists_.state().DirCamEnCours) {
+        Q_EMIT lists_.filesWanted();
+        selectAtOnce(cell);
         launch(Kind::Follow, [this, cell] { return lists_.Vue_Click(cell); });
     }
 }
@@ -230,7 +259,7 @@ void ImageBrowser::setMode(Mode mode, bool on)
 
 void ImageBrowser::refresh()
 {
-    launch(Kind::Rebuild, [this] { return lists_.DirImage(); });
+    launch(Kind::Rebuild, [this] { return lists_.refresh(); });
 }
 
 void ImageBrowser::toggleFilm()
@@ -247,6 +276,8 @@ void ImageBrowser::follow(CameraAddress camera)
 {
     if (modes_.isFollowing(camera)) {
         launch(Kind::Rebuild, [this, camera] { return modes_.refreshAfter(camera); });
+    } else if (lists_.showsNoneOf(camera)) {
+        launch(Kind::Rebuild, [this, camera] { return lists_.showFirst(camera); });
     }
 }
 

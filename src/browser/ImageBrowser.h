@@ -35,11 +35,11 @@ public:
     /// Camera folders may be read from now on.
     void begin();
 
-    /// The window closed.
     /// Old images of this camera are gone from its folder: lists what is left if they are shown. A
     /// slideshow keeps its list.
     void showDeletion(CameraAddress camera);
 
+    /// The window closed.
     void unload();
 
     /// The program ends: nothing is read any more.
@@ -65,7 +65,8 @@ public:
     void toggleFilm();
     void kill(const ImageFile &target);
 
-    /// The capture has stored a new image of a camera.
+    /// The capture has stored a new image of a camera. Shown at once where the user follows new
+    /// images, and where there was none of that camera to be seen.
     void follow(CameraAddress camera);
 
     /// The seconds to the next capture were clicked: fixed cameras come five ticks later.
@@ -85,6 +86,8 @@ private:
     QCoro::Task<> walk();
     QCoro::Task<> showGroup(int group);
     QCoro::Task<> showCamera(int row);
+    QCoro::Task<> showCameraRow(View view, CameraAddress camera);
+    void selectAtOnce(int row);
     void followStorage();
     [[nodiscard]] QString usableStorage() const;
 

@@ -17,9 +17,16 @@ struct SearchKeys
     bool operator==(const SearchKeys &) const = default;
 };
 
-/// The keys of a date as typed, day first ("31/12/2006", also with "-" or "." between) or year
-/// first
-/// ("2006-12-31"), and a time, of which every ":" is left out. Nothing when the date is none.
+/// What a search came to.
+enum class SearchOutcome {
+    Found,
+    DayFound,        // no image of that time: the first of the day
+    NoImageOfTheDay, // the selection stays
+    NoDate
+};
+
+/// The keys of a date as typed, in any usual form (see typedDate), and a time, of which every ":"
+/// is left out. Nothing when the date is none.
 [[nodiscard]] std::optional<SearchKeys> searchKeys(const QString &date, const QString &time);
 
 } // namespace velmora

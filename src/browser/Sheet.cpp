@@ -1,5 +1,7 @@
 #include "browser/Sheet.h"
 
+#include <utility>
+
 namespace velmora {
 
 void Sheet::setImage(int cell, const ImageFile &image)
@@ -14,6 +16,20 @@ void Sheet::setFrame(int cell, FrameStyle style)
     Q_EMIT frameChanged(cell);
 }
 
+void Sheet::press(int cell)
+{
+    release();
+    pressed_ = cell;
+    Q_EMIT frameChanged(cell);
+}
+
+void Sheet::release()
+{
+    if (const std::optional<int> cell = std::exchange(pressed_, std::nullopt)) {
+        Q_EMIT frameChanged(*cell);
+    }
+}
+
 void Sheet::clearImages()
 {
     for (int cell = 0; cell < kCells; ++cell) {
@@ -23,6 +39,7 @@ void Sheet::clearImages()
 
 void Sheet::clearFrames()
 {
+    release();
     for (int cell = 0; cell < kCells; ++cell) {
         setFrame(cell, FrameStyle::Plain);
     }

@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <array>
+#include <optional>
 
 namespace velmora {
 
@@ -21,10 +22,19 @@ public:
     /// Cells 0 to 9.
     [[nodiscard]] const ImageFile &image(int cell) const { return images_.at(index(cell)); }
 
-    [[nodiscard]] FrameStyle frame(int cell) const { return frames_.at(index(cell)); }
+    /// Framed when it is the selected cell, or the one that is being pressed.
+    [[nodiscard]] FrameStyle frame(int cell) const
+    {
+        return pressed_ == cell ? FrameStyle::Framed : frames_.at(index(cell));
+    }
 
     void setImage(int cell, const ImageFile &image);
     void setFrame(int cell, FrameStyle style);
+
+    /// The button went down on a cell, which has a frame until it is released or the frames are
+    /// cleared.
+    void press(int cell);
+    void release();
 
     void clearImages();
     void clearFrames();
@@ -55,6 +65,7 @@ private:
 
     std::array<ImageFile, kCells> images_;
     std::array<FrameStyle, kCells> frames_{};
+    std::optional<int> pressed_;
     ImageFile zoomed_;
     bool zoomVisible_ = false;
 };

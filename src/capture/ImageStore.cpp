@@ -10,6 +10,7 @@
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
 #include "capture/KeepRule.h"
+#include "capture/PictureRemark.h"
 #include "capture/StoredMark.h"
 
 #include <QScopeGuard>
@@ -52,6 +53,8 @@ struct ImageStore::Arrival
     {
         return choice.keep != Keep::Dated && dates.header.isEmpty();
     }
+
+    QString remark; // what is odd about the picture
 };
 
 ImageStore::ImageStore(const CaptureServices &services, ReadAhead &transfers)
@@ -85,6 +88,7 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
 
 QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera)
 {
+    const StorageUse use(services_.storage);
     Arrival arrival;
     arrival.camera = camera;
     arrival.folder = services_.storage.native(folder);
@@ -94,19 +98,24 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
 
     HttpRequest request = cameraRequest(services_, camera, url);
     HttpReply reply = co_await transfers_.fetch(camera, std::move(request));
-    if (reply.outcome == FetchOutcome::Stopped) {
+    if (reply.outcome == FetchOutcome::Stopped || !use.mayGoOn()) {
         co_return;
     }
     recordDuration(camera, reply.duration);
     services_.status.set(Caption::Step, QString());
     if (reply.outcome == FetchOutcome::Failed) {
-        fail(camera, reply.failure);
+        fail(camera, failureRemark(url, reply.failure));
     } else if (reply.body.size() < kMinBodyBytes) {
-        fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)")
-                         .arg(reply.body.size()));
+        fail(camera,
+             failureRemark(url, QStringLiteral("the answer is too short for a picture (%1 bytes)")
+                                    .arg(reply.body.size())));
     } else {
+        arrival.remark = contentRemark(url, reply.body.head(), reply.contentType);
         arrival.body = std::move(reply.body);
         co_await mark(arrival);
+        if (!use.mayGoOn()) {
+            co_return;
+        }
         date(arrival, url, reply);
         keep(arrival);
     }
@@ -144,6 +153,8 @@ void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &rep
                      dateFromText(arrival.record.lastModified)};
     if (arrival.isCompared()) {
         compare(arrival, reply);
+    } else if (arrival.remark.isEmpty()) {
+        arrival.remark = dateRemark(reply.lastModified);
     }
     const QString extension = isRtsp(url)
                                   ? QStringLiteral(".jpg")
@@ -216,9 +227,11 @@ void ImageStore::recordGood(const Arrival &arrival)
 {
     setLamp(arrival.camera, LampColour::Green);
     noticeDates(arrival);
+    services_.page.remarks().set(arrival.camera, arrival.remark);
     services_.status.set(Caption::Step, QStringLiteral("Wait"));
     recordBestTime(arrival);
     services_.table.setValue(u"LocalTime", arrival.camera, dateText(services_.clock.localNow()));
+    Q_EMIT cameraAnswered(arrival.camera);
 }
 
 void ImageStore::recordBestTime(const Arrival &arrival)
@@ -272,13 +285,17 @@ void ImageStore::failToStore(const Arrival &arrival, std::error_code error)
 
 void ImageStore::failToStore(CameraAddress camera, const QString &reason)
 {
+    const bool isGone = !services_.storage.isPresent();
+    const QString why =
+        isGone ? QStringLiteral("the storage folder %1 is gone").arg(services_.storage.inForce())
+               : reason;
     services_.status.set(
         Caption::Trouble,
-        QStringLiteral("The image of camera %1 cannot be stored: %2").arg(title(camera), reason));
-    if (!services_.storage.isPresent()) {
+        QStringLiteral("The image of camera %1 cannot be stored: %2").arg(title(camera), why));
+    if (isGone) {
         services_.storage.requestCheck();
     }
-    fail(camera, QStringLiteral("the image cannot be stored: ") + reason);
+    fail(camera, QStringLiteral("the image cannot be stored: ") + why);
 }
 
 QString ImageStore::title(CameraAddress camera) const
@@ -289,6 +306,7 @@ QString ImageStore::title(CameraAddress camera) const
 void ImageStore::fail(CameraAddress camera, const QString &reason)
 {
     setLamp(camera, LampColour::Red);
+    services_.page.remarks().set(camera, reason);
     Q_EMIT cameraFailed(camera, reason);
 }
 

@@ -7,6 +7,7 @@
 
 #include <QFile>
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,22 +25,25 @@ QString timeOfDay(WallTime time)
 }
 
 // True for a log whose last line has no end, because the program was killed in the middle of it.
+// When that cannot be told, an empty line does less harm than two lines in one.
 bool endsWithinALine(const QByteArray &path, qint64 size)
 {
     const UniqueFd file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    char last = '\n';
-    return size > 0 && file && ::pread(file.get(), &last, 1, size - 1) == 1 && last != '\n';
+    if (!file) {
+        return errno != EACCES; // one that may only be written is left as it is
+    }
+    char last = 0;
+    return ::pread(file.get(), &last, 1, size - 1) != 1 || last != '\n';
 }
 
 // The whole line or nothing of it, in one call where the system takes it so.
 std::error_code appendLine(int file, const QByteArray &path, const QByteArray &line)
 {
-    struct stat before = {};
-    const bool isOrdinary = ::fstat(file, &before) == 0 && S_ISREG(before.st_mode);
-    const bool isOpenLine = isOrdinary && endsWithinALine(path, before.st_size);
+    const off_t before = ::lseek(file, 0, SEEK_END); // -1 for a pipe
+    const bool isOpenLine = before > 0 && endsWithinALine(path, before);
     const std::error_code error = writeAll(file, isOpenLine ? '\n' + line : line);
-    if (error && isOrdinary) {
-        static_cast<void>(::ftruncate(file, before.st_size));
+    if (error && before >= 0) {
+        static_cast<void>(::ftruncate(file, before));
     }
     return error;
 }

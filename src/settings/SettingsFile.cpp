@@ -150,10 +150,12 @@ std::optional<QString> SettingsFile::sizeWarning() const
         return std::nullopt;
     }
     const QString size = QLocale::c().formattedDataSize(stamp->bytes, 1, QLocale::DataSizeSIFormat);
-    return QStringLiteral("The settings file %1 is %2 large, so that every change of a setting "
-                          "takes its time. Settings need a few kilobytes: take out of it what does "
-                          "not belong there.")
-        .arg(path(), size);
+    const QString result = stamp->bytes > kMostProfileBytes
+                               ? QStringLiteral("no change of a setting is stored in it any more")
+                               : QStringLiteral("every change of a setting takes its time");
+    return QStringLiteral("The settings file %1 is %2 large, so that %3. Settings need a few "
+                          "kilobytes: take out of it what does not belong there.")
+        .arg(path(), size, result);
 }
 
 SettingsChange SettingsFile::change(const std::function<void(SettingsDraft &)> &change) const

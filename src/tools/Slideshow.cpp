@@ -38,8 +38,16 @@ bool Slideshow::isPlaying() const
 
 void Slideshow::startTimer()
 {
-    if (open_) {
+    if (open_ && !held_) {
         timer_.start();
+    }
+}
+
+void Slideshow::setHeld(bool held)
+{
+    held_ = held;
+    if (held_) {
+        timer_.stop();
     }
 }
 
@@ -77,7 +85,7 @@ void Slideshow::begin()
     }
     timer_.setInterval(face_.vitesse);
     if (face_.PauseCine == kPause) {
-        timer_.start();
+        startTimer();
     }
     face_.image = fileAt(1);
     face_.nFich = face_.image.name.left(kStemLetters);
@@ -120,10 +128,8 @@ void Slideshow::cine_Timer()
         timer_.stop();
         return;
     }
-    if (current_ > 0) { // right after the begin the first image stands there already
-        face_.image = fileAt(current_);
-        face_.nFich = face_.image.name.left(kStemLetters);
-    }
+    face_.image = fileAt(current_ > 0 ? current_ : range.start); // no image has the number 0
+    face_.nFich = face_.image.name.left(kStemLetters);
     current_ = std::max(current_, range.start);
     face_.progress = current_ - range.start + 1;
     showCounters();

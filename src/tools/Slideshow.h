@@ -62,6 +62,7 @@ public:
     void stopTimer() override { timer_.stop(); }
 
     void startTimer() override;
+    void setHeld(bool held) override;
     void begin() override;
     void moveTo(int index) override;
     void close() override;
@@ -110,6 +111,7 @@ private:
     FilmFace face_;
     int current_ = 0;
     bool open_ = false;
+    bool held_ = false;
 };
 
 } // namespace velmora

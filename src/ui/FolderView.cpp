@@ -45,6 +45,14 @@ FolderView::FolderView(QWidget *parent)
     : FileView(parent)
 {
     setItemDelegate(new FolderDelegate(this));
+    connect(this, &FileView::rowReleased, this, [this](int row) { showRow(row); });
+    connect(this, &FileView::chosen, this, [this](int row) { showRow(row); });
+}
+
+void FolderView::reset()
+{
+    forgetPress();
+    FileView::reset();
 }
 
 } // namespace velmora

@@ -5,13 +5,16 @@
 
 namespace velmora {
 
-/// Shows a FolderList.
+/// Shows a FolderList. Which folder is highlighted is the view's own affair: it is the one that the
+/// user clicked or stepped to, until the list is another.
 class FolderView : public FileView
 {
     Q_OBJECT
 
 public:
     explicit FolderView(QWidget *parent = nullptr);
+
+    void reset() override;
 };
 
 } // namespace velmora

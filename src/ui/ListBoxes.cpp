@@ -1,8 +1,6 @@
 #include "ui/ListBoxes.h"
 
 #include <QKeyEvent>
-#include <QMouseEvent>
-#include <QScrollBar>
 #include <QTextDocument>
 
 #include <optional>
@@ -33,20 +31,12 @@ std::optional<ListKey> listKey(int key)
 } // namespace
 
 ChoiceList::ChoiceList(QWidget *parent)
-    : QListWidget(parent)
+    : ShownList(parent)
 {
     for (int choice = 0; choice < kChoices; ++choice) {
         auto *const item = new QListWidgetItem(QString::number(choice), this);
         item->setTextAlignment(Qt::AlignCenter);
     }
-    setUniformItemSizes(true);
-    verticalScrollBar()->setContextMenuPolicy(
-        Qt::NoContextMenu); // its menu would hold up the window
-}
-
-void ChoiceList::showRow(int row)
-{
-    setCurrentRow(row);
 }
 
 void ChoiceList::describe(int row, const QString &tip, const QString &name)
@@ -75,40 +65,20 @@ void ChoiceList::keyboardSearch(const QString &search)
     QListWidget::keyboardSearch(search);
 }
 
-void ChoiceList::mouseReleaseEvent(QMouseEvent *event)
+void ChoiceList::rowWasKeyed(int row)
 {
-    QListWidget::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton && currentRow() >= 0) {
-        Q_EMIT chosen(currentRow());
-    }
-}
-
-void ChoiceList::keyPressEvent(QKeyEvent *event)
-{
-    QListWidget::keyPressEvent(event);
-    if (currentRow() >= 0) {
-        Q_EMIT chosen(currentRow());
+    if (row == shownRow()) {
+        Q_EMIT keyUsed();
+    } else {
+        Q_EMIT chosen(row);
     }
 }
 
 FileView::FileView(QWidget *parent)
-    : QListView(parent)
+    : ShownList(parent)
 {
-    setUniformItemSizes(true);
-    verticalScrollBar()->setContextMenuPolicy(
-        Qt::NoContextMenu); // its menu would hold up the window
     setLayoutMode(Batched);
     setBatchSize(kLaidOutAtOnce);
-    setEditTriggers(NoEditTriggers);
-    setSelectionMode(SingleSelection);
-}
-
-void FileView::showRow(int row)
-{
-    const QModelIndex index = row < 0 ? QModelIndex() : model()->index(row, 0);
-    if (currentIndex() != index) {
-        setCurrentIndex(index);
-    }
 }
 
 void FileView::reset()
@@ -128,24 +98,19 @@ void FileView::timerEvent(QTimerEvent *event)
     }
 }
 
-void FileView::mouseReleaseEvent(QMouseEvent *event)
-{
-    QListView::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton && currentIndex().isValid()) {
-        Q_EMIT chosen(currentIndex().row());
-    }
-}
-
 void FileView::keyPressEvent(QKeyEvent *event)
 {
     if (const auto key = listKey(event->key())) {
         Q_EMIT keyUsed(*key);
-        return;
+    } else {
+        ShownList::keyPressEvent(event);
     }
-    const QModelIndex before = currentIndex();
-    QListView::keyPressEvent(event);
-    if (currentIndex().isValid() && currentIndex() != before) {
-        Q_EMIT chosen(currentIndex().row());
+}
+
+void FileView::rowWasKeyed(int row)
+{
+    if (row >= 0 && row != shownRow()) {
+        Q_EMIT chosen(row);
     }
 }
 

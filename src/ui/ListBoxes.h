@@ -1,6 +1,8 @@
 // The lists of the image browser, telling what the user chose and which keys were used.
 #pragma once
 
+#include "ui/ShownList.h"
+
 #include <QElapsedTimer>
 #include <QListView>
 #include <QListWidget>
@@ -11,15 +13,12 @@ namespace velmora {
 enum class ListKey { Delete, Zoom, Play };
 
 /// A list of fixed choices, "0" to "9".
-class ChoiceList : public QListWidget
+class ChoiceList : public ShownList<QListWidget>
 {
     Q_OBJECT
 
 public:
     explicit ChoiceList(QWidget *parent = nullptr);
-
-    /// Selects an entry without telling.
-    void showRow(int row);
 
     /// Gives an entry a tip, and a name by which typing finds it; both plain text, empty for none.
     void describe(int row, const QString &tip, const QString &name);
@@ -27,38 +26,59 @@ public:
     void keyboardSearch(const QString &search) override;
 
 Q_SIGNALS:
-    /// The mouse button was released, or a key was used: this entry is selected now.
+    /// A row was clicked, or a key moved the selection to it.
     void chosen(int row);
 
+    /// A key was used that moves nothing.
+    void keyUsed();
+
 protected:
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    void rowWasPressed(int) override {}
+
+    void rowWasClicked(int row) override { Q_EMIT chosen(row); }
+
+    void rowWasKeyed(int row) override;
 
 private:
     QString typed_; // letters of one search
     QElapsedTimer sinceTyped_;
 };
 
-/// A list over a model that may be very long.
-class FileView : public QListView
+/// A list over a model that may be very long and change at any time.
+class FileView : public ShownList<QListView>
 {
     Q_OBJECT
 
 public:
     explicit FileView(QWidget *parent = nullptr);
 
-    /// Selects an entry without telling; -1 none.
-    void showRow(int row);
-
     void reset() override;
 
 Q_SIGNALS:
-    /// The user selected an entry, with the mouse button released again or by a key.
+    /// The left button went down on a row.
+    void rowPressed(int row);
+
+    /// And was released there; the entry in that row may be another one by now.
+    void rowReleased(int row);
+
+    /// A key moved the selection to this row.
     void chosen(int row);
+
+    /// One of the keys that act on the selected entry.
     void keyUsed(velmora::ListKey key);
 
+    /// A double click, on a row or below the rows (-1).
+    void opened(int row);
+
 protected:
-    void mouseReleaseEvent(QMouseEvent *event) override;
+    void rowWasPressed(int row) override { Q_EMIT rowPressed(row); }
+
+    void rowWasClicked(int row) override { Q_EMIT rowReleased(row); }
+
+    void rowWasKeyed(int row) override;
+
+    void wasDoubleClicked(int row) override { Q_EMIT opened(row); }
+
     void keyPressEvent(QKeyEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 

@@ -11,6 +11,7 @@
 #include "cameras/StorageFolder.h"
 #include "settings/WindowPlace.h"
 #include "tools/Slideshow.h"
+#include "ui/FramePlace.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -41,6 +42,9 @@ public:
     /// Puts the camera whose film is shown into the title; empty for one that has no name.
     void nameCamera(const QString &camera);
 
+    /// The film stands above this window, the browser's, and above no other. It outlives the film.
+    void standAbove(QWidget &browser) { browser_ = &browser; }
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
@@ -54,12 +58,15 @@ private:
     void showFace();
     void showSliders(const FilmFace &face);
     void showPicture();
-    void keepInFront();
+    void followBrowser();
+    void keepAboveBrowser();
 
     Slideshow &film_;
     const SettingsFile &settings_;
     const StorageFolder &storage_;
     std::unique_ptr<Ui::fCine> ui_;
+    FramePlace *place_;
+    QWidget *browser_ = nullptr;
     QTimer Timer1;
     QString title_; // without a camera
     QString shown_;

@@ -1,6 +1,7 @@
 #include "ui/frmImport.h"
 
 #include "ui/ClickLabel.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui_frmImport.h"
 
@@ -49,8 +50,11 @@ void frmImport::bindSource()
     ui_->Dir1->setModel(&import_.folders());
     ui_->File1->setModel(&import_.files());
     connect(ui_->Drive1, &QComboBox::currentIndexChanged, &import_, &Import::chooseDrive);
-    connect(ui_->Dir1, &QAbstractItemView::doubleClicked, &import_,
-            [this](const QModelIndex &index) { import_.openFolder(index.row()); });
+    connect(ui_->Dir1, &FileView::opened, &import_, [this](int row) {
+        if (row >= 0) {
+            import_.openFolder(row);
+        }
+    });
     connect(ui_->Dir1, &FileView::keyUsed, &import_, [this](ListKey key) {
         if (key == ListKey::Zoom) {
             import_.openFolder(ui_->Dir1->currentIndex().row());
@@ -60,6 +64,7 @@ void frmImport::bindSource()
             [this] { ui_->Dir1->showRow(import_.folders().openRow()); });
     connect(ui_->Filtre, &QLineEdit::textChanged, &import_, &Import::setFilter);
     connect(ui_->File1, &FileView::chosen, &import_, &Import::chooseFile);
+    connect(ui_->File1, &FileView::rowReleased, &import_, &Import::chooseFile);
     connect(&import_.files(), &SourceList::selectionChanged, ui_->File1, &FileView::showRow);
     connect(ui_->iSource, &PictureView::resized, this, &frmImport::showPictures);
     connect(ui_->iTarget, &PictureView::resized, this, &frmImport::showPictures);
@@ -93,12 +98,7 @@ void frmImport::present()
     if (!std::exchange(loaded_, true)) {
         import_.load();
     }
-    if (isMinimized()) {
-        showNormal();
-    }
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void frmImport::showFace()
@@ -141,11 +141,23 @@ void frmImport::showRun(const ImportFace &face)
         control->setEnabled(!face.running);
     }
     ui_->cmdGo->setEnabled(face.cmdGo);
+    setPlainToolTip(*ui_->cmdGo, face.cmdGo ? tr("Copy files") : face.whyNot);
+    showStatus(face);
     if (!face.running && std::exchange(focusGo_, false) && face.cmdGo) {
         ui_->cmdGo->setFocus();
     }
     ui_->Progress->setRange(0, std::max(1, face.progress.files));
     ui_->Progress->setValue(face.progress.copied);
+}
+
+// While files are copied the bar says so.
+void frmImport::showStatus(const ImportFace &face)
+{
+    const QString why = face.running ? QString() : face.whyNot;
+    const QString failure =
+        face.failure.isEmpty() ? QString() : tr("Copy aborted: %1").arg(face.failure);
+    ui_->lStatus->setText(failure.isEmpty() ? why : failure);
+    setPlainToolTip(*ui_->lStatus, ui_->lStatus->text());
 }
 
 PictureView &frmImport::view(int place) const

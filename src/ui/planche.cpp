@@ -2,24 +2,53 @@
 
 #include "browser/ImageCaption.h"
 #include "cameras/CameraChoices.h"
+#include "cameras/ShownAddress.h"
+#include "ui/SheetLayout.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui/Twips.h"
 #include "ui_planche.h"
 
 #include <QCloseEvent>
 #include <QMessageBox>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace velmora {
+namespace {
+
+constexpr int kEvenCells = 12; // a side of so many pixels times n gives cells of one size
+
+// The name of a camera, or its address as people read it.
+QString placeOf(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString name = cameraName(settings, camera);
+    return name.isEmpty() ? shownAddress(CameraTable::url(settings, camera)) : name;
+}
+
+std::unique_ptr<Ui::planche> setUp(planche &window)
+{
+    auto ui = std::make_unique<Ui::planche>();
+    ui->setupUi(&window);
+    return ui;
+}
+
+} // namespace
 
 planche::planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader)
     : browser_(browser)
+    , pressed_(browser)
     , services_(services)
-    , ui_(std::make_unique<Ui::planche>())
+    , ui_(setUp(*this))
+    , search_(*ui_->lDate, *ui_->lTime, browser.grid())
+    , statusLine_(*ui_->txtLog)
 {
-    ui_->setupUi(this);
     ui_->contactSheet->setControls(*ui_->controls);
+    place_ = new FramePlace(*this);
+    connect(place_, &FramePlace::framed, this, &planche::fitScreen);
     pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.lists().sheet(),
                                                 services_.storage, loader);
     browser_.modes().timer().setParent(this);
@@ -31,6 +60,7 @@ planche::planche(ImageBrowser &browser, const CaptureServices &services, Picture
     bindKeys();
     showFace();
     showCamera();
+    resize(sizeHint());
     ui_->LstDir->setFocus();
 }
 
@@ -46,18 +76,27 @@ void planche::bindLists()
     ui_->LstDirCam->setModel(&lists.cameraRows());
     connect(ui_->lstGroupe, &ChoiceList::chosen, &browser_, &ImageBrowser::chooseGroup);
     connect(ui_->lstCam, &ChoiceList::chosen, &browser_, &ImageBrowser::chooseCamera);
+    connect(ui_->lstCam, &ChoiceList::keyUsed, &browser_, &ImageBrowser::chooseCameraAgain);
     connect(ui_->LstDir, &FileView::chosen, &browser_, &ImageBrowser::chooseFile);
+    connect(ui_->LstDir, &FileView::rowPressed, this, [this](int row) { pressed_.pressFile(row); });
+    connect(ui_->LstDir, &FileView::rowReleased, this, [this] { pressed_.releaseFile(); });
     connect(ui_->LstDirCam, &FileView::chosen, &browser_, &ImageBrowser::chooseCameraRow);
+    connect(ui_->LstDirCam, &FileView::rowPressed, this,
+            [this](int row) { pressed_.pressCameraRow(row); });
+    connect(ui_->LstDirCam, &FileView::rowReleased, this, [this] { pressed_.releaseCameraRow(); });
     connect(ui_->LstDir, &FileView::keyUsed, this, &planche::useKey);
     connect(ui_->LstDirCam, &FileView::keyUsed, this, &planche::useKey);
-    connect(ui_->LstDir, &QAbstractItemView::doubleClicked, &browser_.grid(),
-            &GridActions::LstDir_DblClick);
+    connect(ui_->LstDir, &FileView::opened, &browser_.grid(), &GridActions::LstDir_DblClick);
     connect(&lists.files(), &FileList::selectionChanged, ui_->LstDir, &FileView::showRow);
     connect(&lists.files(), &QAbstractItemModel::modelReset, this, &planche::showCamera);
     connect(&lists, &BrowserLists::changed, this, &planche::showFace);
+    connect(&services_.page, &CameraPage::addressStored, this, &planche::showCamera);
+    connect(&services_.page.remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
     connect(&lists, &BrowserLists::filesWanted, this, [this] {
-        if (ui_->LstDir->isVisible()) {
-            ui_->LstDir->setFocus();
+        for (FileView *const list : {ui_->LstDir, ui_->LstDirCam}) {
+            if (list->isVisible()) {
+                list->setFocus();
+            }
         }
     });
     connect(&lists, &BrowserLists::camerasWanted, ui_->lstCam, qOverload<>(&QWidget::setFocus));
@@ -69,7 +108,8 @@ void planche::bindCells()
         PictureView *const view = &ui_->contactSheet->cell(cell);
         connect(view, &PictureView::pressed, this,
                 [this, cell](auto button, auto modifiers) { pressCell(cell, button, modifiers); });
-        connect(view, &PictureView::clicked, this, [this, cell] { browser_.clickCell(cell); });
+        connect(view, &PictureView::released, &browser_.grid(), &GridActions::releaseCell);
+        connect(view, &PictureView::clicked, this, [this] { pressed_.releaseCell(); });
         connect(view, &PictureView::doubleClicked, this,
                 [this, cell] { browser_.doubleClickCell(cell); });
         connect(view, &PictureView::pointerMoved, this,
@@ -102,19 +142,8 @@ void planche::bindModes()
 
 void planche::bindSearch()
 {
-    connect(&browser_.modes(), &BrowserModes::searchTextsChanged, this,
-            [this](const QString &lDate, const QString &lTime) {
-                ui_->lDate->setText(lDate);
-                ui_->lTime->setText(lTime);
-            });
-    for (QLineEdit *const box : {ui_->lDate, ui_->lTime}) {
-        connect(box, &QLineEdit::returnPressed, this, &planche::search);
-        connect(box, &QLineEdit::editingFinished, this, [this, box] {
-            if (box->isModified()) {
-                search();
-            }
-        });
-    }
+    connect(&browser_.modes(), &BrowserModes::searchTextsChanged, &search_, &SearchBoxes::setTexts);
+    connect(&search_, &SearchBoxes::searched, this, &planche::showSearch);
 }
 
 void planche::bindButtons()
@@ -133,6 +162,8 @@ void planche::bindButtons()
             [this](Caption caption, const QString &text) {
                 if (caption == Caption::NextCycle) {
                     ui_->ctrT->setText(text);
+                } else if (caption == Caption::Standstill) {
+                    statusLine_.halt(text);
                 }
             });
 }
@@ -162,16 +193,30 @@ void planche::showFace()
     ui_->cScan->setChecked(browser_.modes().isOn(Mode::Scan));
     ui_->lstGroupe->showRow(browser_.choice().group);
     ui_->lstCam->showRow(browser_.choice().row);
-    ui_->LstDir->setVisible(!groupView);
-    ui_->LstDirCam->setVisible(groupView);
+    showViewsList();
     ui_->LstDirCam->showRow(browser_.lists().cameraIndex());
-    ui_->lDate->setEnabled(!groupView);
-    ui_->lTime->setEnabled(!groupView);
+    search_.setEnabled(!groupView);
     ui_->NbI->setText(browser_.lists().NbI());
     ui_->bFilm->setEnabled(browser_.lists().isFilmEnabled());
     if (state.camera != shownCamera_) {
         showCamera();
+    } else {
+        showCaptions(); // the view may be the other one
     }
+}
+
+// The keyboard stays with the list, whichever of the two it is.
+void planche::showViewsList()
+{
+    const bool groupView = browser_.lists().state().view == View::Group;
+    FileView *const list = groupView ? ui_->LstDirCam : ui_->LstDir;
+    FileView *const other = groupView ? ui_->LstDir : ui_->LstDirCam;
+    const bool hadFocus = focusWidget() == other;
+    list->show();
+    if (hadFocus) {
+        list->setFocus();
+    }
+    other->hide();
 }
 
 void planche::showCamera()
@@ -183,6 +228,45 @@ void planche::showCamera()
     Q_EMIT cameraShown(shownCamera_);
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
+    showRemarks();
+}
+
+// Why the camera on show gives no picture stands in the line at the foot and in the cell in which
+// its next picture would be.
+void planche::showRemarks()
+{
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const QString remark = services_.page.remarks().of(shownCamera_);
+    statusLine_.keep(remark.isEmpty()
+                         ? QString()
+                         : tr("Camera %1: %2").arg(cameraTitle(settings, shownCamera_), remark));
+    showCaptions();
+}
+
+// In camera view one cell has a word on the camera, the first that is empty.
+QString planche::remarkIn(int cell) const
+{
+    const BrowserState &state = browser_.lists().state();
+    const Sheet &sheet = browser_.lists().sheet();
+    if (state.view == View::Group) {
+        return services_.page.remarks().of({state.camera.group, cell});
+    }
+    const bool isFirst = cell == 0 || !sheet.image(cell - 1).isNone();
+    return isFirst && sheet.image(cell).isNone() ? services_.page.remarks().of(state.camera)
+                                                 : QString();
+}
+
+QString planche::captionOf(int cell) const
+{
+    const QString caption = imageCaption(browser_.lists().sheet().image(cell).name);
+    if (browser_.lists().state().view == View::Camera || caption.isEmpty()) {
+        return caption;
+    }
+    const QString remark = remarkIn(cell);
+    const QString &name = names_.at(static_cast<std::size_t>(cell));
+    const QString numbered = QStringLiteral("%1 · %2").arg(cell).arg(
+        name.isEmpty() ? caption : name + QStringLiteral(" · ") + caption);
+    return remark.isEmpty() ? numbered : QStringLiteral("%1 · %2").arg(numbered, remark);
 }
 
 void planche::showNames(const SettingsSnapshot &settings)
@@ -202,26 +286,21 @@ void planche::rename()
 
 void planche::showCaptions()
 {
-    const Sheet &sheet = browser_.lists().sheet();
-    const bool groupView = browser_.lists().state().view == View::Group;
     for (int cell = 0; cell < kCells; ++cell) {
-        QString caption = imageCaption(sheet.image(cell).name);
-        if (groupView && !caption.isEmpty()) {
-            const QString &name = names_.at(static_cast<std::size_t>(cell));
-            caption = QStringLiteral("%1 · %2").arg(cell).arg(
-                name.isEmpty() ? caption : name + QStringLiteral(" · ") + caption);
-        }
-        ui_->contactSheet->cell(cell).setCaption(caption);
+        ui_->contactSheet->cell(cell).setCaption(captionOf(cell));
+        ui_->contactSheet->cell(cell).setEmptyText(remarkIn(cell));
     }
-    ui_->contactSheet->zoom().setCaption(imageCaption(sheet.zoomed().name));
+    ui_->contactSheet->zoom().setCaption(imageCaption(browser_.lists().sheet().zoomed().name));
 }
 
 void planche::pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
+    pressed_.pressCell(cell);
+    search_.leave();
     if (button == Qt::LeftButton && ui_->contactSheet->cell(cell).holdsPicture()) {
-        browser_.grid().frameCell(cell);
+        pressed_.frameCell();
     } else if (button == Qt::RightButton && modifiers == Qt::NoModifier) {
-        browser_.zoomCell(cell);
+        pressed_.zoomCell();
     }
 }
 
@@ -239,11 +318,14 @@ void planche::showPointer(int cell, QPoint position)
                   : QString());
 }
 
-void planche::search()
+// Only a message of an earlier search gives way to none.
+void planche::showSearch(const QString &message)
 {
-    ui_->lDate->setModified(false);
-    ui_->lTime->setModified(false);
-    browser_.grid().NomFichier(ui_->lDate->text(), ui_->lTime->text());
+    const bool isTold = !searchMessage_.isEmpty() && ui_->txtLog->text() == searchMessage_;
+    searchMessage_ = message;
+    if (isTold || !message.isEmpty()) {
+        showMessage(message);
+    }
 }
 
 void planche::useKey(ListKey key)
@@ -267,12 +349,17 @@ void planche::askToKill()
                               ? browser_.files().LstDir_KeyDown()
                               : browser_.files().LstDirCam_KeyDown();
     if (!question) {
+        statusLine_.halt(services_.status.text(Caption::Standstill));
         return;
     }
     auto *const box = new QMessageBox(QMessageBox::Critical, QStringLiteral("Del "), question->text,
                                       QMessageBox::Yes | QMessageBox::No, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(
+        tr("Camera %1: %2")
+            .arg(cameraText(question->camera),
+                 placeOf(services_.table.settings().snapshot(), question->camera)));
     box->setDefaultButton(QMessageBox::No);
     connect(box, &QMessageBox::finished, this, [this, target = question->target](int answer) {
         if (answer == QMessageBox::Yes) {
@@ -284,7 +371,7 @@ void planche::askToKill()
 
 void planche::moveTo(WindowPlace place)
 {
-    move(pixels(place.left), pixels(place.top));
+    place_->moveTo({pixels(place.left), pixels(place.top)});
 }
 
 void planche::present()
@@ -293,12 +380,20 @@ void planche::present()
         loaded_ = true;
         browser_.load();
     }
-    if (isMinimized()) {
-        showNormal();
+    bringToFront(*this);
+}
+
+// A screen too low for the sheet gets a smaller one, in its proportions.
+void planche::fitScreen(const QRect &frame)
+{
+    const QRect room = screen()->availableGeometry();
+    const int excess = std::max({0, frame.bottom() - room.bottom(), frame.right() - room.right()});
+    const QSize sheet = ui_->contactSheet->size();
+    const int side = std::min(sheet.width(), sheet.height()) - excess;
+    if (side < SheetLayout::kUsual.width() && !isMaximized()) {
+        const int even = side / kEvenCells * kEvenCells;
+        resize(size() - sheet + QSize(even, even));
     }
-    show();
-    raise();
-    activateWindow();
 }
 
 void planche::unload()
@@ -307,7 +402,8 @@ void planche::unload()
         return;
     }
     loaded_ = false;
-    writePlace(services_.table.settings(), kBrowserPlace, {twips(y()), twips(x())});
+    writePlace(services_.table.settings(), kBrowserPlace,
+               {twips(place_->corner().y()), twips(place_->corner().x())});
     services_.log.trace(QStringLiteral("Planche Form_Unload"));
     browser_.unload();
     hide();
@@ -318,19 +414,18 @@ void planche::showStored(CameraAddress camera)
     ++stored_;
     ui_->NbCapt->setText(QString::number(stored_));
     ui_->Capt->setText(cameraText(camera));
-    showMessage(tr("Image stored"));
+    statusLine_.tellEvent(tr("Image stored"));
 }
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
     const SettingsSnapshot settings = services_.table.settings().snapshot();
-    showMessage(tr("Camera %1: %2").arg(cameraTitle(settings, camera), reason));
+    statusLine_.tellEvent(tr("Camera %1: %2").arg(cameraTitle(settings, camera), reason));
 }
 
 void planche::showMessage(const QString &text)
 {
-    ui_->txtLog->setText(text);
-    setPlainToolTip(*ui_->txtLog, text);
+    statusLine_.tell(text);
 }
 
 void planche::closeEvent(QCloseEvent *event)

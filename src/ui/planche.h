@@ -9,11 +9,14 @@
 //     status         ctrT  NbCapt  Capt  txtLog
 #pragma once
 
-#include "browser/ImageBrowser.h"
+#include "browser/PressedEntry.h"
 #include "capture/ImageStore.h"
 #include "settings/WindowPlace.h"
+#include "ui/FramePlace.h"
 #include "ui/ListBoxes.h"
+#include "ui/SearchBoxes.h"
 #include "ui/SheetPictures.h"
+#include "ui/StatusLine.h"
 
 #include <QWidget>
 
@@ -83,22 +86,36 @@ private:
     void bindSearch();
     void bindButtons();
     void bindKeys();
+    void fitScreen(const QRect &frame);
     void showFace();
+    void showNews(const QString &text);
+    void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
     void showNames(const SettingsSnapshot &settings);
+    void showViewsList();
+    void showRemarks();
+    [[nodiscard]] QString remarkIn(int cell) const;
+    [[nodiscard]] QString captionOf(int cell) const;
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
-    void search();
+    void showSearch(const QString &message);
     void useKey(ListKey key);
     void askToKill();
 
     ImageBrowser &browser_;
+    PressedEntry pressed_;
     CaptureServices services_;
     std::unique_ptr<Ui::planche> ui_;
+    SearchBoxes search_;
     std::unique_ptr<SheetPictures> pictures_;
+    FramePlace *place_ = nullptr;
+    StatusLine statusLine_;
     CameraAddress shownCamera_;
     std::array<QString, kRows> names_; // of the group's cameras
+    QString searchMessage_;            // in the status line, until another takes its place
+    QString standstill_;               // why nothing is captured
+    QString beforeStandstill_;
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

@@ -106,13 +106,14 @@ TEST_F(Choice, KeepsTheSheetWhileTheFolderOfANewCameraIsStillRead)
     house_.finish();
 }
 
-TEST_F(Choice, EmptiesThePicturesForANewCameraInGroupViewAndFramesItsCell)
+TEST_F(Choice, ShowsTheGroupAnewForANewCameraInGroupViewAndFramesItsCell)
 {
     house_.addImages({0, 0}, 2);
     house_.addImages({0, 3}, 4);
     house_.showGroup(0);
     chooseCamera(3);
-    EXPECT_EQ(house_.cells(), QStringList(kCells));
+    EXPECT_EQ(house_.cells().value(0), imageName(1));
+    EXPECT_EQ(house_.cells().value(3), imageName(3));
     EXPECT_EQ(house_.framed(), QList<int>({3}));
     EXPECT_EQ(lists_.cameraIndex(), 3);
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("3"));

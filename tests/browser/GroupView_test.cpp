@@ -239,8 +239,77 @@ TEST_F(GroupView, SelectsNoRowAndFramesNoCellWhenItIsBuiltAnew)
     house_.addImages({0, 4}, 3);
     house_.showGroup(0);
     browser_.chooseCameraRow(4);
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(house_.framed(), QList<int>());
+    EXPECT_EQ(house_.NbI(), QString());
+}
+
+TEST_F(GroupView, KeepsTheRowWhenItIsReadAgain)
+{
+    house_.addImages({0, 4}, 3);
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseCameraRow(4);
     browser_.refresh();
     house_.finish();
+    EXPECT_EQ(lists_.cameraIndex(), 4);
+    EXPECT_EQ(house_.framed(), QList<int>({4}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
+}
+
+TEST_F(GroupView, ListsTheSameRowOfAnotherGroupForTheFilm)
+{
+    house_.addImages({0, 0}, 3);
+    house_.addImages({1, 0}, 5);
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseGroup(1);
+    house_.finish();
+    EXPECT_EQ(house_.data.files.count(), 5);
+    EXPECT_TRUE(lists_.isFilmEnabled());
+    EXPECT_EQ(house_.NbI(), QString());
+}
+
+TEST_F(GroupView, LeavesTheListOfAnOpenFilm)
+{
+    house_.addImages({0, 0}, 3);
+    house_.addImages({1, 0}, 5);
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    film_.pause();
+    browser_.chooseGroup(1);
+    house_.finish();
+    EXPECT_EQ(house_.data.files.count(), 3);
+}
+
+TEST_F(GroupView, LeavesItsCellsForAnImageThatIsSelectedInTheListOfTheFilm)
+{
+    house_.addImages({0, 0}, 3);
+    house_.addImages({0, 4}, 12);
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseCameraRow(4);
+    house_.finish();
+    const QStringList cells = house_.cells();
+    browser_.chooseFile(2);
+    EXPECT_EQ(selected(), 2);
+    EXPECT_EQ(house_.cells(), cells);
+    EXPECT_EQ(house_.framed(), QList<int>({4}));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("12"));
+}
+
+TEST_F(GroupView, SelectsNoRowOfAGroupThatIsChosenAfterTheClick)
+{
+    house_.addFullFolder({0, 4});
+    state().LectureOK = BrowserState::kYes;
+    house_.showGroup(0);
+    browser_.chooseCameraRow(4);
+    browser_.chooseGroup(1);
+    browser_.chooseCameraRow(2);
+    house_.finish();
+    EXPECT_EQ(state().camera.group, 1);
     EXPECT_EQ(lists_.cameraIndex(), -1);
     EXPECT_EQ(house_.framed(), QList<int>());
 }

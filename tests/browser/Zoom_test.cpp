@@ -36,6 +36,22 @@ TEST_F(ZoomImage, FramesAPressedCellBesidesTheSelectedOne)
     EXPECT_EQ(selected(), 10);
 }
 
+TEST_F(ZoomImage, TakesTheFrameOfAPressedCellAwayWhenTheButtonComesUp)
+{
+    showImages(20, 10);
+    grid_.frameCell(7);
+    grid_.releaseCell();
+    EXPECT_EQ(house_.framed(), QList<int>({4}));
+}
+
+TEST_F(ZoomImage, LeavesTheSelectedCellItsFrameWhenItIsPressedAndReleased)
+{
+    showImages(20, 10);
+    grid_.frameCell(4);
+    grid_.releaseCell();
+    EXPECT_EQ(house_.framed(), QList<int>({4}));
+}
+
 TEST_F(ZoomImage, FramesNoPressedCellWhileTheGroupViewIsBeingFilled)
 {
     showImages(20, 10);
@@ -131,17 +147,16 @@ TEST_F(ZoomImage, CopiesTheNewestImageInGroupView)
               house_.capture.tree.path(house_.capture.folder({0, 6}) + u'/' + imageName(4)));
 }
 
-TEST_F(ZoomImage, ShowsTheNewestImageInGroupViewWhenTheCellsAreEmpty)
+TEST_F(ZoomImage, OnlySelectsTheRowOfAnEmptyCellInGroupView)
 {
     house_.addImages({0, 2}, 2);
     browser_.setMode(Mode::Camera, true);
     house_.finish();
-    browser_.chooseCamera(2); // empties the cells
-    house_.finish();
-    ASSERT_TRUE(house_.data.sheet.image(2).isNone());
-    zoom(2);
-    EXPECT_EQ(zoomed(), imageName(1));
-    EXPECT_EQ(copies_.count(), 1);
+    zoom(3);
+    EXPECT_FALSE(isVisible());
+    EXPECT_EQ(copies_.count(), 0);
+    EXPECT_EQ(lists_.cameraIndex(), 3);
+    EXPECT_EQ(house_.framed(), QList<int>({3}));
 }
 
 TEST_F(ZoomImage, ShowsTheSelectedImageByItsKeyAndGoesByIt)

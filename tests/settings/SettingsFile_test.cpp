@@ -225,5 +225,17 @@ TEST_F(SettingsFileTest, WarnsOfAFileBeyondAllMeasure)
     EXPECT_EQ(settings.snapshot().read(u"s", u"k"), QStringLiteral("v"));
 }
 
+TEST_F(SettingsFileTest, ReadsAFileOfAnySizeButChangesNoneAboveSixteenMegabytes)
+{
+    const QByteArray large =
+        "[s]\r\nk=old\r\n" + QByteArray(qsizetype{17} * 1024 * 1024, ';') + "\r\n";
+    store(large);
+    settings.write(u"s", u"k", u"new");
+    EXPECT_TRUE(text() == large);
+    EXPECT_EQ(settings.read(u"s", u"k"), QStringLiteral("old"));
+    const QString warning = settings.sizeWarning().value_or(QString());
+    EXPECT_TRUE(warning.contains(QStringLiteral("no change of a setting is stored")));
+}
+
 } // namespace
 } // namespace velmora

@@ -165,14 +165,14 @@ TEST_F(SlideshowTick, ComesUpToTheFirstPositionAfterThePictureIsTaken)
     EXPECT_EQ(film_.current(), 21);
 }
 
-TEST_F(SlideshowTick, KeepsThePictureWhenThePositionIsZeroLater)
+TEST_F(SlideshowTick, ShowsTheFirstOfTheRangeWhenThePositionIsZeroLater)
 {
     open(30);
     tick(6);
     film_.moveTo(-1);
     ASSERT_EQ(film_.current(), 0);
     tick();
-    EXPECT_EQ(face().image.name, imageName(5));
+    EXPECT_EQ(face().image.name, imageName(0));
     EXPECT_EQ(face().Compte, QStringLiteral("1 / 30"));
 }
 

@@ -1,0 +1,83 @@
+#include "browser/PressedEntry.h"
+
+namespace velmora {
+
+PressedEntry::PressedEntry(ImageBrowser &browser)
+    : browser_(browser)
+{
+}
+
+void PressedEntry::pressFile(int index)
+{
+    entry_ = Entry{state().view, state().camera, browser_.lists().files().file(index), 0};
+}
+
+void PressedEntry::pressCameraRow(int row)
+{
+    entry_ = Entry{state().view, {state().camera.group, row}, {}, row};
+}
+
+void PressedEntry::pressCell(int cell)
+{
+    entry_ = Entry{
+        state().view, {state().camera.group, cell}, browser_.lists().sheet().image(cell), cell};
+}
+
+void PressedEntry::releaseFile()
+{
+    if (!entry_) {
+        return;
+    }
+    if (const std::optional<int> index = browser_.lists().files().find(entry_->image)) {
+        browser_.chooseFile(*index);
+    }
+}
+
+void PressedEntry::releaseCameraRow()
+{
+    if (entry_ && state().view == View::Group && entry_->camera.group == state().camera.group) {
+        browser_.chooseCameraRow(entry_->camera.row);
+    }
+}
+
+// In camera view the number of the cell in which the image would stand now; it may be beyond the
+// sheet on either side.
+std::optional<int> PressedEntry::cellNow() const
+{
+    if (!entry_ || entry_->view != state().view) {
+        return std::nullopt;
+    }
+    if (state().view == View::Group) {
+        return entry_->camera.group == state().camera.group ? std::optional(entry_->cell)
+                                                            : std::nullopt;
+    }
+    const FileList &files = browser_.lists().files();
+    if (entry_->image == browser_.lists().sheet().image(entry_->cell)) {
+        return entry_->cell; // empty ones too
+    }
+    const std::optional<int> index = files.find(entry_->image);
+    return index ? std::optional(state().CadreActif + *index - files.ListIndex()) : std::nullopt;
+}
+
+void PressedEntry::releaseCell()
+{
+    if (const std::optional<int> cell = cellNow()) {
+        browser_.clickCell(*cell);
+    }
+}
+
+void PressedEntry::frameCell()
+{
+    if (entry_ && cellNow() == entry_->cell) {
+        browser_.grid().frameCell(entry_->cell);
+    }
+}
+
+void PressedEntry::zoomCell()
+{
+    if (const std::optional<int> cell = cellNow()) {
+        browser_.zoomCell(*cell);
+    }
+}
+
+} // namespace velmora

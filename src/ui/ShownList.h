@@ -1,0 +1,131 @@
+// A list in a window that shows which entry is selected, but never selects one itself: it says
+// which row the user means, and whoever owns the selection says what is selected then.
+#pragma once
+
+#include <QApplication>
+#include <QListView>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include <utility>
+
+namespace velmora {
+
+/// A row is chosen by a plain click of the left button on it, pressed and released there, or by a
+/// key that moves the selection. Nothing else moves the highlight: no other button, no Ctrl, no
+/// dragging, no click below the rows, no focus that comes.
+template <typename View>
+class ShownList : public View
+{
+public:
+    explicit ShownList(QWidget *parent)
+        : View(parent)
+    {
+        View::setUniformItemSizes(true);
+        View::setSelectionMode(QAbstractItemView::SingleSelection);
+        View::setEditTriggers(QAbstractItemView::NoEditTriggers);
+        View::setFocusPolicy(Qt::TabFocus); // a press takes it later, see there
+        View::verticalScrollBar()->setContextMenuPolicy(
+            Qt::NoContextMenu); // its menu would hold up the window
+    }
+
+    /// Highlights the entry that is selected; -1 none.
+    void showRow(int row)
+    {
+        shown_ = row;
+        const QModelIndex index = row < 0 ? QModelIndex() : View::model()->index(row, 0);
+        if (View::currentIndex() != index) {
+            View::setCurrentIndex(index);
+        }
+    }
+
+protected:
+    /// The left button went down on a row: the entry in it is meant from now on.
+    virtual void rowWasPressed(int row) = 0;
+
+    /// The button was released where it went down on that row; another entry may be in it by now.
+    virtual void rowWasClicked(int row) = 0;
+
+    /// A key was used that wants this row, which may be the selected one; -1 in an empty list.
+    virtual void rowWasKeyed(int row) = 0;
+
+    /// A double click of the left button, on a row or below the rows (-1).
+    virtual void wasDoubleClicked(int row) { Q_UNUSED(row); }
+
+    /// What is pressed means nothing any more.
+    void forgetPress() { pressed_ = -1; }
+
+    [[nodiscard]] int shownRow() const { return shown_; }
+
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        pressed_ = -1;
+        const QModelIndex index = View::indexAt(event->position().toPoint());
+        if (event->button() == Qt::LeftButton && index.isValid() &&
+            !event->modifiers().testFlag(Qt::ControlModifier)) {
+            pressed_ = index.row();
+            pressedAt_ = event->position().toPoint();
+            pressedPlace_ = View::visualRect(index);
+            rowWasPressed(pressed_);
+        }
+        // Last, for a box that is left by it may bring other entries under the pointer.
+        View::setFocus(Qt::MouseFocusReason);
+    }
+
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        if (event->buttons() == Qt::NoButton) {
+            View::mouseMoveEvent(event);
+        }
+    }
+
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (event->button() != Qt::LeftButton || pressed_ < 0) {
+            return;
+        }
+        const QPoint at = event->position().toPoint();
+        const bool isThere = pressedPlace_.contains(at) || (at - pressedAt_).manhattanLength() <
+                                                               QApplication::startDragDistance();
+        const int row = std::exchange(pressed_, -1);
+        if (isThere) {
+            rowWasClicked(row);
+        }
+    }
+
+    void mouseDoubleClickEvent(QMouseEvent *event) override
+    {
+        mousePressEvent(event);
+        if (event->button() == Qt::LeftButton) {
+            wasDoubleClicked(pressed_);
+        }
+    }
+
+    // The toolkit moves its highlight; whether it stays there is not its affair.
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        View::keyPressEvent(event);
+        rowWasKeyed(View::currentIndex().row());
+        showRow(shown_);
+    }
+
+    void focusInEvent(QFocusEvent *event) override
+    {
+        View::focusInEvent(event);
+        showRow(shown_);
+    }
+
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &,
+                                                         const QEvent *) const override
+    {
+        return QItemSelectionModel::ClearAndSelect;
+    }
+
+private:
+    int shown_ = -1;
+    int pressed_ = -1;
+    QPoint pressedAt_;
+    QRect pressedPlace_;
+};
+
+} // namespace velmora

@@ -8,9 +8,22 @@ _velmora()
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -d -- "$word")
             ;;
-        --passes) ;;
+        --import-list | --export-list)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -f -- "$word")
+            ;;
+        --keep)
+            mapfile -t COMPREPLY < <(compgen -W 'dated differing clearly:' -- "$word")
+            ;;
+        --set | --get)
+            compopt -o nospace
+            mapfile -t COMPREPLY < <(compgen -W 'storage tick timeout debug group. camera.' -- "$word")
+            ;;
+        --passes | --add | --camera | --name | --remove) ;;
         *)
-            mapfile -t COMPREPLY < <(compgen -W '-h --help -v --version --program-folder --capture --passes' -- "$word")
+            mapfile -t COMPREPLY < <(compgen -W '-h --help -v --version --program-folder --capture --passes
+                --add --camera --name --keep --remove --list --status --json --import-list --export-list
+                --set --get' -- "$word")
             ;;
     esac
 }

@@ -22,6 +22,7 @@ CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, Picture
     , conformity_(services(), scheduler_, scope_)
     , retention_(services(), scope_)
     , liveView_(services(), source, scope_)
+    , trial_(services(), source, scope_)
     , watch_(storage_, clock_)
 {
     clearWorkFiles(programFolder);

@@ -7,6 +7,7 @@
 #include "cameras/CameraPage.h"
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
+#include "capture/CameraTrial.h"
 #include "capture/Conformity.h"
 #include "capture/HttpClient.h"
 #include "capture/ImageStore.h"
@@ -63,6 +64,8 @@ public:
 
     [[nodiscard]] LiveView &liveView() { return liveView_; }
 
+    [[nodiscard]] CameraTrial &trial() { return trial_; }
+
     [[nodiscard]] TaskScope &scope() { return scope_; }
 
     /// Starts a coroutine that is joined by close().
@@ -102,6 +105,7 @@ private:
     Conformity conformity_;
     Retention retention_;
     LiveView liveView_;
+    CameraTrial trial_;
     StorageWatch watch_;
     QString clearedFolder_;
 };

@@ -1,5 +1,7 @@
 #include "app/HeadlessCapture.h"
 
+#include "cameras/CameraChoices.h"
+
 #include <QCoreApplication>
 
 #include <cstdio>
@@ -36,13 +38,16 @@ void HeadlessCapture::connectReports()
     connect(&engine_.store(), &ImageStore::imageStored, this,
             [this](CameraAddress camera, const QString &fileName) {
                 ++stored_;
-                say(QStringLiteral("stored %1 %2").arg(nameOf(camera), fileName));
+                say(QStringLiteral("stored %1 %2").arg(title(camera), fileName));
             });
     connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
     connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
         if (failures_.remove(nameOf(camera)) > 0) {
-            say(QStringLiteral("good again ") + nameOf(camera));
+            say(QStringLiteral("good again ") + title(camera));
         }
+    });
+    connect(&engine_.store(), &ImageStore::undatedNoticed, this, [this](CameraAddress camera) {
+        QTextStream(stderr) << "velmora: " << undatedNotice(settings(), camera) << Qt::endl;
     });
     connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);
@@ -54,6 +59,16 @@ void HeadlessCapture::connectReports()
             });
     connect(&engine_.problems(), &Problems::warned, this,
             [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
+}
+
+SettingsSnapshot HeadlessCapture::settings() const
+{
+    return engine_.settings().snapshot();
+}
+
+QString HeadlessCapture::title(CameraAddress camera) const
+{
+    return cameraTitle(engine_.settings(), camera);
 }
 
 void HeadlessCapture::say(const QString &text)
@@ -69,7 +84,9 @@ void HeadlessCapture::reportFailure(CameraAddress camera, const QString &reason)
     const QString kind = withoutNumbers(reason);
     if (failures_.value(nameOf(camera)) != kind) {
         failures_.insert(nameOf(camera), kind);
-        say(QStringLiteral("failed %1 %2").arg(nameOf(camera), reason));
+        const bool isNamed = !cameraName(settings(), camera).isEmpty();
+        say(QStringLiteral("failed %1%2 %3")
+                .arg(title(camera), isNamed ? QStringLiteral(":") : QString(), reason));
     }
 }
 

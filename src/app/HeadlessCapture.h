@@ -30,6 +30,8 @@ private:
     void say(const QString &text);
     void reportFailure(CameraAddress camera, const QString &reason);
     void reportPass();
+    [[nodiscard]] SettingsSnapshot settings() const;
+    [[nodiscard]] QString title(CameraAddress camera) const;
     QCoro::Task<> finish();
     QCoro::Task<> leave();
     void leaveAfterError(const QString &text);

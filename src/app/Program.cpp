@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include "cameras/CameraChoices.h"
 #include "ui/PictureClipboard.h"
 
 #include <QCoreApplication>
@@ -32,6 +33,8 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , links_(opener_, engine_.paths(), engine_.scope())
     , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
                  engine_.timer())
+    , sheet_(engine_.services(), engine_.trial())
+    , list_(engine_.settings())
     , planche_(images_.browser(), engine_.services(), images_.loader())
     , film_(images_.film(), engine_.settings(), engine_.storage())
     , importWindow_(import_.import(), import_.loader())
@@ -40,6 +43,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
 {
     film_.standAbove(planche_);
     connectMain();
+    connectSheet();
     connectBrowser();
     connectAlarm();
     connectConformity();
@@ -57,6 +61,15 @@ void Program::connectMain()
     connect(&closing_, &TitleBox::dismissed, this, [this] { engine_.scheduler().giveUp(); });
 }
 
+void Program::connectSheet()
+{
+    connect(&interface_, &Interface::sheetWanted, &sheet_, &CameraSheet::present);
+    connect(&sheet_, &CameraSheet::addressChosen, &interface_, &Interface::fillAddress);
+    connect(&sheet_, &CameraSheet::saved, &engine_.page(), &CameraPage::reread);
+    connect(&interface_, &Interface::listWanted, &list_, &CameraListWindow::present);
+    connect(&list_, &CameraListWindow::stored, &engine_.page(), &CameraPage::reread);
+}
+
 void Program::connectBrowser()
 {
     connect(&planche_, &planche::setUpPressed, this, [this] {
@@ -72,6 +85,22 @@ void Program::connectBrowser()
             &ImageBrowser::showDeletion);
     connect(&engine_.store(), &ImageStore::imageStored, &planche_, &planche::showStored);
     connect(&engine_.store(), &ImageStore::cameraFailed, &planche_, &planche::showFailed);
+    connect(&engine_.store(), &ImageStore::undatedNoticed, this, &Program::tellUndated);
+    connect(&planche_, &planche::cameraShown, this, [this](CameraAddress camera) {
+        film_.nameCamera(cameraName(engine_.settings().snapshot(), camera).isEmpty()
+                             ? QString()
+                             : cameraTitle(engine_.settings().snapshot(), camera));
+    });
+    connect(&engine_.page(), &CameraPage::pageReread, &planche_, &planche::rename);
+}
+
+// A line and no box: it comes up by itself, and nothing is wrong.
+void Program::tellUndated(CameraAddress camera)
+{
+    const QString text = undatedNotice(engine_.settings().snapshot(), camera);
+    engine_.log().trace(text);
+    interface_.showMessage(text);
+    planche_.showMessage(text);
 }
 
 // A mail that fails is told once and not logged.
@@ -215,6 +244,8 @@ void Program::hideWindows()
     film_.close();
     importWindow_.close();
     alarm_.close();
+    sheet_.close();
+    list_.close();
     zoom_.close();
     interface_.close();
     planche_.close();

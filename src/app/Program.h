@@ -5,6 +5,8 @@
 #include "app/BrowserEngine.h"
 #include "app/ImportEngine.h"
 #include "ui/Alarm.h"
+#include "ui/CameraListWindow.h"
+#include "ui/CameraSheet.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TitleBox.h"
@@ -39,8 +41,10 @@ public:
 
 private:
     void connectMain();
+    void connectSheet();
     void connectBrowser();
     void connectAlarm();
+    void tellUndated(CameraAddress camera);
     void connectConformity();
     void connectProblems();
     void showSplash();
@@ -64,6 +68,8 @@ private:
     MessageBoxes messages_;
     mOuvreLien links_;
     Interface interface_;
+    CameraSheet sheet_;
+    CameraListWindow list_;
     planche planche_;
     fCine film_;
     frmImport importWindow_;

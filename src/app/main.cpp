@@ -11,6 +11,7 @@
 #include "app/SignalWatcher.h"
 #include "app/SingleInstance.h"
 #include "base/DesktopOpener.h"
+#include "capture/PictureSources.h"
 #include "ui/Accessibility.h"
 
 #include <QApplication>
@@ -145,8 +146,8 @@ int run(int argc, char **argv, const RunRequest &request)
     SignalWatcher signalWatcher;
     prepareSettings(folder, qEnvironmentVariable("windir"));
     SystemClock clock;
-    HttpClient http;
-    CaptureEngine engine(folder, clock, http);
+    PictureSources pictures;
+    CaptureEngine engine(folder, clock, pictures);
     ProgramDesk desk(folder, engine.store());
     QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
     desk.open();

@@ -2,6 +2,8 @@
 
 #include "base/AnsiText.h"
 #include "base/OneLine.h"
+#include "cameras/CameraTable.h"
+#include "cameras/ShownAddress.h"
 
 #include <array>
 
@@ -12,8 +14,6 @@ constexpr QStringView kName = u"Name";
 constexpr QStringView kKeep = u"Keep";
 constexpr QStringView kUser = u"User";
 constexpr QStringView kPassword = u"Password";
-constexpr QStringView kDigest = u"Digest";
-constexpr QStringView kLook = u"Look";
 
 // One pair of quotes around a stored value is taken off when it is read.
 QString quoted(QStringView value)
@@ -31,6 +31,34 @@ void writeOrRemove(SettingsDraft &draft, CameraAddress camera, QStringView key, 
     } else if (!draft.read(section, key).isEmpty()) {
         draft.remove(section, key);
     }
+}
+
+template <typename Settings>
+QString nameIn(const Settings &settings, CameraAddress camera)
+{
+    return onOneLine(settings.read(cameraSection(camera), kName)).trimmed().left(kMaxNameLength);
+}
+
+QString titleOf(CameraAddress camera, const QString &name)
+{
+    return name.isEmpty() ? cameraText(camera) : cameraText(camera) + u' ' + name;
+}
+
+template <typename Settings>
+KeepChoice keepIn(const Settings &settings, CameraAddress camera)
+{
+    const KeepChoice choice =
+        keepFromText(settings.read(cameraSection(camera), kKeep)).value_or(KeepChoice{});
+    return choice.isInRange() ? choice : KeepChoice{};
+}
+
+// A password without a user is none.
+template <typename Settings>
+CameraLogin loginIn(const Settings &settings, CameraAddress camera)
+{
+    const QString section = cameraSection(camera);
+    const QString user = settings.read(section, kUser);
+    return user.isEmpty() ? CameraLogin{} : CameraLogin{user, settings.read(section, kPassword)};
 }
 
 bool isDigit(QChar c)
@@ -72,20 +100,51 @@ std::optional<QString> nameRefusal(QStringView name)
 
 QString cameraName(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return onOneLine(settings.read(cameraSection(camera), kName)).trimmed().left(kMaxNameLength);
+    return nameIn(settings, camera);
+}
+
+QString cameraTitle(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return titleOf(camera, nameIn(settings, camera));
+}
+
+QString cameraTitle(const SettingsFile &settings, CameraAddress camera)
+{
+    return titleOf(camera, nameIn(settings, camera));
+}
+
+QString shownCamera(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString name = nameIn(settings, camera);
+    return name.isEmpty() ? shownAddress(CameraTable::url(settings, camera))
+                          : titleOf(camera, name);
+}
+
+QString undatedNotice(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return QStringLiteral("Camera %1 sends its pictures without a date, so only one is kept. "
+                          "\"Keep what differs\" in the camera's sheet keeps the others")
+        .arg(cameraTitle(settings, camera));
 }
 
 KeepChoice cameraKeep(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const KeepChoice choice =
-        keepFromText(settings.read(cameraSection(camera), kKeep)).value_or(KeepChoice{});
-    return choice.isInRange() ? choice : KeepChoice{};
+    return keepIn(settings, camera);
+}
+
+KeepChoice cameraKeep(const SettingsFile &settings, CameraAddress camera)
+{
+    return keepIn(settings, camera);
 }
 
 CameraLogin cameraLogin(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const QString section = cameraSection(camera);
-    return {settings.read(section, kUser), settings.read(section, kPassword)};
+    return loginIn(settings, camera);
+}
+
+CameraLogin cameraLogin(const SettingsFile &settings, CameraAddress camera)
+{
+    return loginIn(settings, camera);
 }
 
 void setCameraName(SettingsDraft &draft, CameraAddress camera, QStringView name)
@@ -97,10 +156,10 @@ void setCameraKeep(SettingsDraft &draft, CameraAddress camera, const KeepChoice 
 {
     writeOrRemove(draft, camera, kKeep, choice.keep == Keep::Dated ? QString() : keepText(choice));
     if (choice.keep == Keep::Dated) {
-        writeOrRemove(draft, camera, kDigest, {});
+        writeOrRemove(draft, camera, kDigestKey, {});
     }
     if (choice.keep != Keep::Clearly) {
-        writeOrRemove(draft, camera, kLook, {});
+        writeOrRemove(draft, camera, kLookKey, {});
     }
 }
 
@@ -112,7 +171,7 @@ void setCameraLogin(SettingsDraft &draft, CameraAddress camera, const CameraLogi
 
 void forgetCamera(SettingsDraft &draft, CameraAddress camera)
 {
-    for (const QStringView key : std::array{kName, kKeep, kUser, kPassword, kDigest, kLook}) {
+    for (const QStringView key : std::array{kName, kKeep, kUser, kPassword, kDigestKey, kLookKey}) {
         writeOrRemove(draft, camera, key, {});
     }
 }

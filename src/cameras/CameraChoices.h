@@ -21,6 +21,10 @@ struct CameraLogin
     bool operator==(const CameraLogin &) const = default;
 };
 
+/// Keys of what is remembered of the picture kept last: its digest, and its look.
+inline constexpr QStringView kDigestKey = u"Digest";
+inline constexpr QStringView kLookKey = u"Look";
+
 /// Section of a camera's choices: "Camera" + group + row.
 [[nodiscard]] QString cameraSection(CameraAddress camera);
 
@@ -38,9 +42,24 @@ inline constexpr int kMaxNameLength = 60;
 /// The name given to a camera, empty when there is none.
 [[nodiscard]] QString cameraName(const SettingsSnapshot &settings, CameraAddress camera);
 
+/// "3:7 Garage", or "3:7" for a camera without a name: for messages and lists of what happened.
+[[nodiscard]] QString cameraTitle(const SettingsSnapshot &settings, CameraAddress camera);
+
+/// What stands for a camera where its address would: "3:7 Garage", or the address as people read
+/// it.
+[[nodiscard]] QString shownCamera(const SettingsSnapshot &settings, CameraAddress camera);
+
+/// What to tell of a camera whose pictures come without a date.
+[[nodiscard]] QString undatedNotice(const SettingsSnapshot &settings, CameraAddress camera);
+
 [[nodiscard]] KeepChoice cameraKeep(const SettingsSnapshot &settings, CameraAddress camera);
 
 [[nodiscard]] CameraLogin cameraLogin(const SettingsSnapshot &settings, CameraAddress camera);
+
+/// The same read straight from the file, which costs less for a single camera.
+[[nodiscard]] QString cameraTitle(const SettingsFile &settings, CameraAddress camera);
+[[nodiscard]] KeepChoice cameraKeep(const SettingsFile &settings, CameraAddress camera);
+[[nodiscard]] CameraLogin cameraLogin(const SettingsFile &settings, CameraAddress camera);
 
 /// Stores what nameRefusal() lets pass; blanks around it do not count, and an empty name takes the
 /// name away.

@@ -2,6 +2,7 @@
 
 #include "base/Folders.h"
 #include "cameras/AddressRule.h"
+#include "cameras/CameraChoices.h"
 
 #include <QScopedValueRollback>
 
@@ -37,6 +38,13 @@ CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, E
             Q_EMIT rowChanged(camera.row);
         }
     });
+}
+
+QString CameraPage::title(int row) const
+{
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    const CameraAddress camera{group_, row};
+    return cameraName(settings, camera).isEmpty() ? QString() : cameraTitle(settings, camera);
 }
 
 void CameraPage::load()

@@ -36,6 +36,9 @@ public:
         return rows_.at(static_cast<std::size_t>(row));
     }
 
+    /// "3:7 Garage" of a row whose camera has a name; empty for any other.
+    [[nodiscard]] QString title(int row) const;
+
     /// Start-up: the group that was shown last and its switch, without its rows.
     void load();
 

@@ -87,6 +87,11 @@ bool hasScheme(const QString &url, QLatin1String scheme)
 
 } // namespace
 
+bool isRtsp(const QString &url)
+{
+    return hasScheme(url, QLatin1String("rtsp://")) || hasScheme(url, QLatin1String("rtsps://"));
+}
+
 QString expandTemplate(const QString &url)
 {
     const qsizetype open = url.indexOf(u'<');
@@ -100,7 +105,7 @@ QString expandTemplate(const QString &url)
 
 HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit)
 {
-    const bool http10 = isJpg(url) && url.contains(u'/');
+    const bool http10 = isJpg(url) && url.contains(u'/') && !isRtsp(url);
     return {http10 ? http10Url(url) : percentEncoded(url),
             http10 ? HttpForm::Http10 : HttpForm::AsWritten, limit};
 }
@@ -108,7 +113,7 @@ HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit)
 HttpRequest liveRequestFor(const QString &url, std::chrono::milliseconds limit)
 {
     constexpr QLatin1String kHttp("http://");
-    if (!isJpg(url) && hasScheme(url, QLatin1String("https://"))) {
+    if (isRtsp(url) || (!isJpg(url) && hasScheme(url, QLatin1String("https://")))) {
         return {percentEncoded(url), HttpForm::AsWritten, limit};
     }
     const bool foreignCase = !isJpg(url) && hasScheme(url, kHttp);

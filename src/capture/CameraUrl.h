@@ -11,6 +11,9 @@ namespace velmora {
 /// last one stands in the address requested; an address without both is taken as it is.
 [[nodiscard]] QString expandTemplate(const QString &url);
 
+/// True for the address of a stream that is fetched frame by frame, not over HTTP.
+[[nodiscard]] bool isRtsp(const QString &url);
+
 /// How an address is fetched. One that ends in ".JPG", in any case, goes out as HTTP/1.0 without
 /// its scheme, to port 80 unless the host names another; its path goes to the end, a "#" in it and
 /// all, and beyond ASCII in bytes of Windows-1252. Any other goes out as written.

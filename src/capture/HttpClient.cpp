@@ -2,6 +2,8 @@
 // the transfers.
 #include "capture/HttpClient.h"
 
+#include "capture/FirstPart.h"
+
 #include <QDeadlineTimer>
 #include <QScopeGuard>
 
@@ -32,7 +34,7 @@ struct CleanUp
 };
 
 /// Why the program itself ended a transfer.
-enum class Refusal { None, Status, TooLong, Headers, Coding, Memory };
+enum class Refusal { None, Status, TooLong, Headers, Coding, Memory, Stream, Enough };
 
 /// A transfer and what has come of it so far.
 struct Transfer
@@ -40,6 +42,7 @@ struct Transfer
     ReplyBody body;
     qint64 headerBytes = 0;
     Refusal refusal = Refusal::None;
+    std::optional<FirstPart> stream; // of an answer that is a stream of pictures
     std::unique_ptr<curl_slist, CleanUp> headers;
     std::unique_ptr<CURL, CleanUp> easy{TransferLoop::newTransfer()};
 };
@@ -66,17 +69,40 @@ Refusal refusalOfBody(const Transfer &transfer, qsizetype length)
     return transfer.body.size() + length > kMaxBodyBytes ? Refusal::TooLong : Refusal::None;
 }
 
+// Of a stream one picture is enough; the rest of it is not waited for.
+Refusal refusalOfStream(Transfer &transfer, QByteArrayView bytes)
+{
+    switch (transfer.stream->feed(bytes, transfer.body)) {
+    case FirstPart::State::Whole:
+        return Refusal::Enough;
+    case FirstPart::State::Broken:
+        return Refusal::Stream;
+    case FirstPart::State::Reading:
+        break;
+    }
+    return Refusal::None;
+}
+
+void takeBody(Transfer &transfer, QByteArrayView bytes)
+{
+    transfer.refusal = refusalOfBody(transfer, bytes.size());
+    if (transfer.refusal != Refusal::None) {
+        return;
+    }
+    if (transfer.stream) {
+        transfer.refusal = refusalOfStream(transfer, bytes);
+    } else {
+        transfer.body.append(bytes);
+    }
+}
+
 // An exception must not pass through libcurl.
 std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
     const std::size_t total = size * count; // of bytes
-    const auto length = static_cast<qsizetype>(total);
     try {
-        transfer->refusal = refusalOfBody(*transfer, length);
-        if (transfer->refusal == Refusal::None) {
-            transfer->body.append(QByteArrayView(bytes, length));
-        }
+        takeBody(*transfer, QByteArrayView(bytes, static_cast<qsizetype>(total)));
     } catch (const std::bad_alloc &) {
         transfer->refusal = Refusal::Memory;
     }
@@ -111,6 +137,18 @@ void reserveBody(Transfer &transfer, QByteArrayView line)
     }
 }
 
+// The answer behind a redirect is another one.
+void recogniseStream(Transfer &transfer, QByteArrayView line)
+{
+    if (line.startsWith("HTTP/")) {
+        transfer.stream.reset();
+    }
+    const QByteArrayView type = valueIn(line, "Content-Type").value_or(QByteArrayView());
+    if (FirstPart::isAnnouncedBy(type)) {
+        transfer.stream.emplace(type);
+    }
+}
+
 std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
@@ -120,6 +158,7 @@ std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *use
     try {
         transfer->refusal = refusalOfHeader(*transfer, line);
         reserveBody(*transfer, line);
+        recogniseStream(*transfer, line);
     } catch (const std::bad_alloc &) {
         transfer->refusal = Refusal::Memory;
     }
@@ -170,13 +209,17 @@ void setFormOptions(Transfer &transfer, const HttpRequest &request)
     CURL *const easy = transfer.easy.get();
     // More than one kind lets curl ask without a password first.
     curl_easy_setopt(easy, CURLOPT_HTTPAUTH, CURLAUTH_BASIC | CURLAUTH_DIGEST);
+    if (!request.user.isEmpty()) {
+        curl_easy_setopt(easy, CURLOPT_USERNAME, request.user.toUtf8().constData());
+        curl_easy_setopt(easy, CURLOPT_PASSWORD, request.password.toUtf8().constData());
+    }
     const bool asWritten = request.form == HttpForm::AsWritten;
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION,
                      static_cast<long>(asWritten ? CURL_HTTP_VERSION_1_1 : CURL_HTTP_VERSION_1_0));
     if (asWritten) {
         return;
     }
-    if (!namesUser(request.url)) {
+    if (request.user.isEmpty() && !namesUser(request.url)) {
         curl_easy_setopt(easy, CURLOPT_USERNAME, "anonimous");
         curl_easy_setopt(easy, CURLOPT_PASSWORD, "");
     }
@@ -212,6 +255,8 @@ QString refusalText(Refusal refusal)
         return QStringLiteral("the server encodes the picture in a way that nobody asked for");
     case Refusal::Memory:
         return QStringLiteral("there is not enough memory for the picture");
+    case Refusal::Stream:
+    case Refusal::Enough:
     case Refusal::Status:
     case Refusal::None:
         break;
@@ -222,8 +267,14 @@ QString refusalText(Refusal refusal)
 QString failureText(const Transfer &transfer, CURLcode code)
 {
     CURL *const easy = transfer.easy.get();
+    if (transfer.stream && code == CURLE_OK && isGoodStatus(statusOf(easy))) {
+        return QStringLiteral("the stream ended within its first picture");
+    }
     if (code == CURLE_OK || transfer.refusal == Refusal::Status) {
         return QStringLiteral("the server answered with status %1").arg(statusOf(easy));
+    }
+    if (transfer.refusal == Refusal::Stream) {
+        return transfer.stream->fault();
     }
     if (transfer.refusal != Refusal::None) {
         return refusalText(transfer.refusal);
@@ -242,14 +293,18 @@ HttpReply replyOf(Transfer &transfer, CURLcode code)
     char *type = nullptr;
     curl_easy_getinfo(easy, CURLINFO_TOTAL_TIME_T, &duration);
     curl_easy_getinfo(easy, CURLINFO_CONTENT_TYPE, &type);
-    const bool arrived = code == CURLE_OK && isGoodStatus(statusOf(easy));
+    const bool ended = transfer.stream ? transfer.refusal == Refusal::Enough : code == CURLE_OK;
+    const bool arrived = ended && isGoodStatus(statusOf(easy));
     HttpReply reply;
     reply.outcome = arrived ? FetchOutcome::Arrived : FetchOutcome::Failed;
     if (arrived) {
         reply.body = std::move(transfer.body);
     }
-    reply.lastModified = headerText(easy, "Last-Modified");
-    reply.contentType = QString::fromLatin1(type);
+    // The date of a stream would be that of its begin.
+    reply.lastModified = transfer.stream ? QString() : headerText(easy, "Last-Modified");
+    reply.date = headerText(easy, "Date");
+    reply.contentType =
+        transfer.stream ? transfer.stream->contentType() : QString::fromLatin1(type);
     reply.duration =
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::microseconds{duration});
     reply.failure = arrived ? QString() : failureText(transfer, code);

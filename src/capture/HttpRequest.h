@@ -23,6 +23,9 @@ struct HttpRequest
     std::chrono::milliseconds limit{0}; // for the whole transfer
     QString workFolder = {};            // native path; for a body too long to stay in memory
 
+    QString user = {}; // sent only when the server asks; empty for none
+    QString password = {};
+
     bool operator==(const HttpRequest &) const = default;
 };
 
@@ -37,6 +40,7 @@ struct HttpReply
     FetchOutcome outcome = FetchOutcome::Failed;
     ReplyBody body;
     QString lastModified; // header text, empty when the server sent none or a blank one
+    QString date;         // header text: the server's clock
     QString contentType;
     std::chrono::milliseconds duration{0};
     QString failure; // why it failed, for people, without credentials

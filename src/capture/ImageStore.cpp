@@ -2,12 +2,16 @@
 
 #include "base/DateText.h"
 #include "base/Folders.h"
+#include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 #include "capture/CameraFolder.h"
+#include "capture/CameraRequest.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
+#include "capture/KeepRule.h"
 #include "capture/PictureRemark.h"
+#include "capture/StoredMark.h"
 
 #include <QScopeGuard>
 
@@ -18,15 +22,14 @@ namespace {
 
 constexpr qsizetype kMinBodyBytes = 1000;
 
+FolderState stateOf(const QString &folder)
+{
+    return folderHoldsFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
+}
+
 QString timeText(WallTime time)
 {
     return dateText(time).section(u' ', 1);
-}
-
-QString remarkOn(const QString &url, const HttpReply &reply)
-{
-    const QString remark = contentRemark(url, reply.body.head(), reply.contentType);
-    return remark.isEmpty() ? dateRemark(reply.lastModified) : remark;
 }
 
 } // namespace
@@ -41,6 +44,16 @@ struct ImageStore::Arrival
     ImageDates dates;
     CameraRecord record; // as it was before this picture
     ReplyBody body;
+    KeepChoice choice;
+    PictureMark mark;   // empty unless the choice asks for it
+    bool isNew = false; // by comparison
+
+    // The rule for pictures without a date, where it is chosen, stands in for the usual one.
+    [[nodiscard]] bool isCompared() const
+    {
+        return choice.keep != Keep::Dated && dates.header.isEmpty();
+    }
+
     QString remark; // what is odd about the picture
 };
 
@@ -83,8 +96,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     arrival.folderError = makeFolder(arrival.folder); // it shows when the image is stored
     announce(url, camera);
 
-    HttpRequest request = requestFor(url, services_.options.downloadLimit());
-    request.workFolder = arrival.workFolder;
+    HttpRequest request = cameraRequest(services_, camera, url);
     HttpReply reply = co_await transfers_.fetch(camera, std::move(request));
     if (reply.outcome == FetchOutcome::Stopped || !use.mayGoOn()) {
         co_return;
@@ -98,9 +110,13 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
              failureRemark(url, QStringLiteral("the answer is too short for a picture (%1 bytes)")
                                     .arg(reply.body.size())));
     } else {
-        date(arrival, url, reply);
-        arrival.remark = remarkOn(url, reply);
+        arrival.remark = contentRemark(url, reply.body.head(), reply.contentType);
         arrival.body = std::move(reply.body);
+        co_await mark(arrival);
+        if (!use.mayGoOn()) {
+            co_return;
+        }
+        date(arrival, url, reply);
         keep(arrival);
     }
 }
@@ -117,15 +133,56 @@ void ImageStore::announce(const QString &url, CameraAddress camera)
     services_.log.trace(test);
 }
 
+// For a camera whose pictures are compared; for others nothing is read.
+QCoro::Task<> ImageStore::mark(Arrival &arrival)
+{
+    arrival.choice = cameraKeep(services_.table.settings(), arrival.camera);
+    if (arrival.choice.keep == Keep::Dated) {
+        co_return;
+    }
+    const MarkKind kind =
+        arrival.choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
+    arrival.mark = co_await markOf(arrival.body, kind, services_.clock);
+}
+
 // The dates of a picture, and the name that they give it.
 void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &reply) const
 {
     arrival.record = services_.table.record(arrival.camera);
     arrival.dates = {reply.lastModified, CalculDate(reply.lastModified),
                      dateFromText(arrival.record.lastModified)};
-    arrival.fileName =
-        imageName(arrival.dates.modified.value_or(kZeroDate), services_.clock.localNow(),
-                  imageExtension(url, reply.body.head(), reply.contentType));
+    if (arrival.isCompared()) {
+        compare(arrival, reply);
+    } else if (arrival.remark.isEmpty()) {
+        arrival.remark = dateRemark(reply.lastModified);
+    }
+    const QString extension = isRtsp(url)
+                                  ? QStringLiteral(".jpg")
+                                  : imageExtension(url, arrival.body.head(), reply.contentType);
+    arrival.fileName = imageName(arrival.dates.modified.value_or(kZeroDate),
+                                 services_.clock.localNow(), extension);
+}
+
+// A picture that is not new counts as the one kept last, as with a server that tells its date.
+void ImageStore::compare(Arrival &arrival, const HttpReply &reply) const
+{
+    const UndatedPicture picture{arrival.choice, arrival.mark,
+                                 storedMark(services_.table.settings().snapshot(), arrival.camera)};
+    arrival.isNew = isNewUndated(picture, stateOf(arrival.folder));
+    const WallTime now = services_.clock.localNow() - services_.clock.utcOffset();
+    arrival.dates.modified =
+        arrival.isNew
+            ? std::optional(undatedDate(CalculDate(reply.date), arrival.dates.stored, now))
+            : arrival.dates.stored;
+}
+
+void ImageStore::noticeDates(const Arrival &arrival)
+{
+    if (!arrival.dates.header.isEmpty()) {
+        undatedWatch_.dated(arrival.camera);
+    } else if (arrival.choice.keep == Keep::Dated && undatedWatch_.undated(arrival.camera)) {
+        Q_EMIT undatedNoticed(arrival.camera);
+    }
 }
 
 void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds duration)
@@ -145,9 +202,9 @@ void ImageStore::keep(Arrival &arrival)
         failToStore(arrival.camera, QStringLiteral("there is no such drive"));
         return;
     }
-    const FolderState folder =
-        folderHoldsFile(arrival.folder) ? FolderState::HoldsFiles : FolderState::Empty;
-    if (!isNewImage(arrival.dates, folder)) {
+    const bool isNew =
+        arrival.isCompared() ? arrival.isNew : isNewImage(arrival.dates, stateOf(arrival.folder));
+    if (!isNew) {
         recordGood(arrival);
         return;
     }
@@ -161,6 +218,7 @@ void ImageStore::keep(Arrival &arrival)
                              dateText(arrival.dates.modified.value_or(kZeroDate)));
     recordGood(arrival);
     if (result.outcome == StoreOutcome::Stored) {
+        storeMark(services_.table.settings(), arrival.camera, arrival.mark);
         recordStored(arrival);
     }
 }
@@ -168,6 +226,7 @@ void ImageStore::keep(Arrival &arrival)
 void ImageStore::recordGood(const Arrival &arrival)
 {
     setLamp(arrival.camera, LampColour::Green);
+    noticeDates(arrival);
     services_.page.remarks().set(arrival.camera, arrival.remark);
     services_.status.set(Caption::Step, QStringLiteral("Wait"));
     recordBestTime(arrival);
@@ -230,15 +289,18 @@ void ImageStore::failToStore(CameraAddress camera, const QString &reason)
     const QString why =
         isGone ? QStringLiteral("the storage folder %1 is gone").arg(services_.storage.inForce())
                : reason;
-    services_.status.set(Caption::Trouble,
-                         QStringLiteral("The image of camera %1:%2 cannot be stored: %3")
-                             .arg(camera.group)
-                             .arg(camera.row)
-                             .arg(why));
+    services_.status.set(
+        Caption::Trouble,
+        QStringLiteral("The image of camera %1 cannot be stored: %2").arg(title(camera), why));
     if (isGone) {
         services_.storage.requestCheck();
     }
     fail(camera, QStringLiteral("the image cannot be stored: ") + why);
+}
+
+QString ImageStore::title(CameraAddress camera) const
+{
+    return cameraTitle(services_.table.settings(), camera);
 }
 
 void ImageStore::fail(CameraAddress camera, const QString &reason)

@@ -5,6 +5,7 @@
 #include "capture/CaptureServices.h"
 #include "capture/NewImageRule.h"
 #include "capture/ReadAhead.h"
+#include "capture/UndatedWatch.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
@@ -41,6 +42,9 @@ Q_SIGNALS:
     /// The camera gave a picture, whether it was new or not.
     void cameraAnswered(velmora::CameraAddress camera);
 
+    /// The camera has sent three pictures without a date, of which the usual rule keeps one.
+    void undatedNoticed(velmora::CameraAddress camera);
+
     /// The camera is done with: the capture timer may run again.
     void loaded();
 
@@ -48,8 +52,11 @@ private:
     struct Arrival; // a picture long enough, on its way into the folder
 
     QCoro::Task<> load(QString url, QString folder, CameraAddress camera);
+    QCoro::Task<> mark(Arrival &arrival);
     void announce(const QString &url, CameraAddress camera);
     void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;
+    void compare(Arrival &arrival, const HttpReply &reply) const;
+    void noticeDates(const Arrival &arrival);
     void recordDuration(CameraAddress camera, std::chrono::milliseconds duration);
     void keep(Arrival &arrival);
     void recordGood(const Arrival &arrival);
@@ -57,11 +64,13 @@ private:
     void recordStored(const Arrival &arrival);
     void failToStore(const Arrival &arrival, std::error_code error);
     void failToStore(CameraAddress camera, const QString &reason);
+    [[nodiscard]] QString title(CameraAddress camera) const;
     void fail(CameraAddress camera, const QString &reason);
     void setLamp(CameraAddress camera, LampColour colour);
 
     CaptureServices services_;
     ReadAhead &transfers_;
+    UndatedWatch undatedWatch_;
     std::array<std::array<qint8, kRows>, kGroups> automaticCounters_{};
 };
 

@@ -4,7 +4,7 @@
 #include "base/FolderScan.h"
 #include "base/Folders.h"
 #include "capture/CameraFolder.h"
-#include "capture/CameraUrl.h"
+#include "capture/CameraRequest.h"
 #include "capture/PictureRemark.h"
 #include "capture/WorkSlice.h"
 
@@ -98,7 +98,7 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     }
     setStored(stored);
 
-    HttpReply reply = co_await fetch(url, stop);
+    HttpReply reply = co_await fetch(camera, url, stop);
     if (stop.stop_requested()) {
         co_return;
     }
@@ -144,14 +144,12 @@ void LiveView::tellReason(CameraAddress camera, const QString &reason)
 
 // The picture's bytes go into the storage folder as they arrive: while that is being edited there
 // is no download, and one that was under way begins anew afterwards.
-QCoro::Task<HttpReply> LiveView::fetch(QString url, std::stop_token stop)
+QCoro::Task<HttpReply> LiveView::fetch(CameraAddress camera, QString url, std::stop_token stop)
 {
     for (;;) {
         co_await services_.storage.gate().pass(stop);
         const StorageUse use(services_.storage);
-        HttpRequest request =
-            liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
-        request.workFolder = workFolder(services_);
+        const HttpRequest request = liveCameraRequest(services_, camera, url);
         std::stop_source attempt;
         const std::stop_callback abandoned(stop, [&attempt] { attempt.request_stop(); });
         attempt_ = attempt;

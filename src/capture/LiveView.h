@@ -80,7 +80,7 @@ Q_SIGNALS:
 private:
     void giveUp();
     QCoro::Task<> show(CameraAddress camera, QString url, std::stop_source abandon);
-    QCoro::Task<HttpReply> fetch(QString url, std::stop_token stop);
+    QCoro::Task<HttpReply> fetch(CameraAddress camera, QString url, std::stop_token stop);
     QCoro::Task<> enlarge(CameraAddress camera);
     void makeStorageFolder(CameraAddress camera);
     void announce(CameraAddress camera);

@@ -6,6 +6,7 @@
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
 #include "capture/CameraFolder.h"
+#include "capture/CameraRequest.h"
 #include "capture/CameraUrl.h"
 #include "capture/DueRule.h"
 #include "capture/WorkSlice.h"
@@ -279,16 +280,13 @@ std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &se
 bool Scheduler::readAhead(int fromIndex)
 {
     const SettingsSnapshot settings = services_.table.settings().snapshot();
-    const std::chrono::seconds limit = services_.options.downloadLimit();
-    const QString work = workFolder(services_);
     readAheadAt_ = interruptions_;
     bool any = false;
     for (int index = fromIndex; index < kCameras; ++index) {
         const CameraAddress address = cameraAt(index);
         if (const auto camera = cameraToLoad(settings, address)) {
-            HttpRequest request = requestFor(expandTemplate(camera->url), limit);
-            request.workFolder = work;
-            readAhead_.begin(address, request);
+            readAhead_.begin(address,
+                             cameraRequest(services_, address, expandTemplate(camera->url)));
             any = true;
         }
     }

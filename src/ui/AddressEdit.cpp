@@ -56,6 +56,10 @@ void AddressEdit::contextMenuEvent(QContextMenuEvent *event)
         paste->disconnect(SIGNAL(triggered(bool)));
         connect(paste, &QAction::triggered, this, [this] { pasteFrom(QClipboard::Clipboard); });
     }
+    if (!actions().isEmpty()) {
+        menu->addSeparator();
+        menu->addActions(actions());
+    }
     menu->popup(event->globalPos());
 }
 

@@ -2,7 +2,9 @@
 
 #include "ui/ToolTips.h"
 
+#include <QAction>
 #include <QEvent>
+#include <QMenu>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -26,6 +28,7 @@ CameraRowBoxes::CameraRowBoxes(int row, QGridLayout &grid, CameraPage &page)
     setNames();
     setTips();
     bind();
+    offerSheet();
 }
 
 std::array<QWidget *, 8> CameraRowBoxes::boxes() const
@@ -102,6 +105,37 @@ void CameraRowBoxes::bind()
     connect(EffM, &QCheckBox::toggled, this, [this](bool on) { page_.setDeleteOld(row_, on); });
 }
 
+QAction *CameraRowBoxes::action(const QString &text, Qt::Key key)
+{
+    auto *const made = new QAction(text, this);
+    made->setShortcut(key);
+    made->setShortcutContext(Qt::WidgetShortcut);
+    return made;
+}
+
+// Windows of more: by a menu of the row, and by a key from its boxes.
+void CameraRowBoxes::offerSheet()
+{
+    const QList<QAction *> offered{action(tr("Camera's sheet…"), Qt::Key_F4),
+                                   action(tr("Many cameras…"), Qt::Key_F6)};
+    connect(offered[0], &QAction::triggered, this, [this] { Q_EMIT sheetWanted(row_); });
+    connect(offered[1], &QAction::triggered, this, &CameraRowBoxes::listWanted);
+    for (QWidget *const box :
+         std::initializer_list<QWidget *>{Source, AutoDelay, BestTime, EffM, n}) {
+        box->addActions(offered);
+    }
+    for (QWidget *const label : std::initializer_list<QWidget *>{n, SB, TimeLoad, lNew}) {
+        label->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(label, &QWidget::customContextMenuRequested, this,
+                [label, offered](const QPoint &place) {
+                    auto *const menu = new QMenu(label);
+                    menu->setAttribute(Qt::WA_DeleteOnClose);
+                    menu->addActions(offered);
+                    menu->popup(label->mapToGlobal(place));
+                });
+    }
+}
+
 void CameraRowBoxes::showRow()
 {
     showAddress(page_.row(row_).url);
@@ -125,7 +159,17 @@ void CameraRowBoxes::showChoices()
     const CameraRow &row = page_.row(row_);
     AutoDelay->setChecked(row.automatic);
     EffM->setChecked(row.deleteOld);
+    showName();
     showCounters();
+}
+
+// A name stands below what a box says of itself; without one the tips are as ever.
+void CameraRowBoxes::showName()
+{
+    const QString name = page_.title(row_);
+    const QString tip = QStringLiteral("Enter link");
+    setPlainToolTip(*Source, name.isEmpty() ? tip : tip + u'\n' + name);
+    setPlainToolTip(*SB, name);
 }
 
 void CameraRowBoxes::showCounters()

@@ -8,6 +8,7 @@
 #include "ui/ClickLabel.h"
 #include "ui/Lamp.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -52,6 +53,12 @@ public:
 Q_SIGNALS:
     void folderClicked(int row);
 
+    /// The sheet of the row's camera is to be shown.
+    void sheetWanted(int row);
+
+    /// The window for many cameras at once is to be shown.
+    void listWanted();
+
     /// Several addresses were pasted into the box.
     void linesPasted(int row, const QStringList &addresses);
 
@@ -65,9 +72,12 @@ private:
     [[nodiscard]] std::array<QWidget *, 8> boxes() const;
     void place(QGridLayout &grid);
     void showChoices();
+    void showName();
     void bind();
     void setNames();
     void setTips();
+    void offerSheet();
+    QAction *action(const QString &text, Qt::Key key);
     void showAddress(const QString &address);
     void storeAddress();
 

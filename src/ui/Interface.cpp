@@ -68,6 +68,10 @@ void Interface::makeRows()
         last = rows_.at(static_cast<std::size_t>(row))->orderTabs(*last);
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::folderClicked, this,
                 &Interface::openFolder);
+        connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::sheetWanted, this,
+                [this](int wanted) { Q_EMIT sheetWanted({services_.page.group(), wanted}); });
+        connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::listWanted, this,
+                &Interface::listWanted);
     }
     paste_ = new AddressPaste(rows_, services_.page, *this);
     connect(paste_, &AddressPaste::filled, ui_->Selecteur, qOverload<>(&QWidget::setFocus));
@@ -162,6 +166,13 @@ void Interface::bindLive(LiveView &live)
     new ReasonLine(*ui_->lReason, rows_, services_.page, live);
     connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);
     connect(&services_.page, &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
+}
+
+void Interface::fillAddress(CameraAddress camera, const QString &address)
+{
+    if (camera.group == services_.page.group()) {
+        rows_.at(static_cast<std::size_t>(camera.row))->fill(address);
+    }
 }
 
 void Interface::holdButtons()

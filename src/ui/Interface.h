@@ -57,6 +57,9 @@ public:
     /// Shows a message in the line at the foot.
     void showMessage(const QString &text);
 
+    /// Gives a row of the group on screen an address, as if it had been typed and left.
+    void fillAddress(CameraAddress camera, const QString &address);
+
     /// While files are being renamed, the buttons that touch camera folders are off.
     void holdButtons();
     void releaseButtons();
@@ -76,6 +79,12 @@ Q_SIGNALS:
 
     /// The window that imports images is to be shown.
     void importWanted();
+
+    /// The sheet of a camera is to be shown.
+    void sheetWanted(velmora::CameraAddress camera);
+
+    /// The window for many cameras at once is to be shown.
+    void listWanted();
 
     /// The program is to end.
     void endWanted();

@@ -1,6 +1,7 @@
 #include "ui/ListBoxes.h"
 
 #include <QKeyEvent>
+#include <QTextDocument>
 
 #include <optional>
 
@@ -8,6 +9,8 @@ namespace velmora {
 namespace {
 
 constexpr int kChoices = 10;
+constexpr int kNameRole = Qt::UserRole;
+constexpr qint64 kTypingMs = 1000;    // between the letters of one search
 constexpr int kLaidOutAtOnce = 20000; // half a millisecond's work
 
 std::optional<ListKey> listKey(int key)
@@ -34,6 +37,32 @@ ChoiceList::ChoiceList(QWidget *parent)
         auto *const item = new QListWidgetItem(QString::number(choice), this);
         item->setTextAlignment(Qt::AlignCenter);
     }
+}
+
+void ChoiceList::describe(int row, const QString &tip, const QString &name)
+{
+    item(row)->setToolTip(Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip);
+    item(row)->setData(kNameRole, name);
+}
+
+// A digit is the choice of that number; other letters are the begin of a name, or of a word in it.
+void ChoiceList::keyboardSearch(const QString &search)
+{
+    typed_ = sinceTyped_.isValid() && sinceTyped_.elapsed() < kTypingMs ? typed_ + search : search;
+    sinceTyped_.start();
+    const auto starts = [this](int row) {
+        const QString name = item(row)->data(kNameRole).toString();
+        return name.startsWith(typed_, Qt::CaseInsensitive) ||
+               name.contains(u' ' + typed_, Qt::CaseInsensitive);
+    };
+    const bool isNumber = typed_.size() == 1 && typed_.front().isDigit();
+    for (int row = 0; row < count() && !isNumber; ++row) {
+        if (starts(row)) {
+            setCurrentRow(row);
+            return;
+        }
+    }
+    QListWidget::keyboardSearch(search);
 }
 
 void ChoiceList::rowWasKeyed(int row)

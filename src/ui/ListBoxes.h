@@ -3,6 +3,7 @@
 
 #include "ui/ShownList.h"
 
+#include <QElapsedTimer>
 #include <QListView>
 #include <QListWidget>
 
@@ -19,6 +20,11 @@ class ChoiceList : public ShownList<QListWidget>
 public:
     explicit ChoiceList(QWidget *parent = nullptr);
 
+    /// Gives an entry a tip, and a name by which typing finds it; both plain text, empty for none.
+    void describe(int row, const QString &tip, const QString &name);
+
+    void keyboardSearch(const QString &search) override;
+
 Q_SIGNALS:
     /// A row was clicked, or a key moved the selection to it.
     void chosen(int row);
@@ -32,6 +38,10 @@ protected:
     void rowWasClicked(int row) override { Q_EMIT chosen(row); }
 
     void rowWasKeyed(int row) override;
+
+private:
+    QString typed_; // letters of one search
+    QElapsedTimer sinceTyped_;
 };
 
 /// A list over a model that may be very long and change at any time.

@@ -86,6 +86,14 @@ void fCine::moveTo(WindowPlace place)
     place_->moveTo({pixels(place.left), pixels(place.top)});
 }
 
+void fCine::nameCamera(const QString &camera)
+{
+    if (title_.isEmpty()) {
+        title_ = windowTitle();
+    }
+    setWindowTitle(camera.isEmpty() ? title_ : title_ + QStringLiteral(" - ") + camera);
+}
+
 void fCine::open()
 {
     takeStoredPlace();

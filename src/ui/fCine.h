@@ -39,6 +39,9 @@ public:
 
     void moveTo(WindowPlace place);
 
+    /// Puts the camera whose film is shown into the title; empty for one that has no name.
+    void nameCamera(const QString &camera);
+
     /// The film stands above this window, the browser's, and above no other. It outlives the film.
     void standAbove(QWidget &browser) { browser_ = &browser; }
 
@@ -65,6 +68,7 @@ private:
     FramePlace *place_;
     QWidget *browser_ = nullptr;
     QTimer Timer1;
+    QString title_; // without a camera
     QString shown_;
     QSize shownPixels_;
 };

@@ -1,6 +1,7 @@
 #include "ui/planche.h"
 
 #include "browser/ImageCaption.h"
+#include "cameras/CameraChoices.h"
 #include "cameras/ShownAddress.h"
 #include "ui/SheetLayout.h"
 #include "ui/ToFront.h"
@@ -21,9 +22,11 @@ namespace {
 
 constexpr int kEvenCells = 12; // a side of so many pixels times n gives cells of one size
 
-QString cameraText(CameraAddress camera)
+// The name of a camera, or its address as people read it.
+QString placeOf(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
+    const QString name = cameraName(settings, camera);
+    return name.isEmpty() ? shownAddress(CameraTable::url(settings, camera)) : name;
 }
 
 std::unique_ptr<Ui::planche> setUp(planche &window)
@@ -219,7 +222,10 @@ void planche::showViewsList()
 void planche::showCamera()
 {
     shownCamera_ = browser_.lists().state().camera;
-    const QString camera = shownAddress(services_.table.url(shownCamera_));
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const QString camera = shownCamera(settings, shownCamera_);
+    showNames(settings);
+    Q_EMIT cameraShown(shownCamera_);
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
     showRemarks();
@@ -229,9 +235,11 @@ void planche::showCamera()
 // its next picture would be.
 void planche::showRemarks()
 {
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
     const QString remark = services_.page.remarks().of(shownCamera_);
-    statusLine_.keep(remark.isEmpty() ? QString()
-                                      : tr("Camera %1: %2").arg(cameraText(shownCamera_), remark));
+    statusLine_.keep(remark.isEmpty()
+                         ? QString()
+                         : tr("Camera %1: %2").arg(cameraTitle(settings, shownCamera_), remark));
     showCaptions();
 }
 
@@ -255,8 +263,25 @@ QString planche::captionOf(int cell) const
         return caption;
     }
     const QString remark = remarkIn(cell);
-    const QString numbered = QStringLiteral("%1 · %2").arg(cell).arg(caption);
+    const QString &name = names_.at(static_cast<std::size_t>(cell));
+    const QString numbered = QStringLiteral("%1 · %2").arg(cell).arg(
+        name.isEmpty() ? caption : name + QStringLiteral(" · ") + caption);
     return remark.isEmpty() ? numbered : QStringLiteral("%1 · %2").arg(numbered, remark);
+}
+
+void planche::showNames(const SettingsSnapshot &settings)
+{
+    for (int row = 0; row < kRows; ++row) {
+        const CameraAddress camera{shownCamera_.group, row};
+        names_.at(static_cast<std::size_t>(row)) = cameraName(settings, camera);
+        ui_->lstCam->describe(row, shownCamera(settings, camera), cameraName(settings, camera));
+    }
+}
+
+void planche::rename()
+{
+    showCamera();
+    showCaptions();
 }
 
 void planche::showCaptions()
@@ -287,9 +312,10 @@ void planche::showPointer(int cell, QPoint position)
     }
     ui_->MousePos->setText(QStringLiteral("%1:%2").arg(position.x()).arg(position.y()));
     const bool groupView = state.view == View::Group;
-    setPlainToolTip(ui_->contactSheet->cell(cell),
-                    groupView ? shownAddress(services_.table.url({state.camera.group, cell}))
-                              : QString());
+    setPlainToolTip(
+        ui_->contactSheet->cell(cell),
+        groupView ? shownCamera(services_.table.settings().snapshot(), {state.camera.group, cell})
+                  : QString());
 }
 
 // Only a message of an earlier search gives way to none.
@@ -330,9 +356,10 @@ void planche::askToKill()
                                       QMessageBox::Yes | QMessageBox::No, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(tr("Camera %1: %2")
-                                .arg(cameraText(question->camera),
-                                     shownAddress(services_.table.url(question->camera))));
+    box->setInformativeText(
+        tr("Camera %1: %2")
+            .arg(cameraText(question->camera),
+                 placeOf(services_.table.settings().snapshot(), question->camera)));
     box->setDefaultButton(QMessageBox::No);
     connect(box, &QMessageBox::finished, this, [this, target = question->target](int answer) {
         if (answer == QMessageBox::Yes) {
@@ -392,7 +419,8 @@ void planche::showStored(CameraAddress camera)
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
-    statusLine_.tellEvent(tr("Camera %1: %2").arg(cameraText(camera), reason));
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    statusLine_.tellEvent(tr("Camera %1: %2").arg(cameraTitle(settings, camera), reason));
 }
 
 void planche::showMessage(const QString &text)

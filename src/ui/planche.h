@@ -20,6 +20,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <memory>
 
 namespace Ui {
@@ -51,6 +52,9 @@ public:
 
     /// A new image is in its folder, or a camera gave none.
     void showStored(CameraAddress camera);
+
+    /// Names of cameras have changed: shows them.
+    void rename();
     void showFailed(CameraAddress camera, const QString &reason);
 
     void showMessage(const QString &text);
@@ -59,6 +63,9 @@ public:
     void allowClose() { mayClose_ = true; }
 
 Q_SIGNALS:
+    /// The camera whose images are shown, or its name, is another.
+    void cameraShown(velmora::CameraAddress camera);
+
     void setUpPressed();
     void setUpReleased();
     void alarmWanted();
@@ -85,6 +92,7 @@ private:
     void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
+    void showNames(const SettingsSnapshot &settings);
     void showViewsList();
     void showRemarks();
     [[nodiscard]] QString remarkIn(int cell) const;
@@ -104,8 +112,9 @@ private:
     FramePlace *place_ = nullptr;
     StatusLine statusLine_;
     CameraAddress shownCamera_;
-    QString searchMessage_; // in the status line, until another takes its place
-    QString standstill_; // why nothing is captured
+    std::array<QString, kRows> names_; // of the group's cameras
+    QString searchMessage_;            // in the status line, until another takes its place
+    QString standstill_;               // why nothing is captured
     QString beforeStandstill_;
     int stored_ = 0;
     bool loaded_ = false;

@@ -53,4 +53,23 @@ inline void runToEnd(QCoro::Task<> task, std::chrono::milliseconds limit = std::
     }
 }
 
+namespace detail {
+
+template <typename T>
+QCoro::Task<> takeInto(QCoro::Task<T> task, T &result)
+{
+    result = co_await std::move(task);
+}
+
+} // namespace detail
+
+/// The same for a task with a result.
+template <typename T>
+T resultOf(QCoro::Task<T> task, std::chrono::milliseconds limit = std::chrono::seconds{30})
+{
+    T result;
+    runToEnd(detail::takeInto(std::move(task), result), limit);
+    return result;
+}
+
 } // namespace velmora::test

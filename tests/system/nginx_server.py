@@ -10,7 +10,7 @@ daemon off;
 worker_processes 1;
 pid {root}/nginx.pid;
 error_log {root}/error.log;
-events {{ worker_connections 512; }}
+events {{ worker_connections 4096; }}
 http {{
     log_format plain '$request $status $http_authorization';
     access_log {root}/access.log plain;
@@ -22,6 +22,7 @@ http {{
         listen 127.0.0.1:{port};
         root {root}/www;
         location /private/ {{ auth_basic "camera"; auth_basic_user_file {root}/users; }}
+        location /undated/ {{ if_modified_since off; etag off; add_header Last-Modified ""; }}
         location = /moved.jpg {{ return 302 /cam/0.jpg; }}
         location = /moved-away.png {{ return 301 /snap/1; }}
     }}

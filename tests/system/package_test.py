@@ -14,6 +14,7 @@ ICONS = f"{SHARE}/icons/hicolor"
 FILES = {
     "usr/bin/velmora",
     "usr/lib/systemd/user/velmora.service",
+    "usr/lib/systemd/user/velmora@.service",
     f"{SHARE}/applications/velmora.desktop",
     f"{SHARE}/bash-completion/completions/velmora",
     f"{SHARE}/doc/velmora/changelog.gz",
@@ -25,7 +26,7 @@ FILES = {
     f"{ICONS}/scalable/apps/velmora.svg",
     f"{ICONS}/symbolic/apps/velmora-symbolic.svg",
 } | {f"{ICONS}/{size}x{size}/apps/velmora.png" for size in SIZES}
-RECOMMENDED = {"ca-certificates", "qt6-image-formats-plugins", "qt6-wayland", "xdg-utils"}
+RECOMMENDED = {"ca-certificates", "ffmpeg", "qt6-image-formats-plugins", "qt6-wayland", "xdg-utils"}
 COMPLETE = """
 compopt() { :; }  # acts on a completion that the shell itself has begun
 . "$1"; shift

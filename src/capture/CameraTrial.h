@@ -1,0 +1,68 @@
+// One camera tried out: what it answers, and what the program would do with it. Nothing is stored.
+#pragma once
+
+#include "base/TaskScope.h"
+#include "cameras/CameraChoices.h"
+#include "capture/CaptureServices.h"
+#include "capture/HttpClient.h"
+#include "capture/PictureMark.h"
+
+#include <QObject>
+
+#include <optional>
+#include <stop_token>
+
+namespace velmora {
+
+/// What is to be tried, as it stands in the fields; nothing of it need be stored.
+struct TrialRequest
+{
+    CameraAddress camera;
+    QString address;
+    CameraLogin login;
+    KeepChoice keep;
+};
+
+struct TrialResult
+{
+    QByteArray picture; // the answer's body; empty when none came
+    QString contentType;
+    QString lastModified;
+    QString date;
+    std::chrono::milliseconds duration{0};
+    std::optional<double> differencePercent; // from the picture kept last, where both have a look
+    QString verdict;                         // in words
+};
+
+class CameraTrial : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives this object; the scope is joined before it goes.
+    CameraTrial(const CaptureServices &services, PictureSource &source, TaskScope &scope);
+
+    /// Fetches once; gives up what was being tried before.
+    void begin(const TrialRequest &request);
+
+    void giveUp();
+
+Q_SIGNALS:
+    void ended(const velmora::TrialResult &result);
+
+private:
+    QCoro::Task<> run(TrialRequest request, std::stop_source abandon);
+    QCoro::Task<TrialResult> judged(TrialRequest request, HttpReply reply);
+    [[nodiscard]] QString verdict(const TrialRequest &request, const HttpReply &reply,
+                                  const PictureMark &mark) const;
+
+    CaptureServices services_;
+    PictureSource &source_;
+    TaskScope &scope_;
+    std::stop_source current_;
+};
+
+/// Title of a web page whose text begins so; nothing when it is none.
+[[nodiscard]] std::optional<QString> webPageTitle(QByteArrayView head);
+
+} // namespace velmora

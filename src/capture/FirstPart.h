@@ -1,0 +1,62 @@
+// The first whole part of an endless answer, as cameras send their pictures one after the other
+// ("multipart/x-mixed-replace").
+#pragma once
+
+#include "capture/ReplyBody.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace velmora {
+
+/// Fed with the bytes of the answer in pieces of any size. Takes a boundary that is announced with
+/// dashes or quotes and sent without, or the other way round, or not announced at all; parts with
+/// and without a length.
+class FirstPart
+{
+public:
+    enum class State {
+        Reading,
+        Whole,
+        Broken // fault() says why
+    };
+
+    /// contentType: of the whole answer.
+    explicit FirstPart(QByteArrayView contentType);
+
+    /// True for an answer that consists of parts which replace each other.
+    [[nodiscard]] static bool isAnnouncedBy(QByteArrayView contentType);
+
+    /// Takes the next bytes; those of the part go to `body`. Throws std::bad_alloc.
+    State feed(QByteArrayView bytes, ReplyBody &body);
+
+    [[nodiscard]] State state() const { return state_; }
+
+    /// Of the part, empty when it has none.
+    [[nodiscard]] const QString &contentType() const { return contentType_; }
+
+    [[nodiscard]] const QString &fault() const { return fault_; }
+
+private:
+    enum class Place { Preamble, Headers, Body };
+
+    void readLines(ReplyBody &body);
+    void readLine(QByteArrayView line);
+    void beginBody();
+    void takeCounted(ReplyBody &body);
+    void takeUntilBoundary(ReplyBody &body);
+    void breakOff(const QString &fault);
+
+    QByteArray boundary_; // without its dashes; empty until it is known
+    QByteArray rest_;     // arrived, but not taken yet
+    Place place_ = Place::Preamble;
+    State state_ = State::Reading;
+    std::optional<qint64> length_; // of the part, what is left of it
+    qint64 skipped_ = 0;           // bytes in front of the part
+    QString contentType_;
+    QString fault_;
+};
+
+} // namespace velmora

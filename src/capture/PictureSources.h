@@ -1,0 +1,20 @@
+// Where pictures come from: HTTP, or a stream.
+#pragma once
+
+#include "capture/FrameGrabber.h"
+#include "capture/HttpClient.h"
+
+namespace velmora {
+
+/// Gives each request to the source that its address needs.
+class PictureSources final : public PictureSource
+{
+public:
+    QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
+
+private:
+    HttpClient http_;
+    FrameGrabber frames_;
+};
+
+} // namespace velmora

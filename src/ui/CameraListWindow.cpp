@@ -1,0 +1,162 @@
+#include "ui/CameraListWindow.h"
+
+#include "admin/CameraCommands.h"
+#include "cameras/CameraChoices.h"
+#include "cameras/Credentials.h"
+#include "ui_CameraListWindow.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QShortcut>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+constexpr QSize kStartSize{760, 560};
+constexpr int kMostShown = 200; // of a list whose rest would be refused anyway
+constexpr qint64 kMostBytes = 2LL * 1024 * 1024;
+
+qsizetype countOf(const ListPlan &plan, Fate fate)
+{
+    return std::ranges::count_if(
+        plan.cameras, [fate](const PlannedCamera &planned) { return planned.fate == fate; });
+}
+
+QString summary(const ListPlan &plan)
+{
+    if (!plan.fault.isEmpty()) {
+        return plan.fault;
+    }
+    const qsizetype wrong = countOf(plan, Fate::Wrong);
+    const QString counts = CameraListWindow::tr("%1 new, %2 double, %3 wrong")
+                               .arg(countOf(plan, Fate::Added))
+                               .arg(countOf(plan, Fate::Double))
+                               .arg(wrong);
+    return wrong > 0 ? counts + CameraListWindow::tr(". Nothing is stored while a line is wrong.")
+                     : counts;
+}
+
+} // namespace
+
+CameraListWindow::CameraListWindow(const SettingsFile &settings)
+    : settings_(settings)
+    , ui_(std::make_unique<Ui::CameraListWindow>())
+{
+    ui_->setupUi(this);
+    ui_->listPreview->horizontalHeader()->setStretchLastSection(true);
+    ui_->listPreview->verticalHeader()->hide();
+    resize(kStartSize);
+    connect(ui_->listText, &QPlainTextEdit::textChanged, this,
+            [this] { read(ui_->listText->toPlainText().toUtf8()); });
+    connect(ui_->listOpen, &QAbstractButton::clicked, this, &CameraListWindow::chooseFile);
+    connect(ui_->listExport, &QAbstractButton::clicked, this, &CameraListWindow::chooseTarget);
+    connect(ui_->listStore, &QAbstractButton::clicked, this, &CameraListWindow::store);
+    connect(ui_->listClose, &QAbstractButton::clicked, this, &QWidget::close);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+}
+
+CameraListWindow::~CameraListWindow() = default;
+
+void CameraListWindow::present()
+{
+    ui_->listText->clear();
+    read({});
+    QWidget::show();
+    raise();
+    activateWindow();
+    ui_->listText->setFocus();
+}
+
+void CameraListWindow::read(const QByteArray &bytes)
+{
+    list_ = bytes;
+    show(planList(readCameraList(list_), settings_.snapshot()));
+}
+
+void CameraListWindow::show(const ListPlan &plan)
+{
+    const auto shown = static_cast<int>(std::min<std::size_t>(plan.cameras.size(), kMostShown));
+    ui_->listPreview->setRowCount(shown);
+    for (int line = 0; line < shown; ++line) {
+        showLine(line, plan.cameras[static_cast<std::size_t>(line)]);
+    }
+    ui_->listPreview->resizeColumnsToContents();
+    ui_->listMessage->setText(summary(plan));
+    ui_->listStore->setEnabled(plan.isSound() && countOf(plan, Fate::Added) > 0);
+}
+
+void CameraListWindow::showLine(int line, const PlannedCamera &planned)
+{
+    const QStringList texts{planned.place ? cameraText(*planned.place) : QString(),
+                            planned.camera.name.left(kMaxNameLength),
+                            withoutCredentials(planned.camera.address.left(255)), planned.remark};
+    for (int column = 0; column < static_cast<int>(texts.size()); ++column) {
+        ui_->listPreview->setItem(line, column, new QTableWidgetItem(texts.at(column)));
+    }
+}
+
+void CameraListWindow::openFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly)) {
+        ui_->listMessage->setText(tr("The list %1 cannot be read").arg(path));
+        return;
+    }
+    const QSignalBlocker noText(ui_->listText);
+    const QByteArray bytes = file.read(kMostBytes);
+    const CameraList list = readCameraList(bytes);
+    ui_->listText->setPlainText(
+        list.fault.isEmpty() ? QString::fromUtf8(cameraListText(list.cameras)) : QString());
+    read(bytes);
+}
+
+// The table may have changed since the preview was made: the plan is made anew where it is stored.
+void CameraListWindow::store()
+{
+    QString faults;
+    const SettingsChange change = settings_.change([&](SettingsDraft &draft) {
+        const ListPlan plan = planList(readCameraList(list_), draft.snapshot());
+        faults = plan.isSound() ? QString() : plan.faults();
+        if (plan.isSound()) {
+            carryOut(plan, draft);
+        }
+    });
+    if (change == SettingsChange::Failed) {
+        faults = tr("The settings file cannot be written");
+    }
+    if (faults.isEmpty()) {
+        Q_EMIT stored();
+        read(list_);
+        ui_->listMessage->setText(tr("Stored."));
+    } else {
+        ui_->listMessage->setText(faults);
+    }
+}
+
+void CameraListWindow::chooseFile()
+{
+    auto *const dialog = new QFileDialog(this, tr("Open a list of cameras"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    connect(dialog, &QFileDialog::fileSelected, this, &CameraListWindow::openFile);
+    dialog->open();
+}
+
+void CameraListWindow::chooseTarget()
+{
+    auto *const dialog = new QFileDialog(this, tr("Write the cameras as a list"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("csv"));
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        const CommandResult result = exportList(settings_, {path});
+        ui_->listMessage->setText(result.status == kDone ? tr("Written to %1").arg(path)
+                                                         : result.error);
+    });
+    dialog->open();
+}
+
+} // namespace velmora

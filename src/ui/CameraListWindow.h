@@ -1,0 +1,59 @@
+// Many cameras at once: a list is pasted or opened, and what would go where is shown before one
+// line of it is stored.
+//
+//   CameraListWindow
+//     listText
+//     listPreview
+//     listMessage
+//     listOpen  listExport              listStore  listClose
+#pragma once
+
+#include "admin/ListPlan.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class CameraListWindow;
+}
+
+namespace velmora {
+
+class CameraListWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// settings: outlive the window.
+    explicit CameraListWindow(const SettingsFile &settings);
+    CameraListWindow(const CameraListWindow &) = delete;
+    CameraListWindow &operator=(const CameraListWindow &) = delete;
+    CameraListWindow(CameraListWindow &&) = delete;
+    CameraListWindow &operator=(CameraListWindow &&) = delete;
+    ~CameraListWindow() override;
+
+    /// Shows the window in front, with an empty list.
+    void present();
+
+    /// Takes the list of a file. path: native.
+    void openFile(const QString &path);
+
+Q_SIGNALS:
+    /// Cameras were stored.
+    void stored();
+
+private:
+    void show(const ListPlan &plan);
+    void showLine(int line, const PlannedCamera &planned);
+    void read(const QByteArray &bytes);
+    void store();
+    void chooseFile();
+    void chooseTarget();
+
+    const SettingsFile &settings_;
+    std::unique_ptr<Ui::CameraListWindow> ui_;
+    QByteArray list_; // what the preview shows
+};
+
+} // namespace velmora

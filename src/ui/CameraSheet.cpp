@@ -1,0 +1,191 @@
+#include "ui/CameraSheet.h"
+
+#include "cameras/AddressRule.h"
+#include "ui_CameraSheet.h"
+
+#include <QBuffer>
+#include <QCloseEvent>
+#include <QImageReader>
+#include <QShortcut>
+
+namespace velmora {
+namespace {
+
+constexpr QSize kMostShown{1280, 960};
+constexpr qint64 kMostPixels = qint64{64} * 1024 * 1024;
+
+struct Shown
+{
+    QImage image; // no larger than the sheet needs
+    QSize size;   // of the picture itself
+};
+
+Shown shownPicture(QByteArray bytes)
+{
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    if (!size.isValid() || qint64{size.width()} * size.height() > kMostPixels) {
+        return {};
+    }
+    reader.setScaledSize(size.boundedTo(size.scaled(kMostShown, Qt::KeepAspectRatio)));
+    return {reader.read(), size};
+}
+
+QString orNone(const QString &text)
+{
+    return text.isEmpty() ? CameraSheet::tr("none") : text;
+}
+
+QString factsOf(const TrialResult &result, const Shown &shown)
+{
+    QStringList lines{result.verdict};
+    if (!result.picture.isEmpty()) {
+        const QString size = shown.size.isValid() ? CameraSheet::tr("%1 × %2 pixels, ")
+                                                        .arg(shown.size.width())
+                                                        .arg(shown.size.height())
+                                                  : QString();
+        lines.append(CameraSheet::tr("%1%2 bytes, type %3")
+                         .arg(size)
+                         .arg(result.picture.size())
+                         .arg(orNone(result.contentType)));
+        lines.append(CameraSheet::tr("Last-Modified: %1").arg(orNone(result.lastModified)));
+        lines.append(CameraSheet::tr("Date: %1").arg(orNone(result.date)));
+    }
+    lines.append(CameraSheet::tr("%1 ms").arg(result.duration.count()));
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+CameraSheet::CameraSheet(const CaptureServices &services, CameraTrial &trial)
+    : services_(services)
+    , trial_(trial)
+    , ui_(std::make_unique<Ui::CameraSheet>())
+{
+    ui_->setupUi(this);
+    ui_->sheetName->setMaxLength(kMaxNameLength);
+    ui_->sheetPicture->setEmptyText(tr("no picture yet"));
+    connect(ui_->sheetKeep, &QComboBox::currentIndexChanged, this, &CameraSheet::showPercent);
+    connect(ui_->sheetTest, &QAbstractButton::clicked, this, &CameraSheet::test);
+    connect(ui_->sheetSave, &QAbstractButton::clicked, this, &CameraSheet::save);
+    connect(ui_->sheetCancel, &QAbstractButton::clicked, this, &QWidget::close);
+    connect(&trial_, &CameraTrial::ended, this, &CameraSheet::showResult);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    for (QLineEdit *const box :
+         {ui_->sheetName, ui_->sheetAddress, ui_->sheetUser, ui_->sheetPassword}) {
+        connect(box, &QLineEdit::returnPressed, this, &CameraSheet::save);
+    }
+}
+
+CameraSheet::~CameraSheet() = default;
+
+void CameraSheet::present(CameraAddress camera)
+{
+    camera_ = camera;
+    trial_.giveUp();
+    fill();
+    show();
+    raise();
+    activateWindow();
+    ui_->sheetName->setFocus();
+    ui_->sheetName->selectAll();
+}
+
+void CameraSheet::fill()
+{
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const CameraLogin login = cameraLogin(settings, camera_);
+    const KeepChoice choice = cameraKeep(settings, camera_);
+    setWindowTitle(tr("Camera %1").arg(cameraTitle(settings, camera_)));
+    ui_->sheetName->setText(cameraName(settings, camera_));
+    ui_->sheetAddress->setText(CameraTable::url(settings, camera_));
+    ui_->sheetAddress->setCursorPosition(0);
+    ui_->sheetUser->setText(login.user);
+    ui_->sheetPassword->setText(login.password);
+    ui_->sheetKeep->setCurrentIndex(static_cast<int>(choice.keep));
+    if (choice.keep == Keep::Clearly) {
+        ui_->sheetPercent->setValue(choice.percent);
+    }
+    ui_->sheetMessage->clear();
+    ui_->sheetResult->clear();
+    ui_->sheetDifference->clear();
+    ui_->sheetPicture->clear();
+    ui_->sheetTest->setEnabled(true);
+    showPercent();
+}
+
+void CameraSheet::showPercent()
+{
+    ui_->sheetPercent->setEnabled(keep().keep == Keep::Clearly);
+}
+
+KeepChoice CameraSheet::keep() const
+{
+    const auto choice = static_cast<Keep>(ui_->sheetKeep->currentIndex());
+    return {choice, choice == Keep::Clearly ? ui_->sheetPercent->value() : 0};
+}
+
+void CameraSheet::test()
+{
+    ui_->sheetTest->setEnabled(false);
+    ui_->sheetResult->setText(tr("Fetching…"));
+    trial_.begin({camera_,
+                  ui_->sheetAddress->text().trimmed(),
+                  {ui_->sheetUser->text(), ui_->sheetPassword->text()},
+                  keep()});
+}
+
+void CameraSheet::showResult(const TrialResult &result)
+{
+    const Shown shown = shownPicture(result.picture);
+    ui_->sheetTest->setEnabled(true);
+    ui_->sheetResult->setText(factsOf(result, shown));
+    ui_->sheetDifference->setText(
+        result.differencePercent ? tr("measured: %1 %").arg(*result.differencePercent, 0, 'f', 1)
+                                 : QString());
+    if (shown.image.isNull()) {
+        ui_->sheetPicture->clear();
+    } else {
+        ui_->sheetPicture->showPicture({}, shown.image);
+    }
+}
+
+// What cannot be stored stays in its field, and the sheet stays open.
+void CameraSheet::save()
+{
+    const QString address = ui_->sheetAddress->text().trimmed();
+    const auto addressWrong = addressRefusal(address, camera_.row);
+    const auto nameWrong = nameRefusal(ui_->sheetName->text());
+    if (addressWrong || nameWrong) {
+        ui_->sheetMessage->setText(addressWrong ? *addressWrong : *nameWrong);
+        return;
+    }
+    if (store() == SettingsChange::Failed) {
+        ui_->sheetMessage->setText(tr("The settings file cannot be written"));
+        return;
+    }
+    if (address != CameraTable::url(services_.table.settings().snapshot(), camera_)) {
+        Q_EMIT addressChosen(camera_, address);
+    }
+    Q_EMIT saved();
+    close();
+}
+
+SettingsChange CameraSheet::store() const
+{
+    return services_.table.settings().change([this](SettingsDraft &draft) {
+        setCameraName(draft, camera_, ui_->sheetName->text());
+        setCameraKeep(draft, camera_, keep());
+        setCameraLogin(draft, camera_, {ui_->sheetUser->text(), ui_->sheetPassword->text()});
+    });
+}
+
+void CameraSheet::closeEvent(QCloseEvent *event)
+{
+    trial_.giveUp();
+    QWidget::closeEvent(event);
+}
+
+} // namespace velmora

@@ -1,0 +1,63 @@
+// A camera's sheet: what can be chosen for one camera, and a test of it.
+//
+//   CameraSheet
+//     sheetName  sheetAddress  sheetUser  sheetPassword | sheetPicture
+//     sheetKeep  sheetPercent  sheetDifference          |
+//     sheetMessage  sheetResult                         |
+//     sheetTest                          sheetSave  sheetCancel
+#pragma once
+
+#include "capture/CameraTrial.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class CameraSheet;
+}
+
+namespace velmora {
+
+class CameraSheet : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the sheet.
+    CameraSheet(const CaptureServices &services, CameraTrial &trial);
+    CameraSheet(const CameraSheet &) = delete;
+    CameraSheet &operator=(const CameraSheet &) = delete;
+    CameraSheet(CameraSheet &&) = delete;
+    CameraSheet &operator=(CameraSheet &&) = delete;
+    ~CameraSheet() override;
+
+    /// Shows the sheet of a camera in front.
+    void present(CameraAddress camera);
+
+Q_SIGNALS:
+    /// The camera's row is to get this address, as if it had been typed there.
+    void addressChosen(velmora::CameraAddress camera, const QString &address);
+
+    /// Name, login or the choice of what is kept are stored.
+    void saved();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    [[nodiscard]] KeepChoice keep() const;
+    void fill();
+    void test();
+    void save();
+    [[nodiscard]] SettingsChange store() const;
+    void showResult(const TrialResult &result);
+    void showPercent();
+
+    CaptureServices services_;
+    CameraTrial &trial_;
+    std::unique_ptr<Ui::CameraSheet> ui_;
+    CameraAddress camera_;
+};
+
+} // namespace velmora

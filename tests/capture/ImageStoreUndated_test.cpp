@@ -1,0 +1,136 @@
+// A camera that sends no date: what is kept when it is chosen so, and when it is not.
+#include "CaptureTest.h"
+#include "cameras/CameraChoices.h"
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr CameraAddress kCamera{0, 3};
+
+class Undated : public CaptureTest
+{
+protected:
+    Undated()
+    {
+        QObject::connect(&house_.store, &ImageStore::undatedNoticed, &house_,
+                         [this](CameraAddress camera) { noticed_.append(cameraText(camera)); });
+    }
+
+    void choose(const KeepChoice &choice) const
+    {
+        const SettingsChange change = house_.settings.change(
+            [&](SettingsDraft &draft) { setCameraKeep(draft, kCamera, choice); });
+        ASSERT_EQ(change, SettingsChange::Made);
+    }
+
+    /// Loads a picture of that size, ten minutes after the one before.
+    void load(qsizetype size, const QString &lastModified = {})
+    {
+        add(kCamera, goodReply(lastModified, size));
+        house_.load(kCamera);
+        clock_.advance(10min);
+    }
+
+    QStringList noticed_;
+};
+
+TEST_F(Undated, StoresAPictureThatDiffers)
+{
+    choose({Keep::Differing});
+    load(2000);
+    load(2000);
+    load(3000);
+    EXPECT_EQ(house_.images(kCamera), (QStringList{QStringLiteral("20060307_1405090714.jpg"),
+                                                   QStringLiteral("20060307_1425090714.jpg")}));
+    EXPECT_EQ(house_.value(u"lNew", kCamera), QStringLiteral("2"));
+    EXPECT_EQ(house_.value(u"LastModified", kCamera), QStringLiteral("07/03/2006 14:25:09"));
+    EXPECT_EQ(house_.value(u"SB", kCamera), kGreen);
+}
+
+TEST_F(Undated, IsNamedInUniversalTime)
+{
+    clock_.setUtcOffset(1h);
+    choose({Keep::Differing});
+    load(2000);
+    EXPECT_EQ(house_.images(kCamera), QStringList{QStringLiteral("20060307_1305090714.jpg")});
+}
+
+TEST_F(Undated, RemembersThePictureThroughARestart)
+{
+    choose({Keep::Differing});
+    load(2000);
+    EXPECT_EQ(house_.settings.read(u"Camera03", u"Digest").size(), 64);
+    EXPECT_EQ(house_.settings.read(u"Camera03", u"Look"), QString());
+    house_.settings.write(u"Camera03", u"Digest", QString(64, u'0'));
+    load(2000);
+    EXPECT_EQ(house_.images(kCamera).size(), 2);
+}
+
+TEST_F(Undated, MeasuresTheIntervalAsForOthers)
+{
+    choose({Keep::Differing});
+    load(2000);
+    load(3000);
+    EXPECT_EQ(house_.value(u"BestTime", kCamera), QStringLiteral("00:10:00"));
+}
+
+TEST_F(Undated, GoesByTheDateOfAnAnswerThatHasOne)
+{
+    choose({Keep::Differing});
+    load(2000, kLastModified);
+    load(3000, kLastModified);
+    EXPECT_EQ(house_.images(kCamera), QStringList{kImageName});
+}
+
+TEST_F(Undated, TriesAgainWhenItsNameIsTaken)
+{
+    choose({Keep::Differing});
+    load(2000);
+    clock_.setLocal(kFakeStart); // set back: the name is that of the picture before
+    load(3000);
+    EXPECT_EQ(house_.images(kCamera).size(), 1);
+    load(3000);
+    EXPECT_EQ(house_.images(kCamera).size(), 2);
+}
+
+TEST_F(Undated, KeepsOneWhileNothingIsChosen)
+{
+    const QByteArray before = house_.tree.read(u"Velmora.ini");
+    load(2000);
+    load(3000);
+    EXPECT_EQ(house_.images(kCamera), QStringList{QStringLiteral("18991230_0000000714.jpg")});
+    EXPECT_FALSE(house_.tree.read(u"Velmora.ini").contains("[Camera"));
+}
+
+TEST_F(Undated, IsToldOfAtTheThirdPicture)
+{
+    load(2000);
+    load(2000);
+    EXPECT_EQ(noticed_, QStringList());
+    load(2000);
+    load(2000);
+    EXPECT_EQ(noticed_, QStringList{QStringLiteral("0:3")});
+}
+
+TEST_F(Undated, IsNotToldOfWhenItIsChosenOrDated)
+{
+    for (int i = 0; i < 4; ++i) {
+        load(2000, kLastModified);
+    }
+    choose({Keep::Differing});
+    for (int i = 0; i < 4; ++i) {
+        load(2000);
+    }
+    EXPECT_EQ(noticed_, QStringList());
+}
+
+TEST_F(Undated, IsNotReadForACameraThatIsDated)
+{
+    load(2000);
+    EXPECT_EQ(house_.settings.read(u"Camera03", u"Digest"), QString());
+}
+
+} // namespace
+} // namespace velmora::test

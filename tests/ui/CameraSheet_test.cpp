@@ -1,0 +1,283 @@
+// A camera's sheet, and the window for many cameras, under mouse and keys.
+#include "ui/CameraSheet.h"
+
+#include "WindowHouse.h"
+#include "capture/CameraTrial.h"
+#include "support/LoopbackCameraAnswers.h"
+#include "ui/CameraListWindow.h"
+#include "ui/ListBoxes.h"
+
+#include <QComboBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTableWidget>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+constexpr CameraAddress kCamera{0, 3};
+const QString kUrl = QStringLiteral("http://cam/x.jpg");
+
+class CameraSheetTest : public testing::Test
+{
+protected:
+    CameraSheetTest()
+    {
+        house_.house.addCamera(kCamera, kUrl);
+        house_.selectTab(0);
+    }
+
+    template <typename Control>
+    Control &find(const QString &name)
+    {
+        auto *const control = sheet_.findChild<Control *>(name);
+        if (control == nullptr) {
+            throw std::runtime_error("no control " + name.toStdString());
+        }
+        return *control;
+    }
+
+    void type(const QString &box, const QString &text)
+    {
+        find<QLineEdit>(box).selectAll();
+        QTest::keyClicks(&find<QLineEdit>(box), text);
+    }
+
+    void click(const QString &button)
+    {
+        QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton);
+    }
+
+    QString result() { return find<QLabel>(QStringLiteral("sheetResult")).text(); }
+
+    /// Tests a camera that answers so, to the end.
+    QString verdict(const ScriptedReply &reply)
+    {
+        house_.source.answer(kUrl, reply);
+        sheet_.present(kCamera);
+        QSignalSpy ended(&trial_, &CameraTrial::ended);
+        click(QStringLiteral("sheetTest"));
+        EXPECT_TRUE(ended.wait(5000));
+        return result();
+    }
+
+    WindowHouse house_;
+    CameraTrial trial_{house_.house.services(), house_.source, house_.house.scope};
+    CameraSheet sheet_{house_.house.services(), trial_};
+};
+
+TEST_F(CameraSheetTest, OpensByAKeyInTheRow)
+{
+    QSignalSpy wanted(&house_.window, &Interface::sheetWanted);
+    house_.click(QStringLiteral("Source3"));
+    QTest::keyClick(&house_.find<QLineEdit>(QStringLiteral("Source3")), Qt::Key_F4);
+    ASSERT_EQ(wanted.size(), 1);
+    EXPECT_EQ(wanted.front().front().value<CameraAddress>(), kCamera);
+}
+
+TEST_F(CameraSheetTest, StoresWhatIsChosen)
+{
+    sheet_.present(kCamera);
+    type(QStringLiteral("sheetName"), QStringLiteral("Garage"));
+    type(QStringLiteral("sheetUser"), QStringLiteral("me"));
+    type(QStringLiteral("sheetPassword"), QStringLiteral("secret"));
+    find<QComboBox>(QStringLiteral("sheetKeep")).setCurrentIndex(2);
+    find<QSpinBox>(QStringLiteral("sheetPercent")).setValue(7);
+    click(QStringLiteral("sheetSave"));
+    EXPECT_FALSE(sheet_.isVisible());
+    EXPECT_EQ(house_.stored(u"Camera03", u"Name"), QStringLiteral("Garage"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"User"), QStringLiteral("me"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"Password"), QStringLiteral("secret"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"Keep"), QStringLiteral("clearly:7"));
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst3"), kUrl);
+}
+
+TEST_F(CameraSheetTest, ShowsWhatIsStored)
+{
+    house_.house.settings.write(u"Camera03", u"Name", u"Garage");
+    house_.house.settings.write(u"Camera03", u"Keep", u"differing");
+    sheet_.present(kCamera);
+    EXPECT_EQ(sheet_.windowTitle(), QStringLiteral("Camera 0:3 Garage"));
+    EXPECT_EQ(find<QLineEdit>(QStringLiteral("sheetAddress")).text(), kUrl);
+    EXPECT_EQ(find<QComboBox>(QStringLiteral("sheetKeep")).currentIndex(), 1);
+    EXPECT_FALSE(find<QSpinBox>(QStringLiteral("sheetPercent")).isEnabled());
+}
+
+TEST_F(CameraSheetTest, LeavesTheSettingsAsTheyAreWhenNothingIsChosen)
+{
+    const QByteArray before = house_.house.tree.read(u"Velmora.ini");
+    sheet_.present(kCamera);
+    click(QStringLiteral("sheetSave"));
+    EXPECT_EQ(house_.house.tree.read(u"Velmora.ini"), before);
+}
+
+TEST_F(CameraSheetTest, GivesAnotherAddressToTheRow)
+{
+    QSignalSpy chosen(&sheet_, &CameraSheet::addressChosen);
+    sheet_.present(kCamera);
+    type(QStringLiteral("sheetAddress"), QStringLiteral("http://other/"));
+    click(QStringLiteral("sheetSave"));
+    ASSERT_EQ(chosen.size(), 1);
+    house_.window.fillAddress(kCamera, chosen.front().at(1).toString());
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst3"), QStringLiteral("http://other/"));
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).text(),
+              QStringLiteral("http://other/"));
+}
+
+TEST_F(CameraSheetTest, RefusesAnAddressInTheWordsOfTheRow)
+{
+    sheet_.present(kCamera);
+    find<QLineEdit>(QStringLiteral("sheetAddress")).setText(QString(300, u'a'));
+    click(QStringLiteral("sheetSave"));
+    EXPECT_TRUE(sheet_.isVisible());
+    EXPECT_TRUE(find<QLabel>(QStringLiteral("sheetMessage")).text().startsWith(u"Overflow"));
+}
+
+TEST_F(CameraSheetTest, ClosesByEscape)
+{
+    sheet_.present(kCamera);
+    QTest::keyClick(&sheet_, Qt::Key_Escape);
+    EXPECT_FALSE(sheet_.isVisible());
+}
+
+TEST_F(CameraSheetTest, TellsWhatWouldBecomeOfAPicture)
+{
+    const QString date = QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT");
+    EXPECT_TRUE(verdict({jpeg(2000), date, QStringLiteral("image/jpeg"), {}, {}})
+                    .startsWith(u"new: date of the server"));
+    EXPECT_TRUE(result().contains(QStringLiteral("2000 bytes, type image/jpeg")));
+    EXPECT_TRUE(result().contains(date));
+    house_.house.putImage(kCamera, QStringLiteral("20060307_1405090714.jpg"));
+    EXPECT_TRUE(verdict({jpeg(2000), {}, {}, {}, {}}).startsWith(u"not kept: it has no date"));
+    EXPECT_TRUE(verdict({"<html><title> A\npage</title>" + QByteArray(2000, 'x'), {}, {}, {}, {}})
+                    .startsWith(u"not a picture: a web page titled \"A page\""));
+    EXPECT_TRUE(verdict({jpeg(20), {}, {}, {}, {}}).startsWith(u"too short"));
+    EXPECT_TRUE(verdict({{}, {}, {}, {}, QStringLiteral("no answer")})
+                    .startsWith(u"no picture: no answer"));
+}
+
+TEST_F(CameraSheetTest, ComparesWhereItIsChosen)
+{
+    house_.house.putImage(kCamera, QStringLiteral("20060307_1405090714.jpg"));
+    house_.house.settings.write(u"Camera03", u"Keep", u"differing");
+    EXPECT_TRUE(verdict({jpeg(2000), {}, {}, {}, {}}).startsWith(u"new: it differs"));
+}
+
+TEST_F(CameraSheetTest, EveryControlHasANameThatAPersonUnderstands)
+{
+    for (const auto *const control : sheet_.findChildren<QWidget *>()) {
+        const auto *const button = qobject_cast<const QAbstractButton *>(control);
+        if (control->focusPolicy() != Qt::NoFocus && control->isVisibleTo(&sheet_) &&
+            control->objectName().startsWith(u"sheet")) {
+            EXPECT_TRUE(!control->accessibleName().isEmpty() ||
+                        (button != nullptr && !button->text().isEmpty()))
+                << control->objectName().toStdString();
+        }
+    }
+}
+
+TEST_F(CameraSheetTest, TheNameStandsInTheTipsOfTheRow)
+{
+    auto &source = house_.find<QLineEdit>(QStringLiteral("Source3"));
+    EXPECT_EQ(source.toolTip(), QStringLiteral("Enter link"));
+    house_.house.settings.write(u"Camera03", u"Name", u"Garage");
+    house_.house.page.reread();
+    EXPECT_EQ(source.toolTip(), QStringLiteral("Enter link\n0:3 Garage"));
+    EXPECT_EQ(house_.find<QWidget>(QStringLiteral("SB3")).toolTip(), QStringLiteral("0:3 Garage"));
+}
+
+TEST_F(CameraSheetTest, WhatIsTypedStaysWhenAnotherProgramChangesTheSettings)
+{
+    house_.type(QStringLiteral("Source3"), QStringLiteral("more"));
+    house_.house.settings.write(u"Liste0", u"lst3", u"http://elsewhere/");
+    house_.house.settings.write(u"Liste0", u"lst4", u"http://new/");
+    house_.house.page.reread();
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).text(),
+              kUrl + QStringLiteral("more"));
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source4")).text(),
+              QStringLiteral("http://new/"));
+}
+
+class CameraListWindowTest : public testing::Test
+{
+protected:
+    void paste(const QString &text)
+    {
+        window_.present();
+        text_.setPlainText(text);
+    }
+
+    QString cell(int line, int column) { return preview_.item(line, column)->text(); }
+
+    TempTree tree_;
+    SettingsFile settings_{tree_.path()};
+    CameraListWindow window_{settings_};
+    QPlainTextEdit &text_ = *window_.findChild<QPlainTextEdit *>(QStringLiteral("listText"));
+    QTableWidget &preview_ = *window_.findChild<QTableWidget *>(QStringLiteral("listPreview"));
+    QPushButton &store_ = *window_.findChild<QPushButton *>(QStringLiteral("listStore"));
+    QLabel &message_ = *window_.findChild<QLabel *>(QStringLiteral("listMessage"));
+};
+
+TEST_F(CameraListWindowTest, ShowsWhatWouldGoWhereBeforeItStores)
+{
+    paste(QStringLiteral("name,address,group,row\nGate,http://u:p@a/,3,7\n,http://b/,,\n"));
+    ASSERT_EQ(preview_.rowCount(), 2);
+    EXPECT_EQ(cell(0, 0), QStringLiteral("3:7"));
+    EXPECT_EQ(cell(0, 1), QStringLiteral("Gate"));
+    EXPECT_EQ(cell(0, 2), QStringLiteral("http://a/"));
+    EXPECT_FALSE(tree_.exists(u"Velmora.ini"));
+    QTest::mouseClick(&store_, Qt::LeftButton);
+    EXPECT_EQ(settings_.read(u"Liste3", u"lst7"), QStringLiteral("http://u:p@a/"));
+    EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://b/"));
+}
+
+TEST_F(CameraListWindowTest, StoresNothingWhileALineIsWrong)
+{
+    paste(QStringLiteral("http://a/\nnothing\nhttp://a/\n"));
+    EXPECT_FALSE(store_.isEnabled());
+    EXPECT_TRUE(message_.text().startsWith(u"1 new, 1 double, 1 wrong"));
+    text_.setPlainText(QStringLiteral("http://a/\n"));
+    EXPECT_TRUE(store_.isEnabled());
+}
+
+TEST_F(CameraListWindowTest, ReadsAFile)
+{
+    tree_.write(u"list.txt", QByteArray("\xFF\xFEh\0t\0t\0p\0:\0/\0/\0a\0/\0", 22));
+    window_.present();
+    window_.openFile(tree_.path(u"list.txt"));
+    ASSERT_EQ(preview_.rowCount(), 1);
+    EXPECT_EQ(cell(0, 2), QStringLiteral("http://a/"));
+    tree_.write(u"long.txt", QByteArray("http://a/\n").repeated(1'000'000));
+    window_.openFile(tree_.path(u"long.txt"));
+    EXPECT_FALSE(store_.isEnabled());
+    EXPECT_TRUE(message_.text().contains(QStringLiteral("longer")));
+}
+
+TEST(ChoiceListNames, AreFoundByTyping)
+{
+    ChoiceList list;
+    list.show();
+    list.describe(3, QStringLiteral("0:3 Garage"), QStringLiteral("Garage"));
+    list.describe(5, QStringLiteral("0:5 Back garden"), QStringLiteral("Back garden"));
+    list.describe(6, QStringLiteral("0:6 2nd floor"), QStringLiteral("2nd floor"));
+    list.showRow(0);
+    QSignalSpy chosen(&list, &ChoiceList::chosen);
+    QTest::keyClicks(&list, QStringLiteral("gard"));
+    ASSERT_FALSE(chosen.isEmpty());
+    EXPECT_EQ(chosen.back().front().toInt(), 5);
+    EXPECT_EQ(list.item(3)->toolTip(), QStringLiteral("0:3 Garage"));
+    ChoiceList other;
+    other.show();
+    other.describe(6, {}, QStringLiteral("2nd floor"));
+    QSignalSpy otherChosen(&other, &ChoiceList::chosen);
+    QTest::keyClicks(&other, QStringLiteral("2"));
+    ASSERT_FALSE(otherChosen.isEmpty());
+    EXPECT_EQ(otherChosen.back().front().toInt(), 2);
+}
+
+} // namespace
+} // namespace velmora::test

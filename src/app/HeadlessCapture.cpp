@@ -7,8 +7,10 @@
 
 namespace velmora {
 
-HeadlessCapture::HeadlessCapture(CaptureEngine &engine, std::optional<int> passes)
+HeadlessCapture::HeadlessCapture(CaptureEngine &engine, MailSender &sender,
+                                 std::optional<int> passes)
     : engine_(engine)
+    , health_(engine, sender)
     , passesLeft_(passes)
     , out_(stdout)
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
@@ -29,6 +31,8 @@ void HeadlessCapture::connectReports()
                 ++failed_;
                 out_ << "failed " << camera.group << ':' << camera.row << ' ' << reason << Qt::endl;
             });
+    connect(&health_, &HealthEngine::noticed, this,
+            [this](const QString &text) { out_ << text << Qt::endl; });
     connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);
     connect(&engine_.problems(), &Problems::warned, this,
@@ -65,6 +69,7 @@ bool HeadlessCapture::start()
         return false;
     }
     engine_.start();
+    health_.start();
     engine_.launch(engine_.scheduler().Timer_Timer());
     return true;
 }

@@ -1,7 +1,7 @@
 // Capture without windows: says on standard output what it stores.
 #pragma once
 
-#include "app/CaptureEngine.h"
+#include "app/HealthEngine.h"
 
 #include <QTextStream>
 
@@ -15,7 +15,7 @@ class HeadlessCapture : public QObject
 
 public:
     /// passes: end after so many; none for no end.
-    HeadlessCapture(CaptureEngine &engine, std::optional<int> passes);
+    HeadlessCapture(CaptureEngine &engine, MailSender &sender, std::optional<int> passes);
 
     /// Begins the first pass, behind which the timer goes on. False, with a sentence on the error
     /// output, when the storage folder is missing.
@@ -32,6 +32,7 @@ private:
     void leaveAfterError(const QString &text);
 
     CaptureEngine &engine_;
+    HealthEngine health_;
     std::optional<int> passesLeft_;
     QTextStream out_;
     int pass_ = 0;

@@ -28,6 +28,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     : engine_(engine)
     , opener_(opener)
     , images_(engine_, sender)
+    , health_(engine_, sender)
     , import_(engine_, images_)
     , links_(opener_, engine_.paths(), engine_.scope())
     , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
@@ -36,11 +37,16 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , film_(images_.film(), engine_.settings(), engine_.storage())
     , importWindow_(import_.import(), import_.loader())
     , alarm_(images_.alarm(), images_.mail())
+    , calendar_(images_.calendar())
+    , healthWindow_(health_.book(), health_.watch(), engine_.settings())
+    , filmKeep_(images_.filmMaker(), images_.film())
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
     connectMain();
     connectBrowser();
     connectAlarm();
+    connectKeeping();
+    connectHealth();
     connectConformity();
     connectProblems();
 }
@@ -84,6 +90,30 @@ void Program::connectAlarm()
     });
 }
 
+void Program::connectKeeping()
+{
+    connect(&planche_, &planche::calendarWanted, &calendar_, &CalendarWindow::present);
+    connect(&planche_, &planche::keepWanted, &filmKeep_, &FilmKeep::present);
+    connect(&film_, &fCine::keepWanted, &filmKeep_, &FilmKeep::present);
+    connect(&filmKeep_, &FilmKeep::openWanted, this, &Program::open);
+}
+
+void Program::connectHealth()
+{
+    connect(&planche_, &planche::healthWanted, &healthWindow_, &HealthWindow::present);
+    connect(&healthWindow_, &HealthWindow::cameraWanted, this, &Program::goTo);
+    connect(&health_, &HealthEngine::noticed, &planche_, &planche::showMessage);
+    connect(&health_.oldest(), &OldestFirst::imagesDeleted, &images_.browser(),
+            &ImageBrowser::showDeletion);
+}
+
+void Program::goTo(CameraAddress camera)
+{
+    showImages();
+    images_.browser().chooseGroup(camera.group);
+    images_.browser().chooseCamera(camera.row);
+}
+
 void Program::connectConformity()
 {
     Conformity &conformity = engine_.conformity();
@@ -121,6 +151,11 @@ QCoro::Task<> Program::startUp()
     Initialise();
     engine_.storage().testSA();
     engine_.start();
+<<<<<<< HEAD
+=======
+    engine_.checkSettings();
+    health_.start();
+>>>>>>> 45b89c7 (wip: windows for films, calendar and health)
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
     } else {
@@ -213,6 +248,10 @@ void Program::hideWindows()
     film_.close();
     importWindow_.close();
     alarm_.close();
+    calendar_.close();
+    healthWindow_.close();
+    images_.filmMaker().cancel();
+    filmKeep_.close();
     zoom_.close();
     interface_.close();
     planche_.close();

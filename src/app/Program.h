@@ -3,8 +3,12 @@
 #pragma once
 
 #include "app/BrowserEngine.h"
+#include "app/HealthEngine.h"
 #include "app/ImportEngine.h"
 #include "ui/Alarm.h"
+#include "ui/CalendarWindow.h"
+#include "ui/FilmKeep.h"
+#include "ui/HealthWindow.h"
 #include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TitleBox.h"
@@ -41,6 +45,9 @@ private:
     void connectMain();
     void connectBrowser();
     void connectAlarm();
+    void connectKeeping();
+    void connectHealth();
+    void goTo(CameraAddress camera);
     void connectConformity();
     void connectProblems();
     void showSplash();
@@ -60,6 +67,7 @@ private:
     CaptureEngine &engine_;
     DesktopOpener &opener_;
     BrowserEngine images_;
+    HealthEngine health_;
     ImportEngine import_;
     MessageBoxes messages_;
     mOuvreLien links_;
@@ -68,6 +76,9 @@ private:
     fCine film_;
     frmImport importWindow_;
     Alarm alarm_;
+    CalendarWindow calendar_;
+    HealthWindow healthWindow_;
+    FilmKeep filmKeep_;
     Zoom zoom_;
     frmSplash splash_;
     frmQuitte closing_;

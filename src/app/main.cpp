@@ -104,7 +104,8 @@ void tellTrouble(CaptureEngine &engine, const SingleInstance &instance)
 int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher,
                           const SingleInstance &instance, std::optional<int> passes)
 {
-    HeadlessCapture capture(engine, passes);
+    SmtpClient mail;
+    HeadlessCapture capture(engine, mail, passes);
     tellTrouble(engine, instance);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
     return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;

@@ -2,7 +2,7 @@
 //
 //   fCine
 //     iCine
-//     PauseCine  Barre  Compte  Compte0  nFich
+//     PauseCine  Barre  Compte  Compte0  nFich  bKeepFilm
 //     tDebut  sDebut
 //     tFin    sFin
 //     vitesse
@@ -37,6 +37,9 @@ public:
     ~fCine() override;
 
     void moveTo(WindowPlace place);
+
+Q_SIGNALS:
+    void keepWanted();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

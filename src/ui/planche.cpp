@@ -134,6 +134,9 @@ void planche::bindButtons()
 {
     connect(ui_->bFilm, &QAbstractButton::pressed, &browser_, &ImageBrowser::toggleFilm);
     connect(ui_->CmdAlarm, &QAbstractButton::clicked, this, &planche::alarmWanted);
+    connect(ui_->bKeep, &QAbstractButton::clicked, this, &planche::keepWanted);
+    connect(ui_->bCalendar, &QAbstractButton::clicked, this, &planche::calendarWanted);
+    connect(ui_->bHealth, &QAbstractButton::clicked, this, &planche::healthWanted);
     connect(ui_->cSetUp, &QAbstractButton::pressed, this, &planche::setUpPressed);
     connect(ui_->cSetUp, &QAbstractButton::released, this, &planche::setUpReleased);
     connect(ui_->Mini, &QAbstractButton::clicked, this, &QWidget::showMinimized);

@@ -6,7 +6,7 @@
 //       controls     lstGroupe  lstCam  LstDir or LstDirCam
 //                    lCamera | cAuto cCamera cScan | lDate lTime | NbI MousePos
 //                    bFilm CmdAlarm | cSetUp Mini Quitter
-//     status         ctrT  NbCapt  Capt  txtLog
+//     status         ctrT  NbCapt  Capt  txtLog  bKeep bCalendar bHealth
 #pragma once
 
 #include "browser/PressedEntry.h"
@@ -60,6 +60,9 @@ Q_SIGNALS:
     void setUpPressed();
     void setUpReleased();
     void alarmWanted();
+    void keepWanted();
+    void calendarWanted();
+    void healthWanted();
     void playWanted();
     void closeWanted();
 

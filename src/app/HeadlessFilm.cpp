@@ -1,6 +1,7 @@
 #include "app/HeadlessFilm.h"
 
 #include "base/NativePaths.h"
+#include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
 #include "cameras/FolderName.h"
 #include "cameras/ShownAddress.h"
@@ -52,7 +53,8 @@ QString HeadlessFilm::imageFolder()
     if (url.isEmpty()) {
         return {};
     }
-    camera_ = shownAddress(url);
+    const QString name = cameraName(settings, request_.camera);
+    camera_ = name.isEmpty() ? shownAddress(url) : name;
     const QString stored = settings.read(u"Control", u"StRep");
     const QString storage = FormRep(stored.isEmpty() ? kUsualStorage : stored);
     return NativePaths(programFolder_).native(storage + encodeFolderName(url)).value_or(QString());

@@ -103,8 +103,20 @@ void Program::connectHealth()
     connect(&planche_, &planche::healthWanted, &healthWindow_, &HealthWindow::present);
     connect(&healthWindow_, &HealthWindow::cameraWanted, this, &Program::goTo);
     connect(&health_, &HealthEngine::noticed, &planche_, &planche::showMessage);
+    connect(&health_.watch(), &HealthWatch::lateChanged, this, [this] {
+        planche_.showLate(health_.watch().late());
+        interface_.showLate(health_.watch().late());
+    });
+    connect(&health_.watch(), &HealthWatch::roomChanged, this, &Program::showRoom);
     connect(&health_.oldest(), &OldestFirst::imagesDeleted, &images_.browser(),
             &ImageBrowser::showDeletion);
+}
+
+// Where a person looks for what was stored: how long that will go on.
+void Program::showRoom()
+{
+    const auto &room = health_.watch().room();
+    planche_.showRoom(room ? roomText(*room, health_.book().bytesADay()) : QString());
 }
 
 void Program::goTo(CameraAddress camera)
@@ -151,11 +163,7 @@ QCoro::Task<> Program::startUp()
     Initialise();
     engine_.storage().testSA();
     engine_.start();
-<<<<<<< HEAD
-=======
-    engine_.checkSettings();
     health_.start();
->>>>>>> 45b89c7 (wip: windows for films, calendar and health)
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
     } else {

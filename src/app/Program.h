@@ -47,6 +47,7 @@ private:
     void connectAlarm();
     void connectKeeping();
     void connectHealth();
+    void showRoom();
     void goTo(CameraAddress camera);
     void connectConformity();
     void connectProblems();

@@ -1,35 +1,27 @@
-// A file that another program writes and that has no name until it is whole, so that a kill of
-// either leaves nothing behind.
+// A file that another program writes and that appears under its name only when it is whole.
 #pragma once
 
-#include "base/UniqueFd.h"
+#include "base/WorkFile.h"
 
 #include <QByteArray>
 #include <QString>
 
-#include <memory>
 #include <system_error>
 
 namespace velmora {
 
-/// Without finish() nothing of it stays. Where the file system cannot keep a file without a name it
-/// stands in its folder under the name of a working file.
+/// Without finish() nothing of it stays.
 class HiddenFile
 {
 public:
     /// folder: native path of the folder in which the file is to appear.
     explicit HiddenFile(const QString &folder);
-    HiddenFile(const HiddenFile &) = delete;
-    HiddenFile &operator=(const HiddenFile &) = delete;
-    HiddenFile(HiddenFile &&) = delete;
-    HiddenFile &operator=(HiddenFile &&) = delete;
-    ~HiddenFile();
 
     /// Why it could not be made.
-    [[nodiscard]] std::error_code error() const { return error_; }
+    [[nodiscard]] std::error_code error() const { return file_.error(); }
 
     /// The descriptor that a program which is to write the file must inherit.
-    [[nodiscard]] int descriptor() const { return fd_ ? fd_->get() : -1; }
+    [[nodiscard]] int descriptor() const { return file_.fd(); }
 
     /// The path by which that program opens the file; native.
     [[nodiscard]] QByteArray pathForHeir() const;
@@ -40,13 +32,8 @@ public:
     [[nodiscard]] std::error_code finish(const QByteArray &target);
 
 private:
-    void openNamed();
-    [[nodiscard]] std::error_code nameAs(const QByteArray &path) const;
-
     QByteArray folder_;
-    std::unique_ptr<UniqueFd> fd_;
-    QByteArray workFile_; // its path while it has one of its own
-    std::error_code error_;
+    WorkFile file_;
 };
 
 } // namespace velmora

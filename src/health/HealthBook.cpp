@@ -1,5 +1,6 @@
 #include "health/HealthBook.h"
 
+#include "cameras/CameraChoices.h"
 #include "cameras/ShownAddress.h"
 #include "capture/CameraFolder.h"
 #include "health/HealthCount.h"
@@ -83,7 +84,7 @@ void HealthBook::followTable()
     const std::vector<CameraAddress> before = cameras();
     for (int index = 0; index < kCameras; ++index) {
         const CameraAddress camera = addressOf(index);
-        takeCamera(camera, settings.read(listSection(camera.group), rowKey(u"lst", camera.row)));
+        takeCamera(settings, camera);
     }
     if (cameras() != before) {
         Q_EMIT tableChanged();
@@ -91,13 +92,14 @@ void HealthBook::followTable()
 }
 
 // A camera is known by its folder: with another address it is another one.
-void HealthBook::takeCamera(CameraAddress camera, const QString &url)
+void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress camera)
 {
+    const QString url = CameraTable::url(settings, camera);
     Seen &seen = seen_.at(indexOf(camera));
     const QString folder = url.isEmpty() ? QString() : cameraFolder(services_, camera);
     seen.isConfigured = !folder.isEmpty();
-    const QString title =
-        QStringLiteral("%1:%2 %3").arg(camera.group).arg(camera.row).arg(shownAddress(url));
+    const QString name = cameraName(settings, camera);
+    const QString title = cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(url) : name);
     const bool isOther = known(camera).folder != folder;
     const bool isRenamed = std::exchange(seen.title, title) != title;
     if (isOther) {
@@ -114,6 +116,10 @@ void HealthBook::takeCamera(CameraAddress camera, const QString &url)
     }
     if (isOther || isRenamed) {
         Q_EMIT changed(camera);
+    }
+    const double lamp = settings.number(groupSection(camera.group), rowKey(u"SB", camera.row));
+    if (lamp == static_cast<qint32>(LampColour::Green)) {
+        addSuccess(camera);
     }
 }
 
@@ -193,6 +199,7 @@ void HealthBook::addFailure(CameraAddress camera, const QString &reason)
     change(camera);
 }
 
+// It gives what it gave before.
 void HealthBook::addSuccess(CameraAddress camera)
 {
     CameraHealth &health = known(camera);
@@ -252,8 +259,9 @@ QCoro::Task<> HealthBook::count(CameraAddress camera)
         }
     }
     if (this->camera(camera).folder == folder) { // still
+        const bool isFirst = !this->camera(camera).newest;
         known(camera).takeCount(counting.take());
-        if (!seen_.at(indexOf(camera)).quietSince) {
+        if (isFirst) {
             anchor(camera);
         }
         change(camera);

@@ -59,7 +59,6 @@ public:
     /// The capture's news.
     void addImage(CameraAddress camera, const QString &fileName);
     void addFailure(CameraAddress camera, const QString &reason);
-    void addSuccess(CameraAddress camera);
 
     /// Images were deleted: counts the folder anew.
     void recount(CameraAddress camera);
@@ -84,12 +83,13 @@ private:
 
     [[nodiscard]] static std::size_t indexOf(CameraAddress camera);
     [[nodiscard]] CameraHealth &known(CameraAddress camera);
-    void takeCamera(CameraAddress camera, const QString &url);
+    void takeCamera(const SettingsSnapshot &settings, CameraAddress camera);
     void anchor(CameraAddress camera);
     void startCounting(CameraAddress camera);
     QCoro::Task<> countWaiting();
     QCoro::Task<> count(CameraAddress camera);
     void change(CameraAddress camera);
+    void addSuccess(CameraAddress camera);
 
     CaptureServices services_;
     TaskScope &scope_;

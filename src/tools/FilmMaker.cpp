@@ -1,5 +1,6 @@
 #include "tools/FilmMaker.h"
 
+#include "cameras/CameraChoices.h"
 #include "cameras/ShownAddress.h"
 
 #include <QDateTime>
@@ -36,8 +37,9 @@ void FilmMaker::take()
     folderText_ = data_.files.folder();
     folder_ = services_.storage.native(folderText_);
     const CameraAddress camera = data_.state.camera;
-    const QString address = shownAddress(services_.table.url(camera));
-    camera_ = QStringLiteral("%1:%2 %3").arg(camera.group).arg(camera.row).arg(address);
+    const QString name = cameraName(services_.table.settings().snapshot(), camera);
+    camera_ = cameraText(camera) + u' ' +
+              (name.isEmpty() ? shownAddress(services_.table.url(camera)) : name);
     result_.clear();
 }
 

@@ -1,5 +1,6 @@
 #include "ui/CameraRowBoxes.h"
 
+#include <QGuiApplication>
 #include <QSignalBlocker>
 
 namespace velmora {
@@ -114,6 +115,17 @@ void CameraRowBoxes::showChoices()
     AutoDelay->setChecked(row.automatic);
     EffM->setChecked(row.deleteOld);
     showCounters();
+}
+
+// Like the folder's link but red, and in words for who sees no colours.
+void CameraRowBoxes::showLate(bool late)
+{
+    QPalette colours = QGuiApplication::palette();
+    if (late) {
+        colours.setColor(QPalette::Link, Qt::red);
+    }
+    n->setPalette(colours);
+    SB->setToolTip(late ? tr("late: nothing new came for long") : QString());
 }
 
 void CameraRowBoxes::showCounters()

@@ -21,6 +21,7 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class Interface;
@@ -56,6 +57,9 @@ public:
     /// Shows a message in the line at the foot.
     void showMessage(const QString &text);
 
+    /// Marks the tabs and rows of these cameras, which are late.
+    void showLate(const std::vector<CameraAddress> &late);
+
     /// While files are being renamed, the buttons that touch camera folders are off.
     void holdButtons();
     void releaseButtons();
@@ -83,6 +87,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void showMarks();
     void bindStorage();
     void bindOptions();
     void bindEdit(BoxEdit &box, void (CaptureOptions::*begin)(), void (CaptureOptions::*end)());
@@ -112,6 +117,7 @@ private:
     StorageBox *storageBox_ = nullptr;
     AddressPaste *paste_ = nullptr;
     std::array<CameraRowBoxes *, kRows> rows_{};
+    std::vector<CameraAddress> late_;
     bool mayClose_ = false;
 };
 

@@ -11,6 +11,8 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
@@ -186,6 +188,7 @@ void planche::showFace()
     if (state.camera != shownCamera_) {
         showCamera();
     }
+    showMarks();
 }
 
 // The keyboard stays with the list, whichever of the two it is.
@@ -336,6 +339,34 @@ void planche::showStored(CameraAddress camera)
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
     showMessage(tr("Camera %1: %2").arg(cameraText(camera), reason));
+}
+
+void planche::showRoom(const QString &text)
+{
+    ui_->bHealth->setToolTip(text.isEmpty() ? tr("Which cameras deliver (Ctrl+H)")
+                                            : tr("Which cameras deliver (Ctrl+H); %1").arg(text));
+}
+
+void planche::showLate(const std::vector<CameraAddress> &late)
+{
+    late_ = late;
+    showMarks();
+}
+
+// Red where something is late; the lists' texts stay.
+void planche::showMarks()
+{
+    const auto mark = [](QListWidgetItem &item, bool isLate) {
+        item.setForeground(isLate ? QBrush(Qt::red) : QBrush());
+        item.setToolTip(isLate ? tr("late: nothing new came for long") : QString());
+    };
+    const int shown = browser_.choice().group;
+    for (int i = 0; i < kRows; ++i) {
+        const auto isOf = [i](CameraAddress camera) { return camera.group == i; };
+        mark(*ui_->lstGroupe->item(i), std::ranges::any_of(late_, isOf));
+        mark(*ui_->lstCam->item(i),
+             std::ranges::find(late_, CameraAddress{shown, i}) != late_.end());
+    }
 }
 
 void planche::showMessage(const QString &text)

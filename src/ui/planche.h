@@ -19,6 +19,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class planche;
@@ -53,6 +54,12 @@ public:
 
     void showMessage(const QString &text);
 
+    /// The room on the disk, told at the counter of what was stored.
+    void showRoom(const QString &text);
+
+    /// Marks the groups and cameras of these that are late.
+    void showLate(const std::vector<CameraAddress> &late);
+
     /// From now on a close is accepted instead of asked for.
     void allowClose() { mayClose_ = true; }
 
@@ -84,6 +91,7 @@ private:
     void showCamera();
     void showCaptions();
     void showViewsList();
+    void showMarks();
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
     void showSearch(const QString &message);
@@ -98,6 +106,7 @@ private:
     std::unique_ptr<SheetPictures> pictures_;
     CameraAddress shownCamera_;
     QString searchMessage_; // in the status line, until another takes its place
+    std::vector<CameraAddress> late_;
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

@@ -14,8 +14,8 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Without these the program runs, but: https cameras are refused without the authorities' certificates; the
 # buttons that open folders and images need xdg-open; WebP pictures are stored, but not shown, without the
-# toolkit's plugin for them; the toolkit runs on a Wayland desktop through X, unless it has its plugin.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
+# toolkit's plugin for them; films are made with ffmpeg; the toolkit runs on a Wayland desktop through X, unless it has its plugin.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, ffmpeg, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "capture and show still images from network cameras")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Velmora fetches the picture of up to a hundred network cameras on a timer,
 keeps it only when the server says that it is new, and files it in a folder

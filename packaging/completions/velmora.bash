@@ -8,9 +8,9 @@ _velmora()
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -d -- "$word")
             ;;
-        --passes) ;;
+        --passes | --film | --hours | --every | --seconds | --fps | --size) ;;
         *)
-            mapfile -t COMPREPLY < <(compgen -W '-h --help -v --version --program-folder --capture --passes' -- "$word")
+            mapfile -t COMPREPLY < <(compgen -W '-h --help -v --version --program-folder --capture --passes --film --hours --every --seconds --fps --size --stamp' -- "$word")
             ;;
     esac
 }

@@ -99,6 +99,7 @@ Q_SIGNALS:
 
 private:
     void load();
+    void followList();
     void showRange();
     void showCounters();
     [[nodiscard]] ImageFile fileAt(int position) const;
@@ -108,6 +109,7 @@ private:
     BrowserData &data_;
     QTimer timer_;
     FilmFace face_;
+    QString folder_; // whose images are played
     int current_ = 0;
     bool open_ = false;
 };

@@ -25,7 +25,7 @@ FILES = {
     f"{ICONS}/scalable/apps/velmora.svg",
     f"{ICONS}/symbolic/apps/velmora-symbolic.svg",
 } | {f"{ICONS}/{size}x{size}/apps/velmora.png" for size in SIZES}
-RECOMMENDED = {"ca-certificates", "qt6-image-formats-plugins", "qt6-wayland", "xdg-utils"}
+RECOMMENDED = {"ca-certificates", "ffmpeg", "qt6-image-formats-plugins", "qt6-wayland", "xdg-utils"}
 COMPLETE = """
 compopt() { :; }  # acts on a completion that the shell itself has begun
 . "$1"; shift

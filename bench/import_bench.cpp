@@ -65,7 +65,8 @@ QCoro::Task<> drive(ImportRun *run, ImportOrder order, Figures *figures, bool *d
 Figures import(const QString &source, const QString &target)
 {
     SystemClock clock;
-    ImportRun run(clock);
+    Gate gate;
+    ImportRun run(clock, gate);
     Figures figures;
     bool done = false;
     QElapsedTimer whole;

@@ -6,6 +6,21 @@
 #include <utility>
 
 namespace velmora {
+namespace {
+
+QString nameOf(CameraAddress camera)
+{
+    return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
+}
+
+// Sizes and times differ from one failure to the next.
+QString withoutNumbers(QString reason)
+{
+    reason.removeIf([](QChar c) { return c.isDigit(); });
+    return reason;
+}
+
+} // namespace
 
 HeadlessCapture::HeadlessCapture(CaptureEngine &engine, MailSender &sender,
                                  std::optional<int> passes)
@@ -23,26 +38,49 @@ void HeadlessCapture::connectReports()
     connect(&engine_.store(), &ImageStore::imageStored, this,
             [this](CameraAddress camera, const QString &fileName) {
                 ++stored_;
-                out_ << "stored " << camera.group << ':' << camera.row << ' ' << fileName
-                     << Qt::endl;
-            });
-    connect(&engine_.store(), &ImageStore::cameraFailed, this,
-            [this](CameraAddress camera, const QString &reason) {
-                ++failed_;
-                out_ << "failed " << camera.group << ':' << camera.row << ' ' << reason << Qt::endl;
+                say(QStringLiteral("stored %1 %2").arg(nameOf(camera), fileName));
             });
     connect(&health_, &HealthEngine::noticed, this,
             [this](const QString &text) { out_ << text << Qt::endl; });
+    connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
+    connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
+        if (failures_.remove(nameOf(camera)) > 0) {
+            say(QStringLiteral("good again ") + nameOf(camera));
+        }
+    });
     connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);
+    connect(&engine_.services().status, &CaptureStatus::changed, this,
+            [this](Caption caption, const QString &text) {
+                if (caption == Caption::Standstill) {
+                    say(text.isEmpty() ? QStringLiteral("The capture goes on") : text);
+                }
+            });
     connect(&engine_.problems(), &Problems::warned, this,
             [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
+}
+
+void HeadlessCapture::say(const QString &text)
+{
+    hasNews_ = true;
+    out_ << text << Qt::endl;
+}
+
+// The same failure comes at every pass while a camera has no image; it is told once.
+void HeadlessCapture::reportFailure(CameraAddress camera, const QString &reason)
+{
+    ++failed_;
+    const QString kind = withoutNumbers(reason);
+    if (failures_.value(nameOf(camera)) != kind) {
+        failures_.insert(nameOf(camera), kind);
+        say(QStringLiteral("failed %1 %2").arg(nameOf(camera), reason));
+    }
 }
 
 void HeadlessCapture::reportPass()
 {
     ++pass_;
-    if (loaded_ > 0 || passesLeft_) {
+    if (std::exchange(hasNews_, false) || passesLeft_) {
         out_ << "pass " << pass_ << ": " << stored_ << " stored, " << failed_ << " failed, "
              << loaded_ - stored_ - failed_ << " unchanged" << Qt::endl;
     }
@@ -63,7 +101,7 @@ bool HeadlessCapture::start()
     engine_.page().load();
     engine_.storage().testSA();
     if (engine_.storage().lamp() == LampColour::Red) {
-        QTextStream(stderr) << "velmora: the storage folder " << engine_.storage().text()
+        QTextStream(stderr) << "velmora: the storage folder " << engine_.storage().inForce()
                             << " does not exist. Make it, or choose another in the main window."
                             << Qt::endl;
         return false;

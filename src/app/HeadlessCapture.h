@@ -1,8 +1,9 @@
-// Capture without windows: says on standard output what it stores.
+// Capture without windows: says on standard output what it stores, and what has changed.
 #pragma once
 
 #include "app/HealthEngine.h"
 
+#include <QHash>
 #include <QTextStream>
 
 #include <optional>
@@ -26,6 +27,8 @@ public:
 
 private:
     void connectReports();
+    void say(const QString &text);
+    void reportFailure(CameraAddress camera, const QString &reason);
     void reportPass();
     QCoro::Task<> finish();
     QCoro::Task<> leave();
@@ -35,10 +38,12 @@ private:
     HealthEngine health_;
     std::optional<int> passesLeft_;
     QTextStream out_;
+    QHash<QString, QString> failures_; // of cameras whose last fetch failed: the kind, by name
     int pass_ = 0;
     int loaded_ = 0;
     int stored_ = 0;
     int failed_ = 0;
+    bool hasNews_ = true; // the first pass is always reported
     bool ending_ = false;
     bool leavingAtOnce_ = false;
     TaskScope shutdown_;

@@ -42,6 +42,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , filmKeep_(images_.filmMaker(), images_.film())
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
+    film_.standAbove(planche_);
     connectMain();
     connectBrowser();
     connectAlarm();
@@ -166,14 +167,16 @@ QCoro::Task<> Program::startUp()
     health_.start();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
+        splash_.standAbove(interface_);
     } else {
         showImages();
+        splash_.standAbove(planche_);
     }
     engine_.checkSettings(); // behind the windows, so that what it tells stands before them
     images_.browser().begin();
     co_await engine_.clock().yield();
     if (!ending_) {
-        co_await engine_.scheduler().Timer_Timer();
+        co_await engine_.scheduler().firstTick();
     }
 }
 
@@ -231,7 +234,6 @@ void Program::bringToFront()
         return;
     }
     if (interface_.isVisible()) {
-        interface_.showNormal();
         showSettings();
     } else {
         showImages();
@@ -287,7 +289,8 @@ QCoro::Task<> Program::leave()
 {
     co_await engine_.clock().yield(); // a window cannot be closed from its own close event
     hideWindows();
-    if (engine_.storage().lamp() == LampColour::Green) {
+    engine_.storage().takeBackEmptied();
+    if (engine_.storage().isUsable()) {
         co_await lastPass();
     }
     co_await engine_.close();

@@ -12,6 +12,7 @@
 #include "app/SignalWatcher.h"
 #include "app/SingleInstance.h"
 #include "base/DesktopOpener.h"
+#include "ui/Accessibility.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -79,6 +80,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool h
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(usual);
     introduceToDesktop();
+    installAccessibility();
     return application;
 }
 

@@ -6,16 +6,15 @@
 namespace velmora {
 namespace {
 
-// ".*", whose dot is wanted only where the name goes on.
-bool isLooseDot(QByteArrayView pattern, qsizetype at)
+// What is left of a pattern where the name ends: stars, and dots in front of stars. A name with a
+// dot has used one up, so only behind a star another one is free to match nothing.
+bool matchesNothing(QByteArrayView pattern, qsizetype from, bool hasDot)
 {
-    return pattern[at] == '.' && at + 1 < pattern.size() && pattern[at + 1] == '*';
-}
-
-bool matchesNothing(QByteArrayView pattern)
-{
-    for (qsizetype p = 0; p < pattern.size(); ++p) {
-        if (pattern[p] != '*' && !isLooseDot(pattern, p)) {
+    for (qsizetype p = from; p < pattern.size(); ++p) {
+        const bool isLooseDot = pattern[p] == '.' && p + 1 < pattern.size() &&
+                                pattern[p + 1] == '*' &&
+                                (!hasDot || (p > 0 && pattern[p - 1] == '*'));
+        if (pattern[p] != '*' && !isLooseDot) {
             return false;
         }
     }
@@ -46,7 +45,7 @@ bool matchesExactly(QByteArrayView pattern, QByteArrayView name)
             return false;
         }
     }
-    return matchesNothing(pattern.sliced(p));
+    return matchesNothing(pattern, p, name.contains('.'));
 }
 
 } // namespace

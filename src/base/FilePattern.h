@@ -6,10 +6,10 @@
 
 namespace velmora {
 
-/// "*" is any text, "?" exactly one character; letters of Windows-1252 match in either case. A ".*"
-/// also matches where the name ends: "*.*" and "*.*.*" are every file, "20*.*" every name that
-/// begins with 20. A dot at the end of the pattern says that the name has none: "*." is every name
-/// without a dot, "name." the one without it.
+/// "*" is any text, "?" exactly one character; letters of Windows-1252 match in either case. ".*"
+/// at the end also matches a name without a dot: "*.*" is every file, "20*.*" every name that
+/// begins with 20; "*.*.*" is every file, too. A dot at the end of the pattern says that the name
+/// has none: "*." is every name without a dot, "name." the one without it.
 class FilePattern
 {
 public:

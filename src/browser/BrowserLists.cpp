@@ -198,7 +198,7 @@ bool BrowserLists::mayRead()
     if (storage.isCheckRequested()) {
         storage.testSA();
     }
-    if (storage.timersStopped()) {
+    if (storage.isBeingEdited()) {
         services_.scheduler.ArretTimer();
         return false;
     }
@@ -207,7 +207,8 @@ bool BrowserLists::mayRead()
 
 QCoro::Task<> BrowserLists::LitDir()
 {
-    if (!mayRead()) {
+    isMissed_ = !mayRead();
+    if (isMissed_) {
         co_return;
     }
     const QString folder = folderOf(state_.camera);
@@ -260,7 +261,7 @@ QCoro::Task<> BrowserLists::DirCam()
 {
     const QScopedValueRollback filling(state_.DirCamEnCours, true);
     owed_ = true;
-    const QString storageFolder = services_.capture.storage.text();
+    const QString storageFolder = services_.capture.storage.inForce();
     cameraRows_.setStringList({});
     dropSelection();
     const int group = state_.camera.group;
@@ -336,7 +337,7 @@ void BrowserLists::frame(int cell)
 void BrowserLists::startConformity(const ImageFile &image)
 {
     if (image.isNone() || services_.conformity.isRunning() ||
-        !Conformity::isShortForm(image.name.toUtf8())) {
+        !services_.capture.storage.isUsable() || !Conformity::isShortForm(image.name.toUtf8())) {
         return;
     }
     const QString path = services_.capture.storage.native(image.folder) + u'/' + image.name;
@@ -364,6 +365,27 @@ QCoro::Task<> BrowserLists::relist()
     co_await LitDir();
     files_.setListIndex(std::min(index, files_.count() - 1));
     LstDir_Click();
+}
+
+// A list that still is that of another address shows none either.
+bool BrowserLists::showsNoneOf(CameraAddress camera) const
+{
+    if (state_.view == View::Group) {
+        return camera.group == state_.camera.group && state_.newestOf(camera.row).isNone();
+    }
+    return camera == state_.camera && (files_.count() == 0 || files_.folder() != folderOf(camera));
+}
+
+QCoro::Task<> BrowserLists::showFirst(CameraAddress camera)
+{
+    if (!showsNoneOf(camera)) {
+        co_return; // shown by what was done meanwhile
+    }
+    const int row = cameraIndex_;
+    co_await DirImage();
+    if (state_.view == View::Group && row >= 0) {
+        co_await LstDirCam_Click(row);
+    }
 }
 
 QCoro::Task<> BrowserLists::dropDeleted()

@@ -105,6 +105,13 @@ public:
     /// Lists the folder anew after files were renamed; the position stays.
     QCoro::Task<> relist();
 
+    /// No image of this camera can be seen where those of its like are shown: its folder's list, or
+    /// its row of the group, is empty.
+    [[nodiscard]] bool showsNoneOf(CameraAddress camera) const;
+
+    /// Shows the first image of such a camera; the row that was selected in group view stays so.
+    QCoro::Task<> showFirst(CameraAddress camera);
+
     /// Lists the folder anew after old images were deleted; the same image stays selected, or else
     /// the newest is.
     QCoro::Task<> dropDeleted();
@@ -112,6 +119,9 @@ public:
     /// True from the begin of building the display until it stands: a building that was superseded
     /// is still to be done.
     [[nodiscard]] bool isOwed() const { return owed_; }
+
+    /// True when the last reading of a folder was left out: the list may be another camera's.
+    [[nodiscard]] bool hasMissedReading() const { return isMissed_; }
 
     /// Something has changed that only a new building shows.
     void owe() { owed_ = true; }
@@ -160,6 +170,7 @@ private:
     int cameraIndex_ = -1;
     bool filmEnabled_ = false;
     bool owed_ = false;
+    bool isMissed_ = false;
 };
 
 } // namespace velmora

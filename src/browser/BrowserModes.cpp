@@ -144,7 +144,7 @@ bool BrowserModes::mayWalk()
     if (storage.isCheckRequested()) {
         storage.testSA();
     }
-    if (storage.timersStopped()) {
+    if (storage.isBeingEdited()) {
         services_.scheduler.ArretTimer();
         return false;
     }
@@ -220,9 +220,8 @@ void BrowserModes::runScan(const StorageState &state)
 
 void BrowserModes::runFilm(const StorageState &state)
 {
-    if (!state.captureEnabled) {
-        film_.stopTimer();
-    } else if (film_.isPlaying() && !film_.isRunning()) {
+    film_.setHeld(!state.captureEnabled);
+    if (state.captureEnabled && film_.isPlaying() && !film_.isRunning()) {
         film_.startTimer();
     }
 }
@@ -230,7 +229,7 @@ void BrowserModes::runFilm(const StorageState &state)
 void BrowserModes::stopTimers()
 {
     timer_.stop();
-    film_.stopTimer();
+    film_.setHeld(true);
 }
 
 } // namespace velmora

@@ -29,24 +29,29 @@ QString FileActions::native(const ImageFile &image) const
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
     const ImageFile target = lists_.selected();
-    if (target.isNone() || !QFileInfo(native(target)).isFile()) {
+    if (storage_.isBeingEdited() || target.isNone() || !QFileInfo(native(target)).isFile()) {
         return std::nullopt;
     }
-    return KillQuestion{target, killText(target.name)};
+    return KillQuestion{target, lists_.state().camera, killText(target.name)};
 }
 
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 {
     const ImageFile target = lists_.selected();
-    if (target.isNone()) {
+    if (storage_.isBeingEdited() || target.isNone()) {
         return std::nullopt;
     }
     return KillQuestion{
-        target, killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
+        target,
+        {lists_.state().camera.group, lists_.cameraIndex()},
+        killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
 }
 
 QCoro::Task<> FileActions::kill(ImageFile target)
 {
+    if (storage_.isBeingEdited()) { // since the question
+        co_return;
+    }
     const int row = lists_.state().camera.row;
     static_cast<void>(QFile::remove(native(target)));
     lists_.owe();

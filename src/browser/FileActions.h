@@ -9,7 +9,8 @@ namespace velmora {
 struct KillQuestion
 {
     ImageFile target;
-    QString text; // "Kill " and the file's name
+    CameraAddress camera; // whose image it is
+    QString text;         // "Kill " and the file's name
 };
 
 class FileActions
@@ -17,6 +18,8 @@ class FileActions
 public:
     FileActions(StorageFolder &storage, BrowserLists &lists);
 
+    /// While the box of the storage folder is being edited there are no questions and nothing is
+    /// deleted.
     /// The question for the selected image of the camera view; none when nothing is selected or the
     /// file is gone.
     [[nodiscard]] std::optional<KillQuestion> LstDir_KeyDown() const;

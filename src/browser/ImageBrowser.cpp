@@ -35,8 +35,9 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
 void ImageBrowser::followStorage()
 {
     const QString usable = usableStorage();
-    const bool isOther = usable != shownStorage_ || (lists_.isOwed() && !acting_);
-    if (isOther && !services_.capture.storage.timersStopped() &&
+    const bool isOther = usable != shownStorage_ || (lists_.isOwed() && !acting_) ||
+                         (lists_.hasMissedReading() && !usable.isEmpty());
+    if (isOther && !services_.capture.storage.isBeingEdited() &&
         lists_.state().LectureOK != BrowserState::kNo) {
         shownStorage_ = usable;
         refresh();
@@ -46,7 +47,7 @@ void ImageBrowser::followStorage()
 QString ImageBrowser::usableStorage() const
 {
     const StorageFolder &storage = services_.capture.storage;
-    return storage.state().captureEnabled ? storage.text() : QString();
+    return storage.isUsable() ? storage.inForce() : QString();
 }
 
 void ImageBrowser::launch(Kind kind, Story story)
@@ -275,6 +276,8 @@ void ImageBrowser::follow(CameraAddress camera)
 {
     if (modes_.isFollowing(camera)) {
         launch(Kind::Rebuild, [this, camera] { return modes_.refreshAfter(camera); });
+    } else if (lists_.showsNoneOf(camera)) {
+        launch(Kind::Rebuild, [this, camera] { return lists_.showFirst(camera); });
     }
 }
 

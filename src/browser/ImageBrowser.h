@@ -65,7 +65,8 @@ public:
     void toggleFilm();
     void kill(const ImageFile &target);
 
-    /// The capture has stored a new image of a camera.
+    /// The capture has stored a new image of a camera. Shown at once where the user follows new
+    /// images, and where there was none of that camera to be seen.
     void follow(CameraAddress camera);
 
     /// The seconds to the next capture were clicked: fixed cameras come five ticks later.

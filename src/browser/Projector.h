@@ -25,6 +25,10 @@ public:
     virtual void stopTimer() = 0;
     virtual void startTimer() = 0;
 
+    /// While it is held, its timer stands still, whatever would start it. Letting it go starts
+    /// nothing.
+    virtual void setHeld(bool held) = 0;
+
     /// Opens it, or begins anew, on the files that the browser lists.
     virtual void begin() = 0;
 

@@ -1,6 +1,8 @@
 // Which of the hundred cameras.
 #pragma once
 
+#include <QtGlobal> // moc cannot read <compare> when it meets that first
+
 #include <compare>
 
 namespace velmora {

@@ -5,6 +5,8 @@
 
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -30,6 +32,11 @@ CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, E
     , log_(log)
     , problems_(problems)
 {
+    connect(&remarks_, &CameraRemarks::changed, this, [this](CameraAddress camera) {
+        if (camera.group == group_) {
+            Q_EMIT rowChanged(camera.row);
+        }
+    });
 }
 
 void CameraPage::load()
@@ -50,6 +57,7 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
     const QScopedValueRollback loading(loading_, true);
     group_ = group;
     told_ = {};
+    live_.reset();
     for (int row = 0; row < kRows; ++row) {
         loadRow(row);
     }
@@ -64,7 +72,11 @@ void CameraPage::reread()
 {
     const QScopedValueRollback loading(loading_, true);
     for (int row = 0; row < kRows; ++row) {
+        const QString before = at(row).url;
         at(row) = table_.row({group_, row});
+        if (at(row).url != before) {
+            Q_EMIT addressStored({group_, row});
+        }
         if (at(row).url.isEmpty()) {
             at(row) = {};
             at(row).lamp = LampColour::Red;
@@ -177,13 +189,24 @@ bool CameraPage::isStorable(int row, const QString &address)
 void CameraPage::makeFolderBefore(int row, const QString &address)
 {
     const QString folder = storedFolder({group_, row});
-    if (folder.isEmpty() || address.isEmpty() || folderExists(folder)) {
+    const bool isWanted = !folder.isEmpty() && !address.isEmpty() && !storage_.isBeingEdited();
+    if (!isWanted || folderExists(folder)) {
         return;
     }
     if (const std::error_code error = makeFolder(folder)) {
         tellOnce(row, QStringLiteral("The folder of row %1 cannot be made: %2")
                           .arg(row)
                           .arg(QString::fromStdString(error.message())));
+    }
+}
+
+void CameraPage::storeAddress(CameraAddress camera, const QString &address)
+{
+    const bool isOther = table_.url(camera) != address;
+    table_.setUrl(camera, address);
+    if (isOther) {
+        remarks_.set(camera, address.isEmpty() ? QString() : QStringLiteral("not fetched yet"));
+        Q_EMIT addressStored(camera);
     }
 }
 
@@ -198,12 +221,35 @@ void CameraPage::leaveSource(int row, const QString &text)
     }
     makeFolderBefore(row, address);
     at(row).url = address;
-    table_.setUrl({group_, row}, address);
+    storeAddress({group_, row}, address);
 }
 
 QString CameraPage::folderToOpen(int row) const
 {
     return storage_.lamp() == LampColour::Green ? storedFolder({group_, row}) : QString();
+}
+
+QString CameraPage::reason(int row) const
+{
+    const QString &remark = remarks_.of({group_, row});
+    if (!remark.isEmpty() || at(row).lamp != LampColour::Red) {
+        return remark;
+    }
+    return table_.url({group_, row}).isEmpty() ? QString()
+                                               : QStringLiteral("the last download failed");
+}
+
+QString CameraPage::whyNothingToOpen(int row) const
+{
+    if (storage_.lamp() != LampColour::Green) {
+        return QStringLiteral("Nothing to open: the storage folder does not exist");
+    }
+    return folderExists(storedFolder({group_, row}))
+               ? QString()
+               : QStringLiteral("Nothing to open yet: the folder of camera %1:%2 is made when its "
+                                "first image is fetched")
+                     .arg(group_)
+                     .arg(row);
 }
 
 template <typename Change>
@@ -221,11 +267,37 @@ void CameraPage::showLoading(CameraAddress camera)
         currentRow_ = camera.row;
         row.lamp = LampColour::Orange;
     });
+    keepForLive(camera, LampColour::Orange);
 }
 
 void CameraPage::showLamp(CameraAddress camera, LampColour colour)
 {
     changeShown(camera, [&](CameraRow &row) { row.lamp = colour; });
+    keepForLive(camera, colour);
+}
+
+void CameraPage::keepForLive(CameraAddress camera, LampColour colour)
+{
+    if (live_ && live_->camera == camera) {
+        live_->colour = colour;
+    }
+}
+
+void CameraPage::beginLive(CameraAddress camera)
+{
+    endLive();
+    changeShown(camera, [&](CameraRow &row) {
+        currentRow_ = camera.row;
+        live_ = {camera, row.lamp};
+        row.lamp = LampColour::Orange;
+    });
+}
+
+void CameraPage::endLive()
+{
+    if (const std::optional<LiveLamp> ended = std::exchange(live_, std::nullopt)) {
+        changeShown(ended->camera, [&](CameraRow &row) { row.lamp = ended->colour; });
+    }
 }
 
 void CameraPage::showLoadSeconds(CameraAddress camera, int seconds)

@@ -2,12 +2,14 @@
 // switch; every change is stored at once. Groups and rows are 0-based.
 #pragma once
 
+#include "cameras/CameraRemarks.h"
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
 
 #include <QObject>
 
 #include <array>
+#include <optional>
 
 namespace velmora {
 
@@ -63,6 +65,21 @@ public:
     /// Native path that a row's folder link opens; empty while the storage lamp is not green.
     [[nodiscard]] QString folderToOpen(int row) const;
 
+    /// Why a row's folder link opens nothing just now, for people; empty when there is a folder.
+    [[nodiscard]] QString whyNothingToOpen(int row) const;
+
+    /// What there is to say of the cameras, on screen or not.
+    [[nodiscard]] CameraRemarks &remarks() { return remarks_; }
+
+    /// Why a row's lamp is red, or what else there is to say of its camera; empty when all is well,
+    /// and for a row without address, whose lamp needs no reason.
+    [[nodiscard]] QString reason(int row) const;
+
+    /// The live view fetches a camera: its lamp is orange until endLive(), and then again what the
+    /// capture has made of it. Without a beginLive() before it endLive() does nothing.
+    void beginLive(CameraAddress camera);
+    void endLive();
+
     /// What the capture learns of a camera; shown when its group is the one on screen.
     void showLoading(CameraAddress camera);
     void showLamp(CameraAddress camera, LampColour colour);
@@ -78,6 +95,9 @@ Q_SIGNALS:
     /// Rows and switch were loaded anew while the user may be typing in one of them.
     void pageReread();
 
+    /// A camera's address was stored, and it is another than before.
+    void addressStored(velmora::CameraAddress camera);
+
     /// The pictures of the live view no longer belong to the page.
     void picturesCleared();
 
@@ -87,15 +107,28 @@ Q_SIGNALS:
 private:
     CameraRow &at(int row) { return rows_.at(static_cast<std::size_t>(row)); }
 
+    [[nodiscard]] const CameraRow &at(int row) const
+    {
+        return rows_.at(static_cast<std::size_t>(row));
+    }
+
     /// Changes the row of a camera whose group is on screen.
     template <typename Change>
     void changeShown(CameraAddress camera, Change change);
+
+    struct LiveLamp
+    {
+        CameraAddress camera;
+        LampColour colour; // that the capture has given it
+    };
 
     [[nodiscard]] QString storedFolder(CameraAddress camera) const;
     void loadRow(int row);
     void tellOnce(int row, const QString &message);
     [[nodiscard]] bool isStorable(int row, const QString &address);
     void makeFolderBefore(int row, const QString &address);
+    void storeAddress(CameraAddress camera, const QString &address);
+    void keepForLive(CameraAddress camera, LampColour colour);
     [[nodiscard]] int rememberedRow() const;
 
     const CameraTable &table_;
@@ -107,6 +140,8 @@ private:
     bool groupActive_ = false;
     bool loading_ = false;
     QString lastUrlShown_;
+    CameraRemarks remarks_;
+    std::optional<LiveLamp> live_;
     std::array<CameraRow, kRows> rows_;
 
     /// What was told about the text that stands in a row's box.

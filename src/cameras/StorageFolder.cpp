@@ -3,6 +3,8 @@
 #include "base/Folders.h"
 #include "cameras/StoragePath.h"
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -12,9 +14,10 @@ const QString kDefaultFolder = QStringLiteral("C:\\in");
 
 } // namespace
 
-StorageState storageState(bool folderPresent)
+StorageState storageState(bool folderPresent, Editing editing)
 {
-    return folderPresent ? StorageState{LampColour::Green, true, false, QStringLiteral("Ok")}
+    return folderPresent ? StorageState{LampColour::Green, editing == Editing::No, false,
+                                        QStringLiteral("Ok")}
                          : StorageState{LampColour::Red, false, true, QStringLiteral("Quitter")};
 }
 
@@ -49,10 +52,15 @@ StorageFolder::StorageFolder(const CameraTable &table, const NativePaths &paths,
 {
 }
 
+bool StorageFolder::isThere(const QString &pathText) const
+{
+    const QString path = native(pathText);
+    return !path.isEmpty() && folderExists(path);
+}
+
 bool StorageFolder::isPresent() const
 {
-    const QString path = native(text_);
-    return !path.isEmpty() && folderExists(path);
+    return isThere(inForce_);
 }
 
 QString StorageFolder::native(const QString &pathText) const
@@ -66,20 +74,33 @@ void StorageFolder::setText(const QString &text)
     Q_EMIT textChanged(text_);
 }
 
+void StorageFolder::takeText()
+{
+    if (inForce_ != text_) {
+        inForce_ = text_;
+        seen_ = false;
+        ++version_;
+    }
+}
+
+void StorageFolder::store() const
+{
+    table_.settings().write(kControl, kStRep, text_);
+}
+
 void StorageFolder::load()
 {
     setText(storedStorage(table_.settings().snapshot()));
+    takeText();
 }
 
 void StorageFolder::adoptStored()
 {
     const QString stored = storedStorage(table_.settings().snapshot());
-    if (editing_ || FormRep(stored.trimmed()) == FormRep(text_.trimmed())) {
-        return;
+    if (!isBeingEdited() && FormRep(stored.trimmed()) != text_) {
+        text_ = stored;
+        putInForce();
     }
-    setText(stored);
-    testSA();
-    timersStopped_ = timersStopped_ && state_.lamp == LampColour::Red;
 }
 
 void StorageFolder::testSA()
@@ -87,62 +108,144 @@ void StorageFolder::testSA()
     log_.trace(QStringLiteral("Interface TestSA"));
     checkRequested_ = false;
     setText(FormRep(text_.trimmed()));
-    state_ = storageState(isPresent());
-    Q_EMIT checked(state_);
-}
-
-void StorageFolder::edit(const QString &typed)
-{
-    text_ = withBackslashes(typed);
-    testSA();
-    table_.settings().write(kControl, kStRep, text_);
-}
-
-void StorageFolder::choose(const QString &nativeFolder)
-{
-    if (const auto refusal = storageRefusal(paths_, nativeFolder)) {
-        problems_.tell(*refusal);
-        return;
+    const bool present = isThere(text_);
+    if (!isBeingEdited()) {
+        takeText(); // outside an editing, what stands in the box is in force
+        seen_ = seen_ || present;
     }
-    edit(paths_.folderText(nativeFolder));
+    state_ = storageState(present, editing_);
+    Q_EMIT checked(state_);
 }
 
 void StorageFolder::beginEdit()
 {
-    editing_ = true;
-    timersStopped_ = true;
+    if (isBeingEdited()) {
+        return;
+    }
+    editing_ = Editing::Yes;
+    state_.captureEnabled = false;
+    ++version_;
+    gate_.shut();
     Q_EMIT editBegan();
 }
 
-void StorageFolder::endEdit()
+void StorageFolder::edit(const QString &typed)
 {
-    editing_ = false;
+    beginEdit();
+    emptied_ = typed.trimmed().isEmpty();
+    text_ = withBackslashes(typed);
     testSA();
-    // Without this, one click into the box would end the capture for good.
-    timersStopped_ = timersStopped_ && state_.lamp == LampColour::Red;
+    store();
+}
+
+void StorageFolder::setAside()
+{
+    if (isBeingEdited() && !emptied_ && text_ == inForce_) {
+        putInForce();
+    }
+}
+
+// Cleaned, an emptied text would be the root of the file system, which nobody has asked for.
+bool StorageFolder::takeBackEmptied()
+{
+    if (emptied_) {
+        text_ = inForce_;
+        store();
+    }
+    return std::exchange(emptied_, false);
+}
+
+void StorageFolder::putInForce()
+{
+    const bool wasEmptied = takeBackEmptied();
+    justNamed_ = justNamed_ || text_ != inForce_;
+    if (std::exchange(editing_, Editing::No) == Editing::Yes) {
+        ++version_;
+    }
+    testSA();
+    gate_.open();
+    if (wasEmptied) {
+        Q_EMIT told(QStringLiteral("The storage box was left empty: the storage folder stays %1")
+                        .arg(inForce_));
+    }
+}
+
+bool StorageFolder::choose(const QString &nativeFolder)
+{
+    if (const auto refusal = storageRefusal(paths_, nativeFolder)) {
+        problems_.tell(*refusal);
+        return false;
+    }
+    emptied_ = false;
+    text_ = paths_.folderText(nativeFolder);
+    putInForce();
+    store();
+    return true;
 }
 
 void StorageFolder::recheck()
 {
     const bool wasPresent = state_.lamp != LampColour::Red;
-    if (isPresent() == wasPresent) {
-        return;
+    if (isThere(text_) != wasPresent) {
+        testSA();
     }
-    testSA();
-    timersStopped_ = timersStopped_ && (editing_ || state_.lamp == LampColour::Red);
 }
 
 void StorageFolder::MakeDir_Click()
 {
     log_.trace(QStringLiteral("Interface MkDir"));
+    takeBackEmptied();
     setText(pathToMake(FormRep(text_.trimmed())));
+    const bool wasThere = isThere(text_);
     makeLevels();
     makeCameraFolders();
     setText(text_.chopped(1));
-    timersStopped_ = false;
-    testSA();
-    table_.settings().write(kControl, kStRep, text_);
+    putInForce();
+    store();
     Q_EMIT folderMade();
+    if (!wasThere && isPresent()) {
+        Q_EMIT told(madeText());
+    }
+}
+
+QString StorageFolder::madeText() const
+{
+    return QStringLiteral("The storage folder %1 was made").arg(inForce_);
+}
+
+// An image that was stored, or a camera that has answered, needed the folder to be there.
+bool StorageFolder::mayHoldImages() const
+{
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    for (int index = 0; index < kGroups * kRows; ++index) {
+        const CameraAddress camera{index / kRows, index % kRows};
+        if (!CameraTable::schedule(settings, camera).lastImage.isEmpty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool StorageFolder::isAway() const
+{
+    return !isPresent() && (seen_ || (!justNamed_ && mayHoldImages()));
+}
+
+StoragePlace StorageFolder::makeForUse()
+{
+    if (isPresent()) {
+        return StoragePlace::There;
+    }
+    if (isAway()) {
+        return StoragePlace::Away;
+    }
+    const QString path = native(inForce_);
+    if (path.isEmpty() || makeFolder(path)) {
+        return StoragePlace::Missing;
+    }
+    recheck();
+    Q_EMIT told(madeText());
+    return StoragePlace::Made;
 }
 
 void StorageFolder::makeLevels()
@@ -155,14 +258,14 @@ void StorageFolder::makeLevels()
 
 void StorageFolder::makeCameraFolders()
 {
-    if (!isPresent()) {
+    if (!isThere(text_)) {
         return; // told already; a hundred messages more would not help
     }
     for (int group = 0; group < kGroups; ++group) {
         for (int row = 0; row < kRows; ++row) {
             const QString name = table_.CameraFolderName({group, row});
             if (!name.isEmpty()) {
-                make(folderText(name), QStringLiteral("of camera %1:%2").arg(group).arg(row));
+                make(text_ + name, QStringLiteral("of camera %1:%2").arg(group).arg(row));
             }
         }
     }

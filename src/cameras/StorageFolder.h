@@ -1,7 +1,8 @@
-// The storage folder under which every camera has its own: its text, whether it is there, and the
-// folders made in it.
+// The storage folder under which every camera has its own: the text that is being typed, the folder
+// that is in force, and the folders made in it.
 #pragma once
 
+#include "base/Gate.h"
 #include "base/NativePaths.h"
 #include "cameras/CameraTable.h"
 #include "cameras/LampColour.h"
@@ -10,9 +11,10 @@
 
 #include <QObject>
 
-#include <optional>
-
 namespace velmora {
+
+/// Whether the box of the storage folder is being edited.
+enum class Editing { No, Yes };
 
 /// What a storage check sets on the windows.
 struct StorageState
@@ -25,7 +27,7 @@ struct StorageState
     bool operator==(const StorageState &) const = default;
 };
 
-[[nodiscard]] StorageState storageState(bool folderPresent);
+[[nodiscard]] StorageState storageState(bool folderPresent, Editing editing = Editing::No);
 
 /// Why a native folder cannot be the storage folder, in words: the cleaning of storage paths would
 /// change its path. Nothing when it can.
@@ -38,6 +40,18 @@ struct StorageState
 /// Stores a text as typing it into the storage box does.
 void setStorage(SettingsDraft &draft, const QString &text);
 
+/// What became of a storage folder that was wanted.
+enum class StoragePlace {
+    There,   // it stood there already
+    Made,    // it was made now
+    Missing, // it cannot be made
+    Away     // it was in use before, so its disk may be away: it is not made by itself
+};
+
+/// Two things, each with this one owner. The text follows every keystroke, and with it lamp, state
+/// and what is stored. The folder in force is the one that everything works in that is done in
+/// folders: it takes over the text only when that is meant, and while the box is being edited
+/// nothing is done in folders at all. Outside an editing both are the same.
 class StorageFolder : public QObject
 {
     Q_OBJECT
@@ -49,23 +63,33 @@ public:
     /// The text of the storage box; after a check it is cleaned and ends with "\".
     [[nodiscard]] const QString &text() const { return text_; }
 
+    /// Text of the folder in force; after a check it ends with "\".
+    [[nodiscard]] const QString &inForce() const { return inForce_; }
+
+    /// Of the text in the box.
     [[nodiscard]] LampColour lamp() const { return state_.lamp; }
 
     [[nodiscard]] const StorageState &state() const { return state_; }
 
-    /// True while the folder of that text is there now, whatever the lamp says.
+    /// True when work in folders may go on: the folder is there and its box is not being edited.
+    [[nodiscard]] bool isUsable() const { return state_.captureEnabled; }
+
+    /// True while the folder in force is there now, whatever the lamp says.
     [[nodiscard]] bool isPresent() const;
 
-    /// Text of the folder of that name, "\…\", in the storage folder.
+    /// Text of the folder of that name, "\…\", in the storage folder in force.
     [[nodiscard]] QString folderText(QStringView folderName) const
     {
-        return text_ + folderName.toString();
+        return inForce_ + folderName.toString();
     }
+
+    /// True when nothing stands at its place though it may have been in use: its disk may be away.
+    [[nodiscard]] bool isAway() const;
 
     /// Native path of a path text, empty when its drive does not exist.
     [[nodiscard]] QString native(const QString &pathText) const;
 
-    /// Takes the stored text, "C:\in" when there is none; checks nothing.
+    /// Takes the stored text, "C:\in" when there is none, and puts it in force; checks nothing.
     void load();
 
     /// Another program has changed the settings: takes the folder stored there and checks it,
@@ -75,34 +99,54 @@ public:
     /// Cleans the text and checks the folder: `checked` says what follows from it.
     void testSA();
 
-    /// The user changed the box: check, then store the text.
-    void edit(const QString &typed);
-
-    /// The user chose this native folder. One whose path the cleaning would change (a blank in a
-    /// name, say) cannot be used and is refused with a message that says why.
-    void choose(const QString &nativeFolder);
-
     /// The box got the focus: timers stop until it is left, so that nothing is captured into a
     /// folder that is half typed.
     void beginEdit();
 
-    /// The box was left: check. Timers run again when the folder is there.
-    void endEdit();
+    /// The user changed the box: check, then store the text. The box is being edited from now on.
+    void edit(const QString &typed);
 
-    /// Makes every level of the storage folder and a folder for each camera; what cannot be made is
-    /// told.
+    /// Another window came up while the box is being edited: an unchanged text ends the editing, a
+    /// changed one waits.
+    void setAside();
+
+    /// The box was left, or Enter was pressed in it: the text is the folder in force from now on.
+    /// An emptied box gives back the folder that was in force.
+    void putInForce();
+
+    /// An emptied box gives back the folder in force; any other text stays. True when it did.
+    bool takeBackEmptied();
+
+    /// The user chose this native folder, which is in force at once. One whose path the cleaning
+    /// would change (a blank in a name, say) cannot be used and is refused with a message that says
+    /// why; then the text in the box stays as it is. True when it was taken.
+    bool choose(const QString &nativeFolder);
+
+    /// Puts the text in force, makes every level of the storage folder and a folder for each
+    /// camera; what cannot be made is told.
     void MakeDir_Click();
 
-    /// True while the timers are to stay stopped on account of the box.
-    [[nodiscard]] bool timersStopped() const { return timersStopped_; }
+    /// Makes one level of the folder in force when it is missing and no image can have been stored
+    /// in it: the user has named it just now, or nothing was ever captured. Says what was made.
+    StoragePlace makeForUse();
+
+    /// True while the box is being edited: the timers are to stay stopped.
+    [[nodiscard]] bool isBeingEdited() const { return editing_ == Editing::Yes; }
+
+    /// Shut while the box is being edited. A work in folders passes it after each turn that it has
+    /// given to others.
+    [[nodiscard]] Gate &gate() { return gate_; }
+
+    /// Changes whenever the box is entered or left and whenever another folder is put in force.
+    [[nodiscard]] quint64 version() const { return version_; }
 
     /// Asks for a check at the next tick, after something could not be stored.
     void requestCheck() { checkRequested_ = true; }
 
     [[nodiscard]] bool isCheckRequested() const { return checkRequested_; }
 
-    /// A check at a time of its own: does nothing unless the folder came or went since the last
-    /// one.
+    /// A check at a time of its own: does nothing unless the folder of the text came or went since
+    /// the last one.
     void recheck();
 
 Q_SIGNALS:
@@ -111,8 +155,16 @@ Q_SIGNALS:
     void editBegan();
     void folderMade();
 
+    /// What was done with the storage folder, for people.
+    void told(const QString &text);
+
 private:
     void setText(const QString &text);
+    void takeText();
+    void store() const;
+    [[nodiscard]] QString madeText() const;
+    [[nodiscard]] bool isThere(const QString &pathText) const;
+    [[nodiscard]] bool mayHoldImages() const;
     void makeLevels();
     void makeCameraFolders();
     void make(const QString &pathText, const QString &shown);
@@ -122,10 +174,37 @@ private:
     EventLog &log_;
     Problems &problems_;
     QString text_;
+    QString inForce_;
     StorageState state_;
-    bool editing_ = false;
-    bool timersStopped_ = false;
+    Gate gate_;
+    quint64 version_ = 0;
+    Editing editing_ = Editing::No;
+    bool emptied_ = false;   // the user has taken everything out of the box
+    bool justNamed_ = false; // by the user, and not seen there since
+    bool seen_ = false;      // the folder in force was there
     bool checkRequested_ = false;
+};
+
+/// A work in folders: knows whether the storage folder is still as it was when the work began.
+class StorageUse
+{
+public:
+    explicit StorageUse(const StorageFolder &storage)
+        : storage_(storage)
+        , version_(storage.version())
+    {
+    }
+
+    /// False while the box is being edited, and for good once it was entered or another folder was
+    /// put in force: what was begun is to begin anew.
+    [[nodiscard]] bool mayGoOn() const
+    {
+        return !storage_.isBeingEdited() && storage_.version() == version_;
+    }
+
+private:
+    const StorageFolder &storage_;
+    quint64 version_;
 };
 
 } // namespace velmora

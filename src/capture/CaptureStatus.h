@@ -14,7 +14,8 @@ enum class Caption {
     LastStore, // time of the last store
     Countdown, // ticks left before fixed cameras are due, during a pass
     NextCycle, // the same from one tick to the next
-    Trouble    // why an image could not be stored
+    Trouble,   // why an image could not be stored
+    Standstill // why nothing is captured; empty while the capture runs
 };
 
 class CaptureStatus : public QObject
@@ -32,7 +33,7 @@ Q_SIGNALS:
 private:
     static std::size_t index(Caption caption) { return static_cast<std::size_t>(caption); }
 
-    static constexpr std::size_t kCaptions = 6;
+    static constexpr std::size_t kCaptions = 7;
     std::array<QString, kCaptions> texts_;
 };
 

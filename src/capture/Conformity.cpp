@@ -94,12 +94,16 @@ QCoro::Task<> Conformity::run()
     const auto atEnd = qScopeGuard([this] { end(); });
     co_await services_.clock.yield(); // the captions are painted before the work begins
     slice_.begin();
-    for (int index = 0; index < kGroups * kRows && !stop_.stop_requested(); ++index) {
+    int index = 0;
+    while (index < kGroups * kRows && !stop_.stop_requested()) {
+        co_await services_.storage.gate().pass(stop_);
+        const StorageUse use(services_.storage);
         const QString folder = cameraFolder(services_, {index / kRows, index % kRows});
-        if (!folder.isEmpty()) {
-            co_await conformFolder(folder);
+        if (!folder.isEmpty() && use.mayGoOn()) {
+            co_await conformFolder(folder, use);
         }
         co_await letEventsRun();
+        index = use.mayGoOn() ? index + 1 : 0; // the folders may be others now
     }
 }
 
@@ -123,7 +127,7 @@ void Conformity::end()
 }
 
 // In order as they come, so that no long sort holds the events up.
-QCoro::Task<std::set<QByteArray>> Conformity::shortNames(QString folder)
+QCoro::Task<std::set<QByteArray>> Conformity::shortNames(QString folder, StorageUse use)
 {
     std::set<QByteArray> names;
     FolderScan scan(folder);
@@ -132,18 +136,18 @@ QCoro::Task<std::set<QByteArray>> Conformity::shortNames(QString folder)
             names.insert(name.toByteArray());
         }
     };
-    while (!stop_.stop_requested() && scan.readSome(collect)) {
+    while (!stop_.stop_requested() && use.mayGoOn() && scan.readSome(collect)) {
         co_await letEventsRun();
     }
     co_return names;
 }
 
-QCoro::Task<> Conformity::conformFolder(QString folder)
+QCoro::Task<> Conformity::conformFolder(QString folder, StorageUse use)
 {
-    const std::set<QByteArray> names = co_await shortNames(folder);
+    const std::set<QByteArray> names = co_await shortNames(folder, use);
     const QByteArray nativeFolder = QFile::encodeName(folder);
     for (const QByteArray &name : names) {
-        if (stop_.stop_requested()) {
+        if (stop_.stop_requested() || !use.mayGoOn()) {
             break;
         }
         conform(nativeFolder, name);

@@ -36,7 +36,8 @@ public:
 
     /// One pass; does nothing while another runs. To be launched in the scope. Captures are
     /// suspended from its begin to its end, however it ends. No existing file is replaced, and a
-    /// file that cannot be renamed stays as it is.
+    /// file that cannot be renamed stays as it is. While the box of the storage folder is being
+    /// edited the pass stands still; then it begins anew, since its folders may be others.
     QCoro::Task<> run();
 
     [[nodiscard]] bool isRunning() const { return running_; }
@@ -79,8 +80,8 @@ private:
 
     void begin();
     void end();
-    QCoro::Task<std::set<QByteArray>> shortNames(QString folder);
-    QCoro::Task<> conformFolder(QString folder);
+    QCoro::Task<std::set<QByteArray>> shortNames(QString folder, StorageUse use);
+    QCoro::Task<> conformFolder(QString folder, StorageUse use);
     void conform(const QByteArray &folder, const QByteArray &name);
     void rememberFailure(const QByteArray &folder, const QByteArray &name, std::error_code error);
     QCoro::Task<> letEventsRun();

@@ -7,6 +7,7 @@
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
+#include "capture/PictureRemark.h"
 
 #include <QScopeGuard>
 
@@ -22,6 +23,12 @@ QString timeText(WallTime time)
     return dateText(time).section(u' ', 1);
 }
 
+QString remarkOn(const QString &url, const HttpReply &reply)
+{
+    const QString remark = contentRemark(url, reply.body.head(), reply.contentType);
+    return remark.isEmpty() ? dateRemark(reply.lastModified) : remark;
+}
+
 } // namespace
 
 struct ImageStore::Arrival
@@ -34,6 +41,7 @@ struct ImageStore::Arrival
     ImageDates dates;
     CameraRecord record; // as it was before this picture
     ReplyBody body;
+    QString remark; // what is odd about the picture
 };
 
 ImageStore::ImageStore(const CaptureServices &services, ReadAhead &transfers)
@@ -67,6 +75,7 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
 
 QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera)
 {
+    const StorageUse use(services_.storage);
     Arrival arrival;
     arrival.camera = camera;
     arrival.folder = services_.storage.native(folder);
@@ -77,18 +86,20 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     HttpRequest request = requestFor(url, services_.options.downloadLimit());
     request.workFolder = arrival.workFolder;
     HttpReply reply = co_await transfers_.fetch(camera, std::move(request));
-    if (reply.outcome == FetchOutcome::Stopped) {
+    if (reply.outcome == FetchOutcome::Stopped || !use.mayGoOn()) {
         co_return;
     }
     recordDuration(camera, reply.duration);
     services_.status.set(Caption::Step, QString());
     if (reply.outcome == FetchOutcome::Failed) {
-        fail(camera, reply.failure);
+        fail(camera, failureRemark(url, reply.failure));
     } else if (reply.body.size() < kMinBodyBytes) {
-        fail(camera, QStringLiteral("the answer is too short for a picture (%1 bytes)")
-                         .arg(reply.body.size()));
+        fail(camera,
+             failureRemark(url, QStringLiteral("the answer is too short for a picture (%1 bytes)")
+                                    .arg(reply.body.size())));
     } else {
         date(arrival, url, reply);
+        arrival.remark = remarkOn(url, reply);
         arrival.body = std::move(reply.body);
         keep(arrival);
     }
@@ -157,9 +168,11 @@ void ImageStore::keep(Arrival &arrival)
 void ImageStore::recordGood(const Arrival &arrival)
 {
     setLamp(arrival.camera, LampColour::Green);
+    services_.page.remarks().set(arrival.camera, arrival.remark);
     services_.status.set(Caption::Step, QStringLiteral("Wait"));
     recordBestTime(arrival);
     services_.table.setValue(u"LocalTime", arrival.camera, dateText(services_.clock.localNow()));
+    Q_EMIT cameraAnswered(arrival.camera);
 }
 
 void ImageStore::recordBestTime(const Arrival &arrival)
@@ -213,20 +226,25 @@ void ImageStore::failToStore(const Arrival &arrival, std::error_code error)
 
 void ImageStore::failToStore(CameraAddress camera, const QString &reason)
 {
+    const bool isGone = !services_.storage.isPresent();
+    const QString why =
+        isGone ? QStringLiteral("the storage folder %1 is gone").arg(services_.storage.inForce())
+               : reason;
     services_.status.set(Caption::Trouble,
                          QStringLiteral("The image of camera %1:%2 cannot be stored: %3")
                              .arg(camera.group)
                              .arg(camera.row)
-                             .arg(reason));
-    if (!services_.storage.isPresent()) {
+                             .arg(why));
+    if (isGone) {
         services_.storage.requestCheck();
     }
-    fail(camera, QStringLiteral("the image cannot be stored: ") + reason);
+    fail(camera, QStringLiteral("the image cannot be stored: ") + why);
 }
 
 void ImageStore::fail(CameraAddress camera, const QString &reason)
 {
     setLamp(camera, LampColour::Red);
+    services_.page.remarks().set(camera, reason);
     Q_EMIT cameraFailed(camera, reason);
 }
 

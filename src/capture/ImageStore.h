@@ -21,8 +21,8 @@ public:
     ImageStore(const CaptureServices &services, ReadAhead &transfers);
 
     /// Loads one camera. url: the address requested; folder: text of the camera folder. A row
-    /// without address, and a fetch that is given up, change nothing. Ends with `loaded` in every
-    /// case.
+    /// without address, a fetch that is given up, and one during which the box of the storage
+    /// folder was entered, change nothing. Ends with `loaded` in every case.
     QCoro::Task<> ChargeFile(QString url, QString folder, CameraAddress camera);
 
     /// Seconds that a camera's reference time lies behind its last download: 1 once an image was
@@ -37,6 +37,9 @@ Q_SIGNALS:
 
     /// The camera gave no picture, or it could not be stored; the reason is for people.
     void cameraFailed(velmora::CameraAddress camera, const QString &reason);
+
+    /// The camera gave a picture, whether it was new or not.
+    void cameraAnswered(velmora::CameraAddress camera);
 
     /// The camera is done with: the capture timer may run again.
     void loaded();

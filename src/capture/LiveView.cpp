@@ -5,6 +5,7 @@
 #include "base/Folders.h"
 #include "capture/CameraFolder.h"
 #include "capture/CameraUrl.h"
+#include "capture/PictureRemark.h"
 #include "capture/WorkSlice.h"
 
 #include <QFile>
@@ -20,9 +21,24 @@ QString clickToZoom()
     return QStringLiteral("Web : cliquer sur l'image pour zoomer.");
 }
 
+QString awayText(const QString &storageFolder)
+{
+    return QStringLiteral("the storage folder %1 is not there; its disk may be away. \"Create "
+                          "folder\" makes a new one")
+        .arg(storageFolder);
+}
+
 QString targetIn(const QString &folder)
 {
     return folder + QStringLiteral("/Target.jpg");
+}
+
+// Why an answer shows nothing; empty when it does.
+QString whyNone(const QString &url, const HttpReply &reply)
+{
+    return reply.outcome == FetchOutcome::Arrived
+               ? contentRemark(url, reply.body.head(), reply.contentType)
+               : failureRemark(url, reply.failure);
 }
 
 } // namespace
@@ -32,6 +48,8 @@ LiveView::LiveView(const CaptureServices &services, PictureSource &source, TaskS
     , source_(source)
     , scope_(scope)
 {
+    connect(&services_.storage, &StorageFolder::editBegan, this,
+            [this] { attempt_.request_stop(); });
     connect(&services_.page, &CameraPage::picturesCleared, this, &LiveView::clear);
 }
 
@@ -40,14 +58,24 @@ void LiveView::Affiche(CameraAddress camera, const QString &url)
     if (url.isEmpty() || scope_.stopToken().stop_requested()) {
         return;
     }
-    current_.request_stop();
+    giveUp();
+    shown_ = camera;
     current_ = std::stop_source();
     scope_.launch(show(camera, url, current_));
 }
 
-void LiveView::clear()
+// The lamp of the camera whose fetch ends here does not stay orange.
+void LiveView::giveUp()
 {
     current_.request_stop();
+    services_.page.endLive();
+    tellReason(reasonOf_, QString());
+}
+
+void LiveView::clear()
+{
+    giveUp();
+    shown_.reset();
     setStored({});
     setLive({});
     setCaptions({clickToZoom(), captions_.local});
@@ -57,7 +85,11 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
 {
     const std::stop_token stop = abandon.get_token();
     const std::stop_callback atEnd(scope_.stopToken(), [&abandon] { abandon.request_stop(); });
-    makeStorageFolder();
+    co_await services_.storage.gate().pass(stop);
+    if (stop.stop_requested()) {
+        co_return;
+    }
+    makeStorageFolder(camera);
     announce(camera);
 
     const QString stored = co_await newestImage(cameraFolder(services_, camera), stop);
@@ -66,23 +98,75 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     }
     setStored(stored);
 
-    HttpRequest request = liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
-    request.workFolder = workFolder(services_);
-    HttpReply reply = co_await source_.fetch(request, stop);
+    HttpReply reply = co_await fetch(url, stop);
     if (stop.stop_requested()) {
         co_return;
     }
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(reply.duration);
     services_.page.showLoadSeconds(camera, static_cast<int>(seconds.count()));
+    const QString why = whyNone(url, reply);
     keep(camera, reply);
+    tellReason(camera, why);
     finish();
 }
 
-void LiveView::makeStorageFolder() const
+void LiveView::iTarget_Click()
 {
-    const QString folder = services_.storage.native(services_.storage.text());
-    if (!folder.isEmpty()) {
-        static_cast<void>(makeFolder(folder)); // failing, it shows when the picture is written
+    if (!scope_.stopToken().stop_requested()) {
+        scope_.launch(enlarge(
+            shown_.value_or(CameraAddress{services_.page.group(), services_.page.currentRow()})));
+    }
+}
+
+QCoro::Task<> LiveView::enlarge(CameraAddress camera)
+{
+    const QString stored =
+        co_await newestImage(cameraFolder(services_, camera), scope_.stopToken());
+    if (!stored.isEmpty()) {
+        Q_EMIT zoomWanted(stored);
+    }
+}
+
+QString LiveView::reason(CameraAddress camera) const
+{
+    return camera == reasonOf_ ? reason_ : QString();
+}
+
+void LiveView::tellReason(CameraAddress camera, const QString &reason)
+{
+    const bool isSame = reason == reason_ && (camera == reasonOf_ || reason.isEmpty());
+    reasonOf_ = camera;
+    reason_ = reason;
+    if (!isSame) {
+        Q_EMIT reasonChanged();
+    }
+}
+
+// The picture's bytes go into the storage folder as they arrive: while that is being edited there
+// is no download, and one that was under way begins anew afterwards.
+QCoro::Task<HttpReply> LiveView::fetch(QString url, std::stop_token stop)
+{
+    for (;;) {
+        co_await services_.storage.gate().pass(stop);
+        const StorageUse use(services_.storage);
+        HttpRequest request =
+            liveRequestFor(expandTemplate(url), services_.options.downloadLimit());
+        request.workFolder = workFolder(services_);
+        std::stop_source attempt;
+        const std::stop_callback abandoned(stop, [&attempt] { attempt.request_stop(); });
+        attempt_ = attempt;
+        HttpReply reply = co_await source_.fetch(request, attempt.get_token());
+        if (stop.stop_requested() || use.mayGoOn()) {
+            co_return reply;
+        }
+    }
+}
+
+// One that cannot be made shows when the picture is written.
+void LiveView::makeStorageFolder(CameraAddress camera)
+{
+    if (services_.storage.makeForUse() == StoragePlace::Away) {
+        tellTrouble(camera, awayText(services_.storage.inForce()));
     }
 }
 
@@ -91,7 +175,7 @@ void LiveView::announce(CameraAddress camera)
     Q_EMIT statusCleared();
     const QString local = QStringLiteral("Local %1").arg(camera.row);
     setCaptions({clickToZoom(), local});
-    services_.page.showLoading(camera);
+    services_.page.beginLive(camera);
     setLive({});
     setCaptions({QStringLiteral("Chargement en cours ...."), local});
 }
@@ -128,13 +212,22 @@ void LiveView::keep(CameraAddress camera, HttpReply &reply)
         setLive({});
         return;
     }
-    const QString failure =
-        folder.isEmpty() ? QStringLiteral("there is no such drive") : store(folder, reply.body);
+    const QString failure = whyNotStored(folder, reply.body);
     tellTrouble(camera, failure);
     setLive(failure.isEmpty() ? targetIn(folder) : QString());
 }
 
 // Why the picture could not be written; empty when it was.
+QString LiveView::whyNotStored(const QString &folder, ReplyBody &body) const
+{
+    if (folder.isEmpty()) {
+        return QStringLiteral("there is no such drive");
+    }
+    const QString failure = store(folder, body);
+    const bool isAway = !failure.isEmpty() && services_.storage.isAway();
+    return isAway ? awayText(services_.storage.inForce()) : failure;
+}
+
 QString LiveView::store(const QString &folder, ReplyBody &body) const
 {
     const StoreResult result = body.storeAs(folder, targetIn(folder));
@@ -161,6 +254,7 @@ void LiveView::tellTrouble(CameraAddress camera, const QString &reason)
 
 void LiveView::finish()
 {
+    services_.page.endLive();
     setCaptions({clickToZoom(), captions_.local});
     Q_EMIT statusCleared();
 }

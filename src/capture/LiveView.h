@@ -8,6 +8,7 @@
 #include <QCoro/QCoroTask>
 #include <QObject>
 
+#include <optional>
 #include <stop_token>
 
 namespace velmora {
@@ -40,6 +41,14 @@ public:
     /// Gives up what is under way and shows no picture.
     void clear();
 
+    /// The stored image was clicked: the newest that the camera's folder holds at this moment is to
+    /// be enlarged. The camera is the one on show, or else that of the page's current row.
+    void iTarget_Click();
+
+    /// Why the live picture of this camera is none; empty for one that is not on show, that is
+    /// being fetched, or whose picture is there.
+    [[nodiscard]] QString reason(CameraAddress camera) const;
+
     [[nodiscard]] const LiveCaptions &captions() const { return captions_; }
 
     /// The stored image on show; empty when there is none.
@@ -55,6 +64,12 @@ Q_SIGNALS:
     /// The status line of the view is to be emptied.
     void statusCleared();
 
+    /// What reason() says is another than before.
+    void reasonChanged();
+
+    /// An image is to be shown enlarged. path: native.
+    void zoomWanted(const QString &path);
+
     /// The stored image to be loaded, or empty for none.
     void targetChanged(const QString &nativePath);
 
@@ -63,11 +78,16 @@ Q_SIGNALS:
     void webChanged(const QString &nativePath);
 
 private:
+    void giveUp();
     QCoro::Task<> show(CameraAddress camera, QString url, std::stop_source abandon);
-    void makeStorageFolder() const;
+    QCoro::Task<HttpReply> fetch(QString url, std::stop_token stop);
+    QCoro::Task<> enlarge(CameraAddress camera);
+    void makeStorageFolder(CameraAddress camera);
     void announce(CameraAddress camera);
     QCoro::Task<QString> newestImage(QString folder, std::stop_token stop);
     void keep(CameraAddress camera, HttpReply &reply);
+    void tellReason(CameraAddress camera, const QString &reason);
+    [[nodiscard]] QString whyNotStored(const QString &folder, ReplyBody &body) const;
     [[nodiscard]] QString store(const QString &folder, ReplyBody &body) const;
     void tellTrouble(CameraAddress camera, const QString &reason);
     void finish();
@@ -79,9 +99,13 @@ private:
     PictureSource &source_;
     TaskScope &scope_;
     std::stop_source current_;
+    std::stop_source attempt_; // the download under way
     LiveCaptions captions_;
     QString stored_;
     QString live_;
+    std::optional<CameraAddress> shown_; // since the view was cleared last
+    CameraAddress reasonOf_;
+    QString reason_;
     QString trouble_; // shown last by Caption::Trouble
 };
 

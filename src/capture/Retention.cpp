@@ -80,6 +80,12 @@ bool Retention::isOver() const
     return deadline_ && services_.clock.monotonicNow() >= *deadline_;
 }
 
+Retention::Moment &Retention::lastTurn(CameraAddress camera)
+{
+    return lastTurns_.at(static_cast<std::size_t>(camera.group))
+        .at(static_cast<std::size_t>(camera.row));
+}
+
 bool Retention::isDue(CameraAddress camera) const
 {
     const Moment &last = lastTurns_.at(static_cast<std::size_t>(camera.group))
@@ -93,6 +99,10 @@ QCoro::Task<> Retention::run()
     co_await services_.clock.yield(); // whoever stored an image goes on first
     slice_.begin();
     while (!waiting_.empty()) {
+        co_await services_.storage.gate().pass(scope_.stopToken());
+        if (services_.storage.isBeingEdited()) {
+            co_return; // the program ends
+        }
         const CameraAddress camera = waiting_.front();
         waiting_.pop_front();
         co_await clear(camera);
@@ -101,26 +111,37 @@ QCoro::Task<> Retention::run()
 
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
+    const StorageUse use(services_.storage);
     const FolderFiles folder(cameraFolder(services_, camera), FolderLinks::Refused);
     const bool isWanted =
         CameraTable::deletesOld(services_.table.settings().snapshot(), camera); // still
     if (!folder.isOpen() || !isWanted || isOver()) {
         co_return;
     }
-    lastTurns_.at(static_cast<std::size_t>(camera.group)).at(static_cast<std::size_t>(camera.row)) =
-        services_.clock.monotonicNow();
+    lastTurn(camera) = services_.clock.monotonicNow();
     const WallTime local = services_.clock.localNow();
     OldImages images(folder, local, local - services_.clock.utcOffset());
-    while (images.lookSome()) {
+    while (use.mayGoOn() && images.lookSome()) {
         co_await letEventsRun();
         if (isOver()) {
             co_return;
         }
     }
-    while (images.isComplete() && images.isClockPlausible() && !isOver() && images.deleteSome()) {
+    while (use.mayGoOn() && images.isComplete() && images.isClockPlausible() && !isOver() &&
+           images.deleteSome()) {
         co_await letEventsRun();
     }
     report(camera, images);
+    if (!use.mayGoOn()) {
+        putBack(camera);
+    }
+}
+
+// Its folder may be another by now.
+void Retention::putBack(CameraAddress camera)
+{
+    lastTurn(camera).reset();
+    waiting_.push_front(camera);
 }
 
 void Retention::report(CameraAddress camera, const OldImages &images)

@@ -17,7 +17,9 @@ namespace velmora {
 
 class OldImages;
 
-/// Each camera's folder is gone through at most once an hour. A camera folder that is a link is
+/// Each camera's folder is gone through at most once an hour. While the box of the storage folder
+/// is being edited nothing is deleted; a folder in the middle of which that began is gone through
+/// anew. A camera folder that is a link is
 /// left alone, since it may lead anywhere.
 class Retention : public QObject
 {
@@ -45,10 +47,12 @@ private:
     using Moment = std::optional<std::chrono::milliseconds>; // of the clock that only advances
 
     void request(const SettingsSnapshot &settings, CameraAddress camera);
+    [[nodiscard]] Moment &lastTurn(CameraAddress camera);
     [[nodiscard]] bool isDue(CameraAddress camera) const;
     [[nodiscard]] bool isOver() const;
     QCoro::Task<> run();
     QCoro::Task<> clear(CameraAddress camera);
+    void putBack(CameraAddress camera);
     void report(CameraAddress camera, const OldImages &images);
     QCoro::Task<> letEventsRun();
 

@@ -21,12 +21,23 @@ using namespace std::chrono_literals;
 constexpr int kLastTick = 60; // the counter runs from 0 to here: 61 ticks a round
 constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
+constexpr int kCameras = kGroups * kRows;
 constexpr int kMaxAutomaticCounter = 10;
 constexpr auto kStepOfWaiting = 10ms;
 
 QString stepWait()
 {
     return QStringLiteral("Wait");
+}
+
+CameraAddress cameraAt(int index)
+{
+    return {index / kRows, index % kRows};
+}
+
+std::size_t indexOf(CameraAddress camera)
+{
+    return static_cast<std::size_t>(camera.group * kRows + camera.row);
 }
 
 QString folderText(const StorageFolder &storage, const CameraSchedule &camera)
@@ -46,8 +57,8 @@ Scheduler::Scheduler(const CaptureServices &services, ImageStore &store, ReadAhe
 {
     connect(&timer_, &QTimer::timeout, this, [this] { scope_.launch(Timer_Timer()); });
     connect(&store_, &ImageStore::loaded, &timer_, [this] { startTimer(); });
-    connect(&services_.storage, &StorageFolder::checked, this, &Scheduler::applyStorageState);
-    connect(&services_.storage, &StorageFolder::editBegan, this, &Scheduler::ArretTimer);
+    connect(&services_.storage, &StorageFolder::checked, this, &Scheduler::regulate);
+    connect(&services_.storage, &StorageFolder::editBegan, this, &Scheduler::beginEdit);
     connect(&services_.storage, &StorageFolder::folderMade, this,
             [this] { setTickCounter(kStartTick); });
 }
@@ -55,6 +66,7 @@ Scheduler::Scheduler(const CaptureServices &services, ImageStore &store, ReadAhe
 void Scheduler::start()
 {
     RegleTempo();
+    showStandstill();
     setTickCounter(kStartTick);
 }
 
@@ -68,38 +80,74 @@ void Scheduler::RegleTempo()
                          interval.count() != 0 ? stepWait() : QStringLiteral("Pause"));
 }
 
-void Scheduler::applyStorageState(const StorageState &state)
+// What is being downloaded would be for a folder that is about to become another.
+void Scheduler::beginEdit()
 {
-    if (!state.captureEnabled) {
+    ++interruptions_;
+    readAhead_.drop();
+    ArretTimer();
+    regulate();
+}
+
+// The one place that follows whatever stops the capture or lets it go on. The end of a pass starts
+// the timer itself.
+void Scheduler::regulate()
+{
+    if (isHeld()) {
+        gate_.shut();
+    } else {
+        gate_.open();
+    }
+    if (!services_.storage.isUsable() || isSuspended()) {
         timer_.stop();
-    } else if (!timer_.isActive()) {
+    } else if (!passing_ && !timer_.isActive()) {
         startTimer();
     }
+    showStandstill();
 }
 
 void Scheduler::startTimer()
 {
-    if (!isSuspended()) {
+    if (services_.storage.isUsable() && !isSuspended() && !ending_ && !givenUp_) {
         timer_.start();
     }
+}
+
+void Scheduler::showStandstill()
+{
+    const QString pause = QStringLiteral("Pause");
+    if (!services_.storage.isUsable()) {
+        services_.status.set(Caption::Step, pause);
+    } else if (services_.status.text(Caption::Step) == pause) {
+        services_.status.set(Caption::Step, stepWait());
+    }
+    services_.status.set(Caption::Standstill, standstill());
+}
+
+QString Scheduler::standstill() const
+{
+    const StorageFolder &storage = services_.storage;
+    if (storage.isBeingEdited()) {
+        return QStringLiteral("The capture waits for the storage folder: its box is being edited "
+                              "in the main window");
+    }
+    if (storage.lamp() == LampColour::Red) {
+        return QStringLiteral("The capture has stopped: the storage folder %1 is not there")
+            .arg(storage.inForce());
+    }
+    return {};
 }
 
 void Scheduler::suspend()
 {
     ++suspensions_;
-    timer_.stop();
+    regulate();
 }
 
-// The end of a pass starts the timer itself.
 void Scheduler::resume()
 {
-    if (!isSuspended() || --suspensions_ > 0) {
-        return;
-    }
-    const bool timerWanted = services_.storage.state().captureEnabled &&
-                             !services_.storage.timersStopped() && !ending_ && !givenUp_;
-    if (timerWanted && !ticking_) {
-        timer_.start();
+    if (isSuspended() && --suspensions_ == 0) {
+        regulate();
     }
 }
 
@@ -108,6 +156,12 @@ void Scheduler::ArretTimer()
     services_.log.trace(QStringLiteral("arret Timers"));
     timer_.stop();
     Q_EMIT timersStopped();
+}
+
+QCoro::Task<> Scheduler::firstTick()
+{
+    co_await whileHeld();
+    co_await Timer_Timer();
 }
 
 QCoro::Task<> Scheduler::Timer_Timer()
@@ -120,7 +174,7 @@ QCoro::Task<> Scheduler::Timer_Timer()
         services_.storage.testSA();
         co_return;
     }
-    if (services_.storage.timersStopped()) {
+    if (services_.storage.isBeingEdited()) {
         ArretTimer();
         co_return;
     }
@@ -147,39 +201,44 @@ void Scheduler::countTick()
 
 void Scheduler::ChargeOn()
 {
+    passing_ = true;
     timer_.stop();
 }
 
 void Scheduler::ChargeOff()
 {
+    passing_ = false;
     services_.status.set(Caption::Step, stepWait());
     startTimer();
     RegleTempo();
     services_.status.set(Caption::Countdown, QString());
+    showStandstill();
 }
 
+// A pass that is cut short leaves the first pass to be done, without the cameras that it reached.
 QCoro::Task<> Scheduler::ChargeUrl()
 {
-    co_await whileSuspended();
-    if (isSuspended() || services_.storage.isCheckRequested()) {
+    co_await whileHeld();
+    if (!mayStartCamera()) {
         ChargeOff();
         co_return;
     }
     ChargeOn();
-    const auto atEnd = qScopeGuard([this] {
+    int end = kCameras; // what fails in the middle does not make the next pass a first one
+    const auto atEnd = qScopeGuard([this, &end] {
         readAhead_.drop();
         ChargeOff();
-        firstPassDone_ = true;
+        firstPassDone_ = firstPassDone_ || end == kCameras;
         Q_EMIT passEnded();
     });
-    if (readAhead()) {
-        co_await walkTable();
+    if (readAhead(0)) {
+        end = co_await walkTable();
     }
 }
 
-bool Scheduler::isFixedDue() const
+bool Scheduler::isFixedDue(CameraAddress address) const
 {
-    return counter_ >= kLastTick || !firstPassDone_;
+    return counter_ >= kLastTick || (!firstPassDone_ && !reached_.test(indexOf(address)));
 }
 
 bool Scheduler::isAutomatic(const CameraSchedule &camera, CameraAddress address) const
@@ -191,7 +250,7 @@ bool Scheduler::isAutomatic(const CameraSchedule &camera, CameraAddress address)
 bool Scheduler::isDue(const CameraSchedule &camera, CameraAddress address) const
 {
     if (!isAutomatic(camera, address)) {
-        return isFixedDue();
+        return isFixedDue(address);
     }
     return isAutomaticDue({camera.bestTime, dateFromText(camera.lastImage),
                            store_.automaticCounter(address), services_.clock.localNow()});
@@ -217,60 +276,74 @@ std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &se
 }
 
 // Starts what the walk will want; false when that is nothing.
-bool Scheduler::readAhead()
+bool Scheduler::readAhead(int fromIndex)
 {
     const SettingsSnapshot settings = services_.table.settings().snapshot();
     const std::chrono::seconds limit = services_.options.downloadLimit();
     const QString work = workFolder(services_);
+    readAheadAt_ = interruptions_;
     bool any = false;
-    for (int group = 0; group < kGroups; ++group) {
-        for (int row = 0; row < kRows; ++row) {
-            const CameraAddress address{group, row};
-            if (const auto camera = cameraToLoad(settings, address)) {
-                HttpRequest request = requestFor(expandTemplate(camera->url), limit);
-                request.workFolder = work;
-                readAhead_.begin(address, request);
-                any = true;
-            }
+    for (int index = fromIndex; index < kCameras; ++index) {
+        const CameraAddress address = cameraAt(index);
+        if (const auto camera = cameraToLoad(settings, address)) {
+            HttpRequest request = requestFor(expandTemplate(camera->url), limit);
+            request.workFolder = work;
+            readAhead_.begin(address, request);
+            any = true;
         }
     }
     return any;
 }
 
-bool Scheduler::mayStartCamera() const
+bool Scheduler::isHeld() const
 {
-    return !givenUp_ && !isSuspended() && !services_.storage.isCheckRequested();
+    return (isSuspended() || services_.storage.isBeingEdited()) && !givenUp_ && !ending_;
 }
 
-// Ends with the suspension, or when nothing more is to come.
-QCoro::Task<> Scheduler::whileSuspended()
+bool Scheduler::mayStartCamera() const
 {
-    while (isSuspended() && !givenUp_ && !ending_) {
-        const Wake wake = co_await services_.clock.sleep(kStepOfWaiting, std::stop_token{});
-        Q_UNUSED(wake);
+    return !givenUp_ && !isSuspended() && services_.storage.isUsable() &&
+           !services_.storage.isCheckRequested();
+}
+
+// Ends when nothing holds the capture any more, or when nothing more is to come.
+QCoro::Task<> Scheduler::whileHeld()
+{
+    co_await gate_.pass(scope_.stopToken());
+}
+
+// In front of a camera; what was being downloaded for it and those behind it may be given up.
+QCoro::Task<> Scheduler::pause(int index)
+{
+    co_await whileHeld();
+    if (mayStartCamera() && interruptions_ != readAheadAt_) {
+        readAhead(index);
     }
 }
 
-QCoro::Task<> Scheduler::walkTable()
+// Gives the index at which it ended: behind the last camera, or at the first one not reached.
+QCoro::Task<int> Scheduler::walkTable()
 {
     std::optional<SettingsSnapshot> settings; // good until something is waited for
     WorkSlice slice(services_.clock);
-    for (int index = 0; index < kGroups * kRows; ++index) {
-        if (isSuspended()) {
+    int index = 0;
+    while (index < kCameras) {
+        if (isHeld() || interruptions_ != readAheadAt_) {
             settings.reset();
-            co_await whileSuspended();
+            co_await pause(index);
         }
         if (!mayStartCamera()) {
             break;
         }
-        const CameraAddress address{index / kRows, index % kRows};
         if (!settings) {
             settings = services_.table.settings().snapshot();
         }
-        const std::optional<CameraSchedule> camera = cameraToLoad(*settings, address);
+        const std::optional<CameraSchedule> camera = cameraToLoad(*settings, cameraAt(index));
         if (camera) {
             settings.reset();
-            co_await load(*camera, address);
+            co_await load(*camera, cameraAt(index), &index);
+        } else {
+            ++index;
         }
         if (slice.isOver()) {
             settings.reset();
@@ -278,17 +351,25 @@ QCoro::Task<> Scheduler::walkTable()
             slice.begin();
         }
     }
+    co_return index;
 }
 
-QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address)
+// Goes on to the next camera unless this one is to be loaded once more.
+QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int *index)
 {
     if (isAutomatic(camera, address) && isDue(camera, address)) {
         traceRow(QStringLiteral("Test true pour Auto "), address);
     }
     services_.page.showLoading(address);
     traceRow(QStringLiteral("Chargement de "), address);
+    const quint64 before = interruptions_;
     co_await store_.ChargeFile(expandTemplate(camera.url), folderText(services_.storage, camera),
                                address);
+    if (interruptions_ != before) {
+        services_.page.showLamp(address, services_.table.row(address).lamp);
+    } else if (!services_.storage.isCheckRequested()) {
+        reached_.set(static_cast<std::size_t>((*index)++));
+    }
 }
 
 // The address shown is that of the same row of the group on screen, whichever group is loaded.
@@ -303,6 +384,7 @@ QCoro::Task<> Scheduler::lastTick()
 {
     ending_ = true;
     timer_.stop();
+    regulate();
     while (ticking_) {
         const Wake wake = co_await services_.clock.sleep(kStepOfWaiting, std::stop_token{});
         Q_UNUSED(wake);
@@ -318,6 +400,7 @@ void Scheduler::giveUp()
 {
     givenUp_ = true;
     readAhead_.drop();
+    regulate();
 }
 
 } // namespace velmora

@@ -2,6 +2,7 @@
 // of them are due.
 #pragma once
 
+#include "base/Gate.h"
 #include "capture/CaptureServices.h"
 #include "capture/ImageStore.h"
 #include "capture/ReadAhead.h"
@@ -10,6 +11,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <bitset>
+#include <cstddef>
 #include <optional>
 
 namespace velmora {
@@ -32,7 +35,12 @@ public:
     /// One tick, as the timer gives it. Does nothing while a pass runs.
     QCoro::Task<> Timer_Timer();
 
-    /// One pass over all cameras in the order of the table.
+    /// The tick of the start: as one of the timer, but put off while the capture is held.
+    QCoro::Task<> firstTick();
+
+    /// One pass over all cameras in the order of the table. While the box of the storage folder is
+    /// being edited it waits in front of its next camera; a download in hand is given up, and that
+    /// camera loaded afterwards.
     QCoro::Task<> ChargeUrl();
 
     /// Stops all timers.
@@ -71,20 +79,25 @@ Q_SIGNALS:
 private:
     void ChargeOn();
     void ChargeOff();
-    void applyStorageState(const StorageState &state);
+    void beginEdit();
+    void regulate();
     void startTimer();
+    void showStandstill();
+    [[nodiscard]] QString standstill() const;
     void countTick();
-    [[nodiscard]] bool isFixedDue() const;
+    [[nodiscard]] bool isFixedDue(CameraAddress address) const;
     [[nodiscard]] bool isAutomatic(const CameraSchedule &camera, CameraAddress address) const;
     [[nodiscard]] bool isDue(const CameraSchedule &camera, CameraAddress address) const;
     [[nodiscard]] bool mustLoad(const CameraSchedule &camera, CameraAddress address) const;
     [[nodiscard]] std::optional<CameraSchedule> cameraToLoad(const SettingsSnapshot &settings,
                                                              CameraAddress address) const;
-    [[nodiscard]] bool readAhead();
+    bool readAhead(int fromIndex);
+    [[nodiscard]] bool isHeld() const;
     [[nodiscard]] bool mayStartCamera() const;
-    QCoro::Task<> whileSuspended();
-    QCoro::Task<> walkTable();
-    QCoro::Task<> load(CameraSchedule camera, CameraAddress address);
+    QCoro::Task<> whileHeld();
+    QCoro::Task<> pause(int index);
+    QCoro::Task<int> walkTable();
+    QCoro::Task<> load(CameraSchedule camera, CameraAddress address, int *index);
     void traceRow(const QString &text, CameraAddress address);
 
     CaptureServices services_;
@@ -92,10 +105,15 @@ private:
     ReadAhead &readAhead_;
     TaskScope &scope_;
     QTimer &timer_;
+    Gate gate_; // shut while the capture is held
     int counter_ = 0;
     int suspensions_ = 0;
+    quint64 interruptions_ = 0;                         // by the box of the storage folder
+    quint64 readAheadAt_ = 0;                           // that many of them
+    std::bitset<std::size_t{kGroups} * kRows> reached_; // by the first pass
     bool firstPassDone_ = false;
     bool ticking_ = false;
+    bool passing_ = false;
     bool ending_ = false;
     bool givenUp_ = false;
 };

@@ -6,14 +6,13 @@
 #include "base/OneShot.h"
 #include "net/SocketSet.h"
 
-#include <QDeadlineTimer>
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <chrono>
 #include <new>
 #include <unordered_map>
 #include <utility>
@@ -22,10 +21,11 @@
 namespace velmora {
 namespace {
 
+using Time = std::chrono::steady_clock::time_point;
 using End = std::optional<int>; // the code, or nothing when stopped
 
-constexpr qint64 kTurnNs = 3'000'000; // one transfer may take as long again
-constexpr qint64 kLongestWaitMs = 3'600'000;
+constexpr std::chrono::milliseconds kTurn{3}; // one transfer may take as long again
+constexpr std::chrono::milliseconds kLongestWait{3'600'000};
 
 int selectMask(SocketEvents events)
 {
@@ -50,7 +50,7 @@ struct TransferLoop::Transfer
     CURLM *multi = nullptr;
     AtEnd atEnd = AtEnd::Close;
     OneShot<End> *waiter = nullptr; // none once it is connected
-    QDeadlineTimer due{QDeadlineTimer::Forever};
+    Time due = Time::max();
 
     Transfer() = default;
     Transfer(const Transfer &) = delete;
@@ -139,65 +139,63 @@ private:
     {
         auto *const transfer = static_cast<Transfer *>(user);
         if (milliseconds < 0) {
-            transfer->due = QDeadlineTimer(QDeadlineTimer::Forever);
+            transfer->due = Time::max();
         } else {
-            transfer->due = QDeadlineTimer(milliseconds, Qt::PreciseTimer);
-            transfer->owner->wakeIn(milliseconds);
+            const Time now = std::chrono::steady_clock::now();
+            transfer->due = now + std::chrono::milliseconds{milliseconds};
+            transfer->owner->wakeBy(transfer->due, now);
         }
         return 0;
     }
 
     // libcurl moves its next deadline with every step of every transfer. A timer that is set for an
     // earlier moment is left alone, and looks at the deadlines again when it fires.
-    void wakeIn(qint64 milliseconds)
+    void wakeBy(Time due, Time now)
     {
-        if (!timer_.isActive() || timer_.remainingTime() > milliseconds) {
-            timer_.start(static_cast<int>(std::min<qint64>(milliseconds, kLongestWaitMs)));
+        if (!timer_.isActive() || wakesAt_ > due) {
+            wakesAt_ = due;
+            const auto wait = std::chrono::ceil<std::chrono::milliseconds>(due - now);
+            timer_.start(std::clamp(wait, std::chrono::milliseconds{0}, kLongestWait));
         }
     }
 
     // Those that have waited longest come first; what there is no time for waits for the next turn.
     void serveDue()
     {
-        QElapsedTimer turn;
-        turn.start();
-        for (CURL *const easy : dueTransfers()) {
-            if (turn.nsecsElapsed() >= kTurnNs) {
-                timer_.start(0);
-                return;
+        const Time began = std::chrono::steady_clock::now();
+        for (const auto &[due, easy] : dueTransfers(began)) {
+            if (std::chrono::steady_clock::now() - began >= kTurn) {
+                break;
             }
             const auto found = live_.find(easy);
-            if (found != live_.end() && found->second->due.hasExpired()) {
-                found->second->due = QDeadlineTimer(QDeadlineTimer::Forever);
+            if (found != live_.end() && found->second->due == due) {
+                found->second->due = Time::max();
                 act(*found->second, CURL_SOCKET_TIMEOUT, 0);
             }
         }
         wakeForNext();
     }
 
-    [[nodiscard]] std::vector<CURL *> dueTransfers() const
+    [[nodiscard]] std::vector<std::pair<Time, CURL *>> dueTransfers(Time now) const
     {
-        std::vector<std::pair<qint64, CURL *>> due;
+        std::vector<std::pair<Time, CURL *>> due;
         for (const auto &[easy, transfer] : live_) {
-            if (transfer->due.hasExpired()) {
-                due.emplace_back(transfer->due.deadlineNSecs(), easy);
+            if (transfer->due <= now) {
+                due.emplace_back(transfer->due, easy);
             }
         }
         std::sort(due.begin(), due.end());
-        std::vector<CURL *> inOrder(due.size());
-        std::transform(due.begin(), due.end(), inOrder.begin(),
-                       [](const auto &entry) { return entry.second; });
-        return inOrder;
+        return due;
     }
 
     void wakeForNext()
     {
-        QDeadlineTimer next(QDeadlineTimer::Forever);
+        Time next = Time::max();
         for (const auto &[easy, transfer] : live_) {
             next = std::min(next, transfer->due);
         }
-        if (!next.isForever()) {
-            wakeIn(next.hasExpired() ? 0 : next.remainingTime() + 1);
+        if (next != Time::max()) {
+            wakeBy(next, std::chrono::steady_clock::now());
         }
     }
 
@@ -245,6 +243,7 @@ private:
     }
 
     QTimer timer_;
+    Time wakesAt_; // while the timer runs
     SocketSet sockets_;
     std::unordered_map<int, CURL *> bySocket_;
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // goes first

@@ -1,6 +1,6 @@
 #include "pictures/PictureFile.h"
 
-#include "pictures/PictureFormat.h"
+#include "base/PictureFormat.h"
 
 #include <QFile>
 

@@ -1,15 +1,19 @@
 #include "pictures/PictureReader.h"
 
-#include "pictures/BmpLength.h"
+#include "base/PictureFormat.h"
+#include "pictures/BmpPixels.h"
+#include "pictures/GifFrame.h"
 #include "pictures/JpegScans.h"
 #include "pictures/PictureFile.h"
-#include "pictures/PictureFormat.h"
 #include "pictures/PictureScaler.h"
 #include "pictures/PictureSize.h"
 #include "pictures/PngChunks.h"
+#include "pictures/WebpPart.h"
 
 #include <QBuffer>
 #include <QImageReader>
+
+#include <algorithm>
 
 namespace velmora {
 namespace {
@@ -57,23 +61,85 @@ void reduce(QImageReader &reader, QSize stored, QSize needed)
     }
 }
 
-QImage decode(QImageReader &reader, const QByteArray &bytes, const PictureWish &wish)
+QImage toSize(const QImage &image, QSize wanted, Fit fit)
+{
+    const bool isDone = image.isNull() || image.size() == wanted || fit == Fit::AtLeast;
+    return isDone ? image : averaged(image, wanted);
+}
+
+QImage decodeJpeg(QImageReader &reader, const QByteArray &bytes, const PictureWish &wish)
 {
     const QSize stored = reader.size();
-    if (!isBearable(stored)) {
+    if (!isBearable(stored) || !isBearableJpeg(bytes, stored)) {
         return {};
     }
     const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
     const QSize wanted = wantedSize(turned ? stored.transposed() : stored, wish);
-    if (reader.format() == kJpegFormat) {
-        if (!isBearableJpeg(bytes, stored)) {
-            return {};
-        }
-        reduce(reader, stored, turned ? wanted.transposed() : wanted);
+    reduce(reader, stored, turned ? wanted.transposed() : wanted);
+    return toSize(forPainting(reader.read()), wanted, wish.fit);
+}
+
+// The height of a BMP is negative when its first line is the upper one.
+QSize upright(QSize stored)
+{
+    const bool isUpsideDown = stored.height() < 0 && stored.height() > -kMaxPixels;
+    return isUpsideDown ? QSize(stored.width(), -stored.height()) : stored;
+}
+
+QImage blank(QSize size, QImage::Format format)
+{
+    QImage image = format == QImage::Format_Invalid ? QImage() : QImage(size, format);
+    image.fill(0U);
+    return image;
+}
+
+// A picture that breaks off leaves the rest of the image that it is read into as it was. One of
+// which nothing was read is none.
+QImage readPart(QImageReader &reader, QSize size)
+{
+    const QImage::Format format = reader.imageFormat();
+    QImage image = blank(size, format);
+    const bool isWhole = reader.read(&image);
+    return isWhole || image != blank(size, format) ? image : QImage();
+}
+
+// The decoder paints the rest of the screen in a colour that nobody else shows.
+QImage onItsScreen(const QImage &image, QRect frame)
+{
+    if (image.isNull() || frame.contains(image.rect()) || !frame.intersects(image.rect())) {
+        return image;
     }
-    const QImage image = forPainting(reader.read());
-    const bool isDone = image.isNull() || image.size() == wanted || wish.fit == Fit::AtLeast;
-    return isDone ? image : averaged(image, wanted);
+    const QRect seen = frame.intersected(image.rect());
+    QImage screen = blank(image.size(), QImage::Format_ARGB32_Premultiplied);
+    const QImage shown = image.convertToFormat(screen.format());
+    for (int y = seen.top(); y <= seen.bottom(); ++y) {
+        const auto *const from = reinterpret_cast<const QRgb *>(shown.constScanLine(y));
+        auto *const to = reinterpret_cast<QRgb *>(screen.scanLine(y));
+        std::copy(from + seen.left(), from + seen.right() + 1, to + seen.left());
+    }
+    return screen;
+}
+
+QImage decodeOther(QImageReader &reader, const QByteArray &bytes, const PictureWish &wish)
+{
+    const QSize stored = upright(reader.size());
+    if (!isBearable(stored)) {
+        return {};
+    }
+    QImage image = forPainting(readPart(reader, stored));
+    if (reader.format() == kGifFormat) {
+        image = onItsScreen(image, firstGifFrame(bytes).value_or(image.rect()));
+    }
+    return toSize(image, wantedSize(image.size(), wish), wish.fit);
+}
+
+// The bytes as the decoder is to see them.
+QByteArray forDecoder(const QByteArray &bytes, const QByteArray &format)
+{
+    if (format == kPngFormat) {
+        return paintedPngChunks(bytes);
+    }
+    return format == kWebpFormat ? filledWebp(bytes) : bytes;
 }
 
 } // namespace
@@ -81,17 +147,18 @@ QImage decode(QImageReader &reader, const QByteArray &bytes, const PictureWish &
 QImage decodePicture(const QByteArray &bytes, const PictureWish &wish)
 {
     const QByteArray format = pictureFormat(bytes);
-    if (format.isEmpty() || (format == kBmpFormat && !isWholeBmp(bytes))) {
+    if (format.isEmpty() || (format == kBmpFormat && !holdsBmpPixels(bytes))) {
         return {};
     }
     QBuffer buffer;
-    buffer.setData(format == kPngFormat ? paintedPngChunks(bytes) : bytes);
+    buffer.setData(forDecoder(bytes, format));
     buffer.open(QIODevice::ReadOnly);
     QImageReader::setAllocationLimit(kMaxImageMegabytes);
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false);
     reader.setAutoTransform(true);
-    return decode(reader, bytes, wish);
+    return format == kJpegFormat ? decodeJpeg(reader, bytes, wish)
+                                 : decodeOther(reader, bytes, wish);
 }
 
 QImage readPicture(const QString &path, const PictureWish &wish)

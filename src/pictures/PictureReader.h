@@ -14,11 +14,11 @@ namespace velmora {
 /// it. path: native. Waits for nothing but the disk: what is no ordinary file holds no picture.
 [[nodiscard]] QImage readPicture(const QString &path, const PictureWish &wish);
 
-/// The picture in the bytes of a file: JPEG, PNG, GIF, BMP (not run-length coded) or WebP by its
-/// content; of an animation the first image. It stands upright (Exif orientation) and comes in the
-/// form that is painted fastest, RGB32 or ARGB32_Premultiplied. Of a JPEG that breaks off, what
-/// there is. A null image for any other file, broken ones too, and for a picture of more than
-/// 64 Mi pixels.
+/// The picture in the bytes of a file: JPEG, PNG, GIF, BMP or WebP by its content; of an
+/// animation the first image, where it lies on its screen. It stands upright (Exif orientation) and
+/// comes in the form that is painted fastest, RGB32 or ARGB32_Premultiplied. Of a picture that
+/// breaks off, what there is. A null image for any other file, one of which nothing can be read
+/// too, and for a picture of more than 64 Mi pixels.
 [[nodiscard]] QImage decodePicture(const QByteArray &bytes, const PictureWish &wish);
 
 } // namespace velmora

@@ -61,10 +61,13 @@ Import::Import(const CaptureServices &services, TaskScope &scope)
     : services_(services)
     , scope_(scope)
     , reader_(services.clock)
-    , run_(services.clock)
+    , run_(services.clock, services.storage.gate())
 {
     face_.Filtre = kUsualFilter;
     connect(&run_, &ImportRun::advanced, this, &Import::showProgress);
+    connect(&services_.storage, &StorageFolder::editBegan, this, &Import::followStorage);
+    connect(&services_.storage, &StorageFolder::checked, this, &Import::followStorage);
+    connect(&services_.page, &CameraPage::addressStored, this, &Import::noticeAddress);
 }
 
 void Import::load()
@@ -197,13 +200,54 @@ void Import::chooseCamera(int row)
     }
 }
 
-// A camera without address cannot be one that files are copied for.
 void Import::chooseTarget()
 {
-    face_.cmdGo = !cameraFolderName().isEmpty() && !face_.running;
+    identical_ = false;
+    storage_ = services_.storage.inForce();
+    face_.failure.clear();
+    showTarget();
+}
+
+void Import::showTarget()
+{
+    showButton();
     face_.iTarget.clear();
     scope_.launch(readTarget(anew(readingTarget_)));
     Q_EMIT changed();
+}
+
+// The camera that was chosen may have been given an address, or have lost it.
+void Import::noticeAddress(CameraAddress camera)
+{
+    if (open_ && camera == this->camera()) {
+        showTarget();
+    }
+}
+
+void Import::showButton()
+{
+    face_.whyNot = whyNoCopy();
+    face_.cmdGo = face_.whyNot.isEmpty();
+}
+
+// A camera without address cannot be one that files are copied for. After identical texts the
+// button stays as it is until a camera is chosen.
+QString Import::whyNoCopy() const
+{
+    if (face_.running) {
+        return QStringLiteral("Files are being copied");
+    }
+    if (cameraFolderName().isEmpty()) {
+        return QStringLiteral("Camera %1:%2 has no address: give it one in the main window, or "
+                              "choose another")
+            .arg(face_.Cam)
+            .arg(face_.Lien);
+    }
+    if (services_.storage.isBeingEdited()) {
+        return QStringLiteral("The storage folder is being edited in the main window");
+    }
+    return identical_ ? QStringLiteral("Source and target are identical: choose another camera")
+                      : QString();
 }
 
 std::stop_token Import::anew(std::stop_source &source) const
@@ -287,18 +331,42 @@ QCoro::Task<> Import::copy()
     begin();
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
+    const std::stop_callback ending(scope_.stopToken(), [this] { atOnce_.request_stop(); });
     if (!cameraFolderName().isEmpty()) { // else it has lost its address since it was chosen
-        result = co_await run_.run(order(), copying_.get_token(), scope_.stopToken());
+        result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
+    }
+    if (!isStillTarget()) {
+        result.end = ImportEnd::Aborted;
+    }
+}
+
+bool Import::isStillTarget() const
+{
+    return services_.storage.inForce() == storage_;
+}
+
+void Import::followStorage()
+{
+    if (face_.running && !isStillTarget()) {
+        atOnce_.request_stop();
+    } else if (open_ && !isStillTarget()) {
+        chooseTarget();
+    } else if (open_) {
+        showButton();
+        Q_EMIT changed();
     }
 }
 
 void Import::begin()
 {
     copying_ = std::stop_source();
+    atOnce_ = std::stop_source();
+    storage_ = services_.storage.inForce();
     initialCount_ = counting_ ? std::nullopt : std::optional(leadingNumber(face_.NbF));
     face_.ctr = kNone;
-    face_.cmdGo = false;
     face_.running = true;
+    face_.failure.clear();
+    showButton();
     face_.progress = {};
     Q_EMIT changed();
 }
@@ -314,14 +382,13 @@ void Import::showProgress()
     Q_EMIT changed();
 }
 
-// After identical texts the button stays as it is until another camera is chosen.
 void Import::end(const ImportResult &result)
 {
     tell(result);
     face_.running = false;
-    if (result.end != ImportEnd::Identical) {
-        face_.cmdGo = !cameraFolderName().isEmpty();
-    }
+    face_.failure = result.failure;
+    identical_ = result.end == ImportEnd::Identical;
+    showButton();
     Q_EMIT changed();
     if (result.end != ImportEnd::Identical) {
         Q_EMIT imagesAdded();

@@ -24,6 +24,8 @@ struct ImportFace
     int Cam = 0;    // group and row of the camera that the files are for
     int Lien = 0;
     bool cmdGo = false; // the button can be pressed
+    QString whyNot;     // why it cannot, for people; empty when it can
+    QString failure;    // why the last run was aborted, until the next choice or run
     bool running = false;
     ImportProgress progress; // of the run
     QString iSource;         // native paths of the pictures, empty for none
@@ -94,6 +96,12 @@ private:
     void showFolder(const QString &path);
     void moveTo(const QString &path);
     void chooseTarget();
+    [[nodiscard]] bool isStillTarget() const;
+    void followStorage();
+    void showTarget();
+    void showButton();
+    void noticeAddress(CameraAddress camera);
+    [[nodiscard]] QString whyNoCopy() const;
     void count();
     void showSource();
     void showProgress();
@@ -116,9 +124,12 @@ private:
     std::stop_source readingFolders_;
     std::stop_source readingFiles_;
     std::stop_source readingTarget_;
-    std::stop_source copying_;
+    std::stop_source copying_;           // ends a run behind the file in hand
+    std::stop_source atOnce_;            // ends it in the middle
+    QString storage_;                    // the folder in force when the target was chosen
     std::optional<double> initialCount_; // none when the run began before the files were counted
     bool counting_ = false;
+    bool identical_ = false; // source and target were, and no target was chosen since
     bool open_ = false;
 };
 

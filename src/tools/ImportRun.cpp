@@ -1,6 +1,7 @@
 #include "tools/ImportRun.h"
 
 #include "base/FileDates.h"
+#include "base/OneLine.h"
 #include "tools/ImportName.h"
 
 #include <QFile>
@@ -31,8 +32,9 @@ bool hasWildcards(const QByteArray &name)
 
 } // namespace
 
-ImportRun::ImportRun(Clock &clock)
+ImportRun::ImportRun(Clock &clock, Gate &gate)
     : clock_(clock)
+    , gate_(gate)
     , reader_(clock)
     , slice_(clock)
 {
@@ -43,23 +45,27 @@ QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afte
 {
     progress_ = {};
     collisions_ = 0;
+    failure_.clear();
     means_ = {};
     means_.workFolder = QFile::encodeName(order.workFolder);
     pieceBytes_ = FileCopy::kMostBytes;
     source_ = folderBytes(order.source);
     target_ = folderBytes(order.target);
     if (order.sourceText == order.targetText) {
-        co_return ImportResult{ImportEnd::Identical, 0};
+        co_return ImportResult{ImportEnd::Identical, 0, {}};
     }
     co_await clock_.yield(); // what has changed for the run is painted before it begins
     const SortedNames names =
         co_await reader_.files(order.source, filterPattern(order.filter), afterFile);
-    if (!names) {
-        co_return ImportResult{ImportEnd::Stopped, 0};
+    std::optional<TakenNames> taken = co_await reader_.taken(order.target, afterFile);
+    co_await gate_.pass(atOnce);
+    if (!names || !taken || atOnce.stop_requested()) {
+        co_return ImportResult{ImportEnd::Stopped, 0, {}};
     }
+    taken_ = *std::move(taken);
     const ImportEnd end = co_await copyAll(names, afterFile, atOnce);
     Q_EMIT advanced();
-    co_return ImportResult{end, progress_.copied};
+    co_return ImportResult{end, progress_.copied, failure_};
 }
 
 QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token afterFile,
@@ -68,16 +74,20 @@ QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token aft
     progress_.files = static_cast<qint32>(names->list().size());
     slice_.begin();
     for (const OddName &name : names->list()) {
-        if (afterFile.stop_requested()) {
+        if (afterFile.stop_requested() || atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }
         const ImportEnd end = co_await copyFile(name.view().toByteArray(), atOnce);
+        if (end == ImportEnd::Aborted) {
+            failure_.prepend(onOneLine(QFile::decodeName(name.view().toByteArray())) +
+                             QStringLiteral(": "));
+        }
         if (end != ImportEnd::Copied) {
             co_return end;
         }
         ++progress_.copied;
         progress_.collisions = collisions_;
-        co_await letEventsRun();
+        co_await letEventsRun(atOnce);
     }
     co_return ImportEnd::Copied;
 }
@@ -86,12 +96,12 @@ QCoro::Task<ImportEnd> ImportRun::copyFile(QByteArray name, std::stop_token atOn
 {
     const std::optional<QByteArray> target = newName(name);
     if (!target) {
-        co_return ImportEnd::Aborted;
+        co_return abort(QStringLiteral("the file is gone"));
     }
     FileCopy copy(source_ + name, target_, means_);
     bool more = true;
     while (more) {
-        co_await copyPiece(&copy, &more);
+        co_await copyPiece(&copy, &more, atOnce);
         if (atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }
@@ -100,7 +110,7 @@ QCoro::Task<ImportEnd> ImportRun::copyFile(QByteArray name, std::stop_token atOn
 }
 
 // A disk that took long over a piece is asked for a smaller one.
-QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more)
+QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more, std::stop_token atOnce)
 {
     const std::chrono::milliseconds began = clock_.monotonicNow();
     *more = copy->copySome(pieceBytes_);
@@ -111,15 +121,16 @@ QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more)
         pieceBytes_ = std::min(pieceBytes_ * 2, FileCopy::kMostBytes);
     }
     if (*more) {
-        co_await letEventsRun();
+        co_await letEventsRun(atOnce);
     }
 }
 
-QCoro::Task<> ImportRun::letEventsRun()
+QCoro::Task<> ImportRun::letEventsRun(std::stop_token atOnce)
 {
     if (slice_.isOver() || piecesInSlice_ >= kMostPiecesInSlice) {
         Q_EMIT advanced();
         co_await clock_.yield();
+        co_await gate_.pass(atOnce);
         piecesInSlice_ = 0;
         slice_.begin();
     }
@@ -140,31 +151,45 @@ QCoro::Task<ImportEnd> ImportRun::giveName(FileCopy *copy, QByteArray name, std:
 {
     std::optional<QByteArray> next = name;
     while (next) {
-        const StoreOutcome outcome = co_await tryName(copy, *next, atOnce);
-        if (outcome != StoreOutcome::AlreadyThere) {
-            co_return outcome == StoreOutcome::Stored ? ImportEnd::Copied : ImportEnd::Aborted;
+        const StoreResult tried = co_await tryName(copy, *next, atOnce);
+        if (tried.outcome == StoreOutcome::Stored) {
+            taken_.add(*next);
+            co_return ImportEnd::Copied;
         }
-        co_await letEventsRun();
+        if (tried.outcome == StoreOutcome::Failed) {
+            co_return abort(QString::fromStdString(tried.error.message()));
+        }
+        co_await letEventsRun(atOnce);
         if (atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }
         next = nextName(*next);
     }
-    co_return ImportEnd::Aborted;
+    co_return abort(QStringLiteral("no name is free for it"));
 }
 
-// The file system itself says whether a name is taken, by not giving it a second time.
-QCoro::Task<StoreOutcome> ImportRun::tryName(FileCopy *copy, QByteArray name,
-                                             std::stop_token atOnce)
+ImportEnd ImportRun::abort(const QString &reason)
 {
+    failure_ = reason;
+    return ImportEnd::Aborted;
+}
+
+// The file system itself says whether a name is taken, by not giving it a second time; of names in
+// another case it knows nothing.
+QCoro::Task<StoreResult> ImportRun::tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce)
+{
+    if (taken_.holds(name)) {
+        co_return StoreResult{StoreOutcome::AlreadyThere, {}};
+    }
     if (hasWildcards(name)) {
         const std::optional<bool> isTaken =
             co_await reader_.holds(QFile::decodeName(target_), FilePattern(name), atOnce);
-        if (isTaken.value_or(true)) {
-            co_return StoreOutcome::AlreadyThere;
+        co_await gate_.pass(atOnce);
+        if (isTaken.value_or(true) || atOnce.stop_requested()) {
+            co_return StoreResult{StoreOutcome::AlreadyThere, {}};
         }
     }
-    co_return copy->finish(target_ + name).outcome;
+    co_return copy->finish(target_ + name);
 }
 
 // The number of collisions has 16 bits; there is no name after the last.

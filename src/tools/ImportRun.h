@@ -3,8 +3,10 @@
 #pragma once
 
 #include "base/FileCopy.h"
+#include "base/Gate.h"
 #include "capture/WorkSlice.h"
 #include "tools/NameReader.h"
+#include "tools/TakenNames.h"
 
 #include <QObject>
 
@@ -32,6 +34,7 @@ struct [[nodiscard]] ImportResult
 {
     ImportEnd end = ImportEnd::Aborted;
     qint32 copied = 0;
+    QString failure; // of a run that was aborted: the file and what was wrong, for people
 };
 
 /// How far a run has come.
@@ -50,8 +53,9 @@ class ImportRun : public QObject
     Q_OBJECT
 
 public:
-    /// clock: outlives the object; the object outlives a run.
-    explicit ImportRun(Clock &clock);
+    /// gate: shut while nothing may be done in folders. Clock and gate outlive the object, which
+    /// outlives a run.
+    ImportRun(Clock &clock, Gate &gate);
 
     /// The names are listed at the begin: what is copied into the same folder is not met again.
     /// afterFile: ends the run behind the file in hand. atOnce: ends it in the middle of a file, of
@@ -69,20 +73,24 @@ private:
     QCoro::Task<ImportEnd> copyAll(SortedNames names, std::stop_token afterFile,
                                    std::stop_token atOnce);
     QCoro::Task<ImportEnd> copyFile(QByteArray name, std::stop_token atOnce);
-    QCoro::Task<> copyPiece(FileCopy *copy, bool *more);
-    QCoro::Task<> letEventsRun();
+    QCoro::Task<> copyPiece(FileCopy *copy, bool *more, std::stop_token atOnce);
+    QCoro::Task<> letEventsRun(std::stop_token atOnce);
+    ImportEnd abort(const QString &reason);
     [[nodiscard]] std::optional<QByteArray> newName(const QByteArray &name) const;
     QCoro::Task<ImportEnd> giveName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
-    QCoro::Task<StoreOutcome> tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
+    QCoro::Task<StoreResult> tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce);
     [[nodiscard]] std::optional<QByteArray> nextName(const QByteArray &name);
 
     Clock &clock_;
+    Gate &gate_;
     NameReader reader_;
     WorkSlice slice_;
     CopyMeans means_;
     ImportProgress progress_;
     QByteArray source_; // native folders, with a "/" at the end
     QByteArray target_;
+    TakenNames taken_;
+    QString failure_; // of the file at which a run was aborted
     qint16 collisions_ = 0;
     qint64 pieceBytes_ = 0;
     int piecesInSlice_ = 0;

@@ -83,6 +83,16 @@ QCoro::Task<std::optional<QByteArray>> NameReader::first(QString folder, FilePat
     co_return isRead ? std::optional(first) : std::nullopt;
 }
 
+QCoro::Task<std::optional<TakenNames>> NameReader::taken(QString folder, std::stop_token stop)
+{
+    Turns turns(clock_, std::move(stop));
+    FolderScan scan(folder);
+    TakenNames names;
+    const auto add = [&names](QByteArrayView name) { names.add(name); };
+    const bool isRead = co_await turns.run([&scan, &add] { return scan.readSomeEntries(add); });
+    co_return isRead ? std::optional(std::move(names)) : std::nullopt;
+}
+
 QCoro::Task<std::optional<bool>> NameReader::holds(QString folder, FilePattern pattern,
                                                    std::stop_token stop)
 {

@@ -4,6 +4,7 @@
 #include "base/FilePattern.h"
 #include "browser/OddNames.h"
 #include "browser/Turns.h"
+#include "tools/TakenNames.h"
 
 #include <QCoro/QCoroTask>
 #include <QString>
@@ -38,6 +39,9 @@ public:
     /// The first of the files that match, in order; empty when there is none.
     QCoro::Task<std::optional<QByteArray>> first(QString folder, FilePattern pattern,
                                                  std::stop_token stop);
+
+    /// The names of everything in it, of whatever kind; nothing when stopped.
+    QCoro::Task<std::optional<TakenNames>> taken(QString folder, std::stop_token stop);
 
     /// Whether anything of that name is there, of whatever kind; nothing when stopped.
     QCoro::Task<std::optional<bool>> holds(QString folder, FilePattern pattern,

@@ -39,8 +39,16 @@ bool Slideshow::isPlaying() const
 
 void Slideshow::startTimer()
 {
-    if (open_) {
+    if (open_ && !held_) {
         timer_.start();
+    }
+}
+
+void Slideshow::setHeld(bool held)
+{
+    held_ = held;
+    if (held_) {
+        timer_.stop();
     }
 }
 
@@ -79,7 +87,7 @@ void Slideshow::begin()
     }
     timer_.setInterval(face_.vitesse);
     if (face_.PauseCine == kPause) {
-        timer_.start();
+        startTimer();
     }
     face_.image = fileAt(1);
     face_.nFich = face_.image.name.left(kStemLetters);

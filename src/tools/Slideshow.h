@@ -62,6 +62,7 @@ public:
     void stopTimer() override { timer_.stop(); }
 
     void startTimer() override;
+    void setHeld(bool held) override;
     void begin() override;
     void moveTo(int index) override;
     void close() override;
@@ -112,6 +113,7 @@ private:
     QString folder_; // whose images are played
     int current_ = 0;
     bool open_ = false;
+    bool held_ = false;
 };
 
 } // namespace velmora

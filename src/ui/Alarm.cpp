@@ -1,5 +1,6 @@
 #include "ui/Alarm.h"
 
+#include "ui/ToFront.h"
 #include "ui_Alarm.h"
 
 #include <QCloseEvent>
@@ -79,12 +80,7 @@ void Alarm::showEnd(const QString &status)
 
 void Alarm::present()
 {
-    if (isMinimized()) {
-        showNormal();
-    }
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void Alarm::closeEvent(QCloseEvent *event)

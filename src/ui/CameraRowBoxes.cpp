@@ -1,7 +1,12 @@
 #include "ui/CameraRowBoxes.h"
 
+#include "ui/ToolTips.h"
+
+#include <QEvent>
 #include <QGuiApplication>
 #include <QSignalBlocker>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -24,12 +29,16 @@ CameraRowBoxes::CameraRowBoxes(int row, QGridLayout &grid, CameraPage &page)
     bind();
 }
 
+std::array<QWidget *, 8> CameraRowBoxes::boxes() const
+{
+    return {n, SB, Source, AutoDelay, BestTime, TimeLoad, lNew, EffM};
+}
+
 void CameraRowBoxes::place(QGridLayout &grid)
 {
     const int line = row_ + 1; // below the headings
     int column = 0;
-    for (QWidget *const box : std::initializer_list<QWidget *>{n, SB, Source, AutoDelay, BestTime,
-                                                               TimeLoad, lNew, EffM}) {
+    for (QWidget *const box : boxes()) {
         const bool fills = box == Source;
         grid.addWidget(box, line, column++, fills ? Qt::Alignment() : Qt::AlignCenter);
     }
@@ -76,6 +85,9 @@ void CameraRowBoxes::setTips()
 
 void CameraRowBoxes::bind()
 {
+    for (QWidget *const box : boxes()) {
+        box->installEventFilter(this);
+    }
     connect(n, &ClickLabel::clicked, this, [this] { Q_EMIT folderClicked(row_); });
     connect(Source, &BoxEdit::textChanged, this,
             [this](const QString &text) { page_.changeSource(row_, text); });
@@ -125,16 +137,30 @@ void CameraRowBoxes::showLate(bool late)
         colours.setColor(QPalette::Link, Qt::red);
     }
     n->setPalette(colours);
-    SB->setToolTip(late ? tr("late: nothing new came for long") : QString());
+    n->setAccessibleDescription(late ? tr("late: nothing new came for long") : QString());
 }
 
 void CameraRowBoxes::showCounters()
 {
     const CameraRow &row = page_.row(row_);
     SB->setColour(row.lamp);
+    setPlainToolTip(*SB, page_.reason(row_));
     BestTime->setText(row.bestTime.text());
     TimeLoad->setText(QString::number(row.loadSeconds));
     lNew->setText(QString::number(row.newImages));
+}
+
+bool CameraRowBoxes::hasFocus() const
+{
+    return std::ranges::any_of(boxes(), [](const QWidget *box) { return box->hasFocus(); });
+}
+
+bool CameraRowBoxes::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress) {
+        Q_EMIT taken(row_);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 QWidget *CameraRowBoxes::orderTabs(QWidget &before)

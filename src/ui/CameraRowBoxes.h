@@ -12,6 +12,8 @@
 #include <QGridLayout>
 #include <QLabel>
 
+#include <array>
+
 namespace velmora {
 
 /// Makes the boxes of a row (0-based), adds them to a line of the grid, and binds them to the page.
@@ -28,6 +30,9 @@ public:
 
     /// Shows the whole row, but for an address that is being edited.
     void refreshRow();
+
+    /// One of the boxes has the focus.
+    [[nodiscard]] bool hasFocus() const;
 
     /// Shows what the capture changes; the address box is the user's.
     void showCounters();
@@ -53,7 +58,14 @@ Q_SIGNALS:
     /// Several addresses were pasted into the box.
     void linesPasted(int row, const QStringList &addresses);
 
+    /// One of the boxes got the focus or was pressed.
+    void taken(int row);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    [[nodiscard]] std::array<QWidget *, 8> boxes() const;
     void place(QGridLayout &grid);
     void showChoices();
     void bind();

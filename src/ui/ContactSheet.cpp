@@ -29,6 +29,7 @@ void ContactSheet::setControls(QWidget &controls)
 {
     controls_ = &controls;
     controls.setParent(this);
+    corner_ = new CornerControls(controls);
 }
 
 void ContactSheet::setZoomVisible(bool visible)
@@ -39,6 +40,11 @@ void ContactSheet::setZoomVisible(bool visible)
     } else {
         ZoomImage->lower();
     }
+}
+
+QSize ContactSheet::sizeHint() const
+{
+    return SheetLayout::kUsual;
 }
 
 QSize ContactSheet::minimumSizeHint() const
@@ -55,6 +61,7 @@ void ContactSheet::resizeEvent(QResizeEvent *)
     }
     ZoomImage->setGeometry(layout.zoom());
     if (controls_ != nullptr) {
+        corner_->fit(layout.scale());
         controls_->setGeometry(layout.controls());
     }
     Q_EMIT resized();

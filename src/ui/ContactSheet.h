@@ -9,6 +9,7 @@
 
 #include "browser/BrowserState.h"
 #include "ui/CellFrame.h"
+#include "ui/CornerControls.h"
 #include "ui/PictureView.h"
 
 #include <QWidget>
@@ -36,6 +37,7 @@ public:
     /// Shows the zoom image in front of everything, or hides it behind.
     void setZoomVisible(bool visible);
 
+    [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
@@ -50,6 +52,7 @@ private:
     std::array<CellFrame *, kCells> Cadre{};
     PictureView *ZoomImage;
     QWidget *controls_ = nullptr;
+    CornerControls *corner_ = nullptr;
 };
 
 } // namespace velmora

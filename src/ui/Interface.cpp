@@ -2,7 +2,9 @@
 
 #include "ui/AddressPaste.h"
 #include "ui/LiveBox.h"
+#include "ui/ReasonLine.h"
 #include "ui/StorageBox.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui_Interface.h"
 
@@ -86,10 +88,11 @@ void Interface::followLinks(mOuvreLien &links)
 
 void Interface::bindStorage()
 {
-    storageBox_ = new StorageBox(
-        {*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir, *ui_->Import, *ui_->Cache},
-        services_.storage, *this);
+    storageBox_ = new StorageBox({*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir,
+                                  *ui_->Import, *ui_->Cache, *ui_->Selecteur},
+                                 services_.storage, *this);
     connect(&services_.storage, &StorageFolder::checked, this, &Interface::showStorageHint);
+    connect(&services_.storage, &StorageFolder::told, this, &Interface::showMessage);
     connect(ui_->Cache, &QAbstractButton::clicked, this, &Interface::Cache_Click);
     connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
 }
@@ -158,6 +161,7 @@ void Interface::bindLive(LiveView &live)
         new LiveBox({*ui_->Locale, *ui_->iTarget, *ui_->lWeb, *ui_->iWeb, *ui_->lTmp}, live, *this);
     ui_->iTarget->setEmptyText(tr("stored image"));
     ui_->iWeb->setEmptyText(tr("live picture"));
+    new ReasonLine(*ui_->lReason, rows_, services_.page, live);
     connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);
     connect(&services_.page, &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
 }
@@ -229,6 +233,7 @@ void Interface::showCaption(Caption caption, const QString &text)
         ui_->lCompte->setText(text);
         break;
     case Caption::NextCycle: // shown by the browser
+    case Caption::Standstill:
         break;
     case Caption::Trouble:
         showMessage(text);
@@ -281,9 +286,7 @@ void Interface::selectGroup(int group)
 
 void Interface::bringUp()
 {
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
     selectGroup(ui_->Selecteur->currentIndex());
 }
 
@@ -295,6 +298,7 @@ void Interface::Cache_Click()
         return;
     }
     ui_->Selecteur->setFocus(); // leaves a box that is being edited
+    storageBox_->leave();
     hide();
     Q_EMIT hiddenByUser();
 }
@@ -310,17 +314,29 @@ void Interface::cmdDebug_MouseDown()
     const bool wantsSettings = QGuiApplication::keyboardModifiers().testFlags(Qt::ShiftModifier) &&
                                QGuiApplication::keyboardModifiers().testFlags(Qt::ControlModifier);
     if (wantsSettings) {
-        open(services_.table.settings().path());
-    } else if (QFileInfo::exists(services_.log.path())) {
-        open(services_.log.path());
+        openIfThere(services_.table.settings().path(), tr("There is no settings file yet"));
+    } else {
+        openIfThere(services_.log.path(),
+                    tr("There is no log file yet: tick \"Debug\" and it is written"));
+    }
+}
+
+void Interface::openIfThere(const QString &path, const QString &otherwise)
+{
+    if (QFileInfo::exists(path)) {
+        open(path);
+    } else {
+        showMessage(otherwise);
     }
 }
 
 void Interface::openFolder(int row)
 {
-    const QString folder = services_.page.folderToOpen(row);
-    if (!folder.isEmpty()) {
-        open(folder);
+    const QString why = services_.page.whyNothingToOpen(row);
+    if (why.isEmpty()) {
+        open(services_.page.folderToOpen(row));
+    } else {
+        showMessage(why);
     }
 }
 
@@ -337,7 +353,9 @@ void Interface::closeEvent(QCloseEvent *event)
         row->leave();
     }
     event->setAccepted(mayClose_);
-    if (!mayClose_) {
+    if (mayClose_) {
+        storageBox_->setAside();
+    } else {
         Q_EMIT endWanted();
     }
 }

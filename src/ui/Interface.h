@@ -5,6 +5,7 @@
 //     options    tempo  TIO              cDebug  cmdDebug  Import
 //     Selecteur                          ActLst  RAZ
 //     page       headings, then ten rows of CameraRowBoxes
+//     lReason
 //     status     lErr  lTest  lTmp  lHeure  lCompte
 //     live       Locale over iTarget     lWeb over iWeb
 //     foot       lMessage    BoutonLien  lVersion  Cache
@@ -107,6 +108,7 @@ private:
     void Import_Click();
     void cmdDebug_MouseDown();
     void openFolder(int row);
+    void openIfThere(const QString &path, const QString &otherwise);
     void open(const QString &path);
 
     CaptureServices services_;

@@ -31,6 +31,22 @@ void PictureView::clear()
     showPicture(QString(), QImage());
 }
 
+void PictureView::setEmptyText(const QString &text)
+{
+    if (emptyText_ != text) {
+        emptyText_ = text;
+        update();
+    }
+}
+
+QString PictureView::notice() const
+{
+    if (holdsPicture()) {
+        return {};
+    }
+    return path_.isEmpty() ? emptyText_ : tr("not a picture");
+}
+
 void PictureView::setCaption(const QString &caption)
 {
     if (caption_ != caption) {
@@ -92,7 +108,7 @@ void PictureView::paintPlaceholder(QPainter &painter) const
     painter.setBrush(dark ? back.lighter(115) : back.darker(104));
     painter.drawRoundedRect(frame, 4, 4);
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(frame, Qt::AlignCenter, path_.isEmpty() ? emptyText_ : tr("not a picture"));
+    painter.drawText(frame, Qt::AlignCenter | Qt::TextWordWrap, notice());
 }
 
 void PictureView::paintCaption(QPainter &painter) const

@@ -10,6 +10,7 @@ namespace velmora {
 class PictureView : public QWidget
 {
     Q_OBJECT
+    Q_PROPERTY(QString notice READ notice)
 
 public:
     enum class Shape {
@@ -29,8 +30,11 @@ public:
 
     void setShape(Shape shape) { shape_ = shape; }
 
-    /// What stands there while there is no picture; several words at most.
-    void setEmptyText(const QString &text) { emptyText_ = text; }
+    /// What stands there while there is no picture; in as many lines as it needs.
+    void setEmptyText(const QString &text);
+
+    /// The words that stand in the place of a picture; empty when there is one.
+    [[nodiscard]] QString notice() const;
 
     /// Shows a file's picture. A null image says that the file holds none.
     void showPicture(const QString &path, const QImage &image);

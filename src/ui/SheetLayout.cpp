@@ -30,6 +30,11 @@ SheetLayout::SheetLayout(QSize room)
 {
 }
 
+double SheetLayout::scale() const
+{
+    return pixelsPerTwip_ * kSheetWidth / kUsual.width();
+}
+
 // Edges are rounded, not sizes, so that neighbours touch.
 QRect SheetLayout::scaled(int left, int top, int width, int height) const
 {

@@ -11,10 +11,16 @@ namespace velmora {
 class SheetLayout
 {
 public:
-    /// The smallest size, in logical pixels, of which 15 twips are one.
-    static constexpr QSize kSmallest{720, 720};
+    /// The size as designed, in logical pixels, of which 15 twips are one.
+    static constexpr QSize kUsual{720, 720};
+
+    /// Sixty hundredths of it.
+    static constexpr QSize kSmallest{432, 432};
 
     explicit SheetLayout(QSize room);
+
+    /// 1 at the usual size.
+    [[nodiscard]] double scale() const;
 
     /// Cells 0 to 9.
     [[nodiscard]] QRect cell(int index) const;

@@ -90,7 +90,8 @@ void SheetPictures::fill()
 
 void SheetPictures::show(const PictureOrder &order, const QImage &image)
 {
-    if (order.path == wanted(order.place)) {
+    const bool isAway = image.isNull() && !storage_.isPresent(); // what is seen stays
+    if (order.path == wanted(order.place) && !isAway) {
         view(order.place).showPicture(order.path, image);
     }
 }

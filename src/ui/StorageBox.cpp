@@ -45,22 +45,42 @@ StorageBox::StorageBox(const StorageControls &controls, StorageFolder &storage, 
 
 void StorageBox::bind()
 {
-    connect(&controls_.StRep, &BoxEdit::textChanged, this, &StorageBox::edit);
-    connect(&controls_.StRep, &BoxEdit::entered, this, [this] {
-        controls_.Import.setEnabled(false);
-        storage_.beginEdit();
+    BoxEdit &box = controls_.StRep;
+    connect(&box, &BoxEdit::textChanged, this, &StorageBox::edit);
+    connect(&box, &BoxEdit::entered, this, &StorageBox::enter);
+    connect(&box, &BoxEdit::takenUpAgain, this, &StorageBox::enter);
+    connect(&box, &BoxEdit::wasSetAside, &storage_, &StorageFolder::setAside);
+    connect(&box, &BoxEdit::left, &storage_, &StorageFolder::putInForce);
+    connect(&box, &BoxEdit::enterPressed, this, &StorageBox::leave);
+    connect(&controls_.MakeDir, &QAbstractButton::clicked, this, [this] {
+        storage_.MakeDir_Click();
+        leave();
     });
-    connect(&controls_.StRep, &BoxEdit::left, this, [this] { storage_.endEdit(); });
-    connect(&controls_.StRep, &BoxEdit::wasSetAside, &controls_.StRep, &BoxEdit::leave);
-    connect(&controls_.MakeDir, &QAbstractButton::clicked, this,
-            [this] { storage_.MakeDir_Click(); });
     connect(&controls_.Browse, &QAbstractButton::clicked, this, &StorageBox::browse);
     connect(&storage_, &StorageFolder::textChanged, this, &StorageBox::showText);
     connect(&storage_, &StorageFolder::checked, this, &StorageBox::showState);
+    controls_.Browse.setFocusPolicy(Qt::TabFocus); // a click leaves the box to the chosen folder
 }
 
+void StorageBox::enter()
+{
+    storage_.beginEdit();
+    showState(storage_.state());
+}
+
+// In a window that is not in front the box would hear nothing of the focus that moves.
+void StorageBox::leave()
+{
+    if (controls_.StRep.isInHand()) {
+        controls_.Selecteur.setFocus();
+        controls_.StRep.leave();
+    }
+}
+
+// A text may also be dropped into the box from elsewhere.
 void StorageBox::edit(const QString &typed)
 {
+    controls_.StRep.setFocus();
     const int caret = caretAfterCleaning(withBackslashes(typed), controls_.StRep.cursorPosition());
     storage_.edit(typed);
     controls_.StRep.setCursorPosition(caret);
@@ -110,14 +130,22 @@ void StorageBox::releaseButtons()
 void StorageBox::browse()
 {
     auto *const dialog =
-        new QFileDialog(&window_, tr("Storage folder"), storage_.native(storage_.text()));
+        new QFileDialog(&window_, tr("Storage folder"), storage_.native(storage_.inForce()));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->setOption(QFileDialog::ReadOnly); // it is for choosing, not for deleting
     connect(dialog, &QFileDialog::fileSelected, this,
-            [this](const QString &folder) { storage_.choose(QDir::cleanPath(folder)); });
+            [this](const QString &folder) { choose(QDir::cleanPath(folder)); });
     dialog->open();
+}
+
+// The folder in force stands in the box, which is not being edited any more.
+void StorageBox::choose(const QString &nativeFolder)
+{
+    if (storage_.choose(nativeFolder)) {
+        leave();
+    }
 }
 
 } // namespace velmora

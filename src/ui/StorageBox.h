@@ -18,6 +18,7 @@ struct StorageControls
     QAbstractButton &MakeDir;
     QAbstractButton &Import;
     QAbstractButton &Cache;
+    QWidget &Selecteur; // gets the focus when the box gives it away
 };
 
 class StorageBox : public QObject
@@ -32,9 +33,17 @@ public:
     void holdButtons();
     void releaseButtons();
 
+    /// Puts the text in force, wherever the focus is; the box no longer has it.
+    void leave();
+
+    /// The window goes: an unchanged text counts as left.
+    void setAside() { controls_.StRep.setAside(); }
+
 private:
     void bind();
+    void enter();
     void edit(const QString &typed);
+    void choose(const QString &nativeFolder);
     void showText(const QString &text);
     void showState(const StorageState &state);
     void showHideButton(const QString &caption);

@@ -1,15 +1,17 @@
 #include "ui/TitleBox.h"
 
+#include "ui/ToFront.h"
 #include "ui_TitleBox.h"
 
 #include <QCoreApplication>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QScreen>
+#include <QWindow>
 
 namespace velmora {
 
-TitleBox::TitleBox(const QString &name)
-    : QWidget(nullptr, Qt::SplashScreen)
+TitleBox::TitleBox(const QString &name, Qt::WindowFlags kind)
+    : QWidget(nullptr, kind)
     , ui_(std::make_unique<Ui::TitleBox>())
 {
     ui_->setupUi(this);
@@ -17,6 +19,7 @@ TitleBox::TitleBox(const QString &name)
     setWindowTitle(QCoreApplication::applicationName());
     ui_->lblProductName->setText(QCoreApplication::applicationName());
     ui_->lblVersion->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());
+    ui_->hint->hide();
     ui_->Frame1->installEventFilter(this);
 }
 
@@ -29,9 +32,35 @@ void TitleBox::present()
     show();
 }
 
-void TitleBox::keyPressEvent(QKeyEvent *)
+void TitleBox::say(const QString &text)
 {
-    dismiss();
+    ui_->hint->setText(text);
+    ui_->hint->show();
+}
+
+// Window managers ask to which window another one belongs when it is shown, and keep it above that.
+void frmSplash::standAbove(QWidget &window)
+{
+    if (!isVisible()) {
+        return;
+    }
+    hide();
+    windowHandle()->setTransientParent(window.windowHandle());
+    show();
+}
+
+void frmQuitte::present()
+{
+    TitleBox::present();
+    bringToFront(*this);
+}
+
+// A key that was held when the box came up was meant for another window.
+void TitleBox::keyPressEvent(QKeyEvent *event)
+{
+    if (!event->isAutoRepeat()) {
+        dismiss();
+    }
 }
 
 bool TitleBox::eventFilter(QObject *watched, QEvent *event)

@@ -1,14 +1,17 @@
 #include "ui/TopMost.h"
 
+#include <QWindow>
+
 namespace velmora {
 
 void SetTopMost(QWidget &window, TopMost where)
 {
-    const bool wasVisible = window.isVisible();
-    const QRect geometry = window.geometry();
-    window.setWindowFlag(Qt::WindowStaysOnTopHint, where == TopMost::On); // hides the window
-    window.setGeometry(geometry);
-    window.setVisible(wasVisible);
+    Qt::WindowFlags flags = window.windowFlags();
+    flags.setFlag(Qt::WindowStaysOnTopHint, where == TopMost::On);
+    window.overrideWindowFlags(flags); // setWindowFlags() would hide the window
+    if (QWindow *const handle = window.windowHandle()) {
+        handle->setFlags(flags);
+    }
 }
 
 } // namespace velmora

@@ -1,8 +1,10 @@
 #include "ui/Zoom.h"
 
 #include "pictures/PictureReader.h"
+#include "ui/ToFront.h"
 
 #include <QFileInfo>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -10,6 +12,7 @@ namespace velmora {
 namespace {
 
 constexpr QSize kStartSize{960, 720};
+constexpr double kShareOfScreen = 0.85; // of a small one, with room for a frame
 
 } // namespace
 
@@ -23,7 +26,7 @@ Zoom::Zoom()
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(iZoom);
-    resize(kStartSize);
+    resize(kStartSize.boundedTo(screen()->availableSize() * kShareOfScreen));
     connect(iZoom, &PictureView::clicked, this, &QWidget::close);
     connect(iZoom, &PictureView::resized, this, &Zoom::load);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
@@ -36,10 +39,8 @@ void Zoom::present(const QString &path)
     }
     path_ = path;
     setWindowTitle(QFileInfo(path).fileName());
-    show(); // the picture has its place and size only then
-    load();
-    raise();
-    activateWindow();
+    bringToFront(*this);
+    load(); // the picture has its place and size only now
 }
 
 void Zoom::load()

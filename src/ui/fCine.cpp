@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -17,6 +18,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kInFront = 1s;
+// Of the kinds that window managers keep above the window to which they belong.
+constexpr Qt::WindowFlags kKind =
+    Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
 constexpr int kFastBelowMs = 100; // then painting must not take longer than decoding
 constexpr QSize kStartSize{660, 606};
 constexpr double kFarthest = 32767; // twips, as far as places are stored
@@ -24,10 +28,12 @@ constexpr double kFarthest = 32767; // twips, as far as places are stored
 } // namespace
 
 fCine::fCine(Slideshow &film, const SettingsFile &settings, const StorageFolder &storage)
-    : film_(film)
+    : QWidget(nullptr, kKind)
+    , film_(film)
     , settings_(settings)
     , storage_(storage)
     , ui_(std::make_unique<Ui::fCine>())
+    , place_(new FramePlace(*this))
 {
     ui_->setupUi(this);
     resize(kStartSize);
@@ -56,7 +62,7 @@ void fCine::bindFilm()
         shown_.clear();
         ui_->iCine->clear();
     });
-    connect(&Timer1, &QTimer::timeout, this, &fCine::keepInFront);
+    connect(&Timer1, &QTimer::timeout, this, &fCine::keepAboveBrowser);
 }
 
 void fCine::bindControls()
@@ -78,13 +84,15 @@ void fCine::bindControls()
 
 void fCine::moveTo(WindowPlace place)
 {
-    move(pixels(place.left), pixels(place.top));
+    place_->moveTo({pixels(place.left), pixels(place.top)});
 }
 
 void fCine::open()
 {
     takeStoredPlace();
+    followBrowser();
     Timer1.start();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
 }
@@ -92,7 +100,12 @@ void fCine::open()
 // Without a stored place the window stays where it is.
 void fCine::takeStoredPlace()
 {
-    move(storedPixels(kSlideshowPlace.left, x()), storedPixels(kSlideshowPlace.top, y()));
+    const QPoint now = place_->corner();
+    const QPoint stored(storedPixels(kSlideshowPlace.left, now.x()),
+                        storedPixels(kSlideshowPlace.top, now.y()));
+    if (stored != now) {
+        place_->moveTo(stored);
+    }
 }
 
 int fCine::storedPixels(QStringView key, int now) const
@@ -106,7 +119,8 @@ int fCine::storedPixels(QStringView key, int now) const
 
 void fCine::storePlace()
 {
-    writePlace(settings_, kSlideshowPlace, {twips(y()), twips(x())});
+    const QPoint corner = place_->corner();
+    writePlace(settings_, kSlideshowPlace, {twips(corner.y()), twips(corner.x())});
 }
 
 void fCine::showFace()
@@ -165,9 +179,31 @@ void fCine::showPicture()
     }
 }
 
-void fCine::keepInFront()
+void fCine::followBrowser()
 {
-    if (film_.isOpen() && QApplication::activeModalWidget() == nullptr) {
+    if (browser_ == nullptr) {
+        return;
+    }
+    browser_->winId(); // makes it
+    winId();
+    windowHandle()->setTransientParent(browser_->windowHandle());
+}
+
+// A window manager does it by itself: the film belongs to the browser. Where there is none (windows
+// have no frames then), the film comes back over a browser that came up, but not over a third
+// window.
+void fCine::keepAboveBrowser()
+{
+    if (!film_.isOpen() || !windowHandle()->frameMargins().isNull()) {
+        return;
+    }
+    const QWidget *const active = QApplication::activeWindow();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const bool isAlone =
+        std::none_of(windows.begin(), windows.end(), [this](const QWidget *window) {
+            return window->isVisible() && window != this && window != browser_;
+        });
+    if (isAlone && active != nullptr) {
         raise();
     }
 }

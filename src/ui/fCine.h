@@ -11,6 +11,7 @@
 #include "cameras/StorageFolder.h"
 #include "settings/WindowPlace.h"
 #include "tools/Slideshow.h"
+#include "ui/FramePlace.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -38,6 +39,9 @@ public:
 
     void moveTo(WindowPlace place);
 
+    /// The film stands above this window, the browser's, and above no other. It outlives the film.
+    void standAbove(QWidget &browser) { browser_ = &browser; }
+
 Q_SIGNALS:
     void keepWanted();
 
@@ -54,12 +58,15 @@ private:
     void showFace();
     void showSliders(const FilmFace &face);
     void showPicture();
-    void keepInFront();
+    void followBrowser();
+    void keepAboveBrowser();
 
     Slideshow &film_;
     const SettingsFile &settings_;
     const StorageFolder &storage_;
     std::unique_ptr<Ui::fCine> ui_;
+    FramePlace *place_;
+    QWidget *browser_ = nullptr;
     QTimer Timer1;
     QString shown_;
     QSize shownPixels_;

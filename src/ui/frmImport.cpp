@@ -1,6 +1,7 @@
 #include "ui/frmImport.h"
 
 #include "ui/ClickLabel.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui_frmImport.h"
 
@@ -97,12 +98,7 @@ void frmImport::present()
     if (!std::exchange(loaded_, true)) {
         import_.load();
     }
-    if (isMinimized()) {
-        showNormal();
-    }
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void frmImport::showFace()
@@ -145,11 +141,23 @@ void frmImport::showRun(const ImportFace &face)
         control->setEnabled(!face.running);
     }
     ui_->cmdGo->setEnabled(face.cmdGo);
+    setPlainToolTip(*ui_->cmdGo, face.cmdGo ? tr("Copy files") : face.whyNot);
+    showStatus(face);
     if (!face.running && std::exchange(focusGo_, false) && face.cmdGo) {
         ui_->cmdGo->setFocus();
     }
     ui_->Progress->setRange(0, std::max(1, face.progress.files));
     ui_->Progress->setValue(face.progress.copied);
+}
+
+// While files are copied the bar says so.
+void frmImport::showStatus(const ImportFace &face)
+{
+    const QString why = face.running ? QString() : face.whyNot;
+    const QString failure =
+        face.failure.isEmpty() ? QString() : tr("Copy aborted: %1").arg(face.failure);
+    ui_->lStatus->setText(failure.isEmpty() ? why : failure);
+    setPlainToolTip(*ui_->lStatus, ui_->lStatus->text());
 }
 
 PictureView &frmImport::view(int place) const

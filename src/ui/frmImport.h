@@ -6,6 +6,7 @@
 //                nRep
 //     target     Label2   Cam  Lien     iTarget
 //     foot       Progress  ctr          cmdGo  cmdQuit
+//     lStatus
 #pragma once
 
 #include "pictures/PictureLoader.h"
@@ -49,6 +50,7 @@ private:
     void showFace();
     void showChoices(const ImportFace &face);
     void showRun(const ImportFace &face);
+    void showStatus(const ImportFace &face);
     void showPictures();
     void showPicture(const PictureOrder &order, const QImage &image);
     void showMessage(const QString &text);

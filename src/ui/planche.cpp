@@ -2,12 +2,15 @@
 
 #include "browser/ImageCaption.h"
 #include "cameras/ShownAddress.h"
+#include "ui/SheetLayout.h"
+#include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui/Twips.h"
 #include "ui_planche.h"
 
 #include <QCloseEvent>
 #include <QMessageBox>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 
@@ -15,6 +18,8 @@
 
 namespace velmora {
 namespace {
+
+constexpr int kEvenCells = 12; // a side of so many pixels times n gives cells of one size
 
 QString cameraText(CameraAddress camera)
 {
@@ -36,8 +41,11 @@ planche::planche(ImageBrowser &browser, const CaptureServices &services, Picture
     , services_(services)
     , ui_(setUp(*this))
     , search_(*ui_->lDate, *ui_->lTime, browser.grid())
+    , statusLine_(*ui_->txtLog)
 {
     ui_->contactSheet->setControls(*ui_->controls);
+    place_ = new FramePlace(*this);
+    connect(place_, &FramePlace::framed, this, &planche::fitScreen);
     pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.lists().sheet(),
                                                 services_.storage, loader);
     browser_.modes().timer().setParent(this);
@@ -49,6 +57,7 @@ planche::planche(ImageBrowser &browser, const CaptureServices &services, Picture
     bindKeys();
     showFace();
     showCamera();
+    resize(sizeHint());
     ui_->LstDir->setFocus();
 }
 
@@ -78,6 +87,8 @@ void planche::bindLists()
     connect(&lists.files(), &FileList::selectionChanged, ui_->LstDir, &FileView::showRow);
     connect(&lists.files(), &QAbstractItemModel::modelReset, this, &planche::showCamera);
     connect(&lists, &BrowserLists::changed, this, &planche::showFace);
+    connect(&services_.page, &CameraPage::addressStored, this, &planche::showCamera);
+    connect(&services_.page.remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
     connect(&lists, &BrowserLists::filesWanted, this, [this] {
         for (FileView *const list : {ui_->LstDir, ui_->LstDirCam}) {
             if (list->isVisible()) {
@@ -151,6 +162,8 @@ void planche::bindButtons()
             [this](Caption caption, const QString &text) {
                 if (caption == Caption::NextCycle) {
                     ui_->ctrT->setText(text);
+                } else if (caption == Caption::Standstill) {
+                    statusLine_.halt(text);
                 }
             });
 }
@@ -187,6 +200,8 @@ void planche::showFace()
     ui_->bFilm->setEnabled(browser_.lists().isFilmEnabled());
     if (state.camera != shownCamera_) {
         showCamera();
+    } else {
+        showCaptions(); // the view may be the other one
     }
     showMarks();
 }
@@ -211,20 +226,50 @@ void planche::showCamera()
     const QString camera = shownAddress(services_.table.url(shownCamera_));
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
+    showRemarks();
+}
+
+// Why the camera on show gives no picture stands in the line at the foot and in the cell in which
+// its next picture would be.
+void planche::showRemarks()
+{
+    const QString remark = services_.page.remarks().of(shownCamera_);
+    statusLine_.keep(remark.isEmpty() ? QString()
+                                      : tr("Camera %1: %2").arg(cameraText(shownCamera_), remark));
+    showCaptions();
+}
+
+// In camera view one cell has a word on the camera, the first that is empty.
+QString planche::remarkIn(int cell) const
+{
+    const BrowserState &state = browser_.lists().state();
+    const Sheet &sheet = browser_.lists().sheet();
+    if (state.view == View::Group) {
+        return services_.page.remarks().of({state.camera.group, cell});
+    }
+    const bool isFirst = cell == 0 || !sheet.image(cell - 1).isNone();
+    return isFirst && sheet.image(cell).isNone() ? services_.page.remarks().of(state.camera)
+                                                 : QString();
+}
+
+QString planche::captionOf(int cell) const
+{
+    const QString caption = imageCaption(browser_.lists().sheet().image(cell).name);
+    if (browser_.lists().state().view == View::Camera || caption.isEmpty()) {
+        return caption;
+    }
+    const QString remark = remarkIn(cell);
+    const QString numbered = QStringLiteral("%1 · %2").arg(cell).arg(caption);
+    return remark.isEmpty() ? numbered : QStringLiteral("%1 · %2").arg(numbered, remark);
 }
 
 void planche::showCaptions()
 {
-    const Sheet &sheet = browser_.lists().sheet();
-    const bool groupView = browser_.lists().state().view == View::Group;
     for (int cell = 0; cell < kCells; ++cell) {
-        QString caption = imageCaption(sheet.image(cell).name);
-        if (groupView && !caption.isEmpty()) {
-            caption = QStringLiteral("%1 · %2").arg(cell).arg(caption);
-        }
-        ui_->contactSheet->cell(cell).setCaption(caption);
+        ui_->contactSheet->cell(cell).setCaption(captionOf(cell));
+        ui_->contactSheet->cell(cell).setEmptyText(remarkIn(cell));
     }
-    ui_->contactSheet->zoom().setCaption(imageCaption(sheet.zoomed().name));
+    ui_->contactSheet->zoom().setCaption(imageCaption(browser_.lists().sheet().zoomed().name));
 }
 
 void planche::pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
@@ -282,12 +327,16 @@ void planche::askToKill()
                               ? browser_.files().LstDir_KeyDown()
                               : browser_.files().LstDirCam_KeyDown();
     if (!question) {
+        statusLine_.halt(services_.status.text(Caption::Standstill));
         return;
     }
     auto *const box = new QMessageBox(QMessageBox::Critical, QStringLiteral("Del "), question->text,
                                       QMessageBox::Yes | QMessageBox::No, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(tr("Camera %1: %2")
+                                .arg(cameraText(question->camera),
+                                     shownAddress(services_.table.url(question->camera))));
     box->setDefaultButton(QMessageBox::No);
     connect(box, &QMessageBox::finished, this, [this, target = question->target](int answer) {
         if (answer == QMessageBox::Yes) {
@@ -299,7 +348,7 @@ void planche::askToKill()
 
 void planche::moveTo(WindowPlace place)
 {
-    move(pixels(place.left), pixels(place.top));
+    place_->moveTo({pixels(place.left), pixels(place.top)});
 }
 
 void planche::present()
@@ -308,12 +357,20 @@ void planche::present()
         loaded_ = true;
         browser_.load();
     }
-    if (isMinimized()) {
-        showNormal();
+    bringToFront(*this);
+}
+
+// A screen too low for the sheet gets a smaller one, in its proportions.
+void planche::fitScreen(const QRect &frame)
+{
+    const QRect room = screen()->availableGeometry();
+    const int excess = std::max({0, frame.bottom() - room.bottom(), frame.right() - room.right()});
+    const QSize sheet = ui_->contactSheet->size();
+    const int side = std::min(sheet.width(), sheet.height()) - excess;
+    if (side < SheetLayout::kUsual.width() && !isMaximized()) {
+        const int even = side / kEvenCells * kEvenCells;
+        resize(size() - sheet + QSize(even, even));
     }
-    show();
-    raise();
-    activateWindow();
 }
 
 void planche::unload()
@@ -322,7 +379,8 @@ void planche::unload()
         return;
     }
     loaded_ = false;
-    writePlace(services_.table.settings(), kBrowserPlace, {twips(y()), twips(x())});
+    writePlace(services_.table.settings(), kBrowserPlace,
+               {twips(place_->corner().y()), twips(place_->corner().x())});
     services_.log.trace(QStringLiteral("Planche Form_Unload"));
     browser_.unload();
     hide();
@@ -333,12 +391,12 @@ void planche::showStored(CameraAddress camera)
     ++stored_;
     ui_->NbCapt->setText(QString::number(stored_));
     ui_->Capt->setText(cameraText(camera));
-    showMessage(tr("Image stored"));
+    statusLine_.tellEvent(tr("Image stored"));
 }
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
-    showMessage(tr("Camera %1: %2").arg(cameraText(camera), reason));
+    statusLine_.tellEvent(tr("Camera %1: %2").arg(cameraText(camera), reason));
 }
 
 void planche::showRoom(const QString &text)
@@ -371,8 +429,7 @@ void planche::showMarks()
 
 void planche::showMessage(const QString &text)
 {
-    ui_->txtLog->setText(text);
-    setPlainToolTip(*ui_->txtLog, text);
+    statusLine_.tell(text);
 }
 
 void planche::closeEvent(QCloseEvent *event)

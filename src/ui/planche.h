@@ -12,9 +12,11 @@
 #include "browser/PressedEntry.h"
 #include "capture/ImageStore.h"
 #include "settings/WindowPlace.h"
+#include "ui/FramePlace.h"
 #include "ui/ListBoxes.h"
 #include "ui/SearchBoxes.h"
 #include "ui/SheetPictures.h"
+#include "ui/StatusLine.h"
 
 #include <QWidget>
 
@@ -87,11 +89,17 @@ private:
     void bindSearch();
     void bindButtons();
     void bindKeys();
+    void fitScreen(const QRect &frame);
     void showFace();
+    void showNews(const QString &text);
+    void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
     void showViewsList();
     void showMarks();
+    void showRemarks();
+    [[nodiscard]] QString remarkIn(int cell) const;
+    [[nodiscard]] QString captionOf(int cell) const;
     void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     void showPointer(int cell, QPoint position);
     void showSearch(const QString &message);
@@ -104,9 +112,13 @@ private:
     std::unique_ptr<Ui::planche> ui_;
     SearchBoxes search_;
     std::unique_ptr<SheetPictures> pictures_;
+    FramePlace *place_ = nullptr;
+    StatusLine statusLine_;
     CameraAddress shownCamera_;
     QString searchMessage_; // in the status line, until another takes its place
     std::vector<CameraAddress> late_;
+    QString standstill_; // why nothing is captured
+    QString beforeStandstill_;
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

@@ -60,6 +60,65 @@ TEST_F(AutoRefresh, LeavesTheDisplayWhileAutoIsOff)
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
 }
 
+class FirstImage : public AutoRefresh
+{
+protected:
+    void SetUp() override
+    {
+        house_.addImages({2, 3}, 3);
+        house_.addCamera({2, 5});
+        house_.show({2, 5});
+    }
+};
+
+TEST_F(FirstImage, OfTheShownCameraAppearsByItself)
+{
+    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+    store({2, 5});
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 1"));
+    EXPECT_EQ(house_.cells().value(0), imageName(100));
+    EXPECT_EQ(house_.framed(), QList<int>{0});
+    EXPECT_TRUE(lists_.isFilmEnabled());
+}
+
+TEST_F(FirstImage, IsTheOnlyOneThatDoes)
+{
+    store({2, 5});
+    house_.put({2, 5}, imageName(101));
+    browser_.follow({2, 5});
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 1"));
+}
+
+TEST_F(FirstImage, OfAnotherCameraDoesNot)
+{
+    house_.newLog();
+    store({2, 6});
+    EXPECT_EQ(house_.newLog(), QStringList());
+}
+
+TEST_F(FirstImage, OfACameraThatHasJustGotItsAddressAppears)
+{
+    house_.show({2, 7});
+    house_.addCamera({2, 7});
+    store({2, 7});
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 1"));
+}
+
+TEST_F(FirstImage, AppearsInTheGroupWithoutTakingTheSelection)
+{
+    house_.showGroup(2);
+    browser_.chooseCameraRow(3);
+    house_.finish();
+    store({2, 5});
+    EXPECT_EQ(house_.cells().value(5), imageName(100));
+    EXPECT_EQ(row(5), imageName(100) + QStringLiteral("  "));
+    EXPECT_EQ(lists_.cameraIndex(), 3);
+    EXPECT_EQ(house_.framed(), QList<int>{3});
+    store({2, 3});
+    EXPECT_NE(row(3), imageName(100) + QStringLiteral("  "));
+}
+
 TEST_F(AutoRefresh, ShowsTheNewImageOfTheShownGroupAndSelectsItsCamera)
 {
     house_.showGroup(2);

@@ -1,6 +1,7 @@
 // The walk and the slideshow stand while the storage folder cannot be used.
 #include "browser/BrowserTest.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 
 namespace velmora::test {
@@ -31,7 +32,7 @@ TEST_F(ModesAndStorage, StopTheWalkWhileTheStorageBoxIsTypedInto)
     browser_.setMode(Mode::Scan, true);
     focusStorageBox();
     EXPECT_FALSE(modes_.timer().isActive());
-    house_.capture.storage.endEdit();
+    house_.capture.storage.putInForce();
     EXPECT_TRUE(modes_.timer().isActive());
 }
 
@@ -78,8 +79,40 @@ TEST_F(ModesAndStorage, StopTheFilmWhileTheStorageBoxIsTypedInto)
     film_.play();
     focusStorageBox();
     EXPECT_FALSE(film_.running);
-    house_.capture.storage.endEdit();
+    house_.capture.storage.putInForce();
     EXPECT_TRUE(film_.running);
+}
+
+TEST_F(ModesAndStorage, ShowTheCameraThatWasChosenWhileTheStorageBoxWasTypedInto)
+{
+    house_.addImages({0, 0}, 3);
+    house_.addImages({0, 1}, 5);
+    house_.show({0, 0});
+    focusStorageBox();
+    browser_.chooseCamera(1);
+    house_.finish();
+    house_.capture.storage.putInForce();
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("5 / 5"));
+}
+
+TEST_F(ModesAndStorage, RenameNothingAnewWhileTheStorageBoxIsTypedInto)
+{
+    house_.addCamera(kCamera, {QStringLiteral("20060307_140509.jpg")});
+    int began = 0;
+    QObject::connect(&house_.conformity, &Conformity::began, &house_, [&began] { ++began; });
+    browser_.begin();
+    for (int turn = 0; turn < 50 && began == 0; ++turn) {
+        QCoreApplication::processEvents();
+    }
+    focusStorageBox();
+    house_.clock.advance(std::chrono::seconds{10});
+    EXPECT_EQ(began, 1);
+    house_.capture.storage.putInForce();
+    house_.finish();
+    EXPECT_EQ(began, 1);
+    EXPECT_TRUE(house_.cells().first().startsWith(QStringLiteral("20060307_140509")));
+    EXPECT_NE(house_.cells().first(), QStringLiteral("20060307_140509.jpg"));
 }
 
 } // namespace

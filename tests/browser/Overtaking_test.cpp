@@ -165,6 +165,7 @@ TEST_F(Overtaking, BuildsTheListThoughTheStorageTextChangesMeanwhile)
     house_.capture.tree.makeFolder(u"drives/c/other");
     browser_.chooseCamera(0);
     house_.capture.storage.edit(QStringLiteral("C:\\other"));
+    house_.capture.storage.putInForce();
     house_.finish();
     EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
 }

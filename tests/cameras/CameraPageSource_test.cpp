@@ -101,6 +101,7 @@ TEST_F(SourceTest, MakesTheFolderOfTheAddressBeforeTheEdit)
 TEST_F(SourceTest, MakesTheStorageFolderItselfForARowThatHadNoAddress)
 {
     storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
     leave(0, QStringLiteral("new"));
     EXPECT_EQ(tree.folders(u"drives/c"), QStringList{QStringLiteral("in")});
     EXPECT_EQ(tree.folders(u"drives/c/in"), QStringList());
@@ -109,6 +110,7 @@ TEST_F(SourceTest, MakesTheStorageFolderItselfForARowThatHadNoAddress)
 TEST_F(SourceTest, MakesOneLevelOfFolderAlone)
 {
     storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
     settings.write(u"Liste0", u"lst0", u"old");
     leave(0, QStringLiteral("new"));
     EXPECT_EQ(tree.folders(u"drives/c"), QStringList());
@@ -140,6 +142,7 @@ TEST_F(SourceTest, TellsOfAFolderThatCannotBeMadeAndStoresTheAddress)
 {
     tree.write(u"drives/c/in/old", "a file in the way");
     storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
     settings.write(u"Liste0", u"lst0", u"old");
     leave(0, QStringLiteral("new"));
     ASSERT_EQ(shown.size(), 1);
@@ -192,6 +195,7 @@ TEST_F(SourceTest, OpensTheFolderOfTheStoredAddressWhileTheLampIsGreen)
 TEST_F(SourceTest, OpensNoFolderWhileTheLampIsRed)
 {
     storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
     settings.write(u"Liste0", u"lst3", u"a1");
     EXPECT_EQ(page.folderToOpen(3), QString());
 }

@@ -41,6 +41,7 @@ protected:
     {
         tree.makeFolder(u"drives/c/in");
         storage.edit(QStringLiteral("C:\\in"));
+        storage.putInForce();
     }
 
     TempTree tree;

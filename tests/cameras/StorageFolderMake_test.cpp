@@ -76,7 +76,7 @@ TEST_F(MakeDir, LetsTheTimersRunAgain)
     storage.edit(QStringLiteral("C:\\in"));
     storage.beginEdit();
     storage.MakeDir_Click();
-    EXPECT_FALSE(storage.timersStopped());
+    EXPECT_FALSE(storage.isBeingEdited());
 }
 
 TEST_F(MakeDir, SaysThatItWasDone)

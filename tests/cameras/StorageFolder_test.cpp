@@ -19,6 +19,8 @@ protected:
                          [this](const StorageState &state) { checks.append(state); });
         QObject::connect(&storage, &StorageFolder::textChanged, &storage,
                          [this](const QString &text) { texts.append(text); });
+        QObject::connect(&storage, &StorageFolder::told, &storage,
+                         [this](const QString &text) { told.append(text); });
         QObject::connect(&storage, &StorageFolder::editBegan, &storage, [this] { ++editsBegun; });
     }
 
@@ -28,6 +30,7 @@ protected:
 
     QList<StorageState> checks;
     QStringList texts;
+    QStringList told;
     int editsBegun = 0;
 };
 
@@ -92,6 +95,7 @@ TEST_F(StorageFolderTest, IsRedWhenAFileStandsThere)
 TEST_F(StorageFolderTest, IsRedOnADriveThatDoesNotExist)
 {
     storage.edit(QStringLiteral("Z:\\in"));
+    storage.putInForce();
     EXPECT_EQ(storage.lamp(), LampColour::Red);
     EXPECT_FALSE(storage.isPresent());
     EXPECT_EQ(storage.native(storage.text()), QString());
@@ -142,6 +146,7 @@ TEST_F(StorageFolderTest, GivesTheNativePathOfACameraFolder)
 {
     makeStorage();
     storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
     const QString text = storage.folderText(u"\\a%31\\");
     EXPECT_EQ(text, QStringLiteral("C:\\in\\\\a%31\\"));
     EXPECT_EQ(storage.native(text), tree.path(u"drives/c/in/a%31"));
@@ -152,13 +157,13 @@ TEST_F(StorageFolderTest, StopsTheTimersWhileItIsEdited)
     makeStorage();
     storage.load();
     storage.testSA();
-    EXPECT_FALSE(storage.timersStopped());
+    EXPECT_FALSE(storage.isBeingEdited());
     storage.beginEdit();
-    EXPECT_TRUE(storage.timersStopped());
+    EXPECT_TRUE(storage.isBeingEdited());
     EXPECT_EQ(editsBegun, 1);
     storage.edit(QStringLiteral("C:\\in"));
     EXPECT_EQ(storage.lamp(), LampColour::Green);
-    EXPECT_TRUE(storage.timersStopped()) << "the box still has the focus";
+    EXPECT_TRUE(storage.isBeingEdited()) << "the box still has the focus";
 }
 
 TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheBoxIsLeftAndTheFolderIsThere)
@@ -166,8 +171,8 @@ TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheBoxIsLeftAndTheFolderIsThere)
     makeStorage();
     storage.load();
     storage.beginEdit();
-    storage.endEdit();
-    EXPECT_FALSE(storage.timersStopped());
+    storage.putInForce();
+    EXPECT_FALSE(storage.isBeingEdited());
     EXPECT_EQ(checks, QList<StorageState>{kPresent});
 }
 
@@ -175,8 +180,9 @@ TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheBoxIsLeftAndTheFolderIsMis
 {
     storage.load();
     storage.beginEdit();
-    storage.endEdit();
-    EXPECT_TRUE(storage.timersStopped());
+    storage.putInForce();
+    EXPECT_FALSE(storage.isBeingEdited());
+    EXPECT_FALSE(storage.isUsable());
 }
 
 TEST_F(StorageFolderTest, RechecksOnlyWhenTheFolderCameOrWent)
@@ -202,10 +208,10 @@ TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheFolderComesBackAfterAnEdit)
 {
     storage.load();
     storage.beginEdit();
-    storage.endEdit();
+    storage.putInForce();
     makeStorage();
     storage.recheck();
-    EXPECT_FALSE(storage.timersStopped());
+    EXPECT_FALSE(storage.isBeingEdited());
 }
 
 TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheFolderComesWhileItIsEdited)
@@ -216,7 +222,162 @@ TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheFolderComesWhileItIsEdited
     makeStorage();
     storage.recheck();
     EXPECT_EQ(storage.lamp(), LampColour::Green);
-    EXPECT_TRUE(storage.timersStopped());
+    EXPECT_TRUE(storage.isBeingEdited());
+}
+
+class FolderInForce : public StorageFolderTest
+{
+protected:
+    FolderInForce()
+    {
+        makeStorage();
+        tree.makeFolder(u"drives/c/other");
+        storage.load();
+        storage.testSA();
+        storage.beginEdit();
+    }
+
+    [[nodiscard]] bool isInForce(const QString &text) const { return storage.inForce() == text; }
+
+    const QString kBefore = QStringLiteral("C:\\in\\");
+    const QString kOther = QStringLiteral("C:\\other\\");
+};
+
+TEST_F(FolderInForce, StaysWhileAnotherIsTyped)
+{
+    storage.edit(QStringLiteral("C:\\other"));
+    EXPECT_EQ(storage.text(), kOther);
+    EXPECT_EQ(setting(u"Control", u"StRep"), kOther);
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_TRUE(isInForce(kBefore));
+    EXPECT_EQ(storage.folderText(u"\\a\\"), QStringLiteral("C:\\in\\\\a\\"));
+    EXPECT_FALSE(storage.isUsable());
+    EXPECT_TRUE(storage.gate().isShut());
+}
+
+TEST_F(FolderInForce, IsTheTextOfABoxThatWasLeft)
+{
+    storage.edit(QStringLiteral("C:\\other"));
+    storage.putInForce();
+    EXPECT_TRUE(isInForce(kOther));
+    EXPECT_TRUE(storage.isUsable());
+    EXPECT_FALSE(storage.gate().isShut());
+}
+
+TEST_F(FolderInForce, IsAChosenFolderAtOnce)
+{
+    EXPECT_TRUE(storage.choose(tree.path(u"drives/c/other")));
+    EXPECT_TRUE(isInForce(kOther));
+    EXPECT_TRUE(storage.isUsable());
+    EXPECT_FALSE(storage.isBeingEdited());
+}
+
+TEST_F(FolderInForce, IsAMadeFolderAtOnce)
+{
+    storage.edit(QStringLiteral("C:\\new"));
+    storage.MakeDir_Click();
+    EXPECT_TRUE(isInForce(QStringLiteral("C:\\new\\")));
+    EXPECT_TRUE(storage.isUsable());
+    EXPECT_EQ(told, QStringList{QStringLiteral("The storage folder C:\\new\\ was made")});
+}
+
+TEST_F(FolderInForce, WaitsBehindAnotherWindowWithAChangedText)
+{
+    storage.edit(QStringLiteral("C:\\other"));
+    storage.setAside();
+    EXPECT_TRUE(isInForce(kBefore));
+    EXPECT_TRUE(storage.isBeingEdited());
+}
+
+TEST_F(FolderInForce, IsUsedAgainBehindAnotherWindowWithAnUnchangedText)
+{
+    storage.edit(QStringLiteral("C:\\other"));
+    storage.edit(QStringLiteral("C:\\in"));
+    storage.setAside();
+    EXPECT_FALSE(storage.isBeingEdited());
+    EXPECT_TRUE(storage.isUsable());
+}
+
+TEST_F(FolderInForce, IsGivenBackByAnEmptiedBox)
+{
+    storage.edit(QString());
+    EXPECT_EQ(storage.text(), QStringLiteral("\\"));
+    storage.setAside();
+    EXPECT_TRUE(storage.isBeingEdited());
+    storage.putInForce();
+    EXPECT_TRUE(isInForce(kBefore));
+    EXPECT_EQ(storage.text(), kBefore);
+    EXPECT_EQ(setting(u"Control", u"StRep"), kBefore);
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told.first().contains(QStringLiteral("stays C:\\in\\")));
+}
+
+TEST_F(FolderInForce, CanBeTheRootWhenThatIsTyped)
+{
+    storage.edit(QString());
+    storage.edit(QStringLiteral("\\\\"));
+    storage.putInForce();
+    EXPECT_TRUE(isInForce(QStringLiteral("\\")));
+}
+
+TEST_F(FolderInForce, HasAnotherVersionForWhateverBeganBefore)
+{
+    storage.putInForce();
+    const StorageUse use(storage);
+    EXPECT_TRUE(use.mayGoOn());
+    storage.testSA();
+    storage.MakeDir_Click();
+    EXPECT_TRUE(use.mayGoOn()) << "the same folder is in force";
+    storage.beginEdit();
+    EXPECT_FALSE(use.mayGoOn());
+    storage.putInForce();
+    EXPECT_FALSE(use.mayGoOn());
+}
+
+class MissingFolder : public CamerasFixture
+{
+protected:
+    StoragePlace make() { return storage.makeForUse(); }
+
+    [[nodiscard]] bool isThere() const { return tree.exists(u"drives/c/in"); }
+};
+
+TEST_F(MissingFolder, IsMadeWhenNothingWasEverCaptured)
+{
+    storage.load();
+    storage.testSA();
+    EXPECT_EQ(make(), StoragePlace::Made);
+    EXPECT_TRUE(isThere());
+    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(make(), StoragePlace::There);
+}
+
+TEST_F(MissingFolder, IsNotMadeWhereImagesMayHaveBeenStored)
+{
+    store("[Groupe3]\r\nLocalTime7=07/03/2006 14:05:09\r\n");
+    storage.load();
+    storage.testSA();
+    EXPECT_EQ(make(), StoragePlace::Away);
+    EXPECT_FALSE(isThere());
+    EXPECT_TRUE(storage.isAway());
+}
+
+TEST_F(MissingFolder, IsMadeThereTooWhenTheUserHasJustNamedIt)
+{
+    store("[Control]\r\nStRep=C:\\old\r\n[Groupe3]\r\nLocalTime7=07/03/2006 14:05:09\r\n");
+    storage.load();
+    storage.testSA();
+    storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
+    EXPECT_EQ(make(), StoragePlace::Made);
+}
+
+TEST_F(MissingFolder, IsNotMadeOnceItWasThere)
+{
+    useStorage();
+    ASSERT_TRUE(QDir().rmdir(tree.path(u"drives/c/in")));
+    EXPECT_EQ(make(), StoragePlace::Away);
+    EXPECT_FALSE(isThere());
 }
 
 TEST_F(StorageFolderTest, RemembersThatACheckWasAskedFor)

@@ -3,8 +3,8 @@
 
 #include "BusyClock.h"
 #include "CaptureTest.h"
-#include "support/NativeFiles.h"
 #include "capture/Conformity.h"
+#include "support/NativeFiles.h"
 #include "support/ScopedEnv.h"
 
 #include <QFile>

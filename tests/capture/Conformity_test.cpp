@@ -256,9 +256,10 @@ TEST_F(ConformityTest, BeginsAndEndsWithoutStorageFolder)
 TEST_F(ConformityTest, BeginsAndEndsWithoutTheDrive)
 {
     house_.storage.edit(QStringLiteral("Q:\\in"));
+    house_.storage.putInForce();
     run();
     EXPECT_EQ(texts_, (QStringList{kBegin, kEnd}));
-    EXPECT_EQ(house_.allTexts(), QStringList{kBegin});
+    EXPECT_TRUE(house_.allTexts().contains(kBegin));
 }
 
 TEST_F(ConformityTest, HoldsTheCapturesFromBeginToEnd)
@@ -366,6 +367,37 @@ TEST_F(ConformityTest, LetsEventsRunWhileItReadsAFullFolder)
     }
     run();
     EXPECT_GT(busy_.yields() - withoutFiles, withoutFiles + 2);
+}
+
+TEST_F(ConformityTest, StandsStillWhileTheStorageBoxIsEditedAndRenamesNothing)
+{
+    put("20060307_140509.jpg");
+    begin();
+    house_.storage.beginEdit();
+    clock_.advance(std::chrono::minutes{1});
+    EXPECT_EQ(names(), QByteArrayList{"20060307_140509.jpg"});
+    EXPECT_TRUE(conformity_.isRunning());
+    EXPECT_EQ(ended_, 0);
+    house_.storage.putInForce();
+    house_.finish();
+    EXPECT_EQ(names(), QByteArrayList{"20060307_1405090714.jpg"});
+    EXPECT_EQ(began_, 1);
+    EXPECT_EQ(ended_, 1);
+}
+
+TEST_F(ConformityTest, RenamesNothingInAFolderThatIsOnlyTyped)
+{
+    const QString typed =
+        QStringLiteral("drives/c/other/") + house_.folder(kConformed).section(u'/', -1);
+    house_.tree.write(typed + QStringLiteral("/20060307_140509.jpg"), "mine");
+    begin();
+    house_.storage.edit(QStringLiteral("C:\\other"));
+    clock_.advance(std::chrono::minutes{1});
+    EXPECT_EQ(house_.tree.files(typed), QStringList{QStringLiteral("20060307_140509.jpg")});
+    house_.storage.putInForce();
+    house_.finish();
+    EXPECT_EQ(house_.tree.files(typed).size(), 1);
+    EXPECT_NE(house_.tree.files(typed), QStringList{QStringLiteral("20060307_140509.jpg")});
 }
 
 } // namespace

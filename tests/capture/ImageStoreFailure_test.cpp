@@ -57,6 +57,33 @@ TEST_F(ChargeFileFails, ChangingDurationAndColourAlone)
     EXPECT_EQ(house_.images(kCamera).size(), 1);
 }
 
+TEST_F(ChargeFileFails, LeavingWordOfTheReason)
+{
+    addWithHistory(failedReply());
+    house_.load(kCamera);
+    EXPECT_EQ(house_.page.remarks().of(kCamera), QStringLiteral("the camera is out"));
+    source_.answer(cameraUrl(kCamera), goodReply());
+    house_.load(kCamera);
+    EXPECT_EQ(house_.page.remarks().of(kCamera), QString());
+}
+
+TEST_F(ChargeFileFails, LeavingWordThatWhatWasStoredIsNoPicture)
+{
+    add(kCamera, {QByteArray(3000, '<'), kLastModified, QStringLiteral("text/html"), {}, {}});
+    house_.load(kCamera);
+    EXPECT_EQ(house_.images(kCamera).size(), 1);
+    EXPECT_EQ(house_.value(u"SB", kCamera), kGreen);
+    EXPECT_EQ(house_.page.remarks().of(kCamera), QStringLiteral("not a picture (text/html)"));
+}
+
+TEST_F(ChargeFileFails, LeavingWordThatNoDateComes)
+{
+    add(kCamera, goodReply(QString()));
+    house_.load(kCamera);
+    EXPECT_EQ(house_.images(kCamera).size(), 1);
+    EXPECT_TRUE(house_.page.remarks().of(kCamera).contains(u"no date"));
+}
+
 TEST_F(ChargeFileFails, ChangingDurationAndColourAloneForAShortBody)
 {
     addWithHistory(goodReply(kLastModified, 999));
@@ -221,6 +248,7 @@ TEST_F(ChargeFileFails, ToStoreOnADriveThatIsGone)
     const auto cleanUp = qScopeGuard([&stray] { QFile::remove(stray); });
     add(kCamera, goodReply(QStringLiteral("Wed, 08 Mar 2006 01:02:03 GMT")));
     house_.storage.edit(QStringLiteral("Q:\\in"));
+    house_.storage.putInForce();
     house_.load(kCamera);
     EXPECT_FALSE(QFile::exists(stray)) << "stored at the root of the file system";
     EXPECT_EQ(house_.failed(), QStringList{QStringLiteral("0:3")});

@@ -7,6 +7,8 @@
 namespace velmora::test {
 namespace {
 
+using namespace std::chrono_literals;
+
 using LiveFile = LiveViewTest;
 
 const QString kNoSpace =
@@ -130,39 +132,81 @@ TEST_F(LiveFile, LeavesTheTroubleOfOthersOnShow)
     EXPECT_EQ(house_.status.text(Caption::Trouble), QStringLiteral("the disk smokes"));
 }
 
-using LiveFolder = LiveViewTest;
-
-TEST_F(LiveFolder, IsMadeWhenItWentAway)
+TEST_F(LiveFile, IsNotWrittenWhileTheStorageBoxIsEdited)
 {
-    removeStorage();
-    show();
+    source_.answer(cameraUrl(kShown), delayedReply(1s));
+    begin(kShown, cameraUrl(kShown));
+    house_.storage.beginEdit();
+    clock_.advance(1min);
+    EXPECT_EQ(target(), "-");
+    EXPECT_EQ(source_.underWay(), 0);
+    house_.storage.putInForce();
+    clock_.advance(2s);
     EXPECT_EQ(target(), goodReply().body);
 }
 
-TEST_F(LiveFolder, IsMadeBeforeAnythingElse)
+TEST_F(LiveFile, WaitsForTheStorageFolderBeforeItMakesAny)
 {
-    removeStorage();
-    live_.Affiche(kShown, cameraUrl(kShown));
-    EXPECT_TRUE(house_.tree.exists(u"drives/c/in"));
-    EXPECT_FALSE(house_.tree.exists(u"drives/c/in/tmp"));
+    house_.storage.edit(QStringLiteral("C:\\new"));
+    show();
+    EXPECT_FALSE(house_.tree.exists(u"drives/c/new"));
+    EXPECT_EQ(fetches(), 0);
+    house_.storage.putInForce();
+    clock_.advance(1s);
+    EXPECT_TRUE(house_.tree.exists(u"drives/c/new/tmp/Target.jpg"));
 }
 
-TEST_F(LiveFolder, IsMadeWhileTheLampIsRedToo)
+using LiveFolder = LiveViewTest;
+
+// What the user has typed and left, or taken otherwise.
+void name(StorageFolder &storage, const QString &folder)
 {
-    removeStorage();
-    house_.storage.testSA();
+    storage.edit(folder);
+    storage.putInForce();
+}
+
+TEST_F(LiveFolder, ThatTheUserHasJustNamedIsMadeBeforeAnythingElse)
+{
+    name(house_.storage, QStringLiteral("C:\\new"));
+    live_.Affiche(kShown, cameraUrl(kShown));
+    EXPECT_TRUE(house_.tree.exists(u"drives/c/new"));
+    EXPECT_FALSE(house_.tree.exists(u"drives/c/new/tmp"));
+}
+
+TEST_F(LiveFolder, ThatIsMadeTurnsTheLampGreenAndIsTold)
+{
+    QStringList told;
+    QObject::connect(&house_.storage, &StorageFolder::told, &house_.storage,
+                     [&told](const QString &text) { told.append(text); });
+    name(house_.storage, QStringLiteral("C:\\new"));
     show();
-    EXPECT_TRUE(house_.tree.exists(u"drives/c/in/tmp/Target.jpg"));
-    house_.storage.recheck();
+    EXPECT_TRUE(house_.tree.exists(u"drives/c/new/tmp/Target.jpg"));
     EXPECT_EQ(house_.storage.lamp(), LampColour::Green);
+    EXPECT_TRUE(house_.timer.isActive());
+    EXPECT_EQ(told, QStringList{QStringLiteral("The storage folder C:\\new\\ was made")});
+}
+
+TEST_F(LiveFolder, ThatWentAwayIsNotMadeAndIsTold)
+{
+    for (const bool isSeen : {false, true}) {
+        removeStorage();
+        if (isSeen) {
+            house_.storage.testSA();
+        }
+        show();
+        EXPECT_FALSE(house_.tree.exists(u"drives/c/in"));
+        EXPECT_TRUE(house_.status.text(Caption::Trouble)
+                        .contains(QStringLiteral("C:\\in\\ is not there; its disk may be away")));
+        EXPECT_EQ(fetches(), isSeen ? 2 : 1);
+    }
 }
 
 TEST_F(LiveFolder, ThatCannotBeMadeIsNoError)
 {
-    removeStorage();
-    house_.tree.write(u"drives/c/in", "a file");
+    name(house_.storage, QStringLiteral("C:\\file"));
+    house_.tree.write(u"drives/c/file", "a file");
     show();
-    EXPECT_EQ(house_.tree.read(u"drives/c/in"), "a file");
+    EXPECT_EQ(house_.tree.read(u"drives/c/file"), "a file");
     EXPECT_EQ(house_.status.text(Caption::Trouble),
               QStringLiteral("The live picture of camera 0:7 cannot be stored: Not a directory"));
     EXPECT_EQ(live_.captions().web, kClick);
@@ -171,6 +215,7 @@ TEST_F(LiveFolder, ThatCannotBeMadeIsNoError)
 TEST_F(LiveFolder, OfADriveThatDoesNotExistGetsNoFile)
 {
     house_.storage.edit(QStringLiteral("Q:\\in"));
+    house_.storage.putInForce();
     show();
     EXPECT_EQ(
         house_.status.text(Caption::Trouble),

@@ -3,8 +3,8 @@
 
 #include "BusyClock.h"
 #include "CaptureTest.h"
-#include "support/NativeFiles.h"
 #include "capture/LiveView.h"
+#include "support/NativeFiles.h"
 
 #include <QDir>
 #include <QFile>

@@ -29,6 +29,7 @@ TEST_F(Affiche, TakesItsStepsInOrder)
                                                   "target 20060307_1405090714.jpg\n"
                                                   "row 7 33023 2\n"
                                                   "web Target.jpg\n"
+                                                  "row 7 0 2\n"
                                                   "captions %1|Local 7\n"
                                                   "status")
                                        .arg(kClick, kLoading));
@@ -245,7 +246,8 @@ TEST_F(Newer, EndsTheFetchOfTheOlder)
 TEST_F(Newer, IsAllThatIsShown)
 {
     EXPECT_EQ(events_.filter(QStringLiteral("web Target.jpg")).size(), 1);
-    EXPECT_EQ(events_.filter(QStringLiteral("row 1")), QStringList());
+    EXPECT_EQ(events_.filter(QStringLiteral("row 1")),
+              QStringList{QStringLiteral("row 1 255 0")}); // its lamp goes back
     EXPECT_EQ(target(), "newer");
     EXPECT_EQ(live_.captions(), (LiveCaptions{kClick, QStringLiteral("Local 7")}));
 }

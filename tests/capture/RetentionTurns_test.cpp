@@ -1,6 +1,9 @@
 // When old images are deleted.
 #include "RetentionTest.h"
 
+#include <QCoreApplication>
+#include <QTime>
+
 namespace velmora::test {
 namespace {
 
@@ -137,6 +140,57 @@ TEST_F(RetentionTurns, StopWhenTheWhileIsOver)
     retention.end();
     house_.finish();
     EXPECT_GT(left().size(), 0);
+}
+
+TEST_F(RetentionTurns, DeleteNothingWhileTheStorageBoxIsEdited)
+{
+    put(kOld);
+    retention_.begin();
+    house_.storage.beginEdit();
+    clock_.advance(1h);
+    EXPECT_EQ(left(), QStringList({kOld}));
+    house_.storage.putInForce();
+    house_.finish();
+    EXPECT_EQ(left(), QStringList());
+}
+
+TEST_F(RetentionTurns, DeleteNothingInAFolderThatIsOnlyTyped)
+{
+    const QString name = house_.folder(kKept).section(u'/', -1);
+    const QString typed = QStringLiteral("drives/c/other/") + name;
+    house_.tree.write(typed + u'/' + kOld, "mine");
+    house_.tree.write(typed + u'/' + kNewest, "mine");
+    retention_.begin();
+    house_.storage.edit(QStringLiteral("C:\\other"));
+    clock_.advance(1h);
+    house_.storage.edit(QStringLiteral("C:\\in"));
+    house_.storage.putInForce();
+    house_.finish();
+    EXPECT_EQ(house_.tree.files(typed), (QStringList{kOld, kNewest}));
+}
+
+TEST_F(RetentionTurns, BeginAFolderAnewInTheMiddleOfWhichTheBoxWasEntered)
+{
+    constexpr int kMany = 300;
+    for (int i = 0; i < kMany; ++i) {
+        const QTime time = QTime(0, 0).addSecs(i);
+        put(QStringLiteral("20060110_") + time.toString(QStringLiteral("HHmmss")) +
+            QStringLiteral("0714.jpg"));
+    }
+    Retention retention(services(), house_.scope);
+    retention.begin();
+    for (int turns = 0; left().size() == kMany && turns < 1000; ++turns) {
+        QCoreApplication::processEvents();
+    }
+    house_.storage.beginEdit();
+    QCoreApplication::processEvents();
+    const qsizetype paused = left().size();
+    clock_.advance(1min);
+    EXPECT_EQ(left().size(), paused);
+    EXPECT_GT(paused, 0);
+    house_.storage.putInForce();
+    house_.finish();
+    EXPECT_EQ(left(), QStringList());
 }
 
 } // namespace

@@ -176,12 +176,13 @@ TEST_F(Pass, LoadsACameraThatIsAddedMeanwhile)
 
 TEST_F(Pass, FilesIntoTheStorageFolderOfItsTurn)
 {
-    add({0, 0}, delayedReply(2s));
-    add({0, 1});
+    add({0, 0});
+    add({0, 1}, delayedReply(2s));
     house_.tree.makeFolder(u"drives/c/other");
     house_.beginTick();
     house_.storage.edit(QStringLiteral("C:\\other"));
-    clock_.advance(2s);
+    house_.storage.putInForce();
+    clock_.advance(5s);
     EXPECT_EQ(house_.images({0, 0}), QStringList{kImageName});
     EXPECT_EQ(house_.images({0, 1}), QStringList());
     const QString name = house_.table.CameraFolderName({0, 1}).remove(u'\\');

@@ -94,7 +94,7 @@ TEST_F(Suspend, IsNotEndedByTheStorageBoxThatIsLeft)
 {
     house_.scheduler.suspend();
     house_.storage.beginEdit();
-    house_.storage.endEdit();
+    house_.storage.putInForce();
     EXPECT_FALSE(house_.timer.isActive());
 }
 
@@ -201,7 +201,7 @@ TEST_F(Resume, LeavesTheTimerStoppedWhileTheStorageBoxIsEdited)
     house_.storage.beginEdit();
     house_.scheduler.resume();
     EXPECT_FALSE(house_.timer.isActive());
-    house_.storage.endEdit();
+    house_.storage.putInForce();
     EXPECT_TRUE(house_.timer.isActive());
 }
 

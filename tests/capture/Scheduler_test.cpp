@@ -154,7 +154,7 @@ TEST_F(Tick, LoadsAgainWhenTheStorageBoxWasLeft)
 {
     add(kCamera);
     house_.storage.beginEdit();
-    house_.storage.endEdit();
+    house_.storage.putInForce();
     EXPECT_TRUE(house_.timer.isActive());
     house_.tick();
     EXPECT_EQ(fetches(), 1);

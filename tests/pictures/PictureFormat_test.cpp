@@ -1,5 +1,5 @@
 // A picture's format by its first bytes.
-#include "pictures/PictureFormat.h"
+#include "base/PictureFormat.h"
 
 #include "PictureMaker.h"
 

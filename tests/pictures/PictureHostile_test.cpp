@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
 #include <sys/resource.h>
 
 namespace velmora {
@@ -23,6 +24,17 @@ bool holdsNoPicture(const QByteArray &bytes)
 QByteArray jpeg(Progressive progressive = Progressive::No)
 {
     return encoded(quarters({320, 240}), "jpg", progressive);
+}
+
+QImage noise(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            image.setPixel(x, y, qRgb(x * 7 % 256, y * 5 % 256, x * y % 256));
+        }
+    }
+    return image;
 }
 
 TEST(HostilePicture, IsNoneInOtherFiles)
@@ -51,12 +63,25 @@ TEST(HostilePicture, ShowsWhatThereIsOfAJpegThatBreaksOff)
     EXPECT_EQ(cornersOf(image)[1], Qt::green);
 }
 
-TEST(HostilePicture, IsNoneInAnotherFormatThatBreaksOff)
+// A BMP begins with its lowest line.
+TEST(HostilePicture, ShowsWhatThereIsOfAnotherFormatThatBreaksOff)
 {
     for (const char *const format : {"png", "bmp", "webp"}) {
-        const QByteArray whole = encoded(quarters({320, 240}), format);
-        EXPECT_TRUE(holdsNoPicture(whole.first(whole.size() / 2))) << format;
+        const QByteArray whole = encoded(noise({320, 240}), format);
+        const QImage all = decodePicture(whole, {});
+        const QImage part = decodePicture(whole.first(whole.size() * 6 / 10), {});
+        ASSERT_EQ(part.size(), all.size()) << format;
+        const int y = format == std::string_view("bmp") ? 200 : 40;
+        EXPECT_EQ(part.copy(0, y, 320, 8), all.copy(0, y, 320, 8)) << format;
+        EXPECT_NE(part, all) << format;
     }
+}
+
+TEST(HostilePicture, LeavesNoTraceOfMemoryWhereItBreaksOff)
+{
+    const QByteArray whole = encoded(noise({320, 240}), "bmp");
+    const QByteArray half = whole.first(whole.size() / 2);
+    EXPECT_EQ(decodePicture(half, {}).pixel(5, 5), 0xFF000000);
 }
 
 struct BombRow

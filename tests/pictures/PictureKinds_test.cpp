@@ -54,6 +54,10 @@ INSTANTIATE_TEST_SUITE_P(
         KindRow{"PngPalette", encoded(wide().convertToFormat(QImage::Format_Indexed8), "png")},
         KindRow{"Bmp", encoded(wide(), "bmp")},
         KindRow{"BmpPalette", encoded(wide().convertToFormat(QImage::Format_Indexed8), "bmp")},
+        KindRow{"BmpFromTheTop", bmpFromTheTop(wide())},
+        KindRow{"BmpRunLengthCoded", runLengthBmp(wide())},
+        KindRow{"BmpOfVersion4", bmpWithHead(wide(), 108)},
+        KindRow{"BmpOfVersion5", bmpWithHead(wide(), 124)},
         KindRow{"Webp", encoded(wide(), "webp")}),
     [](const auto &row) { return row.param.name; });
 
@@ -82,6 +86,19 @@ TEST(PictureKinds, AnAnimationShowsItsFirstImage)
     const QImage image = decodePicture(animatedGif(), {});
     ASSERT_EQ(image.size(), QSize(1, 1));
     EXPECT_EQ(QRgb{image.pixel(0, 0) | 0xFF000000}, 0xFFFF0000);
+}
+
+// A screen of 8 by 6 pixels, on which a frame of 3 by 2 lies at 2, 1.
+TEST(PictureKinds, AFrameSmallerThanItsScreenStandsInItsPlace)
+{
+    const QImage image = decodePicture(smallFrameGif(), {});
+    ASSERT_EQ(image.size(), QSize(8, 6));
+    for (int y = 0; y < 6; ++y) {
+        for (int x = 0; x < 8; ++x) {
+            const bool inFrame = QRect(2, 1, 3, 2).contains(x, y);
+            EXPECT_EQ(image.pixel(x, y), inFrame ? 0xFFFF0000 : 0x00000000) << x << ' ' << y;
+        }
+    }
 }
 
 TEST(PictureKinds, AProfileIsNotKept)

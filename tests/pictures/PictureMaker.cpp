@@ -146,6 +146,119 @@ QByteArray animatedGif()
            place + red + control + place + green + QByteArray::fromHex("3B");
 }
 
+QByteArray smallFrameGif()
+{
+    const QByteArray colours = QByteArray::fromHex("000000"
+                                                   "FF0000"
+                                                   "00FF00"
+                                                   "0000FF");
+    const QByteArray place = QByteArray::fromHex("2C0200010003000200"
+                                                 "00");
+    const QByteArray red = QByteArray::fromHex("02050CC3300C5300");
+    return QByteArray("GIF89a") + QByteArray::fromHex("08000600810300") + colours + place + red +
+           QByteArray::fromHex("3B");
+}
+
+namespace {
+
+template <typename Number>
+QByteArray littleEndian(Number number)
+{
+    QByteArray bytes(sizeof number, Qt::Uninitialized);
+    qToLittleEndian(number, bytes.data());
+    return bytes;
+}
+
+struct BmpHead
+{
+    quint32 bytes = 40;
+    QSize size;
+    quint16 bits = 24;
+    quint32 coding = 0;
+    quint32 colours = 0;
+};
+
+QByteArray bmpWith(const BmpHead &head, const QByteArray &palette, const QByteArray &pixels)
+{
+    const QByteArray info = littleEndian(head.bytes) + littleEndian(head.size.width()) +
+                            littleEndian(head.size.height()) + littleEndian(quint16{1}) +
+                            littleEndian(head.bits) + littleEndian(head.coding) +
+                            littleEndian(static_cast<quint32>(pixels.size())) + QByteArray(8, 0) +
+                            littleEndian(head.colours) + QByteArray(4, 0) +
+                            QByteArray(head.bytes - 40, 0);
+    const auto start = static_cast<quint32>(14 + info.size() + palette.size());
+    return "BM" + littleEndian(static_cast<quint32>(start + pixels.size())) + QByteArray(4, 0) +
+           littleEndian(start) + info + palette + pixels;
+}
+
+// Widths that need no filling up.
+QByteArray bmpLine(const QImage &image, int y)
+{
+    QByteArray line;
+    for (int x = 0; x < image.width(); ++x) {
+        const QRgb pixel = image.pixel(x, y);
+        line += static_cast<char>(qBlue(pixel));
+        line += static_cast<char>(qGreen(pixel));
+        line += static_cast<char>(qRed(pixel));
+    }
+    return line;
+}
+
+QByteArray runsOf(const QImage &image, int y)
+{
+    constexpr int kLongestRun = 255;
+    QByteArray runs;
+    for (int x = 0; x < image.width();) {
+        const int colour = image.pixelIndex(x, y);
+        const int begin = x;
+        while (x < image.width() && x - begin < kLongestRun && image.pixelIndex(x, y) == colour) {
+            ++x;
+        }
+        runs += static_cast<char>(x - begin);
+        runs += static_cast<char>(colour);
+    }
+    return runs + QByteArray(2, 0);
+}
+
+} // namespace
+
+QByteArray bmpFromTheTop(const QImage &image)
+{
+    QByteArray pixels;
+    for (int y = 0; y < image.height(); ++y) {
+        pixels += bmpLine(image, y);
+    }
+    return bmpWith({.size = {image.width(), -image.height()}}, {}, pixels);
+}
+
+QByteArray bmpWithHead(const QImage &image, quint32 headBytes)
+{
+    QByteArray pixels;
+    for (int y = image.height() - 1; y >= 0; --y) {
+        pixels += bmpLine(image, y);
+    }
+    return bmpWith({.bytes = headBytes, .size = image.size()}, {}, pixels);
+}
+
+QByteArray runLengthBmp(const QImage &image)
+{
+    const QImage indexed = image.convertToFormat(QImage::Format_Indexed8);
+    QByteArray palette;
+    for (const QRgb colour : indexed.colorTable()) {
+        palette += littleEndian(quint32{colour & 0xFFFFFF});
+    }
+    QByteArray pixels;
+    for (int y = indexed.height() - 1; y >= 0; --y) {
+        pixels += runsOf(indexed, y);
+    }
+    pixels += QByteArray("\0\1", 2);
+    return bmpWith({.size = image.size(),
+                    .bits = 8,
+                    .coding = 1,
+                    .colours = static_cast<quint32>(indexed.colorCount())},
+                   palette, pixels);
+}
+
 QByteArray withOrientation(const QByteArray &jpeg, int orientation)
 {
     const QByteArray directory = QByteArray::fromHex("4D4D002A00000008"

@@ -36,6 +36,15 @@ enum class Progressive { No, Yes };
 /// Two frames of one pixel, red and then green.
 [[nodiscard]] QByteArray animatedGif();
 
+/// One red frame of 3 by 2 pixels at 2, 1 of a screen of 8 by 6.
+[[nodiscard]] QByteArray smallFrameGif();
+
+/// A picture in 24 bits whose first line is the upper one; with a header of that many bytes; with
+/// a palette, run-length coded line by line.
+[[nodiscard]] QByteArray bmpFromTheTop(const QImage &image);
+[[nodiscard]] QByteArray bmpWithHead(const QImage &image, quint32 headBytes);
+[[nodiscard]] QByteArray runLengthBmp(const QImage &image);
+
 /// The JPEG with an Exif segment that says how the camera was held, 1 to 8.
 [[nodiscard]] QByteArray withOrientation(const QByteArray &jpeg, int orientation);
 

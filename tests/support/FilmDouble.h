@@ -25,7 +25,15 @@ public:
     void startTimer() override
     {
         calls.append(QStringLiteral("start"));
-        running = true;
+        running = !held;
+    }
+
+    void setHeld(bool isHeld) override
+    {
+        held = isHeld;
+        if (held && running) {
+            stopTimer();
+        }
     }
 
     void begin() override
@@ -63,6 +71,7 @@ public:
     bool open = false;
     bool readsPause = true; // its play button's caption: it plays
     bool running = false;
+    bool held = false;
     QStringList calls;
 };
 

@@ -8,7 +8,7 @@ import subprocess
 import unittest
 
 import house
-from answers import fresh
+from answers import fresh, too_short
 from camera_server import CameraServer
 from house import VELMORA, House, camera_lists
 from program import Display, Program
@@ -241,6 +241,42 @@ class StartTest(unittest.TestCase):
         other.capture("--passes", "1")
         self.assertEqual(1, len(other.images(self.url)))
         self.assertTrue(first.runs)
+
+
+class CaptureLinesTest(unittest.TestCase):
+    """What the capture without windows prints in the long run."""
+
+    def setUp(self):
+        self.server = CameraServer(self, {"/camera.jpg": too_short})
+        self.house = House(self)
+        self.url = self.server.url("/camera.jpg")
+        self.house.write_settings({"Control": {"StRep": "C:\\in\\", "Tempo": "1"}}, camera_lists([self.url]))
+        self.program = self.house.start("--capture")
+
+    def lines(self, word):
+        return [line for line in self.program.out if line.startswith(word)]
+
+    def wait_for_line(self, word):
+        until(lambda: self.lines(word), 30, self.program.report)
+
+    def test_prints_a_failure_once_and_that_it_is_over(self):
+        until(lambda: self.server.count("/camera.jpg") >= 4, 30, self.program.report)
+        self.server.answers["/camera.jpg"] = fresh(20_000)
+        self.wait_for_line("stored 0:0")
+        self.program.terminate()
+        self.assertEqual(0, self.program.wait(30), self.program.report())
+        self.assertEqual(1, len(self.lines("failed 0:0")), self.program.report())
+        self.assertLessEqual(len(self.lines("pass ")), 3, self.program.report())
+
+    def test_prints_that_the_storage_folder_is_gone_and_back(self):
+        self.wait_for_line("failed 0:0")
+        away = self.house.storage.with_name("away")
+        self.house.storage.rename(away)
+        self.wait_for_line("The capture has stopped: the storage folder C:\\in\\ is not there")
+        away.rename(self.house.storage)
+        self.wait_for_line("The capture goes on")
+        self.program.terminate()
+        self.assertEqual(0, self.program.wait(30), self.program.report())
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 what stands on the screen, read from the X server's own picture memory."""
 
 import os
+import re
 import shutil
 import struct
 import subprocess
@@ -9,13 +10,20 @@ import tempfile
 from collections import namedtuple
 from pathlib import Path
 
-from program import Display
+from program import Display, Program
 from waiting import until
 
 LEFT, RIGHT = 1, 3
+# Three window managers that place, frame and stack windows in ways of their own.
+MANAGERS = {
+    "openbox": ["openbox", "--sm-disable"],
+    "metacity": ["metacity", "--no-composite", "--sm-disable"],
+    "xfwm4": ["dbus-run-session", "--", "xfwm4", "--compositor=off"],
+}
 XWD_HEADER = struct.Struct(">25I")
 
 Place = namedtuple("Place", "x y width height")
+Frame = namedtuple("Frame", "left right top bottom")
 
 
 class Screen:
@@ -45,13 +53,25 @@ class Screen:
 class Desktop:
     """A display of the test's own. Windows are told by their numbers, points in them by (x, y)."""
 
-    def __init__(self, test):
+    def __init__(self, test, size="1280x1024", manager=None):
+        """manager: the name of a window manager; none leaves windows as the programs put them."""
         memory = tempfile.mkdtemp(prefix="velmora-screen-")
         test.addCleanup(shutil.rmtree, memory, ignore_errors=True)
-        self._display = Display(options=["-fbdir", memory])
+        self._display = Display(f"{size}x24", ["-fbdir", memory])
         test.addCleanup(self._display.close)
         self._environment = {**os.environ, "DISPLAY": self._display.name}
         self.screen = Screen(Path(memory) / "Xvfb_screen0")
+        self.manager = manager
+        if manager:
+            self._manage(test, manager)
+
+    def _manage(self, test, manager):
+        home = tempfile.mkdtemp(prefix="velmora-manager-")
+        test.addCleanup(shutil.rmtree, home, ignore_errors=True)
+        folders = {key: home for key in ("HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR")}
+        program = Program(MANAGERS[manager], self._environment | folders | {"GSETTINGS_BACKEND": "memory"})
+        test.addCleanup(program.end)
+        until(lambda: self.property("_NET_SUPPORTING_WM_CHECK"), 20, program.report)
 
     def environment(self):
         return self._display.environment()
@@ -61,6 +81,46 @@ class Desktop:
         command = ["xdotool", *(str(word) for word in words)]
         run = subprocess.run(command, env=self._environment, capture_output=True, text=True, check=False, timeout=30)
         return run.stdout.split()
+
+    def property(self, name, window=None):
+        """The words of a window's property, or of the root window's."""
+        target = ["-id", str(window)] if window else ["-root"]
+        run = subprocess.run(
+            ["xprop", *target, name], env=self._environment, capture_output=True, text=True, check=False, timeout=30
+        )
+        found = re.fullmatch(r"\w+\(\w+\)(?: =|: window id #) (.*)", run.stdout.strip())
+        return found[1].replace(",", " ").split() if found else []
+
+    def frame(self, window):
+        """How far the window manager's frame goes beyond a window."""
+        words = self.property("_NET_FRAME_EXTENTS", window)
+        return Frame(*(int(word) for word in words)) if words else Frame(0, 0, 0, 0)
+
+    def stacking(self):
+        """The windows that the window manager knows, the lowest first."""
+        return [str(int(word, 16)) for word in self.property("_NET_CLIENT_LIST_STACKING")]
+
+    def children(self):
+        """The windows below the root, the lowest first: those on the screen where no window manager frames them."""
+        run = subprocess.run(
+            ["xwininfo", "-root", "-children"],
+            env=self._environment,
+            capture_output=True,
+            text=True,
+            check=False,
+            timeout=30,
+        )
+        return [str(int(number, 16)) for number in re.findall(r"^ +(0x[0-9a-f]+)", run.stdout, re.MULTILINE)][::-1]
+
+    def active(self):
+        """The window that has the keyboard, as the window manager and the X server say."""
+        words = self.property("_NET_ACTIVE_WINDOW")
+        named = str(int(words[0], 16)) if words else None
+        return named if self.tool("getwindowfocus", "-f") == [named] else None
+
+    def activate(self, window):
+        """As a click on it in a list of windows does."""
+        self.tool("windowactivate", window)
 
     def windows(self, title):
         """Numbers of the windows on the screen whose title matches the expression."""
@@ -80,10 +140,17 @@ class Desktop:
 
     def place(self, window):
         """Where a window stands, in pixels of the screen; None when it has gone."""
-        lines = self.tool("getwindowgeometry", "--shell", window)
-        values = dict(line.split("=", 1) for line in lines if "=" in line)
-        keys = ("X", "Y", "WIDTH", "HEIGHT")
-        return Place(*(int(values[key]) for key in keys)) if all(key in values for key in keys) else None
+        words = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        run = subprocess.run(
+            ["xwininfo", "-id", str(window)],
+            env=self._environment,
+            capture_output=True,
+            text=True,
+            check=False,
+            timeout=30,
+        )
+        values = dict(line.strip().split(":", 1) for line in run.stdout.splitlines() if ":" in line)
+        return Place(*(int(values[word]) for word in words)) if all(word in values for word in words) else None
 
     def focus(self, window):
         self.tool("windowraise", window, "windowfocus", "--sync", window)

@@ -59,6 +59,13 @@ class Program:
             self.process.kill()
         return self.wait(10)
 
+    def end(self):
+        """Ends a helper of a test, with what it started."""
+        if self.runs:
+            self.terminate()
+        if not self.ends_within(5):
+            self.kill()
+
     def ends_within(self, seconds):
         """True when it ends by itself in that time; it goes on otherwise."""
         try:

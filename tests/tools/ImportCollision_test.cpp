@@ -45,6 +45,16 @@ TEST_F(ImportCollision, ASecondRunLosesTheDotAndAThirdALetter)
                                      QStringLiteral("20061005_1230450002pg")}));
 }
 
+TEST_F(ImportCollision, NamesThatDifferOnlyInCaseAreTheSame)
+{
+    put(kKept);
+    EXPECT_EQ(run().copied, 1);
+    ASSERT_EQ(::unlink((native(u"from/") + kKept.toLatin1()).constData()), 0);
+    put(QStringLiteral("20061005_1230450000.JPG"));
+    EXPECT_EQ(run().copied, 1);
+    EXPECT_EQ(copied(), (QStringList{kKept, QStringLiteral("20061005_1230450001JPG")}));
+}
+
 TEST_F(ImportCollision, ANameUsedUpByCollisionsAbortsTheRun)
 {
     put(kKept);
@@ -54,6 +64,7 @@ TEST_F(ImportCollision, ANameUsedUpByCollisionsAbortsTheRun)
     EXPECT_EQ(copied().last(), QStringLiteral("20061005_1230450004"));
     const ImportResult result = run();
     EXPECT_EQ(result.end, ImportEnd::Aborted);
+    EXPECT_EQ(result.failure, kKept + QStringLiteral(": no name is free for it"));
     EXPECT_EQ(result.copied, 0);
     EXPECT_EQ(copied().size(), 5);
 }
@@ -167,7 +178,7 @@ TEST_F(ImportCollision, EventsGetTheirTurnBetweenManySearchesForAName)
     }
     put(QByteArray("2?061005_1230450000.") + QByteArray(210, '*'));
     TickingClock clock;
-    ImportRun timed(clock);
+    ImportRun timed(clock, gate_);
     EXPECT_EQ(run(timed, order(QString())).copied, 1);
     EXPECT_EQ(timed.progress().collisions, kCollisions);
     EXPECT_GE(turns_, kCollisions / 5);

@@ -133,7 +133,8 @@ protected:
 
     TempTree tree_;
     FakeClock clock_;
-    ImportRun run_{clock_};
+    Gate gate_;
+    ImportRun run_{clock_, gate_};
     ImportResult result_;
     std::stop_source afterFile_;
     std::stop_source atOnce_;

@@ -47,6 +47,27 @@ TEST_F(ImportTarget, ACameraWithAnAddressCanBeCopiedTo)
     EXPECT_FALSE(face().cmdGo);
 }
 
+TEST_F(ImportTarget, ACameraWithoutAddressSaysWhyNothingCanBeCopied)
+{
+    load();
+    EXPECT_EQ(face().whyNot, QString());
+    import_.chooseCamera(1);
+    EXPECT_TRUE(face().whyNot.startsWith(u"Camera 0:1 has no address"));
+}
+
+TEST_F(ImportTarget, AnAddressGivenMeanwhileIsNoticed)
+{
+    load();
+    import_.chooseCamera(1);
+    house_.page.leaveSource(2, QStringLiteral("http://cam/2.jpg"));
+    EXPECT_FALSE(face().cmdGo);
+    house_.page.leaveSource(1, QStringLiteral("http://cam/1.jpg"));
+    EXPECT_TRUE(face().cmdGo);
+    EXPECT_EQ(face().whyNot, QString());
+    house_.page.leaveSource(1, QString());
+    EXPECT_FALSE(face().cmdGo);
+}
+
 TEST_F(ImportTarget, TheFirstStoredImageIsShown)
 {
     house_.putImage(kCamera, QStringLiteral("20061005_1230450002.jpg"));

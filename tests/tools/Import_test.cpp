@@ -308,5 +308,47 @@ TEST_F(ImportTest, OpeningAndClosingAreLogged)
     EXPECT_EQ(house_.logText().count(QStringLiteral("frmImport Form_Unload\n")), 1);
 }
 
+TEST_F(ImportTest, CannotCopyWhileTheStorageBoxIsEdited)
+{
+    addCamera(kCamera);
+    load();
+    ASSERT_TRUE(face().cmdGo);
+    house_.storage.beginEdit();
+    EXPECT_FALSE(face().cmdGo);
+    house_.storage.putInForce();
+    EXPECT_TRUE(face().cmdGo);
+}
+
+TEST_F(ImportTest, WaitsInTheMiddleOfARunWhileTheStorageBoxIsEdited)
+{
+    addCamera(kCamera);
+    put(kKept);
+    load();
+    import_.go();
+    house_.storage.beginEdit();
+    clock_.advance(std::chrono::minutes{1});
+    EXPECT_EQ(house_.images(kCamera), QStringList());
+    EXPECT_TRUE(face().running);
+    house_.storage.putInForce();
+    finish();
+    EXPECT_EQ(house_.images(kCamera), QStringList{kKept});
+}
+
+TEST_F(ImportTest, EndsARunThatWasMeantForAnotherStorageFolder)
+{
+    addCamera(kCamera);
+    put(kKept);
+    load();
+    import_.go();
+    house_.tree.makeFolder(u"drives/c/other");
+    house_.storage.edit(QStringLiteral("C:\\other"));
+    house_.storage.putInForce();
+    finish();
+    EXPECT_EQ(house_.images(kCamera), QStringList());
+    EXPECT_EQ(house_.tree.folders(u"drives/c/other"), QStringList());
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_TRUE(face().cmdGo);
+}
+
 } // namespace
 } // namespace velmora::test

@@ -279,6 +279,7 @@ TEST_F(MotionAlarmTest, AnotherStorageFolderInTheMiddleIsTaken)
     alarm_.onCompare = [this](int pass) {
         if (pass == 2) {
             house_.capture.storage.edit(QStringLiteral("C:\\elsewhere\\"));
+            house_.capture.storage.putInForce();
         }
     };
     scan();

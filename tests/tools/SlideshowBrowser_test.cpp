@@ -175,7 +175,20 @@ TEST_F(SlideshowBrowser, StopsWhileTheStorageBoxIsTypedInto)
     open(30);
     house_.capture.storage.beginEdit();
     EXPECT_FALSE(isRunning());
-    house_.capture.storage.endEdit();
+    house_.capture.storage.putInForce();
+    EXPECT_TRUE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, IsStartedByNothingWhileTheStorageBoxIsTypedInto)
+{
+    open(30);
+    house_.capture.storage.beginEdit();
+    film_.sFin_Change(20);
+    EXPECT_FALSE(isRunning());
+    film_.PauseCine_MouseDown();
+    film_.PauseCine_MouseDown();
+    EXPECT_FALSE(isRunning());
+    house_.capture.storage.putInForce();
     EXPECT_TRUE(isRunning());
 }
 

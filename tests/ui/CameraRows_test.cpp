@@ -241,6 +241,7 @@ TEST_F(CameraRows, LettersThatTheFileCannotHoldAreTold)
 TEST_F(CameraRows, TheFolderLinkOpensTheFolderWhileTheStorageIsThere)
 {
     house_.house.addCamera({0, 6}, QStringLiteral("a1"));
+    house_.house.tree.makeFolder(house_.house.folder({0, 6}));
     house_.click(QStringLiteral("n6"));
     ASSERT_EQ(house_.opener.opened.size(), 1);
     EXPECT_EQ(house_.opener.opened.first(), house_.house.tree.path(u"drives/c/in/a%31"));

@@ -4,6 +4,7 @@
 #include "BrowserWindowHouse.h"
 #include "ui/SheetLayout.h"
 
+#include <QLayout>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
@@ -29,9 +30,9 @@ QRect placeInPixels(int cell)
     return {place.left / kTwips, place.top / kTwips, 240, 180};
 }
 
-TEST(SheetLayout, CellsStandAtTheirPlacesAtTheSmallestSize)
+TEST(SheetLayout, CellsStandAtTheirPlacesAtTheUsualSize)
 {
-    const SheetLayout layout(SheetLayout::kSmallest);
+    const SheetLayout layout(SheetLayout::kUsual);
     for (int i = 0; i < kCells; ++i) {
         EXPECT_EQ(layout.cell(i), placeInPixels(i)) << i;
     }
@@ -39,22 +40,32 @@ TEST(SheetLayout, CellsStandAtTheirPlacesAtTheSmallestSize)
 
 TEST(SheetLayout, TheZoomImageCoversTheNineCells)
 {
-    EXPECT_EQ(SheetLayout(SheetLayout::kSmallest).zoom(), QRect(0, 0, 721, 542));
+    EXPECT_EQ(SheetLayout(SheetLayout::kUsual).zoom(), QRect(0, 0, 721, 542));
 }
 
 TEST(SheetLayout, TheControlsFillTheCornerThatTheTenthCellLeaves)
 {
-    EXPECT_EQ(SheetLayout(SheetLayout::kSmallest).controls(), QRect(0, 540, 480, 180));
+    EXPECT_EQ(SheetLayout(SheetLayout::kUsual).controls(), QRect(0, 540, 480, 180));
 }
 
 TEST(SheetLayout, GrowsInProportion)
 {
-    const SheetLayout layout(SheetLayout::kSmallest * 2);
+    const SheetLayout layout(SheetLayout::kUsual * 2);
     for (int i = 0; i < kCells; ++i) {
         const QRect small = placeInPixels(i);
         EXPECT_EQ(layout.cell(i), QRect(small.topLeft() * 2, small.size() * 2)) << i;
     }
     EXPECT_EQ(layout.zoom().size(), QSize(1442, 1084));
+}
+
+TEST(SheetLayout, ShrinksInProportionToSixtyHundredths)
+{
+    const SheetLayout layout(SheetLayout::kSmallest);
+    for (int i = 0; i < kCells; ++i) {
+        const QRect usual = placeInPixels(i);
+        EXPECT_EQ(layout.cell(i), QRect(usual.topLeft() * 0.6, usual.size() * 0.6)) << i;
+    }
+    EXPECT_EQ(layout.controls(), QRect(0, 324, 288, 108));
 }
 
 TEST(SheetLayout, StandsInTheMiddleOfAWideRoom)
@@ -116,7 +127,29 @@ TEST_F(ContactSheetTest, TheWindowCannotBeMadeSmallerThanTheSheet)
     house_.open();
     house_.window.resize(10, 10);
     house_.settle();
+    EXPECT_EQ(sheet().size(), QSize(432, 432));
+}
+
+TEST_F(ContactSheetTest, OpensAtItsUsualSize)
+{
+    house_.open();
     EXPECT_EQ(sheet().size(), QSize(720, 720));
+}
+
+TEST_F(ContactSheetTest, TheControlsStayInTheirCornerAsItShrinks)
+{
+    house_.open();
+    auto &controls = house_.find<QWidget>(QStringLiteral("controls"));
+    const QFont usual = controls.font();
+    for (const int side : {680, 640, 560, 500, 432}) {
+        resizeSheet({side, side});
+        const QSize needed = controls.layout()->minimumSize();
+        EXPECT_LE(needed.width(), controls.width()) << side;
+        EXPECT_LE(needed.height(), controls.height()) << side;
+        EXPECT_LT(controls.font().pointSizeF(), usual.pointSizeF());
+    }
+    resizeSheet({720, 720});
+    EXPECT_EQ(controls.font().pointSizeF(), usual.pointSizeF());
 }
 
 TEST_F(ContactSheetTest, CellsAndFramesStandAtTheirPlaces)

@@ -161,7 +161,7 @@ TEST_F(InterfaceTest, SaysHideAndShowsNoColourBeforeTheFirstCheck)
 TEST_F(InterfaceTest, StartsWithTheFocusOutsideTheStorageBox)
 {
     EXPECT_NE(house_.window.focusWidget(), &house_.find<QWidget>(QStringLiteral("StRep")));
-    EXPECT_FALSE(house_.house.storage.timersStopped());
+    EXPECT_FALSE(house_.house.storage.isBeingEdited());
 }
 
 } // namespace

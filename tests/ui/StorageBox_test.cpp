@@ -76,7 +76,7 @@ TEST_F(StorageBoxTest, TheFocusStopsEveryTimer)
     ASSERT_TRUE(house_.house.timer.isActive());
     QTest::mouseClick(&box(), Qt::LeftButton);
     EXPECT_FALSE(house_.house.timer.isActive());
-    EXPECT_TRUE(house_.house.storage.timersStopped());
+    EXPECT_TRUE(house_.house.storage.isBeingEdited());
     EXPECT_FALSE(importEnabled());
     EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("arret Timers")));
 }
@@ -86,7 +86,7 @@ TEST_F(StorageBoxTest, LeavingTheBoxLetsTheCaptureGoOn)
     QTest::mouseClick(&box(), Qt::LeftButton);
     house_.leaveBox();
     EXPECT_TRUE(house_.house.timer.isActive());
-    EXPECT_FALSE(house_.house.storage.timersStopped());
+    EXPECT_FALSE(house_.house.storage.isBeingEdited());
     EXPECT_TRUE(importEnabled());
 }
 
@@ -95,7 +95,7 @@ TEST_F(StorageBoxTest, LeavingTheBoxWithAMissingFolderKeepsTheTimersStopped)
     house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
     house_.leaveBox();
     EXPECT_FALSE(house_.house.timer.isActive());
-    EXPECT_TRUE(house_.house.storage.timersStopped());
+    EXPECT_FALSE(house_.house.storage.isBeingEdited());
 }
 
 TEST_F(StorageBoxTest, SaysWhatToDoWhileTheFolderIsMissing)
@@ -126,7 +126,7 @@ TEST_F(StorageBoxTest, TheButtonMakesTheFolderAndThoseOfTheCameras)
     EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\a\\b\\"));
     EXPECT_EQ(house_.stored(u"Control", u"StRep"), QStringLiteral("C:\\in\\a\\b\\"));
     EXPECT_EQ(house_.house.scheduler.tickCounter(), 55);
-    EXPECT_FALSE(house_.house.storage.timersStopped());
+    EXPECT_FALSE(house_.house.storage.isBeingEdited());
 }
 
 TEST_F(StorageBoxTest, AFolderThatCannotBeMadeIsTold)
@@ -174,6 +174,143 @@ TEST_F(StorageBoxTest, AChosenFolderWithABlankIsRefused)
     house_.house.storage.choose(house_.house.tree.path(u"drives/c/My Pics"));
     EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\"));
     EXPECT_FALSE(house_.house.allTexts().filter(QStringLiteral("blank")).isEmpty());
+}
+
+class TypedFolder : public StorageBoxTest
+{
+protected:
+    TypedFolder() { house_.house.tree.makeFolder(u"drives/c/other"); }
+
+    void typeOther() { house_.retype(QStringLiteral("StRep"), QStringLiteral("C:\\other")); }
+
+    void bringUp(QWidget &window)
+    {
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    StorageFolder &storage() { return house_.house.storage; }
+
+    bool timerRuns() { return house_.house.timer.isActive(); }
+
+    QString step() { return house_.find<QLabel>(QStringLiteral("lErr")).text(); }
+
+    QWidget another_;
+    const QString kIn = QStringLiteral("C:\\in\\");
+    const QString kOther = QStringLiteral("C:\\other\\");
+};
+
+TEST_F(TypedFolder, IsInForceWithEnterWhichGivesTheFocusAway)
+{
+    typeOther();
+    EXPECT_EQ(storage().inForce(), kIn);
+    EXPECT_EQ(step(), QStringLiteral("Pause"));
+    QTest::keyClick(&box(), Qt::Key_Return);
+    EXPECT_FALSE(box().hasFocus());
+    EXPECT_EQ(storage().inForce(), kOther);
+    EXPECT_TRUE(timerRuns());
+    EXPECT_EQ(step(), QStringLiteral("Wait"));
+}
+
+TEST_F(TypedFolder, WaitsBehindAnotherWindow)
+{
+    typeOther();
+    bringUp(another_);
+    EXPECT_EQ(storage().inForce(), kIn);
+    EXPECT_FALSE(timerRuns());
+    EXPECT_TRUE(house_.house.status.text(Caption::Standstill)
+                    .contains(QStringLiteral("waits for the storage folder")));
+    bringUp(house_.window);
+    EXPECT_EQ(box().text(), kOther);
+    EXPECT_TRUE(box().hasFocus());
+    house_.leaveBox();
+    EXPECT_EQ(storage().inForce(), kOther);
+    EXPECT_TRUE(timerRuns());
+}
+
+TEST_F(TypedFolder, ThatIsTheOldOneAgainDoesNotHoldTheCaptureBehindAnotherWindow)
+{
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
+    QTest::keyClick(&box(), Qt::Key_Backspace);
+    bringUp(another_);
+    EXPECT_TRUE(timerRuns());
+    EXPECT_EQ(house_.house.status.text(Caption::Standstill), QString());
+    bringUp(house_.window);
+    EXPECT_FALSE(timerRuns()) << "the cursor stands in the box again";
+}
+
+TEST_F(TypedFolder, IsInForceWhenTheFocusWentElsewhereBehindAnotherWindow)
+{
+    typeOther();
+    bringUp(another_);
+    house_.find<QWidget>(QStringLiteral("cDebug")).setFocus();
+    bringUp(house_.window);
+    EXPECT_EQ(storage().inForce(), kOther);
+    EXPECT_TRUE(timerRuns());
+}
+
+TEST_F(TypedFolder, IsMadeByItsKeyAndInForceWithTheFocusElsewhere)
+{
+    house_.retype(QStringLiteral("StRep"), QStringLiteral("C:\\new"));
+    QTest::keyClick(&box(), Qt::Key_F, Qt::AltModifier); // shows the button pressed for a moment
+    const auto isMade = [this] { return house_.house.tree.exists(u"drives/c/new"); };
+    EXPECT_TRUE(QTest::qWaitFor(isMade));
+    EXPECT_EQ(storage().inForce(), QStringLiteral("C:\\new\\"));
+    EXPECT_FALSE(box().hasFocus());
+    EXPECT_TRUE(timerRuns());
+    EXPECT_EQ(house_.find<QLabel>(QStringLiteral("lMessage")).text(),
+              QStringLiteral("The storage folder C:\\new\\ was made"));
+}
+
+TEST_F(TypedFolder, GivesWayToAChosenOneWhateverTheLampWas)
+{
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
+    house_.leaveBox();
+    QTest::mouseClick(&box(), Qt::LeftButton);
+    house_.click(QStringLiteral("Browse"));
+    auto *const dialog = house_.window.findChild<QFileDialog *>();
+    ASSERT_NE(dialog, nullptr);
+    Q_EMIT dialog->fileSelected(house_.house.tree.path(u"drives/c/other"));
+    dialog->close();
+    bringUp(house_.window);
+    EXPECT_EQ(storage().inForce(), kOther);
+    EXPECT_EQ(lamp(), 65280);
+    EXPECT_TRUE(timerRuns());
+    EXPECT_FALSE(box().hasFocus());
+}
+
+TEST_F(TypedFolder, WaitsWhileAnotherIsSoughtAndStaysWhenThatIsCancelled)
+{
+    typeOther();
+    house_.click(QStringLiteral("Browse"));
+    EXPECT_EQ(storage().inForce(), kIn);
+    house_.window.findChild<QFileDialog *>()->reject();
+    bringUp(house_.window);
+    EXPECT_EQ(box().text(), kOther);
+    EXPECT_EQ(storage().inForce(), kIn);
+}
+
+TEST_F(TypedFolder, IsTheOldOneAgainWhenTheBoxIsLeftEmpty)
+{
+    house_.retype(QStringLiteral("StRep"), QString());
+    bringUp(another_);
+    EXPECT_EQ(storage().inForce(), kIn);
+    EXPECT_FALSE(timerRuns());
+    bringUp(house_.window);
+    house_.leaveBox();
+    EXPECT_EQ(box().text(), kIn);
+    EXPECT_EQ(house_.stored(u"Control", u"StRep"), kIn);
+    EXPECT_TRUE(house_.find<QLabel>(QStringLiteral("lMessage"))
+                    .text()
+                    .contains(QStringLiteral("left empty")));
+}
+
+TEST_F(TypedFolder, IsNotWhatAFolderLinkOpens)
+{
+    house_.house.addCamera({0, 0}, QStringLiteral("cam"));
+    typeOther();
+    EXPECT_EQ(house_.house.page.folderToOpen(0), house_.house.tree.path(u"drives/c/in/cam"));
 }
 
 } // namespace

@@ -58,6 +58,32 @@ TYPED_TEST(TitleBoxTest, AClickOnATextInTheFrameClosesIt)
     EXPECT_FALSE(this->box_.isVisible());
 }
 
+TYPED_TEST(TitleBoxTest, AKeyHeldSinceBeforeClosesNothing)
+{
+    QKeyEvent again(QEvent::KeyPress, Qt::Key_Q, Qt::ControlModifier, QStringLiteral("q"), true);
+    QCoreApplication::sendEvent(&this->box_, &again);
+    EXPECT_TRUE(this->box_.isVisible());
+}
+
+TEST(ClosingBox, SaysThatAPassIsBeingEndedAndWhatGivesItUp)
+{
+    frmQuitte box;
+    box.present();
+    const auto *const hint = box.findChild<QLabel *>(QStringLiteral("hint"));
+    EXPECT_TRUE(hint->isVisible());
+    EXPECT_TRUE(hint->text().contains(QStringLiteral("last pass")));
+    EXPECT_TRUE(hint->text().contains(QStringLiteral("key")));
+    EXPECT_TRUE(hint->text().contains(QStringLiteral("click")));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&box));
+}
+
+TEST(StartBox, SaysNothingElse)
+{
+    frmSplash box;
+    box.present();
+    EXPECT_FALSE(box.findChild<QLabel *>(QStringLiteral("hint"))->isVisible());
+}
+
 TEST(TitleBoxNames, AreThoseOfTheWindows)
 {
     EXPECT_EQ(frmSplash().objectName(), QStringLiteral("frmSplash"));

@@ -43,11 +43,21 @@ TEST_F(ZoomTest, ShowsAPictureAndNamesItsFile)
     EXPECT_EQ(window_.windowTitle(), QStringLiteral("a.jpg"));
 }
 
+TEST_F(ZoomTest, OpensAgainWhenItWasMinimised)
+{
+    window_.present(put(u"a.jpg", pictureBytes(Qt::red)));
+    window_.showMinimized();
+    window_.present(put(u"b.jpg", pictureBytes(Qt::blue)));
+    EXPECT_FALSE(window_.isMinimized());
+    EXPECT_TRUE(window_.isVisible());
+}
+
 TEST_F(ZoomTest, ThePictureIsSharpFromTheFirstTimeOn)
 {
-    window_.present(put(u"a.jpg", finePicture({960, 720})));
+    const QSize size = window_.size();
+    window_.present(put(u"a.jpg", finePicture(size)));
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
-    ASSERT_EQ(picture().size(), QSize(960, 720));
+    ASSERT_EQ(picture().size(), size);
     EXPECT_TRUE(isSharp(picture()));
 }
 

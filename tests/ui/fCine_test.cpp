@@ -4,6 +4,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSlider>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -331,23 +332,20 @@ TEST_F(FilmWindow, ComesToTheFrontAgainAndAgainWhileItIsOpen)
     EXPECT_FALSE(timer.isActive());
 }
 
-TEST_F(FilmWindow, IsBroughtToTheFrontAtEachTick)
+TEST_F(FilmWindow, IsLeftToTheWindowManagerWhereThereIsOne)
 {
     openFilm(12);
-    const FrontCounter front(house_.filmWindow);
-    house_.fire(QStringLiteral("Timer1"));
-    house_.fire(QStringLiteral("Timer1"));
-    EXPECT_EQ(front.count, 2);
-}
-
-TEST_F(FilmWindow, IsNotBroughtInFrontOfAQuestion)
-{
-    openFilm(12);
-    house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
-    ASSERT_NE(house_.question(), nullptr);
+    ASSERT_FALSE(house_.filmWindow.windowHandle()->frameMargins().isNull());
     const FrontCounter front(house_.filmWindow);
     house_.fire(QStringLiteral("Timer1"));
     EXPECT_EQ(front.count, 0);
+}
+
+TEST_F(FilmWindow, BelongsToTheBrowsersWindow)
+{
+    house_.filmWindow.standAbove(house_.window);
+    openFilm(12);
+    EXPECT_EQ(house_.filmWindow.windowHandle()->transientParent(), house_.window.windowHandle());
 }
 
 TEST_F(FilmWindow, ThePictureIsLoadedForAnotherSize)

@@ -32,6 +32,35 @@ TEST_F(ImportWindow, OpensOnTheStoredFolderWithItsFilesAndPictures)
     EXPECT_TRUE(house_.find<QAbstractButton>("cmdGo").isEnabled());
 }
 
+TEST_F(ImportWindow, AButtonThatIsOffSaysWhy)
+{
+    house_.open();
+    auto &button = house_.find<QAbstractButton>("cmdGo");
+    EXPECT_EQ(button.toolTip(), QStringLiteral("Copy files"));
+    EXPECT_EQ(house_.text("lStatus"), QString());
+    house_.pick("Lien", 4);
+    EXPECT_FALSE(button.isEnabled());
+    EXPECT_TRUE(button.toolTip().startsWith(u"Camera 0:4 has no address"));
+    EXPECT_EQ(house_.text("lStatus"), button.toolTip());
+    house_.house.page.leaveSource(4, QStringLiteral("http://cam/4.jpg"));
+    EXPECT_TRUE(button.isEnabled());
+    EXPECT_EQ(house_.text("lStatus"), QString());
+}
+
+TEST_F(ImportWindow, AnAbortedCopyIsFollowedByItsReason)
+{
+    house_.house.settings.write(u"Control", u"Patern", QStringLiteral("*"));
+    house_.house.tree.write(QString(QStringLiteral("drives/c/card/") + QString(255, u'n')), "text");
+    house_.open();
+    house_.click("cmdGo");
+    house_.settle();
+    EXPECT_EQ(house_.message()->text(), QStringLiteral("Copy aborted"));
+    EXPECT_EQ(house_.text("lStatus"), QStringLiteral("Copy aborted: ") + QString(255, u'n') +
+                                          QStringLiteral(": File name too long"));
+    house_.pick("Lien", 0);
+    EXPECT_EQ(house_.text("lStatus"), QString());
+}
+
 TEST_F(ImportWindow, AClickOnAFileShowsItsPicture)
 {
     house_.put(QStringLiteral("a.jpg"));

@@ -1,4 +1,4 @@
-#include "pictures/PictureFormat.h"
+#include "base/PictureFormat.h"
 
 namespace velmora {
 namespace {
@@ -19,12 +19,12 @@ QByteArray pictureFormat(QByteArrayView bytes)
         return kPngFormat.toByteArray();
     }
     if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) {
-        return QByteArrayLiteral("gif");
+        return kGifFormat.toByteArray();
     }
     if (bytes.startsWith("BM")) {
         return kBmpFormat.toByteArray();
     }
-    return isWebp(bytes) ? QByteArrayLiteral("webp") : QByteArray();
+    return isWebp(bytes) ? kWebpFormat.toByteArray() : QByteArray();
 }
 
 } // namespace velmora

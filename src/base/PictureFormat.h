@@ -10,6 +10,8 @@ namespace velmora {
 inline constexpr QByteArrayView kJpegFormat = "jpeg";
 inline constexpr QByteArrayView kPngFormat = "png";
 inline constexpr QByteArrayView kBmpFormat = "bmp";
+inline constexpr QByteArrayView kGifFormat = "gif";
+inline constexpr QByteArrayView kWebpFormat = "webp";
 
 /// The decoder's name for the format, or nothing when it is none of ours.
 [[nodiscard]] QByteArray pictureFormat(QByteArrayView bytes);

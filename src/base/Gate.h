@@ -1,0 +1,34 @@
+// A place at which coroutines wait while it is shut.
+#pragma once
+
+#include "base/OneShot.h"
+
+#include <QCoro/QCoroTask>
+
+#include <memory>
+#include <stop_token>
+#include <vector>
+
+namespace velmora {
+
+/// Any number may wait. Must outlive whoever waits.
+class Gate
+{
+public:
+    [[nodiscard]] bool isShut() const { return shut_; }
+
+    void shut() { shut_ = true; }
+
+    /// Lets all go on, each from the event loop.
+    void open();
+
+    /// Ends at once while the gate is open, else when it is found open, or when a stop is
+    /// requested.
+    QCoro::Task<> pass(std::stop_token stop);
+
+private:
+    std::vector<std::shared_ptr<OneShot<bool>>> waiting_;
+    bool shut_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,48 @@
+#include "capture/PictureRemark.h"
+
+#include "base/OneLine.h"
+#include "base/PictureFormat.h"
+
+#include <QRegularExpression>
+
+namespace velmora {
+namespace {
+
+bool isBareHost(const QString &url)
+{
+    static const QRegularExpression host(QStringLiteral("^(https?://)?[^/?#]+/?$"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return host.match(url).hasMatch();
+}
+
+} // namespace
+
+QString failureRemark(const QString &url, const QString &reason)
+{
+    return isBareHost(url) ? reason + QStringLiteral(" - an address usually names the picture "
+                                                     "itself, like "
+                                                     "http://192.168.1.20/snapshot.jpg")
+                           : reason;
+}
+
+QString contentRemark(const QString &url, QByteArrayView head, const QString &type)
+{
+    if (!pictureFormat(head).isEmpty()) {
+        return {};
+    }
+    constexpr qsizetype kMostCharacters = 40;
+    const QString kind = onOneLine(type.section(u';', 0, 0).trimmed().left(kMostCharacters));
+    const QString remark = QStringLiteral("not a picture");
+    return failureRemark(url,
+                         kind.isEmpty() ? remark : QStringLiteral("%1 (%2)").arg(remark, kind));
+}
+
+QString dateRemark(const QString &lastModified)
+{
+    return lastModified.isEmpty()
+               ? QStringLiteral("no date comes with its pictures (Last-Modified): one is stored, "
+                                "and another only once the folder is empty")
+               : QString();
+}
+
+} // namespace velmora

@@ -1,0 +1,14 @@
+// Where the first image of a GIF lies on its screen, which may be larger.
+#pragma once
+
+#include <QByteArrayView>
+#include <QRect>
+
+#include <optional>
+
+namespace velmora {
+
+/// Nothing when the bytes break off before it. bytes: begin like a GIF.
+[[nodiscard]] std::optional<QRect> firstGifFrame(QByteArrayView bytes);
+
+} // namespace velmora

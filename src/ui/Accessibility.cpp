@@ -1,0 +1,120 @@
+#include "ui/Accessibility.h"
+
+#include "ui/Lamp.h"
+#include "ui/PictureView.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QEvent>
+#include <QLabel>
+#include <QTextDocumentFragment>
+
+namespace velmora {
+namespace {
+
+QString plainText(const QLabel &label)
+{
+    const bool isRich = label.textFormat() == Qt::RichText ||
+                        (label.textFormat() == Qt::AutoText && Qt::mightBeRichText(label.text()));
+    if (isRich) {
+        return QTextDocumentFragment::fromHtml(label.text()).toPlainText();
+    }
+    QString text = label.text();
+    return label.buddy() != nullptr ? text.remove(u'&') : text; // the mark of a key
+}
+
+/// Tells that a label has another text. A label says so to nobody, but is painted anew.
+class TextWatch final : public QObject
+{
+public:
+    explicit TextWatch(QLabel &label)
+        : QObject(&label)
+        , label_(label)
+        , told_(label.text())
+    {
+        label_.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && label_.text() != told_) {
+            told_ = label_.text();
+            QAccessibleEvent change(&label_, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&change);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QLabel &label_;
+    QString told_;
+};
+
+/// Stands for labels of all kinds: which name a label gets shows only after it is asked for.
+class LabelInterface final : public QAccessibleWidget
+{
+public:
+    explicit LabelInterface(QLabel &label)
+        : QAccessibleWidget(&label)
+        , label_(label)
+    {
+        new TextWatch(label);
+    }
+
+    [[nodiscard]] QAccessible::Role role() const override
+    {
+        return label_.pixmap().isNull() ? QAccessible::StaticText : QAccessible::Graphic;
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        const QString value = plainText(label_);
+        if (kind == QAccessible::Value) {
+            return value;
+        }
+        if (kind != QAccessible::Name) {
+            return QAccessibleWidget::text(kind);
+        }
+        const QString name = label_.accessibleName();
+        return name.isEmpty() || value.isEmpty() ? name + value
+                                                 : QStringLiteral("%1: %2").arg(name, value);
+    }
+
+    [[nodiscard]] QList<std::pair<QAccessibleInterface *, QAccessible::Relation>>
+    relations(QAccessible::Relation match) const override
+    {
+        auto related = QAccessibleWidget::relations(match);
+        if (label_.buddy() != nullptr && match.testFlag(QAccessible::Labelled)) {
+            related.append(
+                {QAccessible::queryAccessibleInterface(label_.buddy()), QAccessible::Labelled});
+        }
+        return related;
+    }
+
+private:
+    QLabel &label_;
+};
+
+QAccessibleInterface *describe(const QString &, QObject *object)
+{
+    if (auto *const label = qobject_cast<QLabel *>(object); label != nullptr) {
+        return new LabelInterface(*label);
+    }
+    auto *const widget = qobject_cast<QWidget *>(object);
+    if (qobject_cast<PictureView *>(object) != nullptr || qobject_cast<Lamp *>(object) != nullptr) {
+        return new QAccessibleWidget(widget, QAccessible::Graphic);
+    }
+    const bool isOurWindow =
+        widget != nullptr && widget->isWindow() &&
+        QByteArrayView(object->metaObject()->className()).startsWith("velmora::");
+    return isOurWindow ? new QAccessibleWidget(widget, QAccessible::Window) : nullptr;
+}
+
+} // namespace
+
+void installAccessibility()
+{
+    QAccessible::installFactory(describe);
+}
+
+} // namespace velmora

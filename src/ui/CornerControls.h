@@ -1,0 +1,51 @@
+// The controls in the corner of the contact sheet, which get smaller with it.
+#pragma once
+
+#include <QFont>
+#include <QList>
+#include <QMargins>
+#include <QObject>
+#include <QSize>
+
+class QLayout;
+class QWidget;
+
+namespace velmora {
+
+/// Where the sheet is smaller than designed, the letters of its controls and the room around them
+/// shrink in proportion, so that all of them stay in the corner. They do not grow beyond their
+/// usual size: then there is room enough.
+class CornerControls : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Belongs to the controls.
+    explicit CornerControls(QWidget &controls);
+
+    /// scale: of the sheet; 1 is the size as designed.
+    void fit(double scale);
+
+private:
+    struct Box
+    {
+        QWidget *widget;
+        QSize smallest; // as designed
+        QSize largest;
+    };
+
+    struct Line
+    {
+        QLayout *layout;
+        int spacing;
+        QMargins margins;
+    };
+
+    QWidget &controls_;
+    QFont font_;
+    QList<Box> boxes_;
+    QList<Line> lines_;
+    double scale_ = 1;
+};
+
+} // namespace velmora

@@ -1,0 +1,66 @@
+// What a row has to say of its camera, and what is said when its address becomes another.
+#include "cameras/CameraPage.h"
+#include "cameras/CamerasFixture.h"
+
+namespace velmora {
+namespace {
+
+using test::CamerasFixture;
+
+class RowReason : public CamerasFixture
+{
+protected:
+    RowReason()
+    {
+        store("[Liste0]\r\nlst1=a\r\nlst2=b\r\n[Groupe0]\r\nSB1=255\r\nSB2=65280\r\n");
+        page.Selecteur_Click(0, WindowState::Visible);
+        QObject::connect(&page, &CameraPage::addressStored, &page,
+                         [this](CameraAddress camera) { told.append(camera.row); });
+    }
+
+    CameraPage page{table, storage, log, problems};
+    QList<int> told;
+};
+
+TEST_F(RowReason, IsThatOfTheLastDownload)
+{
+    page.remarks().set({0, 1}, QStringLiteral("out"));
+    EXPECT_EQ(page.reason(1), QStringLiteral("out"));
+}
+
+TEST_F(RowReason, IsNoneOfARowWithoutAddress)
+{
+    EXPECT_EQ(page.row(0).lamp, LampColour::Red);
+    EXPECT_EQ(page.reason(0), QString());
+}
+
+TEST_F(RowReason, IsNotKnownOfADownloadBeforeTheStart)
+{
+    EXPECT_EQ(page.reason(1), QStringLiteral("the last download failed"));
+}
+
+TEST_F(RowReason, IsNoneOfAGoodCamera)
+{
+    EXPECT_EQ(page.reason(2), QString());
+}
+
+TEST_F(RowReason, IsThatOfTheNewAddressOnceItIsStored)
+{
+    page.remarks().set({0, 1}, QStringLiteral("out"));
+    page.leaveSource(1, QStringLiteral("c"));
+    EXPECT_EQ(page.reason(1), QStringLiteral("not fetched yet"));
+    page.leaveSource(1, QString());
+    EXPECT_EQ(page.reason(1), QString());
+}
+
+TEST_F(RowReason, AddressesAreToldOnlyWhenTheyAreOthers)
+{
+    page.remarks().set({0, 1}, QStringLiteral("out"));
+    page.leaveSource(1, QStringLiteral("a"));
+    EXPECT_EQ(page.reason(1), QStringLiteral("out"));
+    page.leaveSource(2, QStringLiteral("c"));
+    EXPECT_EQ(told, QList<int>{2});
+}
+
+} // namespace
+} // namespace velmora

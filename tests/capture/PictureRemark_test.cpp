@@ -1,0 +1,63 @@
+// What is said of a camera whose answer is no picture or is odd.
+#include "capture/PictureRemark.h"
+
+#include "support/Printers.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+const QString kOut = QStringLiteral("the camera is out");
+
+class BareHost : public testing::TestWithParam<const char *>
+{
+};
+
+TEST_P(BareHost, IsToldWhatAnAddressLooksLike)
+{
+    const QString url = QString::fromLatin1(GetParam());
+    EXPECT_TRUE(failureRemark(url, kOut).startsWith(kOut));
+    EXPECT_TRUE(failureRemark(url, kOut).contains(u"/snapshot.jpg"));
+    EXPECT_TRUE(contentRemark(url, "<html>", {}).startsWith(u"not a picture"));
+    EXPECT_TRUE(contentRemark(url, "<html>", {}).contains(u"/snapshot.jpg"));
+    EXPECT_EQ(contentRemark(url, "\xFF\xD8\xFF\xE0", {}), QString());
+}
+
+INSTANTIATE_TEST_SUITE_P(Addresses, BareHost,
+                         testing::Values("10.0.0.5", "http://10.0.0.5", "HTTPS://cam/", "cam:8080",
+                                         "http://me:pw@cam"));
+
+class WholeAddress : public testing::TestWithParam<const char *>
+{
+};
+
+TEST_P(WholeAddress, IsToldTheReasonAlone)
+{
+    const QString url = QString::fromLatin1(GetParam());
+    EXPECT_EQ(failureRemark(url, kOut), kOut);
+    EXPECT_EQ(contentRemark(url, "<html>", {}), QStringLiteral("not a picture"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Addresses, WholeAddress,
+                         testing::Values("http://10.0.0.5/snapshot.jpg", "cam/snap", "cam/?a=1",
+                                         "http://cam?snap", ""));
+
+TEST(PictureRemark, NamesTheTypeOfWhatIsNoPicture)
+{
+    const QString url = QStringLiteral("http://cam/a.jpg");
+    EXPECT_EQ(contentRemark(url, "<html>", QStringLiteral("text/html; charset=utf-8")),
+              QStringLiteral("not a picture (text/html)"));
+    EXPECT_EQ(contentRemark(url, "", QStringLiteral("text/\nplain")),
+              QStringLiteral("not a picture (text/ plain)"));
+    EXPECT_LT(contentRemark(url, "x", QString(5000, u'x')).size(), 100);
+}
+
+TEST(PictureRemark, SaysThatNoDateComes)
+{
+    EXPECT_TRUE(dateRemark(QString()).contains(u"no date"));
+    EXPECT_EQ(dateRemark(QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT")), QString());
+}
+
+} // namespace
+} // namespace velmora::test

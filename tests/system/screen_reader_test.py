@@ -1,0 +1,60 @@
+"""What the built program tells a screen reader, asked for over the bus on which screen readers ask."""
+
+import json
+import subprocess
+import unittest
+from pathlib import Path
+
+import house
+from browser_window import TITLE
+from desktop import Desktop
+from house import House, camera_lists
+from program import Program
+from waiting import until
+
+READER = Path(__file__).with_name("screen_reader.py")
+SYSTEM_PYTHON = "/usr/bin/python3"
+
+
+class ScreenReaderTest(unittest.TestCase):
+    def setUp(self):
+        self.desktop = Desktop(self)
+        self.house = House(self)
+        control = {"Control": {"StRep": "C:\\none\\", "Tempo": "60"}}
+        self.house.write_settings(control, camera_lists(["http://127.0.0.1:9/a.jpg"]), {"Groupe0": {"lNew0": "12"}})
+
+    def bus(self):
+        """A bus of the test's own; what it starts ends with it."""
+        base = self.house.environment() | self.desktop.environment()
+        bus = Program(["dbus-daemon", "--session", "--nofork", "--print-address"], base)
+        self.addCleanup(bus.end)
+        [address, *_] = until(lambda: bus.out, 10, bus.report)
+        return base | {"DBUS_SESSION_BUS_ADDRESS": address, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+
+    def told(self, environment):
+        words = [SYSTEM_PYTHON, "-B", READER, "Velmora"]
+        run = subprocess.run(words, env=environment, capture_output=True, text=True, check=True, timeout=60)
+        return [json.loads(line) for line in run.stdout.splitlines()]
+
+    def test_tells_values_and_roles(self):
+        environment = self.bus()
+        self.house.start(env=environment)
+        self.desktop.window(TITLE)
+        things = until(lambda: self.told(environment), 30, "the program on the bus")
+        pairs = {(thing["role"], thing["name"]) for thing in things}
+        for expected in (
+            ("frame", "Velmora"),
+            ("frame", TITLE),
+            ("label", "New images of camera 0: 12"),
+            ("label", "Refresh time of camera 0: 00:00:00"),
+            ("image", "Live picture of the selected camera"),
+            ("image", "Image 1 of the sheet"),
+        ):
+            self.assertIn(expected, pairs)
+        messages = [name for role, name in pairs if role == "label" and name.startswith("Message: ")]
+        self.assertTrue(any("storage folder does not exist" in message for message in messages), pairs)
+        self.assertEqual([], [name for _, name in pairs if "&" in name])
+
+
+if __name__ == "__main__":
+    house.main()

@@ -1,0 +1,251 @@
+"""The program's windows under three window managers: who stands above whom, who has the keyboard, and where a
+window comes back."""
+
+import time
+import unittest
+
+import house
+from answers import fresh, hang
+from browser_window import FILM, FILM_KEY, MAIN, MAIN_WIDTH, QUESTION, QUIT_KEY, SETUP_KEY, TITLE
+from camera_server import CameraServer
+from desktop import MANAGERS, Desktop
+from house import House, camera_lists
+from pictures import colour_of, plain
+from program import Program
+from waiting import until
+
+TWIPS = 15  # a pixel
+SPLASH_WIDTH = 400  # at most; the main window of the same title is wider
+TICKS_SECONDS = 2.3  # two ticks of the timer that keeps the film in front
+AT_ONCE_SECONDS = 5  # of a time-out of sixty
+OTHER_PROGRAM = "Event Tester"
+
+
+class WindowCase(unittest.TestCase):
+    def begin(self, manager, size="1280x1024", control=None):
+        self.desktop = Desktop(self, size, manager)
+        self.server = CameraServer(self, {"/a.jpg": fresh(20_000)})
+        self.house = House(self)
+        self.url = self.server.url("/a.jpg")
+        own = {"StRep": "C:\\in\\", "Tempo": "60", "TIO": "60", "Vitesse": "1000"} | (control or {})
+        self.house.write_settings({"Control": own}, camera_lists([self.url]))
+        folder = self.house.folder(self.url)
+        folder.mkdir()
+        for number in range(3):
+            (folder / f"20240102_10000{number}0203.png").write_bytes(plain(colour_of(number)))
+
+    def start(self):
+        """The browser's window once it has its frame."""
+        self.program = self.house.start(env=self.desktop.environment())
+        browser = self.desktop.window(TITLE)
+        if self.desktop.manager:
+            until(lambda: self.desktop.frame(browser).top > 0, 10, "the frame")
+        return browser
+
+    def wait_for_image(self):
+        until(lambda: self.house.camera_value(0, "lNew") == "1", 30, self.program.report)
+
+    def splash(self):
+        places = {window: self.desktop.place(window) for window in self.desktop.windows(MAIN)}
+        return next((window for window, place in places.items() if place and place.width <= SPLASH_WIDTH), None)
+
+    def expect_above(self, upper, lower, what):
+        order = lambda: [window for window in self.desktop.stacking() if window in (upper, lower)]
+        until(lambda: order() == [lower, upper], 5, lambda: f"{what} ({order()}, not {[lower, upper]})")
+
+    def wait_for_keyboard(self, window, what):
+        until(lambda: self.desktop.active() == window, 10, lambda: f"{what} ({self.desktop.active()}, not {window})")
+
+    def corner(self, window):
+        """Of the window's frame."""
+        place, frame = self.desktop.place(window), self.desktop.frame(window)
+        return place.x - frame.left, place.y - frame.top
+
+    def expect_on_screen(self, window, size):
+        width, height = (int(number) for number in size.split("x"))
+        frame, place, (left, top) = self.desktop.frame(window), self.desktop.place(window), self.corner(window)
+        self.assertGreater(frame.top, 0)
+        self.assertGreaterEqual((left, top), (0, 0))
+        self.assertLessEqual(left + frame.left + place.width + frame.right, width)
+        self.assertLessEqual(top + frame.top + place.height + frame.bottom, height)
+
+    def control(self, key):
+        return int(self.house.settings()["Control"][key])
+
+
+class StackingTest(WindowCase):
+    """One story a window manager."""
+
+    def tell(self, manager):
+        self.begin(manager)
+        browser, splash = self.start(), self.splash()
+        self.expect_above(splash, browser, "the start box above the images")
+        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.wait_for_image()
+        self.desktop.press(FILM_KEY)
+        film = self.desktop.window(FILM)
+        self.expect_above(film, browser, "the film above the images")
+        self.desktop.activate(browser)
+        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.expect_above(film, browser, "the film above the images that came up")
+        self.desktop.press("Delete")
+        question = self.desktop.window(QUESTION)
+        other = self.another_program()
+        until(lambda: not self.splash(), 10, "the end of the start box")
+        self.desktop.activate(other)
+        self.wait_for_keyboard(other, "the other program with the keyboard")
+        self.expect_above(other, film, "the other program above the film")
+        self.expect_no_change_of_order()
+        self.expect_above(question, film, "the question above the film")
+        self.desktop.activate(question)
+        self.wait_for_keyboard(question, "the question with the keyboard")
+        self.desktop.press("Escape")
+        self.desktop.wait_until_gone(QUESTION)
+        self.expect_setup_when_minimised(browser)
+        self.expect_a_key_ends_the_last_pass()
+
+    def expect_no_change_of_order(self):
+        order, end = self.desktop.stacking(), time.monotonic() + TICKS_SECONDS
+
+        def kept_to_the_end():
+            self.assertEqual(order, self.desktop.stacking())
+            return time.monotonic() > end
+
+        until(kept_to_the_end, 30, "the ticks")
+
+    def another_program(self):
+        tester = Program(["xev"], self.desktop.environment() | {"PATH": "/usr/bin:/bin"})
+        self.addCleanup(tester.end)
+        return self.desktop.window(OTHER_PROGRAM)
+
+    def expect_setup_when_minimised(self, browser):
+        self.desktop.activate(browser)
+        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.desktop.press(SETUP_KEY)
+        main = self.desktop.window(MAIN, MAIN_WIDTH)
+        self.wait_for_keyboard(main, "the main window with the keyboard")
+        self.desktop.tool("windowminimize", "--sync", main)
+        self.desktop.activate(browser)
+        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.desktop.press(SETUP_KEY)
+        hidden = lambda: "_NET_WM_STATE_HIDDEN" in self.desktop.property("_NET_WM_STATE", main)
+        until(lambda: main in self.desktop.windows(MAIN) and not hidden(), 10, "the main window opened again")
+        self.desktop.activate(main)
+        self.wait_for_keyboard(main, "the main window with the keyboard")
+        self.desktop.press("alt+k")
+        self.wait_for_keyboard(browser, "the images with the keyboard")
+
+    def expect_a_key_ends_the_last_pass(self):
+        self.server.answer("/a.jpg", hang)
+        asked = self.server.count("/a.jpg")
+        self.desktop.press(QUIT_KEY)
+        until(lambda: self.server.count("/a.jpg") > asked, 20, "the last pass")
+        closing = self.desktop.window(MAIN)
+        self.wait_for_keyboard(closing, "the closing box with the keyboard")
+        self.assertTrue(self.program.runs)
+        self.desktop.press("x")
+        self.assertTrue(self.program.ends_within(AT_ONCE_SECONDS), self.program.report())
+
+    def test_under_openbox(self):
+        self.tell("openbox")
+
+    def test_under_metacity(self):
+        self.tell("metacity")
+
+    def test_under_xfwm4(self):
+        self.tell("xfwm4")
+
+
+class PlaceTest(WindowCase):
+    """Where windows come back, to the pixel."""
+
+    def move(self, window, corner):
+        frame = self.desktop.frame(window)
+        self.desktop.move(window, corner)
+        until(lambda: self.corner(window) != (0, 0), 5, "the move")
+        place = self.corner(window)
+        until(lambda: self.corner(window) == place and self.desktop.frame(window) == frame, 5, "the frame")
+        return place
+
+    def end(self, browser):
+        self.desktop.activate(browser)
+        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.desktop.press(QUIT_KEY)
+        self.assertEqual(0, self.program.wait(30), self.program.report())
+
+    def come_back(self, manager):
+        self.begin(manager)
+        browser = self.start()
+        until(lambda: self.corner(browser) == (0, 0), 5, lambda: f"the corner ({self.corner(browser)})")
+        self.expect_on_screen(browser, "1280x1024")
+        self.wait_for_image()
+        place = self.move(browser, (150, 15))
+        self.desktop.activate(browser)
+        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.desktop.press(FILM_KEY)
+        film = self.desktop.window(FILM)
+        film_place = self.move(film, (302, 263))
+        self.end(browser)
+        stored = [self.control(key) for key in ("Planche.Left", "Planche.Top", "fCine.left", "fCine.Top")]
+        self.assertEqual([TWIPS * number for number in (*place, *film_place)], stored)
+        for _ in range(2):
+            browser = self.start()
+            until(lambda: self.corner(browser) == place, 5, lambda: f"{place} ({self.corner(browser)})")
+            self.desktop.activate(browser)
+            self.wait_for_keyboard(browser, "the images with the keyboard")
+            self.desktop.press(FILM_KEY)
+            film = self.desktop.window(FILM)
+            until(lambda: self.corner(film) == film_place, 5, lambda: f"{film_place} ({self.corner(film)})")
+            self.end(browser)
+            self.assertEqual(
+                stored, [self.control(key) for key in ("Planche.Left", "Planche.Top", "fCine.left", "fCine.Top")]
+            )
+
+    def test_under_openbox(self):
+        self.come_back("openbox")
+
+    def test_under_metacity(self):
+        self.come_back("metacity")
+
+    def test_under_xfwm4(self):
+        self.come_back("xfwm4")
+
+    def test_a_title_bar_stays_in_reach(self):
+        self.begin("openbox", control={"Planche.Top": "-3000", "Planche.Left": "-30000"})
+        browser = self.start()
+        until(lambda: self.corner(browser)[1] == 0, 5, lambda: f"the top ({self.corner(browser)})")
+        self.assertGreater(self.corner(browser)[0] + self.desktop.place(browser).width, 50)
+
+
+class WithoutManagerTest(WindowCase):
+    """Nothing keeps windows in order here but the program."""
+
+    def lowest_first(self):
+        words = self.desktop.tool("search", "--onlyvisible", "--name", f"^({TITLE}|{FILM}|{MAIN})$")
+        return [window for window in self.desktop.children() if window in words]
+
+    def test_the_film_comes_back_over_the_browser(self):
+        self.begin(None)
+        browser = self.start()
+        self.wait_for_image()
+        until(lambda: not self.splash(), 10, "the end of the start box")
+        self.desktop.focus(browser)
+        self.desktop.press(FILM_KEY)
+        film = self.desktop.window(FILM)
+        self.desktop.focus(browser)
+        until(lambda: self.lowest_first() == [browser, film], 5, lambda: f"the film above ({self.lowest_first()})")
+
+
+class SmallScreenTest(WindowCase):
+    def test_the_images_fit_on_small_screens(self):
+        for manager, size in zip(MANAGERS, ("1280x720", "1366x768", "1280x720")):
+            with self.subTest(manager=manager, size=size):
+                self.begin(manager, size, {"Planche.Top": "330", "Planche.Left": "4485"})
+                browser = self.start()
+                until(lambda: self.corner(browser) == (299, 22), 5, lambda: f"its place ({self.corner(browser)})")
+                self.expect_on_screen(browser, size)
+                self.doCleanups()
+
+
+if __name__ == "__main__":
+    house.main()

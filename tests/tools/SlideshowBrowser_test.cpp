@@ -56,11 +56,11 @@ TEST_F(SlideshowBrowser, APausedOneGetsANewImageAtItsEnd)
     open(30);
     tick(3);
     film_.PauseCine_MouseDown();
-    const int current = film_.current();
+    const int place = film_.current();
     house_.put(kCamera, QStringLiteral("20991231_2359593123.jpg"));
     browser_.refresh();
     house_.finish();
-    EXPECT_EQ(film_.current(), current);
+    EXPECT_EQ(film_.current(), place);
     EXPECT_EQ(face().range, (PlayRange{1, 31}));
     EXPECT_EQ(face().count, 31);
     EXPECT_FALSE(isRunning());

@@ -55,14 +55,19 @@ void HeadlessCapture::connectReports()
     });
     connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);
+    connect(&engine_.problems(), &Problems::warned, this,
+            [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
+}
+
+// From the first pass on: a start that is refused has said why.
+void HeadlessCapture::reportStandstills()
+{
     connect(&engine_.services().status, &CaptureStatus::changed, this,
             [this](Caption caption, const QString &text) {
                 if (caption == Caption::Standstill) {
                     say(text.isEmpty() ? QStringLiteral("The capture goes on") : text);
                 }
             });
-    connect(&engine_.problems(), &Problems::warned, this,
-            [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
 }
 
 SettingsSnapshot HeadlessCapture::settings() const
@@ -123,6 +128,7 @@ bool HeadlessCapture::start()
                             << Qt::endl;
         return false;
     }
+    reportStandstills();
     engine_.start();
     health_.start();
     engine_.launch(engine_.scheduler().Timer_Timer());

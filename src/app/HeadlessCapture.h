@@ -27,6 +27,7 @@ public:
 
 private:
     void connectReports();
+    void reportStandstills();
     void say(const QString &text);
     void reportFailure(CameraAddress camera, const QString &reason);
     void reportPass();

@@ -170,7 +170,14 @@ void CameraRowBoxes::showName()
     const QString name = page_.title(row_);
     const QString tip = QStringLiteral("Enter link");
     setPlainToolTip(*Source, name.isEmpty() ? tip : tip + u'\n' + name);
-    setPlainToolTip(*SB, name);
+    showReason();
+}
+
+void CameraRowBoxes::showReason()
+{
+    QStringList tip{page_.title(row_), page_.reason(row_)};
+    tip.removeAll(QString());
+    setPlainToolTip(*SB, tip.join(u'\n'));
 }
 
 // Like the folder's link but red, and in words for who sees no colours.
@@ -188,7 +195,7 @@ void CameraRowBoxes::showCounters()
 {
     const CameraRow &row = page_.row(row_);
     SB->setColour(row.lamp);
-    setPlainToolTip(*SB, page_.reason(row_));
+    showReason();
     BestTime->setText(row.bestTime.text());
     TimeLoad->setText(QString::number(row.loadSeconds));
     lNew->setText(QString::number(row.newImages));

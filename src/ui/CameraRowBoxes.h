@@ -76,6 +76,7 @@ private:
     void place(QGridLayout &grid);
     void showChoices();
     void showName();
+    void showReason();
     void bind();
     void setNames();
     void setTips();

@@ -3,6 +3,7 @@ a digest login, a stream over HTTP, and GStreamer's RTSP server."""
 
 import os
 import subprocess
+import time
 import unittest
 from pathlib import Path
 
@@ -64,7 +65,9 @@ class UndatedTest(unittest.TestCase):
     def test_keeps_what_differs_also_after_a_restart(self):
         for content, count in ((BODY, 1), (BODY, 1), (BODY + b"other", 2), (BODY + b"other", 2)):
             self.picture.write_bytes(content)
+            began = int(time.time())
             ended = self.capture("differing")
+            until(lambda began=began: int(time.time()) > began, 5, "a second in which another name is given")
             self.assertEqual(count, len(self.house.images(self.url)), ended.report())
         contents = {image.read_bytes() for image in self.house.images(self.url)}
         self.assertEqual({BODY, BODY + b"other"}, contents)

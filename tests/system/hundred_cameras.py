@@ -17,8 +17,10 @@ def camera(port, group, row):
     n = group * 10 + row
     host = f"127.0.0.1:{port}"
     old, new = "HTTP/1.0", "HTTP/1.1"
+    # The old protocol asks for the letter's byte in Windows-1252, so that is what the name on the server has.
+    accented = f"cam/caméra{n}.JPG".encode("cp1252").decode("utf-8", "surrogateescape")
     last = (
-        Camera(f"http://{host}/cam/caméra{n}.JPG", f"cam/caméra{n}.JPG", ".JPG", old),
+        Camera(f"http://{host}/cam/caméra{n}.JPG", accented, ".JPG", old),
         Camera(f"http://{host}/<none:cam>/{n}.jpg", f"cam/{n}.jpg", ".jpg", old),
     )
     return (
@@ -41,10 +43,13 @@ def hundred_cameras(port):
 
 def make_pictures(folder, names):
     """Writes one picture under each name (a path in the folder); makes its folders."""
-    for name in names:
+    plain = {name.encode("ascii", "replace").decode("ascii").replace("?", "_"): name for name in names}
+    for name in plain:
         Path(folder, name).parent.mkdir(parents=True, exist_ok=True)
-    command = [os.environ["VELMORA_MAKE_PICTURES"], str(folder), *names]
+    command = [os.environ["VELMORA_MAKE_PICTURES"], str(folder), *plain]
     subprocess.run(command, check=True, timeout=60)
+    for name, wanted in plain.items():
+        os.rename(Path(folder, name), Path(folder, wanted))
 
 
 def modified_at(index):
@@ -57,4 +62,4 @@ def set_modified(path, seconds):
 
 
 def path_asked(request):
-    return unquote(urlsplit(request.path).path).lstrip("/")
+    return unquote(urlsplit(request.path).path, errors="surrogateescape").lstrip("/")

@@ -96,8 +96,11 @@ class FolderTest(StorageCase):
         work = self.house.storage / "tmp"
         work.write_bytes(b"in the way")
         program = self.house.start("--capture")
-        until(lambda: sum(line.startswith("failed 0:") for line in program.out) > CAMERAS, 30, program.report)
+        until(lambda: sum(line.startswith("failed 0:") for line in program.out) == CAMERAS, 30, program.report)
+        asked = len(self.server.requests)
+        until(lambda: len(self.server.requests) >= asked + CAMERAS, 30, "another pass")
         self.assertEqual([0] * CAMERAS, self.counts())
+        self.assertEqual(CAMERAS, sum(line.startswith("failed") for line in program.out), program.report())
         work.unlink()
         self.wait_for_more(program)
         self.end(program)

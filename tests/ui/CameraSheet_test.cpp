@@ -187,7 +187,8 @@ TEST_F(CameraSheetTest, TheNameStandsInTheTipsOfTheRow)
     house_.house.settings.write(u"Camera03", u"Name", u"Garage");
     house_.house.page.reread();
     EXPECT_EQ(source.toolTip(), QStringLiteral("Enter link\n0:3 Garage"));
-    EXPECT_EQ(house_.find<QWidget>(QStringLiteral("SB3")).toolTip(), QStringLiteral("0:3 Garage"));
+    EXPECT_EQ(house_.find<QWidget>(QStringLiteral("SB3")).toolTip(),
+              QStringLiteral("0:3 Garage\nthe last download failed"));
 }
 
 TEST_F(CameraSheetTest, WhatIsTypedStaysWhenAnotherProgramChangesTheSettings)
@@ -246,7 +247,7 @@ TEST_F(CameraListWindowTest, StoresNothingWhileALineIsWrong)
 
 TEST_F(CameraListWindowTest, ReadsAFile)
 {
-    tree_.write(u"list.txt", QByteArray("\xFF\xFEh\0t\0t\0p\0:\0/\0/\0a\0/\0", 22));
+    tree_.write(u"list.txt", QByteArray("\xFF\xFEh\0t\0t\0p\0:\0/\0/\0a\0/\0", 20));
     window_.present();
     window_.openFile(tree_.path(u"list.txt"));
     ASSERT_EQ(preview_.rowCount(), 1);
@@ -269,7 +270,8 @@ TEST(ChoiceListNames, AreFoundByTyping)
     QTest::keyClicks(&list, QStringLiteral("gard"));
     ASSERT_FALSE(chosen.isEmpty());
     EXPECT_EQ(chosen.back().front().toInt(), 5);
-    EXPECT_EQ(list.item(3)->toolTip(), QStringLiteral("0:3 Garage"));
+    EXPECT_EQ(list.item(3)->toolTip(),
+              QStringLiteral("0:3 Garage\nthe last download failed"));
     ChoiceList other;
     other.show();
     other.describe(6, {}, QStringLiteral("2nd floor"));

@@ -169,7 +169,6 @@ void CameraRowBoxes::showName()
     const QString name = page_.title(row_);
     const QString tip = QStringLiteral("Enter link");
     setPlainToolTip(*Source, name.isEmpty() ? tip : tip + u'\n' + name);
-    setPlainToolTip(*SB, name);
 }
 
 void CameraRowBoxes::showCounters()

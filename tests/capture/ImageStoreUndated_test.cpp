@@ -92,6 +92,7 @@ TEST_F(Undated, TriesAgainWhenItsNameIsTaken)
     clock_.setLocal(kFakeStart); // set back: the name is that of the first picture
     load(4000);
     EXPECT_EQ(house_.images(kCamera).size(), 2);
+    clock_.advance(1min); // beyond the name of the second picture
     load(4000);
     EXPECT_EQ(house_.images(kCamera).size(), 3);
 }

@@ -13,8 +13,9 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # Libraries are found by Debian's own tool; their packages bring the toolkit's plugins for X and JPEG.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Without these the program runs, but: https cameras are refused without the authorities' certificates; RTSP
-# streams give no picture without ffmpeg; the buttons that open folders and images need xdg-open; WebP pictures are stored, but not shown, without the
-# toolkit's plugin for them; the toolkit runs on a Wayland desktop through X, unless it has its plugin.
+# streams give no picture and films are not made without ffmpeg; the buttons that open folders and images need
+# xdg-open; WebP pictures are stored, but not shown, without the toolkit's plugin for them; the toolkit runs on a
+# Wayland desktop through X, unless it has its plugin.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, ffmpeg, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "capture and show still images from network cameras")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Velmora fetches the picture of up to a hundred network cameras on a timer,

@@ -19,11 +19,11 @@ _velmora()
             compopt -o nospace
             mapfile -t COMPREPLY < <(compgen -W 'storage tick timeout debug group. camera.' -- "$word")
             ;;
-        --passes | --add | --camera | --name | --remove) ;;
+        --passes | --film | --hours | --every | --seconds | --fps | --size | --add | --camera | --name | --remove) ;;
         *)
             mapfile -t COMPREPLY < <(compgen -W '-h --help -v --version --program-folder --capture --passes
                 --add --camera --name --keep --remove --list --status --json --import-list --export-list
-                --set --get' -- "$word")
+                --set --get --film --hours --every --seconds --fps --size --stamp' -- "$word")
             ;;
     esac
 }

@@ -6,15 +6,16 @@
 #include "cameras/CameraTable.h"
 #include "cameras/FolderName.h"
 #include "cameras/StorageFolder.h"
+#include "health/DiskRoom.h"
+#include "health/HealthOptions.h"
+#include "health/HealthStore.h"
 #include "settings/Numbers.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
-#include <sys/statvfs.h>
 
 namespace velmora {
 namespace {
@@ -28,6 +29,7 @@ struct Sources
     const NativePaths &paths;
     QString storageText;
     const std::optional<ProgramReport> &report;
+    const CameraHealths &healths;
 };
 
 CameraState storedState(const SettingsSnapshot &settings, CameraAddress camera)
@@ -71,16 +73,28 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     if (images.newest) {
         status.newest = universalTimeText(*images.newest);
     }
+    const auto index = static_cast<std::size_t>(camera.group * kRows + camera.row);
+    if (const auto late = sources.healths.at(index).lateSince) {
+        status.late = universalTimeText(WallTime(late->time_since_epoch()));
+    }
     return status;
 }
 
-std::optional<qint64> freeBytes(const QString &folder)
+// The rate is that of the hours that the running program has written down.
+void takeRoom(ProgramStatus &status, const SettingsFile &settings, const CameraHealths &healths)
 {
-    struct statvfs info = {};
-    if (::statvfs(QFile::encodeName(folder).constData(), &info) != 0) {
-        return std::nullopt;
+    const std::optional<DiskRoom> room = diskRoom(status.storage);
+    if (!room) {
+        return;
     }
-    return static_cast<qint64>(info.f_bavail) * static_cast<qint64>(info.f_frsize);
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    qint64 bytesADay = 0;
+    for (const CameraHealth &health : healths) {
+        bytesADay += health.bytesADay(now);
+    }
+    status.freeBytes = room->freeBytes;
+    status.fullInDays = fullInDays(room->freeBytes, bytesADay);
+    status.isDiskLow = room->freeBytes < HealthOptions(settings).limitBytes(room->allBytes);
 }
 
 QString stateText(CameraState state)
@@ -113,7 +127,9 @@ QJsonObject cameraObject(const CameraStatus &status)
             {QStringLiteral("state"), stateText(status.state)},
             {QStringLiteral("failure"), orNull(status.failure)},
             {QStringLiteral("newest"), orNull(status.newest)},
-            {QStringLiteral("stored"), status.stored}};
+            {QStringLiteral("stored"), status.stored},
+            {QStringLiteral("late"), status.late.has_value()},
+            {QStringLiteral("since"), orNull(status.late)}};
 }
 
 QJsonValue pidValue(const ProgramStatus &status)
@@ -132,6 +148,7 @@ QJsonObject statusObject(const ProgramStatus &status)
             {QStringLiteral("storage"), status.storage},
             {QStringLiteral("storage_present"), status.storagePresent},
             {QStringLiteral("free_bytes"), orNull(status.freeBytes)},
+            {QStringLiteral("full_in_days"), orNull(status.fullInDays)},
             {QStringLiteral("cameras"), cameras}};
 }
 
@@ -142,13 +159,18 @@ QString statusLines(const ProgramStatus &status)
     text += QStringLiteral("storage %1, %2\n")
                 .arg(status.storage,
                      status.storagePresent ? QStringLiteral("there") : QStringLiteral("missing"));
+    if (status.isDiskLow) {
+        text +=
+            QStringLiteral("disk nearly full, %1 bytes free\n").arg(status.freeBytes.value_or(0));
+    }
     for (const CameraStatus &camera : status.cameras) {
         text += QStringList{cameraText(camera.camera),
                             stateText(camera.state),
                             camera.newest.value_or(QStringLiteral("-")),
                             QString::number(camera.stored),
                             camera.name,
-                            camera.failure.value_or(QString())}
+                            camera.failure.value_or(QString()),
+                            camera.late ? QStringLiteral("late since ") + *camera.late : QString()}
                     .join(u'\t') +
                 u'\n';
     }
@@ -162,12 +184,13 @@ ProgramStatus programStatus(const SettingsFile &settings, const NativePaths &pat
                             const std::optional<ProgramReport> &report)
 {
     const SettingsSnapshot snapshot = settings.snapshot();
-    const Sources sources{snapshot, paths, storedStorage(snapshot), report};
+    const StoredHealth health = loadHealth(settings.programFolder());
+    const Sources sources{snapshot, paths, storedStorage(snapshot), report, health.cameras};
     ProgramStatus status;
     status.pid = holder;
     status.storage = paths.native(sources.storageText).value_or(sources.storageText);
     status.storagePresent = folderExists(status.storage);
-    status.freeBytes = freeBytes(status.storage);
+    takeRoom(status, settings, health.cameras);
     for (int index = 0; index < kGroups * kRows; ++index) {
         const CameraAddress camera{index / kRows, index % kRows};
         const QString url = CameraTable::url(snapshot, camera);
@@ -180,12 +203,12 @@ ProgramStatus programStatus(const SettingsFile &settings, const NativePaths &pat
 
 bool isWell(const ProgramStatus &status)
 {
-    return status.storagePresent &&
+    return status.storagePresent && !status.isDiskLow &&
            std::ranges::none_of(status.cameras, [](const CameraStatus &camera) {
                const bool failing =
                    camera.state == CameraState::Failed ||
                    (camera.state == CameraState::Loading && camera.failure.has_value());
-               return camera.on && failing;
+               return camera.on && (failing || camera.late.has_value());
            });
 }
 

@@ -26,6 +26,7 @@ struct CameraStatus
     std::optional<QString> failure; // of a camera that is not well, in this run
     std::optional<QString> newest;  // universal time
     qint64 stored = 0;              // images in its folder
+    std::optional<QString> late;    // since when nothing new came for too long, universal time
 };
 
 /// A further field is filled in by programStatus() and written by statusObject(); what it means for
@@ -35,7 +36,9 @@ struct ProgramStatus
     std::optional<qint64> pid; // of the program that runs on the folder; 0 when it does not say
     QString storage;           // native path
     bool storagePresent = false;
-    std::optional<qint64> freeBytes; // nothing when it cannot be asked
+    std::optional<qint64> freeBytes;  // nothing when it cannot be asked
+    std::optional<double> fullInDays; // at the rate of the last day; nothing without one
+    bool isDiskLow = false;           // less is free than is to be
     std::vector<CameraStatus> cameras;
 };
 
@@ -45,7 +48,7 @@ struct ProgramStatus
                                           const std::optional<ProgramReport> &report);
 
 /// True when nothing needs looking after: the storage is there and no camera of a group that is on
-/// has failed.
+/// has failed or is late, and the disk has room.
 [[nodiscard]] bool isWell(const ProgramStatus &status);
 
 /// The exit status is 0 when all is well, 1 when something is wrong, 2 when nothing runs.

@@ -16,8 +16,11 @@ BrowserEngine::BrowserEngine(CaptureEngine &capture, MailSender &sender)
     , loader_(pictures_, capture.clock(), capture.scope())
     , alarm_(capture.services(), data_, capture.scope())
     , mail_(capture.settings(), sender, capture.clock(), capture.scope())
+    , calendar_(browser_)
+    , filmMaker_(capture.services(), data_, film_, capture.scope())
 {
     QObject::connect(&capture.store(), &ImageStore::imageStored, &browser_, &ImageBrowser::follow);
+    QObject::connect(&capture.store(), &ImageStore::imageStored, &calendar_, &Calendar::follow);
     QObject::connect(&film_, &Slideshow::fileChosen, &browser_, &ImageBrowser::chooseFile);
 }
 

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "app/CaptureEngine.h"
+#include "browser/Calendar.h"
 #include "browser/ImageBrowser.h"
 #include "pictures/PictureLoader.h"
 #include "tools/AlarmMail.h"
+#include "tools/FilmMaker.h"
 #include "tools/MotionAlarm.h"
 #include "tools/Slideshow.h"
 
@@ -22,6 +24,10 @@ public:
 
     [[nodiscard]] MotionAlarm &alarm() { return alarm_; }
 
+    [[nodiscard]] Calendar &calendar() { return calendar_; }
+
+    [[nodiscard]] FilmMaker &filmMaker() { return filmMaker_; }
+
     [[nodiscard]] AlarmMail &mail() { return mail_; }
 
     [[nodiscard]] PictureCache &pictures() { return pictures_; }
@@ -36,6 +42,8 @@ private:
     PictureLoader loader_;
     MotionAlarm alarm_;
     AlarmMail mail_;
+    Calendar calendar_;
+    FilmMaker filmMaker_;
 };
 
 } // namespace velmora

@@ -31,6 +31,7 @@ void addOptions(QCommandLineParser &parser)
     parser.addOption(
         {kPasses, QStringLiteral("With --capture: ends after <n> passes."), QStringLiteral("n")});
     addAdminOptions(parser);
+    addFilmOptions(parser);
 }
 
 // The toolkit's options that are followed by a value.
@@ -86,6 +87,17 @@ StartRequest runRequest(const QCommandLineParser &parser)
     return run;
 }
 
+StartRequest filmStart(const QCommandLineParser &parser)
+{
+    auto asked = filmRequest(parser);
+    if (const auto *const problem = std::get_if<QString>(&asked)) {
+        return usageError(*problem);
+    }
+    FilmRequest film = std::get<FilmRequest>(std::move(asked));
+    film.programFolder = parser.value(kFolder);
+    return film;
+}
+
 } // namespace
 
 StartRequest parseCommandLine(const QStringList &arguments)
@@ -104,6 +116,9 @@ StartRequest parseCommandLine(const QStringList &arguments)
     }
     if (parser.isSet(QStringLiteral("version"))) {
         return PrintRequest{QStringLiteral("Velmora " VELMORA_VERSION "\n")};
+    }
+    if (asksForFilm(parser)) {
+        return filmStart(parser);
     }
     if (!parser.positionalArguments().isEmpty()) {
         return usageError(

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "admin/AdminCommand.h"
+#include "app/FilmCommand.h"
 
 #include <QString>
 #include <QStringList>
@@ -38,7 +39,7 @@ struct UsageError
     QString text;
 };
 
-using StartRequest = std::variant<RunRequest, AdminRequest, PrintRequest, UsageError>;
+using StartRequest = std::variant<RunRequest, AdminRequest, FilmRequest, PrintRequest, UsageError>;
 
 /// arguments: those of the program, its name first. Options of the windowing toolkit ("-platform
 /// offscreen",

@@ -24,8 +24,10 @@ QString withoutNumbers(QString reason)
 
 } // namespace
 
-HeadlessCapture::HeadlessCapture(CaptureEngine &engine, std::optional<int> passes)
+HeadlessCapture::HeadlessCapture(CaptureEngine &engine, MailSender &sender,
+                                 std::optional<int> passes)
     : engine_(engine)
+    , health_(engine, sender)
     , passesLeft_(passes)
     , out_(stdout)
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
@@ -40,6 +42,8 @@ void HeadlessCapture::connectReports()
                 ++stored_;
                 say(QStringLiteral("stored %1 %2").arg(title(camera), fileName));
             });
+    connect(&health_, &HealthEngine::noticed, this,
+            [this](const QString &text) { out_ << text << Qt::endl; });
     connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
     connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
         if (failures_.remove(nameOf(camera)) > 0) {
@@ -120,6 +124,7 @@ bool HeadlessCapture::start()
         return false;
     }
     engine_.start();
+    health_.start();
     engine_.launch(engine_.scheduler().Timer_Timer());
     return true;
 }

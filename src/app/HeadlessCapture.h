@@ -1,7 +1,7 @@
 // Capture without windows: says on standard output what it stores, and what has changed.
 #pragma once
 
-#include "app/CaptureEngine.h"
+#include "app/HealthEngine.h"
 
 #include <QHash>
 #include <QTextStream>
@@ -16,7 +16,7 @@ class HeadlessCapture : public QObject
 
 public:
     /// passes: end after so many; none for no end.
-    HeadlessCapture(CaptureEngine &engine, std::optional<int> passes);
+    HeadlessCapture(CaptureEngine &engine, MailSender &sender, std::optional<int> passes);
 
     /// Begins the first pass, behind which the timer goes on. False, with a sentence on the error
     /// output, when the storage folder is missing.
@@ -37,6 +37,7 @@ private:
     void leaveAfterError(const QString &text);
 
     CaptureEngine &engine_;
+    HealthEngine health_;
     std::optional<int> passesLeft_;
     QTextStream out_;
     QHash<QString, QString> failures_; // of cameras whose last fetch failed: the kind, by name

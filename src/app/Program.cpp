@@ -29,6 +29,7 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     : engine_(engine)
     , opener_(opener)
     , images_(engine_, sender)
+    , health_(engine_, sender)
     , import_(engine_, images_)
     , links_(opener_, engine_.paths(), engine_.scope())
     , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
@@ -39,6 +40,9 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , film_(images_.film(), engine_.settings(), engine_.storage())
     , importWindow_(import_.import(), import_.loader())
     , alarm_(images_.alarm(), images_.mail())
+    , calendar_(images_.calendar())
+    , healthWindow_(health_.book(), health_.watch(), engine_.settings())
+    , filmKeep_(images_.filmMaker(), images_.film())
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
     film_.standAbove(planche_);
@@ -46,6 +50,8 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     connectSheet();
     connectBrowser();
     connectAlarm();
+    connectKeeping();
+    connectHealth();
     connectConformity();
     connectProblems();
 }
@@ -114,6 +120,42 @@ void Program::connectAlarm()
     });
 }
 
+void Program::connectKeeping()
+{
+    connect(&planche_, &planche::calendarWanted, &calendar_, &CalendarWindow::present);
+    connect(&planche_, &planche::keepWanted, &filmKeep_, &FilmKeep::present);
+    connect(&film_, &fCine::keepWanted, &filmKeep_, &FilmKeep::present);
+    connect(&filmKeep_, &FilmKeep::openWanted, this, &Program::open);
+}
+
+void Program::connectHealth()
+{
+    connect(&planche_, &planche::healthWanted, &healthWindow_, &HealthWindow::present);
+    connect(&healthWindow_, &HealthWindow::cameraWanted, this, &Program::goTo);
+    connect(&health_, &HealthEngine::noticed, &planche_, &planche::showMessage);
+    connect(&health_.watch(), &HealthWatch::lateChanged, this, [this] {
+        planche_.showLate(health_.watch().late());
+        interface_.showLate(health_.watch().late());
+    });
+    connect(&health_.watch(), &HealthWatch::roomChanged, this, &Program::showRoom);
+    connect(&health_.oldest(), &OldestFirst::imagesDeleted, &images_.browser(),
+            &ImageBrowser::showDeletion);
+}
+
+// Where a person looks for what was stored: how long that will go on.
+void Program::showRoom()
+{
+    const auto &room = health_.watch().room();
+    planche_.showRoom(room ? roomText(*room, health_.book().bytesADay()) : QString());
+}
+
+void Program::goTo(CameraAddress camera)
+{
+    showImages();
+    images_.browser().chooseGroup(camera.group);
+    images_.browser().chooseCamera(camera.row);
+}
+
 void Program::connectConformity()
 {
     Conformity &conformity = engine_.conformity();
@@ -151,6 +193,7 @@ QCoro::Task<> Program::startUp()
     Initialise();
     engine_.storage().testSA();
     engine_.start();
+    health_.start();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
         splash_.standAbove(interface_);
@@ -246,6 +289,10 @@ void Program::hideWindows()
     alarm_.close();
     sheet_.close();
     list_.close();
+    calendar_.close();
+    healthWindow_.close();
+    images_.filmMaker().cancel();
+    filmKeep_.close();
     zoom_.close();
     interface_.close();
     planche_.close();

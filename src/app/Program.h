@@ -3,8 +3,12 @@
 #pragma once
 
 #include "app/BrowserEngine.h"
+#include "app/HealthEngine.h"
 #include "app/ImportEngine.h"
 #include "ui/Alarm.h"
+#include "ui/CalendarWindow.h"
+#include "ui/FilmKeep.h"
+#include "ui/HealthWindow.h"
 #include "ui/CameraListWindow.h"
 #include "ui/CameraSheet.h"
 #include "ui/Interface.h"
@@ -45,6 +49,10 @@ private:
     void connectBrowser();
     void connectAlarm();
     void tellUndated(CameraAddress camera);
+    void connectKeeping();
+    void connectHealth();
+    void showRoom();
+    void goTo(CameraAddress camera);
     void connectConformity();
     void connectProblems();
     void showSplash();
@@ -64,6 +72,7 @@ private:
     CaptureEngine &engine_;
     DesktopOpener &opener_;
     BrowserEngine images_;
+    HealthEngine health_;
     ImportEngine import_;
     MessageBoxes messages_;
     mOuvreLien links_;
@@ -74,6 +83,9 @@ private:
     fCine film_;
     frmImport importWindow_;
     Alarm alarm_;
+    CalendarWindow calendar_;
+    HealthWindow healthWindow_;
+    FilmKeep filmKeep_;
     Zoom zoom_;
     frmSplash splash_;
     frmQuitte closing_;

@@ -4,6 +4,7 @@
 #include "app/CommandLine.h"
 #include "app/DesktopIdentity.h"
 #include "app/HeadlessCapture.h"
+#include "app/HeadlessFilm.h"
 #include "app/Memory.h"
 #include "app/Program.h"
 #include "app/ProgramFolder.h"
@@ -106,7 +107,8 @@ void tellTrouble(CaptureEngine &engine, const SingleInstance &instance)
 int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher,
                           const SingleInstance &instance, std::optional<int> passes)
 {
-    HeadlessCapture capture(engine, passes);
+    SmtpClient mail;
+    HeadlessCapture capture(engine, mail, passes);
     tellTrouble(engine, instance);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
     return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;
@@ -180,6 +182,33 @@ int administerFolder(int argc, char **argv, const AdminRequest &request)
     }));
 }
 
+// Fonts come with the toolkit's windows, of which the film shows none.
+std::unique_ptr<QCoreApplication> makeFilmApplication(int &argc, char **argv, bool needsFonts)
+{
+    if (!needsFonts) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+int makeFilm(int argc, char **argv, const FilmRequest &request)
+{
+    const auto application = makeFilmApplication(argc, argv, request.isStamped);
+    QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
+    const QString folder = programFolder(currentPlace(request.programFolder));
+    if (folder.isEmpty()) {
+        return fail(QStringLiteral("the program folder cannot be made"), 1);
+    }
+    SignalWatcher signalWatcher;
+    SystemClock clock;
+    HeadlessFilm film(request, folder, clock);
+    QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &film, &HeadlessFilm::interrupt);
+    film.start();
+    QCoreApplication::exec();
+    return film.status();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -189,6 +218,7 @@ int main(int argc, char **argv)
     return std::visit(
         Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },
                    [&](const AdminRequest &asked) { return administerFolder(argc, argv, asked); },
+                   [&](const FilmRequest &asked) { return makeFilm(argc, argv, asked); },
                    [](const PrintRequest &asked) {
                        QTextStream(stdout) << asked.text;
                        return 0;

@@ -43,6 +43,9 @@ public:
 
     [[nodiscard]] const ImageNames &names() const { return *names_; }
 
+    /// The same names for whoever needs them after the list has taken others.
+    [[nodiscard]] std::shared_ptr<const ImageNames> shared() const { return names_; }
+
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
 

@@ -34,6 +34,9 @@ public:
     /// The first name, in order, that begins with the text, in either case.
     [[nodiscard]] std::optional<qsizetype> firstBeginningWith(QByteArrayView text) const;
 
+    /// Number of names that come before a text in the list's order.
+    [[nodiscard]] qsizetype countBefore(QByteArrayView text) const { return namesBefore(text); }
+
     /// Memory that the list takes.
     [[nodiscard]] std::size_t bytes() const;
 

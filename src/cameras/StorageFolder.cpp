@@ -132,8 +132,9 @@ void StorageFolder::beginEdit()
 void StorageFolder::edit(const QString &typed)
 {
     beginEdit();
-    emptied_ = typed.trimmed().isEmpty();
     text_ = withBackslashes(typed);
+    // The cleaning makes "\" of nothing, and what is taken out letter by letter ends there too.
+    emptied_ = FormRep(text_.trimmed()) == QStringLiteral("\\");
     testSA();
     store();
 }

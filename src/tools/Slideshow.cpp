@@ -29,6 +29,7 @@ Slideshow::Slideshow(const SettingsFile &settings, EventLog &log, BrowserData &d
     timer_.setObjectName(QStringLiteral("cine"));
     timer_.setTimerType(Qt::PreciseTimer);
     connect(&timer_, &QTimer::timeout, this, &Slideshow::cine_Timer);
+    connect(&data_.files, &QAbstractItemModel::modelReset, this, &Slideshow::followList);
 }
 
 bool Slideshow::isPlaying() const
@@ -73,6 +74,7 @@ void Slideshow::begin()
         load();
     }
     face_.count = data_.files.count();
+    folder_ = data_.files.folder();
     current_ = 0;
     face_.range = {1, face_.count};
     face_.tDebut = fileAt(1).name.left(kDayLetters);
@@ -90,6 +92,22 @@ void Slideshow::begin()
     face_.image = fileAt(1);
     face_.nFich = face_.image.name.left(kStemLetters);
     Q_EMIT changed();
+}
+
+// A show that plays begins anew with a new list. A paused one keeps its place; images that came are
+// behind its end, and go with it when it went to the last.
+void Slideshow::followList()
+{
+    const int count = data_.files.count();
+    const bool isPaused = open_ && face_.PauseCine == kStart;
+    if (!isPaused || data_.files.folder() != folder_ || count <= face_.count) {
+        return;
+    }
+    if (face_.range.end == face_.count) {
+        face_.range.end = count;
+    }
+    face_.count = count;
+    showRange();
 }
 
 void Slideshow::moveTo(int index)

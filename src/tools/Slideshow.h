@@ -100,6 +100,7 @@ Q_SIGNALS:
 
 private:
     void load();
+    void followList();
     void showRange();
     void showCounters();
     [[nodiscard]] ImageFile fileAt(int position) const;
@@ -109,6 +110,7 @@ private:
     BrowserData &data_;
     QTimer timer_;
     FilmFace face_;
+    QString folder_; // whose images are played
     int current_ = 0;
     bool open_ = false;
     bool held_ = false;

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QSignalBlocker>
 
@@ -169,6 +170,17 @@ void CameraRowBoxes::showName()
     const QString name = page_.title(row_);
     const QString tip = QStringLiteral("Enter link");
     setPlainToolTip(*Source, name.isEmpty() ? tip : tip + u'\n' + name);
+}
+
+// Like the folder's link but red, and in words for who sees no colours.
+void CameraRowBoxes::showLate(bool late)
+{
+    QPalette colours = QGuiApplication::palette();
+    if (late) {
+        colours.setColor(QPalette::Link, Qt::red);
+    }
+    n->setPalette(colours);
+    n->setAccessibleDescription(late ? tr("late: nothing new came for long") : QString());
 }
 
 void CameraRowBoxes::showCounters()

@@ -38,6 +38,9 @@ public:
     /// Shows what the capture changes; the address box is the user's.
     void showCounters();
 
+    /// Marks the row of a camera that is late.
+    void showLate(bool late);
+
     /// Puts the boxes that take the focus behind `before`, address first; returns the last of them.
     QWidget *orderTabs(QWidget &before);
 

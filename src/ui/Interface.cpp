@@ -14,6 +14,8 @@
 #include <QGuiApplication>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
@@ -223,6 +225,7 @@ void Interface::showPage()
     for (CameraRowBoxes *const row : rows_) {
         row->showRow();
     }
+    showMarks();
 }
 
 void Interface::showCaption(Caption caption, const QString &text)
@@ -246,6 +249,26 @@ void Interface::showCaption(Caption caption, const QString &text)
     case Caption::Trouble:
         showMessage(text);
         break;
+    }
+}
+
+void Interface::showLate(const std::vector<CameraAddress> &late)
+{
+    late_ = late;
+    showMarks();
+}
+
+void Interface::showMarks()
+{
+    for (int group = 0; group < kGroups; ++group) {
+        const auto isOf = [group](CameraAddress camera) { return camera.group == group; };
+        const bool isLate = std::ranges::any_of(late_, isOf);
+        ui_->Selecteur->setTabTextColor(group, isLate ? QColor(Qt::red) : QColor());
+    }
+    for (int row = 0; row < kRows; ++row) {
+        const CameraAddress camera{services_.page.group(), row};
+        rows_.at(static_cast<std::size_t>(row))
+            ->showLate(std::ranges::find(late_, camera) != late_.end());
     }
 }
 

@@ -22,6 +22,7 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class Interface;
@@ -59,6 +60,8 @@ public:
 
     /// Gives a row of the group on screen an address, as if it had been typed and left.
     void fillAddress(CameraAddress camera, const QString &address);
+    /// Marks the tabs and rows of these cameras, which are late.
+    void showLate(const std::vector<CameraAddress> &late);
 
     /// While files are being renamed, the buttons that touch camera folders are off.
     void holdButtons();
@@ -93,6 +96,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void showMarks();
     void bindStorage();
     void bindOptions();
     void bindEdit(BoxEdit &box, void (CaptureOptions::*begin)(), void (CaptureOptions::*end)());
@@ -123,6 +127,7 @@ private:
     StorageBox *storageBox_ = nullptr;
     AddressPaste *paste_ = nullptr;
     std::array<CameraRowBoxes *, kRows> rows_{};
+    std::vector<CameraAddress> late_;
     bool mayClose_ = false;
 };
 

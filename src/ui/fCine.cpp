@@ -71,6 +71,7 @@ void fCine::bindControls()
     connect(ui_->sDebut, &QSlider::valueChanged, &film_, &Slideshow::sDebut_Change);
     connect(ui_->sFin, &QSlider::valueChanged, &film_, &Slideshow::sFin_Change);
     connect(ui_->vitesse, &QSlider::valueChanged, &film_, &Slideshow::vitesse_Change);
+    connect(ui_->bKeepFilm, &QAbstractButton::clicked, this, &fCine::keepWanted);
     connect(ui_->iCine, &PictureView::clicked, &film_, &Slideshow::iCine_Click);
     connect(ui_->iCine, &PictureView::resized, this, &fCine::showPicture);
     for (QLineEdit *const box : {ui_->tDebut, ui_->tFin}) {

@@ -2,7 +2,7 @@
 //
 //   fCine
 //     iCine
-//     PauseCine  Barre  Compte  Compte0  nFich
+//     PauseCine  Barre  Compte  Compte0  nFich  bKeepFilm
 //     tDebut  sDebut
 //     tFin    sFin
 //     vitesse
@@ -44,6 +44,9 @@ public:
 
     /// The film stands above this window, the browser's, and above no other. It outlives the film.
     void standAbove(QWidget &browser) { browser_ = &browser; }
+
+Q_SIGNALS:
+    void keepWanted();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -150,6 +150,9 @@ void planche::bindButtons()
 {
     connect(ui_->bFilm, &QAbstractButton::pressed, &browser_, &ImageBrowser::toggleFilm);
     connect(ui_->CmdAlarm, &QAbstractButton::clicked, this, &planche::alarmWanted);
+    connect(ui_->bKeep, &QAbstractButton::clicked, this, &planche::keepWanted);
+    connect(ui_->bCalendar, &QAbstractButton::clicked, this, &planche::calendarWanted);
+    connect(ui_->bHealth, &QAbstractButton::clicked, this, &planche::healthWanted);
     connect(ui_->cSetUp, &QAbstractButton::pressed, this, &planche::setUpPressed);
     connect(ui_->cSetUp, &QAbstractButton::released, this, &planche::setUpReleased);
     connect(ui_->Mini, &QAbstractButton::clicked, this, &QWidget::showMinimized);
@@ -203,6 +206,7 @@ void planche::showFace()
     } else {
         showCaptions(); // the view may be the other one
     }
+    showMarks();
 }
 
 // The keyboard stays with the list, whichever of the two it is.
@@ -421,6 +425,34 @@ void planche::showFailed(CameraAddress camera, const QString &reason)
 {
     const SettingsSnapshot settings = services_.table.settings().snapshot();
     statusLine_.tellEvent(tr("Camera %1: %2").arg(cameraTitle(settings, camera), reason));
+}
+
+void planche::showRoom(const QString &text)
+{
+    ui_->bHealth->setToolTip(text.isEmpty() ? tr("Which cameras deliver (Ctrl+H)")
+                                            : tr("Which cameras deliver (Ctrl+H); %1").arg(text));
+}
+
+void planche::showLate(const std::vector<CameraAddress> &late)
+{
+    late_ = late;
+    showMarks();
+}
+
+// Red where something is late; the lists' texts stay.
+void planche::showMarks()
+{
+    const auto mark = [](QListWidgetItem &item, bool isLate) {
+        item.setForeground(isLate ? QBrush(Qt::red) : QBrush());
+        item.setToolTip(isLate ? tr("late: nothing new came for long") : QString());
+    };
+    const int shown = browser_.choice().group;
+    for (int i = 0; i < kRows; ++i) {
+        const auto isOf = [i](CameraAddress camera) { return camera.group == i; };
+        mark(*ui_->lstGroupe->item(i), std::ranges::any_of(late_, isOf));
+        mark(*ui_->lstCam->item(i),
+             std::ranges::find(late_, CameraAddress{shown, i}) != late_.end());
+    }
 }
 
 void planche::showMessage(const QString &text)

@@ -6,7 +6,7 @@
 //       controls     lstGroupe  lstCam  LstDir or LstDirCam
 //                    lCamera | cAuto cCamera cScan | lDate lTime | NbI MousePos
 //                    bFilm CmdAlarm | cSetUp Mini Quitter
-//     status         ctrT  NbCapt  Capt  txtLog
+//     status         ctrT  NbCapt  Capt  txtLog  bKeep bCalendar bHealth
 #pragma once
 
 #include "browser/PressedEntry.h"
@@ -22,6 +22,7 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class planche;
@@ -59,6 +60,12 @@ public:
 
     void showMessage(const QString &text);
 
+    /// The room on the disk, told at the counter of what was stored.
+    void showRoom(const QString &text);
+
+    /// Marks the groups and cameras of these that are late.
+    void showLate(const std::vector<CameraAddress> &late);
+
     /// From now on a close is accepted instead of asked for.
     void allowClose() { mayClose_ = true; }
 
@@ -69,6 +76,9 @@ Q_SIGNALS:
     void setUpPressed();
     void setUpReleased();
     void alarmWanted();
+    void keepWanted();
+    void calendarWanted();
+    void healthWanted();
     void playWanted();
     void closeWanted();
 
@@ -88,12 +98,11 @@ private:
     void bindKeys();
     void fitScreen(const QRect &frame);
     void showFace();
-    void showNews(const QString &text);
-    void showStandstill(const QString &text);
     void showCamera();
     void showCaptions();
     void showNames(const SettingsSnapshot &settings);
     void showViewsList();
+    void showMarks();
     void showRemarks();
     [[nodiscard]] QString remarkIn(int cell) const;
     [[nodiscard]] QString captionOf(int cell) const;
@@ -114,8 +123,7 @@ private:
     CameraAddress shownCamera_;
     std::array<QString, kRows> names_; // of the group's cameras
     QString searchMessage_;            // in the status line, until another takes its place
-    QString standstill_;               // why nothing is captured
-    QString beforeStandstill_;
+    std::vector<CameraAddress> late_;
     int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;

@@ -69,7 +69,7 @@ TEST_F(ProgramStorage, ThatIsHalfTypedIsWaitedForBehindTheBrowserWhichSaysSo)
     bringUp(QStringLiteral("Interface"));
     QTest::keyClick(&box(), Qt::Key_Return);
     tickSoon();
-    EXPECT_EQ(tree_.folders(u"drives/c/i").size(), 1);
+    EXPECT_EQ(tree_.folders(u"drives/c/i").size(), 2) << "the camera's and the work folder";
     EXPECT_FALSE(browserLine().contains(QStringLiteral("waits")));
 }
 

@@ -92,6 +92,7 @@ TEST_F(ModesAndStorage, ShowTheCameraThatWasChosenWhileTheStorageBoxWasTypedInto
     browser_.chooseCamera(1);
     house_.finish();
     house_.capture.storage.putInForce();
+    QCoreApplication::processEvents(); // the browser hears of it from the event loop
     house_.finish();
     EXPECT_EQ(house_.NbI(), QStringLiteral("5 / 5"));
 }

@@ -312,12 +312,14 @@ TEST_F(FolderInForce, IsGivenBackByAnEmptiedBox)
     EXPECT_TRUE(told.first().contains(QStringLiteral("stays C:\\in\\")));
 }
 
-TEST_F(FolderInForce, CanBeTheRootWhenThatIsTyped)
+TEST_F(FolderInForce, StaysWhenALetterIsTypedIntoAnEmptiedBoxAndTakenOutAgain)
 {
+    const QString before = storage.inForce();
     storage.edit(QString());
+    storage.edit(QStringLiteral("\\x"));
     storage.edit(QStringLiteral("\\\\"));
     storage.putInForce();
-    EXPECT_TRUE(isInForce(QStringLiteral("\\")));
+    EXPECT_TRUE(isInForce(before));
 }
 
 TEST_F(FolderInForce, HasAnotherVersionForWhateverBeganBefore)

@@ -5,7 +5,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-LAYERS = ["base", "net", "settings", "cameras", "capture", "pictures", "browser", "tools", "ui", "app"]
+LAYERS = ["base", "net", "settings", "cameras", "capture", "pictures", "browser", "tools", "health", "admin", "ui", "app"]
 # What hands libcurl its work; TransferLoop runs it.
 CURL_USERS = ["Authorities.cpp", "TransferLoop.cpp", "ConnectedStream.cpp", "HttpClient.cpp", "SmtpClient.cpp"]
 MAX_LINES = 500

@@ -1,8 +1,8 @@
 """Runs clang-tidy over the program's own sources: tidy.py SOURCE_FOLDER BUILD_FOLDER.
 
 Nearly all of its time goes into the toolkit's headers, so many sources are read at once, as one unit that includes
-them: those whose local names do not meet, of all the layers without windows together, of each other layer alone. A unit
-whose sources, headers and configuration are as they were when it last passed is not read again.
+them: those whose local names do not meet, of all the layers that the windows see together, and of the composition. A
+unit whose sources, headers and configuration are as they were when it last passed is not read again.
 """
 
 import hashlib
@@ -15,7 +15,7 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 MOST = 30  # sources of a unit
-WINDOWS = ("ui", "app")  # their compile commands alone see what was generated for them
+TOP = "app"  # its compile command alone has what was defined for it
 
 
 def fingerprint(root):
@@ -39,9 +39,8 @@ def local_names(source):
 
 
 def room(source):
-    """What its unit is compiled as: a layer with windows, or the topmost of those without, which sees all of them."""
-    layer = Path(source).parent.name
-    return layer if layer in WINDOWS else ""
+    """What its unit is compiled as: the composition, or the layer below it, which sees all the others."""
+    return TOP if Path(source).parent.name == TOP else ""
 
 
 def units(sources):
@@ -61,14 +60,14 @@ def units(sources):
 
 
 def topmost(root, sources):
-    """A source of the highest layer without windows; the build names the layers from the lowest up."""
+    """A source of the layer below the composition; the build names the layers from the lowest up."""
     listed = re.findall(r"^add_subdirectory\((\w+)\)", Path(root, "src", "CMakeLists.txt").read_text(), re.M)
-    top = [layer for layer in listed if layer not in WINDOWS][-1]
+    top = [layer for layer in listed if layer != TOP][-1]
     return next(source for source in sources if Path(source).parent.name == top)
 
 
 def write_unit(number, sources, commands, top, folder):
-    """The compile command of a file that includes the sources. top: a source of the topmost layer without windows."""
+    """The compile command of a file that includes the sources. top: a source of the layer below the composition."""
     path = folder / f"unit{number}.cpp"
     path.write_text("".join(f'#include "{s}" // NOLINT(bugprone-suspicious-include)\n' for s in sources))
     model = sources[0] if room(sources[0]) else top

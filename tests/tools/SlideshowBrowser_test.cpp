@@ -51,6 +51,32 @@ TEST_F(SlideshowBrowser, GoesOnFromTheImageOfAClickedCell)
     EXPECT_EQ(face().image.name, imageName(22));
 }
 
+TEST_F(SlideshowBrowser, APausedOneGetsANewImageAtItsEnd)
+{
+    open(30);
+    tick(3);
+    film_.PauseCine_MouseDown();
+    const int place = film_.current();
+    house_.put(kCamera, QStringLiteral("20991231_2359593123.jpg"));
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(film_.current(), place);
+    EXPECT_EQ(face().range, (PlayRange{1, 31}));
+    EXPECT_EQ(face().count, 31);
+    EXPECT_FALSE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, APausedOneKeepsTheEndThatWasChosen)
+{
+    openAt(30, 5, 20);
+    film_.PauseCine_MouseDown();
+    house_.put(kCamera, QStringLiteral("20991231_2359593123.jpg"));
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(face().range, (PlayRange{5, 20}));
+    EXPECT_EQ(face().count, 31);
+}
+
 TEST_F(SlideshowBrowser, GoesOnWhileAnImageIsChosenInTheList)
 {
     open(30);

@@ -1,0 +1,42 @@
+// The options that make a film without windows.
+#pragma once
+
+#include "cameras/CameraAddress.h"
+#include "tools/FilmForm.h"
+#include "tools/FilmRange.h"
+
+#include <QString>
+
+#include <optional>
+#include <variant>
+
+class QCommandLineParser;
+
+namespace velmora {
+
+struct FilmRequest
+{
+    QString programFolder; // as given, empty for the usual one
+    CameraAddress camera;
+    FilmSpan span;
+    QString target; // as given
+    FilmHours hours;
+    qsizetype every = 1;
+    std::optional<int> seconds; // that the film is to last
+    std::optional<FilmRate> rate;
+    QSize size; // empty: that of the first picture
+    bool isStamped = false;
+};
+
+void addFilmOptions(QCommandLineParser &parser);
+
+/// True when a film is asked for.
+[[nodiscard]] bool asksForFilm(const QCommandLineParser &parser);
+
+/// What was asked for, or why that cannot be meant.
+[[nodiscard]] std::variant<FilmRequest, QString> filmRequest(const QCommandLineParser &parser);
+
+/// The rate of a film of so many images, and of them those that it shows.
+[[nodiscard]] FilmRate thinOut(FilmPicks &picks, const FilmRequest &request);
+
+} // namespace velmora

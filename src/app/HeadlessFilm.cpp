@@ -1,0 +1,134 @@
+#include "app/HeadlessFilm.h"
+
+#include "base/NativePaths.h"
+#include "cameras/CameraChoices.h"
+#include "cameras/CameraTable.h"
+#include "cameras/FolderName.h"
+#include "cameras/ShownAddress.h"
+#include "cameras/StoragePath.h"
+#include "settings/SettingsFile.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QTextStream>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+constexpr int kHundred = 100;
+const QString kUsualStorage = QStringLiteral("C:\\in");
+
+} // namespace
+
+HeadlessFilm::HeadlessFilm(FilmRequest request, QString programFolder, Clock &clock)
+    : request_(std::move(request))
+    , programFolder_(std::move(programFolder))
+    , clock_(clock)
+    , scope_([this](const QString &text) { say(text); })
+    , reader_(clock)
+    , film_(clock)
+{
+    connect(&film_, &FilmExport::advanced, this, &HeadlessFilm::follow);
+    connect(&film_, &FilmExport::ended, this, &HeadlessFilm::report);
+}
+
+void HeadlessFilm::say(const QString &text)
+{
+    QTextStream(stderr) << "velmora: " << text << Qt::endl;
+}
+
+void HeadlessFilm::start()
+{
+    scope_.launch(run());
+}
+
+// Nothing is written, not even a default: another program may be at work with these settings.
+QString HeadlessFilm::imageFolder()
+{
+    const SettingsSnapshot settings = SettingsFile(programFolder_).snapshot();
+    const QString url = CameraTable::schedule(settings, request_.camera).url;
+    if (url.isEmpty()) {
+        return {};
+    }
+    const QString name = cameraName(settings, request_.camera);
+    camera_ = name.isEmpty() ? shownAddress(url) : name;
+    const QString stored = settings.read(u"Control", u"StRep");
+    const QString storage = FormRep(stored.isEmpty() ? kUsualStorage : stored);
+    return NativePaths(programFolder_).native(storage + encodeFolderName(url)).value_or(QString());
+}
+
+QCoro::Task<> HeadlessFilm::run()
+{
+    co_await clock_.yield();
+    FilmOrder order;
+    order.folder = imageFolder();
+    if (order.folder.isEmpty()) {
+        report(FilmEnd::Failed,
+               tr("There is no camera %1:%2.").arg(request_.camera.group).arg(request_.camera.row));
+        co_return;
+    }
+    order.names = co_await reader_.names(order.folder, scope_.stopToken());
+    if (!order.names) {
+        report(FilmEnd::Cancelled, {});
+        co_return;
+    }
+    order.picks = filmPicks(*order.names, request_.span, request_.hours);
+    order.rate = thinOut(order.picks, request_);
+    order.size = request_.size;
+    order.isStamped = request_.isStamped;
+    order.camera = camera_;
+    order.target = QFileInfo(request_.target).absoluteFilePath();
+    film_.start(std::move(order));
+}
+
+// A pipe or a file is not filled with what is old a moment later.
+void HeadlessFilm::follow()
+{
+    const FilmTally &tally = film_.tally();
+    const int percent = static_cast<int>(tally.done * kHundred / std::max<qint64>(1, tally.all));
+    if (::isatty(STDERR_FILENO) == 0 || percent == shownPercent_) {
+        return;
+    }
+    shownPercent_ = percent;
+    QTextStream(stderr) << '\r' << tally.done << " / " << tally.all << " (" << percent << " %)"
+                        << Qt::flush;
+}
+
+void HeadlessFilm::report(FilmEnd end, const QString &text)
+{
+    if (shownPercent_ >= 0) {
+        QTextStream(stderr) << "\n";
+    }
+    if (end == FilmEnd::Made) {
+        const FilmTally &tally = film_.tally();
+        QTextStream(stdout) << request_.target << ": " << tally.shown << " images, "
+                            << tally.size.width() << "x" << tally.size.height() << ", "
+                            << tally.leftOut() << " left out" << Qt::endl;
+    } else {
+        say(end == FilmEnd::Cancelled ? tr("interrupted, no film made") : text);
+    }
+    const int status = end == FilmEnd::Made     ? kMade
+                       : end == FilmEnd::Failed ? kFailed
+                                                : kInterrupted;
+    leave(status);
+}
+
+QCoro::Task<> HeadlessFilm::leave(int status)
+{
+    status_ = status;
+    co_await clock_.yield(); // what called may itself be a task that is waited for
+    scope_.requestStop();
+    co_await scope_.join();
+    QCoreApplication::quit();
+}
+
+void HeadlessFilm::interrupt()
+{
+    scope_.requestStop();
+    film_.cancel();
+}
+
+} // namespace velmora

@@ -1,0 +1,57 @@
+// Makes a film without windows: says on a terminal how far it is, and how it ended.
+#pragma once
+
+#include "base/Clock.h"
+
+// Behind the headers that the toolkit's compiler can read only in this order.
+#include "app/FilmCommand.h"
+#include "base/TaskScope.h"
+#include "browser/FolderReader.h"
+#include "tools/FilmExport.h"
+
+#include <QObject>
+
+namespace velmora {
+
+class HeadlessFilm : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kMade = 0;
+    static constexpr int kFailed = 1;
+    static constexpr int kInterrupted = 130; // as a shell has it for an interrupt
+
+    /// programFolder: native path; its settings tell the camera's folder. The clock outlives the
+    /// object.
+    HeadlessFilm(FilmRequest request, QString programFolder, Clock &clock);
+
+    /// Begins; the application quits at the end.
+    void start();
+
+    /// Gives the film up.
+    void interrupt();
+
+    /// How it ended, for the shell.
+    [[nodiscard]] int status() const { return status_; }
+
+private:
+    QCoro::Task<> run();
+    [[nodiscard]] QString imageFolder();
+    void follow();
+    void report(FilmEnd end, const QString &text);
+    QCoro::Task<> leave(int status);
+    void say(const QString &text);
+
+    FilmRequest request_;
+    QString programFolder_;
+    Clock &clock_;
+    TaskScope scope_;
+    FolderReader reader_;
+    FilmExport film_;
+    QString camera_;
+    int shownPercent_ = -1;
+    int status_ = kFailed;
+};
+
+} // namespace velmora

@@ -1,0 +1,118 @@
+#include "browser/Calendar.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace velmora {
+
+using std::chrono::year_month_day;
+
+Calendar::Calendar(ImageBrowser &browser)
+    : browser_(browser)
+{
+    connect(&lists().files(), &QAbstractItemModel::modelReset, this, [this] {
+        if (open_) {
+            count();
+        }
+    });
+    // Queued: whoever lists the images selects one of them first.
+    connect(&lists().files(), &QAbstractItemModel::modelReset, this, &Calendar::goOn,
+            Qt::QueuedConnection);
+}
+
+void Calendar::open()
+{
+    open_ = true;
+    chosen_.reset();
+    count();
+}
+
+void Calendar::count()
+{
+    days_ = countDays(lists().files().names());
+    const auto images = [](const DayCount &day) { return day.images.count; };
+    const auto fullest = std::ranges::max_element(days_, {}, images);
+    most_ = fullest == days_.end() ? 0 : fullest->images.count;
+    if (days_.empty()) {
+        chosen_.reset();
+    } else if (!chosen_) {
+        chosen_ = days_.back().day;
+    }
+    hours_ = chosen_ ? countHours(lists().files().names(), *chosen_) : HourCounts();
+    Q_EMIT counted();
+}
+
+qsizetype Calendar::imagesOf(year_month_day day) const
+{
+    const auto found = std::ranges::lower_bound(days_, day, {}, &DayCount::day);
+    return found != days_.end() && found->day == day ? found->images.count : 0;
+}
+
+void Calendar::choose(year_month_day day)
+{
+    if (chosen_ != day) {
+        chosen_ = day;
+        hours_ = countHours(lists().files().names(), day);
+        Q_EMIT dayChosen();
+    }
+}
+
+void Calendar::goToDay(year_month_day day)
+{
+    choose(day);
+    const auto found = std::ranges::lower_bound(days_, day, {}, &DayCount::day);
+    const bool isThere = found != days_.end() && found->day == day;
+    goTo(dayKey(day) + "_120000", isThere ? found->images : ImageRun());
+}
+
+void Calendar::goToHour(int hour)
+{
+    if (chosen_ && hour >= 0 && hour < kHoursOfDay) {
+        const QByteArray text = QByteArray::number(hour).rightJustified(2, '0');
+        goTo(dayKey(*chosen_) + '_' + text + "3000", hours_.at(static_cast<std::size_t>(hour)));
+    }
+}
+
+// The group view shows another thing; the list is gone to when it has given way.
+void Calendar::goTo(const QByteArray &moment, const ImageRun &run)
+{
+    if (lists().state().view == View::Group) {
+        waiting_ = run.count > 0 ? lists().files().names().name(run.first).left(15) : moment;
+        browser_.setMode(Mode::Camera, false);
+    } else if (run.count > 0) {
+        browser_.chooseFile(static_cast<int>(run.first));
+    } else if (const auto nearest = nearestTo(lists().files().names(), moment)) {
+        browser_.chooseFile(static_cast<int>(*nearest));
+    }
+}
+
+void Calendar::goOn()
+{
+    if (waiting_.isEmpty() || lists().state().view != View::Camera) {
+        return;
+    }
+    const auto nearest = nearestTo(lists().files().names(), std::exchange(waiting_, {}));
+    if (nearest) {
+        browser_.chooseFile(static_cast<int>(*nearest));
+    }
+}
+
+void Calendar::follow(CameraAddress camera, const QString &fileName)
+{
+    const QByteArray name = QFile::encodeName(fileName);
+    const auto day = dayOfKey(name);
+    const bool isListed = lists().files().names().find(name).has_value();
+    if (!open_ || camera != lists().state().camera || !day || isListed) {
+        return;
+    }
+    const auto at = std::ranges::lower_bound(days_, *day, {}, &DayCount::day);
+    const auto found = at != days_.end() && at->day == *day
+                           ? at
+                           : days_.insert(at, {*day, {lists().files().count(), 0}});
+    most_ = std::max(most_, ++found->images.count);
+    chosen_ = chosen_.value_or(*day);
+    Q_EMIT counted();
+}
+
+} // namespace velmora

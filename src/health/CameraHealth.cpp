@@ -1,0 +1,204 @@
+#include "health/CameraHealth.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+
+#include <algorithm>
+#include <vector>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono;
+
+constexpr std::size_t kIntervals = 12;
+
+qint64 hourOf(Moment when)
+{
+    return floor<hours>(when).time_since_epoch().count();
+}
+
+QJsonValue momentJson(const std::optional<Moment> &when)
+{
+    return when ? QJsonValue(static_cast<qint64>(when->time_since_epoch().count())) : QJsonValue();
+}
+
+std::optional<Moment> momentFrom(const QJsonValue &value)
+{
+    return value.isDouble() ? std::optional(Moment(seconds(value.toInteger()))) : std::nullopt;
+}
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("CameraHealth", text);
+}
+
+} // namespace
+
+HourBar &CameraHealth::bar(qint64 hour)
+{
+    const auto at = std::ranges::lower_bound(hours_, hour, {}, &Hour::hour);
+    const auto found = at != hours_.end() && at->hour == hour ? at : hours_.insert(at, {hour, {}});
+    return found->bar;
+}
+
+void CameraHealth::addImage(Moment when, qint64 size)
+{
+    if (newest && when > *newest) {
+        intervals_.push_back((when - *newest).count());
+        if (intervals_.size() > kIntervals) {
+            intervals_.pop_front();
+        }
+    }
+    newest = newest ? std::max(*newest, when) : when;
+    ++images;
+    bytes += size;
+    HourBar &now = bar(hourOf(when));
+    ++now.images;
+    now.bytes += size;
+    while (hours_.size() > kBars) {
+        hours_.pop_front();
+    }
+    failure.clear();
+    failedSince.reset();
+    failures = 0;
+}
+
+void CameraHealth::fail(Moment when, const QString &reason)
+{
+    failure = reason;
+    failedSince = failedSince.value_or(when);
+    ++failures;
+}
+
+void CameraHealth::takeCount(const CameraHealth &counted)
+{
+    images = counted.images;
+    bytes = counted.bytes;
+    if (!newest) {
+        newest = counted.newest;
+        intervals_ = counted.intervals_;
+        hours_ = counted.hours_;
+    }
+}
+
+std::optional<seconds> CameraHealth::usualInterval() const
+{
+    if (intervals_.empty()) {
+        return std::nullopt;
+    }
+    std::vector<qint64> sorted(intervals_.begin(), intervals_.end());
+    std::ranges::sort(sorted);
+    return seconds(sorted[sorted.size() / 2]);
+}
+
+std::array<HourBar, kBars> CameraHealth::bars(Moment now) const
+{
+    std::array<HourBar, kBars> bars{};
+    const qint64 first = hourOf(now) - kBars + 1;
+    for (const Hour &hour : hours_) {
+        if (hour.hour >= first && hour.hour < first + kBars) {
+            bars.at(static_cast<std::size_t>(hour.hour - first)) = hour.bar;
+        }
+    }
+    return bars;
+}
+
+int CameraHealth::imagesADay(Moment now) const
+{
+    int sum = 0;
+    for (const HourBar &hour : bars(now)) {
+        sum += hour.images;
+    }
+    return sum;
+}
+
+qint64 CameraHealth::bytesADay(Moment now) const
+{
+    qint64 sum = 0;
+    for (const HourBar &hour : bars(now)) {
+        sum += hour.bytes;
+    }
+    return sum;
+}
+
+std::optional<Moment> CameraHealth::quietSince() const
+{
+    return newest ? newest : failedSince;
+}
+
+QJsonObject CameraHealth::toJson() const
+{
+    QJsonArray intervals;
+    for (const qint64 interval : intervals_) {
+        intervals.append(interval);
+    }
+    QJsonArray hourly;
+    for (const Hour &hour : hours_) {
+        hourly.append(QJsonArray{hour.hour, hour.bar.images, hour.bar.bytes});
+    }
+    return {{QStringLiteral("folder"), folder},
+            {QStringLiteral("newest"), momentJson(newest)},
+            {QStringLiteral("images"), images},
+            {QStringLiteral("bytes"), bytes},
+            {QStringLiteral("failure"), failure},
+            {QStringLiteral("failedSince"), momentJson(failedSince)},
+            {QStringLiteral("failures"), failures},
+            {QStringLiteral("lateSince"), momentJson(lateSince)},
+            {QStringLiteral("intervals"), intervals},
+            {QStringLiteral("hours"), hourly}};
+}
+
+CameraHealth CameraHealth::fromJson(const QJsonObject &object)
+{
+    CameraHealth camera;
+    camera.folder = object[QStringLiteral("folder")].toString();
+    camera.newest = momentFrom(object[QStringLiteral("newest")]);
+    camera.images = object[QStringLiteral("images")].toInteger();
+    camera.bytes = object[QStringLiteral("bytes")].toInteger();
+    camera.failure = object[QStringLiteral("failure")].toString();
+    camera.failedSince = momentFrom(object[QStringLiteral("failedSince")]);
+    camera.failures = object[QStringLiteral("failures")].toInt();
+    camera.lateSince = momentFrom(object[QStringLiteral("lateSince")]);
+    const QJsonArray intervals = object[QStringLiteral("intervals")].toArray();
+    for (const QJsonValue &interval : intervals) {
+        if (camera.intervals_.size() < kIntervals && interval.toInteger() > 0) {
+            camera.intervals_.push_back(interval.toInteger());
+        }
+    }
+    const QJsonArray hourly = object[QStringLiteral("hours")].toArray();
+    for (const QJsonValue &entry : hourly) {
+        const QJsonArray hour = entry.toArray();
+        if (camera.hours_.size() < kBars) {
+            camera.bar(hour.at(0).toInteger()) = {hour.at(1).toInt(), hour.at(2).toInteger()};
+        }
+    }
+    return camera;
+}
+
+std::optional<seconds> LateRule::patience(const CameraHealth &camera) const
+{
+    if (times <= 0 || (!camera.usualInterval() && camera.failures == 0)) {
+        return std::nullopt;
+    }
+    return std::max(least, times * camera.usualInterval().value_or(seconds(0)));
+}
+
+QString ageText(seconds age)
+{
+    const auto minute = duration_cast<minutes>(age).count();
+    constexpr int kHour = 60;
+    constexpr int kDay = 24 * kHour;
+    if (minute < 1) {
+        return tr("%1 s").arg(std::max<qint64>(0, age.count()));
+    }
+    if (minute < kHour) {
+        return tr("%1 min").arg(minute);
+    }
+    if (minute < 2 * kDay) {
+        return tr("%1 h %2 min").arg(minute / kHour).arg(minute % kHour);
+    }
+    return tr("%1 days").arg(minute / kDay);
+}
+
+} // namespace velmora

@@ -1,0 +1,271 @@
+#include "health/HealthBook.h"
+
+#include "cameras/CameraChoices.h"
+#include "cameras/ShownAddress.h"
+#include "capture/CameraFolder.h"
+#include "health/HealthCount.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono;
+
+CameraAddress addressOf(int index)
+{
+    return {index / kRows, index % kRows};
+}
+
+} // namespace
+
+HealthBook::HealthBook(const CaptureServices &services, TaskScope &scope)
+    : services_(services)
+    , scope_(scope)
+    , slice_(services.clock)
+{
+}
+
+std::size_t HealthBook::indexOf(CameraAddress camera)
+{
+    return static_cast<std::size_t>(camera.group * kRows + camera.row);
+}
+
+const CameraHealth &HealthBook::camera(CameraAddress camera) const
+{
+    return healths_.at(indexOf(camera));
+}
+
+Moment HealthBook::now() const
+{
+    const WallTime utc = services_.clock.localNow() - services_.clock.utcOffset();
+    return Moment(utc.time_since_epoch());
+}
+
+void HealthBook::load()
+{
+    StoredHealth stored = loadHealth(services_.table.settings().programFolder());
+    maySave_ = stored.state != HealthFile::Newer;
+    healths_ = std::move(stored.cameras);
+    followTable();
+}
+
+void HealthBook::save()
+{
+    if (isChanged_ && maySave_) {
+        isChanged_ = false;
+        saveHealth(services_.table.settings().programFolder(), healths_);
+    }
+}
+
+std::vector<CameraAddress> HealthBook::cameras() const
+{
+    std::vector<CameraAddress> list;
+    for (int index = 0; index < kCameras; ++index) {
+        if (seen_.at(static_cast<std::size_t>(index)).isConfigured) {
+            list.push_back(addressOf(index));
+        }
+    }
+    return list;
+}
+
+QString HealthBook::title(CameraAddress camera) const
+{
+    return seen_.at(indexOf(camera)).title;
+}
+
+void HealthBook::followTable()
+{
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const std::vector<CameraAddress> before = cameras();
+    for (int index = 0; index < kCameras; ++index) {
+        const CameraAddress camera = addressOf(index);
+        takeCamera(settings, camera);
+    }
+    if (cameras() != before) {
+        Q_EMIT tableChanged();
+    }
+}
+
+// A camera is known by its folder: with another address it is another one.
+void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString url = CameraTable::url(settings, camera);
+    Seen &seen = seen_.at(indexOf(camera));
+    const QString folder = url.isEmpty() ? QString() : cameraFolder(services_, camera);
+    seen.isConfigured = !folder.isEmpty();
+    const QString name = cameraName(settings, camera);
+    const QString title = cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(url) : name);
+    const bool isOther = known(camera).folder != folder;
+    const bool isRenamed = std::exchange(seen.title, title) != title;
+    if (isOther) {
+        known(camera) = CameraHealth();
+        known(camera).folder = folder;
+        seen.quietSince.reset();
+        isChanged_ = true;
+    }
+    if (seen.isConfigured && (isOther || !seen.quietSince)) {
+        anchor(camera);
+    }
+    if (isOther && seen.isConfigured) {
+        startCounting(camera);
+    }
+    if (isOther || isRenamed) {
+        Q_EMIT changed(camera);
+    }
+    const double lamp = settings.number(groupSection(camera.group), rowKey(u"SB", camera.row));
+    if (lamp == static_cast<qint32>(LampColour::Green)) {
+        addSuccess(camera);
+    }
+}
+
+CameraHealth &HealthBook::known(CameraAddress camera)
+{
+    return healths_.at(indexOf(camera));
+}
+
+// Where the clock that only advances stood when the camera became quiet. A date that is still to
+// come is one of a clock that was wrong.
+void HealthBook::anchor(CameraAddress camera)
+{
+    if (const auto since = this->camera(camera).quietSince()) {
+        const auto age = std::max(seconds(0), now() - *since);
+        seen_.at(indexOf(camera)).quietSince = services_.clock.monotonicNow() - age;
+    }
+}
+
+std::optional<seconds> HealthBook::quiet(CameraAddress camera) const
+{
+    const auto since = seen_.at(indexOf(camera)).quietSince;
+    return since ? std::optional(duration_cast<seconds>(services_.clock.monotonicNow() - *since))
+                 : std::nullopt;
+}
+
+void HealthBook::forgive(milliseconds duration)
+{
+    for (Seen &seen : seen_) {
+        if (seen.quietSince) {
+            *seen.quietSince += duration;
+        }
+    }
+}
+
+qint64 HealthBook::bytesADay() const
+{
+    qint64 sum = 0;
+    for (const CameraAddress address : cameras()) {
+        sum += camera(address).bytesADay(now());
+    }
+    return sum;
+}
+
+void HealthBook::setLate(CameraAddress camera, bool late)
+{
+    CameraHealth &health = known(camera);
+    if (health.lateSince.has_value() != late) {
+        health.lateSince = late ? std::optional(now()) : std::nullopt;
+        change(camera);
+    }
+}
+
+void HealthBook::addImage(CameraAddress camera, const QString &fileName)
+{
+    if (!seen_.at(indexOf(camera)).isConfigured) {
+        followTable();
+    }
+    CameraHealth &health = known(camera);
+    const qint64 bytes = QFileInfo(cameraFolder(services_, camera) + u'/' + fileName).size();
+    health.addImage(now(), bytes);
+    seen_.at(indexOf(camera)).quietSince = services_.clock.monotonicNow();
+    const bool wasLate = health.lateSince.has_value();
+    setLate(camera, false);
+    change(camera);
+    if (wasLate) {
+        Q_EMIT cameBack(camera);
+    }
+}
+
+void HealthBook::addFailure(CameraAddress camera, const QString &reason)
+{
+    const bool isFirst = !this->camera(camera).quietSince();
+    known(camera).fail(now(), reason);
+    if (isFirst) {
+        anchor(camera);
+    }
+    change(camera);
+}
+
+// It gives what it gave before.
+void HealthBook::addSuccess(CameraAddress camera)
+{
+    CameraHealth &health = known(camera);
+    if (health.failures > 0) {
+        health.failures = 0;
+        health.failure.clear();
+        health.failedSince.reset();
+        change(camera);
+    }
+}
+
+void HealthBook::change(CameraAddress camera)
+{
+    isChanged_ = true;
+    Q_EMIT changed(camera);
+}
+
+void HealthBook::recount(CameraAddress camera)
+{
+    startCounting(camera);
+}
+
+void HealthBook::startCounting(CameraAddress camera)
+{
+    if (std::ranges::find(toCount_, camera) == toCount_.end()) {
+        toCount_.push_back(camera);
+    }
+    if (!counting_) {
+        counting_ = true;
+        scope_.launch(countWaiting());
+    }
+}
+
+QCoro::Task<> HealthBook::countWaiting()
+{
+    const auto atEnd = qScopeGuard([this] { counting_ = false; });
+    co_await services_.clock.yield();
+    while (!toCount_.empty() && !scope_.stopToken().stop_requested()) {
+        const CameraAddress camera = toCount_.front();
+        toCount_.pop_front();
+        co_await count(camera);
+    }
+}
+
+QCoro::Task<> HealthBook::count(CameraAddress camera)
+{
+    const QString folder = cameraFolder(services_, camera);
+    HealthCount counting(folder);
+    slice_.begin();
+    while (counting.countSome()) {
+        if (slice_.isOver()) {
+            co_await services_.clock.yield();
+            slice_.begin();
+        }
+        if (scope_.stopToken().stop_requested()) {
+            co_return;
+        }
+    }
+    if (this->camera(camera).folder == folder) { // still
+        const bool isFirst = !this->camera(camera).newest;
+        known(camera).takeCount(counting.take());
+        if (isFirst) {
+            anchor(camera);
+        }
+        change(camera);
+    }
+}
+
+} // namespace velmora

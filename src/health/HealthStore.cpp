@@ -1,0 +1,62 @@
+#include "health/HealthStore.h"
+
+#include "base/FileWriter.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+constexpr int kVersion = 1;
+constexpr qint64 kMostBytes = qint64{4} << 20;
+
+QString path(const QString &programFolder)
+{
+    return programFolder + QStringLiteral("/Velmora.health");
+}
+
+} // namespace
+
+StoredHealth loadHealth(const QString &programFolder)
+{
+    StoredHealth stored;
+    QFile file(path(programFolder));
+    const bool isReadable =
+        !file.isSequential() && file.size() <= kMostBytes && file.open(QIODevice::ReadOnly);
+    const QJsonObject root =
+        isReadable ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    const int version = root[QStringLiteral("version")].toInt();
+    if (version < 1) {
+        return stored;
+    }
+    if (version > kVersion) {
+        stored.state = HealthFile::Newer;
+        return stored;
+    }
+    stored.state = HealthFile::Read;
+    const QJsonArray cameras = root[QStringLiteral("cameras")].toArray();
+    for (qsizetype i = 0; i < std::min<qsizetype>(kCameras, cameras.size()); ++i) {
+        stored.cameras[static_cast<std::size_t>(i)] =
+            CameraHealth::fromJson(cameras.at(i).toObject());
+    }
+    return stored;
+}
+
+void saveHealth(const QString &programFolder, const CameraHealths &cameras)
+{
+    QJsonArray list;
+    for (const CameraHealth &camera : cameras) {
+        list.append(camera.folder.isEmpty() ? QJsonObject() : camera.toJson());
+    }
+    const QJsonDocument document(
+        QJsonObject{{QStringLiteral("version"), kVersion}, {QStringLiteral("cameras"), list}});
+    const std::error_code ignored =
+        replaceFile(path(programFolder), document.toJson(QJsonDocument::Compact));
+    static_cast<void>(ignored); // counted anew, if need be
+}
+
+} // namespace velmora

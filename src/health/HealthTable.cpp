@@ -1,0 +1,216 @@
+#include "health/HealthTable.h"
+
+#include <QColor>
+#include <QLocale>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPause = 1s;
+constexpr qint64 kBeyondAges = 100'000'000'000; // seconds
+
+// Late before failing before good before unknown.
+qint64 badness(const CameraHealth &camera)
+{
+    if (camera.lateSince) {
+        return 3;
+    }
+    return camera.failures > 0 ? 2 : camera.newest ? 0 : 1;
+}
+
+QColor lamp(const CameraHealth &camera)
+{
+    switch (badness(camera)) {
+    case 3:
+        return Qt::red;
+    case 2:
+        return {255, 128, 0};
+    case 1:
+        return Qt::gray;
+    default:
+        return {0, 200, 0};
+    }
+}
+
+QString stateText(const CameraHealth &camera)
+{
+    switch (badness(camera)) {
+    case 3:
+        return HealthTable::tr("late");
+    case 2:
+        return HealthTable::tr("failing");
+    case 1:
+        return HealthTable::tr("no image yet");
+    default:
+        return HealthTable::tr("good");
+    }
+}
+
+} // namespace
+
+HealthTable::HealthTable(HealthBook &book)
+    : book_(book)
+    , cameras_(book.cameras())
+{
+    timer_.setSingleShot(true);
+    timer_.setInterval(kPause);
+    connect(&timer_, &QTimer::timeout, this, &HealthTable::showMarked);
+    connect(&book_, &HealthBook::changed, this, &HealthTable::mark);
+    connect(&book_, &HealthBook::tableChanged, this, &HealthTable::rebuild);
+}
+
+void HealthTable::rebuild()
+{
+    beginResetModel();
+    cameras_ = book_.cameras();
+    marked_.clear();
+    endResetModel();
+}
+
+void HealthTable::refresh()
+{
+    if (cameras_ != book_.cameras()) {
+        rebuild();
+    } else if (!cameras_.empty()) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
+    }
+}
+
+void HealthTable::mark(CameraAddress camera)
+{
+    marked_.insert(camera);
+    if (!timer_.isActive()) {
+        timer_.start();
+    }
+}
+
+void HealthTable::showMarked()
+{
+    for (const CameraAddress camera : std::exchange(marked_, {})) {
+        const auto found = std::ranges::find(cameras_, camera);
+        if (found != cameras_.end()) {
+            const int row = static_cast<int>(found - cameras_.begin());
+            Q_EMIT dataChanged(index(row, 0), index(row, kColumns - 1));
+        }
+    }
+}
+
+int HealthTable::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(cameras_.size());
+}
+
+int HealthTable::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : kColumns;
+}
+
+QVariant HealthTable::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section >= kColumns) {
+        return {};
+    }
+    const std::array<QString, kColumns> titles{
+        tr("State"),       tr("Camera"),       tr("Newest image"), tr("Usual interval"),
+        tr("Last 24 h"),   tr("Last failure"), tr("Failing for"),  tr("Failures"),
+        tr("Bytes a day"), tr("Bytes in all")};
+    return titles.at(static_cast<std::size_t>(section));
+}
+
+QString HealthTable::text(CameraAddress camera, Column column) const
+{
+    const CameraHealth &health = book_.camera(camera);
+    const auto age = [this](const std::optional<Moment> &when) {
+        return when ? ageText(std::max(std::chrono::seconds(0), book_.now() - *when)) : QString();
+    };
+    const auto size = [](qint64 bytes) { return QLocale().formattedDataSize(bytes); };
+    switch (column) {
+    case Lamp:
+        return stateText(health);
+    case Camera:
+        return book_.title(camera);
+    case Age:
+        return age(health.newest);
+    case Interval:
+        return health.usualInterval() ? ageText(*health.usualInterval()) : QString();
+    case Day:
+        return QString::number(health.imagesADay(book_.now()));
+    case Failure:
+        return health.failure;
+    case FailedFor:
+        return age(health.failedSince);
+    case Failures:
+        return QString::number(health.failures);
+    case ADay:
+        return size(health.bytesADay(book_.now()));
+    case InAll:
+        return size(health.bytes);
+    }
+    return {};
+}
+
+// Ages as the time since 1970, the longest first.
+QVariant HealthTable::sortValue(CameraAddress camera, Column column) const
+{
+    const CameraHealth &health = book_.camera(camera);
+    const auto since = [](const std::optional<Moment> &when) {
+        return when ? static_cast<qint64>(-when->time_since_epoch().count()) : qint64{0};
+    };
+    switch (column) {
+    case Lamp: // among equals, who has been quiet for longest
+        return badness(health) * kBeyondAges +
+               std::min<qint64>(kBeyondAges - 1, book_.quiet(camera).value_or(0s).count());
+    case Age:
+        return since(health.newest);
+    case Interval:
+        return static_cast<qint64>(health.usualInterval().value_or(0s).count());
+    case Day:
+        return health.imagesADay(book_.now());
+    case FailedFor:
+        return since(health.failedSince);
+    case Failures:
+        return health.failures;
+    case ADay:
+        return health.bytesADay(book_.now());
+    case InAll:
+        return health.bytes;
+    default:
+        return text(camera, column);
+    }
+}
+
+QVariantList HealthTable::bars(CameraAddress camera) const
+{
+    QVariantList list;
+    for (const HourBar &hour : book_.camera(camera).bars(book_.now())) {
+        list.append(hour.images);
+    }
+    return list;
+}
+
+QVariant HealthTable::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount() || index.column() >= kColumns) {
+        return {};
+    }
+    const CameraAddress camera = address(index.row());
+    const auto column = static_cast<Column>(index.column());
+    switch (role) {
+    case Qt::DisplayRole:
+        return text(camera, column);
+    case Qt::DecorationRole:
+        return column == Lamp ? QVariant(lamp(book_.camera(camera))) : QVariant();
+    case kSortRole:
+        return sortValue(camera, column);
+    case kBarsRole:
+        return column == Day ? QVariant(bars(camera)) : QVariant();
+    default:
+        return {};
+    }
+}
+
+} // namespace velmora

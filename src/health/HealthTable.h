@@ -1,0 +1,56 @@
+// The table of all cameras, worst first, for a view.
+#pragma once
+
+#include "health/HealthBook.h"
+
+#include <QAbstractTableModel>
+#include <QTimer>
+
+#include <set>
+
+namespace velmora {
+
+/// Changes are shown together, once a second at most.
+class HealthTable : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { Lamp, Camera, Age, Interval, Day, Failure, FailedFor, Failures, ADay, InAll };
+
+    static constexpr int kColumns = InAll + 1;
+    static constexpr int kSortRole = Qt::UserRole;
+    static constexpr int kBarsRole = Qt::UserRole + 1; // images of each of 24 hours
+
+    /// The book outlives the table.
+    explicit HealthTable(HealthBook &book);
+
+    /// Shows what there is now; ages grow while they are looked at.
+    void refresh();
+
+    [[nodiscard]] CameraAddress address(int row) const
+    {
+        return cameras_.at(static_cast<std::size_t>(row));
+    }
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
+
+private:
+    void rebuild();
+    void mark(CameraAddress camera);
+    void showMarked();
+    [[nodiscard]] QString text(CameraAddress camera, Column column) const;
+    [[nodiscard]] QVariant sortValue(CameraAddress camera, Column column) const;
+    [[nodiscard]] QVariantList bars(CameraAddress camera) const;
+
+    HealthBook &book_;
+    std::vector<CameraAddress> cameras_;
+    std::set<CameraAddress> marked_;
+    QTimer timer_;
+};
+
+} // namespace velmora

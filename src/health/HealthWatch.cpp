@@ -1,0 +1,195 @@
+#include "health/HealthWatch.h"
+
+#include <QLocale>
+#include <QStringList>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPause = 5s;
+constexpr int kPausesBetweenSaves = 12;
+constexpr std::size_t kMostNamed = 10;
+
+// So that a disk at its limit is not told of again and again.
+qint64 wellAbove(qint64 limit)
+{
+    return limit + limit / 10;
+}
+
+} // namespace
+
+HealthWatch::HealthWatch(const CaptureServices &services, HealthBook &book, Scheduler &scheduler,
+                         OldestFirst &oldest)
+    : services_(services)
+    , book_(book)
+    , scheduler_(scheduler)
+    , oldest_(oldest)
+    , options_(services.table.settings())
+{
+    connect(&scheduler_, &Scheduler::passEnded, this, &HealthWatch::trust);
+    connect(&book_, &HealthBook::cameBack, this,
+            [this](CameraAddress camera) { back_.insert(camera); });
+}
+
+QCoro::Task<> HealthWatch::run(std::stop_token stop)
+{
+    int pauses = 0;
+    while (!stop.stop_requested()) {
+        look();
+        const Wake wake = co_await services_.clock.sleep(kPause, stop);
+        if (wake == Wake::Stopped) {
+            break;
+        }
+        if (++pauses % kPausesBetweenSaves == 0) {
+            book_.save();
+        }
+    }
+    book_.save();
+}
+
+void HealthWatch::look()
+{
+    book_.followTable();
+    lookAtStorage();
+    if (goneSince_) {
+        return;
+    }
+    lookAtDisk();
+    if (isTrusted_) {
+        lookAtCameras();
+    }
+    tellBack();
+}
+
+// What cannot be stored is no camera's fault.
+void HealthWatch::lookAtStorage()
+{
+    const bool isGone = services_.storage.lamp() == LampColour::Red;
+    if (isGone && !goneSince_) {
+        goneSince_ = services_.clock.monotonicNow();
+        Q_EMIT noticed(
+            tr("The storage folder %1 is gone; nothing is stored.").arg(services_.storage.text()));
+    } else if (!isGone && goneSince_) {
+        book_.forgive(services_.clock.monotonicNow() - *goneSince_);
+        goneSince_.reset();
+        Q_EMIT noticed(tr("The storage folder %1 is back.").arg(services_.storage.text()));
+    }
+}
+
+bool HealthWatch::isWatched(const SettingsSnapshot &settings, CameraAddress camera) const
+{
+    return CameraTable::isGroupActive(settings, camera.group) && !scheduler_.isSuspended();
+}
+
+void HealthWatch::lookAtCameras()
+{
+    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    std::vector<CameraAddress> late;
+    bool isOther = false;
+    for (const CameraAddress camera : book_.cameras()) {
+        const CameraHealth &health = book_.camera(camera);
+        const auto patience = options_.rule(camera).patience(health);
+        const auto quiet = book_.quiet(camera);
+        const bool isLate = isWatched(settings, camera) && patience && quiet && *quiet > *patience;
+        if (isLate && !health.lateSince) {
+            late.push_back(camera);
+        }
+        isOther = isOther || isLate != health.lateSince.has_value();
+        book_.setLate(camera, isLate);
+    }
+    if (isOther) {
+        book_.save();
+        Q_EMIT lateChanged();
+    }
+    if (!late.empty()) {
+        Q_EMIT noticed(late.size() == 1
+                           ? tr("Camera %1 is late: nothing new for %2.")
+                                 .arg(list(late), ageText(book_.quiet(late.front()).value_or(0s)))
+                           : tr("%1 cameras are late: %2.").arg(late.size()).arg(list(late)));
+    }
+}
+
+void HealthWatch::tellBack()
+{
+    if (back_.empty()) {
+        return;
+    }
+    const std::vector<CameraAddress> back(back_.begin(), back_.end());
+    back_.clear();
+    book_.save();
+    Q_EMIT lateChanged();
+    Q_EMIT noticed(back.size() == 1
+                       ? tr("Camera %1 is back.").arg(list(back))
+                       : tr("%1 cameras are back: %2.").arg(back.size()).arg(list(back)));
+}
+
+QString HealthWatch::list(const std::vector<CameraAddress> &cameras) const
+{
+    QStringList titles;
+    for (const CameraAddress camera : cameras) {
+        if (titles.size() < static_cast<qsizetype>(kMostNamed)) {
+            titles.append(book_.title(camera));
+        }
+    }
+    if (cameras.size() > kMostNamed) {
+        titles.append(QStringLiteral("…"));
+    }
+    return titles.join(QStringLiteral(", "));
+}
+
+std::vector<CameraAddress> HealthWatch::late() const
+{
+    std::vector<CameraAddress> late;
+    for (const CameraAddress camera : book_.cameras()) {
+        if (book_.camera(camera).lateSince) {
+            late.push_back(camera);
+        }
+    }
+    return late;
+}
+
+void HealthWatch::lookAtDisk()
+{
+    room_ = diskRoom(services_.storage.native(services_.storage.text()));
+    Q_EMIT roomChanged();
+    if (!room_) {
+        return;
+    }
+    const qint64 limit = options_.limitBytes(room_->allBytes);
+    if (!isDiskLow_ && room_->freeBytes < limit) {
+        isDiskLow_ = true;
+        Q_EMIT noticed(tr("The disk is nearly full: %1.").arg(roomText(*room_, book_.bytesADay())));
+    } else if (isDiskLow_ && room_->freeBytes >= wellAbove(limit)) {
+        isDiskLow_ = false;
+        Q_EMIT noticed(
+            tr("There is room on the disk again: %1.").arg(roomText(*room_, book_.bytesADay())));
+    }
+    keepRoom(limit);
+    holdCapture(limit);
+}
+
+void HealthWatch::keepRoom(qint64 limit)
+{
+    if (room_->freeBytes < limit && options_.isOn(HealthChoice::DeleteOldest)) {
+        oldest_.makeRoom(wellAbove(limit) + 1, book_.cameras());
+    }
+}
+
+// Half of what is kept free is left when the capture stops: what deletes has had its time.
+void HealthWatch::holdCapture(qint64 limit)
+{
+    const bool isWanted = options_.isOn(HealthChoice::StopWhenFull);
+    if (!isHeld_ && isWanted && room_->freeBytes < limit / 2) {
+        isHeld_ = true;
+        scheduler_.suspend();
+        Q_EMIT noticed(tr("The capture is stopped, since the disk is nearly full."));
+    } else if (isHeld_ && (!isWanted || room_->freeBytes >= limit)) {
+        isHeld_ = false;
+        scheduler_.resume();
+        Q_EMIT noticed(tr("The capture goes on."));
+    }
+}
+
+} // namespace velmora

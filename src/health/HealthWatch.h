@@ -1,0 +1,74 @@
+// Notices what a person should be told: a camera that is late or back, storage gone or back, a disk
+// nearly full.
+#pragma once
+
+#include "capture/Scheduler.h"
+#include "health/DiskRoom.h"
+#include "health/HealthBook.h"
+#include "health/OldestFirst.h"
+
+#include <QObject>
+
+#include <optional>
+#include <set>
+
+namespace velmora {
+
+/// What happens together is told together.
+class HealthWatch : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the object; the scope is joined before it goes.
+    HealthWatch(const CaptureServices &services, HealthBook &book, Scheduler &scheduler,
+                OldestFirst &oldest);
+
+    /// Looks every few seconds until a stop is requested.
+    QCoro::Task<> run(std::stop_token stop);
+
+    /// A pass has ended: from now on a camera that is quiet may be called late.
+    void trust() { isTrusted_ = true; }
+
+    /// The room on the storage folder's disk when it was last asked for.
+    [[nodiscard]] const std::optional<DiskRoom> &room() const { return room_; }
+
+    [[nodiscard]] bool isDiskLow() const { return isDiskLow_; }
+
+    /// Cameras that are late now.
+    [[nodiscard]] std::vector<CameraAddress> late() const;
+
+Q_SIGNALS:
+    /// text: a sentence for people.
+    void noticed(const QString &text);
+
+    /// Cameras became late or came back.
+    void lateChanged();
+
+    void roomChanged();
+
+private:
+    void look();
+    void lookAtStorage();
+    void lookAtCameras();
+    void tellBack();
+    void lookAtDisk();
+    void keepRoom(qint64 limit);
+    void holdCapture(qint64 limit);
+    [[nodiscard]] bool isWatched(const SettingsSnapshot &settings, CameraAddress camera) const;
+    [[nodiscard]] QString list(const std::vector<CameraAddress> &cameras) const;
+
+    CaptureServices services_;
+    HealthBook &book_;
+    Scheduler &scheduler_;
+    OldestFirst &oldest_;
+    HealthOptions options_;
+    std::set<CameraAddress> back_;
+    std::optional<DiskRoom> room_;
+    std::optional<std::chrono::milliseconds> goneSince_;
+    bool isTrusted_ = false;
+    bool isDiskLow_ = false;
+    bool isHeld_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,44 @@
+// Mails what was noticed, gathered: at most one mail in ten minutes.
+#pragma once
+
+#include "base/Clock.h"
+#include "base/TaskScope.h"
+#include "health/HealthOptions.h"
+#include "tools/SmtpClient.h"
+
+#include <QObject>
+#include <QStringList>
+
+namespace velmora {
+
+/// Works in the scope, which is joined before the object goes.
+class NoticeMail : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the object.
+    NoticeMail(const SettingsFile &settings, MailSender &sender, Clock &clock, TaskScope &scope);
+
+    /// Puts a line into the next mail, if mails are wanted.
+    void add(const QString &text);
+
+Q_SIGNALS:
+    /// text: why a mail was not sent, for people. What stood in it goes with the next one.
+    void failed(const QString &text);
+
+private:
+    QCoro::Task<> run();
+    QCoro::Task<> post();
+
+    const SettingsFile &settings_;
+    HealthOptions options_;
+    MailSender &sender_;
+    Clock &clock_;
+    TaskScope &scope_;
+    QStringList waiting_;
+    std::optional<std::chrono::milliseconds> last_; // when one was sent
+    bool running_ = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,147 @@
+#include "health/OldestFirst.h"
+
+#include "base/DateText.h"
+#include "capture/CameraFolder.h"
+#include "capture/ImageAge.h"
+#include "capture/OldImages.h"
+#include "health/DiskRoom.h"
+
+#include <QFile>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+constexpr std::size_t kAtOnce = 1000; // images chosen by one look over all folders
+constexpr qint64 kMostLogBytes = 1'000'000;
+
+QString logPath(const QString &programFolder)
+{
+    return programFolder + QStringLiteral("/Velmora.deleted");
+}
+
+} // namespace
+
+OldestFirst::OldestFirst(const CaptureServices &services, TaskScope &scope)
+    : services_(services)
+    , scope_(scope)
+    , slice_(services.clock)
+{
+}
+
+void OldestFirst::makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
+{
+    if (!running_) {
+        running_ = true;
+        scope_.launch(run(wantedFreeBytes, std::move(cameras)));
+    }
+}
+
+bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
+{
+    const auto room = diskRoom(services_.storage.native(services_.storage.text()));
+    return !room || room->freeBytes >= wantedFreeBytes ||
+           services_.storage.lamp() != LampColour::Green;
+}
+
+QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
+{
+    const auto atEnd = qScopeGuard([this] { running_ = false; });
+    co_await services_.clock.yield();
+    slice_.begin();
+    oldest_.clear();
+    for (const CameraAddress camera : cameras) {
+        co_await look(camera);
+    }
+    const std::set<Candidate> candidates = std::exchange(oldest_, {});
+    std::set<CameraAddress> touched;
+    for (const Candidate &candidate : candidates) {
+        if (scope_.stopToken().stop_requested() || isEnough(wantedFreeBytes)) {
+            break;
+        }
+        if (remove(candidate)) {
+            touched.insert(candidate.camera);
+        }
+        co_await letEventsRun();
+    }
+    for (const CameraAddress camera : touched) {
+        Q_EMIT imagesDeleted(camera);
+    }
+}
+
+// Two looks: only who has seen all of a folder knows its newest image.
+QCoro::Task<> OldestFirst::look(CameraAddress camera)
+{
+    const FolderFiles folder(cameraFolder(services_, camera), FolderLinks::Refused);
+    if (!folder.isOpen() || scope_.stopToken().stop_requested()) {
+        co_return;
+    }
+    const WallTime local = services_.clock.localNow();
+    OldImages images(folder, local, local - services_.clock.utcOffset());
+    while (images.lookSome()) {
+        co_await letEventsRun();
+    }
+    if (!images.isComplete() || !images.isClockPlausible() || !images.newest()) {
+        co_return;
+    }
+    FolderScan scan = folder.scan();
+    const WallTime newest = *images.newest();
+    const auto visit = [&](QByteArrayView name) {
+        const auto date = dateInName(name);
+        if (date && *date < newest) {
+            take({*date, camera, name.toByteArray()});
+        }
+    };
+    while (scan.readSome(visit)) {
+        co_await letEventsRun();
+    }
+}
+
+void OldestFirst::take(const Candidate &candidate)
+{
+    oldest_.insert(candidate);
+    if (oldest_.size() > kAtOnce) {
+        oldest_.erase(std::prev(oldest_.end()));
+    }
+}
+
+bool OldestFirst::remove(const Candidate &candidate)
+{
+    const FolderFiles folder(cameraFolder(services_, candidate.camera), FolderLinks::Refused);
+    if (!folder.isOpen() || folder.remove(candidate.name.constData())) {
+        return false;
+    }
+    record(candidate);
+    return true;
+}
+
+// A log that cannot be written on a full disk does not keep it full.
+void OldestFirst::record(const Candidate &candidate)
+{
+    const QString path = logPath(services_.table.settings().programFolder());
+    QFile log(path);
+    if (log.size() > kMostLogBytes) {
+        QFile::remove(path + QStringLiteral(".old"));
+        QFile::rename(path, path + QStringLiteral(".old"));
+    }
+    if (log.open(QIODevice::Append)) {
+        log.write(QStringLiteral("%1 %2:%3 %4\n")
+                      .arg(dateText(services_.clock.localNow()))
+                      .arg(candidate.camera.group)
+                      .arg(candidate.camera.row)
+                      .arg(QFile::decodeName(candidate.name))
+                      .toUtf8());
+    }
+}
+
+QCoro::Task<> OldestFirst::letEventsRun()
+{
+    if (slice_.isOver()) {
+        co_await services_.clock.yield();
+        slice_.begin();
+    }
+}
+
+} // namespace velmora

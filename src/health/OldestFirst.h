@@ -1,0 +1,68 @@
+// Makes room on a disk: deletes the oldest images of all cameras until enough is free.
+#pragma once
+
+#include "base/Clock.h"
+#include "base/FolderFiles.h"
+#include "base/TaskScope.h"
+#include "capture/CaptureServices.h"
+#include "capture/WorkSlice.h"
+
+#include <QByteArray>
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+#include <set>
+#include <tuple>
+#include <vector>
+
+namespace velmora {
+
+/// Only files named as captured images are touched, never the newest of a camera, never through a
+/// link, and none of a camera whose newest image is of a later date than the clock shows. What went
+/// stands in the file Velmora.deleted in the program folder.
+class OldestFirst : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the object; the scope is joined before it goes.
+    OldestFirst(const CaptureServices &services, TaskScope &scope);
+
+    [[nodiscard]] bool isRunning() const { return running_; }
+
+    /// Deletes until so many bytes are free on the storage folder's disk, or nothing is left that
+    /// may go. cameras: those whose images may go. Does nothing while it runs.
+    void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
+
+Q_SIGNALS:
+    void imagesDeleted(velmora::CameraAddress camera);
+
+private:
+    struct Candidate
+    {
+        WallTime date;
+        CameraAddress camera;
+        QByteArray name;
+
+        bool operator<(const Candidate &other) const
+        {
+            return std::tie(date, camera, name) < std::tie(other.date, other.camera, other.name);
+        }
+    };
+
+    QCoro::Task<> run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
+    QCoro::Task<> look(CameraAddress camera);
+    void take(const Candidate &candidate);
+    [[nodiscard]] bool isEnough(qint64 wantedFreeBytes) const;
+    bool remove(const Candidate &candidate);
+    void record(const Candidate &candidate);
+    QCoro::Task<> letEventsRun();
+
+    CaptureServices services_;
+    TaskScope &scope_;
+    WorkSlice slice_;
+    std::set<Candidate> oldest_;
+    bool running_ = false;
+};
+
+} // namespace velmora

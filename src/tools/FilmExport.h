@@ -1,0 +1,108 @@
+// Makes a film file of a camera's images: pictures go one by one through a pipe to ffmpeg, so that
+// their number does not matter, and the file appears under its name only when it is whole.
+#pragma once
+
+#include "base/HiddenFile.h"
+#include "capture/WorkSlice.h"
+#include "tools/FilmForm.h"
+#include "tools/FilmPicture.h"
+#include "tools/FilmRange.h"
+
+#include <QObject>
+#include <QProcess>
+
+#include <memory>
+
+namespace velmora {
+
+struct FilmOrder
+{
+    QString folder; // native path of the images
+    std::shared_ptr<const ImageNames> names;
+    FilmPicks picks; // positions in the names
+    FilmRate rate;
+    QSize size;             // empty: that of the first picture
+    bool isStamped = false; // date and camera are drawn into the pictures
+    QString camera;
+    QString target; // native path; its ending says the form
+};
+
+struct FilmTally
+{
+    qint64 all = 0;    // images picked
+    qint64 done = 0;   // of them looked at
+    qint64 shown = 0;  // in the film
+    qint64 broken = 0; // left out: no whole pictures
+    qint64 gone = 0;   // left out: deleted meanwhile
+    qint64 bytes = 0;  // of the film so far
+    QSize size;
+
+    [[nodiscard]] qint64 leftOut() const { return broken + gone; }
+};
+
+enum class FilmEnd { Made, Failed, Cancelled };
+
+/// One film at a time.
+class FilmExport : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The clock outlives the object.
+    explicit FilmExport(const Clock &clock);
+    FilmExport(const FilmExport &) = delete;
+    FilmExport &operator=(const FilmExport &) = delete;
+    FilmExport(FilmExport &&) = delete;
+    FilmExport &operator=(FilmExport &&) = delete;
+    ~FilmExport() override;
+
+    [[nodiscard]] bool isRunning() const { return step_ != Step::Idle; }
+
+    [[nodiscard]] const FilmTally &tally() const { return tally_; }
+
+    /// Begins; `ended` follows in every case. Does nothing while one is being made.
+    void start(FilmOrder order);
+
+    /// Ends it; nothing of the file stays.
+    void cancel();
+
+Q_SIGNALS:
+    void advanced();
+
+    /// text: why it was not made, for people; empty otherwise.
+    void ended(velmora::FilmEnd end, const QString &text);
+
+private:
+    enum class Step { Idle, Asking, Feeding, Finishing, Ending };
+
+    void begin();
+    void ask();
+    void takeAnswer();
+    void feed();
+    void takeNext();
+    [[nodiscard]] FilmPicture picture(const QString &name) const;
+    bool startEncoder(QSize size);
+    void closeInput();
+    void follow(int exitCode, QProcess::ExitStatus status);
+    void fail(const QString &text);
+    void stop(FilmEnd end, const QString &text);
+    void leave();
+    [[nodiscard]] QString complaint();
+
+    const Clock &clock_;
+    WorkSlice slice_;
+    FilmOrder order_;
+    FilmTally tally_;
+    FilmForm form_ = FilmForm::Mp4;
+    QString program_;
+    QString encoder_;
+    std::unique_ptr<QProcess> process_;
+    std::unique_ptr<HiddenFile> file_;
+    QByteArray errors_;
+    Step step_ = Step::Idle;
+    bool isQueued_ = false; // feed() comes by itself
+    FilmEnd end_ = FilmEnd::Failed;
+    QString text_;
+};
+
+} // namespace velmora

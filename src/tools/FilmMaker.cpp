@@ -1,0 +1,215 @@
+#include "tools/FilmMaker.h"
+
+#include "cameras/CameraChoices.h"
+#include "cameras/ShownAddress.h"
+
+#include <QDateTime>
+#include <QFile>
+
+namespace velmora {
+namespace {
+
+constexpr qsizetype kMomentLetters = 15;
+constexpr qint64 kEnoughToTell = 20; // images, before the time left is more than a guess
+constexpr QSize kUsualSize{640, 480};
+
+} // namespace
+
+FilmMaker::FilmMaker(const CaptureServices &services, const BrowserData &data, Slideshow &film,
+                     TaskScope &scope)
+    : services_(services)
+    , data_(data)
+    , slideshow_(film)
+    , scope_(scope)
+    , film_(services.clock)
+    , copy_(services.clock)
+    , names_(std::make_shared<const ImageNames>())
+{
+    connect(&film_, &FilmExport::advanced, this, &FilmMaker::advanced);
+    connect(&copy_, &RangeCopy::advanced, this, &FilmMaker::advanced);
+    connect(&film_, &FilmExport::ended, this,
+            [this](FilmEnd end, const QString &text) { Q_EMIT ended(endText(end, text)); });
+}
+
+void FilmMaker::take()
+{
+    names_ = data_.files.shared();
+    folderText_ = data_.files.folder();
+    folder_ = services_.storage.native(folderText_);
+    const CameraAddress camera = data_.state.camera;
+    const QString name = cameraName(services_.table.settings().snapshot(), camera);
+    camera_ = cameraText(camera) + u' ' +
+              (name.isEmpty() ? shownAddress(services_.table.url(camera)) : name);
+    result_.clear();
+}
+
+QString FilmMaker::momentAt(qsizetype position) const
+{
+    if (position < 0 || position >= names_->count()) {
+        return {};
+    }
+    const QString name = QFile::decodeName(names_->name(position).left(kMomentLetters));
+    const QDateTime moment = QDateTime::fromString(name, QStringLiteral("yyyyMMdd_HHmmss"));
+    return moment.isValid() ? moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) : QString();
+}
+
+FilmWish FilmMaker::usualWish() const
+{
+    FilmWish wish;
+    const PlayRange range = slideshow_.isOpen() && data_.files.folder() == folderText_
+                                ? slideshow_.face().range
+                                : PlayRange{1, static_cast<int>(names_->count())};
+    wish.from = momentAt(range.start - 1);
+    wish.to = momentAt(range.end - 1);
+    return wish;
+}
+
+FilmPicks FilmMaker::picks(const FilmWish &wish) const
+{
+    const auto span = filmSpan(wish.from, wish.to);
+    if (!span) {
+        return {};
+    }
+    FilmPicks picks = filmPicks(*names_, *span, wish.hours);
+    if (wish.thinning == FilmThinning::Every) {
+        picks.keepEvery(wish.thinningNumber);
+    } else if (wish.thinning == FilmThinning::Seconds) {
+        picks.keepAtMost(qsizetype{wish.thinningNumber} * wish.picturesPerSecond);
+    }
+    return picks;
+}
+
+FilmForecast FilmMaker::forecast(const FilmWish &wish) const
+{
+    FilmForecast forecast;
+    forecast.isRangeGood = filmSpan(wish.from, wish.to).has_value();
+    forecast.images = picks(wish).count();
+    forecast.seconds = static_cast<double>(forecast.images) / wish.picturesPerSecond;
+    const QSize size = filmSize(wish.size.isEmpty() ? kUsualSize : wish.size);
+    forecast.bytes = filmBytes(wish.form, size, forecast.images);
+    return forecast;
+}
+
+QString FilmMaker::picture(const FilmWish &wish, qsizetype at) const
+{
+    const FilmPicks picked = picks(wish);
+    return at < picked.count()
+               ? folder_ + u'/' + QFile::decodeName(names_->name(picked.position(at)))
+               : QString();
+}
+
+void FilmMaker::play(const FilmWish &wish)
+{
+    const auto span = filmSpan(wish.from, wish.to);
+    if (!slideshow_.isOpen() || !span || data_.files.folder() != folderText_) {
+        return;
+    }
+    const ImageNames &names = data_.files.names();
+    const auto first = static_cast<int>(names.countBefore(span->first)) + 1;
+    const auto last = static_cast<int>(names.countBefore(span->behind));
+    if (first <= last && slideshow_.face().range != PlayRange{first, last}) {
+        slideshow_.sDebut_Change(first);
+        slideshow_.sFin_Change(last);
+    }
+}
+
+void FilmMaker::makeFilm(const FilmWish &wish, const QString &target)
+{
+    if (isBusy()) {
+        return;
+    }
+    began_ = services_.clock.monotonicNow();
+    target_ = target;
+    result_.clear();
+    film_.start({folder_,
+                 names_,
+                 picks(wish),
+                 {wish.picturesPerSecond, 1},
+                 wish.size,
+                 wish.isStamped,
+                 camera_,
+                 target});
+}
+
+QString FilmMaker::endText(FilmEnd end, const QString &text)
+{
+    if (end != FilmEnd::Made) {
+        return end == FilmEnd::Cancelled ? tr("Cancelled; no film was made.") : text;
+    }
+    result_ = target_;
+    const FilmTally &tally = film_.tally();
+    return tally.leftOut() == 0
+               ? tr("The film is ready: %1 images.").arg(tally.shown)
+               : tr("The film is ready: %1 images, %2 left out (%3 no pictures, %4 deleted).")
+                     .arg(tally.shown)
+                     .arg(tally.leftOut())
+                     .arg(tally.broken)
+                     .arg(tally.gone);
+}
+
+void FilmMaker::copyImages(const FilmWish &wish, const QString &folder)
+{
+    if (isBusy()) {
+        return;
+    }
+    began_ = services_.clock.monotonicNow();
+    target_ = folder;
+    result_.clear();
+    copying_ = true;
+    stopCopy_ = std::stop_source();
+    scope_.launch(copy({folder_, names_, picks(wish), folder}));
+}
+
+QCoro::Task<> FilmMaker::copy(CopyOrder order)
+{
+    const std::stop_callback atEnd(scope_.stopToken(), [this] { stopCopy_.request_stop(); });
+    co_await copy_.run(std::move(order), stopCopy_.get_token());
+    copying_ = false;
+    result_ = copy_.tally().error ? QString() : target_;
+    Q_EMIT ended(copyText());
+}
+
+QString FilmMaker::copyText() const
+{
+    const CopyTally &tally = copy_.tally();
+    QString text = tr("%1 images copied").arg(tally.copied);
+    if (tally.there > 0) {
+        text += tr(", %1 were there").arg(tally.there);
+    }
+    if (tally.gone > 0) {
+        text += tr(", %1 deleted meanwhile").arg(tally.gone);
+    }
+    if (tally.error) {
+        text += tr("; then: %1").arg(QString::fromStdString(tally.error.message()));
+    } else if (tally.done < tally.all) {
+        text += tr("; cancelled");
+    }
+    return text + u'.';
+}
+
+void FilmMaker::cancel()
+{
+    stopCopy_.request_stop();
+    film_.cancel();
+}
+
+qint64 FilmMaker::done() const
+{
+    return copying_ ? copy_.tally().done : film_.tally().done;
+}
+
+qint64 FilmMaker::all() const
+{
+    return copying_ ? copy_.tally().all : film_.tally().all;
+}
+
+std::optional<qint64> FilmMaker::timeLeftMs() const
+{
+    if (!isBusy() || done() < kEnoughToTell) {
+        return std::nullopt;
+    }
+    const qint64 passed = (services_.clock.monotonicNow() - began_).count();
+    return passed * (all() - done()) / done();
+}
+
+} // namespace velmora

@@ -1,0 +1,75 @@
+#include "tools/RangeCopy.h"
+
+#include <QFile>
+
+namespace velmora {
+namespace {
+
+constexpr qint64 kPieceBytes = qint64{256} * 1024;
+
+} // namespace
+
+RangeCopy::RangeCopy(Clock &clock)
+    : clock_(clock)
+    , slice_(clock)
+{
+}
+
+QCoro::Task<> RangeCopy::run(CopyOrder order, std::stop_token stop)
+{
+    tally_ = {};
+    tally_.all = order.picks.count();
+    means_ = {};
+    means_.workFolder = QFile::encodeName(order.target);
+    co_await clock_.yield();
+    slice_.begin();
+    while (!stop.stop_requested() && copySome(order)) {
+        if (slice_.isOver()) {
+            Q_EMIT advanced();
+            co_await clock_.yield();
+            slice_.begin();
+        }
+    }
+    copy_.reset();
+    Q_EMIT advanced();
+}
+
+// A piece of a file, or its end and the begin of the next; false when all is done.
+bool RangeCopy::copySome(const CopyOrder &order)
+{
+    if (tally_.error || (!copy_ && tally_.done == tally_.all)) {
+        return false;
+    }
+    if (!copy_) {
+        begin(order, order.names->name(order.picks.position(tally_.done)));
+    } else if (!copy_->copySome(kPieceBytes)) {
+        finish(order);
+    }
+    return true;
+}
+
+void RangeCopy::begin(const CopyOrder &order, const QByteArray &name)
+{
+    name_ = name;
+    copy_ = std::make_unique<FileCopy>(QFile::encodeName(order.folder) + '/' + name,
+                                       QFile::encodeName(order.target), means_);
+}
+
+void RangeCopy::finish(const CopyOrder &order)
+{
+    const StoreResult result = copy_->finish(QFile::encodeName(order.target) + '/' + name_);
+    copy_.reset();
+    ++tally_.done;
+    tally_.copied += result.outcome == StoreOutcome::Stored ? 1 : 0;
+    tally_.there += result.outcome == StoreOutcome::AlreadyThere ? 1 : 0;
+    if (result.outcome != StoreOutcome::Failed) {
+        return;
+    }
+    if (QFile::exists(order.folder + u'/' + QFile::decodeName(name_))) {
+        tally_.error = result.error;
+    } else {
+        ++tally_.gone;
+    }
+}
+
+} // namespace velmora

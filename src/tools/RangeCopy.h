@@ -1,0 +1,64 @@
+// Copies a range of a camera's images to a folder.
+#pragma once
+
+#include "base/FileCopy.h"
+#include "capture/WorkSlice.h"
+#include "tools/FilmRange.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+#include <memory>
+#include <stop_token>
+
+namespace velmora {
+
+struct CopyOrder
+{
+    QString folder; // native path of the images
+    std::shared_ptr<const ImageNames> names;
+    FilmPicks picks;
+    QString target; // native path of a folder that is there
+};
+
+struct CopyTally
+{
+    qint64 all = 0;
+    qint64 done = 0; // looked at
+    qint64 copied = 0;
+    qint64 there = 0; // a file of that name was there and is left alone
+    qint64 gone = 0;  // deleted meanwhile
+    std::error_code error;
+};
+
+/// One range at a time. A copy that is not whole has no name.
+class RangeCopy : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The clock outlives the object.
+    explicit RangeCopy(Clock &clock);
+
+    [[nodiscard]] const CopyTally &tally() const { return tally_; }
+
+    /// Copies until all is done, the target fails or a stop is requested.
+    QCoro::Task<> run(CopyOrder order, std::stop_token stop);
+
+Q_SIGNALS:
+    void advanced();
+
+private:
+    [[nodiscard]] bool copySome(const CopyOrder &order);
+    void begin(const CopyOrder &order, const QByteArray &name);
+    void finish(const CopyOrder &order);
+
+    Clock &clock_;
+    WorkSlice slice_;
+    CopyMeans means_;
+    std::unique_ptr<FileCopy> copy_;
+    QByteArray name_;
+    CopyTally tally_;
+};
+
+} // namespace velmora

@@ -1,0 +1,49 @@
+// Days as cells, a month a line: the fuller the day, the stronger its colour.
+#pragma once
+
+#include "browser/Calendar.h"
+
+#include <QAbstractScrollArea>
+
+namespace velmora {
+
+/// The chosen day is framed; arrow keys go from day to day and from month to month, Page Up and
+/// Page Down from year to year, Enter and a click to the day's first image.
+class CalendarMap : public QAbstractScrollArea
+{
+    Q_OBJECT
+
+public:
+    /// The calendar outlives the widget.
+    explicit CalendarMap(Calendar &calendar);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+    /// A day in words: "7 March 2006: 1440 images".
+    [[nodiscard]] static QString dayText(std::chrono::year_month_day day, qsizetype images);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+
+private:
+    void rebuild();
+    void showChosen();
+    [[nodiscard]] int lines() const;
+    [[nodiscard]] int lineHeight() const;
+    [[nodiscard]] int cellWidth() const;
+    [[nodiscard]] int labelWidth() const;
+    [[nodiscard]] QRect cellOf(int line, unsigned day) const;
+    [[nodiscard]] int lineOf(std::chrono::year_month_day day) const;
+    [[nodiscard]] std::chrono::year_month monthOf(int line) const;
+    [[nodiscard]] std::optional<std::chrono::year_month_day> dayAt(QPoint place) const;
+    void paintLine(QPainter &painter, int line) const;
+    void paintCell(QPainter &painter, QRect cell, qsizetype images) const;
+
+    Calendar &calendar_;
+};
+
+} // namespace velmora

@@ -1,0 +1,37 @@
+// The window that shows when there are images of the camera on show.
+//
+//   calendar
+//     calendarDays
+//     calendarDay
+//     calendarHours
+#pragma once
+
+#include "browser/Calendar.h"
+
+#include <QLabel>
+#include <QWidget>
+
+namespace velmora {
+
+class CalendarWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The calendar outlives the window.
+    explicit CalendarWindow(Calendar &calendar);
+
+    /// Shows the window in front.
+    void present();
+
+protected:
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void showDay();
+
+    Calendar &calendar_;
+    QLabel *day_ = nullptr;
+};
+
+} // namespace velmora

@@ -1,0 +1,89 @@
+// The window that makes a film file of a range of images, or copies them to a folder.
+//
+//   filmExport
+//     filmPreview   filmFrom filmTo filmHoursFrom filmHoursTo
+//                   filmThinning filmThinningNumber filmSize filmRate filmForm filmStamp
+//     filmForecast
+//     filmProgress  filmTimeLeft
+//     filmMake filmCopy filmCancel filmOpen filmShowFolder
+#pragma once
+
+#include "tools/FilmMaker.h"
+
+#include <QTimer>
+#include <QWidget>
+
+class QCheckBox;
+class QComboBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QPushButton;
+class QSpinBox;
+
+namespace velmora {
+
+class PictureView;
+
+class FilmKeep : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Everything given outlives the window.
+    FilmKeep(FilmMaker &maker, Slideshow &film);
+
+    /// Shows the window in front, about the images that the browser lists now.
+    void present();
+
+Q_SIGNALS:
+    /// Native path of a film or a folder.
+    void openWanted(const QString &path);
+
+private:
+    void makeRange(QFormLayout &form);
+    void makeChoices(QFormLayout &form);
+    void makeButtons();
+    void arrange(QFormLayout *form);
+    void bind();
+    void bindButtons();
+    [[nodiscard]] FilmWish wish() const;
+    void showWish(const FilmWish &wish);
+    void takeFilmRange();
+    void showForecast();
+    void showProgress();
+    void showEnd(const QString &text);
+    void showNextPicture();
+    void restartPreview();
+    void chooseTarget();
+    void chooseFolder();
+    void setBusy(bool busy);
+
+    FilmMaker &maker_;
+    Slideshow &film_;
+    PictureView *preview_ = nullptr;
+    QLineEdit *from_ = nullptr;
+    QLineEdit *to_ = nullptr;
+    QSpinBox *hoursFrom_ = nullptr;
+    QSpinBox *hoursTo_ = nullptr;
+    QComboBox *thinning_ = nullptr;
+    QSpinBox *thinningNumber_ = nullptr;
+    QComboBox *size_ = nullptr;
+    QSpinBox *rate_ = nullptr;
+    QComboBox *form_ = nullptr;
+    QCheckBox *stamp_ = nullptr;
+    QLabel *forecast_ = nullptr;
+    QLabel *timeLeft_ = nullptr;
+    QProgressBar *progress_ = nullptr;
+    QPushButton *make_ = nullptr;
+    QPushButton *copy_ = nullptr;
+    QPushButton *cancel_ = nullptr;
+    QPushButton *open_ = nullptr;
+    QPushButton *showFolder_ = nullptr;
+    QTimer previewTimer_;
+    qsizetype previewAt_ = 0;
+    PlayRange seenRange_;
+};
+
+} // namespace velmora

@@ -1,0 +1,217 @@
+#include "ui/HealthWindow.h"
+
+#include "ui/HourBarsDelegate.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QSortFilterProxyModel>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace velmora {
+namespace {
+
+constexpr QSize kStartSize{1060, 480};
+constexpr int kBarsWidth = 130;
+constexpr int kCameraWidth = 220;
+constexpr int kFailureWidth = 200;
+
+} // namespace
+
+HealthWindow::HealthWindow(HealthBook &book, HealthWatch &watch, const SettingsFile &settings)
+    : book_(book)
+    , watch_(watch)
+    , options_(settings)
+    , table_(book)
+{
+    setObjectName(QStringLiteral("health"));
+    setWindowTitle(tr("Health"));
+    resize(kStartSize);
+    makeTable();
+    makeChoices();
+    arrange();
+    bind();
+}
+
+void HealthWindow::makeTable()
+{
+    filter_ = new QLineEdit;
+    filter_->setObjectName(QStringLiteral("healthFilter"));
+    filter_->setAccessibleName(tr("Show cameras that contain"));
+    filter_->setPlaceholderText(tr("Type to filter"));
+    filter_->setClearButtonEnabled(true);
+    shown_ = new QSortFilterProxyModel(this);
+    shown_->setSourceModel(&table_);
+    shown_->setSortRole(HealthTable::kSortRole);
+    shown_->setFilterKeyColumn(-1);
+    shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    view_ = new QTableView;
+    view_->setObjectName(QStringLiteral("healthTable"));
+    view_->setAccessibleName(tr("Cameras and how they deliver"));
+    view_->setModel(shown_);
+    view_->setItemDelegateForColumn(HealthTable::Day, new HourBarsDelegate(view_));
+    view_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view_->setTabKeyNavigation(false);
+    view_->setWordWrap(false);
+    view_->verticalHeader()->hide();
+    view_->setSortingEnabled(true);
+    view_->sortByColumn(HealthTable::Lamp, Qt::DescendingOrder);
+    view_->setColumnWidth(HealthTable::Camera, kCameraWidth);
+    view_->setColumnWidth(HealthTable::Day, kBarsWidth);
+    view_->setColumnWidth(HealthTable::Failure, kFailureWidth);
+}
+
+QCheckBox *HealthWindow::choiceBox(const QString &text, const char *name, HealthChoice choice)
+{
+    auto *const box = new QCheckBox(text);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setAccessibleName(QString(text).remove(u'&'));
+    connect(box, &QCheckBox::toggled, this, [this, choice](bool on) { options_.set(choice, on); });
+    return box;
+}
+
+void HealthWindow::makeChoices()
+{
+    room_ = new QLabel;
+    room_->setObjectName(QStringLiteral("healthRoom"));
+    room_->setAccessibleName(tr("Room on the disk"));
+    room_->setTextFormat(Qt::PlainText);
+    notices_ = choiceBox(tr("&Notices on the desktop"), "healthNotices", HealthChoice::Notices);
+    mail_ = choiceBox(tr("Notices by &mail, to the alarm's recipients"), "healthMail",
+                      HealthChoice::Mail);
+    deletion_ = choiceBox(tr("&Delete the oldest images when the disk is nearly full"),
+                          "healthDelete", HealthChoice::DeleteOldest);
+    stop_ = choiceBox(tr("&Stop the capture before the disk is full"), "healthStop",
+                      HealthChoice::StopWhenFull);
+    never_ = new QCheckBox(tr("The selected camera is n&ever late"));
+    never_->setObjectName(QStringLiteral("healthNever"));
+    never_->setAccessibleName(tr("The selected camera is never late"));
+}
+
+void HealthWindow::arrange()
+{
+    auto *const choices = new QGridLayout;
+    choices->addWidget(notices_, 0, 0);
+    choices->addWidget(mail_, 1, 0);
+    choices->addWidget(deletion_, 0, 1);
+    choices->addWidget(stop_, 1, 1);
+    choices->addWidget(never_, 2, 0);
+    auto *const lines = new QVBoxLayout(this);
+    lines->addWidget(filter_);
+    lines->addWidget(view_, 1);
+    lines->addWidget(room_);
+    lines->addLayout(choices);
+}
+
+void HealthWindow::bind()
+{
+    connect(filter_, &QLineEdit::textChanged, shown_, &QSortFilterProxyModel::setFilterFixedString);
+    connect(filter_, &QLineEdit::returnPressed, this, &HealthWindow::goToCamera);
+    connect(view_, &QTableView::doubleClicked, this, &HealthWindow::goToCamera);
+    connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &HealthWindow::showNever);
+    connect(never_, &QCheckBox::toggled, this, &HealthWindow::setNever);
+    connect(&watch_, &HealthWatch::roomChanged, this, &HealthWindow::showRoom);
+    const auto key = [this](const QKeySequence &keys, auto action) {
+        auto *const shortcut = new QShortcut(keys, view_);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    key(Qt::Key_Return, [this] { goToCamera(); });
+    key(Qt::Key_Enter, [this] { goToCamera(); });
+    key(QKeySequence::Copy, [this] { copy(); });
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+}
+
+void HealthWindow::present()
+{
+    book_.followTable();
+    table_.refresh();
+    const QSignalBlocker noNotices(notices_);
+    const QSignalBlocker noMail(mail_);
+    const QSignalBlocker noDeletion(deletion_);
+    const QSignalBlocker noStop(stop_);
+    notices_->setChecked(options_.isOn(HealthChoice::Notices));
+    mail_->setChecked(options_.isOn(HealthChoice::Mail));
+    deletion_->setChecked(options_.isOn(HealthChoice::DeleteOldest));
+    stop_->setChecked(options_.isOn(HealthChoice::StopWhenFull));
+    showRoom();
+    if (!view_->currentIndex().isValid()) {
+        view_->selectRow(0);
+    }
+    showNever();
+    showNormal();
+    raise();
+    activateWindow();
+    view_->setFocus();
+}
+
+// Ages grow also where nothing happens: they are shown anew with the room, every few seconds.
+void HealthWindow::showRoom()
+{
+    if (watch_.room()) {
+        room_->setText(roomText(*watch_.room(), book_.bytesADay()));
+    } else {
+        room_->setText(tr("The room on the disk cannot be asked for."));
+    }
+    if (isVisible()) {
+        table_.refresh();
+    }
+}
+
+std::optional<CameraAddress> HealthWindow::current() const
+{
+    const QModelIndex index = shown_->mapToSource(view_->currentIndex());
+    return index.isValid() ? std::optional(table_.address(index.row())) : std::nullopt;
+}
+
+void HealthWindow::showNever()
+{
+    const auto camera = current();
+    const QSignalBlocker noChange(never_);
+    never_->setEnabled(camera.has_value());
+    never_->setChecked(camera && options_.isNever(*camera));
+}
+
+void HealthWindow::setNever(bool never)
+{
+    if (const auto camera = current()) {
+        options_.setNever(*camera, never);
+    }
+}
+
+void HealthWindow::goToCamera()
+{
+    if (!view_->currentIndex().isValid() && shown_->rowCount() > 0) {
+        view_->selectRow(0);
+    }
+    if (const auto camera = current()) {
+        Q_EMIT cameraWanted(*camera);
+    }
+}
+
+// The selected rows, or all of them, as lines with tabs between the columns.
+void HealthWindow::copy()
+{
+    QStringList lines;
+    for (int row = 0; row < shown_->rowCount(); ++row) {
+        const bool isAll = view_->selectionModel()->selectedRows().size() < 2;
+        if (isAll || view_->selectionModel()->isRowSelected(row)) {
+            QStringList cells;
+            for (int column = 0; column < HealthTable::kColumns; ++column) {
+                cells.append(shown_->index(row, column).data().toString());
+            }
+            lines.append(cells.join(u'\t'));
+        }
+    }
+    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+}
+
+} // namespace velmora

@@ -1,0 +1,106 @@
+#include "ui/HourBars.h"
+
+#include "ui/HeatColour.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+constexpr int kHeight = 72;
+
+} // namespace
+
+HourBars::HourBars(Calendar &calendar)
+    : calendar_(calendar)
+{
+    setObjectName(QStringLiteral("calendarHours"));
+    setAccessibleName(tr("Images of each hour of the day"));
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumHeight(kHeight);
+    connect(&calendar_, &Calendar::counted, this, &HourBars::showHour);
+    connect(&calendar_, &Calendar::dayChosen, this, &HourBars::showHour);
+}
+
+QSize HourBars::sizeHint() const
+{
+    return {kHoursOfDay * fontMetrics().horizontalAdvance(QStringLiteral("000")), kHeight};
+}
+
+qsizetype HourBars::imagesOf(int hour) const
+{
+    return calendar_.hours().at(static_cast<std::size_t>(hour)).count;
+}
+
+void HourBars::showHour()
+{
+    const QString text =
+        calendar_.chosen() ? tr("%1 h: %2 images").arg(hour_).arg(imagesOf(hour_)) : QString();
+    setAccessibleDescription(text);
+    setToolTip(text);
+    update();
+}
+
+void HourBars::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().base());
+    qsizetype most = 1;
+    for (const ImageRun &run : calendar_.hours()) {
+        most = std::max(most, run.count);
+    }
+    const int text = fontMetrics().height();
+    const int room = height() - text - 2;
+    for (int hour = 0; hour < kHoursOfDay; ++hour) {
+        const int left = hour * width() / kHoursOfDay;
+        const int right = (hour + 1) * width() / kHoursOfDay;
+        const auto bar = static_cast<int>(imagesOf(hour) * room / most);
+        const int tall = imagesOf(hour) > 0 ? std::max(2, bar) : 0;
+        const QRect place(left + 1, room - tall, right - left - 2, tall);
+        painter.fillRect(place, heatColour(palette(), imagesOf(hour), most));
+        const bool isChosen = hasFocus() && hour == hour_;
+        painter.setPen(palette().color(isChosen ? QPalette::Highlight : QPalette::Text));
+        painter.drawText(QRect(left, room + 2, right - left, text), Qt::AlignCenter,
+                         QString::number(hour));
+        if (isChosen) {
+            painter.drawRect(left, 0, right - left - 1, height() - 1);
+        }
+    }
+}
+
+void HourBars::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+        hour_ = std::clamp(static_cast<int>(event->position().x()) * kHoursOfDay / width(), 0,
+                           kHoursOfDay - 1);
+        showHour();
+        calendar_.goToHour(hour_);
+    }
+}
+
+void HourBars::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+        hour_ = std::max(0, hour_ - 1);
+        break;
+    case Qt::Key_Right:
+        hour_ = std::min(kHoursOfDay - 1, hour_ + 1);
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        calendar_.goToHour(hour_);
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    showHour();
+}
+
+} // namespace velmora

@@ -1,0 +1,34 @@
+// The 24 hours of a day as bars.
+#pragma once
+
+#include "browser/Calendar.h"
+
+#include <QWidget>
+
+namespace velmora {
+
+/// The arrow keys go from hour to hour; Enter and a click go to the hour's first image.
+class HourBars : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The calendar outlives the widget.
+    explicit HourBars(Calendar &calendar);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void showHour();
+    [[nodiscard]] qsizetype imagesOf(int hour) const;
+
+    Calendar &calendar_;
+    int hour_ = 12;
+};
+
+} // namespace velmora

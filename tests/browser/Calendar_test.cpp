@@ -1,0 +1,88 @@
+// The calendar of the camera on show, and the way from a day to its images.
+#include "browser/Calendar.h"
+
+#include "browser/BrowserTest.h"
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono;
+using namespace std::chrono_literals;
+
+class CalendarTest : public BrowserTest
+{
+protected:
+    void SetUp() override
+    {
+        house_.addCamera(kCamera, {QStringLiteral("20061230_1200003012.jpg"),
+                                   QStringLiteral("20061231_0800003108.jpg"),
+                                   QStringLiteral("20061231_1430003114.jpg"),
+                                   QStringLiteral("20070102_0000000100.jpg")});
+        house_.addCamera({0, 1}, {QStringLiteral("20050101_1200003012.jpg")});
+        house_.show(kCamera);
+        calendar_.open();
+    }
+
+    Calendar calendar_{browser_};
+};
+
+TEST_F(CalendarTest, ShowsTheNewestDayFirst)
+{
+    EXPECT_EQ(calendar_.days().size(), 3U);
+    EXPECT_EQ(calendar_.most(), 2);
+    EXPECT_EQ(calendar_.chosen(), 2007y / 1 / 2);
+    EXPECT_EQ(calendar_.imagesOf(2006y / 12 / 31), 2);
+    EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 1), 0);
+}
+
+TEST_F(CalendarTest, GoesToTheFirstImageOfADay)
+{
+    calendar_.goToDay(2006y / 12 / 31);
+    EXPECT_EQ(selected(), 1);
+    EXPECT_EQ(calendar_.hours().at(14).count, 1);
+    calendar_.goToHour(14);
+    EXPECT_EQ(selected(), 2);
+}
+
+TEST_F(CalendarTest, GoesToTheNearestImageWhereThereIsNone)
+{
+    calendar_.goToDay(2007y / 1 / 1);
+    EXPECT_EQ(selected(), 3);
+    calendar_.choose(2006y / 12 / 31);
+    calendar_.goToHour(23);
+    EXPECT_EQ(selected(), 2);
+}
+
+TEST_F(CalendarTest, FollowsTheCameraOnShow)
+{
+    house_.show({0, 1});
+    EXPECT_EQ(calendar_.days(), (std::vector<DayCount>{{2005y / 1 / 1, {0, 1}}}));
+    calendar_.close();
+    house_.show(kCamera);
+    EXPECT_EQ(calendar_.days().size(), 1U);
+}
+
+TEST_F(CalendarTest, CountsAnImageThatIsStored)
+{
+    const QSignalSpy counted(&calendar_, &Calendar::counted);
+    calendar_.follow(kCamera, QStringLiteral("20070102_1000000110.jpg"));
+    calendar_.follow(kCamera, QStringLiteral("20070103_1000000110.jpg"));
+    calendar_.follow({0, 1}, QStringLiteral("20070103_1000000110.jpg"));
+    calendar_.follow(kCamera, QStringLiteral("20070102_0000000100.jpg")); // listed already
+    EXPECT_EQ(counted.count(), 2);
+    EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 2), 2);
+    EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 3), 1);
+}
+
+TEST_F(CalendarTest, LeavesTheGroupViewForTheImage)
+{
+    house_.showGroup(0);
+    calendar_.goToDay(2006y / 12 / 30);
+    house_.finish();
+    QCoreApplication::processEvents(); // it goes on when whoever lists the images has finished
+    EXPECT_EQ(state().view, View::Camera);
+    EXPECT_EQ(selected(), 0);
+}
+
+} // namespace
+} // namespace velmora::test

@@ -26,7 +26,11 @@ WallTime undatedDate(const std::optional<WallTime> &answered, const std::optiona
     const bool plausible = answered && *answered >= universalNow - kPlausible &&
                            *answered <= universalNow + kPlausible &&
                            (!stored || *answered > *stored);
-    return plausible ? *answered : universalNow;
+    if (plausible) {
+        return *answered;
+    }
+    // Two pictures of one second would have one name.
+    return stored == universalNow ? universalNow + std::chrono::seconds{1} : universalNow;
 }
 
 } // namespace velmora

@@ -88,11 +88,13 @@ TEST_F(Undated, TriesAgainWhenItsNameIsTaken)
 {
     choose({Keep::Differing});
     load(2000);
-    clock_.setLocal(kFakeStart); // set back: the name is that of the picture before
     load(3000);
-    EXPECT_EQ(house_.images(kCamera).size(), 1);
-    load(3000);
+    clock_.setLocal(kFakeStart); // set back: the name is that of the first picture
+    load(4000);
     EXPECT_EQ(house_.images(kCamera).size(), 2);
+    clock_.advance(1min); // beyond the name of the second picture
+    load(4000);
+    EXPECT_EQ(house_.images(kCamera).size(), 3);
 }
 
 TEST_F(Undated, KeepsOneWhileNothingIsChosen)

@@ -136,6 +136,12 @@ TEST(UndatedDate, IsTheClocksWhenTheCamerasStandsStill)
     EXPECT_EQ(undatedDate(now - 11min, now - 10min, now), now);
 }
 
+TEST(UndatedDate, IsNotTheSameTwice)
+{
+    EXPECT_EQ(undatedDate(kFakeStart, kFakeStart, kFakeStart), kFakeStart + 1s);
+    EXPECT_EQ(undatedDate(std::nullopt, kFakeStart, kFakeStart), kFakeStart + 1s);
+}
+
 TEST(UndatedWatch, TellsOfACameraOnce)
 {
     UndatedWatch watch;

@@ -4,4 +4,5 @@
 #include "gui.h"
 
 #include <QSignalSpy>
+
 #include <gtest/gtest.h>

@@ -5,4 +5,5 @@
 
 #include <QTest>
 #include <QtNetwork>
+
 #include <gtest/gtest.h>

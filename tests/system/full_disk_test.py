@@ -55,7 +55,7 @@ class FullDiskTest(unittest.TestCase):
         self.write_settings()
         disk.leave(ROOM_FOR * (IMAGE_BYTES + 4096))
         program = self.house.start("--capture")
-        until(lambda: any(line.startswith("pass 2") for line in program.out), 30, program.report)
+        until(lambda: any(line.startswith("pass 1") for line in program.out), 30, program.report)
         self.expect_some_stored(program)
         disk.give_back()
         until(lambda: len(self.stored()) == CAMERAS, 30, lambda: f"all images ({program.report()})")

@@ -140,6 +140,7 @@ TEST_F(CameraSheetTest, RefusesAnAddressInTheWordsOfTheRow)
 TEST_F(CameraSheetTest, ClosesByEscape)
 {
     sheet_.present(kCamera);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&sheet_));
     QTest::keyClick(&sheet_, Qt::Key_Escape);
     EXPECT_FALSE(sheet_.isVisible());
 }
@@ -270,8 +271,7 @@ TEST(ChoiceListNames, AreFoundByTyping)
     QTest::keyClicks(&list, QStringLiteral("gard"));
     ASSERT_FALSE(chosen.isEmpty());
     EXPECT_EQ(chosen.back().front().toInt(), 5);
-    EXPECT_EQ(list.item(3)->toolTip(),
-              QStringLiteral("0:3 Garage\nthe last download failed"));
+    EXPECT_EQ(list.item(3)->toolTip(), QStringLiteral("0:3 Garage"));
     ChoiceList other;
     other.show();
     other.describe(6, {}, QStringLiteral("2nd floor"));

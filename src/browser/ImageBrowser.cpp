@@ -277,7 +277,8 @@ void ImageBrowser::follow(CameraAddress camera)
     if (modes_.isFollowing(camera)) {
         launch(Kind::Rebuild, [this, camera] { return modes_.refreshAfter(camera); });
     } else if (lists_.showsNoneOf(camera)) {
-        launch(Kind::Rebuild, [this, camera] { return lists_.showFirst(camera); });
+        // Behind a reading under way, whose list is empty only as long as it is not read.
+        launch(Kind::Follow, [this, camera] { return lists_.showFirst(camera); });
     }
 }
 

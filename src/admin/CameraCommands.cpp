@@ -106,7 +106,7 @@ std::vector<CameraAddress> configuredCameras(const SettingsSnapshot &settings)
 {
     std::vector<CameraAddress> cameras;
     for (const ListedCamera &camera : tableAsList(settings)) {
-        cameras.push_back({*camera.group, *camera.row});
+        cameras.push_back({camera.group.value_or(0), camera.row.value_or(0)});
     }
     return cameras;
 }
@@ -130,7 +130,8 @@ CommandResult importInto(SettingsDraft &draft, const CameraList &list)
     for (const PlannedCamera &planned : plan.cameras) {
         const QString address = withoutCredentials(planned.camera.address);
         if (planned.fate == Fate::Added) {
-            result.out += cameraText(*planned.place) + u' ' + address + u'\n';
+            result.out +=
+                cameraText(planned.place.value_or(CameraAddress{})) + u' ' + address + u'\n';
         } else {
             doubles.append(QStringLiteral("line %1: %2 %3")
                                .arg(planned.camera.line)

@@ -73,7 +73,8 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     if (images.newest) {
         status.newest = universalTimeText(*images.newest);
     }
-    const auto index = static_cast<std::size_t>(camera.group * kRows + camera.row);
+    const auto index = static_cast<std::size_t>(camera.group) * std::size_t{kRows} +
+                       static_cast<std::size_t>(camera.row);
     if (const auto late = sources.healths.at(index).lateSince) {
         status.late = universalTimeText(WallTime(late->time_since_epoch()));
     }
@@ -134,7 +135,8 @@ QJsonObject cameraObject(const CameraStatus &status)
 
 QJsonValue pidValue(const ProgramStatus &status)
 {
-    return status.pid.value_or(0) > 0 ? QJsonValue(*status.pid) : QJsonValue(QJsonValue::Null);
+    const auto pid = status.pid.value_or(0);
+    return pid > 0 ? QJsonValue(pid) : QJsonValue(QJsonValue::Null);
 }
 
 QJsonObject statusObject(const ProgramStatus &status)

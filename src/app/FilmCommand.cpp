@@ -70,6 +70,7 @@ public:
             return;
         }
         if (const auto value = read(parser_.value(option))) {
+            // NOLINTNEXTLINE(bugprone-optional-value-conversion): some targets are plain values
             target = *value;
         } else if (problem.isEmpty()) {
             problem = QStringLiteral("--%1 needs %2.").arg(option, wanted);

@@ -9,6 +9,7 @@
 #include <QThread>
 
 #include <sys/stat.h>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -61,8 +62,8 @@ bool callFirst(const QByteArray &socketPath)
 
 } // namespace
 
-SingleInstance::SingleInstance(const QString &programFolder)
-    : folder_(programFolder)
+SingleInstance::SingleInstance(QString programFolder)
+    : folder_(std::move(programFolder))
 {
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&server_, &QLocalServer::newConnection, this, [this] {

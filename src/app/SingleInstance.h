@@ -34,7 +34,7 @@ class SingleInstance : public QObject
 
 public:
     /// programFolder: native path without links in it.
-    explicit SingleInstance(const QString &programFolder);
+    explicit SingleInstance(QString programFolder);
 
     [[nodiscard]] Claim claim(Front front);
 

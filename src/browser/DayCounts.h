@@ -23,7 +23,7 @@ struct ImageRun
 
 struct DayCount
 {
-    std::chrono::year_month_day day;
+    std::chrono::year_month_day day{};
     ImageRun images;
 
     bool operator==(const DayCount &) const = default;

@@ -168,9 +168,10 @@ void FirstPart::beginBody()
 
 void FirstPart::takeCounted(ReplyBody &body)
 {
-    const qint64 taken = qMin<qint64>(*length_, rest_.size());
+    const qint64 left = length_.value_or(0);
+    const qint64 taken = qMin<qint64>(left, rest_.size());
     body.append(QByteArrayView(rest_).first(taken));
-    length_ = *length_ - taken;
+    length_ = left - taken;
     rest_.clear();
     if (*length_ == 0) {
         state_ = State::Whole;

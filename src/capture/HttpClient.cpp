@@ -72,6 +72,7 @@ Refusal refusalOfBody(const Transfer &transfer, qsizetype length)
 // Of a stream one picture is enough; the rest of it is not waited for.
 Refusal refusalOfStream(Transfer &transfer, QByteArrayView bytes)
 {
+    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked only of a transfer that has one
     switch (transfer.stream->feed(bytes, transfer.body)) {
     case FirstPart::State::Whole:
         return Refusal::Enough;

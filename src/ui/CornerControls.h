@@ -29,15 +29,15 @@ public:
 private:
     struct Box
     {
-        QWidget *widget;
+        QWidget *widget = nullptr;
         QSize smallest; // as designed
         QSize largest;
     };
 
     struct Line
     {
-        QLayout *layout;
-        int spacing;
+        QLayout *layout = nullptr;
+        int spacing = 0;
         QMargins margins;
     };
 

@@ -136,6 +136,7 @@ QString HealthTable::text(CameraAddress camera, Column column) const
     case Age:
         return age(health.newest);
     case Interval:
+        // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
         return health.usualInterval() ? ageText(*health.usualInterval()) : QString();
     case Day:
         return QString::number(health.imagesADay(book_.now()));

@@ -172,6 +172,7 @@ void HealthWatch::lookAtDisk()
 
 void HealthWatch::keepRoom(qint64 limit)
 {
+    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
     if (room_->freeBytes < limit && options_.isOn(HealthChoice::DeleteOldest)) {
         oldest_.makeRoom(wellAbove(limit) + 1, book_.cameras());
     }
@@ -181,10 +182,12 @@ void HealthWatch::keepRoom(qint64 limit)
 void HealthWatch::holdCapture(qint64 limit)
 {
     const bool isWanted = options_.isOn(HealthChoice::StopWhenFull);
+    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
     if (!isHeld_ && isWanted && room_->freeBytes < limit / 2) {
         isHeld_ = true;
         scheduler_.suspend();
         Q_EMIT noticed(tr("The capture is stopped, since the disk is nearly full."));
+        // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
     } else if (isHeld_ && (!isWanted || room_->freeBytes >= limit)) {
         isHeld_ = false;
         scheduler_.resume();

@@ -65,6 +65,7 @@ void takeFrame(JpegStream &stream, unsigned char code, QByteArrayView segment)
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): the steps of one format in their order
 std::optional<JpegStream> jpegStream(QByteArrayView bytes)
 {
     JpegStream stream;

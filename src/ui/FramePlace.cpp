@@ -71,6 +71,7 @@ void FramePlace::settle()
     if (frame.isNull()) {
         return;
     }
+    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
     const QPoint wanted = *std::exchange(wanted_, std::nullopt);
     const QRect whole(wanted, handle->frameGeometry().size());
     const QPoint corner = reachable(whole, frame.top());

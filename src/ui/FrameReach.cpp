@@ -11,7 +11,7 @@ constexpr int kGrip = 100; // pixels of a title bar beside its buttons
 struct Reach
 {
     QRect frame;
-    int titleHeight;
+    int titleHeight = 0;
 
     [[nodiscard]] int grip() const { return std::min(kGrip, frame.width()); }
 

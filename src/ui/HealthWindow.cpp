@@ -157,6 +157,7 @@ void HealthWindow::present()
 void HealthWindow::showRoom()
 {
     if (watch_.room()) {
+        // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
         room_->setText(roomText(*watch_.room(), book_.bytesADay()));
     } else {
         room_->setText(tr("The room on the disk cannot be asked for."));

@@ -7,7 +7,7 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype kMaxUrlLength = 255; // the position in the address is a byte
-constexpr qsizetype kMaxNameLength = 255;
+constexpr qsizetype kMostEncoded = 255;
 constexpr int kHexBase = 16;
 
 bool isAsciiLetter(char c)
@@ -48,7 +48,7 @@ QString encodeFolderName(QStringView url)
             name += u'%' + QString::number(static_cast<unsigned char>(c), kHexBase).toUpper();
         }
     }
-    return name.isEmpty() ? QString() : u'\\' + name.left(kMaxNameLength) + u'\\';
+    return name.isEmpty() ? QString() : u'\\' + name.left(kMostEncoded) + u'\\';
 }
 
 QString DecodeFolderName(QStringView name)

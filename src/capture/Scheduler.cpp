@@ -22,7 +22,7 @@ using namespace std::chrono_literals;
 constexpr int kLastTick = 60; // the counter runs from 0 to here: 61 ticks a round
 constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
-constexpr int kCameras = kGroups * kRows;
+constexpr int kTableSize = kGroups * kRows;
 constexpr int kMaxAutomaticCounter = 10;
 constexpr auto kStepOfWaiting = 10ms;
 
@@ -225,11 +225,11 @@ QCoro::Task<> Scheduler::ChargeUrl()
         co_return;
     }
     ChargeOn();
-    int end = kCameras; // what fails in the middle does not make the next pass a first one
+    int end = kTableSize; // what fails in the middle does not make the next pass a first one
     const auto atEnd = qScopeGuard([this, &end] {
         readAhead_.drop();
         ChargeOff();
-        firstPassDone_ = firstPassDone_ || end == kCameras;
+        firstPassDone_ = firstPassDone_ || end == kTableSize;
         Q_EMIT passEnded();
     });
     if (readAhead(0)) {
@@ -282,7 +282,7 @@ bool Scheduler::readAhead(int fromIndex)
     const SettingsSnapshot settings = services_.table.settings().snapshot();
     readAheadAt_ = interruptions_;
     bool any = false;
-    for (int index = fromIndex; index < kCameras; ++index) {
+    for (int index = fromIndex; index < kTableSize; ++index) {
         const CameraAddress address = cameraAt(index);
         if (const auto camera = cameraToLoad(settings, address)) {
             readAhead_.begin(address,
@@ -325,7 +325,7 @@ QCoro::Task<int> Scheduler::walkTable()
     std::optional<SettingsSnapshot> settings; // good until something is waited for
     WorkSlice slice(services_.clock);
     int index = 0;
-    while (index < kCameras) {
+    while (index < kTableSize) {
         if (isHeld() || interruptions_ != readAheadAt_) {
             settings.reset();
             co_await pause(index);

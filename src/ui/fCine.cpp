@@ -207,10 +207,9 @@ void fCine::keepAboveBrowser()
     }
     const QWidget *const active = QApplication::activeWindow();
     const QWidgetList windows = QApplication::topLevelWidgets();
-    const bool isAlone =
-        std::none_of(windows.begin(), windows.end(), [this](const QWidget *window) {
-            return window->isVisible() && window != this && window != browser_;
-        });
+    const bool isAlone = std::ranges::none_of(windows, [this](const QWidget *window) {
+        return window->isVisible() && window != this && window != browser_;
+    });
     if (isAlone && active != nullptr) {
         raise();
     }

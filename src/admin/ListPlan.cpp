@@ -17,8 +17,7 @@ class Planner
 public:
     explicit Planner(const SettingsSnapshot &settings)
     {
-        for (int index = 0; index < kGroups * kRows; ++index) {
-            const CameraAddress camera{index / kRows, index % kRows};
+        for (const CameraAddress camera : kAllCameras) {
             const QString url = CameraTable::url(settings, camera);
             if (!url.isEmpty()) {
                 taken_.insert(camera);
@@ -83,8 +82,7 @@ private:
 
     void dealOut(PlannedCamera &planned)
     {
-        for (int index = 0; index < kGroups * kRows; ++index) {
-            const CameraAddress place{index / kRows, index % kRows};
+        for (const CameraAddress place : kAllCameras) {
             const bool fits = !planned.camera.group || *planned.camera.group == place.group;
             if (fits && taken_.insert(place).second) {
                 planned.place = place;
@@ -156,8 +154,7 @@ void storeCamera(SettingsDraft &draft, CameraAddress camera, const QString &addr
 std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings,
                                           std::optional<int> group)
 {
-    for (int index = 0; index < kGroups * kRows; ++index) {
-        const CameraAddress camera{index / kRows, index % kRows};
+    for (const CameraAddress camera : kAllCameras) {
         const bool fits = !group || *group == camera.group;
         if (fits && CameraTable::url(settings, camera).isEmpty()) {
             return camera;
@@ -169,8 +166,7 @@ std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings,
 std::vector<ListedCamera> tableAsList(const SettingsSnapshot &settings)
 {
     std::vector<ListedCamera> cameras;
-    for (int index = 0; index < kGroups * kRows; ++index) {
-        const CameraAddress camera{index / kRows, index % kRows};
+    for (const CameraAddress camera : kAllCameras) {
         const QString url = CameraTable::url(settings, camera);
         if (!url.isEmpty()) {
             cameras.push_back({0, cameraName(settings, camera), url, camera.group, camera.row, {}});

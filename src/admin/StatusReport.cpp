@@ -73,9 +73,7 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     if (images.newest) {
         status.newest = universalTimeText(*images.newest);
     }
-    const auto index = static_cast<std::size_t>(camera.group) * std::size_t{kRows} +
-                       static_cast<std::size_t>(camera.row);
-    if (const auto late = sources.healths.at(index).lateSince) {
+    if (const auto late = sources.healths[camera].lateSince) {
         status.late = universalTimeText(WallTime(late->time_since_epoch()));
     }
     return status;
@@ -193,8 +191,7 @@ ProgramStatus programStatus(const SettingsFile &settings, const NativePaths &pat
     status.storage = paths.native(sources.storageText).value_or(sources.storageText);
     status.storagePresent = folderExists(status.storage);
     takeRoom(status, settings, health.cameras);
-    for (int index = 0; index < kGroups * kRows; ++index) {
-        const CameraAddress camera{index / kRows, index % kRows};
+    for (const CameraAddress camera : kAllCameras) {
         const QString url = CameraTable::url(snapshot, camera);
         if (!url.isEmpty()) {
             status.cameras.push_back(cameraStatus(sources, camera, url));

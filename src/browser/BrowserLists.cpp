@@ -242,9 +242,8 @@ void BrowserLists::makeFolder(const QString &folder)
 
 void BrowserLists::rememberNotMade()
 {
-    for (int index = 0; index < kGroups * kRows; ++index) {
-        const QString path =
-            services_.capture.storage.native(folderOf({index / kRows, index % kRows}));
+    for (const CameraAddress camera : kAllCameras) {
+        const QString path = services_.capture.storage.native(folderOf(camera));
         if (!folderExists(path)) {
             foldersNotMade_.insert(path);
         }

@@ -218,8 +218,7 @@ QString StorageFolder::madeText() const
 bool StorageFolder::mayHoldImages() const
 {
     const SettingsSnapshot settings = table_.settings().snapshot();
-    for (int index = 0; index < kGroups * kRows; ++index) {
-        const CameraAddress camera{index / kRows, index % kRows};
+    for (const CameraAddress camera : kAllCameras) {
         if (!CameraTable::schedule(settings, camera).lastImage.isEmpty()) {
             return true;
         }
@@ -262,12 +261,10 @@ void StorageFolder::makeCameraFolders()
     if (!isThere(text_)) {
         return; // told already; a hundred messages more would not help
     }
-    for (int group = 0; group < kGroups; ++group) {
-        for (int row = 0; row < kRows; ++row) {
-            const QString name = table_.CameraFolderName({group, row});
-            if (!name.isEmpty()) {
-                make(text_ + name, QStringLiteral("of camera %1:%2").arg(group).arg(row));
-            }
+    for (const CameraAddress camera : kAllCameras) {
+        const QString name = table_.CameraFolderName(camera);
+        if (!name.isEmpty()) {
+            make(text_ + name, QStringLiteral("of camera %1:%2").arg(camera.group).arg(camera.row));
         }
     }
 }

@@ -94,7 +94,7 @@ QCoro::Task<TrialResult> CameraTrial::judged(TrialRequest request, HttpReply rep
     result.duration = reply.duration;
     PictureMark mark;
     if (reply.outcome == FetchOutcome::Arrived) {
-        mark = co_await markOf(reply.body, MarkKind::DigestAndLook, services_.clock);
+        mark = co_await markOf(&reply.body, MarkKind::DigestAndLook, &services_.clock);
         result.picture = reply.body.whole().value_or(QByteArray());
     }
     result.differencePercent =

@@ -95,10 +95,10 @@ QCoro::Task<> Conformity::run()
     co_await services_.clock.yield(); // the captions are painted before the work begins
     slice_.begin();
     int index = 0;
-    while (index < kGroups * kRows && !stop_.stop_requested()) {
+    while (index < kCameras && !stop_.stop_requested()) {
         co_await services_.storage.gate().pass(stop_);
         const StorageUse use(services_.storage);
-        const QString folder = cameraFolder(services_, {index / kRows, index % kRows});
+        const QString folder = cameraFolder(services_, cameraAt(index));
         if (!folder.isEmpty() && use.mayGoOn()) {
             co_await conformFolder(folder, use);
         }

@@ -112,7 +112,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     } else {
         arrival.remark = contentRemark(url, reply.body.head(), reply.contentType);
         arrival.body = std::move(reply.body);
-        co_await mark(arrival);
+        co_await mark(&arrival);
         if (!use.mayGoOn()) {
             co_return;
         }
@@ -134,15 +134,15 @@ void ImageStore::announce(const QString &url, CameraAddress camera)
 }
 
 // For a camera whose pictures are compared; for others nothing is read.
-QCoro::Task<> ImageStore::mark(Arrival &arrival)
+QCoro::Task<> ImageStore::mark(Arrival *arrival)
 {
-    arrival.choice = cameraKeep(services_.table.settings(), arrival.camera);
-    if (arrival.choice.keep == Keep::Dated) {
+    arrival->choice = cameraKeep(services_.table.settings(), arrival->camera);
+    if (arrival->choice.keep == Keep::Dated) {
         co_return;
     }
     const MarkKind kind =
-        arrival.choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
-    arrival.mark = co_await markOf(arrival.body, kind, services_.clock);
+        arrival->choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
+    arrival->mark = co_await markOf(&arrival->body, kind, &services_.clock);
 }
 
 // The dates of a picture, and the name that they give it.

@@ -52,7 +52,7 @@ private:
     struct Arrival; // a picture long enough, on its way into the folder
 
     QCoro::Task<> load(QString url, QString folder, CameraAddress camera);
-    QCoro::Task<> mark(Arrival &arrival);
+    QCoro::Task<> mark(Arrival *arrival);
     void announce(const QString &url, CameraAddress camera);
     void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;
     void compare(Arrival &arrival, const HttpReply &reply) const;

@@ -46,23 +46,23 @@ QByteArray lookOf(QByteArray bytes)
 
 } // namespace
 
-QCoro::Task<PictureMark> markOf(const ReplyBody &body, MarkKind kind, Clock &clock)
+QCoro::Task<PictureMark> markOf(const ReplyBody *body, MarkKind kind, Clock *clock)
 {
     PictureMark mark;
     QCryptographicHash hash(QCryptographicHash::Blake2b_256);
-    for (qint64 at = 0; at < body.size(); at += kPieceBytes) {
-        const std::optional<QByteArray> piece = body.piece(at, kPieceBytes);
+    for (qint64 at = 0; at < body->size(); at += kPieceBytes) {
+        const std::optional<QByteArray> piece = body->piece(at, kPieceBytes);
         if (!piece) {
             co_return mark;
         }
         hash.addData(*piece);
-        if (at + kPieceBytes < body.size()) {
-            co_await clock.yield();
+        if (at + kPieceBytes < body->size()) {
+            co_await clock->yield();
         }
     }
     mark.digest = hash.result().toHex();
-    if (kind == MarkKind::DigestAndLook && body.size() <= kMostLookBytes) {
-        if (const std::optional<QByteArray> whole = body.whole()) {
+    if (kind == MarkKind::DigestAndLook && body->size() <= kMostLookBytes) {
+        if (const std::optional<QByteArray> whole = body->whole()) {
             mark.look = lookOf(*whole);
         }
     }

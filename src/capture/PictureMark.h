@@ -25,7 +25,7 @@ enum class MarkKind { Digest, DigestAndLook };
 /// Reads the body piece by piece and lets events run in between; only the decoding of the picture,
 /// for its look, is done in one go. A body that cannot be read has no digest, one that is no
 /// picture no look.
-[[nodiscard]] QCoro::Task<PictureMark> markOf(const ReplyBody &body, MarkKind kind, Clock &clock);
+[[nodiscard]] QCoro::Task<PictureMark> markOf(const ReplyBody *body, MarkKind kind, Clock *clock);
 
 /// How much two pictures differ, in percent: the mean difference of the grey levels of their small
 /// reductions. Nothing when one of them has no look.

@@ -47,8 +47,8 @@ Retention::Retention(const CaptureServices &services, TaskScope &scope)
 void Retention::begin()
 {
     const SettingsSnapshot settings = services_.table.settings().snapshot();
-    for (int index = 0; index < kGroups * kRows; ++index) {
-        request(settings, {index / kRows, index % kRows});
+    for (const CameraAddress camera : kAllCameras) {
+        request(settings, camera);
     }
 }
 

@@ -22,23 +22,12 @@ using namespace std::chrono_literals;
 constexpr int kLastTick = 60; // the counter runs from 0 to here: 61 ticks a round
 constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
-constexpr int kTableSize = kGroups * kRows;
 constexpr int kMaxAutomaticCounter = 10;
 constexpr auto kStepOfWaiting = 10ms;
 
 QString stepWait()
 {
     return QStringLiteral("Wait");
-}
-
-CameraAddress cameraAt(int index)
-{
-    return {index / kRows, index % kRows};
-}
-
-std::size_t indexOf(CameraAddress camera)
-{
-    return static_cast<std::size_t>(camera.group * kRows + camera.row);
 }
 
 QString folderText(const StorageFolder &storage, const CameraSchedule &camera)
@@ -225,11 +214,11 @@ QCoro::Task<> Scheduler::ChargeUrl()
         co_return;
     }
     ChargeOn();
-    int end = kTableSize; // what fails in the middle does not make the next pass a first one
+    int end = kCameras; // what fails in the middle does not make the next pass a first one
     const auto atEnd = qScopeGuard([this, &end] {
         readAhead_.drop();
         ChargeOff();
-        firstPassDone_ = firstPassDone_ || end == kTableSize;
+        firstPassDone_ = firstPassDone_ || end == kCameras;
         Q_EMIT passEnded();
     });
     if (readAhead(0)) {
@@ -239,7 +228,7 @@ QCoro::Task<> Scheduler::ChargeUrl()
 
 bool Scheduler::isFixedDue(CameraAddress address) const
 {
-    return counter_ >= kLastTick || (!firstPassDone_ && !reached_.test(indexOf(address)));
+    return counter_ >= kLastTick || (!firstPassDone_ && !reached_[address]);
 }
 
 bool Scheduler::isAutomatic(const CameraSchedule &camera, CameraAddress address) const
@@ -282,7 +271,7 @@ bool Scheduler::readAhead(int fromIndex)
     const SettingsSnapshot settings = services_.table.settings().snapshot();
     readAheadAt_ = interruptions_;
     bool any = false;
-    for (int index = fromIndex; index < kTableSize; ++index) {
+    for (int index = fromIndex; index < kCameras; ++index) {
         const CameraAddress address = cameraAt(index);
         if (const auto camera = cameraToLoad(settings, address)) {
             readAhead_.begin(address,
@@ -325,7 +314,7 @@ QCoro::Task<int> Scheduler::walkTable()
     std::optional<SettingsSnapshot> settings; // good until something is waited for
     WorkSlice slice(services_.clock);
     int index = 0;
-    while (index < kTableSize) {
+    while (index < kCameras) {
         if (isHeld() || interruptions_ != readAheadAt_) {
             settings.reset();
             co_await pause(index);
@@ -366,7 +355,7 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int 
     if (interruptions_ != before) {
         services_.page.showLamp(address, services_.table.row(address).lamp);
     } else if (!services_.storage.isCheckRequested()) {
-        reached_.set(static_cast<std::size_t>((*index)++));
+        reached_[cameraAt((*index)++)] = true;
     }
 }
 

@@ -11,7 +11,6 @@
 #include <QObject>
 #include <QTimer>
 
-#include <bitset>
 #include <cstddef>
 #include <optional>
 
@@ -108,9 +107,9 @@ private:
     Gate gate_; // shut while the capture is held
     int counter_ = 0;
     int suspensions_ = 0;
-    quint64 interruptions_ = 0;                         // by the box of the storage folder
-    quint64 readAheadAt_ = 0;                           // that many of them
-    std::bitset<std::size_t{kGroups} * kRows> reached_; // by the first pass
+    quint64 interruptions_ = 0; // by the box of the storage folder
+    quint64 readAheadAt_ = 0;   // that many of them
+    PerCamera<bool> reached_;   // by the first pass
     bool firstPassDone_ = false;
     bool ticking_ = false;
     bool passing_ = false;

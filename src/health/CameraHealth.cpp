@@ -161,13 +161,13 @@ CameraHealth CameraHealth::fromJson(const QJsonObject &object)
     camera.failures = object[QStringLiteral("failures")].toInt();
     camera.lateSince = momentFrom(object[QStringLiteral("lateSince")]);
     const QJsonArray intervals = object[QStringLiteral("intervals")].toArray();
-    for (const QJsonValue &interval : intervals) {
+    for (const auto &interval : intervals) {
         if (camera.intervals_.size() < kIntervals && interval.toInteger() > 0) {
             camera.intervals_.push_back(interval.toInteger());
         }
     }
     const QJsonArray hourly = object[QStringLiteral("hours")].toArray();
-    for (const QJsonValue &entry : hourly) {
+    for (const auto &entry : hourly) {
         const QJsonArray hour = entry.toArray();
         if (camera.hours_.size() < kBars) {
             camera.bar(hour.at(0).toInteger()) = {hour.at(1).toInt(), hour.at(2).toInteger()};
@@ -187,8 +187,8 @@ std::optional<seconds> LateRule::patience(const CameraHealth &camera) const
 QString ageText(seconds age)
 {
     const auto minute = duration_cast<minutes>(age).count();
-    constexpr int kHour = 60;
-    constexpr int kDay = 24 * kHour;
+    constexpr qint64 kHour = 60;
+    constexpr qint64 kDay = 24 * kHour;
     if (minute < 1) {
         return tr("%1 s").arg(std::max<qint64>(0, age.count()));
     }

@@ -27,7 +27,7 @@ class CameraHealth
 {
 public:
     /// An image came, or was found to have come.
-    void addImage(Moment when, qint64 bytes);
+    void addImage(Moment when, qint64 size);
 
     /// The camera gave none.
     void fail(Moment when, const QString &reason);

@@ -16,11 +16,6 @@ namespace {
 
 using namespace std::chrono;
 
-CameraAddress addressOf(int index)
-{
-    return {index / kRows, index % kRows};
-}
-
 } // namespace
 
 HealthBook::HealthBook(const CaptureServices &services, TaskScope &scope)
@@ -30,14 +25,9 @@ HealthBook::HealthBook(const CaptureServices &services, TaskScope &scope)
 {
 }
 
-std::size_t HealthBook::indexOf(CameraAddress camera)
-{
-    return static_cast<std::size_t>(camera.group * kRows + camera.row);
-}
-
 const CameraHealth &HealthBook::camera(CameraAddress camera) const
 {
-    return healths_.at(indexOf(camera));
+    return healths_[camera];
 }
 
 Moment HealthBook::now() const
@@ -65,25 +55,21 @@ void HealthBook::save()
 std::vector<CameraAddress> HealthBook::cameras() const
 {
     std::vector<CameraAddress> list;
-    for (int index = 0; index < kCameras; ++index) {
-        if (seen_.at(static_cast<std::size_t>(index)).isConfigured) {
-            list.push_back(addressOf(index));
-        }
-    }
+    std::ranges::copy_if(kAllCameras, std::back_inserter(list),
+                         [this](CameraAddress camera) { return seen_[camera].isConfigured; });
     return list;
 }
 
 QString HealthBook::title(CameraAddress camera) const
 {
-    return seen_.at(indexOf(camera)).title;
+    return seen_[camera].title;
 }
 
 void HealthBook::followTable()
 {
     const SettingsSnapshot settings = services_.table.settings().snapshot();
     const std::vector<CameraAddress> before = cameras();
-    for (int index = 0; index < kCameras; ++index) {
-        const CameraAddress camera = addressOf(index);
+    for (const CameraAddress camera : kAllCameras) {
         takeCamera(settings, camera);
     }
     if (cameras() != before) {
@@ -95,7 +81,7 @@ void HealthBook::followTable()
 void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress camera)
 {
     const QString url = CameraTable::url(settings, camera);
-    Seen &seen = seen_.at(indexOf(camera));
+    Seen &seen = seen_[camera];
     const QString folder = url.isEmpty() ? QString() : cameraFolder(services_, camera);
     seen.isConfigured = !folder.isEmpty();
     const QString name = cameraName(settings, camera);
@@ -125,7 +111,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
 
 CameraHealth &HealthBook::known(CameraAddress camera)
 {
-    return healths_.at(indexOf(camera));
+    return healths_[camera];
 }
 
 // Where the clock that only advances stood when the camera became quiet. A date that is still to
@@ -134,13 +120,13 @@ void HealthBook::anchor(CameraAddress camera)
 {
     if (const auto since = this->camera(camera).quietSince()) {
         const auto age = std::max(seconds(0), now() - *since);
-        seen_.at(indexOf(camera)).quietSince = services_.clock.monotonicNow() - age;
+        seen_[camera].quietSince = services_.clock.monotonicNow() - age;
     }
 }
 
 std::optional<seconds> HealthBook::quiet(CameraAddress camera) const
 {
-    const auto since = seen_.at(indexOf(camera)).quietSince;
+    const auto since = seen_[camera].quietSince;
     return since ? std::optional(duration_cast<seconds>(services_.clock.monotonicNow() - *since))
                  : std::nullopt;
 }
@@ -174,13 +160,13 @@ void HealthBook::setLate(CameraAddress camera, bool late)
 
 void HealthBook::addImage(CameraAddress camera, const QString &fileName)
 {
-    if (!seen_.at(indexOf(camera)).isConfigured) {
+    if (!seen_[camera].isConfigured) {
         followTable();
     }
     CameraHealth &health = known(camera);
     const qint64 bytes = QFileInfo(cameraFolder(services_, camera) + u'/' + fileName).size();
     health.addImage(now(), bytes);
-    seen_.at(indexOf(camera)).quietSince = services_.clock.monotonicNow();
+    seen_[camera].quietSince = services_.clock.monotonicNow();
     const bool wasLate = health.lateSince.has_value();
     setLate(camera, false);
     change(camera);

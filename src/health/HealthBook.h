@@ -81,7 +81,6 @@ private:
         bool isConfigured = false;
     };
 
-    [[nodiscard]] static std::size_t indexOf(CameraAddress camera);
     [[nodiscard]] CameraHealth &known(CameraAddress camera);
     void takeCamera(const SettingsSnapshot &settings, CameraAddress camera);
     void anchor(CameraAddress camera);
@@ -94,8 +93,8 @@ private:
     CaptureServices services_;
     TaskScope &scope_;
     WorkSlice slice_;
-    CameraHealths healths_ = CameraHealths(kCameras);
-    std::vector<Seen> seen_ = std::vector<Seen>(kCameras);
+    CameraHealths healths_;
+    PerCamera<Seen> seen_;
     std::deque<CameraAddress> toCount_;
     bool counting_ = false;
     bool isChanged_ = false;

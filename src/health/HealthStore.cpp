@@ -6,8 +6,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include <algorithm>
-
 namespace velmora {
 namespace {
 
@@ -39,9 +37,8 @@ StoredHealth loadHealth(const QString &programFolder)
     }
     stored.state = HealthFile::Read;
     const QJsonArray cameras = root[QStringLiteral("cameras")].toArray();
-    for (qsizetype i = 0; i < std::min<qsizetype>(kCameras, cameras.size()); ++i) {
-        stored.cameras[static_cast<std::size_t>(i)] =
-            CameraHealth::fromJson(cameras.at(i).toObject());
+    for (const CameraAddress camera : kAllCameras) {
+        stored.cameras[camera] = CameraHealth::fromJson(cameras.at(indexOf(camera)).toObject());
     }
     return stored;
 }

@@ -6,14 +6,9 @@
 
 #include <QString>
 
-#include <vector>
-
 namespace velmora {
 
-inline constexpr int kCameras = kGroups * kRows;
-
-/// By group and row: 10 group + row.
-using CameraHealths = std::vector<CameraHealth>;
+using CameraHealths = PerCamera<CameraHealth>;
 
 enum class HealthFile {
     Read,
@@ -24,7 +19,7 @@ enum class HealthFile {
 struct StoredHealth
 {
     HealthFile state = HealthFile::Missing;
-    CameraHealths cameras = CameraHealths(kCameras);
+    CameraHealths cameras;
 };
 
 /// programFolder: native path.

@@ -83,14 +83,14 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera)
     while (images.lookSome()) {
         co_await letEventsRun();
     }
-    if (!images.isComplete() || !images.isClockPlausible() || !images.newest()) {
+    const std::optional<WallTime> newest = images.newest();
+    if (!images.isComplete() || !images.isClockPlausible() || !newest) {
         co_return;
     }
     FolderScan scan = folder.scan();
-    const WallTime newest = *images.newest();
     const auto visit = [&](QByteArrayView name) {
         const auto date = dateInName(name);
-        if (date && *date < newest) {
+        if (date && *date < *newest) {
             take({*date, camera, name.toByteArray()});
         }
     };

@@ -184,7 +184,7 @@ private:
                 due.emplace_back(transfer->due, easy);
             }
         }
-        std::sort(due.begin(), due.end());
+        std::ranges::sort(due);
         return due;
     }
 

@@ -32,7 +32,7 @@ protected:
     PictureMark mark(const QByteArray &bytes, MarkKind kind = MarkKind::DigestAndLook)
     {
         const ReplyBody body(bytes);
-        return resultOf(markOf(body, kind, clock));
+        return resultOf(markOf(&body, kind, &clock));
     }
 
     FakeClock clock;

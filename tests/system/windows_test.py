@@ -56,6 +56,22 @@ class WindowCase(unittest.TestCase):
     def wait_for_keyboard(self, window, what):
         until(lambda: self.desktop.active() == window, 10, lambda: f"{what} ({self.desktop.active()}, not {window})")
 
+    def give_keyboard(self, window, what):
+        """Asks the window manager only where it has to: keys pressed while it obeys go nowhere, and of a window that
+        has the keyboard nobody can see when it has."""
+        if self.desktop.active() != window:
+            self.desktop.activate(window)
+        self.wait_for_keyboard(window, what)
+
+    def is_hidden(self, window):
+        return "_NET_WM_STATE_HIDDEN" in self.desktop.property("_NET_WM_STATE", window)
+
+    def minimise(self, window):
+        """Done once the window manager has given the keyboard on."""
+        self.desktop.tool("windowminimize", "--sync", window)
+        until(lambda: self.is_hidden(window), 10, "the minimised window")
+        until(lambda: self.desktop.active() not in (None, window), 10, "another window with the keyboard")
+
     def corner(self, window):
         """Of the window's frame."""
         place, frame = self.desktop.place(window), self.desktop.frame(window)
@@ -85,20 +101,17 @@ class StackingTest(WindowCase):
         self.desktop.press(FILM_KEY)
         film = self.desktop.window(FILM)
         self.expect_above(film, browser, "the film above the images")
-        self.desktop.activate(browser)
-        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.give_keyboard(browser, "the images with the keyboard")
         self.expect_above(film, browser, "the film above the images that came up")
         self.desktop.press("Delete")
         question = self.desktop.window(QUESTION)
         other = self.another_program()
         until(lambda: not self.splash(), 10, "the end of the start box")
-        self.desktop.activate(other)
-        self.wait_for_keyboard(other, "the other program with the keyboard")
+        self.give_keyboard(other, "the other program with the keyboard")
         self.expect_above(other, film, "the other program above the film")
         self.expect_no_change_of_order()
         self.expect_above(question, film, "the question above the film")
-        self.desktop.activate(question)
-        self.wait_for_keyboard(question, "the question with the keyboard")
+        self.give_keyboard(question, "the question with the keyboard")
         self.desktop.press("Escape")
         self.desktop.wait_until_gone(QUESTION)
         self.expect_setup_when_minimised(browser)
@@ -119,19 +132,16 @@ class StackingTest(WindowCase):
         return self.desktop.window(OTHER_PROGRAM)
 
     def expect_setup_when_minimised(self, browser):
-        self.desktop.activate(browser)
-        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.give_keyboard(browser, "the images with the keyboard")
         self.desktop.press(SETUP_KEY)
         main = self.desktop.window(MAIN, MAIN_WIDTH)
         self.wait_for_keyboard(main, "the main window with the keyboard")
-        self.desktop.tool("windowminimize", "--sync", main)
-        self.desktop.activate(browser)
-        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.minimise(main)
+        self.give_keyboard(browser, "the images with the keyboard")
         self.desktop.press(SETUP_KEY)
-        hidden = lambda: "_NET_WM_STATE_HIDDEN" in self.desktop.property("_NET_WM_STATE", main)
-        until(lambda: main in self.desktop.windows(MAIN) and not hidden(), 10, "the main window opened again")
-        self.desktop.activate(main)
-        self.wait_for_keyboard(main, "the main window with the keyboard")
+        opened = lambda: main in self.desktop.windows(MAIN) and not self.is_hidden(main)
+        until(opened, 10, "the main window opened again")
+        self.give_keyboard(main, "the main window with the keyboard")
         self.desktop.press("alt+k")
         self.wait_for_keyboard(browser, "the images with the keyboard")
 
@@ -168,8 +178,7 @@ class PlaceTest(WindowCase):
         return place
 
     def end(self, browser):
-        self.desktop.activate(browser)
-        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.give_keyboard(browser, "the images with the keyboard")
         self.desktop.press(QUIT_KEY)
         self.assertEqual(0, self.program.wait(30), self.program.report())
 
@@ -180,8 +189,7 @@ class PlaceTest(WindowCase):
         self.expect_on_screen(browser, "1280x1024")
         self.wait_for_image()
         place = self.move(browser, (150, 15))
-        self.desktop.activate(browser)
-        self.wait_for_keyboard(browser, "the images with the keyboard")
+        self.give_keyboard(browser, "the images with the keyboard")
         self.desktop.press(FILM_KEY)
         film = self.desktop.window(FILM)
         film_place = self.move(film, (302, 263))
@@ -191,8 +199,7 @@ class PlaceTest(WindowCase):
         for _ in range(2):
             browser = self.start()
             until(lambda: self.corner(browser) == place, 5, lambda: f"{place} ({self.corner(browser)})")
-            self.desktop.activate(browser)
-            self.wait_for_keyboard(browser, "the images with the keyboard")
+            self.give_keyboard(browser, "the images with the keyboard")
             self.desktop.press(FILM_KEY)
             film = self.desktop.window(FILM)
             until(lambda: self.corner(film) == film_place, 5, lambda: f"{film_place} ({self.corner(film)})")

@@ -4,6 +4,7 @@
 #include "support/RunTask.h"
 #include "support/ScopedEnv.h"
 
+#include <QList>
 #include <QSocketNotifier>
 #include <QTimer>
 
@@ -26,6 +27,12 @@ QCoro::Task<> sleepOnce(Clock &clock, std::chrono::milliseconds time, std::stop_
                         std::optional<Wake> &wake)
 {
     wake = co_await clock.sleep(time, std::move(stop));
+}
+
+QCoro::Task<> noteSleep(Clock &clock, std::chrono::milliseconds time, QList<int> &ended)
+{
+    co_await clock.sleep(time, std::stop_token{});
+    ended.append(static_cast<int>(time.count()));
 }
 
 QCoro::Task<> yieldTimes(Clock &clock, int times)
@@ -87,14 +94,18 @@ private:
     std::optional<ScopedEnv> env_;
 };
 
-TEST(SystemClock, EndsASleepWhenItsTimeHasPassed)
+TEST(SystemClock, EndsSleepsInTheOrderOfTheirMoments)
 {
     SystemClock clock;
     std::optional<Wake> wake;
-    const auto before = clock.monotonicNow();
-    runToEnd(sleepOnce(clock, 20ms, std::stop_token{}, wake));
+    QList<int> ended;
+    const auto last = noteSleep(clock, 60ms, ended);
+    const auto first = noteSleep(clock, 20ms, ended);
+    const auto second = noteSleep(clock, 40ms, ended);
+    EXPECT_TRUE(ended.isEmpty());
+    runToEnd(sleepOnce(clock, 80ms, std::stop_token{}, wake));
     EXPECT_EQ(wake, Wake::Elapsed);
-    EXPECT_GE(clock.monotonicNow() - before, 19ms);
+    EXPECT_EQ(ended, (QList<int>{20, 40, 60}));
 }
 
 TEST(SystemClock, EndsASleepWhenStopped)

@@ -45,7 +45,7 @@ TEST_F(HttpClientBody, OfARefusalIsNotWaitedFor)
     camera_.answer("/a.jpg", answer);
     const HttpReply reply = fetch(camera_.url("/a.jpg"));
     EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
-    EXPECT_LT(reply.duration, 2s);
+    EXPECT_FALSE(ranOutOfTime(reply));
     EXPECT_TRUE(reply.failure.contains(QStringLiteral("404"))) << reply.failure.toStdString();
 }
 
@@ -128,7 +128,6 @@ TEST_F(EndlessHeaders, EndEarlyWithAReasonThatSaysSo)
         const HttpReply reply = fetch(camera_.url("/a.jpg"));
         EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
         EXPECT_EQ(reply.failure, QStringLiteral("the server sends headers without end"));
-        EXPECT_LT(reply.duration, 2s);
     }
 }
 

@@ -115,8 +115,8 @@ TEST_F(HttpClientTest, EndsAtTheDeclaredLengthWhenTheServerKeepsTheConnection)
     answer.atEnd = AtEnd::KeepOpen;
     camera_.answer("/snap", answer);
     const HttpReply reply = fetch(camera_.url("/snap"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
     EXPECT_EQ(reply.body.whole(), jpeg(3000));
-    EXPECT_LT(reply.duration, 2s);
 }
 
 TEST_F(HttpClientTest, CutsWhatGoesBeyondTheDeclaredLength)
@@ -146,9 +146,10 @@ TEST_F(HttpClientTest, KeepsZeroBytesInThePicture)
 TEST_F(HttpClientTest, MeasuresTheTransfer)
 {
     camera_.answer("/snap", delayed(picture(10), 120ms));
+    const auto began = std::chrono::steady_clock::now();
     const HttpReply reply = fetch(camera_.url("/snap"));
-    EXPECT_GE(reply.duration, 110ms);
-    EXPECT_LT(reply.duration, 5s);
+    EXPECT_GE(reply.duration, camera_.longestHeld());
+    EXPECT_LE(reply.duration, std::chrono::steady_clock::now() - began);
 }
 
 TEST_F(HttpClientTest, RunsAHundredFetchesAtOnce)
@@ -168,11 +169,8 @@ TEST_F(HttpClientTest, RunsAHundredFetchesAtOnce)
 
 TEST_F(HttpClientTest, KeepsTheEventLoopAlive)
 {
-    camera_.answer("/slow", delayed(picture(10), 600ms));
-    const LoopTicker ticker;
+    camera_.answer("/slow", afterTurns(picture(10), 1000));
     EXPECT_EQ(fetch(camera_.url("/slow")).outcome, FetchOutcome::Arrived);
-    EXPECT_GE(ticker.ticks(), 30) << "of about 120";
-    EXPECT_LT(ticker.longestGap(), 300ms);
 }
 
 TEST_F(HttpClientTest, LeavesNoConnectionOpen)

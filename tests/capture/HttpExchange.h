@@ -2,7 +2,7 @@
 #pragma once
 
 #include "capture/HttpClient.h"
-#include "support/LoopTicker.h"
+#include "support/LoopTurns.h"
 #include "support/LoopbackCamera.h"
 #include "support/TempTree.h"
 
@@ -26,6 +26,12 @@ protected:
 
     /// Fetches all at the same time, to the end of the last.
     std::vector<HttpReply> fetchAll(const std::vector<HttpRequest> &requests);
+
+    /// True when a transfer was ended by its time limit and by nothing else.
+    [[nodiscard]] static bool ranOutOfTime(const HttpReply &reply)
+    {
+        return reply.failure.contains(QStringLiteral("timeout"), Qt::CaseInsensitive);
+    }
 
     /// The only request that the camera has seen.
     [[nodiscard]] CameraRequest onlyRequest() const;

@@ -18,12 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-#ifdef VELMORA_INSTRUMENTED
-constexpr double kDayLimitSeconds = 2; // instrumented code runs several times slower
-#else
-constexpr double kDayLimitSeconds = 0.5;
-#endif
-
 struct Alarm
 {
     QList<QString> rung;
@@ -132,18 +126,26 @@ TEST(FakeClock, SleepsNoMomentWhenStoppedBefore)
     EXPECT_EQ(clock.sleeping(), 0);
 }
 
-TEST(FakeClock, PassesADayOfTicksInAMoment)
+/// Processor time that a clock takes to pass some hours.
+double used(FakeClock &clock, std::chrono::hours hours)
 {
+    const std::clock_t before = std::clock();
+    clock.advance(hours);
+    return static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+}
+
+TEST(FakeClock, PassesADayOfTicksAtThePaceOfAnHour)
+{
+    constexpr double kMargin = 4; // for what else the machine does
     FakeClock clock;
     std::stop_source stop;
     int ticks = 0;
     const auto task = tickUntil(clock, stop.get_token(), ticks);
-    const std::clock_t before = std::clock();
-    clock.advance(24h);
-    const double used = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-    RecordProperty("ProcessorMilliseconds", static_cast<int>(used * 1000));
-    EXPECT_EQ(ticks, 24 * 60 * 60);
-    EXPECT_LT(used, kDayLimitSeconds) << "processor seconds";
+    const double hour = used(clock, 1h);
+    const double day = used(clock, 24h);
+    RecordProperty("ProcessorMilliseconds", static_cast<int>(day * 1000));
+    EXPECT_EQ(ticks, 25 * 60 * 60);
+    EXPECT_LT(day, kMargin * 24 * hour);
     stop.request_stop();
     clock.advance(0s);
 }

@@ -1,5 +1,6 @@
 #include "support/LoopbackCamera.h"
 
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QTcpSocket>
 #include <QTimer>
@@ -61,11 +62,18 @@ private:
         }
         answer_ = camera_.take(parsed(head_.first(end)));
         head_.clear();
+        held_.start();
         QTimer::singleShot(answer_.delay, this, &Connection::send);
     }
 
     void send()
     {
+        if (answer_.turns-- > 0) {
+            QTimer::singleShot(0, this, &Connection::send);
+            return;
+        }
+        camera_.longestHeld_ =
+            std::max(camera_.longestHeld_, std::chrono::milliseconds{held_.elapsed()});
         if (answer_.drip.count() > 0) {
             drip_.start(answer_.drip);
             return;
@@ -106,6 +114,7 @@ private:
     QByteArray head_;
     CameraAnswer answer_;
     QTimer drip_;
+    QElapsedTimer held_;
     bool sent_ = false;
 };
 

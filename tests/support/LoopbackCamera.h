@@ -49,6 +49,9 @@ public:
     /// The most requests that were being answered at the same time.
     [[nodiscard]] int mostAtOnce() const { return mostAtOnce_; }
 
+    /// The longest that a request has waited for the first byte of its answer.
+    [[nodiscard]] std::chrono::milliseconds longestHeld() const { return longestHeld_; }
+
     /// Connections that are open now.
     [[nodiscard]] int openConnections() const { return open_; }
 
@@ -63,6 +66,7 @@ private:
     QList<CameraRequest> requests_;
     int open_ = 0;
     int mostAtOnce_ = 0;
+    std::chrono::milliseconds longestHeld_{0};
 };
 
 /// "http://127.0.0.1:port" + path of a port at which nobody listens.

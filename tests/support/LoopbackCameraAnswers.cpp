@@ -125,6 +125,12 @@ CameraAnswer delayed(CameraAnswer answer, std::chrono::milliseconds delay)
     return answer;
 }
 
+CameraAnswer afterTurns(CameraAnswer answer, int turns)
+{
+    answer.turns = turns;
+    return answer;
+}
+
 CameraAnswer dripping(CameraAnswer answer, std::chrono::milliseconds drip)
 {
     answer.drip = drip;

@@ -26,6 +26,7 @@ struct CameraAnswer
     QByteArray bytes;                   // status line, headers and body
     QByteArray repeated;                // sent behind them again and again, until the client goes
     std::chrono::milliseconds delay{0}; // before the first byte
+    int turns = 0;                      // of the event loop, behind the delay
     std::chrono::milliseconds drip{0};  // between single bytes; 0: all at once
     AtEnd atEnd = AtEnd::Close;
     CameraLock lock;
@@ -65,6 +66,9 @@ struct CameraAnswer
 [[nodiscard]] CameraAnswer endlessBody();
 
 [[nodiscard]] CameraAnswer delayed(CameraAnswer answer, std::chrono::milliseconds delay);
+
+/// Sends once the event loop, which the camera shares with its client, has had that many turns.
+[[nodiscard]] CameraAnswer afterTurns(CameraAnswer answer, int turns);
 
 /// Sends a byte each time.
 [[nodiscard]] CameraAnswer dripping(CameraAnswer answer, std::chrono::milliseconds drip);

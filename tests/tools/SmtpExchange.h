@@ -1,6 +1,7 @@
 // A real mail client and a loopback server, and the event loop between them.
 #pragma once
 
+#include "support/LoopTurns.h"
 #include "support/LoopbackMail.h"
 #include "support/LoopbackTls.h"
 #include "support/RunTask.h"
@@ -59,6 +60,18 @@ protected:
         std::optional<MailProblem> problem;
         runToEnd(sendInto(sender, account, text, std::move(stop), problem));
         return problem;
+    }
+
+    /// Sends to a server that falls silent at some step, and stops the sending after a thousand
+    /// turns of the event loop; false when it ended, by its time limit, before there were as many.
+    bool waitsInTurns(const MailAccount &account)
+    {
+        constexpr int kTurns = 1000;
+        std::stop_source stop;
+        LoopTurns loop;
+        loop.then(kTurns, [&stop] { stop.request_stop(); });
+        send(account, kText, stop.get_token());
+        return loop.turns() >= kTurns;
     }
 
     /// How sending ends now; Other when the mail is sent.

@@ -163,7 +163,7 @@ CommandResult removeCamera(const SettingsFile &settings, const RemoveCommand &co
                 QStringLiteral("Row %1 has no camera").arg(cameraText(camera)));
             return;
         }
-        draft.write(listSection(camera.group), rowKey(u"lst", camera.row), {});
+        setUrl(draft, camera, {});
         forgetRow(draft, camera);
         forgetCamera(draft, camera);
     });

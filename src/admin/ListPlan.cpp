@@ -147,7 +147,7 @@ void storeCamera(SettingsDraft &draft, CameraAddress camera, const QString &addr
 {
     forgetCamera(draft, camera);
     forgetRow(draft, camera);
-    draft.write(listSection(camera.group), rowKey(u"lst", camera.row), address);
+    setUrl(draft, camera, address);
     setCameraName(draft, camera, name);
 }
 

@@ -59,14 +59,13 @@ CommandResult noSwitch(const QString &value)
     return CommandResult::malformed(QStringLiteral("'%1' is neither on nor off.").arg(value));
 }
 
-CommandResult setSwitch(Target &target, const QString &section, const QString &key,
-                        const QString &value)
+CommandResult setSwitch(Target &target, const SwitchKey &key, const QString &value)
 {
     const std::optional<bool> on = switchFrom(value);
     if (!on) {
         return noSwitch(value);
     }
-    target.draft.write(section, key, *on ? u"1" : u"0");
+    key.write(target.draft, *on);
     return {};
 }
 
@@ -143,10 +142,10 @@ CommandResult setKey(Target &target, const Key &key, const QString &value)
         return setNumber(target, key.word, value);
     }
     if (key.word == QStringLiteral("debug")) {
-        return setSwitch(target, QStringLiteral("Control"), QStringLiteral("Debug"), value);
+        return setSwitch(target, keys::kDebug, value);
     }
     if (key.word == QStringLiteral("group")) {
-        return setSwitch(target, listSection(camera.group), QStringLiteral("LstAct"), value);
+        return setSwitch(target, {listSection(camera.group), keys::kGroupSwitch}, value);
     }
     if (key.word == QStringLiteral("keep")) {
         return setKeep(target, camera, value);
@@ -154,8 +153,8 @@ CommandResult setKey(Target &target, const Key &key, const QString &value)
     if (key.word == QStringLiteral("name")) {
         return setName(target, camera, value);
     }
-    const QStringView word = key.word == QStringLiteral("auto") ? u"AutoDelai" : u"EffM";
-    return setSwitch(target, groupSection(camera.group), rowKey(word, camera.row), value);
+    const RowKey wanted = key.word == QStringLiteral("auto") ? keys::kAutoDelai : keys::kEffM;
+    return setSwitch(target, {groupSection(camera.group), rowKey(wanted.word, camera.row)}, value);
 }
 
 CommandResult unknownKey(const QString &text)
@@ -198,7 +197,7 @@ QString valueOf(const SettingsSnapshot &settings, const NativePaths &paths, cons
         return storedTimeout(settings);
     }
     if (key.word == QStringLiteral("debug")) {
-        return onOff(settings.number(u"Control", u"Debug") != 0);
+        return onOff(keys::kDebug.read(settings));
     }
     if (key.word == QStringLiteral("group")) {
         return onOff(CameraTable::isGroupActive(settings, camera.group));

@@ -34,12 +34,11 @@ struct Sources
 
 CameraState storedState(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const double lamp = settings.number(groupSection(camera.group), rowKey(u"SB", camera.row));
-    if (lamp == static_cast<qint32>(LampColour::Green)) {
+    if (CameraTable::hasLamp(settings, camera, LampColour::Green)) {
         return CameraState::Good;
     }
-    return lamp == static_cast<qint32>(LampColour::Red) ? CameraState::Failed
-                                                        : CameraState::Unknown;
+    return CameraTable::hasLamp(settings, camera, LampColour::Red) ? CameraState::Failed
+                                                                   : CameraState::Unknown;
 }
 
 QString folderOf(const Sources &sources, const QString &url)

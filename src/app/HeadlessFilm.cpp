@@ -5,6 +5,7 @@
 #include "cameras/CameraTable.h"
 #include "cameras/FolderName.h"
 #include "cameras/ShownAddress.h"
+#include "cameras/StorageFolder.h"
 #include "cameras/StoragePath.h"
 #include "settings/SettingsFile.h"
 
@@ -19,7 +20,6 @@ namespace velmora {
 namespace {
 
 constexpr int kHundred = 100;
-const QString kUsualStorage = QStringLiteral("C:\\in");
 
 } // namespace
 
@@ -55,8 +55,7 @@ QString HeadlessFilm::imageFolder()
     }
     const QString name = cameraName(settings, request_.camera);
     camera_ = name.isEmpty() ? shownAddress(url) : name;
-    const QString stored = settings.read(u"Control", u"StRep");
-    const QString storage = FormRep(stored.isEmpty() ? kUsualStorage : stored);
+    const QString storage = FormRep(storedStorage(settings));
     return NativePaths(programFolder_).native(storage + encodeFolderName(url)).value_or(QString());
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/Folders.h"
 #include "browser/Slice.h"
+#include "settings/Keys.h"
 
 #include <QFile>
 #include <QScopedValueRollback>
@@ -10,10 +11,6 @@
 
 namespace velmora {
 namespace {
-
-const QString kControl = QStringLiteral("Control");
-constexpr QStringView kGroupKey = u"lstP";
-constexpr QStringView kCameraKey = u"lstImg";
 
 /// Holds the film for as long as the selection changes.
 class FilmPause
@@ -80,17 +77,12 @@ QString BrowserLists::folderOf(CameraAddress camera) const
         [&] { return capture.table.CameraFolderName(camera); }, QString()));
 }
 
-// A position beyond the list counts as none stored.
-int BrowserLists::listPosition(QStringView key) const
-{
-    const int position = services_.capture.problems.orDefault(
-        [&] { return services_.capture.table.settings().int16(kControl, key); }, 0);
-    return position >= 0 && position < kRows ? position : 0;
-}
-
 QCoro::Task<> BrowserLists::load()
 {
-    state_.camera = {listPosition(kGroupKey), listPosition(kCameraKey)};
+    const SettingsFile &settings = services_.capture.table.settings();
+    Problems &problems = services_.capture.problems;
+    state_.camera = {keys::kBrowserGroup.read(settings, problems),
+                     keys::kBrowserRow.read(settings, problems)};
     Q_EMIT changed();
     co_await lstCam_MouseUp();
 }
@@ -134,7 +126,7 @@ void BrowserLists::dropSelection()
 
 QCoro::Task<> BrowserLists::lstGroupe_MouseUp()
 {
-    services_.capture.table.settings().write(kControl, kGroupKey, state_.camera.group);
+    keys::kBrowserGroup.write(services_.capture.table.settings(), state_.camera.group);
     sheet_.clearImages();
     sheet_.hideZoom();
     sheet_.EffaceVue();
@@ -150,7 +142,7 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
     if (state_.view == View::Group) {
         sheet_.clearImages();
     }
-    services_.capture.table.settings().write(kControl, kCameraKey, state_.camera.row);
+    keys::kBrowserRow.write(services_.capture.table.settings(), state_.camera.row);
     if (state_.view == View::Camera) {
         co_await DirImage();
     } else {

@@ -145,7 +145,6 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool mayRead();
-    [[nodiscard]] int listPosition(QStringView key) const;
     void makeFolder(const QString &folder);
     void rememberNotMade();
     void setCount(const QString &text);

@@ -1,26 +1,26 @@
 #include "browser/BrowserModes.h"
 
 #include "base/DateText.h"
+#include "settings/Keys.h"
 
 namespace velmora {
 namespace {
 
 using namespace std::chrono_literals;
 
-const QString kControl = QStringLiteral("Control");
 constexpr auto kScanStep = 10s;
 
-QStringView keyOf(Mode mode)
+const SwitchKey &keyOf(Mode mode)
 {
     switch (mode) {
     case Mode::Auto:
-        return u"Auto";
+        return keys::kAuto;
     case Mode::Camera:
-        return u"Camera";
+        return keys::kCamera;
     case Mode::Scan:
         break;
     }
-    return u"Scan";
+    return keys::kScan;
 }
 
 } // namespace
@@ -45,7 +45,7 @@ const SettingsFile &BrowserModes::settings() const
 
 void BrowserModes::takeStored(Mode mode)
 {
-    if (settings().number(kControl, keyOf(mode)) != 0) {
+    if (keyOf(mode).read(settings())) {
         set(mode, true);
     }
 }
@@ -76,7 +76,7 @@ void BrowserModes::unload()
 void BrowserModes::set(Mode mode, bool on)
 {
     on_.at(static_cast<std::size_t>(mode)) = on;
-    settings().write(kControl, keyOf(mode), on ? 1 : 0);
+    keyOf(mode).write(settings(), on);
     Q_EMIT changed();
 }
 
@@ -157,7 +157,8 @@ ActiveGroups BrowserModes::activeGroups() const
     const SettingsSnapshot now = settings().snapshot();
     ActiveGroups active{};
     for (int group = 0; group < kGroups; ++group) {
-        active.at(static_cast<std::size_t>(group)) = now.number(listSection(group), u"LstAct") != 0;
+        active.at(static_cast<std::size_t>(group)) =
+            now.number(listSection(group), keys::kGroupSwitch) != 0;
     }
     return active;
 }

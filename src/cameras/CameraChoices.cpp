@@ -5,15 +5,8 @@
 #include "cameras/CameraTable.h"
 #include "cameras/ShownAddress.h"
 
-#include <array>
-
 namespace velmora {
 namespace {
-
-constexpr QStringView kName = u"Name";
-constexpr QStringView kKeep = u"Keep";
-constexpr QStringView kUser = u"User";
-constexpr QStringView kPassword = u"Password";
 
 // One pair of quotes around a stored value is taken off when it is read.
 QString quoted(QStringView value)
@@ -23,20 +16,26 @@ QString quoted(QStringView value)
     return needsQuotes ? u'"' + value.toString() + u'"' : value.toString();
 }
 
-void writeOrRemove(SettingsDraft &draft, CameraAddress camera, QStringView key, QStringView value)
+template <typename Settings>
+QString read(const Settings &settings, CameraAddress camera, CameraKey key)
+{
+    return settings.read(cameraSection(camera), key.key);
+}
+
+void writeOrRemove(SettingsDraft &draft, CameraAddress camera, CameraKey key, QStringView value)
 {
     const QString section = cameraSection(camera);
     if (!value.isEmpty()) {
-        draft.write(section, key, quoted(value));
-    } else if (!draft.read(section, key).isEmpty()) {
-        draft.remove(section, key);
+        draft.write(section, key.key, quoted(value));
+    } else if (!draft.read(section, key.key).isEmpty()) {
+        draft.remove(section, key.key);
     }
 }
 
 template <typename Settings>
 QString nameIn(const Settings &settings, CameraAddress camera)
 {
-    return onOneLine(settings.read(cameraSection(camera), kName)).trimmed().left(kMaxNameLength);
+    return onOneLine(read(settings, camera, keys::kName)).trimmed().left(kMaxNameLength);
 }
 
 QString titleOf(CameraAddress camera, const QString &name)
@@ -48,7 +47,7 @@ template <typename Settings>
 KeepChoice keepIn(const Settings &settings, CameraAddress camera)
 {
     const KeepChoice choice =
-        keepFromText(settings.read(cameraSection(camera), kKeep)).value_or(KeepChoice{});
+        keepFromText(read(settings, camera, keys::kKeep)).value_or(KeepChoice{});
     return choice.isInRange() ? choice : KeepChoice{};
 }
 
@@ -56,9 +55,9 @@ KeepChoice keepIn(const Settings &settings, CameraAddress camera)
 template <typename Settings>
 CameraLogin loginIn(const Settings &settings, CameraAddress camera)
 {
-    const QString section = cameraSection(camera);
-    const QString user = settings.read(section, kUser);
-    return user.isEmpty() ? CameraLogin{} : CameraLogin{user, settings.read(section, kPassword)};
+    const QString user = read(settings, camera, keys::kUser);
+    return user.isEmpty() ? CameraLogin{}
+                          : CameraLogin{user, read(settings, camera, keys::kPassword)};
 }
 
 bool isDigit(QChar c)
@@ -149,29 +148,30 @@ CameraLogin cameraLogin(const SettingsFile &settings, CameraAddress camera)
 
 void setCameraName(SettingsDraft &draft, CameraAddress camera, QStringView name)
 {
-    writeOrRemove(draft, camera, kName, name.trimmed());
+    writeOrRemove(draft, camera, keys::kName, name.trimmed());
 }
 
 void setCameraKeep(SettingsDraft &draft, CameraAddress camera, const KeepChoice &choice)
 {
-    writeOrRemove(draft, camera, kKeep, choice.keep == Keep::Dated ? QString() : keepText(choice));
+    writeOrRemove(draft, camera, keys::kKeep,
+                  choice.keep == Keep::Dated ? QString() : keepText(choice));
     if (choice.keep == Keep::Dated) {
-        writeOrRemove(draft, camera, kDigestKey, {});
+        writeOrRemove(draft, camera, keys::kDigest, {});
     }
     if (choice.keep != Keep::Clearly) {
-        writeOrRemove(draft, camera, kLookKey, {});
+        writeOrRemove(draft, camera, keys::kLook, {});
     }
 }
 
 void setCameraLogin(SettingsDraft &draft, CameraAddress camera, const CameraLogin &login)
 {
-    writeOrRemove(draft, camera, kUser, login.user);
-    writeOrRemove(draft, camera, kPassword, login.password);
+    writeOrRemove(draft, camera, keys::kUser, login.user);
+    writeOrRemove(draft, camera, keys::kPassword, login.password);
 }
 
 void forgetCamera(SettingsDraft &draft, CameraAddress camera)
 {
-    for (const QStringView key : std::array{kName, kKeep, kUser, kPassword, kDigestKey, kLookKey}) {
+    for (const CameraKey key : keys::kChosen) {
         writeOrRemove(draft, camera, key, {});
     }
 }

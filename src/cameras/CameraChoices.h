@@ -21,10 +21,6 @@ struct CameraLogin
     bool operator==(const CameraLogin &) const = default;
 };
 
-/// Keys of what is remembered of the picture kept last: its digest, and its look.
-inline constexpr QStringView kDigestKey = u"Digest";
-inline constexpr QStringView kLookKey = u"Look";
-
 /// Section of a camera's choices: "Camera" + group + row.
 [[nodiscard]] QString cameraSection(CameraAddress camera);
 

@@ -11,9 +11,6 @@
 namespace velmora {
 namespace {
 
-const QString kControl = QStringLiteral("Control");
-const QString kSelecteur = QStringLiteral("Selecteur");
-
 QStringView boxValue(bool checked)
 {
     return checked ? u"1" : u"0";
@@ -49,9 +46,7 @@ QString CameraPage::title(int row) const
 
 void CameraPage::load()
 {
-    const int stored =
-        problems_.orDefault([this] { return table_.settings().int16(kControl, kSelecteur); }, 0);
-    group_ = stored >= 0 && stored < kGroups ? stored : 0;
+    group_ = keys::kSelecteur.read(table_.settings(), problems_);
     groupActive_ = table_.isGroupActive(group_);
     Q_EMIT pageLoaded();
 }
@@ -70,7 +65,7 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
         loadRow(row);
     }
     groupActive_ = table_.isGroupActive(group_);
-    table_.settings().write(kControl, kSelecteur, group_);
+    keys::kSelecteur.write(table_.settings(), group_);
     currentRow_ = rememberedRow();
     Q_EMIT pageLoaded();
     Q_EMIT picturesCleared();
@@ -105,9 +100,8 @@ void CameraPage::loadRow(int row)
 
 int CameraPage::rememberedRow() const
 {
-    const QString key = QStringLiteral("MemSource") + QString::number(group_);
-    const int stored =
-        problems_.orDefault([&] { return table_.settings().int16(kControl, key); }, 0);
+    const QString key = rowKey(keys::kMemSource, group_);
+    const int stored = Int16Key{keys::kControl, key}.read(table_.settings(), problems_);
     const int row = stored >= kRows ? stored - kRows : stored;
     return isRow(row) ? row : 0;
 }
@@ -115,19 +109,19 @@ int CameraPage::rememberedRow() const
 void CameraPage::setAutomatic(int row, bool on)
 {
     at(row).automatic = on;
-    table_.setValue(u"AutoDelai", {group_, row}, boxValue(on));
+    table_.setValue(keys::kAutoDelai, {group_, row}, boxValue(on));
 }
 
 void CameraPage::setDeleteOld(int row, bool on)
 {
     at(row).deleteOld = on;
-    table_.setValue(u"EffM", {group_, row}, boxValue(on));
+    table_.setValue(keys::kEffM, {group_, row}, boxValue(on));
 }
 
 void CameraPage::resetBestTime(int row)
 {
     at(row).bestTime = {};
-    table_.setValue(u"BestTime", {group_, row}, BestTime{}.text());
+    table_.setValue(keys::kBestTime, {group_, row}, BestTime{}.text());
     Q_EMIT rowChanged(row);
 }
 
@@ -140,7 +134,7 @@ void CameraPage::setGroupActive(bool on)
 void CameraPage::RAZ()
 {
     for (int row = 0; row < kRows; ++row) {
-        table_.setValue(u"lNew", {group_, row}, u"0");
+        table_.setValue(keys::kNewImages, {group_, row}, u"0");
         at(row).newImages = 0;
         Q_EMIT rowChanged(row);
     }

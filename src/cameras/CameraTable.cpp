@@ -3,14 +3,30 @@
 #include "base/LeadingNumber.h"
 #include "cameras/FolderName.h"
 
-#include <array>
-
 namespace velmora {
 namespace {
 
 bool isOn(double number)
 {
     return number != 0;
+}
+
+template <typename Settings>
+QString read(const Settings &settings, RowKey key, CameraAddress camera)
+{
+    return settings.read(groupSection(camera.group), rowKey(key.word, camera.row));
+}
+
+template <typename Settings>
+double number(const Settings &settings, RowKey key, CameraAddress camera)
+{
+    return leadingNumber(read(settings, key, camera));
+}
+
+template <typename Settings>
+QString readUrl(const Settings &settings, CameraAddress camera)
+{
+    return settings.read(listSection(camera.group), rowKey(keys::kUrl.word, camera.row));
 }
 
 } // namespace
@@ -32,11 +48,14 @@ QString rowKey(QStringView word, int row)
 
 void forgetRow(SettingsDraft &draft, CameraAddress camera)
 {
-    for (const QStringView word :
-         std::array<QStringView, 8>{u"AutoDelai", u"EffM", u"BestTime", u"SB", u"TimeLoad", u"lNew",
-                                    u"LastModified", u"LocalTime"}) {
-        draft.remove(groupSection(camera.group), rowKey(word, camera.row));
+    for (const RowKey key : keys::kGathered) {
+        draft.remove(groupSection(camera.group), rowKey(key.word, camera.row));
     }
+}
+
+void setUrl(SettingsDraft &draft, CameraAddress camera, QStringView url)
+{
+    draft.write(listSection(camera.group), rowKey(keys::kUrl.word, camera.row), url);
 }
 
 CameraTable::CameraTable(const SettingsFile &settings, Problems &problems)
@@ -47,7 +66,7 @@ CameraTable::CameraTable(const SettingsFile &settings, Problems &problems)
 
 QString CameraTable::url(CameraAddress camera) const
 {
-    return settings_.read(listSection(camera.group), rowKey(u"lst", camera.row));
+    return readUrl(settings_, camera);
 }
 
 QString CameraTable::CameraFolderName(CameraAddress camera) const
@@ -62,87 +81,88 @@ bool CameraTable::isGroupActive(int group) const
 
 QString CameraTable::url(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return settings.read(listSection(camera.group), rowKey(u"lst", camera.row));
+    return readUrl(settings, camera);
 }
 
 bool CameraTable::isGroupActive(const SettingsSnapshot &settings, int group)
 {
-    return settings.number(listSection(group), u"LstAct") == 1;
+    return settings.number(listSection(group), keys::kGroupSwitch) == 1;
 }
 
 CameraSchedule CameraTable::schedule(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    const QString section = groupSection(camera.group);
     CameraSchedule schedule;
     schedule.url = url(settings, camera);
-    schedule.automatic = isOn(settings.number(section, rowKey(u"AutoDelai", camera.row)));
-    schedule.bestTime = bestTimeFromText(settings.read(section, rowKey(u"BestTime", camera.row)));
-    schedule.lastImage = settings.read(section, rowKey(u"LocalTime", camera.row));
+    schedule.automatic = isOn(velmora::number(settings, keys::kAutoDelai, camera));
+    schedule.bestTime = bestTimeFromText(read(settings, keys::kBestTime, camera));
+    schedule.lastImage = read(settings, keys::kLocalTime, camera);
     return schedule;
 }
 
 bool CameraTable::deletesOld(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return isOn(settings.number(groupSection(camera.group), rowKey(u"EffM", camera.row)));
+    return isOn(velmora::number(settings, keys::kEffM, camera));
+}
+
+bool CameraTable::hasLamp(const SettingsSnapshot &settings, CameraAddress camera, LampColour colour)
+{
+    return velmora::number(settings, keys::kSB, camera) == static_cast<qint32>(colour);
 }
 
 CameraRecord CameraTable::record(CameraAddress camera) const
 {
     const SettingsSnapshot settings = settings_.snapshot();
-    const QString section = groupSection(camera.group);
-    return {settings.read(section, rowKey(u"LastModified", camera.row)),
-            settings.read(section, rowKey(u"BestTime", camera.row)),
-            problems_.orDefault(
-                [&] { return settings.int32(section, rowKey(u"lNew", camera.row)); }, 0),
-            settings.number(section, rowKey(u"AutoDelai", camera.row)) == 1};
+    return {read(settings, keys::kLastModified, camera), read(settings, keys::kBestTime, camera),
+            number(keys::kNewImages, camera),
+            velmora::number(settings, keys::kAutoDelai, camera) == 1};
 }
 
-QString CameraTable::value(QStringView word, CameraAddress camera) const
+QString CameraTable::value(RowKey key, CameraAddress camera) const
 {
-    return settings_.read(groupSection(camera.group), rowKey(word, camera.row));
+    return read(settings_, key, camera);
 }
 
-void CameraTable::setValue(QStringView word, CameraAddress camera, QStringView value) const
+void CameraTable::setValue(RowKey key, CameraAddress camera, QStringView value) const
 {
-    settings_.write(groupSection(camera.group), rowKey(word, camera.row), value);
+    settings_.write(groupSection(camera.group), rowKey(key.word, camera.row), value);
 }
 
 void CameraTable::setUrl(CameraAddress camera, QStringView url) const
 {
-    settings_.write(listSection(camera.group), rowKey(u"lst", camera.row), url);
+    settings_.write(listSection(camera.group), rowKey(keys::kUrl.word, camera.row), url);
 }
 
 void CameraTable::setGroupActive(int group, bool active) const
 {
-    settings_.write(listSection(group), u"LstAct", active ? 1 : 0);
+    settings_.write(listSection(group), keys::kGroupSwitch, active ? 1 : 0);
 }
 
-int CameraTable::number(QStringView word, CameraAddress camera) const
+int CameraTable::number(RowKey key, CameraAddress camera) const
 {
     const QString section = groupSection(camera.group);
-    const QString key = rowKey(word, camera.row);
-    return problems_.orDefault([&] { return settings_.int32(section, key); }, 0);
+    const QString name = rowKey(key.word, camera.row);
+    return problems_.orDefault([&] { return settings_.int32(section, name); }, 0);
 }
 
 CameraRow CameraTable::row(CameraAddress camera) const
 {
     CameraRow row;
     row.url = url(camera);
-    row.automatic = isOn(leadingNumber(value(u"AutoDelai", camera)));
+    row.automatic = isOn(leadingNumber(value(keys::kAutoDelai, camera)));
     row.deleteOld = deletesOld(settings_.snapshot(), camera);
-    row.bestTime = bestTimeFromText(value(u"BestTime", camera));
-    row.lamp = static_cast<LampColour>(number(u"SB", camera));
-    row.loadSeconds = number(u"TimeLoad", camera);
-    row.newImages = number(u"lNew", camera);
+    row.bestTime = bestTimeFromText(value(keys::kBestTime, camera));
+    row.lamp = static_cast<LampColour>(number(keys::kSB, camera));
+    row.loadSeconds = number(keys::kTimeLoad, camera);
+    row.newImages = number(keys::kNewImages, camera);
     return row;
 }
 
 void CameraTable::clearRow(CameraAddress camera) const
 {
-    setValue(u"SB", camera, QString::number(static_cast<qint32>(LampColour::Red)));
-    setValue(u"BestTime", camera, BestTime{}.text());
-    setValue(u"lNew", camera, u"0");
-    setValue(u"TimeLoad", camera, u"0");
+    setValue(keys::kSB, camera, QString::number(static_cast<qint32>(LampColour::Red)));
+    setValue(keys::kBestTime, camera, BestTime{}.text());
+    setValue(keys::kNewImages, camera, u"0");
+    setValue(keys::kTimeLoad, camera, u"0");
 }
 
 } // namespace velmora

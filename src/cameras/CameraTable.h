@@ -4,8 +4,7 @@
 #include "cameras/BestTime.h"
 #include "cameras/CameraAddress.h"
 #include "cameras/LampColour.h"
-#include "settings/Problems.h"
-#include "settings/SettingsFile.h"
+#include "settings/Keys.h"
 
 #include <QString>
 
@@ -48,6 +47,9 @@ struct CameraRecord
 /// Key of a row ("AutoDelai7").
 [[nodiscard]] QString rowKey(QStringView word, int row);
 
+/// Stores a camera's address with other changes.
+void setUrl(SettingsDraft &draft, CameraAddress camera, QStringView url);
+
 /// Takes all that a row has gathered out of its group's section: options, counters, dates.
 void forgetRow(SettingsDraft &draft, CameraAddress camera);
 
@@ -79,9 +81,13 @@ public:
 
     [[nodiscard]] CameraRecord record(CameraAddress camera) const;
 
-    /// A row value as stored, by the word of its key.
-    [[nodiscard]] QString value(QStringView word, CameraAddress camera) const;
-    void setValue(QStringView word, CameraAddress camera, QStringView value) const;
+    /// True when the last download of a camera left its lamp in that colour.
+    [[nodiscard]] static bool hasLamp(const SettingsSnapshot &settings, CameraAddress camera,
+                                      LampColour colour);
+
+    /// A row value as stored.
+    [[nodiscard]] QString value(RowKey key, CameraAddress camera) const;
+    void setValue(RowKey key, CameraAddress camera, QStringView value) const;
     void setUrl(CameraAddress camera, QStringView url) const;
     void setGroupActive(int group, bool active) const;
 
@@ -89,7 +95,7 @@ public:
     void clearRow(CameraAddress camera) const;
 
 private:
-    [[nodiscard]] int number(QStringView word, CameraAddress camera) const;
+    [[nodiscard]] int number(RowKey key, CameraAddress camera) const;
 
     const SettingsFile &settings_;
     Problems &problems_;

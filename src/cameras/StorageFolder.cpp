@@ -6,14 +6,6 @@
 #include <utility>
 
 namespace velmora {
-namespace {
-
-const QString kControl = QStringLiteral("Control");
-const QString kStRep = QStringLiteral("StRep");
-const QString kDefaultFolder = QStringLiteral("C:\\in");
-
-} // namespace
-
 StorageState storageState(bool folderPresent, Editing editing)
 {
     return folderPresent ? StorageState{LampColour::Green, editing == Editing::No, false,
@@ -34,13 +26,12 @@ std::optional<QString> storageRefusal(const NativePaths &paths, const QString &n
 
 QString storedStorage(const SettingsSnapshot &settings)
 {
-    const QString stored = settings.read(kControl, kStRep);
-    return stored.isEmpty() ? kDefaultFolder : stored;
+    return keys::kStRep.read(settings);
 }
 
 void setStorage(SettingsDraft &draft, const QString &text)
 {
-    draft.write(kControl, kStRep, FormRep(withBackslashes(text).trimmed()));
+    keys::kStRep.write(draft, FormRep(withBackslashes(text).trimmed()));
 }
 
 StorageFolder::StorageFolder(const CameraTable &table, const NativePaths &paths, EventLog &log,
@@ -85,7 +76,7 @@ void StorageFolder::takeText()
 
 void StorageFolder::store() const
 {
-    table_.settings().write(kControl, kStRep, text_);
+    keys::kStRep.write(table_.settings(), text_);
 }
 
 void StorageFolder::load()

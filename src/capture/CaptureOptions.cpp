@@ -1,6 +1,7 @@
 #include "capture/CaptureOptions.h"
 
 #include "base/LeadingNumber.h"
+#include "settings/Keys.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,9 +10,6 @@
 namespace velmora {
 namespace {
 
-const QString kControl = QStringLiteral("Control");
-const QString kTempo = QStringLiteral("Tempo");
-const QString kTIO = QStringLiteral("TIO");
 constexpr int kDigits = 15; // a number as text shows no more
 constexpr double kMinTempo = 1;
 constexpr double kMaxTempo = 60;
@@ -42,9 +40,9 @@ CaptureOptions::CaptureOptions(const SettingsFile &settings)
 
 void CaptureOptions::load()
 {
-    const QString tempo = settings_.read(kControl, kTempo);
+    const QString tempo = keys::kTempo.read(settings_);
     tempo_ = leadingNumber(tempo) == 0 ? QStringLiteral("1") : tempo;
-    const double timeout = settings_.number(kControl, kTIO);
+    const double timeout = leadingNumber(keys::kTIO.read(settings_));
     timeout_ = timeout == 0 ? QStringLiteral("5") : QString::number(timeout, 'g', kDigits);
     Q_EMIT tempoChanged(tempo_);
     Q_EMIT timeoutChanged(timeout_);
@@ -63,7 +61,7 @@ void CaptureOptions::setTempo(const QString &text)
         return;
     }
     tempo_ = text;
-    settings_.write(kControl, kTempo, tempo_);
+    keys::kTempo.write(settings_, tempo_);
     Q_EMIT tempoChanged(tempo_);
 }
 
@@ -73,7 +71,7 @@ void CaptureOptions::setTimeout(const QString &text)
         return;
     }
     timeout_ = text;
-    settings_.write(kControl, kTIO, timeout_);
+    keys::kTIO.write(settings_, timeout_);
     Q_EMIT timeoutChanged(timeout_);
 }
 
@@ -115,22 +113,22 @@ void CaptureOptions::endTimeoutEdit()
 
 QString storedTempo(const SettingsSnapshot &settings)
 {
-    return wholeText(clampedTempo(settings.read(kControl, kTempo)));
+    return wholeText(clampedTempo(keys::kTempo.read(settings)));
 }
 
 QString storedTimeout(const SettingsSnapshot &settings)
 {
-    return wholeText(clampedTimeout(settings.read(kControl, kTIO)));
+    return wholeText(clampedTimeout(keys::kTIO.read(settings)));
 }
 
 void setStoredTempo(SettingsDraft &draft, QStringView text)
 {
-    draft.write(kControl, kTempo, wholeText(clampedTempo(text)));
+    keys::kTempo.write(draft, wholeText(clampedTempo(text)));
 }
 
 void setStoredTimeout(SettingsDraft &draft, QStringView text)
 {
-    draft.write(kControl, kTIO, wholeText(clampedTimeout(text)));
+    keys::kTIO.write(draft, wholeText(clampedTimeout(text)));
 }
 
 std::chrono::milliseconds CaptureOptions::normaliseTempo()

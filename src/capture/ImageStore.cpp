@@ -189,7 +189,7 @@ void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds 
 {
     const auto seconds =
         static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(duration).count());
-    services_.table.setValue(u"TimeLoad", camera, QString::number(seconds));
+    services_.table.setValue(keys::kTimeLoad, camera, QString::number(seconds));
     services_.page.showLoadSeconds(camera, seconds);
 }
 
@@ -214,7 +214,7 @@ void ImageStore::keep(Arrival &arrival)
         failToStore(arrival, result.error);
         return;
     }
-    services_.table.setValue(u"LastModified", arrival.camera,
+    services_.table.setValue(keys::kLastModified, arrival.camera,
                              dateText(arrival.dates.modified.value_or(kZeroDate)));
     recordGood(arrival);
     if (result.outcome == StoreOutcome::Stored) {
@@ -230,7 +230,8 @@ void ImageStore::recordGood(const Arrival &arrival)
     services_.page.remarks().set(arrival.camera, arrival.remark);
     services_.status.set(Caption::Step, QStringLiteral("Wait"));
     recordBestTime(arrival);
-    services_.table.setValue(u"LocalTime", arrival.camera, dateText(services_.clock.localNow()));
+    services_.table.setValue(keys::kLocalTime, arrival.camera,
+                             dateText(services_.clock.localNow()));
     Q_EMIT cameraAnswered(arrival.camera);
 }
 
@@ -241,7 +242,7 @@ void ImageStore::recordBestTime(const Arrival &arrival)
     if (!candidate || !replacesBestTime(*candidate, stored)) {
         return;
     }
-    services_.table.setValue(u"BestTime", arrival.camera, *candidate);
+    services_.table.setValue(keys::kBestTime, arrival.camera, *candidate);
     services_.page.showBestTime(arrival.camera, bestTimeFromText(*candidate));
     services_.log.trace(QStringLiteral("Best times %1 - %2").arg(*candidate, stored));
 }
@@ -252,7 +253,7 @@ void ImageStore::recordStored(const Arrival &arrival)
     const QString &fileName = arrival.fileName;
     const int count =
         services_.problems.orDefault([&] { return toInt32(1.0 + arrival.record.newImages); }, 1);
-    services_.table.setValue(u"lNew", camera, QString::number(count));
+    services_.table.setValue(keys::kNewImages, camera, QString::number(count));
     services_.page.showNewImages(camera, count);
 
     const WallTime now = services_.clock.localNow();
@@ -313,7 +314,7 @@ void ImageStore::fail(CameraAddress camera, const QString &reason)
 void ImageStore::setLamp(CameraAddress camera, LampColour colour)
 {
     services_.page.showLamp(camera, colour);
-    services_.table.setValue(u"SB", camera, QString::number(static_cast<qint32>(colour)));
+    services_.table.setValue(keys::kSB, camera, QString::number(static_cast<qint32>(colour)));
 }
 
 } // namespace velmora

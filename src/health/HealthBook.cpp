@@ -103,8 +103,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
     if (isOther || isRenamed) {
         Q_EMIT changed(camera);
     }
-    const double lamp = settings.number(groupSection(camera.group), rowKey(u"SB", camera.row));
-    if (lamp == static_cast<qint32>(LampColour::Green)) {
+    if (CameraTable::hasLamp(settings, camera, LampColour::Green)) {
         addSuccess(camera);
     }
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "settings/EventLog.h"
-#include "settings/SettingsFile.h"
+#include "settings/Keys.h"
 
 namespace velmora {
 
@@ -18,12 +18,12 @@ public:
     [[nodiscard]] bool isOn() const { return log_.isOn(); }
 
     /// Takes the stored state.
-    void load() { log_.setOn(settings_.number(u"Control", u"Debug") != 0); }
+    void load() { log_.setOn(keys::kDebug.read(settings_)); }
 
     /// The box was clicked: stores its value at once.
     void set(bool on)
     {
-        settings_.write(u"Control", u"Debug", on ? 1 : 0);
+        keys::kDebug.write(settings_, on);
         log_.setOn(on);
     }
 

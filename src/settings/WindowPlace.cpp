@@ -6,16 +6,14 @@ namespace velmora {
 
 WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys, Problems &problems)
 {
-    const auto read = [&](QStringView key) {
-        return problems.orDefault([&] { return settings.int16(u"Control", key); }, 0);
-    };
-    return {std::min(read(keys.top), keys.cap.top), std::min(read(keys.left), keys.cap.left)};
+    return {std::min(keys.top.read(settings, problems), keys.cap.top),
+            std::min(keys.left.read(settings, problems), keys.cap.left)};
 }
 
 void writePlace(const SettingsFile &settings, const WindowPlaceKeys &keys, WindowPlace place)
 {
-    settings.write(u"Control", keys.top, place.top);
-    settings.write(u"Control", keys.left, place.left);
+    keys.top.write(settings, place.top);
+    keys.left.write(settings, place.left);
 }
 
 } // namespace velmora

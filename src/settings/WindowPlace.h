@@ -1,8 +1,7 @@
 // Where a window stood when it was closed last.
 #pragma once
 
-#include "settings/Problems.h"
-#include "settings/SettingsFile.h"
+#include "settings/Keys.h"
 
 namespace velmora {
 
@@ -15,17 +14,17 @@ struct WindowPlace
     bool operator==(const WindowPlace &) const = default;
 };
 
-/// How a window's place is stored: two keys of the section "Control", and the largest values taken
-/// over from them, which keep the window on a small screen.
+/// How a window's place is stored, and the largest values taken over from there, which keep the
+/// window on a small screen.
 struct WindowPlaceKeys
 {
-    QStringView top;
-    QStringView left;
+    Int16Key top;
+    Int16Key left;
     WindowPlace cap;
 };
 
-inline constexpr WindowPlaceKeys kBrowserPlace{u"Planche.Top", u"Planche.Left", {330, 4485}};
-inline constexpr WindowPlaceKeys kSlideshowPlace{u"fCine.Top", u"fCine.left", {6225, 11175}};
+inline constexpr WindowPlaceKeys kBrowserPlace{keys::kPlancheTop, keys::kPlancheLeft, {330, 4485}};
+inline constexpr WindowPlaceKeys kSlideshowPlace{keys::kFilmTop, keys::kFilmLeft, {6225, 11175}};
 
 /// The stored place, 0 where none is stored; larger values become the cap, negative ones pass.
 [[nodiscard]] WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys,

@@ -4,6 +4,7 @@
 #include "base/LeadingNumber.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
+#include "settings/Keys.h"
 #include "tools/Drives.h"
 #include "tools/FolderPath.h"
 
@@ -16,8 +17,6 @@
 namespace velmora {
 namespace {
 
-const QString kControl = QStringLiteral("Control");
-const QString kUsualFilter = QStringLiteral("*.jpg");
 const QString kStoredImages = QStringLiteral("????????_??????????.*");
 const QString kNone = QStringLiteral("0");
 
@@ -63,7 +62,7 @@ Import::Import(const CaptureServices &services, TaskScope &scope)
     , reader_(services.clock)
     , run_(services.clock, services.storage.gate())
 {
-    face_.Filtre = kUsualFilter;
+    face_.Filtre = keys::kImportFilter.usual.toString();
     connect(&run_, &ImportRun::advanced, this, &Import::showProgress);
     connect(&services_.storage, &StorageFolder::editBegan, this, &Import::followStorage);
     connect(&services_.storage, &StorageFolder::checked, this, &Import::followStorage);
@@ -76,8 +75,8 @@ void Import::load()
     open_ = true;
     face_.ctr = kNone;
     loadSource();
-    face_.Cam = storedPosition(u"ICam");
-    face_.Lien = storedPosition(u"ILien");
+    face_.Cam = keys::kImportGroup.read(settings(), services_.problems);
+    face_.Lien = keys::kImportRow.read(settings(), services_.problems);
     chooseTarget();
     count();
 }
@@ -85,11 +84,10 @@ void Import::load()
 // A drive or a folder that is gone leaves the lists where they stand without it.
 void Import::loadSource()
 {
-    const QString filter = settings().read(kControl, u"Patern");
-    face_.Filtre = filter.isEmpty() ? kUsualFilter : filter;
+    face_.Filtre = keys::kImportFilter.read(settings());
     face_.drives = drivesNow(settings().programFolder());
-    face_.drive = drivePosition(face_.drives, settings().read(kControl, u"Drive"));
-    const QString folder = settings().read(kControl, u"Dir");
+    face_.drive = drivePosition(face_.drives, keys::kImportDrive.read(settings()));
+    const QString folder = keys::kImportFolder.read(settings());
     showFolder(!folder.isEmpty() && isThere(folder) ? folder : face_.drives.at(face_.drive));
 }
 
@@ -108,13 +106,6 @@ void Import::close()
 void Import::traceQuit()
 {
     services_.log.trace(QStringLiteral("frmImport cmdClik"));
-}
-
-int Import::storedPosition(QStringView key) const
-{
-    const int position =
-        services_.problems.orDefault([&] { return settings().int16(kControl, key); }, 0);
-    return position >= 0 && position < kRows ? position : 0;
 }
 
 // Empty for a row without address, and for one whose address no folder name can hold.
@@ -141,7 +132,7 @@ void Import::chooseDrive(int drive)
         return;
     }
     face_.drive = drive;
-    settings().write(kControl, u"Drive", face_.drives.at(drive));
+    keys::kImportDrive.write(settings(), face_.drives.at(drive));
     moveTo(face_.drives.at(drive));
 }
 
@@ -156,7 +147,7 @@ void Import::openFolder(int row)
 void Import::moveTo(const QString &path)
 {
     showFolder(path);
-    settings().write(kControl, u"Dir", folders_.path());
+    keys::kImportFolder.write(settings(), folders_.path());
     count();
 }
 
@@ -172,7 +163,7 @@ void Import::showFolder(const QString &path)
 void Import::setFilter(const QString &filter)
 {
     face_.Filtre = filter;
-    settings().write(kControl, u"Patern", filter);
+    keys::kImportFilter.write(settings(), filter);
     count();
 }
 
@@ -187,7 +178,7 @@ void Import::chooseGroup(int group)
     if (group >= 0 && group < kGroups) {
         face_.Cam = group;
         chooseTarget();
-        settings().write(kControl, u"ICam", group);
+        keys::kImportGroup.write(settings(), group);
     }
 }
 
@@ -196,7 +187,7 @@ void Import::chooseCamera(int row)
     if (row >= 0 && row < kRows) {
         face_.Lien = row;
         chooseTarget();
-        settings().write(kControl, u"ILien", row);
+        keys::kImportRow.write(settings(), row);
     }
 }
 

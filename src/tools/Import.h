@@ -87,7 +87,6 @@ private:
 
     [[nodiscard]] CameraAddress camera() const { return {face_.Cam, face_.Lien}; }
 
-    [[nodiscard]] int storedPosition(QStringView key) const;
     [[nodiscard]] QString cameraFolderName() const;
     [[nodiscard]] QString native(const QString &folder) const;
     [[nodiscard]] bool isThere(const QString &folder) const;

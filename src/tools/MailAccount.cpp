@@ -1,6 +1,7 @@
 #include "tools/MailAccount.h"
 
 #include "base/OneLine.h"
+#include "settings/Keys.h"
 
 #include <QUrl>
 
@@ -9,7 +10,6 @@
 namespace velmora {
 namespace {
 
-const QString kMail = QStringLiteral("Mail");
 constexpr quint32 kLoopbackNet = 127;
 constexpr int kNetShift = 24;
 
@@ -72,11 +72,9 @@ public:
     MailAccount account;
 
 private:
-    [[nodiscard]] QString value(QStringView key) const { return settings_.read(kMail, key); }
-
     std::optional<MailProblem> readServer()
     {
-        const QString server = value(u"Server").trimmed();
+        const QString server = keys::kMailServer.read(settings_).trimmed();
         if (server.isEmpty()) {
             return problem(MailFailure::NoServer);
         }
@@ -96,7 +94,7 @@ private:
 
     std::optional<MailProblem> readRecipients()
     {
-        for (const QString &text : addressTexts(value(u"To"))) {
+        for (const QString &text : addressTexts(keys::kMailTo.read(settings_))) {
             const auto address = mailAddress(text);
             if (!address) {
                 return problem(MailFailure::BadAddress, QStringLiteral("To=") + onOneLine(text));
@@ -109,7 +107,7 @@ private:
 
     std::optional<MailProblem> readSender()
     {
-        const QString text = value(u"From").trimmed();
+        const QString text = keys::kMailFrom.read(settings_).trimmed();
         const auto address = text.isEmpty() ? account.to.first() : mailAddress(text);
         if (!address) {
             return problem(MailFailure::BadAddress, QStringLiteral("From=") + onOneLine(text));
@@ -120,8 +118,8 @@ private:
 
     std::optional<MailProblem> readLogin()
     {
-        const QString user = value(u"User");
-        const QString password = value(u"Password");
+        const QString user = keys::kMailUser.read(settings_);
+        const QString password = keys::kMailPassword.read(settings_);
         if (holdsControls(user) || holdsControls(password) ||
             (user.isEmpty() && !password.isEmpty())) {
             return problem(MailFailure::BadLogin);

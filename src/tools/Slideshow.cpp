@@ -1,5 +1,7 @@
 #include "tools/Slideshow.h"
 
+#include "settings/Keys.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 namespace velmora {
 namespace {
 
-const QString kControl = QStringLiteral("Control");
 const QString kPause = QStringLiteral("Pause");
 const QString kStart = QStringLiteral("Start");
 constexpr int kDayLetters = 8;
@@ -60,7 +61,7 @@ ImageFile Slideshow::fileAt(int position) const
 // The speed that was used last; without one, the fastest.
 void Slideshow::load()
 {
-    const double stored = settings_.number(kControl, u"Vitesse");
+    const double stored = keys::kVitesse.read(settings_);
     face_.vitesse = static_cast<int>(std::clamp<double>(stored, kFastest, kSlowest));
     timer_.setInterval(face_.vitesse);
     face_.PauseCine = kPause;
@@ -227,7 +228,7 @@ void Slideshow::showCounters()
 void Slideshow::vitesse_Change(int value)
 {
     face_.vitesse = value;
-    settings_.write(kControl, u"Vitesse", value);
+    keys::kVitesse.write(settings_, value);
     Q_EMIT changed();
 }
 

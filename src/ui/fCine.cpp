@@ -1,5 +1,6 @@
 #include "ui/fCine.h"
 
+#include "base/LeadingNumber.h"
 #include "pictures/PictureReader.h"
 #include "ui/Twips.h"
 #include "ui_fCine.h"
@@ -116,12 +117,13 @@ void fCine::takeStoredPlace()
     }
 }
 
-int fCine::storedPixels(QStringView key, int now) const
+int fCine::storedPixels(const Int16Key &key, int now) const
 {
-    if (settings_.read(u"Control", key).isEmpty()) {
+    const QString stored = settings_.read(key.section, key.key);
+    if (stored.isEmpty()) {
         return now;
     }
-    const double twips = settings_.number(u"Control", key);
+    const double twips = leadingNumber(stored);
     return pixels(static_cast<int>(std::clamp(twips, -kFarthest, kFarthest)));
 }
 

@@ -56,7 +56,7 @@ private:
     void bindControls();
     void open();
     void takeStoredPlace();
-    [[nodiscard]] int storedPixels(QStringView key, int now) const;
+    [[nodiscard]] int storedPixels(const Int16Key &key, int now) const;
     void storePlace();
     void showFace();
     void showSliders(const FilmFace &face);

@@ -148,7 +148,7 @@ TEST_F(CameraTableTest, TellsTheImageStoreOfARowThatWasNeverStored)
 TEST_F(CameraTableTest, StoresAtOnce)
 {
     table.setUrl({2, 3}, u"http://10.0.0.5/");
-    table.setValue(u"SB", {2, 3}, u"33023");
+    table.setValue(keys::kSB, {2, 3}, u"33023");
     table.setGroupActive(2, true);
     table.setGroupActive(4, false);
     EXPECT_EQ(stored(), QByteArray("[Liste2]\r\nlst3=http://10.0.0.5/\r\nLstAct=1\r\n"

@@ -85,12 +85,12 @@ void CaptureHouse::addCamera(CameraAddress camera, const QString &url) const
 
 QString CaptureHouse::value(QStringView word, CameraAddress camera) const
 {
-    return table.value(word, camera);
+    return table.value(RowKey{word}, camera);
 }
 
 void CaptureHouse::setValue(QStringView word, CameraAddress camera, const QString &value) const
 {
-    table.setValue(word, camera, value);
+    table.setValue(RowKey{word}, camera, value);
 }
 
 void CaptureHouse::showGroup(int group)

@@ -20,10 +20,7 @@ class Cameras
 public:
     /// server: path of bench_camera_server.
     Cameras(const QString &server, int delayMs, int bodyBytes);
-    Cameras(const Cameras &) = delete;
-    Cameras &operator=(const Cameras &) = delete;
-    Cameras(Cameras &&) = delete;
-    Cameras &operator=(Cameras &&) = delete;
+    Q_DISABLE_COPY_MOVE(Cameras)
     ~Cameras();
 
     [[nodiscard]] QString url(int group, int row, bool dead = false) const;
@@ -51,10 +48,7 @@ class House
 {
 public:
     explicit House(const QString &programFolder);
-    House(const House &) = delete;
-    House &operator=(const House &) = delete;
-    House(House &&) = delete;
-    House &operator=(House &&) = delete;
+    Q_DISABLE_COPY_MOVE(House)
     ~House();
 
     CaptureEngine &engine() { return engine_; }

@@ -22,10 +22,7 @@ public:
 
     /// Needs the event loop's application object and held signals.
     explicit StopRequests(Lifetime lifetime);
-    StopRequests(const StopRequests &) = delete;
-    StopRequests &operator=(const StopRequests &) = delete;
-    StopRequests(StopRequests &&) = delete;
-    StopRequests &operator=(StopRequests &&) = delete;
+    Q_DISABLE_COPY_MOVE(StopRequests)
     ~StopRequests() override;
 
 Q_SIGNALS:

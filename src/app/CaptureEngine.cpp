@@ -60,7 +60,7 @@ void CaptureEngine::adoptSettings()
 // A killed run may have left unnamed files in the storage folder that is used now.
 void CaptureEngine::clearStrayFiles(const StorageState &state)
 {
-    const QString folder = storage_.native(storage_.folderText(u"\\tmp\\"));
+    const QString folder = storage_.workFolder();
     if (state.captureEnabled && folder != clearedFolder_) {
         clearedFolder_ = folder;
         clearWorkFiles(folder);

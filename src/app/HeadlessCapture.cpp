@@ -10,11 +10,6 @@
 namespace velmora {
 namespace {
 
-QString nameOf(CameraAddress camera)
-{
-    return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
-}
-
 // Sizes and times differ from one failure to the next.
 QString withoutNumbers(QString reason)
 {
@@ -46,7 +41,7 @@ void HeadlessCapture::connectReports()
             [this](const QString &text) { out_ << text << Qt::endl; });
     connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
     connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
-        if (failures_.remove(nameOf(camera)) > 0) {
+        if (failures_.remove(cameraText(camera)) > 0) {
             say(QStringLiteral("good again ") + title(camera));
         }
     });
@@ -91,8 +86,8 @@ void HeadlessCapture::reportFailure(CameraAddress camera, const QString &reason)
 {
     ++failed_;
     const QString kind = withoutNumbers(reason);
-    if (failures_.value(nameOf(camera)) != kind) {
-        failures_.insert(nameOf(camera), kind);
+    if (failures_.value(cameraText(camera)) != kind) {
+        failures_.insert(cameraText(camera), kind);
         const bool isNamed = !cameraName(settings(), camera).isEmpty();
         say(QStringLiteral("failed %1%2 %3")
                 .arg(title(camera), isNamed ? QStringLiteral(":") : QString(), reason));

@@ -12,10 +12,7 @@ class SignalWatcher : public QObject
 
 public:
     SignalWatcher();
-    SignalWatcher(const SignalWatcher &) = delete;
-    SignalWatcher &operator=(const SignalWatcher &) = delete;
-    SignalWatcher(SignalWatcher &&) = delete;
-    SignalWatcher &operator=(SignalWatcher &&) = delete;
+    Q_DISABLE_COPY_MOVE(SignalWatcher)
     ~SignalWatcher() override;
 
 Q_SIGNALS:

@@ -21,10 +21,7 @@ class Clock
 {
 public:
     Clock() = default;
-    Clock(const Clock &) = delete;
-    Clock &operator=(const Clock &) = delete;
-    Clock(Clock &&) = delete;
-    Clock &operator=(Clock &&) = delete;
+    Q_DISABLE_COPY_MOVE(Clock)
     virtual ~Clock() = default;
 
     /// The local date and time, which the user may set back and forth.

@@ -42,10 +42,7 @@ class LastingProcess final : public QProcess
 {
 public:
     LastingProcess() = default;
-    LastingProcess(const LastingProcess &) = delete;
-    LastingProcess &operator=(const LastingProcess &) = delete;
-    LastingProcess(LastingProcess &&) = delete;
-    LastingProcess &operator=(LastingProcess &&) = delete;
+    Q_DISABLE_COPY_MOVE(LastingProcess)
 
     ~LastingProcess() override { setProcessState(NotRunning); }
 };

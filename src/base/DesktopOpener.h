@@ -26,10 +26,7 @@ class DesktopOpener
 {
 public:
     DesktopOpener() = default;
-    DesktopOpener(const DesktopOpener &) = delete;
-    DesktopOpener &operator=(const DesktopOpener &) = delete;
-    DesktopOpener(DesktopOpener &&) = delete;
-    DesktopOpener &operator=(DesktopOpener &&) = delete;
+    Q_DISABLE_COPY_MOVE(DesktopOpener)
     virtual ~DesktopOpener() = default;
 
     /// target: native path or URL.

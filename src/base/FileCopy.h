@@ -34,10 +34,7 @@ public:
     /// source: native path of an ordinary file or of a link to one; anything else is an error, and
     /// nobody waits for it. targetFolder: native path. means: outlives the copy.
     FileCopy(const QByteArray &source, const QByteArray &targetFolder, CopyMeans &means);
-    FileCopy(const FileCopy &) = delete;
-    FileCopy &operator=(const FileCopy &) = delete;
-    FileCopy(FileCopy &&) = delete;
-    FileCopy &operator=(FileCopy &&) = delete;
+    Q_DISABLE_COPY_MOVE(FileCopy)
     ~FileCopy() = default;
 
     /// Copies the next bytes, at most so many (up to kMostBytes); false when all are copied, or

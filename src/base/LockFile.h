@@ -39,10 +39,7 @@ public:
     /// path: native path of the lock's file, which is made for this user alone (0600). A link, a
     /// pipe or a file of a stranger in its place is never opened or waited for.
     explicit LockFile(const QString &path);
-    LockFile(const LockFile &) = delete;
-    LockFile &operator=(const LockFile &) = delete;
-    LockFile(LockFile &&) = delete;
-    LockFile &operator=(LockFile &&) = delete;
+    Q_DISABLE_COPY_MOVE(LockFile)
 
     /// Gives the lock up and takes its file away.
     ~LockFile();

@@ -16,10 +16,7 @@ class OneShot
 {
 public:
     OneShot() = default;
-    OneShot(const OneShot &) = delete;
-    OneShot &operator=(const OneShot &) = delete;
-    OneShot(OneShot &&) = delete;
-    OneShot &operator=(OneShot &&) = delete;
+    Q_DISABLE_COPY_MOVE(OneShot)
     ~OneShot() = default;
 
     struct Awaiter

@@ -21,10 +21,7 @@ public:
     using Report = std::function<void(const QString &text)>;
 
     explicit TaskScope(Report report);
-    TaskScope(const TaskScope &) = delete;
-    TaskScope &operator=(const TaskScope &) = delete;
-    TaskScope(TaskScope &&) = delete;
-    TaskScope &operator=(TaskScope &&) = delete;
+    Q_DISABLE_COPY_MOVE(TaskScope)
 
     /// Nothing may run any more.
     ~TaskScope();

@@ -72,9 +72,7 @@ void BrowserLists::allowReading()
 
 QString BrowserLists::folderOf(CameraAddress camera) const
 {
-    const CaptureServices &capture = services_.capture;
-    return capture.storage.folderText(capture.problems.orDefault(
-        [&] { return capture.table.CameraFolderName(camera); }, QString()));
+    return services_.capture.storage.cameraFolderText(camera);
 }
 
 QCoro::Task<> BrowserLists::load()

@@ -59,6 +59,27 @@ QString StorageFolder::native(const QString &pathText) const
     return paths_.native(pathText).value_or(QString());
 }
 
+QString StorageFolder::cameraFolderName(CameraAddress camera) const
+{
+    return problems_.orDefault([&] { return table_.CameraFolderName(camera); }, QString());
+}
+
+QString StorageFolder::cameraFolderText(CameraAddress camera) const
+{
+    return folderText(cameraFolderName(camera));
+}
+
+QString StorageFolder::cameraFolder(CameraAddress camera) const
+{
+    const QString name = cameraFolderName(camera);
+    return name.isEmpty() ? QString() : native(folderText(name));
+}
+
+QString StorageFolder::workFolder() const
+{
+    return native(folderText(u"\\tmp\\"));
+}
+
 void StorageFolder::setText(const QString &text)
 {
     text_ = text;

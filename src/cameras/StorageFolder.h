@@ -83,6 +83,21 @@ public:
         return inForce_ + folderName.toString();
     }
 
+    /// Folder name, "\…\", of a camera's stored address, which is another than the one in the box
+    /// while that is being edited. Empty for a row without address, and for one whose address no
+    /// folder name can hold, of which the user is warned.
+    [[nodiscard]] QString cameraFolderName(CameraAddress camera) const;
+
+    /// Text of that folder in the folder in force; without a name, of the folder in force itself.
+    [[nodiscard]] QString cameraFolderText(CameraAddress camera) const;
+
+    /// Native path of that folder, whether it is there or not; empty without a name.
+    [[nodiscard]] QString cameraFolder(CameraAddress camera) const;
+
+    /// Native path of "\tmp\" in the folder in force, where files stand that are not whole yet;
+    /// empty when the folder's drive does not exist.
+    [[nodiscard]] QString workFolder() const;
+
     /// True when nothing stands at its place though it may have been in use: its disk may be away.
     [[nodiscard]] bool isAway() const;
 

@@ -1,7 +1,6 @@
 #include "capture/CameraRequest.h"
 
 #include "cameras/CameraChoices.h"
-#include "capture/CameraFolder.h"
 #include "capture/CameraUrl.h"
 
 namespace velmora {
@@ -10,7 +9,7 @@ namespace {
 HttpRequest completed(HttpRequest request, const CaptureServices &services,
                       const CameraLogin &login)
 {
-    request.workFolder = workFolder(services);
+    request.workFolder = services.storage.workFolder();
     request.user = login.user;
     request.password = login.password;
     return request;

@@ -4,7 +4,6 @@
 #include "base/Folders.h"
 #include "base/OneLine.h"
 #include "cameras/FolderName.h"
-#include "capture/CameraFolder.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/KeepRule.h"
@@ -72,7 +71,7 @@ QCoro::Task<> CameraTrial::run(TrialRequest request, std::stop_source abandon)
     const std::stop_callback atEnd(scope_.stopToken(), [&abandon] { abandon.request_stop(); });
     HttpRequest asked =
         requestFor(expandTemplate(request.address), services_.options.downloadLimit());
-    asked.workFolder = workFolder(services_);
+    asked.workFolder = services_.storage.workFolder();
     asked.user = request.login.user;
     asked.password = request.login.password;
     HttpReply reply = co_await source_.fetch(std::move(asked), stop);

@@ -6,7 +6,6 @@
 #include "base/FolderScan.h"
 #include "base/NewName.h"
 #include "base/OneLine.h"
-#include "capture/CameraFolder.h"
 
 #include <QFile>
 #include <QScopeGuard>
@@ -98,7 +97,7 @@ QCoro::Task<> Conformity::run()
     while (index < kCameras && !stop_.stop_requested()) {
         co_await services_.storage.gate().pass(stop_);
         const StorageUse use(services_.storage);
-        const QString folder = cameraFolder(services_, cameraAt(index));
+        const QString folder = services_.storage.cameraFolder(cameraAt(index));
         if (!folder.isEmpty() && use.mayGoOn()) {
             co_await conformFolder(folder, use);
         }

@@ -132,10 +132,7 @@ public:
         connect(&timer_, &QTimer::timeout, this, [this] { end_.set(GrabEnd::TimeOut); });
     }
 
-    Grab(const Grab &) = delete;
-    Grab &operator=(const Grab &) = delete;
-    Grab(Grab &&) = delete;
-    Grab &operator=(Grab &&) = delete;
+    Q_DISABLE_COPY_MOVE(Grab)
 
     ~Grab() override { kill(); }
 

@@ -17,10 +17,7 @@ class FrameGrabber final : public PictureSource
 public:
     FrameGrabber();
     ~FrameGrabber() override;
-    FrameGrabber(const FrameGrabber &) = delete;
-    FrameGrabber &operator=(const FrameGrabber &) = delete;
-    FrameGrabber(FrameGrabber &&) = delete;
-    FrameGrabber &operator=(FrameGrabber &&) = delete;
+    Q_DISABLE_COPY_MOVE(FrameGrabber)
 
     QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
 

@@ -19,10 +19,7 @@ class PictureSource
 {
 public:
     PictureSource() = default;
-    PictureSource(const PictureSource &) = delete;
-    PictureSource &operator=(const PictureSource &) = delete;
-    PictureSource(PictureSource &&) = delete;
-    PictureSource &operator=(PictureSource &&) = delete;
+    Q_DISABLE_COPY_MOVE(PictureSource)
     virtual ~PictureSource() = default;
 
     /// Ends when the picture is there, when the transfer failed, or when a stop is requested.

@@ -1,14 +1,11 @@
 #include "capture/HttpDate.h"
 
 #include "base/DateText.h"
-
-#include <array>
+#include "base/MonthNames.h"
 
 namespace velmora {
 namespace {
 
-constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr qsizetype kDateAt = 5;
 constexpr qsizetype kDateLength = 11;
 constexpr qsizetype kTimeAt = 17;
@@ -20,8 +17,8 @@ std::optional<WallTime> CalculDate(const QString &header)
 {
     const QString text = header.trimmed();
     QString date = text.mid(kDateAt, kDateLength) + u' ' + text.mid(kTimeAt, kTimeLength);
-    for (std::size_t month = 0; month < kMonths.size(); ++month) {
-        date.replace(u' ' + QLatin1String(kMonths[month]) + u' ',
+    for (std::size_t month = 0; month < kMonthNames.size(); ++month) {
+        date.replace(u' ' + QLatin1String(kMonthNames[month]) + u' ',
                      u'/' + twoDigits(static_cast<int>(month) + 1) + u'/');
     }
     return dateFromText(date);

@@ -4,7 +4,6 @@
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
-#include "capture/CameraFolder.h"
 #include "capture/CameraRequest.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
@@ -92,7 +91,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     Arrival arrival;
     arrival.camera = camera;
     arrival.folder = services_.storage.native(folder);
-    arrival.workFolder = workFolder(services_);
+    arrival.workFolder = services_.storage.workFolder();
     arrival.folderError = makeFolder(arrival.folder); // it shows when the image is stored
     announce(url, camera);
 
@@ -124,7 +123,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
 void ImageStore::announce(const QString &url, CameraAddress camera)
 {
     Q_EMIT loadBegan(camera);
-    const QString step = QStringLiteral("Load %1:%2").arg(camera.group).arg(camera.row);
+    const QString step = QStringLiteral("Load ") + cameraText(camera);
     const QString test = QStringLiteral("Test ") + withoutCredentials(url);
     services_.status.set(Caption::Step, step);
     services_.log.trace(step);
@@ -276,10 +275,8 @@ void ImageStore::failToStore(const Arrival &arrival, std::error_code error)
     const QString reason = arrival.folderError ? folderRefusal(arrival.folder, arrival.folderError)
                                                : QString::fromStdString(error.message());
     if (isNameRefused(arrival.folderError)) {
-        services_.problems.warn(QStringLiteral("No image of camera %1:%2 can be stored: %3")
-                                    .arg(camera.group)
-                                    .arg(camera.row)
-                                    .arg(reason));
+        services_.problems.warn(QStringLiteral("No image of camera %1 can be stored: %2")
+                                    .arg(cameraText(camera), reason));
     }
     failToStore(camera, reason);
 }

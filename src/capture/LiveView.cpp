@@ -3,7 +3,7 @@
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
-#include "capture/CameraFolder.h"
+#include "cameras/CameraChoices.h"
 #include "capture/CameraRequest.h"
 #include "capture/PictureRemark.h"
 #include "capture/WorkSlice.h"
@@ -92,7 +92,7 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     makeStorageFolder(camera);
     announce(camera);
 
-    const QString stored = co_await newestImage(cameraFolder(services_, camera), stop);
+    const QString stored = co_await newestImage(services_.storage.cameraFolder(camera), stop);
     if (stop.stop_requested()) {
         co_return;
     }
@@ -121,7 +121,7 @@ void LiveView::iTarget_Click()
 QCoro::Task<> LiveView::enlarge(CameraAddress camera)
 {
     const QString stored =
-        co_await newestImage(cameraFolder(services_, camera), scope_.stopToken());
+        co_await newestImage(services_.storage.cameraFolder(camera), scope_.stopToken());
     if (!stored.isEmpty()) {
         Q_EMIT zoomWanted(stored);
     }
@@ -201,7 +201,7 @@ QCoro::Task<QString> LiveView::newestImage(QString folder, std::stop_token stop)
 
 void LiveView::keep(CameraAddress camera, HttpReply &reply)
 {
-    const QString folder = workFolder(services_);
+    const QString folder = services_.storage.workFolder();
     if (!folder.isEmpty()) {
         static_cast<void>(makeFolder(folder)); // failing, it shows when the picture is written
         ::unlink(QFile::encodeName(targetIn(folder)).constData());
@@ -241,10 +241,8 @@ void LiveView::tellTrouble(CameraAddress camera, const QString &reason)
     const QString before = std::exchange(
         trouble_, reason.isEmpty()
                       ? QString()
-                      : QStringLiteral("The live picture of camera %1:%2 cannot be stored: %3")
-                            .arg(camera.group)
-                            .arg(camera.row)
-                            .arg(reason));
+                      : QStringLiteral("The live picture of camera %1 cannot be stored: %2")
+                            .arg(cameraText(camera), reason));
     if (!trouble_.isEmpty() || services_.status.text(Caption::Trouble) == before) {
         services_.status.set(Caption::Trouble, trouble_);
     }

@@ -1,7 +1,7 @@
 #include "capture/Retention.h"
 
 #include "base/DateText.h"
-#include "capture/CameraFolder.h"
+#include "cameras/CameraChoices.h"
 #include "capture/OldImages.h"
 
 #include <QScopeGuard>
@@ -112,7 +112,7 @@ QCoro::Task<> Retention::run()
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
     const StorageUse use(services_.storage);
-    const FolderFiles folder(cameraFolder(services_, camera), FolderLinks::Refused);
+    const FolderFiles folder(services_.storage.cameraFolder(camera), FolderLinks::Refused);
     const bool isWanted =
         CameraTable::deletesOld(services_.table.settings().snapshot(), camera); // still
     if (!folder.isOpen() || !isWanted || isOver()) {
@@ -146,10 +146,8 @@ void Retention::putBack(CameraAddress camera)
 
 void Retention::report(CameraAddress camera, const OldImages &images)
 {
-    services_.log.trace(QStringLiteral("Retention %1:%2: %3")
-                            .arg(camera.group)
-                            .arg(camera.row)
-                            .arg(outcome(images)));
+    services_.log.trace(
+        QStringLiteral("Retention %1: %2").arg(cameraText(camera), outcome(images)));
     if (images.deleted() > 0) {
         Q_EMIT imagesDeleted(camera);
     }

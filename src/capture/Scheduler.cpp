@@ -5,7 +5,6 @@
 #include "base/OneShot.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
-#include "capture/CameraFolder.h"
 #include "capture/CameraRequest.h"
 #include "capture/CameraUrl.h"
 #include "capture/DueRule.h"

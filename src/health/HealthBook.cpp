@@ -2,7 +2,6 @@
 
 #include "cameras/CameraChoices.h"
 #include "cameras/ShownAddress.h"
-#include "capture/CameraFolder.h"
 #include "health/HealthCount.h"
 
 #include <QFile>
@@ -82,7 +81,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
 {
     const QString url = CameraTable::url(settings, camera);
     Seen &seen = seen_[camera];
-    const QString folder = url.isEmpty() ? QString() : cameraFolder(services_, camera);
+    const QString folder = url.isEmpty() ? QString() : services_.storage.cameraFolder(camera);
     seen.isConfigured = !folder.isEmpty();
     const QString name = cameraName(settings, camera);
     const QString title = cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(url) : name);
@@ -163,7 +162,7 @@ void HealthBook::addImage(CameraAddress camera, const QString &fileName)
         followTable();
     }
     CameraHealth &health = known(camera);
-    const qint64 bytes = QFileInfo(cameraFolder(services_, camera) + u'/' + fileName).size();
+    const qint64 bytes = QFileInfo(services_.storage.cameraFolder(camera) + u'/' + fileName).size();
     health.addImage(now(), bytes);
     seen_[camera].quietSince = services_.clock.monotonicNow();
     const bool wasLate = health.lateSince.has_value();
@@ -231,7 +230,7 @@ QCoro::Task<> HealthBook::countWaiting()
 
 QCoro::Task<> HealthBook::count(CameraAddress camera)
 {
-    const QString folder = cameraFolder(services_, camera);
+    const QString folder = services_.storage.cameraFolder(camera);
     HealthCount counting(folder);
     slice_.begin();
     while (counting.countSome()) {

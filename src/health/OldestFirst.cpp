@@ -1,7 +1,6 @@
 #include "health/OldestFirst.h"
 
 #include "base/DateText.h"
-#include "capture/CameraFolder.h"
 #include "capture/ImageAge.h"
 #include "capture/OldImages.h"
 #include "health/DiskRoom.h"
@@ -74,7 +73,7 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
 // Two looks: only who has seen all of a folder knows its newest image.
 QCoro::Task<> OldestFirst::look(CameraAddress camera)
 {
-    const FolderFiles folder(cameraFolder(services_, camera), FolderLinks::Refused);
+    const FolderFiles folder(services_.storage.cameraFolder(camera), FolderLinks::Refused);
     if (!folder.isOpen() || scope_.stopToken().stop_requested()) {
         co_return;
     }
@@ -109,7 +108,8 @@ void OldestFirst::take(const Candidate &candidate)
 
 bool OldestFirst::remove(const Candidate &candidate)
 {
-    const FolderFiles folder(cameraFolder(services_, candidate.camera), FolderLinks::Refused);
+    const FolderFiles folder(services_.storage.cameraFolder(candidate.camera),
+                             FolderLinks::Refused);
     if (!folder.isOpen() || folder.remove(candidate.name.constData())) {
         return false;
     }

@@ -28,10 +28,7 @@ class Authorities : public QObject
 {
 public:
     explicit Authorities(AuthorityPlaces places = usualAuthorityPlaces());
-    Authorities(const Authorities &) = delete;
-    Authorities &operator=(const Authorities &) = delete;
-    Authorities(Authorities &&) = delete;
-    Authorities &operator=(Authorities &&) = delete;
+    Q_DISABLE_COPY_MOVE(Authorities)
     ~Authorities() override;
 
     /// Ends once the certificates are read: at once when they were, unless the file has changed

@@ -53,10 +53,7 @@ struct TransferLoop::Transfer
     Time due = Time::max();
 
     Transfer() = default;
-    Transfer(const Transfer &) = delete;
-    Transfer &operator=(const Transfer &) = delete;
-    Transfer(Transfer &&) = delete;
-    Transfer &operator=(Transfer &&) = delete;
+    Q_DISABLE_COPY_MOVE(Transfer)
 
     ~Transfer()
     {
@@ -77,10 +74,7 @@ public:
         connect(&sockets_, &SocketSet::ready, this, &Transfers::serveSocket);
     }
 
-    Transfers(const Transfers &) = delete;
-    Transfers &operator=(const Transfers &) = delete;
-    Transfers(Transfers &&) = delete;
-    Transfers &operator=(Transfers &&) = delete;
+    Q_DISABLE_COPY_MOVE(Transfers)
 
     ~Transfers() override
     {

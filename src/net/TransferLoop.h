@@ -16,10 +16,7 @@ class TransferLoop
 {
 public:
     TransferLoop();
-    TransferLoop(const TransferLoop &) = delete;
-    TransferLoop &operator=(const TransferLoop &) = delete;
-    TransferLoop(TransferLoop &&) = delete;
-    TransferLoop &operator=(TransferLoop &&) = delete;
+    Q_DISABLE_COPY_MOVE(TransferLoop)
     ~TransferLoop();
 
     /// A new easy handle of libcurl with what every transfer of the program needs, to be set up,

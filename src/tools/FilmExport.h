@@ -50,10 +50,7 @@ class FilmExport : public QObject
 public:
     /// The clock outlives the object.
     explicit FilmExport(const Clock &clock);
-    FilmExport(const FilmExport &) = delete;
-    FilmExport &operator=(const FilmExport &) = delete;
-    FilmExport(FilmExport &&) = delete;
-    FilmExport &operator=(FilmExport &&) = delete;
+    Q_DISABLE_COPY_MOVE(FilmExport)
     ~FilmExport() override;
 
     [[nodiscard]] bool isRunning() const { return step_ != Step::Idle; }

@@ -109,10 +109,9 @@ void Import::traceQuit()
 }
 
 // Empty for a row without address, and for one whose address no folder name can hold.
-QString Import::cameraFolderName() const
+bool Import::hasTarget() const
 {
-    return services_.problems.orDefault([&] { return services_.table.CameraFolderName(camera()); },
-                                        QString());
+    return !services_.storage.cameraFolderName(camera()).isEmpty();
 }
 
 QString Import::native(const QString &folder) const
@@ -228,7 +227,7 @@ QString Import::whyNoCopy() const
     if (face_.running) {
         return QStringLiteral("Files are being copied");
     }
-    if (cameraFolderName().isEmpty()) {
+    if (!hasTarget()) {
         return QStringLiteral("Camera %1:%2 has no address: give it one in the main window, or "
                               "choose another")
             .arg(face_.Cam)
@@ -289,7 +288,7 @@ void Import::showSource()
 QCoro::Task<> Import::readTarget(std::stop_token stop)
 {
     const std::stop_callback atEnd(scope_.stopToken(), [this] { readingTarget_.request_stop(); });
-    const QString folder = native(services_.storage.folderText(cameraFolderName()));
+    const QString folder = native(services_.storage.cameraFolderText(camera()));
     const std::optional<QByteArray> name =
         co_await reader_.first(folder, filterPattern(kStoredImages), stop);
     if (name && !name->isEmpty()) {
@@ -308,12 +307,8 @@ void Import::go()
 ImportOrder Import::order() const
 {
     const QString source = folders_.path() + u'\\';
-    const QString target = services_.storage.folderText(cameraFolderName());
-    return {source,
-            target,
-            native(source),
-            native(target),
-            native(services_.storage.folderText(u"\\tmp\\")),
+    const QString target = services_.storage.cameraFolderText(camera());
+    return {source,      target, native(source), native(target), services_.storage.workFolder(),
             face_.Filtre};
 }
 
@@ -323,7 +318,7 @@ QCoro::Task<> Import::copy()
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
     const std::stop_callback ending(scope_.stopToken(), [this] { atOnce_.request_stop(); });
-    if (!cameraFolderName().isEmpty()) { // else it has lost its address since it was chosen
+    if (hasTarget()) { // else it has lost its address since it was chosen
         result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
     }
     if (!isStillTarget()) {

@@ -87,7 +87,7 @@ private:
 
     [[nodiscard]] CameraAddress camera() const { return {face_.Cam, face_.Lien}; }
 
-    [[nodiscard]] QString cameraFolderName() const;
+    [[nodiscard]] bool hasTarget() const;
     [[nodiscard]] QString native(const QString &folder) const;
     [[nodiscard]] bool isThere(const QString &folder) const;
     [[nodiscard]] ImportOrder order() const;

@@ -1,6 +1,7 @@
 #include "tools/MailText.h"
 
 #include "base/DateText.h"
+#include "base/MonthNames.h"
 #include "base/OneLine.h"
 
 #include <QStringList>
@@ -14,8 +15,6 @@ namespace {
 constexpr qsizetype kMaxLine = 76;
 constexpr qsizetype kMaxWordBytes = 36; // whose base64 with its frame fits into an encoded word
 constexpr std::array kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 bool isPlain(char16_t c)
 {
@@ -146,11 +145,12 @@ QByteArray mailDate(WallTime date, std::chrono::seconds utcOffset)
 {
     const WallFields at = wallFields(date);
     const std::chrono::weekday day(std::chrono::floor<std::chrono::days>(date));
-    const QString text = QStringLiteral("%1, %2 %3 %4 %5:%6:%7 ")
-                             .arg(QLatin1String(kDays.at(day.c_encoding())), twoDigits(at.day),
-                                  QLatin1String(kMonths.at(static_cast<std::size_t>(at.month) - 1)))
-                             .arg(at.year, 4, 10, QLatin1Char('0'))
-                             .arg(twoDigits(at.hour), twoDigits(at.minute), twoDigits(at.second));
+    const QString text =
+        QStringLiteral("%1, %2 %3 %4 %5:%6:%7 ")
+            .arg(QLatin1String(kDays.at(day.c_encoding())), twoDigits(at.day),
+                 QLatin1String(kMonthNames.at(static_cast<std::size_t>(at.month) - 1)))
+            .arg(at.year, 4, 10, QLatin1Char('0'))
+            .arg(twoDigits(at.hour), twoDigits(at.minute), twoDigits(at.second));
     return text.toLatin1() + zoneText(utcOffset);
 }
 

@@ -63,9 +63,8 @@ QString MotionAlarm::path(int position) const
     if (file.isNone()) {
         return {};
     }
-    const QString camera = services_.problems.orDefault(
-        [this] { return services_.table.CameraFolderName(data_.state.camera); }, QString());
-    return services_.storage.native(services_.storage.folderText(camera)) + u'/' + file.name;
+    const StorageFolder &storage = services_.storage;
+    return storage.native(storage.cameraFolderText(data_.state.camera)) + u'/' + file.name;
 }
 
 void MotionAlarm::clear(AlarmPicture which)

@@ -13,10 +13,7 @@ class MailSender
 {
 public:
     MailSender() = default;
-    MailSender(const MailSender &) = delete;
-    MailSender &operator=(const MailSender &) = delete;
-    MailSender(MailSender &&) = delete;
-    MailSender &operator=(MailSender &&) = delete;
+    Q_DISABLE_COPY_MOVE(MailSender)
     virtual ~MailSender() = default;
 
     /// Nothing when the server has taken the mail for all recipients, else why it has not. text:

@@ -52,10 +52,7 @@ public:
         EXPECT_EQ(::write(ends_[1], "x", 1), 1);
     }
 
-    SocketPair(const SocketPair &) = delete;
-    SocketPair &operator=(const SocketPair &) = delete;
-    SocketPair(SocketPair &&) = delete;
-    SocketPair &operator=(SocketPair &&) = delete;
+    Q_DISABLE_COPY_MOVE(SocketPair)
 
     ~SocketPair()
     {
@@ -79,10 +76,7 @@ public:
         ::tzset();
     }
 
-    InZone(const InZone &) = delete;
-    InZone &operator=(const InZone &) = delete;
-    InZone(InZone &&) = delete;
-    InZone &operator=(InZone &&) = delete;
+    Q_DISABLE_COPY_MOVE(InZone)
 
     ~InZone()
     {

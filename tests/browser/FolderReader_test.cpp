@@ -181,10 +181,7 @@ public:
         test::check(::setrlimit(RLIMIT_NOFILE, &limit) == 0, "no limit was set");
     }
 
-    NoMoreFiles(const NoMoreFiles &) = delete;
-    NoMoreFiles &operator=(const NoMoreFiles &) = delete;
-    NoMoreFiles(NoMoreFiles &&) = delete;
-    NoMoreFiles &operator=(NoMoreFiles &&) = delete;
+    Q_DISABLE_COPY_MOVE(NoMoreFiles)
 
     ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &before_); }
 

@@ -73,10 +73,7 @@ public:
         curl_easy_setopt(easy_, CURLOPT_TIMEOUT_MS, 10000L);
     }
 
-    Transfer(const Transfer &) = delete;
-    Transfer &operator=(const Transfer &) = delete;
-    Transfer(Transfer &&) = delete;
-    Transfer &operator=(Transfer &&) = delete;
+    Q_DISABLE_COPY_MOVE(Transfer)
 
     ~Transfer() { curl_easy_cleanup(easy_); }
 

@@ -22,10 +22,7 @@ public:
         ::setrlimit(RLIMIT_NOFILE, &low);
     }
 
-    OpenFileLimit(const OpenFileLimit &) = delete;
-    OpenFileLimit &operator=(const OpenFileLimit &) = delete;
-    OpenFileLimit(OpenFileLimit &&) = delete;
-    OpenFileLimit &operator=(OpenFileLimit &&) = delete;
+    Q_DISABLE_COPY_MOVE(OpenFileLimit)
 
     ~OpenFileLimit() { ::setrlimit(RLIMIT_NOFILE, &before_); }
 

@@ -18,10 +18,7 @@ public:
     using MakeFilm = std::function<std::unique_ptr<Projector>(BrowserHouse &)>;
 
     explicit BrowserHouse(const MakeFilm &makeFilm, FirstCheck storageCheck = FirstCheck::Done);
-    BrowserHouse(const BrowserHouse &) = delete;
-    BrowserHouse &operator=(const BrowserHouse &) = delete;
-    BrowserHouse(BrowserHouse &&) = delete;
-    BrowserHouse &operator=(BrowserHouse &&) = delete;
+    Q_DISABLE_COPY_MOVE(BrowserHouse)
 
     /// Closes the browser and gives up what still runs.
     ~BrowserHouse() override;

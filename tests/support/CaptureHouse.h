@@ -29,10 +29,7 @@ class CaptureHouse : public QObject
 public:
     CaptureHouse(PictureSource &source, FakeClock &fakeClock,
                  FirstCheck storageCheck = FirstCheck::Done);
-    CaptureHouse(const CaptureHouse &) = delete;
-    CaptureHouse &operator=(const CaptureHouse &) = delete;
-    CaptureHouse(CaptureHouse &&) = delete;
-    CaptureHouse &operator=(CaptureHouse &&) = delete;
+    Q_DISABLE_COPY_MOVE(CaptureHouse)
 
     /// Gives up what still runs.
     ~CaptureHouse() override;

@@ -28,10 +28,7 @@ public:
         sleeps_.emplace(key, wakeUp);
     }
 
-    SleepEntry(const SleepEntry &) = delete;
-    SleepEntry &operator=(const SleepEntry &) = delete;
-    SleepEntry(SleepEntry &&) = delete;
-    SleepEntry &operator=(SleepEntry &&) = delete;
+    Q_DISABLE_COPY_MOVE(SleepEntry)
 
     ~SleepEntry() { sleeps_.erase(key_); }
 

@@ -24,10 +24,7 @@ public:
     explicit FakeClock(WallTime start = kFakeStart);
     ~FakeClock() override;
 
-    FakeClock(const FakeClock &) = delete;
-    FakeClock &operator=(const FakeClock &) = delete;
-    FakeClock(FakeClock &&) = delete;
-    FakeClock &operator=(FakeClock &&) = delete;
+    Q_DISABLE_COPY_MOVE(FakeClock)
 
     [[nodiscard]] WallTime localNow() const override;
 

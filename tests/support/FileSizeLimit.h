@@ -1,6 +1,8 @@
 // A disk that is full: for the length of a scope no file of this process grows beyond a size.
 #pragma once
 
+#include <QtGlobal>
+
 #include <csignal>
 #include <stdexcept>
 #include <sys/resource.h>
@@ -23,10 +25,7 @@ public:
         }
     }
 
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-    FileSizeLimit(FileSizeLimit &&) = delete;
-    FileSizeLimit &operator=(FileSizeLimit &&) = delete;
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
 
     ~FileSizeLimit()
     {

@@ -86,10 +86,7 @@ public:
     {
     }
 
-    RightsOfNobody(const RightsOfNobody &) = delete;
-    RightsOfNobody &operator=(const RightsOfNobody &) = delete;
-    RightsOfNobody(RightsOfNobody &&) = delete;
-    RightsOfNobody &operator=(RightsOfNobody &&) = delete;
+    Q_DISABLE_COPY_MOVE(RightsOfNobody)
 
     ~RightsOfNobody() { ::setfsuid(before_); }
 

@@ -45,10 +45,7 @@ public:
         camera_.mostAtOnce_ = std::max(camera_.mostAtOnce_, camera_.open_);
     }
 
-    Connection(const Connection &) = delete;
-    Connection &operator=(const Connection &) = delete;
-    Connection(Connection &&) = delete;
-    Connection &operator=(Connection &&) = delete;
+    Q_DISABLE_COPY_MOVE(Connection)
 
     ~Connection() override { --camera_.open_; }
 

@@ -51,10 +51,7 @@ public:
         }
     }
 
-    Session(const Session &) = delete;
-    Session &operator=(const Session &) = delete;
-    Session(Session &&) = delete;
-    Session &operator=(Session &&) = delete;
+    Q_DISABLE_COPY_MOVE(Session)
 
     ~Session() override = default;
 

@@ -22,10 +22,7 @@ public:
     static constexpr int kEachTime = -1;
 
     RefusedCall(Call call, int error, int times = kEachTime);
-    RefusedCall(const RefusedCall &) = delete;
-    RefusedCall &operator=(const RefusedCall &) = delete;
-    RefusedCall(RefusedCall &&) = delete;
-    RefusedCall &operator=(RefusedCall &&) = delete;
+    Q_DISABLE_COPY_MOVE(RefusedCall)
     ~RefusedCall();
 
 private:

@@ -21,10 +21,7 @@ public:
         set(value);
     }
 
-    ScopedEnv(const ScopedEnv &) = delete;
-    ScopedEnv &operator=(const ScopedEnv &) = delete;
-    ScopedEnv(ScopedEnv &&) = delete;
-    ScopedEnv &operator=(ScopedEnv &&) = delete;
+    Q_DISABLE_COPY_MOVE(ScopedEnv)
 
     ~ScopedEnv() { set(before_); }
 

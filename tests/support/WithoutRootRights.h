@@ -1,6 +1,8 @@
 // The rights that an ordinary user has, for tests that root runs.
 #pragma once
 
+#include <QtGlobal>
+
 #include <stdexcept>
 #include <unistd.h>
 
@@ -18,10 +20,7 @@ public:
         }
     }
 
-    WithoutRootRights(const WithoutRootRights &) = delete;
-    WithoutRootRights &operator=(const WithoutRootRights &) = delete;
-    WithoutRootRights(WithoutRootRights &&) = delete;
-    WithoutRootRights &operator=(WithoutRootRights &&) = delete;
+    Q_DISABLE_COPY_MOVE(WithoutRootRights)
 
     ~WithoutRootRights() { static_cast<void>(::seteuid(before_)); }
 

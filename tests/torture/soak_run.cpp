@@ -121,10 +121,7 @@ public:
         clock_.advance(100ms);
     }
 
-    Soak(const Soak &) = delete;
-    Soak &operator=(const Soak &) = delete;
-    Soak(Soak &&) = delete;
-    Soak &operator=(Soak &&) = delete;
+    Q_DISABLE_COPY_MOVE(Soak)
 
     /// One pass over all cameras, with somebody at the browser meanwhile.
     void pass(int number)

@@ -27,10 +27,7 @@ class BrowserWindowHouse
 {
 public:
     BrowserWindowHouse();
-    BrowserWindowHouse(const BrowserWindowHouse &) = delete;
-    BrowserWindowHouse &operator=(const BrowserWindowHouse &) = delete;
-    BrowserWindowHouse(BrowserWindowHouse &&) = delete;
-    BrowserWindowHouse &operator=(BrowserWindowHouse &&) = delete;
+    Q_DISABLE_COPY_MOVE(BrowserWindowHouse)
     ~BrowserWindowHouse();
 
     /// A control of either window by its name; throws when there is none of that type.

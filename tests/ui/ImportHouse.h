@@ -27,10 +27,7 @@ class ImportHouse
 {
 public:
     ImportHouse();
-    ImportHouse(const ImportHouse &) = delete;
-    ImportHouse &operator=(const ImportHouse &) = delete;
-    ImportHouse(ImportHouse &&) = delete;
-    ImportHouse &operator=(ImportHouse &&) = delete;
+    Q_DISABLE_COPY_MOVE(ImportHouse)
     ~ImportHouse();
 
     /// A control by its name; throws when there is none of that type.

@@ -16,10 +16,7 @@ class WindowHouse
 {
 public:
     WindowHouse();
-    WindowHouse(const WindowHouse &) = delete;
-    WindowHouse &operator=(const WindowHouse &) = delete;
-    WindowHouse(WindowHouse &&) = delete;
-    WindowHouse &operator=(WindowHouse &&) = delete;
+    Q_DISABLE_COPY_MOVE(WindowHouse)
     ~WindowHouse();
 
     /// A control by its name; fails the test when there is none of that type.

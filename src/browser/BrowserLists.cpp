@@ -329,8 +329,7 @@ void BrowserLists::startConformity(const ImageFile &image)
         !services_.capture.storage.isUsable() || !Conformity::isShortForm(image.name.toUtf8())) {
         return;
     }
-    const QString path = services_.capture.storage.native(image.folder) + u'/' + image.name;
-    if (services_.conformity.wants(path)) {
+    if (services_.conformity.wants(nativePath(services_.capture.storage, image))) {
         services_.scope.launch(services_.conformity.run());
     }
 }

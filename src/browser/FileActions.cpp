@@ -21,15 +21,11 @@ FileActions::FileActions(StorageFolder &storage, BrowserLists &lists)
 {
 }
 
-QString FileActions::native(const ImageFile &image) const
-{
-    return storage_.native(image.folder) + u'/' + image.name;
-}
-
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
     const ImageFile target = lists_.selected();
-    if (storage_.isBeingEdited() || target.isNone() || !QFileInfo(native(target)).isFile()) {
+    if (storage_.isBeingEdited() || target.isNone() ||
+        !QFileInfo(nativePath(storage_, target)).isFile()) {
         return std::nullopt;
     }
     return KillQuestion{target, lists_.state().camera, killText(target.name)};
@@ -53,7 +49,7 @@ QCoro::Task<> FileActions::kill(ImageFile target)
         co_return;
     }
     const int row = lists_.state().camera.row;
-    static_cast<void>(QFile::remove(native(target)));
+    static_cast<void>(QFile::remove(nativePath(storage_, target)));
     lists_.owe();
     co_await lists_.lstCam_MouseUp();
     if (lists_.state().view == View::Group) {

@@ -32,8 +32,6 @@ public:
     QCoro::Task<> kill(ImageFile target);
 
 private:
-    [[nodiscard]] QString native(const ImageFile &image) const;
-
     StorageFolder &storage_;
     BrowserLists &lists_;
 };

@@ -3,11 +3,11 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/Turns.h"
 #include "browser/ImageNames.h"
 #include "browser/NewestImage.h"
 #include "browser/NewestScan.h"
 #include "browser/RecentFolders.h"
-#include "browser/Turns.h"
 
 #include <QCoro/QCoroTask>
 #include <QString>

@@ -8,11 +8,6 @@ GridActions::GridActions(StorageFolder &storage, BrowserLists &lists)
 {
 }
 
-QString GridActions::native(const ImageFile &image) const
-{
-    return image.isNone() ? QString() : storage_.native(image.folder) + u'/' + image.name;
-}
-
 void GridActions::frameCell(int cell)
 {
     if (!lists_.state().DirCamEnCours) {
@@ -43,7 +38,7 @@ QCoro::Task<> GridActions::zoomCell(int cell)
     const ImageFile image = imageIn(cell);
     if (!image.isNone()) {
         lists_.sheet().showZoom(image);
-        Q_EMIT copyWanted(native(image));
+        Q_EMIT copyWanted(nativePath(storage_, image));
     }
     if (lists_.state().view == View::Group) {
         co_await lists_.LstDirCam_Click(cell);
@@ -68,7 +63,7 @@ void GridActions::ZoomImage_Click()
 void GridActions::Vue_DblClick(int cell)
 {
     if (!lists_.sheet().image(cell).isNone()) {
-        Q_EMIT openWanted(native(lists_.files().selected()));
+        Q_EMIT openWanted(nativePath(storage_, lists_.files().selected()));
     }
 }
 

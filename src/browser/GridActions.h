@@ -48,7 +48,6 @@ Q_SIGNALS:
     void copyWanted(const QString &path);
 
 private:
-    [[nodiscard]] QString native(const ImageFile &image) const;
     [[nodiscard]] ImageFile imageIn(int cell) const;
 
     StorageFolder &storage_;

@@ -5,6 +5,8 @@
 
 namespace velmora {
 
+class StorageFolder;
+
 /// Text form of the folder, ending with "\", and the file's name in it; no name, no file.
 struct ImageFile
 {
@@ -18,5 +20,8 @@ struct ImageFile
 
     bool operator==(const ImageFile &) const = default;
 };
+
+/// Native path of an image; empty for none.
+[[nodiscard]] QString nativePath(const StorageFolder &storage, const ImageFile &image);
 
 } // namespace velmora

@@ -69,13 +69,12 @@ qsizetype ImageNames::count() const
 
 QByteArray ImageNames::name(qsizetype index) const
 {
-    const std::vector<OddName> &odds = odds_.list();
-    const auto odd =
-        std::ranges::lower_bound(odds, static_cast<quint32>(index), {}, &OddName::place);
-    if (odd != odds.end() && odd->place == index) {
-        return odd->view().toByteArray();
+    const auto place = std::ranges::lower_bound(oddPlaces_, static_cast<quint32>(index));
+    const auto oddsBefore = place - oddPlaces_.begin();
+    if (place != oddPlaces_.end() && *place == index) {
+        return odds_.list()[static_cast<std::size_t>(oddsBefore)].view().toByteArray();
     }
-    return standard(index - (odd - odds.begin()));
+    return standard(index - oddsBefore);
 }
 
 std::optional<qsizetype> ImageNames::find(QByteArrayView name) const
@@ -104,7 +103,8 @@ std::optional<qsizetype> ImageNames::firstBeginningWith(QByteArrayView text) con
 
 std::size_t ImageNames::bytes() const
 {
-    return standards_.capacity() * sizeof(quint64) + odds_.bytes();
+    return standards_.capacity() * sizeof(quint64) + odds_.bytes() +
+           oddPlaces_.capacity() * sizeof(quint32);
 }
 
 QByteArray ImageNames::standard(qsizetype index) const
@@ -125,19 +125,20 @@ qsizetype ImageNames::standardsBefore(QByteArrayView text) const
 
 qsizetype ImageNames::namesBefore(QByteArrayView text) const
 {
-    const std::vector<OddName> &odds = odds_.list();
-    const auto isBefore = [text](const OddName &odd) { return compareNames(odd.view(), text) < 0; };
+    const std::vector<ListedName> &odds = odds_.list();
+    const auto isBefore = [text](const ListedName &odd) {
+        return compareNames(odd.view(), text) < 0;
+    };
     return standardsBefore(text) + (std::ranges::partition_point(odds, isBefore) - odds.begin());
 }
 
 qsizetype ImageNames::placeOfStandard(qsizetype index) const
 {
-    const std::vector<OddName> &odds = odds_.list();
-    const OddName *const first = odds.data();
-    const auto isBefore = [first, index](const OddName &odd) {
-        return static_cast<qsizetype>(odd.place) - (&odd - first) <= index;
+    const quint32 *const first = oddPlaces_.data();
+    const auto isBefore = [first, index](const quint32 &place) {
+        return static_cast<qsizetype>(place) - (&place - first) <= index;
     };
-    return index + (std::ranges::partition_point(odds, isBefore) - odds.begin());
+    return index + (std::ranges::partition_point(oddPlaces_, isBefore) - oddPlaces_.begin());
 }
 
 std::optional<qsizetype> ImageNames::standardBeginningWith(QByteArrayView key) const
@@ -167,9 +168,13 @@ std::optional<qsizetype> ImageNames::standardContaining(QByteArrayView key) cons
 
 std::optional<qsizetype> ImageNames::oddContaining(QByteArrayView key) const
 {
-    const auto found = std::ranges::find_if(
-        odds_.list(), [key](const OddName &odd) { return holds(odd.view(), key); });
-    return found == odds_.list().end() ? std::nullopt : std::optional<qsizetype>(found->place);
+    const std::vector<ListedName> &odds = odds_.list();
+    const auto found =
+        std::ranges::find_if(odds, [key](const ListedName &odd) { return holds(odd.view(), key); });
+    if (found == odds.end()) {
+        return std::nullopt;
+    }
+    return oddPlaces_[static_cast<std::size_t>(found - odds.begin())];
 }
 
 } // namespace velmora

@@ -1,7 +1,7 @@
 // The list of a camera folder's images, which may hold half a million names and more.
 #pragma once
 
-#include "browser/OddNames.h"
+#include "base/NameList.h"
 #include "browser/RadixSort.h"
 
 #include <QByteArray>
@@ -58,7 +58,8 @@ private:
 
     std::vector<quint64> standards_; // the digits' number, then 4 bits for the suffix
     QByteArrayList suffixes_;        // at most 16, in order
-    OddNames odds_;                  // all other names
+    NameList odds_;                  // all other names
+    std::vector<quint32> oddPlaces_; // of the odd names among all, in order
 };
 
 /// Takes names in any order, sorts them in steps, and gives the list: add() each, then sortSome()

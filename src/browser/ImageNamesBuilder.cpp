@@ -104,11 +104,12 @@ void ImageNamesBuilder::numberSome()
 
 void ImageNamesBuilder::placeSome()
 {
-    std::vector<OddName> &odds = names_.odds_.list();
+    const std::vector<ListedName> &odds = names_.odds_.list();
+    names_.oddPlaces_.reserve(odds.size());
     const std::size_t end = std::min(next_ + kPlacesAStep, odds.size());
     for (; next_ < end; ++next_) {
         const auto before = static_cast<std::size_t>(names_.standardsBefore(odds[next_].view()));
-        odds[next_].place = static_cast<quint32>(next_ + before);
+        names_.oddPlaces_.push_back(static_cast<quint32>(next_ + before));
     }
     if (end == odds.size()) {
         phase_ = Phase::Done;

@@ -1,6 +1,6 @@
 #include "browser/LatestFile.h"
 
-#include "browser/NameOrder.h"
+#include "base/NameOrder.h"
 
 #include <utility>
 

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "base/TaskScope.h"
+#include "base/WorkSlice.h"
 #include "capture/CaptureServices.h"
 #include "capture/Scheduler.h"
-#include "capture/WorkSlice.h"
 
 #include <QByteArray>
 #include <QByteArrayView>

@@ -3,10 +3,10 @@
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
+#include "base/WorkSlice.h"
 #include "cameras/CameraChoices.h"
 #include "capture/CameraRequest.h"
 #include "capture/PictureRemark.h"
-#include "capture/WorkSlice.h"
 
 #include <QFile>
 

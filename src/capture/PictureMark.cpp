@@ -1,6 +1,6 @@
 #include "capture/PictureMark.h"
 
-#include "capture/WorkSlice.h"
+#include "base/WorkSlice.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>

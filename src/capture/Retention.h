@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/TaskScope.h"
+#include "base/WorkSlice.h"
 #include "capture/CaptureServices.h"
-#include "capture/WorkSlice.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>

@@ -3,12 +3,12 @@
 #include "base/DateText.h"
 #include "base/Folders.h"
 #include "base/OneShot.h"
+#include "base/WorkSlice.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
 #include "capture/CameraRequest.h"
 #include "capture/CameraUrl.h"
 #include "capture/DueRule.h"
-#include "capture/WorkSlice.h"
 
 #include <QScopeGuard>
 #include <QScopedValueRollback>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "base/TaskScope.h"
+#include "base/WorkSlice.h"
 #include "capture/CaptureServices.h"
-#include "capture/WorkSlice.h"
 #include "health/HealthOptions.h"
 #include "health/HealthStore.h"
 

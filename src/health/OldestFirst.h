@@ -4,8 +4,8 @@
 #include "base/Clock.h"
 #include "base/FolderFiles.h"
 #include "base/TaskScope.h"
+#include "base/WorkSlice.h"
 #include "capture/CaptureServices.h"
-#include "capture/WorkSlice.h"
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>

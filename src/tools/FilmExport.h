@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/HiddenFile.h"
-#include "capture/WorkSlice.h"
+#include "base/WorkSlice.h"
 #include "tools/FilmForm.h"
 #include "tools/FilmPicture.h"
 #include "tools/FilmRange.h"

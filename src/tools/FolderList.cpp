@@ -12,7 +12,7 @@ namespace velmora {
 
 FolderList::FolderList(QObject *parent)
     : QAbstractListModel(parent)
-    , names_(std::make_shared<const OddNames>())
+    , names_(std::make_shared<const NameList>())
 {
 }
 
@@ -21,7 +21,7 @@ void FolderList::open(const QString &path)
     beginResetModel();
     path_ = folderPath(path);
     levels_ = folderLevels(path_);
-    names_ = std::make_shared<const OddNames>();
+    names_ = std::make_shared<const NameList>();
     endResetModel();
 }
 
@@ -31,7 +31,7 @@ void FolderList::setSubFolders(SortedNames names)
     const int first = openRow() + 1;
     if (subFolders() > 0) {
         beginRemoveRows({}, first, rowCount() - 1);
-        names_ = std::make_shared<const OddNames>();
+        names_ = std::make_shared<const NameList>();
         endRemoveRows();
     }
     if (!names->list().empty()) {

@@ -1,7 +1,6 @@
 #include "tools/Import.h"
 
 #include "base/Folders.h"
-#include "base/LeadingNumber.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
 #include "settings/Keys.h"
@@ -51,9 +50,9 @@ QString shownSource(const QString &folder)
 } // namespace
 
 // Whole, however large it is.
-QString countAfterCollisions(double before, qint16 collisions)
+QString countAfterCollisions(qint64 before, qint16 collisions)
 {
-    return QString::number(before - collisions, 'f', 0);
+    return QString::number(before - collisions);
 }
 
 Import::Import(const CaptureServices &services, TaskScope &scope)
@@ -153,7 +152,7 @@ void Import::moveTo(const QString &path)
 void Import::showFolder(const QString &path)
 {
     folders_.open(path);
-    files_.bind(std::make_shared<const OddNames>());
+    files_.bind(std::make_shared<const NameList>());
     face_.nRep = shownSource(folderLevels(folders_.path()).constLast());
     scope_.launch(readFolders(anew(readingFolders_)));
     Q_EMIT changed();
@@ -258,6 +257,7 @@ QCoro::Task<> Import::readFolders(std::stop_token stop)
 
 void Import::count()
 {
+    shownCount_ = 0;
     face_.NbF = kNone;
     counting_ = true;
     Q_EMIT changed();
@@ -272,7 +272,8 @@ QCoro::Task<> Import::readFiles(std::stop_token stop)
     if (names) {
         files_.bind(names);
         counting_ = false;
-        face_.NbF = countText(files_.count());
+        shownCount_ = files_.count();
+        face_.NbF = countText(shownCount_);
         showSource();
     }
 }
@@ -348,7 +349,7 @@ void Import::begin()
     copying_ = std::stop_source();
     atOnce_ = std::stop_source();
     storage_ = services_.storage.inForce();
-    initialCount_ = counting_ ? std::nullopt : std::optional(leadingNumber(face_.NbF));
+    initialCount_ = counting_ ? std::nullopt : std::optional(shownCount_);
     face_.ctr = kNone;
     face_.running = true;
     face_.failure.clear();
@@ -362,8 +363,9 @@ void Import::showProgress()
     face_.progress = run_.progress();
     face_.ctr = QString::number(face_.progress.copied);
     if (face_.progress.copied > 0) {
-        face_.NbF = countAfterCollisions(initialCount_.value_or(face_.progress.files),
-                                         face_.progress.collisions);
+        const qint64 before = initialCount_.value_or(face_.progress.files);
+        shownCount_ = before - face_.progress.collisions;
+        face_.NbF = countAfterCollisions(before, face_.progress.collisions);
     }
     Q_EMIT changed();
 }

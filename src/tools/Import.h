@@ -33,7 +33,7 @@ struct ImportFace
 };
 
 /// What the count of files says after so many collisions, beginning with what it said before.
-[[nodiscard]] QString countAfterCollisions(double before, qint16 collisions);
+[[nodiscard]] QString countAfterCollisions(qint64 before, qint16 collisions);
 
 /// Every choice is stored at once. Coroutines run in the scope, which is joined before this object
 /// goes.
@@ -126,7 +126,8 @@ private:
     std::stop_source copying_;           // ends a run behind the file in hand
     std::stop_source atOnce_;            // ends it in the middle
     QString storage_;                    // the folder in force when the target was chosen
-    std::optional<double> initialCount_; // none when the run began before the files were counted
+    std::optional<qint64> initialCount_; // none when the run began before the files were counted
+    qint64 shownCount_ = 0;              // as NbF has it
     bool counting_ = false;
     bool identical_ = false; // source and target were, and no target was chosen since
     bool open_ = false;

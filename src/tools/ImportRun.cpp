@@ -73,7 +73,7 @@ QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token aft
 {
     progress_.files = static_cast<qint32>(names->list().size());
     slice_.begin();
-    for (const OddName &name : names->list()) {
+    for (const ListedName &name : names->list()) {
         if (afterFile.stop_requested() || atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }

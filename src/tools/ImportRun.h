@@ -4,7 +4,7 @@
 
 #include "base/FileCopy.h"
 #include "base/Gate.h"
-#include "capture/WorkSlice.h"
+#include "base/WorkSlice.h"
 #include "tools/NameReader.h"
 #include "tools/TakenNames.h"
 

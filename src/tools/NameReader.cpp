@@ -32,7 +32,7 @@ QCoro::Task<SortedNames> NameReader::files(QString folder, FilePattern pattern,
 {
     Turns turns(clock_, std::move(stop));
     FolderScan scan(folder);
-    OddNames names;
+    NameList names;
     const auto add = [&](QByteArrayView name) {
         if (pattern.matches(name)) {
             names.add(name);
@@ -49,7 +49,7 @@ QCoro::Task<SortedNames> NameReader::folders(QString folder, std::stop_token sto
 {
     Turns turns(clock_, std::move(stop));
     FolderScan scan(folder);
-    OddNames names;
+    NameList names;
     const auto add = [&names](QByteArrayView name) {
         if (hasPathText(name)) {
             names.add(name);
@@ -62,10 +62,10 @@ QCoro::Task<SortedNames> NameReader::folders(QString folder, std::stop_token sto
     co_return co_await sorted(&names, &turns);
 }
 
-QCoro::Task<SortedNames> NameReader::sorted(OddNames *names, Turns *turns)
+QCoro::Task<SortedNames> NameReader::sorted(NameList *names, Turns *turns)
 {
     const bool isSorted = co_await turns->run([names] { return names->sortSome(); });
-    co_return isSorted ? std::make_shared<const OddNames>(std::move(*names)) : SortedNames();
+    co_return isSorted ? std::make_shared<const NameList>(std::move(*names)) : SortedNames();
 }
 
 QCoro::Task<std::optional<QByteArray>> NameReader::first(QString folder, FilePattern pattern,

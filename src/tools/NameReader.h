@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/FilePattern.h"
-#include "browser/OddNames.h"
-#include "browser/Turns.h"
+#include "base/NameList.h"
+#include "base/Turns.h"
 #include "tools/TakenNames.h"
 
 #include <QCoro/QCoroTask>
@@ -16,7 +16,7 @@
 namespace velmora {
 
 /// Names in the order of compareNames(), native bytes.
-using SortedNames = std::shared_ptr<const OddNames>;
+using SortedNames = std::shared_ptr<const NameList>;
 
 /// The pattern of a filter as it was typed. An empty one is every file.
 [[nodiscard]] FilePattern filterPattern(const QString &filter);
@@ -49,7 +49,7 @@ public:
 
 private:
     // names, turns: of the caller, which waits.
-    static QCoro::Task<SortedNames> sorted(OddNames *names, Turns *turns);
+    static QCoro::Task<SortedNames> sorted(NameList *names, Turns *turns);
 
     Clock &clock_;
 };

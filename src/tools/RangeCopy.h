@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/FileCopy.h"
-#include "capture/WorkSlice.h"
+#include "base/WorkSlice.h"
 #include "tools/FilmRange.h"
 
 #include <QCoro/QCoroTask>

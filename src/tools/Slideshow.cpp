@@ -9,8 +9,6 @@
 namespace velmora {
 namespace {
 
-const QString kPause = QStringLiteral("Pause");
-const QString kStart = QStringLiteral("Start");
 constexpr int kDayLetters = 8;
 constexpr int kStemLetters = 15;
 constexpr int kSpread = 9; // positions between the ends when one slider pushes the other
@@ -35,7 +33,13 @@ Slideshow::Slideshow(const SettingsFile &settings, EventLog &log, BrowserData &d
 
 bool Slideshow::isPlaying() const
 {
-    return open_ && face_.PauseCine == kPause;
+    return open_ && !paused_;
+}
+
+void Slideshow::setPaused(bool paused)
+{
+    paused_ = paused;
+    face_.PauseCine = paused_ ? QStringLiteral("Start") : QStringLiteral("Pause");
 }
 
 void Slideshow::startTimer()
@@ -64,7 +68,7 @@ void Slideshow::load()
     const double stored = keys::kVitesse.read(settings_);
     face_.vitesse = static_cast<int>(std::clamp<double>(stored, kFastest, kSlowest));
     timer_.setInterval(face_.vitesse);
-    face_.PauseCine = kPause;
+    setPaused(false);
     open_ = true;
     Q_EMIT opened();
 }
@@ -87,7 +91,7 @@ void Slideshow::begin()
         showCounters();
     }
     timer_.setInterval(face_.vitesse);
-    if (face_.PauseCine == kPause) {
+    if (!paused_) {
         startTimer();
     }
     face_.image = fileAt(1);
@@ -100,7 +104,7 @@ void Slideshow::begin()
 void Slideshow::followList()
 {
     const int count = data_.files.count();
-    const bool isPaused = open_ && face_.PauseCine == kStart;
+    const bool isPaused = open_ && paused_;
     if (!isPaused || data_.files.folder() != folder_ || count <= face_.count) {
         return;
     }
@@ -136,7 +140,7 @@ void Slideshow::close()
 void Slideshow::cine_Timer()
 {
     const PlayRange &range = face_.range;
-    if (face_.PauseCine == kPause && range.start == range.end) {
+    if (!paused_ && range.start == range.end) {
         timer_.stop();
         return;
     }
@@ -165,10 +169,10 @@ void Slideshow::PauseCine_MouseDown()
         return;
     }
     if (timer_.isActive()) {
-        face_.PauseCine = kStart;
+        setPaused(true);
         timer_.stop();
     } else {
-        face_.PauseCine = kPause;
+        setPaused(false);
         startTimer();
     }
     Q_EMIT changed();
@@ -198,7 +202,7 @@ void Slideshow::sFin_Change(int value)
     if (current_ > range.end) {
         current_ = range.start;
     }
-    if (face_.PauseCine == kPause && range.start == range.end) {
+    if (!paused_ && range.start == range.end) {
         timer_.stop();
     } else {
         startTimer();

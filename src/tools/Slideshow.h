@@ -100,6 +100,7 @@ Q_SIGNALS:
 
 private:
     void load();
+    void setPaused(bool paused);
     void followList();
     void showRange();
     void showCounters();
@@ -113,6 +114,7 @@ private:
     QString folder_; // whose images are played
     int current_ = 0;
     bool open_ = false;
+    bool paused_ = false;
     bool held_ = false;
 };
 

@@ -12,7 +12,7 @@ namespace velmora {
 
 SourceList::SourceList(QObject *parent)
     : QAbstractListModel(parent)
-    , names_(std::make_shared<const OddNames>())
+    , names_(std::make_shared<const NameList>())
 {
 }
 
@@ -28,10 +28,10 @@ void SourceList::bind(SortedNames names)
 
 int SourceList::find(const QByteArray &wanted) const
 {
-    const std::vector<OddName> &list = names_->list();
+    const std::vector<ListedName> &list = names_->list();
     const auto place = std::ranges::lower_bound(
         list, wanted, [](QByteArrayView a, QByteArrayView b) { return compareNames(a, b) < 0; },
-        &OddName::view);
+        &ListedName::view);
     const bool isThere = place != list.end() && place->view() == wanted;
     return isThere ? static_cast<int>(place - list.begin()) : -1;
 }

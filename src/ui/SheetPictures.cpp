@@ -48,14 +48,9 @@ void SheetPictures::showZoom()
     refresh();
 }
 
-QString SheetPictures::native(const ImageFile &image) const
-{
-    return image.isNone() ? QString() : storage_.native(image.folder) + u'/' + image.name;
-}
-
 QString SheetPictures::wanted(int place) const
 {
-    return native(place == kZoomPlace ? sheet_.zoomed() : sheet_.image(place));
+    return nativePath(storage_, place == kZoomPlace ? sheet_.zoomed() : sheet_.image(place));
 }
 
 PictureView &SheetPictures::view(int place)

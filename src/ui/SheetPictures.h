@@ -29,7 +29,6 @@ private:
     void show(const PictureOrder &order, const QImage &image);
     void showFrame(int cell);
     void showZoom();
-    [[nodiscard]] QString native(const ImageFile &image) const;
     [[nodiscard]] QString wanted(int place) const;
     void order(int place, QList<PictureOrder> &orders);
     [[nodiscard]] PictureView &view(int place);

@@ -170,9 +170,7 @@ void fCine::showSliders(const FilmFace &face)
 
 void fCine::showPicture()
 {
-    const ImageFile &image = film_.face().image;
-    const QString path =
-        image.isNone() ? QString() : storage_.native(image.folder) + u'/' + image.name;
+    const QString path = nativePath(storage_, film_.face().image);
     const QSize size = ui_->iCine->pixels();
     if (path == shown_ && size == shownPixels_) {
         return;

@@ -60,13 +60,13 @@ TEST(FolderPath, ASubFolderOfARootHasNoDoubledBackslash)
 
 SortedNames names(const QByteArrayList &list)
 {
-    OddNames names;
+    NameList names;
     for (const QByteArray &name : list) {
         names.add(name);
     }
     while (names.sortSome()) {
     }
-    return std::make_shared<const OddNames>(std::move(names));
+    return std::make_shared<const NameList>(std::move(names));
 }
 
 class FolderListTest : public testing::Test

@@ -1,7 +1,7 @@
-// Names that have no form in common, kept whole: what a folder holds beside its captured images.
+// Names of files in the order in which they are listed, kept whole and sorted a part at a time.
 #pragma once
 
-#include "browser/NameOrder.h"
+#include "base/NameOrder.h"
 
 #include <QByteArrayView>
 
@@ -11,29 +11,30 @@
 
 namespace velmora {
 
-struct OddName
+/// A name of a NameList, whose bytes belong to the list.
+struct ListedName
 {
     const char *text = nullptr;
     quint32 length = 0;
-    quint32 place = 0; // in the list of all names of the folder
 
     [[nodiscard]] QByteArrayView view() const { return {text, static_cast<qsizetype>(length)}; }
 };
 
-/// The names' bytes lie in blocks of their own; once sorted, one behind the other in order, so that
-/// a search through all of them is quick.
-class OddNames
+/// add() each name, then sortSome() until it is false; the order is that of compareNames(). The
+/// names' bytes lie in blocks of their own; once sorted, one behind the other in order, so that a
+/// search through all of them is quick.
+class NameList
 {
 public:
+    /// name: need not stay.
     void add(QByteArrayView name);
 
     /// Does a part of the sorting, two milliseconds at most; false when all is done.
     bool sortSome();
 
-    [[nodiscard]] const std::vector<OddName> &list() const { return names_; }
+    [[nodiscard]] const std::vector<ListedName> &list() const { return names_; }
 
-    [[nodiscard]] std::vector<OddName> &list() { return names_; }
-
+    /// Memory that the list takes.
     [[nodiscard]] std::size_t bytes() const;
 
 private:
@@ -50,10 +51,10 @@ private:
     std::size_t used_ = 0; // of the last block
     Blocks unsorted_;      // while they are packed
     std::size_t packed_ = 0;
-    std::vector<OddName> names_;
+    std::vector<ListedName> names_;
 
     // Runs twice as long with each round; a round merges pairs of them into the other list.
-    std::vector<OddName> merged_;
+    std::vector<ListedName> merged_;
     std::size_t run_ = 0;
     std::size_t sorted_ = 0; // names in sorted first runs
     std::size_t left_ = 0;

@@ -1,13 +1,10 @@
-#include "browser/Turns.h"
+#include "base/Turns.h"
 
 #include <utility>
 
 namespace velmora {
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr std::chrono::milliseconds kSlice = 6ms;
 constexpr int kMostSteps = 48; // also where the clock is slow to tell that time has passed
 
 } // namespace
@@ -15,14 +12,14 @@ constexpr int kMostSteps = 48; // also where the clock is slow to tell that time
 Turns::Turns(Clock &clock, std::stop_token stop)
     : clock_(clock)
     , stop_(std::move(stop))
-    , sliceBegan_(clock.monotonicNow())
+    , slice_(clock)
 {
 }
 
 bool Turns::isSliceOver()
 {
     ++steps_;
-    return steps_ >= kMostSteps || clock_.monotonicNow() - sliceBegan_ >= kSlice;
+    return steps_ >= kMostSteps || slice_.isOver();
 }
 
 QCoro::Task<bool> Turns::run(std::function<bool()> step)
@@ -35,7 +32,7 @@ QCoro::Task<bool> Turns::run(std::function<bool()> step)
                 co_return false;
             }
             steps_ = 0;
-            sliceBegan_ = clock_.monotonicNow();
+            slice_.begin();
         }
         more = step();
     }

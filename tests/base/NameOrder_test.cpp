@@ -1,5 +1,5 @@
 // The order of names.
-#include "browser/NameOrder.h"
+#include "base/NameOrder.h"
 
 #include <QByteArray>
 

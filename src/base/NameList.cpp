@@ -1,4 +1,4 @@
-#include "browser/OddNames.h"
+#include "base/NameList.h"
 
 #include <algorithm>
 #include <cstring>
@@ -13,19 +13,19 @@ constexpr std::size_t kRunsAStep = 16;
 constexpr int kMergesAStep = 4096;
 constexpr std::size_t kNamesPackedAStep = 8192;
 
-bool comesBefore(const OddName &a, const OddName &b)
+bool comesBefore(const ListedName &a, const ListedName &b)
 {
     return compareNames(a.view(), b.view()) < 0;
 }
 
 } // namespace
 
-void OddNames::add(QByteArrayView name)
+void NameList::add(QByteArrayView name)
 {
-    names_.push_back({store(name), static_cast<quint32>(name.size()), 0});
+    names_.push_back({store(name), static_cast<quint32>(name.size())});
 }
 
-const char *OddNames::store(QByteArrayView name)
+const char *NameList::store(QByteArrayView name)
 {
     const auto length = static_cast<std::size_t>(name.size());
     if (blocks_.empty() || used_ + length > kBlockBytes) {
@@ -38,7 +38,7 @@ const char *OddNames::store(QByteArrayView name)
     return text;
 }
 
-bool OddNames::sortSome()
+bool NameList::sortSome()
 {
     if (sorted_ < names_.size()) {
         sortRuns();
@@ -52,7 +52,7 @@ bool OddNames::sortSome()
     return packed_ < names_.size();
 }
 
-void OddNames::packSome()
+void NameList::packSome()
 {
     if (packed_ == 0) {
         unsorted_ = std::exchange(blocks_, {});
@@ -67,7 +67,7 @@ void OddNames::packSome()
     }
 }
 
-void OddNames::sortRuns()
+void NameList::sortRuns()
 {
     for (std::size_t i = 0; i < kRunsAStep && sorted_ < names_.size(); ++i) {
         const std::size_t end = std::min(sorted_ + kFirstRun, names_.size());
@@ -81,7 +81,7 @@ void OddNames::sortRuns()
     }
 }
 
-void OddNames::startPair(std::size_t from)
+void NameList::startPair(std::size_t from)
 {
     left_ = from;
     leftEnd_ = std::min(left_ + run_, names_.size());
@@ -89,12 +89,12 @@ void OddNames::startPair(std::size_t from)
     rightEnd_ = std::min(right_ + run_, names_.size());
 }
 
-bool OddNames::leftIsNext() const
+bool NameList::leftIsNext() const
 {
     return right_ == rightEnd_ || (left_ != leftEnd_ && comesBefore(names_[left_], names_[right_]));
 }
 
-void OddNames::mergeOne()
+void NameList::mergeOne()
 {
     merged_.push_back(leftIsNext() ? names_[left_++] : names_[right_++]);
     if (merged_.size() == names_.size()) {
@@ -107,9 +107,9 @@ void OddNames::mergeOne()
     }
 }
 
-std::size_t OddNames::bytes() const
+std::size_t NameList::bytes() const
 {
-    return blocks_.size() * kBlockBytes + names_.capacity() * sizeof(OddName);
+    return blocks_.size() * kBlockBytes + names_.capacity() * sizeof(ListedName);
 }
 
 } // namespace velmora

@@ -1,7 +1,9 @@
 // Long work that lets events through.
 #pragma once
 
-#include "base/Clock.h"
+#include "base/WorkSlice.h"
+
+#include <QCoro/QCoroTask>
 
 #include <functional>
 #include <stop_token>
@@ -9,6 +11,8 @@
 namespace velmora {
 
 /// Runs work in short steps, with a turn of the event loop after every few milliseconds of it.
+///
+/// A class that paces itself between waits of its own uses WorkSlice alone.
 class Turns
 {
 public:
@@ -24,7 +28,7 @@ private:
 
     Clock &clock_;
     std::stop_token stop_;
-    std::chrono::milliseconds sliceBegan_;
+    WorkSlice slice_;
     int steps_ = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "browser/NameOrder.h"
+#include "base/NameOrder.h"
 
 #include <algorithm>
 

@@ -84,7 +84,7 @@ int main(int argc, char **argv)
     window.present();
     images.browser().begin();
     const auto isShown = [&] {
-        return images.browser().lists().files().count() == names && images.loader().isIdle() &&
+        return images.browser().shown().files.count() == names && images.loader().isIdle() &&
                !window.findChild<QWidget *>(QStringLiteral("Vue9"))
                     ->accessibleDescription()
                     .isEmpty();

@@ -1,5 +1,7 @@
 #include "app/BrowserEngine.h"
 
+#include "browser/BrowserServices.h"
+
 namespace velmora {
 namespace {
 
@@ -21,7 +23,6 @@ BrowserEngine::BrowserEngine(CaptureEngine &capture, MailSender &sender)
 {
     QObject::connect(&capture.store(), &ImageStore::imageStored, &browser_, &ImageBrowser::follow);
     QObject::connect(&capture.store(), &ImageStore::imageStored, &calendar_, &Calendar::follow);
-    QObject::connect(&film_, &Slideshow::fileChosen, &browser_, &ImageBrowser::chooseFile);
 }
 
 } // namespace velmora

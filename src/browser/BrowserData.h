@@ -1,5 +1,4 @@
-// What the image browser shows: the choice, the lists and the contact sheet. Its parts and the
-// slideshow share it.
+// What the image browser shows: the choice, the lists and the contact sheet.
 #pragma once
 
 #include "browser/BrowserState.h"
@@ -10,6 +9,8 @@
 
 namespace velmora {
 
+/// The browser's parts alone change it. The slideshow, the film maker, the alarm and the windows
+/// look at it.
 struct BrowserData
 {
     BrowserState state;

@@ -25,8 +25,11 @@ const SwitchKey &keyOf(Mode mode)
 
 } // namespace
 
-BrowserModes::BrowserModes(const BrowserServices &services, BrowserLists &lists, Projector &film)
+BrowserModes::BrowserModes(const BrowserServices &services, BrowserData &data, Selection &selection,
+                           BrowserLists &lists, Projector &film)
     : services_(services)
+    , data_(data)
+    , selection_(selection)
     , lists_(lists)
     , film_(film)
 {
@@ -58,10 +61,10 @@ QCoro::Task<> BrowserModes::load()
         takeStored(mode);
     }
     cScan_Click();
-    lists_.sheet().hideZoom();
+    data_.sheet.hideZoom();
     if (isOn(Mode::Camera)) {
         co_await cCamera_Click();
-        co_await lists_.LstDirCam_Click(lists_.state().camera.row);
+        co_await lists_.LstDirCam_Click(data_.state.camera().row);
     } else if (isOn(Mode::Auto)) {
         co_await cAuto_Click();
     }
@@ -88,7 +91,7 @@ void BrowserModes::showNow()
 
 QCoro::Task<> BrowserModes::cAuto_Click()
 {
-    if (lists_.state().view == View::Camera) {
+    if (data_.state.view() == View::Camera) {
         co_await lists_.lstCam_MouseUp();
     } else {
         co_await lists_.DirImage();
@@ -97,9 +100,9 @@ QCoro::Task<> BrowserModes::cAuto_Click()
 
 QCoro::Task<> BrowserModes::cCamera_Click()
 {
-    lists_.setView(isOn(Mode::Camera) ? View::Group : View::Camera);
+    selection_.setView(isOn(Mode::Camera) ? View::Group : View::Camera);
     if (isOn(Mode::Camera)) {
-        lists_.sheet().hideZoom();
+        data_.sheet.hideZoom();
         showNow();
     }
     co_await lists_.lstGroupe_MouseUp();
@@ -117,9 +120,9 @@ void BrowserModes::cScan_Click()
 
 bool BrowserModes::isFollowing(CameraAddress camera) const
 {
-    const BrowserState &state = lists_.state();
-    return isOn(Mode::Auto) && (state.view == View::Group ? state.camera.group == camera.group
-                                                          : state.camera == camera);
+    const CameraAddress shown = data_.state.camera();
+    return isOn(Mode::Auto) &&
+           (data_.state.view() == View::Group ? shown.group == camera.group : shown == camera);
 }
 
 QCoro::Task<> BrowserModes::refreshAfter(CameraAddress camera)
@@ -127,7 +130,7 @@ QCoro::Task<> BrowserModes::refreshAfter(CameraAddress camera)
     if (!isFollowing(camera)) {
         co_return;
     }
-    if (lists_.state().view == View::Camera) {
+    if (data_.state.view() == View::Camera) {
         co_await lists_.lstCam_MouseUp();
     } else {
         co_await lists_.DirImage();
@@ -138,7 +141,7 @@ QCoro::Task<> BrowserModes::refreshAfter(CameraAddress camera)
 bool BrowserModes::mayWalk()
 {
     StorageFolder &storage = services_.capture.storage;
-    if (lists_.state().CineActif != BrowserState::kNo) {
+    if (data_.state.CineActif()) {
         return false;
     }
     if (storage.isCheckRequested()) {
@@ -168,18 +171,18 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
     if (!mayWalk()) {
         co_return;
     }
-    const CameraAddress camera = lists_.state().camera;
-    if (lists_.state().view == View::Group) {
-        lists_.sheet().hideZoom();
-        lists_.setGroup(nextGroup(camera.group, activeGroups()));
+    const CameraAddress camera = data_.state.camera();
+    if (data_.state.view() == View::Group) {
+        data_.sheet.hideZoom();
+        selection_.setGroup(nextGroup(camera.group, activeGroups()));
         co_await lists_.DirCam();
     } else {
         const CameraAddress next = nextCamera(camera, activeGroups());
         if (next.group != camera.group) {
-            lists_.sheet().hideZoom();
+            data_.sheet.hideZoom();
         }
-        lists_.setGroup(next.group);
-        lists_.setRow(next.row);
+        selection_.setGroup(next.group);
+        selection_.setCamera(next.row);
         co_await lists_.lstCam_MouseUp();
     }
     if (film_.isOpen()) {
@@ -189,10 +192,10 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
 
 QCoro::Task<> BrowserModes::bFilm_MouseDown()
 {
-    if (lists_.state().view == View::Group) {
+    if (data_.state.view() == View::Group) {
         co_await lists_.LitDir();
     }
-    if (lists_.files().count() > 0 && !film_.isOpen()) {
+    if (data_.files.count() > 0 && !film_.isOpen()) {
         co_await lists_.ResetCine();
     } else {
         closeFilm();
@@ -202,9 +205,8 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
 void BrowserModes::closeFilm()
 {
     film_.stopTimer();
-    lists_.sheet().hideZoom();
+    data_.sheet.hideZoom();
     film_.close();
-    lists_.state().CineActif = BrowserState::kNo;
 }
 
 // A check of the storage folder stops the timers while it is missing and runs them again, each if

@@ -3,24 +3,21 @@
 #pragma once
 
 #include "browser/BrowserLists.h"
+#include "browser/Mode.h"
 #include "browser/ScanWalk.h"
 
 #include <QTimer>
 
 namespace velmora {
 
-enum class Mode {
-    Auto,   // `cAuto`: new images are shown as they are captured
-    Camera, // `cCamera`: group view instead of camera view
-    Scan    // `cScan`: group after group, or camera after camera, every ten seconds
-};
-
 class BrowserModes : public QObject
 {
     Q_OBJECT
 
 public:
-    BrowserModes(const BrowserServices &services, BrowserLists &lists, Projector &film);
+    /// Everything given outlives the object.
+    BrowserModes(const BrowserServices &services, BrowserData &data, Selection &selection,
+                 BrowserLists &lists, Projector &film);
 
     /// `TimerScan`: runs exactly while the scan is on and the storage folder can be used.
     [[nodiscard]] QTimer &timer() { return timer_; }
@@ -76,6 +73,8 @@ private:
     static constexpr std::size_t kModes = 3;
 
     BrowserServices services_;
+    BrowserData &data_;
+    Selection &selection_;
     BrowserLists &lists_;
     Projector &film_;
     QTimer timer_;

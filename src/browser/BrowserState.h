@@ -1,9 +1,11 @@
-// What the parts of the image browser share: the choice that is shown, and the flags that keep one
-// action from disturbing another.
+// The state that the parts of the image browser share: what is chosen, and the flags that keep one
+// action from disturbing another. It changes by named steps alone.
 #pragma once
 
 #include "browser/ImageFile.h"
 #include "cameras/CameraAddress.h"
+
+#include <QScopedValueRollback>
 
 #include <array>
 
@@ -16,33 +18,60 @@ enum class View {
     Group   // the newest image of each camera of a group
 };
 
-struct BrowserState
+/// The browser's parts take the steps; everyone else reads.
+class BrowserState
 {
-    static constexpr qint16 kYes = -1;
-    static constexpr qint16 kNo = 0;
+public:
+    /// What the lists of groups and cameras have selected.
+    [[nodiscard]] CameraAddress camera() const { return camera_; }
 
-    CameraAddress camera; // what the lists of groups and cameras have selected
-    View view = View::Camera;
+    void choose(CameraAddress camera) { camera_ = camera; }
 
-    /// The newest image of each camera of the group, in group view.
-    std::array<ImageFile, kRows> DerniereImage;
+    [[nodiscard]] View view() const { return view_; }
+
+    void show(View view) { view_ = view; }
+
+    /// The newest image of a camera of the group, in group view; none for a camera without images.
+    [[nodiscard]] const ImageFile &DerniereImage(int row) const { return newest_.at(index(row)); }
+
+    void setNewest(int row, const ImageFile &image) { newest_.at(index(row)) = image; }
 
     /// The cell, 0 to 9, that is framed as the selected one.
-    int CadreActif = 0;
+    [[nodiscard]] int CadreActif() const { return framed_; }
 
-    /// kYes once camera folders may be read.
-    qint16 LectureOK = kNo;
+    void frame(int cell) { framed_ = cell; }
 
-    /// True while the cells of the group view are being filled: clicks on them are ignored.
-    bool DirCamEnCours = false;
+    /// Camera folders may be read. Once they may, they always may.
+    [[nodiscard]] bool LectureOK() const { return mayRead_; }
 
-    /// kYes while the slideshow runs from the browser.
-    qint16 CineActif = kNo;
+    void allowReading() { mayRead_ = true; }
 
-    [[nodiscard]] const ImageFile &newestOf(int row) const
+    /// The cells of the group view are being filled: clicks on them are ignored.
+    [[nodiscard]] bool DirCamEnCours() const { return isFilling_; }
+
+    /// They are, for as long as the result lives.
+    [[nodiscard]] QScopedValueRollback<bool> beginFilling()
     {
-        return DerniereImage.at(static_cast<std::size_t>(row));
+        return QScopedValueRollback<bool>(isFilling_, true);
     }
+
+    /// The slideshow runs from the browser.
+    [[nodiscard]] bool CineActif() const { return isFilming_; }
+
+    void filmOpened() { isFilming_ = true; }
+
+    void filmClosed() { isFilming_ = false; }
+
+private:
+    static std::size_t index(int row) { return static_cast<std::size_t>(row); }
+
+    CameraAddress camera_;
+    View view_ = View::Camera;
+    std::array<ImageFile, kRows> newest_;
+    int framed_ = 0;
+    bool mayRead_ = false;
+    bool isFilling_ = false;
+    bool isFilming_ = false;
 };
 
 } // namespace velmora

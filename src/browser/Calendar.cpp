@@ -11,14 +11,13 @@ using std::chrono::year_month_day;
 Calendar::Calendar(ImageBrowser &browser)
     : browser_(browser)
 {
-    connect(&lists().files(), &QAbstractItemModel::modelReset, this, [this] {
+    connect(&files(), &QAbstractItemModel::modelReset, this, [this] {
         if (open_) {
             count();
         }
     });
-    // Queued: whoever lists the images selects one of them first.
-    connect(&lists().files(), &QAbstractItemModel::modelReset, this, &Calendar::goOn,
-            Qt::QueuedConnection);
+    // Queued: one of the listed images is selected first.
+    connect(&files(), &QAbstractItemModel::modelReset, this, &Calendar::goOn, Qt::QueuedConnection);
 }
 
 void Calendar::open()
@@ -30,7 +29,7 @@ void Calendar::open()
 
 void Calendar::count()
 {
-    days_ = countDays(lists().files().names());
+    days_ = countDays(files().names());
     const auto images = [](const DayCount &day) { return day.images.count; };
     const auto fullest = std::ranges::max_element(days_, {}, images);
     most_ = fullest == days_.end() ? 0 : fullest->images.count;
@@ -39,7 +38,7 @@ void Calendar::count()
     } else if (!chosen_) {
         chosen_ = days_.back().day;
     }
-    hours_ = chosen_ ? countHours(lists().files().names(), *chosen_) : HourCounts();
+    hours_ = chosen_ ? countHours(files().names(), *chosen_) : HourCounts();
     Q_EMIT counted();
 }
 
@@ -53,7 +52,7 @@ void Calendar::choose(year_month_day day)
 {
     if (chosen_ != day) {
         chosen_ = day;
-        hours_ = countHours(lists().files().names(), day);
+        hours_ = countHours(files().names(), day);
         Q_EMIT dayChosen();
     }
 }
@@ -77,22 +76,22 @@ void Calendar::goToHour(int hour)
 // The group view shows another thing; the list is gone to when it has given way.
 void Calendar::goTo(const QByteArray &moment, const ImageRun &run)
 {
-    if (lists().state().view == View::Group) {
-        waiting_ = run.count > 0 ? lists().files().names().name(run.first).left(15) : moment;
+    if (browser_.shown().state.view() == View::Group) {
+        waiting_ = run.count > 0 ? files().names().name(run.first).left(15) : moment;
         browser_.setMode(Mode::Camera, false);
     } else if (run.count > 0) {
         browser_.chooseFile(static_cast<int>(run.first));
-    } else if (const auto nearest = nearestTo(lists().files().names(), moment)) {
+    } else if (const auto nearest = nearestTo(files().names(), moment)) {
         browser_.chooseFile(static_cast<int>(*nearest));
     }
 }
 
 void Calendar::goOn()
 {
-    if (waiting_.isEmpty() || lists().state().view != View::Camera) {
+    if (waiting_.isEmpty() || browser_.shown().state.view() != View::Camera) {
         return;
     }
-    const auto nearest = nearestTo(lists().files().names(), std::exchange(waiting_, {}));
+    const auto nearest = nearestTo(files().names(), std::exchange(waiting_, {}));
     if (nearest) {
         browser_.chooseFile(static_cast<int>(*nearest));
     }
@@ -102,14 +101,13 @@ void Calendar::follow(CameraAddress camera, const QString &fileName)
 {
     const QByteArray name = QFile::encodeName(fileName);
     const auto day = dayOfKey(name);
-    const bool isListed = lists().files().names().find(name).has_value();
-    if (!open_ || camera != lists().state().camera || !day || isListed) {
+    const bool isListed = files().names().find(name).has_value();
+    if (!open_ || camera != browser_.shown().state.camera() || !day || isListed) {
         return;
     }
     const auto at = std::ranges::lower_bound(days_, *day, {}, &DayCount::day);
-    const auto found = at != days_.end() && at->day == *day
-                           ? at
-                           : days_.insert(at, {*day, {lists().files().count(), 0}});
+    const auto found =
+        at != days_.end() && at->day == *day ? at : days_.insert(at, {*day, {files().count(), 0}});
     most_ = std::max(most_, ++found->images.count);
     chosen_ = chosen_.value_or(*day);
     Q_EMIT counted();

@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// Counts the browser's list anew whenever that becomes another, as long as it is open.
+/// As long as it is open, counts the browser's list again whenever that becomes another.
 class Calendar : public QObject
 {
     Q_OBJECT
@@ -58,7 +58,7 @@ private:
     void goTo(const QByteArray &moment, const ImageRun &run);
     void goOn();
 
-    [[nodiscard]] BrowserLists &lists() const { return browser_.lists(); }
+    [[nodiscard]] const FileList &files() const { return browser_.shown().files; }
 
     ImageBrowser &browser_;
     std::vector<DayCount> days_;

@@ -15,31 +15,34 @@ QString killText(const QString &name)
 
 } // namespace
 
-FileActions::FileActions(StorageFolder &storage, BrowserLists &lists)
+FileActions::FileActions(const StorageFolder &storage, const BrowserData &data,
+                         const Selection &selection, BrowserLists &lists)
     : storage_(storage)
+    , data_(data)
+    , selection_(selection)
     , lists_(lists)
 {
 }
 
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
-    const ImageFile target = lists_.selected();
+    const ImageFile target = selection_.image();
     if (storage_.isBeingEdited() || target.isNone() ||
         !QFileInfo(nativePath(storage_, target)).isFile()) {
         return std::nullopt;
     }
-    return KillQuestion{target, lists_.state().camera, killText(target.name)};
+    return KillQuestion{target, data_.state.camera(), killText(target.name)};
 }
 
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 {
-    const ImageFile target = lists_.selected();
+    const ImageFile target = selection_.image();
     if (storage_.isBeingEdited() || target.isNone()) {
         return std::nullopt;
     }
     return KillQuestion{
         target,
-        {lists_.state().camera.group, lists_.cameraIndex()},
+        {data_.state.camera().group, selection_.row()},
         killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
 }
 
@@ -48,11 +51,11 @@ QCoro::Task<> FileActions::kill(ImageFile target)
     if (storage_.isBeingEdited()) { // since the question
         co_return;
     }
-    const int row = lists_.state().camera.row;
+    const int row = data_.state.camera().row;
     static_cast<void>(QFile::remove(nativePath(storage_, target)));
     lists_.owe();
     co_await lists_.lstCam_MouseUp();
-    if (lists_.state().view == View::Group) {
+    if (data_.state.view() == View::Group) {
         co_await lists_.DirImage();
         co_await lists_.LstDirCam_Click(row);
     }

@@ -2,24 +2,18 @@
 #pragma once
 
 #include "browser/BrowserLists.h"
+#include "browser/KillQuestion.h"
 
 namespace velmora {
-
-/// What the user is asked before a file goes.
-struct KillQuestion
-{
-    ImageFile target;
-    CameraAddress camera; // whose image it is
-    QString text;         // "Kill " and the file's name
-};
 
 class FileActions
 {
 public:
-    FileActions(StorageFolder &storage, BrowserLists &lists);
+    /// Everything given outlives the object. While the box of the storage folder is being edited
+    /// there are no questions and nothing is deleted.
+    FileActions(const StorageFolder &storage, const BrowserData &data, const Selection &selection,
+                BrowserLists &lists);
 
-    /// While the box of the storage folder is being edited there are no questions and nothing is
-    /// deleted.
     /// The question for the selected image of the camera view; none when nothing is selected or the
     /// file is gone.
     [[nodiscard]] std::optional<KillQuestion> LstDir_KeyDown() const;
@@ -32,7 +26,9 @@ public:
     QCoro::Task<> kill(ImageFile target);
 
 private:
-    StorageFolder &storage_;
+    const StorageFolder &storage_;
+    const BrowserData &data_;
+    const Selection &selection_;
     BrowserLists &lists_;
 };
 

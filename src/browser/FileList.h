@@ -43,7 +43,7 @@ public:
 
     [[nodiscard]] const ImageNames &names() const { return *names_; }
 
-    /// The same names for whoever needs them after the list has taken others.
+    /// The same names, to be kept after the list has taken others.
     [[nodiscard]] std::shared_ptr<const ImageNames> shared() const { return names_; }
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

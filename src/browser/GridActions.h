@@ -13,7 +13,9 @@ class GridActions : public QObject
     Q_OBJECT
 
 public:
-    GridActions(StorageFolder &storage, BrowserLists &lists);
+    /// Everything given outlives the object.
+    GridActions(const StorageFolder &storage, const CameraFolders &folders, BrowserData &data,
+                const Selection &selection, BrowserLists &lists);
 
     /// The left button went down on a cell that holds a picture: it has a frame, too, until the
     /// button comes up.
@@ -50,7 +52,10 @@ Q_SIGNALS:
 private:
     [[nodiscard]] ImageFile imageIn(int cell) const;
 
-    StorageFolder &storage_;
+    const StorageFolder &storage_;
+    const CameraFolders &folders_;
+    BrowserData &data_;
+    const Selection &selection_;
     BrowserLists &lists_;
 };
 

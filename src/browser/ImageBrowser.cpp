@@ -1,44 +1,79 @@
 #include "browser/ImageBrowser.h"
 
-#include <QScopeGuard>
-#include <QScopedValueRollback>
+#include "browser/BrowserParts.h"
 
-#include <utility>
+#include <QScopedValueRollback>
 
 namespace velmora {
 namespace {
+
+using Kind = ActionLine::Kind;
 
 constexpr int kFiveTicksBefore = 55; // of the sixtieth, at which fixed cameras come
 
 } // namespace
 
 ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, Projector &film)
-    : services_(services)
-    , lists_(services, data, film)
-    , modes_(services, lists_, film)
-    , grid_(services.capture.storage, lists_)
-    , files_(services.capture.storage, lists_)
+    : data_(data)
+    , storage_(services.capture.storage)
+    , scheduler_(services.scheduler)
+    , scope_(services.scope)
+    , parts_(std::make_unique<BrowserParts>(services, data, film))
 {
-    connect(&modes_, &BrowserModes::scanDue, this, [this] {
+    connectParts();
+    connectFilm(film);
+    connect(&services.conformity, &Conformity::ended, this, [this] {
+        parts_->line.launch(Kind::Rebuild, [this] { return parts_->updates.relist(); });
+    });
+    // Queued: the check of the storage folder has not ended yet.
+    connect(&storage_, &StorageFolder::checked, this, &ImageBrowser::followStorage,
+            Qt::QueuedConnection);
+}
+
+ImageBrowser::~ImageBrowser() = default;
+
+void ImageBrowser::connectParts()
+{
+    connect(&parts_->selection, &Selection::changed, this, &ImageBrowser::changed);
+    connect(&parts_->modes, &BrowserModes::changed, this, &ImageBrowser::changed);
+    connect(&parts_->modes, &BrowserModes::searchTextsChanged, this,
+            &ImageBrowser::searchTextsChanged);
+    connect(&parts_->lists, &BrowserLists::filesWanted, this, &ImageBrowser::filesWanted);
+    connect(&parts_->lists, &BrowserLists::camerasWanted, this, &ImageBrowser::camerasWanted);
+    connect(&parts_->grid, &GridActions::openWanted, this, &ImageBrowser::openWanted);
+    connect(&parts_->grid, &GridActions::copyWanted, this, &ImageBrowser::copyWanted);
+    connect(&parts_->modes, &BrowserModes::scanDue, this, [this] {
         if (!walking_) { // a step that takes longer than the timer is not overtaken by the next
-            launch(Kind::Walk, [this] { return walk(); });
+            parts_->line.launch(Kind::Walk, [this] { return walk(); });
         }
     });
-    connect(&services_.conformity, &Conformity::ended, this,
-            [this] { launch(Kind::Rebuild, [this] { return lists_.relist(); }); });
-    // Queued: whoever checks the storage folder has not finished with it yet.
-    connect(&services_.capture.storage, &StorageFolder::checked, this, &ImageBrowser::followStorage,
-            Qt::QueuedConnection);
+}
+
+void ImageBrowser::connectFilm(Projector &film)
+{
+    connect(&film, &Projector::fileChosen, this, &ImageBrowser::chooseFile);
+    connect(&film, &Projector::closed, this, [this] {
+        data_.sheet.hideZoom();
+        data_.state.filmClosed();
+    });
+}
+
+BrowserFace ImageBrowser::face() const
+{
+    return {parts_->choice.now(),           data_.state.view(),
+            parts_->modes.isOn(Mode::Auto), parts_->modes.isOn(Mode::Camera),
+            parts_->modes.isOn(Mode::Scan), parts_->selection.isFilmEnabled(),
+            parts_->selection.row(),        parts_->selection.NbI()};
 }
 
 // Shows what is in the storage folder once another one is there, or the same again.
 void ImageBrowser::followStorage()
 {
     const QString usable = usableStorage();
-    const bool isOther = usable != shownStorage_ || (lists_.isOwed() && !acting_) ||
-                         (lists_.hasMissedReading() && !usable.isEmpty());
-    if (isOther && !services_.capture.storage.isBeingEdited() &&
-        lists_.state().LectureOK != BrowserState::kNo) {
+    const bool isOther = usable != shownStorage_ ||
+                         (parts_->lists.isOwed() && !parts_->line.isActing()) ||
+                         (parts_->folders.hasMissedReading() && !usable.isEmpty());
+    if (isOther && !storage_.isBeingEdited() && data_.state.LectureOK()) {
         shownStorage_ = usable;
         refresh();
     }
@@ -46,245 +81,215 @@ void ImageBrowser::followStorage()
 
 QString ImageBrowser::usableStorage() const
 {
-    const StorageFolder &storage = services_.capture.storage;
-    return storage.isUsable() ? storage.inForce() : QString();
-}
-
-void ImageBrowser::launch(Kind kind, Story story)
-{
-    if (closed_) {
-        return;
-    }
-    if (kind == Kind::Rebuild) {
-        ++rebuilds_;
-        if (rebuilding_) {
-            lists_.supersede();
-        }
-    }
-    services_.scope.launch(inTurn(kind, rebuilds_, std::move(story)));
-}
-
-QCoro::Task<> ImageBrowser::inTurn(Kind kind, int rebuild, Story story)
-{
-    co_await turnstile_.enter();
-    const auto atEnd = qScopeGuard([this] {
-        rebuilding_ = false;
-        turnstile_.leave();
-    });
-    const bool isLate = kind == Kind::Walk && rebuild != rebuilds_;
-    if (closed_ || isLate) {
-        co_return;
-    }
-    try {
-        co_await run(kind, rebuild, std::move(story));
-    } catch (const Superseded &) {
-        // The newer action shows what is to be seen.
-    }
-}
-
-QCoro::Task<> ImageBrowser::run(Kind kind, int rebuild, Story story)
-{
-    const QScopedValueRollback acting(acting_, true);
-    rebuilding_ = kind != Kind::Follow;
-    lists_.allowReading();
-    if (rebuilding_ && rebuild != rebuilds_) {
-        lists_.supersede(); // what it stores and deletes still counts, up to its first reading
-    }
-    co_await story();
-    if (lists_.isOwed() && rebuild == rebuilds_ && !closed_) {
-        co_await lists_.DirImage();
-    }
+    return storage_.isUsable() ? storage_.inForce() : QString();
 }
 
 QCoro::Task<> ImageBrowser::walk()
 {
     const QScopedValueRollback walking(walking_, true);
-    co_await modes_.TimerScan_Timer();
+    co_await parts_->modes.TimerScan_Timer();
 }
 
 void ImageBrowser::load()
 {
-    launch(Kind::Follow, [this] { return lists_.load(); });
-    launch(Kind::Rebuild, [this] { return modes_.load(); });
+    parts_->line.launch(Kind::Follow, [this] { return parts_->lists.load(); });
+    parts_->line.launch(Kind::Rebuild, [this] { return parts_->modes.load(); });
 }
 
 void ImageBrowser::begin()
 {
-    lists_.state().LectureOK = BrowserState::kYes;
+    data_.state.allowReading();
     shownStorage_ = usableStorage();
-    launch(Kind::Rebuild, [this] { return lists_.lstCam_MouseUp(); });
+    parts_->line.launch(Kind::Rebuild, [this] { return parts_->lists.lstCam_MouseUp(); });
 }
 
 void ImageBrowser::unload()
 {
-    modes_.unload();
+    parts_->modes.unload();
+}
+
+void ImageBrowser::close()
+{
+    parts_->line.close();
 }
 
 // In group view each camera's newest image is shown, which is never deleted for its age.
 void ImageBrowser::showDeletion(CameraAddress camera)
 {
-    const BrowserState &state = lists_.state();
-    if (state.view == View::Camera && camera == state.camera &&
-        state.CineActif == BrowserState::kNo) {
-        launch(Kind::Walk, [this] { return lists_.dropDeleted(); });
+    const BrowserState &state = data_.state;
+    if (state.view() == View::Camera && camera == state.camera() && !state.CineActif()) {
+        parts_->line.launch(Kind::Walk, [this] { return parts_->updates.dropDeleted(); });
     }
-}
-
-void ImageBrowser::close()
-{
-    closed_ = true;
-    lists_.supersede();
-}
-
-CameraAddress ImageBrowser::choice() const
-{
-    const CameraAddress shown = lists_.state().camera;
-    return {nextGroup_.value_or(shown.group), nextRow_.value_or(shown.row)};
 }
 
 void ImageBrowser::chooseGroup(int group)
 {
-    nextGroup_ = group;
-    launch(Kind::Rebuild, [this, group] { return showGroup(group); });
-    lists_.announce();
-}
-
-QCoro::Task<> ImageBrowser::showGroup(int group)
-{
-    if (nextGroup_ == group) {
-        nextGroup_.reset();
-    }
-    lists_.setGroup(group);
-    co_await lists_.lstGroupe_MouseUp();
+    parts_->choice.takeGroup(group);
 }
 
 void ImageBrowser::chooseCamera(int row)
 {
-    nextRow_ = row;
-    launch(Kind::Rebuild, [this, row] { return showCamera(row); });
-    lists_.announce();
+    parts_->choice.takeCamera(row);
 }
 
-QCoro::Task<> ImageBrowser::showCamera(int row)
+void ImageBrowser::chooseCameraAgain()
 {
-    if (nextRow_ == row) {
-        nextRow_.reset();
-    }
-    lists_.setRow(row);
-    co_await lists_.lstCam_MouseUp();
+    chooseCamera(parts_->choice.now().row);
 }
 
 void ImageBrowser::chooseFile(int index)
 {
-    if (!closed_) {
-        lists_.selectFile(index);
+    if (!parts_->line.isClosed()) {
+        parts_->lists.selectFile(index);
     }
 }
 
 void ImageBrowser::chooseCameraRow(int row)
 {
-    if (closed_) {
+    if (parts_->line.isClosed()) {
         return;
     }
     selectAtOnce(row);
-    const BrowserState &state = lists_.state();
-    launch(Kind::Follow, [this, view = state.view, group = state.camera.group, row] {
-        return showCameraRow(view, {group, row});
-    });
+    const View view = data_.state.view();
+    const CameraAddress camera{data_.state.camera().group, row};
+    parts_->line.launch(Kind::Follow, [this, view, camera] { return showCameraRow(view, camera); });
 }
 
-// So that the next key goes out from there. A group that is being filled has no rows to select yet.
+// So that the next key moves on from there. A group that is being filled has no rows to select yet.
 void ImageBrowser::selectAtOnce(int row)
 {
-    if (lists_.state().view == View::Group && row < lists_.cameraRows().rowCount() &&
-        !lists_.state().DirCamEnCours) {
-        lists_.selectRow(row);
+    if (data_.state.view() == View::Group && row < data_.cameraRows.rowCount() &&
+        !data_.state.DirCamEnCours()) {
+        parts_->selection.selectRow(row);
     }
 }
 
-// A group that was chosen meanwhile has other cameras in its rows.
+// A group that was chosen in the meantime has other cameras in its rows.
 QCoro::Task<> ImageBrowser::showCameraRow(View view, CameraAddress camera)
 {
-    if (lists_.state().view == view && lists_.state().camera.group == camera.group) {
-        co_await lists_.LstDirCam_Click(camera.row);
+    if (data_.state.view() == view && data_.state.camera().group == camera.group) {
+        co_await parts_->lists.LstDirCam_Click(camera.row);
     }
 }
 
 void ImageBrowser::clickCell(int cell)
 {
-    if (closed_) {
+    if (parts_->line.isClosed()) {
         return;
     }
-    if (lists_.state().view == View::Camera) {
-        services_.scope.launch(lists_.Vue_Click(cell));
-    } else if (!lists_.state().DirCamEnCours) {
-        Q_EMIT lists_.filesWanted();
+    if (data_.state.view() == View::Camera) {
+        scope_.launch(parts_->lists.Vue_Click(cell));
+    } else if (!data_.state.DirCamEnCours()) {
+        Q_EMIT filesWanted();
         selectAtOnce(cell);
-        launch(Kind::Follow, [this, cell] { return lists_.Vue_Click(cell); });
+        parts_->line.launch(Kind::Follow, [this, cell] { return parts_->lists.Vue_Click(cell); });
     }
 }
 
 void ImageBrowser::doubleClickCell(int cell)
 {
-    if (lists_.state().view == View::Camera) {
-        grid_.Vue_DblClick(cell);
-        if (modes_.isOn(Mode::Scan)) {
+    if (data_.state.view() == View::Camera) {
+        parts_->grid.Vue_DblClick(cell);
+        if (parts_->modes.isOn(Mode::Scan)) {
             setMode(Mode::Scan, false);
         }
     }
 }
 
+QTimer &ImageBrowser::scanTimer()
+{
+    return parts_->modes.timer();
+}
+
+void ImageBrowser::frameCell(int cell)
+{
+    parts_->grid.frameCell(cell);
+}
+
+void ImageBrowser::releaseCell()
+{
+    parts_->grid.releaseCell();
+}
+
+void ImageBrowser::toggleZoom()
+{
+    parts_->grid.toggleZoom();
+}
+
+void ImageBrowser::hideZoom()
+{
+    parts_->grid.ZoomImage_Click();
+}
+
+void ImageBrowser::openFolder()
+{
+    parts_->grid.LstDir_DblClick();
+}
+
+SearchOutcome ImageBrowser::search(const QString &date, const QString &time)
+{
+    return parts_->grid.NomFichier(date, time);
+}
+
 void ImageBrowser::zoomCell(int cell)
 {
-    if (!lists_.state().DirCamEnCours) {
-        launch(Kind::Follow, [this, cell] { return grid_.zoomCell(cell); });
+    if (!data_.state.DirCamEnCours()) {
+        parts_->line.launch(Kind::Follow, [this, cell] { return parts_->grid.zoomCell(cell); });
     }
 }
 
 void ImageBrowser::setMode(Mode mode, bool on)
 {
-    modes_.set(mode, on);
+    parts_->modes.set(mode, on);
     switch (mode) {
     case Mode::Auto:
-        launch(Kind::Rebuild, [this] { return modes_.cAuto_Click(); });
+        parts_->line.launch(Kind::Rebuild, [this] { return parts_->modes.cAuto_Click(); });
         break;
     case Mode::Camera:
-        launch(Kind::Rebuild, [this] { return modes_.cCamera_Click(); });
+        parts_->line.launch(Kind::Rebuild, [this] { return parts_->modes.cCamera_Click(); });
         break;
     case Mode::Scan:
-        modes_.cScan_Click();
+        parts_->modes.cScan_Click();
         break;
     }
 }
 
 void ImageBrowser::refresh()
 {
-    launch(Kind::Rebuild, [this] { return lists_.refresh(); });
+    parts_->line.launch(Kind::Rebuild, [this] { return parts_->lists.refresh(); });
 }
 
 void ImageBrowser::toggleFilm()
 {
-    launch(Kind::Follow, [this] { return modes_.bFilm_MouseDown(); });
+    parts_->line.launch(Kind::Follow, [this] { return parts_->modes.bFilm_MouseDown(); });
+}
+
+std::optional<KillQuestion> ImageBrowser::killQuestion() const
+{
+    return data_.state.view() == View::Camera ? parts_->files.LstDir_KeyDown()
+                                              : parts_->files.LstDirCam_KeyDown();
 }
 
 void ImageBrowser::kill(const ImageFile &target)
 {
-    launch(Kind::Rebuild, [this, target] { return files_.kill(target); });
+    parts_->line.launch(Kind::Rebuild, [this, target] { return parts_->files.kill(target); });
 }
 
 void ImageBrowser::follow(CameraAddress camera)
 {
-    if (modes_.isFollowing(camera)) {
-        launch(Kind::Rebuild, [this, camera] { return modes_.refreshAfter(camera); });
-    } else if (lists_.showsNoneOf(camera)) {
+    if (parts_->modes.isFollowing(camera)) {
+        parts_->line.launch(Kind::Rebuild,
+                            [this, camera] { return parts_->modes.refreshAfter(camera); });
+    } else if (parts_->updates.showsNoneOf(camera)) {
         // Behind a reading under way, whose list is empty only as long as it is not read.
-        launch(Kind::Follow, [this, camera] { return lists_.showFirst(camera); });
+        parts_->line.launch(Kind::Follow,
+                            [this, camera] { return parts_->updates.showFirst(camera); });
     }
 }
 
 void ImageBrowser::ctrT_Click()
 {
-    services_.scheduler.setTickCounter(kFiveTicksBefore);
+    scheduler_.setTickCounter(kFiveTicksBefore);
 }
 
 } // namespace velmora

@@ -9,18 +9,18 @@ PressedEntry::PressedEntry(ImageBrowser &browser)
 
 void PressedEntry::pressFile(int index)
 {
-    entry_ = Entry{state().view, state().camera, browser_.lists().files().file(index), 0};
+    entry_ = Entry{state().view(), state().camera(), browser_.shown().files.file(index), 0};
 }
 
 void PressedEntry::pressCameraRow(int row)
 {
-    entry_ = Entry{state().view, {state().camera.group, row}, {}, row};
+    entry_ = Entry{state().view(), {state().camera().group, row}, {}, row};
 }
 
 void PressedEntry::pressCell(int cell)
 {
     entry_ = Entry{
-        state().view, {state().camera.group, cell}, browser_.lists().sheet().image(cell), cell};
+        state().view(), {state().camera().group, cell}, browser_.shown().sheet.image(cell), cell};
 }
 
 void PressedEntry::releaseFile()
@@ -28,14 +28,14 @@ void PressedEntry::releaseFile()
     if (!entry_) {
         return;
     }
-    if (const std::optional<int> index = browser_.lists().files().find(entry_->image)) {
+    if (const std::optional<int> index = browser_.shown().files.find(entry_->image)) {
         browser_.chooseFile(*index);
     }
 }
 
 void PressedEntry::releaseCameraRow()
 {
-    if (entry_ && state().view == View::Group && entry_->camera.group == state().camera.group) {
+    if (entry_ && state().view() == View::Group && entry_->camera.group == state().camera().group) {
         browser_.chooseCameraRow(entry_->camera.row);
     }
 }
@@ -44,19 +44,19 @@ void PressedEntry::releaseCameraRow()
 // sheet on either side.
 std::optional<int> PressedEntry::cellNow() const
 {
-    if (!entry_ || entry_->view != state().view) {
+    if (!entry_ || entry_->view != state().view()) {
         return std::nullopt;
     }
-    if (state().view == View::Group) {
-        return entry_->camera.group == state().camera.group ? std::optional(entry_->cell)
-                                                            : std::nullopt;
+    if (state().view() == View::Group) {
+        return entry_->camera.group == state().camera().group ? std::optional(entry_->cell)
+                                                              : std::nullopt;
     }
-    const FileList &files = browser_.lists().files();
-    if (entry_->image == browser_.lists().sheet().image(entry_->cell)) {
+    const FileList &files = browser_.shown().files;
+    if (entry_->image == browser_.shown().sheet.image(entry_->cell)) {
         return entry_->cell; // empty ones too
     }
     const std::optional<int> index = files.find(entry_->image);
-    return index ? std::optional(state().CadreActif + *index - files.ListIndex()) : std::nullopt;
+    return index ? std::optional(state().CadreActif() + *index - files.ListIndex()) : std::nullopt;
 }
 
 void PressedEntry::releaseCell()
@@ -69,7 +69,7 @@ void PressedEntry::releaseCell()
 void PressedEntry::frameCell()
 {
     if (entry_ && cellNow() == entry_->cell) {
-        browser_.grid().frameCell(entry_->cell);
+        browser_.frameCell(entry_->cell);
     }
 }
 

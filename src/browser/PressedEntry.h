@@ -7,7 +7,7 @@
 
 namespace velmora {
 
-/// Whatever is read anew between a press and its release, the entry that was under the pointer at
+/// Whatever is read between a press and its release, the entry that was under the pointer at
 /// the press is the one that is chosen; when it is not shown any more, nothing is.
 class PressedEntry
 {
@@ -38,7 +38,7 @@ private:
         int cell;
     };
 
-    [[nodiscard]] const BrowserState &state() const { return browser_.lists().state(); }
+    [[nodiscard]] const BrowserState &state() const { return browser_.shown().state; }
 
     [[nodiscard]] std::optional<int> cellNow() const;
 

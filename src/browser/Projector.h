@@ -1,22 +1,19 @@
 // The slideshow as the browser sees it.
 #pragma once
 
+#include <QObject>
+
 namespace velmora {
 
-class Projector
+class Projector : public QObject
 {
-public:
-    Projector() = default;
-    Projector(const Projector &) = delete;
-    Projector &operator=(const Projector &) = delete;
-    Projector(Projector &&) = delete;
-    Projector &operator=(Projector &&) = delete;
-    virtual ~Projector() = default;
+    Q_OBJECT
 
+public:
     /// True while its window is open.
     [[nodiscard]] virtual bool isOpen() const = 0;
 
-    /// True while it is open and its play button reads "Pause".
+    /// True while it is open and not paused.
     [[nodiscard]] virtual bool isPlaying() const = 0;
 
     /// True while its timer runs.
@@ -29,7 +26,7 @@ public:
     /// nothing.
     virtual void setHeld(bool held) = 0;
 
-    /// Opens it, or begins anew, on the files that the browser lists.
+    /// Opens it, or begins it again, on the files that the browser lists.
     virtual void begin() = 0;
 
     /// The image at this position of the list, from 0, comes next.
@@ -37,6 +34,13 @@ public:
 
     /// Closes its window.
     virtual void close() = 0;
+
+Q_SIGNALS:
+    /// Its window was closed, by whomever.
+    void closed();
+
+    /// The browser is to select this entry of its list, from 0.
+    void fileChosen(int index);
 };
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// Sorts numbers in steps, so that a long list holds up nobody.
+// Sorts numbers in steps, so that a long list never holds up the event loop.
 #pragma once
 
 #include <QtGlobal>

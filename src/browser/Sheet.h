@@ -1,5 +1,5 @@
-// The contact sheet: what its ten cells and the zoom image show. Pictures are named here; whoever
-// shows the sheet loads them.
+// The contact sheet: which images its ten cells and the zoom image show. The pictures themselves
+// are loaded where the sheet is shown.
 #pragma once
 
 #include "browser/BrowserState.h"

@@ -36,7 +36,7 @@ void FilmMaker::take()
     names_ = data_.files.shared();
     folderText_ = data_.files.folder();
     folder_ = services_.storage.native(folderText_);
-    const CameraAddress camera = data_.state.camera;
+    const CameraAddress camera = data_.state.camera();
     const QString name = cameraName(services_.table.settings().snapshot(), camera);
     camera_ = cameraText(camera) + u' ' +
               (name.isEmpty() ? shownAddress(services_.table.url(camera)) : name);

@@ -64,7 +64,7 @@ QString MotionAlarm::path(int position) const
         return {};
     }
     const StorageFolder &storage = services_.storage;
-    return nativePath(storage, {storage.cameraFolderText(data_.state.camera), file.name});
+    return nativePath(storage, {storage.cameraFolderText(data_.state.camera()), file.name});
 }
 
 void MotionAlarm::clear(AlarmPicture which)

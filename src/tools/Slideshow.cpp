@@ -20,7 +20,7 @@ QString ratio(int part, int whole)
 
 } // namespace
 
-Slideshow::Slideshow(const SettingsFile &settings, EventLog &log, BrowserData &data)
+Slideshow::Slideshow(const SettingsFile &settings, EventLog &log, const BrowserData &data)
     : settings_(settings)
     , log_(log)
     , data_(data)
@@ -99,8 +99,8 @@ void Slideshow::begin()
     Q_EMIT changed();
 }
 
-// A show that plays begins anew with a new list. A paused one keeps its place; images that came are
-// behind its end, and go with it when it went to the last.
+// A show that plays begins again with a new list. A paused one keeps its place; images that came
+// are behind its end, and go with it when it went to the last.
 void Slideshow::followList()
 {
     const int count = data_.files.count();
@@ -131,9 +131,7 @@ void Slideshow::close()
     Q_EMIT closing();
     timer_.stop();
     open_ = false;
-    data_.sheet.hideZoom();
     face_.image = {};
-    data_.state.CineActif = BrowserState::kNo;
     Q_EMIT closed();
 }
 
@@ -158,7 +156,7 @@ void Slideshow::cine_Timer()
     showCounters();
     ++current_;
     if (timer_.interval() != face_.vitesse) {
-        timer_.setInterval(face_.vitesse); // would begin the period anew if it were set again
+        timer_.setInterval(face_.vitesse); // setting it again would restart the period
     }
     Q_EMIT changed();
 }
@@ -246,11 +244,11 @@ void Slideshow::find(const QString &begin)
 
 void Slideshow::iCine_Click()
 {
-    if (data_.state.view == View::Group || data_.files.ListIndex() < 2) {
+    if (data_.state.view() == View::Group || data_.files.ListIndex() < 2) {
         return;
     }
     log_.trace(QStringLiteral("Cine iCine_Click"));
-    const bool active = data_.state.CineActif != BrowserState::kNo;
+    const bool active = data_.state.CineActif();
     if (active) {
         timer_.stop();
     }

@@ -37,7 +37,7 @@ struct FilmFace
     ImageFile image;
 };
 
-class Slideshow : public QObject, public Projector
+class Slideshow : public Projector
 {
     Q_OBJECT
 
@@ -46,7 +46,7 @@ public:
     static constexpr int kFastest = 10;
     static constexpr int kSlowest = 1000;
 
-    Slideshow(const SettingsFile &settings, EventLog &log, BrowserData &data);
+    Slideshow(const SettingsFile &settings, EventLog &log, const BrowserData &data);
 
     [[nodiscard]] const FilmFace &face() const { return face_; }
 
@@ -81,7 +81,7 @@ public:
     void sFin_Change(int value);
     void vitesse_Change(int value);
 
-    /// Selects the first image whose name begins with a text, in the browser's list.
+    /// Selects the first image whose name begins with a text in the browser's list.
     void find(const QString &begin);
 
     /// The picture was clicked: the image just shown becomes the browser's selected one.
@@ -90,13 +90,9 @@ public:
 Q_SIGNALS:
     void opened();
     void closing();
-    void closed();
 
     /// The face is another than before.
     void changed();
-
-    /// The browser is to select this entry of its list, from 0.
-    void fileChosen(int index);
 
 private:
     void load();
@@ -108,7 +104,7 @@ private:
 
     const SettingsFile &settings_;
     EventLog &log_;
-    BrowserData &data_;
+    const BrowserData &data_;
     QTimer timer_;
     FilmFace face_;
     QString folder_; // whose images are played

@@ -15,10 +15,10 @@ QString dayOf(const QString &date)
 
 } // namespace
 
-SearchBoxes::SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, GridActions &grid)
+SearchBoxes::SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, ImageBrowser &browser)
     : lDate_(lDate)
     , lTime_(lTime)
-    , grid_(grid)
+    , browser_(browser)
 {
     for (QLineEdit *const box : {&lDate_, &lTime_}) {
         connect(box, &QLineEdit::returnPressed, this, &SearchBoxes::search);
@@ -54,7 +54,7 @@ void SearchBoxes::search()
     lDate_.setModified(false);
     lTime_.setModified(false);
     const QString date = lDate_.text();
-    switch (grid_.NomFichier(date, lTime_.text())) {
+    switch (browser_.search(date, lTime_.text())) {
     case SearchOutcome::Found:
         Q_EMIT searched(QString());
         break;

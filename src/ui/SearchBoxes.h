@@ -1,7 +1,7 @@
 // The two boxes of the image browser in which a date and a time are typed to find an image.
 #pragma once
 
-#include "browser/GridActions.h"
+#include "browser/ImageBrowser.h"
 
 #include <QLineEdit>
 
@@ -15,7 +15,7 @@ class SearchBoxes : public QObject
 
 public:
     /// Everything given outlives the object.
-    SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, GridActions &grid);
+    SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, ImageBrowser &browser);
 
     void setTexts(const QString &lDate, const QString &lTime);
     void setEnabled(bool enabled);
@@ -33,7 +33,7 @@ private:
 
     QLineEdit &lDate_;
     QLineEdit &lTime_;
-    GridActions &grid_;
+    ImageBrowser &browser_;
 };
 
 } // namespace velmora

@@ -9,18 +9,19 @@
 //     status         ctrT  NbCapt  Capt  txtLog  bKeep bCalendar bHealth
 #pragma once
 
-#include "browser/PressedEntry.h"
 #include "capture/ImageStore.h"
+#include "pictures/PictureLoader.h"
 #include "settings/WindowPlace.h"
+#include "ui/BrowserListBoxes.h"
+#include "ui/BrowserStatus.h"
+#include "ui/CellMouse.h"
 #include "ui/FramePlace.h"
-#include "ui/ListBoxes.h"
 #include "ui/SearchBoxes.h"
+#include "ui/SheetCaptions.h"
 #include "ui/SheetPictures.h"
-#include "ui/StatusLine.h"
 
 #include <QWidget>
 
-#include <array>
 #include <memory>
 #include <vector>
 
@@ -30,6 +31,8 @@ class planche;
 
 namespace velmora {
 
+/// Each part of the window with a rule of its own is a member: there are as many as there are
+/// parts.
 class planche : public QWidget
 {
     Q_OBJECT
@@ -37,25 +40,22 @@ class planche : public QWidget
 public:
     /// Everything given outlives the window.
     planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader);
-    planche(const planche &) = delete;
-    planche &operator=(const planche &) = delete;
-    planche(planche &&) = delete;
-    planche &operator=(planche &&) = delete;
+    Q_DISABLE_COPY_MOVE(planche)
     ~planche() override;
 
     void moveTo(WindowPlace place);
 
-    /// Shows the window in front; one that was closed is built anew.
+    /// Shows the window in front; one that was closed is loaded again.
     void present();
 
     /// Stores the window's place and hides it; its timer stands still until it is shown again.
     void unload();
 
-    /// A new image is in its folder, or a camera gave none.
-    void showStored(CameraAddress camera);
-
     /// Names of cameras have changed: shows them.
     void rename();
+
+    /// A new image is in its folder, or a camera gave none.
+    void showStored(CameraAddress camera);
     void showFailed(CameraAddress camera, const QString &reason);
 
     void showMessage(const QString &text);
@@ -90,25 +90,14 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void bindLists();
-    void bindCells();
+    void bindShown();
     void bindModes();
-    void bindSearch();
     void bindButtons();
     void bindKeys();
     void fitScreen(const QRect &frame);
     void showFace();
     void showCamera();
-    void showCaptions();
-    void showNames(const SettingsSnapshot &settings);
-    void showViewsList();
-    void showMarks();
     void showRemarks();
-    [[nodiscard]] QString remarkIn(int cell) const;
-    [[nodiscard]] QString captionOf(int cell) const;
-    void pressCell(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
-    void showPointer(int cell, QPoint position);
-    void showSearch(const QString &message);
     void useKey(ListKey key);
     void askToKill();
 
@@ -116,15 +105,14 @@ private:
     PressedEntry pressed_;
     CaptureServices services_;
     std::unique_ptr<Ui::planche> ui_;
+    BrowserListBoxes lists_;
     SearchBoxes search_;
+    CellMouse mouse_;
+    SheetCaptions captions_;
+    BrowserStatus status_;
     std::unique_ptr<SheetPictures> pictures_;
     FramePlace *place_ = nullptr;
-    StatusLine statusLine_;
     CameraAddress shownCamera_;
-    std::array<QString, kRows> names_; // of the group's cameras
-    QString searchMessage_;            // in the status line, until another takes its place
-    std::vector<CameraAddress> late_;
-    int stored_ = 0;
     bool loaded_ = false;
     bool mayClose_ = false;
 };

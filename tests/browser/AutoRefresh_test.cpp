@@ -78,7 +78,7 @@ TEST_F(FirstImage, OfTheShownCameraAppearsByItself)
     EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 1"));
     EXPECT_EQ(house_.cells().value(0), imageName(100));
     EXPECT_EQ(house_.framed(), QList<int>{0});
-    EXPECT_TRUE(lists_.isFilmEnabled());
+    EXPECT_TRUE(browser_.face().isFilmEnabled);
 }
 
 TEST_F(FirstImage, IsTheOnlyOneThatDoes)
@@ -113,7 +113,7 @@ TEST_F(FirstImage, AppearsInTheGroupWithoutTakingTheSelection)
     store({2, 5});
     EXPECT_EQ(house_.cells().value(5), imageName(100));
     EXPECT_EQ(row(5), imageName(100) + QStringLiteral("  "));
-    EXPECT_EQ(lists_.cameraIndex(), 3);
+    EXPECT_EQ(browser_.face().cameraRow, 3);
     EXPECT_EQ(house_.framed(), QList<int>{3});
     store({2, 3});
     EXPECT_NE(row(3), imageName(100) + QStringLiteral("  "));
@@ -125,8 +125,8 @@ TEST_F(AutoRefresh, ShowsTheNewImageOfTheShownGroupAndSelectsItsCamera)
     store({2, 4});
     EXPECT_EQ(row(4), imageName(100) + QStringLiteral("  "));
     EXPECT_EQ(house_.cells().value(4), imageName(100));
-    EXPECT_EQ(lists_.cameraIndex(), 4);
-    EXPECT_EQ(state().camera, (CameraAddress{2, 4}));
+    EXPECT_EQ(browser_.face().cameraRow, 4);
+    EXPECT_EQ(state().camera(), (CameraAddress{2, 4}));
     EXPECT_EQ(house_.framed(), QList<int>({4}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("2"));
 }
@@ -138,7 +138,7 @@ TEST_F(AutoRefresh, LeavesTheGroupViewForAnotherGroup)
     house_.addCamera({1, 4});
     store({1, 4});
     EXPECT_EQ(house_.newLog(), QStringList());
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
 }
 
 TEST_F(AutoRefresh, RebuildsTheGroupOnceForEachStoredImage)
@@ -150,25 +150,28 @@ TEST_F(AutoRefresh, RebuildsTheGroupOnceForEachStoredImage)
                                             QStringLiteral("Planche DirImage Fin")}));
 }
 
-TEST_F(AutoRefresh, TellsWhetherItWouldShowSomething)
+TEST_F(AutoRefresh, DoesNothingForWhatIsNotOnShow)
 {
-    EXPECT_TRUE(modes_.isFollowing({2, 3}));
-    EXPECT_FALSE(modes_.isFollowing({2, 4}));
+    house_.addCamera({3, 4});
+    house_.newLog();
+    store({2, 4});
+    EXPECT_EQ(house_.newLog(), QStringList());
     house_.showGroup(2);
-    EXPECT_TRUE(modes_.isFollowing({2, 4}));
-    EXPECT_FALSE(modes_.isFollowing({3, 4}));
+    house_.newLog();
+    store({3, 4});
+    EXPECT_EQ(house_.newLog(), QStringList());
 }
 
 TEST_F(AutoRefresh, LooksAgainWhetherItsGroupIsStillShownWhenItsTurnComes)
 {
     house_.addFullFolder({2, 9});
     browser_.setMode(Mode::Camera, true);
-    ASSERT_TRUE(state().DirCamEnCours);
+    ASSERT_TRUE(state().DirCamEnCours());
     browser_.follow({2, 4});
     browser_.chooseGroup(5);
     house_.finish();
-    EXPECT_EQ(state().camera, (CameraAddress{5, 3}));
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(state().camera(), (CameraAddress{5, 3}));
+    EXPECT_EQ(browser_.face().cameraRow, -1);
 }
 
 TEST_F(AutoRefresh, ShowsAPictureThatTheCaptureHasFetched)

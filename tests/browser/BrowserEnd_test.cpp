@@ -21,7 +21,7 @@ TEST_F(BrowserEnd, GivesUpTheFolderThatIsBeingRead)
     house_.finish();
     EXPECT_EQ(house_.capture.scope.running(), 0);
     EXPECT_EQ(house_.data.files.count(), 0);
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
 }
 
 TEST_F(BrowserEnd, GivesUpTheGroupThatIsBeingFilled)
@@ -30,7 +30,7 @@ TEST_F(BrowserEnd, GivesUpTheGroupThatIsBeingFilled)
     browser_.close();
     house_.finish();
     EXPECT_EQ(house_.rows().size(), kFull.row);
-    EXPECT_FALSE(state().DirCamEnCours);
+    EXPECT_FALSE(state().DirCamEnCours());
 }
 
 TEST_F(BrowserEnd, BeginsNothingAfterwards)
@@ -45,7 +45,7 @@ TEST_F(BrowserEnd, BeginsNothingAfterwards)
     browser_.toggleFilm();
     browser_.load();
     browser_.begin();
-    Q_EMIT modes_.scanDue();
+    house_.fireScan();
     EXPECT_EQ(house_.capture.scope.running(), 0);
     EXPECT_EQ(house_.newLog(), QStringList());
     EXPECT_EQ(house_.stored(u"lstP"), QString());

@@ -1,6 +1,7 @@
 // A browser over small camera folders, with a slideshow that only remembers.
 #pragma once
 
+#include "browser/BrowserLists.h"
 #include "support/BrowserHouse.h"
 #include "support/FilmDouble.h"
 
@@ -26,11 +27,26 @@ protected:
         FilmDouble &film;
     };
 
+    /// The lists alone, over the same data, for a step that no line of actions leads to.
+    struct Steps
+    {
+        explicit Steps(BrowserHouse &house)
+            : folders(house.services(), house.data.state)
+            , selection(house.data)
+            , lists(house.services(), house.data, folders, selection, *house.film)
+        {
+        }
+
+        CameraFolders folders;
+        Selection selection;
+        BrowserLists lists;
+    };
+
     [[nodiscard]] BrowserState &state() { return house_.data.state; }
 
     [[nodiscard]] int selected() { return house_.data.files.ListIndex(); }
 
-    /// Runs a step of the browser's parts to its end.
+    /// Runs a step to its end.
     void run(QCoro::Task<> task)
     {
         house_.capture.scope.launch(std::move(task));
@@ -51,10 +67,7 @@ protected:
     BrowserHouse &house_ = rooms_.house;
     FilmDouble &film_ = rooms_.film;
     ImageBrowser &browser_ = house_.browser;
-    BrowserLists &lists_ = browser_.lists();
-    BrowserModes &modes_ = browser_.modes();
-    GridActions &grid_ = browser_.grid();
-    FileActions &files_ = browser_.files();
+    Steps steps_{house_};
 };
 
 inline const CameraAddress kCamera{0, 0};

@@ -26,7 +26,7 @@ protected:
     void playFromTheBrowser()
     {
         film_.play();
-        state().CineActif = BrowserState::kYes;
+        state().filmOpened();
     }
 };
 
@@ -65,7 +65,7 @@ TEST_F(CellClick, StaysOnTheLastFileForAClickOnItsOwnCell)
 TEST_F(CellClick, DoesNothingForACellBehindTheLastFile)
 {
     showImages(3, 2);
-    const QSignalSpy wanted(&lists_, &BrowserLists::filesWanted);
+    const QSignalSpy wanted(&browser_, &ImageBrowser::filesWanted);
     click(9);
     EXPECT_EQ(selected(), 2);
     EXPECT_EQ(wanted.size(), 0);
@@ -91,7 +91,7 @@ TEST_F(CellClick, CountsFromTheFramedCellWhereverThatIs)
 TEST_F(CellClick, DoesNothingBeforeTheFirstFile)
 {
     showImages(20, 4);
-    state().CadreActif = 6;
+    state().frame(6);
     click(1);
     EXPECT_EQ(selected(), 4);
     click(2);
@@ -112,8 +112,8 @@ TEST_F(CellClick, DoesNothingOnAnEmptySheet)
 TEST_F(CellClick, BringsTheKeyboardToTheList)
 {
     showImages(20, 10);
-    const QSignalSpy files(&lists_, &BrowserLists::filesWanted);
-    const QSignalSpy cameras(&lists_, &BrowserLists::camerasWanted);
+    const QSignalSpy files(&browser_, &ImageBrowser::filesWanted);
+    const QSignalSpy cameras(&browser_, &ImageBrowser::camerasWanted);
     click(1);
     EXPECT_EQ(files.size(), 1);
     EXPECT_EQ(cameras.size(), 0);
@@ -152,7 +152,7 @@ TEST_F(CellClick, BringsTheKeyboardToTheCamerasWhileAFilmOfTheBrowserIsOpen)
 {
     showImages(20, 10);
     playFromTheBrowser();
-    const QSignalSpy cameras(&lists_, &BrowserLists::camerasWanted);
+    const QSignalSpy cameras(&browser_, &ImageBrowser::camerasWanted);
     click(1);
     EXPECT_EQ(cameras.size(), 1);
 }
@@ -171,7 +171,7 @@ TEST_F(CellClick, MovesAPausedFilmOfTheBrowserAndLeavesItPaused)
 {
     showImages(20, 10);
     film_.pause();
-    state().CineActif = BrowserState::kYes;
+    state().filmOpened();
     click(1);
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("move to 7")}));
     EXPECT_FALSE(film_.running);
@@ -188,12 +188,12 @@ TEST_F(CellClick, MovesTheFilmToTheSelectionForACellWithoutFileToo)
 TEST_F(CellClick, SelectsTheRowInGroupView)
 {
     house_.addImages({0, 6}, 4);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     house_.newLog();
     click(6);
-    EXPECT_EQ(lists_.cameraIndex(), 6);
-    EXPECT_EQ(state().camera.row, 6);
+    EXPECT_EQ(browser_.face().cameraRow, 6);
+    EXPECT_EQ(state().camera().row, 6);
     EXPECT_EQ(house_.framed(), QList<int>({6}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("4"));
     EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Planche Vue_Click"),
@@ -211,21 +211,21 @@ TEST_F(CellClick, MovesTheFrameInGroupView)
 
 TEST_F(CellClick, TakesTheFramesAwayInGroupViewWhenThereIsNoSuchRow)
 {
-    state().view = View::Group;
+    state().show(View::Group);
     house_.data.sheet.setFrame(1, FrameStyle::Framed);
     click(2);
     EXPECT_EQ(house_.framed(), QList<int>());
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
 }
 
 TEST_F(CellClick, BeginsAFilmOfTheBrowserAnewInGroupView)
 {
     house_.addImages({0, 6}, 4);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     film_.pause();
-    state().CineActif = BrowserState::kYes;
-    const QSignalSpy cameras(&lists_, &BrowserLists::camerasWanted);
+    state().filmOpened();
+    const QSignalSpy cameras(&browser_, &ImageBrowser::camerasWanted);
     click(6);
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("begin")}));
     EXPECT_EQ(house_.data.files.count(), 4);
@@ -237,17 +237,17 @@ TEST_F(CellClick, IsIgnoredWhileTheGroupViewIsBeingFilled)
 {
     house_.showGroup(0);
     house_.newLog();
-    state().DirCamEnCours = true;
+    const auto filling = state().beginFilling();
     click(6);
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
     EXPECT_EQ(house_.newLog(), QStringList());
 }
 
 TEST_F(CellClick, IsIgnoredByTheCellsThemselvesWhileTheyAreBeingFilled)
 {
     showImages(20, 10);
-    state().DirCamEnCours = true;
-    run(lists_.Vue_Click(1));
+    const auto filling = state().beginFilling();
+    run(steps_.lists.Vue_Click(1));
     EXPECT_EQ(selected(), 10);
     EXPECT_EQ(house_.newLog(), QStringList());
 }
@@ -256,10 +256,10 @@ TEST_F(CellClick, IsIgnoredWhileALargeGroupIsReallyBeingFilled)
 {
     house_.addFullFolder({0, 3});
     browser_.setMode(Mode::Camera, true);
-    ASSERT_TRUE(state().DirCamEnCours);
+    ASSERT_TRUE(state().DirCamEnCours());
     browser_.clickCell(1);
     house_.finish();
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
     EXPECT_EQ(house_.framed(), QList<int>());
 }
 
@@ -276,7 +276,7 @@ TEST_F(CellClick, HoldsAFilmThatReadsStartOnlyWhileTheStripIsLoaded)
     showImages(20, 10);
     film_.pause();
     film_.running = true;
-    state().CineActif = BrowserState::kYes;
+    state().filmOpened();
     click(1);
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("stop"), QStringLiteral("start"),
                                         QStringLiteral("move to 7")}));

@@ -39,7 +39,7 @@ TEST_F(Choice, KeepsTheRowWhenTheGroupChanges)
     house_.addImages({2, 5}, 4);
     chooseCamera(5);
     chooseGroup(2);
-    EXPECT_EQ(state().camera, (CameraAddress{2, 5}));
+    EXPECT_EQ(state().camera(), (CameraAddress{2, 5}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("4 / 4"));
 }
 
@@ -115,7 +115,7 @@ TEST_F(Choice, ShowsTheGroupAnewForANewCameraInGroupViewAndFramesItsCell)
     EXPECT_EQ(house_.cells().value(0), imageName(1));
     EXPECT_EQ(house_.cells().value(3), imageName(3));
     EXPECT_EQ(house_.framed(), QList<int>({3}));
-    EXPECT_EQ(lists_.cameraIndex(), 3);
+    EXPECT_EQ(browser_.face().cameraRow, 3);
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("3"));
 }
 
@@ -131,7 +131,7 @@ TEST_F(Choice, LeavesTheRowsForANewCameraInGroupView)
 TEST_F(Choice, ListsTheFilesOfANewCameraInGroupViewForTheFilm)
 {
     house_.addImages({0, 3}, 4);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     chooseCamera(3);
     EXPECT_EQ(house_.data.files.count(), 4);
@@ -163,7 +163,7 @@ TEST_F(Choice, BeginsAPlayingFilmAnewForAGroup)
     film_.play();
     chooseGroup(1);
     EXPECT_EQ(film_.calls.count(QStringLiteral("begin")), 1);
-    EXPECT_EQ(state().CineActif, BrowserState::kYes);
+    EXPECT_TRUE(state().CineActif());
 }
 
 TEST_F(Choice, BeginsAPlayingFilmAnewForACamera)
@@ -179,7 +179,7 @@ TEST_F(Choice, LeavesAPausedFilmAlone)
     chooseGroup(1);
     chooseCamera(1);
     EXPECT_EQ(film_.calls, QStringList());
-    EXPECT_EQ(state().CineActif, BrowserState::kNo);
+    EXPECT_FALSE(state().CineActif());
 }
 
 TEST_F(Choice, OpensNoFilm)
@@ -194,7 +194,7 @@ TEST_F(Choice, BeginsTheFilmAfterTheNewFolderIsListed)
     house_.addImages({1, 0}, 6);
     film_.play();
     QList<int> counts;
-    QObject::connect(&lists_, &BrowserLists::changed, &house_, [&] {
+    QObject::connect(&browser_, &ImageBrowser::changed, &house_, [&] {
         if (!film_.calls.contains(QStringLiteral("begin"))) {
             counts.append(house_.data.files.count());
         }
@@ -210,7 +210,7 @@ TEST_F(Choice, TakesTheStoredGroupAndCameraAtTheStart)
     house_.store(u"lstImg", u"6");
     browser_.load();
     house_.finish();
-    EXPECT_EQ(state().camera, (CameraAddress{4, 6}));
+    EXPECT_EQ(state().camera(), (CameraAddress{4, 6}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
 }
 
@@ -219,14 +219,14 @@ TEST_F(Choice, TakesTheFirstCameraWhenNothingIsStored)
     house_.addImages(kCamera, 2);
     browser_.load();
     house_.finish();
-    EXPECT_EQ(state().camera, kCamera);
+    EXPECT_EQ(state().camera(), kCamera);
     EXPECT_EQ(house_.NbI(), QStringLiteral("2 / 2"));
 }
 
 TEST_F(Choice, TellsTheWindowOfTheStoredCamera)
 {
     house_.store(u"lstP", u"4");
-    const QSignalSpy changes(&lists_, &BrowserLists::changed);
+    const QSignalSpy changes(&browser_, &ImageBrowser::changed);
     browser_.load();
     EXPECT_GE(changes.size(), 1);
 }
@@ -243,7 +243,7 @@ TEST_P(StoredPosition, IsAListPositionOrNone)
     house_.store(u"lstImg", QString::fromLatin1(text));
     browser_.load();
     house_.finish();
-    EXPECT_EQ(state().camera, (CameraAddress{position, position}));
+    EXPECT_EQ(state().camera(), (CameraAddress{position, position}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, StoredPosition,
@@ -273,10 +273,10 @@ TEST_F(Choice, WarnsOfNoStoredPositionBeyondTheList)
 TEST_F(Choice, ReadsFoldersFromTheBeginOnInGroupViewToo)
 {
     house_.addImages({0, 4}, 3);
-    state().view = View::Group;
+    state().show(View::Group);
     browser_.begin();
     house_.finish();
-    EXPECT_EQ(state().LectureOK, -1);
+    EXPECT_TRUE(state().LectureOK());
     EXPECT_EQ(house_.rows().value(4), imageName(2) + QStringLiteral("  "));
 }
 

@@ -20,7 +20,7 @@ protected:
 
     int find(const QString &date, const QString &time)
     {
-        grid_.NomFichier(date, time);
+        browser_.search(date, time);
         return selected();
     }
 };

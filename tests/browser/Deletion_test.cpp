@@ -57,7 +57,7 @@ TEST_F(Deletion, LeavesTheListOfAFilmAlone)
 {
     browser_.toggleFilm();
     house_.finish();
-    ASSERT_EQ(state().CineActif, BrowserState::kYes);
+    ASSERT_TRUE(state().CineActif());
     deleteFirst(5);
     EXPECT_EQ(house_.data.files.count(), 30);
 }

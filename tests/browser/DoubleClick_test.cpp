@@ -25,7 +25,7 @@ protected:
         house_.finish();
     }
 
-    QSignalSpy opened_{&grid_, &GridActions::openWanted};
+    QSignalSpy opened_{&browser_, &ImageBrowser::openWanted};
 };
 
 TEST_F(DoubleClick, OpensTheImageThatItsFirstClickHasSelected)
@@ -49,8 +49,8 @@ TEST_F(DoubleClick, EndsTheScan)
     showImages(3, 2);
     browser_.setMode(Mode::Scan, true);
     doubleClick(0);
-    EXPECT_FALSE(modes_.isOn(Mode::Scan));
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.face().cScan);
+    EXPECT_FALSE(browser_.scanTimer().isActive());
     EXPECT_EQ(house_.stored(u"Scan"), QStringLiteral("0"));
 }
 
@@ -59,8 +59,8 @@ TEST_F(DoubleClick, EndsTheScanOnAnEmptyCellToo)
     showImages(3, 2);
     browser_.setMode(Mode::Scan, true);
     doubleClick(7);
-    EXPECT_FALSE(modes_.isOn(Mode::Scan));
-    EXPECT_FALSE(modes_.isOn(Mode::Camera));
+    EXPECT_FALSE(browser_.face().cScan);
+    EXPECT_FALSE(browser_.face().cCamera);
 }
 
 TEST_F(DoubleClick, StoresNothingWithoutScan)
@@ -78,15 +78,15 @@ TEST_F(DoubleClick, DoesNoMoreThanAClickInGroupView)
     browser_.setMode(Mode::Scan, true);
     doubleClick(6);
     EXPECT_EQ(opened_.size(), 0);
-    EXPECT_TRUE(modes_.isOn(Mode::Scan));
-    EXPECT_TRUE(modes_.isOn(Mode::Camera));
+    EXPECT_TRUE(browser_.face().cScan);
+    EXPECT_TRUE(browser_.face().cCamera);
 }
 
 TEST_F(DoubleClick, OpensTheCamerasFolderOnTheList)
 {
     house_.addImages({3, 5}, 2);
     house_.show({3, 5});
-    grid_.LstDir_DblClick();
+    browser_.openFolder();
     ASSERT_EQ(opened_.size(), 1);
     EXPECT_EQ(QDir::cleanPath(opened_[0][0].toString()),
               house_.capture.tree.path(house_.capture.folder({3, 5})));

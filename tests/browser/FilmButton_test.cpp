@@ -21,7 +21,7 @@ TEST_F(FilmButton, OpensTheSlideshowOnACameraWithImages)
     press();
     EXPECT_TRUE(film_.open);
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("begin")}));
-    EXPECT_EQ(state().CineActif, -1);
+    EXPECT_TRUE(state().CineActif());
 }
 
 TEST_F(FilmButton, ClosesAnOpenSlideshow)
@@ -33,7 +33,7 @@ TEST_F(FilmButton, ClosesAnOpenSlideshow)
     press();
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("stop"), QStringLiteral("close")}));
     EXPECT_FALSE(film_.open);
-    EXPECT_EQ(state().CineActif, 0);
+    EXPECT_FALSE(state().CineActif());
 }
 
 TEST_F(FilmButton, OpensItAgainTheThirdTime)
@@ -44,7 +44,7 @@ TEST_F(FilmButton, OpensItAgainTheThirdTime)
     press();
     press();
     EXPECT_TRUE(film_.open);
-    EXPECT_EQ(state().CineActif, -1);
+    EXPECT_TRUE(state().CineActif());
 }
 
 TEST_F(FilmButton, HidesTheZoomImageWhenItCloses)
@@ -73,7 +73,7 @@ TEST_F(FilmButton, OpensNothingOnACameraWithoutImages)
     house_.show(kCamera);
     press();
     EXPECT_FALSE(film_.open);
-    EXPECT_EQ(state().CineActif, 0);
+    EXPECT_FALSE(state().CineActif());
 }
 
 TEST_F(FilmButton, ClosesAnOpenSlideshowOnACameraWithoutImages)
@@ -81,18 +81,18 @@ TEST_F(FilmButton, ClosesAnOpenSlideshowOnACameraWithoutImages)
     house_.addCamera(kCamera);
     house_.show(kCamera);
     film_.play();
-    state().CineActif = BrowserState::kYes;
+    state().filmOpened();
     press();
     EXPECT_FALSE(film_.open);
-    EXPECT_EQ(state().CineActif, 0);
+    EXPECT_FALSE(state().CineActif());
 }
 
 TEST_F(FilmButton, ListsTheSelectedCameraFirstInGroupView)
 {
     house_.addImages({0, 3}, 4);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
-    state().camera.row = 3;
+    state().choose({state().camera().group, 3});
     press();
     EXPECT_EQ(house_.data.files.count(), 4);
     EXPECT_TRUE(film_.open);
@@ -104,7 +104,7 @@ TEST_F(FilmButton, OpensNothingInGroupViewOnACameraWithoutImages)
     house_.addCamera({0, 1});
     house_.show(kCamera);
     house_.showGroup(0);
-    state().camera.row = 1;
+    state().choose({state().camera().group, 1});
     press();
     EXPECT_FALSE(film_.open);
     EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
@@ -124,13 +124,13 @@ TEST_F(FilmButton, LeavesTheListAndItsSelectionInCameraView)
 TEST_F(FilmButton, ReadsTheFolderBeforeTheFilmBeginsInGroupView)
 {
     house_.addImages({0, 3}, 4);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
-    state().camera.row = 3;
-    run(lists_.ResetCine());
+    state().choose({state().camera().group, 3});
+    run(steps_.lists.ResetCine());
     EXPECT_EQ(house_.data.files.count(), 4);
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("begin")}));
-    EXPECT_EQ(state().CineActif, -1);
+    EXPECT_TRUE(state().CineActif());
 }
 
 TEST_F(FilmButton, ReadsNothingBeforeTheFilmBeginsInCameraView)
@@ -138,15 +138,15 @@ TEST_F(FilmButton, ReadsNothingBeforeTheFilmBeginsInCameraView)
     house_.addImages(kCamera, 4);
     house_.show(kCamera);
     browser_.chooseFile(1);
-    run(lists_.ResetCine());
+    run(steps_.lists.ResetCine());
     EXPECT_EQ(selected(), 1);
 }
 
 TEST_F(FilmButton, TogglesTwiceForTwoQuickPressesWhileAFolderIsRead)
 {
     house_.addFullFolder(kCamera);
-    state().LectureOK = BrowserState::kYes;
-    state().view = View::Group;
+    state().allowReading();
+    state().show(View::Group);
     browser_.toggleFilm();
     browser_.toggleFilm();
     house_.finish();

@@ -40,10 +40,10 @@ TEST_F(GroupView, KeepsThePathOfEachNewestImage)
 {
     house_.addImages({0, 1}, 2);
     house_.showGroup(0);
-    EXPECT_EQ(state().newestOf(1).path(), QStringLiteral("C:\\in\\") +
-                                              house_.capture.table.CameraFolderName({0, 1}) +
-                                              imageName(1));
-    EXPECT_EQ(state().newestOf(0).path(), QString());
+    EXPECT_EQ(state().DerniereImage(1).path(), QStringLiteral("C:\\in\\") +
+                                                   house_.capture.table.CameraFolderName({0, 1}) +
+                                                   imageName(1));
+    EXPECT_EQ(state().DerniereImage(0).path(), QString());
 }
 
 TEST_F(GroupView, FramesNoCell)
@@ -52,7 +52,7 @@ TEST_F(GroupView, FramesNoCell)
     house_.show(kCamera);
     house_.showGroup(0);
     EXPECT_EQ(house_.framed(), QList<int>());
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
 }
 
 TEST_F(GroupView, TakesTheLastModifiedOfTheNewestDayThoughItsNameIsNotTheGreatest)
@@ -86,7 +86,7 @@ TEST_F(GroupView, LeavesARowEmptyWhoseGreatestNameTellsNoDay)
     house_.addCamera(kCamera, {imageName(1), QStringLiteral("20061301_1200000112.jpg")});
     EXPECT_EQ(rowOfFirst(), QString());
     EXPECT_EQ(house_.cells().value(0), QString());
-    EXPECT_TRUE(state().newestOf(0).isNone());
+    EXPECT_TRUE(state().DerniereImage(0).isNone());
 }
 
 TEST_F(GroupView, LooksAtNamesThatBeginWithTwo)
@@ -113,8 +113,8 @@ TEST_F(GroupView, ShowsTheNewestImageOfACameraWithAVeryLongAddress)
 TEST_F(GroupView, LeavesAMissingCameraFolderMissing)
 {
     house_.capture.addCamera({0, 3}, cameraUrl({0, 3}));
-    state().view = View::Group;
-    run(lists_.DirCam());
+    state().show(View::Group);
+    run(steps_.lists.DirCam());
     EXPECT_FALSE(house_.capture.tree.exists(house_.capture.folder({0, 3})));
 }
 
@@ -125,8 +125,8 @@ TEST_F(GroupView, ForgetsTheImagesOfTheGroupBefore)
     house_.showGroup(0);
     browser_.chooseGroup(1);
     house_.finish();
-    EXPECT_TRUE(state().newestOf(2).isNone());
-    EXPECT_EQ(state().newestOf(3).name, imageName(0));
+    EXPECT_TRUE(state().DerniereImage(2).isNone());
+    EXPECT_EQ(state().DerniereImage(3).name, imageName(0));
     EXPECT_EQ(house_.cells().value(2), QString());
 }
 
@@ -146,17 +146,17 @@ TEST_F(GroupView, SelectsTheCameraOfAClickedRow)
     house_.showGroup(0);
     browser_.chooseCameraRow(4);
     house_.finish();
-    EXPECT_EQ(state().camera, (CameraAddress{0, 4}));
-    EXPECT_EQ(lists_.cameraIndex(), 4);
+    EXPECT_EQ(state().camera(), (CameraAddress{0, 4}));
+    EXPECT_EQ(browser_.face().cameraRow, 4);
     EXPECT_EQ(house_.framed(), QList<int>({4}));
-    EXPECT_EQ(state().CadreActif, 4);
+    EXPECT_EQ(state().CadreActif(), 4);
 }
 
 TEST_F(GroupView, ListsTheFilesOfAClickedRowAndTellsTheirNumber)
 {
     house_.addImages({0, 4}, 3);
     house_.showGroup(0);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     browser_.chooseCameraRow(4);
     house_.finish();
     EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
@@ -177,7 +177,7 @@ TEST_F(GroupView, SelectsAClickedRowWithoutImage)
     house_.showGroup(0);
     browser_.chooseCameraRow(8);
     house_.finish();
-    EXPECT_EQ(state().camera.row, 8);
+    EXPECT_EQ(state().camera().row, 8);
     EXPECT_EQ(house_.framed(), QList<int>({8}));
 }
 
@@ -186,7 +186,7 @@ TEST_F(GroupView, BringsAVisibleZoomImageToTheClickedRow)
     house_.addImages({0, 1}, 1);
     house_.addImages({0, 4}, 3);
     house_.showGroup(0);
-    house_.data.sheet.showZoom(state().newestOf(1));
+    house_.data.sheet.showZoom(state().DerniereImage(1));
     browser_.chooseCameraRow(4);
     house_.finish();
     EXPECT_EQ(house_.data.sheet.zoomed().name, imageName(2));
@@ -200,7 +200,7 @@ TEST_F(GroupView, BeginsAPlayingFilmAnewOnTheClickedRow)
     browser_.chooseCameraRow(4);
     house_.finish();
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("begin")}));
-    EXPECT_EQ(state().CineActif, BrowserState::kYes);
+    EXPECT_TRUE(state().CineActif());
 }
 
 TEST_F(GroupView, LeavesAPausedFilmAloneForAClickedRow)
@@ -217,11 +217,11 @@ TEST_F(GroupView, TellsThatItsCellsAreBeingFilled)
     house_.addImages({0, 0}, 1);
     QList<bool> filling;
     QObject::connect(&house_.data.sheet, &Sheet::imageChanged, &house_,
-                     [&] { filling.append(state().DirCamEnCours); });
-    state().view = View::Group;
-    run(lists_.DirCam());
+                     [&] { filling.append(state().DirCamEnCours()); });
+    state().show(View::Group);
+    run(steps_.lists.DirCam());
     EXPECT_EQ(filling, QList<bool>(kCells, true));
-    EXPECT_FALSE(state().DirCamEnCours);
+    EXPECT_FALSE(state().DirCamEnCours());
 }
 
 TEST_F(GroupView, ShowsNothingOfAGroupWithoutCameras)
@@ -241,7 +241,7 @@ TEST_F(GroupView, SelectsNoRowAndFramesNoCellWhenItIsBuiltAnew)
     browser_.chooseCameraRow(4);
     browser_.setMode(Mode::Auto, true);
     house_.finish();
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
     EXPECT_EQ(house_.framed(), QList<int>());
     EXPECT_EQ(house_.NbI(), QString());
 }
@@ -249,12 +249,12 @@ TEST_F(GroupView, SelectsNoRowAndFramesNoCellWhenItIsBuiltAnew)
 TEST_F(GroupView, KeepsTheRowWhenItIsReadAgain)
 {
     house_.addImages({0, 4}, 3);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(4);
     browser_.refresh();
     house_.finish();
-    EXPECT_EQ(lists_.cameraIndex(), 4);
+    EXPECT_EQ(browser_.face().cameraRow, 4);
     EXPECT_EQ(house_.framed(), QList<int>({4}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
 }
@@ -263,12 +263,12 @@ TEST_F(GroupView, ListsTheSameRowOfAnotherGroupForTheFilm)
 {
     house_.addImages({0, 0}, 3);
     house_.addImages({1, 0}, 5);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseGroup(1);
     house_.finish();
     EXPECT_EQ(house_.data.files.count(), 5);
-    EXPECT_TRUE(lists_.isFilmEnabled());
+    EXPECT_TRUE(browser_.face().isFilmEnabled);
     EXPECT_EQ(house_.NbI(), QString());
 }
 
@@ -276,7 +276,7 @@ TEST_F(GroupView, LeavesTheListOfAnOpenFilm)
 {
     house_.addImages({0, 0}, 3);
     house_.addImages({1, 0}, 5);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     film_.pause();
     browser_.chooseGroup(1);
@@ -288,7 +288,7 @@ TEST_F(GroupView, LeavesItsCellsForAnImageThatIsSelectedInTheListOfTheFilm)
 {
     house_.addImages({0, 0}, 3);
     house_.addImages({0, 4}, 12);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(4);
     house_.finish();
@@ -303,14 +303,14 @@ TEST_F(GroupView, LeavesItsCellsForAnImageThatIsSelectedInTheListOfTheFilm)
 TEST_F(GroupView, SelectsNoRowOfAGroupThatIsChosenAfterTheClick)
 {
     house_.addFullFolder({0, 4});
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(4);
     browser_.chooseGroup(1);
     browser_.chooseCameraRow(2);
     house_.finish();
-    EXPECT_EQ(state().camera.group, 1);
-    EXPECT_EQ(lists_.cameraIndex(), -1);
+    EXPECT_EQ(state().camera().group, 1);
+    EXPECT_EQ(browser_.face().cameraRow, -1);
     EXPECT_EQ(house_.framed(), QList<int>());
 }
 

@@ -16,7 +16,7 @@ protected:
 
     void showGroupWithRow(int row)
     {
-        state().LectureOK = BrowserState::kYes;
+        state().allowReading();
         house_.showGroup(0);
         browser_.chooseCameraRow(row);
         house_.finish();
@@ -28,7 +28,7 @@ TEST_F(Kill, AsksWithTheNameOfTheSelectedImage)
     house_.addImages(kCamera, 3);
     house_.show(kCamera);
     browser_.chooseFile(1);
-    const auto question = files_.LstDir_KeyDown();
+    const auto question = browser_.killQuestion();
     ASSERT_TRUE(question);
     EXPECT_EQ(question->text, QStringLiteral("Kill ") + imageName(1));
     EXPECT_EQ(question->target.path(), house_.data.files.file(1).path());
@@ -39,7 +39,7 @@ TEST_F(Kill, AsksWithALongNameWhole)
     const QString name = QStringLiteral("20 a name of more than twenty-three characters.jpg");
     house_.addCamera(kCamera, {name});
     house_.show(kCamera);
-    EXPECT_EQ(files_.LstDir_KeyDown()->text, QStringLiteral("Kill ") + name);
+    EXPECT_EQ(browser_.killQuestion()->text, QStringLiteral("Kill ") + name);
 }
 
 TEST_F(Kill, AsksNothingWhenTheFileHasGoneAlready)
@@ -47,7 +47,7 @@ TEST_F(Kill, AsksNothingWhenTheFileHasGoneAlready)
     house_.addImages(kCamera, 3);
     house_.show(kCamera);
     house_.remove(kCamera, imageName(2));
-    EXPECT_FALSE(files_.LstDir_KeyDown());
+    EXPECT_FALSE(browser_.killQuestion());
 }
 
 TEST_F(Kill, AsksNothingWhenAFolderHasTakenTheFilesPlace)
@@ -56,21 +56,21 @@ TEST_F(Kill, AsksNothingWhenAFolderHasTakenTheFilesPlace)
     house_.show(kCamera);
     house_.remove(kCamera, imageName(0));
     house_.capture.tree.makeFolder(house_.capture.folder(kCamera) + u'/' + imageName(0));
-    EXPECT_FALSE(files_.LstDir_KeyDown());
+    EXPECT_FALSE(browser_.killQuestion());
 }
 
 TEST_F(Kill, AsksNothingInAnEmptyList)
 {
     house_.addCamera(kCamera);
     house_.show(kCamera);
-    EXPECT_FALSE(files_.LstDir_KeyDown());
+    EXPECT_FALSE(browser_.killQuestion());
 }
 
 TEST_F(Kill, AsksBeforeItDeletes)
 {
     house_.addImages(kCamera, 3);
     house_.show(kCamera);
-    static_cast<void>(files_.LstDir_KeyDown());
+    static_cast<void>(browser_.killQuestion());
     EXPECT_EQ(house_.capture.images(kCamera).size(), 3);
 }
 
@@ -80,7 +80,7 @@ TEST_F(Kill, DeletesTheImageAndShowsWhatIsLeft)
     house_.show(kCamera);
     browser_.chooseFile(0);
     house_.store(u"lstImg", u"9");
-    kill(files_.LstDir_KeyDown());
+    kill(browser_.killQuestion());
     EXPECT_EQ(house_.capture.images(kCamera), imageNames(1, 2));
     EXPECT_EQ(house_.NbI(), QStringLiteral("2 / 2"));
     EXPECT_EQ(house_.cells().value(0), imageName(1));
@@ -91,9 +91,9 @@ TEST_F(Kill, LeavesAnEmptySheetBehindTheLastImage)
 {
     house_.addImages(kCamera, 1);
     house_.show(kCamera);
-    kill(files_.LstDir_KeyDown());
+    kill(browser_.killQuestion());
     EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
-    EXPECT_FALSE(lists_.isFilmEnabled());
+    EXPECT_FALSE(browser_.face().isFilmEnabled);
     EXPECT_EQ(house_.cells(), QStringList(kCells));
     EXPECT_EQ(house_.framed(), QList<int>());
 }
@@ -102,7 +102,7 @@ TEST_F(Kill, SimplyShowsAgainWhatCannotBeDeleted)
 {
     house_.addImages(kCamera, 2);
     house_.show(kCamera);
-    const auto question = files_.LstDir_KeyDown();
+    const auto question = browser_.killQuestion();
     house_.remove(kCamera, imageName(1));
     house_.capture.tree.makeFolder(house_.capture.folder(kCamera) + u'/' + imageName(1));
     kill(question);
@@ -114,7 +114,7 @@ TEST_F(Kill, DeletesTheFileThatWasAskedForThoughAnotherIsSelectedMeanwhile)
 {
     house_.addImages(kCamera, 3);
     house_.show(kCamera);
-    const auto question = files_.LstDir_KeyDown();
+    const auto question = browser_.killQuestion();
     browser_.chooseFile(0);
     kill(question);
     EXPECT_EQ(house_.capture.images(kCamera), imageNames(0, 2));
@@ -124,10 +124,10 @@ TEST_F(Kill, AsksForTheNewestImageOfTheSelectedRowInGroupView)
 {
     house_.addImages({0, 4}, 3);
     showGroupWithRow(4);
-    const auto question = files_.LstDirCam_KeyDown();
+    const auto question = browser_.killQuestion();
     ASSERT_TRUE(question);
     EXPECT_EQ(question->text, QStringLiteral("Kill ") + imageName(2));
-    EXPECT_EQ(question->target, state().newestOf(4));
+    EXPECT_EQ(question->target, state().DerniereImage(4));
 }
 
 TEST_F(Kill, ShowsTheLastTwentyThreeCharactersOfALongName)
@@ -135,14 +135,14 @@ TEST_F(Kill, ShowsTheLastTwentyThreeCharactersOfALongName)
     const QString name = QStringLiteral("20060307_1405090714 and more.jpg");
     house_.addCamera({0, 4}, {name});
     showGroupWithRow(4);
-    EXPECT_EQ(files_.LstDirCam_KeyDown()->text, QStringLiteral("Kill 1405090714 and more.jpg"));
+    EXPECT_EQ(browser_.killQuestion()->text, QStringLiteral("Kill 1405090714 and more.jpg"));
 }
 
 TEST_F(Kill, ShowsTheEndOfThePathBeforeAShortName)
 {
     house_.addCamera({0, 4}, {QStringLiteral("20060307.jpg")});
     showGroupWithRow(4);
-    EXPECT_EQ(files_.LstDirCam_KeyDown()->text,
+    EXPECT_EQ(browser_.killQuestion()->text,
               QStringLiteral("Kill ") +
                   (house_.capture.table.CameraFolderName({0, 4}) + QStringLiteral("20060307.jpg"))
                       .last(23));
@@ -152,14 +152,14 @@ TEST_F(Kill, AsksNothingForARowWithoutImage)
 {
     house_.addImages({0, 4}, 3);
     showGroupWithRow(5);
-    EXPECT_FALSE(files_.LstDirCam_KeyDown());
+    EXPECT_FALSE(browser_.killQuestion());
 }
 
 TEST_F(Kill, AsksNothingWhileNoRowIsSelected)
 {
     house_.addImages({0, 0}, 3);
     house_.showGroup(0);
-    EXPECT_FALSE(files_.LstDirCam_KeyDown());
+    EXPECT_FALSE(browser_.killQuestion());
 }
 
 TEST_F(Kill, LetsTheNextNewestTakeTheDeletedOnesPlaceInGroupView)
@@ -169,7 +169,7 @@ TEST_F(Kill, LetsTheNextNewestTakeTheDeletedOnesPlaceInGroupView)
     house_.put({0, 4}, imageName(0), QStringLiteral("2006-03-07T10:00:00"));
     house_.put({0, 4}, imageName(1), QStringLiteral("2006-03-07T11:00:00"));
     showGroupWithRow(4);
-    kill(files_.LstDirCam_KeyDown());
+    kill(browser_.killQuestion());
     EXPECT_EQ(house_.capture.images({0, 4}), imageNames(0, 1));
     EXPECT_EQ(house_.rows().value(4), imageName(0) + QStringLiteral("  "));
     EXPECT_EQ(house_.cells().value(4), imageName(0));
@@ -180,8 +180,8 @@ TEST_F(Kill, KeepsTheRowSelectedInGroupView)
 {
     house_.addImages({0, 4}, 2);
     showGroupWithRow(4);
-    kill(files_.LstDirCam_KeyDown());
-    EXPECT_EQ(lists_.cameraIndex(), 4);
+    kill(browser_.killQuestion());
+    EXPECT_EQ(browser_.face().cameraRow, 4);
     EXPECT_EQ(house_.framed(), QList<int>({4}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("1"));
 }
@@ -190,10 +190,10 @@ TEST_F(Kill, EmptiesTheRowBehindACamerasLastImage)
 {
     house_.addImages({0, 4}, 1);
     showGroupWithRow(4);
-    kill(files_.LstDirCam_KeyDown());
+    kill(browser_.killQuestion());
     EXPECT_EQ(house_.rows(), QStringList(kRows));
     EXPECT_EQ(house_.cells(), QStringList(kCells));
-    EXPECT_FALSE(files_.LstDirCam_KeyDown());
+    EXPECT_FALSE(browser_.killQuestion());
 }
 
 TEST_F(Kill, LogsTheClickThenTheRebuildInGroupView)
@@ -201,7 +201,7 @@ TEST_F(Kill, LogsTheClickThenTheRebuildInGroupView)
     house_.addImages({0, 4}, 2);
     showGroupWithRow(4);
     house_.newLog();
-    kill(files_.LstDirCam_KeyDown());
+    kill(browser_.killQuestion());
     EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Planche Vue_Click"),
                                             QStringLiteral("Planche Vue_Click Fin mem faux"),
                                             QStringLiteral("Planche DirImage"),

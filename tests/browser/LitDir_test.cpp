@@ -12,8 +12,8 @@ class LitDir : public BrowserTest
 protected:
     void read()
     {
-        state().LectureOK = BrowserState::kYes;
-        run(lists_.LitDir());
+        state().allowReading();
+        run(steps_.lists.LitDir());
     }
 
     /// Something that is no folder stands where a camera's folder is to be.
@@ -32,7 +32,7 @@ protected:
 TEST_F(LitDir, ListsTheImagesOfTheSelectedCameraInOrderOfTheirNames)
 {
     house_.addCamera({2, 7}, {imageName(2), imageName(0), imageName(1)});
-    state().camera = {2, 7};
+    state().choose({2, 7});
     read();
     ASSERT_EQ(house_.data.files.count(), 3);
     EXPECT_EQ(house_.data.files.file(0).name, imageName(0));
@@ -64,7 +64,7 @@ TEST_F(LitDir, TellsTheNumberOfFiles)
 {
     house_.addImages(kCamera, 12);
     read();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("12"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("12"));
 }
 
 TEST_F(LitDir, TellsZeroForAnEmptyFolderAndTurnsTheFilmButtonOff)
@@ -72,18 +72,18 @@ TEST_F(LitDir, TellsZeroForAnEmptyFolderAndTurnsTheFilmButtonOff)
     house_.addImages(kCamera, 1);
     read();
     house_.addCamera({0, 1});
-    state().camera = {0, 1};
+    state().choose({0, 1});
     read();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
-    EXPECT_FALSE(lists_.isFilmEnabled());
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("0"));
+    EXPECT_FALSE(steps_.selection.isFilmEnabled());
 }
 
 TEST_F(LitDir, TurnsTheFilmButtonOnForOneFile)
 {
     house_.addImages(kCamera, 1);
-    EXPECT_FALSE(lists_.isFilmEnabled());
+    EXPECT_FALSE(steps_.selection.isFilmEnabled());
     read();
-    EXPECT_TRUE(lists_.isFilmEnabled());
+    EXPECT_TRUE(steps_.selection.isFilmEnabled());
 }
 
 TEST_F(LitDir, SelectsNoFile)
@@ -99,24 +99,24 @@ TEST_F(LitDir, ReadsTheFolderAnewEachTime)
     read();
     house_.put(kCamera, imageName(5));
     read();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("2"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("2"));
 }
 
 TEST_F(LitDir, DoesNothingUntilFoldersMayBeRead)
 {
     house_.addImages(kCamera, 3);
     house_.capture.storage.requestCheck();
-    run(lists_.LitDir());
+    run(steps_.lists.LitDir());
     EXPECT_EQ(house_.data.files.count(), 0);
-    EXPECT_EQ(house_.NbI(), QString());
+    EXPECT_EQ(steps_.selection.NbI(), QString());
     EXPECT_TRUE(house_.capture.storage.isCheckRequested());
 }
 
-TEST_F(LitDir, IsAllowedToReadWithTheFlagsValueMinusOne)
+TEST_F(LitDir, IsAllowedToReadFromTheFirstDisplayOn)
 {
-    EXPECT_EQ(state().LectureOK, 0);
-    run(lists_.DirImage());
-    EXPECT_EQ(state().LectureOK, -1);
+    EXPECT_FALSE(state().LectureOK());
+    run(steps_.lists.DirImage());
+    EXPECT_TRUE(state().LectureOK());
 }
 
 TEST_F(LitDir, DoesNothingWhileTheStorageLampIsRed)
@@ -126,15 +126,16 @@ TEST_F(LitDir, DoesNothingWhileTheStorageLampIsRed)
     house_.plugStorage();
     read();
     EXPECT_EQ(house_.data.files.count(), 0);
-    EXPECT_EQ(house_.NbI(), QString());
+    EXPECT_EQ(steps_.selection.NbI(), QString());
 }
 
 TEST_F(LitDir, DoesNothingBeforeTheFirstStorageCheck)
 {
     Rooms unchecked(FirstCheck::Outstanding);
     unchecked.house.addImages(kCamera, 3);
-    unchecked.house.data.state.LectureOK = BrowserState::kYes;
-    unchecked.house.capture.scope.launch(unchecked.house.browser.lists().LitDir());
+    unchecked.house.data.state.allowReading();
+    Steps steps(unchecked.house);
+    unchecked.house.capture.scope.launch(steps.lists.LitDir());
     EXPECT_EQ(unchecked.house.data.files.count(), 0);
 }
 
@@ -144,7 +145,7 @@ TEST_F(LitDir, ChecksTheStorageFolderFirstWhenThatIsWanted)
     house_.capture.storage.requestCheck();
     read();
     EXPECT_FALSE(house_.capture.storage.isCheckRequested());
-    EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("3"));
     EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Interface TestSA")}));
 }
 
@@ -155,7 +156,7 @@ TEST_F(LitDir, ReadsNothingWhenThatCheckFindsTheStorageFolderGone)
     house_.capture.storage.requestCheck();
     read();
     EXPECT_EQ(house_.capture.storage.lamp(), LampColour::Red);
-    EXPECT_EQ(house_.NbI(), QString());
+    EXPECT_EQ(steps_.selection.NbI(), QString());
 }
 
 TEST_F(LitDir, ReadsAgainWhenThatCheckFindsTheStorageFolderBack)
@@ -165,7 +166,7 @@ TEST_F(LitDir, ReadsAgainWhenThatCheckFindsTheStorageFolderBack)
     house_.plugStorage();
     house_.capture.storage.requestCheck();
     read();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("3"));
 }
 
 TEST_F(LitDir, ChecksNothingWhenNobodyAsksForIt)
@@ -205,7 +206,7 @@ TEST_F(LitDir, MakesAMissingCameraFolderTogetherWithTheOthers)
     EXPECT_TRUE(isThere({0, 0}));
     EXPECT_TRUE(isThere({4, 5}));
     EXPECT_EQ(house_.newLog().value(0), QStringLiteral("Interface MkDir"));
-    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("0"));
 }
 
 TEST_F(LitDir, BringsTheFixedCamerasNearerWithAFolderThatIsMade)
@@ -258,9 +259,9 @@ TEST_F(LitDir, MakesACameraFolderAgainThatWentAwayAgain)
 TEST_F(LitDir, ListsTheStorageFolderForARowWithoutAddress)
 {
     house_.capture.tree.write(u"drives/c/in/20060307_0000000714.jpg", "x");
-    state().camera = {5, 5};
+    state().choose({5, 5});
     read();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("1"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("1"));
     EXPECT_EQ(house_.data.files.file(0).path(), QStringLiteral("C:\\in\\20060307_0000000714.jpg"));
 }
 
@@ -278,7 +279,7 @@ TEST_F(LitDir, MakesAFolderForAnAddressWhoseFolderNameIsCut)
     read();
     EXPECT_EQ(house_.capture.tree.folders(u"drives/c/in"),
               QStringList({QStringLiteral("%31").repeated(85)}));
-    EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("0"));
 }
 
 TEST_F(LitDir, IgnoresFoldersWhoseNamesLookLikeImages)
@@ -287,7 +288,7 @@ TEST_F(LitDir, IgnoresFoldersWhoseNamesLookLikeImages)
     house_.capture.tree.makeFolder(house_.capture.folder(kCamera) +
                                    QStringLiteral("/20060307_9.jpg"));
     read();
-    EXPECT_EQ(house_.NbI(), QStringLiteral("1"));
+    EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("1"));
 }
 
 } // namespace

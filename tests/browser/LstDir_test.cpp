@@ -38,7 +38,7 @@ TEST_F(LstDir, ShowsTheLastTenOfManyWithTheLastFramed)
     showImages(120);
     EXPECT_EQ(house_.cells(), imageNames(110, 10));
     EXPECT_EQ(house_.framed(), QList<int>({9}));
-    EXPECT_EQ(state().CadreActif, 9);
+    EXPECT_EQ(state().CadreActif(), 9);
 }
 
 TEST_F(LstDir, ShowsNothingOfAnEmptyFolder)
@@ -48,7 +48,7 @@ TEST_F(LstDir, ShowsNothingOfAnEmptyFolder)
     house_.addCamera({0, 1});
     house_.show({0, 1});
     EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
-    EXPECT_FALSE(lists_.isFilmEnabled());
+    EXPECT_FALSE(browser_.face().isFilmEnabled);
     EXPECT_EQ(house_.cells(), padded({}));
     EXPECT_EQ(house_.framed(), QList<int>());
     EXPECT_EQ(selected(), -1);
@@ -60,7 +60,7 @@ TEST_F(LstDir, CentresAnImageInTheMiddleOfManyInCellFour)
     browser_.chooseFile(60);
     EXPECT_EQ(house_.cells(), imageNames(56, 10));
     EXPECT_EQ(house_.framed(), QList<int>({4}));
-    EXPECT_EQ(state().CadreActif, 4);
+    EXPECT_EQ(state().CadreActif(), 4);
     EXPECT_EQ(house_.NbI(), QStringLiteral("61 / 120"));
 }
 
@@ -85,7 +85,7 @@ TEST_F(LstDir, ShowsTheLastTenNearTheEnd)
     browser_.chooseFile(116);
     EXPECT_EQ(house_.cells(), imageNames(110, 10));
     EXPECT_EQ(house_.framed(), QList<int>({6}));
-    EXPECT_EQ(state().CadreActif, 6);
+    EXPECT_EQ(state().CadreActif(), 6);
 }
 
 TEST_F(LstDir, ShowsTheSameTenOfTenWhateverIsSelected)
@@ -136,7 +136,7 @@ TEST_F(LstDir, LogsItsBeginAloneForAnEmptyList)
     house_.addCamera(kCamera);
     house_.show(kCamera);
     house_.newLog();
-    lists_.LstDir_Click();
+    steps_.lists.LstDir_Click();
     EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("Planche LstDir_Click")}));
 }
 
@@ -179,7 +179,7 @@ TEST_F(LstDir, LetsTheFilmRunOnOverAnEmptyList)
     house_.addCamera(kCamera);
     house_.show(kCamera);
     film_.play();
-    lists_.LstDir_Click();
+    steps_.lists.LstDir_Click();
     EXPECT_TRUE(film_.running);
 }
 

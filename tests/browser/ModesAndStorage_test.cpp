@@ -13,10 +13,10 @@ TEST_F(ModesAndStorage, StopTheWalkWhileTheStorageFolderIsGone)
 {
     browser_.setMode(Mode::Scan, true);
     loseStorage();
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
     house_.plugStorage();
     house_.capture.storage.testSA();
-    EXPECT_TRUE(modes_.timer().isActive());
+    EXPECT_TRUE(browser_.scanTimer().isActive());
 }
 
 TEST_F(ModesAndStorage, LeaveTheWalkOffWhenTheStorageFolderComesBackWithoutScan)
@@ -24,28 +24,28 @@ TEST_F(ModesAndStorage, LeaveTheWalkOffWhenTheStorageFolderComesBackWithoutScan)
     loseStorage();
     house_.plugStorage();
     house_.capture.storage.testSA();
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
 TEST_F(ModesAndStorage, StopTheWalkWhileTheStorageBoxIsTypedInto)
 {
     browser_.setMode(Mode::Scan, true);
     focusStorageBox();
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
     house_.capture.storage.putInForce();
-    EXPECT_TRUE(modes_.timer().isActive());
+    EXPECT_TRUE(browser_.scanTimer().isActive());
 }
 
 TEST_F(ModesAndStorage, LetTheWalksPeriodRunOnWhenTheStorageFolderIsChecked)
 {
-    modes_.timer().setTimerType(Qt::PreciseTimer);
+    browser_.scanTimer().setTimerType(Qt::PreciseTimer);
     browser_.setMode(Mode::Scan, true);
     const QDeadlineTimer limit(2000);
-    while (modes_.timer().remainingTime() > 9990 && !limit.hasExpired()) {
+    while (browser_.scanTimer().remainingTime() > 9990 && !limit.hasExpired()) {
         QCoreApplication::processEvents();
     }
     house_.capture.storage.testSA();
-    EXPECT_LE(modes_.timer().remainingTime(), 9990);
+    EXPECT_LE(browser_.scanTimer().remainingTime(), 9990);
 }
 
 TEST_F(ModesAndStorage, StopTheFilmWhileTheStorageFolderIsGone)

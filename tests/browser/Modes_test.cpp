@@ -21,7 +21,7 @@ protected:
 
     [[nodiscard]] QList<bool> on() const
     {
-        return {modes_.isOn(Mode::Auto), modes_.isOn(Mode::Camera), modes_.isOn(Mode::Scan)};
+        return {browser_.face().cAuto, browser_.face().cCamera, browser_.face().cScan};
     }
 };
 
@@ -33,25 +33,28 @@ TEST_F(Modes, StoreEachClickAsOneOrZero)
     for (const auto &[mode, key] : keys) {
         set(mode, true);
         EXPECT_EQ(house_.stored(key), QStringLiteral("1"));
-        EXPECT_TRUE(modes_.isOn(mode));
+        EXPECT_TRUE(on().value(static_cast<int>(mode)));
         set(mode, false);
         EXPECT_EQ(house_.stored(key), QStringLiteral("0"));
-        EXPECT_FALSE(modes_.isOn(mode));
+        EXPECT_FALSE(on().value(static_cast<int>(mode)));
     }
 }
 
 TEST_F(Modes, TellTheWindowOfEachClick)
 {
-    const QSignalSpy changes(&modes_, &BrowserModes::changed);
+    QList<QList<bool>> told;
+    QObject::connect(&browser_, &ImageBrowser::changed, &house_, [&] { told.append(on()); });
     set(Mode::Auto, true);
+    EXPECT_EQ(told.value(0), QList<bool>({true, false, false}));
+    told.clear();
     set(Mode::Scan, true);
-    EXPECT_EQ(changes.size(), 2);
+    EXPECT_EQ(told, QList<QList<bool>>({{true, false, true}}));
 }
 
 TEST_F(Modes, RefreshTheCameraAtOnceWhenAutoIsClicked)
 {
     house_.addImages({0, 2}, 3);
-    state().camera.row = 2;
+    state().choose({state().camera().group, 2});
     set(Mode::Auto, true);
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
@@ -80,17 +83,17 @@ TEST_F(Modes, ShowTheGroupWhenCameraIsTicked)
 {
     house_.addImages({0, 2}, 3);
     set(Mode::Camera, true);
-    EXPECT_EQ(state().view, View::Group);
+    EXPECT_EQ(state().view(), View::Group);
     EXPECT_EQ(house_.rows().value(2), imageName(2) + QStringLiteral("  "));
 }
 
 TEST_F(Modes, ShowTheCameraWhenCameraIsUnticked)
 {
     house_.addImages({0, 2}, 3);
-    state().camera.row = 2;
+    state().choose({state().camera().group, 2});
     set(Mode::Camera, true);
     set(Mode::Camera, false);
-    EXPECT_EQ(state().view, View::Camera);
+    EXPECT_EQ(state().view(), View::Camera);
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
     EXPECT_EQ(house_.framed(), QList<int>({2}));
 }
@@ -109,7 +112,7 @@ TEST_F(Modes, ClearPlaceAndCountWithEachChangeOfTheView)
 
 TEST_F(Modes, StoreTheGroupWithAClickOnCamera)
 {
-    state().camera.group = 6;
+    state().choose({6, state().camera().row});
     set(Mode::Camera, true);
     EXPECT_EQ(house_.stored(u"lstP"), QStringLiteral("6"));
 }
@@ -127,7 +130,7 @@ TEST_F(Modes, HideTheZoomImageWhenTheViewChanges)
 
 TEST_F(Modes, PutTodayAndNowIntoTheSearchWhenCameraIsTicked)
 {
-    const QSignalSpy texts(&modes_, &BrowserModes::searchTextsChanged);
+    const QSignalSpy texts(&browser_, &ImageBrowser::searchTextsChanged);
     set(Mode::Camera, true);
     ASSERT_EQ(texts.size(), 1);
     EXPECT_EQ(texts[0][0].toString(), QStringLiteral("07/03/2006"));
@@ -137,25 +140,25 @@ TEST_F(Modes, PutTodayAndNowIntoTheSearchWhenCameraIsTicked)
 TEST_F(Modes, LeaveTheSearchWhenCameraIsUnticked)
 {
     set(Mode::Camera, true);
-    const QSignalSpy texts(&modes_, &BrowserModes::searchTextsChanged);
+    const QSignalSpy texts(&browser_, &ImageBrowser::searchTextsChanged);
     set(Mode::Camera, false);
     EXPECT_EQ(texts.size(), 0);
 }
 
 TEST_F(Modes, RunTheWalksTimerExactlyWhileScanIsTicked)
 {
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
     set(Mode::Scan, true);
-    EXPECT_TRUE(modes_.timer().isActive());
+    EXPECT_TRUE(browser_.scanTimer().isActive());
     set(Mode::Scan, false);
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
 TEST_F(Modes, WalkEveryTenSeconds)
 {
-    EXPECT_EQ(modes_.timer().interval(), 10000);
-    EXPECT_FALSE(modes_.timer().isSingleShot());
-    EXPECT_EQ(modes_.timer().objectName(), QStringLiteral("TimerScan"));
+    EXPECT_EQ(browser_.scanTimer().interval(), 10000);
+    EXPECT_FALSE(browser_.scanTimer().isSingleShot());
+    EXPECT_EQ(browser_.scanTimer().objectName(), QStringLiteral("TimerScan"));
 }
 
 TEST_F(Modes, LeaveTheDisplayWhenScanIsClicked)
@@ -173,7 +176,7 @@ TEST_F(Modes, AreAllOffWhenNothingIsStored)
 {
     load();
     EXPECT_EQ(on(), QList<bool>({false, false, false}));
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
 TEST_F(Modes, ComeBackAsTheyWereStored)
@@ -184,8 +187,8 @@ TEST_F(Modes, ComeBackAsTheyWereStored)
     house_.store(u"Scan", u"1");
     load();
     EXPECT_EQ(on(), QList<bool>({true, true, true}));
-    EXPECT_EQ(state().view, View::Group);
-    EXPECT_TRUE(modes_.timer().isActive());
+    EXPECT_EQ(state().view(), View::Group);
+    EXPECT_TRUE(browser_.scanTimer().isActive());
     EXPECT_EQ(house_.rows().value(2), imageName(2) + QStringLiteral("  "));
 }
 
@@ -207,7 +210,7 @@ TEST_F(Modes, ComeBackWithAnyNumberThatIsNotZero)
 
 TEST_F(Modes, PutTodayAndNowIntoTheSearchAtTheStart)
 {
-    const QSignalSpy texts(&modes_, &BrowserModes::searchTextsChanged);
+    const QSignalSpy texts(&browser_, &ImageBrowser::searchTextsChanged);
     load();
     ASSERT_EQ(texts.size(), 1);
     EXPECT_EQ(texts[0][0].toString(), QStringLiteral("07/03/2006"));
@@ -225,7 +228,7 @@ TEST_F(Modes, EndTheWalkWhenTheWindowCloses)
 {
     set(Mode::Scan, true);
     browser_.unload();
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
 TEST_F(Modes, SetTheTickCounterToFiftyFiveForAClickOnTheCountdown)

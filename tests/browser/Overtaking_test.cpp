@@ -26,11 +26,11 @@ TEST_F(Overtaking, LoadsAllModesThoughAGroupIsChosenMeanwhile)
     house_.store(u"Camera", u"1");
     house_.store(u"Scan", u"1");
     browser_.load();
-    ASSERT_TRUE(state().DirCamEnCours);
+    ASSERT_TRUE(state().DirCamEnCours());
     browser_.chooseGroup(1);
     house_.finish();
-    EXPECT_TRUE(modes_.isOn(Mode::Scan));
-    EXPECT_TRUE(modes_.timer().isActive());
+    EXPECT_TRUE(browser_.face().cScan);
+    EXPECT_TRUE(browser_.scanTimer().isActive());
 }
 
 TEST_F(Overtaking, LoadsAllModesThoughACameraIsChosenMeanwhile)
@@ -42,14 +42,14 @@ TEST_F(Overtaking, LoadsAllModesThoughACameraIsChosenMeanwhile)
     house_.store(u"Scan", u"1");
     browser_.load();
     browser_.chooseCamera(1);
-    for (int turns = 0; turns < kMostTurns && !modes_.isOn(Mode::Auto); ++turns) {
+    for (int turns = 0; turns < kMostTurns && !browser_.face().cAuto; ++turns) {
         QCoreApplication::processEvents();
     }
-    ASSERT_TRUE(modes_.isOn(Mode::Auto));
+    ASSERT_TRUE(browser_.face().cAuto);
     browser_.chooseCamera(2);
     house_.finish();
-    EXPECT_TRUE(modes_.isOn(Mode::Camera));
-    EXPECT_TRUE(modes_.isOn(Mode::Scan));
+    EXPECT_TRUE(browser_.face().cCamera);
+    EXPECT_TRUE(browser_.face().cScan);
 }
 
 TEST_F(Overtaking, FillsAllRowsThoughACameraIsChosenMeanwhile)
@@ -57,11 +57,11 @@ TEST_F(Overtaking, FillsAllRowsThoughACameraIsChosenMeanwhile)
     house_.addFullFolder({0, 3});
     house_.addImages({0, 7}, 2);
     browser_.setMode(Mode::Camera, true);
-    ASSERT_TRUE(state().DirCamEnCours);
+    ASSERT_TRUE(state().DirCamEnCours());
     browser_.chooseCamera(7);
     house_.finish();
     EXPECT_EQ(house_.rows().size(), kRows);
-    EXPECT_EQ(lists_.cameraIndex(), 7);
+    EXPECT_EQ(browser_.face().cameraRow, 7);
     EXPECT_EQ(house_.rows().value(7), imageName(1) + QStringLiteral("  "));
 }
 
@@ -80,13 +80,13 @@ TEST_F(Overtaking, ShowsTheNewestOfANewCameraThoughAPassEndsMeanwhile)
 
 TEST_F(Overtaking, LetsTheLastCameraWinOverAnOlderRow)
 {
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.addFullFolder({0, 0});
     browser_.setMode(Mode::Camera, true);
     browser_.chooseCameraRow(5);
     browser_.chooseCamera(3);
     house_.finish();
-    EXPECT_EQ(state().camera.row, 3);
+    EXPECT_EQ(state().camera().row, 3);
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("3"));
 }
 
@@ -95,11 +95,11 @@ TEST_F(Overtaking, LetsTheLastGroupWinOverAnOlderStepOfTheWalk)
     activateAll();
     house_.addFullFolder({0, 0});
     browser_.setMode(Mode::Camera, true);
-    ASSERT_TRUE(state().DirCamEnCours);
-    Q_EMIT modes_.scanDue();
+    ASSERT_TRUE(state().DirCamEnCours());
+    house_.fireScan();
     browser_.chooseGroup(5);
     house_.finish();
-    EXPECT_EQ(state().camera.group, 5);
+    EXPECT_EQ(state().camera().group, 5);
     EXPECT_EQ(house_.stored(u"lstP"), QStringLiteral("5"));
 }
 
@@ -108,10 +108,10 @@ TEST_F(Overtaking, LetsTheLastCameraWinOverAnOlderStepOfTheWalk)
     activateAll();
     house_.addFullFolder({0, 0});
     browser_.chooseCamera(0);
-    Q_EMIT modes_.scanDue();
+    house_.fireScan();
     browser_.chooseCamera(5);
     house_.finish();
-    EXPECT_EQ(state().camera, (CameraAddress{0, 5}));
+    EXPECT_EQ(state().camera(), (CameraAddress{0, 5}));
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("5"));
 }
 
@@ -135,7 +135,7 @@ TEST_F(Overtaking, LeavesAFilmClosedThatIsClosedWhileItsFolderIsRead)
 {
     house_.addImages({0, 0}, 2);
     house_.addFullFolder({0, 3});
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(0);
     house_.finish();
@@ -145,10 +145,10 @@ TEST_F(Overtaking, LeavesAFilmClosedThatIsClosedWhileItsFolderIsRead)
     browser_.clickCell(3);
     ASSERT_GT(house_.capture.scope.running(), 0);
     film_.close();
-    state().CineActif = BrowserState::kNo;
+    state().filmClosed();
     house_.finish();
     EXPECT_FALSE(film_.open);
-    EXPECT_EQ(state().CineActif, BrowserState::kNo);
+    EXPECT_FALSE(state().CineActif());
 }
 
 TEST_F(Overtaking, WalksNoMoreAfterTheWindowClosed)
@@ -156,7 +156,7 @@ TEST_F(Overtaking, WalksNoMoreAfterTheWindowClosed)
     browser_.setMode(Mode::Scan, true);
     browser_.unload();
     house_.capture.storage.testSA();
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
 TEST_F(Overtaking, BuildsTheListThoughTheStorageTextChangesMeanwhile)
@@ -174,7 +174,7 @@ TEST_F(Overtaking, RunsTheWalksTimerThoughTheStorageIsMissing)
 {
     loseStorage();
     browser_.setMode(Mode::Scan, true);
-    EXPECT_TRUE(modes_.timer().isActive());
+    EXPECT_TRUE(browser_.scanTimer().isActive());
 }
 
 TEST_F(Overtaking, RestartsAPlayingFilmThatHadStoppedWithAClick)
@@ -183,7 +183,7 @@ TEST_F(Overtaking, RestartsAPlayingFilmThatHadStoppedWithAClick)
     house_.show(kCamera);
     film_.play();
     film_.running = false;
-    state().CineActif = BrowserState::kYes;
+    state().filmOpened();
     browser_.clickCell(3);
     EXPECT_TRUE(film_.running);
 }
@@ -195,7 +195,7 @@ TEST_F(Overtaking, HidesTheZoomWhenTheWalkChangesGroupInCameraView)
     house_.addImages({1, 0}, 2);
     house_.show({0, 9});
     house_.data.sheet.showZoom(house_.data.files.file(0));
-    Q_EMIT modes_.scanDue();
+    house_.fireScan();
     house_.finish();
     EXPECT_FALSE(house_.data.sheet.isZoomVisible());
 }
@@ -215,8 +215,8 @@ TEST_F(Overtaking, OpensTheFilmThoughACameraIsChosenMeanwhile)
 {
     house_.addFullFolder({0, 0});
     house_.addImages({0, 2}, 3);
-    state().LectureOK = BrowserState::kYes;
-    state().view = View::Group;
+    state().allowReading();
+    state().show(View::Group);
     browser_.toggleFilm();
     browser_.chooseCamera(2);
     house_.finish();
@@ -229,16 +229,16 @@ TEST_F(Overtaking, FinishesAStepOfTheWalkThoughTicksComeFaster)
     for (int row = 0; row < kRows; ++row) {
         house_.addFullFolder({0, row});
     }
-    state().camera = {0, 0};
+    state().choose({0, 0});
     int shown = 0;
     QObject::connect(&house_.data.files, &QAbstractItemModel::modelReset, &house_,
                      [&] { ++shown; });
     for (int i = 0; i < 8; ++i) {
-        Q_EMIT modes_.scanDue();
+        house_.fireScan();
     }
     house_.finish();
     EXPECT_EQ(shown, 1);
-    EXPECT_EQ(state().camera, (CameraAddress{0, 1}));
+    EXPECT_EQ(state().camera(), (CameraAddress{0, 1}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
@@ -253,7 +253,7 @@ TEST_F(Overtaking, FollowsTheLastOfTwoStoredImages)
     browser_.follow({2, 3});
     browser_.follow({2, 4});
     house_.finish();
-    EXPECT_EQ(lists_.cameraIndex(), 4);
+    EXPECT_EQ(browser_.face().cameraRow, 4);
     EXPECT_EQ(house_.rows().size(), kRows);
 }
 
@@ -261,10 +261,10 @@ TEST_F(Overtaking, ShowsWhatADeletionLeftThoughACameraIsChosenMeanwhile)
 {
     house_.addFullFolder({0, 0});
     house_.addImages({0, 4}, 2);
-    state().LectureOK = BrowserState::kYes;
-    state().camera.row = 0;
+    state().allowReading();
+    state().choose({state().camera().group, 0});
     house_.showGroup(0);
-    const ImageFile target = state().newestOf(4);
+    const ImageFile target = state().DerniereImage(4);
     browser_.kill(target);
     browser_.chooseCamera(4);
     house_.finish();
@@ -275,13 +275,13 @@ TEST_F(Overtaking, OffersADeletedImageNoMore)
 {
     house_.addFullFolder({0, 0});
     house_.addImages({0, 4}, 1);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(4);
     house_.finish();
-    browser_.kill(state().newestOf(4));
+    browser_.kill(state().DerniereImage(4));
     house_.finish();
-    EXPECT_FALSE(files_.LstDirCam_KeyDown());
+    EXPECT_FALSE(browser_.killQuestion());
 }
 
 TEST_F(Overtaking, KeepsAChoiceThatWaitsWhenImagesAreImportedMeanwhile)
@@ -289,14 +289,14 @@ TEST_F(Overtaking, KeepsAChoiceThatWaitsWhenImagesAreImportedMeanwhile)
     house_.addFullFolder({0, 0});
     house_.addImages({0, 2}, 3);
     house_.addFullFolder({0, 1});
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(1);
     ASSERT_GT(house_.capture.scope.running(), 0);
     browser_.chooseCamera(2);
     browser_.chooseCameraAgain();
     house_.finish();
-    EXPECT_EQ(state().camera.row, 2);
+    EXPECT_EQ(state().camera().row, 2);
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
 }
 

@@ -11,7 +11,7 @@ class ScanTimer : public BrowserTest
 protected:
     void tick()
     {
-        Q_EMIT modes_.scanDue();
+        house_.fireScan();
         house_.finish();
     }
 
@@ -40,7 +40,7 @@ TEST_F(ScanTimer, ShowsTheNextGroupInGroupView)
     house_.addImages({4, 2}, 3);
     showGroup(3);
     tick();
-    EXPECT_EQ(state().camera.group, 4);
+    EXPECT_EQ(state().camera().group, 4);
     EXPECT_EQ(house_.rows().value(2), imageName(2) + QStringLiteral("  "));
 }
 
@@ -50,9 +50,9 @@ TEST_F(ScanTimer, SkipsGroupsThatAreOff)
     activate(7, u"1");
     showGroup(3);
     tick();
-    EXPECT_EQ(state().camera.group, 7);
+    EXPECT_EQ(state().camera().group, 7);
     tick();
-    EXPECT_EQ(state().camera.group, 3);
+    EXPECT_EQ(state().camera().group, 3);
 }
 
 TEST_F(ScanTimer, GoesOnWithGroupZeroBehindGroupNine)
@@ -60,7 +60,7 @@ TEST_F(ScanTimer, GoesOnWithGroupZeroBehindGroupNine)
     activateAll();
     showGroup(9);
     tick();
-    EXPECT_EQ(state().camera.group, 0);
+    EXPECT_EQ(state().camera().group, 0);
 }
 
 TEST_F(ScanTimer, TakesAnyNumberButZeroAsOn)
@@ -73,7 +73,7 @@ TEST_F(ScanTimer, TakesAnyNumberButZeroAsOn)
     QList<int> walked;
     for (int step = 0; step < 3; ++step) {
         tick();
-        walked.append(state().camera.group);
+        walked.append(state().camera().group);
     }
     EXPECT_EQ(walked, QList<int>({2, 4, 2}));
 }
@@ -82,18 +82,18 @@ TEST_F(ScanTimer, StaysOnItsGroupAfterAFullTurnWithoutAnyThatIsOn)
 {
     showGroup(6);
     tick();
-    EXPECT_EQ(state().camera.group, 6);
+    EXPECT_EQ(state().camera().group, 6);
 }
 
 TEST_F(ScanTimer, KeepsTheRowAndStoresNothingInGroupView)
 {
     activateAll();
-    state().camera.row = 5;
+    state().choose({state().camera().group, 5});
     showGroup(3);
     house_.store(u"lstP", u"9");
     house_.store(u"lstImg", u"9");
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{4, 5}));
+    EXPECT_EQ(state().camera(), (CameraAddress{4, 5}));
     EXPECT_EQ(house_.stored(u"lstP"), QStringLiteral("9"));
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("9"));
 }
@@ -112,7 +112,7 @@ TEST_F(ScanTimer, ShowsTheNextCameraInCameraView)
     house_.addImages({3, 5}, 4);
     house_.show({3, 4});
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{3, 5}));
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 5}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("4 / 4"));
 }
 
@@ -124,7 +124,7 @@ TEST_F(ScanTimer, StoresTheCameraButNotTheGroupInCameraView)
     tick();
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("0"));
     EXPECT_EQ(house_.stored(u"lstP"), QStringLiteral("7"));
-    EXPECT_EQ(state().camera, (CameraAddress{4, 0}));
+    EXPECT_EQ(state().camera(), (CameraAddress{4, 0}));
 }
 
 TEST_F(ScanTimer, GoesOnWithTheNextGroupThatIsOnBehindRowNine)
@@ -133,7 +133,7 @@ TEST_F(ScanTimer, GoesOnWithTheNextGroupThatIsOnBehindRowNine)
     activate(8, u"1");
     house_.show({3, 9});
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{8, 0}));
+    EXPECT_EQ(state().camera(), (CameraAddress{8, 0}));
 }
 
 TEST_F(ScanTimer, GoesFromTheLastCameraToTheFirstGroupThatIsOn)
@@ -142,7 +142,7 @@ TEST_F(ScanTimer, GoesFromTheLastCameraToTheFirstGroupThatIsOn)
     activate(9, u"1");
     house_.show({9, 9});
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{2, 0}));
+    EXPECT_EQ(state().camera(), (CameraAddress{2, 0}));
 }
 
 TEST_F(ScanTimer, WalksTheRowsOfAGroupThatIsOffToItsEnd)
@@ -150,9 +150,9 @@ TEST_F(ScanTimer, WalksTheRowsOfAGroupThatIsOffToItsEnd)
     activate(2, u"1");
     house_.show({5, 8});
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{5, 9}));
+    EXPECT_EQ(state().camera(), (CameraAddress{5, 9}));
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{2, 0}));
+    EXPECT_EQ(state().camera(), (CameraAddress{2, 0}));
 }
 
 TEST_F(ScanTimer, WalksRowsWithoutCameraToo)
@@ -161,7 +161,7 @@ TEST_F(ScanTimer, WalksRowsWithoutCameraToo)
     house_.addImages(kCamera, 2);
     house_.show(kCamera);
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{0, 1}));
+    EXPECT_EQ(state().camera(), (CameraAddress{0, 1}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
 }
 
@@ -169,10 +169,10 @@ TEST_F(ScanTimer, StandsStillWhileAFilmRunsFromTheBrowser)
 {
     activateAll();
     house_.show({3, 4});
-    state().CineActif = BrowserState::kYes;
+    state().filmOpened();
     house_.capture.storage.requestCheck();
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{3, 4}));
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 4}));
     EXPECT_TRUE(house_.capture.storage.isCheckRequested());
 }
 
@@ -182,7 +182,7 @@ TEST_F(ScanTimer, StandsStillWhileTheStorageLampIsRed)
     house_.show({3, 4});
     loseStorage();
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{3, 4}));
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 4}));
 }
 
 TEST_F(ScanTimer, ChecksTheStorageFolderFirstWhenThatIsWanted)
@@ -193,7 +193,7 @@ TEST_F(ScanTimer, ChecksTheStorageFolderFirstWhenThatIsWanted)
     house_.capture.storage.requestCheck();
     tick();
     EXPECT_EQ(house_.capture.storage.lamp(), LampColour::Red);
-    EXPECT_EQ(state().camera, (CameraAddress{3, 4}));
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 4}));
 }
 
 TEST_F(ScanTimer, GoesOnAfterACheckThatFindsTheStorageFolder)
@@ -203,7 +203,7 @@ TEST_F(ScanTimer, GoesOnAfterACheckThatFindsTheStorageFolder)
     house_.capture.storage.requestCheck();
     tick();
     EXPECT_FALSE(house_.capture.storage.isCheckRequested());
-    EXPECT_EQ(state().camera, (CameraAddress{3, 5}));
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 5}));
 }
 
 TEST_F(ScanTimer, StopsTheTimersAgainWhileTheStorageBoxIsTypedInto)
@@ -214,9 +214,9 @@ TEST_F(ScanTimer, StopsTheTimersAgainWhileTheStorageBoxIsTypedInto)
     browser_.setMode(Mode::Scan, true);
     house_.newLog();
     tick();
-    EXPECT_EQ(state().camera, (CameraAddress{3, 4}));
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 4}));
     EXPECT_EQ(house_.newLog(), QStringList({QStringLiteral("arret Timers")}));
-    EXPECT_FALSE(modes_.timer().isActive());
+    EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
 TEST_F(ScanTimer, BeginsAnOpenFilmAnewAfterItsStep)
@@ -240,13 +240,13 @@ TEST_F(ScanTimer, TakesItsStepFromTheTimer)
 {
     activateAll();
     house_.show({3, 4});
-    modes_.timer().setInterval(0);
+    browser_.scanTimer().setInterval(0);
     browser_.setMode(Mode::Scan, true);
-    QSignalSpy due(&modes_, &BrowserModes::scanDue);
+    QSignalSpy due(&browser_.scanTimer(), &QTimer::timeout);
     ASSERT_TRUE(due.wait(2000));
-    modes_.timer().stop();
+    browser_.scanTimer().stop();
     house_.finish();
-    EXPECT_EQ(state().camera, (CameraAddress{3, 5}));
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 5}));
 }
 
 TEST_F(ScanTimer, WalksEveryCameraOfEveryActiveGroupInADay)
@@ -259,7 +259,7 @@ TEST_F(ScanTimer, WalksEveryCameraOfEveryActiveGroupInADay)
     for (int step = 0; step < kTicksADay; ++step) {
         house_.clock.advance(std::chrono::seconds{10});
         tick();
-        visits[state().camera.group * kRows + state().camera.row] += 1;
+        visits[state().camera().group * kRows + state().camera().row] += 1;
     }
     for (int index = 0; index < visits.size(); ++index) {
         const int group = index / kRows;
@@ -278,7 +278,7 @@ TEST_F(ScanTimer, WalksEveryActiveGroupInADay)
     for (int step = 0; step < kTicksADay; ++step) {
         house_.clock.advance(std::chrono::seconds{10});
         tick();
-        visits[state().camera.group] += 1;
+        visits[state().camera().group] += 1;
     }
     EXPECT_EQ(visits, QList<int>({2880, 0, 0, 0, 2880, 0, 0, 0, 0, 2880}));
 }

@@ -14,7 +14,7 @@ protected:
     {
         house_.addFullFolder(kFull);
         house_.addImages(kSmall, 3);
-        state().camera = kSmall;
+        state().choose(kSmall);
     }
 
     /// Chooses the camera whose folder takes a while, and is back before it has been read.
@@ -49,7 +49,7 @@ TEST_F(Succession, ShowsTheCameraThatWasChosenLast)
     beginReading();
     browser_.chooseCamera(kSmall.row);
     house_.finish();
-    EXPECT_EQ(state().camera, kSmall);
+    EXPECT_EQ(state().camera(), kSmall);
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
 }
@@ -105,13 +105,13 @@ TEST_F(Succession, ListsTheFolderOnceForThreeActionsThatWantIt)
 
 TEST_F(Succession, ShowsTheCameraThatWasChosenAfterARow)
 {
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(kFull.row);
     browser_.chooseCamera(kSmall.row);
     house_.finish();
-    EXPECT_EQ(state().camera, kSmall);
-    EXPECT_EQ(lists_.cameraIndex(), kSmall.row);
+    EXPECT_EQ(state().camera(), kSmall);
+    EXPECT_EQ(browser_.face().cameraRow, kSmall.row);
     EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
 }
 
@@ -123,7 +123,7 @@ TEST_F(Succession, StopsFillingAGroupAtTheStartThatIsNotWantedAnyMore)
     QObject::connect(&house_.data.sheet, &Sheet::imageChanged, &house_,
                      [&](int cell) { shown.append(house_.cells().at(cell)); });
     browser_.load();
-    ASSERT_TRUE(state().DirCamEnCours);
+    ASSERT_TRUE(state().DirCamEnCours());
     browser_.chooseGroup(4);
     house_.finish();
     EXPECT_FALSE(shown.contains(imageName(40000)));
@@ -169,7 +169,7 @@ TEST_F(Succession, StoresAClickOnAutoWhosePlaceAnotherActionTakes)
     browser_.setMode(Mode::Auto, true);
     browser_.chooseCamera(kSmall.row);
     house_.finish();
-    EXPECT_TRUE(modes_.isOn(Mode::Auto));
+    EXPECT_TRUE(browser_.face().cAuto);
     EXPECT_EQ(house_.stored(u"Auto"), QStringLiteral("1"));
 }
 
@@ -179,7 +179,7 @@ TEST_F(Succession, StoresTwoClicksOnCameraInOrder)
     browser_.setMode(Mode::Camera, true);
     browser_.setMode(Mode::Camera, false);
     house_.finish();
-    EXPECT_EQ(state().view, View::Camera);
+    EXPECT_EQ(state().view(), View::Camera);
     EXPECT_EQ(house_.stored(u"Camera"), QStringLiteral("0"));
     EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
@@ -189,7 +189,7 @@ TEST_F(Succession, ShowsTheGroupThatIsWantedWhileAFolderIsRead)
     beginReading();
     browser_.setMode(Mode::Camera, true);
     house_.finish();
-    EXPECT_EQ(state().view, View::Group);
+    EXPECT_EQ(state().view(), View::Group);
     EXPECT_EQ(house_.rows().size(), kRows);
     EXPECT_EQ(house_.rows().value(2), imageName(2) + QStringLiteral("  "));
 }
@@ -198,14 +198,14 @@ TEST_F(Succession, ShowsAnotherGroupInsteadOfTheOneBeingFilled)
 {
     house_.addImages({4, 7}, 2);
     browser_.setMode(Mode::Camera, true);
-    ASSERT_TRUE(state().DirCamEnCours);
+    ASSERT_TRUE(state().DirCamEnCours());
     browser_.chooseGroup(4);
     house_.finish();
     QStringList expected(kRows);
     expected[7] = imageName(1) + QStringLiteral("  ");
     EXPECT_EQ(house_.rows(), expected);
     EXPECT_EQ(house_.cells().value(1), QString());
-    EXPECT_FALSE(state().DirCamEnCours);
+    EXPECT_FALSE(state().DirCamEnCours());
 }
 
 TEST_F(Succession, FillsTheRowsOnceWhenTheGroupIsWantedTwice)
@@ -218,18 +218,18 @@ TEST_F(Succession, FillsTheRowsOnceWhenTheGroupIsWantedTwice)
 
 TEST_F(Succession, GoesOnFromTheDisplayThatIsBeingBuilt)
 {
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     browser_.setMode(Mode::Camera, true);
     browser_.chooseCameraRow(kSmall.row);
     house_.finish();
     EXPECT_EQ(house_.rows().size(), kRows);
-    EXPECT_EQ(lists_.cameraIndex(), kSmall.row);
+    EXPECT_EQ(browser_.face().cameraRow, kSmall.row);
     EXPECT_EQ(house_.NbI(), QStringLiteral("3"));
 }
 
 TEST_F(Succession, FinishesAnActionThatGoesOnFromTheDisplayBeforeARebuild)
 {
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     browser_.chooseCameraRow(kFull.row);
     browser_.refresh();
@@ -269,7 +269,7 @@ TEST_F(Succession, FollowsTheCaptureWhileItsCameraIsBeingRead)
 
 TEST_F(Succession, ReportsAnErrorOfAnActionAndGoesOn)
 {
-    QObject::connect(&lists_, &BrowserLists::filesWanted, &house_,
+    QObject::connect(&browser_, &ImageBrowser::filesWanted, &house_,
                      [] { throw std::runtime_error("broken"); });
     house_.show(kSmall);
     browser_.clickCell(0);

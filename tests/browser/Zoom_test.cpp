@@ -24,39 +24,39 @@ protected:
 
     [[nodiscard]] bool isVisible() const { return house_.data.sheet.isZoomVisible(); }
 
-    QSignalSpy copies_{&grid_, &GridActions::copyWanted};
+    QSignalSpy copies_{&browser_, &ImageBrowser::copyWanted};
 };
 
 TEST_F(ZoomImage, FramesAPressedCellBesidesTheSelectedOne)
 {
     showImages(20, 10);
-    grid_.frameCell(7);
+    browser_.frameCell(7);
     EXPECT_EQ(house_.framed(), QList<int>({4, 7}));
-    EXPECT_EQ(state().CadreActif, 4);
+    EXPECT_EQ(state().CadreActif(), 4);
     EXPECT_EQ(selected(), 10);
 }
 
 TEST_F(ZoomImage, TakesTheFrameOfAPressedCellAwayWhenTheButtonComesUp)
 {
     showImages(20, 10);
-    grid_.frameCell(7);
-    grid_.releaseCell();
+    browser_.frameCell(7);
+    browser_.releaseCell();
     EXPECT_EQ(house_.framed(), QList<int>({4}));
 }
 
 TEST_F(ZoomImage, LeavesTheSelectedCellItsFrameWhenItIsPressedAndReleased)
 {
     showImages(20, 10);
-    grid_.frameCell(4);
-    grid_.releaseCell();
+    browser_.frameCell(4);
+    browser_.releaseCell();
     EXPECT_EQ(house_.framed(), QList<int>({4}));
 }
 
 TEST_F(ZoomImage, FramesNoPressedCellWhileTheGroupViewIsBeingFilled)
 {
     showImages(20, 10);
-    state().DirCamEnCours = true;
-    grid_.frameCell(7);
+    const auto filling = state().beginFilling();
+    browser_.frameCell(7);
     EXPECT_EQ(house_.framed(), QList<int>({4}));
 }
 
@@ -91,7 +91,7 @@ TEST_F(ZoomImage, GoesWithAClickOnIt)
 {
     showImages(20, 10);
     zoom(1);
-    grid_.ZoomImage_Click();
+    browser_.hideZoom();
     EXPECT_FALSE(isVisible());
     EXPECT_EQ(zoomed(), QString());
 }
@@ -100,7 +100,7 @@ TEST_F(ZoomImage, CanBeShownAgainAfterIt)
 {
     showImages(20, 10);
     zoom(1);
-    grid_.ZoomImage_Click();
+    browser_.hideZoom();
     zoom(2);
     EXPECT_EQ(zoomed(), imageName(8));
     EXPECT_EQ(copies_.size(), 2);
@@ -117,7 +117,7 @@ TEST_F(ZoomImage, StaysHiddenForAnEmptyCell)
 TEST_F(ZoomImage, StaysHiddenWhileTheGroupViewIsBeingFilled)
 {
     showImages(20, 10);
-    state().DirCamEnCours = true;
+    const auto filling = state().beginFilling();
     zoom(1);
     EXPECT_FALSE(isVisible());
     EXPECT_EQ(copies_.size(), 0);
@@ -127,12 +127,12 @@ TEST_F(ZoomImage, SelectsTheRowOfItsCellInGroupView)
 {
     house_.addImages({0, 2}, 3);
     house_.addImages({0, 6}, 5);
-    state().LectureOK = BrowserState::kYes;
+    state().allowReading();
     house_.showGroup(0);
     zoom(6);
     EXPECT_EQ(zoomed(), imageName(4));
-    EXPECT_EQ(lists_.cameraIndex(), 6);
-    EXPECT_EQ(state().camera.row, 6);
+    EXPECT_EQ(browser_.face().cameraRow, 6);
+    EXPECT_EQ(state().camera().row, 6);
     EXPECT_EQ(house_.framed(), QList<int>({6}));
     EXPECT_EQ(house_.NbI(), QStringLiteral("5"));
 }
@@ -155,17 +155,17 @@ TEST_F(ZoomImage, OnlySelectsTheRowOfAnEmptyCellInGroupView)
     zoom(3);
     EXPECT_FALSE(isVisible());
     EXPECT_EQ(copies_.count(), 0);
-    EXPECT_EQ(lists_.cameraIndex(), 3);
+    EXPECT_EQ(browser_.face().cameraRow, 3);
     EXPECT_EQ(house_.framed(), QList<int>({3}));
 }
 
 TEST_F(ZoomImage, ShowsTheSelectedImageByItsKeyAndGoesByIt)
 {
     showImages(20, 10);
-    grid_.toggleZoom();
+    browser_.toggleZoom();
     EXPECT_EQ(zoomed(), imageName(10));
     EXPECT_EQ(copies_.size(), 0);
-    grid_.toggleZoom();
+    browser_.toggleZoom();
     EXPECT_FALSE(isVisible());
 }
 
@@ -173,7 +173,7 @@ TEST_F(ZoomImage, StaysHiddenForItsKeyOnAnEmptySheet)
 {
     house_.addCamera(kCamera);
     house_.show(kCamera);
-    grid_.toggleZoom();
+    browser_.toggleZoom();
     EXPECT_FALSE(isVisible());
 }
 

@@ -37,8 +37,19 @@ BrowserHouse::BrowserHouse(const MakeFilm &makeFilm, FirstCheck storageCheck)
     : capture(source, clock, storageCheck)
     , conformity(capture.services(), capture.scheduler, capture.scope)
     , film(makeFilm(*this))
-    , browser({capture.services(), capture.scheduler, conformity, capture.scope}, data, *film)
+    , browser(services(), data, *film)
 {
+}
+
+BrowserServices BrowserHouse::services()
+{
+    return {capture.services(), capture.scheduler, conformity, capture.scope};
+}
+
+void BrowserHouse::fireScan()
+{
+    require(QMetaObject::invokeMethod(&browser.scanTimer(), "timeout", Qt::DirectConnection),
+            QStringLiteral("timeout"));
 }
 
 BrowserHouse::~BrowserHouse()
@@ -108,14 +119,14 @@ void BrowserHouse::plugStorage() const
 
 void BrowserHouse::show(CameraAddress camera)
 {
-    browser.lists().setGroup(camera.group);
+    data.state.choose({camera.group, data.state.camera().row});
     browser.chooseCamera(camera.row);
     finish();
 }
 
 void BrowserHouse::showGroup(int group)
 {
-    browser.lists().setGroup(group);
+    data.state.choose({group, data.state.camera().row});
     browser.setMode(Mode::Camera, true);
     finish();
 }

@@ -2,6 +2,7 @@
 // with image files that a test lays down by name and time.
 #pragma once
 
+#include "browser/BrowserServices.h"
 #include "browser/ImageBrowser.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
@@ -59,7 +60,12 @@ public:
     /// The cells that have a frame.
     [[nodiscard]] QList<int> framed() const;
 
-    [[nodiscard]] QString NbI() { return browser.lists().NbI(); }
+    [[nodiscard]] QString NbI() const { return browser.face().NbI; }
+
+    /// The timer of the walk ticks.
+    void fireScan();
+
+    [[nodiscard]] BrowserServices services();
 
     /// Values of the section "Control".
     [[nodiscard]] QString stored(QStringView key) const;

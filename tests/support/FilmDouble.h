@@ -50,6 +50,7 @@ public:
         calls.append(QStringLiteral("close"));
         open = false;
         running = false;
+        Q_EMIT closed();
     }
 
     /// Opened by hand, and playing.

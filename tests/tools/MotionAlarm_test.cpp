@@ -268,7 +268,7 @@ TEST_F(MotionAlarmTest, TheFolderIsThatOfTheCameraThatIsSelected)
 {
     store(kOther, 30);
     open(30, 24);
-    house_.data.state.camera = kOther; // before its list is there
+    house_.data.state.choose(kOther); // before its list is there
     alarm_.ChargeRef();
     EXPECT_EQ(alarm_.picture(AlarmPicture::Ref).path, path(kOther, 24));
 }

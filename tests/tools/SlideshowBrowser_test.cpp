@@ -35,7 +35,7 @@ TEST_F(SlideshowBrowser, OpensByTheFilmButtonAfterItsWindowWasClosed)
     film_.close();
     pressFilm();
     EXPECT_TRUE(film_.isOpen());
-    EXPECT_EQ(house_.data.state.CineActif, -1);
+    EXPECT_TRUE(house_.data.state.CineActif());
 }
 
 TEST_F(SlideshowBrowser, GoesOnFromTheImageOfAClickedCell)
@@ -128,19 +128,19 @@ TEST_F(SlideshowBrowser, PlaysTheClickedCameraOfAGroup)
     house_.finish();
     EXPECT_EQ(face().range, (PlayRange{1, 6}));
     EXPECT_TRUE(isRunning());
-    EXPECT_EQ(house_.data.state.CineActif, -1);
+    EXPECT_TRUE(house_.data.state.CineActif());
 }
 
 TEST_F(SlideshowBrowser, HoldsTheScan)
 {
     open(30);
-    Q_EMIT browser_.modes().scanDue();
+    house_.fireScan();
     house_.finish();
-    EXPECT_EQ(house_.data.state.camera, kCamera);
+    EXPECT_EQ(house_.data.state.camera(), kCamera);
     film_.close();
-    Q_EMIT browser_.modes().scanDue();
+    house_.fireScan();
     house_.finish();
-    EXPECT_EQ(house_.data.state.camera, (CameraAddress{0, 1}));
+    EXPECT_EQ(house_.data.state.camera(), (CameraAddress{0, 1}));
 }
 
 TEST_F(SlideshowBrowser, StopsWhileTheStorageFolderIsGone)
@@ -219,7 +219,7 @@ TEST_F(SlideshowBrowser, StaysClosedThatIsClosedWhileTheFolderOfAClickedCellIsRe
     film_.close();
     house_.finish();
     EXPECT_FALSE(film_.isOpen());
-    EXPECT_EQ(house_.data.state.CineActif, BrowserState::kNo);
+    EXPECT_FALSE(house_.data.state.CineActif());
 }
 
 } // namespace

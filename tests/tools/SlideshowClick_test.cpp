@@ -82,7 +82,7 @@ TEST_F(SlideshowClick, LeavesThePositionOtherwise)
 TEST_F(SlideshowClick, DoesNothingInGroupView)
 {
     tick(10);
-    house_.data.state.view = View::Group;
+    house_.data.state.show(View::Group);
     film_.iCine_Click();
     EXPECT_EQ(selected(), 29);
     EXPECT_EQ(house_.newLog(), QStringList());
@@ -159,7 +159,7 @@ TEST_F(SlideshowClick, StopsAPausedShowWhoseTimerWasResumed)
 TEST_F(SlideshowClick, LeavesTheTimerAloneWhenTheShowDoesNotRunFromTheBrowser)
 {
     tick(10);
-    house_.data.state.CineActif = BrowserState::kNo;
+    house_.data.state.filmClosed();
     film_.stopTimer();
     film_.iCine_Click();
     EXPECT_FALSE(isRunning());

@@ -51,7 +51,7 @@ TEST_F(SlideshowLife, ShowsNoCountersOfASingleImage)
 TEST_F(SlideshowLife, SetsTheBrowsersFlag)
 {
     open(30);
-    EXPECT_EQ(house_.data.state.CineActif, -1);
+    EXPECT_TRUE(house_.data.state.CineActif());
 }
 
 TEST_F(SlideshowLife, BeginsAnewOnAnotherCameraWithoutOpeningAgain)
@@ -199,17 +199,19 @@ TEST_F(SlideshowLife, ClosesInOrder)
     });
     QObject::connect(&house_.data.sheet, &Sheet::zoomChanged, &house_, [&] {
         order.append(isRunning() ? QStringLiteral("zoom, running") : QStringLiteral("zoom"));
-        order.append(QString::number(house_.data.state.CineActif));
+        order.append(house_.data.state.CineActif() ? QStringLiteral("film")
+                                                   : QStringLiteral("no film"));
     });
     QObject::connect(&film_, &Slideshow::closed, &house_, [&] {
         order.append(QStringLiteral("closed"));
-        order.append(QString::number(house_.data.state.CineActif));
+        order.append(house_.data.state.CineActif() ? QStringLiteral("film")
+                                                   : QStringLiteral("no film"));
     });
     film_.close();
-    EXPECT_EQ(order,
-              QStringList({QStringLiteral("Cine Form_Unload"),
-                           QStringLiteral("places itself, running"), QStringLiteral("zoom"),
-                           QStringLiteral("-1"), QStringLiteral("closed"), QStringLiteral("0")}));
+    EXPECT_EQ(order, QStringList({QStringLiteral("Cine Form_Unload"),
+                                  QStringLiteral("places itself, running"), QStringLiteral("zoom"),
+                                  QStringLiteral("film"), QStringLiteral("closed"),
+                                  QStringLiteral("no film")}));
 }
 
 TEST_F(SlideshowLife, LeavesNothingBehindWhenItCloses)
@@ -223,7 +225,7 @@ TEST_F(SlideshowLife, LeavesNothingBehindWhenItCloses)
     EXPECT_FALSE(house_.data.sheet.isZoomVisible());
     EXPECT_TRUE(house_.data.sheet.zoomed().isNone());
     EXPECT_TRUE(face().image.isNone());
-    EXPECT_EQ(house_.data.state.CineActif, 0);
+    EXPECT_FALSE(house_.data.state.CineActif());
 }
 
 TEST_F(SlideshowLife, ClosesOnce)

@@ -13,11 +13,6 @@ namespace velmora::test {
 class SlideshowTest : public testing::Test
 {
 protected:
-    SlideshowTest()
-    {
-        QObject::connect(&film_, &Slideshow::fileChosen, &browser_, &ImageBrowser::chooseFile);
-    }
-
     /// Shows a camera with so many images and opens the slideshow on it by its button. Its own
     /// timer does not disturb: it would wait for a second.
     void open(int count)

@@ -29,7 +29,6 @@ BrowserWindowHouse::BrowserWindowHouse()
     QObject::connect(&house.store, &ImageStore::imageStored, &browser, &ImageBrowser::follow);
     QObject::connect(&house.store, &ImageStore::imageStored, &window, &planche::showStored);
     QObject::connect(&house.store, &ImageStore::cameraFailed, &window, &planche::showFailed);
-    QObject::connect(&film, &Slideshow::fileChosen, &browser, &ImageBrowser::chooseFile);
     QObject::connect(&window, &planche::playWanted, &film, &Slideshow::PauseCine_MouseDown);
     QObject::connect(&window, &planche::copyWanted, &window, &copyPicture);
     QObject::connect(&window, &planche::openWanted, &window,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "RecordingOpener.h"
+#include "browser/BrowserServices.h"
 #include "browser/ImageBrowser.h"
 #include "pictures/PictureLoader.h"
 #include "support/CaptureHouse.h"

@@ -39,14 +39,14 @@ TEST_F(CalendarWindowTest, EnterGoesToTheFirstImageOfTheDay)
 {
     house_.browser.chooseFile(kImages - 1);
     QTest::keyClick(&part("calendarDays"), Qt::Key_Return);
-    EXPECT_EQ(house_.browser.lists().files().ListIndex(), 0);
+    EXPECT_EQ(house_.browser.shown().files.ListIndex(), 0);
 }
 
 TEST_F(CalendarWindowTest, AClickOnAnHourGoesToTheNearestImage)
 {
     QWidget &hours = part("calendarHours");
     QTest::mouseClick(&hours, Qt::LeftButton, {}, {hours.width() - 3, 5});
-    EXPECT_EQ(house_.browser.lists().files().ListIndex(), kImages - 1);
+    EXPECT_EQ(house_.browser.shown().files.ListIndex(), kImages - 1);
     EXPECT_TRUE(hours.accessibleDescription().startsWith(QStringLiteral("23 h")));
 }
 

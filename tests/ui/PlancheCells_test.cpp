@@ -243,7 +243,7 @@ TEST_F(PlancheCells, ThePointerShowsNothingWhileTheGroupViewIsBeingFilled)
     house_.openOn(3);
     point(4, {12, 34});
     house_.cell(4).setToolTip(QStringLiteral("old"));
-    house_.data.state.DirCamEnCours = true;
+    const auto filling = house_.data.state.beginFilling();
     point(4, {56, 78});
     EXPECT_EQ(house_.text(QStringLiteral("MousePos")), QStringLiteral("12:34"));
     EXPECT_EQ(house_.cell(4).toolTip(), QStringLiteral("old"));

@@ -242,11 +242,11 @@ TEST_F(PlancheModes, TheFilmButtonOpensAndClosesTheFilmWhenPressed)
     house_.openOn(12);
     house_.press(QStringLiteral("bFilm"), Qt::LeftButton);
     EXPECT_TRUE(house_.filmWindow.isVisible());
-    EXPECT_EQ(house_.data.state.CineActif, BrowserState::kYes);
+    EXPECT_TRUE(house_.data.state.CineActif());
     QTest::mouseRelease(&house_.find<QWidget>(QStringLiteral("bFilm")), Qt::LeftButton);
     house_.press(QStringLiteral("bFilm"), Qt::LeftButton);
     EXPECT_FALSE(house_.filmWindow.isVisible());
-    EXPECT_EQ(house_.data.state.CineActif, BrowserState::kNo);
+    EXPECT_FALSE(house_.data.state.CineActif());
 }
 
 TEST_F(PlancheModes, TheScanStandsStillWhileTheFilmRuns)

@@ -242,7 +242,7 @@ private:
                 << list.toStdString();
         }
         EXPECT_EQ(row(kImages), house_.data.files.ListIndex());
-        EXPECT_EQ(row(kRowsOfGroup), house_.browser.lists().cameraIndex());
+        EXPECT_EQ(row(kRowsOfGroup), house_.browser.face().cameraRow);
         lookAtFrame();
     }
 
@@ -252,7 +252,7 @@ private:
         if (isGroupView()) {
             return row(kRowsOfGroup);
         }
-        return row(kImages) < 0 ? -1 : house_.data.state.CadreActif;
+        return row(kImages) < 0 ? -1 : house_.data.state.CadreActif();
     }
 
     // Without that of a cell which is being pressed, beside which the selected one keeps its own.
@@ -279,8 +279,8 @@ private:
     void lookAtRest()
     {
         look();
-        EXPECT_EQ(row(kGroups), house_.data.state.camera.group);
-        EXPECT_EQ(row(kCameras), house_.data.state.camera.row);
+        EXPECT_EQ(row(kGroups), house_.data.state.camera().group);
+        EXPECT_EQ(row(kCameras), house_.data.state.camera().row);
         if (isGroupView()) {
             lookAtGroup();
         } else {

@@ -269,7 +269,7 @@ TEST_F(FilmWindow, ClosingStoresItsPlaceInTwips)
     EXPECT_EQ(house_.stored(u"fCine.Top"), QStringLiteral("300"));
     EXPECT_EQ(house_.stored(u"fCine.left"), QStringLiteral("600"));
     EXPECT_FALSE(cine().isActive());
-    EXPECT_EQ(house_.data.state.CineActif, BrowserState::kNo);
+    EXPECT_FALSE(house_.data.state.CineActif());
     EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("Cine Form_Unload")));
     EXPECT_EQ(shown(), QString());
 }

@@ -1,0 +1,66 @@
+#include "browser/ListUpdates.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+ListUpdates::ListUpdates(BrowserData &data, CameraFolders &folders, Selection &selection,
+                         BrowserLists &lists)
+    : data_(data)
+    , folders_(folders)
+    , selection_(selection)
+    , lists_(lists)
+{
+}
+
+// The list may still be that of an address which the camera no longer has.
+bool ListUpdates::isListed(CameraAddress camera) const
+{
+    return data_.files.folder() == folders_.of(camera);
+}
+
+QCoro::Task<> ListUpdates::relist()
+{
+    if (data_.state.view() == View::Group) {
+        co_await lists_.refresh();
+        co_return;
+    }
+    const int index = isListed(data_.state.camera()) ? data_.files.ListIndex() : -1;
+    co_await lists_.LitDir();
+    data_.files.setListIndex(std::min(index, data_.files.count() - 1));
+    lists_.LstDir_Click();
+}
+
+bool ListUpdates::showsNoneOf(CameraAddress camera) const
+{
+    const BrowserState &state = data_.state;
+    if (state.view() == View::Group) {
+        return camera.group == state.camera().group && state.DerniereImage(camera.row).isNone();
+    }
+    return camera == state.camera() && (data_.files.count() == 0 || !isListed(camera));
+}
+
+QCoro::Task<> ListUpdates::showFirst(CameraAddress camera)
+{
+    if (!showsNoneOf(camera)) {
+        co_return; // shown by an action in between
+    }
+    const int row = selection_.row();
+    co_await lists_.DirImage();
+    if (data_.state.view() == View::Group && row >= 0) {
+        co_await lists_.LstDirCam_Click(row);
+    }
+}
+
+QCoro::Task<> ListUpdates::dropDeleted()
+{
+    const ImageFile selected = data_.files.selected();
+    if (selected.folder != folders_.of(data_.state.camera())) {
+        co_return;
+    }
+    co_await lists_.LitDir();
+    data_.files.setListIndex(data_.files.find(selected).value_or(-1));
+    lists_.LstDir_Click();
+}
+
+} // namespace velmora

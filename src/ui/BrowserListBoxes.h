@@ -1,0 +1,57 @@
+// The four lists of the image browser's window: groups, cameras, and the images of one camera or
+// the newest of each of a group.
+#pragma once
+
+#include "browser/ImageBrowser.h"
+#include "browser/PressedEntry.h"
+#include "settings/SettingsFile.h"
+#include "ui/ListBoxes.h"
+
+#include <vector>
+
+namespace velmora {
+
+class BrowserListBoxes : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Widgets
+    {
+        ChoiceList &lstGroupe;
+        ChoiceList &lstCam;
+        FileView &LstDir;
+        FileView &LstDirCam;
+    };
+
+    /// Everything given outlives the object. pressed: where presses and releases go.
+    BrowserListBoxes(const Widgets &widgets, ImageBrowser &browser, PressedEntry &pressed);
+
+    /// Selects what is selected, in the list of the view.
+    void show(const BrowserFace &face);
+
+    /// Describes the cameras of the group on show.
+    void showNames(const SettingsSnapshot &settings);
+
+    /// Marks the groups and cameras of these that are late.
+    void showLate(const std::vector<CameraAddress> &late);
+
+    /// Gives the keyboard to the list of images.
+    void focusFiles();
+
+Q_SIGNALS:
+    void keyUsed(velmora::ListKey key);
+
+private:
+    void bindFiles();
+    void bindCameraRows();
+    void showViewsList(View view);
+    void showMarks(int group);
+
+    Widgets widgets_;
+    ImageBrowser &browser_;
+    PressedEntry &pressed_;
+    std::vector<CameraAddress> late_;
+};
+
+} // namespace velmora

@@ -1,0 +1,51 @@
+#include "ui/BrowserStatus.h"
+
+#include "cameras/CameraChoices.h"
+
+namespace velmora {
+
+BrowserStatus::BrowserStatus(const Widgets &widgets, const CaptureStatus &status)
+    : widgets_(widgets)
+    , status_(status)
+    , line_(widgets.txtLog)
+{
+    holdSize(widgets_.ctrT, QStringLiteral("00"));
+    holdSize(widgets_.NbCapt, QStringLiteral("000000"));
+    holdSize(widgets_.Capt, QStringLiteral("0:0"));
+    connect(&status_, &CaptureStatus::changed, this, [this](Caption caption, const QString &text) {
+        if (caption == Caption::NextCycle) {
+            widgets_.ctrT.setText(text);
+        } else if (caption == Caption::Standstill) {
+            line_.halt(text);
+        }
+    });
+}
+
+void BrowserStatus::showStored(CameraAddress camera)
+{
+    ++stored_;
+    widgets_.NbCapt.setText(QString::number(stored_));
+    widgets_.Capt.setText(cameraText(camera));
+    line_.tellEvent(tr("Image stored"));
+}
+
+void BrowserStatus::showFailed(const QString &camera, const QString &reason)
+{
+    line_.tellEvent(tr("Camera %1: %2").arg(camera, reason));
+}
+
+void BrowserStatus::tellSearch(const QString &text)
+{
+    const bool isTold = !searchMessage_.isEmpty() && widgets_.txtLog.text() == searchMessage_;
+    searchMessage_ = text;
+    if (isTold || !text.isEmpty()) {
+        line_.tell(text);
+    }
+}
+
+void BrowserStatus::showStandstill()
+{
+    line_.halt(status_.text(Caption::Standstill));
+}
+
+} // namespace velmora

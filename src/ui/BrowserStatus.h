@@ -1,0 +1,51 @@
+// The foot of the image browser's window: the seconds to the next capture, how many images were
+// stored and of which camera the last one is, and the line that says what happened.
+#pragma once
+
+#include "cameras/CameraAddress.h"
+#include "capture/CaptureStatus.h"
+#include "ui/ClickLabel.h"
+#include "ui/StatusLine.h"
+
+namespace velmora {
+
+class BrowserStatus : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Widgets
+    {
+        ClickLabel &ctrT;
+        QLabel &NbCapt;
+        QLabel &Capt;
+        QLabel &txtLog;
+    };
+
+    /// Everything given outlives the object.
+    BrowserStatus(const Widgets &widgets, const CaptureStatus &status);
+
+    void showStored(CameraAddress camera);
+    void showFailed(const QString &camera, const QString &reason);
+
+    /// A message for the user.
+    void tell(const QString &text) { line_.tell(text); }
+
+    /// What came of a search; only a message of an earlier one gives way to an empty text.
+    void tellSearch(const QString &text);
+
+    /// What there is to say of the camera on show, as long as it is so; empty for nothing.
+    void keep(const QString &text) { line_.keep(text); }
+
+    /// Why nothing is captured, if so.
+    void showStandstill();
+
+private:
+    Widgets widgets_;
+    const CaptureStatus &status_;
+    StatusLine line_;
+    QString searchMessage_; // until another takes its place
+    int stored_ = 0;
+};
+
+} // namespace velmora

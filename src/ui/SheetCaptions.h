@@ -1,0 +1,40 @@
+// The words on the contact sheet: what each cell shows, and why one shows nothing.
+#pragma once
+
+#include "browser/BrowserData.h"
+#include "cameras/CameraRemarks.h"
+#include "settings/SettingsFile.h"
+#include "ui/ContactSheet.h"
+
+#include <array>
+
+namespace velmora {
+
+class SheetCaptions
+{
+public:
+    /// Everything given outlives the object.
+    SheetCaptions(ContactSheet &widgets, const BrowserData &shown, const CameraRemarks &remarks);
+
+    /// Takes the names of the cameras of the group on show.
+    void takeNames(const SettingsSnapshot &settings);
+
+    [[nodiscard]] const QString &name(int row) const
+    {
+        return names_.at(static_cast<std::size_t>(row));
+    }
+
+    /// Brings the words to the cells.
+    void show();
+
+private:
+    [[nodiscard]] QString captionOf(int cell) const;
+    [[nodiscard]] QString remarkIn(int cell) const;
+
+    ContactSheet &widgets_;
+    const BrowserData &shown_;
+    const CameraRemarks &remarks_;
+    std::array<QString, kRows> names_; // of the group's cameras
+};
+
+} // namespace velmora

@@ -5,6 +5,9 @@ import subprocess
 import sys
 from pathlib import Path
 
+import layers
+import metrics
+
 LAYERS = ["base", "net", "settings", "cameras", "capture", "pictures", "browser", "tools", "health", "admin", "ui", "app"]
 # What hands libcurl its work; TransferLoop runs it.
 CURL_USERS = ["Authorities.cpp", "TransferLoop.cpp", "ConnectedStream.cpp", "HttpClient.cpp", "SmtpClient.cpp"]
@@ -120,7 +123,9 @@ def format(root):
 
 def main():
     rule, root = sys.argv[1:]
-    found, mend = {f.__name__: f for f in (words, sleeps, includes, sizes, vocabulary, behaviour, format)}[rule](root)
+    rules = {f.__name__: f for f in (words, sleeps, includes, sizes, vocabulary, behaviour, format)}
+    rules |= {"layers": layers.check, "metrics": metrics.check}
+    found, mend = rules[rule](root)
     print("\n".join(found))
     if found:
         print(f"\n{len(found)} found. {mend}")

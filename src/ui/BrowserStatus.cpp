@@ -36,11 +36,7 @@ void BrowserStatus::showFailed(const QString &camera, const QString &reason)
 
 void BrowserStatus::tellSearch(const QString &text)
 {
-    const bool isTold = !searchMessage_.isEmpty() && widgets_.txtLog.text() == searchMessage_;
-    searchMessage_ = text;
-    if (isTold || !text.isEmpty()) {
-        line_.tell(text);
-    }
+    line_.tellSearch(text);
 }
 
 void BrowserStatus::showStandstill()

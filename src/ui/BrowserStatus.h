@@ -31,7 +31,7 @@ public:
     /// A message for the user.
     void tell(const QString &text) { line_.tell(text); }
 
-    /// What came of a search; only a message of an earlier one gives way to an empty text.
+    /// What came of a search; an empty text when it found what was wanted.
     void tellSearch(const QString &text);
 
     /// What there is to say of the camera on show, as long as it is so; empty for nothing.
@@ -44,7 +44,6 @@ private:
     Widgets widgets_;
     const CaptureStatus &status_;
     StatusLine line_;
-    QString searchMessage_; // until another takes its place
     int stored_ = 0;
 };
 

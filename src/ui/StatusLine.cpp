@@ -6,27 +6,37 @@
 
 namespace velmora {
 
-void StatusLine::show(const QString &text)
+void StatusLine::show(const Words &words)
 {
-    line_.setText(text);
-    setPlainToolTip(line_, text);
+    shown_ = words;
+    line_.setText(words.text);
+    setPlainToolTip(line_, words.text);
 }
 
-const QString &StatusLine::standing() const
+StatusLine::Words StatusLine::standing() const
 {
-    return halt_.isEmpty() ? kept_ : halt_;
+    return halt_.isEmpty() ? Words{Kind::Kept, kept_} : Words{Kind::Halt, halt_};
 }
 
 void StatusLine::tell(const QString &text)
 {
-    show(text.isEmpty() ? standing() : text);
+    show(text.isEmpty() ? standing() : Words{Kind::Message, text});
+}
+
+void StatusLine::tellSearch(const QString &text)
+{
+    if (!text.isEmpty()) {
+        show({Kind::Search, text});
+    } else if (shown_.kind == Kind::Search) {
+        show(standing());
+    }
 }
 
 void StatusLine::tellEvent(const QString &text)
 {
     const bool isOther = std::exchange(lastEvent_, text) != text;
-    if (standing().isEmpty()) {
-        show(text);
+    if (standing().text.isEmpty()) {
+        show({Kind::Event, text});
     } else if (isOther) {
         show(standing());
     }
@@ -38,8 +48,8 @@ void StatusLine::keep(const QString &text)
     if (kept_ == before || !halt_.isEmpty()) {
         return;
     }
-    if (!kept_.isEmpty() || line_.text() == before) {
-        show(kept_);
+    if (!kept_.isEmpty() || shown_.kind == Kind::Kept) {
+        show({Kind::Kept, kept_});
     }
 }
 
@@ -50,10 +60,10 @@ void StatusLine::halt(const QString &text)
         return;
     }
     if (!halt_.isEmpty()) {
-        beforeHalt_ = before.isEmpty() ? line_.text() : beforeHalt_;
-        show(halt_);
-    } else if (line_.text() == before) {
-        show(kept_.isEmpty() ? beforeHalt_ : kept_);
+        beforeHalt_ = before.isEmpty() ? shown_ : beforeHalt_;
+        show({Kind::Halt, halt_});
+    } else if (shown_.kind == Kind::Halt) {
+        show(kept_.isEmpty() ? beforeHalt_ : Words{Kind::Kept, kept_});
     }
 }
 

@@ -11,7 +11,7 @@ namespace velmora {
 class StatusLine
 {
 public:
-    /// line: outlives this object.
+    /// line: outlives this object, which alone writes into it.
     explicit StatusLine(QLabel &line)
         : line_(line)
     {
@@ -19,6 +19,9 @@ public:
 
     /// A message for the user; an empty one ends the one before.
     void tell(const QString &text);
+
+    /// What came of a search. An empty text ends such a message, and no other.
+    void tellSearch(const QString &text);
 
     /// Something that the capture did. It is not shown while something is kept.
     void tellEvent(const QString &text);
@@ -31,13 +34,22 @@ public:
     void halt(const QString &text);
 
 private:
-    [[nodiscard]] const QString &standing() const;
-    void show(const QString &text);
+    enum class Kind { Message, Search, Event, Kept, Halt };
+
+    struct Words
+    {
+        Kind kind = Kind::Event;
+        QString text;
+    };
+
+    [[nodiscard]] Words standing() const;
+    void show(const Words &words);
 
     QLabel &line_;
+    Words shown_;
+    Words beforeHalt_;
     QString kept_;
     QString halt_;
-    QString beforeHalt_;
     QString lastEvent_; // the same again is no reason to take a message away
 };
 

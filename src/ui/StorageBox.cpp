@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QSignalBlocker>
 
 namespace velmora {
@@ -28,6 +29,15 @@ HideButton hideButton(const QString &caption)
         return {QStringLiteral("Hide"), tip, Qt::ALT | Qt::Key_H};
     }
     return {caption, tip, Qt::ALT | Qt::Key_K};
+}
+
+/// The folder itself, or the nearest one above it that is there.
+QString nearestFolder(QString path)
+{
+    while (!path.isEmpty() && !QFileInfo(path).isDir()) {
+        path = QFileInfo(path).path();
+    }
+    return path;
 }
 
 } // namespace
@@ -127,16 +137,17 @@ void StorageBox::releaseButtons()
     controls_.MakeDir.setEnabled(true);
 }
 
+// A dialog that begins in a missing folder has a row above it selected, beside what is then typed.
 void StorageBox::browse()
 {
-    auto *const dialog =
-        new QFileDialog(&window_, tr("Storage folder"), storage_.native(storage_.inForce()));
+    auto *const dialog = new QFileDialog(&window_, tr("Storage folder"),
+                                         nearestFolder(storage_.native(storage_.inForce())));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->setOption(QFileDialog::ReadOnly); // it is for choosing, not for deleting
-    connect(dialog, &QFileDialog::fileSelected, this,
-            [this](const QString &folder) { choose(QDir::cleanPath(folder)); });
+    connect(dialog, &QFileDialog::filesSelected, this,
+            [this](const QStringList &folders) { choose(QDir::cleanPath(folders.last())); });
     dialog->open();
 }
 

@@ -163,7 +163,7 @@ TEST_F(StorageBoxTest, TheBrowseButtonLetsAFolderBeChosenWithoutChangingAny)
     EXPECT_EQ(dialog->fileMode(), QFileDialog::Directory);
     EXPECT_TRUE(dialog->testOption(QFileDialog::ReadOnly));
     EXPECT_EQ(dialog->directory().path(), house_.house.tree.path(u"drives/c/in"));
-    Q_EMIT dialog->fileSelected(house_.house.tree.path(u"drives/c/pictures"));
+    Q_EMIT dialog->filesSelected({house_.house.tree.path(u"drives/c/pictures")});
     EXPECT_EQ(box().text(), QStringLiteral("C:\\pictures\\"));
     dialog->close();
 }
@@ -271,13 +271,35 @@ TEST_F(TypedFolder, GivesWayToAChosenOneWhateverTheLampWas)
     house_.click(QStringLiteral("Browse"));
     auto *const dialog = house_.window.findChild<QFileDialog *>();
     ASSERT_NE(dialog, nullptr);
-    Q_EMIT dialog->fileSelected(house_.house.tree.path(u"drives/c/other"));
+    Q_EMIT dialog->filesSelected({house_.house.tree.path(u"drives/c/other")});
     dialog->close();
     bringUp(house_.window);
     EXPECT_EQ(storage().inForce(), kOther);
     EXPECT_EQ(lamp(), 65280);
     EXPECT_TRUE(timerRuns());
     EXPECT_FALSE(box().hasFocus());
+}
+
+TEST_F(TypedFolder, ThatIsMissingLetsTheDialogBeginInTheNearestOneAbove)
+{
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x\\y"));
+    house_.leaveBox();
+    house_.click(QStringLiteral("Browse"));
+    auto *const dialog = house_.window.findChild<QFileDialog *>();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->directory().path(), house_.house.tree.path(u"drives/c/in"));
+    dialog->close();
+}
+
+TEST_F(TypedFolder, IsTheLastOfThoseThatADialogNames)
+{
+    house_.click(QStringLiteral("Browse"));
+    auto *const dialog = house_.window.findChild<QFileDialog *>();
+    ASSERT_NE(dialog, nullptr);
+    Q_EMIT dialog->filesSelected(
+        {house_.house.tree.path(u"drives/c"), house_.house.tree.path(u"drives/c/other")});
+    EXPECT_EQ(storage().inForce(), kOther);
+    dialog->close();
 }
 
 TEST_F(TypedFolder, WaitsWhileAnotherIsSoughtAndStaysWhenThatIsCancelled)

@@ -2,6 +2,7 @@
 
 #include "cameras/CameraChoices.h"
 #include "ui/PictureClipboard.h"
+#include "ui/ToFront.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -257,13 +258,14 @@ void Program::open(const QString &path)
     }
 }
 
+// Whoever starts the program a second time has left no box of the first: its rows stay as they are.
 void Program::bringToFront()
 {
     if (ending_) {
         return;
     }
     if (interface_.isVisible()) {
-        showSettings();
+        velmora::bringToFront(interface_);
     } else {
         showImages();
     }

@@ -2,6 +2,7 @@
 // and the log that is not wanted.
 #include "ProgramHouse.h"
 
+#include <QLineEdit>
 #include <QRegularExpression>
 #include <QTabBar>
 
@@ -94,6 +95,21 @@ TEST_F(ProgramLife, ASecondStartBringsTheMainWindowToTheFrontWhileItIsShown)
     topLevel(QStringLiteral("Interface"))->showMinimized();
     program_->bringToFront();
     EXPECT_FALSE(topLevel(QStringLiteral("Interface"))->isMinimized());
+}
+
+TEST_F(ProgramLife, ASecondStartLeavesNoBoxInWhichAnAddressIsTyped)
+{
+    start();
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    auto *const box =
+        qobject_cast<QLineEdit *>(control(QStringLiteral("Interface"), QStringLiteral("Source2")));
+    QTest::mouseClick(box, Qt::LeftButton);
+    QTest::keyClicks(box, QStringLiteral("http://ca"));
+    program_->bringToFront();
+    settle();
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("m/b.png"));
+    EXPECT_EQ(box->text(), QStringLiteral("http://cam/b.png"));
+    EXPECT_EQ(engine_->settings().read(u"Liste0", u"lst2"), QString());
 }
 
 TEST_F(ProgramLife, ASecondStartShowsNothingWhileItEnds)

@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -53,7 +55,7 @@ void HealthWatch::look()
 {
     book_.followTable();
     lookAtStorage();
-    if (goneSince_) {
+    if (idleSince_) {
         return;
     }
     lookAtDisk();
@@ -66,16 +68,30 @@ void HealthWatch::look()
 // What cannot be stored is no camera's fault.
 void HealthWatch::lookAtStorage()
 {
-    const bool isGone = services_.storage.lamp() == LampColour::Red;
-    if (isGone && !goneSince_) {
-        goneSince_ = services_.clock.monotonicNow();
-        Q_EMIT noticed(
-            tr("The storage folder %1 is gone; nothing is stored.").arg(services_.storage.text()));
-    } else if (!isGone && goneSince_) {
-        book_.forgive(services_.clock.monotonicNow() - *goneSince_);
-        goneSince_.reset();
-        Q_EMIT noticed(tr("The storage folder %1 is back.").arg(services_.storage.text()));
+    const bool isIdle = !services_.storage.isUsable();
+    if (isIdle && !idleSince_) {
+        idleSince_ = services_.clock.monotonicNow();
+    } else if (!isIdle && idleSince_) {
+        book_.forgive(services_.clock.monotonicNow() - *idleSince_);
+        idleSince_.reset();
     }
+    tellStorage();
+}
+
+// A folder that is only being typed is not there as a rule, and nobody has lost anything by it.
+void HealthWatch::tellStorage()
+{
+    const StorageFolder &storage = services_.storage;
+    if (storage.isBeingEdited()) {
+        return;
+    }
+    const bool isGone = storage.lamp() == LampColour::Red;
+    if (std::exchange(isGone_, isGone) == isGone) {
+        return;
+    }
+    Q_EMIT noticed(
+        isGone ? tr("The storage folder %1 is gone; nothing is stored.").arg(storage.inForce())
+               : tr("The storage folder %1 is back.").arg(storage.inForce()));
 }
 
 bool HealthWatch::isWatched(const SettingsSnapshot &settings, CameraAddress camera) const

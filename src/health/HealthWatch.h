@@ -50,6 +50,7 @@ Q_SIGNALS:
 private:
     void look();
     void lookAtStorage();
+    void tellStorage();
     void lookAtCameras();
     void tellBack();
     void lookAtDisk();
@@ -65,7 +66,8 @@ private:
     HealthOptions options_;
     std::set<CameraAddress> back_;
     std::optional<DiskRoom> room_;
-    std::optional<std::chrono::milliseconds> goneSince_;
+    std::optional<std::chrono::milliseconds> idleSince_; // nothing can be stored
+    bool isGone_ = false;                                // the storage folder, as was told
     bool isTrusted_ = false;
     bool isDiskLow_ = false;
     bool isHeld_ = false;

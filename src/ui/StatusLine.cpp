@@ -62,7 +62,7 @@ void StatusLine::halt(const QString &text)
     if (!halt_.isEmpty()) {
         beforeHalt_ = before.isEmpty() ? shown_ : beforeHalt_;
         show({Kind::Halt, halt_});
-    } else if (shown_.kind == Kind::Halt) {
+    } else {
         show(kept_.isEmpty() ? beforeHalt_ : Words{Kind::Kept, kept_});
     }
 }

@@ -109,6 +109,31 @@ TEST_F(ProgramStorage, ThatIsGoneIsToldByTheBrowser)
     EXPECT_TRUE(timerRuns());
 }
 
+TEST_F(ProgramStorage, IsNotCalledGoneOnceItIsBack)
+{
+    start();
+    ASSERT_TRUE(in().rename(in().path(), tree_.path(u"drives/c/away")));
+    clock_.advance(11s);
+    EXPECT_TRUE(browserLine().contains(QStringLiteral("is gone"))) << "as all are told of it";
+    ASSERT_TRUE(in().rename(tree_.path(u"drives/c/away"), in().path()));
+    clock_.advance(3s);
+    EXPECT_FALSE(browserLine().contains(QStringLiteral("gone")));
+}
+
+TEST_F(ProgramStorage, IsNotCalledGoneWhileItIsTyped)
+{
+    start();
+    openSetup();
+    type(QStringLiteral("C:\\none"));
+    clock_.advance(12s);
+    EXPECT_TRUE(browserLine().contains(QStringLiteral("waits for the storage folder")))
+        << browserLine().toStdString();
+    QTest::keyClick(&box(), Qt::Key_Return);
+    clock_.advance(6s);
+    EXPECT_EQ(browserLine(),
+              QStringLiteral("The storage folder C:\\none\\ is gone; nothing is stored."));
+}
+
 TEST_F(ProgramStorage, IsTheFolderInForceWhenTheProgramEndsWithAnEmptiedBox)
 {
     start();

@@ -6,14 +6,18 @@ import unittest
 from pathlib import Path
 
 import house
-from browser_window import TITLE
+from browser_window import TITLE, BrowserWindow
 from desktop import Desktop
 from house import House, camera_lists
+from pictures import colour_of, plain
 from program import Program
 from waiting import until
 
 READER = Path(__file__).with_name("screen_reader.py")
+LISTENER = Path(__file__).with_name("screen_reader_events.py")
 SYSTEM_PYTHON = "/usr/bin/python3"
+ADDRESS = "http://127.0.0.1:9/a.jpg"
+PLACE = "Place in the list: "
 
 
 class ScreenReaderTest(unittest.TestCase):
@@ -54,6 +58,27 @@ class ScreenReaderTest(unittest.TestCase):
         messages = [name for role, name in pairs if role == "label" and name.startswith("Message: ")]
         self.assertTrue(any("storage folder does not exist" in message for message in messages), pairs)
         self.assertEqual([], [name for _, name in pairs if "&" in name])
+
+    def listener(self, environment):
+        """What the program tells of by itself, as it comes."""
+        listener = Program([SYSTEM_PYTHON, "-B", LISTENER, "Velmora"], environment)
+        self.addCleanup(listener.end)
+        until(lambda: "listening" in listener.out, 20, listener.report)
+        return listener
+
+    def test_tells_of_a_value_that_changes(self):
+        self.house.write_settings({"Control": {"StRep": "C:\\in\\", "Tempo": "60"}}, camera_lists([ADDRESS]))
+        folder = self.house.folder(ADDRESS)
+        folder.mkdir()
+        for number in range(3):
+            (folder / f"20240102_10000{number}0203.png").write_bytes(plain(colour_of(number)))
+        environment = self.bus()
+        self.house.start(env=environment)
+        browser = BrowserWindow(self.desktop)
+        until(lambda: PLACE + "3 / 3" in [thing["name"] for thing in self.told(environment)], 30, "the list")
+        listener = self.listener(environment)
+        browser.press("Up")
+        until(lambda: f'"{PLACE}2 / 3"' in listener.out, 20, listener.report)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,109 @@
+"""What is highlighted is what Del takes, under three window managers: told by the file that is gone after Yes."""
+
+import unittest
+
+import house
+from browser_window import CAMERA_X, FILE_X, GROUP_VIEW_KEY, LIST_STEP, LIST_TOP, QUESTION, TITLE, BrowserWindow
+from desktop import LEFT, RIGHT, Desktop
+from house import House, camera_lists
+from pictures import colour_of, plain
+from waiting import until
+
+URLS = [f"http://127.0.0.1:9/{camera}.jpg" for camera in range(2)]
+IMAGES = 6
+
+
+def image_name(minute, day=2):
+    return f"202401{day:02}_10{minute:02}000203.png"
+
+
+class SelectionTest(unittest.TestCase):
+    def begin(self, manager, control):
+        """Two cameras with six images each."""
+        self.desktop = Desktop(self, manager=manager)
+        self.house = House(self)
+        own = {"StRep": "C:\\in\\", "Tempo": "60", "TIO": "5"} | control
+        self.house.write_settings({"Control": own}, camera_lists(URLS))
+        for url in URLS:
+            self.house.folder(url).mkdir()
+            for minute in range(IMAGES):
+                self.store(url, image_name(minute), minute)
+        self.program = self.house.start(env=self.desktop.environment())
+        self.browser = BrowserWindow(self.desktop)
+        self.wait_for_keyboard(self.browser.number, TITLE)
+
+    def store(self, url, name, number):
+        (self.house.folder(url) / name).write_bytes(plain(colour_of(number)))
+
+    def names(self, camera):
+        return [path.name for path in self.house.images(URLS[camera])]
+
+    def wait_for_keyboard(self, window, what):
+        until(lambda: self.desktop.active() == window, 10, lambda: f"{what} with the keyboard")
+
+    def click_row(self, x, row, button=LEFT):
+        self.desktop.click(self.browser.number, (x, LIST_TOP + row * LIST_STEP), button)
+
+    def expect_deletion_of(self, camera, name):
+        """Del and Yes take this image and no other."""
+        before = [self.names(0), self.names(1)]
+        self.desktop.press("Delete")
+        question = self.desktop.window(QUESTION)
+        self.wait_for_keyboard(question, QUESTION)
+        self.desktop.press("alt+y")
+        self.desktop.wait_until_gone(QUESTION)
+        self.wait_for_keyboard(self.browser.number, TITLE)
+        before[camera].remove(name)
+        until(lambda: [self.names(0), self.names(1)] == before, 10, lambda: f"the end of {name} ({self.names(camera)})")
+
+    def tell(self, manager):
+        self.begin(manager, {"Camera": "1", "lstImg": "1"})
+        self.browser.wait_for(self.browser.framed, [1])
+        self.click_row(FILE_X, 0, RIGHT)
+        self.expect_deletion_of(1, image_name(5))
+        self.desktop.press("Home")
+        self.browser.wait_for(self.browser.framed, [0])
+        self.expect_deletion_of(0, image_name(5))
+        self.desktop.press(GROUP_VIEW_KEY)
+        self.browser.wait_for(self.browser.framed, [4])
+        self.click_row(FILE_X, 1, RIGHT)
+        self.expect_deletion_of(0, image_name(4))
+        self.desktop.tool("keydown", "ctrl")
+        self.click_row(FILE_X, 3)
+        self.desktop.tool("keyup", "ctrl")
+        self.expect_deletion_of(0, image_name(3))
+        self.press_refresh_release(1)
+        self.expect_deletion_of(0, image_name(1))
+        self.click_row(CAMERA_X, 1)
+        self.browser.wait_for(self.browser.framed, [4])
+        self.click_row(CAMERA_X, 0, RIGHT)
+        self.click_row(FILE_X, 4)
+        self.expect_deletion_of(1, image_name(4))
+        self.end()
+
+    def press_refresh_release(self, row):
+        """A press on a row that an earlier image moves down before the button is released."""
+        x, y = FILE_X, LIST_TOP + row * LIST_STEP
+        self.desktop.tool("mousemove", "--window", self.browser.number, x, y, "mousedown", LEFT)
+        self.store(URLS[0], image_name(0, day=1), 9)
+        self.desktop.press("F5")
+        self.browser.wait_for(self.browser.framed, [3])  # of four images now, the newest
+        self.desktop.tool("mouseup", LEFT)
+        self.browser.wait_for(self.browser.framed, [row + 1])
+
+    def end(self):
+        self.program.terminate()
+        self.assertEqual(0, self.program.wait(30), self.program.report())
+
+    def test_under_openbox(self):
+        self.tell("openbox")
+
+    def test_under_metacity(self):
+        self.tell("metacity")
+
+    def test_under_xfwm4(self):
+        self.tell("xfwm4")
+
+
+if __name__ == "__main__":
+    house.main()

@@ -8,6 +8,7 @@
 #include "pictures/PictureScaler.h"
 #include "pictures/PictureSize.h"
 #include "pictures/PngChunks.h"
+#include "pictures/PngPasses.h"
 #include "pictures/WebpPart.h"
 
 #include <QBuffer>
@@ -86,21 +87,42 @@ QSize upright(QSize stored)
     return isUpsideDown ? QSize(stored.width(), -stored.height()) : stored;
 }
 
-QImage blank(QSize size, QImage::Format format)
+constexpr uint kDark = 0;
+constexpr uint kBright = ~kDark;
+
+QImage blank(QSize size, QImage::Format format, uint ground = kDark)
 {
     QImage image = format == QImage::Format_Invalid ? QImage() : QImage(size, format);
-    image.fill(0U);
+    image.fill(ground);
     return image;
 }
 
+struct Part
+{
+    QImage image;
+    bool isWhole = false;
+};
+
 // A picture that breaks off leaves the rest of the image that it is read into as it was. One of
 // which nothing was read is none.
-QImage readPart(QImageReader &reader, QSize size)
+Part readPart(QImageReader &reader, QSize size, uint ground = kDark)
 {
     const QImage::Format format = reader.imageFormat();
-    QImage image = blank(size, format);
+    QImage image = blank(size, format, ground);
     const bool isWhole = reader.read(&image);
-    return isWhole || image != blank(size, format) ? image : QImage();
+    const bool isAny = isWhole || image != blank(size, format, ground);
+    return {isAny ? image : QImage(), isWhole};
+}
+
+QImage readWhatThereIs(QImageReader &reader, const QByteArray &bytes, QSize size)
+{
+    const Part part = readPart(reader, size);
+    if (part.isWhole || reader.format() != kPngFormat || !comesInPasses(bytes)) {
+        return part.image;
+    }
+    reader.device()->seek(0);
+    QImageReader again(reader.device(), reader.format());
+    return withPassesFilled(part.image, readPart(again, size, kBright).image);
 }
 
 // The decoder paints the rest of the screen in a colour that nobody else shows.
@@ -126,7 +148,7 @@ QImage decodeOther(QImageReader &reader, const QByteArray &bytes, const PictureW
     if (!isBearable(stored)) {
         return {};
     }
-    QImage image = forPainting(readPart(reader, stored));
+    QImage image = forPainting(readWhatThereIs(reader, bytes, stored));
     if (reader.format() == kGifFormat) {
         image = onItsScreen(image, firstGifFrame(bytes).value_or(image.rect()));
     }

@@ -3,6 +3,8 @@
 #include <QByteArrayView>
 #include <QtEndian>
 
+#include <array>
+
 namespace velmora {
 namespace {
 
@@ -17,11 +19,56 @@ bool isPainted(QByteArrayView chunk)
     return (name.front() & 0x20) == 0 || name == "tRNS";
 }
 
+qsizetype bodyBytes(QByteArrayView chunk)
+{
+    return qsizetype{qFromBigEndian<quint32>(chunk.data())};
+}
+
 QByteArrayView firstChunk(QByteArrayView bytes)
 {
-    const qsizetype whole =
-        kChunkHeadBytes + qsizetype{qFromBigEndian<quint32>(bytes.data())} + kChecksumBytes;
-    return bytes.first(qMin(whole, bytes.size()));
+    return bytes.first(qMin(kChunkHeadBytes + bodyBytes(bytes) + kChecksumBytes, bytes.size()));
+}
+
+// What each value of a byte adds to a CRC-32, as in RFC 1952.
+constexpr std::array<quint32, 256> kSumOfByte = [] {
+    std::array<quint32, 256> sums = {};
+    for (quint32 byte = 0; byte < sums.size(); ++byte) {
+        quint32 sum = byte;
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xEDB88320U : 0U);
+        }
+        sums.at(byte) = sum;
+    }
+    return sums;
+}();
+
+quint32 checksum(QByteArrayView bytes)
+{
+    quint32 sum = ~quint32{0};
+    for (const char byte : bytes) {
+        sum = kSumOfByte.at((sum ^ static_cast<uchar>(byte)) & 0xFF) ^ (sum >> 8);
+    }
+    return ~sum;
+}
+
+void appendNumber(QByteArray &bytes, quint32 number)
+{
+    const quint32 stored = qToBigEndian(number);
+    bytes.append(reinterpret_cast<const char *>(&stored), sizeof stored);
+}
+
+// The decoder reads in large pieces, and paints nothing of one that is shorter than the chunk says.
+void appendData(QByteArray &painted, QByteArrayView chunk)
+{
+    const qsizetype whole = kChunkHeadBytes + bodyBytes(chunk);
+    if (chunk.size() == whole + kChecksumBytes || chunk.sliced(4, 4) != "IDAT") {
+        painted.append(chunk);
+        return;
+    }
+    const QByteArrayView nameAndBody = chunk.first(qMin(whole, chunk.size())).sliced(4);
+    appendNumber(painted, static_cast<quint32>(nameAndBody.size() - 4));
+    painted.append(nameAndBody);
+    appendNumber(painted, checksum(nameAndBody));
 }
 
 } // namespace
@@ -34,7 +81,7 @@ QByteArray paintedPngChunks(const QByteArray &bytes)
     while (rest.size() >= kChunkHeadBytes) {
         const QByteArrayView chunk = firstChunk(rest);
         if (isPainted(chunk)) {
-            painted.append(chunk);
+            appendData(painted, chunk);
         }
         rest = rest.sliced(chunk.size());
     }

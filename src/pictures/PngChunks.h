@@ -6,8 +6,8 @@
 
 namespace velmora {
 
-/// The file with its critical chunks and the transparency alone; a last chunk that breaks off stays
-/// as it is. bytes: begin with the signature of a PNG.
+/// The file with its critical chunks and the transparency alone; data that break off make a shorter
+/// chunk, any other chunk stays as it is. bytes: begin with the signature of a PNG.
 [[nodiscard]] QByteArray paintedPngChunks(const QByteArray &bytes);
 
 } // namespace velmora

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <string_view>
 #include <sys/resource.h>
 
@@ -74,6 +76,49 @@ TEST(HostilePicture, ShowsWhatThereIsOfAnotherFormatThatBreaksOff)
         const int y = format == std::string_view("bmp") ? 200 : 40;
         EXPECT_EQ(part.copy(0, y, 320, 8), all.copy(0, y, 320, 8)) << format;
         EXPECT_NE(part, all) << format;
+    }
+}
+
+TEST(HostilePicture, ShowsWhatThereIsOfASmallPngThatBreaksOff)
+{
+    const QByteArray whole = encoded(noise({40, 30}), "png");
+    const QImage all = decodePicture(whole, {});
+    const QImage part = decodePicture(whole.first(whole.size() * 6 / 10), {});
+    ASSERT_EQ(part.size(), all.size());
+    EXPECT_EQ(part.copy(0, 0, 40, 8), all.copy(0, 0, 40, 8));
+    EXPECT_NE(part, all);
+}
+
+/// How far the colours of two pictures are apart where that is most.
+int distance(const QImage &one, const QImage &other)
+{
+    int most = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QRgb a = one.pixel(x, y);
+            const QRgb b = other.pixel(x, y);
+            most = std::max({most, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                             std::abs(qBlue(a) - qBlue(b))});
+        }
+    }
+    return most;
+}
+
+TEST(HostilePicture, ShowsAPngInPassesCoarselyWhereItBreaksOff)
+{
+    QImage slope({320, 240}, QImage::Format_RGB32);
+    for (int y = 0; y < slope.height(); ++y) {
+        for (int x = 0; x < slope.width(); ++x) {
+            slope.setPixel(x, y, qRgb(x / 2, y, (x + y) / 3));
+        }
+    }
+    const QByteArray whole = pngInPasses(slope);
+    EXPECT_EQ(distance(decodePicture(whole, {}), slope), 0);
+    for (const int tenths : {2, 4, 6, 8}) {
+        const QImage part = decodePicture(whole.first(whole.size() * tenths / 10), {});
+        ASSERT_EQ(part.size(), slope.size());
+        EXPECT_GT(distance(part, slope), 0);
+        EXPECT_LE(distance(part, slope), 8) << tenths;
     }
 }
 

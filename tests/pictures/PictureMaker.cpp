@@ -285,6 +285,35 @@ QByteArray claiming(QByteArray picture, QSize size)
     return picture;
 }
 
+QByteArray pngInPasses(const QImage &image)
+{
+    struct Pass
+    {
+        int x, y, across, down;
+    };
+
+    constexpr Pass kPasses[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
+                                {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+    QByteArray lines;
+    for (const Pass &pass : kPasses) {
+        for (int y = pass.y; y < image.height(); y += pass.down) {
+            lines.append('\0'); // no filter
+            for (int x = pass.x; x < image.width(); x += pass.across) {
+                const QRgb point = image.pixel(x, y);
+                lines.append(static_cast<char>(qRed(point)));
+                lines.append(static_cast<char>(qGreen(point)));
+                lines.append(static_cast<char>(qBlue(point)));
+            }
+        }
+    }
+    const QByteArray head = bigEndian(static_cast<quint32>(image.width())) +
+                            bigEndian(static_cast<quint32>(image.height())) +
+                            QByteArray::fromHex("0802000001");
+    constexpr qsizetype kLengthBytes = 4; // in front of what the toolkit packs
+    return QByteArray::fromHex("89504E470D0A1A0A") + pngChunk("IHDR", head) +
+           pngChunk("IDAT", qCompress(lines).sliced(kLengthBytes)) + pngChunk("IEND", {});
+}
+
 QByteArray pngChunk(QByteArrayView name, const QByteArray &body)
 {
     const QByteArray named = name.toByteArray() + body;

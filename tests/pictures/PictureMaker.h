@@ -51,6 +51,9 @@ enum class Progressive { No, Yes };
 /// The JPEG or PNG with another size in its header, which is all that changes.
 [[nodiscard]] QByteArray claiming(QByteArray picture, QSize size);
 
+/// The picture as a PNG in seven passes of 24 bits.
+[[nodiscard]] QByteArray pngInPasses(const QImage &image);
+
 /// A chunk of a PNG with its checksum. name: four letters.
 [[nodiscard]] QByteArray pngChunk(QByteArrayView name, const QByteArray &body);
 

@@ -51,9 +51,19 @@ TEST(PngChunks, LeaveOutAllOfMany)
     EXPECT_EQ(paintedPngChunks(png), plainPng());
 }
 
-TEST(PngChunks, KeepALastChunkThatBreaksOff)
+TEST(PngChunks, MakeAShorterChunkOfDataThatBreakOff)
 {
-    const QByteArray cut = plainPng().first(kFrontBytes + 20);
+    const QByteArray front = plainPng().first(kFrontBytes);
+    const QByteArray data = pngChunk("IDAT", "abcdefgh");
+    for (const qsizetype missing : {1, 4, 5}) {
+        const QByteArray there = QByteArray("abcdefgh").first(missing < 5 ? 8 : 7);
+        EXPECT_EQ(paintedPngChunks(front + data.chopped(missing)), front + pngChunk("IDAT", there));
+    }
+}
+
+TEST(PngChunks, KeepAnotherLastChunkThatBreaksOff)
+{
+    const QByteArray cut = plainPng().first(kFrontBytes) + pngChunk("PLTE", "abcdef").chopped(6);
     EXPECT_EQ(paintedPngChunks(cut), cut);
 }
 
@@ -61,7 +71,7 @@ TEST(PngChunks, EndAtALengthBeyondTheFile)
 {
     const QByteArray huge = QByteArray::fromHex("FFFFFFFF") + "IDATxyz";
     EXPECT_EQ(paintedPngChunks(plainPng().first(kFrontBytes) + huge),
-              plainPng().first(kFrontBytes) + huge);
+              plainPng().first(kFrontBytes) + pngChunk("IDAT", "xyz"));
 }
 
 TEST(PngChunks, LeaveAPieceOfAChunksHeadOut)

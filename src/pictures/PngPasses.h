@@ -1,0 +1,18 @@
+// A PNG whose points come in seven passes, from coarse to fine, so that of one that breaks off
+// single points are there.
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+namespace velmora {
+
+/// bytes: begin with the signature of a PNG.
+[[nodiscard]] bool comesInPasses(const QByteArray &bytes);
+
+/// The picture with every point that is not there like the one of an earlier pass beside it.
+/// picture, other: the same read over two grounds that differ everywhere, so that a point is there
+/// where both are alike.
+[[nodiscard]] QImage withPassesFilled(QImage picture, const QImage &other);
+
+} // namespace velmora

@@ -26,7 +26,7 @@ QPoint earlierPoint(int x, int y)
 
 void fillLine(QImage &picture, const QImage &other, int y)
 {
-    const int pointBytes = picture.depth() / 8;
+    const qsizetype pointBytes = picture.depth() / 8;
     uchar *const line = picture.scanLine(y);
     const uchar *const otherLine = other.constScanLine(y);
     for (int x = 0; x < picture.width(); ++x) {

@@ -136,6 +136,16 @@ TEST_F(ContactSheetTest, OpensAtItsUsualSize)
     EXPECT_EQ(sheet().size(), QSize(720, 720));
 }
 
+TEST_F(ContactSheetTest, TheLineAtTheFootSaysWhatHappenedAlsoWhenItIsSmall)
+{
+    house_.open();
+    auto &line = house_.find<QLabel>(QStringLiteral("txtLog"));
+    line.setText(QStringLiteral("Camera 0:3: Couldn't connect to server"));
+    resizeSheet({432, 432});
+    EXPECT_EQ(sheet().size(), QSize(432, 432));
+    EXPECT_GE(line.width(), 90);
+}
+
 TEST_F(ContactSheetTest, TheControlsStayInTheirCornerAsItShrinks)
 {
     house_.open();

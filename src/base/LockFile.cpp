@@ -1,5 +1,6 @@
 #include "base/LockFile.h"
 
+#include "base/OwnFile.h"
 #include "base/SystemCalls.h"
 
 #include <QFile>
@@ -14,8 +15,6 @@
 namespace velmora {
 namespace {
 
-constexpr mode_t kHolderAlone = 0600;
-constexpr int kCommonFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr int kAttempts = 100; // against holders that come and go at the same moment
 constexpr qsizetype kMostBytes = 4096;
 constexpr int kLooks = 20; // for what a holder writes just after it has taken the lock
@@ -27,24 +26,6 @@ struct flock wholeFile()
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
     return lock;
-}
-
-QByteArray folderOf(const QByteArray &path)
-{
-    return path.first(path.lastIndexOf('/') + 1) + '.';
-}
-
-// What a stranger has put there would let him shut everybody out, and writing into a second name of
-// some other file would destroy that.
-bool isTrusted(int file, const QByteArray &path)
-{
-    struct stat info = {};
-    struct stat folder = {};
-    if (::fstat(file, &info) != 0 || !S_ISREG(info.st_mode) || info.st_nlink > 1) {
-        return false;
-    }
-    return info.st_uid == ::geteuid() ||
-           (::stat(folderOf(path).constData(), &folder) == 0 && folder.st_uid == info.st_uid);
 }
 
 // False when the file was taken away, by the last holder, between opening and locking it.
@@ -83,29 +64,8 @@ LockHolder awaitHolder(int file)
 void tellOthers(int file, const QByteArray &note)
 {
     const QByteArray text = QByteArray::number(::getpid()) + '\n' + note + '\n';
-    static_cast<void>(::fchmod(file, kHolderAlone));
     static_cast<void>(::ftruncate(file, 0));
     static_cast<void>(::pwrite(file, text.constData(), static_cast<std::size_t>(text.size()), 0));
-}
-
-// A file made just now is this process's own, whatever owner its file system gives it.
-struct Opened
-{
-    UniqueFd file;
-    bool isTrusted;
-};
-
-Opened openOrMake(const QByteArray &path)
-{
-    UniqueFd made(::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | kCommonFlags, kHolderAlone));
-    if (made || errno != EEXIST) {
-        return {std::move(made), true};
-    }
-    UniqueFd found(::open(path.constData(), O_RDWR | kCommonFlags));
-    const int error = errno;
-    const bool trusted = found && isTrusted(found.get(), path);
-    errno = error;
-    return {std::move(found), trusted};
 }
 
 bool isHeld(std::error_code error)
@@ -131,7 +91,7 @@ LockFile::~LockFile()
 LockAttempt LockFile::take(const QByteArray &note)
 {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        Opened opened = openOrMake(path_);
+        OwnFile opened = openOwnFile(path_);
         if (!opened.file && errno == ENOENT && attempt + 1 < kAttempts) {
             continue; // gone between the two ways of opening it, or its folder is missing
         }
@@ -160,9 +120,9 @@ LockAttempt LockFile::take(const QByteArray &note)
 std::optional<LockHolder> lockHolder(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
-    const UniqueFd file(::open(name.constData(), O_RDONLY | kCommonFlags));
+    const UniqueFd file(::open(name.constData(), O_RDONLY | kOwnFileFlags));
     struct flock lock = wholeFile();
-    const bool isLocked = file && isTrusted(file.get(), name) &&
+    const bool isLocked = file && isOwnFile(file.get(), name) &&
                           ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
     return isLocked ? std::optional(awaitHolder(file.get())) : std::nullopt;
 }

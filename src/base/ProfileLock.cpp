@@ -1,13 +1,15 @@
 #include "base/ProfileLock.h"
 
+#include "base/OwnFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <thread>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -17,20 +19,31 @@ using namespace std::chrono_literals;
 constexpr auto kStep = 1ms; // a write takes about as long
 constexpr int kMostSteps = 500;
 
-UniqueFd openFolderOf(const QString &path)
+UniqueFd openLockOf(const QString &path)
 {
-    const QByteArray folder = QFile::encodeName(QFileInfo(path).path());
-    return UniqueFd(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const QFileInfo settings(path);
+    const QString lock = settings.path() + QStringLiteral("/.") + settings.fileName();
+    OwnFile opened = openOwnFile(QFile::encodeName(lock + QStringLiteral(".lock")));
+    return opened.isTrusted ? std::move(opened.file) : UniqueFd(-1);
+}
+
+bool isBusy(int error)
+{
+    return error == EAGAIN || error == EACCES || error == EINTR;
 }
 
 } // namespace
 
+// The lock belongs to the open file, so that it ends with this object and no other's closing.
 ProfileLock::ProfileLock(const QString &path)
-    : folder_(openFolderOf(path))
+    : file_(openLockOf(path))
 {
-    for (int step = 0; folder_ && step < kMostSteps; ++step) {
-        if (::flock(folder_.get(), LOCK_EX | LOCK_NB) == 0 ||
-            (errno != EWOULDBLOCK && errno != EINTR)) {
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    for (int step = 0; file_ && step < kMostSteps; ++step) {
+        isHeld_ = ::fcntl(file_.get(), F_OFD_SETLK, &lock) == 0;
+        if (isHeld_ || !isBusy(errno)) {
             return;
         }
         std::this_thread::sleep_for(kStep);

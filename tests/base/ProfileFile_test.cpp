@@ -22,6 +22,7 @@ using test::TempTree;
 
 constexpr qsizetype kPageBytes = 4096;
 constexpr time_t kLongAgo = 1000000000;
+const QStringList kFileAndLock{QStringLiteral(".a.ini.lock"), QStringLiteral("a.ini")};
 
 class ProfileFile : public testing::Test
 {
@@ -68,7 +69,7 @@ TEST_F(ProfileFile, MakesAMissingFile)
 {
     EXPECT_EQ(write("v"), ProfileWrite::Written);
     EXPECT_EQ(text(), QByteArray("[s]\r\nk=v\r\n"));
-    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+    EXPECT_EQ(tree.files(), kFileAndLock);
 }
 
 TEST_F(ProfileFile, MakesNoFileToTakeAKeyOut)
@@ -110,7 +111,7 @@ TEST_F(ProfileFile, PutsANewFileInPlaceForAValueOfAnotherLength)
     EXPECT_EQ(write("10"), ProfileWrite::Written);
     EXPECT_EQ(text(), QByteArray("[s]\r\nk=10\r\n"));
     EXPECT_NE(info().st_ino, before.st_ino);
-    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+    EXPECT_EQ(tree.files(), kFileAndLock);
 }
 
 TEST_F(ProfileFile, PutsANewFileInPlaceForAValueAcrossTwoPages)
@@ -244,7 +245,7 @@ TEST_F(ProfileFile, KeepsTheOldTextWhenTheDiskIsFull)
     const FileSizeLimit limit(1000);
     EXPECT_EQ(write("longer"), ProfileWrite::Failed);
     EXPECT_EQ(text(), before);
-    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.ini")});
+    EXPECT_EQ(tree.files(), kFileAndLock);
 }
 
 TEST_F(ProfileFile, KeepsTheOldTextWhenTheDiskFillsUpInTheMiddleOfANewLine)

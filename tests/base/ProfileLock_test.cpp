@@ -1,0 +1,119 @@
+// The lock under which settings are changed: who can hold it, and what does not stop it.
+#include "base/ProfileLock.h"
+
+#include "base/UniqueFd.h"
+#include "support/TempTree.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+namespace {
+
+using test::TempTree;
+
+class ProfileLockTest : public testing::Test
+{
+protected:
+    [[nodiscard]] QString settings() const { return tree.path(u"a.ini"); }
+
+    [[nodiscard]] QByteArray lockPath() const
+    {
+        return QFile::encodeName(tree.path(u".a.ini.lock"));
+    }
+
+    [[nodiscard]] struct stat lockInfo() const
+    {
+        struct stat info = {};
+        EXPECT_EQ(::stat(lockPath().constData(), &info), 0);
+        return info;
+    }
+
+    TempTree tree;
+};
+
+TEST_F(ProfileLockTest, IsHeldByOneAtATime)
+{
+    const ProfileLock first(settings());
+    EXPECT_TRUE(first.isHeld());
+    EXPECT_FALSE(ProfileLock(settings()).isHeld());
+}
+
+TEST_F(ProfileLockTest, IsFreeOnceItsHolderIsGone)
+{
+    {
+        const ProfileLock first(settings());
+        ASSERT_TRUE(first.isHeld());
+    }
+    EXPECT_TRUE(ProfileLock(settings()).isHeld());
+}
+
+TEST_F(ProfileLockTest, NoReaderOfTheFolderCanHoldIt)
+{
+    const UniqueFd reader(
+        ::open(QFile::encodeName(tree.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(::flock(reader.get(), LOCK_EX), 0);
+    EXPECT_TRUE(ProfileLock(settings()).isHeld());
+}
+
+TEST_F(ProfileLockTest, NoReaderOfTheSettingsCanHoldIt)
+{
+    tree.write(u"a.ini", "[Control]\r\n");
+    const UniqueFd reader(::open(QFile::encodeName(settings()).constData(), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(::flock(reader.get(), LOCK_EX), 0);
+    EXPECT_TRUE(ProfileLock(settings()).isHeld());
+}
+
+TEST_F(ProfileLockTest, ItsFileIsForItsOwnerAloneWhateverTheMask)
+{
+    const mode_t before = ::umask(0);
+    EXPECT_TRUE(ProfileLock(settings()).isHeld());
+    ::umask(before);
+    EXPECT_EQ(lockInfo().st_mode & 07777, mode_t{0600});
+}
+
+TEST_F(ProfileLockTest, AFileThatOthersMayReadIsTakenBackFromThem)
+{
+    tree.write(u".a.ini.lock", "");
+    ASSERT_EQ(::chmod(lockPath().constData(), 0644), 0);
+    EXPECT_TRUE(ProfileLock(settings()).isHeld());
+    EXPECT_EQ(lockInfo().st_mode & 07777, mode_t{0600});
+}
+
+TEST_F(ProfileLockTest, OfTheAdministratorIsTheFolderOwners)
+{
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "needs the administrator's rights";
+    }
+    ASSERT_EQ(::chown(QFile::encodeName(tree.path()).constData(), 1234, 1234), 0);
+    EXPECT_TRUE(ProfileLock(settings()).isHeld());
+    EXPECT_EQ(lockInfo().st_uid, uid_t{1234});
+}
+
+TEST_F(ProfileLockTest, FollowsNoLink)
+{
+    tree.write(u"other", "text");
+    ASSERT_EQ(::symlink(QFile::encodeName(tree.path(u"other")).constData(), lockPath().constData()),
+              0);
+    EXPECT_FALSE(ProfileLock(settings()).isHeld());
+}
+
+TEST_F(ProfileLockTest, WaitsForNoPipe)
+{
+    ASSERT_EQ(::mkfifo(lockPath().constData(), 0600), 0);
+    EXPECT_FALSE(ProfileLock(settings()).isHeld());
+}
+
+TEST_F(ProfileLockTest, IsGoneWithoutInAMissingFolder)
+{
+    EXPECT_FALSE(ProfileLock(tree.path(u"missing/a.ini")).isHeld());
+}
+
+} // namespace
+} // namespace velmora

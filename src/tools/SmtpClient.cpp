@@ -48,10 +48,6 @@ void setConnection(CURL *easy, const MailAccount &account, const SmtpOptions &op
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
                      static_cast<long>(options.connectLimit.count()));
     curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(options.totalLimit.count()));
-    if (!options.authorities.isEmpty()) {
-        curl_easy_setopt(easy, CURLOPT_CAINFO, options.authorities.constData());
-        curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
-    }
 }
 
 void setLogin(CURL *easy, const MailAccount &account)
@@ -106,17 +102,22 @@ MailProblem problemOf(CURLcode code, const Greeting &greeting, const MailAccount
 
 SmtpClient::SmtpClient(SmtpOptions options)
     : options_(std::move(options))
+    , authorities_(options_.authorities)
 {
 }
 
+// Whether a server encrypts shows only in the middle of the greeting, so the certificates are read
+// before it.
 QCoro::Task<std::optional<MailProblem>> SmtpClient::send(MailAccount account, QByteArray text,
                                                          std::stop_token stop)
 {
+    co_await authorities_.load();
     const QDeadlineTimer limit(options_.totalLimit, Qt::PreciseTimer);
     Greeting greeting;
     const Easy easy(TransferLoop::newTransfer());
     setConnection(easy.get(), account, options_);
     setLogin(easy.get(), account);
+    authorities_.applyTo(easy.get());
     curl_easy_setopt(easy.get(), CURLOPT_HEADERFUNCTION, &onReply);
     curl_easy_setopt(easy.get(), CURLOPT_HEADERDATA, &greeting);
     const std::optional<int> code = co_await loop_.connect(easy.get(), stop);

@@ -1,6 +1,7 @@
 // Hands a mail to a mail server (SMTP), on the event loop.
 #pragma once
 
+#include "net/Authorities.h"
 #include "net/TransferLoop.h"
 #include "tools/MailAccount.h"
 
@@ -26,7 +27,7 @@ struct SmtpOptions
 {
     std::chrono::milliseconds connectLimit = std::chrono::seconds{10}; // up to the login
     std::chrono::milliseconds totalLimit = std::chrono::seconds{30};
-    QByteArray authorities; // native path of certificates to trust; empty: the system's
+    AuthorityPlaces authorities = usualAuthorityPlaces();
 };
 
 /// Sends with libcurl. One session, no second try; certificates are checked. A mail that one
@@ -42,6 +43,7 @@ public:
 
 private:
     SmtpOptions options_;
+    Authorities authorities_;
     TransferLoop loop_;
 };
 

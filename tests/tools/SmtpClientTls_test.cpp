@@ -1,5 +1,8 @@
 // Mail over encrypted connections, and what is not sent without.
 #include "SmtpExchange.h"
+#include "support/TempTree.h"
+
+#include <QFile>
 
 namespace velmora::test {
 namespace {
@@ -27,7 +30,21 @@ protected:
         return send(account).value_or(MailProblem{}).kind;
     }
 
-    SmtpClient wary_{{std::chrono::seconds{5}, std::chrono::seconds{5}, {}}}; // trusts the system's
+    /// Turns of the event loop from the begin of sending a mail to the server's hearing of it.
+    int turnsUntilConnected(const QByteArray &authorities)
+    {
+        SmtpClient client{{std::chrono::seconds{20}, std::chrono::seconds{20}, {authorities, {}}}};
+        server_.script.tls = MailTls::FromTheStart;
+        const LoopTurns loop;
+        int turns = 0;
+        QObject guard;
+        QObject::connect(&server_, &QTcpServer::newConnection, &guard,
+                         [&] { turns = loop.turns(); });
+        EXPECT_EQ(sendBy(client, encryptedFromTheStart(server_.host())), std::nullopt);
+        return turns;
+    }
+
+    SmtpClient wary_; // trusts those that the system trusts
 };
 
 TEST_F(SmtpClientTls, EncryptsWhereTheServerOffersIt)
@@ -115,6 +132,17 @@ TEST_F(SmtpClientTls, TheEventLoopRunsWhileTheServerThinks)
         server_.script.silent = {step};
         EXPECT_TRUE(waitsInTurns(encryptedFromTheStart(server_.host()))) << step;
     }
+}
+
+// Read in one go they would take the same turns as one.
+TEST_F(SmtpClientTls, TheEventLoopRunsWhileManyCertificatesAreRead)
+{
+    QFile one(QString::fromLocal8Bit(selfSignedCertificate()));
+    ASSERT_TRUE(one.open(QIODevice::ReadOnly));
+    const TempTree tree;
+    tree.write(u"many.pem", one.readAll().repeated(1500));
+    const int withOne = turnsUntilConnected(selfSignedCertificate());
+    EXPECT_GT(turnsUntilConnected(QFile::encodeName(tree.path(u"many.pem"))), withOne + 4);
 }
 
 TEST_F(SmtpClientTls, TellsAConnectionThatIsCut)

@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QTextStream>
 
+#include <csignal>
 #include <cstdlib>
 #include <memory>
 
@@ -131,6 +132,9 @@ int run(int argc, char **argv, const RunRequest &request)
     if (!request.headless && !hasDisplay(argumentList(argc, argv))) {
         return fail(kNoDisplay, 1);
     }
+    if (!request.headless) {
+        std::signal(SIGPIPE, SIG_IGN); // nobody need read what is said beside the windows
+    }
     const auto application = makeApplication(argc, argv, request.headless);
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
@@ -214,6 +218,7 @@ int makeFilm(int argc, char **argv, const FilmRequest &request)
 int main(int argc, char **argv)
 {
     keepMemoryBetweenPasses();
+    std::signal(SIGXFSZ, SIG_IGN); // the write that goes beyond the limit says so itself
     const StartRequest request = parseCommandLine(argumentList(argc, argv));
     return std::visit(
         Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },

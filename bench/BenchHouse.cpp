@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kStartMs = 5000;
 constexpr double kNsPerMs = 1e6;
+constexpr int kTurnsToPaint = 50; // of a timer each millisecond
 constexpr int kTickBeforeLast = 59;
 
 } // namespace
@@ -61,7 +62,10 @@ House::House(const QString &programFolder)
     engine_.start();
     window_.bringUp();
     QObject::connect(&gapTimer_, &QTimer::timeout, &gapTimer_, [this] {
+        const double ms = processorMs();
         longestGapNs_ = std::max(longestGapNs_, gap_.nsecsElapsed());
+        longestTurnMs_ = std::max(longestTurnMs_, ms - turnBeganMs_);
+        turnBeganMs_ = ms;
         gap_.restart();
     });
     gapTimer_.setTimerType(Qt::PreciseTimer);
@@ -97,6 +101,7 @@ double House::passMs()
     QElapsedTimer timer;
     timer.start();
     gap_.restart();
+    turnBeganMs_ = processorMs();
     run(engine_.scheduler().Timer_Timer());
     const double elapsed = static_cast<double>(timer.nsecsElapsed()) / kNsPerMs;
     engine_.timer().stop();
@@ -111,9 +116,21 @@ void House::idleTick()
     engine_.timer().stop();
 }
 
+void House::paintFirst()
+{
+    for (int turn = 0; turn < kTurnsToPaint; ++turn) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
 double House::longestGapMs()
 {
     return static_cast<double>(std::exchange(longestGapNs_, 0)) / kNsPerMs;
+}
+
+double House::longestTurnMs()
+{
+    return std::exchange(longestTurnMs_, 0);
 }
 
 double processorMs()

@@ -59,8 +59,15 @@ public:
     /// Runs one tick at which no camera in fixed mode is due.
     void idleTick();
 
+    /// Lets the window be painted for the first time, which takes longer than any turn behind it.
+    void paintFirst();
+
     /// Longest time between two turns of the event loop since the last call; milliseconds.
     double longestGapMs();
+
+    /// The most processor time between two turns of the event loop since the last call: what the
+    /// program itself takes, whatever else runs on the machine.
+    double longestTurnMs();
 
 private:
     void run(QCoro::Task<> task);
@@ -73,6 +80,8 @@ private:
     QTimer gapTimer_;
     QElapsedTimer gap_;
     qint64 longestGapNs_ = 0;
+    double turnBeganMs_ = 0;
+    double longestTurnMs_ = 0;
 };
 
 /// Processor time of this process so far; milliseconds.

@@ -49,13 +49,15 @@ int main(int argc, char **argv)
     });
     House house(folder.path());
     house.engine().options().setTimeout(QStringLiteral("120"));
-    QCoreApplication::processEvents();
+    house.paintFirst();
     static_cast<void>(house.longestGapMs());
+    static_cast<void>(house.longestTurnMs());
     const double idle = statusMb("VmRSS");
     const double ms = house.passMs();
     QTextStream(stdout) << "{\"bench\":\"flood\",\"cameras\":" << count << ",\"bytes\":" << bytes
                         << ",\"pass_ms\":" << ms << ",\"idle_mb\":" << idle
                         << ",\"most_above_idle_mb\":" << statusMb("VmHWM") - idle
-                        << ",\"longest_gap_ms\":" << house.longestGapMs() << "}\n";
+                        << ",\"longest_gap_ms\":" << house.longestGapMs()
+                        << ",\"longest_turn_processor_ms\":" << house.longestTurnMs() << "}\n";
     return 0;
 }

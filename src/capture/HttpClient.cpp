@@ -22,7 +22,9 @@ constexpr qint64 kMaxHeaderBytes = 128LL * 1024; // of an answer and the redirec
 constexpr long kMaxRedirects = 10;
 constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would be none
 constexpr int kSocketBufferBytes = 256 * 1024;
-constexpr long kReceiveBufferBytes = 32L * 1024; // libcurl fills it up to a hundred times in one go
+constexpr long kReceiveBufferBytes = 16L * 1024; // libcurl fills it up to a hundred times in one go
+constexpr qsizetype kSmallPieceBytes = 4 * 1024;
+constexpr qsizetype kGatheredBytes = 16 * 1024;
 constexpr int kFirstGoodStatus = 200;
 constexpr int kFirstRedirectStatus = 300;
 
@@ -39,7 +41,15 @@ enum class Refusal { None, Status, TooLong, Headers, Coding, Memory, Stream, Eno
 /// A transfer and what has come of it so far.
 struct Transfer
 {
+    Transfer(TransferLoop &onLoop, ReplyBody empty)
+        : loop(onLoop)
+        , body(std::move(empty))
+    {
+    }
+
+    TransferLoop &loop;
     ReplyBody body;
+    QByteArray gathered; // of a body that comes in small pieces, not yet in it
     qint64 headerBytes = 0;
     Refusal refusal = Refusal::None;
     std::optional<FirstPart> stream; // of an answer that is a stream of pictures
@@ -66,7 +76,8 @@ Refusal refusalOfBody(const Transfer &transfer, qsizetype length)
     if (!isGoodStatus(statusOf(transfer.easy.get()))) {
         return Refusal::Status;
     }
-    return transfer.body.size() + length > kMaxBodyBytes ? Refusal::TooLong : Refusal::None;
+    const qint64 total = transfer.body.size() + transfer.gathered.size() + length;
+    return total > kMaxBodyBytes ? Refusal::TooLong : Refusal::None;
 }
 
 // Of a stream one picture is enough; the rest of it is not waited for.
@@ -84,6 +95,24 @@ Refusal refusalOfStream(Transfer &transfer, QByteArrayView bytes)
     return Refusal::None;
 }
 
+void appendGathered(Transfer &transfer)
+{
+    transfer.body.append(std::exchange(transfer.gathered, {}));
+}
+
+// A server may send every byte as a piece of its own; each would be a call of the system.
+void appendToBody(Transfer &transfer, QByteArrayView bytes)
+{
+    if (transfer.gathered.isEmpty() && bytes.size() >= kSmallPieceBytes) {
+        transfer.body.append(bytes);
+        return;
+    }
+    transfer.gathered.append(bytes);
+    if (transfer.gathered.size() >= kGatheredBytes) {
+        appendGathered(transfer);
+    }
+}
+
 void takeBody(Transfer &transfer, QByteArrayView bytes)
 {
     transfer.refusal = refusalOfBody(transfer, bytes.size());
@@ -93,7 +122,7 @@ void takeBody(Transfer &transfer, QByteArrayView bytes)
     if (transfer.stream) {
         transfer.refusal = refusalOfStream(transfer, bytes);
     } else {
-        transfer.body.append(bytes);
+        appendToBody(transfer, bytes);
     }
 }
 
@@ -102,6 +131,9 @@ std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
     const std::size_t total = size * count; // of bytes
+    if (transfer->loop.pausesNow()) {
+        return CURL_WRITEFUNC_PAUSE;
+    }
     try {
         takeBody(*transfer, QByteArrayView(bytes, static_cast<qsizetype>(total)));
     } catch (const std::bad_alloc &) {
@@ -299,6 +331,7 @@ HttpReply replyOf(Transfer &transfer, CURLcode code)
     HttpReply reply;
     reply.outcome = arrived ? FetchOutcome::Arrived : FetchOutcome::Failed;
     if (arrived) {
+        appendGathered(transfer);
         reply.body = std::move(transfer.body);
     }
     // The date of a stream would be that of its begin.
@@ -383,8 +416,7 @@ QCoro::Task<HttpReply> HttpClient::transfer(HttpRequest request, std::stop_token
 QCoro::Task<std::optional<HttpReply>> HttpClient::tryTransfer(HttpRequest request,
                                                               std::stop_token stop)
 {
-    Transfer transfer;
-    transfer.body = ReplyBody(request.workFolder, bodies_);
+    Transfer transfer(loop_, ReplyBody(request.workFolder, bodies_));
     setTransferOptions(transfer, request);
     setFormOptions(transfer, request);
     authorities_.applyTo(transfer.easy.get());

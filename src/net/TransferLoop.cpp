@@ -24,7 +24,8 @@ namespace {
 using Time = std::chrono::steady_clock::time_point;
 using End = std::optional<int>; // the code, or nothing when stopped
 
-constexpr std::chrono::milliseconds kTurn{3}; // one transfer may take as long again
+constexpr std::chrono::milliseconds kTurn{3};
+constexpr std::chrono::milliseconds kPart{2}; // of one transfer, which may begin at the turn's end
 constexpr std::chrono::milliseconds kLongestWait{3'600'000};
 
 int selectMask(SocketEvents events)
@@ -51,6 +52,9 @@ struct TransferLoop::Transfer
     AtEnd atEnd = AtEnd::Close;
     OneShot<End> *waiter = nullptr; // none once it is connected
     Time due = Time::max();
+    Time pausedSince = Time::max();
+
+    [[nodiscard]] Time nextTurn() const { return std::min(due, pausedSince); }
 
     Transfer() = default;
     Q_DISABLE_COPY_MOVE(Transfer)
@@ -117,6 +121,16 @@ public:
         }
     }
 
+    bool pausesNow()
+    {
+        const Time now = std::chrono::steady_clock::now();
+        const bool isLong = acting_ != nullptr && now - actBegan_ >= kPart;
+        if (isLong) {
+            acting_->pausedSince = now;
+        }
+        return isLong;
+    }
+
     void disconnect(CURL *easy)
     {
         live_.erase(easy);
@@ -162,20 +176,48 @@ private:
                 break;
             }
             const auto found = live_.find(easy);
-            if (found != live_.end() && found->second->due == due) {
-                found->second->due = Time::max();
-                act(*found->second, CURL_SOCKET_TIMEOUT, 0);
+            if (found != live_.end() && found->second->nextTurn() == due) {
+                serve(*found->second);
             }
         }
         wakeForNext();
+    }
+
+    void serve(Transfer &transfer)
+    {
+        if (transfer.pausedSince != Time::max()) {
+            goOn(transfer);
+        } else {
+            transfer.due = Time::max();
+            act(transfer, CURL_SOCKET_TIMEOUT, 0);
+        }
+    }
+
+    // What it brought before is given to its callback first, which may pause it again.
+    void goOn(Transfer &transfer)
+    {
+        CURL *const easy = transfer.easy;
+        transfer.pausedSince = Time::max();
+        beginPart(transfer);
+        const CURLcode code = curl_easy_pause(easy, CURLPAUSE_CONT);
+        acting_ = nullptr;
+        if (code != CURLE_OK) {
+            finish(easy, code); // libcurl would tell it to nobody else
+        }
+    }
+
+    void beginPart(Transfer &transfer)
+    {
+        acting_ = &transfer;
+        actBegan_ = std::chrono::steady_clock::now();
     }
 
     [[nodiscard]] std::vector<std::pair<Time, CURL *>> dueTransfers(Time now) const
     {
         std::vector<std::pair<Time, CURL *>> due;
         for (const auto &[easy, transfer] : live_) {
-            if (transfer->due <= now) {
-                due.emplace_back(transfer->due, easy);
+            if (transfer->nextTurn() <= now) {
+                due.emplace_back(transfer->nextTurn(), easy);
             }
         }
         std::ranges::sort(due);
@@ -186,7 +228,7 @@ private:
     {
         Time next = Time::max();
         for (const auto &[easy, transfer] : live_) {
-            next = std::min(next, transfer->due);
+            next = std::min(next, transfer->nextTurn());
         }
         if (next != Time::max()) {
             wakeBy(next, std::chrono::steady_clock::now());
@@ -220,14 +262,19 @@ private:
         }
     }
 
-    void act(const Transfer &transfer, curl_socket_t socket, int mask)
+    void act(Transfer &transfer, curl_socket_t socket, int mask)
     {
         CURL *const easy = transfer.easy;
         int running = 0;
-        if (curl_multi_socket_action(transfer.multi, socket, mask, &running) ==
-            CURLM_OUT_OF_MEMORY) {
+        beginPart(transfer);
+        const CURLMcode code = curl_multi_socket_action(transfer.multi, socket, mask, &running);
+        acting_ = nullptr;
+        if (code == CURLM_OUT_OF_MEMORY) {
             finish(easy, CURLE_OUT_OF_MEMORY); // nobody would hear of its end any more
             return;
+        }
+        if (transfer.pausedSince != Time::max()) {
+            wakeBy(transfer.pausedSince, transfer.pausedSince);
         }
         int left = 0;
         const CURLMsg *const message = curl_multi_info_read(transfer.multi, &left);
@@ -237,7 +284,9 @@ private:
     }
 
     QTimer timer_;
-    Time wakesAt_; // while the timer runs
+    Time wakesAt_;               // while the timer runs
+    Transfer *acting_ = nullptr; // while libcurl works on it
+    Time actBegan_;
     SocketSet sockets_;
     std::unordered_map<int, CURL *> bySocket_;
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // goes first
@@ -282,6 +331,11 @@ QCoro::Task<std::optional<int>> TransferLoop::runUntil(AtEnd atEnd, void *easy,
                                     [&transfers, easy] { transfers.finish(easy, std::nullopt); });
     const End code = co_await end;
     co_return code;
+}
+
+bool TransferLoop::pausesNow()
+{
+    return transfers_->pausesNow();
 }
 
 void TransferLoop::disconnect(void *easy)

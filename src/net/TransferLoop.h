@@ -31,6 +31,11 @@ public:
     /// is connected until disconnect(), which must come before the loop goes.
     QCoro::Task<std::optional<int>> connect(void *easy, std::stop_token stop);
 
+    /// For the callback that is given the bytes of a transfer's body: true when the transfer has
+    /// had its part of this turn, and the callback is to answer CURL_WRITEFUNC_PAUSE. It is given
+    /// the same bytes again in a later turn.
+    [[nodiscard]] bool pausesNow();
+
     /// Closes a connection without a word to the server; does nothing when there is none.
     void disconnect(void *easy);
 

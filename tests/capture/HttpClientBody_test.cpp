@@ -28,6 +28,20 @@ TEST_F(HttpClientBody, GoesToTheWorkFolderWhenItIsLong)
     EXPECT_EQ(tree_.files(), QStringList{QStringLiteral("a.jpg")});
 }
 
+// Longer than what stays in memory; its last bytes come in less than is written at once.
+TEST_F(HttpClientBody, InPiecesOfOneByteArrivesWhole)
+{
+    const QByteArray whole = jpeg(300'001);
+    QByteArray pieces;
+    for (const char byte : whole) {
+        pieces += QByteArray("1\r\n") + byte + "\r\n";
+    }
+    camera_.answer("/a.jpg", withHeaders("Transfer-Encoding: chunked\r\n", pieces + "0\r\n\r\n"));
+    const HttpReply reply = fetch(camera_.url("/a.jpg"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
+    EXPECT_EQ(reply.body.whole(), whole);
+}
+
 TEST_F(HttpClientBody, OfAFailureIsNotKept)
 {
     camera_.answer("/a.jpg", pictureDeclared(kLongBytes, kLongBytes + 1));

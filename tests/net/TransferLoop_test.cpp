@@ -5,12 +5,14 @@
 
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <curl/curl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -159,6 +161,115 @@ TEST_F(TransferLoopTest, RunsManySideBySide)
     }
     EXPECT_EQ(asked, 40);
     EXPECT_EQ(std::count(ends.begin(), ends.end(), std::nullopt), 40);
+}
+
+constexpr qsizetype kPieces = 40;
+constexpr qsizetype kPieceBytes = 1000;
+
+// Every piece a body of its own, as far as libcurl's callback goes.
+QByteArray inPieces()
+{
+    QByteArray answer = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    for (qsizetype i = 0; i < kPieces; ++i) {
+        answer += QByteArray::number(kPieceBytes, 16) + "\r\n" +
+                  QByteArray(kPieceBytes, static_cast<char>('a' + i % 26)) + "\r\n";
+    }
+    return answer + "0\r\n\r\n";
+}
+
+QByteArray allPieces()
+{
+    QByteArray bytes;
+    for (qsizetype i = 0; i < kPieces; ++i) {
+        bytes += QByteArray(kPieceBytes, static_cast<char>('a' + i % 26));
+    }
+    return bytes;
+}
+
+/// Takes a body whose every piece costs a millisecond, and counts how many of them come between two
+/// turns of the event loop.
+class SlowReader
+{
+public:
+    explicit SlowReader(TransferLoop &loop)
+        : loop_(loop)
+    {
+        QObject::connect(&turns_, &QTimer::timeout, &turns_, [this] { inThisTurn_ = 0; });
+        turns_.start(0);
+    }
+
+    static std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
+    {
+        return static_cast<SlowReader *>(user)->take({bytes, static_cast<qsizetype>(size * count)});
+    }
+
+    [[nodiscard]] const QByteArray &bytes() const { return bytes_; }
+
+    [[nodiscard]] int mostInATurn() const { return mostInATurn_; }
+
+    bool breaksOff = false; // in the middle
+
+private:
+    std::size_t take(QByteArrayView bytes)
+    {
+        if (loop_.pausesNow()) {
+            return CURL_WRITEFUNC_PAUSE;
+        }
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds{1};
+        while (std::chrono::steady_clock::now() < end) {
+        }
+        bytes_ += bytes;
+        mostInATurn_ = std::max(mostInATurn_, ++inThisTurn_);
+        const bool isEnough = breaksOff && bytes_.size() > kPieces * kPieceBytes / 2;
+        return isEnough ? CURL_WRITEFUNC_ERROR : static_cast<std::size_t>(bytes.size());
+    }
+
+    TransferLoop &loop_;
+    QTimer turns_;
+    QByteArray bytes_;
+    int inThisTurn_ = 0;
+    int mostInATurn_ = 0;
+};
+
+QCoro::Task<> readInto(TransferLoop &loop, QByteArray url, SlowReader &reader, End &end)
+{
+    const Transfer transfer(url);
+    curl_easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, &SlowReader::onBody);
+    curl_easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &reader);
+    end = co_await loop.run(transfer.get(), {});
+}
+
+class TransferInParts : public TransferLoopTest
+{
+protected:
+    End read()
+    {
+        End end;
+        runToEnd(readInto(*loop_, server_.url(), reader_, end));
+        return end;
+    }
+
+    SmallServer server_{inPieces()};
+    SlowReader reader_{*loop_};
+};
+
+TEST_F(TransferInParts, BringsAllInItsOrder)
+{
+    EXPECT_EQ(read(), End{CURLE_OK});
+    EXPECT_EQ(reader_.bytes(), allPieces());
+}
+
+TEST_F(TransferInParts, LetsTheEventLoopHaveItsTurnInBetween)
+{
+    EXPECT_EQ(read(), End{CURLE_OK});
+    EXPECT_LE(reader_.mostInATurn(), 4);
+}
+
+TEST_F(TransferInParts, EndsWhenItIsBrokenOffBetweenThem)
+{
+    reader_.breaksOff = true;
+    EXPECT_EQ(read(), End{CURLE_WRITE_ERROR});
+    EXPECT_LT(reader_.bytes().size(), allPieces().size());
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "app/SingleInstance.h"
 #include "base/DesktopOpener.h"
 #include "capture/PictureSources.h"
+#include "health/SessionBus.h"
 #include "ui/Accessibility.h"
 
 #include <QApplication>
@@ -73,11 +74,25 @@ void onToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString 
     }
 }
 
+// The toolkit waits for the desktop's message bus without end when that takes no client in.
+void standAsideHangingBus()
+{
+    constexpr std::chrono::seconds kPatience{2};
+    const auto bus = sessionBus();
+    if (bus && !answers(*bus, kPatience)) {
+        QTextStream(stderr) << "velmora: the desktop's message bus does not answer; going on "
+                               "without it"
+                            << Qt::endl;
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    }
+}
+
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool headless)
 {
     if (headless) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
+    standAsideHangingBus();
     const QtMessageHandler usual = qInstallMessageHandler(onToolkitMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(usual);

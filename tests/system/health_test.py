@@ -2,12 +2,14 @@
 system."""
 
 import json
+import socket
 
 import house
 from answers import fresh
 from exim_server import EximServer
 from health_case import CAMERAS, HealthCase
 from notification_server import NotificationServer
+from program import Display
 from waiting import until
 
 
@@ -72,6 +74,32 @@ class LateTest(HealthCase):
         passes = len(self.server.requests)
         until(lambda: len(self.server.requests) > passes, 90, program.report)
         self.end(program)
+
+    def test_goes_on_when_the_bus_takes_nobody_in(self):
+        display = Display()
+        self.addCleanup(display.close)
+        hanging = self.hanging_bus()
+        self.write_settings()
+        self.store(0, 60)
+        self.stop(0)
+        program = self.house.start("--capture", env=hanging)
+        self.wait_for(program, "Camera 0:0")
+        passes = len(self.server.requests)
+        until(lambda: len(self.server.requests) > passes, 40, program.report)
+        self.end(program)
+        passes = len(self.server.requests)
+        program = self.house.start(env=hanging | display.environment())
+        until(lambda: len(self.server.requests) > passes, 40, program.report)
+        self.end(program)
+
+    def hanging_bus(self):
+        """The environment of a desktop whose bus nobody serves: the system alone takes connections."""
+        path = self.house.root / "bus"
+        bus = socket.socket(socket.AF_UNIX)
+        self.addCleanup(bus.close)
+        bus.bind(str(path))
+        bus.listen()
+        return {"DBUS_SESSION_BUS_ADDRESS": f"unix:path={path}"}
 
     def test_knows_again_what_it_knew_and_counts_what_is_damaged(self):
         self.write_settings()

@@ -42,6 +42,19 @@ HourBar &CameraHealth::bar(qint64 hour)
     return found->bar;
 }
 
+// Of a clock that was wrong and has been set back: they would take the room of those that come.
+void CameraHealth::forgetHoursAfter(Moment when)
+{
+    while (!hours_.empty() && hours_.back().hour > hourOf(when)) {
+        hours_.pop_back();
+    }
+}
+
+void CameraHealth::setHour(Moment within, HourBar counted)
+{
+    bar(hourOf(within)) = counted;
+}
+
 void CameraHealth::addImage(Moment when, qint64 size)
 {
     if (newest && when > *newest) {
@@ -50,7 +63,8 @@ void CameraHealth::addImage(Moment when, qint64 size)
             intervals_.pop_front();
         }
     }
-    newest = newest ? std::max(*newest, when) : when;
+    forgetHoursAfter(when);
+    newest = when;
     ++images;
     bytes += size;
     HourBar &now = bar(hourOf(when));

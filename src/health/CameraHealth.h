@@ -32,6 +32,9 @@ public:
     /// The camera gave none.
     void fail(Moment when, const QString &reason);
 
+    /// What came in an hour, as it was counted.
+    void setHour(Moment within, HourBar bar);
+
     /// What was counted in the folder takes the place of what was known of its images.
     void takeCount(const CameraHealth &counted);
 
@@ -61,6 +64,7 @@ public:
 
 private:
     [[nodiscard]] HourBar &bar(qint64 hour);
+    void forgetHoursAfter(Moment when);
 
     struct Hour
     {

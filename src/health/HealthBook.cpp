@@ -138,6 +138,14 @@ void HealthBook::forgive(milliseconds duration)
     }
 }
 
+void HealthBook::excuse(CameraAddress camera)
+{
+    Seen &seen = seen_.at(indexOf(camera));
+    if (seen.quietSince) {
+        seen.quietSince = services_.clock.monotonicNow();
+    }
+}
+
 qint64 HealthBook::bytesADay() const
 {
     qint64 sum = 0;

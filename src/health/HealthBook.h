@@ -53,6 +53,9 @@ public:
     /// Time in which no camera could be seen is taken from all of them.
     void forgive(std::chrono::milliseconds duration);
 
+    /// A camera that nobody asks for images is not quiet: its time begins anew.
+    void excuse(CameraAddress camera);
+
     /// A camera counts as late from now on, or no longer.
     void setLate(CameraAddress camera, bool late);
 

@@ -38,12 +38,28 @@ void HealthCount::look(QByteArrayView name)
     }
     ++images_;
     const auto date = dateInName(name);
+    if (date) {
+        countHour(*date);
+    }
     const bool isLate = date && (latest_.size() < kLatest || *date > latest_.begin()->first);
     if (isLate) {
         latest_.emplace(*date, name.toByteArray());
         if (latest_.size() > kLatest) {
             latest_.erase(latest_.begin());
         }
+    }
+}
+
+// Those of a day before the newest are not asked for.
+void HealthCount::countHour(WallTime date)
+{
+    const WallTime hour = std::chrono::floor<std::chrono::hours>(date);
+    if (hours_.size() == kBars && hour < hours_.begin()->first) {
+        return;
+    }
+    ++hours_[hour];
+    if (hours_.size() > kBars) {
+        hours_.erase(hours_.begin());
     }
 }
 
@@ -55,6 +71,9 @@ CameraHealth HealthCount::take()
         camera.addImage(Moment(date.time_since_epoch()), bytes);
     }
     const auto seen = std::max<qint64>(1, camera.images);
+    for (const auto &[hour, images] : hours_) {
+        camera.setHour(Moment(hour.time_since_epoch()), {images, camera.bytes * images / seen});
+    }
     camera.bytes = camera.bytes * images_ / seen;
     camera.images = images_;
     return camera;

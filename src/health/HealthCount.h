@@ -7,13 +7,15 @@
 
 #include <QByteArray>
 
+#include <map>
 #include <set>
 #include <utility>
 
 namespace velmora {
 
-/// countSome() until it is false, then take(). The sizes are those of the latest images, taken for
-/// all of them: asking for each would take the disk minutes in a full folder.
+/// countSome() until it is false, then take(). The images of the newest day are counted by the
+/// hour. The sizes are those of the latest images, taken for all of them: asking for each would
+/// take the disk minutes in a full folder.
 class HealthCount
 {
 public:
@@ -26,10 +28,12 @@ public:
 
 private:
     void look(QByteArrayView name);
+    void countHour(WallTime date);
 
     QString path_;
     FolderScan scan_;
     qint64 images_ = 0;
+    std::map<WallTime, int> hours_; // by their begin
     std::set<std::pair<WallTime, QByteArray>> latest_;
 };
 

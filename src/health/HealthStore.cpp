@@ -1,8 +1,8 @@
 #include "health/HealthStore.h"
 
+#include "base/FileReader.h"
 #include "base/FileWriter.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -22,11 +22,8 @@ QString path(const QString &programFolder)
 StoredHealth loadHealth(const QString &programFolder)
 {
     StoredHealth stored;
-    QFile file(path(programFolder));
-    const bool isReadable =
-        !file.isSequential() && file.size() <= kMostBytes && file.open(QIODevice::ReadOnly);
-    const QJsonObject root =
-        isReadable ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    const WholeFile file = readWholeFile(path(programFolder), kMostBytes);
+    const QJsonObject root = QJsonDocument::fromJson(file.bytes.value_or(QByteArray())).object();
     const int version = root[QStringLiteral("version")].toInt();
     if (version < 1) {
         return stored;

@@ -36,6 +36,11 @@ QColor lamp(const CameraHealth &camera)
     }
 }
 
+QString spanText(const std::optional<std::chrono::seconds> &span)
+{
+    return span ? ageText(*span) : QString();
+}
+
 QString stateText(const CameraHealth &camera)
 {
     switch (badness(camera)) {
@@ -136,8 +141,7 @@ QString HealthTable::text(CameraAddress camera, Column column) const
     case Age:
         return age(health.newest);
     case Interval:
-        // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
-        return health.usualInterval() ? ageText(*health.usualInterval()) : QString();
+        return spanText(health.usualInterval());
     case Day:
         return QString::number(health.imagesADay(book_.now()));
     case Failure:

@@ -55,35 +55,22 @@ void HealthWatch::look()
 {
     book_.followTable();
     lookAtStorage();
-    if (idleSince_) {
+    lookAtStandstill();
+    if (!services_.storage.isUsable()) {
         return;
     }
     lookAtDisk();
-    if (isTrusted_) {
+    if (isTrusted_ && !standsSince_) {
         lookAtCameras();
     }
     tellBack();
 }
 
-// What cannot be stored is no camera's fault.
 void HealthWatch::lookAtStorage()
-{
-    const bool isIdle = !services_.storage.isUsable();
-    if (isIdle && !idleSince_) {
-        idleSince_ = services_.clock.monotonicNow();
-    } else if (!isIdle && idleSince_) {
-        book_.forgive(services_.clock.monotonicNow() - *idleSince_);
-        idleSince_.reset();
-    }
-    tellStorage();
-}
-
-// A folder that is only being typed is not there as a rule, and nobody has lost anything by it.
-void HealthWatch::tellStorage()
 {
     const StorageFolder &storage = services_.storage;
     if (storage.isBeingEdited()) {
-        return;
+        return; // a folder that is only being typed: nobody has lost anything by it
     }
     const bool isGone = storage.lamp() == LampColour::Red;
     if (std::exchange(isGone_, isGone) == isGone) {
@@ -94,9 +81,23 @@ void HealthWatch::tellStorage()
                : tr("The storage folder %1 is back.").arg(storage.inForce()));
 }
 
-bool HealthWatch::isWatched(const SettingsSnapshot &settings, CameraAddress camera) const
+// What cannot be stored, or is not asked for, is no camera's fault.
+void HealthWatch::lookAtStandstill()
 {
-    return CameraTable::isGroupActive(settings, camera.group) && !scheduler_.isSuspended();
+    const bool stands = !services_.storage.isUsable() || scheduler_.isSuspended();
+    if (stands && !standsSince_) {
+        standsSince_ = services_.clock.monotonicNow();
+    } else if (!stands && standsSince_) {
+        book_.forgive(services_.clock.monotonicNow() - *standsSince_);
+        standsSince_.reset();
+    }
+}
+
+bool HealthWatch::isLate(CameraAddress camera) const
+{
+    const auto patience = options_.rule(camera).patience(book_.camera(camera));
+    const auto quiet = book_.quiet(camera);
+    return patience && quiet && *quiet > *patience;
 }
 
 void HealthWatch::lookAtCameras()
@@ -105,15 +106,16 @@ void HealthWatch::lookAtCameras()
     std::vector<CameraAddress> late;
     bool isOther = false;
     for (const CameraAddress camera : book_.cameras()) {
-        const CameraHealth &health = book_.camera(camera);
-        const auto patience = options_.rule(camera).patience(health);
-        const auto quiet = book_.quiet(camera);
-        const bool isLate = isWatched(settings, camera) && patience && quiet && *quiet > *patience;
-        if (isLate && !health.lateSince) {
+        if (!CameraTable::isGroupActive(settings, camera.group)) {
+            book_.excuse(camera);
+        }
+        const bool wasLate = book_.camera(camera).lateSince.has_value();
+        const bool isNow = isLate(camera);
+        if (isNow && !wasLate) {
             late.push_back(camera);
         }
-        isOther = isOther || isLate != health.lateSince.has_value();
-        book_.setLate(camera, isLate);
+        isOther = isOther || isNow != wasLate;
+        book_.setLate(camera, isNow);
     }
     if (isOther) {
         book_.save();
@@ -168,43 +170,47 @@ std::vector<CameraAddress> HealthWatch::late() const
 
 void HealthWatch::lookAtDisk()
 {
-    room_ = diskRoom(services_.storage.native(services_.storage.text()));
+    const std::optional<DiskRoom> room =
+        diskRoom(services_.storage.native(services_.storage.text()));
+    room_ = room;
     Q_EMIT roomChanged();
-    if (!room_) {
+    if (!room) {
         return;
     }
-    const qint64 limit = options_.limitBytes(room_->allBytes);
-    if (!isDiskLow_ && room_->freeBytes < limit) {
-        isDiskLow_ = true;
-        Q_EMIT noticed(tr("The disk is nearly full: %1.").arg(roomText(*room_, book_.bytesADay())));
-    } else if (isDiskLow_ && room_->freeBytes >= wellAbove(limit)) {
-        isDiskLow_ = false;
-        Q_EMIT noticed(
-            tr("There is room on the disk again: %1.").arg(roomText(*room_, book_.bytesADay())));
-    }
-    keepRoom(limit);
-    holdCapture(limit);
+    const qint64 limit = options_.limitBytes(room->allBytes);
+    judgeRoom(*room, limit);
+    keepRoom(*room, limit);
+    holdCapture(*room, limit);
 }
 
-void HealthWatch::keepRoom(qint64 limit)
+void HealthWatch::judgeRoom(const DiskRoom &room, qint64 limit)
 {
-    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
-    if (room_->freeBytes < limit && options_.isOn(HealthChoice::DeleteOldest)) {
+    if (!isDiskLow_ && room.freeBytes < limit) {
+        isDiskLow_ = true;
+        Q_EMIT noticed(tr("The disk is nearly full: %1.").arg(roomText(room, book_.bytesADay())));
+    } else if (isDiskLow_ && room.freeBytes >= wellAbove(limit)) {
+        isDiskLow_ = false;
+        Q_EMIT noticed(
+            tr("There is room on the disk again: %1.").arg(roomText(room, book_.bytesADay())));
+    }
+}
+
+void HealthWatch::keepRoom(const DiskRoom &room, qint64 limit)
+{
+    if (room.freeBytes < limit && options_.isOn(HealthChoice::DeleteOldest)) {
         oldest_.makeRoom(wellAbove(limit) + 1, book_.cameras());
     }
 }
 
 // Half of what is kept free is left when the capture stops: what deletes has had its time.
-void HealthWatch::holdCapture(qint64 limit)
+void HealthWatch::holdCapture(const DiskRoom &room, qint64 limit)
 {
     const bool isWanted = options_.isOn(HealthChoice::StopWhenFull);
-    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
-    if (!isHeld_ && isWanted && room_->freeBytes < limit / 2) {
+    if (!isHeld_ && isWanted && room.freeBytes < limit / 2) {
         isHeld_ = true;
         scheduler_.suspend();
         Q_EMIT noticed(tr("The capture is stopped, since the disk is nearly full."));
-        // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
-    } else if (isHeld_ && (!isWanted || room_->freeBytes >= limit)) {
+    } else if (isHeld_ && (!isWanted || room.freeBytes >= limit)) {
         isHeld_ = false;
         scheduler_.resume();
         Q_EMIT noticed(tr("The capture goes on."));

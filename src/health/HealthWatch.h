@@ -50,13 +50,14 @@ Q_SIGNALS:
 private:
     void look();
     void lookAtStorage();
-    void tellStorage();
+    void lookAtStandstill();
     void lookAtCameras();
     void tellBack();
     void lookAtDisk();
-    void keepRoom(qint64 limit);
-    void holdCapture(qint64 limit);
-    [[nodiscard]] bool isWatched(const SettingsSnapshot &settings, CameraAddress camera) const;
+    void judgeRoom(const DiskRoom &room, qint64 limit);
+    void keepRoom(const DiskRoom &room, qint64 limit);
+    void holdCapture(const DiskRoom &room, qint64 limit);
+    [[nodiscard]] bool isLate(CameraAddress camera) const;
     [[nodiscard]] QString list(const std::vector<CameraAddress> &cameras) const;
 
     CaptureServices services_;
@@ -66,8 +67,8 @@ private:
     HealthOptions options_;
     std::set<CameraAddress> back_;
     std::optional<DiskRoom> room_;
-    std::optional<std::chrono::milliseconds> idleSince_; // nothing can be stored
-    bool isGone_ = false;                                // the storage folder, as was told
+    std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
+    bool isGone_ = false;                                  // the storage folder, as was told
     bool isTrusted_ = false;
     bool isDiskLow_ = false;
     bool isHeld_ = false;

@@ -13,6 +13,7 @@
 namespace velmora {
 namespace {
 
+constexpr std::chrono::minutes kRest{10};
 constexpr std::size_t kAtOnce = 1000; // images chosen by one look over all folders
 constexpr qint64 kMostLogBytes = 1'000'000;
 
@@ -32,7 +33,7 @@ OldestFirst::OldestFirst(const CaptureServices &services, TaskScope &scope)
 
 void OldestFirst::makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
 {
-    if (!running_) {
+    if (!running_ && services_.clock.monotonicNow() >= restsUntil_) {
         running_ = true;
         scope_.launch(run(wantedFreeBytes, std::move(cameras)));
     }
@@ -64,6 +65,9 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
             touched.insert(candidate.camera);
         }
         co_await letEventsRun();
+    }
+    if (touched.empty()) {
+        restsUntil_ = services_.clock.monotonicNow() + kRest;
     }
     for (const CameraAddress camera : touched) {
         Q_EMIT imagesDeleted(camera);

@@ -31,7 +31,8 @@ public:
     [[nodiscard]] bool isRunning() const { return running_; }
 
     /// Deletes until so many bytes are free on the storage folder's disk, or nothing is left that
-    /// may go. cameras: those whose images may go. Does nothing while it runs.
+    /// may go. cameras: those whose images may go. Does nothing while it runs, and for ten minutes
+    /// after it found nothing that may go: looking through all folders is work.
     void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
 
 Q_SIGNALS:
@@ -62,6 +63,7 @@ private:
     TaskScope &scope_;
     WorkSlice slice_;
     std::set<Candidate> oldest_;
+    std::chrono::milliseconds restsUntil_{}; // by the clock that only advances
     bool running_ = false;
 };
 

@@ -1,0 +1,165 @@
+// What is known of how a camera delivers, and when it counts as late.
+#include "health/CameraHealth.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Moment kBegin{std::chrono::sys_days{std::chrono::year{2006} / 3 / 7} + 14h};
+constexpr auto kYear = 365 * 24h;
+
+CameraHealth delivering(int images, std::chrono::seconds apart)
+{
+    CameraHealth camera;
+    for (int i = 0; i < images; ++i) {
+        camera.addImage(kBegin + i * apart, 1000);
+    }
+    return camera;
+}
+
+TEST(CameraHealth, TakesTheMiddleOfTheLatestIntervalsForTheUsualOne)
+{
+    EXPECT_FALSE(delivering(1, 1min).usualInterval());
+    CameraHealth camera = delivering(9, 1min);
+    camera.addImage(kBegin + 5h, 1000);
+    EXPECT_EQ(camera.usualInterval(), 1min);
+}
+
+TEST(CameraHealth, FollowsAnotherInterval)
+{
+    CameraHealth camera = delivering(30, 1min);
+    for (int i = 1; i <= 12; ++i) {
+        camera.addImage(kBegin + 30min + i * 1h, 1000);
+    }
+    EXPECT_EQ(camera.usualInterval(), 1h);
+}
+
+TEST(CameraHealth, CountsTheLastDayByTheHour)
+{
+    CameraHealth camera = delivering(26, 1h);
+    camera.addImage(kBegin + 25h + 10min, 500);
+    const auto bars = camera.bars(kBegin + 25h + 20min);
+    EXPECT_EQ(bars.front().images, 1);
+    EXPECT_EQ(bars.back().images, 2);
+    EXPECT_EQ(bars.back().bytes, 1500);
+    EXPECT_EQ(camera.imagesADay(kBegin + 25h + 20min), 25);
+    EXPECT_EQ(camera.bytesADay(kBegin + 25h + 20min), 24'500);
+    EXPECT_EQ(camera.imagesADay(kBegin + 60h), 0);
+    EXPECT_EQ(camera.images, 27);
+}
+
+TEST(CameraHealth, CountsFailuresInARowSinceTheFirst)
+{
+    CameraHealth camera = delivering(2, 1min);
+    camera.fail(kBegin + 2min, QStringLiteral("no answer"));
+    camera.fail(kBegin + 3min, QStringLiteral("time-out"));
+    EXPECT_EQ(camera.failures, 2);
+    EXPECT_EQ(camera.failure, QStringLiteral("time-out"));
+    EXPECT_EQ(camera.failedSince, kBegin + 2min);
+    camera.addImage(kBegin + 4min, 1000);
+    EXPECT_EQ(camera.failures, 0);
+    EXPECT_EQ(camera.failure, QString());
+    EXPECT_FALSE(camera.failedSince);
+}
+
+TEST(CameraHealth, GoesOnCountingWhenTheClockIsSetBackAYear)
+{
+    CameraHealth camera = delivering(48, 1h);
+    const Moment now = kBegin - kYear;
+    for (int i = 0; i < 3; ++i) {
+        camera.addImage(now + i * 1min, 1000);
+    }
+    EXPECT_EQ(camera.newest, now + 2min);
+    EXPECT_EQ(camera.imagesADay(now + 2min), 3);
+    EXPECT_EQ(camera.usualInterval(), 1h);
+}
+
+TEST(CameraHealth, GoesOnCountingWhenTheClockIsSetForthAYear)
+{
+    CameraHealth camera = delivering(48, 1h);
+    camera.addImage(kBegin + kYear, 1000);
+    EXPECT_EQ(camera.newest, kBegin + kYear);
+    EXPECT_EQ(camera.imagesADay(kBegin + kYear), 1);
+    EXPECT_EQ(camera.usualInterval(), 1h);
+}
+
+TEST(CameraHealth, IsTheSameWhenReadAgain)
+{
+    CameraHealth camera = delivering(26, 1h);
+    camera.folder = QStringLiteral("/a/b");
+    camera.fail(kBegin + 30h, QStringLiteral("no answer"));
+    camera.lateSince = kBegin + 31h;
+    const CameraHealth read = CameraHealth::fromJson(camera.toJson());
+    EXPECT_EQ(read.toJson(), camera.toJson());
+    EXPECT_EQ(read.imagesADay(kBegin + 25h), 24);
+    EXPECT_EQ(read.usualInterval(), 1h);
+}
+
+TEST(CameraHealth, TakesNothingThatCannotBe)
+{
+    QJsonArray hours;
+    QJsonArray intervals;
+    for (int i = 0; i < 1000; ++i) {
+        hours.append(QJsonArray{i, i, i});
+        intervals.append(-1);
+    }
+    const CameraHealth read =
+        CameraHealth::fromJson({{QStringLiteral("newest"), QStringLiteral("yesterday")},
+                                {QStringLiteral("failures"), QJsonArray()},
+                                {QStringLiteral("hours"), hours},
+                                {QStringLiteral("intervals"), intervals}});
+    EXPECT_FALSE(read.newest);
+    EXPECT_EQ(read.failures, 0);
+    EXPECT_FALSE(read.usualInterval());
+    EXPECT_EQ(read.toJson()[QStringLiteral("hours")].toArray().size(), kBars);
+}
+
+TEST(LateRule, WaitsTenUsualIntervalsButAQuarterOfAnHourAtLeast)
+{
+    EXPECT_EQ(LateRule().patience(delivering(5, 10min)), 100min);
+    EXPECT_EQ(LateRule().patience(delivering(5, 10s)), 15min);
+}
+
+TEST(LateRule, NeverCallsACameraLateOfWhichNobodyKnows)
+{
+    EXPECT_FALSE(LateRule().patience(CameraHealth()));
+    EXPECT_FALSE(LateRule().patience(delivering(1, 1min)));
+    EXPECT_FALSE((LateRule{.times = 0}.patience(delivering(5, 1min))));
+}
+
+TEST(LateRule, WaitsAQuarterOfAnHourForACameraThatOnlyFails)
+{
+    CameraHealth camera;
+    camera.fail(kBegin, QStringLiteral("no answer"));
+    EXPECT_EQ(LateRule().patience(camera), 15min);
+}
+
+struct AgeCase
+{
+    const char *text;
+    std::chrono::seconds age;
+};
+
+class AgeText : public testing::TestWithParam<AgeCase>
+{
+};
+
+TEST_P(AgeText, IsShort)
+{
+    EXPECT_EQ(ageText(GetParam().age).toStdString(), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, AgeText,
+                         testing::Values(AgeCase{"0 s", -5s}, AgeCase{"59 s", 59s},
+                                         AgeCase{"1 min", 60s}, AgeCase{"59 min", 3599s},
+                                         AgeCase{"2 h 5 min", 2h + 5min},
+                                         AgeCase{"47 h 59 min", 48h - 1s}, AgeCase{"2 days", 48h}));
+
+} // namespace
+} // namespace velmora

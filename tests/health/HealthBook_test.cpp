@@ -1,0 +1,123 @@
+// What is known of each camera: heard from the capture, read again, or counted.
+#include "HealthHouse.h"
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString kImage = QStringLiteral("20060307_1300000714.jpg");
+
+class HealthBookTest : public HealthTest
+{
+};
+
+TEST_F(HealthBookTest, CountsTheImagesOfAFolderThatNobodyKnows)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage, QByteArray(500, 'x'));
+    house_.putImage(kOne, QStringLiteral("20060307_1305000714.jpg"), QByteArray(500, 'x'));
+    book_.load();
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 2);
+    EXPECT_EQ(book_.camera(kOne).bytes, 1000);
+    EXPECT_EQ(book_.camera(kOne).usualInterval(), 5min);
+    EXPECT_EQ(book_.quiet(kOne), 1h + 9s);
+}
+
+TEST_F(HealthBookTest, HearsOfImagesAndFailures)
+{
+    add(kOne);
+    book_.load();
+    house_.load(kOne);
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+    EXPECT_EQ(book_.camera(kOne).bytes, 2000);
+    source_.answer(cameraUrl(kOne), failedReply());
+    house_.load(kOne);
+    house_.load(kOne);
+    EXPECT_EQ(book_.camera(kOne).failures, 2);
+    EXPECT_EQ(book_.camera(kOne).failure, QStringLiteral("the camera is out"));
+}
+
+TEST_F(HealthBookTest, KnowsAgainAfterARestart)
+{
+    add(kOne);
+    book_.load();
+    house_.load(kOne);
+    book_.save();
+    HealthBook again(house_.services(), house_.scope);
+    again.load();
+    EXPECT_EQ(again.camera(kOne).images, 1);
+    EXPECT_EQ(again.camera(kOne).newest, book_.camera(kOne).newest);
+}
+
+TEST_F(HealthBookTest, LeavesAFileOfANewerVersionAlone)
+{
+    const QByteArray newer = "{\"version\":99}";
+    house_.tree.write(u"Velmora.health", newer);
+    add(kOne);
+    book_.load();
+    house_.load(kOne);
+    book_.save();
+    EXPECT_EQ(house_.tree.read(u"Velmora.health"), newer);
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+}
+
+TEST_F(HealthBookTest, TakesARowWithAnotherAddressForAnotherCamera)
+{
+    add(kOne);
+    book_.load();
+    house_.load(kOne);
+    house_.addCamera(kOne, QStringLiteral("http://other/a.jpg"));
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 0);
+    EXPECT_FALSE(book_.camera(kOne).newest);
+}
+
+TEST_F(HealthBookTest, ForgetsARowThatIsEmptied)
+{
+    add(kOne);
+    book_.load();
+    EXPECT_EQ(book_.cameras(), std::vector<CameraAddress>{kOne});
+    house_.addCamera(kOne, {});
+    book_.followTable();
+    house_.finish();
+    EXPECT_TRUE(book_.cameras().empty());
+}
+
+TEST_F(HealthBookTest, ShowsTheName)
+{
+    add(kOne);
+    book_.load();
+    EXPECT_EQ(book_.title(kOne), QStringLiteral("0:1 cam/0/1/picture.jpg"));
+    house_.settings.write(u"Camera01", u"Name", u"Garage");
+    book_.followTable();
+    EXPECT_EQ(book_.title(kOne), QStringLiteral("0:1 Garage"));
+}
+
+TEST_F(HealthBookTest, CountsAnewWhatWasDeleted)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage, QByteArray(500, 'x'));
+    book_.load();
+    house_.finish();
+    house_.tree.makeFolder(u"elsewhere");
+    QFile::remove(house_.tree.path(house_.folder(kOne) + u'/' + kImage));
+    book_.recount(kOne);
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 0);
+    EXPECT_TRUE(book_.camera(kOne).newest);
+}
+
+TEST_F(HealthBookTest, TakesADateThatIsStillToComeForNow)
+{
+    add(kOne);
+    house_.putImage(kOne, QStringLiteral("20070307_1300000714.jpg"));
+    book_.load();
+    house_.finish();
+    EXPECT_EQ(book_.quiet(kOne), 0s);
+}
+
+} // namespace
+} // namespace velmora::test

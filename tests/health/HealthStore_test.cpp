@@ -1,0 +1,106 @@
+// What is known of the cameras, read again after a restart.
+#include "health/HealthStore.h"
+
+#include "support/TempTree.h"
+#include "support/WithoutRootRights.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace velmora {
+namespace {
+
+using namespace std::chrono_literals;
+using test::TempTree;
+using test::WithoutRootRights;
+
+constexpr Moment kBegin{std::chrono::sys_days{std::chrono::year{2006} / 3 / 7}};
+
+CameraHealths known()
+{
+    CameraHealths cameras(kCameras);
+    cameras[42].folder = QStringLiteral("/a/b");
+    cameras[42].addImage(kBegin, 1000);
+    return cameras;
+}
+
+TEST(HealthStore, ReadsWhatItWrote)
+{
+    const TempTree tree;
+    saveHealth(tree.path(), known());
+    const StoredHealth read = loadHealth(tree.path());
+    EXPECT_EQ(read.state, HealthFile::Read);
+    ASSERT_EQ(read.cameras.size(), std::size_t{kCameras});
+    EXPECT_EQ(read.cameras[42].toJson(), known()[42].toJson());
+    EXPECT_EQ(read.cameras[41].folder, QString());
+}
+
+TEST(HealthStore, HasNothingWhenTheFileIsMissing)
+{
+    const TempTree tree;
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Missing);
+    EXPECT_EQ(loadHealth(tree.path()).cameras.size(), std::size_t{kCameras});
+}
+
+class DamagedHealthFile : public testing::TestWithParam<QByteArray>
+{
+};
+
+TEST_P(DamagedHealthFile, CountsAsMissing)
+{
+    const TempTree tree;
+    tree.write(u"Velmora.health", GetParam());
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Missing);
+    EXPECT_EQ(loadHealth(tree.path()).cameras.size(), std::size_t{kCameras});
+}
+
+INSTANTIATE_TEST_SUITE_P(All, DamagedHealthFile,
+                         testing::Values(QByteArray(), QByteArray("no such thing"),
+                                         QByteArray("{\"version\":1,\"cameras\":[{\"fol"),
+                                         QByteArray("[1,2,3]"), QByteArray("{\"version\":-1}"),
+                                         QByteArray(100'000, '\0'), QByteArray(5'000'000, '[')));
+
+TEST(HealthStore, LeavesOutWhatIsTooMuchOrOfAnotherType)
+{
+    const TempTree tree;
+    QByteArray many = "{\"version\":1,\"cameras\":[7,\"x\",null";
+    for (int i = 0; i < 500; ++i) {
+        many += ",{}";
+    }
+    tree.write(u"Velmora.health", many + "]}");
+    const StoredHealth read = loadHealth(tree.path());
+    EXPECT_EQ(read.state, HealthFile::Read);
+    EXPECT_EQ(read.cameras.size(), std::size_t{kCameras});
+}
+
+TEST(HealthStore, KnowsAFileOfANewerVersion)
+{
+    const TempTree tree;
+    tree.write(u"Velmora.health", "{\"version\":2,\"cameras\":[]}");
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Newer);
+}
+
+TEST(HealthStore, WaitsForNoPipe)
+{
+    const TempTree tree;
+    ASSERT_EQ(::mkfifo(QFile::encodeName(tree.path(u"Velmora.health")).constData(), 0600), 0);
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Missing);
+}
+
+TEST(HealthStore, KeepsTheOldFileWhereItMayNotWrite)
+{
+    const TempTree tree;
+    saveHealth(tree.path(), CameraHealths(kCameras));
+    const QByteArray before = tree.read(u"Velmora.health");
+    {
+        const WithoutRootRights none;
+        saveHealth(tree.path(), known());
+    }
+    EXPECT_EQ(tree.read(u"Velmora.health"), before);
+}
+
+} // namespace
+} // namespace velmora

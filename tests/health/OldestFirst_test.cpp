@@ -1,0 +1,132 @@
+// Room made on a disk: what goes first, and what never goes.
+#include "health/OldestFirst.h"
+
+#include "HealthHouse.h"
+
+#include <QFile>
+
+#include <limits>
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr qint64 kNeverEnough = std::numeric_limits<qint64>::max();
+const QString kNewest = QStringLiteral("20060307_1405090714.jpg");
+const QString kOld = QStringLiteral("20050101_0000000101.jpg");
+const QString kOlder = QStringLiteral("20040101_0000000101.jpg");
+
+class OldestFirstTest : public HealthTest
+{
+protected:
+    OldestFirstTest()
+    {
+        for (const CameraAddress camera : {kOne, kTwo}) {
+            add(camera);
+            house_.putImage(camera, kNewest);
+        }
+    }
+
+    void makeRoom(qint64 wanted = kNeverEnough)
+    {
+        oldest_.makeRoom(wanted, {kOne, kTwo});
+        house_.finish();
+    }
+
+    [[nodiscard]] QStringList went() const
+    {
+        QStringList names;
+        if (house_.tree.exists(u"Velmora.deleted")) {
+            const QString log = QString::fromUtf8(house_.tree.read(u"Velmora.deleted"));
+            for (const QString &line : log.split(u'\n', Qt::SkipEmptyParts)) {
+                names.append(line.section(u' ', -2));
+            }
+        }
+        return names;
+    }
+};
+
+TEST_F(OldestFirstTest, DeletesTheOldestOfAllCamerasFirstAndWritesThemDown)
+{
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    house_.putImage(kTwo, QStringLiteral("20060101_0000000101.jpg"));
+    makeRoom();
+    EXPECT_EQ(went(), QStringList({QStringLiteral("0:2 ") + kOlder, QStringLiteral("0:1 ") + kOld,
+                                   QStringLiteral("0:2 20060101_0000000101.jpg")}));
+    EXPECT_EQ(house_.images(kOne), QStringList({kNewest}));
+    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+}
+
+TEST_F(OldestFirstTest, DeletesNothingWhereThereIsRoom)
+{
+    house_.putImage(kOne, kOld);
+    makeRoom(1);
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
+TEST_F(OldestFirstTest, KeepsFilesOfAnotherNameForm)
+{
+    const QStringList others{
+        QStringLiteral("18991230_0000000101.jpg"), QStringLiteral("20050101_000000.jpg"),
+        QStringLiteral("20051301_0000000101.jpg"), QStringLiteral("notes.txt")};
+    for (const QString &name : others) {
+        house_.putImage(kOne, name);
+    }
+    makeRoom();
+    EXPECT_EQ(house_.images(kOne).size(), others.size() + 1);
+}
+
+TEST_F(OldestFirstTest, FollowsNoLinkOfAFolder)
+{
+    house_.tree.write(QStringLiteral("elsewhere/") + kOld, "x");
+    house_.tree.write(QStringLiteral("elsewhere/") + kNewest, "x");
+    const QString folder = house_.tree.path(house_.folder(kTwo));
+    QFile::remove(folder + u'/' + kNewest);
+    QDir().rmdir(folder);
+    QFile::link(house_.tree.path(u"elsewhere"), folder);
+    makeRoom();
+    EXPECT_TRUE(house_.tree.exists(QStringLiteral("elsewhere/") + kOld));
+}
+
+TEST_F(OldestFirstTest, DeletesNothingByAClockThatIsBehindTheImages)
+{
+    house_.putImage(kOne, kOld);
+    clock_.setLocal(kFakeStart - 365 * 24h);
+    makeRoom();
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
+TEST_F(OldestFirstTest, TellsWhoseImagesWent)
+{
+    QList<CameraAddress> told;
+    QObject::connect(&oldest_, &OldestFirst::imagesDeleted, &oldest_,
+                     [&](CameraAddress camera) { told.append(camera); });
+    house_.putImage(kTwo, kOld);
+    makeRoom();
+    EXPECT_EQ(told, QList<CameraAddress>({kTwo}));
+}
+
+TEST_F(OldestFirstTest, LooksAgainTenMinutesAfterItFoundNothing)
+{
+    makeRoom();
+    house_.putImage(kOne, kOld);
+    makeRoom();
+    EXPECT_EQ(house_.images(kOne).size(), 2);
+    clock_.advance(10min);
+    makeRoom();
+    EXPECT_EQ(house_.images(kOne), QStringList({kNewest}));
+}
+
+TEST_F(OldestFirstTest, StartsAnotherFileWhenTheListGetsLong)
+{
+    house_.tree.write(u"Velmora.deleted", QByteArray(1'000'001, 'x'));
+    house_.putImage(kOne, kOld);
+    makeRoom();
+    EXPECT_EQ(went(), QStringList({QStringLiteral("0:1 ") + kOld}));
+    EXPECT_TRUE(house_.tree.exists(u"Velmora.deleted.old"));
+}
+
+} // namespace
+} // namespace velmora::test

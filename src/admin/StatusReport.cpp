@@ -5,6 +5,7 @@
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
 #include "cameras/FolderName.h"
+#include "cameras/ShownAddress.h"
 #include "cameras/StorageFolder.h"
 #include "health/DiskRoom.h"
 #include "health/HealthOptions.h"
@@ -51,29 +52,49 @@ QString folderOf(const Sources &sources, const QString &url)
     }
 }
 
+// What was written down of a camera at another address is not this one's.
+CameraHealth healthOf(const CameraHealths &healths, CameraAddress camera, const QString &folder)
+{
+    const CameraHealth &health = healths[camera];
+    return health.folder == folder ? health : CameraHealth();
+}
+
+// The program's word, else what it wrote down before it was started anew.
+std::optional<QString> lastFailure(const std::optional<ProgramReport> &report, CameraAddress camera,
+                                   const CameraHealth &health)
+{
+    if (report) {
+        const auto failure = report->failures.find(camera);
+        if (failure != report->failures.end()) {
+            return failure->second;
+        }
+    }
+    return health.failure.isEmpty() ? std::nullopt : std::optional(health.failure);
+}
+
 CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QString &url)
 {
     CameraStatus status;
     status.camera = camera;
     status.name = cameraName(sources.settings, camera);
+    status.address = shownAddress(url);
     status.on = CameraTable::isGroupActive(sources.settings, camera.group);
     status.state = storedState(sources.settings, camera);
-    if (sources.report && status.state != CameraState::Good) {
-        const auto failure = sources.report->failures.find(camera);
-        if (failure != sources.report->failures.end()) {
-            status.failure = failure->second;
-        }
+    const QString folder = folderOf(sources, url);
+    const CameraHealth health = healthOf(sources.healths, camera, folder);
+    if (status.state != CameraState::Good) {
+        status.failure = lastFailure(sources.report, camera, health);
     }
     if (sources.report && sources.report->loading == camera) {
         status.state = CameraState::Loading;
     }
-    const StoredImages images = storedImages(folderOf(sources, url));
+    const StoredImages images = storedImages(folder);
     status.stored = images.count;
     if (images.newest) {
         status.newest = universalTimeText(*images.newest);
     }
-    if (const auto late = sources.healths[camera].lateSince) {
-        status.late = universalTimeText(WallTime(late->time_since_epoch()));
+    if (health.lateSince) {
+        status.late = universalTimeText(WallTime(health.lateSince->time_since_epoch()));
     }
     return status;
 }
@@ -167,7 +188,7 @@ QString statusLines(const ProgramStatus &status)
                             stateText(camera.state),
                             camera.newest.value_or(QStringLiteral("-")),
                             QString::number(camera.stored),
-                            camera.name,
+                            camera.name.isEmpty() ? camera.address : camera.name,
                             camera.failure.value_or(QString()),
                             camera.late ? QStringLiteral("late since ") + *camera.late : QString()}
                     .join(u'\t') +

@@ -20,10 +20,11 @@ enum class CameraState { Good, Failed, Loading, Unknown };
 struct CameraStatus
 {
     CameraAddress camera;
-    QString name; // empty when it has none
+    QString name;    // empty when it has none
+    QString address; // as people read it
     bool on = false;
     CameraState state = CameraState::Unknown;
-    std::optional<QString> failure; // of a camera that is not well, in this run
+    std::optional<QString> failure; // of a camera that is not well
     std::optional<QString> newest;  // universal time
     qint64 stored = 0;              // images in its folder
     std::optional<QString> late;    // since when nothing new came for too long, universal time

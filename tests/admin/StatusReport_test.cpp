@@ -3,6 +3,7 @@
 
 #include "admin/StoredImages.h"
 #include "cameras/FolderName.h"
+#include "health/HealthStore.h"
 #include "support/TempTree.h"
 
 #include <QJsonArray>
@@ -89,6 +90,29 @@ TEST_F(Status, TellsWhyACameraFailed)
     EXPECT_EQ(status().cameras.front().state, CameraState::Failed);
     EXPECT_EQ(statusResult(status(), {}).status, 1);
     EXPECT_TRUE(statusResult(status(), {}).out.contains(QStringLiteral("no answer")));
+}
+
+TEST_F(Status, TellsWhoIsLateAndWhyAProgramThatWasStartedAnewDoesNotKnow)
+{
+    settings.write(u"Groupe0", u"SB3", u"255");
+    CameraHealths healths(kCameras);
+    healths[3].folder = NativePaths(tree.path())
+                            .native(QStringLiteral("C:\\in") + encodeFolderName(kUrl))
+                            .value_or(QString());
+    healths[3].lateSince = Moment(std::chrono::seconds(1'000'000'000));
+    healths[3].failure = QStringLiteral("no route");
+    saveHealth(tree.path(), healths);
+    EXPECT_EQ(status().cameras.front().late, QStringLiteral("2001-09-09T01:46:40Z"));
+    EXPECT_EQ(status().cameras.front().failure, QStringLiteral("no route"));
+    healths[3].folder += u'x'; // was another camera's
+    saveHealth(tree.path(), healths);
+    EXPECT_FALSE(status().cameras.front().late);
+    EXPECT_FALSE(status().cameras.front().failure);
+}
+
+TEST_F(Status, ShowsTheAddressWhereThereIsNoName)
+{
+    EXPECT_TRUE(statusResult(status(), {}).out.contains(QStringLiteral("\tcam/x.jpg\t")));
 }
 
 TEST_F(Status, IsWellAgainWithTheCamera)

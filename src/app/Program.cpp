@@ -124,9 +124,20 @@ void Program::connectAlarm()
 void Program::connectKeeping()
 {
     connect(&planche_, &planche::calendarWanted, &calendar_, &CalendarWindow::present);
-    connect(&planche_, &planche::keepWanted, &filmKeep_, &FilmKeep::present);
+    connect(&planche_, &planche::keepWanted, this, &Program::keepFilm);
+    connect(&images_.calendar(), &Calendar::rangeChosen, &filmKeep_, &FilmKeep::takeDays);
     connect(&film_, &fCine::keepWanted, &filmKeep_, &FilmKeep::present);
     connect(&filmKeep_, &FilmKeep::openWanted, this, &Program::open);
+}
+
+// Of the days that are chosen in the calendar, when that is there.
+void Program::keepFilm()
+{
+    filmKeep_.present();
+    const auto days = images_.calendar().range();
+    if (days && calendar_.isVisible()) {
+        filmKeep_.takeDays(*days);
+    }
 }
 
 void Program::connectHealth()

@@ -50,6 +50,7 @@ private:
     void connectAlarm();
     void tellUndated(CameraAddress camera);
     void connectKeeping();
+    void keepFilm();
     void connectHealth();
     void showRoom();
     void goTo(CameraAddress camera);

@@ -24,6 +24,7 @@ void Calendar::open()
 {
     open_ = true;
     chosen_.reset();
+    anchor_.reset();
     count();
 }
 
@@ -35,6 +36,7 @@ void Calendar::count()
     most_ = fullest == days_.end() ? 0 : fullest->images.count;
     if (days_.empty()) {
         chosen_.reset();
+        anchor_.reset();
     } else if (!chosen_) {
         chosen_ = days_.back().day;
     }
@@ -50,11 +52,39 @@ qsizetype Calendar::imagesOf(year_month_day day) const
 
 void Calendar::choose(year_month_day day)
 {
-    if (chosen_ != day) {
+    if (chosen_ != day || anchor_) {
+        anchor_.reset();
         chosen_ = day;
         hours_ = countHours(files().names(), day);
         Q_EMIT dayChosen();
     }
+}
+
+void Calendar::extendTo(year_month_day day)
+{
+    const auto anchor = anchor_ ? anchor_ : chosen_;
+    choose(day);
+    if (anchor && *anchor != day) {
+        anchor_ = anchor;
+        Q_EMIT dayChosen();
+        Q_EMIT rangeChosen({std::min(*anchor, day), std::max(*anchor, day)});
+    }
+}
+
+std::optional<DayRange> Calendar::range() const
+{
+    return anchor_ && chosen_
+               ? std::optional(DayRange{std::min(*anchor_, *chosen_), std::max(*anchor_, *chosen_)})
+               : std::nullopt;
+}
+
+qsizetype Calendar::imagesOf(const DayRange &range) const
+{
+    qsizetype sum = 0;
+    for (const DayCount &day : days_) {
+        sum += range.contains(day.day) ? day.images.count : 0;
+    }
+    return sum;
 }
 
 void Calendar::goToDay(year_month_day day)

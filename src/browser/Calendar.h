@@ -8,6 +8,18 @@
 
 namespace velmora {
 
+/// Both are in it.
+struct DayRange
+{
+    std::chrono::year_month_day first;
+    std::chrono::year_month_day last;
+
+    [[nodiscard]] bool contains(std::chrono::year_month_day day) const
+    {
+        return first <= day && day <= last;
+    }
+};
+
 /// As long as it is open, counts the browser's list again whenever that becomes another.
 class Calendar : public QObject
 {
@@ -38,6 +50,15 @@ public:
     /// Shows the hours of a day.
     void choose(std::chrono::year_month_day day);
 
+    /// The same, and all days from the one that was chosen up to this are chosen together.
+    void extendTo(std::chrono::year_month_day day);
+
+    /// First and last of several days that are chosen together; nothing while one is.
+    [[nodiscard]] std::optional<DayRange> range() const;
+
+    /// Images of these days.
+    [[nodiscard]] qsizetype imagesOf(const DayRange &range) const;
+
     /// Chooses a day, or an hour of the chosen one, and selects the first image there in the
     /// browser; without one, the nearest.
     void goToDay(std::chrono::year_month_day day);
@@ -50,8 +71,11 @@ Q_SIGNALS:
     /// Other days, or other numbers.
     void counted();
 
-    /// Another day is chosen.
+    /// Another day is chosen, or several.
     void dayChosen();
+
+    /// Several days are chosen together.
+    void rangeChosen(const velmora::DayRange &range);
 
 private:
     void count();
@@ -64,6 +88,7 @@ private:
     std::vector<DayCount> days_;
     HourCounts hours_{};
     std::optional<std::chrono::year_month_day> chosen_;
+    std::optional<std::chrono::year_month_day> anchor_; // where several days begin or end
     QByteArray waiting_; // a moment to go to when the camera's images are on show
     qsizetype most_ = 0;
     bool open_ = false;

@@ -136,7 +136,7 @@ void CalendarMap::rebuild()
 void CalendarMap::showChosen()
 {
     const auto chosen = calendar_.chosen();
-    setAccessibleDescription(chosen ? dayText(*chosen, calendar_.imagesOf(*chosen)) : QString());
+    setAccessibleDescription(choiceText());
     if (chosen && lines() > 0) {
         const int top = std::clamp(lineOf(*chosen), 0, lines() - 1) * lineHeight();
         const int value = verticalScrollBar()->value();
@@ -172,11 +172,12 @@ void CalendarMap::paintLine(QPainter &painter, int line) const
                          .arg(int{month.year()})
                          .arg(unsigned{month.month()}, 2, 10, QLatin1Char('0')));
     const unsigned last = unsigned{(month / std::chrono::last).day()};
+    const std::optional<DayRange> range = calendar_.range();
     for (unsigned day = 1; day <= last; ++day) {
         const year_month_day date = month / std::chrono::day(day);
         const QRect cell = cellOf(line, day);
         paintCell(painter, cell, calendar_.imagesOf(date));
-        if (calendar_.chosen() == date) {
+        if (calendar_.chosen() == date || (range && range->contains(date))) {
             painter.setPen(QPen(palette().color(QPalette::Text), 2));
             painter.drawRect(cell.adjusted(1, 1, -1, -1));
         }
@@ -212,7 +213,12 @@ std::optional<year_month_day> CalendarMap::dayAt(QPoint place) const
 void CalendarMap::mouseReleaseEvent(QMouseEvent *event)
 {
     const auto day = dayAt(event->position().toPoint());
-    if (day && event->button() == Qt::LeftButton) {
+    if (!day || event->button() != Qt::LeftButton) {
+        return;
+    }
+    if (event->modifiers() & Qt::ShiftModifier) {
+        calendar_.extendTo(*day);
+    } else {
         calendar_.goToDay(*day);
     }
 }
@@ -230,12 +236,36 @@ void CalendarMap::keyPressEvent(QKeyEvent *event)
         event->key() == Qt::Key_Space) {
         calendar_.goToDay(*chosen);
     } else if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End) {
-        calendar_.choose(event->key() == Qt::Key_Home ? first : last);
+        take(event->key() == Qt::Key_Home ? first : last, event->modifiers());
     } else if (const auto day = dayBehindKey(event->key(), *chosen)) {
-        calendar_.choose(std::clamp(*day, first, last));
+        take(std::clamp(*day, first, last), event->modifiers());
     } else {
         QAbstractScrollArea::keyPressEvent(event);
     }
+}
+
+void CalendarMap::take(year_month_day day, Qt::KeyboardModifiers modifiers)
+{
+    if (modifiers & Qt::ShiftModifier) {
+        calendar_.extendTo(day);
+    } else {
+        calendar_.choose(day);
+    }
+}
+
+QString CalendarMap::choiceText() const
+{
+    const auto chosen = calendar_.chosen();
+    const auto range = calendar_.range();
+    if (!range) {
+        return chosen ? dayText(*chosen, calendar_.imagesOf(*chosen)) : QString();
+    }
+    const auto text = [](year_month_day day) {
+        return QLocale().toString(toDate(day), QLocale::LongFormat);
+    };
+    return tr("%1 to %2: %3 images")
+        .arg(text(range->first), text(range->last))
+        .arg(calendar_.imagesOf(*range));
 }
 
 bool CalendarMap::viewportEvent(QEvent *event)

@@ -22,6 +22,9 @@ public:
     /// A day in words: "7 March 2006: 1440 images".
     [[nodiscard]] static QString dayText(std::chrono::year_month_day day, qsizetype images);
 
+    /// The chosen day, or the days that are chosen together, in words; empty for none.
+    [[nodiscard]] QString choiceText() const;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -32,6 +35,7 @@ protected:
 private:
     void rebuild();
     void showChosen();
+    void take(std::chrono::year_month_day day, Qt::KeyboardModifiers modifiers);
     [[nodiscard]] int lines() const;
     [[nodiscard]] int lineHeight() const;
     [[nodiscard]] int cellWidth() const;

@@ -2,6 +2,7 @@
 
 #include "ui/CalendarMap.h"
 #include "ui/HourBars.h"
+#include "ui/ToFront.h"
 
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -13,33 +14,32 @@ CalendarWindow::CalendarWindow(Calendar &calendar)
 {
     setObjectName(QStringLiteral("calendar"));
     setWindowTitle(tr("Calendar"));
-    auto *const map = new CalendarMap(calendar_);
+    map_ = new CalendarMap(calendar_);
     day_ = new QLabel;
     day_->setObjectName(QStringLiteral("calendarDay"));
     day_->setAccessibleName(tr("The chosen day"));
     day_->setTextFormat(Qt::PlainText);
     auto *const lines = new QVBoxLayout(this);
-    lines->addWidget(map, 1);
+    lines->addWidget(map_, 1);
     lines->addWidget(day_);
     lines->addWidget(new HourBars(calendar_));
     connect(&calendar_, &Calendar::counted, this, &CalendarWindow::showDay);
     connect(&calendar_, &Calendar::dayChosen, this, &CalendarWindow::showDay);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-    map->setFocus();
+    map_->setFocus();
 }
 
 void CalendarWindow::present()
 {
     calendar_.open();
-    showNormal();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void CalendarWindow::showDay()
 {
-    const auto day = calendar_.chosen();
-    day_->setText(day ? CalendarMap::dayText(*day, calendar_.imagesOf(*day)) : QString());
+    const bool isOne = !calendar_.range();
+    day_->setText(isOne ? map_->choiceText()
+                        : tr("%1 (a film of them: Keep, in the browser)").arg(map_->choiceText()));
 }
 
 void CalendarWindow::hideEvent(QHideEvent *event)

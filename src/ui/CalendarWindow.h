@@ -13,6 +13,8 @@
 
 namespace velmora {
 
+class CalendarMap;
+
 class CalendarWindow : public QWidget
 {
     Q_OBJECT
@@ -31,6 +33,7 @@ private:
     void showDay();
 
     Calendar &calendar_;
+    CalendarMap *map_ = nullptr;
     QLabel *day_ = nullptr;
 };
 

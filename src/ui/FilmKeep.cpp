@@ -2,6 +2,7 @@
 
 #include "pictures/PictureReader.h"
 #include "ui/PictureView.h"
+#include "ui/ToFront.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -77,6 +78,12 @@ FilmKeep::FilmKeep(FilmMaker &maker, Slideshow &film)
     bind();
     bindButtons();
     setBusy(false);
+}
+
+// A box that has the keyboard tells its end when the window goes: while all of it is still there.
+FilmKeep::~FilmKeep()
+{
+    hide();
 }
 
 void FilmKeep::makeRange(QFormLayout &form)
@@ -223,6 +230,20 @@ void FilmKeep::takeFilmRange()
     }
 }
 
+void FilmKeep::takeDays(const DayRange &days)
+{
+    const auto text = [](std::chrono::year_month_day day) {
+        return QString::fromLatin1(dayKey(day).insert(6, '-').insert(4, '-'));
+    };
+    if (isVisible() && !maker_.isBusy()) {
+        FilmWish wished = wish();
+        wished.from = text(days.first);
+        wished.to = text(days.last);
+        showWish(wished);
+        maker_.play(wished);
+    }
+}
+
 void FilmKeep::present()
 {
     if (!maker_.isBusy()) {
@@ -235,9 +256,7 @@ void FilmKeep::present()
         showWish(maker_.usualWish());
         showForecast();
     }
-    showNormal();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void FilmKeep::showForecast()

@@ -8,6 +8,7 @@
 //     filmMake filmCopy filmCancel filmOpen filmShowFolder
 #pragma once
 
+#include "browser/Calendar.h"
 #include "tools/FilmMaker.h"
 
 #include <QTimer>
@@ -33,9 +34,17 @@ class FilmKeep : public QWidget
 public:
     /// Everything given outlives the window.
     FilmKeep(FilmMaker &maker, Slideshow &film);
+    FilmKeep(const FilmKeep &) = delete;
+    FilmKeep &operator=(const FilmKeep &) = delete;
+    FilmKeep(FilmKeep &&) = delete;
+    FilmKeep &operator=(FilmKeep &&) = delete;
+    ~FilmKeep() override;
 
     /// Shows the window in front, about the images that the browser lists now.
     void present();
+
+    /// Days were chosen in the calendar: while the window is there they are its range.
+    void takeDays(const DayRange &days);
 
 Q_SIGNALS:
     /// Native path of a film or a folder.

@@ -1,12 +1,14 @@
 #include "ui/HealthWindow.h"
 
 #include "ui/HourBarsDelegate.h"
+#include "ui/ToFront.h"
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
@@ -112,6 +114,7 @@ void HealthWindow::arrange()
 
 void HealthWindow::bind()
 {
+    view_->installEventFilter(this);
     connect(filter_, &QLineEdit::textChanged, shown_, &QSortFilterProxyModel::setFilterFixedString);
     connect(filter_, &QLineEdit::returnPressed, this, &HealthWindow::goToCamera);
     connect(view_, &QTableView::doubleClicked, this, &HealthWindow::goToCamera);
@@ -147,24 +150,36 @@ void HealthWindow::present()
         view_->selectRow(0);
     }
     showNever();
-    showNormal();
-    raise();
-    activateWindow();
+    bringToFront(*this);
     view_->setFocus();
 }
 
 // Ages grow also where nothing happens: they are shown anew with the room, every few seconds.
 void HealthWindow::showRoom()
 {
-    if (watch_.room()) {
-        // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
-        room_->setText(roomText(*watch_.room(), book_.bytesADay()));
-    } else {
-        room_->setText(tr("The room on the disk cannot be asked for."));
-    }
+    const std::optional<DiskRoom> room = watch_.room();
+    room_->setText(room ? roomText(*room, book_.bytesADay())
+                        : tr("The room on the disk cannot be asked for."));
     if (isVisible()) {
         table_.refresh();
     }
+}
+
+// What is typed over the table filters it.
+bool HealthWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == view_ && event->type() == QEvent::KeyPress) {
+        const auto *const key = static_cast<QKeyEvent *>(event);
+        const QString text = key->text();
+        const bool isTyped = !text.isEmpty() && text.front().isPrint() && text != u" " &&
+                             !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+        if (isTyped) {
+            filter_->setFocus();
+            filter_->insert(text);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 std::optional<CameraAddress> HealthWindow::current() const

@@ -32,6 +32,8 @@ public:
     /// Shows the window in front.
     void present();
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 Q_SIGNALS:
     /// The browser is to show this camera.
     void cameraWanted(velmora::CameraAddress camera);

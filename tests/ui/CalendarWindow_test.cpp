@@ -50,5 +50,25 @@ TEST_F(CalendarWindowTest, AClickOnAnHourGoesToTheNearestImage)
     EXPECT_TRUE(hours.accessibleDescription().startsWith(QStringLiteral("23 h")));
 }
 
+TEST_F(CalendarWindowTest, ShiftChoosesSeveralDays)
+{
+    house_.house.putImage({0, 0}, QStringLiteral("20060310_1200000101.jpg"));
+    house_.browser.chooseCameraAgain();
+    house_.settle();
+    QList<DayRange> ranges;
+    QObject::connect(&calendar_, &Calendar::rangeChosen, &calendar_,
+                     [&](const DayRange &range) { ranges.append(range); });
+    QTest::keyClick(&part("calendarDays"), Qt::Key_Home);
+    QTest::keyClick(&part("calendarDays"), Qt::Key_End, Qt::ShiftModifier);
+    ASSERT_EQ(ranges.size(), 1);
+    using namespace std::chrono;
+    EXPECT_EQ(ranges.first().first, (year{2006} / 3 / 7));
+    EXPECT_EQ(ranges.first().last, (year{2006} / 3 / 10));
+    const QString told = part("calendarDays").accessibleDescription();
+    EXPECT_TRUE(told.contains(QStringLiteral("31 images"))) << told.toStdString();
+    QTest::keyClick(&part("calendarDays"), Qt::Key_Left);
+    EXPECT_FALSE(calendar_.range());
+}
+
 } // namespace
 } // namespace velmora::test

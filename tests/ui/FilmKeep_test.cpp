@@ -1,0 +1,225 @@
+// Films to keep and copies of a range, made under mouse and keys.
+#include "ui/FilmKeep.h"
+
+#include "BrowserWindowHouse.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+constexpr int kImages = 30;
+
+class FilmKeepTest : public testing::Test
+{
+protected:
+    FilmKeepTest()
+    {
+        house_.openOn(kImages);
+        house_.house.tree.makeFolder(u"out");
+        window_.present();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+    }
+
+    ~FilmKeepTest() override
+    {
+        maker_.cancel();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !maker_.isBusy(); }));
+    }
+
+    FilmKeepTest(const FilmKeepTest &) = delete;
+    FilmKeepTest &operator=(const FilmKeepTest &) = delete;
+    FilmKeepTest(FilmKeepTest &&) = delete;
+    FilmKeepTest &operator=(FilmKeepTest &&) = delete;
+
+    template <typename Control>
+    Control &find(const char *name)
+    {
+        return *window_.findChild<Control *>(QLatin1String(name));
+    }
+
+    void retype(const char *box, const QString &text)
+    {
+        find<QLineEdit>(box).selectAll();
+        QTest::keyClicks(&find<QLineEdit>(box), text);
+    }
+
+    void click(const char *button)
+    {
+        QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton);
+    }
+
+    [[nodiscard]] QString forecast() { return find<QLabel>("filmForecast").text(); }
+
+    /// Answers the box that asks for a file or a folder.
+    void choose(const QString &path)
+    {
+        auto *const box = window_.findChild<QFileDialog *>();
+        auto *const name = box->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        name->setText(path); // pasted: the box completes what is typed by what it has read
+        const auto buttons = box->findChild<QDialogButtonBox *>()->buttons();
+        for (QAbstractButton *const button : buttons) {
+            if (box->findChild<QDialogButtonBox *>()->buttonRole(button) ==
+                QDialogButtonBox::AcceptRole) {
+                QTest::mouseClick(button, Qt::LeftButton);
+                return;
+            }
+        }
+    }
+
+    /// The same, and waits for the end.
+    QString answer(const QString &path)
+    {
+        QSignalSpy ended(&maker_, &FilmMaker::ended);
+        choose(path);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }, 20'000));
+        return find<QLabel>("filmTimeLeft").text();
+    }
+
+    [[nodiscard]] QString out(const QString &name = {}) const
+    {
+        return house_.house.tree.path(QStringLiteral("out") + name);
+    }
+
+    BrowserWindowHouse house_;
+    FilmMaker maker_{house_.house.services(), house_.data, house_.film, house_.house.scope};
+    FilmKeep window_{maker_, house_.film};
+};
+
+TEST_F(FilmKeepTest, BeginsWithAllImages)
+{
+    EXPECT_EQ(window_.objectName(), QStringLiteral("filmExport"));
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:00"));
+    EXPECT_EQ(find<QLineEdit>("filmTo").text(), QStringLiteral("2006-03-07 00:00:29"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images, 1.2 seconds, about ")));
+    EXPECT_FALSE(find<QPushButton>("filmCancel").isEnabled());
+    EXPECT_FALSE(find<QPushButton>("filmOpen").isEnabled());
+}
+
+TEST_F(FilmKeepTest, ForecastsWhatIsTypedAndChosen)
+{
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
+    find<QComboBox>("filmThinning").setFocus();
+    QTest::keyClick(&find<QComboBox>("filmThinning"), Qt::Key_Down);
+    find<QSpinBox>("filmThinningNumber").selectAll();
+    QTest::keyClicks(&find<QSpinBox>("filmThinningNumber"), QStringLiteral("4"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("5 images"))) << forecast().toStdString();
+    retype("filmFrom", QStringLiteral("yesterday"));
+    EXPECT_TRUE(forecast().contains(QStringLiteral("days or times")));
+    EXPECT_FALSE(find<QPushButton>("filmMake").isEnabled());
+    EXPECT_FALSE(find<QPushButton>("filmCopy").isEnabled());
+}
+
+TEST_F(FilmKeepTest, WhatIsTypedIsTheRangeOfTheFilm)
+{
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    window_.present();
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:05"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, kImages}));
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, 20}));
+}
+
+TEST_F(FilmKeepTest, TheSlidersOfTheFilmAreItsRange)
+{
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    window_.present();
+    find<QPushButton>("filmMake").setFocus();
+    house_.film.sDebut_Change(11);
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images")));
+}
+
+TEST_F(FilmKeepTest, TakesTheDaysOfTheCalendar)
+{
+    using namespace std::chrono;
+    window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 9});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07"));
+    EXPECT_EQ(find<QLineEdit>("filmTo").text(), QStringLiteral("2006-03-09"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images")));
+}
+
+TEST_F(FilmKeepTest, MakesAFilmAndOpensIt)
+{
+    QSignalSpy opened(&window_, &FilmKeep::openWanted);
+    click("filmMake");
+    const QString told = answer(out(QStringLiteral("/a")));
+    EXPECT_TRUE(QFile::exists(out(QStringLiteral("/a.mp4")))) << told.toStdString();
+    EXPECT_EQ(QDir(out()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList({QStringLiteral("a.mp4")}));
+    EXPECT_EQ(window_.focusWidget(), &find<QPushButton>("filmOpen"));
+    QTest::keyClick(&find<QPushButton>("filmOpen"), Qt::Key_Space);
+    QTest::keyClick(&find<QPushButton>("filmShowFolder"), Qt::Key_Space);
+    ASSERT_EQ(opened.size(), 2);
+    EXPECT_EQ(opened.front().front().toString(), out(QStringLiteral("/a.mp4")));
+    EXPECT_EQ(opened.back().front().toString(), out());
+}
+
+TEST_F(FilmKeepTest, CancelLeavesNothingBehind)
+{
+    click("filmMake");
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    choose(out(QStringLiteral("/a")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return maker_.isBusy(); }));
+    click("filmCancel");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }));
+    EXPECT_TRUE(QDir(out()).isEmpty());
+    EXPECT_TRUE(find<QPushButton>("filmMake").isEnabled());
+    EXPECT_FALSE(find<QPushButton>("filmOpen").isEnabled());
+}
+
+TEST_F(FilmKeepTest, CopiesARangeToAFolder)
+{
+    QSignalSpy opened(&window_, &FilmKeep::openWanted);
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    click("filmCopy");
+    EXPECT_EQ(answer(out()), QStringLiteral("20 images copied."));
+    ASSERT_EQ(house_.house.tree.files(u"out").size(), 20);
+    EXPECT_EQ(house_.house.tree.files(u"out").first(), storedName(10));
+    EXPECT_EQ(find<QProgressBar>("filmProgress").value(),
+              find<QProgressBar>("filmProgress").maximum());
+    QTest::keyClick(&find<QPushButton>("filmShowFolder"), Qt::Key_Space);
+    ASSERT_EQ(opened.size(), 1);
+    EXPECT_EQ(opened.front().front().toString(), out());
+}
+
+TEST_F(FilmKeepTest, CopiesOverNothing)
+{
+    house_.house.tree.write(QStringLiteral("out/") + storedName(3), "mine");
+    click("filmCopy");
+    EXPECT_EQ(answer(out()), QStringLiteral("29 images copied, 1 were there."));
+    EXPECT_EQ(house_.house.tree.read(QStringLiteral("out/") + storedName(3)), "mine");
+}
+
+TEST_F(FilmKeepTest, ItsPartsHaveNamesThatPeopleUnderstand)
+{
+    const auto parts = window_.findChildren<QWidget *>(QRegularExpression(QStringLiteral("^film")),
+                                                       Qt::FindDirectChildrenOnly);
+    EXPECT_GE(parts.size(), 18);
+    for (const QWidget *const part : parts) {
+        EXPECT_FALSE(part->accessibleName().isEmpty()) << part->objectName().toStdString();
+    }
+}
+
+TEST_F(FilmKeepTest, EscapeClosesIt)
+{
+    QTest::keyClick(&window_, Qt::Key_Escape);
+    EXPECT_FALSE(window_.isVisible());
+}
+
+} // namespace
+} // namespace velmora::test

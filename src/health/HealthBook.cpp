@@ -140,7 +140,7 @@ void HealthBook::forgive(milliseconds duration)
 
 void HealthBook::excuse(CameraAddress camera)
 {
-    Seen &seen = seen_.at(indexOf(camera));
+    Seen &seen = seen_[camera];
     if (seen.quietSince) {
         seen.quietSince = services_.clock.monotonicNow();
     }

@@ -95,16 +95,17 @@ TEST_F(Status, TellsWhyACameraFailed)
 TEST_F(Status, TellsWhoIsLateAndWhyAProgramThatWasStartedAnewDoesNotKnow)
 {
     settings.write(u"Groupe0", u"SB3", u"255");
-    CameraHealths healths(kCameras);
-    healths[3].folder = NativePaths(tree.path())
+    CameraHealths healths;
+    CameraHealth &health = healths[{0, 3}];
+    health.folder = NativePaths(tree.path())
                             .native(QStringLiteral("C:\\in") + encodeFolderName(kUrl))
                             .value_or(QString());
-    healths[3].lateSince = Moment(std::chrono::seconds(1'000'000'000));
-    healths[3].failure = QStringLiteral("no route");
+    health.lateSince = Moment(std::chrono::seconds(1'000'000'000));
+    health.failure = QStringLiteral("no route");
     saveHealth(tree.path(), healths);
     EXPECT_EQ(status().cameras.front().late, QStringLiteral("2001-09-09T01:46:40Z"));
     EXPECT_EQ(status().cameras.front().failure, QStringLiteral("no route"));
-    healths[3].folder += u'x'; // was another camera's
+    health.folder += u'x'; // was another camera's
     saveHealth(tree.path(), healths);
     EXPECT_FALSE(status().cameras.front().late);
     EXPECT_FALSE(status().cameras.front().failure);

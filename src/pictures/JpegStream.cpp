@@ -63,40 +63,69 @@ void takeFrame(JpegStream &stream, unsigned char code, QByteArrayView segment)
         code <= 0xc2 && byteAt(segment, 2) == 8 && (components == 1 || components == 3);
 }
 
-} // namespace
-
-// NOLINTNEXTLINE(readability-function-cognitive-complexity): the steps of one format in their order
-std::optional<JpegStream> jpegStream(QByteArrayView bytes)
+/// A JPEG from marker to marker.
+class MarkerWalk
 {
-    JpegStream stream;
-    if (bytes.size() < 4 || byteAt(bytes, 0) != kMark || byteAt(bytes, 1) != kBegin) {
+public:
+    explicit MarkerWalk(QByteArrayView bytes)
+        : bytes_(bytes)
+    {
+    }
+
+    std::optional<JpegStream> walk()
+    {
+        const bool isJpeg =
+            bytes_.size() >= 4 && byteAt(bytes_, 0) == kMark && byteAt(bytes_, 1) == kBegin;
+        at_ = isJpeg ? 2 : -1;
+        while (isAtMarker()) {
+            const unsigned char code = byteAt(bytes_, at_ + 1);
+            if (code == kEnd) {
+                stream_.bytes = at_ + 2;
+                return hasScan_ && !stream_.size.isEmpty() ? std::optional(stream_) : std::nullopt;
+            }
+            if (code == kMark) {
+                ++at_; // filling
+            } else {
+                takeSegment(code);
+            }
+        }
         return std::nullopt;
     }
-    bool hasScan = false;
-    qsizetype at = 2;
-    while (at >= 0 && at + 1 < bytes.size() && byteAt(bytes, at) == kMark) {
-        const unsigned char code = byteAt(bytes, at + 1);
-        if (code == kMark) {
-            ++at; // filling
-            continue;
-        }
-        if (code == kEnd) {
-            stream.bytes = at + 2;
-            return hasScan && !stream.size.isEmpty() ? std::optional(stream) : std::nullopt;
-        }
-        const qsizetype length = at + 4 <= bytes.size() ? word(bytes, at + 2) : 0;
-        if (length < 2 || at + 2 + length > bytes.size()) {
-            return std::nullopt;
+
+private:
+    [[nodiscard]] bool isAtMarker() const
+    {
+        return at_ >= 0 && at_ + 1 < bytes_.size() && byteAt(bytes_, at_) == kMark;
+    }
+
+    // Moves behind it, and behind the coefficients that follow a scan's; away when it breaks off.
+    void takeSegment(unsigned char code)
+    {
+        const qsizetype length = at_ + 4 <= bytes_.size() ? word(bytes_, at_ + 2) : 0;
+        if (length < 2 || at_ + 2 + length > bytes_.size()) {
+            at_ = -1;
+            return;
         }
         if (isFrame(code) && length >= kFrameBytes) {
-            takeFrame(stream, code, bytes.sliced(at + 2, length));
+            takeFrame(stream_, code, bytes_.sliced(at_ + 2, length));
         }
-        stream.isTagged = stream.isTagged || code == kExif;
-        hasScan = hasScan || code == kScan;
-        at += 2 + length;
-        at = code == kScan ? endOfScan(bytes, at) : at;
+        stream_.isTagged = stream_.isTagged || code == kExif;
+        hasScan_ = hasScan_ || code == kScan;
+        at_ += 2 + length;
+        at_ = code == kScan ? endOfScan(bytes_, at_) : at_;
     }
-    return std::nullopt;
+
+    QByteArrayView bytes_;
+    JpegStream stream_;
+    qsizetype at_ = -1; // of the marker in hand
+    bool hasScan_ = false;
+};
+
+} // namespace
+
+std::optional<JpegStream> jpegStream(QByteArrayView bytes)
+{
+    return MarkerWalk(bytes).walk();
 }
 
 } // namespace velmora

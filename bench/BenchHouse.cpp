@@ -52,12 +52,12 @@ Folder::Folder(const std::function<QString(int group, int row)> &url)
 
 House::House(const QString &programFolder)
     : engine_(programFolder, clock_, http_)
-    , window_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
-              engine_.timer())
+    , view_(engine_)
+    , window_(engine_, view_, opener_)
 {
     engine_.storage().load();
     engine_.options().load();
-    engine_.page().load();
+    view_.page().load();
     engine_.storage().testSA();
     engine_.start();
     window_.bringUp();

@@ -2,8 +2,8 @@
 // the cameras' server: what the whole-program measurements start from.
 #pragma once
 
-#include "app/CaptureEngine.h"
 #include "base/DesktopOpener.h"
+#include "capture/CaptureEngine.h"
 #include "ui/Interface.h"
 
 #include <QElapsedTimer>
@@ -53,6 +53,8 @@ public:
 
     CaptureEngine &engine() { return engine_; }
 
+    CaptureView &view() { return view_; }
+
     /// Runs one tick at which every camera is due; milliseconds.
     double passMs();
 
@@ -75,6 +77,7 @@ private:
     SystemClock clock_;
     HttpClient http_;
     CaptureEngine engine_;
+    CaptureView view_;
     XdgOpener opener_;
     Interface window_;
     QTimer gapTimer_;

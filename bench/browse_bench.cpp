@@ -3,8 +3,8 @@
 //   browse_bench NAMES MEGAPIXELS STEPS
 #include "BenchHouse.h"
 #include "FullCamera.h"
-#include "app/BrowserEngine.h"
 #include "app/Memory.h"
+#include "tools/BrowserEngine.h"
 #include "ui/planche.h"
 
 #include <QApplication>
@@ -72,12 +72,12 @@ int main(int argc, char **argv)
     House house(folder.path());
     CaptureEngine &engine = house.engine();
     fillCamera(engine.storage().native(
-                   engine.storage().folderText(engine.services().table.CameraFolderName({0, 0}))),
+                   engine.storage().folderText(engine.table().CameraFolderName({0, 0}))),
                names, std::min(names, steps + 20), megapixels);
 
     SmtpClient mail;
     BrowserEngine images(engine, mail);
-    planche window(images.browser(), engine.services(), images.loader());
+    planche window(images.browser(), engine, house.view(), images.loader());
     QListView &list = *window.findChild<QListView *>(QStringLiteral("LstDir"));
     QElapsedTimer opening;
     opening.start();

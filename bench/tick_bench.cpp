@@ -21,8 +21,8 @@ QString url(int group, int row)
 void makeImages(CaptureEngine &engine)
 {
     for (int i = 0; i < kGroups * kRows; ++i) {
-        const QString folder = engine.storage().native(engine.storage().folderText(
-            engine.services().table.CameraFolderName({i / kRows, i % kRows})));
+        const QString folder = engine.storage().native(
+            engine.storage().folderText(engine.table().CameraFolderName({i / kRows, i % kRows})));
         QDir().mkpath(folder);
         QFile image(folder + QStringLiteral("/20260101_0000000100.png"));
         static_cast<void>(image.open(QIODevice::WriteOnly));

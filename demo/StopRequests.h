@@ -2,6 +2,8 @@
 // as a signal of the event loop, so that the program ends by leaving the loop.
 #pragma once
 
+#include "base/SignalWatcher.h"
+
 #include <QObject>
 #include <QSocketNotifier>
 
@@ -16,14 +18,8 @@ class StopRequests : public QObject
     Q_OBJECT
 
 public:
-    /// Keeps SIGTERM and SIGINT waiting until an object of this class takes them. Called before any
-    /// thread is started, or a thread could be killed by one.
-    static void holdSignals();
-
-    /// Needs the event loop's application object and held signals.
+    /// Needs the event loop's application object.
     explicit StopRequests(Lifetime lifetime);
-    Q_DISABLE_COPY_MOVE(StopRequests)
-    ~StopRequests() override;
 
 Q_SIGNALS:
     void stopRequested();
@@ -31,8 +27,7 @@ Q_SIGNALS:
 private:
     void readStandardInput();
 
-    int signalFd_;
-    std::unique_ptr<QSocketNotifier> signals_;
+    SignalWatcher signals_;
     std::unique_ptr<QSocketNotifier> standardInput_;
 };
 

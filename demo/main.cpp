@@ -67,7 +67,6 @@ int run(const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
-    velmora::demo::StopRequests::holdSignals();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // Qt sees no argument: it would take some out (such as -platform) before they can be refused.
     int bareCount = std::min(argc, 1);

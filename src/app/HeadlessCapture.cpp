@@ -57,12 +57,13 @@ void HeadlessCapture::connectReports()
 // From the first pass on: a start that is refused has said why.
 void HeadlessCapture::reportStandstills()
 {
-    connect(&engine_.services().status, &CaptureStatus::changed, this,
-            [this](Caption caption, const QString &text) {
-                if (caption == Caption::Standstill) {
-                    say(text.isEmpty() ? QStringLiteral("The capture goes on") : text);
-                }
-            });
+    standstill_ = engine_.scheduler().standstill();
+    connect(&engine_.scheduler(), &Scheduler::standstillChanged, this, [this] {
+        const QString text = engine_.scheduler().standstill();
+        if (text != std::exchange(standstill_, text)) {
+            say(text.isEmpty() ? QStringLiteral("The capture goes on") : text);
+        }
+    });
 }
 
 SettingsSnapshot HeadlessCapture::settings() const
@@ -115,7 +116,6 @@ bool HeadlessCapture::start()
     engine_.checkSettings();
     engine_.storage().load();
     engine_.options().load();
-    engine_.page().load();
     engine_.storage().testSA();
     if (engine_.storage().lamp() == LampColour::Red) {
         QTextStream(stderr) << "velmora: the storage folder " << engine_.storage().inForce()

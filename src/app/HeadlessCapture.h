@@ -1,7 +1,7 @@
 // Capture without windows: says on standard output what it stores, and what has changed.
 #pragma once
 
-#include "app/HealthEngine.h"
+#include "health/HealthEngine.h"
 
 #include <QHash>
 #include <QTextStream>
@@ -39,6 +39,7 @@ private:
 
     CaptureEngine &engine_;
     HealthEngine health_;
+    QString standstill_; // told last
     std::optional<int> passesLeft_;
     QTextStream out_;
     QHash<QString, QString> failures_; // of cameras whose last fetch failed: the kind, by name

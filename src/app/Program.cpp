@@ -29,15 +29,15 @@ QString guide()
 Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sender)
     : engine_(engine)
     , opener_(opener)
+    , view_(engine_)
     , images_(engine_, sender)
     , health_(engine_, sender)
     , import_(engine_, images_)
     , links_(opener_, engine_.paths(), engine_.scope())
-    , interface_(engine_.services(), engine_.debugSwitch(), opener_, engine_.liveView(),
-                 engine_.timer())
-    , sheet_(engine_.services(), engine_.trial())
+    , interface_(engine_, view_, opener_)
+    , sheet_(engine_.settings(), engine_.trial())
     , list_(engine_.settings())
-    , planche_(images_.browser(), engine_.services(), images_.loader())
+    , planche_(images_.browser(), engine_, view_, images_.loader())
     , film_(images_.film(), engine_.settings(), engine_.storage())
     , importWindow_(import_.import(), import_.loader())
     , alarm_(images_.alarm(), images_.mail())
@@ -64,6 +64,7 @@ void Program::connectMain()
     connect(&interface_, &Interface::hiddenByUser, this, &Program::showImages);
     connect(&interface_, &Interface::endWanted, this, &Program::end);
     connect(&interface_, &Interface::importWanted, &importWindow_, &frmImport::present);
+    connect(&view_.page(), &CameraPage::addressStored, &import_.import(), &Import::noticeAddress);
     connect(&interface_, &Interface::zoomWanted, &zoom_, &Zoom::present);
     connect(&closing_, &TitleBox::dismissed, this, [this] { engine_.scheduler().giveUp(); });
 }
@@ -72,9 +73,9 @@ void Program::connectSheet()
 {
     connect(&interface_, &Interface::sheetWanted, &sheet_, &CameraSheet::present);
     connect(&sheet_, &CameraSheet::addressChosen, &interface_, &Interface::fillAddress);
-    connect(&sheet_, &CameraSheet::saved, &engine_.page(), &CameraPage::reread);
+    connect(&sheet_, &CameraSheet::saved, &view_.page(), &CameraPage::reread);
     connect(&interface_, &Interface::listWanted, &list_, &CameraListWindow::present);
-    connect(&list_, &CameraListWindow::stored, &engine_.page(), &CameraPage::reread);
+    connect(&list_, &CameraListWindow::stored, &view_.page(), &CameraPage::reread);
 }
 
 void Program::connectBrowser()
@@ -98,7 +99,7 @@ void Program::connectBrowser()
                              ? QString()
                              : cameraTitle(engine_.settings().snapshot(), camera));
     });
-    connect(&engine_.page(), &CameraPage::pageReread, &planche_, &planche::rename);
+    connect(&view_.page(), &CameraPage::pageReread, &planche_, &planche::rename);
 }
 
 // A line and no box: it comes up by itself, and nothing is wrong.
@@ -238,7 +239,7 @@ void Program::Initialise()
     planche_.present();
     engine_.debugSwitch().load();
     engine_.options().load();
-    engine_.page().load();
+    view_.page().load();
     engine_.log().trace(QStringLiteral("Fin Init"));
 }
 

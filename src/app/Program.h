@@ -2,9 +2,9 @@
 // end.
 #pragma once
 
-#include "app/BrowserEngine.h"
-#include "app/HealthEngine.h"
-#include "app/ImportEngine.h"
+#include "health/HealthEngine.h"
+#include "tools/BrowserEngine.h"
+#include "tools/ImportEngine.h"
 #include "ui/Alarm.h"
 #include "ui/CalendarWindow.h"
 #include "ui/CameraListWindow.h"
@@ -20,6 +20,7 @@
 #include "ui/frmImport.h"
 #include "ui/mOuvreLien.h"
 #include "ui/planche.h"
+#include "view/CaptureView.h"
 
 #include <memory>
 
@@ -72,6 +73,7 @@ private:
 
     CaptureEngine &engine_;
     DesktopOpener &opener_;
+    CaptureView view_;
     BrowserEngine images_;
     HealthEngine health_;
     ImportEngine import_;

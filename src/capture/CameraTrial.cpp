@@ -46,10 +46,8 @@ std::optional<QString> webPageTitle(QByteArrayView head)
     return onOneLine(title.match(text).captured(1)).simplified().left(kMostTitle);
 }
 
-CameraTrial::CameraTrial(const CaptureServices &services, PictureSource &source, TaskScope &scope)
-    : services_(services)
-    , source_(source)
-    , scope_(scope)
+CameraTrial::CameraTrial(const Uses &uses)
+    : uses_(uses)
 {
 }
 
@@ -57,7 +55,7 @@ void CameraTrial::begin(const TrialRequest &request)
 {
     giveUp();
     current_ = std::stop_source();
-    scope_.launch(run(request, current_));
+    uses_.scope.launch(run(request, current_));
 }
 
 void CameraTrial::giveUp()
@@ -68,13 +66,9 @@ void CameraTrial::giveUp()
 QCoro::Task<> CameraTrial::run(TrialRequest request, std::stop_source abandon)
 {
     const std::stop_token stop = abandon.get_token();
-    const std::stop_callback atEnd(scope_.stopToken(), [&abandon] { abandon.request_stop(); });
-    HttpRequest asked =
-        requestFor(expandTemplate(request.address), services_.options.downloadLimit());
-    asked.workFolder = services_.storage.workFolder();
-    asked.user = request.login.user;
-    asked.password = request.login.password;
-    HttpReply reply = co_await source_.fetch(std::move(asked), stop);
+    const std::stop_callback atEnd(uses_.scope.stopToken(), [&abandon] { abandon.request_stop(); });
+    HttpRequest asked = uses_.requests.trial(request.address, request.login);
+    HttpReply reply = co_await uses_.source.fetch(std::move(asked), stop);
     if (stop.stop_requested()) {
         co_return;
     }
@@ -93,11 +87,11 @@ QCoro::Task<TrialResult> CameraTrial::judged(TrialRequest request, HttpReply rep
     result.duration = reply.duration;
     PictureMark mark;
     if (reply.outcome == FetchOutcome::Arrived) {
-        mark = co_await markOf(&reply.body, MarkKind::DigestAndLook, &services_.clock);
+        mark = co_await markOf(&reply.body, MarkKind::DigestAndLook, &uses_.clock);
         result.picture = reply.body.whole().value_or(QByteArray());
     }
     result.differencePercent =
-        differencePercent(mark, storedMark(services_.table.settings().snapshot(), request.camera));
+        differencePercent(mark, storedMark(uses_.table.settings().snapshot(), request.camera));
     result.verdict = verdict(request, reply, mark);
     co_return result;
 }
@@ -116,14 +110,14 @@ QString CameraTrial::verdict(const TrialRequest &request, const HttpReply &reply
     if (reply.body.size() < kMinBodyBytes) {
         return QStringLiteral("too short for a picture");
     }
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = uses_.table.settings().snapshot();
     const QString folder =
-        services_.storage.native(services_.storage.folderText(encodeFolderName(request.address)));
+        uses_.storage.native(uses_.storage.folderText(encodeFolderName(request.address)));
     const FolderState state =
         folderHoldsFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
     if (!reply.lastModified.isEmpty()) {
         const ImageDates dates{reply.lastModified, CalculDate(reply.lastModified),
-                               dateFromText(services_.table.record(request.camera).lastModified)};
+                               dateFromText(uses_.table.record(request.camera).lastModified)};
         return isNewImage(dates, state) ? QStringLiteral("new: date of the server")
                                         : QStringLiteral("unchanged: date of the server");
     }

@@ -1,9 +1,10 @@
 // One camera tried out: what it answers, and what the program would do with it. Nothing is stored.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "cameras/CameraChoices.h"
-#include "capture/CaptureServices.h"
+#include "capture/CameraRequests.h"
 #include "capture/HttpClient.h"
 #include "capture/PictureMark.h"
 
@@ -39,8 +40,18 @@ class CameraTrial : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives this object; the scope is joined before it goes.
-    CameraTrial(const CaptureServices &services, PictureSource &source, TaskScope &scope);
+    /// What a trial takes; all of it outlives this object, and the scope is joined before it goes.
+    struct Uses
+    {
+        const CameraTable &table;
+        const StorageFolder &storage;
+        const CameraRequests &requests;
+        PictureSource &source;
+        Clock &clock;
+        TaskScope &scope;
+    };
+
+    explicit CameraTrial(const Uses &uses);
 
     /// Fetches once; gives up what was being tried before.
     void begin(const TrialRequest &request);
@@ -56,9 +67,7 @@ private:
     [[nodiscard]] QString verdict(const TrialRequest &request, const HttpReply &reply,
                                   const PictureMark &mark) const;
 
-    CaptureServices services_;
-    PictureSource &source_;
-    TaskScope &scope_;
+    Uses uses_;
     std::stop_source current_;
 };
 

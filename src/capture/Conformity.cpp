@@ -59,11 +59,14 @@ QString shownName(const QByteArray &name)
 
 } // namespace
 
-Conformity::Conformity(const CaptureServices &services, Scheduler &scheduler, TaskScope &scope)
-    : services_(services)
+Conformity::Conformity(StorageFolder &storage, Scheduler &scheduler, EventLog &log, Clock &clock,
+                       TaskScope &scope)
+    : storage_(storage)
     , scheduler_(scheduler)
+    , log_(log)
+    , clock_(clock)
     , stop_(scope.stopToken())
-    , slice_(services.clock)
+    , slice_(clock)
 {
 }
 
@@ -91,13 +94,13 @@ QCoro::Task<> Conformity::run()
     }
     begin();
     const auto atEnd = qScopeGuard([this] { end(); });
-    co_await services_.clock.yield(); // the captions are painted before the work begins
+    co_await clock_.yield(); // the captions are painted before the work begins
     slice_.begin();
     int index = 0;
     while (index < kCameras && !stop_.stop_requested()) {
-        co_await services_.storage.gate().pass(stop_);
-        const StorageUse use(services_.storage);
-        const QString folder = services_.storage.cameraFolder(cameraAt(index));
+        co_await storage_.gate().pass(stop_);
+        const StorageUse use(storage_);
+        const QString folder = storage_.cameraFolder(cameraAt(index));
         if (!folder.isEmpty() && use.mayGoOn()) {
             co_await conformFolder(folder, use);
         }
@@ -113,7 +116,7 @@ void Conformity::begin()
     failures_.clear();
     scheduler_.suspend();
     Q_EMIT began();
-    services_.status.set(Caption::Step, text);
+    Q_EMIT stepTaken(text);
     Q_EMIT statusChanged(text);
 }
 
@@ -158,8 +161,8 @@ void Conformity::conform(const QByteArray &folder, const QByteArray &name)
 {
     const std::error_code error = rename(folder, name);
     const QString text = QStringLiteral("Mise en conformité:") + shownName(name);
-    services_.status.set(Caption::Step, text);
-    services_.log.trace(text);
+    Q_EMIT stepTaken(text);
+    log_.trace(text);
     Q_EMIT statusChanged(text);
     if (error) {
         rememberFailure(folder, name, error);
@@ -169,8 +172,8 @@ void Conformity::conform(const QByteArray &folder, const QByteArray &name)
 void Conformity::rememberFailure(const QByteArray &folder, const QByteArray &name,
                                  std::error_code error)
 {
-    services_.log.trace(QStringLiteral("%1 cannot be renamed: %2")
-                            .arg(shownName(name), QString::fromStdString(error.message())));
+    log_.trace(QStringLiteral("%1 cannot be renamed: %2")
+                   .arg(shownName(name), QString::fromStdString(error.message())));
     failures_.insert(QFile::decodeName(pathOf(folder, name)),
                      {folder, name, circumstances(folder, name)});
 }
@@ -194,7 +197,7 @@ Conformity::Circumstances Conformity::circumstances(const QByteArray &folder,
 QCoro::Task<> Conformity::letEventsRun()
 {
     if (slice_.isOver()) {
-        co_await services_.clock.yield();
+        co_await clock_.yield();
         slice_.begin();
     }
 }

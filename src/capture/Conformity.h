@@ -2,9 +2,10 @@
 // current one, with day and hour behind the time ("20060307_1405090714.jpg").
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "base/WorkSlice.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
 #include "capture/Scheduler.h"
 
 #include <QByteArray>
@@ -19,8 +20,7 @@
 
 namespace velmora {
 
-/// The conformity pass over the folders of all cameras. What it does is shown by Caption::Step in
-/// the main window and by `statusChanged` in the browser.
+/// The conformity pass over the folders of all cameras.
 class Conformity : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,8 @@ class Conformity : public QObject
 public:
     /// A pass ends early when the scope is asked to stop. Scheduler and scope outlive this object,
     /// and the scope is joined before it goes.
-    Conformity(const CaptureServices &services, Scheduler &scheduler, TaskScope &scope);
+    Conformity(StorageFolder &storage, Scheduler &scheduler, EventLog &log, Clock &clock,
+               TaskScope &scope);
 
     /// True when the first "." of a file name is its 16th character. name: UTF-8; a byte that is no
     /// UTF-8 counts as a character.
@@ -49,6 +50,9 @@ public:
 
 Q_SIGNALS:
     void began();
+
+    /// A step of the pass, for the main window.
+    void stepTaken(const QString &text);
 
     /// The browser's caption.
     void statusChanged(const QString &text);
@@ -86,8 +90,10 @@ private:
     void rememberFailure(const QByteArray &folder, const QByteArray &name, std::error_code error);
     QCoro::Task<> letEventsRun();
 
-    CaptureServices services_;
+    StorageFolder &storage_;
     Scheduler &scheduler_;
+    EventLog &log_;
+    Clock &clock_;
     std::stop_token stop_;
     WorkSlice slice_;
     QHash<QString, Failure> failures_; // by the path as text

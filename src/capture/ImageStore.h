@@ -2,15 +2,15 @@
 // camera's counters and times.
 #pragma once
 
-#include "capture/CaptureServices.h"
+#include "base/Clock.h"
+#include "cameras/StorageFolder.h"
+#include "capture/CameraRequests.h"
 #include "capture/NewImageRule.h"
 #include "capture/ReadAhead.h"
 #include "capture/UndatedWatch.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
-
-#include <array>
 
 namespace velmora {
 
@@ -19,7 +19,25 @@ class ImageStore : public QObject
     Q_OBJECT
 
 public:
-    ImageStore(const CaptureServices &services, ReadAhead &transfers);
+    /// What storing an image takes; all of it outlives the store.
+    struct Uses
+    {
+        const CameraTable &table;
+        StorageFolder &storage;
+        CameraRequests &requests;
+        ReadAhead &transfers;
+        EventLog &log;
+        Problems &problems;
+        Clock &clock;
+    };
+
+    explicit ImageStore(const Uses &uses);
+
+    /// A pass expects to load this camera: its transfer begins now. url: as for ChargeFile.
+    void readAhead(CameraAddress camera, const QString &url);
+
+    /// Gives up the transfers that were begun ahead, and the one that is waited for.
+    void dropTransfers() { uses_.transfers.drop(); }
 
     /// Loads one camera. url: the address requested; folder: text of the camera folder. A row
     /// without address, a fetch that is given up, and one during which the box of the storage
@@ -31,16 +49,31 @@ public:
     [[nodiscard]] int automaticCounter(CameraAddress camera) const;
 
 Q_SIGNALS:
-    /// It is this camera's turn; `loaded` tells its end.
-    void loadBegan(velmora::CameraAddress camera);
+    /// It is this camera's turn; `loaded` tells its end. address: for people, without credentials.
+    void loadBegan(velmora::CameraAddress camera, const QString &address);
+
+    /// The transfer has ended, with a picture or without.
+    void downloaded(velmora::CameraAddress camera, int seconds);
+
+    /// Yellow: a picture has arrived; red: the camera failed; green: all is well.
+    void lampChanged(velmora::CameraAddress camera, velmora::LampColour colour);
+
+    void bestTimeChanged(velmora::CameraAddress camera, velmora::BestTime time);
+
+    /// New images since the last reset.
+    void newImagesCounted(velmora::CameraAddress camera, int count);
 
     void imageStored(velmora::CameraAddress camera, const QString &fileName);
 
     /// The camera gave no picture, or it could not be stored; the reason is for people.
     void cameraFailed(velmora::CameraAddress camera, const QString &reason);
 
-    /// The camera gave a picture, whether it was new or not.
-    void cameraAnswered(velmora::CameraAddress camera);
+    /// A picture that came could not be stored; a sentence for people.
+    void storingFailed(const QString &text);
+
+    /// The camera gave a picture, whether it was new or not. remark: what is odd about it, empty
+    /// when nothing is.
+    void cameraAnswered(velmora::CameraAddress camera, const QString &remark);
 
     /// The camera has sent three pictures without a date, of which the usual rule keeps one.
     void undatedNoticed(velmora::CameraAddress camera);
@@ -68,10 +101,9 @@ private:
     void fail(CameraAddress camera, const QString &reason);
     void setLamp(CameraAddress camera, LampColour colour);
 
-    CaptureServices services_;
-    ReadAhead &transfers_;
+    Uses uses_;
     UndatedWatch undatedWatch_;
-    std::array<std::array<qint8, kRows>, kGroups> automaticCounters_{};
+    PerCamera<qint8> automaticCounters_;
 };
 
 } // namespace velmora

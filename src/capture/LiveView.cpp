@@ -5,7 +5,6 @@
 #include "base/Folders.h"
 #include "base/WorkSlice.h"
 #include "cameras/CameraChoices.h"
-#include "capture/CameraRequest.h"
 #include "capture/PictureRemark.h"
 
 #include <QFile>
@@ -43,14 +42,15 @@ QString whyNone(const QString &url, const HttpReply &reply)
 
 } // namespace
 
-LiveView::LiveView(const CaptureServices &services, PictureSource &source, TaskScope &scope)
-    : services_(services)
+LiveView::LiveView(StorageFolder &storage, CameraRequests &requests, PictureSource &source,
+                   Clock &clock, TaskScope &scope)
+    : storage_(storage)
+    , requests_(requests)
+    , clock_(clock)
     , source_(source)
     , scope_(scope)
 {
-    connect(&services_.storage, &StorageFolder::editBegan, this,
-            [this] { attempt_.request_stop(); });
-    connect(&services_.page, &CameraPage::picturesCleared, this, &LiveView::clear);
+    connect(&storage_, &StorageFolder::editBegan, this, [this] { attempt_.request_stop(); });
 }
 
 void LiveView::Affiche(CameraAddress camera, const QString &url)
@@ -68,7 +68,7 @@ void LiveView::Affiche(CameraAddress camera, const QString &url)
 void LiveView::giveUp()
 {
     current_.request_stop();
-    services_.page.endLive();
+    Q_EMIT fetchEnded();
     tellReason(reasonOf_, QString());
 }
 
@@ -85,14 +85,14 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
 {
     const std::stop_token stop = abandon.get_token();
     const std::stop_callback atEnd(scope_.stopToken(), [&abandon] { abandon.request_stop(); });
-    co_await services_.storage.gate().pass(stop);
+    co_await storage_.gate().pass(stop);
     if (stop.stop_requested()) {
         co_return;
     }
     makeStorageFolder(camera);
     announce(camera);
 
-    const QString stored = co_await newestImage(services_.storage.cameraFolder(camera), stop);
+    const QString stored = co_await newestImage(storage_.cameraFolder(camera), stop);
     if (stop.stop_requested()) {
         co_return;
     }
@@ -103,25 +103,23 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
         co_return;
     }
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(reply.duration);
-    services_.page.showLoadSeconds(camera, static_cast<int>(seconds.count()));
+    Q_EMIT downloaded(camera, static_cast<int>(seconds.count()));
     const QString why = whyNone(url, reply);
     keep(camera, reply);
     tellReason(camera, why);
     finish();
 }
 
-void LiveView::iTarget_Click()
+void LiveView::iTarget_Click(CameraAddress current)
 {
     if (!scope_.stopToken().stop_requested()) {
-        scope_.launch(enlarge(
-            shown_.value_or(CameraAddress{services_.page.group(), services_.page.currentRow()})));
+        scope_.launch(enlarge(shown_.value_or(current)));
     }
 }
 
 QCoro::Task<> LiveView::enlarge(CameraAddress camera)
 {
-    const QString stored =
-        co_await newestImage(services_.storage.cameraFolder(camera), scope_.stopToken());
+    const QString stored = co_await newestImage(storage_.cameraFolder(camera), scope_.stopToken());
     if (!stored.isEmpty()) {
         Q_EMIT zoomWanted(stored);
     }
@@ -147,9 +145,9 @@ void LiveView::tellReason(CameraAddress camera, const QString &reason)
 QCoro::Task<HttpReply> LiveView::fetch(CameraAddress camera, QString url, std::stop_token stop)
 {
     for (;;) {
-        co_await services_.storage.gate().pass(stop);
-        const StorageUse use(services_.storage);
-        const HttpRequest request = liveCameraRequest(services_, camera, url);
+        co_await storage_.gate().pass(stop);
+        const StorageUse use(storage_);
+        const HttpRequest request = requests_.live(camera, url);
         std::stop_source attempt;
         const std::stop_callback abandoned(stop, [&attempt] { attempt.request_stop(); });
         attempt_ = attempt;
@@ -163,8 +161,8 @@ QCoro::Task<HttpReply> LiveView::fetch(CameraAddress camera, QString url, std::s
 // One that cannot be made shows when the picture is written.
 void LiveView::makeStorageFolder(CameraAddress camera)
 {
-    if (services_.storage.makeForUse() == StoragePlace::Away) {
-        tellTrouble(camera, awayText(services_.storage.inForce()));
+    if (storage_.makeForUse() == StoragePlace::Away) {
+        tellTrouble(camera, awayText(storage_.inForce()));
     }
 }
 
@@ -173,7 +171,7 @@ void LiveView::announce(CameraAddress camera)
     Q_EMIT statusCleared();
     const QString local = QStringLiteral("Local %1").arg(camera.row);
     setCaptions({clickToZoom(), local});
-    services_.page.beginLive(camera);
+    Q_EMIT fetchBegan(camera);
     setLive({});
     setCaptions({QStringLiteral("Chargement en cours ...."), local});
 }
@@ -189,10 +187,10 @@ QCoro::Task<QString> LiveView::newestImage(QString folder, std::stop_token stop)
         }
     };
     FolderScan scan(folder);
-    WorkSlice slice(services_.clock);
+    WorkSlice slice(clock_);
     while (!stop.stop_requested() && scan.readSome(compare)) {
         if (slice.isOver()) {
-            co_await services_.clock.yield();
+            co_await clock_.yield();
             slice.begin();
         }
     }
@@ -201,7 +199,7 @@ QCoro::Task<QString> LiveView::newestImage(QString folder, std::stop_token stop)
 
 void LiveView::keep(CameraAddress camera, HttpReply &reply)
 {
-    const QString folder = services_.storage.workFolder();
+    const QString folder = storage_.workFolder();
     if (!folder.isEmpty()) {
         static_cast<void>(makeFolder(folder)); // failing, it shows when the picture is written
         ::unlink(QFile::encodeName(targetIn(folder)).constData());
@@ -222,8 +220,8 @@ QString LiveView::whyNotStored(const QString &folder, ReplyBody &body) const
         return QStringLiteral("there is no such drive");
     }
     const QString failure = store(folder, body);
-    const bool isAway = !failure.isEmpty() && services_.storage.isAway();
-    return isAway ? awayText(services_.storage.inForce()) : failure;
+    const bool isAway = !failure.isEmpty() && storage_.isAway();
+    return isAway ? awayText(storage_.inForce()) : failure;
 }
 
 QString LiveView::store(const QString &folder, ReplyBody &body) const
@@ -243,14 +241,12 @@ void LiveView::tellTrouble(CameraAddress camera, const QString &reason)
                       ? QString()
                       : QStringLiteral("The live picture of camera %1 cannot be stored: %2")
                             .arg(cameraText(camera), reason));
-    if (!trouble_.isEmpty() || services_.status.text(Caption::Trouble) == before) {
-        services_.status.set(Caption::Trouble, trouble_);
-    }
+    Q_EMIT troubleChanged(before, trouble_);
 }
 
 void LiveView::finish()
 {
-    services_.page.endLive();
+    Q_EMIT fetchEnded();
     setCaptions({clickToZoom(), captions_.local});
     Q_EMIT statusCleared();
 }

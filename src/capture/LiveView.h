@@ -1,8 +1,10 @@
 // Shows the camera that is selected: its last stored image beside one fetched at this moment.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
+#include "capture/CameraRequests.h"
 #include "capture/HttpClient.h"
 
 #include <QCoro/QCoroTask>
@@ -29,9 +31,9 @@ class LiveView : public QObject
 
 public:
     /// Fetches run in `scope`, which outlives this object and is joined before it goes; when it is
-    /// asked to stop, the fetch under way is given up. A switch of the page's group clears the
-    /// view.
-    LiveView(const CaptureServices &services, PictureSource &source, TaskScope &scope);
+    /// asked to stop, the fetch under way is given up.
+    LiveView(StorageFolder &storage, CameraRequests &requests, PictureSource &source, Clock &clock,
+             TaskScope &scope);
 
     /// Shows ("affiche") a camera: its newest stored image, then a live one from the address as it
     /// stands in the box. What a call before it still has to do is given up. An empty address
@@ -42,8 +44,8 @@ public:
     void clear();
 
     /// The stored image was clicked: the newest that the camera's folder holds at this moment is to
-    /// be enlarged. The camera is the one on show, or else that of the page's current row.
-    void iTarget_Click();
+    /// be enlarged. The camera is the one on show, or else `current`.
+    void iTarget_Click(CameraAddress current);
 
     /// Why the live picture of this camera is none; empty for one that is not on show, that is
     /// being fetched, or whose picture is there.
@@ -60,6 +62,17 @@ public:
 
 Q_SIGNALS:
     void captionsChanged();
+
+    /// A camera is being fetched, and no longer is; the second may come without the first.
+    void fetchBegan(velmora::CameraAddress camera);
+    void fetchEnded();
+
+    /// The transfer of a camera has ended.
+    void downloaded(velmora::CameraAddress camera, int seconds);
+
+    /// Why the live picture cannot be stored, for people, and what was told before; empty for
+    /// nothing.
+    void troubleChanged(const QString &before, const QString &now);
 
     /// The status line of the view is to be emptied.
     void statusCleared();
@@ -95,7 +108,9 @@ private:
     void setStored(const QString &path);
     void setLive(const QString &path);
 
-    CaptureServices services_;
+    StorageFolder &storage_;
+    CameraRequests &requests_;
+    Clock &clock_;
     PictureSource &source_;
     TaskScope &scope_;
     std::stop_source current_;
@@ -106,7 +121,7 @@ private:
     std::optional<CameraAddress> shown_; // since the view was cleared last
     CameraAddress reasonOf_;
     QString reason_;
-    QString trouble_; // shown last by Caption::Trouble
+    QString trouble_; // told last
 };
 
 } // namespace velmora

@@ -37,16 +37,20 @@ QString outcome(const OldImages &images)
 
 } // namespace
 
-Retention::Retention(const CaptureServices &services, TaskScope &scope)
-    : services_(services)
+Retention::Retention(const CameraTable &table, StorageFolder &storage, EventLog &log, Clock &clock,
+                     TaskScope &scope)
+    : table_(table)
+    , storage_(storage)
+    , log_(log)
+    , clock_(clock)
     , scope_(scope)
-    , slice_(services.clock)
+    , slice_(clock)
 {
 }
 
 void Retention::begin()
 {
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = table_.settings().snapshot();
     for (const CameraAddress camera : kAllCameras) {
         request(settings, camera);
     }
@@ -54,7 +58,7 @@ void Retention::begin()
 
 void Retention::follow(CameraAddress camera)
 {
-    request(services_.table.settings().snapshot(), camera);
+    request(table_.settings().snapshot(), camera);
 }
 
 void Retention::request(const SettingsSnapshot &settings, CameraAddress camera)
@@ -72,35 +76,28 @@ void Retention::request(const SettingsSnapshot &settings, CameraAddress camera)
 
 void Retention::end()
 {
-    deadline_ = services_.clock.monotonicNow() + kRestAtEnd;
+    deadline_ = clock_.monotonicNow() + kRestAtEnd;
 }
 
 bool Retention::isOver() const
 {
-    return deadline_ && services_.clock.monotonicNow() >= *deadline_;
-}
-
-Retention::Moment &Retention::lastTurn(CameraAddress camera)
-{
-    return lastTurns_.at(static_cast<std::size_t>(camera.group))
-        .at(static_cast<std::size_t>(camera.row));
+    return deadline_ && clock_.monotonicNow() >= *deadline_;
 }
 
 bool Retention::isDue(CameraAddress camera) const
 {
-    const Moment &last = lastTurns_.at(static_cast<std::size_t>(camera.group))
-                             .at(static_cast<std::size_t>(camera.row));
-    return !last || services_.clock.monotonicNow() - *last >= kPause;
+    const Moment &last = lastTurns_[camera];
+    return !last || clock_.monotonicNow() - *last >= kPause;
 }
 
 QCoro::Task<> Retention::run()
 {
     const auto atEnd = qScopeGuard([this] { running_ = false; });
-    co_await services_.clock.yield(); // whoever stored an image goes on first
+    co_await clock_.yield(); // whoever stored an image goes on first
     slice_.begin();
     while (!waiting_.empty()) {
-        co_await services_.storage.gate().pass(scope_.stopToken());
-        if (services_.storage.isBeingEdited()) {
+        co_await storage_.gate().pass(scope_.stopToken());
+        if (storage_.isBeingEdited()) {
             co_return; // the program ends
         }
         const CameraAddress camera = waiting_.front();
@@ -111,16 +108,15 @@ QCoro::Task<> Retention::run()
 
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
-    const StorageUse use(services_.storage);
-    const FolderFiles folder(services_.storage.cameraFolder(camera), FolderLinks::Refused);
-    const bool isWanted =
-        CameraTable::deletesOld(services_.table.settings().snapshot(), camera); // still
+    const StorageUse use(storage_);
+    const FolderFiles folder(storage_.cameraFolder(camera), FolderLinks::Refused);
+    const bool isWanted = CameraTable::deletesOld(table_.settings().snapshot(), camera); // still
     if (!folder.isOpen() || !isWanted || isOver()) {
         co_return;
     }
-    lastTurn(camera) = services_.clock.monotonicNow();
-    const WallTime local = services_.clock.localNow();
-    OldImages images(folder, local, local - services_.clock.utcOffset());
+    lastTurns_[camera] = clock_.monotonicNow();
+    const WallTime local = clock_.localNow();
+    OldImages images(folder, local, local - clock_.utcOffset());
     while (use.mayGoOn() && images.lookSome()) {
         co_await letEventsRun();
         if (isOver()) {
@@ -140,14 +136,13 @@ QCoro::Task<> Retention::clear(CameraAddress camera)
 // Its folder may be another by now.
 void Retention::putBack(CameraAddress camera)
 {
-    lastTurn(camera).reset();
+    lastTurns_[camera].reset();
     waiting_.push_front(camera);
 }
 
 void Retention::report(CameraAddress camera, const OldImages &images)
 {
-    services_.log.trace(
-        QStringLiteral("Retention %1: %2").arg(cameraText(camera), outcome(images)));
+    log_.trace(QStringLiteral("Retention %1: %2").arg(cameraText(camera), outcome(images)));
     if (images.deleted() > 0) {
         Q_EMIT imagesDeleted(camera);
     }
@@ -156,7 +151,7 @@ void Retention::report(CameraAddress camera, const OldImages &images)
 QCoro::Task<> Retention::letEventsRun()
 {
     if (slice_.isOver()) {
-        co_await services_.clock.yield();
+        co_await clock_.yield();
         slice_.begin();
     }
 }

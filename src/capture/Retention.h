@@ -1,9 +1,10 @@
 // Deletes the images of a camera after one month, when its box says so.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "base/WorkSlice.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
@@ -27,7 +28,8 @@ class Retention : public QObject
 
 public:
     /// The scope outlives this object and is joined before it goes.
-    Retention(const CaptureServices &services, TaskScope &scope);
+    Retention(const CameraTable &table, StorageFolder &storage, EventLog &log, Clock &clock,
+              TaskScope &scope);
 
     /// The program starts: goes through the folders of all cameras.
     void begin();
@@ -47,7 +49,6 @@ private:
     using Moment = std::optional<std::chrono::milliseconds>; // of the clock that only advances
 
     void request(const SettingsSnapshot &settings, CameraAddress camera);
-    [[nodiscard]] Moment &lastTurn(CameraAddress camera);
     [[nodiscard]] bool isDue(CameraAddress camera) const;
     [[nodiscard]] bool isOver() const;
     QCoro::Task<> run();
@@ -56,11 +57,14 @@ private:
     void report(CameraAddress camera, const OldImages &images);
     QCoro::Task<> letEventsRun();
 
-    CaptureServices services_;
+    const CameraTable &table_;
+    StorageFolder &storage_;
+    EventLog &log_;
+    Clock &clock_;
     TaskScope &scope_;
     WorkSlice slice_;
     std::deque<CameraAddress> waiting_;
-    std::array<std::array<Moment, kRows>, kGroups> lastTurns_{};
+    PerCamera<Moment> lastTurns_;
     Moment deadline_;
     bool running_ = false;
 };

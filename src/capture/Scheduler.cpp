@@ -6,7 +6,6 @@
 #include "base/WorkSlice.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
-#include "capture/CameraRequest.h"
 #include "capture/CameraUrl.h"
 #include "capture/DueRule.h"
 
@@ -24,11 +23,6 @@ constexpr int kBeforeLastTick = 59;
 constexpr int kMaxAutomaticCounter = 10;
 constexpr auto kStepOfWaiting = 10ms;
 
-QString stepWait()
-{
-    return QStringLiteral("Wait");
-}
-
 QString folderText(const StorageFolder &storage, const CameraSchedule &camera)
 {
     return storage.folderText(encodeFolderName(camera.url));
@@ -36,44 +30,38 @@ QString folderText(const StorageFolder &storage, const CameraSchedule &camera)
 
 } // namespace
 
-Scheduler::Scheduler(const CaptureServices &services, ImageStore &store, ReadAhead &readAhead,
-                     TaskScope &scope, QTimer &timer)
-    : services_(services)
-    , store_(store)
-    , readAhead_(readAhead)
-    , scope_(scope)
-    , timer_(timer)
+Scheduler::Scheduler(const Uses &uses)
+    : uses_(uses)
 {
-    connect(&timer_, &QTimer::timeout, this, [this] { scope_.launch(Timer_Timer()); });
-    connect(&store_, &ImageStore::loaded, &timer_, [this] { startTimer(); });
-    connect(&services_.storage, &StorageFolder::checked, this, &Scheduler::regulate);
-    connect(&services_.storage, &StorageFolder::editBegan, this, &Scheduler::beginEdit);
-    connect(&services_.storage, &StorageFolder::folderMade, this,
+    connect(&uses_.timer, &QTimer::timeout, this, [this] { uses_.scope.launch(Timer_Timer()); });
+    connect(&uses_.store, &ImageStore::loaded, &uses_.timer, [this] { startTimer(); });
+    connect(&uses_.storage, &StorageFolder::checked, this, &Scheduler::regulate);
+    connect(&uses_.storage, &StorageFolder::editBegan, this, &Scheduler::beginEdit);
+    connect(&uses_.storage, &StorageFolder::folderMade, this,
             [this] { setTickCounter(kStartTick); });
 }
 
 void Scheduler::start()
 {
     RegleTempo();
-    showStandstill();
+    Q_EMIT standstillChanged();
     setTickCounter(kStartTick);
 }
 
 void Scheduler::RegleTempo()
 {
-    const std::chrono::milliseconds interval = services_.options.normaliseTempo();
-    if (timer_.intervalAsDuration() != interval) {
-        timer_.setInterval(interval); // would begin the period anew if it were set again
+    const std::chrono::milliseconds interval = uses_.options.normaliseTempo();
+    if (uses_.timer.intervalAsDuration() != interval) {
+        uses_.timer.setInterval(interval); // would begin the period anew if it were set again
     }
-    services_.status.set(Caption::Step,
-                         interval.count() != 0 ? stepWait() : QStringLiteral("Pause"));
+    Q_EMIT intervalSet(interval);
 }
 
 // What is being downloaded would be for a folder that is about to become another.
 void Scheduler::beginEdit()
 {
     ++interruptions_;
-    readAhead_.drop();
+    uses_.store.dropTransfers();
     ArretTimer();
     regulate();
 }
@@ -87,35 +75,24 @@ void Scheduler::regulate()
     } else {
         gate_.open();
     }
-    if (!services_.storage.isUsable() || isSuspended()) {
-        timer_.stop();
-    } else if (!passing_ && !timer_.isActive()) {
+    if (!uses_.storage.isUsable() || isSuspended()) {
+        uses_.timer.stop();
+    } else if (!passing_ && !uses_.timer.isActive()) {
         startTimer();
     }
-    showStandstill();
+    Q_EMIT standstillChanged();
 }
 
 void Scheduler::startTimer()
 {
-    if (services_.storage.isUsable() && !isSuspended() && !ending_ && !givenUp_) {
-        timer_.start();
+    if (uses_.storage.isUsable() && !isSuspended() && !ending_ && !givenUp_) {
+        uses_.timer.start();
     }
-}
-
-void Scheduler::showStandstill()
-{
-    const QString pause = QStringLiteral("Pause");
-    if (!services_.storage.isUsable()) {
-        services_.status.set(Caption::Step, pause);
-    } else if (services_.status.text(Caption::Step) == pause) {
-        services_.status.set(Caption::Step, stepWait());
-    }
-    services_.status.set(Caption::Standstill, standstill());
 }
 
 QString Scheduler::standstill() const
 {
-    const StorageFolder &storage = services_.storage;
+    const StorageFolder &storage = uses_.storage;
     if (storage.isBeingEdited()) {
         return QStringLiteral("The capture waits for the storage folder: its box is being edited "
                               "in the main window");
@@ -142,8 +119,8 @@ void Scheduler::resume()
 
 void Scheduler::ArretTimer()
 {
-    services_.log.trace(QStringLiteral("arret Timers"));
-    timer_.stop();
+    uses_.log.trace(QStringLiteral("arret Timers"));
+    uses_.timer.stop();
     Q_EMIT timersStopped();
 }
 
@@ -159,49 +136,45 @@ QCoro::Task<> Scheduler::Timer_Timer()
         co_return;
     }
     const QScopedValueRollback ticking(ticking_, true);
-    if (services_.storage.isCheckRequested()) {
-        services_.storage.testSA();
+    if (uses_.storage.isCheckRequested()) {
+        uses_.storage.testSA();
         co_return;
     }
-    if (services_.storage.isBeingEdited()) {
+    if (uses_.storage.isBeingEdited()) {
         ArretTimer();
         co_return;
     }
-    if (services_.storage.lamp() != LampColour::Green) {
+    if (uses_.storage.lamp() != LampColour::Green) {
         co_return;
     }
     RegleTempo();
-    if (timer_.interval() == 0) {
+    if (uses_.timer.interval() == 0) {
         co_return;
     }
     countTick();
-    co_await services_.clock.yield();
+    co_await uses_.clock.yield();
     co_await ChargeUrl();
 }
 
 void Scheduler::countTick()
 {
     counter_ = counter_ >= kLastTick ? 0 : counter_ + 1;
-    const QString left =
-        counter_ >= kBeforeLastTick ? QString() : QString::number(kLastTick - counter_);
-    services_.status.set(Caption::Countdown, left);
-    services_.status.set(Caption::NextCycle, left);
+    Q_EMIT ticked(kLastTick - counter_);
 }
 
 void Scheduler::ChargeOn()
 {
     passing_ = true;
-    timer_.stop();
+    uses_.timer.stop();
 }
 
 void Scheduler::ChargeOff()
 {
     passing_ = false;
-    services_.status.set(Caption::Step, stepWait());
+    Q_EMIT waitBegan();
     startTimer();
     RegleTempo();
-    services_.status.set(Caption::Countdown, QString());
-    showStandstill();
+    Q_EMIT standstillChanged();
 }
 
 // A pass that is cut short leaves the first pass to be done, without the cameras that it reached.
@@ -215,7 +188,7 @@ QCoro::Task<> Scheduler::ChargeUrl()
     ChargeOn();
     int end = kCameras; // what fails in the middle does not make the next pass a first one
     const auto atEnd = qScopeGuard([this, &end] {
-        readAhead_.drop();
+        uses_.store.dropTransfers();
         ChargeOff();
         firstPassDone_ = firstPassDone_ || end == kCameras;
         Q_EMIT passEnded();
@@ -233,7 +206,7 @@ bool Scheduler::isFixedDue(CameraAddress address) const
 bool Scheduler::isAutomatic(const CameraSchedule &camera, CameraAddress address) const
 {
     return camera.automatic && !camera.bestTime.isUnknown() &&
-           store_.automaticCounter(address) < kMaxAutomaticCounter && firstPassDone_;
+           uses_.store.automaticCounter(address) < kMaxAutomaticCounter && firstPassDone_;
 }
 
 bool Scheduler::isDue(const CameraSchedule &camera, CameraAddress address) const
@@ -242,7 +215,7 @@ bool Scheduler::isDue(const CameraSchedule &camera, CameraAddress address) const
         return isFixedDue(address);
     }
     return isAutomaticDue({camera.bestTime, dateFromText(camera.lastImage),
-                           store_.automaticCounter(address), services_.clock.localNow()});
+                           uses_.store.automaticCounter(address), uses_.clock.localNow()});
 }
 
 bool Scheduler::mustLoad(const CameraSchedule &camera, CameraAddress address) const
@@ -251,7 +224,7 @@ bool Scheduler::mustLoad(const CameraSchedule &camera, CameraAddress address) co
         return false;
     }
     return isDue(camera, address) ||
-           !folderHoldsFile(services_.storage.native(folderText(services_.storage, camera)));
+           !folderHoldsFile(uses_.storage.native(folderText(uses_.storage, camera)));
 }
 
 std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &settings,
@@ -267,14 +240,13 @@ std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &se
 // Starts what the walk will want; false when that is nothing.
 bool Scheduler::readAhead(int fromIndex)
 {
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = uses_.table.settings().snapshot();
     readAheadAt_ = interruptions_;
     bool any = false;
     for (int index = fromIndex; index < kCameras; ++index) {
         const CameraAddress address = cameraAt(index);
         if (const auto camera = cameraToLoad(settings, address)) {
-            readAhead_.begin(address,
-                             cameraRequest(services_, address, expandTemplate(camera->url)));
+            uses_.store.readAhead(address, expandTemplate(camera->url));
             any = true;
         }
     }
@@ -283,19 +255,19 @@ bool Scheduler::readAhead(int fromIndex)
 
 bool Scheduler::isHeld() const
 {
-    return (isSuspended() || services_.storage.isBeingEdited()) && !givenUp_ && !ending_;
+    return (isSuspended() || uses_.storage.isBeingEdited()) && !givenUp_ && !ending_;
 }
 
 bool Scheduler::mayStartCamera() const
 {
-    return !givenUp_ && !isSuspended() && services_.storage.isUsable() &&
-           !services_.storage.isCheckRequested();
+    return !givenUp_ && !isSuspended() && uses_.storage.isUsable() &&
+           !uses_.storage.isCheckRequested();
 }
 
 // Ends when nothing holds the capture any more, or when nothing more is to come.
 QCoro::Task<> Scheduler::whileHeld()
 {
-    co_await gate_.pass(scope_.stopToken());
+    co_await gate_.pass(uses_.scope.stopToken());
 }
 
 // In front of a camera; what was being downloaded for it and those behind it may be given up.
@@ -311,7 +283,7 @@ QCoro::Task<> Scheduler::pause(int index)
 QCoro::Task<int> Scheduler::walkTable()
 {
     std::optional<SettingsSnapshot> settings; // good until something is waited for
-    WorkSlice slice(services_.clock);
+    WorkSlice slice(uses_.clock);
     int index = 0;
     while (index < kCameras) {
         if (isHeld() || interruptions_ != readAheadAt_) {
@@ -322,7 +294,7 @@ QCoro::Task<int> Scheduler::walkTable()
             break;
         }
         if (!settings) {
-            settings = services_.table.settings().snapshot();
+            settings = uses_.table.settings().snapshot();
         }
         const std::optional<CameraSchedule> camera = cameraToLoad(*settings, cameraAt(index));
         if (camera) {
@@ -333,7 +305,7 @@ QCoro::Task<int> Scheduler::walkTable()
         }
         if (slice.isOver()) {
             settings.reset();
-            co_await services_.clock.yield();
+            co_await uses_.clock.yield();
             slice.begin();
         }
     }
@@ -346,14 +318,14 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int 
     if (isAutomatic(camera, address) && isDue(camera, address)) {
         traceRow(QStringLiteral("Test true pour Auto "), address);
     }
-    services_.page.showLoading(address);
+    Q_EMIT cameraLoading(address);
     traceRow(QStringLiteral("Chargement de "), address);
     const quint64 before = interruptions_;
-    co_await store_.ChargeFile(expandTemplate(camera.url), folderText(services_.storage, camera),
-                               address);
+    co_await uses_.store.ChargeFile(expandTemplate(camera.url), folderText(uses_.storage, camera),
+                                    address);
     if (interruptions_ != before) {
-        services_.page.showLamp(address, services_.table.row(address).lamp);
-    } else if (!services_.storage.isCheckRequested()) {
+        Q_EMIT lampChanged(address, uses_.table.row(address).lamp);
+    } else if (!uses_.storage.isCheckRequested()) {
         reached_[cameraAt((*index)++)] = true;
     }
 }
@@ -361,31 +333,31 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int 
 // The address shown is that of the same row of the group on screen, whichever group is loaded.
 void Scheduler::traceRow(const QString &text, CameraAddress address)
 {
-    const QString url = withoutCredentials(services_.page.row(address.row).url);
+    const QString url = shownAddress_ ? withoutCredentials(shownAddress_(address.row)) : QString();
     const QString camera = QStringLiteral(" %1:%2").arg(address.group).arg(address.row);
-    services_.log.trace(QStringLiteral("\r\n") + text + url + camera);
+    uses_.log.trace(QStringLiteral("\r\n") + text + url + camera);
 }
 
 QCoro::Task<> Scheduler::lastTick()
 {
     ending_ = true;
-    timer_.stop();
+    uses_.timer.stop();
     regulate();
     while (ticking_) {
-        const Wake wake = co_await services_.clock.sleep(kStepOfWaiting, std::stop_token{});
+        const Wake wake = co_await uses_.clock.sleep(kStepOfWaiting, std::stop_token{});
         Q_UNUSED(wake);
     }
     if (!givenUp_) {
         setTickCounter(kBeforeLastTick);
         co_await Timer_Timer();
     }
-    timer_.stop();
+    uses_.timer.stop();
 }
 
 void Scheduler::giveUp()
 {
     givenUp_ = true;
-    readAhead_.drop();
+    uses_.store.dropTransfers();
     regulate();
 }
 

@@ -3,15 +3,15 @@
 #pragma once
 
 #include "base/Gate.h"
-#include "capture/CaptureServices.h"
+#include "capture/CaptureOptions.h"
 #include "capture/ImageStore.h"
-#include "capture/ReadAhead.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
 #include <QTimer>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 
 namespace velmora {
@@ -21,9 +21,31 @@ class Scheduler : public QObject
     Q_OBJECT
 
 public:
-    /// timer: drives the ticks; outlives the scheduler, as do the others. Ticks run in `scope`.
-    Scheduler(const CaptureServices &services, ImageStore &store, ReadAhead &readAhead,
-              TaskScope &scope, QTimer &timer);
+    /// What driving the capture takes; all of it outlives the scheduler.
+    struct Uses
+    {
+        const CameraTable &table;
+        StorageFolder &storage;
+        CaptureOptions &options;
+        ImageStore &store;
+        EventLog &log;
+        Clock &clock;
+        TaskScope &scope; // ticks run in it
+        QTimer &timer;    // drives the ticks
+    };
+
+    explicit Scheduler(const Uses &uses);
+
+    /// The log names a camera by the address that is shown in the same row of the group on screen.
+    /// Whoever shows one says here which it is, by the row, and takes that back with an empty
+    /// function before it goes.
+    void setShownAddress(std::function<QString(int)> address)
+    {
+        shownAddress_ = std::move(address);
+    }
+
+    /// Why nothing is captured, for people; empty while the capture runs.
+    [[nodiscard]] QString standstill() const;
 
     /// Start values: the tick counter stands at 55, so that fixed cameras come five ticks later.
     void start();
@@ -70,6 +92,24 @@ public:
     void giveUp();
 
 Q_SIGNALS:
+    /// The camera is about to be loaded.
+    void cameraLoading(velmora::CameraAddress camera);
+
+    /// A load was given up: the lamp is again as it was before.
+    void lampChanged(velmora::CameraAddress camera, velmora::LampColour colour);
+
+    /// The timer ticks at this interval; 0 would be never.
+    void intervalSet(std::chrono::milliseconds interval);
+
+    /// A tick was counted; so many are left until fixed cameras are due.
+    void ticked(int ticksLeft);
+
+    /// No pass runs: the capture waits for its next tick.
+    void waitBegan();
+
+    /// Whether the capture stands still, or why, may be otherwise than before.
+    void standstillChanged();
+
     void passEnded();
 
     /// All timers of the program are to stop.
@@ -81,8 +121,6 @@ private:
     void beginEdit();
     void regulate();
     void startTimer();
-    void showStandstill();
-    [[nodiscard]] QString standstill() const;
     void countTick();
     [[nodiscard]] bool isFixedDue(CameraAddress address) const;
     [[nodiscard]] bool isAutomatic(const CameraSchedule &camera, CameraAddress address) const;
@@ -99,11 +137,8 @@ private:
     QCoro::Task<> load(CameraSchedule camera, CameraAddress address, int *index);
     void traceRow(const QString &text, CameraAddress address);
 
-    CaptureServices services_;
-    ImageStore &store_;
-    ReadAhead &readAhead_;
-    TaskScope &scope_;
-    QTimer &timer_;
+    Uses uses_;
+    std::function<QString(int)> shownAddress_;
     Gate gate_; // shut while the capture is held
     int counter_ = 0;
     int suspensions_ = 0;

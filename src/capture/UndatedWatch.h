@@ -4,8 +4,6 @@
 
 #include "cameras/CameraAddress.h"
 
-#include <array>
-
 namespace velmora {
 
 class UndatedWatch
@@ -20,13 +18,7 @@ public:
 private:
     static constexpr int kEnough = 3;
 
-    int &count(CameraAddress camera)
-    {
-        return counts_.at(static_cast<std::size_t>(camera.group))
-            .at(static_cast<std::size_t>(camera.row));
-    }
-
-    std::array<std::array<int, kRows>, kGroups> counts_{};
+    PerCamera<int> counts_;
 };
 
 } // namespace velmora

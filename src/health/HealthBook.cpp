@@ -17,10 +17,13 @@ using namespace std::chrono;
 
 } // namespace
 
-HealthBook::HealthBook(const CaptureServices &services, TaskScope &scope)
-    : services_(services)
+HealthBook::HealthBook(const CameraTable &table, const StorageFolder &storage, Clock &clock,
+                       TaskScope &scope)
+    : table_(table)
+    , storage_(storage)
+    , clock_(clock)
     , scope_(scope)
-    , slice_(services.clock)
+    , slice_(clock)
 {
 }
 
@@ -31,13 +34,13 @@ const CameraHealth &HealthBook::camera(CameraAddress camera) const
 
 Moment HealthBook::now() const
 {
-    const WallTime utc = services_.clock.localNow() - services_.clock.utcOffset();
+    const WallTime utc = clock_.localNow() - clock_.utcOffset();
     return Moment(utc.time_since_epoch());
 }
 
 void HealthBook::load()
 {
-    StoredHealth stored = loadHealth(services_.table.settings().programFolder());
+    StoredHealth stored = loadHealth(table_.settings().programFolder());
     maySave_ = stored.state != HealthFile::Newer;
     healths_ = std::move(stored.cameras);
     followTable();
@@ -47,7 +50,7 @@ void HealthBook::save()
 {
     if (isChanged_ && maySave_) {
         isChanged_ = false;
-        saveHealth(services_.table.settings().programFolder(), healths_);
+        saveHealth(table_.settings().programFolder(), healths_);
     }
 }
 
@@ -66,7 +69,7 @@ QString HealthBook::title(CameraAddress camera) const
 
 void HealthBook::followTable()
 {
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = table_.settings().snapshot();
     const std::vector<CameraAddress> before = cameras();
     for (const CameraAddress camera : kAllCameras) {
         takeCamera(settings, camera);
@@ -81,7 +84,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
 {
     const QString url = CameraTable::url(settings, camera);
     Seen &seen = seen_[camera];
-    const QString folder = url.isEmpty() ? QString() : services_.storage.cameraFolder(camera);
+    const QString folder = url.isEmpty() ? QString() : storage_.cameraFolder(camera);
     seen.isConfigured = !folder.isEmpty();
     const QString name = cameraName(settings, camera);
     const QString title = cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(url) : name);
@@ -118,14 +121,14 @@ void HealthBook::anchor(CameraAddress camera)
 {
     if (const auto since = this->camera(camera).quietSince()) {
         const auto age = std::max(seconds(0), now() - *since);
-        seen_[camera].quietSince = services_.clock.monotonicNow() - age;
+        seen_[camera].quietSince = clock_.monotonicNow() - age;
     }
 }
 
 std::optional<seconds> HealthBook::quiet(CameraAddress camera) const
 {
     const auto since = seen_[camera].quietSince;
-    return since ? std::optional(duration_cast<seconds>(services_.clock.monotonicNow() - *since))
+    return since ? std::optional(duration_cast<seconds>(clock_.monotonicNow() - *since))
                  : std::nullopt;
 }
 
@@ -170,9 +173,9 @@ void HealthBook::addImage(CameraAddress camera, const QString &fileName)
         followTable();
     }
     CameraHealth &health = known(camera);
-    const qint64 bytes = QFileInfo(services_.storage.cameraFolder(camera) + u'/' + fileName).size();
+    const qint64 bytes = QFileInfo(storage_.cameraFolder(camera) + u'/' + fileName).size();
     health.addImage(now(), bytes);
-    seen_[camera].quietSince = services_.clock.monotonicNow();
+    seen_[camera].quietSince = clock_.monotonicNow();
     const bool wasLate = health.lateSince.has_value();
     setLate(camera, false);
     change(camera);
@@ -228,7 +231,7 @@ void HealthBook::startCounting(CameraAddress camera)
 QCoro::Task<> HealthBook::countWaiting()
 {
     const auto atEnd = qScopeGuard([this] { counting_ = false; });
-    co_await services_.clock.yield();
+    co_await clock_.yield();
     while (!toCount_.empty() && !scope_.stopToken().stop_requested()) {
         const CameraAddress camera = toCount_.front();
         toCount_.pop_front();
@@ -238,12 +241,12 @@ QCoro::Task<> HealthBook::countWaiting()
 
 QCoro::Task<> HealthBook::count(CameraAddress camera)
 {
-    const QString folder = services_.storage.cameraFolder(camera);
+    const QString folder = storage_.cameraFolder(camera);
     HealthCount counting(folder);
     slice_.begin();
     while (counting.countSome()) {
         if (slice_.isOver()) {
-            co_await services_.clock.yield();
+            co_await clock_.yield();
             slice_.begin();
         }
         if (scope_.stopToken().stop_requested()) {

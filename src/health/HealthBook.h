@@ -2,9 +2,10 @@
 // and counts in the background what nobody knows.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "base/WorkSlice.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
 #include "health/HealthOptions.h"
 #include "health/HealthStore.h"
 
@@ -21,13 +22,17 @@ class HealthBook : public QObject
 
 public:
     /// Everything given outlives the object; the scope is joined before it goes.
-    HealthBook(const CaptureServices &services, TaskScope &scope);
+    HealthBook(const CameraTable &table, const StorageFolder &storage, Clock &clock,
+               TaskScope &scope);
 
     /// Takes what is stored, and begins to count the rest.
     void load();
 
     /// Stores what has changed since the last time.
     void save();
+
+    /// The settings that name the cameras.
+    [[nodiscard]] const SettingsFile &settings() const { return table_.settings(); }
 
     [[nodiscard]] const CameraHealth &camera(CameraAddress camera) const;
 
@@ -93,7 +98,9 @@ private:
     void change(CameraAddress camera);
     void addSuccess(CameraAddress camera);
 
-    CaptureServices services_;
+    const CameraTable &table_;
+    const StorageFolder &storage_;
+    Clock &clock_;
     TaskScope &scope_;
     WorkSlice slice_;
     CameraHealths healths_;

@@ -22,13 +22,14 @@ qint64 wellAbove(qint64 limit)
 
 } // namespace
 
-HealthWatch::HealthWatch(const CaptureServices &services, HealthBook &book, Scheduler &scheduler,
-                         OldestFirst &oldest)
-    : services_(services)
+HealthWatch::HealthWatch(StorageFolder &storage, Clock &clock, HealthBook &book,
+                         Scheduler &scheduler, OldestFirst &oldest)
+    : storage_(storage)
+    , clock_(clock)
     , book_(book)
     , scheduler_(scheduler)
     , oldest_(oldest)
-    , options_(services.table.settings())
+    , options_(book.settings())
 {
     connect(&scheduler_, &Scheduler::passEnded, this, &HealthWatch::trust);
     connect(&book_, &HealthBook::cameBack, this,
@@ -40,7 +41,7 @@ QCoro::Task<> HealthWatch::run(std::stop_token stop)
     int pauses = 0;
     while (!stop.stop_requested()) {
         look();
-        const Wake wake = co_await services_.clock.sleep(kPause, stop);
+        const Wake wake = co_await clock_.sleep(kPause, stop);
         if (wake == Wake::Stopped) {
             break;
         }
@@ -68,27 +69,26 @@ void HealthWatch::look()
 
 void HealthWatch::lookAtStorage()
 {
-    const StorageFolder &storage = services_.storage;
-    if (storage.isBeingEdited()) {
+    if (storage_.isBeingEdited()) {
         return; // a folder that is only being typed: nobody has lost anything by it
     }
-    const bool isGone = storage.lamp() == LampColour::Red;
+    const bool isGone = storage_.lamp() == LampColour::Red;
     if (std::exchange(isGone_, isGone) == isGone) {
         return;
     }
     Q_EMIT noticed(
-        isGone ? tr("The storage folder %1 is gone; nothing is stored.").arg(storage.inForce())
-               : tr("The storage folder %1 is back.").arg(storage.inForce()));
+        isGone ? tr("The storage folder %1 is gone; nothing is stored.").arg(storage_.inForce())
+               : tr("The storage folder %1 is back.").arg(storage_.inForce()));
 }
 
 // What cannot be stored, or is not asked for, is no camera's fault.
 void HealthWatch::lookAtStandstill()
 {
-    const bool stands = !services_.storage.isUsable() || scheduler_.isSuspended();
+    const bool stands = !storage_.isUsable() || scheduler_.isSuspended();
     if (stands && !standsSince_) {
-        standsSince_ = services_.clock.monotonicNow();
+        standsSince_ = clock_.monotonicNow();
     } else if (!stands && standsSince_) {
-        book_.forgive(services_.clock.monotonicNow() - *standsSince_);
+        book_.forgive(clock_.monotonicNow() - *standsSince_);
         standsSince_.reset();
     }
 }
@@ -102,7 +102,7 @@ bool HealthWatch::isLate(CameraAddress camera) const
 
 void HealthWatch::lookAtCameras()
 {
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = book_.settings().snapshot();
     std::vector<CameraAddress> late;
     bool isOther = false;
     for (const CameraAddress camera : book_.cameras()) {
@@ -171,7 +171,7 @@ std::vector<CameraAddress> HealthWatch::late() const
 void HealthWatch::lookAtDisk()
 {
     const std::optional<DiskRoom> room =
-        diskRoom(services_.storage.native(services_.storage.text()));
+        diskRoom(storage_.native(storage_.text()));
     room_ = room;
     Q_EMIT roomChanged();
     if (!room) {

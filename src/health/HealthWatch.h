@@ -21,7 +21,7 @@ class HealthWatch : public QObject
 
 public:
     /// Everything given outlives the object; the scope is joined before it goes.
-    HealthWatch(const CaptureServices &services, HealthBook &book, Scheduler &scheduler,
+    HealthWatch(StorageFolder &storage, Clock &clock, HealthBook &book, Scheduler &scheduler,
                 OldestFirst &oldest);
 
     /// Looks every few seconds until a stop is requested.
@@ -60,7 +60,8 @@ private:
     [[nodiscard]] bool isLate(CameraAddress camera) const;
     [[nodiscard]] QString list(const std::vector<CameraAddress> &cameras) const;
 
-    CaptureServices services_;
+    StorageFolder &storage_;
+    Clock &clock_;
     HealthBook &book_;
     Scheduler &scheduler_;
     OldestFirst &oldest_;

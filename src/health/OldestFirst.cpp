@@ -24,10 +24,13 @@ QString logPath(const QString &programFolder)
 
 } // namespace
 
-OldestFirst::OldestFirst(const CaptureServices &services, TaskScope &scope)
-    : services_(services)
+OldestFirst::OldestFirst(const CameraTable &table, StorageFolder &storage, Clock &clock,
+                         TaskScope &scope)
+    : table_(table)
+    , storage_(storage)
+    , clock_(clock)
     , scope_(scope)
-    , slice_(services.clock)
+    , slice_(clock)
 {
 }
 
@@ -41,15 +44,14 @@ void OldestFirst::makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> ca
 
 bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
 {
-    const auto room = diskRoom(services_.storage.native(services_.storage.text()));
-    return !room || room->freeBytes >= wantedFreeBytes ||
-           services_.storage.lamp() != LampColour::Green;
+    const auto room = diskRoom(storage_.native(storage_.text()));
+    return !room || room->freeBytes >= wantedFreeBytes || storage_.lamp() != LampColour::Green;
 }
 
 QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
 {
     const auto atEnd = qScopeGuard([this] { running_ = false; });
-    co_await services_.clock.yield();
+    co_await clock_.yield();
     slice_.begin();
     oldest_.clear();
     for (const CameraAddress camera : cameras) {
@@ -77,12 +79,12 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
 // Two looks: only who has seen all of a folder knows its newest image.
 QCoro::Task<> OldestFirst::look(CameraAddress camera)
 {
-    const FolderFiles folder(services_.storage.cameraFolder(camera), FolderLinks::Refused);
+    const FolderFiles folder(storage_.cameraFolder(camera), FolderLinks::Refused);
     if (!folder.isOpen() || scope_.stopToken().stop_requested()) {
         co_return;
     }
-    const WallTime local = services_.clock.localNow();
-    OldImages images(folder, local, local - services_.clock.utcOffset());
+    const WallTime local = clock_.localNow();
+    OldImages images(folder, local, local - clock_.utcOffset());
     while (images.lookSome()) {
         co_await letEventsRun();
     }
@@ -112,8 +114,7 @@ void OldestFirst::take(const Candidate &candidate)
 
 bool OldestFirst::remove(const Candidate &candidate)
 {
-    const FolderFiles folder(services_.storage.cameraFolder(candidate.camera),
-                             FolderLinks::Refused);
+    const FolderFiles folder(storage_.cameraFolder(candidate.camera), FolderLinks::Refused);
     if (!folder.isOpen() || folder.remove(candidate.name.constData())) {
         return false;
     }
@@ -124,7 +125,7 @@ bool OldestFirst::remove(const Candidate &candidate)
 // A log that cannot be written on a full disk does not keep it full.
 void OldestFirst::record(const Candidate &candidate)
 {
-    const QString path = logPath(services_.table.settings().programFolder());
+    const QString path = logPath(table_.settings().programFolder());
     QFile log(path);
     if (log.size() > kMostLogBytes) {
         QFile::remove(path + QStringLiteral(".old"));
@@ -132,7 +133,7 @@ void OldestFirst::record(const Candidate &candidate)
     }
     if (log.open(QIODevice::Append)) {
         log.write(QStringLiteral("%1 %2:%3 %4\n")
-                      .arg(dateText(services_.clock.localNow()))
+                      .arg(dateText(clock_.localNow()))
                       .arg(candidate.camera.group)
                       .arg(candidate.camera.row)
                       .arg(QFile::decodeName(candidate.name))
@@ -143,7 +144,7 @@ void OldestFirst::record(const Candidate &candidate)
 QCoro::Task<> OldestFirst::letEventsRun()
 {
     if (slice_.isOver()) {
-        co_await services_.clock.yield();
+        co_await clock_.yield();
         slice_.begin();
     }
 }

@@ -5,7 +5,7 @@
 #include "base/FolderFiles.h"
 #include "base/TaskScope.h"
 #include "base/WorkSlice.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
@@ -26,7 +26,7 @@ class OldestFirst : public QObject
 
 public:
     /// Everything given outlives the object; the scope is joined before it goes.
-    OldestFirst(const CaptureServices &services, TaskScope &scope);
+    OldestFirst(const CameraTable &table, StorageFolder &storage, Clock &clock, TaskScope &scope);
 
     [[nodiscard]] bool isRunning() const { return running_; }
 
@@ -59,7 +59,9 @@ private:
     void record(const Candidate &candidate);
     QCoro::Task<> letEventsRun();
 
-    CaptureServices services_;
+    const CameraTable &table_;
+    StorageFolder &storage_;
+    Clock &clock_;
     TaskScope &scope_;
     WorkSlice slice_;
     std::set<Candidate> oldest_;

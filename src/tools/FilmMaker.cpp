@@ -15,14 +15,10 @@ constexpr QSize kUsualSize{640, 480};
 
 } // namespace
 
-FilmMaker::FilmMaker(const CaptureServices &services, const BrowserData &data, Slideshow &film,
-                     TaskScope &scope)
-    : services_(services)
-    , data_(data)
-    , slideshow_(film)
-    , scope_(scope)
-    , film_(services.clock)
-    , copy_(services.clock)
+FilmMaker::FilmMaker(const Uses &uses)
+    : uses_(uses)
+    , film_(uses.clock)
+    , copy_(uses.clock)
     , names_(std::make_shared<const ImageNames>())
 {
     connect(&film_, &FilmExport::advanced, this, &FilmMaker::advanced);
@@ -33,13 +29,13 @@ FilmMaker::FilmMaker(const CaptureServices &services, const BrowserData &data, S
 
 void FilmMaker::take()
 {
-    names_ = data_.files.shared();
-    folderText_ = data_.files.folder();
-    folder_ = services_.storage.native(folderText_);
-    const CameraAddress camera = data_.state.camera();
-    const QString name = cameraName(services_.table.settings().snapshot(), camera);
-    camera_ = cameraText(camera) + u' ' +
-              (name.isEmpty() ? shownAddress(services_.table.url(camera)) : name);
+    names_ = uses_.data.files.shared();
+    folderText_ = uses_.data.files.folder();
+    folder_ = uses_.storage.native(folderText_);
+    const CameraAddress camera = uses_.data.state.camera();
+    const QString name = cameraName(uses_.table.settings().snapshot(), camera);
+    camera_ =
+        cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(uses_.table.url(camera)) : name);
     result_.clear();
 }
 
@@ -56,8 +52,8 @@ QString FilmMaker::momentAt(qsizetype position) const
 FilmWish FilmMaker::usualWish() const
 {
     FilmWish wish;
-    const PlayRange range = slideshow_.isOpen() && data_.files.folder() == folderText_
-                                ? slideshow_.face().range
+    const PlayRange range = uses_.film.isOpen() && uses_.data.files.folder() == folderText_
+                                ? uses_.film.face().range
                                 : PlayRange{1, static_cast<int>(names_->count())};
     wish.from = momentAt(range.start - 1);
     wish.to = momentAt(range.end - 1);
@@ -101,15 +97,15 @@ QString FilmMaker::picture(const FilmWish &wish, qsizetype at) const
 void FilmMaker::play(const FilmWish &wish)
 {
     const auto span = filmSpan(wish.from, wish.to);
-    if (!slideshow_.isOpen() || !span || data_.files.folder() != folderText_) {
+    if (!uses_.film.isOpen() || !span || uses_.data.files.folder() != folderText_) {
         return;
     }
-    const ImageNames &names = data_.files.names();
+    const ImageNames &names = uses_.data.files.names();
     const auto first = static_cast<int>(names.countBefore(span->first)) + 1;
     const auto last = static_cast<int>(names.countBefore(span->behind));
-    if (first <= last && slideshow_.face().range != PlayRange{first, last}) {
-        slideshow_.sDebut_Change(first);
-        slideshow_.sFin_Change(last);
+    if (first <= last && uses_.film.face().range != PlayRange{first, last}) {
+        uses_.film.sDebut_Change(first);
+        uses_.film.sFin_Change(last);
     }
 }
 
@@ -118,7 +114,7 @@ void FilmMaker::makeFilm(const FilmWish &wish, const QString &target)
     if (isBusy()) {
         return;
     }
-    began_ = services_.clock.monotonicNow();
+    began_ = uses_.clock.monotonicNow();
     target_ = target;
     result_.clear();
     film_.start({folder_,
@@ -152,17 +148,17 @@ void FilmMaker::copyImages(const FilmWish &wish, const QString &folder)
     if (isBusy()) {
         return;
     }
-    began_ = services_.clock.monotonicNow();
+    began_ = uses_.clock.monotonicNow();
     target_ = folder;
     result_.clear();
     copying_ = true;
     stopCopy_ = std::stop_source();
-    scope_.launch(copy({folder_, names_, picks(wish), folder}));
+    uses_.scope.launch(copy({folder_, names_, picks(wish), folder}));
 }
 
 QCoro::Task<> FilmMaker::copy(CopyOrder order)
 {
-    const std::stop_callback atEnd(scope_.stopToken(), [this] { stopCopy_.request_stop(); });
+    const std::stop_callback atEnd(uses_.scope.stopToken(), [this] { stopCopy_.request_stop(); });
     co_await copy_.run(std::move(order), stopCopy_.get_token());
     copying_ = false;
     result_ = copy_.tally().error ? QString() : target_;
@@ -208,7 +204,7 @@ std::optional<qint64> FilmMaker::timeLeftMs() const
     if (!isBusy() || done() < kEnoughToTell) {
         return std::nullopt;
     }
-    const qint64 passed = (services_.clock.monotonicNow() - began_).count();
+    const qint64 passed = (uses_.clock.monotonicNow() - began_).count();
     return passed * (all() - done()) / done();
 }
 

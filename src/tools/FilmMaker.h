@@ -1,9 +1,10 @@
 // Films and copies of a range of the images that the browser lists, as a window asks for them.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "browser/BrowserData.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
 #include "tools/FilmExport.h"
 #include "tools/RangeCopy.h"
 #include "tools/Slideshow.h"
@@ -46,9 +47,18 @@ class FilmMaker : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object; the scope is joined before it goes.
-    FilmMaker(const CaptureServices &services, const BrowserData &data, Slideshow &film,
-              TaskScope &scope);
+    /// What it takes; all of it outlives the object, and the scope is joined before it goes.
+    struct Uses
+    {
+        const CameraTable &table;
+        const StorageFolder &storage;
+        const BrowserData &data;
+        Slideshow &film;
+        Clock &clock;
+        TaskScope &scope;
+    };
+
+    explicit FilmMaker(const Uses &uses);
 
     /// The images that the browser lists now are those that it is about.
     void take();
@@ -96,10 +106,7 @@ private:
     QCoro::Task<> copy(CopyOrder order);
     [[nodiscard]] QString copyText() const;
 
-    CaptureServices services_;
-    const BrowserData &data_;
-    Slideshow &slideshow_;
-    TaskScope &scope_;
+    Uses uses_;
     FilmExport film_;
     RangeCopy copy_;
     std::stop_source stopCopy_;

@@ -55,27 +55,25 @@ QString countAfterCollisions(qint64 before, qint16 collisions)
     return QString::number(before - collisions);
 }
 
-Import::Import(const CaptureServices &services, TaskScope &scope)
-    : services_(services)
-    , scope_(scope)
-    , reader_(services.clock)
-    , run_(services.clock, services.storage.gate())
+Import::Import(const Uses &uses)
+    : uses_(uses)
+    , reader_(uses.clock)
+    , run_(uses.clock, uses.storage.gate())
 {
     face_.Filtre = keys::kImportFilter.usual.toString();
     connect(&run_, &ImportRun::advanced, this, &Import::showProgress);
-    connect(&services_.storage, &StorageFolder::editBegan, this, &Import::followStorage);
-    connect(&services_.storage, &StorageFolder::checked, this, &Import::followStorage);
-    connect(&services_.page, &CameraPage::addressStored, this, &Import::noticeAddress);
+    connect(&uses_.storage, &StorageFolder::editBegan, this, &Import::followStorage);
+    connect(&uses_.storage, &StorageFolder::checked, this, &Import::followStorage);
 }
 
 void Import::load()
 {
-    services_.log.trace(QStringLiteral("frmImport Form_Load"));
+    uses_.log.trace(QStringLiteral("frmImport Form_Load"));
     open_ = true;
     face_.ctr = kNone;
     loadSource();
-    face_.Cam = keys::kImportGroup.read(settings(), services_.problems);
-    face_.Lien = keys::kImportRow.read(settings(), services_.problems);
+    face_.Cam = keys::kImportGroup.read(settings(), uses_.problems);
+    face_.Lien = keys::kImportRow.read(settings(), uses_.problems);
     chooseTarget();
     count();
 }
@@ -95,7 +93,7 @@ void Import::close()
     if (!std::exchange(open_, false)) {
         return;
     }
-    services_.log.trace(QStringLiteral("frmImport Form_Unload"));
+    uses_.log.trace(QStringLiteral("frmImport Form_Unload"));
     copying_.request_stop();
     readingFolders_.request_stop();
     readingFiles_.request_stop();
@@ -104,18 +102,18 @@ void Import::close()
 
 void Import::traceQuit()
 {
-    services_.log.trace(QStringLiteral("frmImport cmdClik"));
+    uses_.log.trace(QStringLiteral("frmImport cmdClik"));
 }
 
 // Empty for a row without address, and for one whose address no folder name can hold.
 bool Import::hasTarget() const
 {
-    return !services_.storage.cameraFolderName(camera()).isEmpty();
+    return !uses_.storage.cameraFolderName(camera()).isEmpty();
 }
 
 QString Import::native(const QString &folder) const
 {
-    return services_.storage.native(folder);
+    return uses_.storage.native(folder);
 }
 
 bool Import::isThere(const QString &folder) const
@@ -154,7 +152,7 @@ void Import::showFolder(const QString &path)
     folders_.open(path);
     files_.bind(std::make_shared<const NameList>());
     face_.nRep = shownSource(folderLevels(folders_.path()).constLast());
-    scope_.launch(readFolders(anew(readingFolders_)));
+    uses_.scope.launch(readFolders(anew(readingFolders_)));
     Q_EMIT changed();
 }
 
@@ -192,7 +190,7 @@ void Import::chooseCamera(int row)
 void Import::chooseTarget()
 {
     identical_ = false;
-    storage_ = services_.storage.inForce();
+    storage_ = uses_.storage.inForce();
     face_.failure.clear();
     showTarget();
 }
@@ -201,7 +199,7 @@ void Import::showTarget()
 {
     showButton();
     face_.iTarget.clear();
-    scope_.launch(readTarget(anew(readingTarget_)));
+    uses_.scope.launch(readTarget(anew(readingTarget_)));
     Q_EMIT changed();
 }
 
@@ -232,7 +230,7 @@ QString Import::whyNoCopy() const
             .arg(face_.Cam)
             .arg(face_.Lien);
     }
-    if (services_.storage.isBeingEdited()) {
+    if (uses_.storage.isBeingEdited()) {
         return QStringLiteral("The storage folder is being edited in the main window");
     }
     return identical_ ? QStringLiteral("Source and target are identical: choose another camera")
@@ -248,7 +246,8 @@ std::stop_token Import::anew(std::stop_source &source) const
 
 QCoro::Task<> Import::readFolders(std::stop_token stop)
 {
-    const std::stop_callback atEnd(scope_.stopToken(), [this] { readingFolders_.request_stop(); });
+    const std::stop_callback atEnd(uses_.scope.stopToken(),
+                                   [this] { readingFolders_.request_stop(); });
     const SortedNames names = co_await reader_.folders(native(folders_.path()), stop);
     if (names) {
         folders_.setSubFolders(names);
@@ -261,12 +260,13 @@ void Import::count()
     face_.NbF = kNone;
     counting_ = true;
     Q_EMIT changed();
-    scope_.launch(readFiles(anew(readingFiles_)));
+    uses_.scope.launch(readFiles(anew(readingFiles_)));
 }
 
 QCoro::Task<> Import::readFiles(std::stop_token stop)
 {
-    const std::stop_callback atEnd(scope_.stopToken(), [this] { readingFiles_.request_stop(); });
+    const std::stop_callback atEnd(uses_.scope.stopToken(),
+                                   [this] { readingFiles_.request_stop(); });
     const SortedNames names =
         co_await reader_.files(native(folders_.path()), filterPattern(face_.Filtre), stop);
     if (names) {
@@ -288,8 +288,9 @@ void Import::showSource()
 
 QCoro::Task<> Import::readTarget(std::stop_token stop)
 {
-    const std::stop_callback atEnd(scope_.stopToken(), [this] { readingTarget_.request_stop(); });
-    const QString folder = native(services_.storage.cameraFolderText(camera()));
+    const std::stop_callback atEnd(uses_.scope.stopToken(),
+                                   [this] { readingTarget_.request_stop(); });
+    const QString folder = native(uses_.storage.cameraFolderText(camera()));
     const std::optional<QByteArray> name =
         co_await reader_.first(folder, filterPattern(kStoredImages), stop);
     if (name && !name->isEmpty()) {
@@ -301,15 +302,15 @@ QCoro::Task<> Import::readTarget(std::stop_token stop)
 void Import::go()
 {
     if (face_.cmdGo) {
-        scope_.launch(copy());
+        uses_.scope.launch(copy());
     }
 }
 
 ImportOrder Import::order() const
 {
     const QString source = folders_.path() + u'\\';
-    const QString target = services_.storage.cameraFolderText(camera());
-    return {source,      target, native(source), native(target), services_.storage.workFolder(),
+    const QString target = uses_.storage.cameraFolderText(camera());
+    return {source,      target, native(source), native(target), uses_.storage.workFolder(),
             face_.Filtre};
 }
 
@@ -318,7 +319,7 @@ QCoro::Task<> Import::copy()
     begin();
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
-    const std::stop_callback ending(scope_.stopToken(), [this] { atOnce_.request_stop(); });
+    const std::stop_callback ending(uses_.scope.stopToken(), [this] { atOnce_.request_stop(); });
     if (hasTarget()) { // else it has lost its address since it was chosen
         result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
     }
@@ -329,7 +330,7 @@ QCoro::Task<> Import::copy()
 
 bool Import::isStillTarget() const
 {
-    return services_.storage.inForce() == storage_;
+    return uses_.storage.inForce() == storage_;
 }
 
 void Import::followStorage()
@@ -348,7 +349,7 @@ void Import::begin()
 {
     copying_ = std::stop_source();
     atOnce_ = std::stop_source();
-    storage_ = services_.storage.inForce();
+    storage_ = uses_.storage.inForce();
     initialCount_ = counting_ ? std::nullopt : std::optional(shownCount_);
     face_.ctr = kNone;
     face_.running = true;

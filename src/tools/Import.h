@@ -2,8 +2,9 @@
 // the run that copies them.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
 #include "tools/FolderList.h"
 #include "tools/ImportRun.h"
 #include "tools/SourceList.h"
@@ -42,7 +43,18 @@ class Import : public QObject
     Q_OBJECT
 
 public:
-    Import(const CaptureServices &services, TaskScope &scope);
+    /// What an import takes; all of it outlives this object.
+    struct Uses
+    {
+        const SettingsFile &settings;
+        StorageFolder &storage;
+        EventLog &log;
+        Problems &problems;
+        Clock &clock;
+        TaskScope &scope;
+    };
+
+    explicit Import(const Uses &uses);
 
     [[nodiscard]] const ImportFace &face() const { return face_; }
 
@@ -69,6 +81,9 @@ public:
     void chooseGroup(int group);
     void chooseCamera(int row);
 
+    /// A camera was given an address, or has lost it.
+    void noticeAddress(CameraAddress camera);
+
     /// Copies; does nothing while that cannot be done.
     void go();
 
@@ -83,7 +98,7 @@ Q_SIGNALS:
     void imagesAdded();
 
 private:
-    [[nodiscard]] const SettingsFile &settings() const { return services_.table.settings(); }
+    [[nodiscard]] const SettingsFile &settings() const { return uses_.settings; }
 
     [[nodiscard]] CameraAddress camera() const { return {face_.Cam, face_.Lien}; }
 
@@ -99,7 +114,6 @@ private:
     void followStorage();
     void showTarget();
     void showButton();
-    void noticeAddress(CameraAddress camera);
     [[nodiscard]] QString whyNoCopy() const;
     void count();
     void showSource();
@@ -113,8 +127,7 @@ private:
     void tell(const ImportResult &result);
     std::stop_token anew(std::stop_source &source) const;
 
-    CaptureServices services_;
-    TaskScope &scope_;
+    Uses uses_;
     NameReader reader_;
     ImportRun run_;
     FolderList folders_;

@@ -28,9 +28,11 @@ void clampColour(int &red, int &green, int &blue)
     }
 }
 
-MotionAlarm::MotionAlarm(const CaptureServices &services, const BrowserData &data, TaskScope &scope)
-    : services_(services)
+MotionAlarm::MotionAlarm(const StorageFolder &storage, const BrowserData &data, Clock &clock,
+                         TaskScope &scope)
+    : storage_(storage)
     , data_(data)
+    , clock_(clock)
     , scope_(scope)
 {
 }
@@ -63,8 +65,7 @@ QString MotionAlarm::path(int position) const
     if (file.isNone()) {
         return {};
     }
-    const StorageFolder &storage = services_.storage;
-    return nativePath(storage, {storage.cameraFolderText(data_.state.camera()), file.name});
+    return nativePath(storage_, {storage_.cameraFolderText(data_.state.camera()), file.name});
 }
 
 void MotionAlarm::clear(AlarmPicture which)
@@ -113,19 +114,19 @@ QCoro::Task<> MotionAlarm::pass(int i)
 {
     const int k = data_.files.ListIndex();
     clear(AlarmPicture::Var);
-    co_await services_.clock.yield();
+    co_await clock_.yield();
     if (isOver()) {
         co_return;
     }
     load(AlarmPicture::Var, path(k - i));
     clear(AlarmPicture::Ref);
-    co_await services_.clock.yield();
+    co_await clock_.yield();
     if (isOver()) {
         co_return;
     }
     load(AlarmPicture::Ref, path(k - i - 1));
     Q_EMIT repaintWanted();
-    co_await services_.clock.yield();
+    co_await clock_.yield();
     if (!isOver()) {
         VerifColor();
     }

@@ -2,9 +2,10 @@
 // each against the one stored just before it. What is to be seen in a pair is left open.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "browser/BrowserData.h"
-#include "capture/CaptureServices.h"
+#include "cameras/StorageFolder.h"
 
 #include <QImage>
 #include <QObject>
@@ -38,7 +39,8 @@ class MotionAlarm : public QObject
 
 public:
     /// Everything given outlives the object.
-    MotionAlarm(const CaptureServices &services, const BrowserData &data, TaskScope &scope);
+    MotionAlarm(const StorageFolder &storage, const BrowserData &data, Clock &clock,
+                TaskScope &scope);
 
     [[nodiscard]] const LoadedPicture &picture(AlarmPicture which) const;
 
@@ -76,8 +78,9 @@ private:
     void load(AlarmPicture which, const QString &path);
     LoadedPicture &at(AlarmPicture which);
 
-    CaptureServices services_;
+    const StorageFolder &storage_;
     const BrowserData &data_;
+    Clock &clock_;
     TaskScope &scope_;
     std::array<LoadedPicture, 3> pictures_;
     QSize pixels_;

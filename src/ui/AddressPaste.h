@@ -2,9 +2,9 @@
 // question.
 #pragma once
 
-#include "cameras/CameraPage.h"
 #include "cameras/PastedAddresses.h"
 #include "ui/CameraRowBoxes.h"
+#include "view/CameraPage.h"
 
 #include <span>
 

@@ -3,10 +3,10 @@
 //   n | SB | Source ................ | AutoDelay | BestTime | TimeLoad | lNew | EffM
 #pragma once
 
-#include "cameras/CameraPage.h"
 #include "ui/AddressEdit.h"
 #include "ui/ClickLabel.h"
 #include "ui/Lamp.h"
+#include "view/CameraPage.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -59,8 +59,8 @@ QString factsOf(const TrialResult &result, const Shown &shown)
 
 } // namespace
 
-CameraSheet::CameraSheet(const CaptureServices &services, CameraTrial &trial)
-    : services_(services)
+CameraSheet::CameraSheet(const SettingsFile &settings, CameraTrial &trial)
+    : settings_(settings)
     , trial_(trial)
     , ui_(std::make_unique<Ui::CameraSheet>())
 {
@@ -95,7 +95,7 @@ void CameraSheet::present(CameraAddress camera)
 
 void CameraSheet::fill()
 {
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = settings_.snapshot();
     const CameraLogin login = cameraLogin(settings, camera_);
     const KeepChoice choice = cameraKeep(settings, camera_);
     setWindowTitle(tr("Camera %1").arg(cameraTitle(settings, camera_)));
@@ -166,7 +166,7 @@ void CameraSheet::save()
         ui_->sheetMessage->setText(tr("The settings file cannot be written"));
         return;
     }
-    if (address != CameraTable::url(services_.table.settings().snapshot(), camera_)) {
+    if (address != CameraTable::url(settings_.snapshot(), camera_)) {
         Q_EMIT addressChosen(camera_, address);
     }
     Q_EMIT saved();
@@ -175,7 +175,7 @@ void CameraSheet::save()
 
 SettingsChange CameraSheet::store() const
 {
-    return services_.table.settings().change([this](SettingsDraft &draft) {
+    return settings_.change([this](SettingsDraft &draft) {
         setCameraName(draft, camera_, ui_->sheetName->text());
         setCameraKeep(draft, camera_, keep());
         setCameraLogin(draft, camera_, {ui_->sheetUser->text(), ui_->sheetPassword->text()});

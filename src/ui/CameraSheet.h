@@ -25,7 +25,7 @@ class CameraSheet : public QWidget
 
 public:
     /// Everything given outlives the sheet.
-    CameraSheet(const CaptureServices &services, CameraTrial &trial);
+    CameraSheet(const SettingsFile &settings, CameraTrial &trial);
     CameraSheet(const CameraSheet &) = delete;
     CameraSheet &operator=(const CameraSheet &) = delete;
     CameraSheet(CameraSheet &&) = delete;
@@ -54,7 +54,7 @@ private:
     void showResult(const TrialResult &result);
     void showPercent();
 
-    CaptureServices services_;
+    const SettingsFile &settings_;
     CameraTrial &trial_;
     std::unique_ptr<Ui::CameraSheet> ui_;
     CameraAddress camera_;

@@ -23,24 +23,22 @@ constexpr int kStartWidth = 980;
 
 } // namespace
 
-Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch,
-                     DesktopOpener &opener, LiveView &live, QTimer &timer)
-    : services_(services)
-    , debugSwitch_(debugSwitch)
+Interface::Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &opener)
+    : engine_(engine)
+    , view_(view)
     , opener_(opener)
-    , timer_(timer)
     , ui_(std::make_unique<Ui::Interface>())
 {
     ui_->setupUi(this);
     ui_->lVersion->setText(QStringLiteral("Vers. ") + QCoreApplication::applicationVersion());
-    timer_.setObjectName(QStringLiteral("Timer"));
-    timer_.setParent(this);
+    engine_.timer().setObjectName(QStringLiteral("Timer"));
+    engine_.timer().setParent(this);
     makeTabs();
     makeRows();
     bindStorage();
     bindOptions();
     bindPage();
-    bindLive(live);
+    bindLive(engine_.liveView());
     bindStatus();
     ui_->Selecteur->setFocus(); // a focus in the storage box would stop the capture
     resize(kStartWidth, sizeHint().height());
@@ -48,7 +46,7 @@ Interface::Interface(const CaptureServices &services, DebugSwitch &debugSwitch,
 
 Interface::~Interface()
 {
-    timer_.setParent(nullptr);
+    engine_.timer().setParent(nullptr);
 }
 
 void Interface::makeTabs()
@@ -65,17 +63,16 @@ void Interface::makeRows()
 {
     QWidget *last = ui_->RAZ;
     for (int row = 0; row < kRows; ++row) {
-        rows_.at(static_cast<std::size_t>(row)) =
-            new CameraRowBoxes(row, *ui_->rows, services_.page);
+        rows_.at(static_cast<std::size_t>(row)) = new CameraRowBoxes(row, *ui_->rows, view_.page());
         last = rows_.at(static_cast<std::size_t>(row))->orderTabs(*last);
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::folderClicked, this,
                 &Interface::openFolder);
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::sheetWanted, this,
-                [this](int wanted) { Q_EMIT sheetWanted({services_.page.group(), wanted}); });
+                [this](int wanted) { Q_EMIT sheetWanted({view_.page().group(), wanted}); });
         connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::listWanted, this,
                 &Interface::listWanted);
     }
-    paste_ = new AddressPaste(rows_, services_.page, *this);
+    paste_ = new AddressPaste(rows_, view_.page(), *this);
     connect(paste_, &AddressPaste::filled, ui_->Selecteur, qOverload<>(&QWidget::setFocus));
     for (CameraRowBoxes *const row : rows_) {
         connect(row, &CameraRowBoxes::linesPasted, paste_, &AddressPaste::offer);
@@ -94,9 +91,9 @@ void Interface::bindStorage()
 {
     storageBox_ = new StorageBox({*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir,
                                   *ui_->Import, *ui_->Cache, *ui_->Selecteur},
-                                 services_.storage, *this);
-    connect(&services_.storage, &StorageFolder::checked, this, &Interface::showStorageHint);
-    connect(&services_.storage, &StorageFolder::told, this, &Interface::showMessage);
+                                 engine_.storage(), *this);
+    connect(&engine_.storage(), &StorageFolder::checked, this, &Interface::showStorageHint);
+    connect(&engine_.storage(), &StorageFolder::told, this, &Interface::showMessage);
     connect(ui_->Cache, &QAbstractButton::clicked, this, &Interface::Cache_Click);
     connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
 }
@@ -115,7 +112,7 @@ void Interface::showStorageHint(const StorageState &state)
 
 void Interface::bindOptions()
 {
-    CaptureOptions &options = services_.options;
+    CaptureOptions &options = engine_.options();
     const auto show = [](QLineEdit *box, const QString &text) {
         if (box->text() != text) {
             const QSignalBlocker blocker(box);
@@ -132,7 +129,8 @@ void Interface::bindOptions()
     bindEdit(*ui_->TIO, &CaptureOptions::beginTimeoutEdit, &CaptureOptions::endTimeoutEdit);
     connect(ui_->tempo, &QLineEdit::textChanged, &options, &CaptureOptions::setTempo);
     connect(ui_->TIO, &QLineEdit::textChanged, &options, &CaptureOptions::setTimeout);
-    connect(ui_->cDebug, &QCheckBox::toggled, this, [this](bool on) { debugSwitch_.set(on); });
+    connect(ui_->cDebug, &QCheckBox::toggled, this,
+            [this](bool on) { engine_.debugSwitch().set(on); });
     connect(ui_->cmdDebug, &QAbstractButton::pressed, this, &Interface::cmdDebug_MouseDown);
 }
 
@@ -140,8 +138,8 @@ void Interface::bindOptions()
 void Interface::bindEdit(BoxEdit &box, void (CaptureOptions::*begin)(),
                          void (CaptureOptions::*end)())
 {
-    connect(&box, &BoxEdit::entered, &services_.options, begin);
-    connect(&box, &BoxEdit::left, &services_.options, end);
+    connect(&box, &BoxEdit::entered, &engine_.options(), begin);
+    connect(&box, &BoxEdit::left, &engine_.options(), end);
     connect(&box, &BoxEdit::enterPressed, &box, &BoxEdit::leave);
 }
 
@@ -150,11 +148,11 @@ void Interface::bindPage()
     connect(ui_->Selecteur, &QTabBar::currentChanged, this, &Interface::selectGroup);
     connect(ui_->Selecteur, &GroupTabs::currentClicked, this, &Interface::selectGroup);
     connect(ui_->ActLst, &QCheckBox::toggled, this,
-            [this](bool on) { services_.page.setGroupActive(on); });
-    connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { services_.page.RAZ(); });
-    connect(&services_.page, &CameraPage::pageLoaded, this, &Interface::showPage);
-    connect(&services_.page, &CameraPage::pageReread, this, &Interface::refreshPage);
-    connect(&services_.page, &CameraPage::rowChanged, this,
+            [this](bool on) { view_.page().setGroupActive(on); });
+    connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { view_.page().RAZ(); });
+    connect(&view_.page(), &CameraPage::pageLoaded, this, &Interface::showPage);
+    connect(&view_.page(), &CameraPage::pageReread, this, &Interface::refreshPage);
+    connect(&view_.page(), &CameraPage::rowChanged, this,
             [this](int row) { rows_.at(static_cast<std::size_t>(row))->showCounters(); });
     showPage();
 }
@@ -165,14 +163,18 @@ void Interface::bindLive(LiveView &live)
         new LiveBox({*ui_->Locale, *ui_->iTarget, *ui_->lWeb, *ui_->iWeb, *ui_->lTmp}, live, *this);
     ui_->iTarget->setEmptyText(tr("stored image"));
     ui_->iWeb->setEmptyText(tr("live picture"));
-    new ReasonLine(*ui_->lReason, rows_, services_.page, live);
+    connect(ui_->iTarget, &PictureView::clicked, this, [this] {
+        const CameraPage &page = view_.page();
+        engine_.liveView().iTarget_Click({page.group(), page.currentRow()});
+    });
+    new ReasonLine(*ui_->lReason, rows_, view_.page(), live);
     connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);
-    connect(&services_.page, &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
+    connect(&view_.page(), &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
 }
 
 void Interface::fillAddress(CameraAddress camera, const QString &address)
 {
-    if (camera.group == services_.page.group()) {
+    if (camera.group == view_.page().group()) {
         rows_.at(static_cast<std::size_t>(camera.row))->fill(address);
     }
 }
@@ -197,7 +199,7 @@ void Interface::bindStatus()
     holdSize(*ui_->lErr, QStringLiteral("Load 0:0"));
     holdSize(*ui_->lHeure, QStringLiteral("00:00:00"));
     holdSize(*ui_->lCompte, QStringLiteral("00"));
-    connect(&services_.status, &CaptureStatus::changed, this, &Interface::showCaption);
+    connect(&view_.status(), &CaptureStatus::changed, this, &Interface::showCaption);
 }
 
 // The tab stays; what another program has changed is shown.
@@ -213,14 +215,14 @@ void Interface::showSwitches()
 {
     const QSignalBlocker noActLst(ui_->ActLst);
     const QSignalBlocker noDebug(ui_->cDebug);
-    ui_->ActLst->setChecked(services_.page.isGroupActive());
-    ui_->cDebug->setChecked(debugSwitch_.isOn());
+    ui_->ActLst->setChecked(view_.page().isGroupActive());
+    ui_->cDebug->setChecked(engine_.debugSwitch().isOn());
 }
 
 void Interface::showPage()
 {
     const QSignalBlocker noSelecteur(ui_->Selecteur);
-    ui_->Selecteur->setCurrentIndex(services_.page.group());
+    ui_->Selecteur->setCurrentIndex(view_.page().group());
     showSwitches();
     for (CameraRowBoxes *const row : rows_) {
         row->showRow();
@@ -266,7 +268,7 @@ void Interface::showMarks()
         ui_->Selecteur->setTabTextColor(group, isLate ? QColor(Qt::red) : QColor());
     }
     for (int row = 0; row < kRows; ++row) {
-        const CameraAddress camera{services_.page.group(), row};
+        const CameraAddress camera{view_.page().group(), row};
         rows_.at(static_cast<std::size_t>(row))
             ->showLate(std::ranges::find(late_, camera) != late_.end());
     }
@@ -292,7 +294,7 @@ void Interface::leaveAddress()
 void Interface::selectGroup(int group)
 {
     leaveAddress();
-    services_.page.Selecteur_Click(group, isVisible() ? WindowState::Visible : WindowState::Hidden);
+    view_.page().Selecteur_Click(group, isVisible() ? WindowState::Visible : WindowState::Hidden);
 }
 
 void Interface::bringUp()
@@ -303,8 +305,8 @@ void Interface::bringUp()
 
 void Interface::Cache_Click()
 {
-    services_.log.trace(QStringLiteral("Interface Cache_Click"));
-    if (services_.storage.lamp() == LampColour::Red) {
+    engine_.log().trace(QStringLiteral("Interface Cache_Click"));
+    if (engine_.storage().lamp() == LampColour::Red) {
         Q_EMIT endWanted();
         return;
     }
@@ -316,7 +318,7 @@ void Interface::Cache_Click()
 
 void Interface::Import_Click()
 {
-    services_.log.trace(QStringLiteral("Interface Import_Click"));
+    engine_.log().trace(QStringLiteral("Interface Import_Click"));
     Q_EMIT importWanted();
 }
 
@@ -325,9 +327,9 @@ void Interface::cmdDebug_MouseDown()
     const bool wantsSettings = QGuiApplication::keyboardModifiers().testFlags(Qt::ShiftModifier) &&
                                QGuiApplication::keyboardModifiers().testFlags(Qt::ControlModifier);
     if (wantsSettings) {
-        openIfThere(services_.table.settings().path(), tr("There is no settings file yet"));
+        openIfThere(engine_.settings().path(), tr("There is no settings file yet"));
     } else {
-        openIfThere(services_.log.path(),
+        openIfThere(engine_.log().path(),
                     tr("There is no log file yet: tick \"Debug\" and it is written"));
     }
 }
@@ -343,9 +345,9 @@ void Interface::openIfThere(const QString &path, const QString &otherwise)
 
 void Interface::openFolder(int row)
 {
-    const QString why = services_.page.whyNothingToOpen(row);
+    const QString why = view_.page().whyNothingToOpen(row);
     if (why.isEmpty()) {
-        open(services_.page.folderToOpen(row));
+        open(view_.page().folderToOpen(row));
     } else {
         showMessage(why);
     }

@@ -12,12 +12,9 @@
 #pragma once
 
 #include "base/DesktopOpener.h"
-#include "capture/CaptureServices.h"
-#include "capture/LiveView.h"
-#include "settings/DebugSwitch.h"
 #include "ui/CameraRowBoxes.h"
+#include "view/CaptureView.h"
 
-#include <QTimer>
 #include <QWidget>
 
 #include <array>
@@ -39,10 +36,9 @@ class Interface : public QWidget
     Q_OBJECT
 
 public:
-    /// timer: the capture timer, which stands in the window's object tree while the window is
-    /// there, but is not owned by it. Everything given outlives the window.
-    Interface(const CaptureServices &services, DebugSwitch &debugSwitch, DesktopOpener &opener,
-              LiveView &live, QTimer &timer);
+    /// The capture timer stands in the window's object tree while the window is there, but is not
+    /// owned by it. Everything given outlives the window.
+    Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &opener);
     Interface(const Interface &) = delete;
     Interface &operator=(const Interface &) = delete;
     Interface(Interface &&) = delete;
@@ -119,10 +115,9 @@ private:
     void openIfThere(const QString &path, const QString &otherwise);
     void open(const QString &path);
 
-    CaptureServices services_;
-    DebugSwitch &debugSwitch_;
+    CaptureEngine &engine_;
+    CaptureView &view_;
     DesktopOpener &opener_;
-    QTimer &timer_;
     std::unique_ptr<Ui::Interface> ui_;
     StorageBox *storageBox_ = nullptr;
     AddressPaste *paste_ = nullptr;

@@ -21,7 +21,6 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
             load(*view, path);
         });
     }
-    connect(&controls_.iTarget, &PictureView::clicked, &live_, &LiveView::iTarget_Click);
     connect(&live_, &LiveView::zoomWanted, this, &LiveBox::zoomWanted);
     connect(&controls_.iWeb, &PictureView::clicked, this,
             [this] { Q_EMIT zoomWanted(live_.livePicture()); });

@@ -29,22 +29,24 @@ std::unique_ptr<Ui::planche> setUp(planche &window)
 
 } // namespace
 
-planche::planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader)
+planche::planche(ImageBrowser &browser, CaptureEngine &engine, CaptureView &view,
+                 PictureLoader &loader)
     : browser_(browser)
     , pressed_(browser)
-    , services_(services)
+    , engine_(engine)
+    , view_(view)
     , ui_(setUp(*this))
     , lists_({*ui_->lstGroupe, *ui_->lstCam, *ui_->LstDir, *ui_->LstDirCam}, browser, pressed_)
     , search_(*ui_->lDate, *ui_->lTime, browser)
-    , mouse_(*ui_->contactSheet, *ui_->MousePos, browser, pressed_, services_.table)
-    , captions_(*ui_->contactSheet, browser.shown(), services_.page.remarks())
-    , status_({*ui_->ctrT, *ui_->NbCapt, *ui_->Capt, *ui_->txtLog}, services_.status)
+    , mouse_(*ui_->contactSheet, *ui_->MousePos, browser, pressed_, engine_.table())
+    , captions_(*ui_->contactSheet, browser.shown(), view_.page().remarks())
+    , status_({*ui_->ctrT, *ui_->NbCapt, *ui_->Capt, *ui_->txtLog}, view_.status())
 {
     ui_->contactSheet->setControls(*ui_->controls);
     place_ = new FramePlace(*this);
     connect(place_, &FramePlace::framed, this, &planche::fitScreen);
     pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.shown().sheet,
-                                                services_.storage, loader);
+                                                engine_.storage(), loader);
     browser_.scanTimer().setParent(this);
     bindShown();
     bindModes();
@@ -69,8 +71,8 @@ void planche::bindShown()
     connect(&browser_.shown().sheet, &Sheet::zoomChanged, this, [this] { captions_.show(); });
     connect(&browser_, &ImageBrowser::copyWanted, this, &planche::copyWanted);
     connect(&browser_, &ImageBrowser::openWanted, this, &planche::openWanted);
-    connect(&services_.page, &CameraPage::addressStored, this, &planche::showCamera);
-    connect(&services_.page.remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
+    connect(&view_.page(), &CameraPage::addressStored, this, &planche::showCamera);
+    connect(&view_.page().remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
     connect(&lists_, &BrowserListBoxes::keyUsed, this, &planche::useKey);
 }
 
@@ -143,7 +145,7 @@ void planche::showFace()
 void planche::showCamera()
 {
     shownCamera_ = browser_.shown().state.camera();
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = engine_.settings().snapshot();
     const QString camera = shownCamera(settings, shownCamera_);
     captions_.takeNames(settings);
     lists_.showNames(settings);
@@ -157,8 +159,8 @@ void planche::showCamera()
 // its next picture would be.
 void planche::showRemarks()
 {
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
-    const QString remark = services_.page.remarks().of(shownCamera_);
+    const SettingsSnapshot settings = engine_.settings().snapshot();
+    const QString remark = view_.page().remarks().of(shownCamera_);
     status_.keep(remark.isEmpty()
                      ? QString()
                      : tr("Camera %1: %2").arg(cameraTitle(settings, shownCamera_), remark));
@@ -189,7 +191,7 @@ void planche::useKey(ListKey key)
 void planche::askToKill()
 {
     if (const std::optional<KillQuestion> question = browser_.killQuestion()) {
-        velmora::askToKill(*this, browser_, *question, services_.table.settings().snapshot());
+        velmora::askToKill(*this, browser_, *question, engine_.settings().snapshot());
     } else {
         status_.showStandstill();
     }
@@ -228,9 +230,9 @@ void planche::unload()
         return;
     }
     loaded_ = false;
-    writePlace(services_.table.settings(), kBrowserPlace,
+    writePlace(engine_.settings(), kBrowserPlace,
                {twips(place_->corner().y()), twips(place_->corner().x())});
-    services_.log.trace(QStringLiteral("Planche Form_Unload"));
+    engine_.log().trace(QStringLiteral("Planche Form_Unload"));
     browser_.unload();
     hide();
 }
@@ -242,7 +244,7 @@ void planche::showStored(CameraAddress camera)
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
-    const SettingsSnapshot settings = services_.table.settings().snapshot();
+    const SettingsSnapshot settings = engine_.settings().snapshot();
     status_.showFailed(cameraTitle(settings, camera), reason);
 }
 

@@ -9,7 +9,6 @@
 //     status         ctrT  NbCapt  Capt  txtLog  bKeep bCalendar bHealth
 #pragma once
 
-#include "capture/ImageStore.h"
 #include "pictures/PictureLoader.h"
 #include "settings/WindowPlace.h"
 #include "ui/BrowserListBoxes.h"
@@ -19,6 +18,7 @@
 #include "ui/SearchBoxes.h"
 #include "ui/SheetCaptions.h"
 #include "ui/SheetPictures.h"
+#include "view/CaptureView.h"
 
 #include <QWidget>
 
@@ -39,7 +39,7 @@ class planche : public QWidget
 
 public:
     /// Everything given outlives the window.
-    planche(ImageBrowser &browser, const CaptureServices &services, PictureLoader &loader);
+    planche(ImageBrowser &browser, CaptureEngine &engine, CaptureView &view, PictureLoader &loader);
     Q_DISABLE_COPY_MOVE(planche)
     ~planche() override;
 
@@ -103,7 +103,8 @@ private:
 
     ImageBrowser &browser_;
     PressedEntry pressed_;
-    CaptureServices services_;
+    CaptureEngine &engine_;
+    CaptureView &view_;
     std::unique_ptr<Ui::planche> ui_;
     BrowserListBoxes lists_;
     SearchBoxes search_;

@@ -58,7 +58,7 @@ TEST_F(ProgramDeskTest, TellsTheLastFailuresAndTheCameraInHand)
     desk.open();
     Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("first"));
     Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("second"));
-    Q_EMIT house.store.loadBegan({0, 1});
+    Q_EMIT house.store.loadBegan({0, 1}, {});
     const std::optional<ProgramReport> report = beside([this] { return askProgram(folder); });
     ASSERT_TRUE(report);
     EXPECT_EQ(report->failures.at({3, 7}), QStringLiteral("second"));
@@ -69,7 +69,7 @@ TEST_F(ProgramDeskTest, LoadsNothingBehindTheEndOfALoad)
 {
     ProgramDesk desk(folder, house.store);
     desk.open();
-    Q_EMIT house.store.loadBegan({0, 1});
+    Q_EMIT house.store.loadBegan({0, 1}, {});
     Q_EMIT house.store.loaded();
     EXPECT_FALSE(beside([this] { return askProgram(folder); })->loading);
 }

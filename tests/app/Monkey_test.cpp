@@ -95,7 +95,7 @@ protected:
     // Native path, with a "/" at its end, of the folder that the camera has now.
     QString folder(int camera)
     {
-        const CameraTable &table = engine_->services().table;
+        const CameraTable &table = engine_->table();
         const StorageFolder &storage = engine_->storage();
         return storage.native(
                    storage.folderText(table.CameraFolderName({camera / kRows, camera % kRows}))) +

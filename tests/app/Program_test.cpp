@@ -141,7 +141,10 @@ TEST_F(ProgramTest, ANumberOutOfRangeIsToldOnceAndTheDefaultHolds)
             << qPrintable(box->text());
     }
     EXPECT_EQ(boxes, 1);
-    EXPECT_EQ(engine_->page().group(), 0);
+    EXPECT_EQ(
+        qobject_cast<QTabBar *>(control(QStringLiteral("Interface"), QStringLiteral("Selecteur")))
+            ->currentIndex(),
+        0);
 }
 
 TEST_F(ProgramTest, SetupShowsTheMainWindowAndOkGoesBack)

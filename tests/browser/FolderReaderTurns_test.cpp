@@ -1,7 +1,7 @@
 // Reading very full folders: events run meanwhile, a stop ends it, and nothing is read in vain.
-#include "BusyClock.h"
 #include "NameLists.h"
 #include "Reading.h"
+#include "support/BusyClock.h"
 #include "support/FakeClock.h"
 #include "support/FolderChanges.h"
 #include "support/TempTree.h"
@@ -32,7 +32,8 @@ protected:
     }
 
     test::TempTree tree;
-    test::BusyClock clock;
+    test::FakeClock still_;
+    test::BusyClock clock{still_, std::chrono::milliseconds{10}}; // work yields after each piece
     test::Reading reading{clock};
     std::stop_source stop;
 };

@@ -1,6 +1,6 @@
 // The image that the group view shows of a camera.
-#include "BusyClock.h"
 #include "Reading.h"
+#include "support/BusyClock.h"
 #include "support/FakeClock.h"
 #include "support/FolderChanges.h"
 #include "support/TempTree.h"
@@ -121,7 +121,8 @@ protected:
     }
 
     test::TempTree tree;
-    test::BusyClock clock;
+    test::FakeClock still_;
+    test::BusyClock clock{still_, 10ms}; // work yields after each piece
     test::Reading reading{clock};
 };
 

@@ -1,9 +1,9 @@
 // Conformity passes over camera folders in a temporary tree, on a clock on which work takes time.
 #pragma once
 
-#include "BusyClock.h"
 #include "CaptureTest.h"
 #include "capture/Conformity.h"
+#include "support/BusyClock.h"
 #include "support/NativeFiles.h"
 #include "support/ScopedEnv.h"
 
@@ -32,6 +32,7 @@ protected:
         add(kConformed);
         house_.tree.makeFolder(house_.folder(kConformed));
         folder_ = folder(kConformed);
+        house_.view.follow(conformity_);
         QObject::connect(&conformity_, &Conformity::statusChanged, &conformity_,
                          [this](const QString &text) { texts_.append(text); });
         QObject::connect(&conformity_, &Conformity::began, &conformity_, [this] { ++began_; });
@@ -80,14 +81,8 @@ protected:
         house_.finish();
     }
 
-    CaptureServices services()
-    {
-        return {house_.table,  house_.storage, house_.page,     house_.options,
-                house_.status, house_.log,     house_.problems, busy_};
-    }
-
     BusyClock busy_{clock_};
-    Conformity conformity_{services(), house_.scheduler, house_.scope};
+    Conformity conformity_{house_.storage, house_.scheduler, house_.log, busy_, house_.scope};
     QStringList texts_;
     int began_ = 0;
     int ended_ = 0;

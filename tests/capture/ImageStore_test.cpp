@@ -319,7 +319,7 @@ TEST_F(ChargeFile, ChangesNothingWhenItIsGivenUp)
     add(kCamera, delayedReply(1s));
     const QByteArray before = house_.tree.read(u"Velmora.ini");
     house_.beginLoad(kCamera);
-    house_.readAhead.drop();
+    house_.store.dropTransfers();
     clock_.advance(10s);
     EXPECT_EQ(house_.tree.read(u"Velmora.ini"), before);
     EXPECT_EQ(house_.images(kCamera), QStringList());

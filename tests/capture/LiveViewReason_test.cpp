@@ -122,7 +122,7 @@ protected:
 
     void click()
     {
-        live_.iTarget_Click();
+        live_.iTarget_Click({house_.page.group(), house_.page.currentRow()});
         clock_.advance(0ms);
     }
 

@@ -1,9 +1,9 @@
 // A live view on scripted cameras, with all that it does written down in order.
 #pragma once
 
-#include "BusyClock.h"
 #include "CaptureTest.h"
 #include "capture/LiveView.h"
+#include "support/BusyClock.h"
 #include "support/NativeFiles.h"
 
 #include <QDir>
@@ -35,6 +35,7 @@ protected:
 
     void record()
     {
+        house_.view.follow(live_);
         QObject::connect(&live_, &LiveView::statusCleared, &live_,
                          [this] { note(QStringLiteral("status")); });
         QObject::connect(&live_, &LiveView::captionsChanged, &live_, [this] {
@@ -95,10 +96,7 @@ protected:
     }
 
     BusyClock busy_{clock_};
-    LiveView live_{{house_.table, house_.storage, house_.page, house_.options, house_.status,
-                    house_.log, house_.problems, busy_},
-                   source_,
-                   house_.scope};
+    LiveView live_{house_.storage, house_.engine.requests(), source_, busy_, house_.scope};
     QStringList events_;
 };
 

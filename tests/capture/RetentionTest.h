@@ -1,10 +1,10 @@
 // The deletion of old images in camera folders of a temporary tree.
 #pragma once
 
-#include "BusyClock.h"
 #include "CaptureTest.h"
 #include "base/DateText.h"
 #include "capture/Retention.h"
+#include "support/BusyClock.h"
 
 #include <QFile>
 
@@ -61,17 +61,11 @@ protected:
         house_.finish();
     }
 
-    CaptureServices services()
-    {
-        return {house_.table,  house_.storage, house_.page,     house_.options,
-                house_.status, house_.log,     house_.problems, busy_};
-    }
-
     static inline const QString kNewest = QStringLiteral("20060307_1405090714.jpg");
     static inline const QString kOld = QStringLiteral("20060207_1405080714.jpg");
 
     BusyClock busy_{clock_};
-    Retention retention_{house_.services(), house_.scope};
+    Retention retention_{house_.table, house_.storage, house_.log, clock_, house_.scope};
     QList<CameraAddress> deleted_;
 };
 

@@ -105,7 +105,7 @@ TEST_F(RetentionTurns, LetEventsRun)
     for (int i = 0; i < 2000; ++i) {
         put(QStringLiteral("20050101_%1.jpg").arg(i, 10, 10, QLatin1Char('0')));
     }
-    Retention retention(services(), house_.scope);
+    Retention retention(house_.table, house_.storage, house_.log, busy_, house_.scope);
     retention.begin();
     house_.finish();
     EXPECT_EQ(left().size(), 0);
@@ -135,7 +135,7 @@ TEST_F(RetentionTurns, StopWhenTheWhileIsOver)
         put(QStringLiteral("20050101_%1.jpg").arg(i, 10, 10, QLatin1Char('0')));
     }
     busy_.setCost(500ms);
-    Retention retention(services(), house_.scope);
+    Retention retention(house_.table, house_.storage, house_.log, busy_, house_.scope);
     retention.begin();
     retention.end();
     house_.finish();
@@ -177,7 +177,7 @@ TEST_F(RetentionTurns, BeginAFolderAnewInTheMiddleOfWhichTheBoxWasEntered)
         put(QStringLiteral("20060110_") + time.toString(QStringLiteral("HHmmss")) +
             QStringLiteral("0714.jpg"));
     }
-    Retention retention(services(), house_.scope);
+    Retention retention(house_.table, house_.storage, house_.log, busy_, house_.scope);
     retention.begin();
     for (int turns = 0; left().size() == kMany && turns < 1000; ++turns) {
         QCoreApplication::processEvents();

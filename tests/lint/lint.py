@@ -8,7 +8,7 @@ from pathlib import Path
 import layers
 import metrics
 
-LAYERS = ["base", "net", "settings", "cameras", "capture", "pictures", "browser", "tools", "health", "admin", "ui", "app"]
+LAYERS = ["base", "net", "settings", "cameras", "capture", "view", "pictures", "browser", "tools", "health", "admin", "ui", "app"]
 # What hands libcurl its work; TransferLoop runs it.
 CURL_USERS = ["Authorities.cpp", "TransferLoop.cpp", "ConnectedStream.cpp", "HttpClient.cpp", "SmtpClient.cpp"]
 MAX_LINES = 500

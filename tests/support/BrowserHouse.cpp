@@ -35,9 +35,13 @@ const TempTree &fullFolder()
 
 BrowserHouse::BrowserHouse(const MakeFilm &makeFilm, FirstCheck storageCheck)
     : capture(source, clock, storageCheck)
-    , conformity(capture.services(), capture.scheduler, capture.scope)
+    , conformity(capture.engine.conformity())
     , film(makeFilm(*this))
-    , browser(services(), data, *film)
+    , browser({{capture.table, capture.storage, capture.log, capture.problems, clock},
+               capture.scheduler,
+               conformity,
+               capture.scope},
+              data, *film)
 {
 }
 

@@ -77,7 +77,7 @@ public:
     FakeClock clock;
     ScriptedSource source{clock};
     CaptureHouse capture;
-    Conformity conformity;
+    Conformity &conformity;
     BrowserData data;
     std::unique_ptr<Projector> film;
     ImageBrowser browser;

@@ -19,18 +19,21 @@ QString nameOf(CameraAddress camera)
 
 CaptureHouse::CaptureHouse(PictureSource &source, FakeClock &fakeClock, FirstCheck storageCheck)
     : clock(fakeClock)
-    , settings(tree.path())
-    , paths(tree.path())
-    , log(tree.path(), clock)
-    , problems(log)
-    , table(settings, problems)
-    , storage(table, paths, log, problems)
-    , page(table, storage, log, problems)
-    , options(settings)
-    , scope([this](const QString &text) { problems.warn(text); })
-    , readAhead(source, scope)
-    , store(services(), readAhead)
-    , scheduler(services(), store, readAhead, scope, timer)
+    , engine(tree.path(), clock, source)
+    , view(engine)
+    , settings(engine.settings())
+    , paths(engine.paths())
+    , log(engine.log())
+    , problems(engine.problems())
+    , table(engine.table())
+    , storage(engine.storage())
+    , options(engine.options())
+    , scope(engine.scope())
+    , store(engine.store())
+    , timer(engine.timer())
+    , scheduler(engine.scheduler())
+    , page(view.page())
+    , status(view.status())
 {
     tree.makeFolder(u"drives/c/in");
     tree.write(u"Velmora.ini", "[Control]\r\nStRep=C:\\in\r\nTempo=60\r\nTIO=5\r\n");
@@ -53,11 +56,6 @@ CaptureHouse::~CaptureHouse()
     scope.requestStop();
     clock.advance(std::chrono::seconds{1});
     EXPECT_EQ(scope.running(), 0) << "something outlives the house";
-}
-
-CaptureServices CaptureHouse::services()
-{
-    return {table, storage, page, options, status, log, problems, clock};
 }
 
 void CaptureHouse::record()

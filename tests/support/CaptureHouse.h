@@ -1,20 +1,11 @@
-// The whole capture put together on a temporary program folder, as the program does it, but with
-// the test's clock and source of pictures.
+// The program's own capture on a temporary program folder, with the test's clock and source of
+// pictures, and what windows would show of it.
 #pragma once
 
-#include "base/NativePaths.h"
-#include "base/TaskScope.h"
-#include "cameras/CameraPage.h"
-#include "cameras/CameraTable.h"
-#include "cameras/StorageFolder.h"
-#include "capture/CaptureServices.h"
-#include "capture/ImageStore.h"
-#include "capture/ReadAhead.h"
-#include "capture/Scheduler.h"
+#include "capture/CaptureEngine.h"
 #include "support/FakeClock.h"
 #include "support/TempTree.h"
-
-#include <QTimer>
+#include "view/CaptureView.h"
 
 #include <utility>
 
@@ -83,24 +74,25 @@ public:
     /// "group:row" of the cameras that failed, in order.
     [[nodiscard]] const QStringList &failed() const { return failed_; }
 
-    CaptureServices services();
-
     TempTree tree;
     FakeClock &clock;
-    SettingsFile settings;
-    NativePaths paths;
-    EventLog log;
-    Problems problems;
-    CameraTable table;
-    StorageFolder storage;
-    CameraPage page;
-    CaptureOptions options;
-    CaptureStatus status;
-    TaskScope scope;
-    ReadAhead readAhead;
-    ImageStore store;
-    QTimer timer;
-    Scheduler scheduler;
+    CaptureEngine engine;
+    CaptureView view;
+
+    // Parts of these two.
+    const SettingsFile &settings;
+    const NativePaths &paths;
+    EventLog &log;
+    Problems &problems;
+    const CameraTable &table;
+    StorageFolder &storage;
+    CaptureOptions &options;
+    TaskScope &scope;
+    ImageStore &store;
+    QTimer &timer;
+    Scheduler &scheduler;
+    CameraPage &page;
+    CaptureStatus &status;
 
 private:
     void record();

@@ -57,6 +57,7 @@ TEST_F(ImportTarget, ACameraWithoutAddressSaysWhyNothingCanBeCopied)
 
 TEST_F(ImportTarget, AnAddressGivenMeanwhileIsNoticed)
 {
+    QObject::connect(&house_.page, &CameraPage::addressStored, &import_, &Import::noticeAddress);
     load();
     import_.chooseCamera(1);
     house_.page.leaveSource(2, QStringLiteral("http://cam/2.jpg"));

@@ -102,7 +102,7 @@ protected:
     static QStringList pairs(const char *text) { return QString::fromLatin1(text).split(u','); }
 
     BrowserHouse house_{[](BrowserHouse &) { return std::make_unique<FilmDouble>(); }};
-    WatchedAlarm alarm_{house_.capture.services(), house_.data, house_.capture.scope};
+    WatchedAlarm alarm_{house_.capture.storage, house_.data, house_.clock, house_.capture.scope};
 };
 
 TEST_F(MotionAlarmTest, WalksBackElevenPairsFromTheSelectedImage)
@@ -429,7 +429,7 @@ TEST_F(MotionAlarmTest, AnImageThatHasGoneIsEmptyInAnotherSize)
 
 TEST_F(MotionAlarmTest, TheHookSaysSuccess)
 {
-    MotionAlarm alarm(house_.capture.services(), house_.data, house_.capture.scope);
+    MotionAlarm alarm(house_.capture.storage, house_.data, house_.clock, house_.capture.scope);
     EXPECT_EQ(alarm.VerifColor(), Comparison::Success);
 }
 

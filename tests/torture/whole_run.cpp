@@ -2,9 +2,9 @@
 // it: start, settings, a pass over the cameras, deletion of old images, conformity, import, the
 // last pass, end. whole_run FOLDER: a program folder; the former place of the settings is "windows"
 // in it. Ends with 1 when it could not start, and with 3 when it does not come to its end.
-#include "app/CaptureEngine.h"
 #include "app/SettingsPreparation.h"
 #include "app/SingleInstance.h"
+#include "capture/CaptureEngine.h"
 #include "support/CaptureHouseSource.h"
 #include "tools/Import.h"
 
@@ -39,7 +39,8 @@ public:
     explicit WholeRun(const QString &folder)
         : source_(clock_)
         , engine_(folder, clock_, source_)
-        , import_(engine_.services(), engine_.scope())
+        , import_({engine_.settings(), engine_.storage(), engine_.log(), engine_.problems(), clock_,
+                   engine_.scope()})
     {
         QObject::connect(&engine_.problems(), &Problems::warned, &engine_,
                          [](const QString &text) { QTextStream(stderr) << text << Qt::endl; });
@@ -66,7 +67,6 @@ private:
         engine_.checkSettings();
         engine_.storage().load();
         engine_.options().load();
-        engine_.page().load();
         engine_.storage().testSA();
         engine_.start();
         engine_.timer().stop(); // this run makes the ticks itself

@@ -97,7 +97,7 @@ protected:
     void settleMail() { house_.clock.advance(std::chrono::milliseconds{0}); }
 
     BrowserWindowHouse house_;
-    SeenAlarm alarm_{house_.house.services(), house_.data, house_.house.scope};
+    SeenAlarm alarm_{house_.house.storage, house_.data, house_.clock, house_.house.scope};
     MailDouble mailer_;
     AlarmMail mail_{house_.house.settings, mailer_, house_.clock, house_.house.scope};
     Alarm window_{alarm_, mail_};

@@ -23,10 +23,7 @@ QPoint middleOf(QWidget &widget)
 } // namespace
 
 BrowserWindowHouse::BrowserWindowHouse()
-    : browser({house.services(), house.scheduler, conformity, house.scope}, data, film)
-    , window(browser, house.services(), loader)
 {
-    QObject::connect(&house.store, &ImageStore::imageStored, &browser, &ImageBrowser::follow);
     QObject::connect(&house.store, &ImageStore::imageStored, &window, &planche::showStored);
     QObject::connect(&house.store, &ImageStore::cameraFailed, &window, &planche::showFailed);
     QObject::connect(&window, &planche::playWanted, &film, &Slideshow::PauseCine_MouseDown);
@@ -65,9 +62,9 @@ void BrowserWindowHouse::open()
     settle();
 }
 
-void BrowserWindowHouse::openOn(int images)
+void BrowserWindowHouse::openOn(int count)
 {
-    addImages({0, 0}, images);
+    addImages({0, 0}, count);
     open();
 }
 

@@ -3,13 +3,11 @@
 #pragma once
 
 #include "RecordingOpener.h"
-#include "browser/BrowserServices.h"
-#include "browser/ImageBrowser.h"
-#include "pictures/PictureLoader.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
+#include "support/MailDouble.h"
 #include "support/StoredPictures.h"
-#include "tools/Slideshow.h"
+#include "tools/BrowserEngine.h"
 #include "ui/CellFrame.h"
 #include "ui/PictureView.h"
 #include "ui/fCine.h"
@@ -105,14 +103,19 @@ public:
     FakeClock clock;
     ScriptedSource source{clock};
     CaptureHouse house{source, clock};
-    Conformity conformity{house.services(), house.scheduler, house.scope};
-    BrowserData data;
-    Slideshow film{house.settings, house.log, data};
-    ImageBrowser browser;
-    PictureCache cache{qsizetype{48} * 1024 * 1024};
-    PictureLoader loader{cache, clock, house.scope};
+    MailDouble mail;
+    BrowserEngine images{house.engine, mail};
     RecordingOpener opener;
-    planche window;
+
+    // Parts of the engines.
+    Conformity &conformity = house.engine.conformity();
+    BrowserData &data = images.data();
+    Slideshow &film = images.film();
+    ImageBrowser &browser = images.browser();
+    PictureCache &cache = images.pictures();
+    PictureLoader &loader = images.loader();
+
+    planche window{browser, house.engine, house.view, loader};
     fCine filmWindow{film, house.settings, house.storage};
 };
 

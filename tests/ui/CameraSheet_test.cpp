@@ -66,8 +66,8 @@ protected:
     }
 
     WindowHouse house_;
-    CameraTrial trial_{house_.house.services(), house_.source, house_.house.scope};
-    CameraSheet sheet_{house_.house.services(), trial_};
+    CameraTrial &trial_ = house_.house.engine.trial();
+    CameraSheet sheet_{house_.house.settings, trial_};
 };
 
 TEST_F(CameraSheetTest, OpensByAKeyInTheRow)

@@ -8,6 +8,7 @@ namespace velmora::test {
 
 ImportHouse::ImportHouse()
 {
+    QObject::connect(&house.page, &CameraPage::addressStored, &import, &Import::noticeAddress);
     house.addCamera(kCamera, cameraUrl(kCamera));
     house.tree.makeFolder(house.folder(kCamera));
     house.tree.makeFolder(u"drives/c/card/DCIM");

@@ -149,9 +149,7 @@ TEST_F(InterfaceTest, HoldsTheCaptureTimerByName)
 TEST_F(InterfaceTest, SaysHideAndShowsNoColourBeforeTheFirstCheck)
 {
     CaptureHouse unchecked(house_.source, house_.clock, FirstCheck::Outstanding);
-    DebugSwitch debug(unchecked.settings, unchecked.log);
-    LiveView live(unchecked.services(), house_.source, unchecked.scope);
-    const Interface window(unchecked.services(), debug, house_.opener, live, unchecked.timer);
+    const Interface window(unchecked.engine, unchecked.view, house_.opener);
     EXPECT_EQ(window.findChild<QAbstractButton *>(QStringLiteral("Cache"))->text(),
               QStringLiteral("Hide"));
     EXPECT_EQ(window.findChild<Lamp *>(QStringLiteral("LampSA"))->FillColor(), 0);

@@ -330,7 +330,7 @@ protected:
 
     WindowHouse rooms_;
     CaptureHouse &house_ = rooms_.house;
-    Retention retention_{house_.services(), house_.scope};
+    Retention &retention_ = house_.engine.retention();
     QWidget another_;
     QRandomGenerator random_{kSeed};
     QSet<QString> before_;

@@ -8,7 +8,7 @@
 namespace velmora::test {
 
 WindowHouse::WindowHouse()
-    : window(house.services(), debugSwitch, opener, live, house.timer)
+    : window(house.engine, house.view, opener)
 {
     window.bringUp();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));

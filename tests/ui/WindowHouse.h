@@ -49,9 +49,9 @@ public:
     FakeClock clock;
     ScriptedSource source{clock};
     CaptureHouse house{source, clock};
-    DebugSwitch debugSwitch{house.settings, house.log};
+    DebugSwitch &debugSwitch = house.engine.debugSwitch();
     RecordingOpener opener;
-    LiveView live{house.services(), source, house.scope};
+    LiveView &live = house.engine.liveView();
     Interface window;
 };
 

@@ -1,5 +1,5 @@
 // Signals that ask the program to end.
-#include "app/SignalWatcher.h"
+#include "base/SignalWatcher.h"
 
 #include <QSignalSpy>
 

@@ -1,4 +1,4 @@
-#include "app/BrowserEngine.h"
+#include "tools/BrowserEngine.h"
 
 #include "browser/BrowserServices.h"
 
@@ -12,14 +12,19 @@ constexpr qsizetype kPictureBytes = qsizetype{48} * 1024 * 1024;
 
 BrowserEngine::BrowserEngine(CaptureEngine &capture, MailSender &sender)
     : film_(capture.settings(), capture.log(), data_)
-    , browser_({capture.services(), capture.scheduler(), capture.conformity(), capture.scope()},
-               data_, film_)
+    , browser_(
+          {{capture.table(), capture.storage(), capture.log(), capture.problems(), capture.clock()},
+           capture.scheduler(),
+           capture.conformity(),
+           capture.scope()},
+          data_, film_)
     , pictures_(kPictureBytes)
     , loader_(pictures_, capture.clock(), capture.scope())
-    , alarm_(capture.services(), data_, capture.scope())
+    , alarm_(capture.storage(), data_, capture.clock(), capture.scope())
     , mail_(capture.settings(), sender, capture.clock(), capture.scope())
     , calendar_(browser_)
-    , filmMaker_(capture.services(), data_, film_, capture.scope())
+    , filmMaker_(
+          {capture.table(), capture.storage(), data_, film_, capture.clock(), capture.scope()})
 {
     QObject::connect(&capture.store(), &ImageStore::imageStored, &browser_, &ImageBrowser::follow);
     QObject::connect(&capture.store(), &ImageStore::imageStored, &calendar_, &Calendar::follow);

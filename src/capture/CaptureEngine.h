@@ -4,7 +4,6 @@
 #include "base/Clock.h"
 #include "base/NativePaths.h"
 #include "base/TaskScope.h"
-#include "cameras/CameraPage.h"
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
 #include "capture/CameraTrial.h"
@@ -32,8 +31,6 @@ public:
     /// programFolder: native path. Clock and source outlive the engine.
     CaptureEngine(const QString &programFolder, Clock &clock, PictureSource &source);
 
-    [[nodiscard]] CaptureServices services();
-
     [[nodiscard]] const SettingsFile &settings() const { return settings_; }
 
     [[nodiscard]] const NativePaths &paths() const { return paths_; }
@@ -46,7 +43,7 @@ public:
 
     [[nodiscard]] StorageFolder &storage() { return storage_; }
 
-    [[nodiscard]] CameraPage &page() { return page_; }
+    [[nodiscard]] const CameraTable &table() const { return table_; }
 
     [[nodiscard]] CaptureOptions &options() { return options_; }
 
@@ -80,8 +77,15 @@ public:
     /// Another program has changed the settings: takes over what is held of them.
     void adoptSettings();
 
+    /// For what fetches beside the capture.
+    [[nodiscard]] CameraRequests &requests() { return requests_; }
+
     /// Gives up whatever still runs and waits for its end.
     QCoro::Task<> close();
+
+Q_SIGNALS:
+    /// What others hold of the settings is to be read anew.
+    void settingsAdopted();
 
 private:
     void clearStrayFiles(const StorageState &state);
@@ -94,9 +98,8 @@ private:
     DebugSwitch debugSwitch_;
     CameraTable table_;
     StorageFolder storage_;
-    CameraPage page_;
     CaptureOptions options_;
-    CaptureStatus status_;
+    CameraRequests requests_;
     TaskScope scope_;
     ReadAhead readAhead_;
     ImageStore store_;

@@ -1,9 +1,9 @@
 // Everything that works with stored images, put together without its windows.
 #pragma once
 
-#include "app/CaptureEngine.h"
 #include "browser/Calendar.h"
 #include "browser/ImageBrowser.h"
+#include "capture/CaptureEngine.h"
 #include "pictures/PictureLoader.h"
 #include "tools/AlarmMail.h"
 #include "tools/FilmMaker.h"
@@ -19,6 +19,9 @@ public:
     BrowserEngine(CaptureEngine &capture, MailSender &sender);
 
     [[nodiscard]] ImageBrowser &browser() { return browser_; }
+
+    /// What browser and slideshow both look at: choice, list and sheet.
+    [[nodiscard]] BrowserData &data() { return data_; }
 
     [[nodiscard]] Slideshow &film() { return film_; }
 

@@ -1,4 +1,4 @@
-#include "app/CaptureEngine.h"
+#include "capture/CaptureEngine.h"
 
 #include "base/WorkFile.h"
 
@@ -13,26 +13,21 @@ CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, Picture
     , debugSwitch_(settings_, log_)
     , table_(settings_, problems_)
     , storage_(table_, paths_, log_, problems_)
-    , page_(table_, storage_, log_, problems_)
     , options_(settings_)
+    , requests_(settings_, storage_, options_)
     , scope_([this](const QString &text) { problems_.warn(text); })
     , readAhead_(source, scope_)
-    , store_(services(), readAhead_)
-    , scheduler_(services(), store_, readAhead_, scope_, timer_)
-    , conformity_(services(), scheduler_, scope_)
-    , retention_(services(), scope_)
-    , liveView_(services(), source, scope_)
-    , trial_(services(), source, scope_)
+    , store_({table_, storage_, requests_, readAhead_, log_, problems_, clock_})
+    , scheduler_({table_, storage_, options_, store_, log_, clock_, scope_, timer_})
+    , conformity_(storage_, scheduler_, log_, clock_, scope_)
+    , retention_(table_, storage_, log_, clock_, scope_)
+    , liveView_(storage_, requests_, source, clock_, scope_)
+    , trial_({table_, storage_, requests_, source, clock_, scope_})
     , watch_(storage_, clock_)
 {
     clearWorkFiles(programFolder);
     connect(&store_, &ImageStore::imageStored, &retention_, &Retention::follow);
     connect(&storage_, &StorageFolder::checked, this, &CaptureEngine::clearStrayFiles);
-}
-
-CaptureServices CaptureEngine::services()
-{
-    return {table_, storage_, page_, options_, status_, log_, problems_, clock_};
 }
 
 void CaptureEngine::checkSettings()
@@ -54,7 +49,7 @@ void CaptureEngine::adoptSettings()
     debugSwitch_.load();
     options_.adoptStored();
     storage_.adoptStored();
-    page_.reread();
+    Q_EMIT settingsAdopted();
 }
 
 // A killed run may have left unnamed files in the storage folder that is used now.

@@ -1,6 +1,6 @@
 // What a row has to say of its camera, and what is said when its address becomes another.
-#include "cameras/CameraPage.h"
 #include "cameras/CamerasFixture.h"
+#include "view/CameraPage.h"
 
 namespace velmora {
 namespace {

@@ -1,5 +1,5 @@
 // The captions of the capture.
-#include "capture/CaptureStatus.h"
+#include "view/CaptureStatus.h"
 
 #include "support/Printers.h"
 

@@ -1,12 +1,12 @@
-#include "app/HealthEngine.h"
+#include "health/HealthEngine.h"
 
 namespace velmora {
 
 HealthEngine::HealthEngine(CaptureEngine &capture, MailSender &sender)
     : capture_(capture)
-    , book_(capture.services(), capture.scope())
-    , oldest_(capture.services(), capture.scope())
-    , watch_(capture.services(), book_, capture.scheduler(), oldest_)
+    , book_(capture.table(), capture.storage(), capture.clock(), capture.scope())
+    , oldest_(capture.table(), capture.storage(), capture.clock(), capture.scope())
+    , watch_(capture.storage(), capture.clock(), book_, capture.scheduler(), oldest_)
     , mail_(capture.settings(), sender, capture.clock(), capture.scope())
     , options_(capture.settings())
 {

@@ -7,8 +7,6 @@
 #include <QObject>
 #include <QString>
 
-#include <array>
-
 namespace velmora {
 
 /// Lives as long as the program runs; nothing of it is stored.
@@ -28,7 +26,7 @@ Q_SIGNALS:
     void changed(velmora::CameraAddress camera);
 
 private:
-    std::array<std::array<QString, kRows>, kGroups> remarks_;
+    PerCamera<QString> remarks_;
 };
 
 } // namespace velmora

@@ -1,10 +1,11 @@
-#include "app/ImportEngine.h"
+#include "tools/ImportEngine.h"
 
 namespace velmora {
 
 // What was imported shows as if the browser's camera had been chosen once more.
 ImportEngine::ImportEngine(CaptureEngine &capture, BrowserEngine &images)
-    : import_(capture.services(), capture.scope())
+    : import_({capture.settings(), capture.storage(), capture.log(), capture.problems(),
+               capture.clock(), capture.scope()})
     , loader_(images.pictures(), capture.clock(), capture.scope())
 {
     QObject::connect(&import_, &Import::imagesAdded, &images.browser(),

@@ -1,4 +1,4 @@
-#include "capture/CaptureStatus.h"
+#include "view/CaptureStatus.h"
 
 namespace velmora {
 

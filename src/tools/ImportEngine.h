@@ -1,7 +1,7 @@
 // Everything that imports images, put together without its window.
 #pragma once
 
-#include "app/BrowserEngine.h"
+#include "tools/BrowserEngine.h"
 #include "tools/Import.h"
 
 namespace velmora {

@@ -1,4 +1,4 @@
-#include "cameras/CameraPage.h"
+#include "view/CameraPage.h"
 
 #include "base/Folders.h"
 #include "cameras/AddressRule.h"

@@ -1,5 +1,5 @@
 // The camera table on screen: tab switches, the controls of a row, and what the capture shows.
-#include "cameras/CameraPage.h"
+#include "view/CameraPage.h"
 
 #include "cameras/CamerasFixture.h"
 

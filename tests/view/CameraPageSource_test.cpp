@@ -1,7 +1,7 @@
 // The address box of a row: what shows the live view, what stores an address, and which folder is
 // made.
-#include "cameras/CameraPage.h"
 #include "cameras/CamerasFixture.h"
+#include "view/CameraPage.h"
 
 namespace velmora {
 namespace {

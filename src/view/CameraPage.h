@@ -2,9 +2,9 @@
 // switch; every change is stored at once. Groups and rows are 0-based.
 #pragma once
 
-#include "cameras/CameraRemarks.h"
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
+#include "view/CameraRemarks.h"
 
 #include <QObject>
 

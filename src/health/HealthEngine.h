@@ -2,7 +2,7 @@
 // windows and without.
 #pragma once
 
-#include "app/CaptureEngine.h"
+#include "capture/CaptureEngine.h"
 #include "health/DesktopNotices.h"
 #include "health/HealthWatch.h"
 #include "health/NoticeMail.h"

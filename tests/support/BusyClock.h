@@ -4,6 +4,7 @@
 
 #include "base/Clock.h"
 
+#include <functional>
 #include <stdexcept>
 #include <utility>
 
@@ -12,8 +13,9 @@ namespace velmora::test {
 class BusyClock final : public Clock
 {
 public:
-    explicit BusyClock(Clock &clock)
+    explicit BusyClock(Clock &clock, std::chrono::milliseconds cost = std::chrono::milliseconds{1})
         : clock_(clock)
+        , cost_(cost)
     {
     }
 
@@ -29,8 +31,7 @@ public:
 
     QCoro::Task<Wake> sleep(std::chrono::milliseconds duration, std::stop_token stop) override
     {
-        const Wake wake = co_await clock_.sleep(duration, std::move(stop));
-        co_return wake;
+        return clock_.sleep(duration, std::move(stop));
     }
 
     QCoro::Task<> yield() override
@@ -38,6 +39,9 @@ public:
         ++yields_;
         if (yields_ == failAt_) {
             throw std::runtime_error("the clock is broken");
+        }
+        if (onYield_) {
+            onYield_(yields_);
         }
         co_await clock_.yield();
     }
@@ -48,14 +52,21 @@ public:
     /// The yield of this number, from 1 on, throws.
     void failAtYield(int number) { failAt_ = number; }
 
+    /// Called with the number of each yield.
+    void setOnYield(std::function<void(int)> call) { onYield_ = std::move(call); }
+
     [[nodiscard]] int yields() const { return yields_; }
+
+    /// Yields since the last call, which are counted from 1 again.
+    int takeYields() { return std::exchange(yields_, 0); }
 
 private:
     Clock &clock_;
-    std::chrono::milliseconds cost_{1};
+    std::chrono::milliseconds cost_;
     mutable std::chrono::milliseconds now_{0};
     int yields_ = 0;
     int failAt_ = 0;
+    std::function<void(int)> onYield_;
 };
 
 } // namespace velmora::test

@@ -1,5 +1,5 @@
 // What there is to say of each camera.
-#include "cameras/CameraRemarks.h"
+#include "view/CameraRemarks.h"
 
 #include "support/Printers.h"
 

@@ -1,0 +1,43 @@
+#include "capture/CameraRequests.h"
+
+#include "cameras/CameraTable.h"
+#include "capture/CameraUrl.h"
+
+namespace velmora {
+
+CameraRequests::CameraRequests(const SettingsFile &settings, const StorageFolder &storage,
+                               CaptureOptions &options)
+    : settings_(settings)
+    , storage_(storage)
+    , options_(options)
+{
+}
+
+HttpRequest CameraRequests::completed(HttpRequest request, const CameraLogin &login) const
+{
+    request.workFolder = storage_.workFolder();
+    request.user = login.user;
+    request.password = login.password;
+    return request;
+}
+
+HttpRequest CameraRequests::stored(CameraAddress camera, const QString &url) const
+{
+    return completed(requestFor(url, options_.downloadLimit()), cameraLogin(settings_, camera));
+}
+
+// The login belongs to the stored address, not to another that is being typed.
+HttpRequest CameraRequests::live(CameraAddress camera, const QString &url) const
+{
+    const SettingsSnapshot settings = settings_.snapshot();
+    const bool isStored = CameraTable::url(settings, camera) == url;
+    return completed(liveRequestFor(expandTemplate(url), options_.downloadLimit()),
+                     isStored ? cameraLogin(settings, camera) : CameraLogin{});
+}
+
+HttpRequest CameraRequests::trial(const QString &address, const CameraLogin &login) const
+{
+    return completed(requestFor(expandTemplate(address), options_.downloadLimit()), login);
+}
+
+} // namespace velmora

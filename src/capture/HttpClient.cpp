@@ -22,7 +22,7 @@ constexpr qint64 kMaxHeaderBytes = 128LL * 1024; // of an answer and the redirec
 constexpr long kMaxRedirects = 10;
 constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would be none
 constexpr int kSocketBufferBytes = 256 * 1024;
-constexpr long kReceiveBufferBytes = 16L * 1024; // libcurl fills it up to a hundred times in one go
+constexpr long kReceiveBufferBytes = 32L * 1024; // libcurl fills it up to a hundred times in one go
 constexpr qsizetype kSmallPieceBytes = 4 * 1024;
 constexpr qsizetype kGatheredBytes = 16 * 1024;
 constexpr int kFirstGoodStatus = 200;

@@ -40,6 +40,7 @@ WAYS = {
 }
 FAILURES_OF_A_PART, KILLS_OF_A_PART = 60, 20
 KILLS_OF_ALL = 1000
+PROGRESS_EVERY = 200
 LONGEST_RUN = 40  # seconds
 
 CAMERAS = [f"http://cam/{name}.jpg" for name in "abc"]
@@ -241,13 +242,22 @@ class TortureTest(unittest.TestCase):
         self.workers = ThreadPoolExecutor(os.cpu_count())
         self.addCleanup(self.workers.shutdown)
 
+    def results(self, work, cases):
+        """The results as they come. A run of an hour says how far it is, and what it found so far."""
+        found = 0
+        for number, result in enumerate(self.workers.map(work, cases), 1):
+            found += 1 if result else 0
+            if self.ALL and (result or number % PROGRESS_EVERY == 0):
+                print(f"{number} of {len(cases)}, {found} with a fault", result, flush=True)
+            yield result
+
     def test_loses_nothing_whichever_call_fails(self):
         calls = counts()
         for kind in WAYS:
             self.assertGreater(calls[kind], 0, f"no call of the kind {kind} was seen")
         cases = every_case(calls)
-        chosen = cases if self.ALL else self.lot.sample(cases, FAILURES_OF_A_PART)
-        faults = [fault for fault in self.workers.map(make_fail, chosen) if fault]
+        chosen = self.lot.sample(cases, len(cases) if self.ALL else FAILURES_OF_A_PART)
+        faults = [fault for fault in self.results(make_fail, chosen) if fault]
         print(f"{len(chosen)} of {len(cases)} failures, {len(faults)} with a fault;", end=" ", flush=True)
         print(", ".join(f"{kind} {count}" for kind, count in Counter(kind for kind, _, _ in chosen).items()))
         self.assertEqual([], faults)

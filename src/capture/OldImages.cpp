@@ -57,7 +57,7 @@ bool OldImages::deleteSome()
 void OldImages::deleteIfOld(QByteArrayView name)
 {
     const std::optional<WallTime> date = dateInName(name);
-    if (!date || *date >= limit_ || name == newestName_) {
+    if (!newest_ || !date || *date >= limit_ || name == newestName_) {
         return;
     }
     const std::error_code error = folder_.remove(name.data());

@@ -25,7 +25,7 @@ public:
     bool deleteSome();
 
     /// False when the folder could not be read to its end, so that nobody knows the newest image.
-    [[nodiscard]] bool isComplete() const { return !look_.hasFailed(); }
+    [[nodiscard]] bool isComplete() const { return look_.isOpen() && !look_.hasFailed(); }
 
     /// False when the newest image is of a later date than the clock shows: then the clock is wrong
     /// and nothing may be deleted by it.

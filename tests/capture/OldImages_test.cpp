@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 namespace velmora::test {
 namespace {
 
@@ -66,6 +68,26 @@ TEST(OldImages, AreNotAllKnownWhenTheFolderWentAway)
     OldImages images(folder, kNow, kNow);
     EXPECT_FALSE(images.lookSome());
     EXPECT_FALSE(images.isComplete());
+}
+
+// Of a folder that cannot be looked through now, which image is the newest is not known.
+TEST(OldImages, StayWhenTheProcessMayOpenNoMoreFiles)
+{
+    const TempTree tree;
+    tree.write(u"20010101_0000000101.jpg", "old");
+    tree.write(u"20010201_0000000101.jpg", "the newest");
+    const FolderFiles folder(tree.path());
+    rlimit before = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none = {0, before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    OldImages images(folder, kNow, kNow);
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_FALSE(images.lookSome());
+    EXPECT_FALSE(images.isComplete());
+    while (images.deleteSome()) {
+    }
+    EXPECT_EQ(tree.files().size(), 2);
 }
 
 TEST(OldImages, HaveNoNewestInAnEmptyFolder)

@@ -98,8 +98,8 @@ TEST_F(Status, TellsWhoIsLateAndWhyAProgramThatWasStartedAnewDoesNotKnow)
     CameraHealths healths;
     CameraHealth &health = healths[{0, 3}];
     health.folder = NativePaths(tree.path())
-                            .native(QStringLiteral("C:\\in") + encodeFolderName(kUrl))
-                            .value_or(QString());
+                        .native(QStringLiteral("C:\\in") + encodeFolderName(kUrl))
+                        .value_or(QString());
     health.lateSince = Moment(std::chrono::seconds(1'000'000'000));
     health.failure = QStringLiteral("no route");
     saveHealth(tree.path(), healths);

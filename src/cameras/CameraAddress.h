@@ -55,9 +55,9 @@ public:
 
     auto end() { return values_.end(); }
 
-    auto begin() const { return values_.begin(); }
+    [[nodiscard]] auto begin() const { return values_.begin(); }
 
-    auto end() const { return values_.end(); }
+    [[nodiscard]] auto end() const { return values_.end(); }
 
 private:
     static std::size_t place(CameraAddress camera)

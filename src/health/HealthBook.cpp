@@ -145,7 +145,7 @@ void HealthBook::excuse(CameraAddress camera)
 {
     Seen &seen = seen_[camera];
     if (seen.quietSince) {
-        seen.quietSince = services_.clock.monotonicNow();
+        seen.quietSince = clock_.monotonicNow();
     }
 }
 

@@ -57,7 +57,7 @@ void HealthWatch::look()
     book_.followTable();
     lookAtStorage();
     lookAtStandstill();
-    if (!services_.storage.isUsable()) {
+    if (!storage_.isUsable()) {
         return;
     }
     lookAtDisk();

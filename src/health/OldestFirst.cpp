@@ -36,7 +36,7 @@ OldestFirst::OldestFirst(const CameraTable &table, StorageFolder &storage, Clock
 
 void OldestFirst::makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
 {
-    if (!running_ && services_.clock.monotonicNow() >= restsUntil_) {
+    if (!running_ && clock_.monotonicNow() >= restsUntil_) {
         running_ = true;
         scope_.launch(run(wantedFreeBytes, std::move(cameras)));
     }
@@ -69,7 +69,7 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
         co_await letEventsRun();
     }
     if (touched.empty()) {
-        restsUntil_ = services_.clock.monotonicNow() + kRest;
+        restsUntil_ = clock_.monotonicNow() + kRest;
     }
     for (const CameraAddress camera : touched) {
         Q_EMIT imagesDeleted(camera);

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "cameras/CameraAddress.h"
-#include "capture/CaptureStatus.h"
+#include "view/CaptureStatus.h"
 #include "ui/ClickLabel.h"
 #include "ui/StatusLine.h"
 

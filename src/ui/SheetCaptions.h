@@ -2,7 +2,7 @@
 #pragma once
 
 #include "browser/BrowserData.h"
-#include "cameras/CameraRemarks.h"
+#include "view/CameraRemarks.h"
 #include "settings/SettingsFile.h"
 #include "ui/ContactSheet.h"
 

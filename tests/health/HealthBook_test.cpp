@@ -45,7 +45,7 @@ TEST_F(HealthBookTest, KnowsAgainAfterARestart)
     book_.load();
     house_.load(kOne);
     book_.save();
-    HealthBook again(house_.services(), house_.scope);
+    HealthBook again(house_.table, house_.storage, clock_, house_.scope);
     again.load();
     EXPECT_EQ(again.camera(kOne).images, 1);
     EXPECT_EQ(again.camera(kOne).newest, book_.camera(kOne).newest);

@@ -55,9 +55,9 @@ protected:
         return book_.camera(camera).lateSince.has_value();
     }
 
-    HealthBook book_{house_.services(), house_.scope};
-    OldestFirst oldest_{house_.services(), house_.scope};
-    HealthWatch watch_{house_.services(), book_, house_.scheduler, oldest_};
+    HealthBook book_{house_.table, house_.storage, clock_, house_.scope};
+    OldestFirst oldest_{house_.table, house_.storage, clock_, house_.scope};
+    HealthWatch watch_{house_.storage, clock_, book_, house_.scheduler, oldest_};
     QStringList notices_;
 };
 

@@ -37,17 +37,16 @@ BrowserHouse::BrowserHouse(const MakeFilm &makeFilm, FirstCheck storageCheck)
     : capture(source, clock, storageCheck)
     , conformity(capture.engine.conformity())
     , film(makeFilm(*this))
-    , browser({{capture.table, capture.storage, capture.log, capture.problems, clock},
-               capture.scheduler,
-               conformity,
-               capture.scope},
-              data, *film)
+    , browser(services(), data, *film)
 {
 }
 
 BrowserServices BrowserHouse::services()
 {
-    return {capture.services(), capture.scheduler, conformity, capture.scope};
+    return {{capture.table, capture.storage, capture.log, capture.problems, clock},
+            capture.scheduler,
+            conformity,
+            capture.scope};
 }
 
 void BrowserHouse::fireScan()

@@ -1,6 +1,7 @@
 // A hundred cameras in a process of their own, for measurements: every request gets the same number
 // of bytes after the same delay, with a Last-Modified one second later than the one before; paths
-// that begin with /hole never get an answer. Prints its port and ends when its standard input does.
+// that begin with /hole never get an answer, and those that begin with /bare get no Last-Modified,
+// but a Date and other bytes each time. Prints its port and ends when its standard input does.
 //   bench_camera_server DELAY_MS BODY_BYTES
 #include <algorithm>
 #include <array>
@@ -130,22 +131,38 @@ private:
             due_.pop_front();
             const auto found = connections_.find(socket);
             if (found != connections_.end()) {
-                found->second.reply = header();
+                const bool isBare = found->second.request.starts_with("GET /bare");
+                found->second.reply = isBare ? bareHeader() : header();
                 send(socket, found->second);
             }
         }
     }
 
+    static std::string dateText(std::time_t time)
+    {
+        std::array<char, 64> date{};
+        std::strftime(date.data(), date.size(), "%a, %d %b %Y %H:%M:%S GMT", std::gmtime(&time));
+        return date.data();
+    }
+
+    static std::string head(const std::string &dateLine, std::size_t bytes)
+    {
+        return "HTTP/1.1 200 OK\r\nContent-Type: image/jpeg\r\nConnection: close\r\n" + dateLine +
+               "\r\nContent-Length: " + std::to_string(bytes) + "\r\n\r\n";
+    }
+
     std::string header()
     {
-        const std::time_t modified = 1'000'000'000 + ++served_;
-        std::array<char, 64> date{};
-        std::strftime(date.data(), date.size(), "%a, %d %b %Y %H:%M:%S GMT",
-                      std::gmtime(&modified));
-        return "HTTP/1.1 200 OK\r\nContent-Type: image/jpeg\r\nConnection: "
-               "close\r\nLast-Modified: " +
-               std::string(date.data()) + "\r\nContent-Length: " + std::to_string(body_.size()) +
-               "\r\n\r\n";
+        return head("Last-Modified: " + dateText(1'000'000'000 + ++served_), body_.size());
+    }
+
+    // The number that makes each body another one stands in front of it.
+    std::string bareHeader()
+    {
+        std::string number = std::to_string(++served_);
+        number.insert(0, 16 - number.size(), '0');
+        const std::time_t date = std::time(nullptr) + served_ % 80'000;
+        return head("Date: " + dateText(date), number.size() + body_.size()) + number;
     }
 
     // The body is sent from where it stands: copying it for each camera would cost the server as

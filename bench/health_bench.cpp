@@ -1,0 +1,101 @@
+// The health of a hundred cameras at the start, ten of them with very many images: what is known
+// from the last run is there at once; what nobody knows is counted while the event loop goes on.
+//   health_bench NAMES
+#include "BenchHouse.h"
+#include "FullCamera.h"
+#include "app/HealthEngine.h"
+#include "cameras/FolderName.h"
+#include "health/HealthTable.h"
+#include "tools/SmtpClient.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace {
+
+using namespace velmora;
+using namespace velmora::bench;
+
+constexpr int kFull = 10;
+constexpr double kNsPerMs = 1e6;
+
+QString url(int group, int row)
+{
+    return QStringLiteral("http://127.0.0.1:9/%1/%2.jpg").arg(group).arg(row);
+}
+
+// One full folder, to which ten cameras' folders lead.
+void fill(const Folder &folder, int names)
+{
+    const QString full = folder.path() + QStringLiteral("/full");
+    fillCamera(full, names, 0, 0.01);
+    for (int row = 0; row < kFull; ++row) {
+        const QString name = encodeFolderName(url(0, row));
+        QFile::link(full, folder.path() + QStringLiteral("/drives/c/in/") +
+                              name.sliced(1, name.size() - 2));
+    }
+}
+
+struct Start
+{
+    double firstMs = 0; // to the table with its numbers
+    double allMs = 0;   // until everything is counted
+    double gapMs = 0;
+};
+
+double since(const QElapsedTimer &timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) / kNsPerMs;
+}
+
+Start start(const Folder &folder, int names)
+{
+    House house(folder.path());
+    house.engine().timer().stop();
+    SmtpClient mail;
+    HealthEngine health(house.engine(), mail);
+    QCoreApplication::processEvents();
+    static_cast<void>(house.longestGapMs());
+    QElapsedTimer timer;
+    timer.start();
+    health.start();
+    const HealthTable table(health.book());
+    for (int row = 0; row < table.rowCount(); ++row) {
+        for (int column = 0; column < HealthTable::kColumns; ++column) {
+            static_cast<void>(table.index(row, column).data());
+        }
+    }
+    Start found{since(timer), 0, 0};
+    const CameraAddress last{0, kFull - 1};
+    while (health.book().camera(last).images < names) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    found.allMs = since(timer);
+    found.gapMs = house.longestGapMs();
+    health.book().save();
+    return found;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    const int names = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 500'000;
+    const Folder folder(&url);
+    fill(folder, names);
+    const Start counted = start(folder, names);
+    const Start known = start(folder, names);
+    QTextStream(stdout) << "{\"bench\":\"health_start\",\"names\":" << names
+                        << ",\"cameras\":" << kGroups * kRows
+                        << ",\"first_numbers_ms\":" << known.firstMs
+                        << ",\"limit_ms\":100,\"first_unknown_ms\":" << counted.firstMs
+                        << ",\"all_counted_ms\":" << counted.allMs
+                        << ",\"longest_gap_ms\":" << std::max(known.gapMs, counted.gapMs)
+                        << ",\"gap_limit_ms\":16}\n";
+    return 0;
+}

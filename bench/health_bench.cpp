@@ -3,8 +3,8 @@
 //   health_bench NAMES
 #include "BenchHouse.h"
 #include "FullCamera.h"
-#include "app/HealthEngine.h"
 #include "cameras/FolderName.h"
+#include "health/HealthEngine.h"
 #include "health/HealthTable.h"
 #include "tools/SmtpClient.h"
 

@@ -2,8 +2,8 @@
 // the cameras watched, and with cameras that send no date and are kept when their pictures differ.
 //   pass_kinds_bench SERVER DELAY_MS PASSES
 #include "BenchHouse.h"
-#include "app/HealthEngine.h"
 #include "app/Memory.h"
+#include "health/HealthEngine.h"
 #include "tools/SmtpClient.h"
 
 #include <QApplication>

@@ -91,7 +91,8 @@ protected:
     }
 
     BrowserWindowHouse house_;
-    FilmMaker maker_{house_.house.services(), house_.data, house_.film, house_.house.scope};
+    FilmMaker maker_{{house_.house.table, house_.house.storage, house_.data, house_.film,
+                      house_.clock, house_.house.scope}};
     FilmKeep window_{maker_, house_.film};
 };
 

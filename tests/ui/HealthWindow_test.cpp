@@ -45,9 +45,9 @@ protected:
     }
 
     WindowHouse house_;
-    HealthBook book_{house_.house.services(), house_.house.scope};
-    OldestFirst oldest_{house_.house.services(), house_.house.scope};
-    HealthWatch watch_{house_.house.services(), book_, house_.house.scheduler, oldest_};
+    HealthBook book_{house_.house.table, house_.house.storage, house_.clock, house_.house.scope};
+    OldestFirst oldest_{house_.house.table, house_.house.storage, house_.clock, house_.house.scope};
+    HealthWatch watch_{house_.house.storage, house_.clock, book_, house_.house.scheduler, oldest_};
     HealthWindow window_{book_, watch_, house_.house.settings};
 };
 

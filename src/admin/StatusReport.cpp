@@ -42,7 +42,7 @@ CameraState storedState(const SettingsSnapshot &settings, CameraAddress camera)
                                                                    : CameraState::Unknown;
 }
 
-QString folderOf(const Sources &sources, const QString &url)
+QString imageFolder(const Sources &sources, const QString &url)
 {
     try {
         return sources.paths.native(sources.storageText + encodeFolderName(url))
@@ -80,7 +80,7 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     status.address = shownAddress(url);
     status.on = CameraTable::isGroupActive(sources.settings, camera.group);
     status.state = storedState(sources.settings, camera);
-    const QString folder = folderOf(sources, url);
+    const QString folder = imageFolder(sources, url);
     const CameraHealth health = healthOf(sources.healths, camera, folder);
     if (status.state != CameraState::Good) {
         status.failure = lastFailure(sources.report, camera, health);

@@ -23,8 +23,8 @@ constexpr long kMaxRedirects = 10;
 constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would be none
 constexpr int kSocketBufferBytes = 256 * 1024;
 constexpr long kReceiveBufferBytes = 32L * 1024; // libcurl fills it up to a hundred times in one go
-constexpr qsizetype kSmallPieceBytes = 4 * 1024;
-constexpr qsizetype kGatheredBytes = 16 * 1024;
+constexpr qsizetype kSmallPieceBytes = 4096;
+constexpr qsizetype kGatheredBytes = 16384;
 constexpr int kFirstGoodStatus = 200;
 constexpr int kFirstRedirectStatus = 300;
 

@@ -33,7 +33,7 @@ public:
     void fail(Moment when, const QString &reason);
 
     /// What came in an hour, as it was counted.
-    void setHour(Moment within, HourBar bar);
+    void setHour(Moment within, HourBar counted);
 
     /// What was counted in the folder takes the place of what was known of its images.
     void takeCount(const CameraHealth &counted);

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "cameras/CameraAddress.h"
-#include "view/CaptureStatus.h"
 #include "ui/ClickLabel.h"
 #include "ui/StatusLine.h"
+#include "view/CaptureStatus.h"
 
 namespace velmora {
 

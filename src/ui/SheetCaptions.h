@@ -2,9 +2,9 @@
 #pragma once
 
 #include "browser/BrowserData.h"
-#include "view/CameraRemarks.h"
 #include "settings/SettingsFile.h"
 #include "ui/ContactSheet.h"
+#include "view/CameraRemarks.h"
 
 #include <array>
 

@@ -75,7 +75,9 @@ QCoro::Task<> BrowserLists::DirImage()
         isOwed_ = true;
         selection_.setCount(QString());
         data_.state.allowReading();
+        chosenMeanwhile_ = {};
         co_await LitDir();
+        data_.files.setListIndex(data_.files.find(chosenMeanwhile_).value_or(-1));
         LstDir_Click();
         isOwed_ = false;
     }
@@ -161,6 +163,9 @@ void BrowserLists::LstDir_Click()
 void BrowserLists::selectFile(int index)
 {
     data_.files.setListIndex(index);
+    if (isOwed_) {
+        chosenMeanwhile_ = data_.files.file(index);
+    }
     if (data_.state.view() == View::Camera) {
         LstDir_Click();
     }

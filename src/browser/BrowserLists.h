@@ -88,6 +88,7 @@ private:
     Projector &film_;
     SliceView slice_;
     bool isOwed_ = false;
+    ImageFile chosenMeanwhile_; // while the list was read again: what the user wants last holds
 };
 
 } // namespace velmora

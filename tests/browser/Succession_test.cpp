@@ -1,6 +1,11 @@
 // Actions in quick succession, while a full folder is still being read.
 #include "browser/BrowserTest.h"
 
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
 namespace velmora::test {
 namespace {
 
@@ -23,6 +28,14 @@ protected:
         browser_.chooseCamera(kFull.row);
         ASSERT_GT(house_.capture.scope.running(), 0);
         ASSERT_EQ(house_.NbI(), QString());
+    }
+
+    // As when something in it has changed: it is to be read again.
+    void touchFolder(CameraAddress camera)
+    {
+        const StorageFolder &storage = house_.capture.storage;
+        const QByteArray path = QFile::encodeName(storage.native(storage.cameraFolderText(camera)));
+        ASSERT_EQ(::utimensat(AT_FDCWD, path.constData(), nullptr, 0), 0);
     }
 };
 
@@ -63,6 +76,28 @@ TEST_F(Succession, NeverListsTheFolderOfACameraThatIsNotWantedAnyMore)
     browser_.chooseCamera(kSmall.row);
     house_.finish();
     EXPECT_EQ(counts, QList<int>({3}));
+}
+
+TEST_F(Succession, KeepsTheImageThatIsChosenWhileTheListIsReadAgain)
+{
+    house_.show(kFull);
+    touchFolder(kFull);
+    browser_.refresh();
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    browser_.chooseFile(2);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 36000"));
+}
+
+TEST_F(Succession, GoesToTheNewestImageWhenTheListIsReadAgainAfterTheChoice)
+{
+    house_.show(kFull);
+    touchFolder(kFull);
+    browser_.refresh();
+    browser_.chooseFile(2);
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
 TEST_F(Succession, LeavesTheDisplayOfAnOlderActionUnfinished)

@@ -170,7 +170,7 @@ std::vector<CameraAddress> HealthWatch::late() const
 
 void HealthWatch::lookAtDisk()
 {
-    const std::optional<DiskRoom> room = diskRoom(storage_.native(storage_.text()));
+    const std::optional<DiskRoom> room = diskRoom(storage_.native(storage_.inForce()));
     room_ = room;
     Q_EMIT roomChanged();
     if (!room) {

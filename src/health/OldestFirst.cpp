@@ -44,23 +44,24 @@ void OldestFirst::makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> ca
 
 bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
 {
-    const auto room = diskRoom(storage_.native(storage_.text()));
+    const auto room = diskRoom(storage_.native(storage_.inForce()));
     return !room || room->freeBytes >= wantedFreeBytes || storage_.lamp() != LampColour::Green;
 }
 
 QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
 {
     const auto atEnd = qScopeGuard([this] { running_ = false; });
+    const StorageUse use(storage_);
     co_await clock_.yield();
     slice_.begin();
     oldest_.clear();
     for (const CameraAddress camera : cameras) {
-        co_await look(camera);
+        co_await look(camera, use);
     }
     const std::set<Candidate> candidates = std::exchange(oldest_, {});
     std::set<CameraAddress> touched;
     for (const Candidate &candidate : candidates) {
-        if (scope_.stopToken().stop_requested() || isEnough(wantedFreeBytes)) {
+        if (!mayGoOn(use) || isEnough(wantedFreeBytes)) {
             break;
         }
         if (remove(candidate)) {
@@ -68,7 +69,7 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
         }
         co_await letEventsRun();
     }
-    if (touched.empty()) {
+    if (touched.empty() && mayGoOn(use)) {
         restsUntil_ = clock_.monotonicNow() + kRest;
     }
     for (const CameraAddress camera : touched) {
@@ -76,20 +77,26 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
     }
 }
 
+// What was found in a folder that is no longer in force would be deleted in another.
+bool OldestFirst::mayGoOn(const StorageUse &use) const
+{
+    return use.mayGoOn() && !scope_.stopToken().stop_requested();
+}
+
 // Two looks: only who has seen all of a folder knows its newest image.
-QCoro::Task<> OldestFirst::look(CameraAddress camera)
+QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
 {
     const FolderFiles folder(storage_.cameraFolder(camera), FolderLinks::Refused);
-    if (!folder.isOpen() || scope_.stopToken().stop_requested()) {
+    if (!folder.isOpen() || !mayGoOn(use)) {
         co_return;
     }
     const WallTime local = clock_.localNow();
     OldImages images(folder, local, local - clock_.utcOffset());
-    while (images.lookSome()) {
+    while (mayGoOn(use) && images.lookSome()) {
         co_await letEventsRun();
     }
     const std::optional<WallTime> newest = images.newest();
-    if (!images.isComplete() || !images.isClockPlausible() || !newest) {
+    if (!mayGoOn(use) || !images.isComplete() || !images.isClockPlausible() || !newest) {
         co_return;
     }
     FolderScan scan = folder.scan();
@@ -99,7 +106,7 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera)
             take({*date, camera, name.toByteArray()});
         }
     };
-    while (scan.readSome(visit)) {
+    while (mayGoOn(use) && scan.readSome(visit)) {
         co_await letEventsRun();
     }
 }

@@ -32,7 +32,8 @@ public:
 
     /// Deletes until so many bytes are free on the storage folder's disk, or nothing is left that
     /// may go. cameras: those whose images may go. Does nothing while it runs, and for ten minutes
-    /// after it found nothing that may go: looking through all folders is work.
+    /// after it found nothing that may go: looking through all folders is work. Ends where it
+    /// is when the box of the storage folder is entered.
     void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
 
 Q_SIGNALS:
@@ -52,7 +53,8 @@ private:
     };
 
     QCoro::Task<> run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
-    QCoro::Task<> look(CameraAddress camera);
+    QCoro::Task<> look(CameraAddress camera, StorageUse use);
+    [[nodiscard]] bool mayGoOn(const StorageUse &use) const;
     void take(const Candidate &candidate);
     [[nodiscard]] bool isEnough(qint64 wantedFreeBytes) const;
     bool remove(const Candidate &candidate);

@@ -119,6 +119,41 @@ TEST_F(OldestFirstTest, LooksAgainTenMinutesAfterItFoundNothing)
     EXPECT_EQ(house_.images(kOne), QStringList({kNewest}));
 }
 
+TEST_F(OldestFirstTest, DeletesNothingWhileTheStorageBoxIsEdited)
+{
+    house_.putImage(kOne, kOld);
+    house_.storage.beginEdit();
+    makeRoom();
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+    house_.storage.putInForce();
+    makeRoom();
+    EXPECT_EQ(house_.images(kOne), QStringList({kNewest}));
+}
+
+TEST_F(OldestFirstTest, EndsWhereItIsWhenTheStorageBoxIsEntered)
+{
+    house_.putImage(kOne, kOld);
+    oldest_.makeRoom(kNeverEnough, {kOne, kTwo});
+    house_.storage.beginEdit();
+    house_.finish();
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
+TEST_F(OldestFirstTest, DeletesNothingInTheFolderThatIsPutInForceMeanwhile)
+{
+    const QString other =
+        QStringLiteral("drives/c/other/") + house_.folder(kOne).section(u'/', -1) + u'/';
+    house_.tree.write(other + kOld, "mine");
+    house_.tree.write(other + kNewest, "mine");
+    house_.putImage(kOne, kOld);
+    oldest_.makeRoom(kNeverEnough, {kOne});
+    house_.storage.edit(QStringLiteral("C:\\other"));
+    house_.storage.putInForce();
+    house_.finish();
+    EXPECT_TRUE(house_.tree.exists(other + kOld));
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
 TEST_F(OldestFirstTest, StartsAnotherFileWhenTheListGetsLong)
 {
     house_.tree.write(u"Velmora.deleted", QByteArray(1'000'001, 'x'));

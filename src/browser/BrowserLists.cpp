@@ -77,7 +77,9 @@ QCoro::Task<> BrowserLists::DirImage()
         data_.state.allowReading();
         chosenMeanwhile_ = {};
         co_await LitDir();
-        data_.files.setListIndex(data_.files.find(chosenMeanwhile_).value_or(-1));
+        if (const std::optional<int> chosen = data_.files.find(chosenMeanwhile_)) {
+            data_.files.setListIndex(*chosen);
+        }
         LstDir_Click();
         isOwed_ = false;
     }

@@ -89,6 +89,18 @@ TEST_F(Succession, KeepsTheImageThatIsChosenWhileTheListIsReadAgain)
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 36000"));
 }
 
+TEST_F(Succession, KeepsTheSelectionWhereTheListCannotBeReadAgain)
+{
+    house_.show(kSmall);
+    browser_.chooseFile(1);
+    house_.finish();
+    focusStorageBox();
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("2 / 3"));
+    EXPECT_EQ(selected(), 1);
+}
+
 TEST_F(Succession, GoesToTheNewestImageWhenTheListIsReadAgainAfterTheChoice)
 {
     house_.show(kFull);

@@ -29,8 +29,10 @@ WallTime undatedDate(const std::optional<WallTime> &answered, const std::optiona
     if (plausible) {
         return *answered;
     }
-    // Two pictures of one second would have one name.
-    return stored == universalNow ? universalNow + std::chrono::seconds{1} : universalNow;
+    // Pictures of one second would have one name; a date far ahead is that of a clock set back.
+    constexpr std::chrono::minutes kAhead{1};
+    const bool isTaken = stored && *stored >= universalNow && *stored < universalNow + kAhead;
+    return isTaken ? *stored + std::chrono::seconds{1} : universalNow;
 }
 
 } // namespace velmora

@@ -24,8 +24,8 @@ struct UndatedPicture
 
 /// The date of a new picture without a Last-Modified: the answer's own, when it lies within a day
 /// of the clock and behind the date of the picture kept last (a camera's clock may stand still),
-/// else the clock's, a second later when that is the date of the
-/// picture kept last. All in universal time.
+/// else the clock's; a second behind that picture's date where the clock has not gone beyond it.
+/// All in universal time.
 [[nodiscard]] WallTime undatedDate(const std::optional<WallTime> &answered,
                                    const std::optional<WallTime> &stored, WallTime universalNow);
 

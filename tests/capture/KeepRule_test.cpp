@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace velmora::test {
 namespace {
 
@@ -140,6 +142,24 @@ TEST(UndatedDate, IsNotTheSameTwice)
 {
     EXPECT_EQ(undatedDate(kFakeStart, kFakeStart, kFakeStart), kFakeStart + 1s);
     EXPECT_EQ(undatedDate(std::nullopt, kFakeStart, kFakeStart), kFakeStart + 1s);
+}
+
+TEST(UndatedDate, IsAnotherForEachOfManyPicturesOfOneSecond)
+{
+    std::set<WallTime> dates;
+    std::optional<WallTime> stored;
+    for (int i = 0; i < 10; ++i) {
+        stored = undatedDate(std::nullopt, stored, kFakeStart);
+        dates.insert(*stored);
+    }
+    EXPECT_EQ(dates.size(), 10U);
+    EXPECT_EQ(undatedDate(std::nullopt, stored, kFakeStart + 5s), *stored + 1s);
+    EXPECT_EQ(undatedDate(std::nullopt, stored, kFakeStart + 10s), kFakeStart + 10s);
+}
+
+TEST(UndatedDate, IsTheClocksThatWasSetBack)
+{
+    EXPECT_EQ(undatedDate(std::nullopt, kFakeStart + 1h, kFakeStart), kFakeStart);
 }
 
 TEST(UndatedWatch, TellsOfACameraOnce)

@@ -93,15 +93,10 @@ void BrowserListBoxes::showLate(const std::vector<CameraAddress> &late)
 // Red where something is late; the lists' texts stay.
 void BrowserListBoxes::showMarks(int group)
 {
-    const auto mark = [](QListWidgetItem &item, bool isLate) {
-        item.setForeground(isLate ? QBrush(Qt::red) : QBrush());
-        item.setToolTip(isLate ? tr("late: nothing new came for long") : QString());
-    };
     for (int i = 0; i < kRows; ++i) {
         const auto isOf = [i](CameraAddress camera) { return camera.group == i; };
-        mark(*widgets_.lstGroupe.item(i), std::ranges::any_of(late_, isOf));
-        mark(*widgets_.lstCam.item(i),
-             std::ranges::find(late_, CameraAddress{group, i}) != late_.end());
+        widgets_.lstGroupe.mark(i, std::ranges::any_of(late_, isOf));
+        widgets_.lstCam.mark(i, std::ranges::find(late_, CameraAddress{group, i}) != late_.end());
     }
 }
 

@@ -41,7 +41,7 @@ void BrowserStatus::tellSearch(const QString &text)
 
 void BrowserStatus::showStandstill()
 {
-    line_.halt(status_.text(Caption::Standstill));
+    line_.tellHalt();
 }
 
 } // namespace velmora

@@ -10,6 +10,8 @@ namespace {
 
 constexpr int kChoices = 10;
 constexpr int kNameRole = Qt::UserRole;
+constexpr int kTipRole = Qt::UserRole + 1;
+constexpr int kLateRole = Qt::UserRole + 2;
 constexpr qint64 kTypingMs = 1000;    // between the letters of one search
 constexpr int kLaidOutAtOnce = 20000; // half a millisecond's work
 
@@ -41,8 +43,27 @@ ChoiceList::ChoiceList(QWidget *parent)
 
 void ChoiceList::describe(int row, const QString &tip, const QString &name)
 {
-    item(row)->setToolTip(Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip);
+    item(row)->setData(kTipRole, tip);
     item(row)->setData(kNameRole, name);
+    showTip(row);
+}
+
+void ChoiceList::mark(int row, bool isLate)
+{
+    item(row)->setForeground(isLate ? QBrush(Qt::red) : QBrush());
+    item(row)->setData(kLateRole, isLate);
+    showTip(row);
+}
+
+void ChoiceList::showTip(int row)
+{
+    QStringList lines{item(row)->data(kTipRole).toString()};
+    if (item(row)->data(kLateRole).toBool()) {
+        lines.append(tr("late: nothing new came for long"));
+    }
+    lines.removeAll(QString());
+    const QString tip = lines.join(u'\n');
+    item(row)->setToolTip(Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip);
 }
 
 // A digit is the choice of that number; other letters are the begin of a name, or of a word in it.

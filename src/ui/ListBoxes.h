@@ -23,6 +23,9 @@ public:
     /// Gives an entry a tip, and a name by which typing finds it; both plain text, empty for none.
     void describe(int row, const QString &tip, const QString &name);
 
+    /// Marks an entry red, with a line of its own in the tip, or takes the mark away.
+    void mark(int row, bool isLate);
+
     void keyboardSearch(const QString &search) override;
 
 Q_SIGNALS:
@@ -40,6 +43,8 @@ protected:
     void rowWasKeyed(int row) override;
 
 private:
+    void showTip(int row);
+
     QString typed_; // letters of one search
     QElapsedTimer sinceTyped_;
 };

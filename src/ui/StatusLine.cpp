@@ -67,4 +67,11 @@ void StatusLine::halt(const QString &text)
     }
 }
 
+void StatusLine::tellHalt()
+{
+    if (!halt_.isEmpty()) {
+        show({Kind::Halt, halt_});
+    }
+}
+
 } // namespace velmora

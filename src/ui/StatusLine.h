@@ -33,6 +33,9 @@ public:
     /// is again. What stood there before comes back.
     void halt(const QString &text);
 
+    /// Says that again, in place of what was said since; nothing while the capture runs.
+    void tellHalt();
+
 private:
     enum class Kind { Message, Search, Event, Kept, Halt };
 

@@ -52,6 +52,20 @@ TEST_F(PlancheLists, ShowsTheNewestImagesOfTheStoredChoice)
     EXPECT_EQ(house_.shown(0), storedName(2));
 }
 
+TEST_F(PlancheLists, TellInTheTipOfALateCameraItsNameAndThatItIsLate)
+{
+    house_.house.settings.write(u"Camera02", u"Name", QStringLiteral("Garage"));
+    house_.addImages({0, 2}, 1);
+    house_.open();
+    const QListWidgetItem &item = *house_.find<QListWidget>(QStringLiteral("lstCam")).item(2);
+    const QString known = item.toolTip();
+    ASSERT_TRUE(known.contains(QStringLiteral("Garage"))) << known.toStdString();
+    house_.window.showLate({{0, 2}});
+    EXPECT_EQ(item.toolTip(), known + QStringLiteral("\nlate: nothing new came for long"));
+    house_.window.showLate({});
+    EXPECT_EQ(item.toolTip(), known);
+}
+
 TEST_F(PlancheLists, AFolderWithoutImagesShowsNothing)
 {
     house_.openOn(0);

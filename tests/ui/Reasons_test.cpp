@@ -195,6 +195,18 @@ TEST_F(BrowserReasons, LeaveAMessageUntilSomethingElseHappens)
     EXPECT_EQ(line(), QStringLiteral("Camera 0:0: the camera is out"));
 }
 
+TEST_F(BrowserReasons, AKeyThatDeletesNothingSaysWhyAgain)
+{
+    house_.openOn(2);
+    house_.house.storage.edit(QStringLiteral("C:\\half-typed"));
+    const QString why = line();
+    ASSERT_TRUE(why.contains(u"storage folder")) << why.toStdString();
+    house_.window.showMessage(QStringLiteral("no such day"));
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
+    EXPECT_EQ(line(), why);
+    EXPECT_EQ(house_.question(), nullptr);
+}
+
 TEST_F(BrowserReasons, TheLabelFollowsTheAddress)
 {
     house_.open();

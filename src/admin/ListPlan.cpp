@@ -52,10 +52,10 @@ private:
         if (known != places_.end()) {
             planned.fate = Fate::Double;
             planned.place = known->second;
-            planned.remark = known->second
-                                 ? QStringLiteral("is there already as camera %1")
-                                       .arg(cameraText(known->second.value_or(CameraAddress{})))
-                                 : QStringLiteral("stands in the list twice");
+            const std::optional<CameraAddress> place = known->second;
+            planned.remark =
+                place ? QStringLiteral("is there already as camera %1").arg(cameraText(*place))
+                      : QStringLiteral("stands in the list twice");
             return planned;
         }
         return placed(std::move(planned));

@@ -140,18 +140,7 @@ QCoro::Task<> BrowserModes::refreshAfter(CameraAddress camera)
 
 bool BrowserModes::mayWalk()
 {
-    StorageFolder &storage = services_.capture.storage;
-    if (data_.state.CineActif()) {
-        return false;
-    }
-    if (storage.isCheckRequested()) {
-        storage.testSA();
-    }
-    if (storage.isBeingEdited()) {
-        services_.scheduler.ArretTimer();
-        return false;
-    }
-    return storage.lamp() == LampColour::Green;
+    return !data_.state.CineActif() && isStorageReady(services_);
 }
 
 // Any number but 0 is on here, while a group is captured only with a 1.

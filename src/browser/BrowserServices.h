@@ -27,4 +27,8 @@ struct BrowserServices
     TaskScope &scope;
 };
 
+/// True when folders may be worked in: makes a check of the storage folder that was asked for, and
+/// stops the timers while its box is being edited.
+[[nodiscard]] bool isStorageReady(const BrowserServices &services);
+
 } // namespace velmora

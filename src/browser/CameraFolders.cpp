@@ -20,19 +20,7 @@ QString CameraFolders::of(CameraAddress camera) const
 
 bool CameraFolders::mayRead()
 {
-    StorageFolder &storage = services_.capture.storage;
-    isMissed_ = true;
-    if (!state_.LectureOK()) {
-        return false;
-    }
-    if (storage.isCheckRequested()) {
-        storage.testSA();
-    }
-    if (storage.isBeingEdited()) {
-        services_.scheduler.ArretTimer();
-        return false;
-    }
-    isMissed_ = storage.lamp() != LampColour::Green;
+    isMissed_ = !state_.LectureOK() || !isStorageReady(services_);
     return !isMissed_;
 }
 

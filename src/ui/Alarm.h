@@ -29,10 +29,7 @@ class Alarm : public QWidget
 public:
     /// Everything given outlives the window.
     Alarm(MotionAlarm &alarm, AlarmMail &mail);
-    Alarm(const Alarm &) = delete;
-    Alarm &operator=(const Alarm &) = delete;
-    Alarm(Alarm &&) = delete;
-    Alarm &operator=(Alarm &&) = delete;
+    Q_DISABLE_COPY_MOVE(Alarm)
     ~Alarm() override;
 
     /// Shows the window in front.

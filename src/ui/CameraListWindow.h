@@ -27,10 +27,7 @@ class CameraListWindow : public QWidget
 public:
     /// settings: outlive the window.
     explicit CameraListWindow(const SettingsFile &settings);
-    CameraListWindow(const CameraListWindow &) = delete;
-    CameraListWindow &operator=(const CameraListWindow &) = delete;
-    CameraListWindow(CameraListWindow &&) = delete;
-    CameraListWindow &operator=(CameraListWindow &&) = delete;
+    Q_DISABLE_COPY_MOVE(CameraListWindow)
     ~CameraListWindow() override;
 
     /// Shows the window in front, with an empty list.

@@ -26,10 +26,7 @@ class CameraSheet : public QWidget
 public:
     /// Everything given outlives the sheet.
     CameraSheet(const SettingsFile &settings, CameraTrial &trial);
-    CameraSheet(const CameraSheet &) = delete;
-    CameraSheet &operator=(const CameraSheet &) = delete;
-    CameraSheet(CameraSheet &&) = delete;
-    CameraSheet &operator=(CameraSheet &&) = delete;
+    Q_DISABLE_COPY_MOVE(CameraSheet)
     ~CameraSheet() override;
 
     /// Shows the sheet of a camera in front.

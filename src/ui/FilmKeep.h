@@ -34,10 +34,7 @@ class FilmKeep : public QWidget
 public:
     /// Everything given outlives the window.
     FilmKeep(FilmMaker &maker, Slideshow &film);
-    FilmKeep(const FilmKeep &) = delete;
-    FilmKeep &operator=(const FilmKeep &) = delete;
-    FilmKeep(FilmKeep &&) = delete;
-    FilmKeep &operator=(FilmKeep &&) = delete;
+    Q_DISABLE_COPY_MOVE(FilmKeep)
     ~FilmKeep() override;
 
     /// Shows the window in front, about the images that the browser lists now.

@@ -39,10 +39,7 @@ public:
     /// The capture timer stands in the window's object tree while the window is there, but is not
     /// owned by it. Everything given outlives the window.
     Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &opener);
-    Interface(const Interface &) = delete;
-    Interface &operator=(const Interface &) = delete;
-    Interface(Interface &&) = delete;
-    Interface &operator=(Interface &&) = delete;
+    Q_DISABLE_COPY_MOVE(Interface)
     ~Interface() override;
 
     /// Shows the window in front, with the rows of the group whose tab is selected.

@@ -22,10 +22,7 @@ class TitleBox : public QWidget
     Q_OBJECT
 
 public:
-    TitleBox(const TitleBox &) = delete;
-    TitleBox &operator=(const TitleBox &) = delete;
-    TitleBox(TitleBox &&) = delete;
-    TitleBox &operator=(TitleBox &&) = delete;
+    Q_DISABLE_COPY_MOVE(TitleBox)
     ~TitleBox() override;
 
     /// Shows the box in the middle of the screen.

@@ -31,10 +31,7 @@ class fCine : public QWidget
 public:
     /// Everything given outlives the window.
     fCine(Slideshow &film, const SettingsFile &settings, const StorageFolder &storage);
-    fCine(const fCine &) = delete;
-    fCine &operator=(const fCine &) = delete;
-    fCine(fCine &&) = delete;
-    fCine &operator=(fCine &&) = delete;
+    Q_DISABLE_COPY_MOVE(fCine)
     ~fCine() override;
 
     void moveTo(WindowPlace place);

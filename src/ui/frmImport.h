@@ -31,10 +31,7 @@ class frmImport : public QWidget
 public:
     /// loader: of this window alone. Everything given outlives the window.
     frmImport(Import &import, PictureLoader &loader);
-    frmImport(const frmImport &) = delete;
-    frmImport &operator=(const frmImport &) = delete;
-    frmImport(frmImport &&) = delete;
-    frmImport &operator=(frmImport &&) = delete;
+    Q_DISABLE_COPY_MOVE(frmImport)
     ~frmImport() override;
 
     /// Shows the window in front; one that was closed is loaded anew.

@@ -23,14 +23,22 @@ FolderScan FolderFiles::scan(std::size_t bufferBytes) const
                       bufferBytes);
 }
 
-std::optional<std::chrono::nanoseconds> FolderFiles::modified(const char *name) const
+FileTime FolderFiles::time(const char *name) const
 {
     struct stat info = {};
-    if (!folder_ || ::fstatat(folder_.get(), name, &info, 0) != 0 || !S_ISREG(info.st_mode)) {
-        return std::nullopt;
+    FileTime time;
+    if (!folder_ || ::fstatat(folder_.get(), name, &info, AT_SYMLINK_NOFOLLOW) != 0) {
+        return time;
     }
-    return std::chrono::seconds{info.st_mtim.tv_sec} +
-           std::chrono::nanoseconds{info.st_mtim.tv_nsec};
+    time.isLink = S_ISLNK(info.st_mode);
+    if (time.isLink && ::fstatat(folder_.get(), name, &info, 0) != 0) {
+        return time;
+    }
+    if (S_ISREG(info.st_mode)) {
+        time.modified = std::chrono::seconds{info.st_mtim.tv_sec} +
+                        std::chrono::nanoseconds{info.st_mtim.tv_nsec};
+    }
+    return time;
 }
 
 std::error_code FolderFiles::remove(const char *name) const

@@ -15,6 +15,13 @@ namespace velmora {
 
 enum class FolderLinks { Followed, Refused };
 
+/// What is known of a file by its name.
+struct FileTime
+{
+    std::optional<std::chrono::nanoseconds> modified; // since 1970; none: there is no file
+    bool isLink = false;                              // the time is that of what it leads to
+};
+
 class FolderFiles
 {
 public:
@@ -27,9 +34,8 @@ public:
     /// A reading of this folder, whatever stands at its path by now.
     [[nodiscard]] FolderScan scan(std::size_t bufferBytes = FolderScan::kUsualBuffer) const;
 
-    /// Modification time since 1970 of a file, or of the file that a link leads to; nothing when
-    /// no file of this name is there. name: native bytes.
-    [[nodiscard]] std::optional<std::chrono::nanoseconds> modified(const char *name) const;
+    /// When a file, or the file that a link leads to, was modified. name: native bytes.
+    [[nodiscard]] FileTime time(const char *name) const;
 
     /// Deletes a file of the folder. What is no file itself, a link too, stays, with an error.
     [[nodiscard]] std::error_code remove(const char *name) const;

@@ -13,6 +13,8 @@ constexpr qsizetype kMostLists = 3;
 constexpr std::size_t kMostListBytes = 16U << 20U; // two full folders' and more
 constexpr qsizetype kMostDays = 20;                // two groups of cameras
 constexpr std::size_t kMostDayBytes = 8U << 20U;
+constexpr qsizetype kMostNewest = 100; // all cameras
+constexpr std::size_t kMostNewestBytes = 1U << 20U;
 
 constexpr std::chrono::days kDaysBack{100};
 constexpr int kMostReadings = 2;
@@ -42,6 +44,7 @@ FolderReader::FolderReader(Clock &clock)
     : clock_(clock)
     , names_(kMostLists, kMostListBytes)
     , days_(kMostDays, kMostDayBytes)
+    , newest_(kMostNewest, kMostNewestBytes)
 {
 }
 
@@ -79,16 +82,36 @@ QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::readNames(FolderSca
     co_return std::make_shared<const ImageNames>(builder.take());
 }
 
+// The path is asked for too: a folder above it may have been moved.
 QCoro::Task<std::optional<NewestImage>> FolderReader::newest(QString folder, std::stop_token stop)
 {
+    const std::optional<FolderStamp> stamp = folderStamp(folder);
+    const auto known = stamp ? newest_.find(folder, *stamp) : nullptr;
+    if (known && watch_.isQuiet(folder, known->ticket)) {
+        co_return known->image;
+    }
+    const FolderWatch::Ticket ticket = watch_.begin(folder);
     Turns turns(clock_, std::move(stop));
+    bool isReliable = stamp && ticket != 0;
+    const std::optional<NewestImage> newest = co_await lookForNewest(folder, &turns, &isReliable);
+    if (newest && isReliable) {
+        newest_.keep(folder, *stamp,
+                     std::make_shared<const WatchedNewest>(WatchedNewest{*newest, ticket}));
+    }
+    co_return newest;
+}
+
+QCoro::Task<std::optional<NewestImage>> FolderReader::lookForNewest(QString folder, Turns *turns,
+                                                                    bool *isReliable)
+{
     for (int reading = 0; reading < kMostReadings; ++reading) {
-        const DayNamesPtr day = co_await dayNames(folder, &turns);
+        const DayNamesPtr day = co_await dayNames(folder, turns, isReliable);
         if (!day) {
             co_return std::nullopt;
         }
         LatestFile latest(folder, day->names);
-        const bool isSeen = co_await turns.run([&latest] { return latest.lookAtSome(); });
+        const bool isSeen = co_await turns->run([&latest] { return latest.lookAtSome(); });
+        *isReliable = *isReliable && !latest.sawLinks() && !latest.name().isEmpty();
         if (!isSeen) {
             co_return std::nullopt;
         }
@@ -100,7 +123,8 @@ QCoro::Task<std::optional<NewestImage>> FolderReader::newest(QString folder, std
     co_return NewestImage{};
 }
 
-QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Turns *turns)
+QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Turns *turns,
+                                                              bool *isReliable)
 {
     const Start start(folder);
     DayNamesPtr day =
@@ -115,6 +139,7 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Tu
     if (!isRead) {
         co_return DayNamesPtr();
     }
+    *isReliable = *isReliable && scan.isOpen() && !scan.hasFailed();
     day = co_await namesOfDay(folder, std::move(greatest), turns);
     if (day && start.stamp && start.canBeKept(scan)) {
         days_.keep(folder, *start.stamp, day);

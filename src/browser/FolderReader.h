@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/FolderWatch.h"
 #include "base/Turns.h"
 #include "browser/ImageNames.h"
 #include "browser/NewestImage.h"
@@ -34,8 +35,9 @@ public:
 
     /// The image that the group view shows of a folder. The greatest name "2*.*" tells a day; of
     /// the files of that day, or else of the first day back that has any, 100 days at most, it is
-    /// the one modified last. Without such a day there is none. An unchanged folder is not read
-    /// again, but the times of that day's files are always asked for. Nothing only when stopped.
+    /// the one modified last. Without such a day there is none. A folder of which the system has
+    /// reported no change is not looked at again; where it does not report, an unchanged folder is
+    /// not read again, but the times of that day's files are asked for. Nothing only when stopped.
     QCoro::Task<std::optional<NewestImage>> newest(QString folder, std::stop_token stop);
 
 private:
@@ -52,14 +54,31 @@ private:
 
     using DayNamesPtr = std::shared_ptr<const DayNames>;
 
-    // scan, turns: of the caller, which waits. nullptr when stopped.
+    // A newest image, as long as nothing happens in its folder.
+    struct WatchedNewest
+    {
+        NewestImage image;
+        FolderWatch::Ticket ticket = 0;
+
+        [[nodiscard]] std::size_t bytes() const
+        {
+            return static_cast<std::size_t>(image.name.capacity());
+        }
+    };
+
+    // scan, turns, isReliable: of the caller, which waits. Nothing, nullptr: stopped. isReliable
+    // gets false when more than the folder's files told what is given back, or not all of them.
+    QCoro::Task<std::optional<NewestImage>> lookForNewest(QString folder, Turns *turns,
+                                                          bool *isReliable);
     QCoro::Task<std::shared_ptr<const ImageNames>> readNames(FolderScan *scan, Turns *turns);
-    QCoro::Task<DayNamesPtr> dayNames(QString folder, Turns *turns);
+    QCoro::Task<DayNamesPtr> dayNames(QString folder, Turns *turns, bool *isReliable);
     QCoro::Task<DayNamesPtr> namesOfDay(QString folder, NewestScan greatest, Turns *turns);
 
     Clock &clock_;
     RecentFolders<ImageNames> names_;
     RecentFolders<DayNames> days_;
+    RecentFolders<WatchedNewest> newest_;
+    FolderWatch watch_;
 };
 
 } // namespace velmora

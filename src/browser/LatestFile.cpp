@@ -29,15 +29,16 @@ bool LatestFile::lookAtSome()
 
 void LatestFile::lookAt(QByteArrayView name)
 {
-    const auto modified = files_.modified(name.data());
-    if (!modified) {
+    const FileTime time = files_.time(name.data());
+    sawLinks_ = sawLinks_ || time.isLink;
+    if (!time.modified) {
         return;
     }
-    const bool isLater = latest_.isEmpty() || *modified > latestTime_ ||
-                         (*modified == latestTime_ && compareNames(name, latest_) < 0);
+    const bool isLater = latest_.isEmpty() || *time.modified > latestTime_ ||
+                         (*time.modified == latestTime_ && compareNames(name, latest_) < 0);
     if (isLater) {
         latest_ = name;
-        latestTime_ = *modified;
+        latestTime_ = *time.modified;
     }
 }
 

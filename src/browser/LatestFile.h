@@ -24,6 +24,9 @@ public:
     /// Native bytes; empty when none of the files is there.
     [[nodiscard]] QByteArray name() const { return latest_.toByteArray(); }
 
+    /// True when there was a link among them: what it leads to changes without its folder.
+    [[nodiscard]] bool sawLinks() const { return sawLinks_; }
+
 private:
     void lookAt(QByteArrayView name);
 
@@ -32,6 +35,7 @@ private:
     qsizetype next_ = 0;
     QByteArrayView latest_;
     std::chrono::nanoseconds latestTime_{0};
+    bool sawLinks_ = false;
 };
 
 } // namespace velmora

@@ -19,8 +19,10 @@ TEST(FolderFiles, GivesTheModificationTime)
     test::setModified(tree.path(u"file"), 1'000s);
     ASSERT_TRUE(QFile::link(tree.path(u"file"), tree.path(u"link")));
     const FolderFiles files(tree.path());
-    EXPECT_EQ(files.modified("file"), std::optional<std::chrono::nanoseconds>(1'000s));
-    EXPECT_EQ(files.modified("link"), std::optional<std::chrono::nanoseconds>(1'000s));
+    EXPECT_EQ(files.time("file").modified, std::optional<std::chrono::nanoseconds>(1'000s));
+    EXPECT_EQ(files.time("link").modified, std::optional<std::chrono::nanoseconds>(1'000s));
+    EXPECT_FALSE(files.time("file").isLink);
+    EXPECT_TRUE(files.time("link").isLink);
 }
 
 TEST(FolderFiles, HasNoTimeForWhatIsNoFile)
@@ -28,14 +30,14 @@ TEST(FolderFiles, HasNoTimeForWhatIsNoFile)
     const TempTree tree;
     tree.makeFolder(u"folder");
     const FolderFiles files(tree.path());
-    EXPECT_FALSE(files.modified("folder").has_value());
-    EXPECT_FALSE(files.modified("missing").has_value());
+    EXPECT_FALSE(files.time("folder").modified.has_value());
+    EXPECT_FALSE(files.time("missing").modified.has_value());
 }
 
 TEST(FolderFiles, HasNoFilesWithoutAFolder)
 {
     const TempTree tree;
-    EXPECT_FALSE(FolderFiles(tree.path(u"missing")).modified("file").has_value());
+    EXPECT_FALSE(FolderFiles(tree.path(u"missing")).time("file").modified.has_value());
 }
 
 TEST(FolderFiles, RefusesAFolderThatIsALinkWhenAskedTo)

@@ -165,6 +165,42 @@ TEST_F(NewestImageTest, AsksForTheFilesTimesAtEveryCall)
     EXPECT_EQ(reading.newestName(tree.path()), "20061005_2.jpg");
 }
 
+TEST_F(NewestImageTest, LooksAtNoFileOfAFolderInWhichNothingHappened)
+{
+    test::makeImages(tree.path(), 1400); // a day
+    reading.newestName(tree.path());
+    clock.takeYields();
+    EXPECT_EQ(reading.newestName(tree.path()), test::imageOfMinute(0));
+    EXPECT_EQ(clock.takeYields(), 0);
+    test::setModified(tree.path(QString::fromLatin1(test::imageOfMinute(7))), 1s);
+    reading.newestName(tree.path());
+    EXPECT_GT(clock.takeYields(), 0);
+}
+
+TEST_F(NewestImageTest, SeesWhatIsBehindALinkChange)
+{
+    makeInTurn(tree.path(), {"20061005_1.jpg"});
+    tree.write(u"elsewhere/file", "x");
+    test::setModified(tree.path(u"elsewhere/file"), 1s);
+    ASSERT_TRUE(QFile::link(tree.path(u"elsewhere/file"), tree.path(u"20061005_link")));
+    EXPECT_EQ(reading.newestName(tree.path()), "20061005_1.jpg");
+    test::setModified(tree.path(u"elsewhere/file"), 2'000'000s);
+    EXPECT_EQ(reading.newestName(tree.path()), "20061005_link");
+}
+
+TEST_F(NewestImageTest, SeesAnotherFolderTakeThePlaceOfOneAbove)
+{
+    const QString folder = tree.path(u"in/cam");
+    tree.makeFolder(u"in/cam");
+    tree.makeFolder(u"other/cam");
+    test::makeFile(folder, "20061005_1.jpg");
+    test::makeFile(tree.path(u"other/cam"), "20061007_1.jpg");
+    EXPECT_EQ(reading.newestName(folder), "20061005_1.jpg");
+    ASSERT_TRUE(QDir().rename(tree.path(u"in"), tree.path(u"before")));
+    ASSERT_TRUE(QDir().rename(tree.path(u"other"), tree.path(u"in")));
+    EXPECT_EQ(reading.newestName(folder), "20061007_1.jpg");
+}
+
 TEST_F(NewestImageTest, SeesFilesComeAndGo)
 {
     makeInTurn(tree.path(), {"20061005_1.jpg"});

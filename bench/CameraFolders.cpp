@@ -9,6 +9,7 @@
 #include <chrono>
 #include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/stat.h>
@@ -57,6 +58,17 @@ long readPlainly(const QString &path, std::size_t bufferBytes)
         for (long at = 0; at < filled; ++names) {
             at += reinterpret_cast<const dirent64 *>(buffer.data() + at)->d_reclen;
         }
+    }
+    return names;
+}
+
+long readByLibrary(const QString &path)
+{
+    const std::unique_ptr<DIR, int (*)(DIR *)> folder(
+        ::opendir(QFile::encodeName(path).constData()), ::closedir);
+    long names = 0;
+    while (folder && ::readdir(folder.get()) != nullptr) {
+        ++names;
     }
     return names;
 }

@@ -29,6 +29,9 @@ private:
 /// native.
 long readPlainly(const QString &path, std::size_t bufferBytes);
 
+/// The same by the C library's readdir().
+long readByLibrary(const QString &path);
+
 /// Runs `ls FOLDER > /dev/null` to its end.
 void runLs(const QString &path);
 

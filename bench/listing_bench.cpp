@@ -131,6 +131,7 @@ void measureRound(Series &series, const CameraFolders &folders, Clock &clock)
     series.add("again", listMs(reader, folders.large()));
     series.add("newest", newestMs(reader, folders.small()));
     series.add("newest again", newestMs(reader, folders.small()));
+    series.add("readdir large", ms([&] { readByLibrary(folders.large()); }));
     series.add("ls large", ms([&] { runLs(folders.large()); }));
     series.add("ls one", ms([&] { runLs(folders.small().front()); }));
     series.add("gap", longestGapMs(clock, folders.large()));
@@ -141,20 +142,22 @@ QJsonObject report(const Series &series, int images)
     const double large = series["list large"];
     const double one = series["list one"];
     const double newest = series["newest"];
-    return {{QStringLiteral("bench"), QStringLiteral("listing")},
-            {QStringLiteral("images"), images},
-            {QStringLiteral("list_ms"), large},
-            {QStringLiteral("list_to_getdents"), large / series.plain("large")},
-            {QStringLiteral("list_to_ls"), large / series["ls large"]},
-            {QStringLiteral("fifth_ms"), one},
-            {QStringLiteral("fifth_to_getdents"), one / series.plain("one")},
-            {QStringLiteral("fifth_to_ls"), one / series["ls one"]},
-            {QStringLiteral("newest_of_ten_ms"), newest},
-            {QStringLiteral("newest_of_ten_to_getdents"), newest / series.plain("ten")},
-            {QStringLiteral("newest_of_ten_again_ms"), series["newest again"]},
-            {QStringLiteral("list_again_ms"), series["again"]},
-            {QStringLiteral("longest_gap_ms"), series["gap"]},
-            {QStringLiteral("longest_gap_of_all_ms"), series.largest("gap")}};
+    return {
+        {QStringLiteral("bench"), QStringLiteral("listing")},
+        {QStringLiteral("images"), images},
+        {QStringLiteral("list_ms"), large},
+        {QStringLiteral("list_to_getdents"), large / series.plain("large")},
+        {QStringLiteral("list_to_ls"), large / series["ls large"]},
+        {QStringLiteral("readdir_to_getdents"), series["readdir large"] / series.plain("large")},
+        {QStringLiteral("fifth_ms"), one},
+        {QStringLiteral("fifth_to_getdents"), one / series.plain("one")},
+        {QStringLiteral("fifth_to_ls"), one / series["ls one"]},
+        {QStringLiteral("newest_of_ten_ms"), newest},
+        {QStringLiteral("newest_of_ten_to_getdents"), newest / series.plain("ten")},
+        {QStringLiteral("newest_of_ten_again_ms"), series["newest again"]},
+        {QStringLiteral("list_again_ms"), series["again"]},
+        {QStringLiteral("longest_gap_ms"), series["gap"]},
+        {QStringLiteral("longest_gap_of_all_ms"), series.largest("gap")}};
 }
 
 int argument(int argc, char **argv, int index, int otherwise)

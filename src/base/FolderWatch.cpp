@@ -17,7 +17,7 @@ constexpr qsizetype kMost = 128; // folders; the system bounds them for each use
 // Every change of a name, of what a file holds or of its times; one report ends a watch.
 constexpr quint32 kChanges = IN_CREATE | IN_DELETE | IN_MOVE | IN_MODIFY | IN_CLOSE_WRITE |
                              IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONESHOT | IN_ONLYDIR;
-constexpr std::size_t kReportBytes = 16384;
+constexpr std::size_t kReportBytes = 4096; // some reports, and one of the longest name
 
 constexpr quint32 kXfs = 0x58465342;
 constexpr std::array kLocal{quint32{EXT4_SUPER_MAGIC}, kXfs, quint32{BTRFS_SUPER_MAGIC},
@@ -65,7 +65,7 @@ bool FolderWatch::isQuiet(const QString &folder, Ticket ticket)
 
 void FolderWatch::takeReports()
 {
-    alignas(inotify_event) std::array<char, kReportBytes> buffer;
+    alignas(inotify_event) std::array<char, kReportBytes> buffer = {};
     ssize_t filled = 0;
     while ((filled = ::read(reports_.get(), buffer.data(), buffer.size())) > 0) {
         inotify_event report = {};

@@ -18,6 +18,8 @@ struct ListedCamera
     std::optional<int> group; // 0-based, as the list gives them
     std::optional<int> row;
     QString fault;
+
+    bool operator==(const ListedCamera &) const = default;
 };
 
 struct CameraList

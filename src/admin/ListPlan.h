@@ -22,12 +22,16 @@ struct PlannedCamera
     Fate fate = Fate::Wrong;
     std::optional<CameraAddress> place; // where it goes; of a double, where its address stands
     QString remark;                     // in words, empty for one that is simply added
+
+    bool operator==(const PlannedCamera &) const = default;
 };
 
 struct ListPlan
 {
     std::vector<PlannedCamera> cameras; // in the order of the list
     QString fault;                      // of the whole list
+
+    bool operator==(const ListPlan &) const = default;
 
     /// True when all of it can be stored, doubles left out.
     [[nodiscard]] bool isSound() const;

@@ -3,6 +3,7 @@
 #include "admin/CameraCommands.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
+#include "ui/ToFront.h"
 #include "ui_CameraListWindow.h"
 
 #include <QFile>
@@ -62,12 +63,24 @@ CameraListWindow::~CameraListWindow() = default;
 
 void CameraListWindow::present()
 {
-    ui_->listText->clear();
-    read({});
-    QWidget::show();
-    raise();
-    activateWindow();
-    ui_->listText->setFocus();
+    if (!isVisible()) {
+        ui_->listText->clear();
+        read({});
+        ui_->listText->setFocus();
+    }
+    bringToFront(*this);
+}
+
+// In another window, or by another program, rows may have been taken meanwhile.
+bool CameraListWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate) {
+        const ListPlan plan = planList(readCameraList(list_), settings_.snapshot());
+        if (plan != plan_) {
+            show(plan);
+        }
+    }
+    return QWidget::event(event);
 }
 
 void CameraListWindow::read(const QByteArray &bytes)
@@ -78,6 +91,7 @@ void CameraListWindow::read(const QByteArray &bytes)
 
 void CameraListWindow::show(const ListPlan &plan)
 {
+    plan_ = plan;
     const auto shown = static_cast<int>(std::min<std::size_t>(plan.cameras.size(), kMostShown));
     ui_->listPreview->setRowCount(shown);
     for (int line = 0; line < shown; ++line) {
@@ -113,27 +127,27 @@ void CameraListWindow::openFile(const QString &path)
     read(bytes);
 }
 
-// The table may have changed since the preview was made: the plan is made anew where it is stored.
+// Cameras go where the preview shows them, or nowhere: the table may have changed since.
 void CameraListWindow::store()
 {
-    QString faults;
+    bool isAsShown = false;
     const SettingsChange change = settings_.change([&](SettingsDraft &draft) {
-        const ListPlan plan = planList(readCameraList(list_), draft.snapshot());
-        faults = plan.isSound() ? QString() : plan.faults();
-        if (plan.isSound()) {
-            carryOut(plan, draft);
+        isAsShown = planList(readCameraList(list_), draft.snapshot()) == plan_;
+        if (isAsShown) {
+            carryOut(plan_, draft);
         }
     });
     if (change == SettingsChange::Failed) {
-        faults = tr("The settings file cannot be written");
+        ui_->listMessage->setText(tr("The settings file cannot be written"));
+        return;
     }
-    if (faults.isEmpty()) {
+    if (isAsShown) {
         Q_EMIT stored();
-        read(list_);
-        ui_->listMessage->setText(tr("Stored."));
-    } else {
-        ui_->listMessage->setText(faults);
     }
+    read(list_);
+    ui_->listMessage->setText(isAsShown ? tr("Stored.")
+                                        : tr("The cameras have changed meanwhile. This is how the "
+                                             "list would go in now."));
 }
 
 void CameraListWindow::chooseFile()

@@ -30,7 +30,7 @@ public:
     Q_DISABLE_COPY_MOVE(CameraListWindow)
     ~CameraListWindow() override;
 
-    /// Shows the window in front, with an empty list.
+    /// Shows the window in front, with an empty list unless it was open before.
     void present();
 
     /// Takes the list of a file. path: native.
@@ -39,6 +39,9 @@ public:
 Q_SIGNALS:
     /// Cameras were stored.
     void stored();
+
+protected:
+    bool event(QEvent *event) override;
 
 private:
     void show(const ListPlan &plan);
@@ -50,7 +53,8 @@ private:
 
     const SettingsFile &settings_;
     std::unique_ptr<Ui::CameraListWindow> ui_;
-    QByteArray list_; // what the preview shows
+    QByteArray list_;
+    ListPlan plan_; // what the preview shows
 };
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #include "ui/CameraSheet.h"
 
 #include "cameras/AddressRule.h"
+#include "ui/ToFront.h"
 #include "ui_CameraSheet.h"
 
 #include <QBuffer>
@@ -83,14 +84,32 @@ CameraSheet::~CameraSheet() = default;
 
 void CameraSheet::present(CameraAddress camera)
 {
+    const bool isChanged = isVisible() && fields() != filled_;
+    if (!isChanged) {
+        begin(camera);
+    } else if (camera != camera_) {
+        ui_->sheetMessage->setText(
+            tr("Save or cancel this first; then open camera %1 again").arg(cameraText(camera)));
+    }
+    bringToFront(*this);
+}
+
+void CameraSheet::begin(CameraAddress camera)
+{
     camera_ = camera;
     trial_.giveUp();
     fill();
-    show();
-    raise();
-    activateWindow();
+    filled_ = fields();
     ui_->sheetName->setFocus();
     ui_->sheetName->selectAll();
+}
+
+CameraSheet::Fields CameraSheet::fields() const
+{
+    return {ui_->sheetName->text(),
+            ui_->sheetAddress->text().trimmed(),
+            {ui_->sheetUser->text(), ui_->sheetPassword->text()},
+            keep()};
 }
 
 void CameraSheet::fill()
@@ -155,30 +174,37 @@ void CameraSheet::showResult(const TrialResult &result)
 // What cannot be stored stays in its field, and the sheet stays open.
 void CameraSheet::save()
 {
-    const QString address = ui_->sheetAddress->text().trimmed();
-    const auto addressWrong = addressRefusal(address, camera_.row);
-    const auto nameWrong = nameRefusal(ui_->sheetName->text());
+    const Fields now = fields();
+    const auto addressWrong = addressRefusal(now.address, camera_.row);
+    const auto nameWrong = nameRefusal(now.name);
     if (addressWrong || nameWrong) {
         ui_->sheetMessage->setText(addressWrong ? *addressWrong : *nameWrong);
         return;
     }
-    if (store() == SettingsChange::Failed) {
+    if (store(now) == SettingsChange::Failed) {
         ui_->sheetMessage->setText(tr("The settings file cannot be written"));
         return;
     }
-    if (address != CameraTable::url(settings_.snapshot(), camera_)) {
-        Q_EMIT addressChosen(camera_, address);
+    if (now.address != filled_.address) {
+        Q_EMIT addressChosen(camera_, now.address);
     }
     Q_EMIT saved();
     close();
 }
 
-SettingsChange CameraSheet::store() const
+// The rest may have been changed elsewhere since the sheet was filled.
+SettingsChange CameraSheet::store(const Fields &now) const
 {
-    return settings_.change([this](SettingsDraft &draft) {
-        setCameraName(draft, camera_, ui_->sheetName->text());
-        setCameraKeep(draft, camera_, keep());
-        setCameraLogin(draft, camera_, {ui_->sheetUser->text(), ui_->sheetPassword->text()});
+    return settings_.change([&](SettingsDraft &draft) {
+        if (now.name != filled_.name) {
+            setCameraName(draft, camera_, now.name);
+        }
+        if (now.keep != filled_.keep) {
+            setCameraKeep(draft, camera_, now.keep);
+        }
+        if (now.login != filled_.login) {
+            setCameraLogin(draft, camera_, now.login);
+        }
     });
 }
 

@@ -29,7 +29,8 @@ public:
     Q_DISABLE_COPY_MOVE(CameraSheet)
     ~CameraSheet() override;
 
-    /// Shows the sheet of a camera in front.
+    /// Shows the sheet of a camera in front. What was changed in an open sheet stays, that of
+    /// another camera too, until it is saved or cancelled.
     void present(CameraAddress camera);
 
 Q_SIGNALS:
@@ -43,11 +44,23 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    struct Fields
+    {
+        QString name;
+        QString address;
+        CameraLogin login;
+        KeepChoice keep;
+
+        bool operator==(const Fields &) const = default;
+    };
+
     [[nodiscard]] KeepChoice keep() const;
+    [[nodiscard]] Fields fields() const;
+    void begin(CameraAddress camera);
     void fill();
     void test();
     void save();
-    [[nodiscard]] SettingsChange store() const;
+    [[nodiscard]] SettingsChange store(const Fields &now) const;
     void showResult(const TrialResult &result);
     void showPercent();
 
@@ -55,6 +68,7 @@ private:
     CameraTrial &trial_;
     std::unique_ptr<Ui::CameraSheet> ui_;
     CameraAddress camera_;
+    Fields filled_; // before anything was changed
 };
 
 } // namespace velmora

@@ -115,6 +115,38 @@ TEST_F(CameraSheetTest, LeavesTheSettingsAsTheyAreWhenNothingIsChosen)
     EXPECT_EQ(house_.house.tree.read(u"Velmora.ini"), before);
 }
 
+TEST_F(CameraSheetTest, StoresNothingButWhatWasChangedInIt)
+{
+    sheet_.present(kCamera);
+    house_.house.settings.write(u"Camera03", u"Name", u"Garage"); // by another program
+    house_.house.settings.write(u"Camera03", u"Keep", u"differing");
+    house_.house.settings.write(u"Liste0", u"lst3", u"http://elsewhere/");
+    QSignalSpy chosen(&sheet_, &CameraSheet::addressChosen);
+    type(QStringLiteral("sheetUser"), QStringLiteral("me"));
+    click(QStringLiteral("sheetSave"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"User"), QStringLiteral("me"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"Name"), QStringLiteral("Garage"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"Keep"), QStringLiteral("differing"));
+    EXPECT_EQ(chosen.size(), 0);
+}
+
+TEST_F(CameraSheetTest, KeepsWhatIsTypedWhenItIsOpenedAgain)
+{
+    sheet_.present(kCamera);
+    type(QStringLiteral("sheetName"), QStringLiteral("Gar"));
+    sheet_.present(kCamera);
+    EXPECT_EQ(find<QLineEdit>(QStringLiteral("sheetName")).text(), QStringLiteral("Gar"));
+    sheet_.present({0, 4});
+    EXPECT_EQ(find<QLineEdit>(QStringLiteral("sheetName")).text(), QStringLiteral("Gar"));
+    EXPECT_TRUE(sheet_.windowTitle().startsWith(u"Camera 0:3"));
+    EXPECT_TRUE(find<QLabel>(QStringLiteral("sheetMessage")).text().contains(u"0:4"));
+    click(QStringLiteral("sheetCancel"));
+    sheet_.present({0, 4});
+    EXPECT_TRUE(sheet_.windowTitle().startsWith(u"Camera 0:4"));
+    sheet_.present(kCamera); // nothing was changed in the other one's
+    EXPECT_EQ(find<QLineEdit>(QStringLiteral("sheetName")).text(), QString());
+}
+
 TEST_F(CameraSheetTest, GivesAnotherAddressToTheRow)
 {
     QSignalSpy chosen(&sheet_, &CameraSheet::addressChosen);
@@ -235,6 +267,39 @@ TEST_F(CameraListWindowTest, ShowsWhatWouldGoWhereBeforeItStores)
     QTest::mouseClick(&store_, Qt::LeftButton);
     EXPECT_EQ(settings_.read(u"Liste3", u"lst7"), QStringLiteral("http://u:p@a/"));
     EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://b/"));
+}
+
+TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShows)
+{
+    paste(QStringLiteral("http://a/\n"));
+    ASSERT_EQ(cell(0, 0), QStringLiteral("0:0"));
+    settings_.write(u"Liste0", u"lst0", u"http://other/"); // by another program
+    QTest::mouseClick(&store_, Qt::LeftButton);
+    EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QString());
+    EXPECT_EQ(cell(0, 0), QStringLiteral("0:1"));
+    EXPECT_TRUE(message_.text().contains(u"meanwhile")) << message_.text().toStdString();
+    QTest::mouseClick(&store_, Qt::LeftButton);
+    EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://other/"));
+    EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QStringLiteral("http://a/"));
+}
+
+TEST_F(CameraListWindowTest, ShowsTheRowsAsTheyAreWhenItComesUpAgain)
+{
+    paste(QStringLiteral("http://a/\n"));
+    settings_.write(u"Liste0", u"lst0", u"http://other/");
+    QEvent activation(QEvent::WindowActivate);
+    QApplication::sendEvent(&window_, &activation);
+    EXPECT_EQ(cell(0, 0), QStringLiteral("0:1"));
+}
+
+TEST_F(CameraListWindowTest, KeepsWhatWasPastedWhenItIsOpenedAgain)
+{
+    paste(QStringLiteral("http://a/\n"));
+    window_.present();
+    EXPECT_EQ(text_.toPlainText(), QStringLiteral("http://a/\n"));
+    window_.close();
+    window_.present();
+    EXPECT_EQ(text_.toPlainText(), QString());
 }
 
 TEST_F(CameraListWindowTest, StoresNothingWhileALineIsWrong)

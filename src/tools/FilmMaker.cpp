@@ -39,6 +39,11 @@ void FilmMaker::take()
     result_.clear();
 }
 
+bool FilmMaker::isOfShownCamera() const
+{
+    return uses_.data.files.folder() == folderText_;
+}
+
 QString FilmMaker::momentAt(qsizetype position) const
 {
     if (position < 0 || position >= names_->count()) {
@@ -52,7 +57,7 @@ QString FilmMaker::momentAt(qsizetype position) const
 FilmWish FilmMaker::usualWish() const
 {
     FilmWish wish;
-    const PlayRange range = uses_.film.isOpen() && uses_.data.files.folder() == folderText_
+    const PlayRange range = uses_.film.isOpen() && isOfShownCamera()
                                 ? uses_.film.face().range
                                 : PlayRange{1, static_cast<int>(names_->count())};
     wish.from = momentAt(range.start - 1);
@@ -97,7 +102,7 @@ QString FilmMaker::picture(const FilmWish &wish, qsizetype at) const
 void FilmMaker::play(const FilmWish &wish)
 {
     const auto span = filmSpan(wish.from, wish.to);
-    if (!uses_.film.isOpen() || !span || uses_.data.files.folder() != folderText_) {
+    if (!uses_.film.isOpen() || !span || !isOfShownCamera()) {
         return;
     }
     const ImageNames &names = uses_.data.files.names();

@@ -69,6 +69,11 @@ public:
     /// The camera, for people.
     [[nodiscard]] const QString &camera() const { return camera_; }
 
+    /// True while the browser, and with it the slideshow, is about the same camera.
+    [[nodiscard]] bool isOfShownCamera() const;
+
+    [[nodiscard]] bool hasImages() const { return names_->count() > 0; }
+
     [[nodiscard]] FilmForecast forecast(const FilmWish &wish) const;
 
     /// Native path of a picture of the film, from 0; empty behind the last.

@@ -222,7 +222,8 @@ void FilmKeep::showWish(const FilmWish &wish)
 void FilmKeep::takeFilmRange()
 {
     const PlayRange range = film_.face().range;
-    if (isVisible() && film_.isOpen() && range != seenRange_ && !maker_.isBusy()) {
+    if (isVisible() && film_.isOpen() && range != seenRange_ && !maker_.isBusy() &&
+        maker_.isOfShownCamera()) {
         seenRange_ = range;
         if (!from_->hasFocus() && !to_->hasFocus()) {
             showWish(maker_.usualWish());
@@ -235,7 +236,7 @@ void FilmKeep::takeDays(const DayRange &days)
     const auto text = [](std::chrono::year_month_day day) {
         return QString::fromLatin1(dayKey(day).insert(6, '-').insert(4, '-'));
     };
-    if (isVisible() && !maker_.isBusy()) {
+    if (isVisible() && !maker_.isBusy() && maker_.isOfShownCamera()) {
         FilmWish wished = wish();
         wished.from = text(days.first);
         wished.to = text(days.last);
@@ -247,29 +248,40 @@ void FilmKeep::takeDays(const DayRange &days)
 void FilmKeep::present()
 {
     if (!maker_.isBusy()) {
+        const bool isTyped = from_->isModified() || to_->isModified();
+        const bool keepsRange = isVisible() && isTyped && maker_.isOfShownCamera();
         maker_.take();
         seenRange_ = film_.face().range;
         setWindowTitle(tr("Keep as a film: %1").arg(maker_.camera()));
         setBusy(false);
         timeLeft_->clear();
         progress_->reset();
-        showWish(maker_.usualWish());
+        if (!keepsRange) {
+            showWish(maker_.usualWish());
+        }
         showForecast();
     }
     bringToFront(*this);
+}
+
+QString FilmKeep::forecastText(const FilmForecast &found) const
+{
+    if (!maker_.hasImages()) {
+        return tr("There are no images.");
+    }
+    return found.isRangeGood
+               ? tr("%1 images, %2 seconds, about %3")
+                     .arg(found.images)
+                     .arg(found.seconds, 0, 'f', 1)
+                     .arg(QLocale().formattedDataSize(found.bytes))
+               : tr("From and to are days or times, as 2006-03-07 or 2006-03-07 14:30.");
 }
 
 void FilmKeep::showForecast()
 {
     const FilmForecast found = maker_.forecast(wish());
     thinningNumber_->setEnabled(thinning_->currentIndex() > 0);
-    forecast_->setText(
-        found.isRangeGood
-            ? tr("%1 images, %2 seconds, about %3")
-                  .arg(found.images)
-                  .arg(found.seconds, 0, 'f', 1)
-                  .arg(QLocale().formattedDataSize(found.bytes))
-            : tr("From and to are days or times, as 2006-03-07 or 2006-03-07 14:30."));
+    forecast_->setText(forecastText(found));
     if (!maker_.isBusy()) {
         make_->setEnabled(found.images > 0);
         copy_->setEnabled(found.images > 0);

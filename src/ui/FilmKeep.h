@@ -58,6 +58,7 @@ private:
     void showWish(const FilmWish &wish);
     void takeFilmRange();
     void showForecast();
+    [[nodiscard]] QString forecastText(const FilmForecast &found) const;
     void showProgress();
     void showEnd(const QString &text);
     void showNextPicture();

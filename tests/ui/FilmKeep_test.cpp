@@ -154,6 +154,48 @@ TEST_F(FilmKeepTest, TakesTheDaysOfTheCalendar)
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images")));
 }
 
+TEST_F(FilmKeepTest, TakesNoDaysOfAnotherCamera)
+{
+    house_.addImages({0, 1}, 3);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    using std::chrono::year;
+    window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 9});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:00"));
+}
+
+TEST_F(FilmKeepTest, KeepsItsRangeWhenAFilmOfAnotherCameraPlays)
+{
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    find<QComboBox>("filmForm").setFocus();
+    house_.addImages({0, 1}, 3);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    house_.click(QStringLiteral("bFilm"));
+    house_.settle();
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
+}
+
+TEST_F(FilmKeepTest, KeepsWhatIsTypedWhenItIsOpenedAgain)
+{
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    window_.present();
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images")));
+    house_.addImages({0, 1}, 3);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    window_.present();
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:00"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("3 images")));
+}
+
+TEST_F(FilmKeepTest, SaysThatThereAreNoImages)
+{
+    house_.addImages({0, 1}, 0);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    window_.present();
+    EXPECT_EQ(forecast(), QStringLiteral("There are no images."));
+    EXPECT_FALSE(find<QPushButton>("filmMake").isEnabled());
+}
+
 TEST_F(FilmKeepTest, MakesAFilmAndOpensIt)
 {
     QSignalSpy opened(&window_, &FilmKeep::openWanted);

@@ -9,6 +9,7 @@
 
 #include <curl/curl.h>
 
+#include <array>
 #include <new>
 #include <optional>
 #include <sys/socket.h>
@@ -50,10 +51,12 @@ struct Transfer
     TransferLoop &loop;
     ReplyBody body;
     QByteArray gathered; // of a body that comes in small pieces, not yet in it
+    QByteArray header;   // as far as it has come, which may be over several lines
     qint64 headerBytes = 0;
     Refusal refusal = Refusal::None;
     std::optional<FirstPart> stream; // of an answer that is a stream of pictures
     std::unique_ptr<curl_slist, CleanUp> headers;
+    std::array<char, CURL_ERROR_SIZE> libcurlText = {}; // not for people: may hold what is secret
     std::unique_ptr<CURL, CleanUp> easy{TransferLoop::newTransfer()};
 };
 
@@ -142,56 +145,74 @@ std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
     return transfer->refusal == Refusal::None ? total : CURL_WRITEFUNC_ERROR;
 }
 
-// What stands behind the name in a header line; nothing in another header's.
-std::optional<QByteArrayView> valueIn(QByteArrayView line, QByteArrayView name)
+// What stands behind the name in a header; nothing in another header's.
+std::optional<QByteArrayView> valueIn(QByteArrayView header, QByteArrayView name)
 {
-    const bool isThis = line.size() > name.size() && line[name.size()] == ':' &&
-                        line.first(name.size()).compare(name, Qt::CaseInsensitive) == 0;
-    return isThis ? std::optional(line.sliced(name.size() + 1).trimmed()) : std::nullopt;
+    const qsizetype colon = header.indexOf(':');
+    const bool isThis =
+        colon >= 0 && header.first(colon).trimmed().compare(name, Qt::CaseInsensitive) == 0;
+    return isThis ? std::optional(header.sliced(colon + 1).trimmed()) : std::nullopt;
 }
 
-// Other codings than this one would be undone by libcurl, a thousandfold where a server wants it.
-Refusal refusalOfHeader(const Transfer &transfer, QByteArrayView line)
+// Other codings than "chunked" would be undone by libcurl, a thousandfold where a server wants it;
+// one that libcurl does not see, as it is written oddly, would be stored as it came.
+Refusal refusalOfCoding(QByteArrayView header)
 {
-    if (transfer.headerBytes > kMaxHeaderBytes) {
-        return Refusal::Headers;
-    }
-    const QByteArrayView coding = valueIn(line, "Transfer-Encoding").value_or(QByteArrayView());
-    return coding.isEmpty() || coding.compare("chunked", Qt::CaseInsensitive) == 0
-               ? Refusal::None
-               : Refusal::Coding;
+    constexpr QByteArrayView kName("Transfer-Encoding");
+    const QByteArrayView coding = valueIn(header, kName).value_or(QByteArrayView());
+    const bool isPlain = header.indexOf(':') == kName.size() && !header.contains('\n');
+    const bool isInChunks = coding.compare("chunked", Qt::CaseInsensitive) == 0;
+    return coding.isEmpty() || (isInChunks && isPlain) ? Refusal::None : Refusal::Coding;
 }
 
 // Room for a usual body at once; growing it step by step copies it several times.
-void reserveBody(Transfer &transfer, QByteArrayView line)
+void reserveBody(Transfer &transfer, QByteArrayView header)
 {
-    if (const std::optional<QByteArrayView> length = valueIn(line, "Content-Length")) {
+    if (const std::optional<QByteArrayView> length = valueIn(header, "Content-Length")) {
         transfer.body.reserve(length->toLongLong());
     }
 }
 
 // The answer behind a redirect is another one.
-void recogniseStream(Transfer &transfer, QByteArrayView line)
+void recogniseStream(Transfer &transfer, QByteArrayView header)
 {
-    if (line.startsWith("HTTP/")) {
+    if (header.startsWith("HTTP/")) {
         transfer.stream.reset();
     }
-    const QByteArrayView type = valueIn(line, "Content-Type").value_or(QByteArrayView());
+    const QByteArrayView type = valueIn(header, "Content-Type").value_or(QByteArrayView());
     if (FirstPart::isAnnouncedBy(type)) {
         transfer.stream.emplace(type);
     }
+}
+
+void takeHeader(Transfer &transfer, QByteArrayView header)
+{
+    transfer.refusal = refusalOfCoding(header);
+    reserveBody(transfer, header);
+    recogniseStream(transfer, header);
+}
+
+// A header may go on in the next line, so that each is complete only when another one begins.
+void takeHeaderLine(Transfer &transfer, QByteArrayView line)
+{
+    transfer.headerBytes += line.size();
+    if (transfer.headerBytes > kMaxHeaderBytes) {
+        transfer.refusal = Refusal::Headers;
+        return;
+    }
+    const bool goesOn = line.startsWith(' ') || line.startsWith('\t');
+    if (!goesOn) {
+        takeHeader(transfer, std::exchange(transfer.header, {}).trimmed());
+    }
+    transfer.header += line;
 }
 
 std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
     const std::size_t total = size * count; // of bytes
-    const QByteArrayView line(bytes, static_cast<qsizetype>(total));
-    transfer->headerBytes += line.size();
     try {
-        transfer->refusal = refusalOfHeader(*transfer, line);
-        reserveBody(*transfer, line);
-        recogniseStream(*transfer, line);
+        takeHeaderLine(*transfer, QByteArrayView(bytes, static_cast<qsizetype>(total)));
     } catch (const std::bad_alloc &) {
         transfer->refusal = Refusal::Memory;
     }
@@ -228,6 +249,7 @@ void setTransferOptions(Transfer &transfer, const HttpRequest &request)
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, &transfer);
     curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &onHeader);
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, &transfer);
+    curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, transfer.libcurlText.data());
 }
 
 // True when the address has a user in front of its host.
@@ -269,12 +291,20 @@ QString headerText(CURL *easy, const char *name)
     return sent ? QString::fromLatin1(header->value).trimmed() : QString();
 }
 
-// libcurl says that it has no memory when a line of the headers does not end.
-bool isEndlessLine(CURL *easy, CURLcode code)
+bool wasAsked(CURL *easy)
 {
     long sent = 0;
     curl_easy_getinfo(easy, CURLINFO_REQUEST_SIZE, &sent);
-    return code == CURLE_OUT_OF_MEMORY && sent > 0;
+    return sent > 0;
+}
+
+// libcurl says that it has no memory when a line of the headers does not end, and, behind a body in
+// chunks, says so in its text alone.
+bool isEndlessLine(const Transfer &transfer, CURLcode code)
+{
+    const QByteArrayView text(transfer.libcurlText.data());
+    return (code == CURLE_OUT_OF_MEMORY && wasAsked(transfer.easy.get())) ||
+           (code == CURLE_RECV_ERROR && text.startsWith("Out of memory"));
 }
 
 QString refusalText(Refusal refusal)
@@ -315,8 +345,11 @@ QString failureText(const Transfer &transfer, CURLcode code)
     if (code == CURLE_FILESIZE_EXCEEDED) {
         return refusalText(Refusal::TooLong);
     }
-    return isEndlessLine(easy, code) ? refusalText(Refusal::Headers)
-                                     : QString::fromLatin1(curl_easy_strerror(code));
+    if (code == CURLE_BAD_FUNCTION_ARGUMENT && wasAsked(easy)) {
+        return QStringLiteral("the server sends headers that are none");
+    }
+    return isEndlessLine(transfer, code) ? refusalText(Refusal::Headers)
+                                         : QString::fromLatin1(curl_easy_strerror(code));
 }
 
 HttpReply replyOf(Transfer &transfer, CURLcode code)

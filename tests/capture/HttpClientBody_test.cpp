@@ -101,6 +101,37 @@ INSTANTIATE_TEST_SUITE_P(Codings, TransferCoding,
                                          CodingRow{"ChunksInChunks", "chunked, chunked"}),
                          [](const auto &info) { return std::string(info.param.name); });
 
+// libcurl takes each line for itself, and would hand over what is encoded as it came.
+TEST_F(HttpClientBody, WhoseTransferCodingIsWrittenOddlyIsRefused)
+{
+    for (const QByteArray header :
+         {"Transfer-Encoding:\r\n gzip", "Transfer-Encoding: \r\n\tgzip",
+          "Transfer-Encoding: chunked,\r\n gzip", "Transfer-Encoding: chunked\r\n , gzip",
+          "Transfer-Encoding:\r\n \r\n deflate", "Transfer-Encoding:\r\n chunked",
+          "Transfer-Encoding : gzip", "Transfer-Encoding\t:chunked", "Transfer-Encoding: gzip\r\n ",
+          "transfer-encoding:\n gzip"}) {
+        for (const QByteArray &behind :
+             {QByteArray(), QByteArray("Content-Type: image/jpeg\r\n")}) {
+            camera_.answer("/a.jpg", withHeaders(header + "\r\n" + behind, jpeg(5000)));
+            const HttpReply reply = fetch(camera_.url("/a.jpg"));
+            EXPECT_EQ(reply.outcome, FetchOutcome::Failed) << header.toStdString();
+            EXPECT_TRUE(reply.failure.contains(QStringLiteral("encodes")))
+                << header.toStdString() << ": " << reply.failure.toStdString();
+        }
+    }
+}
+
+TEST_F(HttpClientBody, BehindAFoldedHeaderArrives)
+{
+    for (const QByteArray header :
+         {"X-Folded: a\r\n b\r\n\tc\r\n", "X-Note:\r\n Transfer-Encoding: gzip\r\n",
+          "Transfer-Encoding:\r\n \r\n"}) {
+        camera_.answer("/a.jpg", withHeaders(header, jpeg(5000)));
+        EXPECT_EQ(fetch(camera_.url("/a.jpg")).outcome, FetchOutcome::Arrived)
+            << header.toStdString();
+    }
+}
+
 TEST_F(HttpClientBody, InChunksIsTakenHoweverItIsSpelt)
 {
     for (const QByteArray coding : {"chunked", "Chunked", " CHUNKED "}) {
@@ -143,6 +174,35 @@ TEST_F(EndlessHeaders, EndEarlyWithAReasonThatSaysSo)
         EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
         EXPECT_EQ(reply.failure, QStringLiteral("the server sends headers without end"));
     }
+}
+
+CameraAnswer chunksWithTrailer(const QByteArray &begin, const QByteArray &repeated)
+{
+    CameraAnswer answer;
+    answer.bytes =
+        "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nabcd\r\n0\r\n" + begin;
+    answer.repeated = repeated.repeated(20'000 / repeated.size());
+    return answer;
+}
+
+TEST_F(EndlessHeaders, BehindABodyInChunksEndEarlyWithAReasonThatSaysSo)
+{
+    for (const CameraAnswer &answer : {chunksWithTrailer({}, "X-Trailer: x\r\n"),
+                                       chunksWithTrailer("X: ", "x"), chunksWithTrailer({}, ":")}) {
+        camera_.answer("/a.jpg", answer);
+        const HttpReply reply = fetch(camera_.url("/a.jpg"));
+        EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+        EXPECT_EQ(reply.failure, QStringLiteral("the server sends headers without end"));
+    }
+}
+
+using HeadersThatAreNone = HttpExchange;
+
+TEST_F(HeadersThatAreNone, EndWithAReasonThatSaysSo)
+{
+    camera_.answer("/a.jpg", chunksWithTrailer({}, "X\r\n"));
+    EXPECT_EQ(fetch(camera_.url("/a.jpg")).failure,
+              QStringLiteral("the server sends headers that are none"));
 }
 
 } // namespace

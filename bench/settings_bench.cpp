@@ -1,5 +1,5 @@
 // Reading one value of a 30 KB settings file, against opening, reading and scanning it once in
-// plain C.
+// plain C; and changing one in files that have grown far beyond that.
 #include "settings/SettingsFile.h"
 
 #include <QFile>
@@ -113,5 +113,65 @@ BENCHMARK_DEFINE_F(SettingsBench, WriteSameLength)(benchmark::State &state)
 }
 
 BENCHMARK_REGISTER_F(SettingsBench, WriteSameLength);
+
+namespace {
+
+// What has no place in settings: a section of their own, or lines in one of the program's.
+QByteArray fillerText(qsizetype bytes)
+{
+    const QByteArray line = "Remark=" + QByteArray(90, 'r') + "\r\n";
+    return line.repeated(bytes / line.size() + 1);
+}
+
+class LargeSettingsBench : public SettingsBench
+{
+public:
+    void SetUp(benchmark::State &state) override
+    {
+        SettingsBench::SetUp(state);
+        QFile file(path_);
+        static_cast<void>(file.open(QIODevice::Append));
+        file.write((state.range(1) != 0 ? "[Notes]\r\n" : QByteArray()) +
+                   fillerText(state.range(0) * 1'000'000));
+        state.counters["bytes"] = static_cast<double>(file.size());
+    }
+};
+
+} // namespace
+
+BENCHMARK_DEFINE_F(LargeSettingsBench, WriteSameLength)(benchmark::State &state)
+{
+    int count = 10;
+    for (auto _ : state) {
+        WriteINI(u"Groupe9", u"lNew9", QString::number(count = 10 + (count + 1) % 90), path_);
+    }
+}
+
+BENCHMARK_DEFINE_F(LargeSettingsBench, WriteOtherLength)(benchmark::State &state)
+{
+    int count = 0;
+    for (auto _ : state) {
+        WriteINI(u"Groupe9", u"lNew9", ++count % 2 == 0 ? u"9" : u"10", path_);
+    }
+}
+
+BENCHMARK_DEFINE_F(LargeSettingsBench, WriteNewKey)(benchmark::State &state)
+{
+    int count = 0;
+    for (auto _ : state) {
+        WriteINI(u"Groupe9", QStringLiteral("key%1").arg(++count), u"1", path_);
+    }
+}
+
+// Megabytes; whether they stand in a section of their own.
+BENCHMARK_REGISTER_F(LargeSettingsBench, WriteSameLength)
+    ->ArgsProduct({{1, 4, 15}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_REGISTER_F(LargeSettingsBench, WriteOtherLength)
+    ->ArgsProduct({{1, 4, 15}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_REGISTER_F(LargeSettingsBench, WriteNewKey)
+    ->ArgsProduct({{1, 4, 15}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

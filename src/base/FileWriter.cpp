@@ -38,6 +38,11 @@ StoreResult storeNewFile(const QString &workFolder, const QString &target, QByte
 
 std::error_code replaceFile(const QString &path, QByteArrayView bytes)
 {
+    return replaceFile(path, std::span(&bytes, 1));
+}
+
+std::error_code replaceFile(const QString &path, std::span<const QByteArrayView> pieces)
+{
     const QString followed = QFileInfo(path).canonicalFilePath();
     const QByteArray target = QFile::encodeName(followed.isEmpty() ? path : followed);
     struct stat old = {};
@@ -47,8 +52,10 @@ std::error_code replaceFile(const QString &path, QByteArrayView bytes)
         return file.error();
     }
     ::fchmod(file.fd(), exists ? old.st_mode & kAllRights : kPrivateMode); // whatever the mask
-    if (const std::error_code error = file.write(bytes)) {
-        return error;
+    for (const QByteArrayView piece : pieces) {
+        if (const std::error_code error = file.write(piece)) {
+            return error;
+        }
     }
     return file.replace(target);
 }

@@ -6,6 +6,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <span>
 #include <system_error>
 
 namespace velmora {
@@ -35,5 +36,9 @@ StoreResult storeNewFile(const QString &workFolder, const QString &target, QByte
 /// permissions are kept. The file system writes the data out before the name changes, so a power
 /// cut does not empty the file either.
 [[nodiscard]] std::error_code replaceFile(const QString &path, QByteArrayView bytes);
+
+/// The same by a text that comes in pieces, one behind the other.
+[[nodiscard]] std::error_code replaceFile(const QString &path,
+                                          std::span<const QByteArrayView> pieces);
 
 } // namespace velmora

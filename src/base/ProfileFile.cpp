@@ -9,6 +9,7 @@
 
 #include <QFile>
 
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -84,9 +85,12 @@ bool writeInPlace(int file, const ProfileEdit &edit, QByteArrayView before)
     return false;
 }
 
-QByteArray applied(QByteArray bytes, const ProfileEdit &edit)
+// A text that has grown large is not copied for it.
+bool replaceBy(const QString &path, const ProfileEdit &edit, QByteArrayView before)
 {
-    return bytes.replace(edit.offset, edit.removed, edit.inserted);
+    const std::array pieces = {before.first(edit.offset), QByteArrayView(edit.inserted),
+                               before.sliced(edit.offset + edit.removed)};
+    return !replaceFile(path, pieces);
 }
 
 // A text that is not known must not be written over.
@@ -134,7 +138,7 @@ ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByt
     }
     const bool written = fitsInPlace(edit, text.bytes().size())
                              ? writeInPlace(profile.file.get(), edit, text.bytes())
-                             : !replaceFile(path, applied(text.bytes(), edit));
+                             : replaceBy(path, edit, text.bytes());
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }
 

@@ -59,12 +59,25 @@ struct Line
     qsizetype next = 0; // behind the line end
 };
 
+// Position of the first line end at or behind `from`, or the size of the text. It is looked for a
+// short way at a time, since a text may have line ends of one kind only.
+qsizetype nextLineEnd(QByteArrayView bytes, qsizetype from)
+{
+    constexpr qsizetype kWay = 128;
+    for (; from < bytes.size(); from += kWay) {
+        const QByteArrayView way = bytes.sliced(from, std::min(kWay, bytes.size() - from));
+        const qsizetype feed = way.indexOf('\n');
+        const qsizetype carriage = way.first(feed < 0 ? way.size() : feed).indexOf('\r');
+        if (carriage >= 0 || feed >= 0) {
+            return from + (carriage >= 0 ? carriage : feed);
+        }
+    }
+    return bytes.size();
+}
+
 Line lineAt(QByteArrayView bytes, qsizetype begin)
 {
-    qsizetype end = begin;
-    while (end < bytes.size() && !isLineEnd(bytes[end])) {
-        ++end;
-    }
+    const qsizetype end = nextLineEnd(bytes, begin);
     qsizetype next = end;
     if (next < bytes.size() && bytes[next] == '\r') {
         ++next;

@@ -98,6 +98,10 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
         co_return;
     }
     recordDuration(camera, reply.duration);
+    co_await letEventsThrough();
+    if (!use.mayGoOn()) {
+        co_return;
+    }
     if (reply.outcome == FetchOutcome::Failed) {
         fail(camera, failureRemark(url, reply.failure));
     } else if (reply.body.size() < kMinBodyBytes) {
@@ -112,7 +116,15 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
             co_return;
         }
         date(arrival, url, reply);
-        keep(arrival);
+        co_await keep(&arrival);
+    }
+}
+
+// Each value that is stored takes milliseconds where the settings have grown large.
+QCoro::Task<> ImageStore::letEventsThrough()
+{
+    if (uses_.table.settings().isLarge()) {
+        co_await uses_.clock.yield();
     }
 }
 
@@ -187,41 +199,47 @@ void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds 
 
 // The date of the image kept last is written only once the image is there: after a failure or a
 // kill in between, the next pass finds it new again.
-void ImageStore::keep(Arrival &arrival)
+QCoro::Task<> ImageStore::keep(Arrival *arrival)
 {
-    Q_EMIT lampChanged(arrival.camera, LampColour::Yellow);
-    if (arrival.folder.isEmpty()) {
-        failToStore(arrival.camera, QStringLiteral("there is no such drive"));
-        return;
+    const CameraAddress camera = arrival->camera;
+    Q_EMIT lampChanged(camera, LampColour::Yellow);
+    if (arrival->folder.isEmpty()) {
+        failToStore(camera, QStringLiteral("there is no such drive"));
+        co_return;
     }
-    const bool isNew =
-        arrival.isCompared() ? arrival.isNew : isNewImage(arrival.dates, stateOf(arrival.folder));
+    const bool isNew = arrival->isCompared() ? arrival->isNew
+                                             : isNewImage(arrival->dates, stateOf(arrival->folder));
     if (!isNew) {
-        recordGood(arrival);
-        return;
+        co_await recordGood(arrival);
+        co_return;
     }
-    const QString target = arrival.folder + u'/' + arrival.fileName;
-    const StoreResult result = arrival.body.storeAs(arrival.workFolder, target);
+    const QString target = arrival->folder + u'/' + arrival->fileName;
+    const StoreResult result = arrival->body.storeAs(arrival->workFolder, target);
     if (result.outcome == StoreOutcome::Failed) {
-        failToStore(arrival, result.error);
-        return;
+        failToStore(*arrival, result.error);
+        co_return;
     }
-    uses_.table.setValue(keys::kLastModified, arrival.camera,
-                         dateText(arrival.dates.modified.value_or(kZeroDate)));
-    recordGood(arrival);
+    uses_.table.setValue(keys::kLastModified, camera,
+                         dateText(arrival->dates.modified.value_or(kZeroDate)));
+    co_await letEventsThrough();
+    co_await recordGood(arrival);
     if (result.outcome == StoreOutcome::Stored) {
-        storeMark(uses_.table.settings(), arrival.camera, arrival.mark);
-        recordStored(arrival);
+        co_await letEventsThrough();
+        storeMark(uses_.table.settings(), camera, arrival->mark);
+        recordStored(*arrival);
     }
 }
 
-void ImageStore::recordGood(const Arrival &arrival)
+QCoro::Task<> ImageStore::recordGood(const Arrival *arrival)
 {
-    setLamp(arrival.camera, LampColour::Green);
-    noticeDates(arrival);
-    recordBestTime(arrival);
-    uses_.table.setValue(keys::kLocalTime, arrival.camera, dateText(uses_.clock.localNow()));
-    Q_EMIT cameraAnswered(arrival.camera, arrival.remark);
+    const CameraAddress camera = arrival->camera;
+    setLamp(camera, LampColour::Green);
+    noticeDates(*arrival);
+    co_await letEventsThrough();
+    recordBestTime(*arrival);
+    co_await letEventsThrough();
+    uses_.table.setValue(keys::kLocalTime, camera, dateText(uses_.clock.localNow()));
+    Q_EMIT cameraAnswered(camera, arrival->remark);
 }
 
 void ImageStore::recordBestTime(const Arrival &arrival)

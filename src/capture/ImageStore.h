@@ -91,8 +91,9 @@ private:
     void compare(Arrival &arrival, const HttpReply &reply) const;
     void noticeDates(const Arrival &arrival);
     void recordDuration(CameraAddress camera, std::chrono::milliseconds duration);
-    void keep(Arrival &arrival);
-    void recordGood(const Arrival &arrival);
+    QCoro::Task<> keep(Arrival *arrival);
+    QCoro::Task<> recordGood(const Arrival *arrival);
+    QCoro::Task<> letEventsThrough();
     void recordBestTime(const Arrival &arrival);
     void recordStored(const Arrival &arrival);
     void failToStore(const Arrival &arrival, std::error_code error);

@@ -143,6 +143,12 @@ SettingsSnapshot SettingsFile::snapshot() const
     return SettingsSnapshot(cache_.text());
 }
 
+bool SettingsFile::isLarge() const
+{
+    const std::optional<FolderStamp> stamp = fileStamp(path());
+    return stamp && stamp->bytes > ProfileCache::kLargeBytes;
+}
+
 std::optional<QString> SettingsFile::sizeWarning() const
 {
     const std::optional<FolderStamp> stamp = fileStamp(path());

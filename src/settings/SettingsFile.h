@@ -111,6 +111,9 @@ public:
     [[nodiscard]] SettingsChange
     change(const std::function<void(SettingsDraft &draft)> &change) const;
 
+    /// True for a file that has grown too large to be read or changed quickly.
+    [[nodiscard]] bool isLarge() const;
+
     /// A sentence that names path and size of a file that has grown too large to be read quickly;
     /// nothing for one of an ordinary size.
     [[nodiscard]] std::optional<QString> sizeWarning() const;

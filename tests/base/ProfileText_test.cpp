@@ -41,6 +41,19 @@ TEST(ProfileText, FindsNothingInAnEmptyText)
     EXPECT_FALSE(findProfileValue({}, "s", "k").has_value());
 }
 
+TEST(ProfileText, FindsLinesOfAnyLengthAndEnd)
+{
+    for (const QByteArray end : {"\r\n", "\n", "\r", "\n\n", "\r\r\n"}) {
+        for (int length = 0; length < 400; ++length) {
+            const QByteArray text =
+                "[s]" + end + "a=" + QByteArray(length, 'x') + end + "b=2" + end + "c=3";
+            EXPECT_EQ(findProfileValue(text, "s", "a"), QByteArray(length, 'x'));
+            EXPECT_EQ(findProfileValue(text, "s", "b"), "2");
+            EXPECT_EQ(ProfileText(text).value("s", "c"), "3");
+        }
+    }
+}
+
 TEST(ProfileText, TellsAnEmptyValueFromAMissingKey)
 {
     const ProfileText text("[s]\r\nk=\r\n");

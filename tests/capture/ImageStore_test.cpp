@@ -1,5 +1,6 @@
 // One camera loaded well: which pictures are stored, under which name, and what is counted.
 #include "CaptureTest.h"
+#include "support/LoopTurns.h"
 
 #include <QScopeGuard>
 
@@ -335,6 +336,38 @@ TEST_F(ChargeFile, LetsTheTimerRunAgainWhateverHappens)
         house_.load(kCamera);
         EXPECT_TRUE(house_.timer.isActive());
     }
+}
+
+/// Turns of the event loop between the picture and the end of its camera.
+class LargeSettings : public ChargeFile
+{
+protected:
+    int turnsWhileStoring()
+    {
+        add(kCamera);
+        LoopTurns loop;
+        int turns = 0;
+        QObject::connect(&house_.store, &ImageStore::downloaded, &house_, [&] { loop.restart(); });
+        QObject::connect(&house_.store, &ImageStore::imageStored, &house_,
+                         [&] { turns = loop.turns(); });
+        house_.load(kCamera);
+        return turns;
+    }
+};
+
+TEST_F(LargeSettings, LetEventsThroughBetweenTwoValues)
+{
+    const QString file = QStringLiteral("Velmora.ini");
+    house_.tree.write(file, house_.tree.read(file) + "[Notes]\r\n" + QByteArray(1'000'000, ';'));
+    EXPECT_GE(turnsWhileStoring(), 4);
+    EXPECT_EQ(house_.images(kCamera), QStringList{kImageName});
+    EXPECT_EQ(house_.value(u"lNew", kCamera), QStringLiteral("1"));
+    EXPECT_EQ(house_.value(u"LastModified", kCamera), kLastModifiedStored);
+}
+
+TEST_F(LargeSettings, AreNoneInAnOrdinaryFile)
+{
+    EXPECT_EQ(turnsWhileStoring(), 0);
 }
 
 } // namespace

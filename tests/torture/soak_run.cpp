@@ -20,10 +20,11 @@
 
 #include <algorithm>
 #include <array>
+#include <malloc.h>
 #include <memory>
-#include <optional>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace velmora::test {
 namespace {
@@ -44,6 +45,13 @@ QString addressOf(int camera)
     return QStringLiteral("http://cam/%1.jpg").arg(camera);
 }
 
+/// What the program holds of its heap, whatever the C library keeps beyond that.
+double heapKib()
+{
+    const struct mallinfo2 info = ::mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd) / 1024.0;
+}
+
 double residentKib()
 {
     QFile file(QStringLiteral("/proc/self/statm"));
@@ -59,12 +67,12 @@ qsizetype openHandles()
 
 QByteArray jpeg(int shade)
 {
-    QImage image(160, 120, QImage::Format_RGB32);
+    QImage image(640, 480, QImage::Format_RGB32);
     image.fill(QColor::fromHsv(shade % 360, 200, 200));
     QByteArray bytes;
     QBuffer buffer(&bytes);
     image.save(&buffer, "JPG");
-    return bytes.leftJustified(2000, '\0');
+    return bytes.leftJustified(4000, '\0');
 }
 
 /// Every camera's picture, a new one at each date, without a network; keeps nothing of the
@@ -172,8 +180,8 @@ public:
             return;
         }
         QTest::keyClick(browser, kKeys.at(static_cast<std::size_t>(number) % kKeys.size()));
-        if (number % 10 == 0) {
-            click(*browser, number % 20 == 0 ? QStringLiteral("cCamera") : QStringLiteral("bFilm"));
+        if (number % 4 == 0) {
+            click(*browser, number % 8 == 0 ? QStringLiteral("cCamera") : QStringLiteral("bFilm"));
         }
         clock_.advance(100ms);
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
@@ -219,11 +227,62 @@ private:
     std::unique_ptr<Program> program_;
 };
 
-void print(int captures, double kib, qint64 longestMs)
+/// Passes, one a turn of the event loop, so that what is to be deleted later is deleted between
+/// them; and the figures.
+class Run
 {
-    QTextStream(stdout) << "captures " << captures << ", resident " << kib << " KiB, handles "
-                        << openHandles() << ", longest gap " << longestMs << " ms" << Qt::endl;
-}
+public:
+    Run(Soak &soak, std::chrono::duration<double> length)
+        : soak_(soak)
+        , lengthMs_(length / 1ms)
+    {
+        run_.start();
+    }
+
+    /// One more pass, unless the time is over.
+    bool goesOn()
+    {
+        soak_.pass(++passes_);
+        if (passes_ * kCaptures % kCapturesOfALine == 0) {
+            printLine();
+        }
+        return static_cast<double>(run_.elapsed()) < lengthMs_;
+    }
+
+    /// The slope of the straight line through the second half: the first is needed until the
+    /// pictures that are kept for the windows have filled the memory that they may have.
+    void printSlope() const
+    {
+        const std::size_t first = kib_.size() / 2;
+        const auto count = static_cast<double>(kib_.size() - first);
+        const double meanAt = (count - 1) / 2;
+        double product = 0;
+        double square = 0;
+        for (std::size_t i = first; i < kib_.size(); ++i) {
+            const double at = static_cast<double>(i - first) - meanAt;
+            product += at * kib_[i];
+            square += at * at;
+        }
+        QTextStream(stdout) << "slope of the second half " << (square > 0 ? product / square : 0)
+                            << " KiB for 10,000 captures" << Qt::endl;
+    }
+
+private:
+    void printLine()
+    {
+        kib_.push_back(residentKib());
+        QTextStream(stdout) << "captures " << passes_ * kCaptures << ", resident " << kib_.back()
+                            << " KiB, heap " << heapKib() << " KiB, handles " << openHandles()
+                            << ", longest gap " << gaps_.takeLongestMs() << " ms" << Qt::endl;
+    }
+
+    Soak &soak_;
+    double lengthMs_;
+    QElapsedTimer run_;
+    GapMeter gaps_;
+    int passes_ = 0;
+    std::vector<double> kib_; // of each line
+};
 
 } // namespace
 } // namespace velmora::test
@@ -241,24 +300,16 @@ int main(int argc, char **argv)
         return 2;
     }
     Soak soak;
-    GapMeter gaps;
-    QElapsedTimer run;
-    run.start();
-    int captures = 0;
-    std::optional<double> firstKib; // behind the first line, when all is in use
-    double lastKib = 0;
-    int lines = 0;
-    for (int pass = 1; run.elapsed() < static_cast<qint64>(hours * 3'600'000); ++pass) {
-        soak.pass(pass);
-        captures += kCaptures;
-        if (captures % kCapturesOfALine == 0) {
-            lastKib = residentKib();
-            print(captures, lastKib, gaps.takeLongestMs());
-            lines += firstKib ? 1 : 0;
-            firstKib = firstKib.value_or(lastKib);
+    Run run(soak, std::chrono::duration<double, std::ratio<3600>>(hours));
+    QTimer turns;
+    QObject::connect(&turns, &QTimer::timeout, &turns, [&run] {
+        if (!run.goesOn()) {
+            QCoreApplication::quit();
         }
-    }
-    const double slope = lines > 0 ? (lastKib - *firstKib) / lines : 0;
-    QTextStream(stdout) << "slope " << slope << " KiB for 10,000 captures" << Qt::endl;
+    });
+    turns.start(0);
+    QApplication::exec();
+    turns.stop();
+    run.printSlope();
     return 0;
 }

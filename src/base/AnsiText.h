@@ -1,6 +1,6 @@
-// Text in the ANSI code page (Windows-1252), the one in which the settings file and the camera
-// folder names are written. The five bytes that the page leaves undefined stand for the control
-// characters of the same number, so every byte string survives the way to text and back.
+// Text in the ANSI code page (Windows-1252), in which the settings file and the camera folder names
+// are written. The five bytes that the page leaves undefined stand for the control characters of
+// the same number, so every byte string survives the conversion to text and back.
 #pragma once
 
 #include <QByteArray>
@@ -8,13 +8,14 @@
 
 namespace velmora {
 
-/// Text as Windows-1252 bytes, one byte per UTF-16 unit; what the page lacks becomes "?".
+/// Text as Windows-1252 bytes, one byte per UTF-16 unit; a character that the page lacks becomes
+/// "?".
 [[nodiscard]] QByteArray toAnsi(QStringView text);
 
 /// Windows-1252 bytes as text.
 [[nodiscard]] QString fromAnsi(QByteArrayView bytes);
 
-/// True when no character of the text is lost in Windows-1252.
+/// True when converting the text to Windows-1252 loses no character.
 [[nodiscard]] bool fitsAnsi(QStringView text);
 
 } // namespace velmora

@@ -6,7 +6,7 @@ namespace {
 constexpr unsigned kContinuationMask = 0xC0;
 constexpr unsigned kContinuation = 0x80;
 
-// Length of the character that a byte begins; 1 for a byte that begins none.
+// Length of the character that this byte starts; 1 for a byte that starts none.
 qsizetype announcedLength(char first)
 {
     const auto byte = static_cast<unsigned char>(first);

@@ -1,12 +1,12 @@
-// Characters in native names, which are UTF-8 as a rule and any bytes in the worst case.
+// Characters in native names, which are usually UTF-8 but may be any bytes.
 #pragma once
 
 #include <QByteArrayView>
 
 namespace velmora {
 
-/// Bytes of the UTF-8 character that begins at a place of the text; a byte that is no UTF-8 counts
-/// as a character of its own.
+/// Bytes in the UTF-8 character at a position in the text; a byte that is not UTF-8 counts as a
+/// character of its own.
 [[nodiscard]] qsizetype characterLength(QByteArrayView text, qsizetype at);
 
 } // namespace velmora

@@ -49,7 +49,7 @@ QCoro::Task<Wake> SystemClock::sleep(std::chrono::milliseconds duration, std::st
     co_return wake;
 }
 
-// A timer of no length comes after all other events of a turn; a queued call would starve them.
+// A zero-length timer runs after all other events of the turn; a queued call would starve them.
 QCoro::Task<> SystemClock::yield()
 {
     const Wake wake = co_await sleep(std::chrono::milliseconds{0}, std::stop_token{});

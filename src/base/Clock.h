@@ -1,4 +1,4 @@
-// Time as the program sees it, so that tests can stand still, leap, or run a day in a moment.
+// Time as the program sees it, so that tests can stop it, jump ahead, or run a day in a moment.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -11,7 +11,7 @@ namespace velmora {
 /// A date and time of day as shown on the wall, without a zone.
 using WallTime = std::chrono::local_seconds;
 
-/// The zero of date serials, 30 December 1899 at midnight: what an unknown date counts as.
+/// The origin of date serials, 30 December 1899 at midnight: what an unknown date counts as.
 inline constexpr WallTime kZeroDate =
     std::chrono::local_days{std::chrono::year{1899} / std::chrono::December / 30};
 
@@ -27,16 +27,16 @@ public:
     /// The local date and time, which the user may set back and forth.
     [[nodiscard]] virtual WallTime localNow() const = 0;
 
-    /// How much the local time is ahead of Greenwich now.
+    /// How far local time is ahead of UTC at the moment.
     [[nodiscard]] virtual std::chrono::seconds utcOffset() const = 0;
 
-    /// A time that only ever advances.
+    /// A time that never goes back.
     [[nodiscard]] virtual std::chrono::milliseconds monotonicNow() const = 0;
 
-    /// Waits on the event loop for a duration, or less when a stop is requested.
+    /// Waits on the event loop for a duration, or until a stop is requested.
     virtual QCoro::Task<Wake> sleep(std::chrono::milliseconds duration, std::stop_token stop) = 0;
 
-    /// Lets every pending event run: timers, sockets and painting too.
+    /// Lets every pending event run, timers, sockets and painting included.
     virtual QCoro::Task<> yield() = 0;
 };
 

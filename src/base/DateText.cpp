@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 constexpr int kFirstYear = 100;
 constexpr int kLastYear = 9999;
 
-// Digits only: a sign or a blank inside a field is no date.
+// Digits only: a sign or blank inside a field makes it no date.
 std::optional<int> field(QStringView text, qsizetype maxDigits)
 {
     if (text.isEmpty() || text.size() > maxDigits) {

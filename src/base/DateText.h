@@ -24,11 +24,11 @@ struct WallFields
 
 [[nodiscard]] QString dateText(WallTime time);
 
-/// Reads "d/M/yyyy", optionally followed by "H:m" or "H:m:s"; nothing when the text has another
-/// form or names a day or time that does not exist.
+/// Reads "d/M/yyyy", optionally followed by "H:m" or "H:m:s"; nothing for any other form, or for a
+/// day or time that does not exist.
 [[nodiscard]] std::optional<WallTime> dateFromText(QStringView text);
 
-/// A number with leading zeros up to a width of two.
+/// A number padded with zeros to two digits.
 [[nodiscard]] QString twoDigits(int number);
 
 } // namespace velmora

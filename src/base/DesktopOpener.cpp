@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-// What the opener's exit status says, by its manual.
+// The opener's exit statuses, from its manual.
 constexpr int kOpened = 0;
 constexpr int kNoSuchFile = 2;
 constexpr int kNoTool = 3;
@@ -37,7 +37,7 @@ FollowOutcome outcomeOf(int exitCode, QProcess::ExitStatus status)
     }
 }
 
-/// A process that is not killed when nobody waits for it any more.
+/// A process that is not killed when no one is waiting for it any more.
 class LastingProcess final : public QProcess
 {
 public:

@@ -1,4 +1,4 @@
-// Files, folders and links handed to the desktop's own programs.
+// Hands files, folders and links to the desktop's own programs.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -17,9 +17,9 @@ enum class OpenOutcome {
 enum class FollowOutcome {
     Opened,
     NotFound,  // there is no such target
-    NoHandler, // nothing is installed that opens such a target, or no opener at all
+    NoHandler, // no program is installed for such a target, or no opener at all
     Failed,    // for any other reason
-    Stopped    // nobody waits any more; the opener is left to itself
+    Stopped    // no longer waited for; the opener is left running
 };
 
 class DesktopOpener
@@ -32,7 +32,7 @@ public:
     /// target: native path or URL.
     [[nodiscard]] virtual OpenOutcome open(const QString &target) = 0;
 
-    /// Opens it too, and waits for what becomes of it or for a stop.
+    /// Opens it too, and waits for the outcome or for a stop.
     virtual QCoro::Task<FollowOutcome> follow(QString target, std::stop_token stop) = 0;
 };
 

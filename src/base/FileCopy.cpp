@@ -18,7 +18,7 @@ namespace {
 constexpr unsigned kRights = 0777;
 constexpr qint64 kBufferBytes = qint64{256} * 1024;
 
-// What is answered where the bytes must pass through the program.
+// Errors that mean the bytes must pass through the program.
 bool meansNoCopyOfItsOwn(int error)
 {
     return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP ||
@@ -27,7 +27,7 @@ bool meansNoCopyOfItsOwn(int error)
 
 } // namespace
 
-// Without waiting: a pipe may have taken the file's place since it was listed.
+// Non-blocking: a pipe may have taken the file's place since it was listed.
 FileCopy::FileCopy(const QByteArray &source, const QByteArray &targetFolder, CopyMeans &means)
     : means_(means)
     , source_(::open(source.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
@@ -43,7 +43,7 @@ FileCopy::FileCopy(const QByteArray &source, const QByteArray &targetFolder, Cop
     }
 }
 
-// Without a name it stands in the target folder itself, which may lie on a disk of its own.
+// An unnamed file is made in the target folder itself, which may be on a different disk.
 void FileCopy::openTarget(const QByteArray &folder, unsigned mode)
 {
     if (means_.unnamedFiles) {
@@ -66,7 +66,7 @@ bool FileCopy::clone()
     return means_.clones;
 }
 
-// Sooner than by filling the disk first; some files of the system say that they are endless.
+// Refused up front rather than by filling the disk; some files of the system claim to be endless.
 void FileCopy::refuseWhatDoesNotFit()
 {
     struct statvfs disk = {};
@@ -100,7 +100,7 @@ bool FileCopy::copySome(qint64 mostBytes)
     return count > 0 && (bytes_ == 0 || copied_ < bytes_);
 }
 
-// Where the system says at once that there is nothing, a file may still give something to read.
+// Where the system reports nothing to copy, the file may still have something to read.
 qint64 FileCopy::copyPiece(qint64 mostBytes)
 {
     while (means_.copiesItself) {

@@ -1,4 +1,4 @@
-// A file-system failure that the one who caused it gets to see.
+// A file-system failure to be reported to the user who caused it.
 #pragma once
 
 #include <QString>
@@ -11,7 +11,7 @@ namespace velmora {
 class FileError : public std::runtime_error
 {
 public:
-    /// action: what was tried, as the begin of a sentence ("The log file cannot be written").
+    /// action: what was tried, as the beginning of a sentence ("The log file cannot be written").
     FileError(const QString &action, std::error_code error)
         : std::runtime_error(
               (action + QStringLiteral(": ") + QString::fromStdString(error.message()))

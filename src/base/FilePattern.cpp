@@ -6,8 +6,9 @@
 namespace velmora {
 namespace {
 
-// What is left of a pattern where the name ends: stars, and dots in front of stars. A name with a
-// dot has used one up, so only behind a star another one is free to match nothing.
+// Whether the rest of a pattern matches nothing at the end of a name: stars, and dots in front of
+// stars. A name that has a dot has used one up, so only after a star may a further dot match
+// nothing.
 bool matchesNothing(QByteArrayView pattern, qsizetype from, bool hasDot)
 {
     for (qsizetype p = from; p < pattern.size(); ++p) {
@@ -21,7 +22,7 @@ bool matchesNothing(QByteArrayView pattern, qsizetype from, bool hasDot)
     return true;
 }
 
-// One pass with a single step back: what follows the last "*" is tried from each place on.
+// One pass that backtracks to the last "*" only: what follows it is tried from each position on.
 bool matchesExactly(QByteArrayView pattern, QByteArrayView name)
 {
     qsizetype p = 0;

@@ -19,7 +19,7 @@ WholeFile failed(std::errc reason)
     return {std::nullopt, std::make_error_code(reason)};
 }
 
-// The count of bytes, 0 at the end of the file, -1 after an error.
+// The number of bytes read, 0 at the end of the file, -1 after an error.
 ssize_t readSome(int fd, char *to, qint64 most)
 {
     ssize_t count = -1;

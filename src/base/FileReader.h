@@ -1,4 +1,4 @@
-// Files that are read whole or not at all.
+// Reads files whole or not at all.
 #pragma once
 
 #include <QByteArray>
@@ -11,17 +11,17 @@ namespace velmora {
 
 struct [[nodiscard]] WholeFile
 {
-    std::optional<QByteArray> bytes; // nothing when a part of them could not be read
-    std::error_code error;           // then why
+    std::optional<QByteArray> bytes; // nothing when any part could not be read
+    std::error_code error;           // why, in that case
 };
 
-/// Reads an ordinary file (or what a link to one leads to) from its begin to its end. A pipe or a
-/// device is an error and nobody waits for it, as are more than mostBytes, and a file that grows or
-/// shrinks meanwhile. Native path.
+/// Reads an ordinary file (or a link's target) from beginning to end. It is an error, never waited
+/// for, if this is a pipe or a device, holds more than mostBytes, or grows or shrinks meanwhile.
+/// Native path.
 WholeFile readWholeFile(const QString &path, qint64 mostBytes);
 
-/// Reads exactly so many bytes of an open file from where it stands; error code 0 means that it
-/// ends before.
+/// Reads exactly that many bytes of an open file from its current position; error code 0 means that
+/// the file ends before that.
 WholeFile readExactly(int fd, qint64 size);
 
 } // namespace velmora

@@ -1,6 +1,6 @@
-// Files that come into being whole: written under a working name or none first, then given their
-// own. At every instant, also under a kill or on a full disk, a path holds the whole old file, the
-// whole new one, or nothing.
+// Writes files so that they appear whole: first under a working name or none, then given their own.
+// At every instant, even after a kill or on a full disk, a path holds the whole old file, the whole
+// new one, or nothing.
 #pragma once
 
 #include <QByteArrayView>
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// What became of a file to be stored.
+/// What became of a file that was to be stored.
 enum class StoreOutcome {
     Stored,
     AlreadyThere, // a file of that name exists; it was left alone
@@ -24,20 +24,19 @@ struct [[nodiscard]] StoreResult
     std::error_code error; // set when outcome is Failed
 };
 
-/// What it means that a file appeared under its name, or why it did not.
+/// The result for a file that appeared under its name, or the reason why it did not.
 StoreResult storeResult(std::error_code error);
 
-/// Writes a new file and never replaces one.
-/// workFolder: native path of a folder on the same file system, made when missing (one level).
-/// target: native path of the file to be.
+/// Writes a new file and never replaces one. workFolder: native path of a folder on the same file
+/// system, made when missing (one level). target: native path of the new file.
 StoreResult storeNewFile(const QString &workFolder, const QString &target, QByteArrayView bytes);
 
-/// Replaces a file by another text, or makes it, for its owner alone; a link is followed, the
-/// permissions are kept. The file system writes the data out before the name changes, so a power
-/// cut does not empty the file either.
+/// Replaces a file's text; a missing file is made for its owner alone. A link is followed, and
+/// permissions are kept. The file system writes the data out before the name changes, so not even a
+/// power cut empties the file.
 [[nodiscard]] std::error_code replaceFile(const QString &path, QByteArrayView bytes);
 
-/// The same by a text that comes in pieces, one behind the other.
+/// The same with a text in several pieces, in order.
 [[nodiscard]] std::error_code replaceFile(const QString &path,
                                           std::span<const QByteArrayView> pieces);
 

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Several ticks of the slowest system clock (10 ms); some file systems keep every second second.
+// Several ticks of the slowest system clock (10 ms); some file systems keep even seconds only.
 constexpr std::chrono::nanoseconds kTick = 100ms;
 constexpr std::chrono::nanoseconds kCoarseTick = 2s;
 

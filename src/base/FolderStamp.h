@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// What a file system says of a folder as a whole; every name that comes or goes changes it.
+/// What a file system says of a folder as a whole; it changes with every name added or removed.
 struct FolderStamp
 {
     quint64 device = 0;
@@ -20,16 +20,16 @@ struct FolderStamp
     friend bool operator==(const FolderStamp &, const FolderStamp &) = default;
 };
 
-/// path: native; a link is followed. Nothing unless a folder stands there.
+/// path: native; a link is followed. Nothing unless this is a folder.
 [[nodiscard]] std::optional<FolderStamp> folderStamp(const QString &path);
 
-/// The same of an ordinary file, or of what a link to one leads to.
+/// The same for an ordinary file, or for a link's target.
 [[nodiscard]] std::optional<FolderStamp> fileStamp(const QString &path);
 
-/// Whether a folder that had this stamp when a reading began would show any later change by another
-/// stamp. File systems keep coarse times: a change in the same tick of the system's clock leaves
-/// the stamp as it is, so a folder that changed just before its reading is not to be relied on.
-/// readBegan: since 1970, taken after the stamp.
+/// Whether any change to a folder after a reading began would show in its stamp. File systems keep
+/// coarse times: a change in the same tick of the system's clock leaves the stamp as it is, so a
+/// folder that changed just before it was read cannot be trusted. readBegan: since 1970, taken
+/// after the stamp.
 [[nodiscard]] bool tellsChanges(const FolderStamp &stamp, std::chrono::nanoseconds readBegan);
 
 } // namespace velmora

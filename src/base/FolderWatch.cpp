@@ -14,16 +14,16 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype kMost = 128; // folders; the system bounds them for each user
-// Every change of a name, of what a file holds or of its times; one report ends a watch.
+// Every change to a name, to a file's contents or to its times; one report ends a watch.
 constexpr quint32 kChanges = IN_CREATE | IN_DELETE | IN_MOVE | IN_MODIFY | IN_CLOSE_WRITE |
                              IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONESHOT | IN_ONLYDIR;
-constexpr std::size_t kReportBytes = 4096; // some reports, and one of the longest name
+constexpr std::size_t kReportBytes = 4096; // several reports, including one with the longest name
 
 constexpr quint32 kXfs = 0x58465342;
 constexpr std::array kLocal{quint32{EXT4_SUPER_MAGIC}, kXfs, quint32{BTRFS_SUPER_MAGIC},
                             quint32{F2FS_SUPER_MAGIC}, quint32{TMPFS_MAGIC}};
 
-// On a network's file system other machines make changes that are not reported here.
+// On a network file system, other machines make changes that are not reported here.
 bool reportsAllChanges(const QByteArray &path)
 {
     struct statfs info = {};
@@ -80,7 +80,7 @@ void FolderWatch::takeReports()
     }
 }
 
-// Two paths may lead to one folder.
+// Two paths may lead to the same folder.
 void FolderWatch::end(int number)
 {
     folders_.removeIf([number](auto entry) { return entry.value().number == number; });

@@ -8,27 +8,28 @@
 
 namespace velmora {
 
-/// Asked, and never tells by itself. Folders are native paths. What happens to a file by another
-/// name of it, in another folder, is not seen.
+/// Only answers when asked. Folders are native paths. Changes made to a file through another name,
+/// in another folder, are not seen.
 class FolderWatch
 {
 public:
-    /// One beginning of a watch, never the same twice; 0 is none.
+    /// Identifies one watch from its start, never the same twice; 0 for none.
     using Ticket = quint64;
 
     FolderWatch();
 
-    /// Watches the folder from now on; the tickets given for it before are void. 0 when it cannot
-    /// be watched, or stands on a file system that others change without this system's knowledge.
+    /// Watches the folder from now on; earlier tickets for it are void. 0 when it cannot be
+    /// watched, or is on a file system that others change without this system's knowledge.
     Ticket begin(const QString &folder);
 
-    /// True when the ticket holds and nothing has come, gone or changed in the folder since.
+    /// True when the ticket is valid and nothing has been added, removed or changed in the folder
+    /// since.
     [[nodiscard]] bool isQuiet(const QString &folder, Ticket ticket);
 
 private:
     struct Watched
     {
-        int number = 0; // the system's
+        int number = 0; // assigned by the system
         Ticket ticket = 0;
     };
 

@@ -14,7 +14,7 @@ namespace velmora {
 namespace {
 
 constexpr mode_t kNewFolderMode = 0755;
-constexpr std::size_t kFewRecords = 1024; // one file is all that is asked for
+constexpr std::size_t kFewRecords = 1024; // only one file is wanted
 
 } // namespace
 

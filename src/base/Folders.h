@@ -1,4 +1,4 @@
-// Questions to and changes of folders of the file system. Paths are native.
+// Checks and makes folders of the file system. Paths are native.
 #pragma once
 
 #include <QString>
@@ -7,22 +7,22 @@
 
 namespace velmora {
 
-/// True when a folder (or a link to one) stands at the path.
+/// True when the path is a folder (or a link to one).
 [[nodiscard]] bool folderExists(const QString &path);
 
-/// Makes one level of folder; a folder that exists is no error.
+/// Makes one level of folder; an existing folder is no error.
 [[nodiscard]] std::error_code makeFolder(const QString &path);
 
-/// True for the errors by which a file system refuses a name as such, whatever room and rights
-/// there are.
+/// True for the errors by which a file system refuses the name itself, whatever the space and
+/// permissions.
 [[nodiscard]] bool isNameRefused(std::error_code error);
 
-/// Why a folder could not be made, for people; of a name that is refused it tells what would do.
+/// Why a folder could not be made, as a text for the user; for a refused name it says what would be
+/// accepted.
 [[nodiscard]] QString folderRefusal(const QString &path, std::error_code error);
 
-/// True when the folder holds at least one file; folders in it do not count. Reads no further than
-/// the first file, so a very full folder costs no more than an empty one. False for a missing
-/// folder.
+/// True when the folder holds at least one file; subfolders do not count. Reads no further than the
+/// first file, so a very full folder costs no more than an empty one. False for a missing folder.
 [[nodiscard]] bool folderHoldsFile(const QString &path);
 
 } // namespace velmora

@@ -12,7 +12,7 @@ void Gate::open()
     }
 }
 
-// It may have been shut again before the one who was let through has its turn.
+// It may have been shut again before a coroutine that was let through gets its turn.
 QCoro::Task<> Gate::pass(std::stop_token stop)
 {
     while (shut_ && !stop.stop_requested()) {

@@ -1,4 +1,4 @@
-// A place at which coroutines wait while it is shut.
+// A gate at which coroutines wait while it is shut.
 #pragma once
 
 #include "base/OneShot.h"
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// Any number may wait. Must outlive whoever waits.
+/// Any number may wait. Must outlive its waiters.
 class Gate
 {
 public:
@@ -19,11 +19,10 @@ public:
 
     void shut() { shut_ = true; }
 
-    /// Lets all go on, each from the event loop.
+    /// Lets all waiters go on, each from the event loop.
     void open();
 
-    /// Ends at once while the gate is open, else when it is found open, or when a stop is
-    /// requested.
+    /// Returns at once while the gate is open, otherwise when it opens or a stop is requested.
     QCoro::Task<> pass(std::stop_token stop);
 
 private:

@@ -28,8 +28,8 @@ qint64 HiddenFile::bytes() const
     return ::fstat(descriptor(), &info) == 0 ? info.st_size : 0;
 }
 
-// A name that is taken is taken over in one step, so that there is the old file or the new one at
-// every instant; a file without a name needs one for that first.
+// An existing file is replaced in one step, so that the old or the new one is there at every
+// instant; a file without a name needs one for that first.
 std::error_code HiddenFile::finish(const QByteArray &target)
 {
     const std::error_code error = file_.appearAs(target);

@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-/// Without finish() nothing of it stays.
+/// Without finish() nothing of it remains.
 class HiddenFile
 {
 public:
@@ -20,7 +20,7 @@ public:
     /// Why it could not be made.
     [[nodiscard]] std::error_code error() const { return file_.error(); }
 
-    /// The descriptor that a program which is to write the file must inherit.
+    /// The descriptor that the writing program must inherit.
     [[nodiscard]] int descriptor() const { return file_.fd(); }
 
     /// The path by which that program opens the file; native.
@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] qint64 bytes() const;
 
-    /// Gives the file its path in the folder, instead of a file that stands there. Native bytes.
+    /// Gives the file its path in the folder, replacing any file there. Native bytes.
     [[nodiscard]] std::error_code finish(const QByteArray &target);
 
 private:

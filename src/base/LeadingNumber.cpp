@@ -14,7 +14,7 @@ bool isSkipped(QChar c)
     return c == u' ' || c == u'\t' || c == u'\n';
 }
 
-// Everything that can be part of a number; the parser below finds where the number ends.
+// Everything that can be part of a number; the parser below finds where it ends.
 bool mayStandInNumber(QChar c)
 {
     return (c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.' || c == u'e' ||

@@ -14,7 +14,7 @@
 namespace velmora {
 namespace {
 
-// A single letter is a drive.
+// A single letter before the colon is a drive.
 bool isAddress(const QString &link)
 {
     static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]+:"));

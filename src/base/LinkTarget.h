@@ -1,4 +1,4 @@
-// What a link leads to: an address that the desktop knows how to open, or a file or folder here.
+// Resolves a link: an address that the desktop can open, or a local file or folder.
 #pragma once
 
 #include "base/NativePaths.h"
@@ -10,8 +10,8 @@ namespace velmora {
 enum class TargetState {
     Reachable,
     FileMissing,
-    FolderMissing, // the folder that was asked for, or the one of the file, or its drive
-    NoPermission   // it may not be read
+    FolderMissing, // the folder itself, the file's folder, or its drive
+    NoPermission   // not readable
 };
 
 struct LinkTarget
@@ -20,9 +20,9 @@ struct LinkTarget
     TargetState state = TargetState::Reachable;
 };
 
-/// link: an address ("http://…", "mailto:…"), a path text ("C:\doc.txt"; without a "\" in front it
-/// is taken from "C:\"), or a native path ("/srv/doc.txt"). Of an address nothing is checked, but
-/// for that of a local file.
+/// link: an address ("http://…", "mailto:…"), a path text ("C:\doc.txt"; relative to "C:\" without
+/// a leading "\"), or a native path ("/srv/doc.txt"). An address is not checked, unless it is that
+/// of a local file.
 [[nodiscard]] LinkTarget linkTarget(const QString &link, const NativePaths &paths);
 
 } // namespace velmora

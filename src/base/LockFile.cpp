@@ -15,9 +15,9 @@
 namespace velmora {
 namespace {
 
-constexpr int kAttempts = 100; // against holders that come and go at the same moment
+constexpr int kAttempts = 100; // holders may come and go at the same moment
 constexpr qsizetype kMostBytes = 4096;
-constexpr int kLooks = 20; // for what a holder writes just after it has taken the lock
+constexpr int kLooks = 20; // a holder writes the note just after taking the lock
 constexpr int kLookAgainMs = 10;
 
 struct flock wholeFile()
@@ -28,7 +28,7 @@ struct flock wholeFile()
     return lock;
 }
 
-// False when the file was taken away, by the last holder, between opening and locking it.
+// False when its last holder removed the file between its opening and its locking.
 bool standsUnderItsName(int file, const QByteArray &path)
 {
     struct stat mine = {};
@@ -45,8 +45,8 @@ LockHolder readHolder(int file)
     return {lines.first().toInt(), lines.value(1)};
 }
 
-// A holder that was killed leaves its number behind, and the next one writes its own just after it
-// has taken the lock; a process of another container is not seen from here.
+// A killed holder leaves its number behind, and the next one writes its own just after taking the
+// lock; a process in another container cannot be seen from here.
 LockHolder awaitHolder(int file)
 {
     LockHolder holder = readHolder(file);
@@ -60,7 +60,7 @@ LockHolder awaitHolder(int file)
     return holder;
 }
 
-// That it cannot be written costs others the number of this process, not the lock.
+// If this cannot be written, others do not learn this process's number, but the lock holds.
 void tellOthers(int file, const QByteArray &note)
 {
     const QByteArray text = QByteArray::number(::getpid()) + '\n' + note + '\n';
@@ -84,7 +84,7 @@ LockFile::LockFile(const QString &path)
 LockFile::~LockFile()
 {
     if (file_ && standsUnderItsName(file_->get(), path_)) {
-        ::unlink(path_.constData()); // while it is locked: whoever opened it meanwhile looks again
+        ::unlink(path_.constData()); // while locked: whoever opened it meanwhile looks again
     }
 }
 
@@ -93,7 +93,7 @@ LockAttempt LockFile::take(const QByteArray &note)
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         OwnFile opened = openOwnFile(path_);
         if (!opened.file && errno == ENOENT && attempt + 1 < kAttempts) {
-            continue; // gone between the two ways of opening it, or its folder is missing
+            continue; // removed between the two ways of opening it, or its folder is missing
         }
         if (!opened.file) {
             return {LockOutcome::Impossible, {}, lastError()};

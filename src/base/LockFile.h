@@ -1,5 +1,5 @@
-// A lock that ends with the process that holds it, however that ends: an advisory lock on a file
-// that its holder alone may open.
+// A lock that ends with the process holding it, however that ends: an advisory lock on a file that
+// only its holder may open.
 #pragma once
 
 #include "base/UniqueFd.h"
@@ -13,17 +13,17 @@
 
 namespace velmora {
 
-/// Who holds a lock, as the file of it says.
+/// The holder of a lock, as its file names it.
 struct LockHolder
 {
-    pid_t process = 0; // 0 when it does not say
+    pid_t process = 0; // 0 when the file does not say
     QByteArray note;   // what the holder wants others to know; one line
 };
 
 enum class LockOutcome {
     Taken,
     HeldByAnother,
-    Impossible // no lock can be had there, by anybody
+    Impossible // no lock can be had there at all
 };
 
 struct [[nodiscard]] LockAttempt
@@ -36,15 +36,15 @@ struct [[nodiscard]] LockAttempt
 class LockFile
 {
 public:
-    /// path: native path of the lock's file, which is made for this user alone (0600). A link, a
-    /// pipe or a file of a stranger in its place is never opened or waited for.
+    /// path: native path of the lock file, which is made for this user alone (0600). A link, a pipe
+    /// or a stranger's file in its place is never opened or waited for.
     explicit LockFile(const QString &path);
     Q_DISABLE_COPY_MOVE(LockFile)
 
-    /// Gives the lock up and takes its file away.
+    /// Releases the lock and removes its file.
     ~LockFile();
 
-    /// Once it is taken, the file tells others this process and the note.
+    /// Once the lock is taken, its file shows others this process's number and the note.
     LockAttempt take(const QByteArray &note);
 
 private:
@@ -52,8 +52,8 @@ private:
     std::optional<UniqueFd> file_; // open while the lock is held
 };
 
-/// Who holds the lock of that file; nothing when nobody does. Takes no lock, so that it disturbs
-/// nobody. Native path.
+/// The holder of that file's lock; nothing when it is free. Takes no lock, so it gets in no one's
+/// way. Native path.
 [[nodiscard]] std::optional<LockHolder> lockHolder(const QString &path);
 
 } // namespace velmora

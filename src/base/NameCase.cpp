@@ -3,21 +3,21 @@
 namespace velmora {
 namespace {
 
-constexpr char kCaseBit = 0x20; // of ASCII letters and of those with accents alike
+constexpr char kCaseBit = 0x20; // between capital and small, in ASCII and in accented letters alike
 
 bool isCapital(char c)
 {
     return c >= 'A' && c <= 'Z';
 }
 
-// The second byte of the letters U+00C0 to U+00DE, among which stands the sign of multiplication.
+// The second byte of the letters U+00C0 to U+00DE, except the multiplication sign among them.
 bool isLatinCapital(char second)
 {
     const auto byte = static_cast<unsigned char>(second);
     return byte >= 0x80 && byte <= 0x9E && byte != 0x97;
 }
 
-// Letters whose small form stands directly behind the capital.
+// Letters whose small form comes directly after the capital.
 bool isCapitalOfAPair(char second)
 {
     return second == '\x92' || second == '\xA0' || second == '\xBD';
@@ -29,7 +29,7 @@ void foldPair(char &first, char &second)
         second = static_cast<char>(second + kCaseBit);
     } else if (first == '\xC5' && isCapitalOfAPair(second)) {
         second = static_cast<char>(second + 1);
-    } else if (first == '\xC5' && second == '\xB8') { // the small form stands far from its capital
+    } else if (first == '\xC5' && second == '\xB8') { // its small form is not next to the capital
         first = '\xC3';
         second = '\xBF';
     }

@@ -1,4 +1,4 @@
-// The case of letters in file names, by the rules of the program's home platform.
+// Case of letters in file names, by the rules of the program's home platform.
 #pragma once
 
 #include <QByteArray>
@@ -6,8 +6,8 @@
 
 namespace velmora {
 
-/// A name with every letter of Windows-1252 in lower case, as long as before: names that differ in
-/// nothing else are one name. name: UTF-8; bytes that are none stay as they are.
+/// A name with every Windows-1252 letter in lower case, its length unchanged: names that fold to
+/// the same are one name. name: UTF-8; other bytes stay as they are.
 [[nodiscard]] QByteArray foldedName(QByteArrayView name);
 
 } // namespace velmora

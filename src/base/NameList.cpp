@@ -7,7 +7,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kBlockBytes = std::size_t{64} * 1024; // many names of at most 255 bytes
+constexpr std::size_t kBlockBytes = std::size_t{64} * 1024; // holds many names of at most 255 bytes
 constexpr std::size_t kFirstRun = 64;
 constexpr std::size_t kRunsAStep = 16;
 constexpr int kMergesAStep = 4096;

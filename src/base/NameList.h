@@ -1,4 +1,4 @@
-// Names of files in the order in which they are listed, kept whole and sorted a part at a time.
+// File names in listing order, kept whole and sorted a part at a time.
 #pragma once
 
 #include "base/NameOrder.h"
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// A name of a NameList, whose bytes belong to the list.
+/// A name in a NameList, which owns its bytes.
 struct ListedName
 {
     const char *text = nullptr;
@@ -20,21 +20,21 @@ struct ListedName
     [[nodiscard]] QByteArrayView view() const { return {text, static_cast<qsizetype>(length)}; }
 };
 
-/// add() each name, then sortSome() until it is false; the order is that of compareNames(). The
-/// names' bytes lie in blocks of their own; once sorted, one behind the other in order, so that a
-/// search through all of them is quick.
+/// add() each name, then call sortSome() until it returns false; the order is that of
+/// compareNames(). The names' bytes lie in blocks of the list's own; once sorted, they lie in
+/// order, one after another, so that a search through them all is quick.
 class NameList
 {
 public:
-    /// name: need not stay.
+    /// name: copied.
     void add(QByteArrayView name);
 
-    /// Does a part of the sorting, two milliseconds at most; false when all is done.
+    /// Does at most two milliseconds of the sorting; false when it is done.
     bool sortSome();
 
     [[nodiscard]] const std::vector<ListedName> &list() const { return names_; }
 
-    /// Memory that the list takes.
+    /// Memory used by the list.
     [[nodiscard]] std::size_t bytes() const;
 
 private:
@@ -49,14 +49,15 @@ private:
 
     Blocks blocks_;
     std::size_t used_ = 0; // of the last block
-    Blocks unsorted_;      // while they are packed
+    Blocks unsorted_;      // while they are being packed
     std::size_t packed_ = 0;
     std::vector<ListedName> names_;
 
-    // Runs twice as long with each round; a round merges pairs of them into the other list.
+    // Sorted runs, twice as long after each round; a round merges pairs of them into the other
+    // list.
     std::vector<ListedName> merged_;
     std::size_t run_ = 0;
-    std::size_t sorted_ = 0; // names in sorted first runs
+    std::size_t sorted_ = 0; // names in the initial sorted runs
     std::size_t left_ = 0;
     std::size_t leftEnd_ = 0;
     std::size_t right_ = 0;

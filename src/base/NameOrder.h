@@ -1,4 +1,4 @@
-// The order in which names of files are listed.
+// The order in which file names are listed.
 #pragma once
 
 #include <QByteArrayView>
@@ -7,11 +7,11 @@
 
 namespace velmora {
 
-/// By the bytes of the names, the case of ASCII letters ignored; names that differ in nothing else
+/// By the bytes of the names, ignoring the case of ASCII letters; names that differ in case alone
 /// are ordered by their bytes, capitals first.
 [[nodiscard]] std::strong_ordering compareNames(QByteArrayView a, QByteArrayView b);
 
-/// The case of ASCII letters is ignored.
+/// Ignores the case of ASCII letters.
 [[nodiscard]] bool nameBeginsWith(QByteArrayView name, QByteArrayView text);
 
 } // namespace velmora

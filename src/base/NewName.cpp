@@ -24,7 +24,7 @@ bool isSameFile(const struct stat &one, const struct stat &other)
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-// A network file system may lose its answer, ask again, and be told that the name is taken: by the
+// A network file system may lose the answer, ask again, and be told that the name is taken: by the
 // file itself.
 bool isTakenByItself(const struct stat &file, const QByteArray &to)
 {
@@ -45,7 +45,7 @@ std::error_code secondName(const QByteArray &from, const QByteArray &to)
     return error == std::errc::file_exists && isTakenByItself(file, to) ? std::error_code() : error;
 }
 
-// A name that cannot go leaves the file as it was.
+// If the old name cannot be removed, the file stays as it was.
 std::error_code renameByLink(const QByteArray &from, const QByteArray &to)
 {
     if (const std::error_code error = secondName(from, to)) {
@@ -63,7 +63,7 @@ std::error_code renameAfterALook(const QByteArray &from, const QByteArray &to)
     const UniqueFd folder(
         ::open(folderOf(to).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
     if (folder) {
-        ::flock(folder.get(), LOCK_EX); // where there are no locks either, the look must do
+        ::flock(folder.get(), LOCK_EX); // where there are no locks either, the check must do
     }
     struct stat there = {};
     if (::lstat(to.constData(), &there) == 0) {
@@ -97,7 +97,7 @@ std::error_code renameToNew(const QByteArray &from, const QByteArray &to)
     return meansNoSuchCall(error) ? renameAfterALook(from, to) : error;
 }
 
-// Older systems give a file a name by its handle to administrators alone.
+// Older systems let only administrators name a file by its handle.
 std::error_code linkToNew(int file, const QByteArray &to)
 {
     if (::linkat(file, "", AT_FDCWD, to.constData(), AT_EMPTY_PATH) == 0) {

@@ -1,4 +1,4 @@
-// Gives a file a name under which nothing stands yet, on every kind of file system: what exists is
+// Gives a file a name that is not yet in use, on every kind of file system: an existing file is
 // never replaced.
 #pragma once
 
@@ -8,23 +8,22 @@
 
 namespace velmora {
 
-/// Gives a file another path on its file system. A link is renamed itself, not what it leads to.
-/// When something stands at `to`, both stay as they are and the error is `file_exists`. Paths are
-/// native bytes.
+/// Gives a file another path on its file system. A link itself is renamed, not its target. If `to`
+/// exists, both stay as they are and the error is `file_exists`. Paths are native bytes.
 ///
-/// The first of these that the file system knows: a rename that refuses to replace; a second name,
-/// and the first one taken away; a look whether the name is free, and a plain rename, both under a
-/// lock of the folder, so that no two runs of the program do so at the same time.
+/// Uses the first of these that the file system supports: a rename that refuses to replace; a
+/// second name and removal of the first; a check that the name is free and a plain rename, both
+/// under a lock on the folder, so that no two runs of the program do this at once.
 [[nodiscard]] std::error_code renameToNew(const QByteArray &from, const QByteArray &to);
 
-/// Gives an open file that was made without a name (O_TMPFILE) its first one. The same errors.
+/// Gives an open file that was made without a name (O_TMPFILE) its first name. Same errors.
 [[nodiscard]] std::error_code linkToNew(int file, const QByteArray &to);
 
-/// True for the errors with which a file system says that it has no such call, rather than that
-/// this file cannot be named so.
+/// True for the errors with which a file system says that it lacks the call, rather than that the
+/// file cannot have this name.
 [[nodiscard]] bool meansNoSuchCall(std::error_code error);
 
-/// The folder in which a path stands; "." for a name alone. Native bytes.
+/// The folder part of a path; "." for a bare name. Native bytes.
 [[nodiscard]] QByteArray folderOf(const QByteArray &path);
 
 } // namespace velmora

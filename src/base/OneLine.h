@@ -1,14 +1,14 @@
-// Texts from outside that must stay on one line: names of files, answers of servers, settings.
+// Keeps outside text (file names, server answers, settings) on one line.
 #pragma once
 
 #include <QString>
 
 namespace velmora {
 
-/// True when a text holds a control character, line breaks of any kind among them.
+/// True when a text holds a control character, including line breaks of any kind.
 [[nodiscard]] bool holdsControls(QStringView text);
 
-/// The text with blanks for its control characters.
+/// The text with its control characters replaced by blanks.
 [[nodiscard]] QString onOneLine(QString text);
 
 } // namespace velmora

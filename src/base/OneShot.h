@@ -1,4 +1,4 @@
-// A value delivered once to the coroutine that waits for it.
+// A value delivered once to the coroutine waiting for it.
 #pragma once
 
 #include <QCoreApplication>

@@ -12,7 +12,7 @@ namespace {
 
 constexpr mode_t kOwnerAlone = 0600;
 
-// What the administrator makes in a user's folder must not shut that user out.
+// A file that the administrator makes in a user's folder must not shut that user out.
 void giveToFolderOwner(int file, const QByteArray &path)
 {
     struct stat folder = {};
@@ -47,8 +47,8 @@ bool isOwnFile(int file, const QByteArray &path)
            (::stat(folderOf(path).constData(), &folder) == 0 && folder.st_uid == info.st_uid);
 }
 
-// A file made just now is this process's own, whatever owner its file system gives it. Mostly there
-// is one, which is asked for first.
+// A file just made is this process's own, whatever owner its file system gives it. Usually it
+// exists, so that is tried first.
 OwnFile openOwnFile(const QByteArray &path)
 {
     UniqueFd found = openExisting(path);

@@ -1,5 +1,5 @@
-// Tells a picture's format from its first bytes. Names lie often enough, and a decoder that is not
-// asked for cannot fail.
+// Tells a picture's format from its first bytes. Names are often wrong, and a decoder that is not
+// called cannot fail.
 #pragma once
 
 #include <QByteArray>
@@ -13,7 +13,7 @@ inline constexpr QByteArrayView kBmpFormat = "bmp";
 inline constexpr QByteArrayView kGifFormat = "gif";
 inline constexpr QByteArrayView kWebpFormat = "webp";
 
-/// The decoder's name for the format, or nothing when it is none of ours.
+/// The decoder's name for the format, or nothing for an unsupported one.
 [[nodiscard]] QByteArray pictureFormat(QByteArrayView bytes);
 
 } // namespace velmora

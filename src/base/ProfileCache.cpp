@@ -28,8 +28,8 @@ QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsize
     return value.first(qMin(value.size(), size - 1)).toByteArray();
 }
 
-// Worth its while only for a file that is looked at a second time before it changes. One that has
-// just been changed may change again without its stamp.
+// Only worth it for a file that is read a second time before it changes. One that has just changed
+// may change again without a new stamp.
 std::shared_ptr<const ProfileText> ProfileCache::keptText()
 {
     const std::optional<FolderStamp> stamp = fileStamp(path_);

@@ -1,4 +1,4 @@
-// The text of one settings file for those who read many values of it.
+// Caches the text of a settings file for those who read many values from it.
 #pragma once
 
 #include "base/FolderStamp.h"
@@ -11,9 +11,9 @@
 
 namespace velmora {
 
-/// A settings file is read anew for each value, so that nobody sees an old one. One that somebody
-/// has let grow beyond all measure would take seconds for each window then: its text is kept until
-/// the file's stamp tells of a change.
+/// A settings file is read again for each value, so that no one sees an old one. For a file that
+/// has grown beyond reason, that would take seconds for each window: its text is kept until the
+/// file's stamp shows a change.
 class ProfileCache
 {
 public:
@@ -22,7 +22,7 @@ public:
     /// path: native path of the file, which need not exist.
     explicit ProfileCache(QString path);
 
-    /// The text as it stands now, empty when there is none that can be read.
+    /// The current text, empty when there is none that can be read.
     [[nodiscard]] std::shared_ptr<const ProfileText> text();
 
     /// The stored value of a key, empty when there is none, cut to size - 1 bytes.

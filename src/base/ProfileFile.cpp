@@ -19,13 +19,13 @@
 namespace velmora {
 namespace {
 
-// A write within one page of the page cache is whole or absent, after a kill and on a full disk
-// alike. Replacing the file costs a hundred times as much, and a pass writes several values for
-// each camera.
+// A write within one page of the page cache is all there or not there at all, even after a kill or
+// on a full disk. Replacing the file costs a hundred times as much, and a pass writes several
+// values for each camera.
 constexpr qsizetype kPageBytes = 4096;
 constexpr mode_t kAnyWriter = 0222;
 
-// A settings file that is open, or the absence of one.
+// An open settings file, or none.
 struct OpenProfile
 {
     UniqueFd file;
@@ -36,7 +36,7 @@ struct OpenProfile
 
 OpenProfile tryToOpen(const QString &path, int access)
 {
-    // Without O_NONBLOCK a pipe of that name would wait for a writer.
+    // Without O_NONBLOCK, opening a pipe of that name would wait for a writer.
     OpenProfile profile{.file = UniqueFd(::open(QFile::encodeName(path).constData(),
                                                 access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)),
                         .missing = false,
@@ -57,8 +57,8 @@ OpenProfile tryToOpen(const QString &path, int access)
     return profile;
 }
 
-// An error that has passed at the second look must not make settings look empty: counters that
-// count on from nothing would be written back.
+// A passing error must not make the settings look empty: counters restarted from zero would be
+// written back.
 OpenProfile openProfile(const QString &path, int access)
 {
     OpenProfile profile = tryToOpen(path, access);
@@ -74,7 +74,7 @@ bool fitsInPlace(const ProfileEdit &edit, qsizetype fileSize)
            edit.offset / kPageBytes == (edit.offset + length - 1) / kPageBytes;
 }
 
-// What did not go in whole is taken back, as far as the system lets it be.
+// A partial write is undone, as far as the system allows.
 bool writeInPlace(int file, const ProfileEdit &edit, QByteArrayView before)
 {
     if (!writeAllAt(file, edit.inserted, edit.offset)) {
@@ -85,7 +85,7 @@ bool writeInPlace(int file, const ProfileEdit &edit, QByteArrayView before)
     return false;
 }
 
-// A text that has grown large is not copied for it.
+// Does not copy the text, which may be large.
 bool replaceBy(const QString &path, const ProfileEdit &edit, QByteArrayView before)
 {
     const std::array pieces = {before.first(edit.offset), QByteArrayView(edit.inserted),
@@ -93,7 +93,7 @@ bool replaceBy(const QString &path, const ProfileEdit &edit, QByteArrayView befo
     return !replaceFile(path, pieces);
 }
 
-// A text that is not known must not be written over.
+// Text that could not be read must not be overwritten.
 bool mayWrite(const OpenProfile &profile)
 {
     return profile.missing || (profile.bytes && (profile.mode & kAnyWriter) != 0);

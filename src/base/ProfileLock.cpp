@@ -34,7 +34,8 @@ bool isBusy(int error)
 
 } // namespace
 
-// The lock belongs to the open file, so that it ends with this object and no other's closing.
+// The lock belongs to the open file, so it ends with this object, and closing another does not
+// release it.
 ProfileLock::ProfileLock(const QString &path)
     : file_(openLockOf(path))
 {

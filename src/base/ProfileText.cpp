@@ -28,7 +28,7 @@ QByteArrayView trimmed(QByteArrayView text)
     return text;
 }
 
-// A name asked for loses its blanks only: one with a tab around it matches nothing.
+// A name being looked up loses its blanks only: one with a tab around it matches nothing.
 QByteArrayView trimmedBlanks(QByteArrayView text)
 {
     while (!text.isEmpty() && text.front() == ' ') {
@@ -55,12 +55,12 @@ QByteArrayView withoutQuotes(QByteArrayView value)
 struct Line
 {
     qsizetype begin = 0;
-    qsizetype end = 0;  // behind the last character
-    qsizetype next = 0; // behind the line end
+    qsizetype end = 0;  // after the last character
+    qsizetype next = 0; // after the line end
 };
 
-// Position of the first line end at or behind `from`, or the size of the text. It is looked for a
-// short way at a time, since a text may have line ends of one kind only.
+// Position of the first line end at or after `from`, or the size of the text. Searches a short way
+// at a time, since a text may have line ends of one kind only.
 qsizetype nextLineEnd(QByteArrayView bytes, qsizetype from)
 {
     constexpr qsizetype kWay = 128;
@@ -88,7 +88,7 @@ Line lineAt(QByteArrayView bytes, qsizetype begin)
     return {begin, end, next};
 }
 
-// A bracket opens a section only as the first character of its line.
+// A bracket opens a section only if nothing but blanks precede it on its line.
 bool startsLine(QByteArrayView bytes, qsizetype position)
 {
     while (position > 0 && isBlank(bytes[position - 1])) {
@@ -97,7 +97,7 @@ bool startsLine(QByteArrayView bytes, qsizetype position)
     return position == 0 || isLineEnd(bytes[position - 1]);
 }
 
-// Position of the first "[" that opens a section at or behind `from`, or the size of the text.
+// Position of the first "[" at or after `from` that opens a section, or the size of the text.
 qsizetype nextHeader(QByteArrayView bytes, qsizetype from)
 {
     while (from < bytes.size()) {
@@ -125,7 +125,7 @@ struct KeyLine
 {
     Line line;
     QByteArrayView name;
-    qsizetype valueBegin = 0; // behind the "="
+    qsizetype valueBegin = 0; // after the "="
 };
 
 std::optional<KeyLine> keyLine(QByteArrayView bytes, const Line &line)
@@ -186,7 +186,7 @@ QByteArrayView valueOf(QByteArrayView bytes, const KeyLine &key)
     return withoutQuotes(trimmed(bytes.sliced(key.valueBegin, key.line.end - key.valueBegin)));
 }
 
-// Behind the last key of a section's body, or at its begin when it has none.
+// After the last key of a section's body, or at its start when it has none.
 qsizetype behindLastKey(QByteArrayView bytes, qsizetype begin, qsizetype end)
 {
     const QByteArrayView body = bytes.first(end);
@@ -201,7 +201,7 @@ qsizetype behindLastKey(QByteArrayView bytes, qsizetype begin, qsizetype end)
     return behind;
 }
 
-// Begin of the line in which a header's bracket stands.
+// Start of the line with a header's bracket.
 qsizetype headerLineBegin(QByteArrayView bytes, qsizetype bracket)
 {
     while (bracket > 0 && isBlank(bytes[bracket - 1])) {
@@ -283,7 +283,7 @@ ProfileEdit ProfileText::edit(QByteArrayView section, QByteArrayView key,
                : appendSection(trimmedBlanks(section), line);
 }
 
-// The last line of the text may lack its end; it gets one with the value.
+// The last line of the text may have no line end; it gets one with the value.
 ProfileEdit ProfileText::replaceValue(qsizetype lineEnd, qsizetype valueBegin,
                                       QByteArrayView value) const
 {

@@ -1,5 +1,5 @@
 // The text of a settings file in private-profile form: sections in brackets, "key=value" lines.
-// Lookups and edits work on the bytes; whatever an edit does not touch stays as it stands.
+// Lookups and edits work on the bytes; whatever an edit does not touch stays as it is.
 #pragma once
 
 #include <QByteArray>
@@ -11,21 +11,21 @@
 
 namespace velmora {
 
-/// One change of a text: `removed` bytes at `offset` give way to `inserted`.
+/// One change to a text: `inserted` replaces `removed` bytes at `offset`.
 struct ProfileEdit
 {
     qsizetype offset = 0;
     qsizetype removed = 0;
     QByteArray inserted;
 
-    /// True when the change leaves every byte where and as it is.
+    /// True when the change alters nothing.
     [[nodiscard]] bool isEmpty() const { return removed == 0 && inserted.isEmpty(); }
 };
 
-/// A parsed settings text. Rules of the form:
-/// lines end with CR, LF or CR LF; only a leading ";" makes a comment; names compare without the
-/// case of ASCII letters; the first section of a name and the first key of a name in it count;
-/// blanks and tabs around names and values do not; of a name asked for, blanks alone are taken off.
+/// A parsed settings text. Its rules: lines end with CR, LF or CR LF; only a leading ";" makes a
+/// comment; names ignore the case of ASCII letters; of sections or keys with the same name the
+/// first counts; blanks and tabs around names and values are ignored, but only blanks around a name
+/// being looked up.
 class ProfileText
 {
 public:
@@ -33,25 +33,25 @@ public:
 
     [[nodiscard]] const QByteArray &bytes() const { return bytes_; }
 
-    /// The value of a key with one pair of matching quotes taken off, or nothing when section or
-    /// key is missing. The view lives as long as this object.
+    /// The value of a key without its pair of matching quotes, or nothing when section or key is
+    /// missing. The view lives as long as this object.
     [[nodiscard]] std::optional<QByteArrayView> value(QByteArrayView section,
                                                       QByteArrayView key) const;
 
-    /// Makes lookups in long sections quick; worth it for a text in which many are made.
+    /// Makes lookups in long sections quick; worth it for a text with many lookups.
     void index();
 
-    /// The change that gives a key this value, exactly as given, or takes the key out (no value). A
-    /// new section goes to the end; a new key goes behind the last key of its section; a key that
-    /// exists keeps its place and spelling. Lines added end with CR LF, and so does a last line
-    /// without an end whose value is replaced.
+    /// The change that gives a key this value, exactly as given, or removes the key (no value). A
+    /// new section goes to the end; a new key goes after the last key of its section; an existing
+    /// key keeps its place and spelling. Added lines end with CR LF; so does an unended last line
+    /// once its value is replaced.
     [[nodiscard]] ProfileEdit edit(QByteArrayView section, QByteArrayView key,
                                    std::optional<QByteArrayView> value) const;
 
 private:
     struct IndexedKey
     {
-        std::size_t hash = 0; // of the name without its case
+        std::size_t hash = 0; // of the name, ignoring case
         qsizetype lineBegin = 0;
 
         auto operator<=>(const IndexedKey &) const = default;
@@ -60,9 +60,9 @@ private:
     struct Section
     {
         QByteArrayView name;
-        qsizetype bodyBegin = 0;           // behind the header line
+        qsizetype bodyBegin = 0;           // after the header line
         qsizetype bodyEnd = 0;             // the next header line, or the end
-        std::vector<IndexedKey> keys = {}; // in order; empty while they are not indexed
+        std::vector<IndexedKey> keys = {}; // in order; empty until indexed
     };
 
     [[nodiscard]] const Section *find(QByteArrayView section) const;

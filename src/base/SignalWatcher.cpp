@@ -11,10 +11,10 @@
 namespace velmora {
 namespace {
 
-// A signal handler may do next to nothing: it writes a byte, and the event loop reads it.
+// A signal handler may do next to nothing: it writes a byte, which the event loop reads.
 std::array<int, 2> sockets = {-1, -1};
 
-// What it interrupts may be about to look at errno.
+// The interrupted code may be about to look at errno.
 extern "C" void onSignal(int)
 {
     const int before = errno;
@@ -36,7 +36,7 @@ void handle(int signal, void (*handler)(int))
 SignalWatcher::SignalWatcher()
 {
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets.data()) != 0) {
-        return; // signals then end the program as they always do
+        return; // signals then end the program as usual
     }
     auto *const notifier = new QSocketNotifier(sockets[1], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {

@@ -1,4 +1,4 @@
-// SIGTERM and SIGINT as an event of the event loop.
+// Turns SIGTERM and SIGINT into events of the event loop.
 #pragma once
 
 #include <QObject>

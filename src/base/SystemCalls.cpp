@@ -13,7 +13,7 @@ std::error_code lastError()
 
 namespace {
 
-// write: gives the next bytes to the system, and the count that it took or -1.
+// write: passes the next bytes to the system and returns the number taken, or -1.
 template <typename Write>
 std::error_code untilAllAreWritten(QByteArrayView bytes, Write write)
 {

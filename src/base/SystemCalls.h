@@ -1,4 +1,4 @@
-// What the system says when a call fails, and writing as much as it takes.
+// The error of a failed system call, and writes that repeat until all is taken.
 #pragma once
 
 #include <QByteArrayView>
@@ -7,13 +7,13 @@
 
 namespace velmora {
 
-/// Why the last system call failed, taken before another is made.
+/// The error of the last system call; to be taken before another is made.
 [[nodiscard]] std::error_code lastError();
 
-/// Writes all bytes to an open file. After an error a part of them may be written.
+/// Writes all bytes to an open file. After an error some of them may have been written.
 [[nodiscard]] std::error_code writeAll(int fd, QByteArrayView bytes);
 
-/// The same at a place of the file, which stays where it stands.
+/// The same at an offset of the file, leaving its current position alone.
 [[nodiscard]] std::error_code writeAllAt(int fd, QByteArrayView bytes, qint64 offset);
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// The owner of running coroutines.
+// Owns running coroutines.
 #pragma once
 
 #include "base/OneShot.h"
@@ -12,8 +12,8 @@
 
 namespace velmora {
 
-/// Coroutines are started in a scope that belongs to the service whose data they use, and the scope
-/// is joined before that service goes: requestStop(), then co_await join(). An exception that
+/// Coroutines are started in a scope owned by the service whose data they use, and the scope is
+/// joined before that service is destroyed: requestStop(), then co_await join(). An exception that
 /// leaves a coroutine goes to `report` as text.
 class TaskScope
 {
@@ -23,7 +23,7 @@ public:
     explicit TaskScope(Report report);
     Q_DISABLE_COPY_MOVE(TaskScope)
 
-    /// Nothing may run any more.
+    /// Nothing may be running by then.
     ~TaskScope();
 
     [[nodiscard]] std::stop_token stopToken() const { return stop_.get_token(); }
@@ -34,7 +34,7 @@ public:
 
     void launch(QCoro::Task<> task);
 
-    /// Waits until nothing runs. One waiter at a time.
+    /// Waits until nothing is running. One waiter at a time.
     QCoro::Task<> join();
 
 private:

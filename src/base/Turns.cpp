@@ -5,7 +5,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kMostSteps = 48; // also where the clock is slow to tell that time has passed
+constexpr int kMostSteps = 48; // also for a clock that is slow to show that time has passed
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// Long work that lets events through.
+// Splits long work so that events are handled in between.
 #pragma once
 
 #include "base/WorkSlice.h"
@@ -12,15 +12,15 @@ namespace velmora {
 
 /// Runs work in short steps, with a turn of the event loop after every few milliseconds of it.
 ///
-/// A class that paces itself between waits of its own uses WorkSlice alone.
+/// For a class that paces itself between waits of its own, WorkSlice alone is enough.
 class Turns
 {
 public:
     /// clock: outlives the object.
     Turns(Clock &clock, std::stop_token stop);
 
-    /// Calls `step` until it gives false. False when a stop was requested before that; then the
-    /// work is left as it is.
+    /// Calls `step` until it returns false. False when a stop was requested first; the work is then
+    /// left unfinished.
     QCoro::Task<bool> run(std::function<bool()> step);
 
 private:

@@ -22,7 +22,7 @@ void Turnstile::leave()
     }
     const auto next = waiting_.front();
     waiting_.pop_front();
-    next->set(true); // the place is handed on, never free in between
+    next->set(true); // the place is passed on and never free in between
 }
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// Coroutines that must not overlap, one after the other.
+// Lets coroutines that must not overlap run one after another.
 #pragma once
 
 #include "base/OneShot.h"
@@ -10,12 +10,11 @@
 
 namespace velmora {
 
-/// Whoever has entered leaves before the next, in the order of arrival, comes in. Must outlive
-/// whoever waits.
+/// The one inside leaves before the next enters, in order of arrival. Must outlive its waiters.
 class Turnstile
 {
 public:
-    /// Comes in at once when nobody is inside.
+    /// Enters at once when no one is inside.
     QCoro::Task<> enter();
 
     /// To be called by the one inside, once.

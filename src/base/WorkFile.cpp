@@ -28,7 +28,7 @@ constexpr time_t kOldSeconds = time_t{24} * 60 * 60;
 
 enum class Lock { Mine, Others, Unknown };
 
-// A number that no other program comes upon, whatever its process number.
+// A number that no other program hits on, whatever its process number.
 QByteArray newWorkName()
 {
     std::array<char, 12> random{};
@@ -61,7 +61,7 @@ bool standsAt(const QByteArray &path, int file)
            open.st_dev == there.st_dev && open.st_ino == there.st_ino;
 }
 
-// Where the file system knows no locks, only its age tells that nobody writes a file any more.
+// Where the file system has no locks, only a file's age shows that no one is writing it any more.
 bool isOld(int file)
 {
     struct stat info = {};
@@ -141,8 +141,8 @@ WorkFile::~WorkFile()
     }
 }
 
-// Between its making and its locking a file may be taken for one that a killed run left: then
-// another is made.
+// Between its creation and its locking a file may be taken for one that a killed run left behind:
+// then another is made.
 void WorkFile::openNamed()
 {
     error_ = std::make_error_code(std::errc::file_exists);
@@ -156,7 +156,7 @@ void WorkFile::openNamed()
             path_ = path;
         }
     }
-    if (error_ == std::errc::file_exists) { // never to be taken for the file to be
+    if (error_ == std::errc::file_exists) { // never to be mistaken for the target file
         error_ = std::make_error_code(std::errc::resource_unavailable_try_again);
     }
 }
@@ -181,7 +181,7 @@ std::error_code WorkFile::appearAs(const QByteArray &target)
     return error;
 }
 
-// A network file system may tell only when a file is closed that its disk is full.
+// A network file system may report only on closing a file that its disk is full.
 std::error_code WorkFile::giveName(const QByteArray &target)
 {
     if (!hasName()) {

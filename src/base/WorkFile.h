@@ -1,5 +1,5 @@
-// A file in the making. Nobody sees it under its own name before it is whole, nobody takes it for
-// another's, and nothing of it stays when the program is killed.
+// A file being written. No one sees it under its own name before it is whole, no one mistakes it
+// for another, and nothing of it remains when the program is killed.
 #pragma once
 
 #include "base/UniqueFd.h"
@@ -13,25 +13,25 @@
 
 namespace velmora {
 
-/// Has no name at all where the file system can keep such a file. Elsewhere it has one that no
-/// other file can have, and is locked as long as it lives: the lock ends with the process, also
-/// where another cannot see that process.
+/// Has no name at all where the file system supports that. Elsewhere it has a name that no other
+/// file can have, and is locked as long as it lives: the lock ends with the process, even where
+/// another process cannot see this one.
 class WorkFile
 {
 public:
     enum class Naming {
-        WhenWhole, // a working name only where there must be one
-        AtOnce,    // a working name from the begin
-        Refused    // no working name: an error where there must be one
+        WhenWhole, // a working name only where one is needed
+        AtOnce,    // a working name from the start
+        Refused    // no working name: an error where one would be needed
     };
 
-    static constexpr mode_t kUsualRights = 0666; // of which the process's mask takes its part
+    static constexpr mode_t kUsualRights = 0666; // less the process's mask
 
-    /// Opens an empty file. folder: native path of a folder on the file system of the file to be.
+    /// Opens an empty file. folder: native path of a folder on the target's file system.
     explicit WorkFile(const QByteArray &folder, mode_t rights = kUsualRights,
                       Naming naming = Naming::WhenWhole);
 
-    /// The same; the folder is made when missing (one level).
+    /// The same; a missing folder is made (one level).
     [[nodiscard]] static WorkFile inMadeFolder(const QByteArray &folder,
                                                mode_t rights = kUsualRights,
                                                Naming naming = Naming::WhenWhole);
@@ -40,7 +40,7 @@ public:
     WorkFile &operator=(const WorkFile &) = delete;
     WorkFile &operator=(WorkFile &&) = delete;
 
-    /// A file that was given no name of its own goes.
+    /// A file that was never given its own name is deleted.
     ~WorkFile();
 
     /// Why there is no file; none when there is one.
@@ -49,18 +49,18 @@ public:
     /// Open for reading and writing.
     [[nodiscard]] int fd() const { return file_.get(); }
 
-    /// True when the file stands under a working name.
+    /// True when the file has a working name.
     [[nodiscard]] bool hasName() const { return !path_.isEmpty(); }
 
     /// Writes at the end.
     [[nodiscard]] std::error_code write(QByteArrayView bytes) const;
 
-    /// Gives the file its own path and never replaces anything: `file_exists` then, after which
-    /// another path may be tried. Where the file system cannot name a nameless file, and where the
-    /// path lies on another one, the bytes are copied first.
+    /// Gives the file its own path and never replaces anything: fails with `file_exists` then,
+    /// after which another path may be tried. Where the file system cannot name a nameless file, or
+    /// the path is on a different one, the bytes are copied first.
     [[nodiscard]] std::error_code appearAs(const QByteArray &target);
 
-    /// Gives the file, made with a name, the path of another, which goes.
+    /// Gives the file, which must have a name, the path of another, replacing it.
     [[nodiscard]] std::error_code replace(const QByteArray &target);
 
 private:
@@ -71,15 +71,15 @@ private:
     QByteArray folder_;
     mode_t rights_;
     UniqueFd file_{-1};
-    QByteArray path_; // the working name; empty while there is none
+    QByteArray path_; // the working name; empty if it has none
     std::error_code error_;
 };
 
-/// True for what a file system answers that cannot keep a file without a name.
+/// True for the errors of a file system that does not support files without a name.
 [[nodiscard]] bool meansNoNamelessFiles(std::error_code error);
 
-/// Deletes the working files in a folder (native path) that nobody holds: those of killed runs,
-/// whichever machine or container they ran in.
+/// Deletes the working files in a folder (native path) that no one holds: those of killed runs, on
+/// whatever machine or in whatever container they ran.
 void clearWorkFiles(const QString &folder);
 
 } // namespace velmora

@@ -1,5 +1,4 @@
-// A share of the one thread's time: long work is done in slices, between which events get their
-// turn.
+// A slice of the one thread's time: long work is done in slices, and events are handled in between.
 #pragma once
 
 #include "base/Clock.h"
@@ -18,7 +17,7 @@ public:
     /// True when it is time to yield.
     [[nodiscard]] bool isOver() const { return clock_.monotonicNow() - began_ >= kLength; }
 
-    /// A new slice begins, after a yield.
+    /// Starts a new slice, after a yield.
     void begin() { began_ = clock_.monotonicNow(); }
 
 private:

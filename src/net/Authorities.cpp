@@ -21,7 +21,7 @@ X509_STORE *storeOf(void *store)
     return static_cast<X509_STORE *>(store);
 }
 
-// Passes over what is no certificate; false when the file holds no more.
+// Skips anything that is not a certificate; false when the file holds no more.
 bool addNext(BIO *file, X509_STORE *store)
 {
     if (X509 *const certificate = PEM_read_bio_X509_AUX(file, nullptr, nullptr, nullptr)) {
@@ -66,7 +66,7 @@ struct Authorities::Reading
     };
 
     FileStamp stamp;
-    std::unique_ptr<BIO, Close> file; // none when it cannot be read
+    std::unique_ptr<BIO, Close> file; // none if it cannot be read
     Store store;
 };
 

@@ -1,5 +1,5 @@
-// The certificates of the authorities that this machine trusts, read without holding up the event
-// loop: libcurl would read all of them in one go at the first encrypted connection.
+// Reads the certificates of the authorities that this machine trusts without holding up the event
+// loop: libcurl would read them all in one go at the first encrypted connection.
 #pragma once
 
 #include "base/OneShot.h"
@@ -13,17 +13,17 @@
 
 namespace velmora {
 
-/// Where certificates stand; native paths.
+/// Where certificates are kept; native paths.
 struct AuthorityPlaces
 {
-    QByteArray file;   // with all of them, one after the other; empty for none
-    QByteArray folder; // with one file each, named by its hash; empty for none
+    QByteArray file;   // holds all of them, one after another; empty for none
+    QByteArray folder; // holds one file for each, named by its hash; empty for none
 };
 
-/// The places that libcurl was made for.
+/// The places that libcurl was built with.
 [[nodiscard]] AuthorityPlaces usualAuthorityPlaces();
 
-/// One for all transfers that encrypt; outlives them.
+/// Shared by all transfers that encrypt; outlives them.
 class Authorities : public QObject
 {
 public:
@@ -31,16 +31,16 @@ public:
     Q_DISABLE_COPY_MOVE(Authorities)
     ~Authorities() override;
 
-    /// Ends once the certificates are read: at once when they were, unless the file has changed
-    /// since. Events are let through every few milliseconds.
+    /// Returns once the certificates are read: at once if they have been, unless the file has
+    /// changed since. Events are handled every few milliseconds.
     QCoro::Task<> load();
 
     [[nodiscard]] bool isLoaded() const { return store_ != nullptr; }
 
-    /// Lets a transfer (easy handle) trust these. One that comes to encrypt before they are loaded,
-    /// since a server has sent it on, ends with CURLE_ABORTED_BY_CALLBACK: it is to be run again
-    /// behind load(). Where libcurl encrypts with something else than OpenSSL, it stays with its
-    /// own way.
+    /// Makes a transfer (easy handle) trust these. If it has to encrypt before they are loaded,
+    /// because a server redirected it, it ends with CURLE_ABORTED_BY_CALLBACK and must be run again
+    /// after load(). Where libcurl uses something other than OpenSSL, it loads certificates its own
+    /// way.
     void applyTo(void *easy);
 
 private:
@@ -59,8 +59,8 @@ private:
     void finish();
 
     AuthorityPlaces places_;
-    std::unique_ptr<FileStamp> stamp_; // of the file that was read
-    std::unique_ptr<Reading> reading_; // while it lasts
+    std::unique_ptr<FileStamp> stamp_; // of the file as read
+    std::unique_ptr<Reading> reading_; // while loading
     Store store_;
     QTimer turns_;
     std::vector<OneShot<bool> *> waiting_;

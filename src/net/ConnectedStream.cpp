@@ -56,8 +56,8 @@ QCoro::Task<End> ConnectedStream::send(QByteArray bytes)
     co_return end;
 }
 
-// What arrived earlier may already stand in the encryption's own store, so that reading is tried
-// before the socket is waited for.
+// What arrived earlier may already be in the encryption's own buffer, so try to read before waiting
+// for the socket.
 QCoro::Task<End> ConnectedStream::receive(QByteArray *into)
 {
     std::array<char, kPieceBytes> piece{};

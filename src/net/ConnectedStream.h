@@ -1,4 +1,4 @@
-// A connection that libcurl has opened, with its encryption, as bytes in both directions.
+// A connection opened by libcurl, with its encryption, as a stream of bytes both ways.
 #pragma once
 
 #include <QByteArray>
@@ -17,22 +17,22 @@ enum class StreamEnd {
     Stopped
 };
 
-/// Nothing here waits but by the event loop.
+/// Waits only by way of the event loop.
 class ConnectedStream
 {
 public:
-    /// easy: connected by TransferLoop::connect(), outlives the stream. What is not done at the
-    /// limit is given up.
+    /// easy: connected by TransferLoop::connect(), outlives the stream. Whatever is unfinished at
+    /// the limit is given up.
     ConnectedStream(void *easy, QDeadlineTimer limit, std::stop_token stop);
 
-    /// Sends all; says why when it cannot.
+    /// Sends everything; returns the reason if it cannot.
     QCoro::Task<std::optional<StreamEnd>> send(QByteArray bytes);
 
-    /// Appends what has arrived to the bytes, waiting until something has; says why when nothing
-    /// will. into: of the caller, which waits.
+    /// Appends what has arrived, waiting until something has; returns the reason if nothing more
+    /// will. into: belongs to the caller, who waits.
     QCoro::Task<std::optional<StreamEnd>> receive(QByteArray *into);
 
-    /// Shortens the time that is left.
+    /// Shortens the remaining time.
     void hurry(std::chrono::milliseconds limit);
 
 private:

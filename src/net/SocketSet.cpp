@@ -8,7 +8,7 @@ namespace velmora {
 namespace {
 
 constexpr int kSocketsATurn = 16;
-constexpr qint64 kTurnNs = 3'000'000; // what one socket brings may take as long again
+constexpr qint64 kTurnNs = 3'000'000; // handling one socket's data may take as long again
 
 } // namespace
 
@@ -34,7 +34,7 @@ void SocketSet::forget(int socket)
     ::epoll_ctl(epoll_.get(), EPOLL_CTL_DEL, socket, nullptr);
 }
 
-// One at a time, so that the system keeps those first in line that have waited longest.
+// One at a time, so that the system keeps those that have waited longest at the head of the queue.
 void SocketSet::tellReadySockets()
 {
     QElapsedTimer turn;

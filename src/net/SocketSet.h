@@ -1,4 +1,4 @@
-// A set of sockets that the event loop watches as one.
+// Sockets that the event loop watches as one.
 #pragma once
 
 #include "base/UniqueFd.h"
@@ -8,16 +8,16 @@
 
 namespace velmora {
 
-/// What a socket is watched for, or is ready for.
+/// What a socket is watched for or ready for.
 struct SocketEvents
 {
     bool read = false;
     bool write = false;
-    bool error = false; // never asked for, always told
+    bool error = false; // never requested, always reported
 };
 
 /// The event loop polls each notifier at every turn; a hundred of them would cost more than the
-/// transfers. Here the kernel keeps the list, and one notifier tells that some socket of it is
+/// transfers. Here the kernel keeps the list, and one notifier reports that some socket in it is
 /// ready.
 class SocketSet : public QObject
 {
@@ -26,14 +26,14 @@ class SocketSet : public QObject
 public:
     SocketSet();
 
-    /// Watches a socket, or watches it for something else. A socket that is closed leaves the set.
+    /// Watches a socket, or changes what it is watched for. A closed socket leaves the set.
     void watch(int socket, SocketEvents wanted);
 
     void forget(int socket);
 
 Q_SIGNALS:
-    /// At most sixteen in a turn, and none after a few milliseconds, so that a burst on a hundred
-    /// sockets does not hold up the event loop.
+    /// Emitted at most sixteen times in a turn, and not after a few milliseconds, so that a burst
+    /// on a hundred sockets does not hold up the event loop.
     void ready(int socket, velmora::SocketEvents events);
 
 private:

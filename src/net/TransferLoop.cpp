@@ -25,7 +25,7 @@ using Time = std::chrono::steady_clock::time_point;
 using End = std::optional<int>; // the code, or nothing when stopped
 
 constexpr std::chrono::milliseconds kTurn{3};
-constexpr std::chrono::milliseconds kPart{2}; // of one transfer, which may begin at the turn's end
+constexpr std::chrono::milliseconds kPart{2}; // for one transfer, which may start late in a turn
 constexpr std::chrono::milliseconds kLongestWait{3'600'000};
 
 int selectMask(SocketEvents events)
@@ -42,8 +42,8 @@ void initialiseCurlOnce()
 
 } // namespace
 
-// A transfer has a multi handle of its own: with one for all, libcurl would serve every transfer
-// for which it is time within a single call, as much as there is to read from each.
+// Each transfer has its own multi handle: with a shared one, libcurl would serve every transfer
+// that is due within a single call, reading all there is from each.
 struct TransferLoop::Transfer
 {
     Transfers *owner = nullptr;
@@ -156,8 +156,8 @@ private:
         return 0;
     }
 
-    // libcurl moves its next deadline with every step of every transfer. A timer that is set for an
-    // earlier moment is left alone, and looks at the deadlines again when it fires.
+    // libcurl moves its next deadline with every step of every transfer. A timer already set for an
+    // earlier moment is left alone, and checks the deadlines again when it fires.
     void wakeBy(Time due, Time now)
     {
         if (!timer_.isActive() || wakesAt_ > due) {
@@ -167,7 +167,8 @@ private:
         }
     }
 
-    // Those that have waited longest come first; what there is no time for waits for the next turn.
+    // Those that have waited longest come first; what there is no time for is left to the next
+    // turn.
     void serveDue()
     {
         const Time began = std::chrono::steady_clock::now();
@@ -193,7 +194,7 @@ private:
         }
     }
 
-    // What it brought before is given to its callback first, which may pause it again.
+    // Data received before the pause goes to its callback first, which may pause it again.
     void goOn(Transfer &transfer)
     {
         CURL *const easy = transfer.easy;
@@ -202,7 +203,7 @@ private:
         const CURLcode code = curl_easy_pause(easy, CURLPAUSE_CONT);
         acting_ = nullptr;
         if (code != CURLE_OK) {
-            finish(easy, code); // libcurl would tell it to nobody else
+            finish(easy, code); // libcurl would report it to no one else
         }
     }
 
@@ -270,7 +271,7 @@ private:
         const CURLMcode code = curl_multi_socket_action(transfer.multi, socket, mask, &running);
         acting_ = nullptr;
         if (code == CURLM_OUT_OF_MEMORY) {
-            finish(easy, CURLE_OUT_OF_MEMORY); // nobody would hear of its end any more
+            finish(easy, CURLE_OUT_OF_MEMORY); // no one would hear of its end any more
             return;
         }
         if (transfer.pausedSince != Time::max()) {
@@ -289,7 +290,7 @@ private:
     Time actBegan_;
     SocketSet sockets_;
     std::unordered_map<int, CURL *> bySocket_;
-    std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // goes first
+    std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // destroyed first
 };
 
 TransferLoop::TransferLoop()
@@ -307,7 +308,7 @@ void *TransferLoop::newTransfer()
         throw std::bad_alloc();
     }
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name look-up
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name lookup
     return easy;
 }
 

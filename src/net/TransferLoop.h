@@ -1,5 +1,5 @@
-// Transfers of libcurl on the event loop, for all that speaks to servers. Who sets up a transfer
-// knows libcurl; who runs it need not.
+// Runs libcurl's transfers on the event loop, for everything that talks to servers. Whoever sets up
+// a transfer knows libcurl; whoever runs it need not.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -10,8 +10,8 @@
 
 namespace velmora {
 
-/// Runs any number of transfers side by side on the one thread. A run that has not ended when the
-/// loop goes ends as stopped.
+/// Runs any number of transfers concurrently on the one thread. A run still going when the loop is
+/// destroyed ends as stopped.
 class TransferLoop
 {
 public:
@@ -19,21 +19,21 @@ public:
     Q_DISABLE_COPY_MOVE(TransferLoop)
     ~TransferLoop();
 
-    /// A new easy handle of libcurl with what every transfer of the program needs, to be set up,
-    /// run and cleaned up by the caller. Throws std::bad_alloc.
+    /// A new libcurl easy handle with the options that every transfer of the program needs, to be
+    /// set up, run and cleaned up by the caller. Throws std::bad_alloc.
     [[nodiscard]] static void *newTransfer();
 
-    /// Runs an easy handle, which must outlive the run and is done with when it ends: its code
-    /// (CURLcode), or nothing when a stop was requested.
+    /// Runs an easy handle, which must outlive the run. Gives its code (CURLcode), or nothing when
+    /// a stop was requested.
     QCoro::Task<std::optional<int>> run(void *easy, std::stop_token stop);
 
-    /// The same for a transfer that is only to connect (CURLOPT_CONNECT_ONLY). After a success it
-    /// is connected until disconnect(), which must come before the loop goes.
+    /// The same for a transfer that is only to connect (CURLOPT_CONNECT_ONLY). If that succeeds, it
+    /// stays connected until disconnect(), which must come before the loop is destroyed.
     QCoro::Task<std::optional<int>> connect(void *easy, std::stop_token stop);
 
-    /// For the callback that is given the bytes of a transfer's body: true when the transfer has
-    /// had its part of this turn, and the callback is to answer CURL_WRITEFUNC_PAUSE. It is given
-    /// the same bytes again in a later turn.
+    /// For a transfer's body callback: true when the transfer has had its share of this turn, and
+    /// the callback is to return CURL_WRITEFUNC_PAUSE. It gets the same bytes again in a later
+    /// turn.
     [[nodiscard]] bool pausesNow();
 
     /// Closes a connection without a word to the server; does nothing when there is none.

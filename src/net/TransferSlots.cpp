@@ -8,10 +8,10 @@
 namespace velmora {
 namespace {
 
-// Two ends by which libcurl can be woken, two sockets while two addresses of a server are tried or
-// two ends by which the look-up of its name reports, and a working file.
+// Two descriptors for waking libcurl; two sockets while two of a server's addresses are tried, or
+// two descriptors by which the lookup of its name reports; and a working file.
 constexpr long kDescriptorsEach = 6;
-// For the settings, the log, folders being read, a desktop's opener.
+// For the settings, the log, folders being read, the desktop's opener.
 constexpr long kReserve = 12;
 constexpr int kUsuallyOpen = 40;
 
@@ -66,7 +66,7 @@ QCoro::Task<bool> TransferSlots::enter(std::stop_token stop)
     co_return entered;
 }
 
-// One that has been admitted already stays so.
+// A waiter that has already been admitted stays so.
 void TransferSlots::giveUp(OneShot<bool> *waiter)
 {
     if (std::erase(waiting_, waiter) > 0) {

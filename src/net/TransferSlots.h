@@ -12,14 +12,14 @@
 namespace velmora {
 
 /// Whoever wants to run a transfer enters and leaves. One may always run; those for which there is
-/// no room wait in the order in which they came.
+/// no room wait in order of arrival.
 class TransferSlots
 {
 public:
-    /// held: descriptors kept by what past transfers have brought, as of now.
+    /// held: descriptors now kept by the results of past transfers.
     explicit TransferSlots(std::function<int()> held);
 
-    /// Waits for room: true once there is some, false when a stop is requested before.
+    /// Waits for room: true once there is some, false when a stop is requested first.
     QCoro::Task<bool> enter(std::stop_token stop);
 
     /// Ends what enter() began.
@@ -34,7 +34,7 @@ private:
     std::function<int()> held_;
     std::deque<OneShot<bool> *> waiting_;
     int running_ = 0;
-    int others_ = 0; // descriptors open while no transfer ran
+    int others_ = 0; // descriptors open while no transfer was running
 };
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// The box "Debug": switches the event log and is remembered.
+// The "Debug" box: switches the event log and is remembered.
 #pragma once
 
 #include "settings/EventLog.h"
@@ -17,7 +17,7 @@ public:
 
     [[nodiscard]] bool isOn() const { return log_.isOn(); }
 
-    /// Takes the stored state.
+    /// Loads the stored state.
     void load() { log_.setOn(keys::kDebug.read(settings_)); }
 
     /// The box was clicked: stores its value at once.

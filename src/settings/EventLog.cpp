@@ -16,7 +16,7 @@ namespace velmora {
 namespace {
 
 constexpr qint64 kLimitBytes = 64000;
-constexpr mode_t kLogMode = 0666; // cut by the process's mask
+constexpr mode_t kLogMode = 0666; // less the process's mask
 
 QString timeOfDay(WallTime time)
 {
@@ -24,19 +24,19 @@ QString timeOfDay(WallTime time)
     return twoDigits(at.hour) + u':' + twoDigits(at.minute) + u':' + twoDigits(at.second);
 }
 
-// True for a log whose last line has no end, because the program was killed in the middle of it.
+// True for a log whose last line is unfinished because the program was killed while writing it.
 // When that cannot be told, an empty line does less harm than two lines in one.
 bool endsWithinALine(const QByteArray &path, qint64 size)
 {
     const UniqueFd file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file) {
-        return errno != EACCES; // one that may only be written is left as it is
+        return errno != EACCES; // a write-only log is left as it is
     }
     char last = 0;
     return ::pread(file.get(), &last, 1, size - 1) != 1 || last != '\n';
 }
 
-// The whole line or nothing of it, in one call where the system takes it so.
+// Writes the whole line or nothing, in one call where the system takes it so.
 std::error_code appendLine(int file, const QByteArray &path, const QByteArray &line)
 {
     const off_t before = ::lseek(file, 0, SEEK_END); // -1 for a pipe
@@ -63,7 +63,7 @@ void EventLog::rotate()
     const QByteArray path = QFile::encodeName(path_);
     if (::stat(path.constData(), &info) == 0 && info.st_size > kLimitBytes) {
         ::rename(path.constData(),
-                 QFile::encodeName(oldPath_).constData()); // failing, the log grows on
+                 QFile::encodeName(oldPath_).constData()); // if this fails, the log just grows
     }
 }
 

@@ -1,5 +1,5 @@
-// The diagnostic log: a text file beside the program that says what windows and capture do, kept
-// only while the user wants it, and never more than two generations of about 64 KB.
+// The diagnostic log: a text file beside the program that records what windows and capture do, kept
+// only while the user wants it, and in at most two generations of about 64 KB.
 #pragma once
 
 #include "base/Clock.h"
@@ -14,10 +14,11 @@ class EventLog : public QObject
     Q_OBJECT
 
 public:
-    /// programFolder: native path; the log is Velmora.log in it, the generation before Velmora.old.
+    /// programFolder: native path. The log is Velmora.log in it, the previous generation
+    /// Velmora.old.
     EventLog(const QString &programFolder, const Clock &clock);
 
-    /// True while the user wants the log (the box "Debug").
+    /// True while the user wants the log (the "Debug" box).
     [[nodiscard]] bool isOn() const { return on_; }
 
     void setOn(bool on) { on_ = on; }
@@ -25,13 +26,14 @@ public:
     /// Native path of the log file, which need not exist.
     [[nodiscard]] const QString &path() const { return path_; }
 
-    /// Appends the time of day (hh:mm:ss), a blank, the message and a line end. A log of more than
-    /// 64000 bytes first becomes Velmora.old, and a last line without an end, which a killed run
-    /// left, is ended. Throws FileError when the line cannot be written; nothing of it stays then.
+    /// Appends a line to the event log: the time of day (hh:mm:ss), a blank, the message. A log of
+    /// more than 64000 bytes first becomes Velmora.old, and an unfinished last line, left by a
+    /// killed run, is ended. Throws FileError when the line cannot be written; none of it remains
+    /// then.
     void txtDebug(const QString &message);
 
-    /// Appends a line while the log is on. A log that cannot be written is told by writeFailed and
-    /// stops nobody's work.
+    /// Appends a line while the log is on. A log that cannot be written is reported by writeFailed
+    /// and stops no work.
     void trace(const QString &message);
 
 Q_SIGNALS:

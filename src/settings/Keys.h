@@ -1,5 +1,5 @@
-// Every key of the settings file, in one table: where its value stands, what kind of value it is,
-// and what counts when none is stored. No section and no key is spelled anywhere else.
+// Every key of the settings file, in one table: where its value is, what kind of value it is, and
+// its default. No section and no key is spelled out anywhere else.
 #pragma once
 
 #include "base/LeadingNumber.h"
@@ -10,8 +10,8 @@
 
 namespace velmora {
 
-/// A text, with what counts when none is stored. As with all keys, `settings` is a SettingsFile, a
-/// SettingsSnapshot or a SettingsDraft, and the two that can be changed for a write.
+/// A text and its default. As for all keys, `settings` is a SettingsFile, a SettingsSnapshot or a
+/// SettingsDraft; only a SettingsFile or a SettingsDraft can be written.
 struct TextKey
 {
     QStringView section;
@@ -32,7 +32,7 @@ struct TextKey
     }
 };
 
-/// 1 or 0; any number but 0 is on.
+/// 1 or 0; any number other than 0 is on.
 struct SwitchKey
 {
     QStringView section;
@@ -53,7 +53,7 @@ struct SwitchKey
     }
 };
 
-/// A number, of which any value may come.
+/// A number; any value is accepted.
 struct NumberKey
 {
     QStringView section;
@@ -72,7 +72,7 @@ struct NumberKey
     }
 };
 
-/// A number of 16 bits. One that does not fit is warned of and counts as 0.
+/// A 16-bit number. One that does not fit gives a warning and counts as 0.
 struct Int16Key
 {
     QStringView section;
@@ -89,7 +89,7 @@ struct Int16Key
     }
 };
 
-/// A position in a list of ten, stored with 16 bits. One beyond the list counts as 0.
+/// A position in a list of ten, stored as a 16-bit number. One beyond the list counts as 0.
 struct PositionKey : Int16Key
 {
     [[nodiscard]] int read(const SettingsFile &settings, Problems &problems) const
@@ -100,13 +100,13 @@ struct PositionKey : Int16Key
     }
 };
 
-/// What is kept of each camera in the section of its group: the row number stands behind the word.
+/// Kept for each camera in its group's section: the row number follows the word.
 struct RowKey
 {
     QStringView word;
 };
 
-/// What is chosen for a single camera, in a section of its own.
+/// Chosen for a single camera, in a section of its own.
 struct CameraKey
 {
     QStringView key;
@@ -124,7 +124,7 @@ inline constexpr SwitchKey kDebug{kControl, u"Debug"};
 inline constexpr TextKey kTempo{kControl, u"Tempo"};
 inline constexpr TextKey kTIO{kControl, u"TIO"};
 inline constexpr PositionKey kSelecteur{{kControl, u"Selecteur"}};
-inline constexpr QStringView kMemSource = u"MemSource"; // the group's number stands behind it
+inline constexpr QStringView kMemSource = u"MemSource"; // the group's number follows it
 inline constexpr Int16Key kPlancheTop{kControl, u"Planche.Top"};
 inline constexpr Int16Key kPlancheLeft{kControl, u"Planche.Left"};
 inline constexpr Int16Key kFilmTop{kControl, u"fCine.Top"};
@@ -157,7 +157,7 @@ inline constexpr RowKey kLocalTime{u"LocalTime"};
 inline constexpr std::array kGathered{kAutoDelai, kEffM,      kBestTime,     kSB,
                                       kTimeLoad,  kNewImages, kLastModified, kLocalTime};
 
-// A single camera; digest and look are those of the picture kept last.
+// A single camera; digest and look are those of the last picture kept.
 inline constexpr CameraKey kName{u"Name"};
 inline constexpr CameraKey kKeep{u"Keep"};
 inline constexpr CameraKey kUser{u"User"};
@@ -166,12 +166,12 @@ inline constexpr CameraKey kDigest{u"Digest"};
 inline constexpr CameraKey kLook{u"Look"};
 inline constexpr std::array kChosen{kName, kKeep, kUser, kPassword, kDigest, kLook};
 
-// How the cameras deliver; whether a camera is never late has a key for each camera.
+// Camera health; each camera has a key that says it is never late.
 inline constexpr SwitchKey kNotices{kHealth, u"Notices", true};
 inline constexpr SwitchKey kNoticeMail{kHealth, u"Mail"};
 inline constexpr SwitchKey kDeleteOldest{kHealth, u"DeleteOldest"};
 inline constexpr SwitchKey kStopWhenFull{kHealth, u"StopWhenFull"};
-inline constexpr QStringView kNever = u"Never"; // group and row stand behind it
+inline constexpr QStringView kNever = u"Never"; // group and row follow it
 inline constexpr NumberKey kLateTimes{kHealth, u"LateTimes"};
 inline constexpr NumberKey kLimitMegabytes{kHealth, u"LimitMB"};
 

@@ -1,5 +1,4 @@
-// Numbers of the settings file, which must fit the kind of number that a control or a counter
-// takes.
+// Numbers from the settings file, which must fit the type that a control or a counter takes.
 #pragma once
 
 #include <QString>

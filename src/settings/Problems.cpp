@@ -3,7 +3,7 @@
 namespace velmora {
 namespace {
 
-// Months of running must not fill the memory with texts.
+// Months of running must not fill memory with texts.
 constexpr qsizetype kMaxRemembered = 1000;
 
 } // namespace

@@ -1,4 +1,4 @@
-// What went wrong and concerns the user: shown once as a plain message, and logged.
+// Problems that concern the user: shown once as a plain message, and logged.
 #pragma once
 
 #include "settings/EventLog.h"
@@ -16,15 +16,15 @@ class Problems : public QObject
 public:
     explicit Problems(EventLog &log);
 
-    /// A problem that came up by itself and may come up again and again: shown the first time, and
-    /// logged each time.
+    /// A problem that arose on its own and may do so again and again: shown the first time, logged
+    /// each time.
     void warn(const QString &text);
 
     /// A problem with what the user has just done: shown and logged each time.
     void tell(const QString &text);
 
-    /// The result of a read of the settings, or `fallback`, with a warning, when its number is out
-    /// of range.
+    /// The result of reading the settings, or `fallback`, with a warning, when its number is out of
+    /// range.
     template <typename Read, typename Value>
     Value orDefault(Read read, Value fallback)
     {

@@ -13,7 +13,7 @@
 namespace velmora {
 namespace {
 
-// Values are read into a buffer of 255 characters, the last of which ends the text.
+// Values are read into a buffer of 255 characters, including the terminating one.
 constexpr qsizetype kBufferSize = 255;
 
 template <typename Settings, typename Convert>
@@ -29,7 +29,7 @@ auto wholeNumber(const Settings &settings, QStringView section, QStringView key,
     }
 }
 
-// What stands behind a line end would be lines of the file, and might be anything.
+// Text after a line end would become lines of the file, and might be anything.
 QStringView firstLine(QStringView value)
 {
     const auto *const end =

@@ -1,5 +1,5 @@
-// The settings file: the only store of the program. Every value is read when it is needed and
-// written the moment it changes.
+// The settings file: the program's only store. Every value is read when it is needed and written
+// the moment it changes.
 #pragma once
 
 #include "base/ProfileCache.h"
@@ -13,15 +13,15 @@
 
 namespace velmora {
 
-/// The stored text, empty when section, key or file is missing, cut to 254 characters.
+/// Reads a value of the settings file: the stored text, cut to 254 characters, empty when section,
+/// key or file is missing.
 [[nodiscard]] QString ReadINI(QStringView section, QStringView key, const QString &file);
 
-/// Stores a text, of several lines the first; section and file are made as needed. A write that
-/// fails is silent.
+/// Writes a value of the settings file: of a text of several lines, the first. Section and file are
+/// made as needed. A write that fails is silent.
 void WriteINI(QStringView section, QStringView key, QStringView value, const QString &file);
 
-/// The settings as they stand at one moment, for a step that reads many values and waits for
-/// nothing.
+/// The settings at one moment, for a step that reads many values and waits for nothing.
 class SettingsSnapshot
 {
 public:
@@ -48,7 +48,7 @@ private:
     std::shared_ptr<const ProfileText> text_;
 };
 
-/// Settings that are being changed together: what is read is what has been written so far.
+/// Settings that are being changed together: reading gives what has been written so far.
 class SettingsDraft
 {
 public:
@@ -57,15 +57,15 @@ public:
     {
     }
 
-    /// Same result as ReadINI would have.
+    /// Same result as ReadINI would give.
     [[nodiscard]] QString read(QStringView section, QStringView key) const;
 
     [[nodiscard]] SettingsSnapshot snapshot() const { return SettingsSnapshot(text_.bytes()); }
 
-    /// Of a text of several lines the first.
+    /// Of a text of several lines, writes the first.
     void write(QStringView section, QStringView key, QStringView value);
 
-    /// Takes a key out.
+    /// Removes a key.
     void remove(QStringView section, QStringView key);
 
     [[nodiscard]] const QByteArray &bytes() const { return text_.bytes(); }
@@ -106,21 +106,21 @@ public:
 
     [[nodiscard]] SettingsSnapshot snapshot() const;
 
-    /// Reads, decides and writes as one step, into which no other program can come: all that
-    /// `change` writes is stored together or not at all.
+    /// Reads, decides and writes as one step that no other program can interrupt: all that `change`
+    /// writes is stored together or not at all.
     [[nodiscard]] SettingsChange
     change(const std::function<void(SettingsDraft &draft)> &change) const;
 
     /// True for a file that has grown too large to be read or changed quickly.
     [[nodiscard]] bool isLarge() const;
 
-    /// A sentence that names path and size of a file that has grown too large to be read quickly;
-    /// nothing for one of an ordinary size.
+    /// A sentence that names path and size of a file grown too large to be read quickly; nothing
+    /// for one of ordinary size.
     [[nodiscard]] std::optional<QString> sizeWarning() const;
 
 private:
     QString programFolder_;
-    mutable ProfileCache cache_; // of a file beyond all measure alone
+    mutable ProfileCache cache_; // only for a file grown beyond reason
 };
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// Where a window stood when it was closed last.
+// Where a window was when it was last closed.
 #pragma once
 
 #include "settings/Keys.h"
@@ -14,8 +14,8 @@ struct WindowPlace
     bool operator==(const WindowPlace &) const = default;
 };
 
-/// How a window's place is stored, and the largest values taken over from there, which keep the
-/// window on a small screen.
+/// How a window's place is stored, and the largest stored values to use, which keep the window on a
+/// small screen.
 struct WindowPlaceKeys
 {
     Int16Key top;
@@ -26,7 +26,7 @@ struct WindowPlaceKeys
 inline constexpr WindowPlaceKeys kBrowserPlace{keys::kPlancheTop, keys::kPlancheLeft, {330, 4485}};
 inline constexpr WindowPlaceKeys kSlideshowPlace{keys::kFilmTop, keys::kFilmLeft, {6225, 11175}};
 
-/// The stored place, 0 where none is stored; larger values become the cap, negative ones pass.
+/// The stored place, 0 where none is stored; larger values are capped, negative ones are kept.
 [[nodiscard]] WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys,
                                     Problems &problems);
 

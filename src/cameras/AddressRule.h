@@ -1,4 +1,4 @@
-// What can stand in the table as a camera's address, and the words for what cannot.
+// What the table accepts as a camera's address, and the words for what it does not.
 #pragma once
 
 #include <QString>
@@ -7,10 +7,10 @@
 
 namespace velmora {
 
-/// Why an address cannot be stored; the row (0-based) keeps what it had. Nothing when it can.
+/// Why an address cannot be stored; the row (0-based) keeps its old one. Nothing when it can.
 [[nodiscard]] std::optional<QString> addressRefusal(QStringView url, int row);
 
-/// What the settings file would lose of an address. Nothing when it keeps it whole.
+/// What the settings file would lose of an address. Nothing when it keeps all of it.
 [[nodiscard]] std::optional<QString> addressLoss(QStringView url, int row);
 
 } // namespace velmora

@@ -1,5 +1,5 @@
-// A camera's measured refresh interval in the form of the settings file, "HH:MM:SS", where the
-// hours count whole days too.
+// A camera's measured refresh interval in the form of the settings file, "HH:MM:SS", whose hours
+// include whole days.
 #pragma once
 
 #include <QString>
@@ -23,7 +23,7 @@ struct BestTime
     [[nodiscard]] QString text() const;
 };
 
-/// Reads "H:M:S"; a text of another form is an unknown time.
+/// Reads "H:M:S"; a text of any other form is an unknown time.
 [[nodiscard]] BestTime bestTimeFromText(QStringView text);
 
 } // namespace velmora

@@ -1,7 +1,7 @@
-// Which of the hundred cameras, and the order of them all: group after group.
+// Which of the hundred cameras, and their order: group after group.
 #pragma once
 
-#include <QtGlobal> // moc cannot read <compare> when it meets that first
+#include <QtGlobal> // moc cannot parse <compare> if it comes first
 
 #include <array>
 #include <compare>
@@ -14,7 +14,7 @@ inline constexpr int kGroups = 10;
 inline constexpr int kRows = 10;
 inline constexpr int kCameras = kGroups * kRows;
 
-/// Camera of a group and a row, both 0 to 9.
+/// A camera by group and row, both 0 to 9.
 struct CameraAddress
 {
     int group = 0;
@@ -23,23 +23,23 @@ struct CameraAddress
     auto operator<=>(const CameraAddress &) const = default;
 };
 
-/// The camera at a place in the order of all. index: 0 to 99.
+/// The camera at a position in the order of all. index: 0 to 99.
 constexpr CameraAddress cameraAt(int index)
 {
     return {index / kRows, index % kRows};
 }
 
-/// The place of a camera in the order of all: 0 to 99.
+/// The position of a camera in the order of all: 0 to 99.
 constexpr int indexOf(CameraAddress camera)
 {
     return camera.group * kRows + camera.row;
 }
 
-/// All cameras in their order.
+/// All cameras in order.
 inline constexpr auto kAllCameras =
     std::views::iota(0, kCameras) | std::views::transform(&cameraAt);
 
-/// A value for each camera.
+/// One value for each camera.
 template <typename Value>
 class PerCamera
 {

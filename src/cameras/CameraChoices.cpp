@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-// One pair of quotes around a stored value is taken off when it is read.
+// One pair of quotes around a stored value is stripped when it is read.
 QString quoted(QStringView value)
 {
     const bool needsQuotes = value.size() > 1 && value.front() == value.back() &&
@@ -51,7 +51,7 @@ KeepChoice keepIn(const Settings &settings, CameraAddress camera)
     return choice.isInRange() ? choice : KeepChoice{};
 }
 
-// A password without a user is none.
+// A password without a user does not count.
 template <typename Settings>
 CameraLogin loginIn(const Settings &settings, CameraAddress camera)
 {

@@ -10,19 +10,19 @@
 
 namespace velmora {
 
-/// What a row of the main window shows of a camera.
+/// What a row of the main window shows about a camera.
 struct CameraRow
 {
     QString url;
     bool automatic = false; // the period follows the measured best time
-    bool deleteOld = false; // images older than a month are to go
+    bool deleteOld = false; // images older than a month are deleted
     BestTime bestTime;
     LampColour lamp = LampColour::None;
     int loadSeconds = 0; // duration of the last download
     int newImages = 0;   // since the last reset
 };
 
-/// What the scheduler needs to know of a camera.
+/// What the scheduler needs to know about a camera.
 struct CameraSchedule
 {
     QString url;
@@ -31,26 +31,26 @@ struct CameraSchedule
     QString lastImage; // local date of the last good download, as text
 };
 
-/// What the image store needs to know of a camera.
+/// What the image store needs to know about a camera.
 struct CameraRecord
 {
-    QString lastModified; // date of the image kept last, as text
+    QString lastModified; // date of the last image kept, as text
     QString bestTime;     // as stored
     int newImages = 0;
-    bool automatic = false; // its switch is exactly 1
+    bool automatic = false; // true only if its switch is exactly 1
 };
 
-/// Section of a group's addresses ("Liste3") and of its options and counters ("Groupe3").
+/// Section of a group's addresses ("Liste3"), and that of its options and counters ("Groupe3").
 [[nodiscard]] QString listSection(int group);
 [[nodiscard]] QString groupSection(int group);
 
 /// Key of a row ("AutoDelai7").
 [[nodiscard]] QString rowKey(QStringView word, int row);
 
-/// Stores a camera's address with other changes.
+/// Stores a camera's address along with other changes.
 void setUrl(SettingsDraft &draft, CameraAddress camera, QStringView url);
 
-/// Takes all that a row has gathered out of its group's section: options, counters, dates.
+/// Removes everything that a row has gathered in its group's section: options, counters, dates.
 void forgetRow(SettingsDraft &draft, CameraAddress camera);
 
 /// Reads and writes straight through to the settings file.
@@ -76,22 +76,22 @@ public:
     [[nodiscard]] static CameraSchedule schedule(const SettingsSnapshot &settings,
                                                  CameraAddress camera);
 
-    /// True when the camera's images are to be deleted after one month.
+    /// True when the camera's images are to be deleted after a month.
     [[nodiscard]] static bool deletesOld(const SettingsSnapshot &settings, CameraAddress camera);
 
     [[nodiscard]] CameraRecord record(CameraAddress camera) const;
 
-    /// True when the last download of a camera left its lamp in that colour.
+    /// True when a camera's last download left its lamp in that colour.
     [[nodiscard]] static bool hasLamp(const SettingsSnapshot &settings, CameraAddress camera,
                                       LampColour colour);
 
-    /// A row value as stored.
+    /// A row's value as stored.
     [[nodiscard]] QString value(RowKey key, CameraAddress camera) const;
     void setValue(RowKey key, CameraAddress camera, QStringView value) const;
     void setUrl(CameraAddress camera, QStringView url) const;
     void setGroupActive(int group, bool active) const;
 
-    /// Brings the stored counters to those of a row without camera: red, no time, nothing loaded.
+    /// Resets the stored counters to those of a row without a camera: red, no time, nothing loaded.
     void clearRow(CameraAddress camera) const;
 
 private:

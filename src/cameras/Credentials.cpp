@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-// Makers think of ever new names for a password; what tells one picture from another has few.
+// Makers keep inventing names for passwords; those that tell one picture from another are few.
 constexpr std::array kHarmlessNames = {
     u"angle",      u"brightness", u"cam",         u"camera",     u"camid",    u"camno",
     u"ch",         u"chan",       u"channel",     u"channelid",  u"chn",      u"codec",
@@ -31,16 +31,16 @@ bool isHarmlessName(QStringView name)
     });
 }
 
-// Nothing in which another field could hide: neither its signs nor their codes.
+// False if another field could hide in it, by its separators or their codes.
 bool isHarmlessValue(const QString &value)
 {
     static const QRegularExpression word(QStringLiteral("^(?:[A-Za-z0-9._-]*|[0-9.,:xX*-]*)$"));
     return word.match(value).hasMatch();
 }
 
-// Where the part of an address begins that may hold a user: behind the scheme of an address that
-// stands at the begin of the text, or of a word of it. What stands before that word may be the
-// begin of a password itself, unless it holds no sign of one.
+// Where the part of an address that may hold a user begins: after the scheme of an address at the
+// start of the text, or of one of its words. Text before that word may be the start of a password
+// itself, unless it holds no sign of one.
 qsizetype beginOfAuthority(const QString &text)
 {
     static const QRegularExpression scheme(
@@ -60,9 +60,9 @@ QString withoutUser(const QString &text)
 
 // How the piece between two separators is to be read.
 enum class Place {
-    Path,   // a name of a folder, or name=value
-    Matrix, // fields within the path, behind ";" or "&"; a "/" ends them
-    Query   // fields up to the end
+    Path,   // the name of a folder, or name=value
+    Matrix, // fields within the path, after ";" or "&"; a "/" ends them
+    Query   // fields to the end
 };
 
 Place placeBehind(QChar separator, Place before)

@@ -1,15 +1,15 @@
-// What of a camera's address may be shown outside the box in which it is typed.
+// What may be shown of a camera's address outside the box in which it is typed.
 #pragma once
 
 #include <QString>
 
 namespace velmora {
 
-/// The address as logs, messages, captions and outputs show it: without whatever stands between
-/// its "://" (also ":/", or the begin where it has no scheme) and its last "@", since "/", "?" and
-/// "#" may be characters of a password; and with "***" for the value of every field ("?a=b&c=d",
-/// ";a=b", "/a=b/") whose name is not known to be harmless. A field without a name is a value. Text
-/// before the address ("Test http://…"), brackets and quotes around it stay.
+/// The address as logs, messages, captions and outputs show it: without anything between its "://"
+/// (or ":/", or its start if it has no scheme) and its last "@", since "/", "?" and "#" may be
+/// characters of a password; and with "***" for the value of every field ("?a=b&c=d", ";a=b",
+/// "/a=b/") whose name is not known to be harmless. A field without a name counts as a value. Text
+/// before the address ("Test http://…") stays, as do brackets and quotes around it.
 [[nodiscard]] QString withoutCredentials(const QString &address);
 
 } // namespace velmora

@@ -6,7 +6,7 @@
 namespace velmora {
 namespace {
 
-constexpr qsizetype kMaxUrlLength = 255; // the position in the address is a byte
+constexpr qsizetype kMaxUrlLength = 255; // positions in the address are held in a byte
 constexpr qsizetype kMostEncoded = 255;
 constexpr int kHexBase = 16;
 
@@ -15,7 +15,7 @@ bool isAsciiLetter(char c)
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-// The number with which the text begins, read as hexadecimal; 0 when there is none.
+// The number at the start of the text, read as hexadecimal; 0 when there is none.
 int leadingHex(QStringView text)
 {
     int code = 0;

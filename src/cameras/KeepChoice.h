@@ -1,4 +1,4 @@
-// Which pictures of a camera are kept when it sends no date with them.
+// Which pictures of a camera are kept when they come without a date.
 #pragma once
 
 #include <QString>
@@ -10,8 +10,8 @@ namespace velmora {
 
 enum class Keep {
     Dated, // those that the server says are new: the rule for every camera until another is chosen
-    Differing, // also one without a date whose bytes are others than those of the one kept last
-    Clearly    // also one without a date that looks different enough
+    Differing, // also undated ones whose bytes differ from the last one kept
+    Clearly    // also undated ones that look different enough
 };
 
 struct KeepChoice
@@ -33,11 +33,11 @@ struct KeepChoice
 /// "dated", "differing", "clearly:5".
 [[nodiscard]] QString keepText(const KeepChoice &choice);
 
-/// The choice that such a text tells, whether or not its percentage is in range; nothing for any
+/// The choice that such a text names, whether or not its percentage is in range; nothing for any
 /// other text.
 [[nodiscard]] std::optional<KeepChoice> keepFromText(QStringView text);
 
-/// What to tell whoever chooses a percentage that is out of range.
+/// What to tell the user of a percentage that is out of range.
 [[nodiscard]] QString percentRefusal();
 
 } // namespace velmora

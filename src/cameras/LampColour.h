@@ -1,11 +1,11 @@
-// Colours of the lamps as the settings file holds them: BGR integers, 0x00BBGGRR.
+// Lamp colours as the settings file holds them: BGR integers, 0x00BBGGRR.
 #pragma once
 
 #include <QtGlobal>
 
 namespace velmora {
 
-/// Any integer may come out of the settings file; these are the ones with a meaning.
+/// The settings file may hold any integer; these have a meaning.
 enum class LampColour : qint32 {
     None = 0,
     Red = 255,      // failed, or no address; storage folder missing

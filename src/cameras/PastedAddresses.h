@@ -8,8 +8,7 @@
 
 namespace velmora {
 
-/// The addresses of a text of several lines: one a line, without the blanks around them; empty
-/// lines are none.
+/// The addresses in a text, one a line, trimmed of blanks; empty lines are skipped.
 [[nodiscard]] QStringList addressLines(const QString &text);
 
 /// Addresses for a row and those below it. Rows are 0-based.
@@ -17,15 +16,15 @@ struct PastedAddresses
 {
     int firstRow = 0;
     QStringList addresses;  // one a row, from firstRow on
-    QList<int> overwritten; // rows that have another address now
-    int leftOut = 0;        // addresses that find no row in the group
+    QList<int> overwritten; // rows that now have a different address
+    int leftOut = 0;        // addresses for which the group has no row
 
     [[nodiscard]] int lastRow() const { return firstRow + static_cast<int>(addresses.size()) - 1; }
 
     bool operator==(const PastedAddresses &) const = default;
 };
 
-/// shown: the addresses of the group's rows as they stand in their boxes.
+/// shown: the addresses in the boxes of the group's rows.
 [[nodiscard]] PastedAddresses placeAddresses(const QStringList &lines, int firstRow,
                                              const QStringList &shown);
 

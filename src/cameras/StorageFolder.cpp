@@ -122,7 +122,7 @@ void StorageFolder::testSA()
     setText(FormRep(text_.trimmed()));
     const bool present = isThere(text_);
     if (!isBeingEdited()) {
-        takeText(); // outside an editing, what stands in the box is in force
+        takeText(); // when not being edited, the text in the box is in force
         seen_ = seen_ || present;
     }
     state_ = storageState(present, editing_);
@@ -145,7 +145,7 @@ void StorageFolder::edit(const QString &typed)
 {
     beginEdit();
     text_ = withBackslashes(typed);
-    // The cleaning makes "\" of nothing, and what is taken out letter by letter ends there too.
+    // Cleaning turns an empty text into "\", and so ends deleting it letter by letter.
     emptied_ = FormRep(text_.trimmed()) == QStringLiteral("\\");
     testSA();
     store();
@@ -158,7 +158,7 @@ void StorageFolder::setAside()
     }
 }
 
-// Cleaned, an emptied text would be the root of the file system, which nobody has asked for.
+// Once cleaned, an emptied text would be the root of the file system, which no one asked for.
 bool StorageFolder::takeBackEmptied()
 {
     if (emptied_) {
@@ -226,7 +226,7 @@ QString StorageFolder::madeText() const
     return QStringLiteral("The storage folder %1 was made").arg(inForce_);
 }
 
-// An image that was stored, or a camera that has answered, needed the folder to be there.
+// A stored image, or an answer from a camera, means that the folder was there.
 bool StorageFolder::mayHoldImages() const
 {
     const SettingsSnapshot settings = table_.settings().snapshot();
@@ -271,7 +271,7 @@ void StorageFolder::makeLevels()
 void StorageFolder::makeCameraFolders()
 {
     if (!isThere(text_)) {
-        return; // told already; a hundred messages more would not help
+        return; // already reported; a hundred more messages would not help
     }
     for (const CameraAddress camera : kAllCameras) {
         const QString name = table_.CameraFolderName(camera);

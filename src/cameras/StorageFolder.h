@@ -1,5 +1,5 @@
-// The storage folder under which every camera has its own: the text that is being typed, the folder
-// that is in force, and the folders made in it.
+// The storage folder, in which every camera has its own: the text being typed, the folder in force,
+// and the folders made in it.
 #pragma once
 
 #include "base/Gate.h"
@@ -16,21 +16,21 @@ namespace velmora {
 /// Whether the box of the storage folder is being edited.
 enum class Editing { No, Yes };
 
-/// What a storage check sets on the windows.
+/// What a check of the storage folder sets in the windows.
 struct StorageState
 {
     LampColour lamp = LampColour::None;
     bool captureEnabled = false; // timers and import; a timer runs only if its own switch is on too
     bool canMakeFolder = false;  // the make-folder button is shown
-    QString hideCaption;         // of the button that hides the main window
+    QString hideCaption;         // caption of the button that hides the main window
 
     bool operator==(const StorageState &) const = default;
 };
 
 [[nodiscard]] StorageState storageState(bool folderPresent, Editing editing = Editing::No);
 
-/// Why a native folder cannot be the storage folder, in words: the cleaning of storage paths would
-/// change its path. Nothing when it can.
+/// Why a native folder cannot be the storage folder, in words: cleaning would change its path.
+/// Nothing when it can.
 [[nodiscard]] std::optional<QString> storageRefusal(const NativePaths &paths,
                                                     const QString &nativeFolder);
 
@@ -40,18 +40,18 @@ struct StorageState
 /// Stores a text as typing it into the storage box does.
 void setStorage(SettingsDraft &draft, const QString &text);
 
-/// What became of a storage folder that was wanted.
+/// What became of a storage folder that was needed.
 enum class StoragePlace {
-    There,   // it stood there already
-    Made,    // it was made now
+    There,   // it was already there
+    Made,    // it has just been made
     Missing, // it cannot be made
-    Away     // it was in use before, so its disk may be away: it is not made by itself
+    Away     // it was in use before, so its disk may be away: it is not made automatically
 };
 
-/// Two things, each with this one owner. The text follows every keystroke, and with it lamp, state
-/// and what is stored. The folder in force is the one that everything works in that is done in
-/// folders: it takes over the text only when that is meant, and while the box is being edited
-/// nothing is done in folders at all. Outside an editing both are the same.
+/// Owns two things. The text follows every keystroke, and so do the lamp, the state and what is
+/// stored. The folder in force is where all work in folders is done: it takes over the text only
+/// when that is meant, and while the box is being edited no work is done in folders at all. When
+/// the box is not being edited, both are the same.
 class StorageFolder : public QObject
 {
     Q_OBJECT
@@ -66,7 +66,7 @@ public:
     /// Text of the folder in force; after a check it ends with "\".
     [[nodiscard]] const QString &inForce() const { return inForce_; }
 
-    /// Of the text in the box.
+    /// For the text in the box.
     [[nodiscard]] LampColour lamp() const { return state_.lamp; }
 
     [[nodiscard]] const StorageState &state() const { return state_; }
@@ -74,94 +74,97 @@ public:
     /// True when work in folders may go on: the folder is there and its box is not being edited.
     [[nodiscard]] bool isUsable() const { return state_.captureEnabled; }
 
-    /// True while the folder in force is there now, whatever the lamp says.
+    /// True while the folder in force exists, whatever the lamp says.
     [[nodiscard]] bool isPresent() const;
 
-    /// Text of the folder of that name, "\…\", in the storage folder in force.
+    /// Text of the folder with that name, "\…\", in the folder in force.
     [[nodiscard]] QString folderText(QStringView folderName) const
     {
         return inForce_ + folderName.toString();
     }
 
-    /// Folder name, "\…\", of a camera's stored address, which is another than the one in the box
-    /// while that is being edited. Empty for a row without address, and for one whose address no
+    /// Folder name, "\…\", of a camera's stored address, which differs from the one in the box
+    /// while that is being edited. Empty for a row without an address, and for one whose address no
     /// folder name can hold, of which the user is warned.
     [[nodiscard]] QString cameraFolderName(CameraAddress camera) const;
 
-    /// Text of that folder in the folder in force; without a name, of the folder in force itself.
+    /// Text of that folder in the folder in force; without a name, that of the folder in force
+    /// itself.
     [[nodiscard]] QString cameraFolderText(CameraAddress camera) const;
 
-    /// Native path of that folder, whether it is there or not; empty without a name.
+    /// Native path of that folder, whether or not it exists; empty without a name.
     [[nodiscard]] QString cameraFolder(CameraAddress camera) const;
 
-    /// Native path of "\tmp\" in the folder in force, where files stand that are not whole yet;
-    /// empty when the folder's drive does not exist.
+    /// Native path of "\tmp\" in the folder in force, where unfinished files are kept; empty when
+    /// the folder's drive does not exist.
     [[nodiscard]] QString workFolder() const;
 
-    /// True when nothing stands at its place though it may have been in use: its disk may be away.
+    /// True when the folder is missing though it may have been in use: its disk may be away.
     [[nodiscard]] bool isAway() const;
 
     /// Native path of a path text, empty when its drive does not exist.
     [[nodiscard]] QString native(const QString &pathText) const;
 
-    /// Takes the stored text, "C:\in" when there is none, and puts it in force; checks nothing.
+    /// Loads the stored text, "C:\in" when there is none, and puts it in force; checks nothing.
     void load();
 
-    /// Another program has changed the settings: takes the folder stored there and checks it,
-    /// unless the box is being edited.
+    /// Another program has changed the settings: takes the stored folder and checks it, unless the
+    /// box is being edited.
     void adoptStored();
 
-    /// Cleans the text and checks the folder: `checked` says what follows from it.
+    /// Checks the storage folder ("test du stockage"): cleans the text, then `checked` tells what
+    /// follows from it.
     void testSA();
 
     /// The box got the focus: timers stop until it is left, so that nothing is captured into a
-    /// folder that is half typed.
+    /// half-typed folder.
     void beginEdit();
 
-    /// The user changed the box: check, then store the text. The box is being edited from now on.
+    /// The user changed the box: checks and then stores the text. The box is being edited from now
+    /// on.
     void edit(const QString &typed);
 
-    /// Another window came up while the box is being edited: an unchanged text ends the editing, a
-    /// changed one waits.
+    /// Another window was activated while the box is being edited: an unchanged text ends the
+    /// editing, a changed one waits.
     void setAside();
 
     /// The box was left, or Enter was pressed in it: the text is the folder in force from now on.
-    /// An emptied box gives back the folder that was in force.
+    /// An emptied box restores the folder that was in force.
     void putInForce();
 
-    /// An emptied box gives back the folder in force; any other text stays. True when it did.
+    /// An emptied box restores the folder in force; any other text stays. True when it did.
     bool takeBackEmptied();
 
     /// The user chose this native folder, which is in force at once. One whose path the cleaning
-    /// would change (a blank in a name, say) cannot be used and is refused with a message that says
-    /// why; then the text in the box stays as it is. True when it was taken.
+    /// would change (a blank in a name, say) is refused with a message that says why, and the text
+    /// in the box stays as it is. True when it was accepted.
     bool choose(const QString &nativeFolder);
 
-    /// Puts the text in force, makes every level of the storage folder and a folder for each
-    /// camera; what cannot be made is told.
+    /// Makes the storage folder, at every level, and a folder for each camera, after putting the
+    /// text in force; reports what cannot be made.
     void MakeDir_Click();
 
-    /// Makes one level of the folder in force when it is missing and no image can have been stored
-    /// in it: the user has named it just now, or nothing was ever captured. Says what was made.
+    /// Makes one level of the folder in force if it is missing and no image can have been stored in
+    /// it: the user has just named it, or nothing was ever captured. Says what was made.
     StoragePlace makeForUse();
 
     /// True while the box is being edited: the timers are to stay stopped.
     [[nodiscard]] bool isBeingEdited() const { return editing_ == Editing::Yes; }
 
-    /// Shut while the box is being edited. A work in folders passes it after each turn that it has
-    /// given to others.
+    /// Shut while the box is being edited. Work in folders passes it after each time it has let
+    /// others run.
     [[nodiscard]] Gate &gate() { return gate_; }
 
     /// Changes whenever the box is entered or left and whenever another folder is put in force.
     [[nodiscard]] quint64 version() const { return version_; }
 
-    /// Asks for a check at the next tick, after something could not be stored.
+    /// Requests a check at the next tick, after something could not be stored.
     void requestCheck() { checkRequested_ = true; }
 
     [[nodiscard]] bool isCheckRequested() const { return checkRequested_; }
 
-    /// A check at a time of its own: does nothing unless the folder of the text came or went since
-    /// the last one.
+    /// A check that no one requested: does nothing unless the folder named by the text has come or
+    /// gone since the last one.
     void recheck();
 
 Q_SIGNALS:
@@ -170,7 +173,7 @@ Q_SIGNALS:
     void editBegan();
     void folderMade();
 
-    /// What was done with the storage folder, for people.
+    /// What was done with the storage folder, as a text for the user.
     void told(const QString &text);
 
 private:
@@ -194,13 +197,14 @@ private:
     Gate gate_;
     quint64 version_ = 0;
     Editing editing_ = Editing::No;
-    bool emptied_ = false;   // the user has taken everything out of the box
-    bool justNamed_ = false; // by the user, and not seen there since
+    bool emptied_ = false;   // the user has deleted everything in the box
+    bool justNamed_ = false; // by the user, and not yet seen there
     bool seen_ = false;      // the folder in force was there
     bool checkRequested_ = false;
 };
 
-/// A work in folders: knows whether the storage folder is still as it was when the work began.
+/// A piece of work in folders: knows whether the storage folder is still as it was when the work
+/// began.
 class StorageUse
 {
 public:
@@ -211,7 +215,7 @@ public:
     }
 
     /// False while the box is being edited, and for good once it was entered or another folder was
-    /// put in force: what was begun is to begin anew.
+    /// put in force: the work must then start again.
     [[nodiscard]] bool mayGoOn() const
     {
         return !storage_.isBeingEdited() && storage_.version() == version_;

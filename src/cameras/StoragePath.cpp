@@ -11,8 +11,7 @@ const QString &doubled()
     return pair;
 }
 
-// What is taken out of a path, in this order; a blank goes before doubled separators are looked
-// for.
+// What is removed from a path once its blanks are gone, in this order.
 QString stripped(QString path)
 {
     path.remove(doubled());
@@ -66,7 +65,7 @@ int caretAfterCleaning(const QString &typed, int caret)
     const QString cleaned = FormRep(typed.trimmed());
     QString before = typed.first(std::clamp<qsizetype>(caret, 0, typed.size()));
     if (before.size() == typed.size() && before.endsWith(u'\\')) {
-        before.chop(1); // FormRep drops it too, and puts one back
+        before.chop(1); // FormRep also drops it, and puts one back
         return static_cast<int>(std::min(stripped(before.remove(u' ')).size() + 1, cleaned.size()));
     }
     const qsizetype kept = stripped(before.remove(u' ')).size();

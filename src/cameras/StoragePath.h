@@ -1,4 +1,4 @@
-// The text of the storage folder: how it is cleaned and taken apart. Pure text, no file system.
+// Cleans the text of the storage folder and takes it apart. Pure text, no file system.
 #pragma once
 
 #include <QString>
@@ -6,24 +6,25 @@
 
 namespace velmora {
 
-/// A folder path as it is stored and used: without blanks and without the characters that cannot
-/// stand in it, ending with "\". A doubled "\" is removed whole, both characters; the colon is
-/// kept.
+/// Cleans a folder path ("forme du répertoire") into the form stored and used: without blanks and
+/// the characters that cannot occur in it, ending with "\". A doubled "\" is removed whole, both
+/// characters; the colon is kept.
 [[nodiscard]] QString FormRep(QString path);
 
-/// The path that the make-folder button makes: blanks removed, ending with "\", a doubled "\"
+/// The path that the make-folder button makes: without blanks, ending with "\", a doubled "\"
 /// reduced to one.
 [[nodiscard]] QString pathToMake(QString path);
 
-/// The path up to and including each "\" from the fourth character on, outermost first. The drive
-/// part "C:\" is thereby left out.
+/// The path up to and including each "\" from the fourth character on, outermost first. This leaves
+/// out the drive part "C:\".
 [[nodiscard]] QStringList pathLevels(const QString &path);
 
-/// What a user types in the storage box: "/" is this system's separator and stands for "\".
+/// Reads what a user types into the storage box: "/" is this system's separator and is taken as
+/// "\".
 [[nodiscard]] QString withBackslashes(QString typed);
 
-/// Where the caret goes when FormRep has changed the text in which it stood at position `caret`:
-/// behind the same characters as before.
+/// Where the caret goes when FormRep has changed the text in which it was at position `caret`:
+/// after the same characters as before.
 [[nodiscard]] int caretAfterCleaning(const QString &typed, int caret);
 
 } // namespace velmora

@@ -26,7 +26,7 @@ HttpRequest CameraRequests::stored(CameraAddress camera, const QString &url) con
     return completed(requestFor(url, options_.downloadLimit()), cameraLogin(settings_, camera));
 }
 
-// The login belongs to the stored address, not to another that is being typed.
+// The login belongs to the stored address, not to a different one being typed.
 HttpRequest CameraRequests::live(CameraAddress camera, const QString &url) const
 {
     const SettingsSnapshot settings = settings_.snapshot();

@@ -1,4 +1,4 @@
-// The request for a camera's picture: address, time limit, login, work folder.
+// Makes the request for a camera's picture: address, time limit, login, work folder.
 #pragma once
 
 #include "cameras/CameraChoices.h"
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// Everything given outlives the object.
+/// Everything passed in outlives the object.
 class CameraRequests
 {
 public:
@@ -18,13 +18,13 @@ public:
     /// url: the stored address with its alternatives resolved.
     [[nodiscard]] HttpRequest stored(CameraAddress camera, const QString &url) const;
 
-    /// The same for the live view, whose address is that of the box.
+    /// The same for the live view, which uses the address in the box.
     [[nodiscard]] HttpRequest live(CameraAddress camera, const QString &url) const;
 
     /// For an address and a login that are being tried.
     [[nodiscard]] HttpRequest trial(const QString &address, const CameraLogin &login) const;
 
-    /// Puts the time limit that counts into its box.
+    /// Puts the time limit in force into its box.
     void normaliseLimit() { options_.normaliseTimeout(); }
 
 private:

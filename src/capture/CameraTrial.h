@@ -1,4 +1,4 @@
-// One camera tried out: what it answers, and what the program would do with it. Nothing is stored.
+// Tries out one camera: what it answers, and what the program would do with it. Nothing is stored.
 #pragma once
 
 #include "base/Clock.h"
@@ -15,7 +15,7 @@
 
 namespace velmora {
 
-/// What is to be tried, as it stands in the fields; nothing of it need be stored.
+/// What to try, as the fields have it; none of it need be stored.
 struct TrialRequest
 {
     CameraAddress camera;
@@ -31,7 +31,7 @@ struct TrialResult
     QString lastModified;
     QString date;
     std::chrono::milliseconds duration{0};
-    std::optional<double> differencePercent; // from the picture kept last, where both have a look
+    std::optional<double> differencePercent; // from the last picture kept, where both have a look
     QString verdict;                         // in words
 };
 
@@ -40,7 +40,8 @@ class CameraTrial : public QObject
     Q_OBJECT
 
 public:
-    /// What a trial takes; all of it outlives this object, and the scope is joined before it goes.
+    /// What a trial uses; all of it outlives this object, and the scope is joined before it is
+    /// destroyed.
     struct Uses
     {
         const CameraTable &table;
@@ -53,7 +54,7 @@ public:
 
     explicit CameraTrial(const Uses &uses);
 
-    /// Fetches once; gives up what was being tried before.
+    /// Fetches once; gives up any trial under way.
     void begin(const TrialRequest &request);
 
     void giveUp();
@@ -71,7 +72,7 @@ private:
     std::stop_source current_;
 };
 
-/// Title of a web page whose text begins so; nothing when it is none.
+/// Title of the web page that starts with this text; nothing if it is not a page.
 [[nodiscard]] std::optional<QString> webPageTitle(QByteArrayView head);
 
 } // namespace velmora

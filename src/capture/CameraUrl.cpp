@@ -14,8 +14,8 @@ bool isPrintable(char byte)
     return byte >= kFirstPrintable && byte <= kLastPrintable;
 }
 
-// Blanks, control characters and bytes beyond ASCII may not stand in a request. also: another
-// character that is not to mean what it says.
+// Blanks, control characters and bytes beyond ASCII may not appear in a request. also: one more
+// character that is to be taken literally.
 QByteArray percentEncoded(const QByteArray &bytes, char also = ' ')
 {
     QByteArray encoded;
@@ -34,8 +34,8 @@ QByteArray percentEncoded(const QString &url)
     return percentEncoded(url.toUtf8());
 }
 
-// The path of an old address to its end: a "#" ends it no more than anything else does, and the
-// bytes are those of the code page in which the address is stored.
+// The path of an old address, to its end: a "#" does not end it, and the bytes are those of the
+// code page in which the address is stored.
 QByteArray oldPath(const QString &path)
 {
     return percentEncoded(fitsAnsi(path) ? toAnsi(path) : path.toUtf8(), '#');
@@ -68,7 +68,7 @@ QByteArray http10Url(const QString &address)
            (isJpg(address) ? oldPath(tail) : percentEncoded(tail));
 }
 
-// "h" and "h?a" as "h/" and "h/?a".
+// Turns "h" and "h?a" into "h/" and "h/?a".
 QString withPath(QString url)
 {
     static const QRegularExpression endOfHost(QStringLiteral("[/?#]"));

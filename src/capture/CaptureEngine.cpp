@@ -52,7 +52,7 @@ void CaptureEngine::adoptSettings()
     Q_EMIT settingsAdopted();
 }
 
-// A killed run may have left unnamed files in the storage folder that is used now.
+// A killed run may have left working files in the storage folder now in use.
 void CaptureEngine::clearStrayFiles(const StorageState &state)
 {
     const QString folder = storage_.workFolder();

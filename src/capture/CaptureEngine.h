@@ -1,4 +1,4 @@
-// Everything that captures, put together: the same with windows and without.
+// All the parts of the capture, put together: the same with windows and without.
 #pragma once
 
 #include "base/Clock.h"
@@ -21,8 +21,8 @@
 
 namespace velmora {
 
-/// Builds the parts in the order of their dependence and ends them in reverse. close() must have
-/// ended before the engine goes.
+/// Builds the parts in order of dependency and ends them in reverse. close() must have finished
+/// before the engine is destroyed.
 class CaptureEngine : public QObject
 {
     Q_OBJECT
@@ -65,26 +65,26 @@ public:
 
     [[nodiscard]] TaskScope &scope() { return scope_; }
 
-    /// Starts a coroutine that is joined by close().
+    /// Starts a coroutine, which close() joins.
     void launch(QCoro::Task<> task) { scope_.launch(std::move(task)); }
 
     /// Tells the user what makes the settings hard to work with.
     void checkSettings();
 
-    /// Loads the start values and watches over the storage folder, once it has been checked.
+    /// Loads the start values and, once the storage folder has been checked, watches over it.
     void start();
 
-    /// Another program has changed the settings: takes over what is held of them.
+    /// Another program has changed the settings: takes over those that are held here.
     void adoptSettings();
 
-    /// For what fetches beside the capture.
+    /// For fetching outside the capture.
     [[nodiscard]] CameraRequests &requests() { return requests_; }
 
-    /// Gives up whatever still runs and waits for its end.
+    /// Gives up whatever is still running and waits for it to end.
     QCoro::Task<> close();
 
 Q_SIGNALS:
-    /// What others hold of the settings is to be read anew.
+    /// Anyone who holds settings is to read them again.
     void settingsAdopted();
 
 private:

@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kDigits = 15; // a number as text shows no more
+constexpr int kDigits = 15; // a number shown as text has no more
 constexpr double kMinTempo = 1;
 constexpr double kMaxTempo = 60;
 constexpr double kMinTimeout = 5;

@@ -1,6 +1,6 @@
-// The options of the capture that stand in boxes of the main window: tick length and time-out. They
-// are texts, as typed; every change is stored at once. What counts follows the text at every
-// moment, but the text itself is put right only when nobody is typing it.
+// Capture options edited in boxes of the main window: tick length and time-out. They are texts, as
+// typed; every change is stored at once. The value in force follows the text at every moment, but
+// the text itself is corrected only when no one is typing it.
 #pragma once
 
 #include "settings/SettingsFile.h"
@@ -11,11 +11,11 @@
 
 namespace velmora {
 
-/// Tick length and time-out as stored, brought into their range: whole seconds, as text.
+/// Tick length and time-out as stored, brought into range: whole seconds, as text.
 [[nodiscard]] QString storedTempo(const SettingsSnapshot &settings);
 [[nodiscard]] QString storedTimeout(const SettingsSnapshot &settings);
 
-/// Store what their boxes would hold once they have put a text into its range.
+/// Stores what the box would hold once the text was brought into range.
 void setStoredTempo(SettingsDraft &draft, QStringView text);
 void setStoredTimeout(SettingsDraft &draft, QStringView text);
 
@@ -26,10 +26,11 @@ class CaptureOptions : public QObject
 public:
     explicit CaptureOptions(const SettingsFile &settings);
 
-    /// Takes the stored values, with "1" and "5" for those that are no number or 0; stores nothing.
+    /// Loads the stored values, with "1" and "5" for those that are 0 or not a number; stores
+    /// nothing.
     void load();
 
-    /// Another program has changed the settings: takes over what is stored, unless a box is being
+    /// Another program has changed the settings: takes the stored values, unless a box is being
     /// edited.
     void adoptStored();
 
@@ -39,26 +40,25 @@ public:
     /// Download time-out in seconds.
     [[nodiscard]] const QString &timeout() const { return timeout_; }
 
-    /// The box changed, or a rule put a value back into it; a text that is there already is no
-    /// change.
+    /// The box changed, or a rule put a value back into it; setting the same text is no change.
     void setTempo(const QString &text);
     void setTimeout(const QString &text);
 
-    /// The box is being edited, or no longer is. What a rule would have put into it meanwhile is
-    /// put there at the end.
+    /// The box is being edited, or no longer is. A correction held back meanwhile is made at the
+    /// end.
     void beginTempoEdit();
     void endTempoEdit();
     void beginTimeoutEdit();
     void endTimeoutEdit();
 
-    /// Brings the tick length into 1 to 60 seconds, puts it back without decimals, and gives the
-    /// interval of the timer, which still has them: 2.7 gives 2700 ms and leaves 2 in the box.
+    /// Brings the tick length into 1 to 60 seconds, puts it back without decimals, and returns the
+    /// timer's interval, which still has them: 2.7 gives 2700 ms and leaves 2 in the box.
     std::chrono::milliseconds normaliseTempo();
 
-    /// The time-out that counts: positive, whole and at least 5 seconds.
+    /// The time-out in force: positive, whole and at least 5 seconds.
     [[nodiscard]] std::chrono::seconds downloadLimit() const;
 
-    /// Puts the time-out that counts into the box.
+    /// Puts the time-out in force into its box.
     void normaliseTimeout();
 
 Q_SIGNALS:
@@ -66,15 +66,15 @@ Q_SIGNALS:
     void timeoutChanged(const QString &text);
 
 private:
-    /// Whether a box is being edited, and whether a rule waits for the end of that.
+    /// Whether a box is being edited, and whether a rule is waiting for that to end.
     struct Hand
     {
         bool edits = false;
         bool ruleWaits = false;
 
-        /// True when a rule may change the text now.
+        /// True when a rule may correct the text now.
         bool mayPutRight();
-        /// True when a rule has waited.
+        /// True when a rule was waiting.
         bool end();
     };
 

@@ -18,7 +18,7 @@
 namespace velmora {
 namespace {
 
-// What the pass lists: the folders also hold names of the same length that are no images.
+// The pattern of the pass: the folders also hold names of the same length that are not images.
 bool isListed(QByteArrayView name)
 {
     static const FilePattern shortImageNames("????????_??????.*");
@@ -51,7 +51,7 @@ std::error_code rename(const QByteArray &folder, const QByteArray &name)
                   : std::make_error_code(std::errc::no_such_file_or_directory);
 }
 
-// A name may hold line ends, which neither a caption nor a line of the log can show.
+// A name may hold line breaks, which neither a caption nor a log line can show.
 QString shownName(const QByteArray &name)
 {
     return onOneLine(QFile::decodeName(name));
@@ -94,7 +94,7 @@ QCoro::Task<> Conformity::run()
     }
     begin();
     const auto atEnd = qScopeGuard([this] { end(); });
-    co_await clock_.yield(); // the captions are painted before the work begins
+    co_await clock_.yield(); // so that the captions are painted before the work begins
     slice_.begin();
     int index = 0;
     while (index < kCameras && !stop_.stop_requested()) {
@@ -105,7 +105,7 @@ QCoro::Task<> Conformity::run()
             co_await conformFolder(folder, use);
         }
         co_await letEventsRun();
-        index = use.mayGoOn() ? index + 1 : 0; // the folders may be others now
+        index = use.mayGoOn() ? index + 1 : 0; // the folders may have changed
     }
 }
 
@@ -128,7 +128,7 @@ void Conformity::end()
     Q_EMIT ended();
 }
 
-// In order as they come, so that no long sort holds the events up.
+// Sorted on arrival, so that no long sort holds up events.
 QCoro::Task<std::set<QByteArray>> Conformity::shortNames(QString folder, StorageUse use)
 {
     std::set<QByteArray> names;

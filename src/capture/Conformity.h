@@ -1,5 +1,5 @@
-// Brings stored images whose names have the older, short form ("20060307_140509.jpg") to the
-// current one, with day and hour behind the time ("20060307_1405090714.jpg").
+// Renames stored images that have the older, short form of name ("20060307_140509.jpg") to the
+// current form, with day and hour after the time ("20060307_1405090714.jpg").
 #pragma once
 
 #include "base/Clock.h"
@@ -27,25 +27,25 @@ class Conformity : public QObject
 
 public:
     /// A pass ends early when the scope is asked to stop. Scheduler and scope outlive this object,
-    /// and the scope is joined before it goes.
+    /// and the scope is joined before it is destroyed.
     Conformity(StorageFolder &storage, Scheduler &scheduler, EventLog &log, Clock &clock,
                TaskScope &scope);
 
-    /// True when the first "." of a file name is its 16th character. name: UTF-8; a byte that is no
-    /// UTF-8 counts as a character.
+    /// True when the first "." of a file name is its 16th character. name: UTF-8; a byte that is
+    /// not UTF-8 counts as a character.
     [[nodiscard]] static bool isShortForm(QByteArrayView name);
 
-    /// One pass; does nothing while another runs. To be launched in the scope. Captures are
-    /// suspended from its begin to its end, however it ends. No existing file is replaced, and a
-    /// file that cannot be renamed stays as it is. While the box of the storage folder is being
-    /// edited the pass stands still; then it begins anew, since its folders may be others.
+    /// One pass; does nothing while another is running. To be launched in the scope. Captures are
+    /// suspended from start to end, however it ends. No existing file is replaced, and a file that
+    /// cannot be renamed stays as it is. While the storage box is being edited the pass stands
+    /// still; then it starts over, since its folders may have changed.
     QCoro::Task<> run();
 
     [[nodiscard]] bool isRunning() const { return running_; }
 
-    /// True when a pass would find this file and might rename it. One that could not be renamed is
-    /// not wanted again until something has changed on which that depends: the name in its way, the
-    /// rights of the folder, or the file itself. path: native path in a camera folder.
+    /// True when a pass would find this file and might rename it. A file that could not be renamed
+    /// is not wanted again until something that matters has changed: the name in its way, the
+    /// folder's permissions, or the file itself. path: native path in a camera folder.
     [[nodiscard]] bool wants(const QString &path) const;
 
 Q_SIGNALS:
@@ -96,7 +96,7 @@ private:
     Clock &clock_;
     std::stop_token stop_;
     WorkSlice slice_;
-    QHash<QString, Failure> failures_; // by the path as text
+    QHash<QString, Failure> failures_; // keyed by path
     bool running_ = false;
 };
 

@@ -3,7 +3,7 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kMostBefore = qint64{64} * 1024; // preamble and headers of the part together
+constexpr qint64 kMostBefore = qint64{64} * 1024; // the part's preamble and headers together
 constexpr qint64 kMostPart = qint64{64} * 1024 * 1024;
 constexpr qsizetype kMostBoundary = 256;
 
@@ -46,8 +46,8 @@ QByteArrayView headerValue(QByteArrayView line, QByteArrayView name)
     return isThis ? line.sliced(name.size() + 1).trimmed() : QByteArrayView();
 }
 
-// Where the line end in front of the delimiter begins, whose boundary was found at `found`; -1 when
-// it only looked like one.
+// Start of the line end before the delimiter whose boundary was found at `found`; -1 when it only
+// looked like one.
 qsizetype endOfPart(QByteArrayView bytes, qsizetype found)
 {
     qsizetype at = found;
@@ -178,7 +178,7 @@ void FirstPart::takeCounted(ReplyBody &body)
     }
 }
 
-// What may be the begin of a delimiter stays until more has come.
+// What may be the start of a delimiter is held back until more arrives.
 void FirstPart::takeUntilBoundary(ReplyBody &body)
 {
     for (qsizetype found = rest_.indexOf(boundary_); found >= 0;
@@ -191,7 +191,7 @@ void FirstPart::takeUntilBoundary(ReplyBody &body)
             return;
         }
     }
-    const qsizetype kept = boundary_.size() + kMostBoundary; // with line end and dashes
+    const qsizetype kept = boundary_.size() + kMostBoundary; // including line end and dashes
     const qsizetype taken = rest_.size() - kept;
     if (taken > 0) {
         body.append(QByteArrayView(rest_).first(taken));

@@ -1,5 +1,5 @@
-// The first whole part of an endless answer, as cameras send their pictures one after the other
-// ("multipart/x-mixed-replace").
+// Extracts the first whole part of an endless answer, as cameras send their pictures one after
+// another ("multipart/x-mixed-replace").
 #pragma once
 
 #include "capture/ReplyBody.h"
@@ -11,9 +11,9 @@
 
 namespace velmora {
 
-/// Fed with the bytes of the answer in pieces of any size. Takes a boundary that is announced with
-/// dashes or quotes and sent without, or the other way round, or not announced at all; parts with
-/// and without a length.
+/// Fed with the bytes of the answer in pieces of any size. Accepts a boundary that is announced
+/// with dashes or quotes and sent without, or the reverse, or not announced at all; parts with and
+/// without a length.
 class FirstPart
 {
 public:
@@ -26,7 +26,7 @@ public:
     /// contentType: of the whole answer.
     explicit FirstPart(QByteArrayView contentType);
 
-    /// True for an answer that consists of parts which replace each other.
+    /// True for an answer whose parts replace each other.
     [[nodiscard]] static bool isAnnouncedBy(QByteArrayView contentType);
 
     /// Takes the next bytes; those of the part go to `body`. Throws std::bad_alloc.
@@ -49,12 +49,12 @@ private:
     void takeUntilBoundary(ReplyBody &body);
     void breakOff(const QString &fault);
 
-    QByteArray boundary_; // without its dashes; empty until it is known
-    QByteArray rest_;     // arrived, but not taken yet
+    QByteArray boundary_; // without its dashes; empty while unknown
+    QByteArray rest_;     // received, but not consumed yet
     Place place_ = Place::Preamble;
     State state_ = State::Reading;
-    std::optional<qint64> length_; // of the part, what is left of it
-    qint64 skipped_ = 0;           // bytes in front of the part
+    std::optional<qint64> length_; // remaining bytes of the part
+    qint64 skipped_ = 0;           // bytes before the part
     QString contentType_;
     QString fault_;
 };

@@ -22,12 +22,12 @@ namespace velmora {
 namespace {
 
 constexpr qint64 kMostBody = qint64{64} * 1024 * 1024;
-constexpr qsizetype kMostError = 4096; // of what ffmpeg says, its end
-constexpr int kReapMs = 1000;          // for the end of a process that has been killed
+constexpr qsizetype kMostError = 4096; // of the end of ffmpeg's output
+constexpr int kReapMs = 1000;          // for a killed process to end
 
 enum class GrabEnd { Finished, TimeOut, Stopped, TooLong, NotStarted };
 
-// Everything that a stream may lead to, and nothing that reads files of this machine.
+// Allows everything that a stream may lead to, and nothing that reads files of this machine.
 QStringList arguments()
 {
     return QStringLiteral("-hide_banner -loglevel error -f concat -safe 0 -protocol_whitelist "
@@ -36,7 +36,7 @@ QStringList arguments()
         .split(u' ');
 }
 
-// ffmpeg's own form of a list of inputs; quotes within quotes end them for a moment.
+// ffmpeg's own syntax for a list of inputs; a quote within quotes interrupts them.
 QByteArray inputList(QByteArray url)
 {
     url.replace("'", "'\\''");
@@ -56,7 +56,7 @@ QByteArray withLogin(const HttpRequest &request)
            request.url.sliced(at < host ? host : at + 1);
 }
 
-// Lets its children be killed with it, and does not outlive this program. Runs in the new process.
+// Makes its children die with it, and it with this program. Runs in the new process.
 void becomeGroup()
 {
     ::setpgid(0, 0);
@@ -71,7 +71,7 @@ QString lastLine(const QByteArray &text)
 
 } // namespace
 
-/// Room for as many processes as there are cores; the others wait in a line.
+/// Room for as many processes as there are cores; others queue.
 class FrameGrabber::Places
 {
 public:
@@ -92,7 +92,7 @@ public:
         co_return mine;
     }
 
-    // The place goes to the next in line.
+    // The place passes to the next in the queue.
     void leave()
     {
         if (waiting_.empty()) {
@@ -149,7 +149,7 @@ public:
 
     OneShot<GrabEnd> &end() { return end_; }
 
-    // Its children too, whether it has ended itself or not; then nothing is left of it.
+    // Kills its children too, whether or not it has ended itself, so that nothing of it is left.
     void kill()
     {
         timer_.stop();

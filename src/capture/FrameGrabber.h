@@ -1,4 +1,4 @@
-// One picture of an RTSP stream, by way of ffmpeg.
+// Gets one picture of an RTSP stream, using ffmpeg.
 #pragma once
 
 #include "capture/HttpClient.h"
@@ -7,11 +7,11 @@
 
 namespace velmora {
 
-/// Starts ffmpeg, if it is installed, for each picture: without a shell, with the address on its
-/// standard input, where no list of processes shows it, TCP before UDP. It is killed with all that
-/// it has started when the time limit is over, when a stop is requested, and when this program
-/// ends. At most as many run at once as the machine has cores; others wait their turn. The reason
-/// of a failure is ffmpeg's last line, without the credentials of the address.
+/// Starts ffmpeg, if installed, for each picture: without a shell, preferring TCP to UDP, and
+/// with the address on its standard input, where no list of processes shows it. It is killed with
+/// all that it started when the time limit is reached, when a stop is requested, and when this
+/// program ends. At most one per core of the machine runs at once; others wait their turn. The
+/// reason for a failure is ffmpeg's last line, without the credentials of the address.
 class FrameGrabber final : public PictureSource
 {
 public:

@@ -1,5 +1,5 @@
-// How a picture is asked for in libcurl's words, and what its answer means; the transfer loop runs
-// the transfers.
+// Sets up the request for a picture in libcurl's terms, and interprets the answer; the transfer
+// loop runs the transfers.
 #include "capture/HttpClient.h"
 
 #include "capture/FirstPart.h"
@@ -21,7 +21,7 @@ namespace {
 constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
 constexpr qint64 kMaxHeaderBytes = 128LL * 1024; // of an answer and the redirects before it
 constexpr long kMaxRedirects = 10;
-constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would be none
+constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would mean no limit
 constexpr int kSocketBufferBytes = 256 * 1024;
 constexpr long kReceiveBufferBytes = 32L * 1024; // libcurl fills it up to a hundred times in one go
 constexpr qsizetype kSmallPieceBytes = 4096;
@@ -39,7 +39,7 @@ struct CleanUp
 /// Why the program itself ended a transfer.
 enum class Refusal { None, Status, TooLong, Headers, Coding, Memory, Stream, Enough };
 
-/// A transfer and what has come of it so far.
+/// A transfer and what has arrived so far.
 struct Transfer
 {
     Transfer(TransferLoop &onLoop, ReplyBody empty)
@@ -50,13 +50,13 @@ struct Transfer
 
     TransferLoop &loop;
     ReplyBody body;
-    QByteArray gathered; // of a body that comes in small pieces, not yet in it
-    QByteArray header;   // as far as it has come, which may be over several lines
+    QByteArray gathered; // of a body that arrives in small pieces, not yet appended
+    QByteArray header;   // as far as it has arrived, possibly in several lines
     qint64 headerBytes = 0;
     Refusal refusal = Refusal::None;
     std::optional<FirstPart> stream; // of an answer that is a stream of pictures
     std::unique_ptr<curl_slist, CleanUp> headers;
-    std::array<char, CURL_ERROR_SIZE> libcurlText = {}; // not for people: may hold what is secret
+    std::array<char, CURL_ERROR_SIZE> libcurlText = {}; // never shown: may contain secrets
     std::unique_ptr<CURL, CleanUp> easy{TransferLoop::newTransfer()};
 };
 
@@ -65,7 +65,7 @@ bool isGoodStatus(long status)
     return status >= kFirstGoodStatus && status < kFirstRedirectStatus;
 }
 
-// The status of the last answer so far; 0 before the first.
+// The status of the latest answer; 0 before the first.
 long statusOf(CURL *easy)
 {
     long status = 0;
@@ -73,7 +73,7 @@ long statusOf(CURL *easy)
     return status;
 }
 
-// The page that comes with a refusal may be endless: it is not looked at.
+// The page that comes with an error status may be endless: it is not read.
 Refusal refusalOfBody(const Transfer &transfer, qsizetype length)
 {
     if (!isGoodStatus(statusOf(transfer.easy.get()))) {
@@ -83,7 +83,7 @@ Refusal refusalOfBody(const Transfer &transfer, qsizetype length)
     return total > kMaxBodyBytes ? Refusal::TooLong : Refusal::None;
 }
 
-// Of a stream one picture is enough; the rest of it is not waited for.
+// One picture of a stream is enough; the rest is not waited for.
 Refusal refusalOfStream(Transfer &transfer, QByteArrayView bytes)
 {
     // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked only of a transfer that has one
@@ -103,7 +103,7 @@ void appendGathered(Transfer &transfer)
     transfer.body.append(std::exchange(transfer.gathered, {}));
 }
 
-// A server may send every byte as a piece of its own; each would be a call of the system.
+// A server may send every byte on its own; each would cost a system call.
 void appendToBody(Transfer &transfer, QByteArrayView bytes)
 {
     if (transfer.gathered.isEmpty() && bytes.size() >= kSmallPieceBytes) {
@@ -133,7 +133,7 @@ void takeBody(Transfer &transfer, QByteArrayView bytes)
 std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
-    const std::size_t total = size * count; // of bytes
+    const std::size_t total = size * count; // in bytes
     if (transfer->loop.pausesNow()) {
         return CURL_WRITEFUNC_PAUSE;
     }
@@ -145,7 +145,7 @@ std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
     return transfer->refusal == Refusal::None ? total : CURL_WRITEFUNC_ERROR;
 }
 
-// What stands behind the name in a header; nothing in another header's.
+// The value in a header of that name; nothing for any other header.
 std::optional<QByteArrayView> valueIn(QByteArrayView header, QByteArrayView name)
 {
     const qsizetype colon = header.indexOf(':');
@@ -154,8 +154,8 @@ std::optional<QByteArrayView> valueIn(QByteArrayView header, QByteArrayView name
     return isThis ? std::optional(header.sliced(colon + 1).trimmed()) : std::nullopt;
 }
 
-// Other codings than "chunked" would be undone by libcurl, a thousandfold where a server wants it;
-// one that libcurl does not see, as it is written oddly, would be stored as it came.
+// libcurl would decode codings other than "chunked", to a thousand times the size if a server so
+// wishes; one that it misses because it is written oddly would be stored undecoded.
 Refusal refusalOfCoding(QByteArrayView header)
 {
     constexpr QByteArrayView kName("Transfer-Encoding");
@@ -165,7 +165,7 @@ Refusal refusalOfCoding(QByteArrayView header)
     return coding.isEmpty() || (isInChunks && isPlain) ? Refusal::None : Refusal::Coding;
 }
 
-// Room for a usual body at once; growing it step by step copies it several times.
+// Room for an ordinary body at once; growing it step by step copies it several times.
 void reserveBody(Transfer &transfer, QByteArrayView header)
 {
     if (const std::optional<QByteArrayView> length = valueIn(header, "Content-Length")) {
@@ -173,7 +173,7 @@ void reserveBody(Transfer &transfer, QByteArrayView header)
     }
 }
 
-// The answer behind a redirect is another one.
+// A redirect leads to a new answer.
 void recogniseStream(Transfer &transfer, QByteArrayView header)
 {
     if (header.startsWith("HTTP/")) {
@@ -192,7 +192,7 @@ void takeHeader(Transfer &transfer, QByteArrayView header)
     recogniseStream(transfer, header);
 }
 
-// A header may go on in the next line, so that each is complete only when another one begins.
+// A header may continue on the next line, so each is complete only when another one begins.
 void takeHeaderLine(Transfer &transfer, QByteArrayView line)
 {
     transfer.headerBytes += line.size();
@@ -210,7 +210,7 @@ void takeHeaderLine(Transfer &transfer, QByteArrayView line)
 std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
-    const std::size_t total = size * count; // of bytes
+    const std::size_t total = size * count; // in bytes
     try {
         takeHeaderLine(*transfer, QByteArrayView(bytes, static_cast<qsizetype>(total)));
     } catch (const std::bad_alloc &) {
@@ -219,7 +219,7 @@ std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *use
     return transfer->refusal == Refusal::None ? total : 0;
 }
 
-// Room for a whole picture in the socket: the camera can send it at once while others are being
+// Room for a whole picture in the socket: the camera can send it all at once while others are being
 // read.
 int onSocketMade(void *, curl_socket_t socket, curlsocktype)
 {
@@ -252,7 +252,7 @@ void setTransferOptions(Transfer &transfer, const HttpRequest &request)
     curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, transfer.libcurlText.data());
 }
 
-// True when the address has a user in front of its host.
+// True when the address has a user before its host.
 bool namesUser(const QByteArray &url)
 {
     const qsizetype host = url.indexOf("//") + 2;
@@ -283,7 +283,7 @@ void setFormOptions(Transfer &transfer, const HttpRequest &request)
     curl_easy_setopt(easy, CURLOPT_HTTPHEADER, transfer.headers.get());
 }
 
-// A header of the last response, after any redirects; one that says nothing is none.
+// A header of the last response, after any redirects; a blank one counts as none.
 QString headerText(CURL *easy, const char *name)
 {
     curl_header *header = nullptr;
@@ -298,8 +298,8 @@ bool wasAsked(CURL *easy)
     return sent > 0;
 }
 
-// libcurl says that it has no memory when a line of the headers does not end, and, behind a body in
-// chunks, says so in its text alone.
+// libcurl reports that it is out of memory when a header line does not end, and, after a body in
+// chunks, says so only in its message.
 bool isEndlessLine(const Transfer &transfer, CURLcode code)
 {
     const QByteArrayView text(transfer.libcurlText.data());
@@ -367,7 +367,7 @@ HttpReply replyOf(Transfer &transfer, CURLcode code)
         appendGathered(transfer);
         reply.body = std::move(transfer.body);
     }
-    // The date of a stream would be that of its begin.
+    // A stream's date would be that of its start.
     reply.lastModified = transfer.stream ? QString() : headerText(easy, "Last-Modified");
     reply.date = headerText(easy, "Date");
     reply.contentType =
@@ -406,7 +406,7 @@ HttpClient::HttpClient(AuthorityPlaces authorities)
 {
 }
 
-// What cannot be had for one camera costs that camera its picture, and no other.
+// A lack of resources costs this camera its picture, and no other.
 QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token stop)
 {
     if (request.url.isEmpty()) {
@@ -426,8 +426,8 @@ QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token st
     co_return reply;
 }
 
-// Certificates are read when a camera first wants them. When a server sends the program on to one
-// that encrypts, that shows only in the middle of the transfer, which is then begun anew.
+// Certificates are read when a camera first needs them. When a redirect leads to an encrypted
+// address, that shows only in the middle of the transfer, which is then started again.
 QCoro::Task<HttpReply> HttpClient::transfer(HttpRequest request, std::stop_token stop)
 {
     const QDeadlineTimer limit(request.limit, Qt::PreciseTimer);

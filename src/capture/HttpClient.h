@@ -14,7 +14,7 @@
 
 namespace velmora {
 
-/// What fetches a picture.
+/// Something that fetches pictures.
 class PictureSource
 {
 public:
@@ -22,21 +22,21 @@ public:
     Q_DISABLE_COPY_MOVE(PictureSource)
     virtual ~PictureSource() = default;
 
-    /// Ends when the picture is there, when the transfer failed, or when a stop is requested.
+    /// Completes when the picture is there, the transfer has failed, or a stop is requested.
     virtual QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) = 0;
 };
 
 /// Fetches with libcurl. Redirects are followed (10 at most, http and https only); user and
 /// password are taken from the address and sent only when the server asks. A transfer fails on a
 /// status outside 200 to 299, a body shorter than declared or longer than 64 MiB, endless headers,
-/// a transfer coding other than "chunked", or past its time limit; nothing is ever inflated. A body
-/// goes to the request's work folder as it arrives when it gets too long for memory. Of many
-/// fetches at once some wait when the process may not open enough files. No fetch may run when the
-/// client goes.
+/// a transfer coding other than "chunked", or when its time runs out; nothing is ever decompressed.
+/// A body too long for memory goes to the request's work folder as it arrives. If the process may
+/// not open enough files for many fetches at once, some wait. No fetch may be running when the
+/// client is destroyed.
 class HttpClient final : public PictureSource
 {
 public:
-    /// authorities: where the certificates stand that are trusted.
+    /// authorities: where the trusted certificates are.
     explicit HttpClient(AuthorityPlaces authorities = usualAuthorityPlaces());
 
     QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;

@@ -1,4 +1,4 @@
-// One picture to be fetched, and what came of it.
+// One picture to be fetched, and the outcome.
 #pragma once
 
 #include "capture/ReplyBody.h"
@@ -13,7 +13,7 @@ namespace velmora {
 enum class HttpForm {
     Http10,   // HTTP/1.0, always fresh from the server, as "anonimous" when the server asks for a
               // user
-    AsWritten // HTTP/1.1; later versions let a server send more at a time than is good for the loop
+    AsWritten // HTTP/1.1; later versions let a server send more at a time than the loop can take
 };
 
 struct HttpRequest
@@ -43,7 +43,7 @@ struct HttpReply
     QString date;         // header text: the server's clock
     QString contentType;
     std::chrono::milliseconds duration{0};
-    QString failure; // why it failed, for people, without credentials
+    QString failure; // why it failed, as a text for the user, without credentials
 };
 
 } // namespace velmora

@@ -50,7 +50,7 @@ QString typeExtension(QByteArrayView body, const QString &contentType)
     return QStringLiteral(".jpg");
 }
 
-// Of an address's last field it may be the end of a password, unless it is a picture's.
+// At the end of an address's last field it may be the end of a password, unless it is a picture's.
 bool tellsNoSecret(const QString &extension, const QString &url)
 {
     const bool isPicture = std::ranges::any_of(kPictureExtensions, [&](const char *known) {

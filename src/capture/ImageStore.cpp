@@ -38,10 +38,10 @@ struct ImageStore::Arrival
     CameraRecord record; // as it was before this picture
     ReplyBody body;
     KeepChoice choice;
-    PictureMark mark;   // empty unless the choice asks for it
+    PictureMark mark;   // empty unless the choice needs it
     bool isNew = false; // by comparison
 
-    // The rule for pictures without a date, where it is chosen, stands in for the usual one.
+    // The rule for undated pictures, where chosen, replaces the usual one.
     [[nodiscard]] bool isCompared() const
     {
         return choice.keep != Keep::Dated && dates.header.isEmpty();
@@ -89,7 +89,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     arrival.camera = camera;
     arrival.folder = uses_.storage.native(folder);
     arrival.workFolder = uses_.storage.workFolder();
-    arrival.folderError = makeFolder(arrival.folder); // it shows when the image is stored
+    arrival.folderError = makeFolder(arrival.folder); // an error shows when the image is stored
     announce(url, camera);
 
     HttpRequest request = uses_.requests.stored(camera, url);
@@ -120,7 +120,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     }
 }
 
-// Each value that is stored takes milliseconds where the settings have grown large.
+// Storing a value takes milliseconds once the settings have grown large.
 QCoro::Task<> ImageStore::letEventsThrough()
 {
     if (uses_.table.settings().isLarge()) {
@@ -137,7 +137,7 @@ void ImageStore::announce(const QString &url, CameraAddress camera)
     uses_.log.trace(QStringLiteral("Test ") + address);
 }
 
-// For a camera whose pictures are compared; for others nothing is read.
+// Only for a camera whose pictures are compared; for others nothing is read.
 QCoro::Task<> ImageStore::mark(Arrival *arrival)
 {
     arrival->choice = cameraKeep(uses_.table.settings(), arrival->camera);
@@ -149,7 +149,7 @@ QCoro::Task<> ImageStore::mark(Arrival *arrival)
     arrival->mark = co_await markOf(&arrival->body, kind, &uses_.clock);
 }
 
-// The dates of a picture, and the name that they give it.
+// The picture's dates, and the name that follows from them.
 void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &reply) const
 {
     arrival.record = uses_.table.record(arrival.camera);
@@ -167,7 +167,7 @@ void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &rep
         imageName(arrival.dates.modified.value_or(kZeroDate), uses_.clock.localNow(), extension);
 }
 
-// A picture that is not new counts as the one kept last, as with a server that tells its date.
+// A picture that is not new still counts as the last one, as it does when a server sends its date.
 void ImageStore::compare(Arrival &arrival, const HttpReply &reply) const
 {
     const UndatedPicture picture{arrival.choice, arrival.mark,
@@ -197,8 +197,8 @@ void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds 
     Q_EMIT downloaded(camera, seconds);
 }
 
-// The date of the image kept last is written only once the image is there: after a failure or a
-// kill in between, the next pass finds it new again.
+// The date of the last image kept is written only once the image is there: after a failure or a
+// kill in between, the next pass takes it as new again.
 QCoro::Task<> ImageStore::keep(Arrival *arrival)
 {
     const CameraAddress camera = arrival->camera;
@@ -271,7 +271,7 @@ void ImageStore::recordStored(const Arrival &arrival)
     Q_EMIT imageStored(camera, fileName);
 }
 
-// A name that the disk refuses will not do the next time either: the user is to know.
+// A name that the disk refuses will fail the next time too, so the user must know.
 void ImageStore::failToStore(const Arrival &arrival, std::error_code error)
 {
     const CameraAddress camera = arrival.camera;

@@ -1,5 +1,5 @@
-// Loads one camera: fetches its picture, decides whether it is a new image, files it, and keeps the
-// camera's counters and times.
+// Loads one camera: fetches its picture, decides whether it is a new image, files it, and updates
+// the camera's counters and times.
 #pragma once
 
 #include "base/Clock.h"
@@ -19,7 +19,7 @@ class ImageStore : public QObject
     Q_OBJECT
 
 public:
-    /// What storing an image takes; all of it outlives the store.
+    /// What storing an image uses; all of it outlives the store.
     struct Uses
     {
         const CameraTable &table;
@@ -33,26 +33,27 @@ public:
 
     explicit ImageStore(const Uses &uses);
 
-    /// A pass expects to load this camera: its transfer begins now. url: as for ChargeFile.
+    /// A pass expects to load this camera: starts its transfer now. url: as for ChargeFile.
     void readAhead(CameraAddress camera, const QString &url);
 
-    /// Gives up the transfers that were begun ahead, and the one that is waited for.
+    /// Gives up the transfers started ahead, and the one being waited for.
     void dropTransfers() { uses_.transfers.drop(); }
 
-    /// Loads one camera. url: the address requested; folder: text of the camera folder. A row
-    /// without address, a fetch that is given up, and one during which the box of the storage
-    /// folder was entered, change nothing. Ends with `loaded` in every case.
+    /// Loads one camera ("charge le fichier"). url: the address requested; folder: text of the
+    /// camera folder. Nothing changes for a row without an address, or when the fetch is given up
+    /// or the storage box is entered during it. Ends with `loaded` in every case.
     QCoro::Task<> ChargeFile(QString url, QString folder, CameraAddress camera);
 
-    /// Seconds that a camera's reference time lies behind its last download: 1 once an image was
+    /// Seconds by which a camera's reference time lies after its last download: 1 once an image was
     /// stored in automatic mode.
     [[nodiscard]] int automaticCounter(CameraAddress camera) const;
 
 Q_SIGNALS:
-    /// It is this camera's turn; `loaded` tells its end. address: for people, without credentials.
+    /// It is this camera's turn, which ends with `loaded`. address: as shown to the user, without
+    /// credentials.
     void loadBegan(velmora::CameraAddress camera, const QString &address);
 
-    /// The transfer has ended, with a picture or without.
+    /// The transfer has ended, with or without a picture.
     void downloaded(velmora::CameraAddress camera, int seconds);
 
     /// Yellow: a picture has arrived; red: the camera failed; green: all is well.
@@ -65,24 +66,23 @@ Q_SIGNALS:
 
     void imageStored(velmora::CameraAddress camera, const QString &fileName);
 
-    /// The camera gave no picture, or it could not be stored; the reason is for people.
+    /// The camera gave no picture, or it could not be stored; the reason is a text for the user.
     void cameraFailed(velmora::CameraAddress camera, const QString &reason);
 
-    /// A picture that came could not be stored; a sentence for people.
+    /// A picture that arrived could not be stored; a sentence for the user.
     void storingFailed(const QString &text);
 
-    /// The camera gave a picture, whether it was new or not. remark: what is odd about it, empty
-    /// when nothing is.
+    /// The camera gave a picture, new or not. remark: what is odd about it, empty if nothing is.
     void cameraAnswered(velmora::CameraAddress camera, const QString &remark);
 
     /// The camera has sent three pictures without a date, of which the usual rule keeps one.
     void undatedNoticed(velmora::CameraAddress camera);
 
-    /// The camera is done with: the capture timer may run again.
+    /// The camera is finished: the capture timer may run again.
     void loaded();
 
 private:
-    struct Arrival; // a picture long enough, on its way into the folder
+    struct Arrival; // a picture that is long enough, on its way into the folder
 
     QCoro::Task<> load(QString url, QString folder, CameraAddress camera);
     QCoro::Task<> mark(Arrival *arrival);

@@ -29,7 +29,8 @@ WallTime undatedDate(const std::optional<WallTime> &answered, const std::optiona
     if (plausible) {
         return *answered;
     }
-    // Pictures of one second would have one name; a date far ahead is that of a clock set back.
+    // Pictures of the same second would get the same name; a date far ahead comes from before the
+    // clock was set back.
     constexpr std::chrono::minutes kAhead{1};
     const bool isTaken = stored && *stored >= universalNow && *stored < universalNow + kAhead;
     return isTaken ? *stored + std::chrono::seconds{1} : universalNow;

@@ -1,4 +1,4 @@
-// Whether a picture that came without a date is new, for a camera chosen so, and the date that it
+// Whether an undated picture is new, for a camera set to keep such pictures, and the date that it
 // gets.
 #pragma once
 
@@ -10,22 +10,22 @@
 
 namespace velmora {
 
-/// What decides about a picture without a date.
+/// What the decision about an undated picture depends on.
 struct UndatedPicture
 {
     KeepChoice choice; // not Keep::Dated
     PictureMark mark;
-    PictureMark stored; // of the one kept last; empty when nothing is remembered
+    PictureMark stored; // of the last one kept; empty when nothing is remembered
 };
 
-/// New is what comes into an empty folder, and what differs as the choice asks for. Where looks
+/// A picture is new if the folder is empty, or if it differs as the choice requires. Where looks
 /// cannot be compared, the bytes decide.
 [[nodiscard]] bool isNewUndated(const UndatedPicture &picture, FolderState folder);
 
-/// The date of a new picture without a Last-Modified: the answer's own, when it lies within a day
-/// of the clock and behind the date of the picture kept last (a camera's clock may stand still),
-/// else the clock's; a second behind that picture's date where the clock has not gone beyond it.
-/// All in universal time.
+/// The date of a new picture without a Last-Modified: the answer's own, if it is within a day of
+/// the clock and later than that of the last picture kept (a camera's clock may stand still), else
+/// the clock's; if the clock has not passed the last picture's date, one second after that. All in
+/// UTC.
 [[nodiscard]] WallTime undatedDate(const std::optional<WallTime> &answered,
                                    const std::optional<WallTime> &stored, WallTime universalNow);
 

@@ -32,7 +32,7 @@ QString targetIn(const QString &folder)
     return folder + QStringLiteral("/Target.jpg");
 }
 
-// Why an answer shows nothing; empty when it does.
+// Why an answer shows no picture; empty when it does.
 QString whyNone(const QString &url, const HttpReply &reply)
 {
     return reply.outcome == FetchOutcome::Arrived
@@ -64,7 +64,7 @@ void LiveView::Affiche(CameraAddress camera, const QString &url)
     scope_.launch(show(camera, url, current_));
 }
 
-// The lamp of the camera whose fetch ends here does not stay orange.
+// The lamp of the camera whose fetch is ended must not stay orange.
 void LiveView::giveUp()
 {
     current_.request_stop();
@@ -141,7 +141,7 @@ void LiveView::tellReason(CameraAddress camera, const QString &reason)
 }
 
 // The picture's bytes go into the storage folder as they arrive: while that is being edited there
-// is no download, and one that was under way begins anew afterwards.
+// is no download, and an interrupted one starts over afterwards.
 QCoro::Task<HttpReply> LiveView::fetch(CameraAddress camera, QString url, std::stop_token stop)
 {
     for (;;) {
@@ -158,7 +158,7 @@ QCoro::Task<HttpReply> LiveView::fetch(CameraAddress camera, QString url, std::s
     }
 }
 
-// One that cannot be made shows when the picture is written.
+// If it cannot be made, that shows when the picture is written.
 void LiveView::makeStorageFolder(CameraAddress camera)
 {
     if (storage_.makeForUse() == StoragePlace::Away) {
@@ -201,7 +201,7 @@ void LiveView::keep(CameraAddress camera, HttpReply &reply)
 {
     const QString folder = storage_.workFolder();
     if (!folder.isEmpty()) {
-        static_cast<void>(makeFolder(folder)); // failing, it shows when the picture is written
+        static_cast<void>(makeFolder(folder)); // a failure shows when the picture is written
         ::unlink(QFile::encodeName(targetIn(folder)).constData());
     }
     if (reply.outcome != FetchOutcome::Arrived) {
@@ -233,7 +233,7 @@ QString LiveView::store(const QString &folder, ReplyBody &body) const
     return QString::fromStdString(result.error ? result.error.message() : std::string());
 }
 
-// An empty reason ends the trouble told before, but not that of others.
+// An empty reason clears trouble that was reported here, but not that of others.
 void LiveView::tellTrouble(CameraAddress camera, const QString &reason)
 {
     const QString before = std::exchange(

@@ -1,4 +1,4 @@
-// Shows the camera that is selected: its last stored image beside one fetched at this moment.
+// Shows the selected camera: its last stored image beside a live one, fetched for it.
 #pragma once
 
 #include "base/Clock.h"
@@ -24,31 +24,30 @@ struct LiveCaptions
     bool operator==(const LiveCaptions &) const = default;
 };
 
-/// Pictures are given as native paths; whether a file can be shown is for the window to find out.
+/// Pictures are passed as native paths; the window finds out whether a file can be shown.
 class LiveView : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Fetches run in `scope`, which outlives this object and is joined before it goes; when it is
-    /// asked to stop, the fetch under way is given up.
+    /// Fetches run in `scope`, which outlives this object and is joined before it is destroyed; a
+    /// stop of the scope gives up the fetch under way.
     LiveView(StorageFolder &storage, CameraRequests &requests, PictureSource &source, Clock &clock,
              TaskScope &scope);
 
-    /// Shows ("affiche") a camera: its newest stored image, then a live one from the address as it
-    /// stands in the box. What a call before it still has to do is given up. An empty address
-    /// changes nothing.
+    /// Shows a camera ("affiche"): its newest stored image, then a live one from the address in the
+    /// box. Whatever an earlier call still had to do is given up. An empty address changes nothing.
     void Affiche(CameraAddress camera, const QString &url);
 
     /// Gives up what is under way and shows no picture.
     void clear();
 
-    /// The stored image was clicked: the newest that the camera's folder holds at this moment is to
-    /// be enlarged. The camera is the one on show, or else `current`.
+    /// The stored image was clicked: the newest one now in the camera's folder is to be enlarged.
+    /// The camera is the one on show, or else `current`.
     void iTarget_Click(CameraAddress current);
 
-    /// Why the live picture of this camera is none; empty for one that is not on show, that is
-    /// being fetched, or whose picture is there.
+    /// Why there is no live picture of this camera; empty for one that is not on show or is being
+    /// fetched, or whose picture is there.
     [[nodiscard]] QString reason(CameraAddress camera) const;
 
     [[nodiscard]] const LiveCaptions &captions() const { return captions_; }
@@ -67,27 +66,27 @@ Q_SIGNALS:
     void fetchBegan(velmora::CameraAddress camera);
     void fetchEnded();
 
-    /// The transfer of a camera has ended.
+    /// A camera's transfer has ended.
     void downloaded(velmora::CameraAddress camera, int seconds);
 
-    /// Why the live picture cannot be stored, for people, and what was told before; empty for
-    /// nothing.
+    /// Why the live picture cannot be stored, as a text for the user, and what was reported before;
+    /// empty for nothing.
     void troubleChanged(const QString &before, const QString &now);
 
     /// The status line of the view is to be emptied.
     void statusCleared();
 
-    /// What reason() says is another than before.
+    /// reason() has changed.
     void reasonChanged();
 
     /// An image is to be shown enlarged. path: native.
     void zoomWanted(const QString &path);
 
-    /// The stored image to be loaded, or empty for none.
+    /// The stored image to load, or empty for none.
     void targetChanged(const QString &nativePath);
 
-    /// The live picture to be loaded, or empty for none. The same path may come again with another
-    /// picture in it.
+    /// The live picture to load, or empty for none. The same path may come again with a new picture
+    /// in it.
     void webChanged(const QString &nativePath);
 
 private:
@@ -118,10 +117,10 @@ private:
     LiveCaptions captions_;
     QString stored_;
     QString live_;
-    std::optional<CameraAddress> shown_; // since the view was cleared last
+    std::optional<CameraAddress> shown_; // since the view was last cleared
     CameraAddress reasonOf_;
     QString reason_;
-    QString trouble_; // told last
+    QString trouble_; // last reported
 };
 
 } // namespace velmora

@@ -10,10 +10,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A camera's clock may run a little ahead of this machine's.
+// A camera's clock may be slightly ahead of this machine's.
 constexpr auto kTolerance = 5min;
 
-// Records of some ten files: deleting them takes a millisecond or two.
+// Holds the records of some ten files: deleting them takes a millisecond or two.
 constexpr std::size_t kSmallBuffer = 2048;
 
 } // namespace

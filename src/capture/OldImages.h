@@ -11,37 +11,37 @@
 
 namespace velmora {
 
-/// Works in steps of some ten files: lookSome() until it is false, then, when the clock can be
-/// trusted, deleteSome() until it is false. Only files named as captured images are touched, never
+/// Works in steps of some ten files: call lookSome() until it returns false, then, if the clock can
+/// be trusted, deleteSome() likewise. Only files named like captured images are touched, and never
 /// the newest of them. The folder outlives this object.
 class OldImages
 {
 public:
-    /// local, utc: the clock now. Names hold the dates that the cameras gave, in universal time,
-    /// and those of imported files, in local time.
+    /// local, utc: the clock's time. Names hold the dates given by the cameras, in UTC, and those
+    /// of imported files, in local time.
     OldImages(const FolderFiles &folder, WallTime local, WallTime utc);
 
     bool lookSome();
     bool deleteSome();
 
-    /// False when the folder could not be read to its end, so that nobody knows the newest image.
+    /// False when the folder could not be read to its end, so that the newest image is not known.
     [[nodiscard]] bool isComplete() const { return look_.isOpen() && !look_.hasFailed(); }
 
-    /// False when the newest image is of a later date than the clock shows: then the clock is wrong
-    /// and nothing may be deleted by it.
+    /// False when the newest image is dated later than the clock: then the clock is wrong and
+    /// nothing may be deleted by it.
     [[nodiscard]] bool isClockPlausible() const;
 
-    /// Nothing without an image.
+    /// Nothing if there is no image.
     [[nodiscard]] std::optional<WallTime> newest() const { return newest_; }
 
-    /// Images of an earlier date are deleted.
+    /// Images dated earlier are deleted.
     [[nodiscard]] WallTime limit() const { return limit_; }
 
     [[nodiscard]] int deleted() const { return deleted_; }
 
     [[nodiscard]] int failed() const { return failed_; }
 
-    /// Why the last one that failed could not be deleted.
+    /// The error of the last failed deletion.
     [[nodiscard]] std::error_code error() const { return error_; }
 
 private:
@@ -50,7 +50,7 @@ private:
 
     const FolderFiles &folder_;
     WallTime now_;   // the later of both clocks
-    WallTime limit_; // a month before the earlier
+    WallTime limit_; // a month before the earlier one
     FolderScan look_;
     std::optional<FolderScan> sweep_;
     std::optional<WallTime> newest_;

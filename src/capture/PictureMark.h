@@ -1,4 +1,4 @@
-// What is remembered of a picture, so that the next one of the camera can be compared with it.
+// What is remembered of a picture so that the camera's next one can be compared with it.
 #pragma once
 
 #include "base/Clock.h"
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// As it stands in the settings: texts of a fixed length.
+/// As kept in the settings: texts of a fixed length.
 struct PictureMark
 {
     QByteArray digest; // of the bytes, hexadecimal; empty when there is none
@@ -22,13 +22,12 @@ struct PictureMark
 
 enum class MarkKind { Digest, DigestAndLook };
 
-/// Reads the body piece by piece and lets events run in between; only the decoding of the picture,
-/// for its look, is done in one go. A body that cannot be read has no digest, one that is no
-/// picture no look.
+/// Reads the body in pieces and handles events in between; only decoding the picture, for its look,
+/// is done in one go. A body that cannot be read has no digest, one that is not a picture no look.
 [[nodiscard]] QCoro::Task<PictureMark> markOf(const ReplyBody *body, MarkKind kind, Clock *clock);
 
 /// How much two pictures differ, in percent: the mean difference of the grey levels of their small
-/// reductions. Nothing when one of them has no look.
+/// reductions. Nothing when either has no look.
 [[nodiscard]] std::optional<double> differencePercent(const PictureMark &a, const PictureMark &b);
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// What is said, for people, of a camera whose answer is no picture or is odd.
+// Remarks for the user about a camera whose answer is no picture or is odd.
 #pragma once
 
 #include <QByteArrayView>
@@ -6,15 +6,15 @@
 
 namespace velmora {
 
-/// Why a camera gave no picture. An address that names a host and nothing else gets a word on what
-/// such addresses look like. url: as requested; reason: without credentials.
+/// Why a camera gave no picture. For an address that names only a host, says what camera addresses
+/// look like. url: as requested; reason: without credentials.
 [[nodiscard]] QString failureRemark(const QString &url, const QString &reason);
 
-/// What is odd about an answer that was taken for a picture; empty for a good one. head: the first
-/// bytes of the body, 16 at least unless there are fewer; type: of the content, as sent.
+/// What is odd about an answer that was accepted as a picture; empty for a good one. head: the
+/// first 16 bytes of the body or more, fewer only if it is shorter; type: of the content, as sent.
 [[nodiscard]] QString contentRemark(const QString &url, QByteArrayView head, const QString &type);
 
-/// What is odd about the date of a picture (the header "Last-Modified", empty for none).
+/// What is odd about a picture's date (the header "Last-Modified", empty for none).
 [[nodiscard]] QString dateRemark(const QString &lastModified);
 
 } // namespace velmora

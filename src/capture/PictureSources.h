@@ -1,4 +1,4 @@
-// Where pictures come from: HTTP, or a stream.
+// The sources of pictures: HTTP, or a stream.
 #pragma once
 
 #include "capture/FrameGrabber.h"
@@ -6,7 +6,7 @@
 
 namespace velmora {
 
-/// Gives each request to the source that its address needs.
+/// Passes each request to the source that its address needs.
 class PictureSources final : public PictureSource
 {
 public:

@@ -1,4 +1,4 @@
-// Transfers under way for cameras that are waiting for their turn.
+// Transfers under way for cameras that wait for their turn.
 #pragma once
 
 #include "base/TaskScope.h"
@@ -13,22 +13,22 @@
 namespace velmora {
 
 /// A pass starts the transfers of the cameras that it expects to load, and each camera takes its
-/// own at its turn. So any number of dead cameras costs one time-out, while what follows from the
-/// pictures still happens strictly in the order of the table.
+/// own when its turn comes. So any number of dead cameras costs one time-out, while the pictures
+/// still take effect strictly in the order of the table.
 class ReadAhead
 {
 public:
-    /// source and scope outlive this object; the scope is joined before it goes.
+    /// source and scope outlive this object; the scope is joined before it is destroyed.
     ReadAhead(PictureSource &source, TaskScope &scope);
 
-    /// Starts a transfer that nobody waits for yet.
+    /// Starts a transfer that nothing waits for yet.
     void begin(CameraAddress camera, const HttpRequest &request);
 
-    /// The picture of a camera: from the transfer under way when that has the same request, else
-    /// from one started now.
+    /// The picture of a camera: from the transfer under way if it is for the same request, else
+    /// from a new one.
     QCoro::Task<HttpReply> fetch(CameraAddress camera, HttpRequest request);
 
-    /// Gives up every transfer; a fetch that waits ends with FetchOutcome::Stopped.
+    /// Gives up every transfer; a waiting fetch ends with FetchOutcome::Stopped.
     void drop();
 
 private:

@@ -93,7 +93,7 @@ void ReplyBody::keepInMemory(qsizetype bytes)
     }
 }
 
-// What has arrived so far goes into a file; its head stays.
+// What has arrived so far moves to a file; its head stays in memory.
 void ReplyBody::spill()
 {
     file_ = std::make_unique<WorkFile>(WorkFile::inMadeFolder(QFile::encodeName(workFolder_)));

@@ -1,5 +1,5 @@
-// The body of a camera's answer: in memory while it is small, in a working file beyond, so that no
-// camera and no number of cameras decides how much memory the program takes.
+// The body of a camera's answer: in memory while it is small, in a working file beyond that, so
+// that no camera, nor the number of them, decides how much memory the program takes.
 #pragma once
 
 #include "base/FileWriter.h"
@@ -14,7 +14,7 @@
 
 namespace velmora {
 
-/// What the bodies that share it hold of memory and of open files.
+/// The memory and open files held by the bodies that share it.
 struct BodyStock
 {
     qint64 bytesInMemory = 0;
@@ -22,7 +22,7 @@ struct BodyStock
 };
 
 /// Filled piece by piece with append(). A reader asks for size() and head(), which cost nothing,
-/// and then either for whole() or, of what may be 64 MiB, for one piece() after the other with a
+/// and then either for whole() or, for what may be 64 MiB, for one piece() after another with a
 /// yield in between:
 ///
 ///     for (qint64 at = 0; at < body.size(); at += kPiece) {
@@ -31,7 +31,7 @@ struct BodyStock
 ///         co_await clock.yield();
 ///     }
 ///
-/// Whoever looks at the bytes as they arrive does so before append().
+/// To look at the bytes as they arrive, do so before append().
 class ReplyBody
 {
 public:
@@ -39,14 +39,14 @@ public:
     static constexpr qint64 kMostInMemoryTogether = qint64{24} * 1024 * 1024; // of one stock
     static constexpr qint64 kHeadBytes = 4096;
 
-    /// An empty body that nothing is added to.
+    /// An empty body that is never added to.
     ReplyBody() = default;
 
-    /// A body that is whole, in memory.
+    /// A complete body, in memory.
     ReplyBody(QByteArray bytes); // NOLINT(google-explicit-constructor): bytes are a body
 
     /// An empty body to be filled. workFolder: native path of the folder for a working file, made
-    /// when missing (one level) and only when it is needed.
+    /// if missing (one level) and only when needed.
     ReplyBody(QString workFolder, std::shared_ptr<BodyStock> stock);
     ReplyBody(ReplyBody &&other) noexcept;
     ReplyBody &operator=(ReplyBody &&other) noexcept;
@@ -54,11 +54,11 @@ public:
     ReplyBody &operator=(const ReplyBody &) = delete;
     ~ReplyBody();
 
-    /// Adds bytes at the end. What cannot be written is counted all the same: whether a body that
-    /// cannot be kept matters is seen only when it is to be stored. Throws std::bad_alloc.
+    /// Adds bytes at the end. Bytes that cannot be written still count: whether it matters that a
+    /// body cannot be kept shows only when it is to be stored. Throws std::bad_alloc.
     void append(QByteArrayView bytes);
 
-    /// Room for a body of that length at once, as far as it would stay in memory. Throws
+    /// Reserves room for a body of that length, as far as it would stay in memory. Throws
     /// std::bad_alloc.
     void reserve(qint64 bytes);
 
@@ -73,10 +73,10 @@ public:
     /// Why the body cannot be kept; none when it can.
     [[nodiscard]] std::error_code error() const { return error_; }
 
-    /// Bytes from a place on, so many or as many as there are; nothing when they cannot be read.
+    /// Up to that many bytes from an offset on; nothing when they cannot be read.
     [[nodiscard]] std::optional<QByteArray> piece(qint64 from, qint64 mostBytes) const;
 
-    /// All of it at once, in memory.
+    /// All of it, in memory.
     [[nodiscard]] std::optional<QByteArray> whole() const { return piece(0, size_); }
 
     /// Makes the body a file and never replaces one. A body in memory can be stored again; one in a

@@ -93,12 +93,12 @@ bool Retention::isDue(CameraAddress camera) const
 QCoro::Task<> Retention::run()
 {
     const auto atEnd = qScopeGuard([this] { running_ = false; });
-    co_await clock_.yield(); // whoever stored an image goes on first
+    co_await clock_.yield(); // the caller, which stored the image, goes on first
     slice_.begin();
     while (!waiting_.empty()) {
         co_await storage_.gate().pass(scope_.stopToken());
         if (storage_.isBeingEdited()) {
-            co_return; // the program ends
+            co_return; // the program is ending
         }
         const CameraAddress camera = waiting_.front();
         waiting_.pop_front();
@@ -133,7 +133,7 @@ QCoro::Task<> Retention::clear(CameraAddress camera)
     }
 }
 
-// Its folder may be another by now.
+// Its folder may have changed by now.
 void Retention::putBack(CameraAddress camera)
 {
     lastTurns_[camera].reset();

@@ -1,4 +1,4 @@
-// Deletes the images of a camera after one month, when its box says so.
+// Deletes a camera's images after one month, when its box says so.
 #pragma once
 
 #include "base/Clock.h"
@@ -18,35 +18,34 @@ namespace velmora {
 
 class OldImages;
 
-/// Each camera's folder is gone through at most once an hour. While the box of the storage folder
-/// is being edited nothing is deleted; a folder in the middle of which that began is gone through
-/// anew. A camera folder that is a link is
-/// left alone, since it may lead anywhere.
+/// Each camera's folder is gone through at most once an hour. While the storage box is being edited
+/// nothing is deleted; a folder interrupted by that is gone through again. A camera folder that is
+/// a link is left alone, since it may lead anywhere.
 class Retention : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The scope outlives this object and is joined before it goes.
+    /// The scope outlives this object and is joined before it is destroyed.
     Retention(const CameraTable &table, StorageFolder &storage, EventLog &log, Clock &clock,
               TaskScope &scope);
 
-    /// The program starts: goes through the folders of all cameras.
+    /// The program has started: goes through the folders of all cameras.
     void begin();
 
-    /// An image of this camera was stored: goes through its folder, unless it was its turn less
-    /// than an hour ago.
+    /// An image of this camera was stored: goes through its folder, unless that was done less than
+    /// an hour ago.
     void follow(CameraAddress camera);
 
-    /// The program ends: what was begun may go on for a short while.
+    /// The program is ending: work under way may go on for a short while.
     void end();
 
 Q_SIGNALS:
-    /// At least one image is gone from the camera's folder.
+    /// At least one image in the camera's folder has been deleted.
     void imagesDeleted(velmora::CameraAddress camera);
 
 private:
-    using Moment = std::optional<std::chrono::milliseconds>; // of the clock that only advances
+    using Moment = std::optional<std::chrono::milliseconds>; // by the monotonic clock
 
     void request(const SettingsSnapshot &settings, CameraAddress camera);
     [[nodiscard]] bool isDue(CameraAddress camera) const;

@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kLastTick = 60; // the counter runs from 0 to here: 61 ticks a round
+constexpr int kLastTick = 60; // the counter runs from 0 to this: 61 ticks a round
 constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
 constexpr int kMaxAutomaticCounter = 10;
@@ -52,12 +52,12 @@ void Scheduler::RegleTempo()
 {
     const std::chrono::milliseconds interval = uses_.options.normaliseTempo();
     if (uses_.timer.intervalAsDuration() != interval) {
-        uses_.timer.setInterval(interval); // would begin the period anew if it were set again
+        uses_.timer.setInterval(interval); // setting it again would restart the period
     }
     Q_EMIT intervalSet(interval);
 }
 
-// What is being downloaded would be for a folder that is about to become another.
+// Whatever is being downloaded is for a folder that is about to change.
 void Scheduler::beginEdit()
 {
     ++interruptions_;
@@ -66,8 +66,8 @@ void Scheduler::beginEdit()
     regulate();
 }
 
-// The one place that follows whatever stops the capture or lets it go on. The end of a pass starts
-// the timer itself.
+// The one place that reacts to whatever stops the capture or lets it go on. The end of a pass
+// starts the timer itself.
 void Scheduler::regulate()
 {
     if (isHeld()) {
@@ -177,7 +177,7 @@ void Scheduler::ChargeOff()
     Q_EMIT standstillChanged();
 }
 
-// A pass that is cut short leaves the first pass to be done, without the cameras that it reached.
+// If the pass is cut short, the first pass remains to be done, without the cameras it has reached.
 QCoro::Task<> Scheduler::ChargeUrl()
 {
     co_await whileHeld();
@@ -186,7 +186,7 @@ QCoro::Task<> Scheduler::ChargeUrl()
         co_return;
     }
     ChargeOn();
-    int end = kCameras; // what fails in the middle does not make the next pass a first one
+    int end = kCameras; // a failure in the middle does not make the next pass a first one
     const auto atEnd = qScopeGuard([this, &end] {
         uses_.store.dropTransfers();
         ChargeOff();
@@ -237,7 +237,7 @@ std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &se
     return mustLoad(camera, address) ? std::optional(std::move(camera)) : std::nullopt;
 }
 
-// Starts what the walk will want; false when that is nothing.
+// Starts the transfers that the walk will want; false if there are none.
 bool Scheduler::readAhead(int fromIndex)
 {
     const SettingsSnapshot settings = uses_.table.settings().snapshot();
@@ -264,13 +264,13 @@ bool Scheduler::mayStartCamera() const
            !uses_.storage.isCheckRequested();
 }
 
-// Ends when nothing holds the capture any more, or when nothing more is to come.
+// Returns when nothing holds the capture any more, or when it is to end.
 QCoro::Task<> Scheduler::whileHeld()
 {
     co_await gate_.pass(uses_.scope.stopToken());
 }
 
-// In front of a camera; what was being downloaded for it and those behind it may be given up.
+// Waits before a camera; if its download and those after it were given up, starts them again.
 QCoro::Task<> Scheduler::pause(int index)
 {
     co_await whileHeld();
@@ -279,10 +279,10 @@ QCoro::Task<> Scheduler::pause(int index)
     }
 }
 
-// Gives the index at which it ended: behind the last camera, or at the first one not reached.
+// Returns the index at which it ended: past the last camera, or at the first one not reached.
 QCoro::Task<int> Scheduler::walkTable()
 {
-    std::optional<SettingsSnapshot> settings; // good until something is waited for
+    std::optional<SettingsSnapshot> settings; // valid until something is awaited
     WorkSlice slice(uses_.clock);
     int index = 0;
     while (index < kCameras) {
@@ -312,7 +312,7 @@ QCoro::Task<int> Scheduler::walkTable()
     co_return index;
 }
 
-// Goes on to the next camera unless this one is to be loaded once more.
+// Goes on to the next camera unless this one must be loaded again.
 QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int *index)
 {
     if (isAutomatic(camera, address) && isDue(camera, address)) {

@@ -1,5 +1,5 @@
-// The clock of the program: a timer that drives passes over the hundred cameras and decides which
-// of them are due.
+// The program's clockwork: a timer that drives passes over the hundred cameras and decides which of
+// them are due.
 #pragma once
 
 #include "base/Gate.h"
@@ -21,7 +21,7 @@ class Scheduler : public QObject
     Q_OBJECT
 
 public:
-    /// What driving the capture takes; all of it outlives the scheduler.
+    /// What driving the capture uses; all of it outlives the scheduler.
     struct Uses
     {
         const CameraTable &table;
@@ -36,78 +36,80 @@ public:
 
     explicit Scheduler(const Uses &uses);
 
-    /// The log names a camera by the address that is shown in the same row of the group on screen.
-    /// Whoever shows one says here which it is, by the row, and takes that back with an empty
-    /// function before it goes.
+    /// The log names a camera by the address shown in the same row of the group on screen. Whoever
+    /// shows one passes in a function from row to address, and takes it back with an empty function
+    /// before going.
     void setShownAddress(std::function<QString(int)> address)
     {
         shownAddress_ = std::move(address);
     }
 
-    /// Why nothing is captured, for people; empty while the capture runs.
+    /// Why nothing is captured, as a text for the user; empty while the capture runs.
     [[nodiscard]] QString standstill() const;
 
-    /// Start values: the tick counter stands at 55, so that fixed cameras come five ticks later.
+    /// Start values: the tick counter is at 55, so that fixed cameras come due five ticks later.
     void start();
 
-    /// Sets the timer's interval from the tick length, which is brought into 1 to 60 seconds.
+    /// Sets the timer's interval ("règle la temporisation") from the tick length, which is brought
+    /// into 1 to 60 seconds.
     void RegleTempo();
 
-    /// One tick, as the timer gives it. Does nothing while a pass runs.
+    /// One tick of the capture timer. Does nothing while a pass is running.
     QCoro::Task<> Timer_Timer();
 
-    /// The tick of the start: as one of the timer, but put off while the capture is held.
+    /// The first tick after the start: like one of the timer, but put off while the capture is
+    /// held.
     QCoro::Task<> firstTick();
 
-    /// One pass over all cameras in the order of the table. While the box of the storage folder is
-    /// being edited it waits in front of its next camera; a download in hand is given up, and that
-    /// camera loaded afterwards.
+    /// One pass over all cameras ("charge les URL") in the order of the table. While the storage
+    /// box is being edited it waits before its next camera; a download under way is given up, and
+    /// its camera loaded afterwards.
     QCoro::Task<> ChargeUrl();
 
-    /// Stops all timers.
+    /// Stops all timers ("arrêt des timers").
     void ArretTimer();
 
-    /// What a user may set to bring the next fixed pass nearer: ticks counted so far, 0 to 60.
+    /// Lets a user bring the next fixed pass nearer: ticks counted so far, 0 to 60.
     void setTickCounter(int count) { counter_ = count; }
 
     [[nodiscard]] int tickCounter() const { return counter_; }
 
     /// Holds the capture: no tick and no camera starts until resume(), whatever else would start
-    /// the timer. A pass under way waits in front of its next camera. Calls nest: each suspend()
-    /// wants its resume().
+    /// the timer. A pass under way waits before its next camera. Calls nest: each suspend() needs
+    /// its resume().
     void suspend();
 
-    /// Ends what suspend() began: the pass goes on, and the timer runs if the storage folder lets
-    /// it. Without a suspend() before it nothing happens.
+    /// Undoes a suspend(): the pass goes on, and the timer runs if the storage folder allows it.
+    /// Does nothing without a suspend().
     void resume();
 
     [[nodiscard]] bool isSuspended() const { return suspensions_ > 0; }
 
-    /// The program ends: stops the timer, waits for a pass that runs, then runs one tick at which
-    /// fixed cameras are due. While the capture is suspended no camera starts: a pass that waits
-    /// ends without its other cameras, and there is no last one.
+    /// The program is ending: stops the timer, waits for a running pass, then runs one tick at
+    /// which fixed cameras are due. While the capture is suspended no camera starts: a waiting pass
+    /// ends without its remaining cameras, and there is no last one.
     QCoro::Task<> lastTick();
 
-    /// Gives up the pass that runs and all that would come after it.
+    /// Gives up the running pass and all that would follow.
     void giveUp();
 
 Q_SIGNALS:
     /// The camera is about to be loaded.
     void cameraLoading(velmora::CameraAddress camera);
 
-    /// A load was given up: the lamp is again as it was before.
+    /// A load was given up: the lamp is back to what it was.
     void lampChanged(velmora::CameraAddress camera, velmora::LampColour colour);
 
-    /// The timer ticks at this interval; 0 would be never.
+    /// The timer ticks at this interval; 0 means never.
     void intervalSet(std::chrono::milliseconds interval);
 
-    /// A tick was counted; so many are left until fixed cameras are due.
+    /// A tick was counted; this many remain until fixed cameras are due.
     void ticked(int ticksLeft);
 
-    /// No pass runs: the capture waits for its next tick.
+    /// No pass is running: the capture waits for its next tick.
     void waitBegan();
 
-    /// Whether the capture stands still, or why, may be otherwise than before.
+    /// Whether the capture stands still, or why, may have changed.
     void standstillChanged();
 
     void passEnded();
@@ -116,8 +118,12 @@ Q_SIGNALS:
     void timersStopped();
 
 private:
+    /// A pass begins.
     void ChargeOn();
+
+    /// A pass ends.
     void ChargeOff();
+
     void beginEdit();
     void regulate();
     void startTimer();
@@ -142,8 +148,8 @@ private:
     Gate gate_; // shut while the capture is held
     int counter_ = 0;
     int suspensions_ = 0;
-    quint64 interruptions_ = 0; // by the box of the storage folder
-    quint64 readAheadAt_ = 0;   // that many of them
+    quint64 interruptions_ = 0; // by the storage box
+    quint64 readAheadAt_ = 0;   // interruptions_ at the last read-ahead
     PerCamera<bool> reached_;   // by the first pass
     bool firstPassDone_ = false;
     bool ticking_ = false;

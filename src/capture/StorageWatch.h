@@ -1,4 +1,4 @@
-// Notices that the storage folder went away, or came back, while the program runs.
+// Notices when the storage folder goes away or comes back while the program runs.
 #pragma once
 
 #include "base/Clock.h"
@@ -14,7 +14,7 @@ class StorageWatch
 public:
     StorageWatch(StorageFolder &storage, Clock &clock);
 
-    /// Looks every two seconds until a stop is requested.
+    /// Checks every two seconds until a stop is requested.
     QCoro::Task<> run(std::stop_token stop);
 
 private:

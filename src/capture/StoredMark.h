@@ -1,4 +1,4 @@
-// What is remembered of a camera's picture kept last, in the camera's own section of the settings.
+// What is remembered of a camera's last picture kept, in the camera's own section of the settings.
 #pragma once
 
 #include "cameras/CameraAddress.h"
@@ -9,7 +9,7 @@ namespace velmora {
 
 [[nodiscard]] PictureMark storedMark(const SettingsSnapshot &settings, CameraAddress camera);
 
-/// Stores what the mark has; an empty one leaves the settings as they are.
+/// Stores what the mark has; an empty one leaves the settings unchanged.
 void storeMark(const SettingsFile &settings, CameraAddress camera, const PictureMark &mark);
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// Notices cameras whose pictures come without a date, so that their user can be told of the choice
+// Notices cameras whose pictures come without a date, so that the user can be told of the choice
 // for such cameras.
 #pragma once
 

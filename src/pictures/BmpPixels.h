@@ -1,11 +1,11 @@
-// Tells whether a BMP goes on behind its header: what breaks off there holds no part of a picture.
+// Tells whether a BMP continues after its header: one cut off in it holds no part of a picture.
 #pragma once
 
 #include <QByteArrayView>
 
 namespace velmora {
 
-/// The bytes hold a header that makes sense and a pixel at least.
+/// True when the bytes hold a sensible header and at least one pixel.
 [[nodiscard]] bool holdsBmpPixels(QByteArrayView bytes);
 
 } // namespace velmora

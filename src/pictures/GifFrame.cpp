@@ -30,7 +30,7 @@ qsizetype behindHead(QByteArrayView bytes)
     return kHeadBytes + 3 * colours;
 }
 
-// An extension has a name and blocks, each with its length in front, up to an empty one.
+// An extension has a label and blocks, each preceded by its length, up to an empty one.
 qsizetype behindExtension(QByteArrayView bytes, qsizetype at)
 {
     at += 2;

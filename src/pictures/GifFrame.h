@@ -1,4 +1,4 @@
-// Where the first image of a GIF lies on its screen, which may be larger.
+// Where the first image of a GIF is on its screen, which may be larger.
 #pragma once
 
 #include <QByteArrayView>
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// Nothing when the bytes break off before it. bytes: begin like a GIF.
+/// Nothing when the bytes are cut off before it. bytes: begin like a GIF.
 [[nodiscard]] std::optional<QRect> firstGifFrame(QByteArrayView bytes);
 
 } // namespace velmora

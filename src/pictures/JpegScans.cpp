@@ -11,7 +11,7 @@ constexpr uchar kPlainFrame = 0xC0;
 constexpr uchar kFineFrame = 0xC1; // plain, with 12 bits or more tables
 constexpr uchar kScan = 0xDA;
 constexpr qsizetype kMarkerBytes = 2;
-constexpr qsizetype kComponentsInFrame = 9; // behind marker, length, bits, height and width
+constexpr qsizetype kComponentsInFrame = 9; // after marker, length, bits, height and width
 constexpr qsizetype kComponentsInScan = 4;
 
 uchar byteAt(QByteArrayView bytes, qsizetype at)
@@ -19,7 +19,8 @@ uchar byteAt(QByteArrayView bytes, qsizetype at)
     return static_cast<uchar>(bytes[at]);
 }
 
-// Segments whose length the decoder takes as we do: tables, notes and frames that are not refined.
+// Segments whose length the decoder reads as we do: tables, comments and frames that are not
+// progressive.
 bool isUsual(uchar kind)
 {
     constexpr uchar kHuffmanTable = 0xC4;
@@ -31,8 +32,8 @@ bool isUsual(uchar kind)
            (kind >= 0xE0 && kind <= 0xEF);
 }
 
-// All components in the first scan, of a frame that is not refined: the decoder stops behind it.
-// Walks over the segments before the data; whatever is unusual there counts as several scans.
+// All components are in the first scan of a frame that is not progressive: the decoder stops after
+// it. Walks over the segments before the data; anything unusual there counts as several scans.
 bool isOneScan(QByteArrayView bytes)
 {
     int components = 0;
@@ -55,7 +56,7 @@ bool isOneScan(QByteArrayView bytes)
 
 } // namespace
 
-// Within the data of a scan a byte FF never has DA behind it, so every scan's marker is counted.
+// In a scan's data a byte FF is never followed by DA, so every scan's marker is counted.
 // (QByteArrayView searches byte by byte; the standard library's search leaps from FF to FF.)
 qint64 countJpegScans(QByteArrayView bytes)
 {

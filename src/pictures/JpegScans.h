@@ -1,4 +1,4 @@
-// Tells how often a JPEG goes over its picture: a progressive one refines it scan by scan, and a
+// Tells how many scans a JPEG has: a progressive one refines its picture scan by scan, and a
 // hostile one has thousands of empty scans.
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace velmora {
 
-/// Number of scans that are decoded: 1 of a usual picture; of one that comes in several scans the
-/// true number, or more when it holds a thumbnail that has scans of its own.
+/// Number of scans to decode: 1 for an ordinary picture; for one in several scans the true number,
+/// or more when it holds a thumbnail with scans of its own.
 [[nodiscard]] qint64 countJpegScans(QByteArrayView bytes);
 
 } // namespace velmora

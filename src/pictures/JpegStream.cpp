@@ -27,13 +27,14 @@ bool isRestart(unsigned char code)
     return code >= 0xd0 && code <= 0xd7;
 }
 
-// Frame headers are C0 to CF but for tables (C4), a reserved one (C8) and arithmetic coding's (CC).
+// Frame headers are C0 to CF except for tables (C4), a reserved code (C8) and arithmetic coding's
+// (CC).
 bool isFrame(unsigned char code)
 {
     return code >= 0xc0 && code <= 0xcf && code != 0xc4 && code != 0xc8 && code != 0xcc;
 }
 
-// Behind the coefficients of a scan: the next 0xff that begins a marker; -1 when there is none.
+// After a scan's coefficients: the next 0xff that begins a marker; -1 when there is none.
 qsizetype endOfScan(QByteArrayView bytes, qsizetype at)
 {
     while (at + 1 < bytes.size()) {
@@ -63,7 +64,7 @@ void takeFrame(JpegStream &stream, unsigned char code, QByteArrayView segment)
         code <= 0xc2 && byteAt(segment, 2) == 8 && (components == 1 || components == 3);
 }
 
-/// A JPEG from marker to marker.
+/// Walks through a JPEG from marker to marker.
 class MarkerWalk
 {
 public:
@@ -84,7 +85,7 @@ public:
                 return hasScan_ && !stream_.size.isEmpty() ? std::optional(stream_) : std::nullopt;
             }
             if (code == kMark) {
-                ++at_; // filling
+                ++at_; // padding
             } else {
                 takeSegment(code);
             }
@@ -98,7 +99,8 @@ private:
         return at_ >= 0 && at_ + 1 < bytes_.size() && byteAt(bytes_, at_) == kMark;
     }
 
-    // Moves behind it, and behind the coefficients that follow a scan's; away when it breaks off.
+    // Moves past it, and past the coefficients after a scan's header; ends the walk when it is cut
+    // off.
     void takeSegment(unsigned char code)
     {
         const qsizetype length = at_ + 4 <= bytes_.size() ? word(bytes_, at_ + 2) : 0;
@@ -117,7 +119,7 @@ private:
 
     QByteArrayView bytes_;
     JpegStream stream_;
-    qsizetype at_ = -1; // of the marker in hand
+    qsizetype at_ = -1; // of the current marker
     bool hasScan_ = false;
 };
 

@@ -1,5 +1,5 @@
-// Looks at a JPEG from its first marker to its last without decoding it: whether it is whole, how
-// large, and how long.
+// Examines a JPEG from its first marker to its last without decoding it: whether it is complete,
+// its size, and its length.
 #pragma once
 
 #include <QByteArrayView>
@@ -14,10 +14,10 @@ struct JpegStream
     QSize size;            // as stored
     qsizetype bytes = 0;   // from the first marker to the end of the picture
     bool isPlain = false;  // 8 bits, grey or three colours, baseline or progressive
-    bool isTagged = false; // has Exif data, which may say that it is to be turned
+    bool isTagged = false; // has Exif data, which may call for turning it
 };
 
-/// Nothing for what is no JPEG, and for one that breaks off.
+/// Nothing for anything but a JPEG, and for one that is cut off.
 [[nodiscard]] std::optional<JpegStream> jpegStream(QByteArrayView bytes);
 
 } // namespace velmora

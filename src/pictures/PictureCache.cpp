@@ -3,7 +3,7 @@
 namespace velmora {
 namespace {
 
-constexpr qsizetype kEntryBytes = 512; // what an entry costs beside its pixels, its path included
+constexpr qsizetype kEntryBytes = 512; // cost of an entry besides its pixels, its path included
 
 } // namespace
 
@@ -20,7 +20,7 @@ std::optional<QImage> PictureCache::known(const QString &path, const PictureWish
     if (entry != nullptr && identity == entry->identity) {
         return entry->image;
     }
-    entries_.remove(key); // of a file that is gone or another one
+    entries_.remove(key); // its file is gone or has changed
     return std::nullopt;
 }
 
@@ -35,7 +35,7 @@ QImage PictureCache::read(const QString &path, const PictureWish &wish)
     return image ? *image : decode({path, wish});
 }
 
-// The identity is taken before the bytes: what changes in between differs at the next look.
+// The identity is taken before the bytes, so that a change in between shows at the next lookup.
 QImage PictureCache::decode(const Key &key)
 {
     const PictureFile file(key.path);

@@ -1,5 +1,5 @@
-// Pictures that are still shown, or were a moment ago, so that a window that is drawn anew or goes
-// back a step need not decode them again.
+// Pictures that are on show or recently were, so that a window that is repainted or goes back a
+// step need not decode them again.
 #pragma once
 
 #include "pictures/PictureFile.h"
@@ -13,22 +13,22 @@
 
 namespace velmora {
 
-/// Bounded by bytes; what was not asked for the longest time goes first. A picture is known by
-/// path, wish and the file's identity, so that a file that was replaced is decoded anew. Paths are
-/// native. That a file holds no picture is remembered as well.
+/// Bounded by bytes; the least recently used goes first. A picture is identified by path, wish and
+/// the file's identity, so that a replaced file is decoded again. Paths are native. It is also
+/// remembered that a file holds no picture.
 class PictureCache
 {
 public:
     explicit PictureCache(qsizetype maxBytes);
 
-    /// What is remembered of the file: its picture, a null image when there is none in it; nothing
-    /// when it is not remembered, gone or changed on disk. Asks the disk for the identity, once.
+    /// What is remembered of the file: its picture, or a null image if it holds none; nothing if it
+    /// is not remembered, is gone or has changed on disk. Asks the disk for the identity, once.
     [[nodiscard]] std::optional<QImage> known(const QString &path, const PictureWish &wish);
 
-    /// The picture when it is remembered; a null image when it is not, or when there is none.
+    /// The picture if it is remembered; otherwise, or if there is none, a null image.
     [[nodiscard]] QImage find(const QString &path, const PictureWish &wish);
 
-    /// The picture, from memory or decoded and remembered; a null image when there is none.
+    /// The picture, from memory or decoded and remembered; a null image if there is none.
     [[nodiscard]] QImage read(const QString &path, const PictureWish &wish);
 
     /// Number of files decoded so far.

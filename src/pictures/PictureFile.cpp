@@ -32,7 +32,7 @@ std::optional<FileIdentity> openedIdentity(const UniqueFd &fd)
     return fd && ::fstat(fd.get(), &info) == 0 ? identityOf(info) : std::nullopt;
 }
 
-// Without O_NONBLOCK a pipe that nobody writes to would hold us up for ever.
+// Without O_NONBLOCK a pipe that no one writes to would block for ever.
 UniqueFd openPicture(const QString &path)
 {
     return UniqueFd(
@@ -72,7 +72,7 @@ QByteArray PictureFile::read() const
     return readFirst(identity_->bytes);
 }
 
-// Not mapped: a file that is cut short while we read would kill the program.
+// Not mapped: truncating the file while we read would kill the program.
 QByteArray PictureFile::readFirst(qint64 bytes) const
 {
     QByteArray read(bytes, Qt::Uninitialized);

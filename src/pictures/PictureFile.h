@@ -1,4 +1,4 @@
-// The file of a picture: what tells it from another one of the same name, and its bytes.
+// A picture's file: what distinguishes it from another of the same name, and its bytes.
 #pragma once
 
 #include "base/UniqueFd.h"
@@ -11,23 +11,22 @@
 
 namespace velmora {
 
-/// Two files of one path are the same, unchanged file exactly when all of this agrees.
+/// Two files at one path are the same, unchanged file if and only if all of this agrees.
 struct FileIdentity
 {
     dev_t device = 0;
     ino_t inode = 0;
     qint64 bytes = 0;
     qint64 modifiedNs = 0; ///< since 1970
-    qint64 changedNs = 0;  ///< since 1970; of the contents or of the name, rights and owner
+    qint64 changedNs = 0;  ///< since 1970; change of contents, name, permissions or owner
 
     bool operator==(const FileIdentity &) const = default;
 };
 
-/// Nothing when there is no ordinary file. path: native.
+/// Nothing unless this is an ordinary file. path: native.
 [[nodiscard]] std::optional<FileIdentity> fileIdentity(const QString &path);
 
-/// An ordinary file that is open for reading; a pipe, a device or a folder is not opened, and
-/// nobody waits for it.
+/// An ordinary file open for reading; a pipe, a device or a folder is not opened or waited for.
 class PictureFile
 {
 public:
@@ -36,10 +35,10 @@ public:
     /// path: native.
     explicit PictureFile(const QString &path);
 
-    /// As it was when the file was opened; nothing without an ordinary file.
+    /// As of when the file was opened; nothing without an ordinary file.
     [[nodiscard]] std::optional<FileIdentity> identity() const { return identity_; }
 
-    /// All bytes; none when the file is empty, too large, cannot be read, or does not begin like a
+    /// All bytes; none when the file is empty, too large or unreadable, or does not begin like a
     /// picture.
     [[nodiscard]] QByteArray read() const;
 

@@ -1,5 +1,5 @@
-// Loads the pictures of a window one after the other, with a turn of the event loop before each, so
-// that keys, timers and painting never wait for more than one picture.
+// Loads a window's pictures one after another, with a turn of the event loop before each, so that
+// keys, timers and painting never wait for more than one picture.
 #pragma once
 
 #include "base/Clock.h"
@@ -16,14 +16,14 @@ namespace velmora {
 
 struct PictureOrder
 {
-    int place = 0; ///< whatever the asker wants to know it by
+    int place = 0; ///< whatever identifies it to the caller
     QString path;  ///< native
     PictureWish wish;
 
     bool operator==(const PictureOrder &) const = default;
 };
 
-/// Works in the scope, which must be joined before the loader goes.
+/// Works in the scope, which must be joined before the loader is destroyed.
 class PictureLoader : public QObject
 {
     Q_OBJECT
@@ -31,20 +31,20 @@ class PictureLoader : public QObject
 public:
     PictureLoader(PictureCache &cache, Clock &clock, TaskScope &scope);
 
-    /// Loads these, in this order, and drops what still waits from before. Those the cache
-    /// remembers are delivered at once, within the call; the others one per turn of the event
-    /// loop. Does nothing once the scope was asked to stop.
+    /// Loads these, in this order, and drops those still waiting. The ones in the cache are
+    /// delivered at once, within the call; the others one per turn of the event loop. Does nothing
+    /// once the scope was asked to stop.
     void load(QList<PictureOrder> orders);
 
-    /// Nothing waits.
+    /// Nothing is waiting.
     [[nodiscard]] bool isIdle() const { return waiting_.isEmpty(); }
 
 Q_SIGNALS:
     /// image: null when there is no picture.
     void loaded(const velmora::PictureOrder &order, const QImage &image);
 
-    /// The last order of a load() was delivered: within the call when the cache remembered all (or
-    /// there were none). Not for a load() that was abandoned for a newer one.
+    /// The last order of a load() was delivered: within the call when the cache had all of them (or
+    /// there were none). Not emitted for a load() that was abandoned for a newer one.
     void finished();
 
 private:
@@ -63,7 +63,7 @@ private:
     Clock &clock_;
     TaskScope &scope_;
     QList<PictureOrder> waiting_;
-    quint64 round_ = 0; ///< counts load(): a listener may call it while a picture is delivered
+    quint64 round_ = 0; // counts load(): a listener may call it while a picture is delivered
     bool working_ = false;
 };
 

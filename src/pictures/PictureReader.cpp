@@ -23,8 +23,8 @@ constexpr qint64 kMaxPixels = qint64{64} * 1024 * 1024;
 constexpr int kMaxImageMegabytes = 256; // of kMaxPixels in 32 bits
 constexpr qint64 kMaxScannedPixels = 16 * kMaxPixels;
 
-// Below 50 Qt's JPEG decoder takes the fast transform and the merged upsampling. The difference is
-// smaller than what the reduction takes away.
+// Below 50, Qt's JPEG decoder uses the fast transform and merged upsampling. The loss is smaller
+// than that of the reduction.
 constexpr int kReducedQuality = 40;
 
 bool isBearable(QSize stored)
@@ -32,7 +32,7 @@ bool isBearable(QSize stored)
     return !stored.isEmpty() && qint64{stored.width()} * stored.height() <= kMaxPixels;
 }
 
-// A few bytes can ask the decoder to go through all coefficients once more.
+// A few bytes can make the decoder go through all coefficients once more.
 bool isBearableJpeg(const QByteArray &bytes, QSize stored)
 {
     const qint64 pixels = qint64{stored.width()} * stored.height();
@@ -47,8 +47,8 @@ QImage forPainting(QImage image)
     return image;
 }
 
-// The decoder reduces by clipping: asked for a size alone it takes the next larger fraction when
-// the size is rounded. So up to seven pixels at the right and lower edge are left out.
+// The decoder reduces by clipping: asked for a size alone, it takes the next larger fraction when
+// the size is rounded. So up to seven pixels at the right and lower edges are left out.
 void reduce(QImageReader &reader, QSize stored, QSize needed)
 {
     const int divisor = jpegDivisor(stored, needed);
@@ -80,7 +80,7 @@ QImage decodeJpeg(QImageReader &reader, const QByteArray &bytes, const PictureWi
     return toSize(forPainting(reader.read()), wanted, wish.fit);
 }
 
-// The height of a BMP is negative when its first line is the upper one.
+// A BMP's height is negative when its first line is the top one.
 QSize upright(QSize stored)
 {
     const bool isUpsideDown = stored.height() < 0 && stored.height() > -kMaxPixels;
@@ -103,8 +103,8 @@ struct Part
     bool isWhole = false;
 };
 
-// A picture that breaks off leaves the rest of the image that it is read into as it was. One of
-// which nothing was read is none.
+// A truncated picture leaves the rest of the image that it is read into as it was. One of which
+// nothing was read does not count.
 Part readPart(QImageReader &reader, QSize size, uint ground = kDark)
 {
     const QImage::Format format = reader.imageFormat();
@@ -125,7 +125,7 @@ QImage readWhatThereIs(QImageReader &reader, const QByteArray &bytes, QSize size
     return withPassesFilled(part.image, readPart(again, size, kBright).image);
 }
 
-// The decoder paints the rest of the screen in a colour that nobody else shows.
+// The decoder fills the rest of the screen with a colour that no other program shows.
 QImage onItsScreen(const QImage &image, QRect frame)
 {
     if (image.isNull() || frame.contains(image.rect()) || !frame.intersects(image.rect())) {
@@ -155,7 +155,7 @@ QImage decodeOther(QImageReader &reader, const QByteArray &bytes, const PictureW
     return toSize(image, wantedSize(image.size(), wish), wish.fit);
 }
 
-// The bytes as the decoder is to see them.
+// The bytes to pass to the decoder.
 QByteArray forDecoder(const QByteArray &bytes, const QByteArray &format)
 {
     if (format == kPngFormat) {

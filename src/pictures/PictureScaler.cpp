@@ -11,7 +11,7 @@ namespace velmora {
 namespace {
 
 constexpr std::size_t kChannels = 4;
-constexpr quint16 kHalf = ScaleAreas::kWhole / 2; // rounds the sum of an area
+constexpr quint16 kHalf = ScaleAreas::kWhole / 2; // rounds an area's sum
 constexpr std::size_t kBlock = 32;                // channels whose sums stay in registers
 
 std::size_t unsignedOf(int count)
@@ -19,10 +19,10 @@ std::size_t unsignedOf(int count)
     return static_cast<std::size_t>(count);
 }
 
-// A line of pixels with 16 bits for each channel, so that sums fit, and one pixel to spare.
+// A line of pixels with 16 bits per channel, so that sums fit, and one spare pixel.
 using WideLine = std::vector<quint16>;
 
-/// The lines of a picture that make up one of the smaller picture.
+/// The lines of a picture that make up one line of the smaller picture.
 struct Lines
 {
     const uchar *bytes;
@@ -58,7 +58,7 @@ void averageLines(const Lines &lines, WideLine &to)
     averageBlock(lines, at, lines.channels - at, to);
 }
 
-// Two pixels beside each other, or their weights: one instruction for eight channels.
+// Two neighbouring pixels, or their weights: one instruction for eight channels.
 using Pair = quint16 __attribute__((vector_size(16)));
 using Bytes = quint8 __attribute__((vector_size(8)));
 
@@ -69,7 +69,7 @@ Pair pairAt(const quint16 *channels)
     return pair;
 }
 
-// The two sums of each pair belong to one pixel; what comes out are two pixels.
+// The two sums of each pair belong to one pixel; the result is two pixels.
 Bytes joined(Pair first, Pair second)
 {
     const Pair sums = __builtin_shufflevector(first, second, 0, 1, 2, 3, 8, 9, 10, 11) +
@@ -77,7 +77,7 @@ Bytes joined(Pair first, Pair second)
     return __builtin_convertvector((sums + kHalf) / ScaleAreas::kWhole, Bytes);
 }
 
-/// The weights of all areas, once for each channel, filled up to whole pairs.
+/// The weights of all areas, once for each channel, padded to whole pairs.
 std::vector<quint16> pairWeights(const ScaleAreas &areas, int size)
 {
     const std::size_t missing = kChannels * unsignedOf(areas.length() % 2);
@@ -91,7 +91,7 @@ std::vector<quint16> pairWeights(const ScaleAreas &areas, int size)
     return weights;
 }
 
-/// Brings lines of one width to another.
+/// Scales lines from one width to another.
 class LineScaler
 {
 public:
@@ -115,7 +115,7 @@ public:
     }
 
 private:
-    // The usual small numbers of pairs come as constants, which saves a third of the time.
+    // The usual small numbers of pairs are passed as constants, which saves a third of the time.
     template <typename Pairs>
     [[nodiscard]] Pair sumsOf(Pairs pairs, const WideLine &line, int target) const
     {

@@ -1,5 +1,4 @@
-// What a window wants of a picture: the size at which it shows it, and how the picture is to fill
-// that size.
+// What a window wants of a picture: the size at which to show it, and how to fill that size.
 #pragma once
 
 #include <QHashFunctions>
@@ -8,13 +7,13 @@
 namespace velmora {
 
 enum class Fit {
-    /// Exactly the shown size, whatever the picture's shape. A picture that is smaller in both
-    /// directions keeps its own size: the painter stretches it.
+    /// Exactly the shown size, whatever the picture's shape. A picture that is smaller both ways
+    /// keeps its own size: the painter stretches it.
     Stretch,
-    /// The picture's shape, as large as fits into the shown size; never enlarged.
+    /// Keeps the picture's shape, as large as fits the shown size; never enlarged.
     KeepShape,
     /// The size that the decoder gives fastest, not smaller than KeepShape would be: the painter
-    /// brings it to size.
+    /// scales it the rest of the way.
     AtLeast,
 };
 

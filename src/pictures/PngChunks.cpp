@@ -12,7 +12,7 @@ constexpr qsizetype kSignatureBytes = 8;
 constexpr qsizetype kChunkHeadBytes = 8; // length, name
 constexpr qsizetype kChecksumBytes = 4;
 
-// A capital first letter says that the picture cannot be painted without the chunk.
+// A capital first letter means that the picture cannot be painted without the chunk.
 bool isPainted(QByteArrayView chunk)
 {
     const QByteArrayView name = chunk.sliced(4, 4);
@@ -29,7 +29,7 @@ QByteArrayView firstChunk(QByteArrayView bytes)
     return bytes.first(qMin(kChunkHeadBytes + bodyBytes(bytes) + kChecksumBytes, bytes.size()));
 }
 
-// What each value of a byte adds to a CRC-32, as in RFC 1952.
+// What each byte value adds to a CRC-32, as in RFC 1952.
 constexpr std::array<quint32, 256> kSumOfByte = [] {
     std::array<quint32, 256> sums = {};
     for (quint32 byte = 0; byte < sums.size(); ++byte) {
@@ -57,7 +57,8 @@ void appendNumber(QByteArray &bytes, quint32 number)
     bytes.append(reinterpret_cast<const char *>(&stored), sizeof stored);
 }
 
-// The decoder reads in large pieces, and paints nothing of one that is shorter than the chunk says.
+// The decoder reads in large pieces, and paints nothing of a piece that is shorter than its chunk
+// says.
 void appendData(QByteArray &painted, QByteArrayView chunk)
 {
     const qsizetype whole = kChunkHeadBytes + bodyBytes(chunk);

@@ -1,4 +1,4 @@
-// Leaves out of a PNG what is not painted: texts and colour profiles may unpack to gigabytes, and a
+// Strips a PNG of what is not painted: texts and colour profiles may unpack to gigabytes, and a
 // window shows none of them.
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace velmora {
 
-/// The file with its critical chunks and the transparency alone; data that break off make a shorter
-/// chunk, any other chunk stays as it is. bytes: begin with the signature of a PNG.
+/// The file with only its critical chunks and its transparency; truncated data make a shorter
+/// chunk, every other chunk is unchanged. bytes: begin with the signature of a PNG.
 [[nodiscard]] QByteArray paintedPngChunks(const QByteArray &bytes);
 
 } // namespace velmora

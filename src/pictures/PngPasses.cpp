@@ -8,9 +8,9 @@ namespace velmora {
 namespace {
 
 constexpr int kInterlaceAt = 28; // the last byte of the header
-constexpr int kCoarsest = 8;     // points apart in the first pass
+constexpr int kCoarsest = 8;     // distance of the points in the first pass
 
-// Each pass puts lines between those that are there, or points between those of a line.
+// Each pass adds lines between those there are, or points between those of a line.
 QPoint earlierPoint(int x, int y)
 {
     for (int step = 1; step < kCoarsest; step *= 2) {
@@ -49,7 +49,7 @@ QImage withPassesFilled(QImage picture, const QImage &other)
 {
     const bool isAlike = picture.size() == other.size() && picture.format() == other.format();
     if (!isAlike || picture.depth() < 8) {
-        return picture; // of two colours alone it is seldom more than a drawing
+        return picture; // with only two colours it is seldom more than a drawing
     }
     for (int y = 0; y < picture.height(); ++y) {
         fillLine(picture, other, y);

@@ -5,7 +5,7 @@
 namespace velmora {
 namespace {
 
-// Places on the lines are counted in parts of a source pixel, `to` of them each: target pixel i
+// Positions on the lines are counted in parts of a source pixel, `to` of them each: target pixel i
 // begins at i * from and is `from` parts long.
 int longestArea(qint64 from, qint64 to)
 {
@@ -28,7 +28,7 @@ ScaleAreas::ScaleAreas(int from, int to)
     }
 }
 
-// The weights are differences of one rounded sum, so that they never add up to more or less.
+// The weights are differences of one rounded running sum, so that they always add up exactly.
 void ScaleAreas::add(qint64 start, qint64 from, qint64 to)
 {
     const qint64 first = std::min(start / to, from - length_);

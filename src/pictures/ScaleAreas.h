@@ -1,4 +1,4 @@
-// How much each pixel of a line counts towards each pixel of a shorter or longer one: pure
+// How much each pixel of a line contributes to each pixel of a shorter or longer one: pure
 // arithmetic.
 #pragma once
 
@@ -9,12 +9,12 @@
 
 namespace velmora {
 
-/// Each target pixel stands for an area of the source line. All areas are lists of the same length;
-/// some of their weights are 0.
+/// Each target pixel covers an area of the source line. All areas have the same length; some of
+/// their weights are 0.
 class ScaleAreas
 {
 public:
-    static constexpr quint16 kWhole = 256; ///< what the weights of an area add up to
+    static constexpr quint16 kWhole = 256; ///< the sum of an area's weights
 
     /// Lengths of the lines, at least 1.
     ScaleAreas(int from, int to);

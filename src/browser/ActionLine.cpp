@@ -42,7 +42,7 @@ QCoro::Task<> ActionLine::inTurn(Kind kind, int rebuild, Story story)
     try {
         co_await run(kind, rebuild, std::move(story));
     } catch (const Superseded &) {
-        // The newer action shows what is to be seen.
+        // The newer action shows the result.
     }
 }
 
@@ -52,7 +52,7 @@ QCoro::Task<> ActionLine::run(Kind kind, int rebuild, Story story)
     isRebuilding_ = kind != Kind::Follow;
     folders_.allowReading();
     if (isRebuilding_ && rebuild != rebuilds_) {
-        folders_.supersede(); // what it stores and deletes still counts, up to its first reading
+        folders_.supersede(); // what it has stored and deleted up to its next reading still counts
     }
     co_await story();
     if (lists_.isOwed() && rebuild == rebuilds_ && !isClosed_) {

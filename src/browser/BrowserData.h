@@ -9,8 +9,8 @@
 
 namespace velmora {
 
-/// The browser's parts alone change it. The slideshow, the film maker, the alarm and the windows
-/// look at it.
+/// Only the browser's parts change it. The slideshow, the film maker, the alarm and the windows
+/// read it.
 struct BrowserData
 {
     BrowserState state;

@@ -57,7 +57,7 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
     if (data_.state.view() == View::Camera) {
         co_await DirImage();
     } else {
-        co_await DirCam(); // images may have come, and the cells are empty
+        co_await DirCam(); // images may have arrived, and the cells are empty
         co_await LitDir();
         co_await Vue_Click(data_.state.camera().row);
     }
@@ -136,8 +136,8 @@ QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
     data_.sheet.setImage(camera.row, newest);
 }
 
-// The list of images is that of the selected camera, in another group too: the film button belongs
-// to it. A film that is open keeps the list that it plays.
+// The list of images follows the selected camera, even in another group, since the film button
+// belongs to it. An open film keeps the list that it plays.
 QCoro::Task<> BrowserLists::followGroup()
 {
     if (!film_.isOpen() && data_.files.folder() != folders_.of(data_.state.camera())) {
@@ -201,7 +201,7 @@ QCoro::Task<> BrowserLists::Vue_Click(int cell)
     } else {
         co_await clickCamera(cell);
     }
-    if (!filming || !data_.state.CineActif()) { // it may have been closed in between
+    if (!filming || !data_.state.CineActif()) { // it may have been closed meanwhile
         trace(QStringLiteral("Planche Vue_Click Fin mem faux"));
         co_return;
     }
@@ -210,7 +210,7 @@ QCoro::Task<> BrowserLists::Vue_Click(int cell)
     trace(QStringLiteral("Planche Vue_Click Fin"));
 }
 
-// Cells are counted from the framed one, which shows the selected image.
+// Cells count from the framed one, which shows the selected image.
 void BrowserLists::clickImage(int cell)
 {
     const int index = data_.files.ListIndex() - data_.state.CadreActif() + cell;
@@ -228,7 +228,7 @@ QCoro::Task<> BrowserLists::clickCamera(int cell)
     }
 }
 
-// The film that is open goes on from what was clicked.
+// The open film continues from the image clicked.
 QCoro::Task<> BrowserLists::followFilm()
 {
     if (data_.state.view() == View::Camera) {
@@ -246,7 +246,7 @@ QCoro::Task<> BrowserLists::ResetCine()
         co_await LitDir();
     }
     if (wasOpen && !film_.isOpen()) {
-        co_return; // closed by the user in between
+        co_return; // closed by the user meanwhile
     }
     film_.begin();
     data_.state.filmOpened();

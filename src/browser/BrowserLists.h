@@ -1,6 +1,6 @@
 // The lists of the image browser: the images of one camera or the newest of each camera of a group,
-// and the ten of them that stand on the contact sheet. Everything is rebuilt from the disk whenever
-// group, camera or view change.
+// and the ten that are on the contact sheet. Everything is rebuilt from the disk whenever group,
+// camera or view changes.
 #pragma once
 
 #include "browser/CameraFolders.h"
@@ -12,62 +12,62 @@
 
 namespace velmora {
 
-/// The coroutines run one after the other; one that reads a folder may end with Superseded.
+/// The coroutines run one after another; one that reads a folder may end with Superseded.
 class BrowserLists : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     BrowserLists(const BrowserServices &services, BrowserData &data, CameraFolders &folders,
                  Selection &selection, Projector &film);
 
-    /// Takes the stored group and camera and builds the display.
+    /// Loads the stored group and camera and builds the display.
     QCoro::Task<> load();
 
-    /// A new group was selected.
+    /// A group was selected.
     QCoro::Task<> lstGroupe_MouseUp();
 
-    /// A new camera was selected.
+    /// A camera was selected.
     QCoro::Task<> lstCam_MouseUp();
 
-    /// Rebuilds the display for the group, camera and view that are selected.
+    /// Rebuilds the display for the selected group, camera and view.
     QCoro::Task<> DirImage();
 
     /// The same, and in group view the selected camera's row is selected afterwards.
     QCoro::Task<> refresh();
 
-    /// Lists the folder of the selected camera, which is made when it is missing.
+    /// Lists the selected camera's folder ("lit le répertoire"), which is made if missing.
     QCoro::Task<> LitDir();
 
-    /// Fills the group view: the newest image of each camera. No row is selected then.
+    /// Fills the group view: the newest image of each camera of the group. No row is selected then.
     QCoro::Task<> DirCam();
 
-    /// Shows the ten images around the selected one, the last one when none is.
+    /// Shows the ten images around the selected one, or around the last one when none is selected.
     void LstDir_Click();
 
-    /// Selects an image of the list, as a click on it does. In group view, which does not show
-    /// that list, nothing else changes.
+    /// Selects an image of the list, like a click on it. In group view, which does not show that
+    /// list, nothing else changes.
     void selectFile(int index);
 
-    /// A row of the group view was selected: its camera is the selected one from now on.
+    /// A camera of the group view was selected: it is the selected camera from now on.
     QCoro::Task<> LstDirCam_Click(int row);
 
-    /// A cell was clicked: its image becomes the selected one, or its camera in group view.
+    /// A cell was clicked: selects its image, or its camera in group view.
     QCoro::Task<> Vue_Click(int cell);
 
-    /// Opens the slideshow on the selected camera's images, or begins it again.
+    /// Opens the slideshow on the selected camera's images, or restarts it.
     QCoro::Task<> ResetCine();
 
-    /// True from the beginning of building the display until it stands: a building that was
-    /// superseded is still to be done.
+    /// True from the start of building the display until it is complete: a superseded rebuild is
+    /// still to be done.
     [[nodiscard]] bool isOwed() const { return isOwed_; }
 
-    /// Something has changed that only a new building shows.
+    /// Something has changed that only a rebuild shows.
     void owe() { isOwed_ = true; }
 
 Q_SIGNALS:
-    /// The keyboard is to go to the list of images, or of cameras.
+    /// The keyboard focus is to go to the list of images, or of cameras.
     void filesWanted();
     void camerasWanted();
 
@@ -88,7 +88,7 @@ private:
     Projector &film_;
     SliceView slice_;
     bool isOwed_ = false;
-    ImageFile chosenMeanwhile_; // while the list was read again: what the user wants last holds
+    ImageFile chosenMeanwhile_; // while the list was being read again: the user's last choice wins
 };
 
 } // namespace velmora

@@ -143,7 +143,7 @@ bool BrowserModes::mayWalk()
     return !data_.state.CineActif() && isStorageReady(services_);
 }
 
-// Any number but 0 is on here, while a group is captured only with a 1.
+// Here any number but 0 is on, while a group is captured only with a 1.
 ActiveGroups BrowserModes::activeGroups() const
 {
     const SettingsSnapshot now = settings().snapshot();
@@ -198,8 +198,8 @@ void BrowserModes::closeFilm()
     film_.close();
 }
 
-// A check of the storage folder stops the timers while it is missing and runs them again, each if
-// its own switch is on.
+// A check of the storage folder stops the timers while it is missing and restarts each whose own
+// switch is on.
 void BrowserModes::runScan(const StorageState &state)
 {
     const bool walks = isOn(Mode::Scan) && state.captureEnabled && !unloaded_;

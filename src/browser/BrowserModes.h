@@ -1,5 +1,5 @@
-// How the browser follows what happens: its views, the refresh after a capture, the walk through
-// the groups, and the way into the slideshow.
+// How the browser follows events: its views, the refresh after a capture, the walk through the
+// groups, and opening the slideshow.
 #pragma once
 
 #include "browser/BrowserLists.h"
@@ -15,7 +15,7 @@ class BrowserModes : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     BrowserModes(const BrowserServices &services, BrowserData &data, Selection &selection,
                  BrowserLists &lists, Projector &film);
 
@@ -24,27 +24,32 @@ public:
 
     [[nodiscard]] bool isOn(Mode mode) const { return on_.at(static_cast<std::size_t>(mode)); }
 
-    /// Takes the modes that are stored, each as if it had been clicked, and shows today's date.
+    /// Loads the stored modes, each as if it had been clicked, and shows today's date.
     QCoro::Task<> load();
 
-    /// The window closed: the walk ends.
+    /// The window was closed: the walk ends.
     void unload();
 
-    /// A mode was switched: stores it at once. What follows from it is its click's.
+    /// A mode was switched: stores it at once. Acting on it is left to the box's own function.
     void set(Mode mode, bool on);
 
+    /// The box that follows new images was clicked.
     QCoro::Task<> cAuto_Click();
+
+    /// The box that switches to group view was clicked.
     QCoro::Task<> cCamera_Click();
+
+    /// The box of the automatic walk was clicked.
     void cScan_Click();
 
     /// A new image of this camera was stored: shows it, if new images are followed and its camera
-    /// or group is the one shown.
+    /// or group is on show.
     QCoro::Task<> refreshAfter(CameraAddress camera);
 
     /// True when that refresh would show something.
     [[nodiscard]] bool isFollowing(CameraAddress camera) const;
 
-    /// One step of the walk.
+    /// One step of the automatic walk.
     QCoro::Task<> TimerScan_Timer();
 
     /// The film button: opens the slideshow, or closes it.
@@ -53,10 +58,10 @@ public:
 Q_SIGNALS:
     void changed();
 
-    /// These texts belong into the boxes of the search.
+    /// Texts for the boxes of the search.
     void searchTextsChanged(const QString &lDate, const QString &lTime);
 
-    /// The walk's timer came round.
+    /// The walk's timer fired.
     void scanDue();
 
 private:

@@ -1,4 +1,4 @@
-// The parts of the image browser, put together. No one but ImageBrowser knows them.
+// The parts of the image browser, put together. Only ImageBrowser knows them.
 #pragma once
 
 #include "browser/BrowserModes.h"
@@ -10,10 +10,10 @@
 
 namespace velmora {
 
-/// In the order in which they build upon each other.
+/// In order of dependency.
 struct BrowserParts
 {
-    /// Everything given outlives the parts.
+    /// Everything passed in outlives the parts.
     BrowserParts(const BrowserServices &services, BrowserData &data, Projector &film)
         : folders(services, data.state)
         , selection(data)

@@ -1,4 +1,4 @@
-// What the parts of the image browser use of the layers below.
+// What the parts of the image browser use from the layers below.
 #pragma once
 
 #include "base/Clock.h"
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// What the browser uses of the cameras and of the system.
+/// What the browser uses of the cameras and the system.
 struct BrowserCapture
 {
     const CameraTable &table;
@@ -27,8 +27,8 @@ struct BrowserServices
     TaskScope &scope;
 };
 
-/// True when folders may be worked in: makes a check of the storage folder that was asked for, and
-/// stops the timers while its box is being edited.
+/// True when work in folders is allowed: makes a requested check of the storage folder, and stops
+/// the timers while its box is being edited.
 [[nodiscard]] bool isStorageReady(const BrowserServices &services);
 
 } // namespace velmora

@@ -1,5 +1,5 @@
-// The state that the parts of the image browser share: what is chosen, and the flags that keep one
-// action from disturbing another. It changes by named steps alone.
+// The state shared by the parts of the image browser: what is chosen, and the flags that keep one
+// action from disturbing another. It changes only by named steps.
 #pragma once
 
 #include "browser/ImageFile.h"
@@ -14,15 +14,15 @@ namespace velmora {
 inline constexpr int kCells = 10;
 
 enum class View {
-    Camera, // ten images of one camera in a row
+    Camera, // ten consecutive images of one camera
     Group   // the newest image of each camera of a group
 };
 
-/// The browser's parts take the steps; everyone else reads.
+/// The browser's parts take the steps; everything else reads.
 class BrowserState
 {
 public:
-    /// What the lists of groups and cameras have selected.
+    /// What is selected in the lists of groups and cameras.
     [[nodiscard]] CameraAddress camera() const { return camera_; }
 
     void choose(CameraAddress camera) { camera_ = camera; }
@@ -31,25 +31,26 @@ public:
 
     void show(View view) { view_ = view; }
 
-    /// The newest image of a camera of the group, in group view; none for a camera without images.
+    /// The newest image of a camera ("dernière image") in group view; none for a camera without
+    /// images.
     [[nodiscard]] const ImageFile &DerniereImage(int row) const { return newest_.at(index(row)); }
 
     void setNewest(int row, const ImageFile &image) { newest_.at(index(row)) = image; }
 
-    /// The cell, 0 to 9, that is framed as the selected one.
+    /// The cell of the selected image ("cadre actif"), 0 to 9.
     [[nodiscard]] int CadreActif() const { return framed_; }
 
     void frame(int cell) { framed_ = cell; }
 
-    /// Camera folders may be read. Once they may, they always may.
+    /// Camera folders may be read ("lecture"). Once true, this stays true.
     [[nodiscard]] bool LectureOK() const { return mayRead_; }
 
     void allowReading() { mayRead_ = true; }
 
-    /// The cells of the group view are being filled: clicks on them are ignored.
+    /// The group view is being filled ("en cours"): clicks on its cells are ignored.
     [[nodiscard]] bool DirCamEnCours() const { return isFilling_; }
 
-    /// They are, for as long as the result lives.
+    /// Filling goes on for as long as the result lives.
     [[nodiscard]] QScopedValueRollback<bool> beginFilling()
     {
         return QScopedValueRollback<bool>(isFilling_, true);

@@ -16,7 +16,7 @@ Calendar::Calendar(ImageBrowser &browser)
             count();
         }
     });
-    // Queued: one of the listed images is selected first.
+    // Queued, since one of the listed images is selected first.
     connect(&files(), &QAbstractItemModel::modelReset, this, &Calendar::goOn, Qt::QueuedConnection);
 }
 
@@ -103,7 +103,7 @@ void Calendar::goToHour(int hour)
     }
 }
 
-// The group view shows another thing; the list is gone to when it has given way.
+// The group view shows something else; the move is made once the list has replaced it.
 void Calendar::goTo(const QByteArray &moment, const ImageRun &run)
 {
     if (browser_.shown().state.view() == View::Group) {

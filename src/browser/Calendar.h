@@ -1,4 +1,4 @@
-// The images of the camera on show by days and hours, and the way from a day to its first image.
+// The images of the camera on show by day and hour, and the way from a day to its first image.
 #pragma once
 
 #include "browser/DayCounts.h"
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// Both are in it.
+/// Both ends included.
 struct DayRange
 {
     std::chrono::year_month_day first;
@@ -20,7 +20,7 @@ struct DayRange
     }
 };
 
-/// As long as it is open, counts the browser's list again whenever that becomes another.
+/// While open, counts the browser's list again whenever it changes.
 class Calendar : public QObject
 {
     Q_OBJECT
@@ -39,10 +39,10 @@ public:
     /// Images of a day; 0 for a day that has none.
     [[nodiscard]] qsizetype imagesOf(std::chrono::year_month_day day) const;
 
-    /// Of the day that has the most.
+    /// Images of the day that has the most.
     [[nodiscard]] qsizetype most() const { return most_; }
 
-    /// The day whose hours are shown; nothing while there are no images.
+    /// The day whose hours are shown; nothing if there are no images.
     [[nodiscard]] std::optional<std::chrono::year_month_day> chosen() const { return chosen_; }
 
     [[nodiscard]] const HourCounts &hours() const { return hours_; }
@@ -50,31 +50,31 @@ public:
     /// Shows the hours of a day.
     void choose(std::chrono::year_month_day day);
 
-    /// The same, and all days from the one that was chosen up to this are chosen together.
+    /// The same, and selects all days from the previously chosen one up to this.
     void extendTo(std::chrono::year_month_day day);
 
-    /// First and last of several days that are chosen together; nothing while one is.
+    /// First and last of the days selected together; nothing if only one is.
     [[nodiscard]] std::optional<DayRange> range() const;
 
     /// Images of these days.
     [[nodiscard]] qsizetype imagesOf(const DayRange &range) const;
 
-    /// Chooses a day, or an hour of the chosen one, and selects the first image there in the
-    /// browser; without one, the nearest.
+    /// Chooses a day, or an hour of the chosen one, and selects its first image in the browser, or
+    /// the nearest image if it has none.
     void goToDay(std::chrono::year_month_day day);
     void goToHour(int hour);
 
-    /// An image of a camera was stored: its day has one more.
+    /// An image of a camera was stored: its day gains one.
     void follow(CameraAddress camera, const QString &fileName);
 
 Q_SIGNALS:
-    /// Other days, or other numbers.
+    /// The days or their numbers have changed.
     void counted();
 
-    /// Another day is chosen, or several.
+    /// A different day, or several, are chosen.
     void dayChosen();
 
-    /// Several days are chosen together.
+    /// Several days are selected together.
     void rangeChosen(const velmora::DayRange &range);
 
 private:
@@ -88,8 +88,8 @@ private:
     std::vector<DayCount> days_;
     HourCounts hours_{};
     std::optional<std::chrono::year_month_day> chosen_;
-    std::optional<std::chrono::year_month_day> anchor_; // where several days begin or end
-    QByteArray waiting_; // a moment to go to when the camera's images are on show
+    std::optional<std::chrono::year_month_day> anchor_; // the end of the range that stays
+    QByteArray waiting_; // where to go once the camera's images are on show
     qsizetype most_ = 0;
     bool open_ = false;
 };

@@ -50,8 +50,8 @@ QCoro::Task<ImageFile> CameraFolders::newest(CameraAddress camera)
     co_return ImageFile{folder, QFile::decodeName(found->name)};
 }
 
-// A missing camera folder is made together with all the others. One that cannot be made is told
-// once, and the storage folder itself is never made here: its disk may just be away.
+// A missing camera folder is made along with all the others. A failure is reported once, and the
+// storage folder itself is never made here: its disk may just be away.
 void CameraFolders::make(const QString &folder)
 {
     StorageFolder &storage = services_.capture.storage;

@@ -1,5 +1,5 @@
-// The cameras' folders as the browser reads them: which they are, when they may be read, and the
-// end of a reading whose place a newer action takes.
+// The cameras' folders as the browser reads them: which they are, when they may be read, and how a
+// reading ends when a newer action supersedes it.
 #pragma once
 
 #include "browser/BrowserServices.h"
@@ -13,37 +13,37 @@
 
 namespace velmora {
 
-/// Unwinds an action that was reading a folder when a newer one took its place, or when the storage
-/// folder became another.
+/// Unwinds an action that was reading a folder when a newer one superseded it, or when the storage
+/// folder changed.
 class Superseded : public std::exception
 {
 };
 
-/// Folders are in text form. What reads may end with Superseded.
+/// Folders are in text form. Readings may end with Superseded.
 class CameraFolders
 {
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     CameraFolders(const BrowserServices &services, const BrowserState &state);
 
-    /// The folder of a camera; the storage folder itself for a row without address.
+    /// A camera's folder; the storage folder itself for a row without an address.
     [[nodiscard]] QString of(CameraAddress camera) const;
 
-    /// Folders are left alone until the storage folder has been checked, and while it is missing or
-    /// its box is being edited.
+    /// False until the storage folder has been checked, and while it is missing or its box is being
+    /// edited: folders are left alone then.
     [[nodiscard]] bool mayRead();
 
-    /// True when they were left alone the last time: the list may be another camera's.
+    /// True when they were left alone last time: the list may be another camera's.
     [[nodiscard]] bool hasMissedReading() const { return isMissed_; }
 
-    /// The images of a folder, which is made when it is missing; never nullptr.
+    /// The images of a folder, which is made if missing; never nullptr.
     QCoro::Task<std::shared_ptr<const ImageNames>> names(QString folder);
 
-    /// The image that the group view shows of a camera; none for a row without address.
+    /// The image that the group view shows for a camera; none for a row without an address.
     QCoro::Task<ImageFile> newest(CameraAddress camera);
 
-    /// A newer action is to take over: what is reading ends with Superseded, and so does what is
-    /// read before the next action may.
+    /// A newer action takes over: readings under way end with Superseded, and so does every reading
+    /// before that action may start.
     void supersede();
     void allowReading();
 
@@ -54,7 +54,7 @@ private:
     BrowserServices services_;
     const BrowserState &state_;
     FolderReader reader_;
-    QSet<QString> notMade_; // native paths, told already
+    QSet<QString> notMade_; // native paths, already reported
     std::stop_source reading_;
     bool isMissed_ = false;
 };

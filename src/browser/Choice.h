@@ -1,4 +1,4 @@
-// The group and the camera that the user chose last, which may have to wait for their turn.
+// The group and camera that the user chose last, which may have to wait their turn.
 #pragma once
 
 #include "browser/ActionLine.h"
@@ -10,10 +10,10 @@ namespace velmora {
 class Choice
 {
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     Choice(const BrowserData &data, Selection &selection, BrowserLists &lists, ActionLine &line);
 
-    /// Shown as chosen while it is still waiting.
+    /// Shown as chosen even while it is waiting.
     [[nodiscard]] CameraAddress now() const;
 
     void takeGroup(int group);
@@ -27,7 +27,7 @@ private:
     Selection &selection_;
     BrowserLists &lists_;
     ActionLine &line_;
-    std::optional<int> nextGroup_; // chosen, not yet taken
+    std::optional<int> nextGroup_; // chosen, but not yet applied
     std::optional<int> nextRow_;
 };
 

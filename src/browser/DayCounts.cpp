@@ -9,9 +9,10 @@ using namespace std::chrono;
 
 constexpr qsizetype kDayDigits = 8;
 constexpr qsizetype kMomentLetters = 15;
-constexpr int kMostSteps = 64; // past names that tell no time
+constexpr int kMostSteps = 64; // past names that hold no time
 
-// Behind every name that begins with a text: no character is written with that byte.
+// A key that sorts after every name that begins with a text: no character is written with that
+// byte.
 QByteArray behind(const QByteArray &text)
 {
     return text + '\xff';
@@ -29,7 +30,7 @@ std::optional<int> number(QByteArrayView digits)
     return value;
 }
 
-// Seconds since the epoch of the moment with which a name begins.
+// Seconds since the epoch of the time at the start of a name.
 std::optional<sys_seconds> momentOf(QByteArrayView name)
 {
     if (name.size() < kMomentLetters || name[kDayDigits] != '_') {
@@ -46,7 +47,7 @@ std::optional<sys_seconds> momentOf(QByteArrayView name)
     return sys_seconds(sys_days(*day)) + hours(*hour) + minutes(*minute) + seconds(*second);
 }
 
-// The first position from `from` on, in steps of `step`, that tells a time.
+// The first position from `from` on, in steps of `step`, whose name holds a time.
 std::optional<qsizetype> timed(const ImageNames &names, qsizetype from, qsizetype step)
 {
     for (int tries = 0; tries < kMostSteps && from >= 0 && from < names.count(); ++tries) {

@@ -1,5 +1,4 @@
-// How many images of a list each day and each hour has: from the order of the names, without
-// looking at each of them.
+// Counts a list's images by day and hour, using the order of the names instead of looking at each.
 #pragma once
 
 #include "browser/ImageNames.h"
@@ -12,7 +11,7 @@ namespace velmora {
 
 inline constexpr int kHoursOfDay = 24;
 
-/// Images of a day, or of an hour of it, that stand one behind the other in the list.
+/// Consecutive images of a list, from one day or one hour of it.
 struct ImageRun
 {
     qsizetype first = 0; // position, from 0
@@ -34,17 +33,17 @@ using HourCounts = std::array<ImageRun, kHoursOfDay>;
 /// "20060307".
 [[nodiscard]] QByteArray dayKey(std::chrono::year_month_day day);
 
-/// The day with which a name begins; nothing when it is none.
+/// The day at the start of a name; nothing if there is none.
 [[nodiscard]] std::optional<std::chrono::year_month_day> dayOfKey(QByteArrayView name);
 
-/// The days that have images, in order. Names that begin with no day count nowhere.
+/// The days that have images, in order. Names that do not begin with a day are skipped.
 [[nodiscard]] std::vector<DayCount> countDays(const ImageNames &names);
 
 /// The images of each hour of a day, by the times in their names.
 [[nodiscard]] HourCounts countHours(const ImageNames &names, std::chrono::year_month_day day);
 
-/// The image whose time is nearest to a moment, "20060307_143000"; of two that are as near, the
-/// earlier. Only names that begin with a date and a time are looked at; nothing when there is none.
+/// The image whose time is nearest to a moment, "20060307_143000"; of two equally near, the
+/// earlier. Considers only names that begin with a date and time; nothing when there are none.
 [[nodiscard]] std::optional<qsizetype> nearestTo(const ImageNames &names, QByteArrayView moment);
 
 } // namespace velmora

@@ -48,7 +48,7 @@ std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 
 QCoro::Task<> FileActions::kill(ImageFile target)
 {
-    if (storage_.isBeingEdited()) { // since the question
+    if (storage_.isBeingEdited()) { // since the question was asked
         co_return;
     }
     const int row = data_.state.camera().row;

@@ -1,4 +1,4 @@
-// Deleting stored images from the browser.
+// Deletes stored images from the browser.
 #pragma once
 
 #include "browser/BrowserLists.h"
@@ -9,20 +9,21 @@ namespace velmora {
 class FileActions
 {
 public:
-    /// Everything given outlives the object. While the box of the storage folder is being edited
-    /// there are no questions and nothing is deleted.
+    /// Everything passed in outlives the object. While the storage box is being edited there are no
+    /// questions and nothing is deleted.
     FileActions(const StorageFolder &storage, const BrowserData &data, const Selection &selection,
                 BrowserLists &lists);
 
-    /// The question for the selected image of the camera view; none when nothing is selected or the
-    /// file is gone.
+    /// The delete key was pressed on the list of images: the question for the selected one; none
+    /// when nothing is selected or the file is gone.
     [[nodiscard]] std::optional<KillQuestion> LstDir_KeyDown() const;
 
-    /// The question for the newest image of the selected camera of the group view: the last 23
-    /// characters of its path, as long as usual names are. None for a camera without images.
+    /// The delete key was pressed on the list of newest images: the question for the one selected,
+    /// with the last 23 characters of its path, the usual length of a name. None for a camera
+    /// without images.
     [[nodiscard]] std::optional<KillQuestion> LstDirCam_KeyDown() const;
 
-    /// Deletes a file and shows what is left. A file that cannot be deleted is simply still shown.
+    /// Deletes a file and shows what is left. A file that cannot be deleted simply stays on show.
     QCoro::Task<> kill(ImageFile target);
 
 private:

@@ -1,4 +1,4 @@
-// The list of a camera's images, and which of them is selected.
+// A camera's list of images, and which of them is selected.
 #pragma once
 
 #include "browser/ImageFile.h"
@@ -11,8 +11,8 @@
 
 namespace velmora {
 
-/// Positions count from 0; no selection is -1, as lists have it. A name is shown on one line,
-/// whatever stands in it.
+/// Positions count from 0; no selection is -1, as usual in lists. A name is shown on one line,
+/// whatever it holds.
 class FileList : public QAbstractListModel
 {
     Q_OBJECT
@@ -23,27 +23,28 @@ public:
     /// Lists these images of a folder (text form, ending with "\") from now on; none is selected.
     void bind(const QString &folder, std::shared_ptr<const ImageNames> names);
 
-    /// The folder listed, text form; empty before the first.
+    /// The folder listed, text form; empty before the first bind().
     [[nodiscard]] const QString &folder() const { return folder_; }
 
     [[nodiscard]] int count() const;
 
+    /// Selected position of the list of images; -1 for none.
     [[nodiscard]] int ListIndex() const { return index_; }
 
     /// Selects an entry, or none.
     void setListIndex(int index);
 
-    /// The file at a position; none outside the list.
+    /// The file at a position; none if out of range.
     [[nodiscard]] ImageFile file(int position) const;
 
     [[nodiscard]] ImageFile selected() const { return file(index_); }
 
-    /// Where a file stands in the list; nothing when it is not listed.
+    /// A file's position in the list; nothing if it is not listed.
     [[nodiscard]] std::optional<int> find(const ImageFile &image) const;
 
     [[nodiscard]] const ImageNames &names() const { return *names_; }
 
-    /// The same names, to be kept after the list has taken others.
+    /// The same names, to be kept after the list has moved on to others.
     [[nodiscard]] std::shared_ptr<const ImageNames> shared() const { return names_; }
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

@@ -1,15 +1,15 @@
-// A pause of the slideshow while the browser's selection changes.
+// Pauses the slideshow while the browser's selection changes.
 #pragma once
 
 #include "browser/Projector.h"
 
 namespace velmora {
 
-/// Holds the film for as long as it lives.
+/// Holds the film as long as it lives.
 class FilmPause
 {
 public:
-    /// wanted: false to let the film run on. The film outlives the pause.
+    /// wanted: false lets the film run on. The film outlives the pause.
     FilmPause(Projector &film, bool wanted)
         : film_(film)
         , isPaused_(wanted)

@@ -10,16 +10,16 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype kMostLists = 3;
-constexpr std::size_t kMostListBytes = 16U << 20U; // two full folders' and more
+constexpr std::size_t kMostListBytes = 16U << 20U; // enough for two full folders and more
 constexpr qsizetype kMostDays = 20;                // two groups of cameras
 constexpr std::size_t kMostDayBytes = 8U << 20U;
-constexpr qsizetype kMostNewest = 100; // all cameras
+constexpr qsizetype kMostNewest = 100; // for all cameras
 constexpr std::size_t kMostNewestBytes = 1U << 20U;
 
 constexpr std::chrono::days kDaysBack{100};
 constexpr int kMostReadings = 2;
 
-// What a reading begins with: the stamp is taken before the first name.
+// Taken at the start of a reading: the stamp before the first name.
 struct Start
 {
     explicit Start(const QString &folder)
@@ -28,7 +28,7 @@ struct Start
     {
     }
 
-    // Whether what was read since can be told from what the folder will hold later.
+    // Whether later changes to the folder will be told apart from what was read.
     [[nodiscard]] bool canBeKept(const FolderScan &scan) const
     {
         return stamp && scan.isOpen() && !scan.hasFailed() && tellsChanges(*stamp, began);
@@ -82,7 +82,7 @@ QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::readNames(FolderSca
     co_return std::make_shared<const ImageNames>(builder.take());
 }
 
-// The path is asked for too: a folder above it may have been moved.
+// The path is checked too: a folder above it may have been moved.
 QCoro::Task<std::optional<NewestImage>> FolderReader::newest(QString folder, std::stop_token stop)
 {
     const std::optional<FolderStamp> stamp = folderStamp(folder);
@@ -118,7 +118,7 @@ QCoro::Task<std::optional<NewestImage>> FolderReader::lookForNewest(QString fold
         if (!latest.name().isEmpty() || day->names.isEmpty()) {
             co_return NewestImage{latest.name()};
         }
-        days_.forget(folder); // none of the day's files is there any more
+        days_.forget(folder); // none of that day's files exists any more
     }
     co_return NewestImage{};
 }
@@ -147,8 +147,9 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Tu
     co_return day;
 }
 
-// A captured image's name begins with its day, so that the greatest names are the day's. Another
-// name may tell a day as well ("200610 5.jpg"): then the files of the days back are looked for.
+// The name of a captured image begins with its day, so the greatest names are those of the newest
+// day. Other names may also hold a day ("200610 5.jpg"): then the files of the days before are
+// looked for.
 QCoro::Task<FolderReader::DayNamesPtr> FolderReader::namesOfDay(QString folder, NewestScan greatest,
                                                                 Turns *turns)
 {

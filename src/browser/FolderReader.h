@@ -1,5 +1,4 @@
-// Reads the folders of the cameras, which may be very full, and reads none twice that has not
-// changed.
+// Reads the cameras' folders, which may be very full, and reads none twice unless it has changed.
 #pragma once
 
 #include "base/Clock.h"
@@ -21,27 +20,28 @@ namespace velmora {
 
 class FolderScan;
 
-/// Folders are native paths. A missing or unreadable folder holds nothing. While a reading runs,
-/// events are let through every few milliseconds.
+/// Folders are native paths. A missing or unreadable folder counts as empty. During a reading,
+/// events are handled every few milliseconds.
 class FolderReader
 {
 public:
-    /// clock: outlives the object; the object outlives what it has started.
+    /// clock: outlives the object, which outlives what it has started.
     explicit FolderReader(Clock &clock);
 
-    /// The images of a folder; an unchanged folder is not read again, and gives the same list.
+    /// The images of a folder; an unchanged folder is not read again and gives the same list.
     /// nullptr only when stopped.
     QCoro::Task<std::shared_ptr<const ImageNames>> names(QString folder, std::stop_token stop);
 
-    /// The image that the group view shows of a folder. The greatest name "2*.*" tells a day; of
-    /// the files of that day, or else of the first day back that has any, 100 days at most, it is
-    /// the one modified last. Without such a day there is none. A folder of which the system has
-    /// reported no change is not looked at again; where it does not report, an unchanged folder is
-    /// not read again, but the times of that day's files are asked for. Nothing only when stopped.
+    /// The image that the group view shows for a folder. The greatest name matching "2*.*" gives a
+    /// day; among the files of that day, or else of the nearest earlier day that has any, up to 100
+    /// days back, it is the one modified last. None if there is no such day. A folder for which the
+    /// system has reported no change is not looked at again; where it does not report, an unchanged
+    /// folder is not read again, but that day's files are asked for their times. Nothing only when
+    /// stopped.
     QCoro::Task<std::optional<NewestImage>> newest(QString folder, std::stop_token stop);
 
 private:
-    // The names of the newest day's files, each with a NUL behind it; none when there is no day.
+    // The names of the newest day's files, each followed by a NUL; none when there is no day.
     struct DayNames
     {
         QByteArray names;
@@ -54,7 +54,7 @@ private:
 
     using DayNamesPtr = std::shared_ptr<const DayNames>;
 
-    // A newest image, as long as nothing happens in its folder.
+    // A newest image, valid as long as nothing happens in its folder.
     struct WatchedNewest
     {
         NewestImage image;
@@ -66,8 +66,9 @@ private:
         }
     };
 
-    // scan, turns, isReliable: of the caller, which waits. Nothing, nullptr: stopped. isReliable
-    // gets false when more than the folder's files told what is given back, or not all of them.
+    // scan, turns, isReliable: belong to the caller, who waits. Nothing, or nullptr, when stopped.
+    // isReliable becomes false when the result depends on more than the folder's files, or not on
+    // all of them.
     QCoro::Task<std::optional<NewestImage>> lookForNewest(QString folder, Turns *turns,
                                                           bool *isReliable);
     QCoro::Task<std::shared_ptr<const ImageNames>> readNames(FolderScan *scan, Turns *turns);

@@ -24,7 +24,7 @@ void GridActions::releaseCell()
     data_.sheet.release();
 }
 
-// Cells are counted from the framed one, which shows the selected image.
+// Cells count from the framed one, which shows the selected image.
 ImageFile GridActions::imageIn(int cell) const
 {
     if (data_.state.view() == View::Group) {
@@ -62,7 +62,7 @@ void GridActions::ZoomImage_Click()
     data_.sheet.hideZoom();
 }
 
-// The click in front of every double click has selected the cell's image already.
+// The click that precedes every double click has already selected the cell's image.
 void GridActions::Vue_DblClick(int cell)
 {
     if (!data_.sheet.image(cell).isNone()) {

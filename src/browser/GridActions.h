@@ -1,4 +1,4 @@
-// What mouse and keys do on the contact sheet beyond choosing an image: zoom, copy, open, search.
+// What mouse and keys do on the contact sheet besides choosing an image: zoom, copy, open, search.
 #pragma once
 
 #include "browser/BrowserLists.h"
@@ -13,35 +13,35 @@ class GridActions : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     GridActions(const StorageFolder &storage, const CameraFolders &folders, BrowserData &data,
                 const Selection &selection, BrowserLists &lists);
 
-    /// The left button went down on a cell that holds a picture: it has a frame, too, until the
-    /// button comes up.
+    /// The left button was pressed on a cell with a picture: it too is framed until the button is
+    /// released.
     void frameCell(int cell);
     void releaseCell();
 
-    /// The right button went down on a cell: selects its camera in group view, shows its image
-    /// large and asks for a copy of it. Does nothing while an image is shown large already; an
-    /// empty cell has nothing to show.
+    /// The right button was pressed on a cell: selects its camera in group view, enlarges its image
+    /// and requests a copy of it. Does nothing while an image is enlarged already, or on an empty
+    /// cell.
     QCoro::Task<> zoomCell(int cell);
 
-    /// Shows the selected image large, or puts a large one away.
+    /// Enlarges the selected image, or puts the enlarged one away.
     void toggleZoom();
 
-    /// The large image was clicked.
+    /// The enlarged image was clicked.
     void ZoomImage_Click();
 
-    /// A cell was clicked twice, in camera view: gives the selected image to the desktop, unless
+    /// A cell was double-clicked: in camera view, hands the selected image to the desktop, unless
     /// the cell is empty.
     void Vue_DblClick(int cell);
 
-    /// A double click on the list: gives the selected camera's folder to the desktop.
+    /// The list of images was double-clicked: hands the selected camera's folder to the desktop.
     void LstDir_DblClick();
 
-    /// Selects the first image whose name holds date and time, or else the first of that day, and
-    /// tells what came of it.
+    /// Finds an image by date and time ("nom de fichier"): selects the first whose name holds both,
+    /// or else the first of that day, and returns the outcome.
     SearchOutcome NomFichier(const QString &lDate, const QString &lTime);
 
 Q_SIGNALS:

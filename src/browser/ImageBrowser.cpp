@@ -9,7 +9,7 @@ namespace {
 
 using Kind = ActionLine::Kind;
 
-constexpr int kFiveTicksBefore = 55; // of the sixtieth, at which fixed cameras come
+constexpr int kFiveTicksBefore = 55; // before the sixtieth, at which fixed cameras are due
 
 } // namespace
 
@@ -25,7 +25,7 @@ ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, P
     connect(&services.conformity, &Conformity::ended, this, [this] {
         parts_->line.launch(Kind::Rebuild, [this] { return parts_->updates.relist(); });
     });
-    // Queued: the check of the storage folder has not ended yet.
+    // Queued, since the check of the storage folder has not ended yet.
     connect(&storage_, &StorageFolder::checked, this, &ImageBrowser::followStorage,
             Qt::QueuedConnection);
 }
@@ -43,7 +43,7 @@ void ImageBrowser::connectParts()
     connect(&parts_->grid, &GridActions::openWanted, this, &ImageBrowser::openWanted);
     connect(&parts_->grid, &GridActions::copyWanted, this, &ImageBrowser::copyWanted);
     connect(&parts_->modes, &BrowserModes::scanDue, this, [this] {
-        if (!walking_) { // a step that takes longer than the timer is not overtaken by the next
+        if (!walking_) { // the next step does not overtake one that takes longer than the timer
             parts_->line.launch(Kind::Walk, [this] { return walk(); });
         }
     });
@@ -66,7 +66,7 @@ BrowserFace ImageBrowser::face() const
             parts_->selection.row(),        parts_->selection.NbI()};
 }
 
-// Shows what is in the storage folder once another one is there, or the same again.
+// Shows the storage folder's images once it has changed or come back.
 void ImageBrowser::followStorage()
 {
     const QString usable = usableStorage();
@@ -113,7 +113,7 @@ void ImageBrowser::close()
     parts_->line.close();
 }
 
-// In group view each camera's newest image is shown, which is never deleted for its age.
+// The group view shows each camera's newest image, which is never deleted for its age.
 void ImageBrowser::showDeletion(CameraAddress camera)
 {
     const BrowserState &state = data_.state;
@@ -155,7 +155,8 @@ void ImageBrowser::chooseCameraRow(int row)
     parts_->line.launch(Kind::Follow, [this, view, camera] { return showCameraRow(view, camera); });
 }
 
-// So that the next key moves on from there. A group that is being filled has no rows to select yet.
+// At once, so that the next key moves on from there. A group that is being filled has no rows to
+// select yet.
 void ImageBrowser::selectAtOnce(int row)
 {
     if (data_.state.view() == View::Group && row < data_.cameraRows.rowCount() &&
@@ -164,7 +165,7 @@ void ImageBrowser::selectAtOnce(int row)
     }
 }
 
-// A group that was chosen in the meantime has other cameras in its rows.
+// A group chosen in the meantime has other cameras in its rows.
 QCoro::Task<> ImageBrowser::showCameraRow(View view, CameraAddress camera)
 {
     if (data_.state.view() == view && data_.state.camera().group == camera.group) {
@@ -281,7 +282,7 @@ void ImageBrowser::follow(CameraAddress camera)
         parts_->line.launch(Kind::Rebuild,
                             [this, camera] { return parts_->modes.refreshAfter(camera); });
     } else if (parts_->updates.showsNoneOf(camera)) {
-        // Behind a reading under way, whose list is empty only as long as it is not read.
+        // After any reading under way, whose list is empty only until it has been read.
         parts_->line.launch(Kind::Follow,
                             [this, camera] { return parts_->updates.showFirst(camera); });
     }

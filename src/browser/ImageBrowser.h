@@ -1,5 +1,5 @@
-// The image browser without its window, and the one way to it: takes what the user does, in order,
-// to the parts that know what follows from it, and tells what is to be shown.
+// The image browser without its window, and the only way in: passes the user's actions, in order,
+// to the parts that handle them, and tells what to show.
 #pragma once
 
 #include "browser/BrowserData.h"
@@ -21,10 +21,10 @@ struct BrowserServices;
 class Scheduler;
 class TaskScope;
 
-/// What the window shows beside the lists and the sheet.
+/// What the window shows besides the lists and the sheet.
 struct BrowserFace
 {
-    CameraAddress choice; // of group and camera, that may still be waiting for its turn
+    CameraAddress choice; // group and camera, possibly still waiting their turn
     View view = View::Camera;
     bool cAuto = false;
     bool cCamera = false;
@@ -34,14 +34,14 @@ struct BrowserFace
     QString NbI;        // position and count
 };
 
-/// It has a function for each thing that a user or the program does to it, more than other classes
-/// have: that is what one door means. Each only hands on.
+/// Has one function for each thing that a user or the program does to it, more than other classes
+/// have: that is the price of a single way in. Each only delegates.
 class ImageBrowser : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object; the scope is joined before it goes.
+    /// Everything passed in outlives the object; the scope is joined before it is destroyed.
     ImageBrowser(const BrowserServices &services, BrowserData &data, Projector &film);
     Q_DISABLE_COPY_MOVE(ImageBrowser)
     ~ImageBrowser() override;
@@ -55,7 +55,7 @@ public:
     /// The window was closed.
     void unload();
 
-    /// The program ends: nothing is read any more.
+    /// The program is ending: nothing is read any more.
     void close();
 
     /// The choice, the lists and the sheet as they are shown.
@@ -74,63 +74,63 @@ public:
     void chooseGroup(int group);
     void chooseCamera(int row);
 
-    /// Images were put into camera folders: as if the chosen camera had been chosen once more.
+    /// Images were put into camera folders: acts as if the chosen camera had been chosen again.
     void chooseCameraAgain();
 
     void chooseFile(int index);
     void chooseCameraRow(int row);
 
-    /// The left button went down on a cell that holds a picture, and came up; then the click.
+    /// The left button was pressed on a cell with a picture, and released; then the click.
     void frameCell(int cell);
     void releaseCell();
     void clickCell(int cell);
     void doubleClickCell(int cell);
 
-    /// The right button went down on a cell: shows its image large.
+    /// The right button was pressed on a cell: enlarges its image.
     void zoomCell(int cell);
 
-    /// Shows the selected image large, or puts a large one away.
+    /// Enlarges the selected image, or puts the enlarged one away.
     void toggleZoom();
     void hideZoom();
 
-    /// Gives the selected camera's folder to the desktop.
+    /// Hands the selected camera's folder to the desktop.
     void openFolder();
 
-    /// Selects the first image of a moment, or else of its day; texts as they were typed.
+    /// Selects the first image of a moment, or else of its day; texts as typed.
     SearchOutcome search(const QString &date, const QString &time);
 
     void setMode(Mode mode, bool on);
     void refresh();
     void toggleFilm();
 
-    /// What is to be asked before the selected image is deleted; nothing when there is none.
+    /// What to ask before the selected image is deleted; nothing when there is none.
     [[nodiscard]] std::optional<KillQuestion> killQuestion() const;
 
     void kill(const ImageFile &target);
 
-    /// The capture has stored a new image of a camera. Shown at once where the user follows new
-    /// images, and where there was none of that camera to be seen.
+    /// The capture has stored a new image of a camera. Shows it at once if the user follows new
+    /// images, or if none of that camera was on show where they belong.
     void follow(CameraAddress camera);
 
-    /// Old images of this camera are gone from its folder: lists what is left if they are shown. A
-    /// slideshow keeps its list.
+    /// Old images of this camera were deleted from its folder: lists what is left if they are on
+    /// show. A slideshow keeps its list.
     void showDeletion(CameraAddress camera);
 
-    /// The seconds to the next capture were clicked: fixed cameras come five ticks later.
+    /// The seconds to the next capture were clicked: fixed cameras come due five ticks later.
     void ctrT_Click();
 
 Q_SIGNALS:
-    /// The face is another than before.
+    /// The face has changed.
     void changed();
 
-    /// The keyboard is to go to the list of images, or of cameras.
+    /// The keyboard focus is to go to the list of images, or of cameras.
     void filesWanted();
     void camerasWanted();
 
-    /// These texts belong into the boxes of the search.
+    /// Texts for the boxes of the search.
     void searchTextsChanged(const QString &lDate, const QString &lTime);
 
-    /// Native paths: one to give to the desktop, and one to copy.
+    /// Native paths: one to hand to the desktop, and one to copy.
     void openWanted(const QString &path);
     void copyWanted(const QString &path);
 

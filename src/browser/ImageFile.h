@@ -1,4 +1,4 @@
-// A stored image, by its folder and its name.
+// A stored image, by folder and name.
 #pragma once
 
 #include <QString>

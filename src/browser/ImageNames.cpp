@@ -12,7 +12,7 @@ namespace {
 constexpr qsizetype kDayLength = 8;
 constexpr std::size_t kLongestName = 255; // a file system's limit
 
-// A standard name's text, made on the stack for comparisons.
+// A standard name's text, built on the stack for comparisons.
 class StandardText
 {
 public:
@@ -30,7 +30,7 @@ private:
     qsizetype length_;
 };
 
-// Eight digits, and nothing behind them but "_" and more.
+// Eight digits, followed by nothing or by "_" and more.
 bool asksForDay(QByteArrayView key)
 {
     return key.size() >= kDayLength &&
@@ -39,7 +39,7 @@ bool asksForDay(QByteArrayView key)
            (key.size() == kDayLength || key[kDayLength] == '_');
 }
 
-// Capitals come first among the names that differ in case alone.
+// Of names that differ in case alone, capitals come first.
 QByteArray inCapitals(QByteArrayView text)
 {
     QByteArray capitals = text.toByteArray();
@@ -88,7 +88,7 @@ std::optional<qsizetype> ImageNames::firstContaining(QByteArrayView key) const
     if (key.isEmpty()) {
         return std::nullopt;
     }
-    // The only "_" of a standard name stands behind its day.
+    // A standard name's only "_" follows its day.
     const auto index = asksForDay(key) ? standardBeginningWith(key) : standardContaining(key);
     return earlier(index ? std::optional(placeOfStandard(*index)) : std::nullopt,
                    oddContaining(key));

@@ -1,4 +1,4 @@
-// The list of a camera folder's images, which may hold half a million names and more.
+// The list of a camera folder's images, of which there may be half a million and more.
 #pragma once
 
 #include "base/NameList.h"
@@ -13,9 +13,9 @@
 
 namespace velmora {
 
-/// The names of a folder's images, sorted by name, in compact form: nearly every name is date
-/// digits and an ending that it shares with the others, and takes eight bytes. The order is that
-/// of compareNames(). Names are native bytes, indexes 0-based.
+/// The names of a folder's images, sorted, in compact form: nearly every name is date digits and an
+/// ending that it shares with others, and takes eight bytes. The order is that of compareNames().
+/// Names are native bytes, indexes 0-based.
 class ImageNames
 {
 public:
@@ -24,20 +24,20 @@ public:
     /// index: below count().
     [[nodiscard]] QByteArray name(qsizetype index) const;
 
-    /// Where exactly this name is, if it is there.
+    /// Position of exactly this name, if it is there.
     [[nodiscard]] std::optional<qsizetype> find(QByteArrayView name) const;
 
-    /// The first name, in order, that contains the key, in the same case. Eight digits as a key
-    /// mean a day: a captured image has them at the beginning of its name. An empty key has none.
+    /// The first name, in order, that contains the key, matching case. A key of eight digits means
+    /// a day: a captured image has them at the beginning of its name. Nothing matches an empty key.
     [[nodiscard]] std::optional<qsizetype> firstContaining(QByteArrayView key) const;
 
-    /// The first name, in order, that begins with the text, in either case.
+    /// The first name, in order, that begins with the text, ignoring case.
     [[nodiscard]] std::optional<qsizetype> firstBeginningWith(QByteArrayView text) const;
 
     /// Number of names that come before a text in the list's order.
     [[nodiscard]] qsizetype countBefore(QByteArrayView text) const { return namesBefore(text); }
 
-    /// Memory that the list takes.
+    /// Memory used by the list.
     [[nodiscard]] std::size_t bytes() const;
 
 private:
@@ -59,19 +59,19 @@ private:
     std::vector<quint64> standards_; // the digits' number, then 4 bits for the suffix
     QByteArrayList suffixes_;        // at most 16, in order
     NameList odds_;                  // all other names
-    std::vector<quint32> oddPlaces_; // of the odd names among all, in order
+    std::vector<quint32> oddPlaces_; // positions of the odd names among all, in order
 };
 
-/// Takes names in any order, sorts them in steps, and gives the list: add() each, then sortSome()
-/// until it is false, then take().
+/// Takes names in any order, sorts them in steps, and gives the list: add() each, then call
+/// sortSome() until it returns false, then take().
 class ImageNamesBuilder
 {
 public:
-    /// Names that do not begin with "20" are no images and are left out. name: native bytes, 255 at
-    /// most; need not stay.
+    /// Names that do not begin with "20" are not images and are left out. name: native bytes, 255
+    /// at most; copied.
     void add(QByteArrayView name);
 
-    /// Does a part of the sorting, two milliseconds at most; false when all is done.
+    /// Does at most two milliseconds of the sorting; false when it is done.
     bool sortSome();
 
     [[nodiscard]] ImageNames take() { return std::move(names_); }
@@ -87,7 +87,7 @@ private:
     ImageNames names_;
     quint64 lastSuffix_ = 0;
     Phase phase_ = Phase::Number;
-    std::vector<quint64> newNumbers_; // of the suffixes, by the numbers in order of arrival
+    std::vector<quint64> newNumbers_; // of the suffixes, indexed by the numbers in order of arrival
     std::size_t next_ = 0;
     RadixSort sort_;
 };

@@ -27,7 +27,7 @@ void ImageNamesBuilder::add(QByteArrayView name)
     }
 }
 
-// Nearly every name has the suffix of the one before.
+// Nearly every name has the same suffix as the one before.
 std::optional<quint64> ImageNamesBuilder::suffixNumber(QByteArrayView suffix)
 {
     QByteArrayList &suffixes = names_.suffixes_;
@@ -81,7 +81,7 @@ void ImageNamesBuilder::orderSuffixes()
     }
 }
 
-// Gives the suffixes the numbers of their order.
+// Renumbers the suffixes by their order.
 void ImageNamesBuilder::numberSome()
 {
     std::vector<quint64> &standards = names_.standards_;

@@ -1,4 +1,4 @@
-// The question before an image is deleted.
+// The question asked before an image is deleted.
 #pragma once
 
 #include "browser/ImageFile.h"
@@ -6,7 +6,7 @@
 
 namespace velmora {
 
-/// What the user is asked before a file goes.
+/// What the user is asked before a file is deleted.
 struct KillQuestion
 {
     ImageFile target;

@@ -1,4 +1,4 @@
-// The file among several that was modified last.
+// Finds the file that was modified last among several.
 #pragma once
 
 #include "base/FolderFiles.h"
@@ -10,21 +10,21 @@
 
 namespace velmora {
 
-/// Asks the file system for the time of each file, in steps. Files that are not there any more do
-/// not count; of those with the same time the first in order of names does.
+/// Asks the file system for each file's time, in steps. Files that no longer exist are ignored; of
+/// those with equal times the first by name wins.
 class LatestFile
 {
 public:
-    /// folder: native path. names: each with a NUL behind it.
+    /// folder: native path. names: each followed by a NUL.
     LatestFile(const QString &folder, QByteArray names);
 
     /// Looks at some files, a fraction of a millisecond's work; false when all are done.
     bool lookAtSome();
 
-    /// Native bytes; empty when none of the files is there.
+    /// Native bytes; empty when none of the files exists.
     [[nodiscard]] QByteArray name() const { return latest_.toByteArray(); }
 
-    /// True when there was a link among them: what it leads to changes without its folder.
+    /// True when a link was among them: its target changes without the folder.
     [[nodiscard]] bool sawLinks() const { return sawLinks_; }
 
 private:

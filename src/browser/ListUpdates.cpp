@@ -13,7 +13,7 @@ ListUpdates::ListUpdates(BrowserData &data, CameraFolders &folders, Selection &s
 {
 }
 
-// The list may still be that of an address which the camera no longer has.
+// The list may still belong to an address that the camera no longer has.
 bool ListUpdates::isListed(CameraAddress camera) const
 {
     return data_.files.folder() == folders_.of(camera);

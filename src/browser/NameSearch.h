@@ -1,4 +1,4 @@
-// The search of an image by date and time.
+// Searches for an image by date and time.
 #pragma once
 
 #include <QByteArray>
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// What image names begin with that were taken at a time, and on a day.
+/// How the names of images from a time, and from a day, begin.
 struct SearchKeys
 {
     QByteArray moment; // "20061231_1430"
@@ -17,16 +17,16 @@ struct SearchKeys
     bool operator==(const SearchKeys &) const = default;
 };
 
-/// What a search came to.
+/// Outcome of a search.
 enum class SearchOutcome {
     Found,
-    DayFound,        // no image of that time: the first of the day
+    DayFound,        // no image of that time: the first of the day is selected
     NoImageOfTheDay, // the selection stays
     NoDate
 };
 
-/// The keys of a date as typed, in any usual form (see typedDate), and a time, of which every ":"
-/// is left out. Nothing when the date is none.
+/// The keys for a date as typed, in any usual form (see typedDate), and a time, whose ":"s are
+/// dropped. Nothing when the date is not one.
 [[nodiscard]] std::optional<SearchKeys> searchKeys(const QString &date, const QString &time);
 
 } // namespace velmora

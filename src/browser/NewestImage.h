@@ -1,4 +1,4 @@
-// The newest image of a camera, as the group view shows it.
+// A camera's newest image, as the group view shows it.
 #pragma once
 
 #include <QByteArray>

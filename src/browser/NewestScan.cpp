@@ -14,7 +14,7 @@ namespace {
 constexpr qsizetype kEight = 8;
 using Eight = std::array<char, kEight>;
 
-// A number that is ordered as the first eight bytes are; a shorter name is filled up with zeros.
+// A number that sorts like the first eight bytes; a shorter name is padded with zeros.
 quint64 firstEight(QByteArrayView name)
 {
     if (name.size() >= kEight) {

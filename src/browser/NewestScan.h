@@ -1,4 +1,4 @@
-// Finds the newest day of a folder's images in one pass over its names.
+// Finds the newest day of a folder's images in one pass over their names.
 #pragma once
 
 #include "base/Clock.h"
@@ -12,29 +12,28 @@
 
 namespace velmora {
 
-/// The day that the first eight characters "yyyyMMdd" of a name tell; nothing when there is no such
-/// day.
+/// The day in the first eight characters "yyyyMMdd" of a name; nothing when there is no such day.
 [[nodiscard]] std::optional<WallTime> dayOfName(QByteArrayView name);
 
 /// "yyyyMMdd".
 [[nodiscard]] QByteArray dayText(WallTime day);
 
-/// Keeps the names that have the greatest first eight characters, in byte order.
+/// Keeps the names with the greatest first eight characters, in byte order.
 class NewestScan
 {
 public:
-    /// Of all names "2*.*", whether or not they tell a day.
+    /// Among all names "2*.*", whether or not they hold a day.
     NewestScan() = default;
 
-    /// Of those alone that begin with a day of this span, written with all its digits.
+    /// Only among those that begin with a day of this span, written with all its digits.
     NewestScan(WallTime firstDay, WallTime lastDay);
 
     void add(QByteArrayView name);
 
-    /// The eight characters, fewer when the greatest name is shorter; empty: there is no name.
+    /// The eight characters, fewer when the greatest name is shorter; empty when there is no name.
     [[nodiscard]] QByteArray greatest() const;
 
-    /// The names, in the order in which they came, each with a NUL behind it.
+    /// The names, in order of arrival, each followed by a NUL.
     [[nodiscard]] QByteArray take() { return std::move(names_); }
 
 private:

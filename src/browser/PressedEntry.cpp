@@ -40,8 +40,8 @@ void PressedEntry::releaseCameraRow()
     }
 }
 
-// In camera view the number of the cell in which the image would stand now; it may be beyond the
-// sheet on either side.
+// In camera view, the number of the cell where the image would now be; it may be off the sheet at
+// either end.
 std::optional<int> PressedEntry::cellNow() const
 {
     if (!entry_ || entry_->view != state().view()) {
@@ -53,7 +53,7 @@ std::optional<int> PressedEntry::cellNow() const
     }
     const FileList &files = browser_.shown().files;
     if (entry_->image == browser_.shown().sheet.image(entry_->cell)) {
-        return entry_->cell; // empty ones too
+        return entry_->cell; // including empty ones
     }
     const std::optional<int> index = files.find(entry_->image);
     return index ? std::optional(state().CadreActif() + *index - files.ListIndex()) : std::nullopt;

@@ -1,4 +1,5 @@
-// What the mouse button went down on in the browser, kept by its name until the button comes up.
+// The entry on which the mouse button was pressed in the browser, kept by name until the button is
+// released.
 #pragma once
 
 #include "browser/ImageBrowser.h"
@@ -7,25 +8,26 @@
 
 namespace velmora {
 
-/// Whatever is read between a press and its release, the entry that was under the pointer at
-/// the press is the one that is chosen; when it is not shown any more, nothing is.
+/// Whatever is read between press and release, the entry that was under the pointer at the press is
+/// chosen; if it is no longer shown, nothing is.
 class PressedEntry
 {
 public:
     /// browser: outlives the object.
     explicit PressedEntry(ImageBrowser &browser);
 
-    /// The button went down on an image of the list, a camera of the group view, or a cell.
+    /// The button was pressed on an image of the list, a camera of the group view, or a cell.
     void pressFile(int index);
     void pressCameraRow(int row);
     void pressCell(int cell);
 
-    /// It came up again on the same.
+    /// It was released on the same.
     void releaseFile();
     void releaseCameraRow();
     void releaseCell();
 
-    /// The left or the right button of a press on a cell acts: frames it, or enlarges its image.
+    /// Performs the left or the right button's action of a press on a cell: frames it, or enlarges
+    /// its image.
     void frameCell();
     void zoomCell();
 

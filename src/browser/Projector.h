@@ -22,21 +22,20 @@ public:
     virtual void stopTimer() = 0;
     virtual void startTimer() = 0;
 
-    /// While it is held, its timer stands still, whatever would start it. Letting it go starts
-    /// nothing.
+    /// While held, its timer stands still, whatever would start it. Releasing it starts nothing.
     virtual void setHeld(bool held) = 0;
 
-    /// Opens it, or begins it again, on the files that the browser lists.
+    /// Opens it, or restarts it, on the files that the browser lists.
     virtual void begin() = 0;
 
-    /// The image at this position of the list, from 0, comes next.
+    /// The image at this position of the list, from 0, is shown next.
     virtual void moveTo(int index) = 0;
 
     /// Closes its window.
     virtual void close() = 0;
 
 Q_SIGNALS:
-    /// Its window was closed, by whomever.
+    /// Its window was closed, by whatever means.
     void closed();
 
     /// The browser is to select this entry of its list, from 0.

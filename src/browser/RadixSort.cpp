@@ -98,7 +98,7 @@ void RadixSort::move(std::size_t end)
     }
 }
 
-// Goes on to the next digit that is not the same in all numbers, and turns its counts into places.
+// Goes on to the next digit that differs between numbers, and turns its counts into places.
 void RadixSort::nextDigit()
 {
     while (digit_ < digits_ && !varies(places_[digit_])) {

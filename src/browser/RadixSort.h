@@ -11,17 +11,17 @@
 namespace velmora {
 
 /// Sorts from the lowest digit to the highest; digits that are the same in all numbers cost
-/// nothing, nor do numbers that are in order, or in the opposite order, from the start.
+/// nothing, nor do numbers that are already in ascending or descending order.
 class RadixSort
 {
 public:
     RadixSort() = default;
     explicit RadixSort(std::vector<quint64> values);
 
-    /// Does a part of the work, a millisecond at most; false when all is done.
+    /// Does at most a millisecond of the work; false when it is done.
     bool sortSome();
 
-    /// The sorted numbers, once all is done.
+    /// The sorted numbers, once it is done.
     [[nodiscard]] std::vector<quint64> take() { return std::move(values_); }
 
 private:

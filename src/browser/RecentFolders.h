@@ -1,4 +1,4 @@
-// What was read of the folders used last.
+// What was read from the most recently used folders.
 #pragma once
 
 #include "base/FolderStamp.h"
@@ -11,19 +11,20 @@
 
 namespace velmora {
 
-/// Keeps a value for each of some folders; those used longest ago go first. Value: has bytes().
+/// Keeps one value for each of several folders; the least recently used go first. Value: has
+/// bytes().
 template <typename Value>
 class RecentFolders
 {
 public:
-    /// mostBytes: what all values may take together; the one kept last stays whatever it takes.
+    /// mostBytes: for all values together; the newest stays, whatever its size.
     RecentFolders(qsizetype most, std::size_t mostBytes)
         : most_(most)
         , mostBytes_(mostBytes)
     {
     }
 
-    /// The folder's value, if it was kept with this stamp.
+    /// The folder's value, if it was stored with this stamp.
     [[nodiscard]] std::shared_ptr<const Value> find(const QString &folder, const FolderStamp &stamp)
     {
         for (qsizetype i = 0; i < entries_.size(); ++i) {
@@ -68,7 +69,7 @@ private:
 
     qsizetype most_;
     std::size_t mostBytes_;
-    QList<Entry> entries_; // the one used last first
+    QList<Entry> entries_; // most recently used first
 };
 
 } // namespace velmora

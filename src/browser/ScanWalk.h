@@ -10,11 +10,10 @@ namespace velmora {
 /// True for each group that is switched on.
 using ActiveGroups = std::array<bool, kGroups>;
 
-/// The next group that is on, behind group 9 from group 0 again; after a full turn without one it
-/// is the same group.
+/// The next group that is on, continuing from group 9 to group 0; the same group if no other is on.
 [[nodiscard]] int nextGroup(int group, const ActiveGroups &active);
 
-/// The next row; behind row 9, row 0 of the next group that is on.
+/// The next row; after row 9, row 0 of the next group that is on.
 [[nodiscard]] CameraAddress nextCamera(CameraAddress camera, const ActiveGroups &active);
 
 } // namespace velmora

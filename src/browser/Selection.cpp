@@ -42,7 +42,7 @@ void Selection::setCount(const QString &text)
 void Selection::selectRow(int row)
 {
     if (row != row_) {
-        setCount(QString()); // of the row before
+        setCount(QString()); // of the previous row
     }
     row_ = row;
     data_.sheet.clearFrames();

@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// As the frames' property has it.
+/// As in the frames' property.
 enum class FrameStyle { Plain = 0, Framed = 1 };
 
 class Sheet : public QObject
@@ -22,7 +22,7 @@ public:
     /// Cells 0 to 9.
     [[nodiscard]] const ImageFile &image(int cell) const { return images_.at(index(cell)); }
 
-    /// Framed when it is the selected cell, or the one that is being pressed.
+    /// Framed when it is the selected cell, or the one being pressed.
     [[nodiscard]] FrameStyle frame(int cell) const
     {
         return pressed_ == cell ? FrameStyle::Framed : frames_.at(index(cell));
@@ -31,7 +31,7 @@ public:
     void setImage(int cell, const ImageFile &image);
     void setFrame(int cell, FrameStyle style);
 
-    /// The button went down on a cell, which has a frame until it is released or the frames are
+    /// The button was pressed on a cell, which is framed until it is released or the frames are
     /// cleared.
     void press(int cell);
     void release();
@@ -39,7 +39,7 @@ public:
     void clearImages();
     void clearFrames();
 
-    /// Empties every cell and takes every frame away.
+    /// Empties the contact sheet ("efface les vues"): every cell, with its frame.
     void EffaceVue();
 
     [[nodiscard]] bool isZoomVisible() const { return zoomVisible_; }
@@ -49,10 +49,10 @@ public:
     /// Lays the zoom image over the cells.
     void showZoom(const ImageFile &image);
 
-    /// Another image for a zoom image that is visible; a hidden one stays empty.
+    /// Changes the image of a visible zoom image; a hidden one stays empty.
     void followZoom(const ImageFile &image);
 
-    /// Makes the zoom image invisible, behind everything, and empty.
+    /// Makes the zoom image invisible, puts it behind everything, and empties it.
     void hideZoom();
 
 Q_SIGNALS:

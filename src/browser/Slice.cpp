@@ -5,7 +5,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kBefore = 6;  // the start is looked for further back than the selection will stand,
+constexpr int kBefore = 6;  // the start is looked for further back than the selection will be,
 constexpr int kBehind = 13; // so that near the end the last ten come into view early
 constexpr int kCentre = 4;
 

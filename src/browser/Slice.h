@@ -1,4 +1,4 @@
-// Which ten images of a list stand on the contact sheet, and in which cell the selected one is.
+// Which ten images of a list are on the contact sheet, and in which cell the selected one is.
 #pragma once
 
 namespace velmora {
@@ -10,9 +10,8 @@ struct Slice
     int frame = 0; // cell of the selected image
 };
 
-/// The slice around a selected position of a list that holds at least one image. The selected image
-/// stands in cell 4 wherever the list allows it; the first ten and the last ten stay where they
-/// are.
+/// The slice around a selected position of a list with at least one image. The selected image is in
+/// cell 4 wherever the list allows it; the first ten and the last ten do not scroll.
 [[nodiscard]] Slice sliceAround(int index, int count);
 
 } // namespace velmora

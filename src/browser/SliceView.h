@@ -1,5 +1,5 @@
-// The slice of a camera's list that stands on the contact sheet, and the start of the renaming that
-// images with names in the older form are due.
+// Shows the slice of a camera's list that is on the contact sheet, and starts the renaming for
+// which images with names in the older form are due.
 #pragma once
 
 #include "browser/BrowserServices.h"
@@ -10,11 +10,11 @@ namespace velmora {
 class SliceView
 {
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     SliceView(const BrowserServices &services, BrowserData &data, Selection &selection);
 
-    /// Shows the ten images around the selected one, which is framed, and where it stands in the
-    /// list. The list has a selected image.
+    /// Shows the ten images around the selected one, frames that, and shows its place in the list.
+    /// The list has a selected image.
     void show();
 
 private:

@@ -18,7 +18,7 @@ constexpr quint64 kZeros = 0x3030'3030'3030'3030;
 constexpr quint64 kUpperHalves = 0xF0F0'F0F0'F0F0'F0F0;
 constexpr quint64 kSixes = 0x0606'0606'0606'0606;
 
-// Eight characters as one number, the first one lowest.
+// Eight characters as one number, the first lowest.
 quint64 eightBytes(const char *text)
 {
     return qFromLittleEndian<quint64>(text);
@@ -75,7 +75,7 @@ std::optional<quint64> olderForm(QByteArrayView name, quint64 day)
 {
     constexpr quint64 kTwoZeros = 0x3030;
     constexpr quint64 kTwoBytes = 0xFFFF;
-    // Two characters before the time are taken along, and count as zeros.
+    // Two characters before the time are included and count as zeros.
     const quint64 time = (eightBytes(name.data() + kDayLength - 1) & ~kTwoBytes) | kTwoZeros;
     if (name[kOlderLength] != '.' || !areDigits(time)) {
         return std::nullopt;

@@ -13,7 +13,7 @@ constexpr int kMonths = 12;
 constexpr qsizetype kShortestMonth = 3;
 constexpr qsizetype kYearDigits = 4;
 constexpr qsizetype kCompactDigits = 8; // "20060307"
-constexpr int kFirstOfLastCentury = 30; // from here on two digits are a year of the last century
+constexpr int kFirstOfLastCentury = 30; // from here on a two-digit year is one of the last century
 
 bool isNumber(const QString &text)
 {
@@ -28,7 +28,7 @@ QString withoutAccents(const QString &text)
     return plain;
 }
 
-// The month that a word begins the name of, in either language; 0 when that is none or several.
+// The month whose name, in either language, a word begins; 0 for none or several.
 int monthOf(const QString &word)
 {
     const QString wanted = withoutAccents(word);
@@ -62,7 +62,7 @@ std::optional<WallTime> compactDate(const QString &digits)
                               digits.last(kYearDigits));
 }
 
-// Day, month and year, in whatever order they came.
+// Day, month and year, in whatever order they were given.
 QStringList inOrder(QStringList parts)
 {
     if (parts[0].size() == kYearDigits && isNumber(parts[0])) {

@@ -1,4 +1,4 @@
-// Sends the alarm's mail to the recipient of the settings.
+// Sends the alarm's mail to the recipient in the settings.
 #pragma once
 
 #include "base/Clock.h"
@@ -10,30 +10,30 @@
 
 namespace velmora {
 
-/// One mail at a time. Nothing is logged and nothing is tried twice. Works in the scope, which must
-/// be joined before the object goes.
+/// One mail at a time. Nothing is logged and nothing is retried. Works in the scope, which must be
+/// joined before the object is destroyed.
 class AlarmMail : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     AlarmMail(const SettingsFile &settings, MailSender &sender, const Clock &clock,
               TaskScope &scope);
 
     [[nodiscard]] bool isSending() const { return sending_; }
 
-    /// Sends a text under the subject "Alarm" with the settings as they are now; does nothing while
-    /// a mail is being sent.
+    /// Sends a text under the subject "Alarm" with the current settings; does nothing while a mail
+    /// is being sent.
     void send(const QString &text);
 
 Q_SIGNALS:
     void began();
 
-    /// The server has taken the mail.
+    /// The server has accepted the mail.
     void sent();
 
-    /// text: why it was not sent, for people.
+    /// text: why it was not sent, for the user.
     void failed(const QString &text);
 
 private:

@@ -5,7 +5,7 @@
 namespace velmora {
 namespace {
 
-// Room for the pictures of a sheet on a large screen, twice.
+// Holds the pictures of a sheet on a large screen, twice over.
 constexpr qsizetype kPictureBytes = qsizetype{48} * 1024 * 1024;
 
 } // namespace

@@ -1,4 +1,4 @@
-// Everything that works with stored images, put together without its windows.
+// All the parts that work with stored images, put together without their windows.
 #pragma once
 
 #include "browser/Calendar.h"
@@ -12,7 +12,7 @@
 
 namespace velmora {
 
-/// The engine and the sender outlive this one, and the engine has been closed before this one goes.
+/// The engine and the sender outlive this object, and the engine is closed before it is destroyed.
 class BrowserEngine
 {
 public:
@@ -20,7 +20,7 @@ public:
 
     [[nodiscard]] ImageBrowser &browser() { return browser_; }
 
-    /// What browser and slideshow both look at: choice, list and sheet.
+    /// What browser and slideshow share: choice, list and sheet.
     [[nodiscard]] BrowserData &data() { return data_; }
 
     [[nodiscard]] Slideshow &film() { return film_; }

@@ -19,7 +19,7 @@ constexpr qsizetype kFields = 4; // device, place, type, options
 constexpr int kEscapeDigits = 3;
 constexpr int kOctal = 8;
 
-// A blank stands as "\040" in the table.
+// The table writes a blank as "\040".
 QByteArray unescaped(const QByteArray &field)
 {
     QByteArray text;
@@ -88,8 +88,7 @@ QStringList drivesNow(const QString &programFolder)
     const bool isOpen = table.open(QIODevice::ReadOnly);
     QStringList mounted = mountedDrives(isOpen ? table.readAll() : QByteArray());
     const QString root = QStringLiteral("\\");
-    if (!mounted.contains(
-            root)) { // a process in a folder of its own as root does not see its mount
+    if (!mounted.contains(root)) { // a process chrooted by root does not see its own mount
         mounted.prepend(root);
     }
     return letterDrives(programFolder) + mounted;

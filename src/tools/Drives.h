@@ -6,15 +6,15 @@
 
 namespace velmora {
 
-/// "C:" first, then every letter whose folder or link drives/x stands in the program folder (native
-/// path), as "E:".
+/// "C:" first, then as "E:" every letter with a folder or link drives/x in the program folder
+/// (native path).
 [[nodiscard]] QStringList letterDrives(const QString &programFolder);
 
 /// Path texts of the mounts that hold users' files: the root of the file system, and the disks,
-/// cards and network folders below it. mountTable: in the form of /proc/self/mounts.
+/// cards and network folders below it. mountTable: in the format of /proc/self/mounts.
 [[nodiscard]] QStringList mountedDrives(const QByteArray &mountTable);
 
-/// Both of now. No mounted disk is asked anything, since one whose network is gone would not
+/// Both, as they are now. No mounted disk is accessed, since one whose network is gone would not
 /// answer.
 [[nodiscard]] QStringList drivesNow(const QString &programFolder);
 

@@ -14,12 +14,12 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kAheadBytes = qint64{2} << 20; // pictures read before ffmpeg has taken them
+constexpr qint64 kAheadBytes = qint64{2} << 20; // of pictures read before ffmpeg has taken them
 constexpr int kPipeBytes = 1 << 20;
 constexpr qsizetype kMostErrorBytes = 4096;
 
-// Of the program that is about to become ffmpeg: it ends with us, however we end, an interrupt of
-// the terminal is ours to deal with, and the file that has no name comes with it.
+// Runs in the child that is about to become ffmpeg: it dies with us, however we end, leaves a
+// terminal's interrupt to us, and inherits the file that has no name.
 void prepareChild(int descriptor)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -119,7 +119,7 @@ void FilmExport::takeAnswer()
     feed();
 }
 
-// As long as ffmpeg takes them: a picture is read when there is room for it.
+// As fast as ffmpeg takes them: a picture is read when there is room for it.
 void FilmExport::feed()
 {
     isQueued_ = false;
@@ -154,7 +154,7 @@ void FilmExport::takeNext()
         if (!startEncoder(order_.size.isEmpty() ? next.size : order_.size)) {
             return;
         }
-        next = picture(name); // now that the film has its size
+        next = picture(name); // now that the film's size is known
     }
     tally_.gone += next.state == FilmPictureState::Gone ? 1 : 0;
     tally_.broken += next.state == FilmPictureState::Broken ? 1 : 0;
@@ -246,7 +246,7 @@ void FilmExport::fail(const QString &text)
     stop(FilmEnd::Failed, text);
 }
 
-// What still runs is waited for, so that nothing writes any more when it is told.
+// Waits for whatever is still running, so that nothing writes any more when the end is reported.
 void FilmExport::stop(FilmEnd end, const QString &text)
 {
     end_ = end;

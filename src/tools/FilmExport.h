@@ -21,20 +21,20 @@ struct FilmOrder
     std::shared_ptr<const ImageNames> names;
     FilmPicks picks; // positions in the names
     FilmRate rate;
-    QSize size;             // empty: that of the first picture
+    QSize size;             // empty: the size of the first picture
     bool isStamped = false; // date and camera are drawn into the pictures
     QString camera;
-    QString target; // native path; its ending says the form
+    QString target; // native path; its extension decides the format
 };
 
 struct FilmTally
 {
     qint64 all = 0;    // images picked
-    qint64 done = 0;   // of them looked at
+    qint64 done = 0;   // images looked at
     qint64 shown = 0;  // in the film
-    qint64 broken = 0; // left out: no whole pictures
+    qint64 broken = 0; // left out: not whole pictures
     qint64 gone = 0;   // left out: deleted meanwhile
-    qint64 bytes = 0;  // of the film so far
+    qint64 bytes = 0;  // size of the film so far
     QSize size;
 
     [[nodiscard]] qint64 leftOut() const { return broken + gone; }
@@ -57,16 +57,16 @@ public:
 
     [[nodiscard]] const FilmTally &tally() const { return tally_; }
 
-    /// Begins; `ended` follows in every case. Does nothing while one is being made.
+    /// Starts; `ended` follows in every case. Does nothing while a film is being made.
     void start(FilmOrder order);
 
-    /// Ends it; nothing of the file stays.
+    /// Ends it; nothing of the file remains.
     void cancel();
 
 Q_SIGNALS:
     void advanced();
 
-    /// text: why it was not made, for people; empty otherwise.
+    /// text: why it was not made, for the user; empty otherwise.
     void ended(velmora::FilmEnd end, const QString &text);
 
 private:
@@ -97,7 +97,7 @@ private:
     std::unique_ptr<HiddenFile> file_;
     QByteArray errors_;
     Step step_ = Step::Idle;
-    bool isQueued_ = false; // feed() comes by itself
+    bool isQueued_ = false; // feed() will run without being called
     FilmEnd end_ = FilmEnd::Failed;
     QString text_;
 };

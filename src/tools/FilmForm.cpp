@@ -32,7 +32,7 @@ QStringList words(const char *text)
     return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
 }
 
-// Quality rather than a rate: what moves little gets small.
+// Quality rather than a bit rate: scenes with little movement come out small.
 QStringList encoderOptions(const QString &encoder)
 {
     if (encoder == u"libx264") {
@@ -65,7 +65,7 @@ QString container(FilmForm form)
     return QStringLiteral("gif");
 }
 
-// A palette for each picture: one for all of them would keep them all in memory.
+// One palette for each picture: a common one would mean keeping them all in memory.
 QString filters(FilmForm form, QSize size)
 {
     const QString fitted = QStringLiteral("scale=%1:%2:force_original_aspect_ratio=decrease,"
@@ -145,7 +145,7 @@ QStringList ffmpegArguments(FilmForm form, const QString &encoder, FilmRate rate
     return arguments;
 }
 
-// Measured on street scenes; still pictures take a third of it, noisy nights twice.
+// Measured on street scenes; still scenes take a third of this, noisy nights twice as much.
 qint64 filmBytes(FilmForm form, QSize size, qint64 pictures)
 {
     constexpr double kBitsPerPixel = 0.1;

@@ -1,4 +1,4 @@
-// The forms of a film and how ffmpeg is asked for each.
+// The formats of a film, and ffmpeg's arguments for each.
 #pragma once
 
 #include <QByteArray>
@@ -12,10 +12,10 @@ namespace velmora {
 
 enum class FilmForm { Mp4, WebM, WebP, Gif };
 
-/// By the ending of a file's name, in any case; nothing for another ending.
+/// By a file name's extension, in any case; nothing for an unknown one.
 [[nodiscard]] std::optional<FilmForm> filmForm(const QString &fileName);
 
-/// Pictures in so many seconds.
+/// This many pictures in that many seconds.
 struct FilmRate
 {
     qint64 pictures = 25;
@@ -27,14 +27,14 @@ struct FilmRate
     }
 };
 
-/// Of the encoders that ffmpeg lists the best for a form; empty when it has none.
+/// The best of the encoders listed by ffmpeg for a format; empty if it has none.
 [[nodiscard]] QString filmEncoder(FilmForm form, const QByteArray &listed);
 
-/// What is wanted of it, for people: "H.264 (.mp4)".
+/// The format as shown to the user: "H.264 (.mp4)".
 [[nodiscard]] QString filmFormText(FilmForm form);
 
-/// The size that a film has for a size asked for: even, since encoders share colours between two
-/// pixels, and within what players take.
+/// The size of a film for a requested size: even, since encoders share colours between two pixels,
+/// and within what players accept.
 [[nodiscard]] QSize filmSize(QSize wanted);
 
 /// Arguments that make ffmpeg read JPEG pictures from its standard input and write a film to a
@@ -42,7 +42,7 @@ struct FilmRate
 [[nodiscard]] QStringList ffmpegArguments(FilmForm form, const QString &encoder, FilmRate rate,
                                           QSize size, const QString &path);
 
-/// Bytes that a film will about have.
+/// Approximate size of a film in bytes.
 [[nodiscard]] qint64 filmBytes(FilmForm form, QSize size, qint64 pictures);
 
 } // namespace velmora

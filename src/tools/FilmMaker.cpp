@@ -10,7 +10,7 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype kMomentLetters = 15;
-constexpr qint64 kEnoughToTell = 20; // images, before the time left is more than a guess
+constexpr qint64 kEnoughToTell = 20; // images, before the remaining time is more than a guess
 constexpr QSize kUsualSize{640, 480};
 
 } // namespace

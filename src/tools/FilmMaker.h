@@ -1,4 +1,4 @@
-// Films and copies of a range of the images that the browser lists, as a window asks for them.
+// Makes films and copies of a range of the images that the browser lists, as a window requests.
 #pragma once
 
 #include "base/Clock.h"
@@ -16,7 +16,7 @@ namespace velmora {
 enum class FilmThinning {
     None,
     Every,  // every n-th image
-    Seconds // so many that the film lasts so long
+    Seconds // as many as make the film last so long
 };
 
 /// As the window's controls have it.
@@ -27,7 +27,7 @@ struct FilmWish
     FilmHours hours;
     FilmThinning thinning = FilmThinning::None;
     int thinningNumber = 1;
-    QSize size; // empty: that of the first picture
+    QSize size; // empty: the size of the first picture
     int picturesPerSecond = 25;
     bool isStamped = false;
     FilmForm form = FilmForm::Mp4;
@@ -41,13 +41,13 @@ struct FilmForecast
     qint64 bytes = 0;
 };
 
-/// Looks at the list as it was when take() was called, whatever the browser shows by now.
+/// Works on the list as it was when take() was called, whatever the browser shows now.
 class FilmMaker : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What it takes; all of it outlives the object, and the scope is joined before it goes.
+    /// What it uses; all of it outlives the object, and the scope is joined before it is destroyed.
     struct Uses
     {
         const CameraTable &table;
@@ -60,26 +60,26 @@ public:
 
     explicit FilmMaker(const Uses &uses);
 
-    /// The images that the browser lists now are those that it is about.
+    /// From now on works on the images that the browser lists now.
     void take();
 
-    /// The whole list, or the range that the slideshow plays of it, as a wish has it.
+    /// The whole list as a wish, or the range of it that the slideshow plays.
     [[nodiscard]] FilmWish usualWish() const;
 
-    /// The camera, for people.
+    /// The camera, as shown to the user.
     [[nodiscard]] const QString &camera() const { return camera_; }
 
-    /// True while the browser, and with it the slideshow, is about the same camera.
+    /// True while the browser, and with it the slideshow, shows the same camera.
     [[nodiscard]] bool isOfShownCamera() const;
 
     [[nodiscard]] bool hasImages() const { return names_->count() > 0; }
 
     [[nodiscard]] FilmForecast forecast(const FilmWish &wish) const;
 
-    /// Native path of a picture of the film, from 0; empty behind the last.
+    /// Native path of a picture of the film, from 0; empty past the last.
     [[nodiscard]] QString picture(const FilmWish &wish, qsizetype at) const;
 
-    /// The slideshow plays this range of the list from now on.
+    /// Makes the slideshow play this range of the list from now on.
     void play(const FilmWish &wish);
 
     void makeFilm(const FilmWish &wish, const QString &target);
@@ -88,20 +88,20 @@ public:
 
     [[nodiscard]] bool isBusy() const { return copying_ || film_.isRunning(); }
 
-    /// How far it is, in images.
+    /// Progress, in images.
     [[nodiscard]] qint64 done() const;
     [[nodiscard]] qint64 all() const;
 
-    /// Milliseconds that are about left; nothing while nobody knows.
+    /// Estimated milliseconds left; nothing while that cannot be estimated.
     [[nodiscard]] std::optional<qint64> timeLeftMs() const;
 
-    /// What was made last: native path of a film or of a folder; empty when it was not.
+    /// The last result: native path of a film or of a folder; empty if there is none.
     [[nodiscard]] const QString &result() const { return result_; }
 
 Q_SIGNALS:
     void advanced();
 
-    /// text: how it ended, for people.
+    /// text: how it ended, for the user.
     void ended(const QString &text);
 
 private:

@@ -1,4 +1,4 @@
-// A stored image on its way into a film: the JPEG as it is where that will do, else made anew.
+// A stored image on its way into a film: the JPEG as it is where possible, else encoded again.
 #pragma once
 
 #include <QByteArray>
@@ -10,7 +10,7 @@ namespace velmora {
 enum class FilmPictureState {
     Good,
     Gone,  // deleted since it was listed
-    Broken // no picture, or not a whole one
+    Broken // no picture, or an incomplete one
 };
 
 struct FilmPicture
@@ -20,10 +20,10 @@ struct FilmPicture
     QSize size;
 };
 
-/// What is written into a picture: date and time of its name, and the camera.
+/// The text drawn into a picture: date and time from its name, and the camera.
 [[nodiscard]] QString filmStamp(const QString &fileName, const QString &camera);
 
-/// The picture of a file (native path), for ffmpeg: a whole JPEG of a usual kind.
+/// The picture in a file (native path), for ffmpeg: a complete JPEG of an ordinary kind.
 [[nodiscard]] FilmPicture filmPicture(const QString &path);
 
 /// The same at the film's size, with a text in its lower left corner. Needs the toolkit's fonts.

@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-// What the names of a moment begin with: "20060307", "20060307_1430" or "20060307_143015".
+// How the names of a moment begin: "20060307", "20060307_1430" or "20060307_143015".
 std::optional<QByteArray> momentKey(const QString &typed)
 {
     const QString text = typed.trimmed();
@@ -32,7 +32,7 @@ std::optional<QByteArray> momentKey(const QString &typed)
     return std::nullopt;
 }
 
-// Hours of a day that lie in a range of positions, in order.
+// Adds the hours of a day that lie in a range of positions, in order.
 void addDay(FilmPicks &picks, const HourCounts &counts, const FilmHours &hours, qsizetype first,
             qsizetype end)
 {

@@ -1,5 +1,4 @@
-// Which images of a camera a film is made of: a span of time, hours of the day, and how many of
-// them.
+// Which images of a camera go into a film: a span of time, hours of the day, and how many of them.
 #pragma once
 
 #include "browser/ImageNames.h"
@@ -11,7 +10,7 @@
 
 namespace velmora {
 
-/// What names have to lie between, as text: not before `first`, and before `behind`.
+/// Bounds of the names, as text: not before `first`, and before `behind`.
 struct FilmSpan
 {
     QByteArray first;
@@ -20,12 +19,12 @@ struct FilmSpan
     bool operator==(const FilmSpan &) const = default;
 };
 
-/// The span from one moment to another, both included. A moment is "2006-03-07",
-/// "2006-03-07T14:30" or "2006-03-07T14:30:15"; one without a time, or without seconds, is that
-/// whole day or minute. Nothing when one of them is no such moment.
+/// The span from one moment to another, inclusive. A moment is "2006-03-07", "2006-03-07T14:30" or
+/// "2006-03-07T14:30:15"; one without a time, or without seconds, means that whole day or minute.
+/// Nothing when either is not such a moment.
 [[nodiscard]] std::optional<FilmSpan> filmSpan(const QString &from, const QString &to);
 
-/// From the begin of one hour up to the begin of another, which may be of the next day.
+/// From the start of one hour to the start of another, which may be on the next day.
 struct FilmHours
 {
     int from = 0; // 0 to 23
@@ -41,14 +40,14 @@ struct FilmHours
     bool operator==(const FilmHours &) const = default;
 };
 
-/// "6-20"; nothing for another text.
+/// "6-20"; nothing for any other text.
 [[nodiscard]] std::optional<FilmHours> filmHours(const QString &text);
 
 /// Positions in a camera's list of images, kept as runs: a million of them take no room.
 class FilmPicks
 {
 public:
-    /// The positions from `first` on, up to before `end`; behind those added before.
+    /// Adds the positions from `first` up to before `end`, which follow those added before.
     void add(qsizetype first, qsizetype end);
 
     [[nodiscard]] qsizetype count() const;
@@ -56,30 +55,30 @@ public:
     /// at: below count().
     [[nodiscard]] qsizetype position(qsizetype at) const;
 
-    /// Of these, every n-th, beginning with the first. n: 1 or more.
+    /// Keeps every n-th of these, beginning with the first. n: 1 or more.
     void keepEvery(qsizetype n);
 
-    /// Of these, at most so many, spread evenly over all of them. most: 1 or more.
+    /// Keeps at most that many of these, spread evenly over all of them. most: 1 or more.
     void keepAtMost(qsizetype most);
 
 private:
     struct Run
     {
         qsizetype first = 0;
-        qsizetype before = 0; // positions in the runs in front of it
+        qsizetype before = 0; // number of positions in the runs before it
     };
 
     std::vector<Run> runs_;
     qsizetype all_ = 0;
-    std::optional<qsizetype> kept_; // of all of them
+    std::optional<qsizetype> kept_; // positions in all runs
     qsizetype every_ = 1;
 };
 
-/// The images of a list that lie in a span and in those hours.
+/// The images of a list within a span and those hours.
 [[nodiscard]] FilmPicks filmPicks(const ImageNames &names, const FilmSpan &span,
                                   const FilmHours &hours);
 
-/// The images from one position of the list to another, both included, in those hours.
+/// The images from one position of the list to another, inclusive, within those hours.
 [[nodiscard]] FilmPicks filmPicks(const ImageNames &names, qsizetype first, qsizetype last,
                                   const FilmHours &hours);
 

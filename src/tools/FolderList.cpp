@@ -25,7 +25,7 @@ void FolderList::open(const QString &path)
     endResetModel();
 }
 
-// The open levels stay as they are, and whatever is selected among them.
+// The open levels stay as they are, as does a selection among them.
 void FolderList::setSubFolders(SortedNames names)
 {
     const int first = openRow() + 1;

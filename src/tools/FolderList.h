@@ -1,5 +1,4 @@
-// The folder list of the import: the levels of the folder that is open, one below the other, and
-// the folders in it.
+// The import's folder list: the levels of the open folder, one below another, and its subfolders.
 #pragma once
 
 #include "tools/NameReader.h"
@@ -14,7 +13,7 @@ class FolderList : public QAbstractListModel
     Q_OBJECT
 
 public:
-    /// How far an entry stands in, from 0; and whether it is one of the open levels.
+    /// How deep an entry is indented, from 0; and whether it is one of the open levels.
     static constexpr int kDepthRole = Qt::UserRole;
     static constexpr int kOpenRole = Qt::UserRole + 1;
 
@@ -23,16 +22,16 @@ public:
     /// The open folder's path text.
     [[nodiscard]] const QString &path() const { return path_; }
 
-    /// Opens a folder, of whose folders nothing is known yet.
+    /// Opens a folder, whose subfolders are not known yet.
     void open(const QString &path);
 
-    /// The folders in the open one.
+    /// The open folder's subfolders.
     void setSubFolders(SortedNames names);
 
     /// The row of the open folder.
     [[nodiscard]] int openRow() const { return static_cast<int>(levels_.size()) - 1; }
 
-    /// Path text of an entry; empty outside the list.
+    /// Path text of an entry; empty if out of range.
     [[nodiscard]] QString pathAt(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

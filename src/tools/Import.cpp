@@ -30,7 +30,7 @@ QString copiedText(qint32 copied)
            (copied > 1 ? QStringLiteral(" files copied") : QStringLiteral(" file copied"));
 }
 
-// A stored drive may have its label behind it: "c: [DISK]".
+// A stored drive may be followed by its label: "c: [DISK]".
 int drivePosition(const QStringList &drives, const QString &stored)
 {
     const QString wanted = stored.section(QStringLiteral(" ["), 0, 0);
@@ -49,7 +49,7 @@ QString shownSource(const QString &folder)
 
 } // namespace
 
-// Whole, however large it is.
+// In full, however large it is.
 QString countAfterCollisions(qint64 before, qint16 collisions)
 {
     return QString::number(before - collisions);
@@ -78,7 +78,7 @@ void Import::load()
     count();
 }
 
-// A drive or a folder that is gone leaves the lists where they stand without it.
+// Of a missing drive or folder, the lists show what remains without it.
 void Import::loadSource()
 {
     face_.Filtre = keys::kImportFilter.read(settings());
@@ -105,7 +105,7 @@ void Import::traceQuit()
     uses_.log.trace(QStringLiteral("frmImport cmdClik"));
 }
 
-// Empty for a row without address, and for one whose address no folder name can hold.
+// False for a row without an address, and for one whose address no folder name can hold.
 bool Import::hasTarget() const
 {
     return !uses_.storage.cameraFolderName(camera()).isEmpty();
@@ -203,7 +203,7 @@ void Import::showTarget()
     Q_EMIT changed();
 }
 
-// The camera that was chosen may have been given an address, or have lost it.
+// The chosen camera may have gained or lost its address.
 void Import::noticeAddress(CameraAddress camera)
 {
     if (open_ && camera == this->camera()) {
@@ -217,8 +217,8 @@ void Import::showButton()
     face_.cmdGo = face_.whyNot.isEmpty();
 }
 
-// A camera without address cannot be one that files are copied for. After identical texts the
-// button stays as it is until a camera is chosen.
+// Files cannot be copied for a camera without an address. After identical texts the button stays as
+// it is until a camera is chosen.
 QString Import::whyNoCopy() const
 {
     if (face_.running) {
@@ -320,7 +320,7 @@ QCoro::Task<> Import::copy()
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
     const std::stop_callback ending(uses_.scope.stopToken(), [this] { atOnce_.request_stop(); });
-    if (hasTarget()) { // else it has lost its address since it was chosen
+    if (hasTarget()) { // otherwise it has lost its address since it was chosen
         result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
     }
     if (!isStillTarget()) {

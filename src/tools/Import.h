@@ -1,5 +1,5 @@
-// The import without its window: from which folder the images come, for which camera they are, and
-// the run that copies them.
+// The import without its window: the folder that the images come from, the camera that they are
+// for, and the run that copies them.
 #pragma once
 
 #include "base/Clock.h"
@@ -13,37 +13,37 @@
 
 namespace velmora {
 
-/// What the window shows of it, beside the two lists.
+/// What the window shows, besides the two lists.
 struct ImportFace
 {
     QStringList drives;
-    int drive = 0;  // position among them
+    int drive = 0;  // position in the list of drives
     QString Filtre; // file pattern
     QString nRep;   // the camera whose folder is open, as an address
     QString NbF;    // number of files that match
     QString ctr;    // files copied
     int Cam = 0;    // group and row of the camera that the files are for
     int Lien = 0;
-    bool cmdGo = false; // the button can be pressed
-    QString whyNot;     // why it cannot, for people; empty when it can
+    bool cmdGo = false; // the button is enabled
+    QString whyNot;     // why it is not, for the user; empty when it is
     QString failure;    // why the last run was aborted, until the next choice or run
     bool running = false;
-    ImportProgress progress; // of the run
+    ImportProgress progress; // progress of the run
     QString iSource;         // native paths of the pictures, empty for none
     QString iTarget;
 };
 
-/// What the count of files says after so many collisions, beginning with what it said before.
+/// The count of files after that many collisions, starting from what was shown before.
 [[nodiscard]] QString countAfterCollisions(qint64 before, qint16 collisions);
 
 /// Every choice is stored at once. Coroutines run in the scope, which is joined before this object
-/// goes.
+/// is destroyed.
 class Import : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What an import takes; all of it outlives this object.
+    /// What an import uses; all of it outlives this object.
     struct Uses
     {
         const SettingsFile &settings;
@@ -65,10 +65,10 @@ public:
     /// Path text of the folder that the files come from.
     [[nodiscard]] const QString &sourceFolder() const { return folders_.path(); }
 
-    /// The window opens: takes the stored choices.
+    /// The window opens: loads the stored choices.
     void load();
 
-    /// The window closes: a run ends behind the file in hand.
+    /// The window closes: a run ends after the current file.
     void close();
 
     void traceQuit();
@@ -81,20 +81,20 @@ public:
     void chooseGroup(int group);
     void chooseCamera(int row);
 
-    /// A camera was given an address, or has lost it.
+    /// A camera has gained or lost its address.
     void noticeAddress(CameraAddress camera);
 
-    /// Copies; does nothing while that cannot be done.
+    /// Copies the files; does nothing while that is not possible.
     void go();
 
 Q_SIGNALS:
-    /// The face is another than before.
+    /// The face has changed.
     void changed();
 
     /// A text for the user.
     void messageWanted(const QString &text);
 
-    /// A run has put images into a camera's folder, or may have.
+    /// A run has put images into a camera's folder, or may have done so.
     void imagesAdded();
 
 private:
@@ -136,13 +136,13 @@ private:
     std::stop_source readingFolders_;
     std::stop_source readingFiles_;
     std::stop_source readingTarget_;
-    std::stop_source copying_;           // ends a run behind the file in hand
-    std::stop_source atOnce_;            // ends it in the middle
+    std::stop_source copying_;           // ends a run after the current file
+    std::stop_source atOnce_;            // ends it in the middle of a file
     QString storage_;                    // the folder in force when the target was chosen
-    std::optional<qint64> initialCount_; // none when the run began before the files were counted
-    qint64 shownCount_ = 0;              // as NbF has it
+    std::optional<qint64> initialCount_; // none when the run started before the files were counted
+    qint64 shownCount_ = 0;              // as NbF shows it
     bool counting_ = false;
-    bool identical_ = false; // source and target were, and no target was chosen since
+    bool identical_ = false; // source and target were identical, and no target was chosen since
     bool open_ = false;
 };
 

@@ -2,7 +2,7 @@
 
 namespace velmora {
 
-// What was imported shows as if the browser's camera had been chosen once more.
+// Imported images appear as if the browser's camera had been chosen again.
 ImportEngine::ImportEngine(CaptureEngine &capture, BrowserEngine &images)
     : import_({capture.settings(), capture.storage(), capture.log(), capture.problems(),
                capture.clock(), capture.scope()})

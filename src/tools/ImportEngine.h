@@ -1,4 +1,4 @@
-// Everything that imports images, put together without its window.
+// All the parts that import images, put together without their window.
 #pragma once
 
 #include "tools/BrowserEngine.h"
@@ -6,7 +6,7 @@
 
 namespace velmora {
 
-/// The engines given outlive this one, and the capture has been closed before this one goes.
+/// The engines passed in outlive this object, and the capture is closed before it is destroyed.
 class ImportEngine
 {
 public:

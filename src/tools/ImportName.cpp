@@ -10,7 +10,7 @@ constexpr int kStemCharacters = 15;     // date and time
 constexpr int kNumberedCharacters = 20; // with the number and the dot
 constexpr int kNumberDigits = 4;
 
-// Where the character behind so many begins; nothing when there are fewer.
+// Where the character after that many begins; nothing when there are fewer.
 std::optional<qsizetype> behind(int characters, QByteArrayView name)
 {
     qsizetype at = 0;

@@ -16,15 +16,15 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr qint64 kLeastPiece = qint64{64} * 1024;
-constexpr auto kLongPiece = 3ms;       // a slow disk: ask it for less
-constexpr int kMostPiecesInSlice = 32; // also where the clock is slow to tell that time has passed
+constexpr auto kLongPiece = 3ms;       // a slow disk: ask for less at a time
+constexpr int kMostPiecesInSlice = 32; // also for a clock that is slow to show that time has passed
 
 QByteArray folderBytes(const QString &folder)
 {
     return folder.isEmpty() ? QByteArray() : QFile::encodeName(folder) + '/';
 }
 
-// Stands for other names too where names are looked for; the system itself takes it as it is.
+// As a pattern it matches other names too; the system itself takes it literally.
 bool hasWildcards(const QByteArray &name)
 {
     return name.contains('*') || name.contains('?');
@@ -54,7 +54,7 @@ QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afte
     if (order.sourceText == order.targetText) {
         co_return ImportResult{ImportEnd::Identical, 0, {}};
     }
-    co_await clock_.yield(); // what has changed for the run is painted before it begins
+    co_await clock_.yield(); // so that the state of the run is painted before it begins
     const SortedNames names =
         co_await reader_.files(order.source, filterPattern(order.filter), afterFile);
     std::optional<TakenNames> taken = co_await reader_.taken(order.target, afterFile);
@@ -146,7 +146,7 @@ std::optional<QByteArray> ImportRun::newName(const QByteArray &name) const
     return created ? std::optional(importName(name, *created, collisions_)) : std::nullopt;
 }
 
-// The search for a free name may be long, too.
+// The search for a free name may also take long.
 QCoro::Task<ImportEnd> ImportRun::giveName(FileCopy *copy, QByteArray name, std::stop_token atOnce)
 {
     std::optional<QByteArray> next = name;
@@ -174,8 +174,8 @@ ImportEnd ImportRun::abort(const QString &reason)
     return ImportEnd::Aborted;
 }
 
-// The file system itself says whether a name is taken, by not giving it a second time; of names in
-// another case it knows nothing.
+// The file system itself says that a name is taken, by refusing it; it knows nothing of names that
+// differ in case.
 QCoro::Task<StoreResult> ImportRun::tryName(FileCopy *copy, QByteArray name, std::stop_token atOnce)
 {
     if (taken_.holds(name)) {
@@ -192,7 +192,7 @@ QCoro::Task<StoreResult> ImportRun::tryName(FileCopy *copy, QByteArray name, std
     co_return copy->finish(target_ + name);
 }
 
-// The number of collisions has 16 bits; there is no name after the last.
+// The number of collisions has 16 bits; after the last there is no further name.
 std::optional<QByteArray> ImportRun::nextName(const QByteArray &name)
 {
     if (collisions_ == std::numeric_limits<qint16>::max()) {

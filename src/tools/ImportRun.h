@@ -1,4 +1,4 @@
-// One run of the import: copies the files that match into a camera's folder, each under a name that
+// One run of the import: copies the matching files into a camera's folder, each under a name that
 // begins with its date.
 #pragma once
 
@@ -12,42 +12,42 @@
 
 namespace velmora {
 
-/// What is copied where, as it stood when the run began.
+/// What to copy where, as of the start of the run.
 struct ImportOrder
 {
-    QString sourceText; // path texts as they are compared
+    QString sourceText; // path texts as compared with each other
     QString targetText;
-    QString source; // native paths without a "/" at the end, empty for a drive that is not there
+    QString source; // native paths without a final "/", empty for a drive that does not exist
     QString target;
-    QString workFolder; // native path; for unfinished copies where they need a name
+    QString workFolder; // native path; for unfinished copies that need a name
     QString filter;
 };
 
 enum class ImportEnd {
-    Copied,    // all of them; there may have been none
+    Copied,    // all files, if there were any
     Identical, // source and target have the same text: nothing was done
-    Aborted,   // a file could not be copied; those before it stay
-    Stopped    // before the end, as asked
+    Aborted,   // a file could not be copied; earlier ones stay
+    Stopped    // before the end, on request
 };
 
 struct [[nodiscard]] ImportResult
 {
     ImportEnd end = ImportEnd::Aborted;
     qint32 copied = 0;
-    QString failure; // of a run that was aborted: the file and what was wrong, for people
+    QString failure; // of an aborted run: the file and what was wrong, for the user
 };
 
-/// How far a run has come.
+/// Progress of a run.
 struct ImportProgress
 {
     qint32 copied = 0;
-    qint32 files = 0;      // that the run will copy
-    qint16 collisions = 0; // names that were taken
+    qint32 files = 0;      // number of files to copy
+    qint16 collisions = 0; // number of names already taken
 
     bool operator==(const ImportProgress &) const = default;
 };
 
-/// Runs do not overlap; a new one begins after the end of the one before.
+/// Runs do not overlap; a new one starts after the previous one has ended.
 class ImportRun : public QObject
 {
     Q_OBJECT
@@ -57,16 +57,16 @@ public:
     /// outlives a run.
     ImportRun(Clock &clock, Gate &gate);
 
-    /// The names are listed at the begin: what is copied into the same folder is not met again.
-    /// afterFile: ends the run behind the file in hand. atOnce: ends it in the middle of a file, of
-    /// which nothing stays. Events are let through every few milliseconds.
+    /// Names are listed at the start, so what is copied into the same folder is not copied again.
+    /// afterFile: ends the run after the current file. atOnce: ends it in the middle of a file, of
+    /// which nothing remains. Events are handled every few milliseconds.
     QCoro::Task<ImportResult> run(ImportOrder order, std::stop_token afterFile,
                                   std::stop_token atOnce);
 
     [[nodiscard]] const ImportProgress &progress() const { return progress_; }
 
 Q_SIGNALS:
-    /// Told before the events get their turn, and at the end.
+    /// Emitted before events are handled, and at the end.
     void advanced();
 
 private:
@@ -87,10 +87,10 @@ private:
     WorkSlice slice_;
     CopyMeans means_;
     ImportProgress progress_;
-    QByteArray source_; // native folders, with a "/" at the end
+    QByteArray source_; // native folders, with a final "/"
     QByteArray target_;
     TakenNames taken_;
-    QString failure_; // of the file at which a run was aborted
+    QString failure_; // about the file at which a run was aborted
     qint16 collisions_ = 0;
     qint64 pieceBytes_ = 0;
     int piecesInSlice_ = 0;

@@ -13,7 +13,7 @@ namespace {
 constexpr quint32 kLoopbackNet = 127;
 constexpr int kNetShift = 24;
 
-// Only an address itself, or the one name that never leaves the machine, is trusted to be here.
+// Only a literal address, or the one name that never leaves the machine, is trusted to be this one.
 bool isThisMachine(const QString &host)
 {
     if (host.compare(QLatin1String("localhost"), Qt::CaseInsensitive) == 0) {
@@ -57,7 +57,7 @@ public:
     {
     }
 
-    // The first problem that there is.
+    // The first problem found, if any.
     std::optional<MailProblem> read()
     {
         for (const auto step : {&AccountReader::readServer, &AccountReader::readRecipients,

@@ -1,4 +1,5 @@
-// The mail section of the settings: which server sends the alarm's mail, from whom and to whom.
+// The mail section of the settings: the server that sends the alarm's mail, its sender and its
+// recipients.
 #pragma once
 
 #include "settings/SettingsFile.h"
@@ -17,7 +18,7 @@ enum class MailEncryption {
     FromTheStart
 };
 
-/// Checked: no text in it can break out of a header or a command.
+/// Checked: none of its texts can break out of a header or a command.
 struct MailAccount
 {
     QByteArray url;     // "smtp://host:port" or "smtps://host:port"
@@ -32,7 +33,7 @@ struct MailAccount
 };
 
 /// Keys Server, From, To, User and Password. Without From, the first recipient is the sender. User
-/// and password go over an encrypted connection only, but for a server on this machine.
+/// and password are sent over an encrypted connection only, except to a server on this machine.
 [[nodiscard]] std::variant<MailAccount, MailProblem> mailAccount(const SettingsSnapshot &settings);
 
 } // namespace velmora

@@ -27,7 +27,7 @@ bool isHostName(const QString &text)
     return text.size() <= kMaxHostLetters && labels.match(text).hasMatch();
 }
 
-// Empty when it is no host name.
+// Empty when it is not a host name.
 QByteArray hostInAscii(const QString &host)
 {
     if (isHostName(host)) {
@@ -50,7 +50,7 @@ std::optional<QByteArray> checkedAddress(QStringView text)
     return text.first(at).toLatin1() + '@' + host;
 }
 
-// A quoted name without its quotes.
+// Strips a quoted name of its quotes.
 QString plainName(QStringView name)
 {
     QString plain = name.trimmed().toString();

@@ -1,5 +1,5 @@
-// Addresses of mail: what a person writes, checked, so that nothing else can get into a header or a
-// command of the mail protocol.
+// Mail addresses: checks what a user wrote, so that nothing else can get into a header or a command
+// of the mail protocol.
 #pragma once
 
 #include <QByteArray>
@@ -13,18 +13,18 @@ namespace velmora {
 struct MailAddress
 {
     QString name;       ///< of a person or a camera; empty when there is none
-    QByteArray address; ///< "user@host", ASCII; a host of other letters in its ASCII form
+    QByteArray address; ///< "user@host", ASCII; an internationalised host in its ASCII form
 
     bool operator==(const MailAddress &) const = default;
 };
 
-/// Reads "user@host" or "Name <user@host>", the name quoted or not. Nothing when the address has
-/// another form than RFC 5321's without quotes, when letters beyond ASCII stand before the "@", or
-/// when the text holds a line break or another control character.
+/// Reads "user@host" or "Name <user@host>", the name quoted or not. Nothing when the address is not
+/// of RFC 5321's form without quotes, has characters beyond ASCII before the "@", or the text holds
+/// a line break or any other control character.
 [[nodiscard]] std::optional<MailAddress> mailAddress(QStringView text);
 
-/// The parts between commas and semicolons that stand outside of quotes, without blanks around
-/// them; empty ones are left out.
+/// The parts between commas and semicolons outside quotes, without surrounding blanks; empty ones
+/// are left out.
 [[nodiscard]] QStringList addressTexts(QStringView list);
 
 } // namespace velmora

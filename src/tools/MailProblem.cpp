@@ -10,7 +10,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("AlarmMail", text);
 }
 
-// What is wrong with the settings, before anybody is asked.
+// What is wrong with the settings, before any server is asked.
 QString settingsText(MailFailure kind)
 {
     switch (kind) {

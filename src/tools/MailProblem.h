@@ -1,4 +1,4 @@
-// Why a mail was not sent, for the program and for people.
+// Why a mail was not sent, for the program and for the user.
 #pragma once
 
 #include <QString>
@@ -7,24 +7,24 @@ namespace velmora {
 
 enum class MailFailure {
     NoServer,         // the settings name none
-    BadServer,        // what they name is no address of a mail server
+    BadServer,        // the text is not the address of a mail server
     NoRecipient,      // the settings name none
-    BadAddress,       // detail: the text that is no address of mail
+    BadAddress,       // detail: the text that is not a mail address
     BadLogin,         // user or password cannot be sent, or the user is missing
-    NameNotFound,     // of the server
-    Unreachable,      // nobody listens there
+    NameNotFound,     // the server's name
+    Unreachable,      // nothing listens there
     NotEncrypted,     // a password is not sent in the clear
     Tls,              // no encryption could be agreed, or the certificate is not trusted
     LoginRefused,     // wrong user or password
-    ServerRefused,    // the server serves nobody now, or not us; detail: its words
+    ServerRefused,    // the server serves no one now, or not us; detail: its words
     SenderRefused,    // detail: the server's words
     RecipientRefused, // detail: the server's words
     TextRefused,      // detail: the server's words
     TimedOut,
-    Cut,      // the connection ended in the middle
+    Cut,      // the connection was cut
     Nonsense, // the answers are not those of a mail server
     Other,    // detail: what libcurl says
-    Stopped   // the program ends
+    Stopped   // the program is ending
 };
 
 struct MailProblem
@@ -36,7 +36,7 @@ struct MailProblem
     bool operator==(const MailProblem &) const = default;
 };
 
-/// A sentence for a warning. No password is in it as long as none is in the details.
+/// A sentence for a warning. Holds no password, provided that the details hold none.
 [[nodiscard]] QString mailProblemText(const MailProblem &problem);
 
 } // namespace velmora

@@ -13,7 +13,7 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype kMaxLine = 76;
-constexpr qsizetype kMaxWordBytes = 36; // whose base64 with its frame fits into an encoded word
+constexpr qsizetype kMaxWordBytes = 36; // whose base64 with its frame fits an encoded word
 constexpr std::array kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 
 bool isPlain(char16_t c)
@@ -31,7 +31,7 @@ QByteArray encodedWord(const QString &piece)
     return "=?UTF-8?B?" + piece.toUtf8().toBase64() + "?=";
 }
 
-// Words of whole letters, so that each can be decoded alone, on lines of their own.
+// Words of whole characters, so that each can be decoded alone, on separate lines.
 QByteArray encodedWords(const QString &text)
 {
     QByteArrayList words;
@@ -106,7 +106,7 @@ QStringList bodyLines(QString body)
     body.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
     QStringList lines = body.split(u'\n');
     if (lines.last().isEmpty()) {
-        lines.removeLast(); // the last line has its end as well
+        lines.removeLast(); // the last line is terminated as well
     }
     return lines;
 }

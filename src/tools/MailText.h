@@ -15,12 +15,12 @@ struct MailLetter
     QString subject;
     QString body; // line ends of any kind
     WallTime date;
-    std::chrono::seconds utcOffset{0}; // of that date's zone, east of Greenwich
-    QByteArray id;                     // letters and digits that no other mail has
+    std::chrono::seconds utcOffset{0}; // of that date's zone, ahead of UTC
+    QByteArray id;                     // letters and digits, unique to this mail
 };
 
-/// ASCII lines of 998 bytes at most, each ending in CR LF. Names and subjects beyond ASCII stand as
-/// encoded words, control characters in them as blanks; a body that is not short lines of ASCII is
+/// ASCII lines of 998 bytes at most, each ending in CR LF. Names and subjects beyond ASCII become
+/// encoded words, and their control characters blanks; a body that is not short lines of ASCII is
 /// sent as base64.
 [[nodiscard]] QByteArray mailText(const MailLetter &letter);
 

@@ -58,7 +58,7 @@ void MotionAlarm::setPixels(QSize pixels)
     }
 }
 
-// The browser may turn to another camera or list while a scan runs: it is asked for each picture.
+// The browser may move to another camera or list during a scan: it is asked for each picture.
 QString MotionAlarm::path(int position) const
 {
     const ImageFile file = data_.files.file(position);
@@ -108,8 +108,8 @@ QCoro::Task<> MotionAlarm::Scan()
     }
 }
 
-// One pair: events run before each picture is loaded, and the window is painted before they are
-// compared.
+// One pair: events are handled before each picture is loaded, and the window is painted before they
+// are compared.
 QCoro::Task<> MotionAlarm::pass(int i)
 {
     const int k = data_.files.ListIndex();

@@ -1,5 +1,5 @@
-// The motion alarm: walks back through the images of the camera that the browser shows and holds
-// each against the one stored just before it. What is to be seen in a pair is left open.
+// The motion alarm: walks back through the images of the browser's camera and compares each with
+// the one stored just before it. What to look for in a pair is left open.
 #pragma once
 
 #include "base/Clock.h"
@@ -23,35 +23,35 @@ enum class AlarmPicture {
 
 struct LoadedPicture
 {
-    QString path; // native; empty without a picture
+    QString path; // native; empty for no picture
     QImage image;
 };
 
 enum class Comparison { Success, Failure };
 
-/// Brings the parts of a colour into the range 0 to 255.
+/// Clamps the components of a colour to 0 to 255.
 void clampColour(int &red, int &green, int &blue);
 
-/// Works in the scope, which must be joined before the object goes.
+/// Works in the scope, which must be joined before the object is destroyed.
 class MotionAlarm : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     MotionAlarm(const StorageFolder &storage, const BrowserData &data, Clock &clock,
                 TaskScope &scope);
 
     [[nodiscard]] const LoadedPicture &picture(AlarmPicture which) const;
 
-    /// Size at which iRef and iVar are shown, in pixels of the screen; what they show is loaded
-    /// anew for it.
+    /// Size at which iRef and iVar are shown, in screen pixels; their pictures are loaded again for
+    /// it.
     void setPixels(QSize pixels);
 
-    /// Shows the browser's selected image as the reference.
+    /// Loads the reference image ("charge la référence"): the browser's selected one.
     void ChargeRef();
 
-    /// Starts `Scan`; does nothing while one runs.
+    /// Starts `Scan`; does nothing while one is running.
     void run();
 
     /// Ends a scan at its next step.
@@ -59,18 +59,19 @@ public:
 
     [[nodiscard]] bool isScanning() const { return scanning_; }
 
-    /// Compares the pair that is shown ("vérifie la couleur"). There is nothing yet that it looks
-    /// for.
+    /// Compares the pair on show ("vérifie la couleur"). There is nothing yet that it looks for.
     virtual Comparison VerifColor();
 
 Q_SIGNALS:
     void changed(velmora::AlarmPicture which);
 
-    /// Both pictures of a pair are loaded, and are to be on the screen before they are compared.
+    /// Both pictures of a pair are loaded, and must be on screen before they are compared.
     void repaintWanted();
 
 private:
+    /// Walks back through the images, pair by pair.
     QCoro::Task<> Scan();
+
     QCoro::Task<> pass(int i);
     [[nodiscard]] bool isOver() const;
     [[nodiscard]] QString path(int position) const;

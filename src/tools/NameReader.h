@@ -1,4 +1,4 @@
-// Reads the names that a folder holds, as the lists of the import show them and its run takes them.
+// Reads the names in a folder, for the import's lists and its run.
 #pragma once
 
 #include "base/FilePattern.h"
@@ -18,37 +18,37 @@ namespace velmora {
 /// Names in the order of compareNames(), native bytes.
 using SortedNames = std::shared_ptr<const NameList>;
 
-/// The pattern of a filter as it was typed. An empty one is every file.
+/// The pattern for a filter as typed. An empty one matches every file.
 [[nodiscard]] FilePattern filterPattern(const QString &filter);
 
-/// Folders are native paths; a missing or unreadable one holds nothing. While a reading runs,
-/// events are let through every few milliseconds. What is stopped gives no names at all.
+/// Folders are native paths; a missing or unreadable one counts as empty. During a reading, events
+/// are handled every few milliseconds. A stopped reading gives no names at all.
 class NameReader
 {
 public:
-    /// clock: outlives the object; the object outlives what it has started.
+    /// clock: outlives the object, which outlives what it has started.
     explicit NameReader(Clock &clock);
 
-    /// The files that match, links to files among them.
+    /// The matching files, including links to files.
     QCoro::Task<SortedNames> files(QString folder, FilePattern pattern, std::stop_token stop);
 
-    /// The folders in it, links to folders among them, but those that the program's path text
-    /// cannot name.
+    /// Its subfolders, including links to folders, except those that the program's path text cannot
+    /// name.
     QCoro::Task<SortedNames> folders(QString folder, std::stop_token stop);
 
-    /// The first of the files that match, in order; empty when there is none.
+    /// The first matching file, in order; empty when there is none.
     QCoro::Task<std::optional<QByteArray>> first(QString folder, FilePattern pattern,
                                                  std::stop_token stop);
 
-    /// The names of everything in it, of whatever kind; nothing when stopped.
+    /// The names of everything in it, of any kind; nothing when stopped.
     QCoro::Task<std::optional<TakenNames>> taken(QString folder, std::stop_token stop);
 
-    /// Whether anything of that name is there, of whatever kind; nothing when stopped.
+    /// Whether anything has that name, of any kind; nothing when stopped.
     QCoro::Task<std::optional<bool>> holds(QString folder, FilePattern pattern,
                                            std::stop_token stop);
 
 private:
-    // names, turns: of the caller, which waits.
+    // names, turns: belong to the caller, who waits.
     static QCoro::Task<SortedNames> sorted(NameList *names, Turns *turns);
 
     Clock &clock_;

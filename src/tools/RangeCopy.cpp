@@ -34,7 +34,7 @@ QCoro::Task<> RangeCopy::run(CopyOrder order, std::stop_token stop)
     Q_EMIT advanced();
 }
 
-// A piece of a file, or its end and the begin of the next; false when all is done.
+// Copies a piece of a file, or ends one and starts the next; false when all is done.
 bool RangeCopy::copySome(const CopyOrder &order)
 {
     if (tally_.error || (!copy_ && tally_.done == tally_.all)) {

@@ -18,7 +18,7 @@ struct CopyOrder
     QString folder; // native path of the images
     std::shared_ptr<const ImageNames> names;
     FilmPicks picks;
-    QString target; // native path of a folder that is there
+    QString target; // native path of an existing folder
 };
 
 struct CopyTally
@@ -26,12 +26,12 @@ struct CopyTally
     qint64 all = 0;
     qint64 done = 0; // looked at
     qint64 copied = 0;
-    qint64 there = 0; // a file of that name was there and is left alone
+    qint64 there = 0; // a file of that name existed and is left alone
     qint64 gone = 0;  // deleted meanwhile
     std::error_code error;
 };
 
-/// One range at a time. A copy that is not whole has no name.
+/// One range at a time. An incomplete copy has no name.
 class RangeCopy : public QObject
 {
     Q_OBJECT

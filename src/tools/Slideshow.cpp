@@ -62,7 +62,7 @@ ImageFile Slideshow::fileAt(int position) const
     return data_.files.file(position - 1);
 }
 
-// The speed that was used last; without one, the fastest.
+// The last speed used; without one, the fastest.
 void Slideshow::load()
 {
     const double stored = keys::kVitesse.read(settings_);
@@ -99,8 +99,8 @@ void Slideshow::begin()
     Q_EMIT changed();
 }
 
-// A show that plays begins again with a new list. A paused one keeps its place; images that came
-// are behind its end, and go with it when it went to the last.
+// A playing show restarts with a new list. A paused one keeps its place; new images lie beyond its
+// end, and are included if it extended to the last one.
 void Slideshow::followList()
 {
     const int count = data_.files.count();
@@ -149,7 +149,7 @@ void Slideshow::cine_Timer()
         timer_.stop();
         return;
     }
-    face_.image = fileAt(current_ > 0 ? current_ : range.start); // no image has the number 0
+    face_.image = fileAt(current_ > 0 ? current_ : range.start); // there is no image 0
     face_.nFich = face_.image.name.left(kStemLetters);
     current_ = std::max(current_, range.start);
     face_.progress = current_ - range.start + 1;
@@ -189,7 +189,7 @@ void Slideshow::sDebut_Change(int value)
     showRange();
 }
 
-// A last position that is moved lets even a paused show run on.
+// Moving the last position lets even a paused show run on.
 void Slideshow::sFin_Change(int value)
 {
     PlayRange &range = face_.range;

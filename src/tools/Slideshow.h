@@ -1,5 +1,5 @@
-// The slideshow: plays the images that the browser lists, one after the other and in a loop,
-// between a first and a last position.
+// The slideshow: plays the images that the browser lists, one after another and in a loop, between
+// a first and a last position.
 #pragma once
 
 #include "browser/BrowserData.h"
@@ -21,7 +21,7 @@ struct PlayRange
     bool operator==(const PlayRange &) const = default;
 };
 
-/// What the window shows of it.
+/// What the window shows.
 struct FilmFace
 {
     QString PauseCine = QStringLiteral("Pause"); // the button's caption: what pressing it does
@@ -70,28 +70,33 @@ public:
     /// Position of the next image.
     [[nodiscard]] int current() const { return current_; }
 
-    /// One tick of the show.
+    /// One tick of the slideshow.
     void cine_Timer();
 
-    /// Plays on, or pauses.
+    /// Play or pause was pressed.
     void PauseCine_MouseDown();
 
-    /// A slider was moved.
+    /// The slider of the first image was moved.
     void sDebut_Change(int value);
+
+    /// The slider of the last image was moved.
     void sFin_Change(int value);
+
+    /// The slider of the speed was moved.
     void vitesse_Change(int value);
 
-    /// Selects the first image whose name begins with a text in the browser's list.
+    /// Selects the first image in the browser's list whose name begins with a text.
     void find(const QString &begin);
 
-    /// The picture was clicked: the image just shown becomes the browser's selected one.
+    /// The slideshow's picture was clicked: the image last shown becomes the browser's selected
+    /// one.
     void iCine_Click();
 
 Q_SIGNALS:
     void opened();
     void closing();
 
-    /// The face is another than before.
+    /// The face has changed.
     void changed();
 
 private:

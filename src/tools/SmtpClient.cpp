@@ -1,5 +1,5 @@
 // libcurl finds the server, connects, encrypts and logs in. The mail itself is handed over by our
-// own words: libcurl waits for the server's last answers without letting the event loop run.
+// own code: libcurl waits for the server's last answers without letting the event loop run.
 #include "tools/SmtpClient.h"
 
 #include "base/OneLine.h"
@@ -19,7 +19,7 @@ struct CleanUp
 
 using Easy = std::unique_ptr<CURL, CleanUp>;
 
-/// What the server has said up to the login.
+/// What the server said up to the login.
 struct Greeting
 {
     QByteArray reply; // the last line
@@ -31,7 +31,7 @@ struct Greeting
 std::size_t onReply(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const greeting = static_cast<Greeting *>(user);
-    const std::size_t total = size * count; // of bytes
+    const std::size_t total = size * count; // in bytes
     greeting->reply = QByteArray(bytes, static_cast<qsizetype>(total)).trimmed();
     greeting->bytes += static_cast<qint64>(total);
     return greeting->bytes > kMaxReplyBytes ? 0 : total;
@@ -107,7 +107,7 @@ SmtpClient::SmtpClient(SmtpOptions options)
 }
 
 // Whether a server encrypts shows only in the middle of the greeting, so the certificates are read
-// before it.
+// first.
 QCoro::Task<std::optional<MailProblem>> SmtpClient::send(MailAccount account, QByteArray text,
                                                          std::stop_token stop)
 {

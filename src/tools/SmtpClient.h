@@ -9,7 +9,7 @@
 
 namespace velmora {
 
-/// What sends a mail.
+/// Something that sends mails.
 class MailSender
 {
 public:
@@ -17,7 +17,7 @@ public:
     Q_DISABLE_COPY_MOVE(MailSender)
     virtual ~MailSender() = default;
 
-    /// Nothing when the server has taken the mail for all recipients, else why it has not. text:
+    /// Nothing when the server has accepted the mail for all recipients, else why it has not. text:
     /// as mailText() gives it. Ends early when a stop is requested.
     virtual QCoro::Task<std::optional<MailProblem>> send(MailAccount account, QByteArray text,
                                                          std::stop_token stop) = 0;
@@ -30,9 +30,9 @@ struct SmtpOptions
     AuthorityPlaces authorities = usualAuthorityPlaces();
 };
 
-/// Sends with libcurl. One session, no second try; certificates are checked. A mail that one
-/// recipient is refused for is not sent to the others either. The event loop runs all the while.
-/// The object outlives what it sends.
+/// Sends with libcurl. One session, no retry; certificates are checked. If one recipient is
+/// refused, the mail is not sent to the others either. The event loop keeps running. The object
+/// outlives what it sends.
 class SmtpClient final : public MailSender
 {
 public:

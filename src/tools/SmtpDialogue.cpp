@@ -132,7 +132,7 @@ MailProblem SmtpDialogue::problem(MailFailure kind, const QString &detail) const
     return {kind, detail, account_.serverText};
 }
 
-// A server may say anything, the password that it was told as well.
+// A server may say anything, even the password that it was sent.
 QString SmtpDialogue::shown(const SmtpReply &reply) const
 {
     const QByteArray &password = account_.password;

@@ -1,4 +1,4 @@
-// The mail protocol from the sender's name to the farewell (RFC 5321).
+// The mail protocol from the sender's name to QUIT (RFC 5321).
 #pragma once
 
 #include "net/ConnectedStream.h"
@@ -6,7 +6,7 @@
 
 namespace velmora {
 
-/// Of a server's reply: more is nonsense, and more than that is not shown to people.
+/// Limits for a server's reply: a longer one is nonsense; and how much of it is shown to the user.
 inline constexpr qsizetype kMaxReplyBytes = qsizetype{64} * 1024;
 inline constexpr qsizetype kMaxShownReply = 200;
 
@@ -20,12 +20,12 @@ struct SmtpReply
     QByteArray lastLine; // without its end
 };
 
-/// Takes the first whole reply off the bytes: nothing when it has not all arrived; a code of 0
-/// when it is none.
+/// Takes the first whole reply off the bytes: nothing while it is incomplete; code 0 when it is not
+/// a reply.
 [[nodiscard]] std::optional<SmtpReply> takeReply(QByteArray &bytes);
 
-/// A mail's text as it is sent: dots at the begin of lines doubled, the line with the dot behind
-/// it. text: lines that end in CR LF.
+/// A mail's text as sent: dots at the start of lines doubled, followed by the line with the final
+/// dot. text: lines that end in CR LF.
 [[nodiscard]] QByteArray dotStuffed(const QByteArray &text);
 
 /// Talks to a server that waits for a mail.
@@ -35,8 +35,8 @@ public:
     /// Both outlive the dialogue.
     SmtpDialogue(ConnectedStream &stream, const MailAccount &account);
 
-    /// Hands the mail over; why not, when the server does not take it for all recipients. Says
-    /// farewell in either case, and waits but a moment for the answer.
+    /// Hands the mail over; gives the reason if the server does not accept it for all recipients.
+    /// Sends QUIT in either case, and waits only briefly for the answer.
     QCoro::Task<std::optional<MailProblem>> hand(QByteArray text);
 
 private:

@@ -7,7 +7,7 @@
 
 namespace velmora {
 
-/// Positions count from 0; no selection is -1, as lists have it.
+/// Positions count from 0; no selection is -1, as usual in lists.
 class SourceList : public QAbstractListModel
 {
     Q_OBJECT
@@ -15,8 +15,8 @@ class SourceList : public QAbstractListModel
 public:
     explicit SourceList(QObject *parent = nullptr);
 
-    /// Lists these names from now on. The file that was selected stays selected if it is among
-    /// them, else the first one is.
+    /// Lists these names from now on. The selected file stays selected if it is among them, else
+    /// the first one is.
     void bind(SortedNames names);
 
     [[nodiscard]] int count() const;

@@ -1,4 +1,4 @@
-// The names of a folder, to ask whether one of them is taken.
+// The names in a folder, to check whether one of them is taken.
 #pragma once
 
 #include <QByteArrayView>
@@ -8,8 +8,8 @@
 
 namespace velmora {
 
-/// Names that differ only in case are one name. Only their hashes are kept, so that half a million
-/// names cost a few megabytes; two names that share one count as the same, which costs a number.
+/// Names that differ only in case are one name. Only hashes are kept, so that half a million names
+/// take a few megabytes; two names with the same hash count as the same, which costs a number.
 class TakenNames
 {
 public:

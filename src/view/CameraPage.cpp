@@ -187,7 +187,7 @@ bool CameraPage::isStorable(int row, const QString &address)
     return true;
 }
 
-// The folder is that of the address which is stored still.
+// The folder is that of the address still stored.
 void CameraPage::makeFolderBefore(int row, const QString &address)
 {
     const QString folder = storedFolder({group_, row});

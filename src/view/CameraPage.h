@@ -1,5 +1,5 @@
-// The camera table on screen: the ten rows of one group, filled from the settings file by a tab
-// switch; every change is stored at once. Groups and rows are 0-based.
+// The camera table on screen: the ten rows of one group, filled from the settings file when its tab
+// is selected; every change is stored at once. Groups and rows are 0-based.
 #pragma once
 
 #include "cameras/CameraTable.h"
@@ -36,17 +36,17 @@ public:
         return rows_.at(static_cast<std::size_t>(row));
     }
 
-    /// "3:7 Garage" of a row whose camera has a name; empty for any other.
+    /// "3:7 Garage" for a row whose camera has a name; empty for any other.
     [[nodiscard]] QString title(int row) const;
 
-    /// Start-up: the group that was shown last and its switch, without its rows.
+    /// Start-up: loads the group shown last and its switch, without its rows.
     void load();
 
-    /// The tab of a group was selected: loads its rows and brings rows without address to their
-    /// state in the file. Does nothing while the main window is hidden.
+    /// A group's tab was selected: loads its rows and resets rows without an address in the file.
+    /// Does nothing while the main window is hidden.
     void Selecteur_Click(int group, WindowState window);
 
-    /// Another program has changed the settings: loads the rows of the group on screen anew. An
+    /// Another program has changed the settings: loads the rows of the group on screen again. An
     /// address that is being edited stays as it is.
     void reread();
 
@@ -55,11 +55,11 @@ public:
     void resetBestTime(int row);
     void setGroupActive(bool on);
 
-    /// The reset button: the new-image counters of the group on screen become 0.
+    /// Resets the counters ("remise à zéro"): the new images of the group on screen become 0.
     void RAZ();
 
-    /// The address box of a row was changed, clicked (or got Enter), or left with this text, of
-    /// which the blanks around it go. What is wrong with a text is told once, not each time that
+    /// A row's address box was changed, clicked (or got Enter), or left with this text, whose
+    /// surrounding blanks are dropped. What is wrong with a text is reported once, not each time
     /// its box is left.
     void changeSource(int row, const QString &text);
     void clickSource(int row, const QString &text);
@@ -68,22 +68,23 @@ public:
     /// Native path that a row's folder link opens; empty while the storage lamp is not green.
     [[nodiscard]] QString folderToOpen(int row) const;
 
-    /// Why a row's folder link opens nothing just now, for people; empty when there is a folder.
+    /// Why a row's folder link cannot open anything now, for the user; empty when there is a
+    /// folder.
     [[nodiscard]] QString whyNothingToOpen(int row) const;
 
-    /// What there is to say of the cameras, on screen or not.
+    /// The remarks on all cameras, on screen or not.
     [[nodiscard]] CameraRemarks &remarks() { return remarks_; }
 
-    /// Why a row's lamp is red, or what else there is to say of its camera; empty when all is well,
-    /// and for a row without address, whose lamp needs no reason.
+    /// Why a row's lamp is red, or any other remark on its camera; empty when all is well, and for
+    /// a row without an address, whose lamp needs no reason.
     [[nodiscard]] QString reason(int row) const;
 
-    /// The live view fetches a camera: its lamp is orange until endLive(), and then again what the
-    /// capture has made of it. Without a beginLive() before it endLive() does nothing.
+    /// The live view is fetching a camera: its lamp is orange until endLive(), and then back to
+    /// what the capture made it. endLive() does nothing without a beginLive() before it.
     void beginLive(CameraAddress camera);
     void endLive();
 
-    /// What the capture learns of a camera; shown when its group is the one on screen.
+    /// News of a camera from the capture; shown when its group is on screen.
     void showLoading(CameraAddress camera);
     void showLamp(CameraAddress camera, LampColour colour);
     void showLoadSeconds(CameraAddress camera, int seconds);
@@ -91,20 +92,20 @@ public:
     void showNewImages(CameraAddress camera, int count);
 
 Q_SIGNALS:
-    /// Rows, switch or group are others than before.
+    /// Rows, switch or group have changed.
     void pageLoaded();
     void rowChanged(int row);
 
-    /// Rows and switch were loaded anew while the user may be typing in one of them.
+    /// Rows and switch were loaded again while the user may be typing in one of them.
     void pageReread();
 
-    /// A camera's address was stored, and it is another than before.
+    /// A camera's address was stored, and it has changed.
     void addressStored(velmora::CameraAddress camera);
 
     /// The pictures of the live view no longer belong to the page.
     void picturesCleared();
 
-    /// The live view is to show this camera, with the address as it stands in the box.
+    /// The live view is to show this camera, with the address in the box.
     void liveViewWanted(velmora::CameraAddress camera, const QString &url);
 
 private:
@@ -115,14 +116,14 @@ private:
         return rows_.at(static_cast<std::size_t>(row));
     }
 
-    /// Changes the row of a camera whose group is on screen.
+    /// Changes the row of a camera if its group is on screen.
     template <typename Change>
     void changeShown(CameraAddress camera, Change change);
 
     struct LiveLamp
     {
         CameraAddress camera;
-        LampColour colour; // that the capture has given it
+        LampColour colour; // as last set by the capture
     };
 
     [[nodiscard]] QString storedFolder(CameraAddress camera) const;
@@ -147,7 +148,7 @@ private:
     std::optional<LiveLamp> live_;
     std::array<CameraRow, kRows> rows_;
 
-    /// What was told about the text that stands in a row's box.
+    /// What was reported about the text in a row's box.
     struct Told
     {
         QString text;

@@ -1,5 +1,4 @@
-// What there is to say of each camera: why it gives no picture, or what is odd about those it
-// gives.
+// Remarks on each camera: why it gives no picture, or what is odd about those it gives.
 #pragma once
 
 #include "cameras/CameraAddress.h"
@@ -9,20 +8,20 @@
 
 namespace velmora {
 
-/// Lives as long as the program runs; nothing of it is stored.
+/// Kept as long as the program runs, and never stored.
 class CameraRemarks : public QObject
 {
     Q_OBJECT
 
 public:
-    /// For people, without credentials; empty when all is well or nothing is known yet.
+    /// As shown to the user, without credentials; empty when all is well or nothing is known yet.
     [[nodiscard]] const QString &of(CameraAddress camera) const;
 
-    /// An empty text says that all is well.
+    /// An empty text means that all is well.
     void set(CameraAddress camera, const QString &remark);
 
 Q_SIGNALS:
-    /// What is said of this camera is another than before.
+    /// The remark on this camera has changed.
     void changed(velmora::CameraAddress camera);
 
 private:

@@ -108,7 +108,7 @@ void CaptureView::showStored(const QString &fileName)
     status_.set(Caption::Trouble, QString());
 }
 
-// The last tick but one has nothing left to count down.
+// At the last tick but one there is nothing left to count down.
 void CaptureView::showTicksLeft(int ticks)
 {
     const QString left = ticks > 1 ? QString::number(ticks) : QString();
@@ -126,7 +126,7 @@ void CaptureView::showStandstill()
     status_.set(Caption::Standstill, engine_.scheduler().standstill());
 }
 
-// No trouble any more ends what was told of it before, but not what others have told.
+// The end of trouble clears what was reported of it, but not what others have reported.
 void CaptureView::showTrouble(const QString &before, const QString &now)
 {
     if (!now.isEmpty() || status_.text(Caption::Trouble) == before) {

@@ -1,5 +1,5 @@
-// What windows show of the capture, without their widgets. It listens: the capture knows nothing of
-// it, and runs as well without.
+// What windows show of the capture, without their widgets. It only listens: the capture knows
+// nothing of it, and runs just as well without.
 #pragma once
 
 #include "capture/CaptureEngine.h"
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// The page of the camera table, what there is to say of the cameras, and the captions.
+/// The page of the camera table, the remarks on cameras, and the captions.
 class CaptureView : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] CaptureStatus &status() { return status_; }
 
-    /// Shows what these do, too.
+    /// Also shows what these report.
     void follow(LiveView &live);
     void follow(Conformity &conformity);
 

@@ -23,7 +23,7 @@ QString plainText(const QLabel &label)
     return label.buddy() != nullptr ? text.remove(u'&') : text; // the mark of a key
 }
 
-/// Tells that a label has another text. A label says so to nobody, but is painted anew.
+/// Announces a label's new text. A label tells no one, but is repainted.
 class TextWatch final : public QObject
 {
 public:
@@ -50,7 +50,7 @@ private:
     QString told_;
 };
 
-/// Stands for labels of all kinds: which name a label gets shows only after it is asked for.
+/// Serves labels of all kinds: a label may get its name only after this was made for it.
 class LabelInterface final : public QAccessibleWidget
 {
 public:

@@ -1,12 +1,12 @@
-// What screen readers are told of windows, pictures and labels that show values.
+// What screen readers are told about windows, pictures and labels that show values.
 #pragma once
 
 namespace velmora {
 
-/// The toolkit takes a window or a picture made of a plain widget for a mere filling, and of a
-/// label that has a name it tells the name alone. From now on windows are windows and pictures
-/// pictures, and such a label is told with its value, "New images of camera 3: 12", anew whenever
-/// it changes. For the time of the whole program; a second call changes nothing.
+/// The toolkit reports a window or picture made of a plain widget as mere filler, and only the name
+/// of a label that has one. From this call on windows are reported as windows and pictures as
+/// pictures, and such a label with its value, "New images of camera 3: 12", again whenever it
+/// changes. Lasts as long as the program; a second call changes nothing.
 void installAccessibility();
 
 } // namespace velmora

@@ -23,7 +23,7 @@ void AddressEdit::keyPressEvent(QKeyEvent *event)
     }
 }
 
-// The middle button pastes what is selected somewhere, at the place that it points to.
+// The middle button pastes the current selection where the pointer is.
 void AddressEdit::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::MiddleButton && QGuiApplication::clipboard()->supportsSelection()) {
@@ -38,7 +38,7 @@ void AddressEdit::mouseReleaseEvent(QMouseEvent *event)
 
 void AddressEdit::dropEvent(QDropEvent *event)
 {
-    if (event->source() == this) { // a piece of the text moves within it
+    if (event->source() == this) { // part of the text is moved within it
         BoxEdit::dropEvent(event);
         return;
     }

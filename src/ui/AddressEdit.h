@@ -8,8 +8,8 @@
 
 namespace velmora {
 
-/// Takes a pasted or dropped address without the blanks around it. Several lines are no address:
-/// they are told, and the box stays as it is.
+/// Accepts a pasted or dropped address without its surrounding blanks. Several lines are not an
+/// address: they are reported, and the box stays as it is.
 class AddressEdit : public BoxEdit
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
     using BoxEdit::BoxEdit;
 
 Q_SIGNALS:
-    /// Two addresses at least.
+    /// At least two addresses.
     void linesPasted(const QStringList &addresses);
 
 protected:

@@ -1,5 +1,5 @@
-// Several addresses pasted into one address box: they fill its row and those below, after a
-// question.
+// Several addresses pasted into one address box: after a question, they fill its row and those
+// below.
 #pragma once
 
 #include "cameras/PastedAddresses.h"
@@ -15,11 +15,11 @@ class AddressPaste : public QObject
     Q_OBJECT
 
 public:
-    /// rows: the boxes of the group on screen, from row 0 on. Everything given outlives this
+    /// rows: the boxes of the group on screen, from row 0 on. Everything passed in outlives this
     /// object, which belongs to the window.
     AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page, QWidget &window);
 
-    /// Asks, and fills the rows when the answer is yes. firstRow: 0-based.
+    /// Asks, and fills the rows if the answer is yes. firstRow: 0-based.
     void offer(int firstRow, const QStringList &addresses);
 
 Q_SIGNALS:

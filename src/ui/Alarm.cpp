@@ -1,3 +1,4 @@
+// The motion alarm's window: its pictures, its scan and its test mail.
 #include "ui/Alarm.h"
 
 #include "ui/ToFront.h"
@@ -68,7 +69,7 @@ void Alarm::showSending()
     ui_->lStatus->setText(tr("Sending…"));
 }
 
-// A button that is disabled loses the focus, and Space would then act elsewhere.
+// A button loses the focus when it is disabled, and Space would then act elsewhere.
 void Alarm::showEnd(const QString &status)
 {
     ui_->Command1->setEnabled(true);

@@ -1,5 +1,4 @@
-// The motion alarm's window: the pair of images that a scan holds against each other, and a mail to
-// try.
+// The motion alarm's window: the pair of images that a scan compares, and a test mail.
 //
 //   Alarm
 //     iRef  iVar
@@ -27,7 +26,7 @@ class Alarm : public QWidget
     Q_OBJECT
 
 public:
-    /// Everything given outlives the window.
+    /// Everything passed in outlives the window.
     Alarm(MotionAlarm &alarm, AlarmMail &mail);
     Q_DISABLE_COPY_MOVE(Alarm)
     ~Alarm() override;

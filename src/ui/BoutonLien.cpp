@@ -1,3 +1,4 @@
+// The link button: its caption, and the link that a click opens.
 #include "ui/BoutonLien.h"
 
 #include <QHBoxLayout>

@@ -1,4 +1,4 @@
-// A link button: a clickable caption that opens the link its window has set.
+// A link button: a clickable caption that opens the link set by its window.
 //
 //   BoutonLien
 //     BL           "Site"
@@ -19,10 +19,10 @@ class BoutonLien : public QWidget
 public:
     explicit BoutonLien(QWidget *parent = nullptr);
 
-    /// What the link opens is asked for at each click. links: outlives the button.
+    /// The link is looked up at each click. links: outlives the button.
     void follow(mOuvreLien &links);
 
-    /// tip: what the link leads to, for people.
+    /// tip: where the link leads, as a text for the user.
     void describe(const QString &tip);
 
 private:

@@ -13,7 +13,7 @@
 namespace velmora {
 namespace {
 
-/// Takes of a pasted text the first line that is not empty.
+/// Takes the first non-empty line of a pasted text.
 class FirstLine final : public QValidator
 {
 public:
@@ -70,7 +70,7 @@ void BoxEdit::takeUp()
     }
 }
 
-// In a window that is not in front the focus moves without any event for the box that had it.
+// In a window that is not active, the focus moves without any event for the box that had it.
 void BoxEdit::followFocus(const QWidget *now)
 {
     if (hand_ == Hand::Aside && now != nullptr && now != this && now->window() == window()) {

@@ -1,12 +1,12 @@
 // A text box that tells when it is entered, left and clicked, and when it is only set aside because
-// another window came up.
+// another window was activated.
 #pragma once
 
 #include <QLineEdit>
 
 namespace velmora {
 
-/// Being entered and being left come in turns: a box is left once for each time it was entered.
+/// Being entered and being left alternate: a box is left once each time it was entered.
 class BoxEdit : public QLineEdit
 {
     Q_OBJECT
@@ -14,34 +14,34 @@ class BoxEdit : public QLineEdit
 public:
     explicit BoxEdit(QWidget *parent = nullptr);
 
-    /// True from the begin of an editing to its end, in front or set aside.
+    /// True from the start of an edit to its end, whether or not it is set aside.
     [[nodiscard]] bool isInHand() const { return hand_ != Hand::Off; }
 
-    /// Ends the editing now, wherever the focus is; does nothing while the box is not edited.
+    /// Ends the edit now, wherever the focus is; does nothing unless the box is being edited.
     void leave();
 
-    /// Sets the box aside now, as another window does that comes up.
+    /// Sets the box aside now, as activating another window does.
     void setAside();
 
 Q_SIGNALS:
-    /// The cursor stands in the box, which was not being edited; or something is typed into it
-    /// after its editing was ended from outside.
+    /// The box, not being edited, got the cursor; or something is typed into it after its edit was
+    /// ended from outside.
     void entered();
 
-    /// The editing has ended: the focus went elsewhere in this window. A menu of the box itself is
-    /// not elsewhere, and another window that comes up ends nothing.
+    /// The edit has ended: the focus went elsewhere in this window. The box's own menu does not
+    /// count as elsewhere, and activating another window ends nothing.
     void left();
 
-    /// Another window came up, of this program or of another, or this one was hidden, while the
-    /// cursor stood in the box. Whoever takes that for a leave calls leave().
+    /// While the box had the cursor, another window was activated, whether this program's or not,
+    /// or this one was hidden. To treat that as leaving, call leave().
     void wasSetAside();
 
-    /// The window came back, with the cursor still in the box.
+    /// The window was activated again, with the cursor still in the box.
     void takenUpAgain();
 
     void clicked();
 
-    /// Enter, of either part of the keyboard.
+    /// Enter, on either part of the keyboard.
     void enterPressed();
 
 protected:
@@ -53,9 +53,9 @@ protected:
 
 private:
     enum class Hand {
-        Off,    // not edited
-        Inside, // the cursor stands here, in the window in front
-        Aside   // the cursor stands here, in a window behind another
+        Off,    // not being edited
+        Inside, // has the cursor, in the active window
+        Aside   // has the cursor, in a window that is not active
     };
 
     void takeUp();

@@ -62,7 +62,7 @@ void BrowserListBoxes::show(const BrowserFace &face)
     showMarks(face.choice.group);
 }
 
-// The keyboard stays with the list, whichever of the two it is.
+// If either list has the keyboard focus, the visible one keeps it.
 void BrowserListBoxes::showViewsList(View view)
 {
     FileView &list = view == View::Group ? widgets_.LstDirCam : widgets_.LstDir;

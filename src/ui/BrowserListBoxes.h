@@ -24,19 +24,19 @@ public:
         FileView &LstDirCam;
     };
 
-    /// Everything given outlives the object. pressed: where presses and releases go.
+    /// Everything passed in outlives the object. pressed: receives presses and releases.
     BrowserListBoxes(const Widgets &widgets, ImageBrowser &browser, PressedEntry &pressed);
 
-    /// Selects what is selected, in the list of the view.
+    /// Shows what is selected in the view's list.
     void show(const BrowserFace &face);
 
     /// Describes the cameras of the group on show.
     void showNames(const SettingsSnapshot &settings);
 
-    /// Marks the groups and cameras of these that are late.
+    /// Marks which groups and cameras are late.
     void showLate(const std::vector<CameraAddress> &late);
 
-    /// Gives the keyboard to the list of images.
+    /// Gives the keyboard focus to the list of images.
     void focusFiles();
 
 Q_SIGNALS:

@@ -1,5 +1,5 @@
 // The foot of the image browser's window: the seconds to the next capture, how many images were
-// stored and of which camera the last one is, and the line that says what happened.
+// stored and which camera the last one is from, and the line that says what happened.
 #pragma once
 
 #include "cameras/CameraAddress.h"
@@ -22,7 +22,7 @@ public:
         QLabel &txtLog;
     };
 
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     BrowserStatus(const Widgets &widgets, const CaptureStatus &status);
 
     void showStored(CameraAddress camera);
@@ -31,13 +31,13 @@ public:
     /// A message for the user.
     void tell(const QString &text) { line_.tell(text); }
 
-    /// What came of a search; an empty text when it found what was wanted.
+    /// The outcome of a search; an empty text when it found the image.
     void tellSearch(const QString &text);
 
-    /// What there is to say of the camera on show, as long as it is so; empty for nothing.
+    /// A lasting remark on the camera on show; empty for none.
     void keep(const QString &text) { line_.keep(text); }
 
-    /// Why nothing is captured, if so.
+    /// Shows why nothing is captured, if nothing is.
     void showStandstill();
 
 private:

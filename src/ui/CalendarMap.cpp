@@ -27,14 +27,14 @@ QDate toDate(year_month_day day)
             static_cast<int>(unsigned{day.day()})};
 }
 
-// The same day of another month; the last one where the month is shorter.
+// The same day of another month, or its last one if it is shorter.
 year_month_day inMonth(year_month month, unsigned day)
 {
     const year_month_day last = month / std::chrono::last;
     return month / std::chrono::day(std::min(day, unsigned{last.day()}));
 }
 
-// Where a key leads from a day; nothing for another key.
+// The day to which a key leads from another; nothing for other keys.
 std::optional<year_month_day> dayBehindKey(int key, year_month_day day)
 {
     const year_month month = day.year() / day.month();
@@ -132,7 +132,7 @@ void CalendarMap::rebuild()
     showChosen();
 }
 
-// What a screen reader says, and the line brought into view.
+// Updates what a screen reader says, and scrolls to the day's line.
 void CalendarMap::showChosen()
 {
     const auto chosen = calendar_.chosen();

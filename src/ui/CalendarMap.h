@@ -1,4 +1,4 @@
-// Days as cells, a month a line: the fuller the day, the stronger its colour.
+// Days as cells, one line a month: the more images, the stronger the colour.
 #pragma once
 
 #include "browser/Calendar.h"
@@ -7,8 +7,8 @@
 
 namespace velmora {
 
-/// The chosen day is framed; arrow keys go from day to day and from month to month, Page Up and
-/// Page Down from year to year, Enter and a click to the day's first image.
+/// The chosen day is framed; arrow keys move by day and by month, Page Up and Page Down by year,
+/// Enter and a click go to the day's first image.
 class CalendarMap : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     /// A day in words: "7 March 2006: 1440 images".
     [[nodiscard]] static QString dayText(std::chrono::year_month_day day, qsizetype images);
 
-    /// The chosen day, or the days that are chosen together, in words; empty for none.
+    /// The chosen day, or the days selected together, in words; empty for none.
     [[nodiscard]] QString choiceText() const;
 
 protected:

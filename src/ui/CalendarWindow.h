@@ -1,4 +1,4 @@
-// The window that shows when there are images of the camera on show.
+// The window that shows when images of the camera on show were taken.
 //
 //   calendar
 //     calendarDays

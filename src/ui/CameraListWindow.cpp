@@ -71,7 +71,7 @@ void CameraListWindow::present()
     bringToFront(*this);
 }
 
-// In another window, or by another program, rows may have been taken meanwhile.
+// Rows may have been taken meanwhile, in another window or by another program.
 bool CameraListWindow::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate) {

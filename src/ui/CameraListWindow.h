@@ -1,5 +1,5 @@
-// Many cameras at once: a list is pasted or opened, and what would go where is shown before one
-// line of it is stored.
+// Many cameras at once: a list is pasted or opened, and a preview shows what would go where before
+// any of it is stored.
 //
 //   CameraListWindow
 //     listText
@@ -25,15 +25,15 @@ class CameraListWindow : public QWidget
     Q_OBJECT
 
 public:
-    /// settings: outlive the window.
+    /// settings: outlives the window.
     explicit CameraListWindow(const SettingsFile &settings);
     Q_DISABLE_COPY_MOVE(CameraListWindow)
     ~CameraListWindow() override;
 
-    /// Shows the window in front, with an empty list unless it was open before.
+    /// Shows the window in front, with an empty list unless it is already open.
     void present();
 
-    /// Takes the list of a file. path: native.
+    /// Loads the list from a file. path: native.
     void openFile(const QString &path);
 
 Q_SIGNALS:
@@ -54,7 +54,7 @@ private:
     const SettingsFile &settings_;
     std::unique_ptr<Ui::CameraListWindow> ui_;
     QByteArray list_;
-    ListPlan plan_; // what the preview shows
+    ListPlan plan_; // shown in the preview
 };
 
 } // namespace velmora

@@ -114,7 +114,7 @@ QAction *CameraRowBoxes::action(const QString &text, Qt::Key key)
     return made;
 }
 
-// Windows of more: by a menu of the row, and by a key from its boxes.
+// Opens further windows: from the row's menu, or by a key in its boxes.
 void CameraRowBoxes::offerSheet()
 {
     const QList<QAction *> offered{action(tr("Camera's sheet…"), Qt::Key_F4),
@@ -164,7 +164,7 @@ void CameraRowBoxes::showChoices()
     showCounters();
 }
 
-// A name stands below what a box says of itself; without one the tips are as ever.
+// A name goes below a box's own tip; without one the tips are as usual.
 void CameraRowBoxes::showName()
 {
     const QString name = page_.title(row_);
@@ -180,7 +180,7 @@ void CameraRowBoxes::showReason()
     setPlainToolTip(*SB, tip.join(u'\n'));
 }
 
-// Like the folder's link but red, and in words for who sees no colours.
+// Like the folder's link but red, and in words for those who see no colours.
 void CameraRowBoxes::showLate(bool late)
 {
     QPalette colours = QGuiApplication::palette();
@@ -232,7 +232,7 @@ void CameraRowBoxes::showAddress(const QString &address)
     Source->setCursorPosition(0);
 }
 
-// What is stored may be shorter by the blanks around it.
+// The stored address may lack surrounding blanks.
 void CameraRowBoxes::storeAddress()
 {
     page_.leaveSource(row_, Source->text());

@@ -18,7 +18,7 @@
 namespace velmora {
 
 /// Makes the boxes of a row (0-based), adds them to a line of the grid, and binds them to the page.
-/// The boxes belong to the grid's widget; this object lives no longer than they.
+/// The boxes belong to the grid's widget; this object lives no longer than they do.
 class CameraRowBoxes : public QObject
 {
     Q_OBJECT
@@ -29,10 +29,10 @@ public:
     /// Shows the whole row, as after a tab switch.
     void showRow();
 
-    /// Shows the whole row, but for an address that is being edited.
+    /// Shows the whole row, except for an address that is being edited.
     void refreshRow();
 
-    /// One of the boxes has the focus.
+    /// True when one of the boxes has the focus.
     [[nodiscard]] bool hasFocus() const;
 
     /// Shows what the capture changes; the address box is the user's.
@@ -41,13 +41,14 @@ public:
     /// Marks the row of a camera that is late.
     void showLate(bool late);
 
-    /// Puts the boxes that take the focus behind `before`, address first; returns the last of them.
+    /// Puts the boxes that take the focus after `before` in the tab order, address first; returns
+    /// the last of them.
     QWidget *orderTabs(QWidget &before);
 
-    /// True while the address is being edited, also behind another window.
+    /// True while the address is being edited, even if set aside.
     [[nodiscard]] bool isAddressInHand() const { return Source->isInHand(); }
 
-    /// Ends the editing of the address, which is stored.
+    /// Ends the edit of the address, which is stored.
     void leave() { Source->leave(); }
 
     /// Puts an address into the box and stores it, as if it had been typed and left.

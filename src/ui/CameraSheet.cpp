@@ -171,7 +171,7 @@ void CameraSheet::showResult(const TrialResult &result)
     }
 }
 
-// What cannot be stored stays in its field, and the sheet stays open.
+// A value that cannot be stored stays in its field, and the sheet stays open.
 void CameraSheet::save()
 {
     const Fields now = fields();
@@ -192,7 +192,7 @@ void CameraSheet::save()
     close();
 }
 
-// The rest may have been changed elsewhere since the sheet was filled.
+// The other fields may have been changed elsewhere since the sheet was filled.
 SettingsChange CameraSheet::store(const Fields &now) const
 {
     return settings_.change([&](SettingsDraft &draft) {

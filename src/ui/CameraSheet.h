@@ -1,4 +1,4 @@
-// A camera's sheet: what can be chosen for one camera, and a test of it.
+// A camera's sheet: its choices, and a test of the camera.
 //
 //   CameraSheet
 //     sheetName  sheetAddress  sheetUser  sheetPassword | sheetPicture
@@ -24,20 +24,20 @@ class CameraSheet : public QWidget
     Q_OBJECT
 
 public:
-    /// Everything given outlives the sheet.
+    /// Everything passed in outlives the sheet.
     CameraSheet(const SettingsFile &settings, CameraTrial &trial);
     Q_DISABLE_COPY_MOVE(CameraSheet)
     ~CameraSheet() override;
 
-    /// Shows the sheet of a camera in front. What was changed in an open sheet stays, that of
-    /// another camera too, until it is saved or cancelled.
+    /// Shows the sheet of a camera in front. Changes made in an open sheet, even another camera's,
+    /// stay until it is saved or cancelled.
     void present(CameraAddress camera);
 
 Q_SIGNALS:
-    /// The camera's row is to get this address, as if it had been typed there.
+    /// The camera's row is to get this address, as if typed there.
     void addressChosen(velmora::CameraAddress camera, const QString &address);
 
-    /// Name, login or the choice of what is kept are stored.
+    /// Name, login or the choice of pictures to keep were stored.
     void saved();
 
 protected:
@@ -68,7 +68,7 @@ private:
     CameraTrial &trial_;
     std::unique_ptr<Ui::CameraSheet> ui_;
     CameraAddress camera_;
-    Fields filled_; // before anything was changed
+    Fields filled_; // before any change
 };
 
 } // namespace velmora

@@ -5,8 +5,7 @@
 
 namespace velmora {
 
-/// Lies over its cell, lets the mouse through, and is drawn only while the cell is the selected
-/// one.
+/// Lies over its cell, lets the mouse through, and is drawn only while the cell is selected.
 class CellFrame : public QWidget
 {
     Q_OBJECT

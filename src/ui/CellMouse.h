@@ -1,4 +1,4 @@
-// What the mouse does on the cells of the contact sheet.
+// The mouse on the cells of the contact sheet.
 #pragma once
 
 #include "browser/ImageBrowser.h"
@@ -15,13 +15,13 @@ class CellMouse : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object. pressed: where presses and releases go. pointer:
-    /// `MousePos`, which shows where the pointer is.
+    /// Everything passed in outlives the object. pressed: receives presses and releases. pointer:
+    /// `MousePos`, which shows the pointer's position.
     CellMouse(ContactSheet &widgets, QLabel &pointer, ImageBrowser &browser, PressedEntry &pressed,
               const CameraTable &table);
 
 Q_SIGNALS:
-    /// A button went down on a cell, which has not acted yet.
+    /// A button was pressed on a cell, and has had no effect yet.
     void cellPressed();
 
 private:

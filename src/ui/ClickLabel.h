@@ -5,14 +5,14 @@
 
 namespace velmora {
 
-/// Gives a label the size of its widest text and lets it keep it. A text that changes with every
-/// capture would otherwise lay the whole window out anew, and move what stands beside it.
+/// Gives a label the fixed size of its widest text. Otherwise a text that changes with every
+/// capture would lay out the whole window again, and move what is beside it.
 void holdSize(QLabel &label, const QString &widestText);
 
-/// Space and Enter, which click what has the focus.
+/// True for Space and Enter, which click whatever has the focus.
 [[nodiscard]] bool isClickKey(const QKeyEvent &event);
 
-/// Draws the frame of the widget that has the focus.
+/// Draws the focus frame of a widget.
 void paintFocus(QWidget &widget);
 
 class ClickLabel : public QLabel

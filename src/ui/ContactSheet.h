@@ -1,5 +1,5 @@
 // The contact sheet's widgets: ten cells with their frames, and the zoom image that can lie over
-// them. The controls stand in the corner that the cells leave free.
+// them. The controls are in the corner that the cells leave free.
 //
 //   ContactSheet
 //     Vue0 … Vue9, each under its Cadre0 … Cadre9
@@ -41,7 +41,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// The cells have another size than before.
+    /// The cells have changed size.
     void resized();
 
 protected:

@@ -24,7 +24,7 @@ CornerControls::CornerControls(QWidget &controls)
 {
     const QList<QWidget *> widgets = controls_.findChildren<QWidget *>();
     for (QWidget *const widget : widgets) {
-        if (widget->parentWidget() == &controls_) { // not a part of one
+        if (widget->parentWidget() == &controls_) { // not part of a control
             boxes_.append({widget, widget->minimumSize(), widget->maximumSize()});
         }
     }
@@ -34,7 +34,7 @@ CornerControls::CornerControls(QWidget &controls)
     }
 }
 
-// A box may be lower than its frame wants to be, but not lower than its letters.
+// A box may be lower than its frame would like, but not than its text.
 void CornerControls::fit(double scale)
 {
     const double wanted = std::min(1.0, scale);

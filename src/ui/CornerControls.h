@@ -1,4 +1,4 @@
-// The controls in the corner of the contact sheet, which get smaller with it.
+// The controls in the corner of the contact sheet, which shrink with it.
 #pragma once
 
 #include <QFont>
@@ -12,9 +12,9 @@ class QWidget;
 
 namespace velmora {
 
-/// Where the sheet is smaller than designed, the letters of its controls and the room around them
+/// Where the sheet is smaller than designed, the fonts of its controls and the space around them
 /// shrink in proportion, so that all of them stay in the corner. They do not grow beyond their
-/// usual size: then there is room enough.
+/// usual size, for which there is room enough.
 class CornerControls : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     /// Belongs to the controls.
     explicit CornerControls(QWidget &controls);
 
-    /// scale: of the sheet; 1 is the size as designed.
+    /// scale: of the sheet; 1 is the designed size.
     void fit(double scale);
 
 private:

@@ -5,8 +5,8 @@
 
 namespace velmora {
 
-/// One line of plain text, with "…" in its middle where it does not fit. The whole text stays the
-/// label's text.
+/// One line of plain text, with "…" in the middle if it does not fit. The label's text remains the
+/// whole text.
 class ElideLabel : public QLabel
 {
     Q_OBJECT

@@ -29,7 +29,7 @@ constexpr int kMostRate = 60;
 constexpr int kUsualRate = 25;
 constexpr QSize kPreviewSize{320, 240};
 
-// A control with the name by which it is found and what a reader says of it.
+// A control with its object name and its accessible name.
 template <typename Control>
 Control *named(Control *control, const char *name, const QString &says)
 {
@@ -80,7 +80,8 @@ FilmKeep::FilmKeep(FilmMaker &maker, Slideshow &film)
     setBusy(false);
 }
 
-// A box that has the keyboard tells its end when the window goes: while all of it is still there.
+// A focused box reports the end of its edit as the window is destroyed: while all of it still
+// exists.
 FilmKeep::~FilmKeep()
 {
     hide();
@@ -295,7 +296,7 @@ void FilmKeep::restartPreview()
     showNextPicture();
 }
 
-// The first seconds, again and again, while nothing is being made.
+// Plays the first seconds over and over while nothing is being made.
 void FilmKeep::showNextPicture()
 {
     if (!isVisible() || maker_.isBusy()) {
@@ -352,7 +353,7 @@ void FilmKeep::setBusy(bool busy)
 
 void FilmKeep::showProgress()
 {
-    constexpr int kThousand = 1000; // a bar counts no more than an int holds
+    constexpr int kThousand = 1000; // a bar counts no further than an int
     progress_->setRange(0, kThousand);
     progress_->setValue(
         static_cast<int>(maker_.done() * kThousand / std::max<qint64>(1, maker_.all())));

@@ -32,15 +32,15 @@ class FilmKeep : public QWidget
     Q_OBJECT
 
 public:
-    /// Everything given outlives the window.
+    /// Everything passed in outlives the window.
     FilmKeep(FilmMaker &maker, Slideshow &film);
     Q_DISABLE_COPY_MOVE(FilmKeep)
     ~FilmKeep() override;
 
-    /// Shows the window in front, about the images that the browser lists now.
+    /// Shows the window in front, for the images that the browser lists now.
     void present();
 
-    /// Days were chosen in the calendar: while the window is there they are its range.
+    /// Days were chosen in the calendar: if the window is open, they become its range.
     void takeDays(const DayRange &days);
 
 Q_SIGNALS:

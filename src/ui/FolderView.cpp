@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kStep = 14; // pixels that a level stands in
+constexpr int kStep = 14; // pixels of indentation for a level
 constexpr int kMostSteps = 8;
 
 class FolderDelegate final : public QStyledItemDelegate

@@ -1,12 +1,12 @@
-// A list of folders with their symbols, each as far in as it is deep.
+// A list of folders with icons, indented by depth.
 #pragma once
 
 #include "ui/ListBoxes.h"
 
 namespace velmora {
 
-/// Shows a FolderList. Which folder is highlighted is the view's own affair: it is the one that the
-/// user clicked or stepped to, until the list is another.
+/// Shows a FolderList. The highlight belongs to the view: it is on the folder that the user clicked
+/// or moved to, until the list changes.
 class FolderView : public FileView
 {
     Q_OBJECT

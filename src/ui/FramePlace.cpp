@@ -25,12 +25,12 @@ QPoint FramePlace::reachable(const QRect &frame, int titleHeight) const
     return screens.isEmpty() ? frame.topLeft() : cornerInReach(frame, titleHeight, screens);
 }
 
-// The toolkit's own move counts from the frame only before the window is made.
+// The toolkit's own move() includes the frame only before the window is created.
 void FramePlace::moveTo(QPoint corner)
 {
     const QPoint inSight = reachable({corner, window_.size()}, 0);
     window_.move(inSight);
-    window_.winId(); // makes it
+    window_.winId(); // creates it
     window_.windowHandle()->setFramePosition(inSight);
     wanted_ = inSight;
 }
@@ -51,7 +51,7 @@ bool FramePlace::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
     case QEvent::Paint:
     case QEvent::WindowActivate:
-        if (wanted_) { // later, when the toolkit has taken the event in itself
+        if (wanted_) { // later, once the toolkit has handled the event itself
             QMetaObject::invokeMethod(this, &FramePlace::settle, Qt::QueuedConnection);
         }
         break;

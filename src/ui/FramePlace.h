@@ -1,4 +1,4 @@
-// Where a window's frame stands on the screen: to be stored, and to come back to.
+// The place of a window's frame on the screen: to be stored, and restored.
 #pragma once
 
 #include <QWidget>
@@ -9,9 +9,9 @@
 namespace velmora {
 
 /// A window's place is the upper left corner of its frame, under every window manager: the place
-/// that corner() gives is the one where moveTo() brings the window back. How large a frame is shows
-/// only once the window manager has made it; the place is put right at that moment, also when the
-/// title bar would be out of reach.
+/// that corner() gives is where moveTo() puts the window again. The size of a frame is known only
+/// once the window manager has made it; the place is corrected at that moment, also when the title
+/// bar would be out of reach.
 class FramePlace : public QObject
 {
     Q_OBJECT
@@ -23,12 +23,12 @@ public:
     /// corner: in pixels of the screen.
     void moveTo(QPoint corner);
 
-    /// Where the window stands; for one that fills the screen, where it stood before.
+    /// The window's place; for a maximised or full-screen window, its place before that.
     [[nodiscard]] QPoint corner() const;
 
 Q_SIGNALS:
-    /// The window has its frame, and is about to be put into its place. Whoever wants it smaller
-    /// there resizes it now. frame: with the window in it, in that place.
+    /// The window has its frame, and is about to be moved to its place. To make it smaller there,
+    /// resize it now. frame: that of the window in its new place.
     void framed(const QRect &frame);
 
 protected:
@@ -39,7 +39,7 @@ private:
     [[nodiscard]] QPoint reachable(const QRect &frame, int titleHeight) const;
 
     QWidget &window_;
-    std::optional<QPoint> wanted_; // until the window has its frame
+    std::optional<QPoint> wanted_; // set until the window has its frame
 };
 
 } // namespace velmora

@@ -6,7 +6,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kGrip = 100; // pixels of a title bar beside its buttons
+constexpr int kGrip = 100; // pixels of a title bar besides its buttons
 
 struct Reach
 {

@@ -5,8 +5,8 @@
 
 namespace velmora {
 
-/// Tabs that only a click or a key changes: the wheel, which turns by chance while a window is
-/// scrolled, does nothing. A click on the tab that is selected already is told too.
+/// Tabs that only a click or a key changes: the wheel, which is easily turned while scrolling, does
+/// nothing. A click on the tab already selected is reported too.
 class GroupTabs : public QTabBar
 {
     Q_OBJECT

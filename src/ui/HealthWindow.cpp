@@ -154,7 +154,7 @@ void HealthWindow::present()
     view_->setFocus();
 }
 
-// Ages grow also where nothing happens: they are shown anew with the room, every few seconds.
+// Ages grow even while nothing happens: they are updated along with the room, every few seconds.
 void HealthWindow::showRoom()
 {
     const std::optional<DiskRoom> room = watch_.room();
@@ -165,7 +165,7 @@ void HealthWindow::showRoom()
     }
 }
 
-// What is typed over the table filters it.
+// Typing over the table filters it.
 bool HealthWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == view_ && event->type() == QEvent::KeyPress) {
@@ -213,7 +213,7 @@ void HealthWindow::goToCamera()
     }
 }
 
-// The selected rows, or all of them, as lines with tabs between the columns.
+// Copies the selected rows, or all of them, as lines with tabs between the columns.
 void HealthWindow::copy()
 {
     QStringList lines;

@@ -26,7 +26,7 @@ class HealthWindow : public QWidget
     Q_OBJECT
 
 public:
-    /// Everything given outlives the window.
+    /// Everything passed in outlives the window.
     HealthWindow(HealthBook &book, HealthWatch &watch, const SettingsFile &settings);
 
     /// Shows the window in front.

@@ -1,4 +1,4 @@
-// The colour of a number beside the greatest of its kind.
+// The colour of a number compared with the greatest of its kind.
 #pragma once
 
 #include <QPalette>
@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// From a quarter to the whole of the palette's highlight; small numbers are told from none.
+/// From a quarter of the palette's highlight to all of it; even small numbers differ from none.
 [[nodiscard]] inline QColor heatColour(const QPalette &palette, qsizetype number, qsizetype most)
 {
     constexpr double kLeast = 0.25;

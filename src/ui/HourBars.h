@@ -7,7 +7,7 @@
 
 namespace velmora {
 
-/// The arrow keys go from hour to hour; Enter and a click go to the hour's first image.
+/// The arrow keys move from hour to hour; Enter and a click go to the hour's first image.
 class HourBars : public QWidget
 {
     Q_OBJECT

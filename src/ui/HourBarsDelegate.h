@@ -1,4 +1,4 @@
-// Paints the images of 24 hours as small bars into a cell of a table.
+// Paints the images of 24 hours as small bars in a cell of a table.
 #pragma once
 
 #include <QStyledItemDelegate>

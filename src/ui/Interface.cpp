@@ -1,3 +1,4 @@
+// The main window: storage folder, options and camera table bound to their owners.
 #include "ui/Interface.h"
 
 #include "ui/AddressPaste.h"
@@ -40,7 +41,7 @@ Interface::Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &op
     bindPage();
     bindLive(engine_.liveView());
     bindStatus();
-    ui_->Selecteur->setFocus(); // a focus in the storage box would stop the capture
+    ui_->Selecteur->setFocus(); // with the focus in the storage box, nothing would be captured
     resize(kStartWidth, sizeHint().height());
 }
 
@@ -98,7 +99,7 @@ void Interface::bindStorage()
     connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
 }
 
-// The line at the foot says what to do, as long as nothing else stands there.
+// The line at the foot says what to do, unless it shows something else.
 void Interface::showStorageHint(const StorageState &state)
 {
     const QString hint =
@@ -134,7 +135,7 @@ void Interface::bindOptions()
     connect(ui_->cmdDebug, &QAbstractButton::pressed, this, &Interface::cmdDebug_MouseDown);
 }
 
-// Enter ends the typing, as leaving the box does.
+// Enter ends the edit, just like leaving the box.
 void Interface::bindEdit(BoxEdit &box, void (CaptureOptions::*begin)(),
                          void (CaptureOptions::*end)())
 {
@@ -202,7 +203,7 @@ void Interface::bindStatus()
     connect(&view_.status(), &CaptureStatus::changed, this, &Interface::showCaption);
 }
 
-// The tab stays; what another program has changed is shown.
+// The tab stays; changes made by another program are shown.
 void Interface::refreshPage()
 {
     showSwitches();
@@ -280,7 +281,7 @@ void Interface::showMessage(const QString &text)
     setPlainToolTip(*ui_->lMessage, text);
 }
 
-// Rows that are about to be loaded would take away what is being typed into one of them.
+// Loading the rows would otherwise discard what is being typed into one of them.
 void Interface::leaveAddress()
 {
     for (CameraRowBoxes *const row : rows_) {

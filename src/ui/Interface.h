@@ -36,8 +36,8 @@ class Interface : public QWidget
     Q_OBJECT
 
 public:
-    /// The capture timer stands in the window's object tree while the window is there, but is not
-    /// owned by it. Everything given outlives the window.
+    /// While the window exists, the capture timer is in its object tree, but is not owned by it.
+    /// Everything passed in outlives the window.
     Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &opener);
     Q_DISABLE_COPY_MOVE(Interface)
     ~Interface() override;
@@ -51,23 +51,23 @@ public:
     /// Shows a message in the line at the foot.
     void showMessage(const QString &text);
 
-    /// Gives a row of the group on screen an address, as if it had been typed and left.
+    /// Gives a row of the group on screen an address, as if typed and left.
     void fillAddress(CameraAddress camera, const QString &address);
     /// Marks the tabs and rows of these cameras, which are late.
     void showLate(const std::vector<CameraAddress> &late);
 
-    /// While files are being renamed, the buttons that touch camera folders are off.
+    /// While files are being renamed, disables the buttons that touch camera folders.
     void holdButtons();
     void releaseButtons();
 
-    /// What is being done beside the capture, in words.
+    /// Shows what is being done besides the capture, in words.
     void showWork(const QString &text);
 
-    /// From now on a close is accepted instead of asked for.
+    /// From now on a close is accepted instead of being passed on as a request.
     void allowClose() { mayClose_ = true; }
 
 Q_SIGNALS:
-    /// The window was hidden; the images are to be seen.
+    /// The user has hidden the window; the images are to be shown.
     void hiddenByUser();
 
     /// A picture is to be shown enlarged. path: native.
@@ -105,9 +105,16 @@ private:
     void showCaption(Caption caption, const QString &text);
     void selectGroup(int group);
     void leaveAddress();
+
+    /// The hide button was clicked ("cache" hides).
     void Cache_Click();
+
+    /// The import button was clicked.
     void Import_Click();
+
+    /// The button that shows the log was pressed.
     void cmdDebug_MouseDown();
+
     void openFolder(int row);
     void openIfThere(const QString &path, const QString &otherwise);
     void open(const QString &path);

@@ -7,7 +7,7 @@
 namespace velmora {
 namespace {
 
-// The name of a camera, or its address as people read it.
+// A camera's name, or its address in readable form.
 QString placeOf(const SettingsSnapshot &settings, CameraAddress camera)
 {
     const QString name = cameraName(settings, camera);

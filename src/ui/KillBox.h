@@ -1,4 +1,4 @@
-// The question that is asked before an image is deleted.
+// The question asked before an image is deleted.
 #pragma once
 
 #include "browser/ImageBrowser.h"
@@ -8,7 +8,8 @@
 
 namespace velmora {
 
-/// Asks over a window, and has the image deleted for a "Yes". The browser outlives the window.
+/// Asks over a window, and has the image deleted if the answer is "Yes". The browser outlives the
+/// window.
 void askToKill(QWidget &window, ImageBrowser &browser, const KillQuestion &question,
                const SettingsSnapshot &settings);
 

@@ -7,7 +7,7 @@
 
 namespace velmora {
 
-/// Shows a BGR colour, and says what it means to those who cannot see it.
+/// Shows a BGR colour, and tells its meaning to those who cannot see it.
 class Lamp : public QWidget
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class Lamp : public QWidget
 public:
     explicit Lamp(QWidget *parent = nullptr);
 
-    /// BGR integer, 0x00BBGGRR.
+    /// Colour of the lamp, a BGR integer, 0x00BBGGRR.
     [[nodiscard]] int FillColor() const { return bgr_; }
 
     void setFillColor(int bgr);

@@ -66,7 +66,7 @@ void ChoiceList::showTip(int row)
     item(row)->setToolTip(Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip);
 }
 
-// A digit is the choice of that number; other letters are the begin of a name, or of a word in it.
+// A digit chooses that number; other letters begin a name, or a word in it.
 void ChoiceList::keyboardSearch(const QString &search)
 {
     typed_ = sinceTyped_.isValid() && sinceTyped_.elapsed() < kTypingMs ? typed_ + search : search;
@@ -108,8 +108,8 @@ void FileView::reset()
     QListView::reset();
 }
 
-// The list is laid out a part at a time; the selected entry comes into view as soon as it has its
-// place.
+// The list is laid out a part at a time; the selected entry is scrolled to as soon as it is laid
+// out.
 void FileView::timerEvent(QTimerEvent *event)
 {
     QListView::timerEvent(event);

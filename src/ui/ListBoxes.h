@@ -1,4 +1,4 @@
-// The lists of the image browser, telling what the user chose and which keys were used.
+// The lists of the image browser, which report what the user chose and which keys were used.
 #pragma once
 
 #include "ui/ShownList.h"
@@ -9,7 +9,7 @@
 
 namespace velmora {
 
-/// What a user asks of the image selected in a list.
+/// What a key does with the image selected in a list.
 enum class ListKey { Delete, Zoom, Play };
 
 /// A list of fixed choices, "0" to "9".
@@ -23,7 +23,7 @@ public:
     /// Gives an entry a tip, and a name by which typing finds it; both plain text, empty for none.
     void describe(int row, const QString &tip, const QString &name);
 
-    /// Marks an entry red, with a line of its own in the tip, or takes the mark away.
+    /// Marks an entry red, with a line of its own in the tip, or removes the mark.
     void mark(int row, bool isLate);
 
     void keyboardSearch(const QString &search) override;
@@ -45,7 +45,7 @@ protected:
 private:
     void showTip(int row);
 
-    QString typed_; // letters of one search
+    QString typed_; // letters typed in one search
     QElapsedTimer sinceTyped_;
 };
 
@@ -60,10 +60,10 @@ public:
     void reset() override;
 
 Q_SIGNALS:
-    /// The left button went down on a row.
+    /// The left button was pressed on a row.
     void rowPressed(int row);
 
-    /// And was released there; the entry in that row may be another one by now.
+    /// And was released there; the row may hold another entry by now.
     void rowReleased(int row);
 
     /// A key moved the selection to this row.
@@ -88,7 +88,7 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    bool layingOut_ = false; // the end of a long list has no place yet
+    bool layingOut_ = false; // the end of a long list is not laid out yet
 };
 
 } // namespace velmora

@@ -1,5 +1,5 @@
-// Binds the two pictures of the main window: the stored image of the camera that was selected last,
-// and its live one.
+// Binds the two pictures of the main window: the stored image and the live picture of the camera
+// selected last.
 #pragma once
 
 #include "capture/LiveView.h"

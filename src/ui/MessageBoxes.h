@@ -7,7 +7,7 @@
 
 namespace velmora {
 
-/// A message that comes while an earlier one still stands is added to its box, so that a damaged
+/// A message that arrives while an earlier one is still open is added to its box, so that a damaged
 /// file with a hundred wrong numbers gives one box.
 class MessageBoxes : public QObject
 {

@@ -5,9 +5,9 @@
 
 namespace velmora {
 
-/// Copies the picture of a file (native path) in its own size. Only the file's bytes are kept: the
-/// picture is decoded when somebody pastes it, also when the file is gone by then. Without a
-/// picture in the file the clipboard stays as it is.
+/// Copies the picture in a file (native path) at its own size. Only the file's bytes are kept: the
+/// picture is decoded when it is pasted, even if the file is gone by then. If the file holds no
+/// picture, the clipboard stays as it is.
 void copyPicture(const QString &path);
 
 } // namespace velmora

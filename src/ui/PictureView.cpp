@@ -95,7 +95,7 @@ void PictureView::paintPicture(QPainter &painter) const
     painter.drawImage(target, image_);
 }
 
-// An empty place is a shade of the window; a file that is no picture says so.
+// An empty place is a shade of the window; a file that is not a picture says so.
 void PictureView::paintPlaceholder(QPainter &painter) const
 {
     const QColor back = palette().color(QPalette::Window);

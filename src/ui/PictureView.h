@@ -1,4 +1,4 @@
-// A picture in a window: a stored image, nothing, or a file that is no picture.
+// A picture in a window: a stored image, nothing, or a file that is not a picture.
 #pragma once
 
 #include <QImage>
@@ -6,7 +6,7 @@
 
 namespace velmora {
 
-/// The accessible description is the native path of the file on show, empty while there is none.
+/// The accessible description is the native path of the file on show, empty if there is none.
 class PictureView : public QWidget
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
 
     enum class Scaling {
         Smooth,
-        Fast // for pictures that stand only for a moment
+        Fast // for pictures shown only for a moment
     };
 
     explicit PictureView(QWidget *parent = nullptr);
@@ -30,41 +30,42 @@ public:
 
     void setShape(Shape shape) { shape_ = shape; }
 
-    /// What stands there while there is no picture; in as many lines as it needs.
+    /// The text shown while there is no picture, in as many lines as it needs.
     void setEmptyText(const QString &text);
 
-    /// The words that stand in the place of a picture; empty when there is one.
+    /// The text shown instead of a picture; empty when there is one.
     [[nodiscard]] QString notice() const;
 
-    /// Shows a file's picture. A null image says that the file holds none.
+    /// Shows a file's picture. A null image means that the file holds none.
     void showPicture(const QString &path, const QImage &image);
 
     /// Shows nothing.
     void clear();
 
-    /// A line of text over the lower edge of the picture; an empty one is not shown.
+    /// A line of text over the lower edge of the picture; hidden if empty.
     void setCaption(const QString &caption);
 
     [[nodiscard]] bool holdsPicture() const { return !image_.isNull(); }
 
-    /// The file on show or found to be no picture; empty when there is none.
+    /// The file on show, or found not to be a picture; empty when there is none.
     [[nodiscard]] const QString &path() const { return path_; }
 
-    /// The widget's size in pixels of the screen.
+    /// The widget's size in screen pixels.
     [[nodiscard]] QSize pixels() const;
 
 Q_SIGNALS:
     void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
 
-    /// The left button came up, wherever that is.
+    /// The left button was released, wherever that was.
     void released();
 
-    /// Pressed and released with the left button; not for the second time of a double click.
+    /// Pressed and released with the left button; not emitted for the second click of a double
+    /// click.
     void clicked();
     void doubleClicked();
     void pointerMoved(QPoint position);
 
-    /// The picture has another size than before, and may be loaded for it.
+    /// The picture has changed size, and may be loaded for it.
     void resized();
 
 protected:

@@ -1,4 +1,4 @@
-// The line of the main window that says why the camera of the row in hand gives no picture.
+// The line of the main window that says why the current row's camera gives no picture.
 #pragma once
 
 #include "capture/LiveView.h"
@@ -11,14 +11,14 @@
 
 namespace velmora {
 
-/// The row in hand is the one that has the focus or was clicked last, until another group is shown.
-/// The live view's reason, when it has one, is the newer.
+/// The current row is the one that has the focus or was clicked last, until another group is shown.
+/// If the live view has a reason, it takes precedence as the newer one.
 class ReasonLine : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The rows in their order. Everything given outlives this object, which belongs to the label.
+    /// The rows in order. Everything passed in outlives this object, which belongs to the label.
     ReasonLine(QLabel &line, std::span<CameraRowBoxes *const> rows, CameraPage &page,
                LiveView &live);
 

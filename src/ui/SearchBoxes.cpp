@@ -6,7 +6,7 @@
 namespace velmora {
 namespace {
 
-// As it was understood.
+// The typed day, as it was understood.
 QString dayOf(const QString &date)
 {
     const std::optional<WallTime> typed = typedDate(date);
@@ -23,7 +23,7 @@ SearchBoxes::SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, ImageBrowser &brows
     for (QLineEdit *const box : {&lDate_, &lTime_}) {
         connect(box, &QLineEdit::returnPressed, this, &SearchBoxes::search);
         connect(box, &QLineEdit::editingFinished, this, [this, box] {
-            if (box->isActiveWindow()) { // another window that comes up is not a leave
+            if (box->isActiveWindow()) { // activating another window does not count as leaving
                 leave();
             }
         });

@@ -1,4 +1,4 @@
-// The two boxes of the image browser in which a date and a time are typed to find an image.
+// The image browser's two boxes for a date and a time by which to find an image.
 #pragma once
 
 #include "browser/ImageBrowser.h"
@@ -7,25 +7,25 @@
 
 namespace velmora {
 
-/// Enter searches, and so does whatever the user does next after typing: it counts after the
-/// search. Another window that comes up is neither.
+/// Enter searches, and so does whatever the user does next after typing, which takes effect after
+/// the search. Activating another window does neither.
 class SearchBoxes : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, ImageBrowser &browser);
 
     void setTexts(const QString &lDate, const QString &lTime);
     void setEnabled(bool enabled);
 
-    /// The user goes on to something else: searches what was typed, if anything was.
+    /// The user moves on to something else: searches for what was typed, if anything.
     void leave();
 
 Q_SIGNALS:
-    /// What came of a search: why it found nothing or not quite what was wanted, with the form that
-    /// is meant; empty when the image was found.
+    /// The outcome of a search: why it found nothing or not quite what was wanted, with the form
+    /// that is expected; empty when the image was found.
     void searched(const QString &message);
 
 private:

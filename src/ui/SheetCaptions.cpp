@@ -21,7 +21,7 @@ void SheetCaptions::takeNames(const SettingsSnapshot &settings)
     }
 }
 
-// In camera view one cell has a word on the camera, the first that is empty.
+// In camera view one cell, the first empty one, shows a remark on the camera.
 QString SheetCaptions::remarkIn(int cell) const
 {
     const CameraAddress camera = shown_.state.camera();

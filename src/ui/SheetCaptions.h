@@ -1,4 +1,4 @@
-// The words on the contact sheet: what each cell shows, and why one shows nothing.
+// The texts on the contact sheet: what each cell shows, and why a cell shows nothing.
 #pragma once
 
 #include "browser/BrowserData.h"
@@ -13,10 +13,10 @@ namespace velmora {
 class SheetCaptions
 {
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     SheetCaptions(ContactSheet &widgets, const BrowserData &shown, const CameraRemarks &remarks);
 
-    /// Takes the names of the cameras of the group on show.
+    /// Loads the names of the cameras of the group on show.
     void takeNames(const SettingsSnapshot &settings);
 
     [[nodiscard]] const QString &name(int row) const
@@ -24,7 +24,7 @@ public:
         return names_.at(static_cast<std::size_t>(row));
     }
 
-    /// Brings the words to the cells.
+    /// Writes the texts into the cells.
     void show();
 
 private:

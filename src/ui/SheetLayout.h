@@ -1,4 +1,4 @@
-// Where the cells of the contact sheet, the zoom image and the controls stand, as pure geometry.
+// Places of the contact sheet's cells, zoom image and controls, as pure geometry.
 #pragma once
 
 #include <QRect>
@@ -6,20 +6,20 @@
 
 namespace velmora {
 
-/// Three rows of three cells, and the tenth cell alone under the ninth; the controls stand left of
-/// it. All grows in proportion with the room there is, and stands in its middle.
+/// Three rows of three cells, and the tenth cell alone below the ninth; the controls are to its
+/// left. Everything scales with the room available, and is centred in it.
 class SheetLayout
 {
 public:
-    /// The size as designed, in logical pixels, of which 15 twips are one.
+    /// The designed size in logical pixels, at 15 twips each.
     static constexpr QSize kUsual{720, 720};
 
-    /// Sixty hundredths of it.
+    /// 60 % of it.
     static constexpr QSize kSmallest{432, 432};
 
     explicit SheetLayout(QSize room);
 
-    /// 1 at the usual size.
+    /// 1 at the designed size.
     [[nodiscard]] double scale() const;
 
     /// Cells 0 to 9.
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] QRect controls() const;
 
 private:
-    /// From the smallest size's place to the one here; in twips.
+    /// Scales a place at the smallest size, in twips, to the present one.
     [[nodiscard]] QRect scaled(int left, int top, int width, int height) const;
 
     double pixelsPerTwip_;

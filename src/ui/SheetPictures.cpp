@@ -3,7 +3,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kZoomPlace = kCells; // behind the cells
+constexpr int kZoomPlace = kCells; // after the cells
 
 } // namespace
 
@@ -28,7 +28,7 @@ void SheetPictures::bindSheet()
     connect(&sheet_, &Sheet::zoomChanged, this, &SheetPictures::showZoom);
 }
 
-// One action changes many cells; they are looked at together when it has ended.
+// One action changes many cells; they are updated together when it has ended.
 void SheetPictures::refresh()
 {
     fillSoon_.start(0);
@@ -85,7 +85,7 @@ void SheetPictures::fill()
 
 void SheetPictures::show(const PictureOrder &order, const QImage &image)
 {
-    const bool isAway = image.isNull() && !storage_.isPresent(); // what is seen stays
+    const bool isAway = image.isNull() && !storage_.isPresent(); // what is on show stays
     if (order.path == wanted(order.place) && !isAway) {
         view(order.place).showPicture(order.path, image);
     }

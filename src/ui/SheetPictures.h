@@ -1,5 +1,5 @@
-// Brings the pictures of the contact sheet onto its cells: the selected one first, each as soon as
-// it is decoded, and none that is there already.
+// Brings the contact sheet's pictures to its cells: the selected one first, each as soon as it is
+// decoded, skipping those already there.
 #pragma once
 
 #include "browser/Sheet.h"
@@ -11,7 +11,7 @@
 
 namespace velmora {
 
-/// A cell keeps its picture until the next one is there. Everything given outlives this object.
+/// A cell keeps its picture until the next one arrives. Everything passed in outlives this object.
 class SheetPictures : public QObject
 {
     Q_OBJECT

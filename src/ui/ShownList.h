@@ -1,5 +1,5 @@
-// A list in a window that shows which entry is selected, but never selects one itself: it says
-// which row the user means, and whoever owns the selection says what is selected then.
+// A list in a window that shows which entry is selected, but never selects one itself: it reports
+// which row the user means, and the owner of the selection decides what is selected then.
 #pragma once
 
 #include <QApplication>
@@ -11,9 +11,9 @@
 
 namespace velmora {
 
-/// A row is chosen by a plain click of the left button on it, pressed and released there, or by a
-/// key that moves the selection. Nothing else moves the highlight: no other button, no Ctrl, no
-/// dragging, no click below the rows, no focus that comes.
+/// A row is chosen by a plain click of the left button, pressed and released on it, or by a key
+/// that moves the selection. Nothing else moves the highlight: no other button, no Ctrl, no
+/// dragging, no click below the rows, no gaining of the focus.
 template <typename View>
 class ShownList : public View
 {
@@ -24,12 +24,12 @@ public:
         View::setUniformItemSizes(true);
         View::setSelectionMode(QAbstractItemView::SingleSelection);
         View::setEditTriggers(QAbstractItemView::NoEditTriggers);
-        View::setFocusPolicy(Qt::TabFocus); // a press takes it later, see there
+        View::setFocusPolicy(Qt::TabFocus); // a press takes the focus later, see below
         View::verticalScrollBar()->setContextMenuPolicy(
             Qt::NoContextMenu); // its menu would hold up the window
     }
 
-    /// Highlights the entry that is selected; -1 none.
+    /// Highlights the selected entry; -1 for none.
     void showRow(int row)
     {
         shown_ = row;
@@ -40,19 +40,19 @@ public:
     }
 
 protected:
-    /// The left button went down on a row: the entry in it is meant from now on.
+    /// The left button was pressed on a row: from now on the entry in it is meant.
     virtual void rowWasPressed(int row) = 0;
 
-    /// The button was released where it went down on that row; another entry may be in it by now.
+    /// The button was released where it was pressed, on that row; it may hold another entry by now.
     virtual void rowWasClicked(int row) = 0;
 
-    /// A key was used that wants this row, which may be the selected one; -1 in an empty list.
+    /// A key was used that means this row, which may be the selected one; -1 in an empty list.
     virtual void rowWasKeyed(int row) = 0;
 
     /// A double click of the left button, on a row or below the rows (-1).
     virtual void wasDoubleClicked(int row) { Q_UNUSED(row); }
 
-    /// What is pressed means nothing any more.
+    /// Makes the current press mean nothing.
     void forgetPress() { pressed_ = -1; }
 
     [[nodiscard]] int shownRow() const { return shown_; }
@@ -68,7 +68,7 @@ protected:
             pressedPlace_ = View::visualRect(index);
             rowWasPressed(pressed_);
         }
-        // Last, for a box that is left by it may bring other entries under the pointer.
+        // Last, because a box that loses the focus may bring other entries under the pointer.
         View::setFocus(Qt::MouseFocusReason);
     }
 
@@ -101,7 +101,7 @@ protected:
         }
     }
 
-    // The toolkit moves its highlight; whether it stays there is not its affair.
+    // The toolkit moves its highlight; whether it stays there is not for it to decide.
     void keyPressEvent(QKeyEvent *event) override
     {
         View::keyPressEvent(event);

@@ -1,39 +1,39 @@
-// The line at the foot of the browser: what happened last, and what there is to say of the camera
-// on show.
+// The line at the foot of the browser: what happened last, and what there is to say about the
+// camera on show.
 #pragma once
 
 #include <QLabel>
 
 namespace velmora {
 
-/// What is kept stands there until it is no longer true; a message in between stands until
+/// A lasting remark is shown until it is no longer true; a message in between is shown until
 /// something else happens.
 class StatusLine
 {
 public:
-    /// line: outlives this object, which alone writes into it.
+    /// line: outlives this object, which alone writes to it.
     explicit StatusLine(QLabel &line)
         : line_(line)
     {
     }
 
-    /// A message for the user; an empty one ends the one before.
+    /// A message for the user; an empty one clears the previous one.
     void tell(const QString &text);
 
-    /// What came of a search. An empty text ends such a message, and no other.
+    /// The outcome of a search. An empty text clears such a message, and no other.
     void tellSearch(const QString &text);
 
-    /// Something that the capture did. It is not shown while something is kept.
+    /// Something that the capture did. Not shown while there is a lasting remark.
     void tellEvent(const QString &text);
 
-    /// What there is to say as long as it is so; an empty text for nothing.
+    /// A lasting remark; an empty text for none.
     void keep(const QString &text);
 
-    /// Why nothing is captured, which counts more than what is kept; an empty text when something
-    /// is again. What stood there before comes back.
+    /// Why nothing is captured, which takes precedence over a lasting remark; an empty text once
+    /// the capture runs again. What was shown before comes back.
     void halt(const QString &text);
 
-    /// Says that again, in place of what was said since; nothing while the capture runs.
+    /// Repeats that, replacing what was said since; does nothing while the capture runs.
     void tellHalt();
 
 private:
@@ -53,7 +53,7 @@ private:
     Words beforeHalt_;
     QString kept_;
     QString halt_;
-    QString lastEvent_; // the same again is no reason to take a message away
+    QString lastEvent_; // the same event again is no reason to remove a message
 };
 
 } // namespace velmora

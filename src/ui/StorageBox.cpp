@@ -11,7 +11,7 @@
 namespace velmora {
 namespace {
 
-/// What the hide button does goes by its caption.
+/// What the hide button does depends on its caption.
 struct HideButton
 {
     QString caption;
@@ -31,7 +31,7 @@ HideButton hideButton(const QString &caption)
     return {caption, tip, Qt::ALT | Qt::Key_K};
 }
 
-/// The folder itself, or the nearest one above it that is there.
+/// The folder itself, or its nearest existing parent.
 QString nearestFolder(QString path)
 {
     while (!path.isEmpty() && !QFileInfo(path).isDir()) {
@@ -69,7 +69,7 @@ void StorageBox::bind()
     connect(&controls_.Browse, &QAbstractButton::clicked, this, &StorageBox::browse);
     connect(&storage_, &StorageFolder::textChanged, this, &StorageBox::showText);
     connect(&storage_, &StorageFolder::checked, this, &StorageBox::showState);
-    controls_.Browse.setFocusPolicy(Qt::TabFocus); // a click leaves the box to the chosen folder
+    controls_.Browse.setFocusPolicy(Qt::TabFocus); // on a click, choosing a folder leaves the box
 }
 
 void StorageBox::enter()
@@ -78,7 +78,7 @@ void StorageBox::enter()
     showState(storage_.state());
 }
 
-// In a window that is not in front the box would hear nothing of the focus that moves.
+// In a window that is not active the box would hear nothing of the focus moving.
 void StorageBox::leave()
 {
     if (controls_.StRep.isInHand()) {
@@ -87,7 +87,7 @@ void StorageBox::leave()
     }
 }
 
-// A text may also be dropped into the box from elsewhere.
+// Text may also be dropped into the box from elsewhere.
 void StorageBox::edit(const QString &typed)
 {
     controls_.StRep.setFocus();
@@ -113,7 +113,7 @@ void StorageBox::showState(const StorageState &state)
     showHideButton(state.hideCaption);
 }
 
-// A new text takes the button's key away.
+// A new text drops the shortcut of a button, so that is set after it.
 void StorageBox::showHideButton(const QString &caption)
 {
     const HideButton face = hideButton(caption);
@@ -137,7 +137,7 @@ void StorageBox::releaseButtons()
     controls_.MakeDir.setEnabled(true);
 }
 
-// A dialog that begins in a missing folder has a row above it selected, beside what is then typed.
+// A dialog that starts in a missing folder has a row above it selected, beside what is then typed.
 void StorageBox::browse()
 {
     auto *const dialog = new QFileDialog(&window_, tr("Storage folder"),
@@ -151,7 +151,7 @@ void StorageBox::browse()
     dialog->open();
 }
 
-// The folder in force stands in the box, which is not being edited any more.
+// The box shows the folder in force and is not being edited any more.
 void StorageBox::choose(const QString &nativeFolder)
 {
     if (storage_.choose(nativeFolder)) {

@@ -18,7 +18,7 @@ struct StorageControls
     QAbstractButton &MakeDir;
     QAbstractButton &Import;
     QAbstractButton &Cache;
-    QWidget &Selecteur; // gets the focus when the box gives it away
+    QWidget &Selecteur; // gets the focus when the box gives it up
 };
 
 class StorageBox : public QObject
@@ -29,14 +29,14 @@ public:
     /// The controls outlive this object, which belongs to their window.
     StorageBox(const StorageControls &controls, StorageFolder &storage, QWidget &window);
 
-    /// While files of the camera folders are being renamed, none may be added and no folder made.
+    /// While files in the camera folders are being renamed, none may be added and no folder made.
     void holdButtons();
     void releaseButtons();
 
     /// Puts the text in force, wherever the focus is; the box no longer has it.
     void leave();
 
-    /// The window goes: an unchanged text counts as left.
+    /// The window is being hidden: an unchanged text counts as left.
     void setAside() { controls_.StRep.setAside(); }
 
 private:

@@ -38,7 +38,7 @@ void TitleBox::say(const QString &text)
     ui_->hint->show();
 }
 
-// Window managers ask to which window another one belongs when it is shown, and keep it above that.
+// Window managers ask which window another belongs to when it is shown, and keep it above that one.
 void frmSplash::standAbove(QWidget &window)
 {
     if (!isVisible()) {
@@ -55,7 +55,7 @@ void frmQuitte::present()
     bringToFront(*this);
 }
 
-// A key that was held when the box came up was meant for another window.
+// A key held down when the box appeared was meant for another window.
 void TitleBox::keyPressEvent(QKeyEvent *event)
 {
     if (!event->isAutoRepeat()) {

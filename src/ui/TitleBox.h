@@ -1,4 +1,4 @@
-// The boxes that the program shows when it starts and when it closes: its title and version.
+// The boxes shown while the program starts and closes: its title and version.
 //
 //   TitleBox
 //     Frame1
@@ -16,7 +16,7 @@ class TitleBox;
 
 namespace velmora {
 
-/// Any key, and a click on its frame, dismisses the box.
+/// Any key, or a click on its frame, dismisses the box.
 class TitleBox : public QWidget
 {
     Q_OBJECT
@@ -46,7 +46,7 @@ private:
     std::unique_ptr<Ui::TitleBox> ui_;
 };
 
-/// The start-up box. The keyboard is that of the window which comes up meanwhile.
+/// The start-up box. The keyboard focus is left to the window that appears meanwhile.
 class frmSplash final : public TitleBox
 {
     Q_OBJECT
@@ -58,13 +58,13 @@ public:
         setAttribute(Qt::WA_ShowWithoutActivating);
     }
 
-    /// While the box is shown: from now on it stands above this window, which is shown, and leaves
-    /// it the keyboard.
+    /// Keeps the box, while it is shown, above this window, which is shown too and keeps the
+    /// keyboard focus.
     void standAbove(QWidget &window);
 };
 
-/// The closing box, shown while the last pass runs. It has the keyboard, and says what it waits for
-/// and what ends that.
+/// The closing box, shown while the last pass runs. It has the keyboard focus, and says what it is
+/// waiting for and how to end that.
 class frmQuitte final : public TitleBox
 {
     Q_OBJECT

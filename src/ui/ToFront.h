@@ -1,12 +1,12 @@
-// Windows brought to the front.
+// Brings windows to the front.
 #pragma once
 
 class QWidget;
 
 namespace velmora {
 
-/// Shows a window in front of the others, with the keyboard; a minimised one is opened again, as
-/// large as it was.
+/// Shows a window in front of the others, with the keyboard focus; a minimised one is restored to
+/// its former size.
 void bringToFront(QWidget &window);
 
 } // namespace velmora

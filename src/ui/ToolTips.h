@@ -7,7 +7,7 @@ class QWidget;
 
 namespace velmora {
 
-/// Shows the text as it stands. One that looks like markup would otherwise be taken as such, and
+/// Shows the text literally. Text that looks like markup would otherwise be treated as such, and
 /// could even load a picture.
 void setPlainToolTip(QWidget &widget, const QString &text);
 

@@ -1,4 +1,4 @@
-// Windows above all others.
+// Puts windows above all others.
 #pragma once
 
 #include <QWidget>
@@ -7,7 +7,7 @@ namespace velmora {
 
 enum class TopMost { Off, On };
 
-/// Places a window above all others, or back among normal windows; position and size stay.
+/// Puts a window above all others, or back among normal windows; position and size stay.
 void SetTopMost(QWidget &window, TopMost where);
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// The unit in which window places are stored: twips, of which 15 are one pixel.
+// The unit in which window places are stored: twips, 15 of which are one pixel.
 #pragma once
 
 namespace velmora {

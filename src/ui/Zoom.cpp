@@ -1,3 +1,4 @@
+// The enlarging window: one picture, as large as fits.
 #include "ui/Zoom.h"
 
 #include "pictures/PictureReader.h"
@@ -12,7 +13,7 @@ namespace velmora {
 namespace {
 
 constexpr QSize kStartSize{960, 720};
-constexpr double kShareOfScreen = 0.85; // of a small one, with room for a frame
+constexpr double kShareOfScreen = 0.85; // of a small screen, with room for a frame
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// One picture, enlarged, in a window of its own.
+// A window of its own for one enlarged picture.
 #pragma once
 
 #include "ui/PictureView.h"
@@ -12,7 +12,7 @@ class Zoom : public QWidget
 public:
     Zoom();
 
-    /// Shows a picture in front of the other windows. path: native; an empty one is nothing to
+    /// Shows a picture in front of the other windows. path: native; if empty, there is nothing to
     /// show.
     void present(const QString &path);
 

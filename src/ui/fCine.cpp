@@ -1,3 +1,4 @@
+// The slideshow's window: its place, its sliders, and staying above the browser.
 #include "ui/fCine.h"
 
 #include "base/LeadingNumber.h"
@@ -19,12 +20,12 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kInFront = 1s;
-// Of the kinds that window managers keep above the window to which they belong.
+// The types that window managers keep above the window they belong to.
 constexpr Qt::WindowFlags kKind =
     Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
 constexpr int kFastBelowMs = 100; // then painting must not take longer than decoding
 constexpr QSize kStartSize{660, 606};
-constexpr double kFarthest = 32767; // twips, as far as places are stored
+constexpr double kFarthest = 32767; // twips, the largest place that can be stored
 
 } // namespace
 
@@ -192,14 +193,14 @@ void fCine::followBrowser()
     if (browser_ == nullptr) {
         return;
     }
-    browser_->winId(); // makes it
+    browser_->winId(); // creates it
     winId();
     windowHandle()->setTransientParent(browser_->windowHandle());
 }
 
-// A window manager does it by itself: the film belongs to the browser. Where there is none (windows
-// have no frames then), the film comes back over a browser that came up, but not over a third
-// window.
+// A window manager does this on its own, since the film belongs to the browser. Without one
+// (windows have no frames then), the film comes back over a browser that was activated, but not
+// over a third window.
 void fCine::keepAboveBrowser()
 {
     if (!film_.isOpen() || !windowHandle()->frameMargins().isNull()) {

@@ -29,17 +29,17 @@ class fCine : public QWidget
     Q_OBJECT
 
 public:
-    /// Everything given outlives the window.
+    /// Everything passed in outlives the window.
     fCine(Slideshow &film, const SettingsFile &settings, const StorageFolder &storage);
     Q_DISABLE_COPY_MOVE(fCine)
     ~fCine() override;
 
     void moveTo(WindowPlace place);
 
-    /// Puts the camera whose film is shown into the title; empty for one that has no name.
+    /// Shows in the title which camera's film this is; empty for one without a name.
     void nameCamera(const QString &camera);
 
-    /// The film stands above this window, the browser's, and above no other. It outlives the film.
+    /// Keeps the film above this window, the browser's, and above no other. It outlives the film.
     void standAbove(QWidget &browser) { browser_ = &browser; }
 
 Q_SIGNALS:

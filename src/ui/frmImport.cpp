@@ -1,3 +1,4 @@
+// The import's window: its lists, its boxes and the progress of a run.
 #include "ui/frmImport.h"
 
 #include "ui/ClickLabel.h"
@@ -70,7 +71,7 @@ void frmImport::bindSource()
     connect(ui_->iTarget, &PictureView::resized, this, &frmImport::showPictures);
 }
 
-// One that is chosen once more counts too: it can make the button work again.
+// Choosing the same one again counts too: it can enable the button again.
 void frmImport::bindTarget()
 {
     for (int choice = 0; choice < kChoices; ++choice) {
@@ -131,8 +132,8 @@ void frmImport::showChoices(const ImportFace &face)
     ui_->ctr->setText(face.ctr);
 }
 
-// A run keeps to the choices with which it began; they can be changed after it. A button that is
-// off cannot keep the keys, so it gets them back.
+// A run keeps the choices with which it started; they can be changed after it. A disabled button
+// cannot keep the focus, so it gets it back.
 void frmImport::showRun(const ImportFace &face)
 {
     focusGo_ = focusGo_ || (face.running && ui_->cmdGo->hasFocus());
@@ -150,7 +151,7 @@ void frmImport::showRun(const ImportFace &face)
     ui_->Progress->setValue(face.progress.copied);
 }
 
-// While files are copied the bar says so.
+// While files are copied, the bar is the status.
 void frmImport::showStatus(const ImportFace &face)
 {
     const QString why = face.running ? QString() : face.whyNot;

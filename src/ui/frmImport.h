@@ -29,12 +29,12 @@ class frmImport : public QWidget
     Q_OBJECT
 
 public:
-    /// loader: of this window alone. Everything given outlives the window.
+    /// loader: used by this window alone. Everything passed in outlives the window.
     frmImport(Import &import, PictureLoader &loader);
     Q_DISABLE_COPY_MOVE(frmImport)
     ~frmImport() override;
 
-    /// Shows the window in front; one that was closed is loaded anew.
+    /// Shows the window in front; one that was closed is loaded again.
     void present();
 
 protected:
@@ -59,7 +59,7 @@ private:
     std::unique_ptr<Ui::frmImport> ui_;
     QList<PictureOrder> pictures_;
     bool loaded_ = false;
-    bool focusGo_ = false; // the button had the keys when the run began
+    bool focusGo_ = false; // the button had the focus when the run started
 };
 
 } // namespace velmora

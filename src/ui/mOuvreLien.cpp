@@ -1,3 +1,4 @@
+// The opener of links: hands them to the desktop, and shows a message box when that fails.
 #include "ui/mOuvreLien.h"
 
 #include "base/LinkTarget.h"
@@ -10,7 +11,7 @@
 namespace velmora {
 namespace {
 
-// Results of a desktop shell that was asked to open something; all above 32 mean success.
+// Results of asking a desktop shell to open something; all above 32 mean success.
 constexpr int kLastFailure = 32;
 constexpr int kSuccess = 33;
 constexpr int kUnknownError = 0;

@@ -18,7 +18,7 @@ class mOuvreLien : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives this object; the scope is joined before it goes.
+    /// Everything passed in outlives this object; the scope is joined before it is destroyed.
     mOuvreLien(DesktopOpener &opener, const NativePaths &paths, TaskScope &scope);
 
     /// The link that link buttons open; to be set before one is shown.
@@ -26,12 +26,12 @@ public:
 
     [[nodiscard]] const QString &link() const { return link_; }
 
-    /// Open link: hands a file, a document or an address to the desktop, which looks up what opens
-    /// it. target: a path text, a native path, or an address. A failure shows a warning box titled
-    /// "Erreur"; nothing is logged, nothing is tried again.
+    /// Opens a link ("ouvre le lien"): hands a file, a document or an address to the desktop, which
+    /// finds a program for it. target: a path text, a native path, or an address. A failure shows a
+    /// warning box titled "Erreur"; nothing is logged or retried.
     void OuvreLien(const QString &target);
 
-    /// The message to a result of the desktop's shell: none above 32, which is success.
+    /// The message for a result of the desktop's shell: none above 32, which means success.
     [[nodiscard]] static std::optional<QString> message(int result);
 
 private:

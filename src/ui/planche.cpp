@@ -1,3 +1,4 @@
+// The image browser's window: what its parts report, brought to its controls.
 #include "ui/planche.h"
 
 #include "cameras/CameraChoices.h"
@@ -18,7 +19,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kEvenCells = 12; // a side of so many pixels times n gives cells of one size
+constexpr int kEvenCells = 12; // a side of this many pixels times n gives cells of equal size
 
 std::unique_ptr<Ui::planche> setUp(planche &window)
 {
@@ -121,7 +122,7 @@ void planche::bindKeys()
     bind(Qt::Key_Escape, [this] { browser_.hideZoom(); });
 }
 
-// What the parts below say, brought to the controls.
+// Passes what the parts below report to the controls.
 void planche::showFace()
 {
     const BrowserFace face = browser_.face();
@@ -138,7 +139,7 @@ void planche::showFace()
     if (browser_.shown().state.camera() != shownCamera_) {
         showCamera();
     } else {
-        captions_.show(); // the view may be the other one
+        captions_.show(); // the view may have changed
     }
 }
 
@@ -155,8 +156,8 @@ void planche::showCamera()
     showRemarks();
 }
 
-// Why the camera on show gives no picture stands in the line at the foot and in the cell in which
-// its next picture would be.
+// The reason why the camera on show gives no picture is shown in the line at the foot and in the
+// cell where its next picture would be.
 void planche::showRemarks()
 {
     const SettingsSnapshot settings = engine_.settings().snapshot();
@@ -211,7 +212,7 @@ void planche::present()
     bringToFront(*this);
 }
 
-// A screen too low for the sheet gets a smaller one, in its proportions.
+// A screen too low for the sheet gets a smaller one, in proportion.
 void planche::fitScreen(const QRect &frame)
 {
     const QRect room = screen()->availableGeometry();

@@ -31,14 +31,13 @@ class planche;
 
 namespace velmora {
 
-/// Each part of the window with a rule of its own is a member: there are as many as there are
-/// parts.
+/// Each part of the window that has rules of its own is a member, hence their number.
 class planche : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the window.
+    /// Everything passed in outlives the window.
     planche(ImageBrowser &browser, CaptureEngine &engine, CaptureView &view, PictureLoader &loader);
     Q_DISABLE_COPY_MOVE(planche)
     ~planche() override;
@@ -60,17 +59,17 @@ public:
 
     void showMessage(const QString &text);
 
-    /// The room on the disk, told at the counter of what was stored.
+    /// Shows the room on the disk, at the counter of stored images.
     void showRoom(const QString &text);
 
-    /// Marks the groups and cameras of these that are late.
+    /// Marks which groups and cameras are late.
     void showLate(const std::vector<CameraAddress> &late);
 
-    /// From now on a close is accepted instead of asked for.
+    /// From now on a close is accepted instead of being passed on as a request.
     void allowClose() { mayClose_ = true; }
 
 Q_SIGNALS:
-    /// The camera whose images are shown, or its name, is another.
+    /// The camera on show, or its name, has changed.
     void cameraShown(velmora::CameraAddress camera);
 
     void setUpPressed();

@@ -12,11 +12,11 @@ constexpr int kStruct = 8;
 constexpr int kBodyLengthAt = 4;
 constexpr int kFieldsLengthAt = 12;
 constexpr int kFieldsAt = 16;
-constexpr qint32 kUsualTime = -1; // that it stands, as the desktop has it
+constexpr qint32 kUsualTime = -1; // for how long it is shown: the desktop's default
 
 enum Field : char { Path = 1, Interface = 2, Member = 3, Destination = 6, Signature = 8 };
 
-/// Values one after the other, each at a multiple of its own size.
+/// Values one after another, each aligned to its own size.
 class Packer
 {
 public:
@@ -79,7 +79,7 @@ struct Call
 {
     QByteArray service;
     QByteArray path;
-    QByteArray member; // of the interface that is called as the service is
+    QByteArray member; // of the interface, which has the same name as the service
     QByteArray signature;
 };
 
@@ -122,7 +122,7 @@ QByteArray busNotice(quint32 serial, const QString &text)
 {
     Packer body;
     body.text("Velmora");
-    body.number(0); // takes no other notice's place
+    body.number(0); // replaces no other notice
     body.text("velmora");
     body.text("Velmora");
     body.text(text.toUtf8());

@@ -1,4 +1,4 @@
-// Calls as the desktop's message bus wants them, in the form that D-Bus gives them.
+// Calls to the desktop's message bus, in the format of D-Bus.
 #pragma once
 
 #include <QByteArray>
@@ -6,15 +6,15 @@
 
 namespace velmora {
 
-/// What a client says first: that it is this user's. The bus answers with a line that begins with
-/// "OK".
+/// What a client sends first: that it runs as this user. The bus answers with a line that begins
+/// with "OK".
 [[nodiscard]] QByteArray busLogin();
 
-/// What follows that answer: the first call on the connection, by which the client gets its name.
+/// What follows that answer: the first call on the connection, which gives the client its name.
 [[nodiscard]] QByteArray busHello();
 
-/// Shows a text of several words on the desktop. serial: another one for each call, from 2 on.
-/// text: as the service wants it, in its simple markup.
+/// Shows a text on the desktop. serial: a different one for each call, from 2 on. text: in the
+/// service's simple markup.
 [[nodiscard]] QByteArray busNotice(quint32 serial, const QString &text);
 
 } // namespace velmora

@@ -42,7 +42,8 @@ HourBar &CameraHealth::bar(qint64 hour)
     return found->bar;
 }
 
-// Of a clock that was wrong and has been set back: they would take the room of those that come.
+// They come from a clock that was wrong and has been set back, and would take the place of later
+// ones.
 void CameraHealth::forgetHoursAfter(Moment when)
 {
     while (!hours_.empty() && hours_.back().hour > hourOf(when)) {

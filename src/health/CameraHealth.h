@@ -1,4 +1,4 @@
-// What is known of how a camera delivers: pure figures, without clock or disk.
+// What is known about how a camera delivers: pure figures, without clock or disk.
 #pragma once
 
 #include <QJsonObject>
@@ -11,12 +11,12 @@
 
 namespace velmora {
 
-/// Universal time as the wall has it.
+/// Universal time (UTC).
 using Moment = std::chrono::sys_seconds;
 
 inline constexpr int kBars = 24;
 
-/// An hour's images.
+/// The images of an hour.
 struct HourBar
 {
     int images = 0;
@@ -26,38 +26,38 @@ struct HourBar
 class CameraHealth
 {
 public:
-    /// An image came, or was found to have come.
+    /// An image arrived, or was found to have arrived.
     void addImage(Moment when, qint64 size);
 
-    /// The camera gave none.
+    /// The camera gave no image.
     void fail(Moment when, const QString &reason);
 
-    /// What came in an hour, as it was counted.
+    /// What arrived in an hour, as counted.
     void setHour(Moment within, HourBar counted);
 
-    /// What was counted in the folder takes the place of what was known of its images.
+    /// Replaces what was known about its images by what was counted in the folder.
     void takeCount(const CameraHealth &counted);
 
-    /// The times between its latest images: the middle one. Nothing before the second image.
+    /// The median of the times between its latest images. Nothing before the second image.
     [[nodiscard]] std::optional<std::chrono::seconds> usualInterval() const;
 
-    /// The last 24 hours, the oldest first.
+    /// The last 24 hours, oldest first.
     [[nodiscard]] std::array<HourBar, kBars> bars(Moment now) const;
     [[nodiscard]] int imagesADay(Moment now) const;
     [[nodiscard]] qint64 bytesADay(Moment now) const;
 
-    /// Since when nothing new came: its newest image, or else its first failure; nothing for a
-    /// camera of which neither is known.
+    /// Since when nothing new has come: its newest image, or else its first failure; nothing if
+    /// neither is known.
     [[nodiscard]] std::optional<Moment> quietSince() const;
 
     [[nodiscard]] QJsonObject toJson() const;
     [[nodiscard]] static CameraHealth fromJson(const QJsonObject &object);
 
-    QString folder; // name of the camera's folder: another address is another camera
+    QString folder; // name of the camera's folder: a different address is a different camera
     std::optional<Moment> newest;
     qint64 images = 0;
-    qint64 bytes = 0; // about, where they were counted
-    QString failure;  // of the last try; empty when it went well
+    qint64 bytes = 0; // approximate where they were counted
+    QString failure;  // of the last attempt; empty when it succeeded
     std::optional<Moment> failedSince;
     int failures = 0; // in a row
     std::optional<Moment> lateSince;
@@ -72,7 +72,7 @@ private:
         HourBar bar;
     };
 
-    std::deque<qint64> intervals_; // seconds, the latest last
+    std::deque<qint64> intervals_; // seconds, latest last
     std::deque<Hour> hours_;
 };
 
@@ -82,7 +82,7 @@ struct LateRule
     int times = 10; // its usual interval; 0: never
     std::chrono::seconds least = std::chrono::minutes{15};
 
-    /// How long a camera may be quiet; nothing when nobody can say.
+    /// How long a camera may be quiet; nothing when that cannot be told.
     [[nodiscard]] std::optional<std::chrono::seconds> patience(const CameraHealth &camera) const;
 };
 

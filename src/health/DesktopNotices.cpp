@@ -9,9 +9,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 10s; // with a bus that does not let us in
+constexpr auto kPatience = 10s; // with a bus that does not admit us
 constexpr qsizetype kMostWaiting = 20;
-constexpr qint64 kMostUnread = qint64{64} * 1024; // of a bus that has stopped reading
+constexpr qint64 kMostUnread = qint64{64} * 1024; // by a bus that has stopped reading
 
 } // namespace
 
@@ -44,7 +44,7 @@ void DesktopNotices::show(const QString &text)
     }
 }
 
-// The first line says whether we are let in; of what comes later nothing is of use.
+// The first line says whether we are admitted; nothing that follows is of use.
 void DesktopNotices::listen()
 {
     const QByteArray said = socket_.readAll();

@@ -1,4 +1,4 @@
-// Notices on the desktop, through its service org.freedesktop.Notifications.
+// Shows notices on the desktop, through its service org.freedesktop.Notifications.
 #pragma once
 
 #include "health/SessionBus.h"
@@ -9,10 +9,10 @@
 
 namespace velmora {
 
-/// Nobody waits for the desktop: a message goes out when its bus takes it, and whatever becomes of
-/// it, nothing comes of it here. The toolkit's own way to the bus waits for its first answer, which
-/// a bus that hangs never gives. The connection is kept, since some desktops take a notice away
-/// with the one who sent it.
+/// Nothing waits for the desktop: a message goes out when its bus takes it, and the outcome does
+/// not matter here. The toolkit's own access to the bus waits for its first answer, which a hanging
+/// bus never gives. The connection is kept, since some desktops remove a notice along with its
+/// sender.
 class DesktopNotices : public QObject
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ class DesktopNotices : public QObject
 public:
     DesktopNotices();
 
-    /// Where there is no bus, nothing happens.
+    /// Does nothing where there is no bus.
     void show(const QString &text);
 
 private:
@@ -31,7 +31,7 @@ private:
     QTimer patience_;
     QStringList waiting_;
     quint32 serial_ = 1;
-    bool isTaken_ = false; // the bus has let us in
+    bool isTaken_ = false; // the bus has admitted us
 };
 
 } // namespace velmora

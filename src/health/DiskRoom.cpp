@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-constexpr double kFar = 36525; // days, beyond which a forecast says nothing
+constexpr double kFar = 36525; // days, beyond which a forecast means nothing
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// The room on the disk under the storage folder.
+// The free room on the disk that holds the storage folder.
 #pragma once
 
 #include <QString>
@@ -13,10 +13,10 @@ struct DiskRoom
     qint64 allBytes = 0;
 };
 
-/// folder: native path. Nothing where it cannot be asked.
+/// folder: native path. Nothing where it cannot be determined.
 [[nodiscard]] std::optional<DiskRoom> diskRoom(const QString &folder);
 
-/// Days until the disk is full at a rate, in bytes a day; nothing without a rate.
+/// Days until the disk is full at a rate in bytes a day; nothing without a rate.
 [[nodiscard]] std::optional<double> fullInDays(qint64 freeBytes, qint64 bytesADay);
 
 /// "12 GB free, full in 12 days at this rate".

@@ -79,7 +79,7 @@ void HealthBook::followTable()
     }
 }
 
-// A camera is known by its folder: with another address it is another one.
+// A camera is identified by its folder: with a different address it is a different camera.
 void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress camera)
 {
     const QString url = CameraTable::url(settings, camera);
@@ -115,8 +115,8 @@ CameraHealth &HealthBook::known(CameraAddress camera)
     return healths_[camera];
 }
 
-// Where the clock that only advances stood when the camera became quiet. A date that is still to
-// come is one of a clock that was wrong.
+// Where the monotonic clock was when the camera became quiet. A date in the future comes from a
+// clock that was wrong.
 void HealthBook::anchor(CameraAddress camera)
 {
     if (const auto since = this->camera(camera).quietSince()) {
@@ -194,7 +194,7 @@ void HealthBook::addFailure(CameraAddress camera, const QString &reason)
     change(camera);
 }
 
-// It gives what it gave before.
+// The camera gives pictures again.
 void HealthBook::addSuccess(CameraAddress camera)
 {
     CameraHealth &health = known(camera);
@@ -253,7 +253,7 @@ QCoro::Task<> HealthBook::count(CameraAddress camera)
             co_return;
         }
     }
-    if (this->camera(camera).folder == folder) { // still
+    if (this->camera(camera).folder == folder) { // still the same
         const bool isFirst = !this->camera(camera).newest;
         known(camera).takeCount(counting.take());
         if (isFirst) {

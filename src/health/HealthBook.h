@@ -1,5 +1,5 @@
-// How each of the hundred cameras delivers: listens to the capture, knows it again after a restart,
-// and counts in the background what nobody knows.
+// How each of the hundred cameras delivers: listens to the capture, remembers across restarts, and
+// counts in the background what is not known.
 #pragma once
 
 #include "base/Clock.h"
@@ -21,14 +21,14 @@ class HealthBook : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object; the scope is joined before it goes.
+    /// Everything passed in outlives the object; the scope is joined before it is destroyed.
     HealthBook(const CameraTable &table, const StorageFolder &storage, Clock &clock,
                TaskScope &scope);
 
-    /// Takes what is stored, and begins to count the rest.
+    /// Loads what is stored, and starts to count the rest.
     void load();
 
-    /// Stores what has changed since the last time.
+    /// Stores what has changed since it was last called.
     void save();
 
     /// The settings that name the cameras.
@@ -39,10 +39,10 @@ public:
     /// Addresses of the cameras that are configured, in the order of the table.
     [[nodiscard]] std::vector<CameraAddress> cameras() const;
 
-    /// For people: group, row, and the address without credentials.
+    /// For messages: group, row, and the address without credentials.
     [[nodiscard]] QString title(CameraAddress camera) const;
 
-    /// Reads anew which cameras there are.
+    /// Reads again which cameras there are.
     void followTable();
 
     /// Of all cameras together.
@@ -51,40 +51,41 @@ public:
     /// Now, in universal time.
     [[nodiscard]] Moment now() const;
 
-    /// How long nothing new came from a camera, in time that has really passed while the program
-    /// ran: a clock that is set does not count. Nothing for a camera that nothing is known of.
+    /// How long nothing new has come from a camera, in time that has really passed while the
+    /// program was running, whatever the clock was set to. Nothing for a camera about which nothing
+    /// is known.
     [[nodiscard]] std::optional<std::chrono::seconds> quiet(CameraAddress camera) const;
 
-    /// Time in which no camera could be seen is taken from all of them.
+    /// Does not count, for any camera, time during which none could be seen.
     void forgive(std::chrono::milliseconds duration);
 
-    /// A camera that nobody asks for images is not quiet: its time begins anew.
+    /// A camera that is not asked for images is not quiet: its time starts over.
     void excuse(CameraAddress camera);
 
     /// A camera counts as late from now on, or no longer.
     void setLate(CameraAddress camera, bool late);
 
-    /// The capture's news.
+    /// News from the capture.
     void addImage(CameraAddress camera, const QString &fileName);
     void addFailure(CameraAddress camera, const QString &reason);
 
-    /// Images were deleted: counts the folder anew.
+    /// Images were deleted: counts the folder again.
     void recount(CameraAddress camera);
 
 Q_SIGNALS:
-    /// What is known of a camera has changed.
+    /// What is known about a camera has changed.
     void changed(velmora::CameraAddress camera);
 
-    /// Other cameras than before.
+    /// The set of cameras has changed.
     void tableChanged();
 
-    /// An image came from a camera that was late.
+    /// A camera that was late has given an image.
     void cameBack(velmora::CameraAddress camera);
 
 private:
-    struct Seen // of this run
+    struct Seen // in this run
     {
-        std::optional<std::chrono::milliseconds> quietSince; // of the clock that only advances
+        std::optional<std::chrono::milliseconds> quietSince; // by the monotonic clock
         QString title;
         bool isConfigured = false;
     };

@@ -50,7 +50,7 @@ void HealthCount::look(QByteArrayView name)
     }
 }
 
-// Those of a day before the newest are not asked for.
+// Keeps the latest hours only, as many as there are bars.
 void HealthCount::countHour(WallTime date)
 {
     const WallTime hour = std::chrono::floor<std::chrono::hours>(date);

@@ -1,4 +1,4 @@
-// Counts a camera's folder: how many images, how large, and when the latest came.
+// Counts a camera's folder: how many images, their size, and when the latest arrived.
 #pragma once
 
 #include "base/Clock.h"
@@ -13,9 +13,9 @@
 
 namespace velmora {
 
-/// countSome() until it is false, then take(). The images of the newest day are counted by the
-/// hour. The sizes are those of the latest images, taken for all of them: asking for each would
-/// take the disk minutes in a full folder.
+/// Call countSome() until it returns false, then take(). The images of the newest day are counted
+/// by the hour. The size is that of the latest images, extrapolated to all: asking for each would
+/// keep the disk busy for minutes in a full folder.
 class HealthCount
 {
 public:
@@ -33,7 +33,7 @@ private:
     QString path_;
     FolderScan scan_;
     qint64 images_ = 0;
-    std::map<WallTime, int> hours_; // by their begin
+    std::map<WallTime, int> hours_; // by their start
     std::set<std::pair<WallTime, QByteArray>> latest_;
 };
 

@@ -1,4 +1,4 @@
-// Everything that knows how the cameras deliver and tells of it, put together: the same with
+// All the parts that watch how the cameras deliver and report on it, put together: the same with
 // windows and without.
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace velmora {
 
-/// The engine and the sender outlive this one, and the engine has been closed before this one goes.
+/// The engine and the sender outlive this object, and the engine is closed before it is destroyed.
 class HealthEngine : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class HealthEngine : public QObject
 public:
     HealthEngine(CaptureEngine &capture, MailSender &sender);
 
-    /// The storage folder has been checked: begins to watch.
+    /// The storage folder has been checked: starts watching.
     void start();
 
     [[nodiscard]] HealthBook &book() { return book_; }
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] OldestFirst &oldest() { return oldest_; }
 
 Q_SIGNALS:
-    /// text: a sentence for people.
+    /// text: a sentence for the user.
     void noticed(const QString &text);
 
 private:

@@ -1,4 +1,4 @@
-// What the user has chosen of notices and of room on the disk; the section "Health" of the
+// What the user has chosen about notices and room on the disk; the section "Health" of the
 // settings.
 #pragma once
 
@@ -9,9 +9,9 @@
 namespace velmora {
 
 enum class HealthChoice {
-    Notices,      // on the desktop; on until it is switched off
+    Notices,      // on the desktop; on unless switched off
     Mail,         // through the server of the alarm's mail
-    DeleteOldest, // when the disk gets full
+    DeleteOldest, // when the disk is nearly full
     StopWhenFull  // the capture, before the disk is full
 };
 
@@ -26,13 +26,13 @@ public:
     [[nodiscard]] bool isOn(HealthChoice choice) const;
     void set(HealthChoice choice, bool on) const;
 
-    /// How a camera is judged; never, when that was chosen for it.
+    /// How a camera is judged; never late, if that was chosen for it.
     [[nodiscard]] LateRule rule(CameraAddress camera) const;
     void setNever(CameraAddress camera, bool never) const;
     [[nodiscard]] bool isNever(CameraAddress camera) const;
 
-    /// Free bytes below which the disk counts as nearly full: the number of megabytes that is set,
-    /// else 1 GB or a fiftieth of the disk, whichever is less.
+    /// Free bytes below which the disk counts as nearly full: the number of megabytes set, else 1
+    /// GB or a fiftieth of the disk, whichever is less.
     [[nodiscard]] qint64 limitBytes(qint64 diskBytes) const;
 
 private:

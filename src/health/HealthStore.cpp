@@ -50,7 +50,7 @@ void saveHealth(const QString &programFolder, const CameraHealths &cameras)
         QJsonObject{{QStringLiteral("version"), kVersion}, {QStringLiteral("cameras"), list}});
     const std::error_code ignored =
         replaceFile(path(programFolder), document.toJson(QJsonDocument::Compact));
-    static_cast<void>(ignored); // counted anew, if need be
+    static_cast<void>(ignored); // counted again, if need be
 }
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// The file in which what is known of the cameras lives through a restart.
+// The file in which what is known about the cameras survives a restart.
 #pragma once
 
 #include "cameras/CameraAddress.h"
@@ -25,8 +25,8 @@ struct StoredHealth
 /// programFolder: native path.
 [[nodiscard]] StoredHealth loadHealth(const QString &programFolder);
 
-/// Puts a whole new file in the place of the old one; a failure leaves that one and tells nobody,
-/// since everything in it can be counted anew.
+/// Replaces the file with a whole new one. A failure leaves the old one and is not reported, since
+/// everything in it can be counted again.
 void saveHealth(const QString &programFolder, const CameraHealths &cameras);
 
 } // namespace velmora

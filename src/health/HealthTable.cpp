@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 constexpr auto kPause = 1s;
 constexpr qint64 kBeyondAges = 100'000'000'000; // seconds
 
-// Late before failing before good before unknown.
+// Late before failing, failing before unknown, unknown before good.
 qint64 badness(const CameraHealth &camera)
 {
     if (camera.lateSince) {
@@ -158,7 +158,7 @@ QString HealthTable::text(CameraAddress camera, Column column) const
     return {};
 }
 
-// Ages as the time since 1970, the longest first.
+// Ages as times since 1970, longest first.
 QVariant HealthTable::sortValue(CameraAddress camera, Column column) const
 {
     const CameraHealth &health = book_.camera(camera);
@@ -166,7 +166,7 @@ QVariant HealthTable::sortValue(CameraAddress camera, Column column) const
         return when ? static_cast<qint64>(-when->time_since_epoch().count()) : qint64{0};
     };
     switch (column) {
-    case Lamp: // among equals, who has been quiet for longest
+    case Lamp: // among equals, the one that has been quiet longest
         return badness(health) * kBeyondAges +
                std::min<qint64>(kBeyondAges - 1, book_.quiet(camera).value_or(0s).count());
     case Age:

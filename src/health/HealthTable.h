@@ -25,7 +25,7 @@ public:
     /// The book outlives the table.
     explicit HealthTable(HealthBook &book);
 
-    /// Shows what there is now; ages grow while they are looked at.
+    /// Shows the current state; ages grow while they are on show.
     void refresh();
 
     [[nodiscard]] CameraAddress address(int row) const

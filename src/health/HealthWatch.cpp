@@ -14,7 +14,7 @@ constexpr auto kPause = 5s;
 constexpr int kPausesBetweenSaves = 12;
 constexpr std::size_t kMostNamed = 10;
 
-// So that a disk at its limit is not told of again and again.
+// So that a disk at its limit is not reported again and again.
 qint64 wellAbove(qint64 limit)
 {
     return limit + limit / 10;
@@ -70,7 +70,7 @@ void HealthWatch::look()
 void HealthWatch::lookAtStorage()
 {
     if (storage_.isBeingEdited()) {
-        return; // a folder that is only being typed: nobody has lost anything by it
+        return; // a folder only being typed: no one has lost anything by it
     }
     const bool isGone = storage_.lamp() == LampColour::Red;
     if (std::exchange(isGone_, isGone) == isGone) {
@@ -81,7 +81,7 @@ void HealthWatch::lookAtStorage()
                : tr("The storage folder %1 is back.").arg(storage_.inForce()));
 }
 
-// What cannot be stored, or is not asked for, is no camera's fault.
+// No camera is to blame for what cannot be stored or is not requested.
 void HealthWatch::lookAtStandstill()
 {
     const bool stands = !storage_.isUsable() || scheduler_.isSuspended();
@@ -201,7 +201,7 @@ void HealthWatch::keepRoom(const DiskRoom &room, qint64 limit)
     }
 }
 
-// Half of what is kept free is left when the capture stops: what deletes has had its time.
+// Half of what is kept free is left when the capture stops: deletion has had its chance.
 void HealthWatch::holdCapture(const DiskRoom &room, qint64 limit)
 {
     const bool isWanted = options_.isOn(HealthChoice::StopWhenFull);

@@ -1,4 +1,4 @@
-// Notices what a person should be told: a camera that is late or back, storage gone or back, a disk
+// Notices what the user should be told: a camera that is late or back, storage gone or back, a disk
 // nearly full.
 #pragma once
 
@@ -14,23 +14,23 @@
 
 namespace velmora {
 
-/// What happens together is told together.
+/// Events that happen together are reported together.
 class HealthWatch : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object; the scope is joined before it goes.
+    /// Everything passed in outlives the object; the scope is joined before it is destroyed.
     HealthWatch(StorageFolder &storage, Clock &clock, HealthBook &book, Scheduler &scheduler,
                 OldestFirst &oldest);
 
-    /// Looks every few seconds until a stop is requested.
+    /// Checks every few seconds until a stop is requested.
     QCoro::Task<> run(std::stop_token stop);
 
     /// A pass has ended: from now on a camera that is quiet may be called late.
     void trust() { isTrusted_ = true; }
 
-    /// The room on the storage folder's disk when it was last asked for.
+    /// The room on the storage folder's disk when it was last checked.
     [[nodiscard]] const std::optional<DiskRoom> &room() const { return room_; }
 
     [[nodiscard]] bool isDiskLow() const { return isDiskLow_; }
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] std::vector<CameraAddress> late() const;
 
 Q_SIGNALS:
-    /// text: a sentence for people.
+    /// text: a sentence for the user.
     void noticed(const QString &text);
 
     /// Cameras became late or came back.
@@ -69,7 +69,7 @@ private:
     std::set<CameraAddress> back_;
     std::optional<DiskRoom> room_;
     std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
-    bool isGone_ = false;                                  // the storage folder, as was told
+    bool isGone_ = false;                                  // the storage folder, as last reported
     bool isTrusted_ = false;
     bool isDiskLow_ = false;
     bool isHeld_ = false;

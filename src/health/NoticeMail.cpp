@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kGather = 20s; // what fails together comes together
+constexpr auto kGather = 20s; // failures with a common cause come together
 constexpr auto kPause = 10min;
 constexpr qsizetype kMostLines = 200;
 

@@ -1,4 +1,4 @@
-// Mails what was noticed, gathered: at most one mail in ten minutes.
+// Mails the notices, gathered: at most one mail in ten minutes.
 #pragma once
 
 #include "base/Clock.h"
@@ -11,20 +11,20 @@
 
 namespace velmora {
 
-/// Works in the scope, which is joined before the object goes.
+/// Works in the scope, which is joined before the object is destroyed.
 class NoticeMail : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object.
+    /// Everything passed in outlives the object.
     NoticeMail(const SettingsFile &settings, MailSender &sender, Clock &clock, TaskScope &scope);
 
     /// Puts a line into the next mail, if mails are wanted.
     void add(const QString &text);
 
 Q_SIGNALS:
-    /// text: why a mail was not sent, for people. What stood in it goes with the next one.
+    /// text: why a mail was not sent, for the user. Its lines go into the next one.
     void failed(const QString &text);
 
 private:
@@ -37,7 +37,7 @@ private:
     Clock &clock_;
     TaskScope &scope_;
     QStringList waiting_;
-    std::optional<std::chrono::milliseconds> last_; // when one was sent
+    std::optional<std::chrono::milliseconds> last_; // when the last one was sent
     bool running_ = false;
 };
 

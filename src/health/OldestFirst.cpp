@@ -14,7 +14,7 @@ namespace velmora {
 namespace {
 
 constexpr std::chrono::minutes kRest{10};
-constexpr std::size_t kAtOnce = 1000; // images chosen by one look over all folders
+constexpr std::size_t kAtOnce = 1000; // images chosen in one look through all folders
 constexpr qint64 kMostLogBytes = 1'000'000;
 
 QString logPath(const QString &programFolder)
@@ -77,13 +77,13 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
     }
 }
 
-// What was found in a folder that is no longer in force would be deleted in another.
+// Candidates from a folder that is no longer in force would be deleted in another.
 bool OldestFirst::mayGoOn(const StorageUse &use) const
 {
     return use.mayGoOn() && !scope_.stopToken().stop_requested();
 }
 
-// Two looks: only who has seen all of a folder knows its newest image.
+// Looks twice: a folder's newest image is known only after reading all of it.
 QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
 {
     const FolderFiles folder(storage_.cameraFolder(camera), FolderLinks::Refused);
@@ -129,7 +129,7 @@ bool OldestFirst::remove(const Candidate &candidate)
     return true;
 }
 
-// A log that cannot be written on a full disk does not keep it full.
+// If a full disk leaves no room for the record, that must not keep it full.
 void OldestFirst::record(const Candidate &candidate)
 {
     const QString path = logPath(table_.settings().programFolder());

@@ -17,23 +17,23 @@
 
 namespace velmora {
 
-/// Only files named as captured images are touched, never the newest of a camera, never through a
-/// link, and none of a camera whose newest image is of a later date than the clock shows. What went
-/// stands in the file Velmora.deleted in the program folder.
+/// Only files named like captured images are touched, never a camera's newest, never through a
+/// link, and none of a camera whose newest image is dated later than the clock. What was deleted is
+/// recorded in the file Velmora.deleted in the program folder.
 class OldestFirst : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Everything given outlives the object; the scope is joined before it goes.
+    /// Everything passed in outlives the object; the scope is joined before it is destroyed.
     OldestFirst(const CameraTable &table, StorageFolder &storage, Clock &clock, TaskScope &scope);
 
     [[nodiscard]] bool isRunning() const { return running_; }
 
-    /// Deletes until so many bytes are free on the storage folder's disk, or nothing is left that
-    /// may go. cameras: those whose images may go. Does nothing while it runs, and for ten minutes
-    /// after it found nothing that may go: looking through all folders is work. Ends where it
-    /// is when the box of the storage folder is entered.
+    /// Deletes until that many bytes are free on the storage folder's disk, or nothing is left that
+    /// may go. cameras: those whose images may be deleted. Does nothing while it is running, and
+    /// for ten minutes after it found nothing to delete: looking through all folders is work. Stops
+    /// where it is when the storage box is entered.
     void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
 
 Q_SIGNALS:
@@ -67,7 +67,7 @@ private:
     TaskScope &scope_;
     WorkSlice slice_;
     std::set<Candidate> oldest_;
-    std::chrono::milliseconds restsUntil_{}; // by the clock that only advances
+    std::chrono::milliseconds restsUntil_{}; // by the monotonic clock
     bool running_ = false;
 };
 

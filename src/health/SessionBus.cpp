@@ -28,7 +28,7 @@ std::optional<BusPlace> placeOf(const QByteArray &address)
     return std::nullopt;
 }
 
-// Until the bus has sent more than it had; false when it does not.
+// Waits until the bus has sent more than before; false when it does not.
 bool hears(QLocalSocket &socket, const QDeadlineTimer &deadline)
 {
     const bool heard = socket.waitForReadyRead(static_cast<int>(deadline.remainingTime()));

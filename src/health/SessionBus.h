@@ -11,19 +11,19 @@ namespace velmora {
 
 struct BusPlace
 {
-    QString name; // a socket's path, or its name where it has none
+    QString name; // the path of the socket, or its abstract name
     QLocalSocket::SocketOption form = QLocalSocket::NoOptions;
 };
 
-/// The session bus of this user's desktop, as the environment tells; nothing where there is none,
-/// or none that is a local socket.
+/// The session bus of this user's desktop, from the environment; nothing if there is none, or if it
+/// is not a local socket.
 [[nodiscard]] std::optional<BusPlace> sessionBus();
 
-/// The same of an address list as D-Bus has it: "unix:path=/run/user/1000/bus,guid=…;…".
+/// The same from an address list in the form of D-Bus: "unix:path=/run/user/1000/bus,guid=…;…".
 [[nodiscard]] std::optional<BusPlace> busPlace(const QByteArray &addresses);
 
-/// Whether the bus takes a client in. Waits for it, at most so long; a bus that is not there counts
-/// as one that answers, since nobody waits for it.
+/// Whether the bus admits a client. Waits for it up to the limit; a bus that does not exist counts
+/// as one that answers, since nothing waits for it.
 [[nodiscard]] bool answers(const BusPlace &place, std::chrono::milliseconds limit);
 
 } // namespace velmora

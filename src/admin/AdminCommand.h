@@ -1,4 +1,4 @@
-// What the command line asks to be done with cameras and settings, without windows.
+// What the command line may ask to be done with cameras and settings, without windows.
 #pragma once
 
 #include "cameras/CameraAddress.h"
@@ -71,7 +71,7 @@ struct CommandResult
     int status = kDone;
     QString out;
     QString error;        // one sentence, empty for none
-    bool changed = false; // the settings are others than before
+    bool changed = false; // the settings have changed
 
     static CommandResult refused(const QString &why) { return {kRefused, {}, why, false}; }
 

@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-/// Gives each command to the part that knows it.
+/// Passes each command to the part that handles it.
 class Desk
 {
 public:

@@ -8,10 +8,10 @@
 
 namespace velmora {
 
-/// Finds the process that runs on a program folder.
+/// Finds the process that is running on a program folder.
 using FindHolder = std::function<std::optional<qint64>(const QString &programFolder)>;
 
-/// programFolder: native path without links. A program that runs on it sees what has changed before
+/// programFolder: native path without links. A program running on it has applied the changes before
 /// this returns.
 [[nodiscard]] CommandResult administer(const QString &programFolder, const AdminCommand &command,
                                        const FindHolder &findHolder);

@@ -31,7 +31,7 @@ CommandResult stored(SettingsChange change, CommandResult result)
     return result;
 }
 
-// The words are those of the main window's row.
+// Uses the same words as the main window's row.
 std::optional<QString> addRefusal(const AddCommand &command, CameraAddress place)
 {
     if (const auto refusal = addressRefusal(command.address, place.row)) {

@@ -11,12 +11,12 @@
 namespace velmora {
 namespace {
 
-// Far more than a hundred cameras can need, and read in a moment.
+// Far more than a hundred cameras can need, yet read in a moment.
 constexpr qsizetype kMostBytes = qsizetype{1024} * 1024;
 constexpr std::size_t kMostLines = 10'000;
 constexpr std::array kSeparators = {u'\t', u';', u','};
 
-/// Where the columns of a table stand; -1 where there is none.
+/// Positions of a table's columns; -1 for a missing one.
 struct Columns
 {
     qsizetype name = 0;
@@ -46,7 +46,7 @@ std::optional<Columns> namedColumns(const TableLine &line)
                    words.indexOf(QStringLiteral("group")), words.indexOf(QStringLiteral("row"))};
 }
 
-// A table without names for its columns has an address in the second field of its first line.
+// A table without column names has an address in the second field of its first line.
 bool isTable(const std::vector<TableLine> &lines)
 {
     const QStringList &first = lines.front().fields;

@@ -18,7 +18,7 @@ qsizetype zerosAt(QByteArrayView bytes, qsizetype first)
     return zeros;
 }
 
-// Of a text in a Western language every other byte is zero in UTF-16.
+// In UTF-16, every other byte of a text in a Western language is zero.
 std::optional<QStringConverter::Encoding> encodingOf(QByteArrayView bytes)
 {
     if (const auto marked = QStringConverter::encodingForData(bytes)) {

@@ -1,4 +1,4 @@
-// The text of a list of cameras, whatever program wrote it.
+// The text of a list of cameras, whichever program wrote it.
 #pragma once
 
 #include <QByteArrayView>
@@ -10,22 +10,22 @@
 
 namespace velmora {
 
-/// UTF-8, UTF-16 (with a byte order mark, or known by its zeros) or else Windows-1252. Nothing for
-/// bytes that are no text.
+/// Decodes UTF-8, UTF-16 (with a byte order mark, or recognised by its zeros), or else
+/// Windows-1252. Nothing for bytes that are not text.
 [[nodiscard]] std::optional<QString> listText(QByteArrayView bytes);
 
-/// One line of a table; a quoted field may go over several lines of the text.
+/// One line of a table; a quoted field may span several lines of the text.
 struct TableLine
 {
     int number = 0; // of its first line, counted from 1
     QStringList fields;
 };
 
-/// The lines of a text whose fields stand between separators, a field that holds one between double
+/// The lines of a text with separated fields, where a field that contains a separator is in double
 /// quotes (RFC 4180). Empty lines are left out.
 [[nodiscard]] std::vector<TableLine> tableLines(const QString &text, QChar separator);
 
-/// A field as it stands in such a table.
+/// A field as written in such a table.
 [[nodiscard]] QString tableField(const QString &field);
 
 } // namespace velmora

@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 2s; // with a caller that says nothing
+constexpr auto kPatience = 2s; // with a caller that sends nothing
 constexpr qint64 kMostLine = 64;
 
 } // namespace

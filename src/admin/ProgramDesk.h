@@ -1,4 +1,4 @@
-// Where a running program answers the commands that are given beside it.
+// Where a running program answers commands run beside it.
 #pragma once
 
 #include "capture/ImageStore.h"
@@ -12,16 +12,16 @@
 
 namespace velmora {
 
-/// Name of the local socket of a program folder (native path without links), in the kernel's own
-/// name space.
+/// Name of a program folder's local socket (native path without links), in the kernel's own name
+/// space.
 [[nodiscard]] QString deskName(const QString &programFolder);
 
 /// True when the process at the other end of a connection belongs to this user.
 [[nodiscard]] bool isOwnPeer(const QLocalSocket &socket);
 
-/// Learns that the settings were changed, and tells what this run knows of its cameras and the
-/// settings do not. A command is one line: "changed" (answered when it has been acted upon) or
-/// "status"; both get one line of JSON. Only processes of the same user are heard.
+/// Learns that the settings were changed, and reports what this run knows about its cameras and the
+/// settings do not. A command is one line: "changed" (answered once acted upon) or "status"; each
+/// gets one line of JSON. Only processes of the same user are heard.
 class ProgramDesk : public QObject
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
     /// The store outlives the desk.
     ProgramDesk(const QString &programFolder, ImageStore &store);
 
-    /// Begins to answer; when that cannot be, commands do without.
+    /// Starts answering; if that is not possible, commands do without.
     void open();
 
 Q_SIGNALS:
@@ -44,7 +44,7 @@ private:
 
     QString name_;
     QLocalServer server_;
-    std::map<CameraAddress, QString> failures_; // the last of each camera
+    std::map<CameraAddress, QString> failures_; // the last one of each camera
     std::optional<CameraAddress> loading_;
 };
 

@@ -14,7 +14,7 @@ namespace {
 constexpr int kWaitMs = 2000;
 constexpr qint64 kMostAnswer = 256LL * 1024;
 
-// The answer's line, empty when there is none.
+// The line of the answer, empty when there is none.
 QByteArray ask(const QString &programFolder, const QByteArray &command)
 {
     QLocalSocket socket;

@@ -1,4 +1,4 @@
-// The program that runs on a program folder, seen from a command beside it.
+// The program running on a program folder, seen from a command beside it.
 #pragma once
 
 #include "cameras/CameraAddress.h"
@@ -10,18 +10,18 @@
 
 namespace velmora {
 
-/// What a running program knows of its cameras that is in no file.
+/// What a running program knows about its cameras that is in no file.
 struct ProgramReport
 {
-    std::map<CameraAddress, QString> failures; // the last of each camera, in this run
+    std::map<CameraAddress, QString> failures; // the last one of each camera, in this run
     std::optional<CameraAddress> loading;
 };
 
-/// Tells the program of this folder (native path without links), if one runs, that its settings are
-/// others, and waits until it has taken them over, for two seconds at most.
+/// Tells the program running on this folder (native path without links), if any, that its settings
+/// have changed, and waits until it has taken them over, for two seconds at most.
 void tellChange(const QString &programFolder);
 
-/// Nothing when no program answers.
+/// Nothing if no program answers.
 [[nodiscard]] std::optional<ProgramReport> askProgram(const QString &programFolder);
 
 } // namespace velmora

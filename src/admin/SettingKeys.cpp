@@ -14,14 +14,14 @@ namespace {
 const QString kOn = QStringLiteral("on");
 const QString kOff = QStringLiteral("off");
 
-/// A key as given: "tick", "group.3", "camera.0:7.keep".
+/// A key as typed: "tick", "group.3", "camera.0:7.keep".
 struct Key
 {
     QString word; // "tick", "group", "keep"…
     CameraAddress camera;
 };
 
-/// The draft and what the value of a key depends on beside it.
+/// The draft, and what else the value of a key depends on.
 struct Target
 {
     SettingsDraft &draft;
@@ -75,7 +75,7 @@ bool isNumber(const QString &text)
     return number.match(text).hasMatch();
 }
 
-// A path from the root is taken as a folder chosen, any other text as one typed.
+// A path from the root is treated as a folder chosen, any other text as one typed.
 CommandResult setStorageFolder(Target &target, const QString &value)
 {
     if (value.trimmed().isEmpty() || holdsControls(value)) {

@@ -1,4 +1,4 @@
-// The settings that the command line can read and change, by names of its own.
+// Settings that the command line can read and change, under names of its own.
 #pragma once
 
 #include "admin/AdminCommand.h"
@@ -8,11 +8,11 @@
 namespace velmora {
 
 /// Carries out assignments KEY=VALUE, all of them or none. A value is treated as its box in the
-/// window treats it, and what that refuses is refused in the same words.
+/// window would treat it, and refused in the same words.
 [[nodiscard]] CommandResult setKeys(const SettingsFile &settings, const NativePaths &paths,
                                     const SetCommand &command);
 
-/// Prints the value of each key, a line each.
+/// Prints the value of each key, one a line.
 [[nodiscard]] CommandResult getKeys(const SettingsFile &settings, const NativePaths &paths,
                                     const GetCommand &command);
 

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kNothingRuns = 2;
 
-/// What the status of each camera is told from.
+/// What each camera's status is made from.
 struct Sources
 {
     const SettingsSnapshot &settings;
@@ -48,18 +48,18 @@ QString imageFolder(const Sources &sources, const QString &url)
         return sources.paths.native(sources.storageText + encodeFolderName(url))
             .value_or(QString());
     } catch (const OverflowError &) {
-        return {}; // an address that long has no folder
+        return {}; // an address this long has no folder
     }
 }
 
-// What was written down of a camera at another address is not this one's.
+// Records of a camera at a different address do not belong to this one.
 CameraHealth healthOf(const CameraHealths &healths, CameraAddress camera, const QString &folder)
 {
     const CameraHealth &health = healths[camera];
     return health.folder == folder ? health : CameraHealth();
 }
 
-// The program's word, else what it wrote down before it was started anew.
+// As the running program says, else what it recorded before it was restarted.
 std::optional<QString> lastFailure(const std::optional<ProgramReport> &report, CameraAddress camera,
                                    const CameraHealth &health)
 {
@@ -99,7 +99,7 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     return status;
 }
 
-// The rate is that of the hours that the running program has written down.
+// The rate is that of the hours recorded by the running program.
 void takeRoom(ProgramStatus &status, const SettingsFile &settings, const CameraHealths &healths)
 {
     const std::optional<DiskRoom> room = diskRoom(status.storage);

@@ -1,4 +1,4 @@
-// How the program and its cameras are, for a person or a monitoring system.
+// How the program and its cameras are doing, for a person or a monitoring system.
 #pragma once
 
 #include "admin/AdminCommand.h"
@@ -16,43 +16,43 @@ namespace velmora {
 
 enum class CameraState { Good, Failed, Loading, Unknown };
 
-/// A further field of a camera is filled in by cameraStatus() and written by cameraObject().
+/// A new field for cameras must be filled in by cameraStatus() and written by cameraObject().
 struct CameraStatus
 {
     CameraAddress camera;
     QString name;    // empty when it has none
-    QString address; // as people read it
+    QString address; // in readable form
     bool on = false;
     CameraState state = CameraState::Unknown;
-    std::optional<QString> failure; // of a camera that is not well
-    std::optional<QString> newest;  // universal time
+    std::optional<QString> failure; // if the camera is not well
+    std::optional<QString> newest;  // UTC
     qint64 stored = 0;              // images in its folder
-    std::optional<QString> late;    // since when nothing new came for too long, universal time
+    std::optional<QString> late;    // since when nothing new has come for too long, UTC
 };
 
-/// A further field is filled in by programStatus() and written by statusObject(); what it means for
-/// the exit status is said in isWell().
+/// A new field must be filled in by programStatus() and written by statusObject(); isWell() decides
+/// what it means for the exit status.
 struct ProgramStatus
 {
-    std::optional<qint64> pid; // of the program that runs on the folder; 0 when it does not say
+    std::optional<qint64> pid; // of the program running on the folder; 0 when it does not say
     QString storage;           // native path
     bool storagePresent = false;
-    std::optional<qint64> freeBytes;  // nothing when it cannot be asked
-    std::optional<double> fullInDays; // at the rate of the last day; nothing without one
-    bool isDiskLow = false;           // less is free than is to be
+    std::optional<qint64> freeBytes;  // nothing when it cannot be determined
+    std::optional<double> fullInDays; // at the last day's rate; nothing without one
+    bool isDiskLow = false;           // less is free than should be
     std::vector<CameraStatus> cameras;
 };
 
-/// holder: the process that runs on the program folder; report: what it says, if it answers.
+/// holder: the process running on the program folder; report: its answer, if any.
 [[nodiscard]] ProgramStatus programStatus(const SettingsFile &settings, const NativePaths &paths,
                                           std::optional<qint64> holder,
                                           const std::optional<ProgramReport> &report);
 
-/// True when nothing needs looking after: the storage is there and no camera of a group that is on
-/// has failed or is late, and the disk has room.
+/// True when nothing needs attention: the storage folder is there, no camera of an active group has
+/// failed or is late, and the disk has room.
 [[nodiscard]] bool isWell(const ProgramStatus &status);
 
-/// The exit status is 0 when all is well, 1 when something is wrong, 2 when nothing runs.
+/// The exit status is 0 when all is well, 1 when something is wrong, 2 when no program is running.
 [[nodiscard]] CommandResult statusResult(const ProgramStatus &status, const StatusCommand &command);
 
 } // namespace velmora

@@ -1,4 +1,4 @@
-// What a camera's folder holds, told from the names of its files alone.
+// What a camera's folder holds, judging only by its file names.
 #pragma once
 
 #include "base/Clock.h"
@@ -11,11 +11,11 @@ namespace velmora {
 
 struct StoredImages
 {
-    qint64 count = 0;               // files named as captured images
-    std::optional<WallTime> newest; // date of the greatest name, universal time
+    qint64 count = 0;               // files named like captured images
+    std::optional<WallTime> newest; // date of the greatest name, UTC
 };
 
-/// folder: native path; a missing one holds nothing.
+/// folder: native path; a missing one counts as empty.
 [[nodiscard]] StoredImages storedImages(const QString &folder);
 
 /// "2026-11-21T13:40:25Z".

@@ -28,7 +28,7 @@ const QStringList kCommands{kAdd, kRemove, kList, kStatus, kImportList, kExportL
 
 const QStringList kDetails{kCamera, kName, kKeep, kJson};
 
-// Details and the commands that they go with.
+// Details, each with the commands that it goes with.
 QString strayDetail(const QCommandLineParser &parser, const QString &command)
 {
     for (const QString &detail : {kCamera, kName, kKeep}) {

@@ -1,4 +1,4 @@
-// The options of the command line that look after cameras and settings.
+// The command line's options for managing cameras and settings.
 #pragma once
 
 #include "admin/AdminCommand.h"

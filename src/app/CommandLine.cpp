@@ -34,7 +34,7 @@ void addOptions(QCommandLineParser &parser)
     addFilmOptions(parser);
 }
 
-// The toolkit's options that are followed by a value.
+// The toolkit's options that take a value.
 QStringList withoutToolkitOptions(QStringList arguments)
 {
     const QStringList known{
@@ -109,8 +109,8 @@ StartRequest parseCommandLine(const QStringList &arguments)
         return usageError(parser.errorText());
     }
     if (parser.isSet(QStringLiteral("help"))) {
-        // The parser knows the program's name only from an application object, which help must not
-        // need.
+        // The parser knows the program's name only from an application object, which help must do
+        // without.
         return PrintRequest{parser.helpText().replace(QStringLiteral("<executable_name>"),
                                                       QStringLiteral("velmora"))};
     }

@@ -15,25 +15,25 @@ namespace velmora {
 /// Start with windows, or capture without any.
 struct RunRequest
 {
-    QString programFolder; // as given, empty for the usual one
+    QString programFolder; // as given, empty for the default
     bool headless = false;
-    std::optional<int> passes; // end after so many
+    std::optional<int> passes; // stop after this many
 };
 
-/// Look after cameras and settings, without windows and beside whatever runs.
+/// Manage cameras and settings, without windows and beside any running program.
 struct AdminRequest
 {
-    QString programFolder; // as given, empty for the usual one
+    QString programFolder; // as given, empty for the default
     AdminCommand command;
 };
 
-/// Print a text on standard output and end.
+/// Print a text on standard output and exit.
 struct PrintRequest
 {
     QString text;
 };
 
-/// The options were wrong: print why and end with status 2.
+/// The options were wrong: say why and exit with status 2.
 struct UsageError
 {
     QString text;
@@ -41,9 +41,8 @@ struct UsageError
 
 using StartRequest = std::variant<RunRequest, AdminRequest, FilmRequest, PrintRequest, UsageError>;
 
-/// arguments: those of the program, its name first. Options of the windowing toolkit ("-platform
-/// offscreen",
-/// "-style fusion" and the like) are left to it.
+/// arguments: the program's, its name first. Options of the windowing toolkit ("-platform
+/// offscreen", "-style fusion" and the like) are left to it.
 [[nodiscard]] StartRequest parseCommandLine(const QStringList &arguments);
 
 } // namespace velmora

@@ -6,7 +6,7 @@
 namespace velmora {
 namespace {
 
-// Those that desktops show beside a window's title, in lists of windows and between programs.
+// The sizes that desktops show in title bars, in lists of windows and when switching programs.
 constexpr int kIconPixels[] = {16, 24, 32, 48, 128};
 
 QIcon icon()

@@ -53,8 +53,8 @@ std::optional<FilmRate> rateOf(const QString &text)
                 : std::nullopt;
 }
 
-// Each option's value, where it is given, taken by its reader; the sentence for the first that
-// cannot be meant.
+// Passes each given option's value to its reader; keeps the message for the first that makes no
+// sense.
 class Values
 {
 public:
@@ -153,7 +153,7 @@ std::variant<FilmRequest, QString> filmRequest(const QCommandLineParser &parser)
     return request;
 }
 
-// Too few images for the time asked for are shown longer each.
+// Too few images for the requested time are shown longer each.
 FilmRate thinOut(FilmPicks &picks, const FilmRequest &request)
 {
     picks.keepEvery(request.every);

@@ -1,4 +1,4 @@
-// The options that make a film without windows.
+// The command line's options for making a film without windows.
 #pragma once
 
 #include "cameras/CameraAddress.h"
@@ -16,7 +16,7 @@ namespace velmora {
 
 struct FilmRequest
 {
-    QString programFolder; // as given, empty for the usual one
+    QString programFolder; // as given, empty for the default
     CameraAddress camera;
     FilmSpan span;
     QString target; // as given
@@ -24,19 +24,19 @@ struct FilmRequest
     qsizetype every = 1;
     std::optional<int> seconds; // that the film is to last
     std::optional<FilmRate> rate;
-    QSize size; // empty: that of the first picture
+    QSize size; // empty: the size of the first picture
     bool isStamped = false;
 };
 
 void addFilmOptions(QCommandLineParser &parser);
 
-/// True when a film is asked for.
+/// True when a film was requested.
 [[nodiscard]] bool asksForFilm(const QCommandLineParser &parser);
 
-/// What was asked for, or why that cannot be meant.
+/// What was requested, or why it makes no sense.
 [[nodiscard]] std::variant<FilmRequest, QString> filmRequest(const QCommandLineParser &parser);
 
-/// The rate of a film of so many images, and of them those that it shows.
+/// The rate of a film of this many images; leaves in `picks` those that it shows.
 [[nodiscard]] FilmRate thinOut(FilmPicks &picks, const FilmRequest &request);
 
 } // namespace velmora

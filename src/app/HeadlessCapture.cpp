@@ -54,7 +54,7 @@ void HeadlessCapture::connectReports()
             [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
 }
 
-// From the first pass on: a start that is refused has said why.
+// From the first pass on; a start that is refused gives its own reason.
 void HeadlessCapture::reportStandstills()
 {
     standstill_ = engine_.scheduler().standstill();
@@ -82,7 +82,7 @@ void HeadlessCapture::say(const QString &text)
     out_ << text << Qt::endl;
 }
 
-// The same failure comes at every pass while a camera has no image; it is told once.
+// The same failure recurs at every pass while a camera has no image; it is reported once.
 void HeadlessCapture::reportFailure(CameraAddress camera, const QString &reason)
 {
     ++failed_;
@@ -146,7 +146,7 @@ QCoro::Task<> HeadlessCapture::finish()
     co_await leave();
 }
 
-// Whatever is thrown on the way out, the program does not stay.
+// Whatever is thrown on the way out, the program ends.
 void HeadlessCapture::leaveAfterError(const QString &text)
 {
     engine_.problems().warn(text);

@@ -1,4 +1,4 @@
-// Capture without windows: says on standard output what it stores, and what has changed.
+// Capture without windows: reports on standard output what it stores and what has changed.
 #pragma once
 
 #include "health/HealthEngine.h"
@@ -15,11 +15,11 @@ class HeadlessCapture : public QObject
     Q_OBJECT
 
 public:
-    /// passes: end after so many; none for no end.
+    /// passes: stop after this many; none for never.
     HeadlessCapture(CaptureEngine &engine, MailSender &sender, std::optional<int> passes);
 
-    /// Begins the first pass, behind which the timer goes on. False, with a sentence on the error
-    /// output, when the storage folder is missing.
+    /// Starts the first pass, after which the timer takes over. False, with a message on standard
+    /// error, when the storage folder is missing.
     [[nodiscard]] bool start();
 
     /// Runs the last pass and ends the program; a second call gives the pass up.
@@ -39,7 +39,7 @@ private:
 
     CaptureEngine &engine_;
     HealthEngine health_;
-    QString standstill_; // told last
+    QString standstill_; // last reported
     std::optional<int> passesLeft_;
     QTextStream out_;
     QHash<QString, QString> failures_; // of cameras whose last fetch failed: the kind, by name

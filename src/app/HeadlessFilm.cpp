@@ -45,7 +45,7 @@ void HeadlessFilm::start()
     scope_.launch(run());
 }
 
-// Nothing is written, not even a default: another program may be at work with these settings.
+// Nothing is written, not even a default: another program may be using these settings.
 QString HeadlessFilm::imageFolder()
 {
     const SettingsSnapshot settings = SettingsFile(programFolder_).snapshot();
@@ -83,7 +83,7 @@ QCoro::Task<> HeadlessFilm::run()
     film_.start(std::move(order));
 }
 
-// A pipe or a file is not filled with what is old a moment later.
+// A pipe or a file is not filled with progress that is soon out of date.
 void HeadlessFilm::follow()
 {
     const FilmTally &tally = film_.tally();
@@ -118,7 +118,7 @@ void HeadlessFilm::report(FilmEnd end, const QString &text)
 QCoro::Task<> HeadlessFilm::leave(int status)
 {
     status_ = status;
-    co_await clock_.yield(); // what called may itself be a task that is waited for
+    co_await clock_.yield(); // the caller may itself be a task that is waited for
     scope_.requestStop();
     co_await scope_.join();
     QCoreApplication::quit();

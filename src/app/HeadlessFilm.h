@@ -1,9 +1,9 @@
-// Makes a film without windows: says on a terminal how far it is, and how it ended.
+// Makes a film without windows: reports its progress on a terminal, and the outcome.
 #pragma once
 
 #include "base/Clock.h"
 
-// Behind the headers that the toolkit's compiler can read only in this order.
+// These come after it: the toolkit's compiler can parse them only in this order.
 #include "app/FilmCommand.h"
 #include "base/TaskScope.h"
 #include "browser/FolderReader.h"
@@ -20,19 +20,19 @@ class HeadlessFilm : public QObject
 public:
     static constexpr int kMade = 0;
     static constexpr int kFailed = 1;
-    static constexpr int kInterrupted = 130; // as a shell has it for an interrupt
+    static constexpr int kInterrupted = 130; // a shell's status for an interrupt
 
-    /// programFolder: native path; its settings tell the camera's folder. The clock outlives the
+    /// programFolder: native path; its settings give the camera's folder. The clock outlives the
     /// object.
     HeadlessFilm(FilmRequest request, QString programFolder, Clock &clock);
 
-    /// Begins; the application quits at the end.
+    /// Starts; the application quits at the end.
     void start();
 
-    /// Gives the film up.
+    /// Gives up the film.
     void interrupt();
 
-    /// How it ended, for the shell.
+    /// The exit status for the shell.
     [[nodiscard]] int status() const { return status_; }
 
 private:

@@ -3,8 +3,8 @@
 
 namespace velmora {
 
-/// Lets freed pictures stay with the process, up to the size of a usual pass: giving their pages
-/// back to the system after every pass and asking for them anew costs more than writing the files.
+/// Keeps freed pictures with the process, up to the size of an ordinary pass: returning their pages
+/// to the system after every pass and requesting them again costs more than writing the files.
 void keepMemoryBetweenPasses();
 
 } // namespace velmora

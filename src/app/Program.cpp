@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kSplashTime = 2s;
 
-// The guide stands beside the program, in a build folder and where it is installed.
+// The guide is beside the program, in a build folder as well as where it is installed.
 QString guide()
 {
     return QDir::cleanPath(QCoreApplication::applicationDirPath() +
@@ -102,7 +102,7 @@ void Program::connectBrowser()
     connect(&view_.page(), &CameraPage::pageReread, &planche_, &planche::rename);
 }
 
-// A line and no box: it comes up by itself, and nothing is wrong.
+// A line rather than a box: it appears unasked, and nothing is wrong.
 void Program::tellUndated(CameraAddress camera)
 {
     const QString text = undatedNotice(engine_.settings().snapshot(), camera);
@@ -111,7 +111,7 @@ void Program::tellUndated(CameraAddress camera)
     planche_.showMessage(text);
 }
 
-// A mail that fails is told once and not logged.
+// A mail that fails is reported once and not logged.
 void Program::connectAlarm()
 {
     connect(&planche_, &planche::alarmWanted, &alarm_, &Alarm::present);
@@ -131,7 +131,7 @@ void Program::connectKeeping()
     connect(&filmKeep_, &FilmKeep::openWanted, this, &Program::open);
 }
 
-// Of the days that are chosen in the calendar, when that is there.
+// For the days chosen in the calendar, if it is open.
 void Program::keepFilm()
 {
     filmKeep_.present();
@@ -155,7 +155,7 @@ void Program::connectHealth()
             &ImageBrowser::showDeletion);
 }
 
-// Where a person looks for what was stored: how long that will go on.
+// Shown where a user looks for what was stored: how long that can go on.
 void Program::showRoom()
 {
     const auto &room = health_.watch().room();
@@ -214,7 +214,7 @@ QCoro::Task<> Program::startUp()
         showImages();
         splash_.standAbove(planche_);
     }
-    engine_.checkSettings(); // behind the windows, so that what it tells stands before them
+    engine_.checkSettings(); // after the windows, so that its messages appear in front of them
     images_.browser().begin();
     co_await engine_.clock().yield();
     if (!ending_) {
@@ -253,7 +253,7 @@ void Program::showImages()
     planche_.present();
 }
 
-// Beside the main window only the images go; alone, they are the program.
+// Beside the main window only the images are closed; alone, they are the program.
 void Program::closeImages()
 {
     if (interface_.isVisible()) {
@@ -270,7 +270,7 @@ void Program::open(const QString &path)
     }
 }
 
-// Whoever starts the program a second time has left no box of the first: its rows stay as they are.
+// Starting the program a second time does not leave a box of the first: its rows stay as they are.
 void Program::bringToFront()
 {
     if (ending_) {

@@ -1,5 +1,4 @@
-// The program with its windows: their order at start-up, what leads from one to another, and the
-// end.
+// The program with its windows: their order at start-up, how they lead to one another, and the end.
 #pragma once
 
 #include "health/HealthEngine.h"
@@ -31,17 +30,17 @@ class Program : public QObject
     Q_OBJECT
 
 public:
-    /// Everything given outlives the program.
+    /// Everything passed in outlives the program.
     Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sender);
 
-    /// Runs the start-up; it has ended when the first pass has.
+    /// Runs the start-up, which ends with the first pass.
     void start();
 
     /// Brings the window that the user sees to the front.
     void bringToFront();
 
-    /// Ends the program once the last pass has run, with the closing box in the meantime; a second
-    /// call gives that pass up.
+    /// Ends the program after a last pass, during which the closing box is shown; a second call
+    /// gives that pass up.
     void end();
 
 private:
@@ -64,7 +63,10 @@ private:
     void open(const QString &path);
     void hideWindows();
     QCoro::Task<> startUp();
+
+    /// Loads the options at start-up.
     void Initialise();
+
     QCoro::Task<> lastPass();
     QCoro::Task<> giveUpAfter(std::chrono::milliseconds limit);
     QCoro::Task<> leave();

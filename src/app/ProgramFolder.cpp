@@ -14,8 +14,8 @@ namespace {
 const QStringList kSystemBins{QStringLiteral(VELMORA_INSTALL_BINDIR), QStringLiteral("/usr/bin"),
                               QStringLiteral("/usr/local/bin")};
 
-// Under whatever prefix: the desktop entry is installed with the program, and only then. Root could
-// write into the folder of such a copy, so that alone tells nothing.
+// Under any prefix: the desktop entry is installed with the program, and only then. Being writable
+// proves nothing, since root could write into such a copy's folder.
 bool isInstalled(const QString &folder)
 {
     return kSystemBins.contains(folder) ||
@@ -27,7 +27,7 @@ QString made(const QString &folder)
     return QDir().mkpath(folder) ? QFileInfo(folder).canonicalFilePath() : QString();
 }
 
-// For its user alone: the settings hold the cameras' passwords.
+// Accessible to its user alone: the settings hold the cameras' passwords.
 QString madeInDataHome(const QString &dataHome)
 {
     const QString folder = dataHome + QStringLiteral("/velmora");
@@ -36,7 +36,7 @@ QString madeInDataHome(const QString &dataHome)
     return made(folder);
 }
 
-// A variable that holds no absolute path counts for nothing, by the desktops' rule for it.
+// A variable without an absolute path is ignored, as the desktops' own rule demands.
 QString dataHome()
 {
     const QString told = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
@@ -51,12 +51,11 @@ bool isOwnFolder(const QString &folder)
            info.st_uid == ::geteuid() && (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-// For systems whose log-in makes no runtime folder. In a folder that all may write to, a name can
-// be taken by another user: then it is not this user's own, and not used.
+// For systems whose login makes no runtime folder. In a folder that everyone may write to, another
+// user may have taken the name: then it is not this user's own, and not used.
 QString madeRuntimeFolder()
 {
-    const QString temporary =
-        QDir::tempPath(); // empty when the environment names none that is there
+    const QString temporary = QDir::tempPath(); // empty when the environment names none that exists
     if (temporary.isEmpty()) {
         return {};
     }

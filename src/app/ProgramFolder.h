@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-/// What decides where the program folder is.
+/// What determines the program folder.
 struct ProgramPlace
 {
     QString requested;  // by option or environment, empty for none
@@ -13,18 +13,18 @@ struct ProgramPlace
     QString dataHome;   // of the user
 };
 
-/// The folder asked for; else that of the executable; else, for a copy installed for all users (its
-/// folder is a system's bin, has the installed desktop entry beside it or cannot be written),
-/// "velmora" in the user's data folder, which is made so that only the user may look into it.
-/// Native path without links in it; empty when the folder cannot be made.
+/// The requested folder; else that of the executable; else, for a copy installed for all users (its
+/// folder is a system's bin, has the installed desktop entry beside it or is not writable),
+/// "velmora" in the user's data folder, made so that only the user can look into it. Native path
+/// without links; empty when the folder cannot be made.
 [[nodiscard]] QString programFolder(const ProgramPlace &place);
 
 /// The place of this process.
 [[nodiscard]] ProgramPlace currentPlace(const QString &requestedByOption);
 
-/// The folder in which the system lets this user keep sockets and locks until the session ends:
-/// that of the environment, else the usual one, else one made in the folder for temporary files;
-/// never one that others could write to. Native path, empty when there is none.
+/// The folder where the system lets this user keep sockets and locks until the session ends: that
+/// of the environment, else the usual one, else one made in the folder for temporary files; never
+/// one that others could write to. Native path, empty when there is none.
 [[nodiscard]] QString runtimeFolder();
 
 } // namespace velmora

@@ -12,9 +12,9 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kMostBytes = qint64{256} * 1024 * 1024; // of what may still be settings
+constexpr qint64 kMostBytes = qint64{256} * 1024 * 1024; // beyond which a file cannot be settings
 
-// True when the copy was read back and is the same.
+// True when the copy was read back and is identical.
 bool copyWhole(const QString &from, const QString &to)
 {
     const WholeFile source = readWholeFile(from, kMostBytes);
@@ -25,7 +25,7 @@ bool copyWhole(const QString &from, const QString &to)
     return copy.bytes == source.bytes;
 }
 
-// Of a file that cannot be looked at nobody knows that it is missing.
+// A file that cannot be examined is not known to be missing.
 bool isMissing(const QString &path)
 {
     struct stat info = {};

@@ -17,7 +17,7 @@ namespace {
 constexpr int kWaitMs = 2000;
 constexpr mode_t kUserAlone = 0600;
 constexpr unsigned long kLookAgainMs = 20;
-constexpr qsizetype kLongestSocketPath = 90; // of the 107 bytes that the system takes
+constexpr qsizetype kLongestSocketPath = 90; // of the 107 bytes that the system allows
 
 QString lockPath(const QString &programFolder)
 {
@@ -39,7 +39,7 @@ QString fallbackPath(const QString &programFolder)
     return folder.isEmpty() ? QString() : folder + nameFor(programFolder) + QStringLiteral(".lock");
 }
 
-// Native path of the socket by which the first one is called; empty where there is no place for it.
+// Native path of the socket for calling the first one; empty where there is no place for it.
 QString socketPath(const QString &programFolder)
 {
     const QString folder = runtimeFolder();
@@ -48,7 +48,7 @@ QString socketPath(const QString &programFolder)
     return folder.isEmpty() || !fits ? QString() : path;
 }
 
-// The answer to the call is that the first one hangs up.
+// The first one answers the call by hanging up.
 bool callFirst(const QByteArray &socketPath)
 {
     if (socketPath.isEmpty()) {
@@ -75,7 +75,7 @@ SingleInstance::SingleInstance(QString programFolder)
     });
 }
 
-// One that is just starting or just ending is asked again: then it has its socket, or has gone.
+// One that is just starting or ending is asked again: by then it has its socket, or is gone.
 Claim SingleInstance::claim(Front front)
 {
     const QString socket = front == Front::Windows ? socketPath(folder_) : QString();
@@ -121,11 +121,11 @@ LockAttempt SingleInstance::takeFallback(const QByteArray &note, std::error_code
     return lock_->take(note);
 }
 
-// The lock is held, so a socket that is there is what a killed run left.
+// The lock is held, so an existing socket was left by a killed run.
 void SingleInstance::listen(const QString &socket)
 {
     QLocalServer::removeServer(socket);
-    // Failing, later starts are told that this process runs.
+    // if this fails, later starts are told that this process is running
     if (server_.listen(socket)) {
         ::chmod(QFile::encodeName(socket).constData(), kUserAlone);
     }

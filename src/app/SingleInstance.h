@@ -1,4 +1,4 @@
-// One running program per program folder.
+// Allows one running program per program folder.
 #pragma once
 
 #include "base/LockFile.h"
@@ -14,26 +14,26 @@ namespace velmora {
 /// What this process can bring to the front.
 enum class Front {
     Windows,
-    None // captures without windows
+    None // it captures without windows
 };
 
 enum class Claim {
     First,  // the folder is this process's
-    Called, // another one's, whose window comes to the front
-    Refused // another one's
+    Called, // another process's, whose window comes to the front
+    Refused // another process's
 };
 
-/// The first to claim a folder serves it; later ones ask it to come to the front and go. The claim
-/// is a lock on the file Velmora.lock in the folder, so it ends with the process however that ends
-/// and holds wherever the folder is seen from. Where no lock can be had in the folder (nothing may
-/// be written there, somebody else's file is in the way), one in the user's runtime folder stands
-/// in.
+/// The first process to claim a folder gets it; later ones ask that one to come to the front, and
+/// exit. The claim is a lock on the file Velmora.lock in the folder, so it ends with the process,
+/// however that ends, and holds wherever the folder is seen from. Where the folder cannot hold a
+/// lock (it is not writable, or someone else's file is in the way), one in the user's runtime
+/// folder is used instead.
 class SingleInstance : public QObject
 {
     Q_OBJECT
 
 public:
-    /// programFolder: native path without links in it.
+    /// programFolder: native path without links.
     explicit SingleInstance(QString programFolder);
 
     [[nodiscard]] Claim claim(Front front);
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] const QString &trouble() const { return trouble_; }
 
 Q_SIGNALS:
-    /// Another start was made; the window is to come to the front.
+    /// The program was started again; the window is to come to the front.
     void shown();
 
 private:
@@ -61,8 +61,8 @@ private:
     QLocalServer server_;
 };
 
-/// The process that runs on a program folder (native path without links in it), 0 when it does not
-/// say its number; nothing when none runs. Disturbs nobody.
+/// The process running on a program folder (native path without links), 0 when it does not give its
+/// number; nothing when there is none. Disturbs no one.
 [[nodiscard]] std::optional<pid_t> processOn(const QString &programFolder);
 
 } // namespace velmora

@@ -65,7 +65,7 @@ bool hasDisplay(const QStringList &arguments)
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-// A display that cannot be opened ends the toolkit with a core dump; a sentence serves the user
+// When a display cannot be opened, the toolkit aborts with a core dump; a message serves the user
 // better.
 void onToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString &)
 {
@@ -74,7 +74,7 @@ void onToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString 
     }
 }
 
-// The toolkit waits for the desktop's message bus without end when that takes no client in.
+// The toolkit waits for ever for a message bus that does not admit a client.
 void standAsideHangingBus()
 {
     constexpr std::chrono::seconds kPatience{2};
@@ -148,7 +148,7 @@ int run(int argc, char **argv, const RunRequest &request)
         return fail(kNoDisplay, 1);
     }
     if (!request.headless) {
-        std::signal(SIGPIPE, SIG_IGN); // nobody need read what is said beside the windows
+        std::signal(SIGPIPE, SIG_IGN); // the output of windows may go unread
     }
     const auto application = makeApplication(argc, argv, request.headless);
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
@@ -176,8 +176,7 @@ int run(int argc, char **argv, const RunRequest &request)
                             : runWindows(engine, signalWatcher, instance);
 }
 
-// "velmora: " stands in front of a sentence that tells of a failure; of a command that did its work
-// it is a note.
+// "velmora: " precedes a message about a failure; after a command that did its work it is a note.
 int tell(const CommandResult &result)
 {
     QTextStream(stdout) << result.out << Qt::flush;
@@ -233,7 +232,7 @@ int makeFilm(int argc, char **argv, const FilmRequest &request)
 int main(int argc, char **argv)
 {
     keepMemoryBetweenPasses();
-    std::signal(SIGXFSZ, SIG_IGN); // the write that goes beyond the limit says so itself
+    std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit then fails with an error
     const StartRequest request = parseCommandLine(argumentList(argc, argv));
     return std::visit(
         Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },

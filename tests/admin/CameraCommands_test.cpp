@@ -1,4 +1,4 @@
-// Cameras added, taken out and listed by commands.
+// Cameras added, removed and listed by commands.
 #include "admin/CameraCommands.h"
 
 #include "support/TempTree.h"

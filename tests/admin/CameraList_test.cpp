@@ -1,4 +1,4 @@
-// A list of cameras as a person brings it.
+// A list of cameras as users bring it.
 #include "admin/CameraList.h"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ struct WrongLine
 {
     const char *name;
     QByteArray line;
-    QString word; // of what is told
+    QString word; // found in the fault
 };
 
 class CameraListFault : public testing::TestWithParam<WrongLine>

@@ -20,7 +20,7 @@ using namespace test;
 class ProgramDeskTest : public testing::Test
 {
 protected:
-    // The command is another process in truth; here it waits in another thread.
+    // The command is really another process; here it waits in another thread.
     template <typename Command>
     auto beside(Command command)
     {

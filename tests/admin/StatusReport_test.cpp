@@ -1,4 +1,4 @@
-// How the program and its cameras are.
+// How the program and its cameras are doing.
 #include "admin/StatusReport.h"
 
 #include "admin/StoredImages.h"
@@ -105,7 +105,7 @@ TEST_F(Status, TellsWhoIsLateAndWhyAProgramThatWasStartedAnewDoesNotKnow)
     saveHealth(tree.path(), healths);
     EXPECT_EQ(status().cameras.front().late, QStringLiteral("2001-09-09T01:46:40Z"));
     EXPECT_EQ(status().cameras.front().failure, QStringLiteral("no route"));
-    health.folder += u'x'; // was another camera's
+    health.folder += u'x'; // belonged to another camera
     saveHealth(tree.path(), healths);
     EXPECT_FALSE(status().cameras.front().late);
     EXPECT_FALSE(status().cameras.front().failure);

@@ -1,4 +1,4 @@
-// What the desktop is told of the program.
+// What the desktop is told about the program.
 #include "app/DesktopIdentity.h"
 
 #include <QGuiApplication>

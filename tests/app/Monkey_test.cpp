@@ -1,5 +1,5 @@
 // Twenty thousand random events over all windows, while cameras are captured and files come and go:
-// nothing crashes, and the windows still do what they are told.
+// nothing crashes, and the windows still do as told.
 #include "ProgramHouse.h"
 #include "support/StoredPictures.h"
 
@@ -28,7 +28,7 @@ constexpr int kFirstFiles = 400;
 constexpr int kCaptured = 3; // cameras of group 0, the one that is captured
 constexpr int kPictures = 12;
 
-// What would end the program or lead out of the temporary folder.
+// Anything that would end the program or lead out of the temporary folder.
 const QStringList kHandsOff{QStringLiteral("Quitter"), QStringLiteral("StRep"),
                             QStringLiteral("Browse"), QStringLiteral("MakeDir"),
                             QStringLiteral("Drive1")};
@@ -39,7 +39,8 @@ constexpr std::array kKeys{
     Qt::Key_Tab,    Qt::Key_F5,     Qt::Key_0,        Qt::Key_2,     Qt::Key_Slash,  Qt::Key_A,
     Qt::Key_Y,      Qt::Key_Insert, Qt::Key_Backspace};
 
-/// The toolkit's own menus of boxes and scroll bars wait for an answer in a loop of their own.
+/// The toolkit's own context menus of boxes and scroll bars wait for an answer in a loop of their
+/// own.
 class NoContextMenus final : public QObject
 {
 public:
@@ -51,8 +52,8 @@ public:
     }
 };
 
-/// Answers the toolkit's own boxes, as over a file that is not there: they too wait in a loop of
-/// their own, in which no other event would ever come. The program's boxes open without one.
+/// Answers the toolkit's own boxes, such as those about a missing file: they too wait in a loop of
+/// their own, in which no other event would ever arrive. The program's boxes open without one.
 class NestedBoxes final : public QObject
 {
 public:
@@ -92,7 +93,7 @@ protected:
 
     static QString url(int camera) { return QStringLiteral("http://cam/%1").arg(camera); }
 
-    // Native path, with a "/" at its end, of the folder that the camera has now.
+    // Native path, with a final "/", of the camera's present folder.
     QString folder(int camera)
     {
         const CameraTable &table = engine_->table();
@@ -154,7 +155,7 @@ protected:
         engine_->launch(engine_->scheduler().Timer_Timer());
     }
 
-    // A window that was made small is brought back now and then.
+    // A window that was minimised is restored now and then.
     static void restoreWindows()
     {
         for (QWidget *const window : QApplication::topLevelWidgets()) {
@@ -164,7 +165,7 @@ protected:
         }
     }
 
-    // What happens beside the user.
+    // Things that happen besides the user's actions.
     void turnTheWorld()
     {
         restoreWindows();
@@ -226,7 +227,7 @@ protected:
         }
         const Qt::MouseButton button = chance(75) ? Qt::LeftButton : Qt::RightButton;
         const Qt::KeyboardModifiers modifiers = chance(10) ? Qt::ShiftModifier : Qt::NoModifier;
-        const QPointer<QWindow> target = window.windowHandle(); // a box goes when it is answered
+        const QPointer<QWindow> target = window.windowHandle(); // a box goes once answered
         QTest::mouseMove(target, at);
         ++events_;
         for (int clicks = chance(25) ? 2 : chance(80) ? 1 : 0; clicks > 0 && target; --clicks) {
@@ -260,7 +261,7 @@ protected:
         }
     }
 
-    // Closes what is open beside the browser, as a person does.
+    // Closes whatever is open besides the browser, as a user would.
     void tidyUp()
     {
         while (QWidget *const box = QApplication::activeModalWidget()) {

@@ -36,7 +36,7 @@ protected:
                                         "[Liste0]\r\nLstAct=1\r\nlst0=http://cam/a.png\r\n");
     }
 
-    // Until the status is another than "Sending…".
+    // Waits until the status is no longer "Sending…".
     QString mailStatus()
     {
         const auto status = [this] { return text(kAlarm, QStringLiteral("lStatus")); };

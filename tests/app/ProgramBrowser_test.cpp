@@ -1,5 +1,4 @@
-// What leads from one window of the running program to another, and what renaming files does to
-// them.
+// How one window of the running program leads to another, and how renaming files affects them.
 #include "ProgramHouse.h"
 
 #include <QAbstractButton>
@@ -104,7 +103,7 @@ TEST_F(ProgramBrowser, SpaceInTheListPausesTheFilm)
     putImages(3);
     start();
     click(kBrowser, QStringLiteral("bFilm"));
-    topLevel(kBrowser)->activateWindow(); // the film's own keys are for its window alone
+    topLevel(kBrowser)->activateWindow(); // the film's own keys work in its window only
     ASSERT_TRUE(QTest::qWaitForWindowActive(topLevel(kBrowser)));
     QTest::keyClick(control(kBrowser, QStringLiteral("LstDir")), Qt::Key_Space);
     const auto *const button =

@@ -1,4 +1,4 @@
-// The whole program with its windows on a temporary folder, with the test's clock, cameras and
+// The whole program with its windows in a temporary folder, with the test's clock, cameras and
 // desktop.
 #pragma once
 
@@ -18,7 +18,7 @@
 
 namespace velmora::test {
 
-/// Remembers what it was to open.
+/// Remembers what it was asked to open.
 class DesktopDouble final : public DesktopOpener
 {
 public:
@@ -62,7 +62,7 @@ protected:
     void start();
     void end();
 
-    /// Lets everything run that waits for the event loop or for a moment of the clock.
+    /// Runs everything that waits for the event loop or for a moment of the clock.
     void settle() { clock_.advance(std::chrono::milliseconds{100}); }
 
     bool isVisible(const QString &window);

@@ -1,5 +1,5 @@
 // The import as part of the running program: how its window opens, what the browser shows after a
-// run, and what the end of the program does to a run.
+// run, and what ending the program does to a run.
 #include "ProgramHouse.h"
 
 #include <QComboBox>

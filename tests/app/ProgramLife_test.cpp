@@ -1,5 +1,5 @@
-// The program while it runs and ends: the last pass, a second start, errors that nobody catches,
-// and the log that is not wanted.
+// The program while it runs and ends: the last pass, a second start, uncaught errors, and no log
+// unless wanted.
 #include "ProgramHouse.h"
 
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-// The storage folder over all windows: typed in one, waited for in the others.
+// The storage folder across all windows: typed in one, waited for in the others.
 #include "ProgramHouse.h"
 #include "support/StoredPictures.h"
 

@@ -1,4 +1,4 @@
-// The program from start-up to its end: which windows are seen, in what order things happen.
+// The program from start-up to its end: which windows are shown, and the order of events.
 #include "ProgramHouse.h"
 
 #include <QAbstractButton>

@@ -1,4 +1,4 @@
-// Which settings file the program starts from.
+// Which settings file the program starts with.
 #include "app/SettingsPreparation.h"
 
 #include "support/TempTree.h"
@@ -130,7 +130,7 @@ TEST_F(SettingsPreparation, APipeInTheOldPlaceIsNoSettingsFile)
     EXPECT_EQ(tree_.read(u"program/Velmora.ini"), "mine");
 }
 
-// As of a file on a failing disk: it can be opened, and then gives nothing.
+// Like a file on a failing disk: it can be opened, and then yields nothing.
 TEST_F(SettingsPreparation, AnOldFileThatCannotBeReadToItsEndReplacesNothing)
 {
     ASSERT_TRUE(QFile::link(QStringLiteral("/proc/self/mem"), tree_.path(u"windows/Velmora.ini")));

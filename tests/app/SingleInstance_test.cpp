@@ -1,4 +1,4 @@
-// One program per program folder: who has it, who is told, and by which window.
+// One program per program folder: who has it, who is notified, and by which window.
 #include "app/SingleInstance.h"
 
 #include "support/ScopedEnv.h"

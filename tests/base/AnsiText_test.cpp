@@ -1,4 +1,4 @@
-// Windows-1252: every byte and what has no byte.
+// Windows-1252: every byte, and characters without one.
 #include "base/AnsiText.h"
 
 #include "support/Printers.h"

@@ -66,7 +66,7 @@ private:
     std::array<int, 2> ends_ = {-1, -1};
 };
 
-/// The process in another time zone.
+/// Puts the process in another time zone.
 class InZone
 {
 public:

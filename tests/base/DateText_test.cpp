@@ -1,4 +1,4 @@
-// Dates of the settings file: what is written, and what is taken for a date.
+// Dates of the settings file: how they are written, and what is accepted as one.
 #include "base/DateText.h"
 
 #include "support/Printers.h"

@@ -1,4 +1,4 @@
-// Handing a target to the desktop: the opener on PATH, started with the target as it is.
+// Handing a target to the desktop: the opener on PATH, run with the target unchanged.
 #include "base/DesktopOpener.h"
 
 #include "base/UniqueFd.h"
@@ -26,7 +26,7 @@ using test::TempTree;
 
 constexpr int kPatienceMs = 10000;
 
-/// A pipe with a name, to which a started program writes.
+/// A named pipe, to which a started program writes.
 class NamedPipe
 {
 public:
@@ -35,7 +35,7 @@ public:
     {
     }
 
-    /// What was written until the writer closed its end; empty when nobody writes.
+    /// What was written until the writer closed its end; empty when there is no writer.
     [[nodiscard]] QByteArray readAll() const
     {
         QByteArray all;
@@ -120,7 +120,7 @@ TEST_F(XdgOpenerTest, PassesOverAFileThatCannotBeRun)
     EXPECT_EQ(opener.open(QStringLiteral("/srv")), OpenOutcome::NoOpener);
 }
 
-/// Waits for the end of openers that end as the test says.
+/// Waits for openers that end as the test says.
 class FollowTest : public XdgOpenerTest
 {
 protected:

@@ -1,4 +1,4 @@
-// Copies of files: whole or not there, never over another, with nothing left behind.
+// Copies of files: complete or absent, never over another, with nothing left behind.
 #include "base/FileCopy.h"
 
 #include "support/FileSizeLimit.h"
@@ -16,7 +16,7 @@
 namespace velmora::test {
 namespace {
 
-// The ways in which a file system may let itself be copied to.
+// The means of copying that a file system may offer.
 enum class Way { Everything, OwnBuffer, NameByPath, WorkFile };
 
 CopyMeans meansOf(Way way, const TempTree &tree)

@@ -112,7 +112,7 @@ TEST_F(FileDate, TakesNamesThatAreNoUtf8)
     const QByteArray strange = QFile::encodeName(tree_.path()) + "/caf\xE9";
     ASSERT_EQ(::rename(file(kWinter).constData(), strange.constData()), 0);
     EXPECT_TRUE(modificationTime(strange).has_value());
-    EXPECT_EQ(::unlink(strange.constData()), 0); // the tree could not
+    EXPECT_EQ(::unlink(strange.constData()), 0); // the temporary tree could not
 }
 
 TEST_F(FileDate, IsNothingWithoutTheFile)
@@ -124,7 +124,7 @@ TEST_F(FileDate, IsNothingWithoutTheFile)
 TEST_F(FileDate, AFileWasMadeWhenItCameAndNotWhenItWasChanged)
 {
     goTo(kUtc);
-    const std::time_t before = std::time(nullptr) - 1; // file systems keep a coarse clock
+    const std::time_t before = std::time(nullptr) - 1; // file systems keep coarse times
     const QByteArray path = file(kWinter);
     const auto made = creationTime(path);
     ASSERT_TRUE(made);
@@ -147,7 +147,7 @@ TEST_F(FileDate, TheCreationIsInLocalTimeToo)
 TEST_F(FileDate, WithoutADateOfCreationTheModificationCounts)
 {
     goTo(kUtc);
-    const QByteArray path = "/proc/version"; // no such date is kept there
+    const QByteArray path = "/proc/version"; // this date is not kept there
     EXPECT_TRUE(creationTime(path));
     EXPECT_EQ(creationTime(path), modificationTime(path));
 }

@@ -1,4 +1,4 @@
-// The text of a file-system failure, which the user gets to see.
+// The text of a file-system failure as shown to the user.
 #include "base/FileError.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Files are read whole or not at all, and nobody waits for one that never ends.
+// Files are read whole or not at all, and one that never ends is not waited for.
 #include "base/FileReader.h"
 
 #include "support/TempTree.h"

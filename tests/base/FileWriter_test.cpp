@@ -1,5 +1,4 @@
-// Files that come into being whole: nothing is replaced that must stay, and a failure leaves no
-// trace.
+// Files that appear whole: nothing is replaced that must stay, and a failure leaves no trace.
 #include "base/FileWriter.h"
 
 #include "support/FileSizeLimit.h"

@@ -1,4 +1,4 @@
-// Reading a folder piece by piece: which entries count, names of all kinds, and where it ends.
+// Reading a folder in pieces: which entries count, names of all kinds, and where it ends.
 #include "base/FolderScan.h"
 
 #include "support/FolderChanges.h"

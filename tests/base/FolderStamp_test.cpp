@@ -1,4 +1,4 @@
-// Whether a folder has changed, and whether that can be told.
+// Whether a folder has changed, and whether that can be known.
 #include "base/FolderStamp.h"
 
 #include "support/FolderChanges.h"

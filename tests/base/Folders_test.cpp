@@ -1,5 +1,4 @@
-// Folders of the file system: whether they are there, whether they hold a file, and how one is
-// made.
+// Folders of the file system: whether they exist, whether they hold a file, and how one is made.
 #include "base/Folders.h"
 
 #include "support/TempTree.h"

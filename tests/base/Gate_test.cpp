@@ -1,4 +1,4 @@
-// Who waits before a gate, and who is let through.
+// Who waits at a gate, and who is let through.
 #include "base/Gate.h"
 
 #include <QStringList>
@@ -17,7 +17,7 @@ QCoro::Task<> walk(Gate &gate, std::stop_token stop, QStringList &log, QString n
 class GateTest : public testing::Test
 {
 protected:
-    // Whoever still waits goes on, since a coroutine that never ends is never freed.
+    // Lets all waiters go on, since a coroutine that never ends is never freed.
     ~GateTest() override
     {
         gate_.open();

@@ -1,4 +1,4 @@
-// What a link leads to, and whether that can be opened.
+// Where a link leads, and whether that can be opened.
 #include "base/LinkTarget.h"
 
 #include "support/TempTree.h"

@@ -1,4 +1,4 @@
-// A lock on a file: who has it, who is told of whom, and what in its place is left alone.
+// A lock on a file: who holds it, who learns of whom, and what is left alone in its place.
 #include "base/LockFile.h"
 
 #include "support/TempTree.h"
@@ -137,7 +137,7 @@ TEST_F(LockFileTest, TrustsNoFileOfAStranger)
 {
     constexpr uid_t kStranger = 54321;
     tree.write(u"a.lock", "1\n");
-    if (::geteuid() == 0) { // nobody else can give files away
+    if (::geteuid() == 0) { // no one else can give files away
         ASSERT_EQ(::chown(nativePath().constData(), kStranger, kStranger), 0);
         LockFile lock(path());
         EXPECT_EQ(lock.take({}).outcome, LockOutcome::Impossible);

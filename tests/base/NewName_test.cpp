@@ -1,4 +1,4 @@
-// A name is given only where nothing stands, on file systems that can do so at once and on those
+// A file gets only a name that is not in use, on file systems that can do so at once and on those
 // that cannot.
 #include "base/NewName.h"
 
@@ -134,7 +134,7 @@ const FileSystemRow kFileSystems[] = {
     {"RefusesTheFlag", EINVAL, 0},               // NFS, older FUSE
     {"KnowsNoSuchCall", ENOSYS, 0},              // old kernels, emulations
     {"DoesNotSupportIt", EOPNOTSUPP, 0},         //
-    {"PermitsNeither", EPERM, EPERM},            // FAT below FUSE, some CIFS
+    {"PermitsNeither", EPERM, EPERM},            // FAT by way of FUSE, some CIFS
     {"KnowsNoSecondNames", EINVAL, EOPNOTSUPP},  // CIFS without the Unix extensions
     {"KnowsNeitherCall", ENOSYS, ENOSYS},        // simple FUSE programs
     {"HasNoRoomForASecondName", EINVAL, EMLINK}, //
@@ -179,7 +179,7 @@ TEST(RenameAfterALook, WorksWithoutLocksToo)
     EXPECT_EQ(nativeNames(folder), QByteArrayList{"b"});
 }
 
-/// A file without a name, and how the system refuses to give it one.
+/// A file without a name, and how the system refuses to name it.
 class LinkToNew : public testing::TestWithParam<int>
 {
 protected:

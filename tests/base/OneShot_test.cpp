@@ -1,4 +1,4 @@
-// The one-shot value on which every wait of the program rests.
+// The one-shot value underlying every wait of the program.
 #include "base/OneShot.h"
 
 #include <QCoro/QCoroTask>

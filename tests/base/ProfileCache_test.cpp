@@ -1,4 +1,4 @@
-// A large settings file is read once, and every change of it is seen all the same.
+// A large settings file is read once, yet every change to it is seen.
 #include "base/ProfileCache.h"
 
 #include "base/ProfileFile.h"

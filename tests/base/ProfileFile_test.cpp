@@ -58,7 +58,7 @@ protected:
     TempTree tree;
 };
 
-/// A settings text whose value begins at that offset.
+/// A settings text with a value that begins at that offset.
 QByteArray textWithValueAt(qsizetype offset, const QByteArray &value)
 {
     const QByteArray head = "[s]\r\nk=";

@@ -1,4 +1,4 @@
-// The lock under which settings are changed: who can hold it, and what does not stop it.
+// The lock under which settings are changed: who can hold it, and what does not block it.
 #include "base/ProfileLock.h"
 
 #include "base/UniqueFd.h"
@@ -86,7 +86,7 @@ TEST_F(ProfileLockTest, AFileThatOthersMayReadIsTakenBackFromThem)
     EXPECT_EQ(lockInfo().st_mode & 07777, mode_t{0600});
 }
 
-// Who may not give the folder away tests that his own file is his.
+// A user who may not give the folder away checks that his own file is his.
 TEST_F(ProfileLockTest, OfTheAdministratorIsTheFolderOwners)
 {
     const QByteArray native = QFile::encodeName(tree.path());

@@ -1,4 +1,4 @@
-// Lookups and edits of a settings text in memory; their common result on texts of all kinds.
+// Lookups and edits of a settings text in memory; their combined result on texts of all kinds.
 #include "base/ProfileText.h"
 
 #include "support/Printers.h"
@@ -22,7 +22,7 @@ QByteArray set(const QByteArray &before, QByteArrayView section, QByteArrayView 
     return applied(text, text.edit(section, key, value));
 }
 
-/// The characters that mean something, and a few that do not.
+/// The characters with a meaning, and a few without.
 QByteArray randomText(std::mt19937 &random, qsizetype maxLength)
 {
     static const QByteArray alphabet("[[[]]]===;\r\r\n\n\n  \t\"'sSkKx\0\xe9", 27);

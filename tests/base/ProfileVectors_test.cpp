@@ -1,5 +1,5 @@
-// Replays recorded calls on settings files: each case is a file, a row of reads and writes, and
-// what they gave. Byte strings are hexadecimal there, and null stands for no file or no value.
+// Replays recorded calls on settings files: each case is a file, a series of reads and writes, and
+// their results. Byte strings are hexadecimal there, and null means no file or no value.
 #include "base/ProfileFile.h"
 #include "support/TempTree.h"
 
@@ -52,7 +52,7 @@ public:
         for (const QJsonValue &value : calls) {
             const QJsonObject call = value.toObject();
             if (!call[QStringLiteral("certain")].toBool()) {
-                return compared; // what follows stands on an uncertain file
+                return compared; // what follows depends on an uncertain file
             }
             compare(call);
             ++compared;

@@ -111,7 +111,7 @@ TEST_F(TaskScopeTest, WaitsForWhatIsLaunchedWhenTheLastHasJustEnded)
     scope.launch(waitFor(first));
     const QCoro::Task<> join = scope.join();
     first.set(true);
-    QCoreApplication::sendPostedEvents(); // ends the first; the join is to be resumed
+    QCoreApplication::sendPostedEvents(); // ends the first; the join is about to be resumed
     ASSERT_EQ(scope.running(), 0);
     scope.launch(waitFor(second));
     clock.advance(0s);

@@ -17,7 +17,7 @@ QCoro::Task<> pass(Turnstile &turnstile, QStringList &log, QString name)
 class TurnstileTest : public testing::Test
 {
 protected:
-    // Whoever still waits comes in, since a coroutine that never ends is never freed.
+    // Lets all waiters enter, since a coroutine that never ends is never freed.
     ~TurnstileTest() override
     {
         for (std::size_t left = 0; left < tasks_.size(); ++left) {

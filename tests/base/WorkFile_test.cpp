@@ -1,5 +1,5 @@
-// Files in the making: nothing shows and nothing stays before they are whole, and no other run of
-// the program takes them for its own or for left over.
+// Files being written: nothing shows and nothing remains before they are whole, and no other run of
+// the program mistakes them for its own or for left over.
 #include "base/WorkFile.h"
 
 #include "support/NativeFiles.h"
@@ -98,7 +98,7 @@ TEST_P(WorkFileTest, IsNotClearedWhileItLives)
     EXPECT_EQ(tree_.read(u"a.jpg"), "picture");
 }
 
-// Makes a file and waits to be killed; says "!" once it is there.
+// Makes a file and waits to be killed; prints "!" once it exists.
 [[noreturn]] void holdAFile(const QByteArray &folder, int told)
 {
     const WorkFile file(folder);
@@ -178,7 +178,7 @@ TEST(WorkFileElsewhere, IsCopiedToTheFileSystemOfItsName)
     EXPECT_EQ(file.appearAs(QFile::encodeName(tree.path(u"a.jpg"))), std::errc::file_exists);
 }
 
-/// Working files under names, as on a file system that keeps none without.
+/// Working files with names, as on a file system that supports none without.
 class ClearWorkFiles : public testing::Test
 {
 protected:
@@ -192,7 +192,7 @@ protected:
 
 TEST_F(ClearWorkFiles, DeletesWhatNobodyHolds)
 {
-    left(QStringLiteral(".velmora-1-1.part")); // as a container's first process called it once
+    left(QStringLiteral(".velmora-1-1.part")); // as the first process in a container once named it
     left(QStringLiteral(".velmora-%1-1.part").arg(::getpid()));
     left(QStringLiteral(".velmora-0123456789abcdef01234567.part"), std::time(nullptr));
     clearWorkFiles(tree_.path());

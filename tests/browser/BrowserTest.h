@@ -1,4 +1,4 @@
-// A browser over small camera folders, with a slideshow that only remembers.
+// A browser over small camera folders, with a slideshow that only records calls.
 #pragma once
 
 #include "browser/BrowserLists.h"
@@ -14,7 +14,7 @@ namespace velmora::test {
 class BrowserTest : public testing::Test
 {
 protected:
-    /// A house whose slideshow the test can look at.
+    /// A house whose slideshow the test can inspect.
     struct Rooms
     {
         explicit Rooms(FirstCheck storageCheck = FirstCheck::Done)
@@ -27,7 +27,8 @@ protected:
         FilmDouble &film;
     };
 
-    /// The lists alone, over the same data, for a step that no line of actions leads to.
+    /// The lists alone, over the same data, for a step that is not reached through the queue of
+    /// actions.
     struct Steps
     {
         explicit Steps(BrowserHouse &house)
@@ -56,7 +57,7 @@ protected:
     /// The storage box is being typed into: timers are to stay stopped.
     void focusStorageBox() { house_.capture.storage.beginEdit(); }
 
-    /// The storage folder is gone, and a check has seen it.
+    /// The storage folder is gone, and a check has noticed.
     void loseStorage()
     {
         house_.pullStorage();

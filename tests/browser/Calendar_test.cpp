@@ -79,7 +79,7 @@ TEST_F(CalendarTest, LeavesTheGroupViewForTheImage)
     house_.showGroup(0);
     calendar_.goToDay(2006y / 12 / 30);
     house_.finish();
-    QCoreApplication::processEvents(); // it goes on when whoever lists the images has finished
+    QCoreApplication::processEvents(); // it continues once the listing of the images has finished
     EXPECT_EQ(state().view(), View::Camera);
     EXPECT_EQ(selected(), 0);
 }

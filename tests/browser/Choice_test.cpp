@@ -1,4 +1,4 @@
-// A group or a camera is chosen in its list: what is stored, shown and played from then on.
+// Choosing a group or a camera in its list: what is stored, shown and played from then on.
 #include "browser/BrowserTest.h"
 
 namespace velmora::test {

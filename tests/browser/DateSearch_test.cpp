@@ -1,4 +1,4 @@
-// The search of an image by date and time.
+// Searching for an image by date and time.
 #include "browser/BrowserTest.h"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-// Images counted by days and hours, and the nearest to a moment.
+// Images counted by day and hour, and the one nearest to a moment.
 #include "browser/DayCounts.h"
 
 #include "NameLists.h"

@@ -1,4 +1,4 @@
-// Old images of the camera on show are deleted for their age.
+// Images of the camera on show are deleted because of their age.
 #include "browser/BrowserTest.h"
 
 #include <QFile>

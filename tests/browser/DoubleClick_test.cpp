@@ -16,7 +16,7 @@ protected:
         browser_.chooseFile(selectedImage);
     }
 
-    /// As a mouse does it: the click comes first.
+    /// Like a mouse: the click comes first.
     void doubleClick(int cell)
     {
         browser_.clickCell(cell);

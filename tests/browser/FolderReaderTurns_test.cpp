@@ -1,4 +1,5 @@
-// Reading very full folders: events run meanwhile, a stop ends it, and nothing is read in vain.
+// Reading very full folders: events are handled meanwhile, a stop ends it, and nothing is read in
+// vain.
 #include "NameLists.h"
 #include "Reading.h"
 #include "support/BusyClock.h"
@@ -21,7 +22,7 @@ class FolderReaderTurns : public testing::Test
 protected:
     void fill(int images) const { test::makeImages(tree.path(), images); }
 
-    // Asks for a stop at the yield of this number.
+    // Requests a stop at the yield of this number.
     void stopAt(int number)
     {
         clock.setOnYield([this, number](int yield) {

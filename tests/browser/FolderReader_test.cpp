@@ -1,4 +1,4 @@
-// The lists of folders: what is in them, when a folder is read again, and when it is not.
+// The lists of folders: their contents, when a folder is read again, and when it is not.
 #include "browser/FolderReader.h"
 
 #include "NameLists.h"
@@ -97,7 +97,7 @@ TEST_F(FolderReaderTest, KeepsTheListsOfThreeFolders)
 
 TEST_F(FolderReaderTest, ReadsAFolderAgainThatChangedAMomentBefore)
 {
-    // Should the machine pause between change and reading, the next change is tried.
+    // If the machine pauses between change and reading, the next change is tried.
     bool isReadAgain = false;
     for (int attempt = 0; attempt < 20 && !isReadAgain; ++attempt) {
         add(kFirst + QByteArray::number(attempt));
@@ -192,7 +192,7 @@ private:
 TEST_F(FolderReaderTest, KeepsNothingOfAFolderThatCouldNotBeOpened)
 {
     add(kFirst);
-    test::Reading(clock).keptNames(folder()); // so that its stamp can be relied on
+    test::Reading(clock).keptNames(folder()); // so that its stamp can be trusted
     {
         const NoMoreFiles limit;
         EXPECT_TRUE(list().isEmpty());

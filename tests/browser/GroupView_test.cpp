@@ -9,7 +9,7 @@ const QString kBlanks = QStringLiteral("  ");
 class GroupView : public BrowserTest
 {
 protected:
-    /// The row of camera 0 after the group is shown.
+    /// Camera 0's row once the group is shown.
     QString rowOfFirst()
     {
         house_.showGroup(0);

@@ -1,4 +1,4 @@
-// What is written under an image.
+// The caption of an image.
 #include "browser/ImageCaption.h"
 
 #include "support/Printers.h"

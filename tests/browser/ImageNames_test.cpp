@@ -1,4 +1,5 @@
-// The list of a folder's images: what it takes, its order, and names of all kinds given back whole.
+// The list of a folder's images: what it accepts, its order, and names of all kinds returned
+// unchanged.
 #include "browser/ImageNames.h"
 
 #include "NameLists.h"

@@ -1,5 +1,5 @@
-// Listing the folder of the selected camera: when it may be read, when it is made, what is told of
-// it.
+// Listing the selected camera's folder: when it may be read, when it is made, and what is reported
+// about it.
 #include "browser/BrowserTest.h"
 
 #include <QDir>
@@ -16,7 +16,7 @@ protected:
         run(steps_.lists.LitDir());
     }
 
-    /// Something that is no folder stands where a camera's folder is to be.
+    /// Something other than a folder is where a camera's folder should be.
     void blockFolder(CameraAddress camera)
     {
         house_.capture.addCamera(camera, cameraUrl(camera));

@@ -1,4 +1,4 @@
-// The walk and the slideshow stand while the storage folder cannot be used.
+// The walk and the slideshow stand still while the storage folder cannot be used.
 #include "browser/BrowserTest.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-// What a typed date and time are searched as.
+// What is searched for a typed date and time.
 #include "browser/NameSearch.h"
 
 #include "support/Printers.h"

@@ -1,4 +1,4 @@
-// The image that the group view shows of a camera.
+// The image that the group view shows for a camera.
 #include "Reading.h"
 #include "support/BusyClock.h"
 #include "support/FakeClock.h"
@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Modified one second after the other, in this order.
+// Modified one second after another, in this order.
 void makeInTurn(const QString &folder, const QByteArrayList &names)
 {
     std::chrono::seconds time = 1'000'000s;
@@ -62,7 +62,7 @@ const NewestRow kFound[] = {
      "20061005_1.jpg"},
     {"AnotherMillennium", {"20061005_1.jpg", "29991231_1.jpg"}, "29991231_1.jpg"},
     {"LeapDay", {"20080228_1.jpg", "20080229_1.jpg"}, "20080229_1.jpg"},
-    // A day that a name tells with one digit or a blank: its files, or those of the days back.
+    // A day written in a name with one digit or a blank: its files, or those of the days before.
     {"ADayWithABlank", {"20061005_1.jpg", "200610 5.jpg"}, "20061005_1.jpg"},
     {"ADayOfOneDigit", {"20061005_1.jpg", "20061005_2.jpg", "2006105"}, "20061005_2.jpg"},
     {"ADayBeforeOneOfOneDigit", {"20061004_1.jpg", "20061003_1.jpg", "2006105"}, "20061004_1.jpg"},
@@ -94,7 +94,7 @@ INSTANTIATE_TEST_SUITE_P(None, NewestRule, testing::ValuesIn(kNone),
 class NewestImageTest : public testing::Test
 {
 protected:
-    // What the newest image is when these files vanish at the last turn before its end.
+    // The newest image if these files vanish at the last turn before the end.
     QByteArray newestAfterLosing(const QByteArrayList &lost, int yieldsBefore)
     {
         clock.setOnYield([this, lost, yieldsBefore](int yield) {
@@ -112,7 +112,7 @@ protected:
         test::setModified(tree.path(QString::fromLatin1(name)), time);
     }
 
-    // Number of turns that the reading takes.
+    // The number of turns that the reading takes.
     int turns()
     {
         clock.takeYields();

@@ -1,5 +1,5 @@
-// Actions that overtake one another: the last choice is what is shown, whole, and nothing that was
-// begun stays half done.
+// Actions that overtake one another: the last choice is shown, completely, and nothing is left half
+// done.
 #include "browser/BrowserTest.h"
 
 #include <QCoreApplication>

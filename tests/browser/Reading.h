@@ -1,4 +1,4 @@
-// A reader of folders, asked and waited for.
+// A reader of folders, with its results awaited.
 #pragma once
 
 #include "browser/FolderReader.h"
@@ -37,7 +37,7 @@ public:
     /// Name of the newest image.
     QByteArray newestName(const QString &folder) { return newest(folder).value().name; }
 
-    /// Asks for a folder that changed a moment ago until its list is kept.
+    /// Reads a folder that has just changed until its list is kept.
     Names keptNames(const QString &folder)
     {
         const QDeadlineTimer deadline(kLimit);

@@ -1,4 +1,4 @@
-// What is kept of the folders used last.
+// What is kept of the most recently used folders.
 #include "browser/RecentFolders.h"
 
 #include <gtest/gtest.h>

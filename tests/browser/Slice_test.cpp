@@ -1,4 +1,4 @@
-// Which ten images stand on the contact sheet, for every selected one of lists of many lengths.
+// Which ten images are on the contact sheet, for every selection in lists of many lengths.
 #include "browser/Slice.h"
 
 #include <gtest/gtest.h>
@@ -29,13 +29,13 @@ TEST_P(SliceRow, StartsAndFramesWhereTheListAllows)
 INSTANTIATE_TEST_SUITE_P(
     Positions, SliceRow,
     testing::Values(
-        // Ten at most: the first stands in cell 0 whatever is selected.
+        // Ten at most: the first is in cell 0 whatever is selected.
         Expected{1, 0, 0, 0}, Expected{9, 8, 0, 8}, Expected{10, 0, 0, 0}, Expected{10, 5, 0, 5},
         Expected{10, 9, 0, 9},
         // One more than fits.
         Expected{11, 0, 0, 0}, Expected{11, 4, 0, 4}, Expected{11, 5, 1, 4}, Expected{11, 6, 1, 5},
         Expected{11, 10, 1, 9},
-        // Two more: one place where the selected one is centred between the two ends.
+        // Two more: in one position the selected one is centred between the two ends.
         Expected{12, 4, 0, 4}, Expected{12, 5, 1, 4}, Expected{12, 6, 2, 4}, Expected{12, 7, 2, 5},
         Expected{12, 11, 2, 9},
         // Many.
@@ -51,7 +51,7 @@ class SliceCount : public testing::TestWithParam<int>
 {
 };
 
-// The rule's two thresholds as they are laid down, in one line each.
+// The rule's two thresholds exactly as given, in one line each.
 int startByTheRule(int index, int count)
 {
     int start = 0;

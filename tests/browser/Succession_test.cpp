@@ -22,7 +22,7 @@ protected:
         state().choose(kSmall);
     }
 
-    /// Chooses the camera whose folder takes a while, and is back before it has been read.
+    /// Chooses the camera whose folder takes a while, and returns before it has been read.
     void beginReading()
     {
         browser_.chooseCamera(kFull.row);
@@ -30,7 +30,7 @@ protected:
         ASSERT_EQ(house_.NbI(), QString());
     }
 
-    // As when something in it has changed: it is to be read again.
+    // As if something in it had changed: it must be read again.
     void touchFolder(CameraAddress camera)
     {
         const StorageFolder &storage = house_.capture.storage;

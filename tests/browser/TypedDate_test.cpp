@@ -1,4 +1,4 @@
-// The forms in which people type dates.
+// The forms in which users type dates.
 #include "browser/TypedDate.h"
 
 #include "support/Printers.h"

@@ -1,4 +1,4 @@
-// The frame of a pressed cell, and the large image over the cells.
+// The frame of a pressed cell, and the enlarged image over the cells.
 #include "browser/BrowserTest.h"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-// What a person may choose for a camera beyond its row.
+// What a user may choose for a camera beyond its row.
 #include "cameras/CameraChoices.h"
 
 #include <gtest/gtest.h>

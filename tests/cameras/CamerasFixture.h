@@ -1,4 +1,4 @@
-// A program folder with a drive C of its own and the objects of the cameras layer on it.
+// A program folder with its own drive C and the objects of the cameras layer on it.
 #pragma once
 
 #include "base/NativePaths.h"
@@ -52,7 +52,7 @@ protected:
     CameraTable table{settings, problems};
     NativePaths paths{tree.path()};
     StorageFolder storage{table, paths, log, problems};
-    QStringList shown; // what the user got to see
+    QStringList shown; // what the user was shown
 };
 
 } // namespace velmora::test

@@ -1,5 +1,5 @@
-// What is shown of a camera's address: its host, its path and what tells one picture from another;
-// never who may see it.
+// What is shown of a camera's address: its host, its path and whatever tells one picture from
+// another; never who may see it.
 #include "cameras/Credentials.h"
 
 #include "support/Printers.h"
@@ -137,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(Credentials, WithoutCredentials, testing::ValuesIn(kRow
 
 const QString kSecret = QStringLiteral("s3cret");
 
-// Places in which makers of cameras, and their users, put a password.
+// Places where makers of cameras, and their users, put a password.
 constexpr std::array kFieldPlaces = {
     u"http://h/a?%1=s3cret",
     u"http://h/a?camera=1&%1=s3cret",
@@ -173,7 +173,7 @@ INSTANTIATE_TEST_SUITE_P(Credentials, SecretField,
                                          "motdepasse", "mdp", "session", "sid", "sessionid",
                                          "userid", "cameraPassword", "x", "_", "hash", "sign"));
 
-// Whatever a password is made of, it goes with everything before the last "@".
+// Whatever characters a password has, it is removed with everything before the last "@".
 class PasswordSign : public testing::TestWithParam<char>
 {
 };

@@ -1,4 +1,4 @@
-// Camera addresses as folder names, and the way back, which not every character finds.
+// Camera addresses as folder names, and the way back, which not every character survives.
 #include "cameras/FolderName.h"
 
 #include "settings/Numbers.h"

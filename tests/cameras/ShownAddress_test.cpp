@@ -1,4 +1,4 @@
-// A camera's address as people read it.
+// A camera's address in readable form.
 #include "cameras/ShownAddress.h"
 
 #include "support/Printers.h"

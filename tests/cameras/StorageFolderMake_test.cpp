@@ -11,7 +11,7 @@ using test::CamerasFixture;
 class MakeDir : public CamerasFixture
 {
 protected:
-    /// The text stands in the box and the button is clicked.
+    /// The text is in the box and the button is clicked.
     void make(const QString &text)
     {
         storage.edit(text);

@@ -1,4 +1,4 @@
-// The storage folder: its check and what follows from it, and what typing into its box does.
+// The storage folder: its check and what follows from it, and the effects of typing into its box.
 #include "cameras/StorageFolder.h"
 
 #include "cameras/CamerasFixture.h"

@@ -1,5 +1,5 @@
-// The text of the storage folder: what cleaning takes out, in which levels it is made, and where
-// the caret stays while somebody types.
+// The text of the storage folder: what cleaning removes, the levels in which it is made, and where
+// the caret stays during typing.
 #include "cameras/StoragePath.h"
 
 #include "support/Printers.h"
@@ -92,7 +92,7 @@ const std::vector<LevelRow> &levels()
     return rows;
 }
 
-/// A text box that is cleaned at each keystroke, as the storage box is.
+/// A text box that is cleaned at each keystroke, like the storage box.
 class CleanedBox
 {
 public:

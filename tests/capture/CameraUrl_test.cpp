@@ -1,4 +1,4 @@
-// From the address that the user typed to the request that goes out.
+// From the address that the user typed to the request that is sent.
 #include "capture/CameraUrl.h"
 
 #include "support/Printers.h"

@@ -1,4 +1,4 @@
-// Tick length and time-out: which texts are taken, what they come to, and when they are stored.
+// Tick length and time-out: which texts are accepted, what they become, and when they are stored.
 #include "capture/CaptureOptions.h"
 
 #include "support/TempTree.h"

@@ -1,4 +1,4 @@
-// The whole road of a picture, from a camera on the network to a file in its folder.
+// The whole way of a picture, from a camera on the network to a file in its folder.
 #include "CaptureTest.h"
 #include "HttpExchange.h"
 #include "support/LoopbackCamera.h"

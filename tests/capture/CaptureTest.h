@@ -12,7 +12,7 @@ namespace velmora::test {
 inline const QString kLastModified = QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT");
 inline const QString kLastModifiedStored = QStringLiteral("07/03/2006 14:05:09");
 
-/// Of a picture with that date, fetched when the fake clock starts.
+/// For a picture with that date, fetched when the fake clock starts.
 inline const QString kImageName = QStringLiteral("20060307_1405090714.jpg");
 
 inline const QString kRed = QStringLiteral("255");
@@ -38,7 +38,7 @@ inline ScriptedReply failedReply()
 class CaptureTest : public testing::Test
 {
 protected:
-    /// A camera with an address of its own, in a group that is switched on.
+    /// Adds a camera with an address of its own, in a group that is switched on.
     void add(CameraAddress camera, const ScriptedReply &reply = goodReply())
     {
         house_.addCamera(camera, cameraUrl(camera));

@@ -1,4 +1,4 @@
-// Files that cannot be renamed, and passes that do not come to their end.
+// Files that cannot be renamed, and passes that are cut short.
 #include "ConformityTest.h"
 
 namespace velmora::test {

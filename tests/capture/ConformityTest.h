@@ -43,7 +43,7 @@ protected:
     {
         zone_.reset();
         ::tzset();
-        std::filesystem::remove_all(folder_.toStdString()); // Qt finds no names that are no text
+        std::filesystem::remove_all(folder_.toStdString()); // Qt finds no names that are not text
     }
 
     void goTo(const QByteArray &zone)

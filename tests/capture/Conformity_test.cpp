@@ -1,4 +1,4 @@
-// The conformity pass: which files it renames, to what, and what it shows and holds meanwhile.
+// The conformity pass: which files it renames, to what, and what it shows and holds back meanwhile.
 #include "ConformityTest.h"
 
 #include <QDir>
@@ -358,7 +358,7 @@ TEST_F(ConformityTest, LetsEventsRunEveryEightMillisecondsOfWork)
 
 TEST_F(ConformityTest, LetsEventsRunWhileItReadsAFullFolder)
 {
-    busy_.setCost(8ms); // a piece of the folder takes so long
+    busy_.setCost(8ms); // so long does a piece of the folder take
     run();
     const int withoutFiles = busy_.yields();
     put("another");

@@ -1,4 +1,4 @@
-// The first whole part of an endless answer, whatever way the camera writes it.
+// The first whole part of an endless answer, however the camera writes it.
 #include "capture/FirstPart.h"
 
 #include "support/LoopbackCameraAnswers.h"

@@ -1,4 +1,4 @@
-// A picture of a stream by way of another program, which here is a script of the test's.
+// A picture of a stream by way of another program, here a script of the test's.
 #include "capture/FrameGrabber.h"
 
 #include "capture/CameraUrl.h"
@@ -22,7 +22,7 @@ using namespace std::chrono_literals;
 class FrameGrabberTest : public testing::Test
 {
 protected:
-    /// What stands in for ffmpeg; $OUT is the test's folder.
+    /// A stand-in for ffmpeg; $OUT is the test's folder.
     void install(const QByteArray &script) const
     {
         tree.write(u"bin/ffmpeg", "#!/bin/sh\nOUT=" + tree.path().toUtf8() + "\n" + script + "\n");
@@ -43,7 +43,7 @@ protected:
         return pid > 0 && ::kill(pid, 0) != 0;
     }
 
-    // The system takes a moment to end what was killed, and its heir another one to bury it.
+    // The system takes a moment to end a killed process, and its new parent another to reap it.
     [[nodiscard]] bool dies(QStringView pidFile) const
     {
         const QFile program(

@@ -1,5 +1,5 @@
-// A hundred and more kinds of cameras that no camera should be, all at once: each has the outcome
-// that it should have, within the time that it was given, and none harms a good one.
+// A hundred and more kinds of misbehaving camera, all at once: each has the right outcome, within
+// its time limit, and none harms a good one.
 #include "HttpExchange.h"
 
 #include <gtest/gtest.h>

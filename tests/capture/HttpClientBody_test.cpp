@@ -1,4 +1,4 @@
-// Bodies that are too long for memory, and codings that would make them long.
+// Bodies too long for memory, and codings that would make them long.
 #include "HttpExchange.h"
 
 namespace velmora::test {
@@ -28,7 +28,7 @@ TEST_F(HttpClientBody, GoesToTheWorkFolderWhenItIsLong)
     EXPECT_EQ(tree_.files(), QStringList{QStringLiteral("a.jpg")});
 }
 
-// Longer than what stays in memory; its last bytes come in less than is written at once.
+// Longer than what stays in memory; its last bytes are fewer than are written at once.
 TEST_F(HttpClientBody, InPiecesOfOneByteArrivesWhole)
 {
     const QByteArray whole = jpeg(300'001);
@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(Codings, TransferCoding,
                                          CodingRow{"ChunksInChunks", "chunked, chunked"}),
                          [](const auto &info) { return std::string(info.param.name); });
 
-// libcurl takes each line for itself, and would hand over what is encoded as it came.
+// libcurl looks at each line alone, and would hand over an encoded body as it is.
 TEST_F(HttpClientBody, WhoseTransferCodingIsWrittenOddlyIsRefused)
 {
     for (const QByteArray header :
@@ -144,7 +144,7 @@ TEST_F(HttpClientBody, InChunksIsTakenHoweverItIsSpelt)
 TEST_F(HttpClientBody, IsNeverInflated)
 {
     const QByteArray zeros =
-        QByteArray::fromHex("1f8b08000000000000ff"); // the begin of a gzip file
+        QByteArray::fromHex("1f8b08000000000000ff"); // the start of a gzip file
     for (const QByteArray coding : {"gzip", "deflate", "br", "zstd"}) {
         camera_.answer("/a.jpg", response("200 OK", "Content-Encoding: " + coding + "\r\n", zeros));
         EXPECT_EQ(fetch(camera_.url("/a.jpg")).body.whole(), zeros);

@@ -1,4 +1,5 @@
-// Every way in which a camera can fail, each with a reason for people and never a password in it.
+// Every way in which a camera can fail, each with a reason for the user that never contains a
+// password.
 #include "HttpExchange.h"
 
 #include <functional>

@@ -7,7 +7,7 @@ namespace {
 class HttpClientRedirect : public HttpExchange
 {
 protected:
-    /// "/0" leads over that many redirects to a picture.
+    /// "/0" leads through that many redirects to a picture.
     QByteArray chain(int length)
     {
         for (int i = 0; i < length; ++i) {

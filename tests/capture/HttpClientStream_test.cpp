@@ -1,4 +1,4 @@
-// Answers that are streams of pictures, and logins that stand apart from the address.
+// Answers that are streams of pictures, and logins kept apart from the address.
 #include "HttpExchange.h"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-// Encrypted fetches: a certificate that nobody vouches for is refused.
+// Encrypted fetches: an untrusted certificate is refused.
 #include "HttpExchange.h"
 #include "support/LoopbackTls.h"
 
@@ -9,7 +9,7 @@
 namespace velmora::test {
 namespace {
 
-/// Gives everybody a picture, under a certificate of its own making.
+/// Gives everyone a picture, with a certificate that it made itself.
 class SelfSignedCamera
 {
 public:
@@ -105,7 +105,7 @@ TEST_F(HttpClientTrusting, TakesItInManyTransfersAtOnce)
     }
 }
 
-/// Goes by a file of certificates that may change.
+/// Trusts a file of certificates that may change.
 class HttpClientChanging : public HttpExchange
 {
 protected:
@@ -114,7 +114,7 @@ protected:
     {
     }
 
-    // Lives longer than the client.
+    // Outlives the client.
     static TempTree &places()
     {
         static TempTree tree;

@@ -1,4 +1,4 @@
-// A good exchange with a camera: what goes out, what comes back, and many of them at once.
+// A good exchange with a camera: what is sent, what comes back, and many at once.
 #include "HttpExchange.h"
 #include "capture/CameraUrl.h"
 #include "support/RunTask.h"
@@ -180,7 +180,7 @@ TEST_F(HttpClientTest, LeavesNoConnectionOpen)
     camera_.answer("/snap", answer);
     fetch(camera_.url("/snap"));
     LoopbackCamera other;
-    other.answer("/slow", delayed(picture(10), 50ms)); // time for the end to be seen
+    other.answer("/slow", delayed(picture(10), 50ms)); // time for the end to be noticed
     fetch(other.url("/slow"));
     EXPECT_EQ(camera_.requests().size(), 1);
     EXPECT_EQ(camera_.openConnections(), 0);

@@ -1,4 +1,4 @@
-// Dates of HTTP headers: which texts are dates, and what they come to.
+// Dates of HTTP headers: which texts are dates, and what they become.
 #include "capture/HttpDate.h"
 
 #include "base/DateText.h"

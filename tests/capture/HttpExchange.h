@@ -1,4 +1,4 @@
-// A real client and a loopback camera, and the event loop between them.
+// A real client and a loopback camera, with the event loop between them.
 #pragma once
 
 #include "capture/HttpClient.h"
@@ -24,10 +24,10 @@ protected:
     HttpReply fetch(const HttpRequest &request);
     HttpReply fetch(const QByteArray &url, HttpForm form = HttpForm::AsWritten);
 
-    /// Fetches all at the same time, to the end of the last.
+    /// Fetches all at the same time, until the last has ended.
     std::vector<HttpReply> fetchAll(const std::vector<HttpRequest> &requests);
 
-    /// True when a transfer was ended by its time limit and by nothing else.
+    /// True when a transfer was ended by its time limit and nothing else.
     [[nodiscard]] static bool ranOutOfTime(const HttpReply &reply)
     {
         return reply.failure.contains(QStringLiteral("timeout"), Qt::CaseInsensitive);

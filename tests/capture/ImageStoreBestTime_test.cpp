@@ -12,7 +12,7 @@ struct BestTimeRow
     QString lastModified; // stored
     QString bestTime;     // stored
     QString expected;
-    QString logged; // none when it stays
+    QString logged; // none if it stays
 };
 
 void PrintTo(const BestTimeRow &row, std::ostream *out)

@@ -1,4 +1,4 @@
-// Users and passwords of addresses: whatever happens to a camera, they come into no log and no
+// Users and passwords in addresses: whatever happens to a camera, they appear in no log and no
 // caption.
 #include "CaptureTest.h"
 

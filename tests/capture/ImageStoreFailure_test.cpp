@@ -1,4 +1,4 @@
-// What a bad download changes, and what a picture that cannot be written changes.
+// The effects of a bad download, and of a picture that cannot be written.
 #include "CaptureTest.h"
 #include "support/RefusedCalls.h"
 
@@ -18,7 +18,7 @@ constexpr CameraAddress kCamera{0, 3};
 class ChargeFileFails : public CaptureTest
 {
 protected:
-    /// A camera that was good so far and has an image.
+    /// A camera that has been good so far and has an image.
     void addWithHistory(const ScriptedReply &reply)
     {
         add(kCamera, reply);

@@ -1,4 +1,4 @@
-// What loading a camera says: log lines, captions and colours, each in its order.
+// What loading a camera reports: log lines, captions and colours, each in order.
 #include "CaptureTest.h"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-// A camera that sends no date: what is kept when it is chosen so, and when it is not.
+// A camera that sends no date: what is kept when such pictures are chosen, and when they are not.
 #include "CaptureTest.h"
 #include "cameras/CameraChoices.h"
 
@@ -25,7 +25,7 @@ protected:
         ASSERT_EQ(change, SettingsChange::Made);
     }
 
-    /// Loads a picture of that size, ten minutes after the one before.
+    /// Loads a picture of that size, ten minutes after the last one.
     void load(qsizetype size, const QString &lastModified = {})
     {
         add(kCamera, goodReply(lastModified, size));
@@ -92,7 +92,7 @@ TEST_F(Undated, TriesAgainWhenItsNameIsTaken)
     clock_.setLocal(kFakeStart); // set back: the name is that of the first picture
     load(4000);
     EXPECT_EQ(house_.images(kCamera).size(), 2);
-    clock_.advance(1min); // beyond the name of the second picture
+    clock_.advance(1min); // later than the name of the second picture
     load(4000);
     EXPECT_EQ(house_.images(kCamera).size(), 3);
 }

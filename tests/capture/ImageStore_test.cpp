@@ -1,4 +1,4 @@
-// One camera loaded well: which pictures are stored, under which name, and what is counted.
+// One camera loaded successfully: which pictures are stored, under which name, and what is counted.
 #include "CaptureTest.h"
 #include "support/LoopTurns.h"
 
@@ -14,7 +14,7 @@ constexpr CameraAddress kCamera{0, 3};
 class ChargeFile : public CaptureTest
 {
 protected:
-    /// A camera with an address that is asked for as written.
+    /// A camera whose address is requested as written.
     void addScript(const ScriptedReply &reply)
     {
         house_.addCamera(kCamera, kScript);
@@ -338,7 +338,7 @@ TEST_F(ChargeFile, LetsTheTimerRunAgainWhateverHappens)
     }
 }
 
-/// Turns of the event loop between the picture and the end of its camera.
+/// Turns of the event loop between the picture and the end of its camera's load.
 class LargeSettings : public ChargeFile
 {
 protected:

@@ -1,4 +1,4 @@
-// Pictures without a date: which are new, and the date that they get.
+// Undated pictures: which are new, and the dates that they get.
 #include "capture/KeepRule.h"
 
 #include "capture/UndatedWatch.h"

@@ -1,4 +1,4 @@
-// The file of the live picture, the folders that it needs, and what becomes of them when something
+// The file of the live picture, the folders that it needs, and what happens to them when something
 // fails.
 #include "LiveViewTest.h"
 #include "base/WorkFile.h"
@@ -72,7 +72,7 @@ TEST_F(LiveFile, IsDeletedWhenTheFetchFails)
     show();
     EXPECT_EQ(target(), "-");
     EXPECT_EQ(live_.livePicture(), QString());
-    EXPECT_EQ(events_.count(QStringLiteral("web")), 2); // at the begin and at the end
+    EXPECT_EQ(events_.count(QStringLiteral("web")), 2); // at the start and at the end
     EXPECT_EQ(events_.count(QStringLiteral("web Target.jpg")), 0);
     EXPECT_EQ(live_.captions().web, kClick);
 }
@@ -158,7 +158,7 @@ TEST_F(LiveFile, WaitsForTheStorageFolderBeforeItMakesAny)
 
 using LiveFolder = LiveViewTest;
 
-// What the user has typed and left, or taken otherwise.
+// Names the folder, by typing and leaving the box or in another way.
 void name(StorageFolder &storage, const QString &folder)
 {
     storage.edit(folder);

@@ -1,5 +1,5 @@
-// What the live view does to the lamp of its row, what it says when there is no picture, and the
-// stored image that is enlarged.
+// How the live view affects the lamp of its row, what it says when there is no picture, and the
+// enlarging of the stored image.
 #include "LiveViewTest.h"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-// A live view on scripted cameras, with all that it does written down in order.
+// A live view on scripted cameras, with everything it does recorded in order.
 #pragma once
 
 #include "CaptureTest.h"
@@ -58,14 +58,14 @@ protected:
 
     void note(const QString &event) { events_.append(event.trimmed()); }
 
-    /// Shows a camera; the test's clock will carry it on.
+    /// Shows a camera; goes on as the test advances the clock.
     void begin(CameraAddress camera, const QString &url)
     {
         live_.Affiche(camera, url);
         clock_.advance(std::chrono::milliseconds{0});
     }
 
-    /// Shows camera 7 to the end.
+    /// Shows camera 7 until done.
     void show(const QString &url = cameraUrl(kShown))
     {
         live_.Affiche(kShown, url);
@@ -77,7 +77,7 @@ protected:
         source_.answer(url, {body, {}, {}, {}, {}});
     }
 
-    /// What the live picture's file holds; "-" when there is none.
+    /// The contents of the live picture's file; "-" when there is none.
     [[nodiscard]] QByteArray target() const
     {
         return house_.tree.exists(kTarget) ? house_.tree.read(kTarget) : QByteArray("-");

@@ -1,5 +1,5 @@
-// The live view: its steps in their order, which stored image it shows, and what a newer camera
-// does to an older one.
+// The live view: its steps in order, which stored image it shows, and how a newer camera affects an
+// older one.
 #include "LiveViewTest.h"
 
 #include <sys/stat.h>
@@ -247,7 +247,7 @@ TEST_F(Newer, IsAllThatIsShown)
 {
     EXPECT_EQ(events_.filter(QStringLiteral("web Target.jpg")).size(), 1);
     EXPECT_EQ(events_.filter(QStringLiteral("row 1")),
-              QStringList{QStringLiteral("row 1 255 0")}); // its lamp goes back
+              QStringList{QStringLiteral("row 1 255 0")}); // its lamp is restored
     EXPECT_EQ(target(), "newer");
     EXPECT_EQ(live_.captions(), (LiveCaptions{kClick, QStringLiteral("Local 7")}));
 }
@@ -313,7 +313,7 @@ TEST_F(Affiche, LetsEventsRunWhileItReadsAFullFolder)
     for (int number = 0; number < 10000; ++number) {
         addName(folder + kStored.toUtf8(), folder + "one of many " + QByteArray::number(number));
     }
-    busy_.setCost(8ms); // a piece of the folder takes so long
+    busy_.setCost(8ms); // so long does a piece of the folder take
     show();
     EXPECT_GT(busy_.yields(), 2);
     EXPECT_EQ(live_.storedPicture(), imagePath(kStored));

@@ -1,4 +1,4 @@
-// Whether a picture is a new image, and what its date tells of the camera's interval.
+// Whether a picture is a new image, and what its date says about the camera's interval.
 #include "capture/NewImageRule.h"
 
 #include "capture/HttpDate.h"

@@ -1,4 +1,4 @@
-// A folder's images that are older than a month, where it resists.
+// A folder's images older than a month, where deletion meets resistance.
 #include "capture/OldImages.h"
 
 #include "base/DateText.h"
@@ -70,7 +70,7 @@ TEST(OldImages, AreNotAllKnownWhenTheFolderWentAway)
     EXPECT_FALSE(images.isComplete());
 }
 
-// Of a folder that cannot be looked through now, which image is the newest is not known.
+// While a folder cannot be read, its newest image is not known.
 TEST(OldImages, StayWhenTheProcessMayOpenNoMoreFiles)
 {
     const TempTree tree;

@@ -1,4 +1,4 @@
-// What is said of a camera whose answer is no picture or is odd.
+// Remarks about a camera whose answer is no picture or is odd.
 #include "capture/PictureRemark.h"
 
 #include "support/Printers.h"

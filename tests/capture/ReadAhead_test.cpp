@@ -1,4 +1,4 @@
-// Transfers that are under way before their camera's turn.
+// Transfers under way before their camera's turn.
 #include "capture/ReadAhead.h"
 
 #include "CaptureTest.h"

@@ -1,4 +1,4 @@
-// Bodies in memory and in working files: the same bytes, whichever way, and a bound on the memory.
+// Bodies in memory and in working files: the same bytes either way, and bounded memory.
 #include "capture/ReplyBody.h"
 
 #include "support/FileSizeLimit.h"
@@ -39,7 +39,7 @@ protected:
     std::shared_ptr<BodyStock> stock_ = std::make_shared<BodyStock>();
 };
 
-/// The parameter is a length: what stays in memory, and what does not.
+/// The parameter is a length, below or above what stays in memory.
 class ReplyBodyOfLength : public ReplyBodyTest, public testing::WithParamInterface<qint64>
 {
 };

@@ -13,7 +13,7 @@ namespace velmora::test {
 inline constexpr CameraAddress kKept{0, 0};
 
 /// It is 7 March 2006, 14:05:09: images from before 7 February, 14:05:09, are old. The box of
-/// camera 0:0 is ticked, and its folder holds an image of now.
+/// camera 0:0 is ticked, and its folder holds a brand-new image.
 class RetentionTest : public CaptureTest
 {
 protected:

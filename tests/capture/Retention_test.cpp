@@ -155,7 +155,7 @@ TEST_F(RetentionRule, KeepsTheNewestWithAClockSetToFarAhead)
     EXPECT_EQ(house_.images(kKept), QStringList({kNewest}));
 }
 
-// West of Greenwich the wall shows an earlier time than the names, which are in universal time.
+// West of Greenwich, local time is behind the names, which are in UTC.
 TEST_F(RetentionRule, TrustsTheClockWestOfGreenwich)
 {
     clock_.setUtcOffset(-8h);

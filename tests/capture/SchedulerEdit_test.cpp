@@ -1,4 +1,4 @@
-// The capture while the box of the storage folder is being edited, and around it.
+// The capture while the storage box is being edited, and before and after.
 #include "CaptureTest.h"
 
 #include <QDir>
@@ -26,7 +26,7 @@ protected:
 
     [[nodiscard]] QString standstill() const { return house_.status.text(Caption::Standstill); }
 
-    /// A pass in the middle of its second camera of three.
+    /// A pass in the middle of the second of three cameras.
     void beginPass()
     {
         add({0, 0});
@@ -151,7 +151,7 @@ TEST_F(Edit, SaysWhyTheCaptureHasStopped)
                                            "is not there"));
 }
 
-// Whatever turns the lamp green.
+// Anything that turns the lamp green.
 TEST_F(Edit, LetsTheTimerRunAgainForAFolderThatIsChosen)
 {
     putInForce(QStringLiteral("C:\\none"));
@@ -212,7 +212,7 @@ TEST_F(FirstPass, IsStillTheFirstWhenTheStorageFolderVanishedInIt)
     removeStorage();
     clock_.advance(2s);
     ASSERT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
-    house_.beginTick(); // the check that it has asked for
+    house_.beginTick(); // the check that it has requested
     house_.tree.makeFolder(u"drives/c/in");
     house_.putImage({0, 0}, kImageName);
     house_.putImage({0, 1},

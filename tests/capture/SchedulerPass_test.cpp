@@ -1,5 +1,5 @@
-// A pass over the table: transfers overlap, effects come strictly in the order of the table, and
-// what changes meanwhile is seen.
+// A pass over the table: transfers overlap, effects come strictly in table order, and changes
+// meanwhile are seen.
 #include "CaptureTest.h"
 
 #include <QDir>

@@ -19,7 +19,7 @@ protected:
         ASSERT_TRUE(QDir(house_.tree.path(u"drives/c/in")).removeRecursively());
     }
 
-    /// A pass that waits behind its first camera.
+    /// A pass that is held after its first camera.
     void beginHeldPass()
     {
         add(kFirst, delayedReply(1s));

@@ -1,4 +1,4 @@
-// The storage folder that goes away, and comes back, while nobody asks.
+// A storage folder that goes away, and comes back, with nothing else checking it.
 #include "capture/StorageWatch.h"
 
 #include "CaptureTest.h"

@@ -1,4 +1,4 @@
-// What must hold for every input of a fuzz program.
+// Conditions that must hold for every input of a fuzz program.
 #pragma once
 
 #include <cstdio>
@@ -6,7 +6,7 @@
 
 namespace velmora::fuzz {
 
-/// Ends the program, which libFuzzer takes for a finding, when the condition does not hold.
+/// Ends the program, which libFuzzer reports as a finding, when the condition does not hold.
 inline void require(bool holds, const char *what)
 {
     if (!holds) {

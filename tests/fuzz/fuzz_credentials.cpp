@@ -1,6 +1,6 @@
 // Fuzzes what is shown of an address: nothing from before its last "@", no value of a field that is
 // not known to be harmless, and nothing that was not there. Input: three lengths (user, password,
-// field), these three, and then the rest of an address.
+// field), those three texts, then the rest of an address.
 #include "Require.h"
 #include "cameras/Credentials.h"
 
@@ -38,7 +38,7 @@ void checkAnyText(const QString &text)
     }
 }
 
-// Whatever stands around it, a password is not shown.
+// Whatever surrounds it, a password is not shown.
 void checkPassword(const QString &user, const QString &password, const QString &rest)
 {
     for (const char *const scheme :
@@ -50,7 +50,7 @@ void checkPassword(const QString &user, const QString &password, const QString &
     }
 }
 
-// A value cannot end itself where no separator stands.
+// A value cannot end where there is no separator.
 void checkField(const QString &path, const QString &value)
 {
     const auto separates = [](QChar c) { return QStringView(u"?&;@").contains(c); };

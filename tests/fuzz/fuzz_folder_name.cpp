@@ -13,7 +13,7 @@ namespace velmora::fuzz {
 namespace {
 
 constexpr qsizetype kMaxName = 255;
-constexpr qsizetype kMaxUncut = 85; // three characters each fit the name
+constexpr qsizetype kMaxUncut = 85; // at three characters each, so many fit the name
 
 bool isNameCharacter(QChar c)
 {

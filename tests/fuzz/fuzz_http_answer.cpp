@@ -1,5 +1,5 @@
-// Fuzzes an HTTP answer as a whole: a socket on the loopback gives a client the input, in pieces as
-// a network would, and whatever it is, the fetch ends within its bounds, with a picture or with a
+// Fuzzes an HTTP answer as a whole: a loopback socket gives a client the input, in pieces as a
+// network would, and whatever it is, the fetch ends within its bounds, with a picture or with a
 // reason.
 #include "Require.h"
 #include "capture/HttpClient.h"
@@ -19,9 +19,9 @@ namespace velmora::fuzz {
 namespace {
 
 constexpr std::chrono::milliseconds kLimit{250};
-constexpr int kMostRequests = 14; // ten redirects and what a user's name may cost
+constexpr int kMostRequests = 14; // ten redirects, and the repeats that a user name may cause
 
-/// Sends every client the same bytes, cut where the first of them says.
+/// Sends every client the same bytes, split where the first byte says.
 class Camera
 {
 public:
@@ -127,7 +127,7 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qInstallMessageHandler(velmora::fuzz::quiet);
     static const QCoreApplication application(*argc, *argv);
-    velmora::fuzz::exchange = new velmora::fuzz::Exchange; // goes with the process
+    velmora::fuzz::exchange = new velmora::fuzz::Exchange; // freed with the process
     return 0;
 }
 

@@ -1,6 +1,6 @@
 // Fuzzes the text of a mail: whatever names, subject and body hold, it is lines of ASCII that no
-// server refuses, its headers are the ones it is to have, and its body is read back as it was.
-// Input: two lengths (name, subject), these two, and then the body.
+// server refuses, its headers are the expected ones, and its body is read back unchanged. Input:
+// two lengths (name, subject), those two texts, then the body.
 #include "Require.h"
 #include "support/MailReader.h"
 #include "tools/MailText.h"

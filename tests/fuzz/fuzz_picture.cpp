@@ -1,4 +1,4 @@
-// Fuzzes the decoding of pictures: whatever lies in a camera's folder gives a picture of the wished
+// Fuzzes the decoding of pictures: any file in a camera's folder gives a picture of the requested
 // size that can be painted, or none.
 #include "Require.h"
 #include "pictures/PictureReader.h"
@@ -35,7 +35,7 @@ void check(const QByteArray &bytes)
     require(fitsInto(kept, kShown), "those that keep their shape lie within the cell");
     const QSize least = decoded(bytes, {kShown, Fit::AtLeast}).size();
     require(fitsInto(kept, least), "the painter never has to enlarge");
-    // Of a broken JPEG the two others may read less or more than the stretched one.
+    // Of a broken JPEG, the two others may read less or more than the stretched one.
     require(kept.isEmpty() == least.isEmpty(), "both come from the same decoding");
 }
 

@@ -1,5 +1,5 @@
-// Fuzzes what is read of pictures before they are decoded: format, scans, lengths and chunks, by
-// which it is decided whether the decoder gets to see the file at all.
+// Fuzzes what is read from pictures before they are decoded: format, scans, lengths and chunks,
+// which decide whether the decoder gets to see the file at all.
 #include "Require.h"
 #include "pictures/BmpLength.h"
 #include "pictures/JpegScans.h"

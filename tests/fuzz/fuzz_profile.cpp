@@ -1,5 +1,6 @@
 // Fuzzes the settings text: any bytes can be parsed, an edit touches one line, and what was set is
-// read back. Input: four lengths (section, key, other key, value), these four, and then the text.
+// read back. Input: four lengths (section, key, other key, value), those four texts, then the
+// settings.
 #include "Require.h"
 #include "base/ProfileText.h"
 
@@ -61,7 +62,7 @@ bool holdsLineEnd(QByteArrayView text)
     return text.contains('\r') || text.contains('\n');
 }
 
-/// True for a name that stands in a text as it is asked for.
+/// True for a name that is found in a text exactly as asked for.
 bool isPlain(QByteArrayView name, char closing)
 {
     const QByteArrayView bare = without(name, " ");

@@ -1,4 +1,4 @@
-// What is known of how a camera delivers, and when it counts as late.
+// What is known about how a camera delivers, and when it counts as late.
 #include "health/CameraHealth.h"
 
 #include <QJsonArray>

@@ -1,4 +1,4 @@
-// Notices on the desktop, over a message bus that works, hangs, refuses or is not there.
+// Notices on the desktop, over a message bus that works, hangs, refuses or does not exist.
 #include "health/DesktopNotices.h"
 
 #include "health/BusMessage.h"
@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 const QByteArray kWelcome = "OK 0123456789abcdef0123456789abcdef\r\n";
 
-/// A bus that answers the first line of a client, and keeps what comes.
+/// A bus that answers a client's first line, and keeps what follows.
 class BusDouble
 {
 public:
@@ -116,7 +116,7 @@ TEST_F(DesktopNoticesTest, DoesNothingWithoutABus)
     EXPECT_FALSE(bus.heard.contains("one"));
 }
 
-// Nobody serves the connection; the system alone takes it.
+// No program serves the connection; only the system accepts it.
 TEST_F(DesktopNoticesTest, WaitsForNoBusThatHangs)
 {
     QLocalServer hanging;

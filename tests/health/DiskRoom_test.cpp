@@ -1,4 +1,4 @@
-// How much room is left, for how long.
+// How much room is left, and for how long.
 #include "health/DiskRoom.h"
 
 #include "health/HealthOptions.h"

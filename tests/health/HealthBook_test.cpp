@@ -1,4 +1,4 @@
-// What is known of each camera: heard from the capture, read again, or counted.
+// What is known about each camera: learnt from the capture, read back, or counted.
 #include "HealthHouse.h"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-// A capture with everything that knows how its cameras deliver, on a clock that the test moves.
+// A capture with everything that watches how its cameras deliver, on a clock that the test moves.
 #pragma once
 
 #include "../capture/CaptureTest.h"
@@ -9,7 +9,7 @@ namespace velmora::test {
 inline constexpr CameraAddress kOne{0, 1};
 inline constexpr CameraAddress kTwo{0, 2};
 
-/// The folders are under C:\in; nobody watches until watch().
+/// The folders are under C:\in; nothing is watched until watch().
 class HealthTest : public CaptureTest
 {
 protected:

@@ -1,4 +1,4 @@
-// What is known of the cameras, read again after a restart.
+// What is known about the cameras, read back after a restart.
 #include "health/HealthStore.h"
 
 #include "support/TempTree.h"

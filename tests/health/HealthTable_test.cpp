@@ -1,4 +1,4 @@
-// The table of the cameras as a view sees it.
+// The table of cameras as a view sees it.
 #include "health/HealthTable.h"
 
 #include "HealthHouse.h"

@@ -1,4 +1,4 @@
-// Who is told of as late, and when not.
+// Which cameras are reported late, and when they are not.
 #include "HealthHouse.h"
 
 #include <QDir>
@@ -16,7 +16,7 @@ protected:
         add(kOne);
         add(kTwo);
         start();
-        notices_.clear(); // of the disk of the machine, when that is full
+        notices_.clear(); // about this machine's disk, when that is full
     }
 };
 

@@ -1,4 +1,4 @@
-// What was noticed, mailed: gathered, and not again and again.
+// Notices by mail: gathered, and not repeated.
 #include "health/NoticeMail.h"
 
 #include "support/FakeClock.h"

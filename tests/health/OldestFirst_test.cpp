@@ -1,4 +1,4 @@
-// Room made on a disk: what goes first, and what never goes.
+// Making room on a disk: what is deleted first, and what never is.
 #include "health/OldestFirst.h"
 
 #include "HealthHouse.h"

@@ -1,4 +1,4 @@
-"""The drawing of the layers in docs/architecture.md, the links in CMake and the includes tell the same."""
+"""The drawing of the layers in docs/architecture.md, the links in CMake and the includes must agree."""
 
 import re
 from pathlib import Path
@@ -12,7 +12,7 @@ def drawn(root):
 
 
 def linked(root):
-    """What each layer's CMakeLists.txt names behind DEPENDS."""
+    """The layers that each layer's CMakeLists.txt lists after DEPENDS."""
     arrows = set()
     for path in Path(root, "src").glob("*/CMakeLists.txt"):
         module = re.search(r"velmora_module\((\w+)(.*?)\)", path.read_text(encoding="utf-8"), re.S)
@@ -22,7 +22,7 @@ def linked(root):
 
 
 def included(root):
-    """Pairs of layers of which one includes a header of the other, with a file that does."""
+    """Pairs of layers where one includes a header of the other, with a file that does."""
     found = {}
     for path in sorted(Path(root, "src").glob("*/*.[hc]*")):
         if path.suffix in (".h", ".cpp"):
@@ -38,7 +38,7 @@ def reachable(arrows, layer):
 
 
 def check(root):
-    """The arrows of the drawing are CMake's links; each include follows them, and each is used."""
+    """The drawing's arrows are CMake's links; each include follows them, and each is used."""
     picture, links, uses = drawn(root), linked(root), included(root)
     found = [f"docs/architecture.md: {a} --> {b} is drawn, but not linked" for a, b in sorted(picture - links)]
     found += [f"src/{a}/CMakeLists.txt: {a} --> {b} is linked, but not drawn" for a, b in sorted(links - picture)]
@@ -47,7 +47,7 @@ def check(root):
         for (a, b), file in sorted(uses.items())
         if b not in reachable(picture, a)
     ]
-    # A link may stand for the layers behind it too: app works with what ui shows.
+    # A link may stand for the layers below it too: app works with what ui shows.
     found += [
         f"docs/architecture.md: {a} --> {b} is drawn, but {a} includes nothing of it"
         for a, b in sorted(picture)

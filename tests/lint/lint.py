@@ -1,4 +1,4 @@
-"""Checks of the source tree: lint.py RULE SOURCE_FOLDER. Prints what breaks the rule and how to mend it."""
+"""Checks of the source tree: lint.py RULE SOURCE_FOLDER. Prints what breaks the rule and how to fix it."""
 
 import re
 import subprocess
@@ -9,13 +9,13 @@ import layers
 import metrics
 
 LAYERS = ["base", "net", "settings", "cameras", "capture", "view", "pictures", "browser", "tools", "health", "admin", "ui", "app"]
-# What hands libcurl its work; TransferLoop runs it.
+# The calls that hand libcurl its work; TransferLoop makes them.
 CURL_USERS = ["Authorities.cpp", "TransferLoop.cpp", "ConnectedStream.cpp", "HttpClient.cpp", "SmtpClient.cpp"]
 MAX_LINES = 500
 
 
 def tracked(root, *endings):
-    """Files of the project that git knows or would take, by their endings."""
+    """The project's files that git tracks or would add, by extension."""
     listed = subprocess.run(
         ["git", "-C", root, "ls-files", "-co", "--exclude-standard"], capture_output=True, text=True, check=False
     ).stdout.splitlines()
@@ -33,7 +33,7 @@ def lines_matching(files, pattern):
 def words(root):
     """No rule is explained by where it was written down, and nothing is left open."""
     ends = (".h", ".cpp", ".py", ".sh", ".md", ".txt", ".cmake", ".ui", "run", "test")
-    # In pieces, so that this file does not hold the words itself.
+    # In pieces, so that this file does not contain the words itself.
     pattern = r"(?i)\bspeci" r"fications?\b|\bTO" r"DO\b|\bFIX" r"ME\b|GTEST_" r"SKIP|DIS" r"ABLED_"
     return list(lines_matching(tracked(root, *ends), pattern)), "State the rule and its reason; finish what is open."
 
@@ -61,7 +61,7 @@ def includes(root):
 
 
 def sizes(root):
-    """No file grows into several."""
+    """No file grows until it should be several."""
     found = []
     for path in tracked(root, ".h", ".cpp", ".py"):
         count = len(path.read_text(encoding="utf-8", errors="replace").splitlines())
@@ -92,7 +92,7 @@ def vocabulary(root):
 
 
 def behaviour(root):
-    """Every rule of the list of behaviour names tests that exist."""
+    """Every rule in the list of behaviour names tests that exist."""
     text = Path(root, "docs/behaviour.md").read_text(encoding="utf-8")
     tests = set()
     for path in tracked(root, "_test.cpp"):
@@ -112,7 +112,7 @@ def behaviour(root):
 
 
 def format(root):
-    """Every C++ file is as clang-format leaves it."""
+    """Every C++ file is formatted by clang-format."""
     files = [str(p) for p in tracked(root, ".h", ".cpp")]
     run = subprocess.run(
         ["clang-format-19", "--dry-run", "--Werror", *files], capture_output=True, text=True, check=False

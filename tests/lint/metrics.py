@@ -1,4 +1,5 @@
-"""Measures of the code: metrics.py SOURCE_FOLDER prints them as the rows of docs/metrics.md.
+"""Measures of the code: metrics.py SOURCE_FOLDER prints them as the rows of docs/metrics.md. Headers are parsed as
+text: the functions and members of a class are the declarations at its own level.
 
 Headers are read as text: functions and members of a class are the declarations at its own level."""
 
@@ -6,7 +7,7 @@ import re
 import sys
 from pathlib import Path
 
-MAX_FUNCTIONS = 15  # public, without constructors and destructor; signals are told, not called
+MAX_FUNCTIONS = 15  # public, without constructors and destructor; signals are emitted, not called
 MAX_MEMBERS = 12
 
 
@@ -15,13 +16,13 @@ def sources(root, *endings):
 
 
 def bare(text):
-    """Without comments, and with empty texts."""
+    """Without comments, and with emptied strings."""
     text = re.sub(r"//[^\n]*|/\*.*?\*/", "", text, flags=re.S)
     return re.sub(r'"(?:\\.|[^"\\])*"', '""', text)
 
 
 def closing(text, at):
-    """Position behind the bracket that closes the one at `at`."""
+    """Position after the bracket that closes the one at `at`."""
     depth = 0
     for place in range(at, len(text)):
         depth += {"{": 1, "}": -1}.get(text[place], 0)
@@ -31,7 +32,7 @@ def closing(text, at):
 
 
 def own_level(body):
-    """Text of a class's body with all inner braces emptied; a function's body ends its declaration."""
+    """The text of a class's body with all inner braces emptied; a function's body ends its declaration."""
     level, at = "", 0
     while at < len(body):
         if body[at] == "{":
@@ -56,7 +57,7 @@ def declarations(body, access):
 
 
 def is_function(piece):
-    # Initialisers and types such as std::function<void()> have brackets, too.
+    # Initialisers and types such as std::function<void()> have brackets too.
     head = re.sub(r"<[^<>]*(?:<[^<>]*>[^<>]*)*>", "", piece.partition("=")[0] if "operator" not in piece else piece)
     return "(" in head
 
@@ -95,7 +96,7 @@ def beyond(root):
 
 
 def transitive_headers(root):
-    """For each header of the project how many others of the project it brings with it."""
+    """For each header of the project, how many others of the project it includes."""
     direct = {}
     for path in sources(root, ".h"):
         read = re.findall(r'^#include "(\w+/[\w.]+)"', path.read_text(encoding="utf-8"), re.M)
@@ -155,7 +156,7 @@ def table(root):
 
 
 def check(root):
-    """A class that is larger than others says why, in docs/metrics.md."""
+    """A class that is larger than others must say why, in docs/metrics.md."""
     text = Path(root, "docs/metrics.md").read_text(encoding="utf-8")
     reasons = dict(re.findall(r"^\| `(\w+)` \| ([^|\n]*\w{3}[^|\n]*) \|$", text, re.M))
     large = {name: row for row in beyond(root) for name in [row[1]]}

@@ -1,8 +1,9 @@
 """Runs clang-tidy over the program's own sources: tidy.py SOURCE_FOLDER BUILD_FOLDER.
 
-Nearly all of its time goes into the toolkit's headers, so many sources are read at once, as one unit that includes
-them: those whose local names do not meet, of all the layers that the windows see together, and of the composition. A
-unit whose sources, headers and configuration are as they were when it last passed is not read again.
+Nearly all of its time goes into the toolkit's headers, so many sources are checked at once, as one unit that
+includes them: sources whose local names do not clash, from all the layers that the windows see together, and from
+the composition. A unit is not checked again while its sources, headers and configuration are as they were when it
+last passed.
 """
 
 import hashlib
@@ -15,11 +16,11 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 MOST = 30  # sources of a unit
-TOP = "app"  # its compile command alone has what was defined for it
+TOP = "app"  # its compile command has definitions that no other has
 
 
 def fingerprint(root):
-    """One hash over all that a finding can depend on but the sources themselves."""
+    """One hash over everything that a finding can depend on except the sources themselves."""
     digest = hashlib.sha256(Path(root, ".clang-tidy").read_bytes())
     for path in sorted(Path(root, "src").rglob("*.h")) + sorted(Path(root, "src").rglob("*.ui")):
         digest.update(path.read_bytes())
@@ -27,7 +28,7 @@ def fingerprint(root):
 
 
 def local_names(source):
-    """What a source declares for itself alone: formatted as all are, a declaration begins its line."""
+    """The local names that a source declares: since all sources are formatted, a declaration starts its line."""
     text = Path(source).read_text(encoding="utf-8")
     blocks = "\n".join(re.findall(r"^namespace \{$(.*?)^\} // namespace$", text, re.M | re.S))
     no_names = ("using ", "template ", "public:", "protected:", "private:")
@@ -39,7 +40,7 @@ def local_names(source):
 
 
 def room(source):
-    """What its unit is compiled as: the composition, or the layer below it, which sees all the others."""
+    """The kind of unit it is compiled in: the composition, or the layer below it, which sees all the others."""
     return TOP if Path(source).parent.name == TOP else ""
 
 
@@ -60,7 +61,7 @@ def units(sources):
 
 
 def topmost(root, sources):
-    """A source of the layer below the composition; the build names the layers from the lowest up."""
+    """A source of the layer below the composition; the build lists the layers from the lowest up."""
     listed = re.findall(r"^add_subdirectory\((\w+)\)", Path(root, "src", "CMakeLists.txt").read_text(), re.M)
     top = [layer for layer in listed if layer != TOP][-1]
     return next(source for source in sources if Path(source).parent.name == top)
@@ -85,7 +86,7 @@ def check(unit, sources, build, digest, passed):
         return ""
     run = subprocess.run(["clang-tidy-19", "-p", passed, "--quiet", unit], capture_output=True, text=True, check=False)
     if run.returncode != 0:
-        # A name that the units' rule overlooked, or a true finding: alone each source says which.
+        # Either a clash that the units' rule overlooked, or a true finding: compiled alone, each source tells which.
         alone = ["clang-tidy-19", "-p", build, "--quiet", *sources]
         run = subprocess.run(alone, capture_output=True, text=True, check=False)
     if run.returncode == 0:

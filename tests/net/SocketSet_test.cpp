@@ -74,7 +74,7 @@ TEST_F(SocketSetTest, TellsASocketThatCanBeRead)
 TEST_F(SocketSetTest, TellsNothingThatIsNotWaitedFor)
 {
     const Pair pair;
-    set_.watch(pair.near->get(), {true, false, false}); // it could be written to
+    set_.watch(pair.near->get(), {true, false, false}); // it is ready to be written to
     EXPECT_FALSE(turn());
 }
 

@@ -27,7 +27,7 @@ std::size_t dropBody(char *, std::size_t size, std::size_t count, void *)
     return size * count;
 }
 
-/// Lets every client in, and answers or not.
+/// Accepts every client, and answers or not.
 class SmallServer
 {
 public:
@@ -63,7 +63,7 @@ private:
     QTcpServer server_;
 };
 
-/// A transfer as a user of the loop sets it up.
+/// A transfer set up as users of the loop do.
 class Transfer
 {
 public:
@@ -166,7 +166,7 @@ TEST_F(TransferLoopTest, RunsManySideBySide)
 constexpr qsizetype kPieces = 40;
 constexpr qsizetype kPieceBytes = 1000;
 
-// Every piece a body of its own, as far as libcurl's callback goes.
+// Every piece counts as a body of its own to libcurl's callback.
 QByteArray inPieces()
 {
     QByteArray answer = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
@@ -186,7 +186,7 @@ QByteArray allPieces()
     return bytes;
 }
 
-/// Takes a body whose every piece costs a millisecond, and counts how many of them come between two
+/// Receives a body of which every piece costs a millisecond, and counts how many arrive between two
 /// turns of the event loop.
 class SlowReader
 {

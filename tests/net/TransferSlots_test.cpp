@@ -1,4 +1,4 @@
-// How many transfers run at once, by the number of files that the process may open.
+// How many transfers run at once, given the number of files that the process may open.
 #include "net/TransferSlots.h"
 
 #include "support/RunTask.h"
@@ -39,7 +39,7 @@ protected:
         (entered ? entered_ : givenUp_).append(number);
     }
 
-    // Asks for so many places.
+    // Requests this many places.
     void begin(int count)
     {
         for (int i = 0; i < count; ++i) {

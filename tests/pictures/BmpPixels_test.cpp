@@ -1,4 +1,4 @@
-// Whether a BMP goes on behind its header.
+// Whether a BMP continues after its header.
 #include "pictures/BmpPixels.h"
 
 #include "PictureMaker.h"

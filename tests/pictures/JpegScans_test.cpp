@@ -1,4 +1,4 @@
-// How often a JPEG goes over its picture.
+// How many scans a JPEG has.
 #include "pictures/JpegScans.h"
 
 #include "PictureMaker.h"
@@ -21,7 +21,7 @@ TEST(JpegScans, AreOneThoughTheDataLooksLikeMore)
     EXPECT_EQ(countJpegScans(withOrientation(encoded(quarters({64, 64}), "jpg"), 6)), 1);
 }
 
-// One of three components in the first scan, so that more are to come.
+// With one of three components in the first scan, more scans must follow.
 TEST(JpegScans, AreSeveralOfAPictureInParts)
 {
     QByteArray picture = encoded(quarters({64, 64}), "jpg");
@@ -36,7 +36,7 @@ TEST(JpegScans, AreCountedWhereTheHeaderIsUnusual)
     EXPECT_EQ(countJpegScans(picture + "\xFF\xDA"), 2);
 }
 
-// A marker without a length, behind which the decoder goes on at once.
+// A marker without a length, after which the decoder goes on at once.
 TEST(JpegScans, AreCountedWhereASegmentMayHideOthers)
 {
     const QByteArray picture = encoded(quarters({64, 64}), "jpg");

@@ -1,4 +1,4 @@
-// Whether a JPEG is whole, by its markers.
+// Whether a JPEG is complete, judging by its markers.
 #include "pictures/JpegStream.h"
 
 #include <QBuffer>

@@ -1,4 +1,4 @@
-// Which pictures are remembered, and when they are decoded anew.
+// Which pictures are remembered, and when they are decoded again.
 #include "pictures/PictureCache.h"
 
 #include "PictureMaker.h"
@@ -103,12 +103,12 @@ TEST_F(PictureCacheTest, ReadsAFileThatBecameAPicture)
 
 TEST_F(PictureCacheTest, LetsTheLeastRecentlyUsedGoFirst)
 {
-    PictureCache cache(5 * kPictureBytes / 2); // two pictures with what they need beside
+    PictureCache cache(5 * kPictureBytes / 2); // two pictures including their overhead
     const QString b = add(QStringLiteral("b.png"));
     const QString c = add(QStringLiteral("c.png"));
     static_cast<void>(cache.read(path_, kWish));
     static_cast<void>(cache.read(b, kWish));
-    static_cast<void>(cache.find(path_, kWish)); // b is now the one that was not asked for longest
+    static_cast<void>(cache.find(path_, kWish)); // b is now the least recently used
     static_cast<void>(cache.read(c, kWish));
     EXPECT_FALSE(cache.find(path_, kWish).isNull());
     EXPECT_TRUE(cache.find(b, kWish).isNull());

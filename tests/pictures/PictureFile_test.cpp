@@ -1,4 +1,4 @@
-// The file of a picture, and what tells it from another one.
+// A picture's file, and what distinguishes it from another.
 #include "pictures/PictureFile.h"
 
 #include "PictureMaker.h"

@@ -1,4 +1,4 @@
-// Files that are no pictures, broken ones, and ones made to exhaust whoever opens them.
+// Files that are not pictures, broken ones, and ones made to exhaust whatever opens them.
 #include "PictureMaker.h"
 #include "pictures/PictureReader.h"
 
@@ -65,7 +65,7 @@ TEST(HostilePicture, ShowsWhatThereIsOfAJpegThatBreaksOff)
     EXPECT_EQ(cornersOf(image)[1], Qt::green);
 }
 
-// A BMP begins with its lowest line.
+// A BMP starts with its lowest line.
 TEST(HostilePicture, ShowsWhatThereIsOfAnotherFormatThatBreaksOff)
 {
     for (const char *const format : {"png", "bmp", "webp"}) {
@@ -89,7 +89,7 @@ TEST(HostilePicture, ShowsWhatThereIsOfASmallPngThatBreaksOff)
     EXPECT_NE(part, all);
 }
 
-/// How far the colours of two pictures are apart where that is most.
+/// The greatest distance between the colours of two pictures.
 int distance(const QImage &one, const QImage &other)
 {
     int most = 0;
@@ -195,7 +195,7 @@ TEST(HostilePicture, MayHave64MebipixelsAtMost)
     EXPECT_EQ(decodePicture(claiming(jpeg(), {8192, 8192}), kThumbnail).size(), QSize(240, 180));
 }
 
-// Each scan goes over all coefficients: 64 scans of 16 Mi pixels are what is allowed.
+// Each scan goes over all coefficients: 64 scans of 16 Mi pixels are the limit.
 QByteArray jpegWithScans(int scans)
 {
     QByteArray picture = claiming(jpeg(Progressive::Yes), {4096, 4096});

@@ -1,4 +1,4 @@
-// The kinds of pictures that cameras and people store.
+// The kinds of pictures that cameras and users store.
 #include "PictureMaker.h"
 #include "pictures/PictureReader.h"
 
@@ -88,7 +88,7 @@ TEST(PictureKinds, AnAnimationShowsItsFirstImage)
     EXPECT_EQ(QRgb{image.pixel(0, 0) | 0xFF000000}, 0xFFFF0000);
 }
 
-// A screen of 8 by 6 pixels, on which a frame of 3 by 2 lies at 2, 1.
+// A screen of 8 by 6 pixels, with a frame of 3 by 2 at 2, 1.
 TEST(PictureKinds, AFrameSmallerThanItsScreenStandsInItsPlace)
 {
     const QImage image = decodePicture(smallFrameGif(), {});

@@ -46,7 +46,7 @@ QByteArray bigEndian(quint32 number)
     return bytes;
 }
 
-// Of a baseline or a progressive one.
+// Start of the frame, baseline or progressive.
 qsizetype jpegFrame(const QByteArray &jpeg)
 {
     const qsizetype baseline = jpeg.indexOf("\xFF\xC0");
@@ -191,7 +191,7 @@ QByteArray bmpWith(const BmpHead &head, const QByteArray &palette, const QByteAr
            littleEndian(start) + info + palette + pixels;
 }
 
-// Widths that need no filling up.
+// For widths that need no padding.
 QByteArray bmpLine(const QImage &image, int y)
 {
     QByteArray line;

@@ -1,4 +1,4 @@
-// Pictures for the tests: made by encoders, bent byte by byte.
+// Pictures for the tests: made by encoders, then altered byte by byte.
 #pragma once
 
 #include "support/Printers.h"
@@ -21,7 +21,7 @@ inline constexpr Corners kCorners = {Qt::red, Qt::green, Qt::blue, Qt::white};
 /// A picture of four plain quarters.
 [[nodiscard]] QImage quarters(QSize size);
 
-/// The colours nearest to the middles of the quarters.
+/// The colours closest to those in the middle of each quarter.
 [[nodiscard]] Corners cornersOf(const QImage &image);
 
 enum class Progressive { No, Yes };
@@ -30,7 +30,7 @@ enum class Progressive { No, Yes };
 [[nodiscard]] QByteArray encoded(const QImage &image, const char *format,
                                  Progressive progressive = Progressive::No);
 
-/// quarters() as a JPEG of four inks, as image editors write it.
+/// quarters() as a JPEG in four inks, as image editors write it.
 [[nodiscard]] QByteArray cmykJpeg(QSize size);
 
 /// Two frames of one pixel, red and then green.
@@ -39,8 +39,8 @@ enum class Progressive { No, Yes };
 /// One red frame of 3 by 2 pixels at 2, 1 of a screen of 8 by 6.
 [[nodiscard]] QByteArray smallFrameGif();
 
-/// A picture in 24 bits whose first line is the upper one; with a header of that many bytes; with
-/// a palette, run-length coded line by line.
+/// A picture in 24 bits whose first line is the top one; with a header of that many bytes; with a
+/// palette, run-length encoded line by line.
 [[nodiscard]] QByteArray bmpFromTheTop(const QImage &image);
 [[nodiscard]] QByteArray bmpWithHead(const QImage &image, quint32 headBytes);
 [[nodiscard]] QByteArray runLengthBmp(const QImage &image);
@@ -48,7 +48,7 @@ enum class Progressive { No, Yes };
 /// The JPEG with an Exif segment that says how the camera was held, 1 to 8.
 [[nodiscard]] QByteArray withOrientation(const QByteArray &jpeg, int orientation);
 
-/// The JPEG or PNG with another size in its header, which is all that changes.
+/// The JPEG or PNG with a different size in its header and no other change.
 [[nodiscard]] QByteArray claiming(QByteArray picture, QSize size);
 
 /// The picture as a PNG in seven passes of 24 bits.

@@ -66,7 +66,7 @@ TEST(PictureReader, ReducesAJpegOfAnOddSizeByHalvesToo)
     EXPECT_EQ(decodedSize({641, 481}, {kCell, Fit::AtLeast}), QSize(320, 240));
 }
 
-// Stripes as wide as the decoder's blocks: a column that is left out or repeated shows.
+// Stripes as wide as the decoder's blocks: a column left out or repeated shows.
 TEST(PictureReader, LeavesNoColumnOutOfAJpegOfAnOddSize)
 {
     QImage stripes(1927, 1447, QImage::Format_RGB32);

@@ -1,4 +1,4 @@
-// A picture brought to its size.
+// A picture scaled to a size.
 #include "pictures/PictureScaler.h"
 
 #include "PictureMaker.h"

@@ -1,4 +1,4 @@
-// The sizes on a picture's way to the window.
+// The sizes of a picture on its way to the window.
 #include "pictures/PictureSize.h"
 
 #include "PictureMaker.h"

@@ -1,4 +1,4 @@
-// What is left out of a PNG.
+// What is stripped from a PNG.
 #include "pictures/PngChunks.h"
 
 #include "PictureMaker.h"

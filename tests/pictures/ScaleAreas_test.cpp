@@ -1,4 +1,4 @@
-// How much each pixel counts when a line is made shorter or longer.
+// How much each pixel contributes when a line is shortened or lengthened.
 #include "pictures/ScaleAreas.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The box "Debug": stored at once, taken over at the next start.
+// The "Debug" box: stored at once, loaded at the next start.
 #include "settings/DebugSwitch.h"
 
 #include "support/FakeClock.h"

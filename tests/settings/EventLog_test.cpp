@@ -1,4 +1,4 @@
-// The diagnostic log: the form of a line, its two generations, and what happens when it cannot be
+// The diagnostic log: the form of a line, the two generations, and what happens when it cannot be
 // written.
 #include "settings/EventLog.h"
 

@@ -1,4 +1,4 @@
-// Numbers of the settings as whole numbers: rounded to the even half, and never clamped.
+// Numbers of the settings as whole numbers: halves rounded to even, and never clamped.
 #include "settings/Numbers.h"
 
 #include <gtest/gtest.h>

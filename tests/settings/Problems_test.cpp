@@ -1,4 +1,4 @@
-// What the user gets to see of problems, how often, and what stands in the log.
+// What the user sees of problems, how often, and what is logged.
 #include "settings/Problems.h"
 
 #include "support/FakeClock.h"

@@ -1,4 +1,4 @@
-// The settings file as the program reads and writes it: texts, numbers, and a view of one moment.
+// The settings file as the program reads and writes it: texts, numbers, and a snapshot.
 #include "settings/SettingsFile.h"
 
 #include "settings/Numbers.h"

@@ -1,4 +1,4 @@
-// Stored window positions: their keys, their caps, and what comes of damaged ones.
+// Stored window positions: their keys, their caps, and what becomes of damaged ones.
 #include "settings/WindowPlace.h"
 
 #include "support/FakeClock.h"

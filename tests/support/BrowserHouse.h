@@ -1,5 +1,5 @@
-// The image browser without its window, put together over a whole capture as the program does it,
-// with image files that a test lays down by name and time.
+// The image browser without its window, put together over a whole capture as in the program, with
+// image files that a test creates by name and time.
 #pragma once
 
 #include "browser/BrowserServices.h"
@@ -12,7 +12,7 @@
 
 namespace velmora::test {
 
-/// Any slideshow may stand at its side. The services and parts stand open to the test.
+/// Any slideshow may be attached. Services and parts are open to the test.
 class BrowserHouse : public QObject
 {
 public:
@@ -21,17 +21,18 @@ public:
     explicit BrowserHouse(const MakeFilm &makeFilm, FirstCheck storageCheck = FirstCheck::Done);
     Q_DISABLE_COPY_MOVE(BrowserHouse)
 
-    /// Closes the browser and gives up what still runs.
+    /// Closes the browser and gives up what is still running.
     ~BrowserHouse() override;
 
-    /// Gives a row an address of its own, makes its folder, and puts files of these names into it.
+    /// Gives a row an address of its own, makes its folder, and puts files with these names into
+    /// it.
     void addCamera(CameraAddress camera, const QStringList &names = {}) const;
 
-    /// The same with so many images, named by imageName() from 0 on.
+    /// The same with this many images, named by imageName() from 0 on.
     void addImages(CameraAddress camera, int count) const;
 
-    /// Gives a row an address whose folder holds so many images that reading it takes turns of the
-    /// event loop. The folder is shared: nothing in it may be changed.
+    /// Gives a row an address whose folder has so many images that reading it takes several turns
+    /// of the event loop. The folder is shared: nothing in it may be changed.
     void addFullFolder(CameraAddress camera) const;
 
     /// Puts a file into a camera's folder.
@@ -40,17 +41,17 @@ public:
 
     void remove(CameraAddress camera, const QString &name) const;
 
-    /// Takes the storage folder away, as when its disk is pulled out, and puts it back.
+    /// Removes the storage folder, as if its disk were pulled out, and puts it back.
     void pullStorage() const;
     void plugStorage() const;
 
     /// Runs the event loop until nothing is left to do.
     void finish() { capture.finish(); }
 
-    /// Selects a camera in both lists and shows it, to the end.
+    /// Selects a camera in both lists and shows it, until done.
     void show(CameraAddress camera);
 
-    /// Shows the group view of a group, to the end.
+    /// Shows the group view of a group, until done.
     void showGroup(int group);
 
     /// Names of the files in the ten cells, and of the list of the group view.
@@ -62,7 +63,7 @@ public:
 
     [[nodiscard]] QString NbI() const { return browser.face().NbI; }
 
-    /// The timer of the walk ticks.
+    /// Makes the walk's timer tick.
     void fireScan();
 
     [[nodiscard]] BrowserServices services();
@@ -92,7 +93,7 @@ private:
 /// of a day.
 [[nodiscard]] QString imageName(int number);
 
-/// These names, from a first number on.
+/// So many of these names, from a first number on.
 [[nodiscard]] QStringList imageNames(int first, int count);
 
 /// Number of images in a full folder.

@@ -1,5 +1,5 @@
 // A clock on which work takes time: every look at it costs some, so that a test sees when long work
-// lets events run, however fast the machine is.
+// lets events be handled, however fast the machine is.
 #pragma once
 
 #include "base/Clock.h"
@@ -46,10 +46,10 @@ public:
         co_await clock_.yield();
     }
 
-    /// What one look costs.
+    /// The cost of one look.
     void setCost(std::chrono::milliseconds cost) { cost_ = cost; }
 
-    /// The yield of this number, from 1 on, throws.
+    /// Makes the yield of this number, from 1 on, throw.
     void failAtYield(int number) { failAt_ = number; }
 
     /// Called with the number of each yield.

@@ -1,4 +1,4 @@
-// The program's own capture on a temporary program folder, with the test's clock and source of
+// The program's own capture in a temporary program folder, with the test's clock and source of
 // pictures, and what windows would show of it.
 #pragma once
 
@@ -13,8 +13,8 @@ namespace velmora::test {
 
 enum class FirstCheck { Done, Outstanding };
 
-/// The services stand open to the test. The storage folder C:\in exists, the log is on, and a tick
-/// lasts a minute, so that the timer never ticks by itself.
+/// The services are open to the test. The storage folder C:\in exists, the log is on, and a tick
+/// lasts a minute, so that the timer never ticks on its own.
 class CaptureHouse : public QObject
 {
 public:
@@ -22,7 +22,7 @@ public:
                  FirstCheck storageCheck = FirstCheck::Done);
     Q_DISABLE_COPY_MOVE(CaptureHouse)
 
-    /// Gives up what still runs.
+    /// Gives up what is still running.
     ~CaptureHouse() override;
 
     /// Gives a row an address and switches its group on.
@@ -35,16 +35,16 @@ public:
     /// Selects a group's tab.
     void showGroup(int group);
 
-    /// One tick, to the end of its pass.
+    /// One tick, until its pass has ended.
     void tick();
 
-    /// One tick that the test's clock will carry on.
+    /// One tick, which goes on as the test advances the clock.
     void beginTick();
 
-    /// Loads one camera, to the end.
+    /// Loads one camera, until done.
     void load(CameraAddress camera);
 
-    /// Loads one camera; the test's clock will carry it on.
+    /// Loads one camera; goes on as the test advances the clock.
     void beginLoad(CameraAddress camera);
 
     /// Runs the event loop until nothing is left to do.
@@ -53,7 +53,7 @@ public:
     /// Folder of a camera, relative to the tree.
     [[nodiscard]] QString folder(CameraAddress camera) const;
 
-    /// Names of the files in it; none when it is missing.
+    /// Names of the files in it; none if it does not exist.
     [[nodiscard]] QStringList images(CameraAddress camera) const;
 
     /// Puts a file into a camera's folder.
@@ -65,7 +65,7 @@ public:
     /// What a caption has shown, in order.
     [[nodiscard]] QStringList shown(Caption caption) const;
 
-    /// Everything that was shown by any caption, told as a failure, or warned of.
+    /// Everything that was shown by any caption, reported as a failure, or warned of.
     [[nodiscard]] QStringList allTexts() const { return texts_; }
 
     /// "group:row" of the images stored, in order.
@@ -79,7 +79,7 @@ public:
     CaptureEngine engine;
     CaptureView view;
 
-    // Parts of these two.
+    // These are parts of those two.
     const SettingsFile &settings;
     const NativePaths &paths;
     EventLog &log;

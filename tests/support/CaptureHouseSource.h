@@ -1,4 +1,4 @@
-// A source of pictures without a network: each address gives what the test has told it, at once or
+// A source of pictures without a network: each address gives what the test has set, at once or
 // after a time on the test's clock.
 #pragma once
 
@@ -17,7 +17,7 @@ struct ScriptedReply
     QByteArray body;
     QString lastModified;
     QString contentType;
-    std::chrono::milliseconds delay{0}; // on the test's clock; past the request's limit it fails
+    std::chrono::milliseconds delay{0}; // on the test's clock; beyond the request's limit, it fails
     QString failure;
 };
 

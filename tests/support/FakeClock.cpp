@@ -12,12 +12,12 @@ using namespace std::chrono_literals;
 // Not 0, which code might take for "never".
 constexpr std::chrono::milliseconds kFirstMoment = 1000s;
 
-// A chain of events that is still growing after so many turns feeds itself.
+// A chain of events still growing after this many turns feeds itself.
 constexpr int kMaxTurns = 10000;
 
 } // namespace
 
-/// A sleep's place in the table; gives it up whatever ends the coroutine.
+/// A sleep's entry in the table; removed however the coroutine ends.
 class FakeClock::SleepEntry
 {
 public:

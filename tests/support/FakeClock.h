@@ -13,7 +13,7 @@
 
 namespace velmora::test {
 
-/// 7 March 2006, 14:05:09: every field has a value of its own.
+/// 7 March 2006, 14:05:09: every field has a different value.
 inline constexpr WallTime kFakeStart =
     std::chrono::local_days{std::chrono::year{2006} / std::chrono::March / 7} +
     std::chrono::hours{14} + std::chrono::minutes{5} + std::chrono::seconds{9};
@@ -32,21 +32,21 @@ public:
 
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override { return now_; }
 
-    /// Ends with Elapsed when advance() has reached its moment.
+    /// Ends with Elapsed once advance() has reached its moment.
     QCoro::Task<Wake> sleep(std::chrono::milliseconds duration, std::stop_token stop) override;
 
     /// A real turn of the event loop; needs no advance().
     QCoro::Task<> yield() override;
 
-    /// Moves the local time alone, as a user who sets the clock.
+    /// Moves only the local time, like a user who sets the clock.
     void setLocal(WallTime local);
 
-    /// Moves to another time zone, where the same local time is.
+    /// Moves to another time zone with the same local time.
     void setUtcOffset(std::chrono::seconds offset) { utcOffset_ = offset; }
 
-    /// Lets both times run on: ends the sleeps that fall due on the way, one after the other in the
-    /// order of their moments, each at its moment, and lets the event loop settle after each. What
-    /// a woken coroutine sleeps next counts too. Nothing waits for real time.
+    /// Lets both times run on: ends the sleeps that fall due, one after another in order of their
+    /// moments, each at its moment, and lets the event loop settle after each. The next sleep of a
+    /// woken coroutine counts too. Nothing waits for real time.
     void advance(std::chrono::milliseconds duration);
 
     /// Number of sleeps that have not ended.

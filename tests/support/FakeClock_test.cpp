@@ -126,7 +126,7 @@ TEST(FakeClock, SleepsNoMomentWhenStoppedBefore)
     EXPECT_EQ(clock.sleeping(), 0);
 }
 
-/// Processor time that a clock takes to pass some hours.
+/// Processor time for a clock to pass some hours.
 double used(FakeClock &clock, std::chrono::hours hours)
 {
     const std::clock_t before = std::clock();
@@ -136,7 +136,7 @@ double used(FakeClock &clock, std::chrono::hours hours)
 
 TEST(FakeClock, PassesADayOfTicksAtThePaceOfAnHour)
 {
-    constexpr double kMargin = 4; // for what else the machine does
+    constexpr double kMargin = 4; // for whatever else the machine does
     FakeClock clock;
     std::stop_source stop;
     int ticks = 0;

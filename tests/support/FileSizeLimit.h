@@ -1,4 +1,4 @@
-// A disk that is full: for the length of a scope no file of this process grows beyond a size.
+// A full disk: for the length of a scope no file of this process grows beyond a size.
 #pragma once
 
 #include <QtGlobal>
@@ -9,7 +9,7 @@
 
 namespace velmora::test {
 
-/// A write across the limit is cut there; the next one fails with EFBIG.
+/// A write across the limit is cut short; the next one fails with EFBIG.
 class FileSizeLimit
 {
 public:

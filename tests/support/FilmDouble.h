@@ -1,4 +1,4 @@
-// A slideshow without a window or a timer of its own: it remembers what the browser wants of it.
+// A slideshow without a window or a timer of its own: it records what the browser asks of it.
 #pragma once
 
 #include "browser/Projector.h"
@@ -70,7 +70,7 @@ public:
     }
 
     bool open = false;
-    bool readsPause = true; // its play button's caption: it plays
+    bool readsPause = true; // its play button's caption: true while it plays
     bool running = false;
     bool held = false;
     QStringList calls;

@@ -1,4 +1,4 @@
-// Changes of folders that only the system's own calls make, or make fast.
+// Changes to folders that only the system's own calls can make, or make fast.
 #pragma once
 
 #include "base/UniqueFd.h"
@@ -30,7 +30,7 @@ inline void makeFile(const QString &path, const QByteArray &name)
     check(::mknodat(folder.get(), name.constData(), S_IFREG | 0644, 0) == 0, "no file was made");
 }
 
-/// Removes a file whose name is no text, which the temporary folder could not remove itself.
+/// Removes a file whose name is not text, which the temporary folder could not remove itself.
 inline void removeFile(const QString &path, const QByteArray &name)
 {
     const UniqueFd folder(::open(QFile::encodeName(path).constData(), O_PATH | O_DIRECTORY));
@@ -50,7 +50,7 @@ inline QByteArray imageOfMinute(int minute)
 }
 
 /// Makes images, one a minute from 1 January 2006 on, in months of 28 days; below half a million.
-/// They are links to a few files, which a file system makes faster than as many files.
+/// They are links to a few files, which file systems create faster than files.
 inline void makeImages(const QString &path, int count)
 {
     constexpr int kLinksOfAFile = 50'000;
@@ -76,7 +76,7 @@ inline void setModified(const QString &path, std::chrono::seconds time)
           "no time was set");
 }
 
-/// Files are reached with the rights of a user who owns nothing, while the object lives, also
+/// While the object lives, files are accessed with the rights of a user who owns nothing, even
 /// where the tests run as root.
 class RightsOfNobody
 {

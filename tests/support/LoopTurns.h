@@ -1,5 +1,5 @@
-// Proves that the event loop was not held up, by counting its turns: a count is the same on a fast
-// machine and on a loaded one.
+// Proves that the event loop was not held up, by counting its turns: the count is the same on a
+// fast machine and on a loaded one.
 #pragma once
 
 #include <QTimer>
@@ -9,7 +9,7 @@
 
 namespace velmora::test {
 
-/// Counts the turns of the event loop, which does not rest meanwhile.
+/// Counts the turns of the event loop, which does not go idle meanwhile.
 class LoopTurns
 {
 public:
@@ -24,7 +24,7 @@ public:
 
     void restart() { turns_ = 0; }
 
-    /// Calls once the loop has had that many turns more.
+    /// Makes a call after that many more turns of the loop.
     void then(int turns, std::function<void()> call)
     {
         dueAt_ = turns_ + turns;

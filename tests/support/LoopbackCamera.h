@@ -1,5 +1,5 @@
-// A camera on 127.0.0.1 in the test's own process: it does for each path what the test has told it,
-// and remembers every request in the order of arrival.
+// A camera on 127.0.0.1 in the test's own process: it does for each path what the test has set, and
+// remembers every request in order of arrival.
 #pragma once
 
 #include "support/LoopbackCameraAnswers.h"
@@ -16,7 +16,7 @@
 
 namespace velmora::test {
 
-/// A request as it came in.
+/// A request as received.
 struct CameraRequest
 {
     QByteArray method;
@@ -24,7 +24,7 @@ struct CameraRequest
     QByteArray version; // "HTTP/1.0"
     QList<std::pair<QByteArray, QByteArray>> headers;
 
-    /// The value of a header, whatever the case of its name; empty when it was not sent.
+    /// The value of a header, ignoring the case of its name; empty when it was not sent.
     [[nodiscard]] QByteArray header(QByteArrayView name) const;
 };
 
@@ -38,7 +38,7 @@ public:
 
     [[nodiscard]] quint16 port() const { return server_.serverPort(); }
 
-    /// "http://127.0.0.1:port" + path; userInfo stands before the host ("user:password@").
+    /// "http://127.0.0.1:port" + path; userInfo precedes the host ("user:password@").
     [[nodiscard]] QByteArray url(const QByteArray &path, const QByteArray &userInfo = {}) const;
 
     /// "127.0.0.1:port".
@@ -49,10 +49,10 @@ public:
     /// The most requests that were being answered at the same time.
     [[nodiscard]] int mostAtOnce() const { return mostAtOnce_; }
 
-    /// The longest that a request has waited for the first byte of its answer.
+    /// The longest time that a request waited for the first byte of its answer.
     [[nodiscard]] std::chrono::milliseconds longestHeld() const { return longestHeld_; }
 
-    /// Connections that are open now.
+    /// Connections now open.
     [[nodiscard]] int openConnections() const { return open_; }
 
 private:
@@ -69,7 +69,7 @@ private:
     std::chrono::milliseconds longestHeld_{0};
 };
 
-/// "http://127.0.0.1:port" + path of a port at which nobody listens.
+/// "http://127.0.0.1:port" + path of a port on which nothing listens.
 [[nodiscard]] QByteArray refusedUrl(const QByteArray &path);
 
 } // namespace velmora::test

@@ -7,7 +7,7 @@
 namespace velmora::test {
 namespace {
 
-constexpr qsizetype kPageBytes = 4000; // a page that could pass for a picture by its length
+constexpr qsizetype kPageBytes = 4000; // a page that, by its length, could pass for a picture
 constexpr qsizetype kRepeatedBytes = 256 * 1024;
 const QByteArray kNonce = "0a4f113b";
 const QByteArray kRealm = "camera";

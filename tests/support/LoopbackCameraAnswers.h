@@ -1,4 +1,4 @@
-// What a loopback camera can be told to do with a request: good answers, and all kinds of bad ones.
+// What a loopback camera can do with a request: good answers, and all kinds of bad ones.
 #pragma once
 
 #include <QByteArray>
@@ -12,7 +12,7 @@ enum class AtEnd { Close, KeepOpen };
 
 enum class LockKind { None, Basic, Digest };
 
-/// Who may see an answer; anybody else gets a 401 page that names the kind.
+/// Who may see an answer; everyone else gets a 401 page that names the kind.
 struct CameraLock
 {
     LockKind kind = LockKind::None;
@@ -24,9 +24,9 @@ struct CameraLock
 struct CameraAnswer
 {
     QByteArray bytes;                   // status line, headers and body
-    QByteArray repeated;                // sent behind them again and again, until the client goes
+    QByteArray repeated;                // then sent again and again, until the client goes away
     std::chrono::milliseconds delay{0}; // before the first byte
-    int turns = 0;                      // of the event loop, behind the delay
+    int turns = 0;                      // of the event loop, after the delay
     std::chrono::milliseconds drip{0};  // between single bytes; 0: all at once
     AtEnd atEnd = AtEnd::Close;
     CameraLock lock;
@@ -35,7 +35,7 @@ struct CameraAnswer
 /// Bytes that begin like a JPEG file.
 [[nodiscard]] QByteArray jpeg(qsizetype size);
 
-/// "Name: value" lines behind a status line ("200 OK"), a declared length, and the body.
+/// "Name: value" lines after a status line ("200 OK"), a declared length, and the body.
 [[nodiscard]] CameraAnswer response(const QByteArray &status, const QByteArray &headers,
                                     const QByteArray &body);
 
@@ -45,21 +45,21 @@ struct CameraAnswer
 /// A picture whose declared length is `declared`, whatever is sent.
 [[nodiscard]] CameraAnswer pictureDeclared(qsizetype size, qint64 declared);
 
-/// A picture that ends where the connection ends.
+/// A picture that ends with the connection.
 [[nodiscard]] CameraAnswer pictureWithoutLength(qsizetype size);
 
 [[nodiscard]] CameraAnswer redirect(const QByteArray &location, const QByteArray &headers = {});
 
-/// Takes the request and says nothing.
+/// Accepts the request and says nothing.
 [[nodiscard]] CameraAnswer silence();
 
-/// Closes the connection instead of an answer.
+/// Closes the connection instead of answering.
 [[nodiscard]] CameraAnswer hangUp();
 
-/// A good status line, then one header after the other.
+/// A good status line, then header after header.
 [[nodiscard]] CameraAnswer endlessHeaders();
 
-/// A header whose value does not end.
+/// A header whose value never ends.
 [[nodiscard]] CameraAnswer endlessHeaderLine();
 
 /// A picture without a declared length that goes on and on.
@@ -70,7 +70,7 @@ struct CameraAnswer
 /// Sends once the event loop, which the camera shares with its client, has had that many turns.
 [[nodiscard]] CameraAnswer afterTurns(CameraAnswer answer, int turns);
 
-/// Sends a byte each time.
+/// Sends one byte at a time.
 [[nodiscard]] CameraAnswer dripping(CameraAnswer answer, std::chrono::milliseconds drip);
 
 [[nodiscard]] CameraAnswer locked(CameraAnswer answer, const CameraLock &lock);

@@ -117,7 +117,7 @@ private:
         }
     }
 
-    // What a mail consists of.
+    // Records the parts of a mail.
     void note(const QByteArray &verb, const QByteArray &line)
     {
         if (verb == "MAIL") {
@@ -192,7 +192,7 @@ private:
         return stepWith(name, kUsualReplies.value(name, "500 what?"));
     }
 
-    // True when the step is taken: the reply is sent and says that all is well.
+    // True when the step succeeds: the reply is sent and is positive.
     bool stepWith(const QByteArray &name, const QByteArray &usual)
     {
         if (script().silent.contains(name)) {

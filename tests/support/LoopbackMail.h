@@ -1,5 +1,5 @@
 // A mail server on 127.0.0.1 in the test's own process: it answers each command as the test has
-// told it, and keeps the commands and mails in the order of arrival.
+// set, and keeps commands and mails in order of arrival.
 #pragma once
 
 #include "support/Printers.h"
@@ -13,24 +13,24 @@ namespace velmora::test {
 
 enum class MailTls { None, Offered, FromTheStart };
 
-/// Steps are named by their command; CONNECT is the greeting and TEXT the end of a mail's text.
+/// Steps are named after their command; CONNECT is the greeting and TEXT the end of a mail's text.
 struct MailScript
 {
     MailTls tls = MailTls::None;
-    QByteArrayList extensions; ///< told in answer to EHLO
+    QByteArrayList extensions; ///< listed in answer to EHLO
     QByteArray user;           ///< who may log in, by PLAIN or LOGIN
     QByteArray password;
     QHash<QByteArray, QByteArray> replies; ///< instead of the usual ones, without the last CR LF
     QSet<QByteArray> silent;               ///< steps that get no answer
     QSet<QByteArray> cut;                  ///< steps at which the connection is closed
-    QSet<QByteArray> endless;              ///< steps whose answer has lines without end
+    QSet<QByteArray> endless;              ///< steps whose answer has endless lines
 };
 
 struct ReceivedMail
 {
-    QByteArray from; ///< what stands behind "MAIL FROM:"
+    QByteArray from; ///< what follows "MAIL FROM:"
     QByteArrayList recipients;
-    QByteArray text; ///< as sent, without the doubled dots and the last one
+    QByteArray text; ///< as sent, without the dot stuffing and the final dot
     bool encrypted = false;
     bool loggedIn = false;
 };

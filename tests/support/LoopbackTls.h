@@ -1,5 +1,5 @@
-// Encryption for servers of the tests: a certificate for 127.0.0.1 that vouches for itself, so that
-// only who is told to trusts it.
+// Encryption for the tests' servers: a self-signed certificate for 127.0.0.1, trusted only by those
+// told to trust it.
 #pragma once
 
 #include <QSslConfiguration>

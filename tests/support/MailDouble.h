@@ -1,4 +1,4 @@
-// A sender of mail that keeps what it is to send until the test says how that ends.
+// A mail sender that keeps what it is given until the test says how sending ends.
 #pragma once
 
 #include "base/OneShot.h"
@@ -23,7 +23,7 @@ public:
         co_return problem;
     }
 
-    /// Ends the mail under way, and lets the next one wait.
+    /// Ends the mail under way, and holds the next one.
     void finish(std::optional<MailProblem> problem = {})
     {
         std::exchange(end_, std::make_shared<End>())->set(std::move(problem));

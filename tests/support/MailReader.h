@@ -1,4 +1,4 @@
-// Reads a mail back, as a mail program does: unfolds its headers, decodes its words and its body.
+// Reads a mail back, like a mail program: unfolds its headers, decodes its words and its body.
 #pragma once
 
 #include <QByteArray>

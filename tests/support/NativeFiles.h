@@ -1,4 +1,4 @@
-// Files by their native names, which need not be text, and the rights that a process has on them.
+// Files by their native names, which need not be text, and a process's rights to them.
 #pragma once
 
 #include "support/WithoutRootRights.h"
@@ -40,13 +40,13 @@ inline void writeNative(const QByteArray &path, const QByteArray &bytes, std::ti
     setModified(path, when);
 }
 
-/// Another name of a file: many are made much faster than as many files.
+/// Another name for a file: many are made much faster than as many files.
 inline void addName(const QByteArray &file, const QByteArray &path)
 {
     requireSystem(::link(file.constData(), path.constData()) == 0, path);
 }
 
-/// Names of all that is in a folder, sorted.
+/// Names of everything in a folder, sorted.
 inline QByteArrayList nativeNames(const QByteArray &folder)
 {
     QByteArrayList names;

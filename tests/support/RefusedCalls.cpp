@@ -20,7 +20,7 @@ struct Refusal
     int times = 0;
 };
 
-std::array<Refusal, 8> refusals; // by the call
+std::array<Refusal, 8> refusals; // indexed by the call
 
 Refusal &of(Call call)
 {
@@ -40,7 +40,7 @@ bool isRefused(Call call)
 
 } // namespace
 
-// The program under test finds these before those of the C library.
+// The program under test finds these before the C library's.
 extern "C" int renameat2(int oldFolder, const char *oldPath, int newFolder, const char *newPath,
                          unsigned flags) noexcept
 {

@@ -1,5 +1,5 @@
-// A file system that cannot do everything: for the length of a scope system calls of this process
-// are refused. A test program that wants it has RefusedCalls.cpp among its sources.
+// A limited file system: for the length of a scope, system calls of this process are refused. A
+// test program that wants this has RefusedCalls.cpp among its sources.
 #pragma once
 
 namespace velmora::test {
@@ -15,7 +15,7 @@ enum class Call {
     Lock // flock()
 };
 
-/// A call fails with this error, 0 for not at all.
+/// Makes a call fail with this error, 0 for none.
 class RefusedCall
 {
 public:

@@ -1,4 +1,4 @@
-// A coroutine run to its end from a test.
+// Runs a coroutine to its end from a test.
 #pragma once
 
 #include <QCoro/QCoroTask>
@@ -21,7 +21,7 @@ struct TaskRun
     bool done = false;
 };
 
-// The state is shared: a task that outlives its limit must not write into a stack that is gone.
+// The state is shared: a task that outlives its limit must not write to a stack that is gone.
 inline QCoro::Task<> watchRun(QCoro::Task<> task, std::shared_ptr<TaskRun> run)
 {
     try {
@@ -35,8 +35,8 @@ inline QCoro::Task<> watchRun(QCoro::Task<> task, std::shared_ptr<TaskRun> run)
 
 } // namespace detail
 
-/// Runs the event loop until the task has ended. An exception that leaves the task is thrown on; a
-/// task that has not ended at the limit throws std::runtime_error.
+/// Runs the event loop until the task has ended. Rethrows an exception that leaves the task; throws
+/// std::runtime_error if the task has not ended at the limit.
 inline void runToEnd(QCoro::Task<> task, std::chrono::milliseconds limit = std::chrono::seconds{5})
 {
     const auto run = std::make_shared<detail::TaskRun>();

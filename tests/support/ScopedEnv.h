@@ -1,4 +1,4 @@
-// An environment variable with another value for the length of a scope.
+// Sets an environment variable for the length of a scope.
 #pragma once
 
 #include <QByteArray>
@@ -11,7 +11,7 @@ namespace velmora::test {
 class ScopedEnv
 {
 public:
-    /// value: nothing takes the variable out of the environment.
+    /// value: nothing removes the variable from the environment.
     ScopedEnv(const char *name, std::optional<QByteArray> value)
         : name_(name)
     {

@@ -1,4 +1,4 @@
-// Image files as cameras store them, real ones, and what is wrong with others.
+// Real image files as cameras store them, and flawed ones.
 #pragma once
 
 #include <QByteArray>
@@ -16,14 +16,14 @@ inline constexpr QSize kCameraSize{320, 240};
 [[nodiscard]] QByteArray pictureBytes(const QColor &colour, QSize size = kCameraSize,
                                       const char *format = "JPEG");
 
-/// A JPEG of small black and white squares, which are grey when it is decoded in a smaller size.
+/// A JPEG of small black and white squares, which turn grey when it is decoded at a smaller size.
 [[nodiscard]] QByteArray finePicture(QSize size);
 
-/// True when the middle of what a control looks like holds both black and white.
+/// True when the middle of a control as painted holds both black and white.
 [[nodiscard]] bool isSharp(QWidget &control);
 
-/// A picture, the left half red and the right half blue, that says in its Exif data that it lies on
-/// its side: upright, red is above blue.
+/// A picture, left half red and right half blue, whose Exif data say that it lies on its side:
+/// upright, red is above blue.
 [[nodiscard]] QByteArray rotatedJpeg();
 
 /// A JPEG in four inks, for print.

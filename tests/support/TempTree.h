@@ -1,4 +1,4 @@
-// A temporary program folder, gone with the object.
+// A temporary program folder, removed with the object.
 #pragma once
 
 #include "support/Printers.h"
@@ -11,8 +11,8 @@
 
 namespace velmora::test {
 
-/// Paths are relative to the folder, with "/" between names. Helpers that cannot do their work
-/// throw std::runtime_error, which fails the test.
+/// Paths are relative to the folder, separated by "/". Helpers that fail throw std::runtime_error,
+/// which fails the test.
 class TempTree
 {
 public:
@@ -26,13 +26,13 @@ public:
 
     [[nodiscard]] QByteArray read(QStringView relative) const;
 
-    /// True for a file, a folder, or a link, broken ones too.
+    /// True for a file, a folder, or a link, even a broken one.
     [[nodiscard]] bool exists(QStringView relative) const;
 
-    /// Names of the files (not the folders) of a folder, hidden ones too, sorted.
+    /// Names of the files (not the folders) in a folder, including hidden ones, sorted.
     [[nodiscard]] QStringList files(QStringView relative = {}) const;
 
-    /// Names of the folders of a folder, sorted.
+    /// Names of the subfolders of a folder, sorted.
     [[nodiscard]] QStringList folders(QStringView relative = {}) const;
 
     /// Makes a folder with all its levels.

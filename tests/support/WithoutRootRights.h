@@ -1,4 +1,4 @@
-// The rights that an ordinary user has, for tests that root runs.
+// The rights of an ordinary user, for tests run by root.
 #pragma once
 
 #include <QtGlobal>

@@ -1,5 +1,5 @@
 // main() of the test programs that need no window: an application object, so that the event loop
-// works, and an environment in which no request leaves by way of a proxy.
+// works, and an environment in which no request goes through a proxy.
 #include <QCoreApplication>
 
 #include <gtest/gtest.h>

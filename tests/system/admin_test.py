@@ -1,5 +1,5 @@
-"""Cameras and settings looked after from the command line, without a display, beside a running program and
-without one."""
+"""Cameras and settings managed from the command line, without a display, with a running program and without
+one."""
 
 import json
 import subprocess

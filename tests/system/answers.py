@@ -1,5 +1,5 @@
-"""What a camera of the tests can answer: pictures that prove themselves whole, and the ways in which real
-cameras go wrong."""
+"""What a test camera can answer: pictures that prove themselves complete, and the ways in which real cameras
+fail."""
 
 import hashlib
 import random
@@ -12,7 +12,7 @@ MARK_BYTES = len(MARK % (0, b"0" * 64))
 
 
 def checked_body(size, offset=0):
-    """A body of that many bytes with its own length and checksum at its head."""
+    """A body of that many bytes that starts with its own length and checksum."""
     payload = NOISE[offset : offset + size - MARK_BYTES]
     return MARK % (len(payload), hashlib.sha256(payload).hexdigest().encode()) + payload
 
@@ -23,7 +23,7 @@ def is_whole(data):
 
 
 def next_body(server, size):
-    """A body that no request before got, and the Last-Modified line that goes with it."""
+    """A body that no earlier request got, and its Last-Modified line."""
     serial = next(server.serial)
     return checked_body(size, serial % 1024), "Last-Modified: " + formatdate(FIRST_MODIFIED + serial, usegmt=True)
 
@@ -40,7 +40,7 @@ def fresh(size):
 
 
 def slow(size, pieces, pause):
-    """Always a new picture, in pieces with a pause (seconds) before each."""
+    """Always a new picture, in pieces with a pause (in seconds) before each."""
 
     def answer(connection):
         body, modified = next_body(connection.server, size)
@@ -75,7 +75,7 @@ def hang_behind_head(connection):
 
 
 def drip(connection):
-    """A byte a second; every one of them comes in time, the whole does not."""
+    """A byte a second; every byte comes in time, but the whole does not."""
     body = checked_body(20_000)
     connection.head("200 OK", f"Content-Length: {len(body)}")
     for at in range(len(body)):
@@ -85,7 +85,7 @@ def drip(connection):
 
 
 def cut(connection):
-    """Half of what was declared, then the end."""
+    """Half of what was declared, then the connection ends."""
     body = checked_body(20_000)
     connection.head("200 OK", f"Content-Length: {len(body)}")
     connection.send(body[:10_000])

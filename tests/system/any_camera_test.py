@@ -1,5 +1,5 @@
-"""Cameras that send no date, cameras that send streams, and names, with real servers: nginx without dates, Apache with
-a digest login, a stream over HTTP, and GStreamer's RTSP server."""
+"""Cameras that send no date, cameras that send streams, and camera names, with real servers: nginx without dates,
+Apache with a digest login, a stream over HTTP, and GStreamer's RTSP server."""
 
 import os
 import subprocess
@@ -20,7 +20,7 @@ RTSP_CAMERA = Path(__file__).with_name("rtsp_camera.py")
 
 
 def stream(connection):
-    """Pictures one after the other, for as long as somebody listens."""
+    """Pictures one after another, as long as there is a listener."""
     connection.head("200 OK", "Content-Type: multipart/x-mixed-replace; boundary=--cut")
     while not connection.pause(0.05):
         part = BODY + str(next(connection.server.serial)).encode()
@@ -28,7 +28,7 @@ def stream(connection):
 
 
 def command_lines():
-    """Of every process that can be seen, as the list of processes shows them."""
+    """Of every visible process, as shown in a list of processes."""
     lines = []
     for entry in Path("/proc").iterdir():
         if entry.name.isdigit():
@@ -112,7 +112,7 @@ class StreamTest(unittest.TestCase):
 
 class RtspTest(unittest.TestCase):
     def start_camera(self, *login):
-        # Its library is there for Debian's own interpreter alone.
+        # Its library is available to Debian's own interpreter only.
         camera = subprocess.Popen(
             ["/usr/bin/python3", "-B", RTSP_CAMERA, *login], stdout=subprocess.PIPE, encoding="utf-8",
             env=os.environ | {"GST_REGISTRY_FORK": "no"},

@@ -1,5 +1,5 @@
-"""Debian's Apache as a set of cameras: it knows Digest too, gives no type to a name without an ending, and answers in
-the old protocol where it is told to."""
+"""Debian's Apache as a set of cameras: it supports Digest too, gives no type to a name without an extension, and
+answers in the old protocol where told to."""
 
 import base64
 import hashlib
@@ -71,7 +71,7 @@ class ApacheServer(WebServer):
     NAME = "apache2"
 
     def write_users(self, user, password):
-        """Where those find them to whom the server changes when root starts it."""
+        """Where they are found by those who the server becomes when started by root."""
         self.root.chmod(0o755)
         summed = base64.b64encode(hashlib.sha1(password.encode()).digest()).decode()
         (self.root / "users").write_text(f"{user}:{{SHA}}{summed}\n")
@@ -87,5 +87,5 @@ class ApacheServer(WebServer):
         return [program, "-D", "FOREGROUND", "-f", configuration]
 
     def conditions(self):
-        """A line for each request: what would make its answer depend on another one."""
+        """A line for each request: whatever would make its answer depend on an earlier one."""
         return (self.root / "conditions.log").read_text(encoding="utf-8").splitlines()

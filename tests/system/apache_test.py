@@ -1,5 +1,5 @@
 """A hundred cameras on Apache, and the ways in which it differs from other servers: Digest, its redirects, and
-answers that depend on what the client asks."""
+answers that depend on the request's headers."""
 
 from collections import Counter
 
@@ -23,7 +23,7 @@ class ApacheTest(hundred_case.WebCase):
     SERVER = ApacheServer
 
     def capture(self, *addresses):
-        """Captures addresses of the form path or login@path, whose pictures are made if there are none."""
+        """Captures addresses of the form path or login@path, making their pictures if there are none."""
         self.urls = [self.url(address) for address in addresses]
         self.house.write_settings(self.control, camera_lists(self.urls))
         run = self.house.capture("--passes", "1")
@@ -43,7 +43,7 @@ class ApacheTest(hundred_case.WebCase):
         return [self.house.camera_value(index, "SB") for index in range(len(self.urls))]
 
     def expect_stored(self, *names):
-        """One picture of each address, that of the server's file."""
+        """One picture from each address, identical to the server's file."""
         stored = [[digest(image) for image in self.house.images(url)] for url in self.urls]
         self.assertEqual([[digest(self.server.www / name)] for name in names], stored)
         self.assertEqual([GREEN] * len(names), self.lamps())
@@ -95,7 +95,7 @@ class ApacheTest(hundred_case.WebCase):
         self.assertEqual("-", self.server.requests()[0].authorization)
 
     def expect_foreign_redirect(self):
-        """A camera on another port sends the program to the private picture."""
+        """A camera on a different port redirects the program to the private picture."""
         other = CameraServer(self, {"/there.png": self.send_away})
         url = other.url("/there.png").replace("://", f"://{LOGIN}")
         self.house.write_settings(self.control, camera_lists([url]))

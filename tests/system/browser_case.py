@@ -1,5 +1,5 @@
-"""The program with its image browser on a desktop of the test's own, and ten cameras on a real web server
-whose pictures are told by their colours."""
+"""The program with its image browser on a desktop of the test's own, and ten cameras on a real web server whose
+pictures are told apart by colour."""
 
 import unittest
 
@@ -35,7 +35,7 @@ class BrowserCase(unittest.TestCase):
         self.urls = [f"http://127.0.0.1:{self.server.port}/{camera}.png" for camera in range(CAMERAS)]
 
     def renew(self, camera):
-        """A new picture before the camera, a second later than the one before."""
+        """A new picture in front of the camera, a second later than the last one."""
         number = camera * 10 + self.serials[camera]
         fresh = self.server.root / "fresh.png"
         fresh.write_bytes(plain(colour_of(number)))
@@ -45,7 +45,7 @@ class BrowserCase(unittest.TestCase):
         return colour_of(number)
 
     def store(self, camera, count):
-        """Images in a camera's folder before the program starts; the camera then has nothing new."""
+        """Puts images into a camera's folder before the program starts; the camera then has nothing new."""
         folder = self.house.folder(self.urls[camera])
         folder.mkdir(exist_ok=True)
         for number in range(count):
@@ -53,7 +53,7 @@ class BrowserCase(unittest.TestCase):
         return folder
 
     def start(self, control=None, wait_for_pass=True, command=()):
-        """command: what starts the program, when it does not start by itself."""
+        """command: the program's command line, unless it is already running."""
         own = {"StRep": "C:\\in\\", "Debug": "1", "Tempo": "1", "TIO": "20"} | (control or {})
         self.house.write_settings({"Control": own}, camera_lists(self.urls))
         return self.start_again(wait_for_pass, command)
@@ -79,7 +79,7 @@ class BrowserCase(unittest.TestCase):
         until(lambda: self.house.camera_value(camera, "lNew") == count, 30, f"image {count} of camera {camera}")
 
     def capture(self, *cameras):
-        """New pictures of these cameras, in the order given; the colour of the last."""
+        """New pictures of these cameras, in the given order; returns the colour of the last."""
         for camera in cameras:
             colour = self.renew(camera)
         self.browser.capture_soon()

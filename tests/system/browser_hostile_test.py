@@ -1,6 +1,6 @@
-"""The image browser before folders that nobody would wish for: files that are no pictures or far too large ones,
-folders that vanish or change while they are shown, half a million images. The program lives, stays small and
-answers keys."""
+"""The image browser on folders that no one would wish for: files that are not pictures or are far too large,
+folders that vanish or change while on show, half a million images. The program survives, stays small and answers
+keys."""
 
 import os
 import random
@@ -20,7 +20,7 @@ from waiting import until
 
 MEMORY_BYTES = 200 * 1024 * 1024
 MANY = int(os.environ.get("VELMORA_TEST_MANY_IMAGES", "100000"))
-END_SECONDS = 8  # of a program that is told to end while it lists a folder
+END_SECONDS = 8  # of a program told to end while it lists a folder
 ANSWER_SECONDS = 20
 WITHOUT_ROOTS_RIGHTS = ["setpriv", "--bounding-set=-dac_override,-dac_read_search"]
 LAST_NAME = "20991231_2359593123.png"
@@ -28,13 +28,13 @@ MAX_LINKS = 60_000  # of one file, on common file systems
 
 
 def is_sanitized():
-    """A sanitizer takes memory of its own, several times that of the program."""
+    """A sanitizer takes several times as much memory as the program itself."""
     return b"__asan_init" in Path(house.VELMORA).read_bytes()
 
 
 class HostileCase(BrowserCase):
     def expect_to_answer(self):
-        """A key is obeyed, and again."""
+        """A key works, and works again."""
         for _ in range(2):
             state = "0" if self.control("Camera") == "1" else "1"
             self.browser.press(GROUP_VIEW_KEY)
@@ -67,7 +67,7 @@ class PicturesTest(HostileCase):
         browser.press("Home")
         browser.wait_for(lambda: browser.colour(0), colour_of(0))
         browser.press(*["Down"] * count)
-        browser.press("Return", *["Up"] * count)  # enlarged, one after the other
+        browser.press("Return", *["Up"] * count)  # enlarged, one after another
         browser.press("Escape", "End")
         browser.wait_for(lambda: browser.colour(9), colour_of(100), 40)
         self.expect_to_answer()
@@ -77,7 +77,7 @@ class PicturesTest(HostileCase):
         self.end_with_failures()
 
     def play_through(self):
-        """Twice; the last picture of the round is the one that can be told."""
+        """Twice; only the last picture of a round can be recognised."""
         self.browser.press(FILM_KEY)
         film = self.desktop.window(FILM)
         shows = lambda number: self.desktop.point(film, (200, 200)) == colour_of(number)
@@ -169,7 +169,7 @@ class FolderTest(HostileCase):
 
 
 class ManyTest(HostileCase):
-    """Images by the hundred thousand, links to a few, in memory."""
+    """Images by the hundred thousand, as links to a few, in memory."""
 
     def setUp(self):
         super().setUp()

@@ -1,5 +1,5 @@
-"""The image browser, its film and the live view of the built program, before cameras on a real web server:
-they follow the capture, answer keys and the mouse, and keep their places."""
+"""The built program's image browser, its film and its live view, with cameras on a real web server: they follow
+the capture, answer keys and the mouse, and remember their places."""
 
 import time
 
@@ -26,7 +26,7 @@ SECOND_OF_SCAN = 10
 SOURCE_X, SOURCE_TOP, SOURCE_STEP = 300, 138, 26  # the address boxes of the main window
 STORED_PICTURE, LIVE_PICTURE = (200, 520), (680, 520)
 ZOOM_MIDDLE, FILM_MIDDLE = (480, 360), (330, 200)
-BESIDE = 60  # pixels: where the pointer does not stand
+BESIDE = 60  # pixels: away from the pointer
 
 
 class CaptureTest(BrowserCase):

@@ -1,13 +1,13 @@
-"""The image browser on a desktop: where its cells and rows are, what they show, and the keys of its boxes."""
+"""The image browser on a desktop: where its cells and rows are, what they show, and the shortcuts of its boxes."""
 
 import os
 
 from waiting import until
 
 TITLE, QUESTION, FILM, MAIN = "Kesh Camera", "Del ", "Film", "Velmora"
-WIDTH, HEIGHT = 240, 180  # of a cell, in the window's first size
+WIDTH, HEIGHT = 240, 180  # of a cell, at the window's initial size
 CELLS = [(column * WIDTH, row * HEIGHT) for row in range(3) for column in range(3)] + [(2 * WIDTH, 3 * HEIGHT)]
-LIST_TOP, LIST_STEP = 554, 14  # middle of the first row, and from row to row
+LIST_TOP, LIST_STEP = 554, 14  # middle of the first row, and distance between rows
 GROUP_X, CAMERA_X, FILE_X = 25, 69, 190
 NEXT_CAPTURE = (100, 732)  # the seconds to the next capture; a click makes them five
 MAIN_WIDTH = 900  # at least; the splash box of the same title is smaller
@@ -15,7 +15,7 @@ FILM_KEY, GROUP_VIEW_KEY, AUTO_KEY, SETUP_KEY, QUIT_KEY = "alt+f", "alt+g", "alt
 
 
 class BrowserWindow:
-    """The window of a program that was just started on the desktop; it has the keys."""
+    """The window of a program just started on the desktop; it has the keyboard focus."""
 
     def __init__(self, desktop):
         self.desktop = desktop
@@ -32,7 +32,7 @@ class BrowserWindow:
         return place.x + x, place.y + y
 
     def colour(self, cell):
-        """(red, green, blue) of a cell's picture, beside the place of the pointer after a click."""
+        """(red, green, blue) of a cell's picture, away from where a click leaves the pointer."""
         x, y = CELLS[cell]
         return self.desktop.screen.colour(*self._point(x + WIDTH // 4, y + HEIGHT // 4))
 
@@ -57,12 +57,13 @@ class BrowserWindow:
         self.desktop.click(self.number, (x, LIST_TOP + row * LIST_STEP), times=times)
 
     def capture_soon(self):
-        """Has every camera fetched that is not in automatic mode, within some six seconds."""
+        """Makes the program fetch every camera that is not in automatic mode, within about six seconds."""
         self.desktop.click(self.number, NEXT_CAPTURE)
 
 
 class Opener:
-    """What the program hands to the desktop: a program of the name xdg-open that writes its arguments down."""
+    """What the program hands to the desktop: recorded by a program named xdg-open that writes down its
+    arguments."""
 
     def __init__(self, house):
         self._file = house.root / "opened"

@@ -1,5 +1,5 @@
-"""Cameras of the test's own on the loopback address: each path is answered by the function given for it, on
-a thread of its own, so that one that hangs holds up no other."""
+"""Cameras of the test's own on the loopback address: each path is answered by its own function, on its own thread,
+so that one that hangs holds up no other."""
 
 import itertools
 import socket
@@ -11,7 +11,7 @@ SEND_LIMIT_SECONDS = 60
 
 
 class Connection:
-    """One request; an answer writes to it as it likes."""
+    """One request; an answer may write to it whatever it likes."""
 
     def __init__(self, server, sock, path):
         self.server = server
@@ -22,7 +22,7 @@ class Connection:
         self._sock.sendall(data)
 
     def head(self, status, *lines):
-        """The status line and header lines with the empty line behind them."""
+        """The status line and header lines, followed by the empty line."""
         text = "".join(f"{line}\r\n" for line in (f"HTTP/1.1 {status}", *lines, "Connection: close", ""))
         self.send(text.encode())
 
@@ -31,13 +31,13 @@ class Connection:
         return self.server.closing.wait(seconds)
 
     def wait_for_hang_up(self):
-        """Goes on when the caller has gone."""
+        """Lives on when the caller has gone."""
         self._sock.settimeout(SEND_LIMIT_SECONDS)
         while self._sock.recv(4096):
             pass
 
     def reset(self):
-        """Breaks the connection off instead of closing it in order."""
+        """Resets the connection instead of closing it properly."""
         self._sock.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
 
 
@@ -72,7 +72,7 @@ class CameraServer:
             try:
                 sock.shutdown(socket.SHUT_RDWR)
             except OSError:
-                pass  # it has gone already
+                pass  # it has already gone
 
     def _accept(self):
         while True:
@@ -88,7 +88,7 @@ class CameraServer:
             with sock:
                 self._answer(sock)
         except OSError:
-            pass  # the caller was killed or gave up, as it may
+            pass  # the caller was killed or gave up, which it may
         finally:
             self._open.discard(sock)
 

@@ -1,6 +1,6 @@
-"""A small Debian system in a folder, which has nothing but Debian's essential packages and what the package
-under test depends on, with a package data base of its own. It is copied from the packages of this machine, so
-it needs no network; whatever a package forgets to depend on is not there.
+"""A small Debian system in a folder, with nothing but Debian's essential packages and those that the package under
+test depends on, and a package database of its own. It is copied from the packages of this machine, so it needs no
+network; whatever a package forgets to depend on is missing.
 
 A program runs in it in one of three ways, which look the same from inside: root changes its root folder, and
 any other user does so in a user name space or, where these are refused, by tracing the program's calls."""
@@ -18,15 +18,15 @@ from program import Program
 USER_ID = 1000
 HOME = "home/guard"
 MERGED = ("bin", "sbin", "lib", "lib32", "lib64", "libx32")  # links into usr
-# What a slim system leaves out too.
+# Things that a slim system leaves out too.
 LEFT_OUT = re.compile(r"/usr/(share/(doc|man|info|locale|lintian)|include)/")
 TOOLS = "/usr/sbin:/usr/bin:/sbin:/bin"
-# Of dpkg, and of the fonts' library, which writes its own cache where it may.
+# Written by dpkg, and by the font library, which keeps its own cache where it can.
 BOOKKEEPING = ("var/lib/dpkg", "var/log", "var/cache", "tmp")
 
 
 class Installed:
-    """The packages of this machine: name -> the packages it needs, each as a list of alternatives."""
+    """This machine's packages: name -> the packages it needs, each as a list of alternatives."""
 
     FORM = "${Package}\t${Essential}\t${db:Status-Status}\t${Provides}\t${Pre-Depends}, ${Depends}\n"
 
@@ -43,7 +43,7 @@ class Installed:
         return next((n for c in choices for n in (c, self._provider.get(c)) if n in self.needs), None)
 
     def closure(self, needs):
-        """The names of all packages that these needs (the text of a field) lead to."""
+        """The names of all packages that these (the text of a field) need, directly or indirectly."""
         found, open_needs = set(), [needs, ", ".join(self.essential)]
         while open_needs:
             for choices in alternatives(open_needs.pop()):
@@ -86,14 +86,14 @@ class CleanRoot:
         self.empty_home()
 
     def empty_home(self):
-        """A new home folder of the user; root's is emptied as well."""
+        """A new home folder for the user; root's is emptied as well."""
         for home in (self.home, self.path / "root"):
             shutil.rmtree(home)
             home.mkdir()
         self._give_to_user(self.home)
 
     def make_folder(self, relative):
-        """A folder in the user's home, with those above it."""
+        """A folder in the user's home, with its parents."""
         folder = self.home
         for name in Path(relative).parts:
             folder = folder / name
@@ -124,7 +124,7 @@ class CleanRoot:
             subprocess.run(unpacker, stdin=archive, **quiet)
 
     def _copy_data_base(self, packages):
-        """Without scripts and triggers: installing in this folder runs no program of it."""
+        """Without scripts and triggers: installing into this folder runs none of its programs."""
         own, machine = self.path / "var/lib/dpkg", Path("/var/lib/dpkg/info")
         (own / "status").write_text(output("dpkg-query", "--status", *packages) + "\n", encoding="utf-8")
         (own / "info/format").write_text("1\n")
@@ -133,7 +133,7 @@ class CleanRoot:
                 shutil.copy(listing, own / "info")
 
     def _possible_way(self):
-        """The first way in which the user of this folder comes out as one who is not root."""
+        """The first way of running in which this folder's user turns out not to be root."""
         ways = (_change_root, _change_root_in_name_space, _trace)
         for way in ways[:1] if os.geteuid() == 0 else ways[1:]:
             trial = [*way(self.path, USER_ID), "/bin/true"]
@@ -142,7 +142,7 @@ class CleanRoot:
         raise RuntimeError("no way to run a program in another root folder: install the package proot")
 
     def dpkg(self, *words):
-        """Runs this machine's dpkg on the folder's own data base."""
+        """Runs this machine's dpkg on the folder's own database."""
         forced = [] if os.geteuid() == 0 else ["--force-not-root"]
         path = f"{os.environ.get('PATH', '')}:{TOOLS}"
         return output("dpkg", f"--root={self.path}", *forced, *words, env={"PATH": path})
@@ -156,13 +156,13 @@ class CleanRoot:
         return program
 
     def run(self, test, *words, seconds=60, **options):
-        """The ended command."""
+        """The finished command."""
         program = self.start(test, *words, **options)
         program.wait(seconds)
         return program
 
     def state(self):
-        """What stands in it, beside the bookkeeping: path -> size and times; a folder's time is not told."""
+        """Everything in it except the bookkeeping: path -> size and times; a folder's time is left out."""
         found = {}
         for folder, folders, files in os.walk(self.path):
             for name in folders + files:

@@ -1,5 +1,5 @@
-"""What the program answers to its options, where it takes its folder and its settings from, and what it
-says when it cannot start."""
+"""How the program answers its options, where it finds its folder and its settings, and what it says when it cannot
+start."""
 
 import hashlib
 import os
@@ -214,7 +214,7 @@ class StartTest(unittest.TestCase):
         self.expect_undisturbed(first)
 
     def other_network(self):
-        """What is written before a command to run it in a network of its own; nothing where that is not allowed."""
+        """A command prefix for running in a network of its own; nothing where that is not allowed."""
         for options in (["-n"], ["-rn"]):
             if subprocess.run(["unshare", *options, "true"], check=False, stderr=subprocess.DEVNULL).returncode == 0:
                 return ["unshare", *options]
@@ -244,7 +244,7 @@ class StartTest(unittest.TestCase):
 
 
 class CaptureLinesTest(unittest.TestCase):
-    """What the capture without windows prints in the long run."""
+    """What the capture without windows prints over a long time."""
 
     def setUp(self):
         self.server = CameraServer(self, {"/camera.jpg": too_short})

@@ -1,5 +1,5 @@
-"""Keeps what a monkey can reach small: a network with nothing but this machine's own loopback, and a program
-that can write into one folder only, whatever is typed into its boxes or deleted in its dialogs.
+"""Limits what a monkey can reach: a network with nothing but a loopback of its own, and a program that can write
+to one folder only, whatever is typed into its boxes or deleted in its dialogs.
 
     confined.py FOLDER COMMAND...    runs a command, in a mount name space of its own, that writes to FOLDER alone"""
 
@@ -17,7 +17,7 @@ REMEMBERED = ("nosuid", "nodev", "noexec", "noatime", "nodiratime", "relatime")
 
 
 def enter_own_network():
-    """Starts this file anew where no other machine is, and where mounts may be changed."""
+    """Restarts this file where no other machine can be reached and mounts may be changed."""
     if INSIDE in os.environ:
         with socket.socket() as any_socket:
             fcntl.ioctl(any_socket, SET_FLAGS, struct.pack("16sh22x", b"lo", UP))
@@ -30,7 +30,7 @@ def enter_own_network():
 
 
 def command(folder):
-    """What is written before a command that may change nothing but the folder."""
+    """A command prefix that lets a command change nothing but the folder."""
     return ["unshare", "-m", "--propagation", "private", sys.executable, "-B", __file__, str(folder)]
 
 
@@ -51,7 +51,7 @@ def make_read_only(folder):
 
 
 def refuse_to_go_on(folder):
-    """Nothing is run where a mistake of the lines above would cost somebody's files."""
+    """Nothing is run where a mistake above would cost someone's files."""
     visible = [place for place, options in mounts() if "rw" in options and place != folder]
     open_places = [place for place in visible if os.access(place, os.W_OK)]
     named = ("/", "/tmp", os.path.dirname(folder), os.path.dirname(os.path.abspath(__file__)))

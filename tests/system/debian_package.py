@@ -1,4 +1,4 @@
-"""The Debian package of the built program: made by cpack from the build folder under test, and looked into."""
+"""The Debian package of the built program: made by cpack from the build folder under test, and inspected."""
 
 import os
 import re
@@ -11,12 +11,12 @@ from pathlib import Path
 BUILD = os.environ.get("VELMORA_BUILD", "")
 LISTED = re.compile(r"(\S+) (\S+) +(\d+) \S+ \S+ \./(.*?)(?: -> .*)?")
 
-# mode: as ls writes it; owner: name/group; path: without the leading "/", a folder's with "/" behind it
+# mode: as ls writes it; owner: name/group; path: without the leading "/"; a folder's ends with "/"
 Entry = namedtuple("Entry", "mode owner size path")
 
 
 def output(*words, env=None):
-    """What a tool says on both outputs; it must end with status 0."""
+    """What a tool prints on both outputs; it must exit with status 0."""
     own = {"LC_ALL": "C.UTF-8", **os.environ, **(env or {})}
     run = subprocess.run(
         [str(word) for word in words], env=own, text=True, check=False, timeout=120,
@@ -31,13 +31,13 @@ class DebianPackage:
     """cleanup: a function that takes a function to call at the end, as addCleanup does."""
 
     def __init__(self, cleanup, epoch=None):
-        """epoch: seconds since 1970 that all times in the package are to be."""
+        """epoch: seconds since 1970, for all times in the package."""
         self._folder = Path(tempfile.mkdtemp(prefix="velmora-package-"))
         cleanup(shutil.rmtree, self._folder, ignore_errors=True)
         self.path = self._made({"SOURCE_DATE_EPOCH": str(epoch)} if epoch else {})
 
     def _made(self, env):
-        """Made by somebody whose files are closed to others, which must not show."""
+        """Made by a user whose files are closed to others, which must not show."""
         configuration = Path(BUILD, "CPackConfig.cmake")
         usual = os.umask(0o077)
         try:

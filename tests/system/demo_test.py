@@ -1,4 +1,4 @@
-"""The demonstration cameras with the real program: what a newcomer sees at the first try."""
+"""The demonstration cameras with the real program: what a newcomer sees on the first try."""
 
 import signal
 import subprocess

@@ -1,5 +1,5 @@
-"""A display as a user sits before it: windows found by their titles, keys and the mouse through xdotool, and
-what stands on the screen, read from the X server's own picture memory."""
+"""A display as a user sees it: windows found by their titles, keys and mouse through xdotool, and what is on the
+screen, read from the X server's own picture memory."""
 
 import os
 import re
@@ -14,7 +14,7 @@ from program import Display, Program
 from waiting import until
 
 LEFT, RIGHT = 1, 3
-# Three window managers that place, frame and stack windows in ways of their own.
+# Three window managers that place, frame and stack windows in different ways.
 MANAGERS = {
     "openbox": ["openbox", "--sm-disable"],
     "metacity": ["metacity", "--no-composite", "--sm-disable"],
@@ -51,10 +51,10 @@ class Screen:
 
 
 class Desktop:
-    """A display of the test's own. Windows are told by their numbers, points in them by (x, y)."""
+    """A display of the test's own. Windows are identified by their numbers, points in them by (x, y)."""
 
     def __init__(self, test, size="1280x1024", manager=None):
-        """manager: the name of a window manager; none leaves windows as the programs put them."""
+        """manager: the name of a window manager; with none, windows stay as the programs put them."""
         memory = tempfile.mkdtemp(prefix="velmora-screen-")
         test.addCleanup(shutil.rmtree, memory, ignore_errors=True)
         self._display = Display(f"{size}x24", ["-fbdir", memory])
@@ -77,7 +77,7 @@ class Desktop:
         return self._display.environment()
 
     def tool(self, *words):
-        """The words that xdotool answers; none when what it was asked for is not there."""
+        """The words that xdotool answers; none when what it was asked for does not exist."""
         command = ["xdotool", *(str(word) for word in words)]
         run = subprocess.run(command, env=self._environment, capture_output=True, text=True, check=False, timeout=30)
         return run.stdout.split()
@@ -92,16 +92,16 @@ class Desktop:
         return found[1].replace(",", " ").split() if found else []
 
     def frame(self, window):
-        """How far the window manager's frame goes beyond a window."""
+        """How far the window manager's frame extends beyond a window."""
         words = self.property("_NET_FRAME_EXTENTS", window)
         return Frame(*(int(word) for word in words)) if words else Frame(0, 0, 0, 0)
 
     def stacking(self):
-        """The windows that the window manager knows, the lowest first."""
+        """The windows that the window manager knows, lowest first."""
         return [str(int(word, 16)) for word in self.property("_NET_CLIENT_LIST_STACKING")]
 
     def children(self):
-        """The windows below the root, the lowest first: those on the screen where no window manager frames them."""
+        """The windows below the root, lowest first: those on the screen where no window manager frames them."""
         run = subprocess.run(
             ["xwininfo", "-root", "-children"],
             env=self._environment,
@@ -113,13 +113,13 @@ class Desktop:
         return [str(int(number, 16)) for number in re.findall(r"^ +(0x[0-9a-f]+)", run.stdout, re.MULTILINE)][::-1]
 
     def active(self):
-        """The window that has the keyboard, as the window manager and the X server say."""
+        """The window that has the keyboard focus, according to the window manager and the X server."""
         words = self.property("_NET_ACTIVE_WINDOW")
         named = str(int(words[0], 16)) if words else None
         return named if self.tool("getwindowfocus", "-f") == [named] else None
 
     def activate(self, window):
-        """As a click on it in a list of windows does."""
+        """Like a click on it in a list of windows."""
         self.tool("windowactivate", window)
 
     def windows(self, title):
@@ -127,7 +127,7 @@ class Desktop:
         return self.tool("search", "--onlyvisible", "--name", f"^{title}$")
 
     def window(self, title, at_least=0, seconds=30):
-        """The first with that title that is so many pixels wide."""
+        """The first with that title that has that width in pixels."""
 
         def wide_enough():
             found = [(window, self.place(window)) for window in self.windows(title)]
@@ -139,7 +139,7 @@ class Desktop:
         until(lambda: not self.windows(title), seconds, f"the end of the window {title}")
 
     def place(self, window):
-        """Where a window stands, in pixels of the screen; None when it has gone."""
+        """Where a window is, in screen pixels; None when it has gone."""
         words = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
         run = subprocess.run(
             ["xwininfo", "-id", str(window)],
@@ -156,7 +156,7 @@ class Desktop:
         self.tool("windowraise", window, "windowfocus", "--sync", window)
 
     def press(self, *keys):
-        """Keys for the window that has the focus."""
+        """Sends keys to the window that has the focus."""
         self.tool("key", "--delay", "0", *keys)
 
     def click(self, window, point, button=LEFT, times=1):

@@ -1,5 +1,5 @@
-"""How full the disk gets: told, and kept within bounds where that was chosen. The disk is a small one of the test's
-own, mounted where no other process sees it."""
+"""How full the disk gets: reported, and kept within bounds where that was chosen. The disk is a small one of the
+test's own, mounted where no other process sees it."""
 
 import os
 import subprocess

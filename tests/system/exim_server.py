@@ -1,5 +1,5 @@
-"""A real mail server: Debian's exim as a process of the test, with a configuration, a spool and a port of its
-own. What it takes lies in a mailbox file; nothing leaves the machine."""
+"""A real mail server: Debian's exim as a process of the test, with its own configuration, spool and port. The mail
+that it accepts goes to a mailbox file; nothing leaves the machine."""
 
 import email
 import email.policy
@@ -76,7 +76,8 @@ tls_advertise_hosts = *
 
 
 class EximServer:
-    """encrypted: "never", "offered" (STARTTLS) or "always". with_login: only who has logged in may send."""
+    """encrypted: "never", "offered" (STARTTLS) or "always". with_login: only clients that have logged in may
+    send."""
 
     def __init__(self, test, encrypted="never", with_login=False):
         self.root = Path(tempfile.mkdtemp(prefix="velmora-exim-"))
@@ -122,7 +123,7 @@ class EximServer:
         program = shutil.which("exim4", path=os.environ.get("PATH", "") + ":/usr/sbin:/sbin")
         if program is None:
             raise RuntimeError("exim4 is not installed")
-        # In the foreground, and each mail delivered at once.
+        # In the foreground, delivering each mail at once.
         command = [program, "-C", self._configuration, "-bdf", "-odi"]
         output = open(self.root / "output", "wb")
         with output:
@@ -133,7 +134,7 @@ class EximServer:
         self._process.wait(20)
 
     def log(self):
-        """All that the server has to say."""
+        """The server's entire log."""
         files = [*sorted((self.root / "log").iterdir()), self.root / "output"]
         return "\n".join(f.read_text(encoding="utf-8", errors="replace") for f in files if f.is_file())
 
@@ -142,6 +143,6 @@ class EximServer:
         path = self.root / "mail" / "box"
         if not path.exists():
             return []
-        # Each begins with a line of the mailbox's own.
+        # Each begins with a line added by the mailbox format.
         texts = path.read_bytes().split(b"\nFrom ") if path.stat().st_size else []
         return [email.message_from_bytes(text.split(b"\n", 1)[1], policy=email.policy.default) for text in texts]

@@ -1,4 +1,4 @@
-"""Films that the built program makes of stored images, judged by ffprobe and by what stands in their pictures."""
+"""Films made by the built program from stored images, judged by ffprobe and by their pictures."""
 
 import json
 import os
@@ -30,7 +30,7 @@ def run(*command, **options):
 
 
 def jpeg(colour, width=WIDTH, height=HEIGHT):
-    """A picture of one colour, with noise behind its end as some cameras send it."""
+    """A picture of one colour, followed by noise, as some cameras send it."""
     return encoded(b"P6 %d %d 255\n" % (width, height) + bytes(colour) * (width * height)) + bytes(1000)
 
 
@@ -40,7 +40,7 @@ def encoded(ppm):
 
 
 def moment(number, every=60):
-    """Date and time of the image of a number, one a minute from a midnight on."""
+    """Date and time of an image by its number, one a minute from a midnight on."""
     seconds = number * every
     day, rest = divmod(seconds, 86400)
     return f"200603{1 + day:02}_{rest // 3600:02}{rest // 60 % 60:02}{rest % 60:02}"
@@ -208,7 +208,7 @@ class FilmTest(FilmCase):
 
 class RefusalTest(FilmCase):
     def path_with(self, **programs):
-        """A PATH on which only these programs are, shell scripts."""
+        """A PATH that has only these programs, which are shell scripts."""
         folder = Path(tempfile.mkdtemp(prefix="velmora-path-"))
         self.addCleanup(shutil.rmtree, folder)
         for name, text in programs.items():
@@ -260,7 +260,7 @@ class RefusalTest(FilmCase):
 
 
 class EndTest(FilmCase):
-    """Ends in the middle, where the encoder is held up with its pipe full."""
+    """Stops in the middle, where the encoder is held up with its pipe full."""
 
     def setUp(self):
         super().setUp()
@@ -274,7 +274,7 @@ class EndTest(FilmCase):
         return program, encoder
 
     def encoders(self, program):
-        """Processes whose parent the program is and that write a film."""
+        """The program's child processes that are writing a film."""
         found = []
         for stat in Path("/proc").glob("[0-9]*/stat"):
             try:

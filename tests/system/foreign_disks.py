@@ -1,6 +1,6 @@
-"""Disks as people plug them in, with the file systems of other platforms. They know no files without a name, some no
-second names, no rename that refuses to replace, and no difference between small and capital letters. Each is a file
-mounted where no other process sees it, by a program of its own (FUSE)."""
+"""Disks as users plug them in, with the file systems of other platforms. They have no files without a name, some
+no hard links, no rename that refuses to replace, and no distinction between capital and small letters. Each is a
+file mounted where no other process sees it, by a program of its own (FUSE)."""
 
 import subprocess
 from pathlib import Path

@@ -35,7 +35,7 @@ class ForeignDisksTest(unittest.TestCase):
         self.expect_held_files_stay()
 
     def expect_held_files_stay(self):
-        """A working file has a name here: one that is held stays at a start, one that is not goes."""
+        """Working files have names here: one that is held survives a start, one that is not is removed."""
         work = self.house.storage / "tmp"
         held, left = work / ".velmora-1-1.part", work / ".velmora-1-2.part"
         for path in (held, left):

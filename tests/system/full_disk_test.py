@@ -1,5 +1,5 @@
-"""A full disk under the storage folder and under the settings file: a tiny file system of the test's own,
-mounted where no other process sees it. Nothing partial is left, and what failed is made good later."""
+"""A full disk under the storage folder and under the settings file: a tiny file system of the test's own, mounted
+where no other process sees it. Nothing partial is left, and what failed is made up for later."""
 
 import unittest
 
@@ -23,7 +23,7 @@ class FullDiskTest(unittest.TestCase):
         self.urls = [self.server.url(path) for path in paths]
 
     def write_settings(self, **control):
-        """They fill a page of the file system but for a few bytes."""
+        """They fill all but a few bytes of a page of the file system."""
         basic = {"StRep": "C:\\in\\", "Tempo": "1", "TIO": "5"}
         self.sections = ({"Control": basic | control}, camera_lists(self.urls))
         self.house.write_settings(*self.sections)
@@ -31,7 +31,7 @@ class FullDiskTest(unittest.TestCase):
         self.house.write_settings(*self.sections, comments=house.comment_lines(room))
 
     def stored(self):
-        """Places of the cameras that have an image; every image there is whole."""
+        """Positions of the cameras that have an image; every image there is whole."""
         images = [self.house.images(url) for url in self.urls]
         self.assertEqual([], [p.name for found in images for p in found if not is_whole(p.read_bytes())])
         return [index for index, found in enumerate(images) if found]
@@ -78,7 +78,7 @@ class FullDiskTest(unittest.TestCase):
     def test_keeps_the_settings_whole_when_they_cannot_grow(self):
         self.start_beside_full_settings()
         before = self.house.settings_bytes()
-        self.assertGreater(len(before) + 20, PAGE_BYTES)  # the first value that is written needs another page
+        self.assertGreater(len(before) + 20, PAGE_BYTES)  # the first value to be written needs another page
         program = self.house.start("--capture")
         until(lambda: len(self.stored()) == CAMERAS, 30, lambda: f"all images ({program.report()})")
         until(lambda: any(line.startswith("pass 1") for line in program.out), 30, program.report)

@@ -1,5 +1,5 @@
-"""Ten cameras that a test lets deliver or not, images that they have stored before, and what a monitoring system is
-told of them."""
+"""Ten cameras that a test lets deliver or not, images that they have stored before, and what a monitoring system
+is told about them."""
 
 import json
 import subprocess
@@ -33,7 +33,7 @@ class HealthCase(unittest.TestCase):
         self.house.write_settings({"Control": control, "Groupe0": every}, sections, camera_lists(self.urls))
 
     def store(self, camera, minutes, size=20_000, count=30):
-        """Images a minute apart, the newest so many minutes old."""
+        """Images a minute apart, the newest this many minutes old."""
         folder = self.house.folder(self.urls[camera])
         folder.mkdir(exist_ok=True)
         newest = datetime.now(timezone.utc).replace(tzinfo=None) - timedelta(minutes=minutes)

@@ -1,5 +1,5 @@
-"""Who delivers and who does not: told by the built program on its output, on the desktop, by mail and to a monitoring
-system."""
+"""Which cameras deliver and which do not: reported by the built program on its output, on the desktop, by mail and
+to a monitoring system."""
 
 import json
 import socket
@@ -93,7 +93,7 @@ class LateTest(HealthCase):
         self.end(program)
 
     def hanging_bus(self):
-        """The environment of a desktop whose bus nobody serves: the system alone takes connections."""
+        """The environment of a desktop whose bus is not served: only the system accepts connections."""
         path = self.house.root / "bus"
         bus = socket.socket(socket.AF_UNIX)
         self.addCleanup(bus.close)

@@ -1,5 +1,5 @@
-"""Files that stand in a camera's folder under an image's name: pictures of rare kinds, broken ones, ones made
-to exhaust their reader, and things that are no files. All are written out here, none is decoded."""
+"""Files in a camera's folder under an image's name: pictures of rare kinds, broken ones, ones made to exhaust
+their reader, and things that are not files. All are written here byte by byte; none is decoded."""
 
 import os
 import struct
@@ -19,13 +19,13 @@ def segment(marker, data):
 
 
 def coding_tables():
-    """One symbol each of one bit: no difference for a block's mean, no detail for the rest."""
+    """One symbol of one bit in each table: no difference for a block's mean, no detail for the rest."""
     one_code = bytes([1] + 15 * [0]) + b"\0"
     return segment(0xDB, b"\0" + bytes([8] * 64)) + segment(0xC4, b"\0" + one_code + b"\x10" + one_code)
 
 
 def jpeg(width, height, components=3, frame=BASELINE, extra=b"", scans=1):
-    """A grey picture. Its data is nothing but zero bits; one of tiny size can have any number of scans."""
+    """A grey picture. Its data are all zero bits; a tiny one can have any number of scans."""
     parts = b"".join(bytes([number + 1, 0x11, 0]) for number in range(components))
     head = struct.pack(">BHHB", 8, height, width, components) + parts
     chosen = bytes([components]) + b"".join(bytes([number + 1, 0]) for number in range(components))
@@ -37,7 +37,7 @@ def jpeg(width, height, components=3, frame=BASELINE, extra=b"", scans=1):
 
 
 def turned_by_camera():
-    """The note of a camera that was held on its side."""
+    """The Exif note of a camera that was held on its side."""
     entry = struct.pack(">HHIHH", 0x0112, 3, 1, ORIENTATION_RIGHT, 0)
     return segment(0xE1, b"Exif\0\0MM\0*\0\0\0\x08\0\x01" + entry + bytes(4))
 
@@ -83,14 +83,14 @@ def contents():
 
 
 def make_large(path, head):
-    """A file of far more bytes than it takes room for."""
+    """A file with far more bytes than it takes up."""
     with open(path, "wb") as file:
         file.write(head)
         file.truncate(LARGE_FILE_BYTES)
 
 
 def fill(folder):
-    """Writes all of it into a folder; returns how many names are there."""
+    """Writes all of it into a folder; returns how many names it has."""
     for number, (_, content) in enumerate(contents()):
         ending = "jpg" if content.startswith(b"\xff\xd8") else "png"
         (folder / f"20240102_{number:04}000203.{ending}").write_bytes(content)

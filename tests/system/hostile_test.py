@@ -1,4 +1,4 @@
-"""Cameras that lie, hang, drip, flood and break off, beside good ones: the time-out bounds the pass, the good
+"""Cameras that lie, hang, drip, flood and break off, alongside good ones: the time-out bounds the pass, the good
 ones are stored, and nothing of a bad one is."""
 
 import socket
@@ -11,7 +11,7 @@ from camera_server import CameraServer
 from house import GREEN, RED, House, camera_lists
 
 TIME_OUT_SECONDS = 5
-SLACK_SECONDS = 5  # for a loaded machine; one time-out after another would take half a minute
+SLACK_SECONDS = 5  # for a loaded machine; successive time-outs would take half a minute
 
 BAD = {
     "hang": answers.hang,
@@ -48,7 +48,7 @@ class HostileTest(unittest.TestCase):
         self.house = House(self)
 
     def start_with(self, functions, endings=(".jpg", ".png")):
-        """A camera for each name and ending, so that both ways to fetch are tried."""
+        """A camera for each name and extension, so that both ways of fetching are tried."""
         for name, function in functions.items():
             for ending in endings:
                 self.server.answer(f"/{name}{ending}", function)
@@ -59,7 +59,7 @@ class HostileTest(unittest.TestCase):
         self.house.write_settings(control, camera_lists(urls))
 
     def refusing_url(self):
-        """The address of a port that is taken, and on which nobody listens."""
+        """The address of a port that is taken, but on which nothing listens."""
         taken = socket.socket()
         self.addCleanup(taken.close)
         taken.bind(("127.0.0.1", 0))
@@ -115,13 +115,15 @@ class HostileTest(unittest.TestCase):
         self.expect_nothing_new_on_the_second_start([url for url in urls if "/broken" not in url])
 
     def expect_nothing_new_on_the_second_start(self, urls):
-        """But for dates that are none: such an image is new each time, and its name changes with the hour."""
+        """Except for dates that are not valid: such an image is new each time, and its name changes with the
+        hour."""
         before = {url: self.house.images(url) for url in urls}
         self.house.capture("--passes", "1")
         self.assertEqual(before, {url: self.house.images(url) for url in urls})
 
     def test_ends_within_two_time_outs_while_cameras_hang(self):
-        """A signal during a pass over dead cameras waits for their common time-out, and once more for the last."""
+        """A signal during a pass over dead cameras waits for their common time-out, and once more for that of the
+        last pass."""
         urls = self.start_with({"hang": answers.hang, "drip": answers.drip}, endings=(".jpg",))
         self.write_settings(urls)
         run = self.house.start("--capture")

@@ -1,5 +1,5 @@
-"""A temporary program folder: its settings, its storage folder, the names in both, and the program started
-on it. Everything of it goes away with the test."""
+"""A temporary program folder: its settings, its storage folder, the names in both, and the program started on it.
+All of it is removed with the test."""
 
 import os
 import re
@@ -16,7 +16,7 @@ VELMORA = os.environ.get("VELMORA_BIN", "")
 DEMO_CAMERAS = os.environ.get("VELMORA_DEMO_CAMERAS", "")
 GREEN = "65280"
 RED = "255"
-# Central Europe, spelled out so that no time zone data base is needed.
+# Central Europe, spelled out so that no time zone database is needed.
 TIME_ZONE = "CET-1CEST,M3.5.0,M10.5.0/3"
 
 IMAGE_NAME = re.compile(r"\d{8}_\d{10}")
@@ -47,7 +47,7 @@ def parse_settings(text):
 
 
 def ill_formed_lines(raw):
-    """Lines of a settings file that are no section, key or comment, or do not end in CR LF."""
+    """Lines of a settings file that are not a section, key or comment, or do not end in CR LF."""
     if not raw.endswith(b"\r\n"):
         return [raw[-80:]]
     lines = raw.decode("cp1252").removesuffix("\r\n").split("\r\n")
@@ -55,13 +55,13 @@ def ill_formed_lines(raw):
 
 
 def comment_lines(size):
-    """Comment lines of that many bytes together, 3 or more."""
+    """Comment lines with that many bytes in total, 3 or more."""
     long_lines, rest = divmod(size - 3, 80)
     return (";" + "-" * 77 + "\r\n") * long_lines + ";" + "-" * rest + "\r\n"
 
 
 def camera_lists(urls):
-    """Sections for up to a hundred addresses, ten a group, every group that has one switched on."""
+    """Sections for up to a hundred addresses, ten to a group; every group that has one is switched on."""
     sections = {}
     for index, url in enumerate(urls):
         section = sections.setdefault(f"Liste{index // 10}", {"LstAct": "1"})
@@ -99,7 +99,7 @@ class House:
         return parse_settings(self.settings_bytes().decode("cp1252"))
 
     def camera_value(self, index, word):
-        """A stored value of the camera at a place counted over all groups, 0 to 99."""
+        """A stored value of a camera by its position among all groups, 0 to 99."""
         return self.settings().get(f"Groupe{index // 10}", {}).get(f"{word}{index % 10}")
 
     def folder(self, url):
@@ -116,12 +116,12 @@ class House:
         return [p for p in self.root.rglob(".velmora-*.part")]
 
     def log(self):
-        """The event log with its earlier generation before it."""
+        """The event log, preceded by its earlier generation."""
         files = [self.root / name for name in ("Velmora.old", "Velmora.log")]
         return "".join(f.read_text(encoding="utf-8") for f in files if f.exists())
 
     def environment(self):
-        """A home of its own, and no desktop behind it that would be started for the windows' sake."""
+        """A home of its own, without a desktop that would be started on behalf of the windows."""
         own = {"HOME": str(self.root), "XDG_RUNTIME_DIR": str(self.root), "DBUS_SESSION_BUS_ADDRESS": "disabled:"}
         return bare_environment() | {"TZ": TIME_ZONE} | own
 
@@ -136,7 +136,7 @@ class House:
         return program
 
     def capture(self, *options, seconds=60):
-        """Captures without windows until the end: the ended program, whose status must be 0."""
+        """Captures without windows to the end; returns the finished program, whose status must be 0."""
         program = self.start("--capture", *options)
         status = program.wait(seconds)
         self._test.assertEqual(0, status, program.report())
@@ -144,7 +144,7 @@ class House:
 
 
 def main():
-    """Runs the tests of a file in the time zone that the program is started in."""
+    """Runs a file's tests in the time zone in which the program is started."""
     os.environ["TZ"] = TIME_ZONE
     time.tzset()
     for name, path in (("VELMORA_BIN", VELMORA), ("VELMORA_DEMO_CAMERAS", DEMO_CAMERAS)):

@@ -1,5 +1,5 @@
-"""The hundred cameras that the tests with real web servers configure: ten groups, and in each row of a group
-another way in which an address can be written."""
+"""The hundred cameras that the tests with real web servers configure: ten groups, with addresses written in a
+different way in each row of a group."""
 
 import os
 import subprocess
@@ -17,7 +17,7 @@ def camera(port, group, row):
     n = group * 10 + row
     host = f"127.0.0.1:{port}"
     old, new = "HTTP/1.0", "HTTP/1.1"
-    # The old protocol asks for the letter's byte in Windows-1252, so that is what the name on the server has.
+    # The old protocol requests the letter's byte in Windows-1252, so that is the name on the server.
     accented = f"cam/caméra{n}.JPG".encode("cp1252").decode("utf-8", "surrogateescape")
     last = (
         Camera(f"http://{host}/cam/caméra{n}.JPG", accented, ".JPG", old),
@@ -42,7 +42,7 @@ def hundred_cameras(port):
 
 
 def make_pictures(folder, names):
-    """Writes one picture under each name (a path in the folder); makes its folders."""
+    """Writes one picture under each name (a path in the folder), making its folders."""
     plain = {name.encode("ascii", "replace").decode("ascii").replace("?", "_"): name for name in names}
     for name in plain:
         Path(folder, name).parent.mkdir(parents=True, exist_ok=True)

@@ -1,5 +1,5 @@
-"""A hundred cameras on a real web server of any make, captured by the built program without windows and with them:
-the image tree, the settings, the log and what the server saw."""
+"""A hundred cameras on a real web server of any make, captured by the built program with and without windows: the
+image tree, the settings, the log and what the server saw."""
 
 import hashlib
 import re
@@ -26,7 +26,7 @@ def digest(path):
 
 
 class WebCase(unittest.TestCase):
-    """A server of the make that a derived class names, and a house."""
+    """A server of the make given by a derived class, and a house."""
 
     SERVER = None
 
@@ -57,7 +57,7 @@ class HundredCase(WebCase):
         return digest(self.server.www / self.cameras[index].file)
 
     def possible_names(self, index, modified):
-        """The hour of the download is one of those in which the test ran."""
+        """The hour of the download is one of those during which the test ran."""
         stem = time.strftime("%Y%m%d_%H%M%S", time.gmtime(modified))
         hours = {time.strftime("%d%H", time.localtime(t)) for t in (self.began, time.time())}
         return {(stem + hour + self.cameras[index].ending)[:23] for hour in hours}
@@ -97,7 +97,7 @@ class HundredCase(WebCase):
         self.assertEqual(every * passes, loads)
 
     def expect_requests(self):
-        """Every camera is asked once, in its protocol; a password is sent only after the server's refusal."""
+        """Every camera is asked once, in its protocol; a password is sent only after the server has refused."""
         asked = self.server.requests()
         for camera in self.cameras:
             mine = [r for r in asked if path_asked(r) == camera.file]

@@ -1,5 +1,5 @@
-"""The import of the built program, opened by its button and run by keys: what arrives is whole, whatever the folder
-holds, however full the disk is and whatever ends the program meanwhile."""
+"""The built program's import, opened with its button and operated by keys: what arrives is whole, whatever the
+folder holds, however full the disk is and however the program ends meanwhile."""
 
 import os
 import socket
@@ -35,7 +35,7 @@ class ImportTest(unittest.TestCase):
         self.house.write_settings({"Control": control}, {"Liste0": {"lst0": ADDRESS}})
 
     def start(self):
-        """Starts the program and opens the import; its window's number."""
+        """Starts the program and opens the import; returns its window's number."""
         environment = self.house.environment() | self.desktop.environment()
         command = [house.VELMORA, "--program-folder", self.house.root]
         self.program = self.house.start_command(command, environment)
@@ -46,14 +46,14 @@ class ImportTest(unittest.TestCase):
         return window
 
     def fill(self):
-        """Many large files; the bytes of each."""
+        """Many large files; returns the bytes of each."""
         content = bytes(range(250)) * (LARGE // 250)
         for number in range(MANY):
             (self.card / f"20240102_{number:010}.png").write_bytes(content)
         return content
 
     def fill_with_links(self):
-        """Very many names of one file; its bytes."""
+        """Very many names of one file; returns its bytes."""
         content = plain(colour_of(1))
         first = self.card / f"20240102_{0:010}.png"
         first.write_bytes(content)
@@ -65,7 +65,7 @@ class ImportTest(unittest.TestCase):
         return sorted(path.name for path in self.folder.iterdir())
 
     def copy(self, seconds=30):
-        """Copies and answers the message, a new window of the program's title."""
+        """Copies and dismisses the message, a new window with the program's title."""
         before = set(self.desktop.windows(MAIN))
         self.desktop.press(COPY_KEY)
         box = until(lambda: set(self.desktop.windows(MAIN)) - before, seconds, "a message").pop()
@@ -84,7 +84,7 @@ class ImportTest(unittest.TestCase):
         self.assertEqual([], self.stray_files())
 
     def stray_files(self):
-        """Work files, and whatever else of the import's making has no image's name."""
+        """Work files, and anything else made by the import that does not have an image's name."""
         hidden = [path for path in self.folder.iterdir() if path.name.startswith(".")]
         return self.house.work_files() + hidden
 
@@ -147,7 +147,7 @@ class ImportTest(unittest.TestCase):
         self.end()
 
     def put_what_is_no_file(self):
-        """A socket, a pipe, a folder and links that lead to none, each with a name that matches."""
+        """A socket, a pipe, a folder and links that lead nowhere, each with a matching name."""
         names = [self.card / f"20240102_{number:010}.png" for number in range(1, 7)]
         with socket.socket(socket.AF_UNIX) as server:
             server.bind(str(names[0]))

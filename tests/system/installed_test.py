@@ -1,5 +1,5 @@
 """The program installed from its Debian package into a clean system: it captures there for an ordinary user, with
-and without windows, and is taken away again with everything but that user's data."""
+and without windows, and is removed again with everything but that user's data."""
 
 import unittest
 
@@ -79,7 +79,7 @@ class InstalledTest(unittest.TestCase):
         self.assertEqual("", ROOT.dpkg("--verify", "velmora"))
 
     def test_finds_all_its_libraries(self):
-        # What ldd does, which asks for more than every way of running a program here can tell.
+        # Does what ldd does, which requires more than every way of running a program here can provide.
         found = ROOT.run(self, "/usr/bin/env", "LD_TRACE_LOADED_OBJECTS=1", PROGRAM)
         self.assertGreater(len(found.out), 10, found.report())
         self.assertEqual([], [line for line in found.out if "not found" in line])
@@ -138,7 +138,7 @@ class InstalledTest(unittest.TestCase):
         self.expect_nothing_changed_outside_the_home()
 
     def expect_icon_and_class(self, desktop, window):
-        """By the class a desktop finds the entry of a window, which names it."""
+        """A desktop finds the entry of a window by its class, which names it."""
         told = output("xprop", "-id", window, "WM_CLASS", "_NET_WM_ICON", env=desktop.environment())
         self.assertIn(f"WM_CLASS(STRING) = {CLASS}\n", told)
         for size in (16, 24, 32, 48, 128):
@@ -169,7 +169,7 @@ class InstalledTest(unittest.TestCase):
 
 
 class PrefixTest(unittest.TestCase):
-    """Installed by cmake under a prefix that no list of folders has, and that its user may write into."""
+    """Installed by cmake under a prefix that is in no list of folders and is writable for its user."""
 
     def test_keeps_its_settings_in_the_users_home(self):
         home = House(self)

@@ -1,5 +1,5 @@
-"""The program killed two hundred times at a moment drawn by lot, between its start and the end of a pass.
-Whatever the moment, only whole images and a whole settings file are left, and a later start tidies up."""
+"""The program killed two hundred times at a random moment between its start and the end of a pass. Whatever the
+moment, only whole images and a whole settings file are left, and a later start cleans up."""
 
 import fcntl
 import random
@@ -17,16 +17,16 @@ from waiting import until
 ROUNDS = 200
 CAMERAS = 30
 BODY_BYTES = (20_000, 90_000, 400_000)
-FRESH_SETTINGS_EVERY = 4  # rounds; once its keys are there, a file is written in place for the most part
+FRESH_SETTINGS_EVERY = 4  # rounds; once its keys are there, the file is mostly written in place
 COMMENT_BYTES = 300_000  # of the settings; a large file takes longer to write, and is hit more often
 WINDOW_SECONDS = 0.15
-# working files of killed runs: today's, and one by the number of a process that every container has
+# working files of killed runs: present ones, and one named after a process number that every container has
 LEFT = (".velmora-0123456789abcdef01234567.part", ".velmora-1-1.part")
 IN_BETWEEN, AT_THE_END = range(2)
 
 
 def stamp_of(date):
-    """The date part of an image name for a date of the settings file."""
+    """The date part of an image name for a date in the settings file."""
     return re.sub(r"(\d\d)/(\d\d)/(\d{4}) (\d\d):(\d\d):(\d\d)", r"\3\2\1_\4\5\6", date)
 
 
@@ -40,10 +40,10 @@ class KillTest(unittest.TestCase):
         self.urls = [self.server.url(path) for path in paths]
         self.house = House(self)
         self.seen = [set() for _ in self.urls]  # names of the images found whole, by camera
-        self.left_working = 0  # kills after which a working file was there
+        self.left_working = 0  # kills after which a working file was left
 
     def write_settings(self, new_keys=IN_BETWEEN):
-        """new_keys: where the program will add its keys, which decides how it writes them."""
+        """new_keys: where the program will add its keys, which determines how it writes them."""
         parts = [{"Control": {"StRep": "C:\\in\\", "Tempo": "60", "TIO": "20"}}, camera_lists(self.urls)]
         if new_keys == IN_BETWEEN:
             parts.insert(0, {f"Groupe{group}": {"EffM0": "0"} for group in range(3)})
@@ -51,7 +51,7 @@ class KillTest(unittest.TestCase):
         self.configured = Counter(self.house.settings_bytes().split(b"\r\n"))
 
     def kill_once(self):
-        """True when the kill fell into a pass."""
+        """True when the kill came during a pass."""
         program = self.house.start("--capture")
         if self.lot.random() < 0.6:
             until(lambda: program.out or not program.runs, 20, "the first line")
@@ -64,7 +64,7 @@ class KillTest(unittest.TestCase):
         return any(line.startswith("stored") for line in program.out) and "pass 1" not in "".join(program.out)
 
     def check_images(self):
-        """Every file is whole under its name; of those looked at, one stays, so that no folder is new again."""
+        """Every file is whole under its name; one of those checked is kept, so that no folder is empty again."""
         for url, seen in zip(self.urls, self.seen):
             images = self.house.images(url)
             for image in images:

@@ -1,5 +1,5 @@
-"""How the program ends: by SIGTERM or SIGINT, with a last pass over the cameras, which a second signal gives
-up at once."""
+"""How the program ends: by SIGTERM or SIGINT, with a last pass over the cameras, which a second signal gives up at
+once."""
 
 import time
 import unittest
@@ -61,7 +61,7 @@ class LifeTest(unittest.TestCase):
         self.expect_last_pass(program)
 
     def expect_given_up_at_once(self, program):
-        """The cameras before the one that hangs have their last image, those behind it keep their first."""
+        """The cameras before the one that hangs have their last image, those after it keep their first."""
         self.server.answer(self.paths[5], hang)
         program.terminate()
         until(lambda: self.server.count(self.paths[5]) == 2, 20, "the request that hangs")
@@ -83,7 +83,7 @@ class LifeTest(unittest.TestCase):
         self.expect_given_up_at_once(self.start_and_load_all(self.display()))
 
     def test_lets_the_running_pass_end_before_the_last(self):
-        """Cameras that the signal finds on their way are stored, and asked once more."""
+        """Cameras being fetched when the signal comes are stored, and asked once more."""
         release = []
 
         def wait_for_release(connection):

@@ -1,5 +1,5 @@
-"""The program with little of what a system gives: few open files, little memory. Good cameras are stored all the same,
-since neither their number nor the length of their pictures decides how much the program takes."""
+"""The program under tight limits of the system: few open files, little memory. Good cameras are stored all the
+same, since neither their number nor the length of their pictures decides how much the program takes."""
 
 import os
 import subprocess
@@ -33,7 +33,7 @@ class LimitsTest(unittest.TestCase):
         self.house.write_settings({"Control": {"StRep": "C:\\in\\", "Tempo": "1", "TIO": "60"}}, camera_lists(self.urls))
 
     def capture_under(self, limit, failed=0):
-        """limit: words for the shell's ulimit. Gives what the program said."""
+        """limit: arguments for the shell's ulimit. Returns what the program printed."""
         within = ["sh", "-c", f'ulimit {limit}; exec "$@"', "sh"]
         command = [VELMORA, "--program-folder", self.house.root, "--capture", "--passes", "1"]
         program = self.house.start_command([*within, *command])

@@ -1,5 +1,5 @@
-"""The motion alarm of the built program: its scan as it stands on the screen, and its mail, taken and delivered
-by a real mail server, in the clear and encrypted. The program is confined, and no other machine can be reached."""
+"""The built program's motion alarm: its scan as seen on the screen, and its mail, accepted and delivered by a real
+mail server, in the clear and encrypted. The program is confined, and no other machine can be reached."""
 
 import email.utils
 import time
@@ -16,14 +16,14 @@ from waiting import until
 
 ALARM = "Alarm"
 IMAGES = 25
-TO_THE_ALARM = 7  # times the tab key, from the list of images to the browser's button
+TO_THE_ALARM = 7  # presses of the tab key, from the list of images to the browser's button
 AUTHORITIES = "/etc/ssl/certs/ca-certificates.crt"
 TRUST = f'mount --bind "$1" {AUTHORITIES} && shift && exec "$@"'
 REF_X, VAR_X, PICTURE_Y = 190, 570, 200  # inside the pictures of the alarm's window
 
 
 def trusting(certificate):
-    """What is written before a command that is to trust that certificate, and no other."""
+    """A command prefix that makes a command trust that certificate, and no other."""
     return ["unshare", "-m", "--propagation", "private", "sh", "-c", TRUST, "sh", str(certificate)]
 
 
@@ -70,7 +70,7 @@ class AlarmCase(BrowserCase):
         self.assertEqual([], mail.defects)
 
     def expect_warning(self, server):
-        """One box, with the program's title; the mail is not delivered and the log says nothing of it."""
+        """One box, with the program's title; the mail is not delivered and the log does not mention it."""
         until(lambda: len(self.desktop.windows(MAIN)) == 1, 20, "the warning")
         [box] = self.desktop.windows(MAIN)
         self.desktop.focus(box)

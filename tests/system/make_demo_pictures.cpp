@@ -1,6 +1,6 @@
-// Writes pictures of a demonstration camera as the program would have stored them until now:
-// make_demo_pictures FOLDER CAMERA COUNT SECONDS writes COUNT of them, SECONDS apart. The last of
-// them is SECONDS old.
+// Writes pictures of a demonstration camera as the program would have stored them up to now:
+// make_demo_pictures FOLDER CAMERA COUNT SECONDS writes COUNT of them, SECONDS apart. The last one
+// is SECONDS old.
 #include "demo/Picture.h"
 
 #include <QFile>
@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kArguments = 5;
 
-// The time of the picture in UTC, then day and hour of its storing in local time.
+// The picture's time in UTC, then day and hour of its storing in local time.
 QString nameOf(const QDateTime &taken)
 {
     return taken.toUTC().toString(QStringLiteral("yyyyMMdd_HHmmss")) +

@@ -1,6 +1,6 @@
 // Makes pictures for the system tests: make_pictures FOLDER NAME... writes one under each name, a
-// PNG where the name ends so and a JPEG otherwise. The name decides what is on it; each has between
-// 20 and 200 KB.
+// PNG if the name ends in .png and a JPEG otherwise. The name decides its contents; each has
+// between 20 and 200 KB.
 #include <QCoreApplication>
 #include <QImage>
 #include <QPainter>
@@ -18,7 +18,7 @@ QSize sizeOf(const QString &name)
     return name.endsWith(u".png", Qt::CaseInsensitive) ? QSize(240, 180) : QSize(480, 360);
 }
 
-// A coloured fade under noise: noise alone makes a file grow with the area of the picture.
+// A coloured gradient under noise: noise alone makes the file grow with the picture's area.
 QImage picture(const QString &name)
 {
     const QSize size = sizeOf(name);

@@ -1,6 +1,6 @@
-"""A monkey before the desktop: some thousand clicks, double clicks, drags and keys, drawn by lot with a fixed
-seed, on whatever windows are open while the capture runs. The program lives or was quit in order, and what it
-stored is whole."""
+"""A monkey at the desktop: some thousand clicks, double clicks, drags and keys, random with a fixed seed, on
+whatever windows are open while the capture runs. The program survives or was quit properly, and what it stored is
+whole."""
 
 import os
 import random
@@ -21,7 +21,7 @@ SEED = int(os.environ.get("VELMORA_TEST_MONKEY_SEED", "20011109"))
 EVENTS = int(os.environ.get("VELMORA_TEST_MONKEY_EVENTS", "800"))  # of a round, at least
 EVENTS_A_CALL = 40  # of xdotool
 ROUNDS = int(os.environ.get("VELMORA_TEST_MONKEY_ROUNDS", "5"))
-ROUND_SECONDS = 4  # at least; the capture has its time too
+ROUND_SECONDS = 4  # at least; the capture needs its time too
 CAMERAS = 10
 EDGE = 3  # pixels of a window that are left alone
 STORED_BEFORE = 15
@@ -30,12 +30,12 @@ KEYS = (
     "alt+a alt+f alt+g alt+n alt+s alt+i alt+y alt+o a 1 2 0 slash backslash minus ctrl+a ctrl+v ctrl+c"
 ).split()
 BUTTONS = (1, 1, 1, 1, 1, 3, 2, 4, 5)
-# Fetched every second; the date is a little before that of the first picture.
+# Fetched every second; the date is slightly earlier than that of the first picture.
 OFTEN = {"AutoDelai": "1", "BestTime": "00:00:01", "LastModified": "09/09/2001 01:46:30"}
 
 
 class AlwaysFresh(dict):
-    """A picture under any path, for the monkey types into the addresses."""
+    """A picture under any path, since the monkey types into the addresses."""
 
     def __missing__(self, path):
         return fresh(20_000)
@@ -100,7 +100,7 @@ class MonkeyTest(unittest.TestCase):
         return [*words, "mousedown", 1, "mousemove", *self.point(place), "mouseup", 1]
 
     def play(self):
-        """Some events on one of the windows. It may be gone before they end, which is as good."""
+        """Some events on one of the windows. If it has gone before they end, that is just as well."""
         windows = self.windows()
         if not windows:
             return
@@ -111,8 +111,8 @@ class MonkeyTest(unittest.TestCase):
         self.desktop.tool(*words)
 
     def play_round(self):
-        """Fresh settings, for the monkey soon leads the storage folder astray; then events until the round ends or
-        the monkey quits the program. How many there were."""
+        """Fresh settings, since the monkey soon changes the storage folder; then events until the round ends or
+        the monkey quits the program. Returns their number."""
         self.write_settings()
         self.start()
         ends = time.monotonic() + ROUND_SECONDS

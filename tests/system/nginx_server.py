@@ -37,7 +37,7 @@ class NginxServer(WebServer):
         (self.root / "users").write_text(f"{user}:{{PLAIN}}{password}\n")
 
     def command(self, program, port):
-        # Its workers would otherwise change to a user who may not read the temporary folder.
+        # Otherwise its workers would change to a user who may not read the temporary folder.
         user = "user root;" if os.geteuid() == 0 else ""
         configuration = self.root / "nginx.conf"
         configuration.write_text(CONFIGURATION.format(user=user, root=self.root, port=port))

@@ -8,7 +8,7 @@ from pathlib import Path
 
 from waiting import until
 
-PYTHON = "/usr/bin/python3"  # for which the distribution's binding of the bus is made
+PYTHON = "/usr/bin/python3"  # the interpreter that the distribution's binding of the bus is made for
 
 SERVICE = """
 import sys
@@ -33,7 +33,7 @@ GLib.MainLoop().run()
 
 
 class NotificationServer:
-    """hanging: the service is there and never answers."""
+    """hanging: the service exists but never answers."""
 
     def __init__(self, test, hanging=False):
         self._root = Path(tempfile.mkdtemp(prefix="velmora-bus-"))

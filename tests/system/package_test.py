@@ -1,4 +1,4 @@
-"""The Debian package before it is installed: what is in it, what Debian's and the desktops' own checkers say of
+"""The Debian package before it is installed: its contents, what Debian's and the desktops' own checkers say about
 it, and whether its manual and the shells know the program's options."""
 
 import re
@@ -121,7 +121,7 @@ class PackageTest(unittest.TestCase):
         self.assertNotRegex(sections, r"\.(symtab|debug_\w+)\b")
 
     def test_carries_a_program_that_is_hard_to_misuse(self):
-        """Loaded anywhere in memory, its tables of calls read-only, its stack never run."""
+        """Loaded anywhere in memory, its tables of calls read-only, its stack never executed."""
         program = FOLDER / "usr/bin/velmora"
         self.assertRegex(output("readelf", "--dynamic", "--wide", program), r"FLAGS_1\).* NOW PIE\n")
         segments = output("readelf", "--program-headers", "--wide", program)
@@ -169,7 +169,7 @@ class CheckerTest(unittest.TestCase):
         unit = text("usr/lib/systemd/user/velmora.service")
         own = {"ExecStart": "velmora --capture", "Restart": "on-failure", "RestartPreventExitStatus": "2"}
         self.assertEqual(own, {key: keys_of(unit)[key] for key in own})
-        # On this machine the program is elsewhere, and so is its manual page.
+        # On this machine the program and its manual page are elsewhere.
         placed = FOLDER / "velmora.service"
         self.addCleanup(placed.unlink)
         placed.write_text(unit.replace("ExecStart=", f"ExecStart={FOLDER}/usr/bin/"), encoding="utf-8")
@@ -187,7 +187,7 @@ class CheckerTest(unittest.TestCase):
 
 
 class OptionTextTest(unittest.TestCase):
-    """What the manual and the shells say of the options, beside the program's own help."""
+    """The options in the manual and the shells, compared with the program's own help."""
 
     @classmethod
     def setUpClass(cls):

@@ -1,5 +1,5 @@
-"""Pictures of one colour, written here so that a test knows each of their points, and pictures that are
-broken or made to exhaust their reader."""
+"""Pictures of one colour, written here so that a test knows every pixel, and pictures that are broken or made to
+exhaust their reader."""
 
 import random
 import struct
@@ -33,6 +33,6 @@ def plain(colour, width=64, height=48):
 
 
 def colour_of(number):
-    """A colour for a picture's number, 0 to 255, that differs from those of the other numbers and is none of
-    the windows' own."""
+    """A colour for a picture's number, 0 to 255, different from those of other numbers and from the windows' own
+    colours."""
     return 255 - number, 40 + number * 37 % 160, 20

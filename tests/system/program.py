@@ -1,5 +1,5 @@
-"""The programs under test as processes of their own, and a display for their windows. Each is ended by its
-own handle."""
+"""The programs under test as separate processes, and a display for their windows. Each is ended by its own
+handle."""
 
 import os
 import signal
@@ -10,7 +10,7 @@ DISPLAY_KEYS = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
 
 
 def bare_environment():
-    """The environment without what would lend the program a display, or a folder of this user's."""
+    """The environment without anything that would give the program a display, or a folder of this user."""
     kept = {k: v for k, v in os.environ.items() if k not in DISPLAY_KEYS}
     for key in ("windir", "VELMORA_PROGRAM_FOLDER", "XDG_DATA_HOME"):
         kept.pop(key, None)
@@ -18,7 +18,7 @@ def bare_environment():
 
 
 class Program:
-    """A running process whose lines on both outputs are gathered as they come."""
+    """A running process whose lines on both outputs are collected as they arrive."""
 
     def __init__(self, command, env=None):
         self.process = subprocess.Popen(
@@ -60,14 +60,14 @@ class Program:
         return self.wait(10)
 
     def end(self):
-        """Ends a helper of a test, with what it started."""
+        """Ends a test's helper, with everything it started."""
         if self.runs:
             self.terminate()
         if not self.ends_within(5):
             self.kill()
 
     def ends_within(self, seconds):
-        """True when it ends by itself in that time; it goes on otherwise."""
+        """True when it ends on its own in that time; otherwise it keeps running."""
         try:
             self.process.wait(seconds)
         except subprocess.TimeoutExpired:
@@ -75,7 +75,7 @@ class Program:
         return True
 
     def wait(self, seconds):
-        """The exit status; a process that goes on is killed and fails the test."""
+        """The exit status; a process that does not end is killed and fails the test."""
         try:
             status = self.process.wait(seconds)
         except subprocess.TimeoutExpired:
@@ -91,7 +91,7 @@ class Program:
 
 
 class Display:
-    """An X server without a screen, on a number that it finds itself."""
+    """An X server without a screen, with a number that it chooses itself."""
 
     def __init__(self, size="1280x1024x24", options=()):
         read_end, write_end = os.pipe()

@@ -1,5 +1,5 @@
-"""Old images of the built program's cameras: deleted after one month where the camera's box is ticked, and
-never anything else."""
+"""Old images of the built program's cameras: deleted after one month where the camera's box is ticked, and never
+anything else."""
 
 import unittest
 from datetime import datetime, timedelta
@@ -13,7 +13,7 @@ TICKED, OTHER = 0, 1
 
 
 def name_of(days_ago, extension="jpg"):
-    """Of an image taken so long ago, in universal time as the cameras give it."""
+    """Of an image taken so long ago, in UTC as the cameras give it."""
     return f"{datetime.utcnow() - timedelta(days=days_ago):%Y%m%d_%H%M%S}0101.{extension}"
 
 
@@ -49,7 +49,7 @@ class RetentionTest(unittest.TestCase):
         kept = ["20050101_000000.jpg", "20050101_0000000001jpg", "notes.txt", "18991230_0000000101.jpg"]
         newest = name_of(300)
         self.put(TICKED, *kept, newest, name_of(301))
-        self.server.answers["/a.jpg"] = long_missing_page  # nothing new comes
+        self.server.answers["/a.jpg"] = long_missing_page  # nothing new arrives
         self.house.capture("--passes", "1")
         self.assertEqual(sorted([*kept, newest]), self.names(TICKED))
 
@@ -80,7 +80,7 @@ class RetentionTest(unittest.TestCase):
         run = self.house.capture("--passes", "1")
         self.assertEqual("pass 1: 2 stored, 0 failed, 0 unchanged", run.out[-1])
         self.assertEqual(newest, self.names(TICKED)[-1])
-        self.assertLessEqual(len(self.names(TICKED)), 2)  # the stored one may come after its folder's turn
+        self.assertLessEqual(len(self.names(TICKED)), 2)  # the stored one may arrive after its folder's turn
 
 
 if __name__ == "__main__":

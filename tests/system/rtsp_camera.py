@@ -1,5 +1,5 @@
 """A camera that speaks RTSP, for the tests: Debian's GStreamer server with a moving test picture. Prints its port.
-Arguments: user and password, if it is to ask for them."""
+Arguments: user and password, if it should ask for them."""
 
 import sys
 
@@ -18,7 +18,7 @@ PICTURE = (
 
 def ask_for_login(server, factory, user, password):
     auth = GstRtspServer.RTSPAuth()
-    auth.set_supported_methods(GstRtsp.RTSPAuthMethod.DIGEST)  # Digest; anybody who does not know the password is turned away
+    auth.set_supported_methods(GstRtsp.RTSPAuthMethod.DIGEST)  # Digest; without the password, clients are turned away
     token = GstRtspServer.RTSPToken()
     token.set_string("media.factory.role", "user")
     auth.add_digest(user, password, token)

@@ -1,4 +1,4 @@
-"""Walks over what a program tells screen readers, and prints a line of JSON for each thing: role, name and
+"""Walks over what a program exposes to screen readers, and prints a line of JSON for each object: role, name and
 description. Run by the system's own Python, which has the bindings:
 
     screen_reader.py PROGRAM"""

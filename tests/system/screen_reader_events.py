@@ -1,5 +1,5 @@
-"""Prints a line of JSON with the new name of each thing of a program whose name changes, as a screen reader is told of
-it; begins with a line "listening". Run by the system's own Python, which has the bindings:
+"""Prints a line of JSON with the new name of each object of a program whose name changes, as a screen reader would
+hear of it; starts with a line "listening". Run by the system's own Python, which has the bindings:
 
     screen_reader_events.py PROGRAM"""
 

@@ -1,4 +1,4 @@
-"""What the built program tells a screen reader, asked for over the bus on which screen readers ask."""
+"""What the built program tells a screen reader, queried over the bus that screen readers use."""
 
 import json
 import subprocess
@@ -60,7 +60,7 @@ class ScreenReaderTest(unittest.TestCase):
         self.assertEqual([], [name for _, name in pairs if "&" in name])
 
     def listener(self, environment):
-        """What the program tells of by itself, as it comes."""
+        """What the program announces on its own, as it arrives."""
         listener = Program([SYSTEM_PYTHON, "-B", LISTENER, "Velmora"], environment)
         self.addCleanup(listener.end)
         until(lambda: "listening" in listener.out, 20, listener.report)

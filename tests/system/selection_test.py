@@ -1,4 +1,5 @@
-"""What is highlighted is what Del takes, under three window managers: told by the file that is gone after Yes."""
+"""The highlighted entry is the one that Del deletes, under three window managers: shown by the file that is gone
+after Yes."""
 
 import unittest
 
@@ -45,7 +46,7 @@ class SelectionTest(unittest.TestCase):
         self.desktop.click(self.browser.number, (x, LIST_TOP + row * LIST_STEP), button)
 
     def expect_deletion_of(self, camera, name):
-        """Del and Yes take this image and no other."""
+        """Del and Yes delete this image and no other."""
         before = [self.names(0), self.names(1)]
         self.desktop.press("Delete")
         question = self.desktop.window(QUESTION)

@@ -13,7 +13,7 @@ ROOT_OF_ITS_OWN, ROOT = ["-rm"], ["-m"]
 
 
 def enter_own_mounts(ways=(ROOT_OF_ITS_OWN, ROOT, [*ROOT, "--propagation", "unchanged"])):
-    """Starts this file anew where it may mount: a name space of its own, in which it is root."""
+    """Restarts this file where it may mount: in a name space of its own, in which it is root."""
     if INSIDE in os.environ:
         return
     for options in ways:
@@ -25,7 +25,7 @@ def enter_own_mounts(ways=(ROOT_OF_ITS_OWN, ROOT, [*ROOT, "--propagation", "unch
 
 
 class Disk:
-    """A small file system with room that the test takes and gives back."""
+    """A small file system whose free room the test can fill and free again."""
 
     def __init__(self, test, folder):
         self._ballast = folder / "ballast"
@@ -35,7 +35,7 @@ class Disk:
         test.addCleanup(subprocess.run, ["umount", "-l", folder], check=True)
 
     def leave(self, size):
-        """Takes all room but so many bytes."""
+        """Fills all room but so many bytes."""
         free = shutil.disk_usage(self.folder).free
         with open(self._ballast, "ab") as ballast:
             ballast.write(bytes(free - size))

@@ -1,5 +1,5 @@
-"""The storage folder and the settings file under bad treatment: taken away, put back, blocked, unwritable,
-damaged, far too large. The program goes on and mends itself where it can."""
+"""The storage folder and the settings file under bad treatment: removed, put back, blocked, unwritable, damaged,
+far too large. The program goes on and recovers where it can."""
 
 import os
 import random
@@ -16,7 +16,7 @@ from waiting import until
 
 CAMERAS = 5
 EVERY_TWO_SECONDS = {"AutoDelai": "1", "BestTime": "00:00:01"}
-NOTICED_SECONDS = 4  # the folder is looked at every two
+NOTICED_SECONDS = 4  # the folder is checked every two
 
 
 class StorageCase(unittest.TestCase):
@@ -140,7 +140,7 @@ class SettingsTest(StorageCase):
             (shutil.rmtree if self.house.settings_path.is_dir() else os.unlink)(self.house.settings_path)
 
     def test_captures_from_among_noise(self):
-        """Lines that mean nothing stay byte for byte, those that do are found."""
+        """Lines without a meaning stay byte for byte, those with one are found."""
         noise = random.Random(3).randbytes(50_000).replace(b"[", b"(")
         text = self.house.settings_bytes()
         self.house.settings_path.write_bytes(noise + b"\r\n" + text)
@@ -149,7 +149,7 @@ class SettingsTest(StorageCase):
         self.assertTrue(self.house.settings_bytes().startswith(noise))
 
     def masked(self, mask, *options):
-        """A finished capture under another mask of the process."""
+        """A finished capture under a different umask."""
         command = ["sh", "-c", f'umask {mask}; exec "$@"', "-", house.VELMORA, "--program-folder", self.house.root]
         program = self.house.start_command([*command, "--capture", "--passes", "1", *options])
         self.assertEqual(0, program.wait(30), program.report())

@@ -1,6 +1,6 @@
-"""A whole run of the program (start, settings, log, capture, deletion of old images, conformity, import, end) to
-which things are done: one of its system calls fails, another one each time, or it is killed. Whatever it was,
-nothing is lost, nothing partial is left, and the next run makes everything good.
+"""A whole run of the program (start, settings, log, capture, deletion of old images, conformity, import, end) with
+interference: one of its system calls fails, a different one each time, or it is killed. In any case nothing is
+lost, nothing partial is left, and the next run puts everything right.
 
 Without arguments a part drawn by lot; "all" does it to every call in every way ("./test --torture")."""
 
@@ -67,7 +67,7 @@ def body(url):
 
 
 class Stage:
-    """A program folder with something of everything in it."""
+    """A program folder with some of everything in it."""
 
     def __init__(self):
         self.root = Path(tempfile.mkdtemp(prefix="velmora-torture-"))
@@ -97,7 +97,7 @@ class Stage:
         shutil.rmtree(self.root, ignore_errors=True)
 
     def run(self, **environment):
-        """(exit status, what it said); the status of one that hangs is 3."""
+        """(exit status, what it printed); the status of one that hangs is 3."""
         given = {"VELMORA_FAIL_UNDER": str(self.root), "LD_PRELOAD": FAILING_CALLS} if environment else {}
         done = subprocess.run(
             [WHOLE_RUN, self.root], env=os.environ | {"TZ": "UTC"} | given | environment, capture_output=True,
@@ -115,7 +115,7 @@ class Stage:
         return program.wait() == -signal.SIGKILL
 
     def faults(self):
-        """What is lost or partial, at any moment."""
+        """What is lost or partial, at any time."""
         return [*self.faults_of_images(), *self.faults_of_settings(), *self.faults_of_card()]
 
     def faults_of_images(self):
@@ -197,7 +197,7 @@ def counts():
 
 
 def make_fail(case):
-    """What went wrong after one call failed in one way; an empty text when nothing did."""
+    """What went wrong after one call failed in one way; an empty text if nothing did."""
     kind, number, way = case
     stage = filled_stage()
     as_number = way if way == "short" else str(getattr(errno, way))
@@ -243,7 +243,7 @@ class TortureTest(unittest.TestCase):
         self.addCleanup(self.workers.shutdown)
 
     def results(self, work, cases):
-        """The results as they come. A run of an hour says how far it is, and what it found so far."""
+        """The results as they arrive. A run of an hour reports its progress, and what it has found so far."""
         found = 0
         for number, result in enumerate(self.workers.map(work, cases), 1):
             found += 1 if result else 0

@@ -1,5 +1,5 @@
-"""Waiting for something that another process does. It looks again and again, for a bounded time, and
-says what did not come."""
+"""Waits for something that another process does. Checks again and again, for a bounded time, and says what did not
+happen."""
 
 import threading
 import time
@@ -8,7 +8,7 @@ LOOK_EVERY_SECONDS = 0.02
 
 
 def until(condition, seconds, what="the condition"):
-    """The first true value of condition(). AssertionError when none comes within the seconds."""
+    """The first true value of condition(). AssertionError if there is none within the seconds."""
     end = time.monotonic() + seconds
     pause = threading.Event()
     while True:

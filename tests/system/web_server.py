@@ -1,5 +1,5 @@
-"""A real web server as a set of cameras: a process of the test, with a configuration, a folder and a port of its
-own. What differs between makes is in the classes derived from this one."""
+"""A real web server as a set of cameras: a process of the test, with its own configuration, folder and port. What
+differs between makes is in the classes derived from this one."""
 
 import os
 import shutil
@@ -49,7 +49,7 @@ class WebServer:
         raise NotImplementedError
 
     def command(self, program, port):
-        """The words that start the program in the foreground."""
+        """The command line that starts the program in the foreground."""
         raise NotImplementedError
 
     def _started(self):

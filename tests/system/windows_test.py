@@ -1,5 +1,5 @@
-"""The program's windows under three window managers: who stands above whom, who has the keyboard, and where a
-window comes back."""
+"""The program's windows under three window managers: which is above which, which has the keyboard focus, and where
+a window reappears."""
 
 import time
 import unittest
@@ -18,7 +18,7 @@ TWIPS = 15  # a pixel
 SPLASH_WIDTH = 400  # at most; the main window of the same title is wider
 TICKS_SECONDS = 2.3  # two ticks of the timer that keeps the film in front
 AT_ONCE_SECONDS = 5  # of a time-out of sixty
-BUTTON_SECONDS = 0.2  # a button pressed by its key stays down for half of that, and hears no key meanwhile
+BUTTON_SECONDS = 0.2  # a button pressed by its key stays down for half of that, and takes no key meanwhile
 OTHER_PROGRAM = "Event Tester"
 
 
@@ -58,8 +58,8 @@ class WindowCase(unittest.TestCase):
         until(lambda: self.desktop.active() == window, 10, lambda: f"{what} ({self.desktop.active()}, not {window})")
 
     def give_keyboard(self, window, what):
-        """Asks the window manager only where it has to: keys pressed while it obeys go nowhere, and of a window that
-        has the keyboard nobody can see when it has."""
+        """Asks the window manager only where necessary: keys pressed while it obeys go nowhere, and when a window
+        gets the keyboard focus cannot be seen from outside."""
         if self.desktop.active() != window:
             self.desktop.activate(window)
         self.wait_for_keyboard(window, what)
@@ -68,7 +68,7 @@ class WindowCase(unittest.TestCase):
         return "_NET_WM_STATE_HIDDEN" in self.desktop.property("_NET_WM_STATE", window)
 
     def minimise(self, window):
-        """Done once the window manager has given the keyboard on."""
+        """Done once the window manager has passed the keyboard focus on."""
         self.desktop.tool("windowminimize", "--sync", window)
         until(lambda: self.is_hidden(window), 10, "the minimised window")
         until(lambda: self.desktop.active() not in (None, window), 10, "another window with the keyboard")
@@ -91,7 +91,7 @@ class WindowCase(unittest.TestCase):
 
 
 class StackingTest(WindowCase):
-    """One story a window manager."""
+    """One story for each window manager."""
 
     def tell(self, manager):
         self.begin(manager)
@@ -170,7 +170,7 @@ class StackingTest(WindowCase):
 
 
 class PlaceTest(WindowCase):
-    """Where windows come back, to the pixel."""
+    """Where windows reappear, to the pixel."""
 
     def move(self, window, corner):
         frame = self.desktop.frame(window)
@@ -228,7 +228,7 @@ class PlaceTest(WindowCase):
 
 
 class WithoutManagerTest(WindowCase):
-    """Nothing keeps windows in order here but the program."""
+    """Here only the program keeps windows in order."""
 
     def lowest_first(self):
         words = self.desktop.tool("search", "--onlyvisible", "--name", f"^({TITLE}|{FILM}|{MAIN})$")

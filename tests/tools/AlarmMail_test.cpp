@@ -1,4 +1,4 @@
-// The alarm's mail: what it says, from which settings, and one at a time.
+// The alarm's mail: what it says, the settings it uses, and one at a time.
 #include "tools/AlarmMail.h"
 
 #include "support/BrowserHouse.h"

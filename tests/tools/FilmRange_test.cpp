@@ -1,4 +1,4 @@
-// Which images a film is made of.
+// Which images go into a film.
 #include "tools/FilmRange.h"
 
 #include "../browser/NameLists.h"

@@ -1,4 +1,4 @@
-// The folder list of the import: its levels, the folders below them, and the path text of each.
+// The import's folder list: its levels, the folders below them, and the path text of each.
 #include "tools/FolderList.h"
 
 #include "tools/FolderPath.h"

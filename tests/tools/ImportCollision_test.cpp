@@ -1,4 +1,4 @@
-// Names that are taken: what an import's run tries next, and how long it looks.
+// Names already taken: what an import run tries next, and how long it searches.
 #include "ImportRunTest.h"
 
 #include <utility>
@@ -6,7 +6,7 @@
 namespace velmora::test {
 namespace {
 
-// A millisecond passes whenever it is looked at.
+// Each look at it lets a millisecond pass.
 class TickingClock final : public Clock
 {
 public:
@@ -73,7 +73,7 @@ TEST_F(ImportCollision, TheCounterBelongsToTheRunAndLaterNamesBeginWithIt)
 {
     take(kKept);
     put(kKept);
-    put(QStringLiteral("later.jpg")); // behind the other in name order
+    put(QStringLiteral("later.jpg")); // after the other in name order
     EXPECT_EQ(run().copied, 2);
     EXPECT_TRUE(copied().contains(QStringLiteral("20061005_1230450001jpg")));
     EXPECT_TRUE(copied().contains(datedName(QStringLiteral("later.jpg"), 1)));
@@ -197,7 +197,7 @@ TEST_F(ImportCollision, IntoItsOwnFolderARunDoesNotMeetItsCopies)
     EXPECT_EQ(bytesOf(QStringLiteral("20061005_1230450001jpg")), "kept");
 }
 
-// Every name is taken, so that each file uses the counter up by one.
+// Every name is taken, so that each file uses up a number.
 TEST_F(ImportCollision, TheCounterKeepsItsLastFourDigitsAndOverflowsAt32768)
 {
     constexpr int kFiles = 32'769;

@@ -1,4 +1,4 @@
-// Runs of the import over real folders that a test lays down.
+// Runs of the import over real folders that a test creates.
 #pragma once
 
 #include "base/FileDates.h"
@@ -68,7 +68,7 @@ protected:
         tree_.write(QString(QStringLiteral("from/") + name), bytes);
     }
 
-    // Names of any bytes.
+    // The name may have any bytes.
     void put(const QByteArray &name) const
     {
         const int fd = ::open((native(u"from") + '/' + name).constData(), O_CREAT | O_WRONLY, 0644);
@@ -76,7 +76,7 @@ protected:
         ::close(fd);
     }
 
-    // A name of the rule for each number below 100,000: "20061001_2345000000.jpg" for 12345.
+    // A name by the rule for each number below 100,000: "20061001_2345000000.jpg" for 12345.
     static QByteArray numbered(int number)
     {
         const QByteArray digits = QByteArray::number(number).rightJustified(5, '0');
@@ -89,7 +89,7 @@ protected:
         ASSERT_EQ(::link(native(file).constData(), (native(folder) + '/' + name).constData()), 0);
     }
 
-    // With names so long that there are few in a piece.
+    // With names so long that few fit in a piece.
     void fillTarget() const
     {
         constexpr int kFiles = 20'000;
@@ -99,7 +99,7 @@ protected:
         }
     }
 
-    // A file of holes.
+    // A sparse file.
     void putLarge(const QString &name) const
     {
         put(name, "");
@@ -119,7 +119,7 @@ protected:
         return tree_.read(QString(QStringLiteral("in/camera/") + name));
     }
 
-    // The name that a source file gets.
+    // The name that a source file is given.
     [[nodiscard]] QString datedName(const QString &name, qint16 collisions) const
     {
         const QString path = QStringLiteral("from/") + name;
@@ -138,8 +138,8 @@ protected:
     ImportResult result_;
     std::stop_source afterFile_;
     std::stop_source atOnce_;
-    int turns_ = 0;      // of the event loop while the run ran
-    int stopInTurn_ = 0; // that one stops the run at once; 0 for none
+    int turns_ = 0;      // of the event loop during the run
+    int stopInTurn_ = 0; // stop the run at once in this turn; 0 for none
 };
 
 } // namespace velmora::test

@@ -78,7 +78,7 @@ TEST_F(ImportRunTest, AMissingSourceHoldsNothing)
     ImportOrder missing = order();
     missing.source = tree_.path(u"nowhere");
     EXPECT_EQ(run(missing).end, ImportEnd::Copied);
-    missing.source.clear(); // a drive that is not there
+    missing.source.clear(); // a drive that does not exist
     EXPECT_EQ(run(missing).end, ImportEnd::Copied);
     EXPECT_EQ(result_.copied, 0);
 }
@@ -115,7 +115,7 @@ TEST_F(ImportRunTest, LinksToFilesAreFiles)
 TEST_F(ImportRunTest, AFileThatCannotBeReadAbortsAndThoseBeforeItStay)
 {
     put(QStringLiteral("20061005_1230450001.jpg"));
-    // Nobody's rights reach there, not even an administrator's.
+    // No rights give access there, not even an administrator's.
     ASSERT_EQ(::symlink("/proc/self/mem", native(u"from/20061005_1230450002.jpg").constData()), 0);
     put(QStringLiteral("20061005_1230450003.jpg"));
     const ImportResult result = run();

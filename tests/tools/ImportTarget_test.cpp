@@ -1,5 +1,5 @@
-// The import's target and its runs: when the button can be pressed, what is said at the end, and
-// what a run does to the captions.
+// The import's target and its runs: when the button is enabled, what is said at the end, and how a
+// run changes the captions.
 #include "ImportTest.h"
 
 namespace velmora::test {
@@ -14,7 +14,7 @@ protected:
         QObject::connect(&import_, &Import::imagesAdded, &import_, [this] { ++refreshes_; });
     }
 
-    // The storage folder as it was typed, without "\" at its end.
+    // The storage folder as typed, without "\" at its end.
     void useUncleanedStorage()
     {
         store(u"StRep", QStringLiteral("C:\\in"));
@@ -181,7 +181,7 @@ TEST_F(ImportTarget, TheButtonIsOffWhileARunRunsAndASecondPressDoesNothing)
     EXPECT_TRUE(face().running);
     EXPECT_EQ(face().ctr, QStringLiteral("0"));
     import_.go();
-    import_.chooseCamera(0); // would make the button work
+    import_.chooseCamera(0); // would enable the button
     EXPECT_FALSE(face().cmdGo);
     import_.go();
     finish();
@@ -252,7 +252,7 @@ TEST_F(ImportTarget, AnAbortedRunSaysSoAndGivesTheButtonBack)
 TEST_F(ImportTarget, WhileCopyingTheCountIsLessenedByTheCollisions)
 {
     put(kKept);
-    put(QString(255, u'n')); // ends the run, so that nothing is counted anew
+    put(QString(255, u'n')); // ends the run, so that nothing is counted again
     house_.putImage(kCamera, kKept);
     house_.putImage(kCamera, QStringLiteral("20061005_1230450001jpg"));
     house_.putImage(kCamera, QStringLiteral("20061005_1230450002pg"));
@@ -265,7 +265,7 @@ TEST_F(ImportTarget, WhileCopyingTheCountIsLessenedByTheCollisions)
 
 TEST_F(ImportTarget, ARunThatBeginsBeforeTheFilesAreCountedBeginsWithItsOwnCount)
 {
-    constexpr int kMore = 6000; // with long names, of which few are read in a piece
+    constexpr int kMore = 6000; // with long names, few of which are read in a piece
     put(kKept);
     put(QString(255, u'3')); // ends the run before the others are copied
     for (int i = 0; i < kMore; ++i) {
@@ -291,7 +291,7 @@ TEST(ImportCount, IsWholeWhateverItsSize)
 TEST_F(ImportTarget, TheCountThatIsLessenedIsTheOneThatWasShown)
 {
     put(kKept);
-    put(QString(255, u'n')); // ends the run, so that nothing is counted anew
+    put(QString(255, u'n')); // ends the run, so that nothing is counted again
     store(u"Patern", QStringLiteral("*"));
     load();
     put(QStringLiteral("z.jpg"));

@@ -1,5 +1,4 @@
-// The import without its window over a whole capture, with folders and settings that a test lays
-// down.
+// The import without its window over a whole capture, with folders and settings created by a test.
 #pragma once
 
 #include "support/CaptureHouse.h"
@@ -13,7 +12,7 @@
 
 namespace velmora::test {
 
-/// Drive C: is drives/c in the tree; the folder C:\card is there.
+/// Drive C: is drives/c in the tree; the folder C:\card exists.
 class ImportTest : public testing::Test
 {
 protected:

@@ -1,4 +1,4 @@
-// What is an address of mail, and what only looks like one.
+// What is a mail address, and what only looks like one.
 #include "tools/MailAddress.h"
 
 #include "support/Printers.h"

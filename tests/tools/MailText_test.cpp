@@ -153,7 +153,7 @@ TEST(MailTextTest, NoLineBreakGetsIntoAHeader)
     }
 }
 
-// Letters of which some are dangerous, drawn by lot.
+// Characters, some of them dangerous, drawn at random.
 QString anyText(QRandomGenerator &lot)
 {
     static const QString letters =

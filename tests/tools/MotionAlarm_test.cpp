@@ -1,4 +1,4 @@
-// The walk back through a camera's images, pair by pair, and what may happen beside it.
+// Walking back through a camera's images, pair by pair, and what may happen meanwhile.
 #include "tools/MotionAlarm.h"
 
 #include "support/BrowserHouse.h"
@@ -33,7 +33,7 @@ QByteArray picture()
     return bytes;
 }
 
-/// Remembers each pair as it stands when it is compared: "newer older", by the images' numbers.
+/// Records each pair as it is compared: "newer older", by the images' numbers.
 class WatchedAlarm final : public MotionAlarm
 {
 public:
@@ -80,7 +80,7 @@ protected:
         }
     }
 
-    // Shows a camera with so many images and selects one.
+    // Shows a camera with this many images and selects one.
     void open(int count, int selected)
     {
         store(kCamera, count);

@@ -1,4 +1,4 @@
-// The slideshow beside the browser: what each does to the other.
+// The slideshow beside the browser: how each affects the other.
 #include "tools/SlideshowTest.h"
 
 namespace velmora::test {

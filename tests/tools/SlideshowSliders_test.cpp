@@ -1,4 +1,4 @@
-// The sliders of the first and last image and of the speed, and the two boxes that search.
+// The sliders of the first and last image and of the speed, and the two boxes for searching.
 #include "tools/SlideshowTest.h"
 
 namespace velmora::test {

@@ -13,8 +13,8 @@ namespace velmora::test {
 class SlideshowTest : public testing::Test
 {
 protected:
-    /// Shows a camera with so many images and opens the slideshow on it by its button. Its own
-    /// timer does not disturb: it would wait for a second.
+    /// Shows a camera with this many images and opens the slideshow on it with its button. Its own
+    /// timer does not interfere: it would wait for a second.
     void open(int count)
     {
         house_.store(u"Vitesse", u"1000");
@@ -36,7 +36,7 @@ protected:
         }
     }
 
-    /// The same, with a part of the images to play.
+    /// The same, playing only part of the images.
     void openAt(int count, int start, int end)
     {
         open(count);

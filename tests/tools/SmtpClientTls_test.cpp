@@ -1,4 +1,4 @@
-// Mail over encrypted connections, and what is not sent without.
+// Mail over encrypted connections, and what is not sent without one.
 #include "SmtpExchange.h"
 #include "support/TempTree.h"
 
@@ -30,7 +30,7 @@ protected:
         return send(account).value_or(MailProblem{}).kind;
     }
 
-    /// Turns of the event loop from the begin of sending a mail to the server's hearing of it.
+    /// Turns of the event loop from the start of sending until the server hears of it.
     int turnsUntilConnected(const QByteArray &authorities)
     {
         SmtpClient client{{std::chrono::seconds{20}, std::chrono::seconds{20}, {authorities, {}}}};
@@ -44,7 +44,7 @@ protected:
         return turns;
     }
 
-    SmtpClient wary_; // trusts those that the system trusts
+    SmtpClient wary_; // trusts what the system trusts
 };
 
 TEST_F(SmtpClientTls, EncryptsWhereTheServerOffersIt)
@@ -134,7 +134,7 @@ TEST_F(SmtpClientTls, TheEventLoopRunsWhileTheServerThinks)
     }
 }
 
-// Read in one go they would take the same turns as one.
+// Read in one go, many would take as many turns as one.
 TEST_F(SmtpClientTls, TheEventLoopRunsWhileManyCertificatesAreRead)
 {
     QFile one(QString::fromLocal8Bit(selfSignedCertificate()));

@@ -1,4 +1,4 @@
-// What a mail server gets to hear, and what its answers mean.
+// What a mail server is told, and what its answers mean.
 #include "SmtpExchange.h"
 
 namespace velmora::test {

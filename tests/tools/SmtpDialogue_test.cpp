@@ -1,4 +1,4 @@
-// Replies as they arrive in pieces, and dots.
+// Replies that arrive in pieces, and dots.
 #include "tools/SmtpDialogue.h"
 
 #include "support/Printers.h"

@@ -1,4 +1,4 @@
-// A real mail client and a loopback server, and the event loop between them.
+// A real mail client and a loopback server, with the event loop between them.
 #pragma once
 
 #include "support/LoopTurns.h"
@@ -39,7 +39,7 @@ protected:
         return mine;
     }
 
-    /// The server asks for that login.
+    /// Makes the server ask for a login.
     void askForLogin(const QByteArray &kinds)
     {
         server_.script.extensions = {"AUTH " + kinds};
@@ -62,8 +62,8 @@ protected:
         return problem;
     }
 
-    /// Sends to a server that falls silent at some step, and stops the sending after a thousand
-    /// turns of the event loop; false when it ended, by its time limit, before there were as many.
+    /// Sends to a server that falls silent at some step, and stops sending after a thousand turns
+    /// of the event loop; false if its time limit ended it earlier.
     bool waitsInTurns(const MailAccount &account)
     {
         constexpr int kTurns = 1000;
@@ -74,7 +74,7 @@ protected:
         return loop.turns() >= kTurns;
     }
 
-    /// How sending ends now; Other when the mail is sent.
+    /// How sending ends now; Other if the mail is sent.
     MailFailure failure() { return send(account()).value_or(MailProblem{}).kind; }
 
     [[nodiscard]] ReceivedMail onlyMail() const

@@ -1,4 +1,4 @@
-// The names of a folder, to ask whether one of them is taken.
+// The names in a folder, to check whether one of them is taken.
 #include "tools/TakenNames.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Put in front of the C library (LD_PRELOAD), makes one system call of a program fail: the n-th of
-// a kind that concerns a file under a folder. Told by the environment:
+// Preloaded before the C library (LD_PRELOAD), makes one of a program's system calls fail: the n-th
+// of a kind that concerns a file under a folder. Controlled by the environment:
 //   VELMORA_FAIL_UNDER   the folder; calls for other files are passed on and not counted
 //   VELMORA_FAIL_CALL    the kind, as in kKinds
 //   VELMORA_FAIL_AT      which of them, from 1 on; 0 for none
@@ -57,7 +57,7 @@ Function next(const char *name)
     return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
 }
 
-// The system itself, past what is put in front of it here.
+// The system's own call, past the ones defined here.
 template <typename... Arguments>
 long raw(long number, Arguments... arguments)
 {

@@ -45,7 +45,7 @@ QString addressOf(int camera)
     return QStringLiteral("http://cam/%1.jpg").arg(camera);
 }
 
-/// What the program holds of its heap, whatever the C library keeps beyond that.
+/// What the program holds on its heap, whatever the C library keeps beyond that.
 double heapKib()
 {
     const struct mallinfo2 info = ::mallinfo2();
@@ -75,7 +75,7 @@ QByteArray jpeg(int shade)
     return bytes.leftJustified(4000, '\0');
 }
 
-/// Every camera's picture, a new one at each date, without a network; keeps nothing of the
+/// A picture for every camera, new at each date, without a network; keeps no record of the
 /// requests.
 class FreshSource final : public PictureSource
 {
@@ -166,7 +166,7 @@ public:
 
     Q_DISABLE_COPY_MOVE(Soak)
 
-    /// One pass over all cameras, with somebody at the browser meanwhile.
+    /// One pass over all cameras, with a user at the browser meanwhile.
     void pass(int number)
     {
         clock_.setLocal(clock_.localNow() + kBetweenPasses);
@@ -227,8 +227,8 @@ private:
     std::unique_ptr<Program> program_;
 };
 
-/// Passes, one a turn of the event loop, so that what is to be deleted later is deleted between
-/// them; and the figures.
+/// Runs the passes, one per turn of the event loop, so that deferred deletions happen between them;
+/// and gathers the figures.
 class Run
 {
 public:
@@ -239,7 +239,7 @@ public:
         run_.start();
     }
 
-    /// One more pass, unless the time is over.
+    /// Runs one more pass; false once the time is up.
     bool goesOn()
     {
         soak_.pass(++passes_);
@@ -249,8 +249,8 @@ public:
         return static_cast<double>(run_.elapsed()) < lengthMs_;
     }
 
-    /// The slope of the straight line through the second half: the first is needed until the
-    /// pictures that are kept for the windows have filled the memory that they may have.
+    /// The slope of the straight line through the second half: in the first, the pictures cached
+    /// for the windows still fill the memory allowed for them.
     void printSlope() const
     {
         const std::size_t first = kib_.size() / 2;

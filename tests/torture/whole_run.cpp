@@ -1,7 +1,7 @@
 // A whole run of the program without its windows, for tests that make its system calls fail or kill
 // it: start, settings, a pass over the cameras, deletion of old images, conformity, import, the
 // last pass, end. whole_run FOLDER: a program folder; the former place of the settings is "windows"
-// in it. Ends with 1 when it could not start, and with 3 when it does not come to its end.
+// in it. Exits with 1 if it could not start, and with 3 if it does not finish.
 #include "app/SettingsPreparation.h"
 #include "app/SingleInstance.h"
 #include "capture/CaptureEngine.h"
@@ -23,7 +23,7 @@ constexpr qsizetype kBodyBytes = 50'000;
 constexpr int kCannotStart = 1;
 constexpr int kHangs = 3;
 
-// Each picture names its address, so that one that came to the wrong place would show.
+// Each picture contains its address, so that one in the wrong place would show.
 ScriptedReply picture(const QString &url, const QString &modified)
 {
     return {QByteArray(url.toLatin1() + '\n').repeated(kBodyBytes / (url.size() + 1)),
@@ -95,7 +95,7 @@ private:
         import_.close();
     }
 
-    // What is thrown goes to the user as anything that nobody catches does.
+    // Exceptions are passed to the user like any uncaught one.
     void await(QCoro::Task<> task)
     {
         bool done = false;
@@ -103,7 +103,7 @@ private:
         waitUntil([this, &done] { return done || scope_.running() == 0; });
     }
 
-    // Nothing runs but the watch over the storage folder.
+    // Until nothing is running but the watch over the storage folder.
     void untilAtRest()
     {
         waitUntil([this] { return engine_.scope().running() <= 1; });

@@ -1,4 +1,4 @@
-// What screen readers are told, asked for as the toolkit's bridge to them asks.
+// What screen readers are told, queried as the toolkit's bridge to them does.
 #include "ui/Accessibility.h"
 
 #include "WindowHouse.h"

@@ -18,7 +18,7 @@ const QString kVide = QStringLiteral("iVide");
 const QString kButton = QStringLiteral("Command1");
 const QString kStatus = QStringLiteral("lStatus");
 
-/// Tells what stands on the screen when a pair is compared.
+/// Records what is on the screen when a pair is compared.
 class SeenAlarm final : public MotionAlarm
 {
 public:
@@ -63,7 +63,7 @@ protected:
         house_.settle();
     }
 
-    // The browser on a camera with so many images, the last of them selected, and this window.
+    // The browser on a camera with this many images, the last of them selected, and this window.
     void open(int images)
     {
         house_.openOn(images);

@@ -1,4 +1,4 @@
-// What a text box tells of the focus, the mouse and the Enter key.
+// What a text box reports about the focus, the mouse and the Enter key.
 #include "ui/BoxEdit.h"
 
 #include <QClipboard>
@@ -116,7 +116,7 @@ TEST_F(BoxEditTest, IsLeftOnceForEachTimeItWasEntered)
     box_.setFocus();
     bringUp(another_);
     box_.leave();
-    bringUp(window_); // the cursor still stands in the box
+    bringUp(window_); // the cursor is still in the box
     EXPECT_TRUE(box_.isInHand());
     EXPECT_EQ(left.count(), 2);
 }

@@ -32,7 +32,7 @@ BrowserWindowHouse::BrowserWindowHouse()
                      [this](const QString &path) { opener.open(path); });
 }
 
-// What reads and loads ends before the parts that it uses.
+// Readers and loaders end before the parts that they use.
 BrowserWindowHouse::~BrowserWindowHouse()
 {
     browser.close();

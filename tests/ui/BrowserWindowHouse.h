@@ -1,5 +1,5 @@
-// The windows of the image browser and the slideshow over a whole capture, used as a person uses
-// them: by mouse and keys, on controls found by their names, with real image files.
+// The windows of the image browser and the slideshow over a whole capture, used like a person
+// would: with mouse and keys, on controls found by name, with real image files.
 #pragma once
 
 #include "RecordingOpener.h"
@@ -43,22 +43,22 @@ public:
         return *control;
     }
 
-    /// Gives a camera an address and so many one-coloured images, one for each second.
+    /// Gives a camera an address and this many one-coloured images, one for each second.
     void addImages(CameraAddress camera, int count);
 
     /// Shows the browser's window, with the folders read and the pictures loaded.
     void open();
 
-    /// The same, on a camera with so many images, small in size.
+    /// The same, on a camera with this many small images.
     void openOn(int images);
 
-    /// Lets everything run that waits for the event loop: folders, pictures, renames.
+    /// Runs everything that waits for the event loop: folders, pictures, renames.
     void settle();
 
     /// The timer ticks.
     void fire(const QString &timer);
 
-    /// From now on the film that plays goes on when the test says so, and not by itself.
+    /// From now on a playing film advances when the test says so, and not on its own.
     void holdFilm();
 
     PictureView &cell(int index);
@@ -67,11 +67,11 @@ public:
     /// Cells whose frame is drawn.
     [[nodiscard]] QList<int> framed();
 
-    /// Name of the file that a cell, or any picture, shows; empty for none.
+    /// Name of the file shown in a cell, or in any picture; empty for none.
     [[nodiscard]] QString shown(int cell);
     [[nodiscard]] QString shown(const QString &picture);
 
-    /// Where a picture of the camera lies.
+    /// Where a picture of the camera is.
     [[nodiscard]] QString imagePath(CameraAddress camera, const QString &name) const;
 
     [[nodiscard]] QString text(const QString &label) { return find<QLabel>(label).text(); }
@@ -94,7 +94,7 @@ public:
     /// Ticks or unticks a check box with the mouse.
     void tick(const QString &box) { click(box); }
 
-    /// The question that is asked just now.
+    /// The question being asked.
     [[nodiscard]] QMessageBox *question() { return window.findChild<QMessageBox *>(); }
 
     /// A value of the section "Control".

@@ -54,7 +54,7 @@ protected:
 
     QString result() { return find<QLabel>(QStringLiteral("sheetResult")).text(); }
 
-    /// Tests a camera that answers so, to the end.
+    /// Tests a camera that gives this answer, until done.
     QString verdict(const ScriptedReply &reply)
     {
         house_.source.answer(kUrl, reply);

@@ -1,4 +1,4 @@
-// Where cells, frames and zoom image stand, and how they look.
+// Where cells, frames and zoom image are, and how they look.
 #include "ui/ContactSheet.h"
 
 #include "BrowserWindowHouse.h"
@@ -112,7 +112,7 @@ class ContactSheetTest : public testing::Test
 protected:
     ContactSheet &sheet() { return house_.find<ContactSheet>(QStringLiteral("contactSheet")); }
 
-    // Makes the window so large that the sheet has this size.
+    // Makes the window large enough for the sheet to have this size.
     void resizeSheet(QSize size)
     {
         house_.window.resize(house_.window.size() + size - sheet().size());

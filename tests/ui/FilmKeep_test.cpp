@@ -65,7 +65,7 @@ protected:
     {
         auto *const box = window_.findChild<QFileDialog *>();
         auto *const name = box->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        name->setText(path); // pasted: the box completes what is typed by what it has read
+        name->setText(path); // pasted: the box completes typed text from what it has read
         const auto buttons = box->findChild<QDialogButtonBox *>()->buttons();
         for (QAbstractButton *const button : buttons) {
             if (box->findChild<QDialogButtonBox *>()->buttonRole(button) ==

@@ -1,4 +1,4 @@
-// Where a window's frame may stand.
+// Where a window's frame may be.
 #include "ui/FrameReach.h"
 
 #include <gtest/gtest.h>

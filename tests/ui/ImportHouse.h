@@ -1,5 +1,5 @@
-// The import's window over a whole capture, used as a person uses it: by mouse and keys, on
-// controls found by their names, with real image files.
+// The import's window over a whole capture, used like a person would: with mouse and keys, on
+// controls found by name, with real image files.
 #pragma once
 
 #include "pictures/PictureLoader.h"
@@ -57,7 +57,7 @@ public:
 
     void key(const char *control, int key);
 
-    /// Picks an entry of a drop-down by keys, as well the one that it has already.
+    /// Picks an entry of a drop-down with keys, even the one that it already has.
     void pick(const char *box, int entry);
 
     [[nodiscard]] QString text(const char *label) { return find<QLabel>(label).text(); }

@@ -98,7 +98,7 @@ TEST_F(ImportReach, LabelsWithAKeyLeadToTheirBoxAndTheCaptionToTheGroup)
 TEST_F(ImportReach, CopyAndQuitHaveKeys)
 {
     QTest::keyClick(house_.window.windowHandle(), Qt::Key_C, Qt::AltModifier);
-    // A button that is pressed by its key comes up a moment later.
+    // A button pressed by its shortcut is released a moment later.
     ASSERT_TRUE(QTest::qWaitFor([this] { return house_.message() != nullptr; }));
     QTest::keyClick(house_.message(), Qt::Key_Return);
     house_.open();

@@ -1,4 +1,4 @@
-// The two pictures of the main window: the stored image and the live one of the row in hand.
+// The two pictures of the main window: the stored image and the live one of the current row.
 #include "WindowHouse.h"
 #include "support/StoredPictures.h"
 #include "ui/PictureView.h"
@@ -32,7 +32,7 @@ protected:
         house_.source.answer(cameraUrl(kCamera), {body, {}, {}, delay, {}});
     }
 
-    // Selects the camera's row; the live picture is under way then.
+    // Selects the camera's row; the live picture is then under way.
     void select()
     {
         house_.click(QStringLiteral("Source2"));

@@ -1,4 +1,4 @@
-// Links that are opened through the desktop, and what is said when one cannot be.
+// Links opened through the desktop, and the messages when one cannot be.
 #include "RecordingOpener.h"
 #include "support/RunTask.h"
 #include "support/TempTree.h"
@@ -78,7 +78,7 @@ protected:
         return found;
     }
 
-    /// Opens a link and gives the message's text, or nothing.
+    /// Opens a link and returns the text of the message, if any.
     QString textAfter(const QString &link)
     {
         links_.OuvreLien(link);

@@ -32,7 +32,7 @@ protected:
         house_.settle();
     }
 
-    // Pointed at twice, since a pointer that stands there already does not move.
+    // Moved twice, since a pointer already there would not move.
     void point(int cell, QPoint at)
     {
         for (const QPoint &place : {at - QPoint(5, 5), at}) {

@@ -1,4 +1,4 @@
-// The group view in its window: what it leaves selected at the start and after each action.
+// The group view in its window: what it selects at the start and after each action.
 #include "SelectionTest.h"
 
 namespace velmora::test {

@@ -263,7 +263,7 @@ TEST_F(PlancheLists, SpacePlaysAndPauses)
     house_.openOn(12);
     house_.click(QStringLiteral("bFilm"));
     ASSERT_TRUE(house_.film.isRunning());
-    house_.window.activateWindow(); // the film's own keys are for its window alone
+    house_.window.activateWindow(); // the film's own keys work in its window only
     ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
     house_.key(QStringLiteral("LstDir"), Qt::Key_Space);
     EXPECT_FALSE(house_.film.isRunning());

@@ -71,7 +71,7 @@ protected:
         }
     }
 
-    // The controls that the tab key visits from here on, until it comes round.
+    // The controls that the tab key visits from here until it comes round again.
     static QStringList tabWalk(QWidget &window, QWidget &first)
     {
         QStringList names;

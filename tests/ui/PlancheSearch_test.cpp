@@ -1,5 +1,5 @@
-// The search boxes of the browser beside everything else that a person does there: a text that was
-// typed is searched before a click elsewhere counts, and what comes of it is told.
+// The search boxes of the browser among everything else that a user does there: typed text is
+// searched for before a click elsewhere takes effect, and the outcome is reported.
 #include "SelectionTest.h"
 
 namespace velmora::test {
@@ -34,7 +34,7 @@ TEST_F(PlancheSearch, AClickOnARowCountsAfterTheSearch)
     house_.openOn(30);
     const QPoint at = middle(kImages, 27);
     house_.retype(kTime, QStringLiteral("00:00:02"));
-    press(kImages, at); // the search brings the begin of the list into view
+    press(kImages, at); // the search scrolls to the start of the list
     release(kImages, at);
     expectImage(27, 30);
 }

@@ -188,7 +188,7 @@ TEST_F(PlancheSelection, AnyKeyOfTheListOfCamerasReadsTheFolderAgain)
 TEST_F(PlancheSelection, AListThatGetsTheKeyboardMarksNoRowByItself)
 {
     openGroup(0);
-    house_.clickRow(kGroups, 0); // builds the group anew: no row is selected
+    house_.clickRow(kGroups, 0); // rebuilds the group: no row is selected
     house_.find<QWidget>(kRowsOfGroup).setFocus(Qt::TabFocusReason);
     EXPECT_EQ(row(kRowsOfGroup), -1);
     EXPECT_EQ(highlighted(kRowsOfGroup), QList<int>());

@@ -1,5 +1,5 @@
-// Why a camera gives no picture, said where the person looks: at its row of the main window and in
-// the browser that shows it.
+// Why a camera gives no picture, shown where the user looks: in its row of the main window and in
+// the browser.
 #include "BrowserWindowHouse.h"
 #include "WindowHouse.h"
 #include "ui/ElideLabel.h"
@@ -147,7 +147,7 @@ TEST_F(BrowserReasons, OfTheShownCameraAreKept)
     load(kCamera, picture(pictureBytes(Qt::red)));
     EXPECT_EQ(line(), QStringLiteral("Image stored"));
     EXPECT_EQ(notice(0), QString());
-    EXPECT_FALSE(house_.shown(0).isEmpty()); // the first image, without being asked for
+    EXPECT_FALSE(house_.shown(0).isEmpty()); // the first image, without any request
 }
 
 TEST_F(BrowserReasons, AreThoseOfTheCameraThatIsChosen)

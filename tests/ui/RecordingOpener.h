@@ -7,7 +7,7 @@
 
 namespace velmora::test {
 
-/// Remembers what it was to open.
+/// Remembers what it was asked to open.
 class RecordingOpener final : public DesktopOpener
 {
 public:

@@ -1,7 +1,7 @@
-// Whatever a person and the program's own events do to the browser, in whatever order: what is
-// highlighted is selected, framed, counted and taken by keys. Sequences of random events, each
-// followed by a look at the window. VELMORA_SEQUENCES sets how many, VELMORA_FIRST_SEQUENCE with
-// which to begin.
+// Whatever a user and the program's own events do to the browser, in any order: what is highlighted
+// is selected, framed, counted and acted on by keys. Sequences of random events, each followed by a
+// check of the window. VELMORA_SEQUENCES sets their number, VELMORA_FIRST_SEQUENCE the first of
+// them.
 #include "SelectionTest.h"
 
 #include <QRandomGenerator>
@@ -98,7 +98,7 @@ private:
         return below(5) == 0 ? Qt::ControlModifier : Qt::NoModifier;
     }
 
-    // The button that was pressed last comes up, where it went down or anywhere else.
+    // The button last pressed is released, where it was pressed or elsewhere.
     void letGo()
     {
         if (pressed_ == nullptr) {
@@ -233,7 +233,7 @@ private:
 
     void imported() { house_.browser.chooseCameraAgain(); }
 
-    // True at every instant, also while a folder is being read.
+    // True at every instant, even while a folder is being read.
     void look()
     {
         for (const QString &list : {kGroups, kCameras, kImages, kRowsOfGroup}) {
@@ -246,7 +246,7 @@ private:
         lookAtFrame();
     }
 
-    // The cell that the selected entry of the view's list stands in; -1 for none.
+    // The cell of the selected entry of the view's list; -1 for none.
     int selectedCell()
     {
         if (isGroupView()) {
@@ -255,7 +255,7 @@ private:
         return row(kImages) < 0 ? -1 : house_.data.state.CadreActif();
     }
 
-    // Without that of a cell which is being pressed, beside which the selected one keeps its own.
+    // Without the frame of a cell being pressed, besides which the selected one keeps its own.
     QList<int> frames()
     {
         QList<int> cells = house_.framed();

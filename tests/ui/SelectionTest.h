@@ -1,5 +1,5 @@
-// The browser's window, with what a person sees of the selection and mouse buttons that go down and
-// come up one by one.
+// The browser's window, with what a user sees of the selection, and mouse buttons pressed and
+// released one by one.
 #pragma once
 
 #include "BrowserWindowHouse.h"
@@ -13,7 +13,7 @@ namespace velmora::test {
 class SelectionTest : public testing::Test
 {
 protected:
-    /// Rows that are drawn as selected, and the row that keys go out from.
+    /// Rows drawn as selected, and the row from which keys move.
     [[nodiscard]] QList<int> highlighted(const QString &list)
     {
         QList<int> rows;
@@ -49,10 +49,10 @@ protected:
         house_.settle();
     }
 
-    /// A place of a list below its rows; one must be left free.
+    /// A point below the rows of a list, which must leave room there.
     QPoint blankPart(const QString &list) { return {5, view(list).viewport()->height() - 3}; }
 
-    /// What the question of the Delete key is about; no more than that is done.
+    /// What the Delete key's question is about; nothing else is done.
     QString targetOfDelete(const QString &list)
     {
         house_.key(list, Qt::Key_Delete);
@@ -81,7 +81,7 @@ protected:
         house_.open();
     }
 
-    /// Another image is in a camera's folder, and the browser looks again.
+    /// Another image is in a camera's folder, and the browser refreshes.
     void refreshWith(CameraAddress camera, const QString &name)
     {
         house_.house.putImage(camera, name, pictureBytes(Qt::red));

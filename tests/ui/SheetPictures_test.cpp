@@ -1,5 +1,5 @@
-// The pictures on the contact sheet: what is decoded when, what stands there meanwhile, and what
-// files that are no good do.
+// The pictures on the contact sheet: what is decoded when, what is shown meanwhile, and what
+// unusable files do.
 #include "BrowserWindowHouse.h"
 
 #include <QFile>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr QSize kLargeSize{1600, 1200};
 
-/// Looks at the cells whenever one of them is painted, and remembers those that were empty.
+/// Checks the cells whenever one of them is painted, and records those that were empty.
 class PaintWatch final : public QObject
 {
 public:
@@ -64,7 +64,7 @@ protected:
                                static_cast<int>(look.height() * y));
     }
 
-    // Nearly; JPEG keeps no colour exactly.
+    // Approximately, since JPEG keeps no colour exactly.
     static bool isLike(const QColor &one, const QColor &other)
     {
         return std::abs(one.red() - other.red()) < 40 &&

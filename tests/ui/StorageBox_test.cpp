@@ -111,7 +111,7 @@ TEST_F(StorageBoxTest, ATickWhileTypingLoadsNothing)
 {
     house_.house.addCamera({0, 0}, QStringLiteral("http://cam/a.png"));
     house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
-    QTest::keyClick(&box(), Qt::Key_Backspace); // the folder is there again, the box still in hand
+    QTest::keyClick(&box(), Qt::Key_Backspace); // the folder is there again, the box still edited
     house_.house.tick();
     EXPECT_TRUE(house_.source.requested().isEmpty());
 }

@@ -1,4 +1,4 @@
-// Random sequences of what a person, a timer and a disk can do around the storage folder, held
+// Random sequences of what a user, a timer and a disk can do around the storage folder, checked
 // against what must be true after every single event. VELMORA_MODEL_SEQUENCES sets their number.
 #include "WindowHouse.h"
 #include "capture/Retention.h"
@@ -62,7 +62,7 @@ protected:
 
     bool hasCursor() { return rooms_.window.focusWidget() == &box(); }
 
-    // As a person would say it.
+    // As a user would see it.
     bool isEdited()
     {
         return hasCursor() && (isMainInFront() ? box().hasFocus() : box().text() != inForce());
@@ -81,7 +81,7 @@ protected:
 
     QString native(const QString &text) { return house_.storage.native(text); }
 
-    // Events. Each gives what it may do.
+    // Events. Each returns what it may do.
     May enter()
     {
         if (isMainInFront()) {
@@ -194,7 +194,7 @@ protected:
         return May::Neither;
     }
 
-    // A disk comes or goes; the files with it are not the program's doing.
+    // A disk comes or goes; its files are not the program's doing.
     May turnTheDisk()
     {
         const QString path = house_.tree.path(QStringLiteral("drives/c/") + pick(kFolders));
@@ -245,7 +245,7 @@ protected:
         return events.at(static_cast<std::size_t>(event_))(*this);
     }
 
-    // A folder is made for the text at the moment at which it is put in force.
+    // A folder is made for the text at the moment when it is put in force.
     void checkFiles(bool wasEdited, const QString &forceBefore, May may)
     {
         const QSet<QString> now = everything();
@@ -281,7 +281,7 @@ protected:
 
     void checkTimer()
     {
-        watch(); // the lamp may not have seen the disk yet
+        watch(); // the lamp may not have noticed the disk yet
         const bool isGreen = rooms_.find<Lamp>(QStringLiteral("LampSA")).FillColor() == 65280;
         const bool mayRun = isGreen && !isEdited();
         if (!mayRun) {
@@ -307,7 +307,7 @@ protected:
             checkFiles(wasEdited && isEdited(), forceBefore, may);
             checkTexts(textBefore, forceBefore, may);
             checkTimer();
-            isEmptied_ = box().text() == QStringLiteral("\\"); // nobody types it here
+            isEmptied_ = box().text() == QStringLiteral("\\"); // not typed here
         }
     }
 

@@ -1,4 +1,4 @@
-// Tool tips that show a text from outside as it stands.
+// Tool tips that show a text from outside literally.
 #include "ui/ToolTips.h"
 
 #include <QTextDocument>

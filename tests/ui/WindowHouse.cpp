@@ -18,7 +18,7 @@ WindowHouse::~WindowHouse()
 {
     window.allowClose();
     window.close();
-    house.scope.requestStop(); // what fetches for the live view ends before the view does
+    house.scope.requestStop(); // fetches for the live view end before the view does
     clock.advance(std::chrono::seconds{1});
 }
 

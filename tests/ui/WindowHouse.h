@@ -1,5 +1,5 @@
-// The main window over a whole capture, used as a person uses it: by mouse and keys, on controls
-// found by their names.
+// The main window over a whole capture, used like a person would: with mouse and keys, on controls
+// found by name.
 #pragma once
 
 #include "RecordingOpener.h"
@@ -38,7 +38,7 @@ public:
 
     void click(const QString &control, Qt::KeyboardModifiers modifiers = {});
 
-    /// Leaves the box that has the focus, by the tab key.
+    /// Leaves the box that has the focus, with the tab key.
     void leaveBox();
 
     void selectTab(int group);

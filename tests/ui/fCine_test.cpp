@@ -1,4 +1,4 @@
-// The slideshow's window: what its controls show and do, and where it stands.
+// The slideshow's window: what its controls show and do, and where it is placed.
 #include "BrowserWindowHouse.h"
 
 #include <QProgressBar>
@@ -33,7 +33,7 @@ class FilmWindow : public testing::Test
 protected:
     FilmWindow() { house_.house.settings.write(u"Control", u"Vitesse", 1000); }
 
-    // A film of so many images, standing at the first.
+    // A film of this many images, at the first one.
     void openFilm(int images)
     {
         house_.addImages({0, 0}, images);

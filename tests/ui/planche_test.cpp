@@ -1,4 +1,4 @@
-// The browser's window: what it says of the capture, where it leads, and where it stands.
+// The browser's window: what it says about the capture, where it leads, and where it is placed.
 #include "BrowserWindowHouse.h"
 
 #include <QSignalSpy>

@@ -1,4 +1,4 @@
-// What a row has to say of its camera, and what is said when its address becomes another.
+// What a row says about its camera, and what it says when its address changes.
 #include "cameras/CamerasFixture.h"
 #include "view/CameraPage.h"
 

@@ -1,5 +1,5 @@
-// The address box of a row: what shows the live view, what stores an address, and which folder is
-// made.
+// The address box of a row: what triggers the live view, what stores an address, and which folder
+// is made.
 #include "cameras/CamerasFixture.h"
 #include "view/CameraPage.h"
 

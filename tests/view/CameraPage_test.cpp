@@ -27,7 +27,7 @@ protected:
     QList<int> changed;
 };
 
-/// Settings text of a row without camera, as a tab switch leaves it.
+/// Settings text of a row without a camera, as a tab switch leaves it.
 QByteArray clearedRow(int row)
 {
     const QByteArray r = QByteArray::number(row);

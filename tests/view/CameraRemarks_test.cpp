@@ -1,4 +1,4 @@
-// What there is to say of each camera.
+// Remarks on each camera.
 #include "view/CameraRemarks.h"
 
 #include "support/Printers.h"

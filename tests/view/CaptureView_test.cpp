@@ -1,4 +1,4 @@
-// What windows show of the capture, and the capture without anybody to show it.
+// What windows show of the capture, and the capture with nothing to show it.
 #include "view/CaptureView.h"
 
 #include "support/CaptureHouse.h"

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kStartMs = 5000;
 constexpr double kNsPerMs = 1e6;
-constexpr int kTurnsToPaint = 50; // of a timer each millisecond
+constexpr int kTurnsToPaint = 50; // of a timer that fires every millisecond
 constexpr int kTickBeforeLast = 59;
 
 } // namespace

@@ -1,5 +1,5 @@
 // A program folder with a hundred cameras, the engine that captures them with its window open, and
-// the cameras' server: what the whole-program measurements start from.
+// the cameras' server: the basis of the whole-program measurements.
 #pragma once
 
 #include "base/DesktopOpener.h"
@@ -34,7 +34,7 @@ private:
 class Folder
 {
 public:
-    /// url: address of each camera; all groups are on.
+    /// url: address of each camera; all groups are switched on.
     explicit Folder(const std::function<QString(int group, int row)> &url);
 
     [[nodiscard]] QString path() const { return folder_.path(); }
@@ -55,20 +55,20 @@ public:
 
     CaptureView &view() { return view_; }
 
-    /// Runs one tick at which every camera is due; milliseconds.
+    /// Runs one tick at which every camera is due; returns milliseconds.
     double passMs();
 
     /// Runs one tick at which no camera in fixed mode is due.
     void idleTick();
 
-    /// Lets the window be painted for the first time, which takes longer than any turn behind it.
+    /// Waits for the window's first painting, which takes longer than any later turn.
     void paintFirst();
 
     /// Longest time between two turns of the event loop since the last call; milliseconds.
     double longestGapMs();
 
     /// The most processor time between two turns of the event loop since the last call: what the
-    /// program itself takes, whatever else runs on the machine.
+    /// program itself uses, whatever else runs on the machine.
     double longestTurnMs();
 
 private:
@@ -90,7 +90,7 @@ private:
 /// Processor time of this process so far; milliseconds.
 [[nodiscard]] double processorMs();
 
-/// The middle one.
+/// The median.
 [[nodiscard]] double median(QList<double> values);
 
 } // namespace velmora::bench

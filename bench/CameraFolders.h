@@ -8,7 +8,7 @@
 
 namespace velmora::bench {
 
-/// Gone with the object.
+/// Removed with the object.
 class CameraFolders
 {
 public:
@@ -25,14 +25,14 @@ private:
     std::vector<QString> small_;
 };
 
-/// Reads a folder by the system's call alone, as fast as that goes; the number of names. path:
-/// native.
+/// Reads a folder with the bare system call, as fast as possible; returns the number of names.
+/// path: native.
 long readPlainly(const QString &path, std::size_t bufferBytes);
 
-/// The same by the C library's readdir().
+/// The same with the C library's readdir().
 long readByLibrary(const QString &path);
 
-/// Runs `ls FOLDER > /dev/null` to its end.
+/// Runs `ls FOLDER > /dev/null` to completion.
 void runLs(const QString &path);
 
 } // namespace velmora::bench

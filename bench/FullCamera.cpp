@@ -13,10 +13,10 @@
 namespace velmora::bench {
 namespace {
 
-constexpr int kPictures = 20;             // that differ; the others are links to them
+constexpr int kPictures = 20;             // different ones; the others are links to them
 constexpr qint64 kFirstMinute = 18993600; // of the names: 2006
 
-// Shades with some noise, as a camera gives them.
+// Gradients with some noise, like a camera's.
 QImage picture(double megapixels, int number)
 {
     const int width = static_cast<int>(std::sqrt(megapixels * 1e6 * 4 / 3));

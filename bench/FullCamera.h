@@ -5,7 +5,7 @@
 
 namespace velmora::bench {
 
-/// Makes the folder with one image a minute: `pictures` JPEG files of that size at the end of the
+/// Fills the folder with one image a minute: `pictures` JPEG files of that size at the end of the
 /// list, empty files before them.
 void fillCamera(const QString &folder, int names, int pictures, double megapixels);
 

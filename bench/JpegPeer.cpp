@@ -21,7 +21,7 @@ int channel(double wave, double grain)
     return std::clamp(static_cast<int>(128 + 90 * wave + grain), 0, 255);
 }
 
-// Drawn once: the benchmarks also run in builds where each number would cost much.
+// Drawn once: the benchmarks also run in builds in which each number would be expensive.
 std::vector<double> noiseTable(std::mt19937 &engine)
 {
     std::normal_distribution<double> noise(0, 8);

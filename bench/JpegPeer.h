@@ -1,4 +1,4 @@
-// Camera images made for a measurement, and the decoder's own library as the peer that reads them.
+// Camera images made for a measurement, and the decoder's own library as the peer to compare with.
 #pragma once
 
 #include <QSize>
@@ -10,7 +10,7 @@
 
 namespace velmora::bench {
 
-/// A folder of different noisy JPEGs of one size: soft shapes with a sensor's noise, quality 85,
+/// A folder of different noisy JPEGs of one size: soft shapes with sensor noise, quality 85,
 /// colours at half the resolution.
 class JpegFolder
 {
@@ -31,8 +31,8 @@ enum class PeerPixels { Rgb, Bgrx };
 /// the smallest M/8 that covers `least`; an empty size: not reduced. Returns the number of rows.
 int decodeWithLibrary(const QString &path, QSize least, PeerPixels pixels);
 
-/// Milliseconds of each of several kinds of work, their runs interleaved: on the clock, and of all
-/// processors together, which a busy machine changes less.
+/// Milliseconds for each of several kinds of work, their runs interleaved: by the clock, and of all
+/// processors together, which a busy machine affects less.
 class Contest
 {
 public:

@@ -1,5 +1,5 @@
-// Stepping through a very full camera folder in the browser's window, one image for each key: the
-// longest turn of the event loop, pictures decoded for each step, and resident memory.
+// Stepping through a very full camera folder in the browser's window, one image per key press: the
+// longest turn of the event loop, pictures decoded per step, and resident memory.
 //   browse_bench NAMES MEGAPIXELS STEPS
 #include "BenchHouse.h"
 #include "FullCamera.h"
@@ -41,7 +41,7 @@ void pressUp(QWidget &list)
     }
 }
 
-/// The longest turn of the event loop: on the clock, and what the program itself took.
+/// The longest turn of the event loop: by the clock, and the program's own share of it.
 struct LongestTurn
 {
     double gapMs = 0;

@@ -1,5 +1,5 @@
-// The days and hours of a camera's images, and the picks of a film, from the names that the browser
-// has read.
+// Computing the days and hours of a camera's images, and a film's picks, from the names that the
+// browser has read.
 #include "browser/DayCounts.h"
 #include "tools/FilmRange.h"
 

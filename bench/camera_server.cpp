@@ -1,7 +1,7 @@
 // A hundred cameras in a process of their own, for measurements: every request gets the same number
 // of bytes after the same delay, with a Last-Modified one second later than the one before; paths
 // that begin with /hole never get an answer, and those that begin with /bare get no Last-Modified,
-// but a Date and other bytes each time. Prints its port and ends when its standard input does.
+// but a Date and different bytes each time. Prints its port, and ends when its standard input does.
 //   bench_camera_server DELAY_MS BODY_BYTES
 #include <algorithm>
 #include <array>
@@ -156,7 +156,7 @@ private:
         return head("Last-Modified: " + dateText(1'000'000'000 + ++served_), body_.size());
     }
 
-    // The number that makes each body another one stands in front of it.
+    // The number that makes every body different precedes it.
     std::string bareHeader()
     {
         std::string number = std::to_string(++served_);
@@ -165,8 +165,8 @@ private:
         return head("Date: " + dateText(date), number.size() + body_.size()) + number;
     }
 
-    // The body is sent from where it stands: copying it for each camera would cost the server as
-    // much as the client spends on it.
+    // The body is sent from where it is: copying it for each camera would cost the server as much
+    // as the client spends on it.
     ssize_t sendMore(int socket, Connection &connection)
     {
         const std::size_t headerLeft =

@@ -1,4 +1,4 @@
-// A window with nothing in it: the least that a program of this toolkit can be.
+// An empty window: the minimum for a program of this toolkit.
 #include <QApplication>
 #include <QWidget>
 

@@ -1,5 +1,5 @@
-// A film of 2 megapixel images painted at 1280 x 960, against the JPEG library's plain decoding of
-// the same files in the same run.
+// A film of 2 megapixel images painted at 1280 x 960, compared with the JPEG library's plain
+// decoding of the same files in the same run.
 //   film_bench RUNS
 #include "JpegPeer.h"
 #include "pictures/PictureReader.h"

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""A film of a range of images made by the program, against ffmpeg given the same files by hand, in turns in one run.
-Prints one line of JSON; the ratio is ffmpeg's time to the program's.
+"""A film of a range of images made by the program, compared with ffmpeg given the same files directly, alternating
+in one run. Prints one line of JSON; the ratio is ffmpeg's time to the program's.
 
     bench/film_export.py BUILD_FOLDER [IMAGES] [ROUNDS]"""
 

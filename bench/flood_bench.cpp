@@ -1,7 +1,7 @@
-// One pass over cameras that send very long pictures, every one new, with the window open: how long
-// the event loop stood still, and how much memory the program took beyond what it had before.
+// One pass over cameras that send very long pictures, all of them new, with the window open: how
+// long the event loop stood still, and how much more memory the program took than before.
 //   flood_bench SERVER CAMERAS BODY_BYTES [URL]
-// URL: of another server to which all cameras belong, "/group/row" is added to it.
+// URL: of a different server for all cameras; "/group/row" is appended to it.
 #include "BenchHouse.h"
 #include "app/Memory.h"
 

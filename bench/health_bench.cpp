@@ -1,5 +1,5 @@
 // The health of a hundred cameras at the start, ten of them with very many images: what is known
-// from the last run is there at once; what nobody knows is counted while the event loop goes on.
+// from the last run is shown at once; the rest is counted while the event loop goes on.
 //   health_bench NAMES
 #include "BenchHouse.h"
 #include "FullCamera.h"
@@ -28,7 +28,7 @@ QString url(int group, int row)
     return QStringLiteral("http://127.0.0.1:9/%1/%2.jpg").arg(group).arg(row);
 }
 
-// One full folder, to which ten cameras' folders lead.
+// One full folder, to which ten cameras' folders are links.
 void fill(const Folder &folder, int names)
 {
     const QString full = folder.path() + QStringLiteral("/full");
@@ -42,7 +42,7 @@ void fill(const Folder &folder, int names)
 
 struct Start
 {
-    double firstMs = 0; // to the table with its numbers
+    double firstMs = 0; // until the table shows its numbers
     double allMs = 0;   // until everything is counted
     double gapMs = 0;
 };

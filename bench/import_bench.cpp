@@ -1,7 +1,7 @@
-// An import run over a folder of pictures against `cp` of the same folder, in turns in one run: the
-// time of each and the longest gap of the event loop while the program copies.
+// An import run over a folder of pictures compared with `cp` of the same folder, alternating in one
+// run: the time of each, and the longest gap of the event loop while the program copies.
 //   import_bench FOLDER FILES BYTES ROUNDS
-// FOLDER: an existing one on the disk to be measured; what is made in it is taken away again.
+// FOLDER: an existing one on the disk to be measured; whatever is made in it is removed.
 #include "tools/ImportRun.h"
 
 #include <QCoreApplication>
@@ -97,7 +97,7 @@ double copyMs(const QString &source, const QString &target)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-// The disk has its peace before each measurement, as far as it gives it.
+// Lets the disk come to rest before each measurement, as far as possible.
 void makeEmpty(const QString &folder)
 {
     QDir(folder).removeRecursively();

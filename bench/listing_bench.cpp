@@ -1,6 +1,6 @@
-// Listing very full camera folders, beside the system's own call and `ls` in the same run.
+// Listing very full camera folders, compared with the bare system call and `ls` in the same run.
 //   listing_bench FOLDER [IMAGES [ROUNDS]]
-// IMAGES: of the large folder; ten others have a fifth of that. FOLDER: where they are made.
+// IMAGES: in the large folder; ten others have a fifth of that. FOLDER: where they are made.
 #include "CameraFolders.h"
 #include "browser/FolderReader.h"
 
@@ -89,7 +89,7 @@ public:
         return median(values_.at(name));
     }
 
-    // With the buffer that suits the file system best.
+    // With the buffer size that suits the file system best.
     [[nodiscard]] double plain(const std::string &name) const
     {
         double best = (*this)[name + std::to_string(kBuffers[0])];

@@ -1,4 +1,4 @@
-// Resident memory after many captures, against that after the first thousand.
+// Resident memory after many captures, compared with that after the first thousand.
 //   memory_bench SERVER FIRST_PASSES ALL_PASSES      (a pass is a hundred captures)
 #include "app/Memory.h"
 

@@ -1,6 +1,6 @@
 // One pass over a hundred cameras of 200 KB, every image new, all settings and files written, with
-// the window open: against curl fetching the same in parallel, against the cameras' delay, and with
-// thirty dead cameras among them.
+// the window open: compared with curl fetching the same in parallel, with the cameras' delay, and
+// with thirty dead cameras among them.
 //   pass_bench SERVER DELAY_MS PASSES [holes]
 #include "BenchHouse.h"
 #include "app/Memory.h"
@@ -20,7 +20,7 @@ constexpr int kBodyBytes = 200 * 1024;
 constexpr int kDeadRows = 3; // of each group: thirty in all
 constexpr int kCurlLimitMs = 60000;
 
-// The folder stays until the end: deleting files slows the creation of others for a while.
+// The folder is kept to the end: deleting files slows the creation of others for a while.
 double curlMs(const Cameras &cameras, const QTemporaryDir &folder)
 {
     QStringList arguments{QStringLiteral("-s"), QStringLiteral("--parallel"),
@@ -56,7 +56,7 @@ int main(int argc, char **argv)
         [&](int group, int row) { return cameras.url(group, row, holes && row < kDeadRows); });
     House house(folder.path());
 
-    const double first = house.passMs(); // also makes the folders and the keys of the settings
+    const double first = house.passMs(); // also creates the folders and the settings' keys
     static_cast<void>(house.longestGapMs());
     std::vector<std::unique_ptr<QTemporaryDir>> curlFolders;
     QList<double> pass;

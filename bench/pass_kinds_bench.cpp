@@ -1,5 +1,5 @@
-// One pass over a hundred cameras of 200 KB, in three houses in turn: as it is, with the health of
-// the cameras watched, and with cameras that send no date and are kept when their pictures differ.
+// One pass over a hundred cameras of 200 KB, in three setups in turn: plain, with the health of the
+// cameras watched, and with cameras that send no date and are kept when their pictures differ.
 //   pass_kinds_bench SERVER DELAY_MS PASSES
 #include "BenchHouse.h"
 #include "app/Memory.h"
@@ -55,7 +55,7 @@ int main(int argc, char **argv)
     std::array<std::unique_ptr<House>, Kinds> houses;
     for (std::size_t kind = 0; kind < Kinds; ++kind) {
         houses.at(kind) = std::make_unique<House>(folders.at(kind)->path());
-        houses.at(kind)->engine().timer().stop(); // no pass of its own beside another's
+        houses.at(kind)->engine().timer().stop(); // no pass of its own during another's
     }
     SmtpClient mail;
     HealthEngine health(houses[Watched]->engine(), mail);
@@ -63,7 +63,7 @@ int main(int argc, char **argv)
     std::array<QList<double>, Kinds> pass;
     std::array<QList<double>, Kinds> processor;
     std::array<double, Kinds> gap{};
-    for (int i = -1; i < passes; ++i) { // the first makes folders and keys, and does not count
+    for (int i = -1; i < passes; ++i) { // the first creates folders and keys, and does not count
         for (std::size_t kind = 0; kind < Kinds; ++kind) {
             static_cast<void>(houses.at(kind)->longestGapMs());
             const double before = processorMs();

@@ -1,5 +1,5 @@
-// Reading one value of a 30 KB settings file, against opening, reading and scanning it once in
-// plain C; and changing one in files that have grown far beyond that.
+// Reading one value from a 30 KB settings file, compared with opening, reading and scanning it once
+// in plain C; and changing one in files that have grown far beyond that.
 #include "settings/SettingsFile.h"
 
 #include <QFile>
@@ -17,8 +17,8 @@ namespace {
 
 using namespace velmora;
 
-// Sections and keys as the program writes them, filled up to 30 KB by long addresses; the value
-// asked for is the last of the file.
+// Sections and keys as the program writes them, padded to 30 KB with long addresses; the value to
+// read is the last in the file.
 QByteArray settingsText()
 {
     QByteArray text = "[Control]\r\nStRep=C:\\in\\\r\nTempo=1\r\n";
@@ -57,7 +57,7 @@ protected:
     QString path_;
 };
 
-// What any reader has to do: open, read, and look at each line for the section and then the key.
+// What any reader must do: open, read, and check each line for the section and then the key.
 std::size_t scanInC(const char *path)
 {
     static char buffer[64 * 1024];
@@ -116,7 +116,7 @@ BENCHMARK_REGISTER_F(SettingsBench, WriteSameLength);
 
 namespace {
 
-// What has no place in settings: a section of their own, or lines in one of the program's.
+// Text that does not belong in settings: a section of its own, or lines in one of the program's.
 QByteArray fillerText(qsizetype bytes)
 {
     const QByteArray line = "Remark=" + QByteArray(90, 'r') + "\r\n";
@@ -163,7 +163,7 @@ BENCHMARK_DEFINE_F(LargeSettingsBench, WriteNewKey)(benchmark::State &state)
     }
 }
 
-// Megabytes; whether they stand in a section of their own.
+// Megabytes; whether they are in a section of their own.
 BENCHMARK_REGISTER_F(LargeSettingsBench, WriteSameLength)
     ->ArgsProduct({{1, 4, 15}, {0, 1}})
     ->Unit(benchmark::kMillisecond);

@@ -1,7 +1,8 @@
-// From the start of the program to its first painted window and to its whole sheet, with a very
-// full camera selected, and the memory it takes then; beside an empty window of the same toolkit.
+// The time from the program's start to its first painted window and to its complete sheet, with a
+// very full camera selected, and the memory that it then takes; compared with an empty window of
+// the same toolkit.
 //   startup_bench VELMORA EMPTY_WINDOW NAMES RUNS
-// What is painted is told by the toolkit's own log, which both programs are made to write.
+// The toolkit's own log, which both programs are made to write, tells what was painted.
 #include "FullCamera.h"
 
 #include <QCoreApplication>
@@ -20,7 +21,7 @@ using namespace velmora::bench;
 
 constexpr int kCells = 10;
 constexpr double kMegapixels = 2;
-constexpr int kSettleMs = 1500; // after the start, when all has been painted
+constexpr int kSettleMs = 1500; // after the start, when everything has been painted
 const QByteArray kFlush = "Flushing top level";
 
 struct Start
@@ -43,7 +44,7 @@ bool paintsCell(const QByteArray &line)
     return line.contains("Drawing") && line.contains("name=\"Vue");
 }
 
-// Takes the times from the program's lines as they come.
+// Takes the times of the program's lines as they arrive.
 void watch(QProcess &program, Start &start)
 {
     QElapsedTimer time;

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Ten programs with a hundred cameras each on one machine and one storage folder: sets them up by the command line,
-lets each capture one pass at the same time, and asks all of them how they are. Prints one line of JSON.
+"""Ten programs with a hundred cameras each on one machine and one storage folder: sets them up from the command
+line, has them all capture one pass at the same time, and asks each for its status. Prints one line of JSON.
 
     bench/ten_instances.py BUILD_FOLDER
 
@@ -27,7 +27,7 @@ INSTANCES, CAMERAS, SIZE = 10, 100, 200_000
 
 
 class Trial(unittest.TestCase):
-    """A unittest.TestCase only for its clean-up."""
+    """A unittest.TestCase only for its cleanup."""
 
     def runTest(self):
         pass

@@ -1,5 +1,5 @@
-// Ten thumbnails of 240 x 180 pixels from stored images of three sizes, against the JPEG library's
-// own reduced decoding of the same files in the same run.
+// Ten thumbnails of 240 x 180 pixels from stored images of three sizes, compared with the JPEG
+// library's own reduced decoding of the same files in the same run.
 //   thumbnail_bench RUNS
 #include "JpegPeer.h"
 #include "pictures/PictureReader.h"
@@ -22,7 +22,7 @@ constexpr std::array kSizes = {QSize(640, 480), QSize(1600, 1200), QSize(4000, 3
 
 enum Kind : std::size_t { Ours, PeerRgb, PeerBgrx, Kinds };
 
-// The sum of rows keeps the compiler from leaving the work out.
+// The sum of rows keeps the compiler from dropping the work.
 QString measure(QSize size, int runs)
 {
     const JpegFolder folder(size, kFiles);

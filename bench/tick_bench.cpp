@@ -1,5 +1,5 @@
-// A tick at which nothing is due, with a hundred cameras configured that all have images: processor
-// time.
+// Processor time of a tick at which nothing is due, with a hundred cameras configured that all have
+// images.
 //   tick_bench TICKS
 #include "BenchHouse.h"
 

@@ -8,8 +8,8 @@
 namespace velmora::demo {
 namespace {
 
-constexpr int kBacklog = 512; // a program that starts may ask a hundred cameras in one go
-// With the backlog well below the usual 1024 file descriptors: without any left, Qt would spin.
+constexpr int kBacklog = 512; // a program may ask a hundred cameras at once when it starts
+// With the backlog well below the usual 1024 file descriptors: if none were left, Qt would spin.
 constexpr int kMaxClients = 400;
 
 } // namespace

@@ -1,4 +1,4 @@
-// Listens for the clients of the demonstration cameras. It is reached from this machine alone.
+// Listens for the clients of the demonstration cameras. It is reachable from this machine only.
 #pragma once
 
 #include <QString>
@@ -13,8 +13,8 @@ class CameraServer
 public:
     CameraServer();
 
-    /// Starts to listen on 127.0.0.1 and gives the port. port: 0 for any free one. Nothing when the
-    /// port cannot be had; errorText says why.
+    /// Starts to listen on 127.0.0.1 and returns the port. port: 0 for any free one. Nothing when
+    /// the port is not available; errorText says why.
     [[nodiscard]] std::optional<quint16> listen(quint16 port);
 
     [[nodiscard]] QString errorText() const { return server_.errorString(); }

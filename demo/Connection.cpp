@@ -103,8 +103,8 @@ void Connection::closeSoon()
     after(kCloseLimit, &Connection::abort);
 }
 
-// Only the sending side is closed: closing both while the client still sends would make the system
-// throw away what the client has not read yet.
+// Closes only the sending side: closing both while the client still sends would make the system
+// discard what the client has not read yet.
 void Connection::endWhenWritten()
 {
     if (state_ == State::Closing && socket_->bytesToWrite() == 0) {

@@ -1,5 +1,5 @@
-// One client of the demonstration cameras: reads its request, sends the answer at the pace asked
-// for and closes. It deletes itself when the client is gone.
+// One client of the demonstration cameras: reads its request, sends the answer at the required pace
+// and closes. Deletes itself when the client is gone.
 #pragma once
 
 #include "demo/HttpResponder.h"
@@ -16,7 +16,7 @@ namespace velmora::demo {
 class Connection : public QObject
 {
 public:
-    /// socket: connected; the connection takes it over.
+    /// socket: connected; the connection takes ownership.
     Connection(QTcpSocket *socket, QObject *parent);
 
 private:

@@ -32,7 +32,7 @@ QByteArray reasonOf(Status status)
     Q_UNREACHABLE();
 }
 
-// more: further header lines, each with its line end.
+// more: additional header lines, each with its line end.
 QByteArray headOf(Status status, const QByteArray &type, const QByteArray &body,
                   const QByteArray &more = {})
 {

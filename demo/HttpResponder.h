@@ -1,5 +1,5 @@
-// Decides what the demonstration cameras answer and how they deliver it. It knows neither sockets
-// nor the time of day, so an answer is a function of the request and the moment.
+// Decides what the demonstration cameras answer and how it is delivered. It knows neither sockets
+// nor the time of day, so an answer is a function of request and time.
 #pragma once
 
 #include "demo/RequestHead.h"
@@ -30,12 +30,12 @@ enum class Delivery {
 struct Answer
 {
     Delivery delivery = Delivery::AtOnce;
-    QByteArray head; // with the empty line that ends it
+    QByteArray head; // with the empty line at its end
     QByteArray body; // empty for HEAD
 };
 
-/// request: nothing when the client sent no proper request. now: the moment of the request;
-/// pictures show the time in its zone.
+/// request: nothing when the client sent no valid request. now: the time of the request; pictures
+/// show it in its own zone.
 [[nodiscard]] Answer answerTo(const std::optional<RequestHead> &request, const QDateTime &now);
 
 /// An answer that says only what went wrong.

@@ -1,5 +1,5 @@
-// The command line of the demonstration cameras. Reading it decides what the program does and has
-// no effect of its own.
+// The command line of the demonstration cameras. Reading it has no effect but to decide what the
+// program does.
 #pragma once
 
 #include "demo/StopRequests.h"
@@ -23,7 +23,7 @@ struct Options
     Lifetime lifetime = Lifetime::UntilSignal;
 };
 
-/// arguments: with the program's name first. The name and version shown are the application's.
+/// arguments: including the program's name. The name and version shown are the application's.
 [[nodiscard]] Options readOptions(const QStringList &arguments);
 
 } // namespace velmora::demo

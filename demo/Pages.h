@@ -8,8 +8,8 @@ namespace velmora::demo {
 /// A list of the ten cameras with links; UTF-8.
 [[nodiscard]] QByteArray indexPage();
 
-/// What the missing camera sends: as long as a small picture, so that only its status tells that it
-/// is none.
+/// What the missing camera sends: as long as a small picture, so that only its status shows that it
+/// is not one.
 [[nodiscard]] QByteArray missingCameraPage();
 
 } // namespace velmora::demo

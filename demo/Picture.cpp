@@ -19,7 +19,7 @@ constexpr std::array<seconds, kSceneCount> kPeriods = {seconds{5},  seconds{7}, 
                                                        seconds{15}, seconds{20}, seconds{30},
                                                        seconds{10}, seconds{12}};
 
-// Periods are counted from the epoch, so a restart of the program does not shift them.
+// Periods are counted from the epoch, so restarting the program does not shift them.
 QDateTime beginOfPeriod(int camera, const QDateTime &now)
 {
     const qint64 period = milliseconds(picturePeriod(camera)).count();

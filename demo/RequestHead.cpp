@@ -8,7 +8,7 @@
 namespace velmora::demo {
 namespace {
 
-// RFC 9110: what methods and header names are made of.
+// The characters of methods and header names (RFC 9110).
 bool isToken(const QByteArray &text)
 {
     const QByteArray marks = QByteArrayLiteral("!#$%&'*+-.^_`|~");
@@ -32,7 +32,7 @@ QList<QByteArray> linesOf(const QByteArray &head)
     return lines;
 }
 
-// The path of "/camera0.jpg?x" or, as a proxy asks, of "http://host/camera0.jpg".
+// The path of "/camera0.jpg?x" or, as a proxy requests it, of "http://host/camera0.jpg".
 std::optional<QString> pathOf(const QByteArray &target)
 {
     const bool absolute = target.startsWith("http://");

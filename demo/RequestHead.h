@@ -1,4 +1,4 @@
-// The head of an HTTP request: its first line and header lines, read no further than the cameras
+// The head of an HTTP request: its first line and header lines, parsed no further than the cameras
 // need.
 #pragma once
 
@@ -11,16 +11,16 @@ namespace velmora::demo {
 
 struct RequestHead
 {
-    QByteArray method; // as sent: methods are told apart by case
+    QByteArray method; // as sent: methods are case-sensitive
     QString path;      // decoded, without the query; begins with "/"
 };
 
-/// Length of the head at the begin of bytes, with the empty line that ends it. Nothing while that
-/// line has not arrived. Line ends may be CR LF or LF.
+/// Length of the head at the start of bytes, with the empty line at its end. Nothing until that
+/// line has arrived. Line ends may be CR LF or LF.
 [[nodiscard]] std::optional<qsizetype> headLength(const QByteArray &bytes);
 
-/// head: a whole head, as headLength measures it. Nothing when it is not a proper request of
-/// HTTP/1.0 or 1.1 (RFC 9112), such as one of HTTP/1.1 without its Host.
+/// head: a whole head, as measured by headLength. Nothing when it is not a valid request of
+/// HTTP/1.0 or 1.1 (RFC 9112), such as one of HTTP/1.1 without a Host.
 [[nodiscard]] std::optional<RequestHead> parseRequestHead(const QByteArray &head);
 
 } // namespace velmora::demo

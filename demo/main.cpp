@@ -1,5 +1,5 @@
-// Starts the demonstration cameras: prints the port they are found at, then serves until told to
-// stop. It draws its pictures without a display.
+// Starts the demonstration cameras: prints their port, then serves until told to stop. It draws its
+// pictures without a display.
 #include "demo/CameraServer.h"
 #include "demo/Options.h"
 #include "demo/StopRequests.h"
@@ -68,7 +68,8 @@ int run(const QStringList &arguments)
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Qt sees no argument: it would take some out (such as -platform) before they can be refused.
+    // Qt is given no arguments: it would remove some (such as -platform) before they can be
+    // refused.
     int bareCount = std::min(argc, 1);
     const QGuiApplication app(bareCount, argv);
     QCoreApplication::setApplicationName(QStringLiteral("velmora-demo-cameras"));

@@ -13,7 +13,7 @@ constexpr double kBayLength = 118;
 constexpr double kLotLeft = 48;
 constexpr double kUpperRow = 52;
 constexpr double kLowerRow = 274;
-constexpr double kStay = 120;       // seconds; how long a car or a gap stays at least
+constexpr double kStay = 120;       // seconds; the shortest time that a car or a gap stays
 constexpr double kDriveSpeed = 7.3; // pixels per second
 constexpr double kDriveWay = 900;
 constexpr std::array<QRgb, 7> kPaints = {0xc0392b, 0x2e6fb0, 0xf1efe9, 0x3b4148,
@@ -68,7 +68,7 @@ void drawBays(QPainter &painter, double top)
     }
 }
 
-// Each bay changes hands at a moment of its own, so that not all cars leave at once.
+// Each bay changes at a time of its own, so that not all cars leave at once.
 void parkCars(QPainter &painter, double top, double turn, int row, double seconds)
 {
     for (int bay = 0; bay < kBays; ++bay) {

@@ -6,7 +6,7 @@ class QPainter;
 
 namespace velmora::demo {
 
-// seconds: since the epoch; whatever moves is placed by it.
+// seconds: since the epoch; all moving parts are placed by it.
 void drawStreet(QPainter &painter, double seconds);
 void drawHarbour(QPainter &painter, double seconds);
 void drawGarden(QPainter &painter, double seconds);

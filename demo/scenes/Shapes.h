@@ -1,5 +1,5 @@
-// Shapes and motions that several scenes share. Shapes expect a painter without an outline and
-// leave it so.
+// Shapes and motions shared by several scenes. Shapes expect a painter without an outline and leave
+// it so.
 #pragma once
 
 #include <QColor>
@@ -14,7 +14,7 @@ namespace velmora::demo {
 constexpr double kSceneWidth = 640;
 constexpr double kSceneHeight = 480;
 
-/// Position on a road of this length (pixels) that begins anew at its end: 0 up to length.
+/// Position on a road of this length (pixels) that wraps around: 0 up to length.
 [[nodiscard]] double alongRoad(double seconds, double pixelsPerSecond, double length);
 
 /// Swings between -1 and 1, once in so many seconds.
@@ -46,7 +46,7 @@ struct Ridge
     double y;          // of the middle of its slope
     double height;     // of a hill over the middle
     double wavelength; // pixels from hill to hill
-    double phase;      // pixels by which the hills are moved to the left
+    double phase;      // pixels by which the hills are shifted to the left
 };
 
 /// y of the ridge at x.
@@ -55,13 +55,13 @@ struct Ridge
 /// Rounded hills from the ridge down to the picture's bottom.
 void drawHills(QPainter &painter, const Ridge &ridge, QColor colour);
 
-/// A tree with a round crown; foot: where the trunk stands.
+/// A tree with a round crown; foot: the base of the trunk.
 void drawTree(QPainter &painter, QPointF foot, double height, QColor leaves);
 
-/// A fir; foot: where the trunk stands.
+/// A fir; foot: the base of the trunk.
 void drawFir(QPainter &painter, QPointF foot, double height, QColor needles);
 
-/// A bird far away, wings spread.
+/// A distant bird, wings spread.
 void drawBird(QPainter &painter, QPointF centre, double span, QColor colour);
 
 } // namespace velmora::demo

@@ -1,4 +1,4 @@
-// The sky over hills: a sun that crosses it in ten minutes and lets dusk and stars follow.
+// The sky over hills: a sun that crosses it in ten minutes, followed by dusk and stars.
 #include "demo/scenes/Scenes.h"
 #include "demo/scenes/Shapes.h"
 
@@ -25,7 +25,7 @@ struct Sun
     double glow = 0;  // 1: at the horizon, red
 };
 
-// The sun goes round a circle whose lower part the hills hide.
+// The sun moves in a circle whose lower part is behind the hills.
 Sun sunAt(double seconds)
 {
     const double angle = std::fmod(seconds, kDay) / kDay * 2 * std::numbers::pi;

@@ -84,7 +84,7 @@ void drawCarBody(QPainter &painter, QColor paint)
     }
 }
 
-// front: how far the car has come on its way through the picture.
+// front: how far the car's front has come on its way through the picture.
 void drawCar(QPainter &painter, double front, double wheels, QColor paint, Heading heading)
 {
     painter.save();

@@ -8,7 +8,7 @@ test_packages="ccache libgtest-dev libbenchmark-dev libjpeg-dev clang-format-19 
     ffmpeg gir1.2-gst-rtsp-server-1.0 gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     ntfs-3g exfat-fuse exfatprogs dpkg-dev file binutils lintian desktop-file-utils appstream man-db systemd proot"
 
-# The tests start web and mail servers of their own; those of the machine are not started by their packages.
+# The tests start their own web and mail servers; the packages must not start the machine's.
 hold_services() {
     held=""
     if [ ! -e /usr/sbin/policy-rc.d ]; then

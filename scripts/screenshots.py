@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Takes the pictures of docs/images: starts the demonstration cameras and the real program on a display of its
-own, opens its windows as a user does, and captures just what is to be seen. The cameras' folders are filled
+own, opens its windows as a user does, and captures exactly what is on screen. The cameras' folders are filled
 beforehand with their pictures of the last half hour.
 
     scripts/screenshots.py BUILD_FOLDER [NAME.png …]
@@ -28,9 +28,9 @@ from waiting import until  # noqa: E402
 IMAGES = ROOT / "docs" / "images"
 DARK = {"QT_QPA_PLATFORMTHEME": "gtk3", "GTK_THEME": "Adwaita:dark"}
 CAMERAS = 10
-SPLASH_WIDTH = 900  # at least that of the splash box, in pixels of a display at twice the size
+SPLASH_WIDTH = 900  # at least that of the splash box, in pixels of a display at double density
 DEAD = 9  # the camera whose time-out ends the first pass
-# What a user would have chosen for some of the cameras.
+# Choices that a user would have made for some of the cameras.
 CHOSEN = {"AutoDelai0": "1", "AutoDelai3": "1", "EffM1": "1", "EffM3": "1"}
 IMAGES_A_CAMERA, SECONDS_BETWEEN = 40, 35
 SHOWING = range(8)  # cameras that serve a picture
@@ -40,7 +40,7 @@ FILM_LEFT, FILM_SHOT = 726, "1386x744+0+0"  # pixels: beside the browser, and ar
 
 
 def ask_display(display, *words):
-    """The output of a tool of that display; empty when it finds nothing."""
+    """The output of a tool on that display; empty when it finds nothing."""
     there = {"DISPLAY": display.name, "PATH": "/usr/bin:/bin"}
     run = subprocess.run(words, env=there, capture_output=True, check=False)
     return run.stdout.decode().split()
@@ -51,19 +51,19 @@ def windows(display, title):
 
 
 def width_of(display, shown):
-    """In pixels; 0 for a window that has gone meanwhile."""
+    """In pixels; 0 for a window that has gone."""
     lines = ask_display(display, "xdotool", "getwindowgeometry", "--shell", shown)
     return next((int(line.removeprefix("WIDTH=")) for line in lines if line.startswith("WIDTH=")), 0)
 
 
 def main_window(display):
-    """The main window, once the splash box, which has the same title, no longer lies over it."""
+    """The main window, once the splash box, which has the same title, no longer covers it."""
     found = windows(display, "Velmora")
     return found[0] if len(found) == 1 and width_of(display, found[0]) > SPLASH_WIDTH else None
 
 
 class Studio(unittest.TestCase):
-    """One picture a run; a unittest.TestCase only for its clean-up."""
+    """One picture per run; a unittest.TestCase only for its cleanup."""
 
     def runTest(self):
         pass
@@ -125,7 +125,7 @@ class Studio(unittest.TestCase):
         return browser
 
     def film(self):
-        """Both windows, beside each other; the film stands still."""
+        """Both windows side by side; the film is paused."""
         self.browser(*["Up"] * 6, "alt+f")
         [film] = until(lambda: windows(self.display, "Film"), 20, "the film")
         until(lambda: self.picture_of(film) != self.picture_of(film), 20, "a film that plays")
@@ -133,14 +133,14 @@ class Studio(unittest.TestCase):
         return "root"
 
     def opened(self, window, keys, title):
-        """The window of that title, which some keys in another one open."""
+        """The window with that title, which is opened by some keys in another one."""
         ask_display(self.display, "xdotool", "windowfocus", "--sync", window, "key", keys)
         [found] = until(lambda: windows(self.display, title), 20, f"the window {title}")
         ask_display(self.display, "xdotool", "windowfocus", "--sync", found)
         return found
 
     def importing(self):
-        """A folder of pictures from elsewhere."""
+        """A folder of pictures from another source."""
         photos = self.house.root / "drives" / "c" / "Holiday"
         photos.mkdir()
         stored = [path for row in (2, 4) for path in sorted(self.house.storage.glob(f"*camera%3{row}*/*"))]
@@ -149,7 +149,7 @@ class Studio(unittest.TestCase):
         return self.opened(self.open_main_window(), "alt+i", "Import")
 
     def alarm(self):
-        """The last pair of a walk back."""
+        """The last pair of a scan."""
         alarm = self.opened(self.browser(), "alt+m", "Alarm")
         ask_display(self.display, "xdotool", "key", "--window", alarm, "space")
         return alarm
@@ -163,7 +163,7 @@ class Studio(unittest.TestCase):
         if shown != "root":
             ask_display(self.display, "xdotool", "windowraise", shown)
         ask_display(self.display, "xdotool", "mousemove", "1390", "890")
-        # A window is painted some time after it is shown: the same three times in a row is the whole of it.
+        # A window is painted some time after it is shown: once three pictures in a row are the same, it is complete.
         shots = [b"", b" "]
 
         def settled():
@@ -178,7 +178,7 @@ class Studio(unittest.TestCase):
 
 
 def take(build, name, shot, env=None, size="1400x900x24", storage=True, options=None, crop=None):
-    """shot: a method of Studio that gives the window to take."""
+    """shot: a method of Studio that returns the window to capture."""
     if sys.argv[2:] and name not in sys.argv[2:]:
         return
     studio = Studio()

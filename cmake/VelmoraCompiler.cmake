@@ -17,15 +17,15 @@ target_compile_options(velmora_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Wextra-semi
     $<$<BOOL:${VELMORA_WERROR}>:-Werror>)
-# So that the same precompiled header is the same file, which a compiler cache can know again.
+# So that the same precompiled header is the same file, which a compiler cache can recognise.
 target_compile_options(velmora_flags INTERFACE
     $<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>)
 target_compile_definitions(velmora_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
     $<$<BOOL:${VELMORA_ASSERTIONS}>:_GLIBCXX_ASSERTIONS>
     $<$<CONFIG:Release>:QT_NO_DEBUG_OUTPUT>)
-# What Debian builds with: a network client has its calls and its stack checked, and its tables read-only.
-# Libraries that the program does not call are not asked for.
+# As Debian builds: a network client gets its calls and its stack checked, and its tables read-only. Libraries that
+# the program does not call are not linked.
 target_compile_options(velmora_flags INTERFACE
     $<$<CONFIG:Release>:-fstack-protector-strong;-fstack-clash-protection;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
 target_link_options(velmora_flags INTERFACE -Wl,-z,relro,-z,now,--as-needed)

@@ -1,5 +1,5 @@
-# The guide that the program opens: the README's chapters for users as a page, beside the built program where the
-# installed one has it too. Run as a script it makes the page: -D README=… -D TEMPLATE=… -D OUT=… -D TOOL=…
+# The guide that the program opens: the README's chapters for users as a page, beside the built program just as
+# beside an installed one. Run as a script it makes the page: -D README=… -D TEMPLATE=… -D OUT=… -D TOOL=…
 
 if(CMAKE_SCRIPT_MODE_FILE)
     file(READ "${README}" text)

@@ -1,8 +1,8 @@
 # velmora_module(<name> SOURCES ... [DEPENDS <modules>] [PUBLIC ...] [PRIVATE ...]
 #                       [PRECOMPILED core|gui|windows])
 #
-# A module is a static library with an include root of its own: build/include/<name>/<name> is a link
-# to its folder, so a header is read as "<name>/Thing.h", and only by modules that DEPEND on it.
+# A module is a static library with its own include root: build/include/<name>/<name> is a link to its folder, so a
+# header is included as "<name>/Thing.h", and only by modules that DEPEND on it.
 function(velmora_module name)
     cmake_parse_arguments(ARG "" "PRECOMPILED" "SOURCES;DEPENDS;PUBLIC;PRIVATE" ${ARGN})
     set(root "${CMAKE_BINARY_DIR}/include/${name}")

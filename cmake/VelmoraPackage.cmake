@@ -1,4 +1,4 @@
-# The Debian package: `cpack` in a build folder makes it from what the install rules name.
+# The Debian package: run `cpack` in a build folder to make it from what the install rules list.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME velmora)
 set(CPACK_PACKAGE_CONTACT "Velmora developers <velmora@example.org>")

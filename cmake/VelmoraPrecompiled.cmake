@@ -1,8 +1,7 @@
-# Precompiled headers: nine tenths of a build were the toolkit's headers, read again for every source.
+# Precompiled headers: nine tenths of a build went into parsing the toolkit's headers again for every source.
 #
 # Each kind is compiled once, by a carrier that has nothing else, and used by every target of that kind. A source
-# still includes what it uses: the precompiled header is a matter of speed alone, and VELMORA_PRECOMPILED=OFF builds
-# without.
+# still includes what it uses: precompiled headers only save time, and VELMORA_PRECOMPILED=OFF builds without.
 option(VELMORA_PRECOMPILED "Precompile the toolkit's headers" ON)
 set(VELMORA_PRECOMPILED_FOLDER "${CMAKE_CURRENT_LIST_DIR}/precompiled")
 file(WRITE "${CMAKE_BINARY_DIR}/precompiled.cpp" "")
@@ -23,7 +22,7 @@ function(velmora_carrier kind)
     target_precompile_headers(velmora_precompiled_${kind} PRIVATE "${VELMORA_PRECOMPILED_FOLDER}/${kind}.h")
 endfunction()
 
-# velmora_precompiled(<target> <kind>): the target's sources are compiled with the headers of that kind.
+# velmora_precompiled(<target> <kind>): compiles the target's sources with the headers of that kind.
 function(velmora_precompiled target kind)
     if(VELMORA_PRECOMPILED)
         target_precompile_headers(${target} REUSE_FROM velmora_precompiled_${kind})

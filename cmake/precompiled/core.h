@@ -1,4 +1,4 @@
-// What nearly every source of the layers without pictures reads.
+// Included by nearly every source of the layers without pictures.
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,4 @@
-// What the layers with pictures, but without windows, read.
+// Included by the layers with pictures but without windows.
 #pragma once
 
 #include "core.h"

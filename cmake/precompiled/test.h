@@ -1,4 +1,4 @@
-// What the tests of the layers without windows read.
+// Included by the tests of the layers without windows.
 #pragma once
 
 #include "gui.h"

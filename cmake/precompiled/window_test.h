@@ -1,4 +1,4 @@
-// What the tests of the windows read.
+// Included by the tests of the windows.
 #pragma once
 
 #include "windows.h"

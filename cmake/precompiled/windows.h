@@ -1,4 +1,4 @@
-// What the sources of the windows read.
+// Included by the sources of the windows.
 #pragma once
 
 #include "gui.h"

@@ -127,18 +127,14 @@ void Program::connectKeeping()
     connect(&planche_, &planche::calendarWanted, &calendar_, &CalendarWindow::present);
     connect(&planche_, &planche::keepWanted, this, &Program::keepFilm);
     connect(&images_.calendar(), &Calendar::rangeChosen, &filmKeep_, &FilmKeep::takeDays);
-    connect(&film_, &fCine::keepWanted, &filmKeep_, &FilmKeep::present);
+    connect(&film_, &fCine::keepWanted, this, [this] { filmKeep_.present({}); });
     connect(&filmKeep_, &FilmKeep::openWanted, this, &Program::open);
 }
 
 // For the days chosen in the calendar, if it is open.
 void Program::keepFilm()
 {
-    filmKeep_.present();
-    const auto days = images_.calendar().range();
-    if (days && calendar_.isVisible()) {
-        filmKeep_.takeDays(*days);
-    }
+    filmKeep_.present(calendar_.isVisible() ? images_.calendar().range() : std::nullopt);
 }
 
 void Program::connectHealth()

@@ -8,6 +8,17 @@ namespace velmora {
 
 using std::chrono::year_month_day;
 
+namespace {
+
+// Where there was none, the one that was stored stands behind the list until that is read again.
+void addOne(ImageRun &run, qsizetype behind)
+{
+    run.first = run.count == 0 ? behind : run.first;
+    ++run.count;
+}
+
+} // namespace
+
 Calendar::Calendar(ImageBrowser &browser)
     : browser_(browser)
 {
@@ -31,6 +42,7 @@ void Calendar::open()
 void Calendar::count()
 {
     days_ = countDays(files().names());
+    stored_.clear();
     const auto images = [](const DayCount &day) { return day.images.count; };
     const auto fullest = std::ranges::max_element(days_, {}, images);
     most_ = fullest == days_.end() ? 0 : fullest->images.count;
@@ -40,8 +52,19 @@ void Calendar::count()
     } else if (!chosen_) {
         chosen_ = days_.back().day;
     }
-    hours_ = chosen_ ? countHours(files().names(), *chosen_) : HourCounts();
+    countChosen();
     Q_EMIT counted();
+}
+
+void Calendar::countChosen()
+{
+    hours_ = chosen_ ? countHours(files().names(), *chosen_) : HourCounts();
+    for (const QByteArray &name : stored_) {
+        const auto hour = hourOfName(name);
+        if (hour && dayOfKey(name) == chosen_) {
+            addOne(hours_.at(static_cast<std::size_t>(*hour)), files().count());
+        }
+    }
 }
 
 qsizetype Calendar::imagesOf(year_month_day day) const
@@ -55,7 +78,7 @@ void Calendar::choose(year_month_day day)
     if (chosen_ != day || anchor_) {
         anchor_.reset();
         chosen_ = day;
-        hours_ = countHours(files().names(), day);
+        countChosen();
         Q_EMIT dayChosen();
     }
 }
@@ -90,41 +113,64 @@ qsizetype Calendar::imagesOf(const DayRange &range) const
 void Calendar::goToDay(year_month_day day)
 {
     choose(day);
-    const auto found = std::ranges::lower_bound(days_, day, {}, &DayCount::day);
-    const bool isThere = found != days_.end() && found->day == day;
-    goTo(dayKey(day) + "_120000", isThere ? found->images : ImageRun());
+    goTo({browser_.shown().state.camera(), day, std::nullopt});
 }
 
 void Calendar::goToHour(int hour)
 {
     if (chosen_ && hour >= 0 && hour < kHoursOfDay) {
-        const QByteArray text = QByteArray::number(hour).rightJustified(2, '0');
-        goTo(dayKey(*chosen_) + '_' + text + "3000", hours_.at(static_cast<std::size_t>(hour)));
+        goTo({browser_.shown().state.camera(), *chosen_, hour});
     }
 }
 
-// The group view shows something else; the move is made once the list has replaced it.
-void Calendar::goTo(const QByteArray &moment, const ImageRun &run)
+// The group view shows something else, and images stored since the list was read are not in it: the
+// move is made once the list has been read.
+void Calendar::goTo(const Goal &goal)
 {
     if (browser_.shown().state.view() == View::Group) {
-        waiting_ = run.count > 0 ? files().names().name(run.first).left(15) : moment;
+        waiting_ = goal;
         browser_.setMode(Mode::Camera, false);
-    } else if (run.count > 0) {
-        browser_.chooseFile(static_cast<int>(run.first));
-    } else if (const auto nearest = nearestTo(files().names(), moment)) {
-        browser_.chooseFile(static_cast<int>(*nearest));
+    } else if (imagesAt(goal).first >= files().count() && imagesAt(goal).count > 0) {
+        waiting_ = goal;
+        browser_.refresh();
+    } else {
+        select(goal);
     }
 }
 
 void Calendar::goOn()
 {
-    if (waiting_.isEmpty() || browser_.shown().state.view() != View::Camera) {
+    if (!waiting_ || browser_.shown().state.view() != View::Camera) {
         return;
     }
-    const auto nearest = nearestTo(files().names(), std::exchange(waiting_, {}));
-    if (nearest) {
+    const Goal goal = *std::exchange(waiting_, std::nullopt);
+    if (goal.camera == browser_.shown().state.camera()) {
+        select(goal);
+    }
+}
+
+// The first image there, or else the nearest to the middle of the day or the hour.
+void Calendar::select(const Goal &goal)
+{
+    const ImageRun run = imagesAt(goal);
+    if (run.count > 0 && run.first < files().count()) {
+        browser_.chooseFile(static_cast<int>(run.first));
+        return;
+    }
+    const QByteArray time =
+        goal.hour ? QByteArray::number(*goal.hour).rightJustified(2, '0') + "3000" : "120000";
+    if (const auto nearest = nearestTo(files().names(), dayKey(goal.day) + '_' + time)) {
         browser_.chooseFile(static_cast<int>(*nearest));
     }
+}
+
+ImageRun Calendar::imagesAt(const Goal &goal) const
+{
+    if (goal.hour) {
+        return hours_.at(static_cast<std::size_t>(*goal.hour));
+    }
+    const auto found = std::ranges::lower_bound(days_, goal.day, {}, &DayCount::day);
+    return found != days_.end() && found->day == goal.day ? found->images : ImageRun();
 }
 
 void Calendar::follow(CameraAddress camera, const QString &fileName)
@@ -135,12 +181,21 @@ void Calendar::follow(CameraAddress camera, const QString &fileName)
     if (!open_ || camera != browser_.shown().state.camera() || !day || isListed) {
         return;
     }
-    const auto at = std::ranges::lower_bound(days_, *day, {}, &DayCount::day);
-    const auto found =
-        at != days_.end() && at->day == *day ? at : days_.insert(at, {*day, {files().count(), 0}});
-    most_ = std::max(most_, ++found->images.count);
+    add(*day);
+    stored_.push_back(name);
     chosen_ = chosen_.value_or(*day);
+    countChosen();
     Q_EMIT counted();
+}
+
+void Calendar::add(year_month_day day)
+{
+    auto at = std::ranges::lower_bound(days_, day, {}, &DayCount::day);
+    if (at == days_.end() || at->day != day) {
+        at = days_.insert(at, {day, {}});
+    }
+    addOne(at->images, files().count());
+    most_ = std::max(most_, at->images.count);
 }
 
 } // namespace velmora

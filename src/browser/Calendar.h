@@ -78,18 +78,31 @@ Q_SIGNALS:
     void rangeChosen(const velmora::DayRange &range);
 
 private:
+    // Where a person wants to go.
+    struct Goal
+    {
+        CameraAddress camera;
+        std::chrono::year_month_day day;
+        std::optional<int> hour;
+    };
+
     void count();
-    void goTo(const QByteArray &moment, const ImageRun &run);
+    void countChosen();
+    void goTo(const Goal &goal);
     void goOn();
+    void select(const Goal &goal);
+    [[nodiscard]] ImageRun imagesAt(const Goal &goal) const;
+    void add(std::chrono::year_month_day day);
 
     [[nodiscard]] const FileList &files() const { return browser_.shown().files; }
 
     ImageBrowser &browser_;
     std::vector<DayCount> days_;
     HourCounts hours_{};
+    std::vector<QByteArray> stored_; // names, since the list was read
     std::optional<std::chrono::year_month_day> chosen_;
     std::optional<std::chrono::year_month_day> anchor_; // the end of the range that stays
-    QByteArray waiting_; // where to go once the camera's images are on show
+    std::optional<Goal> waiting_;                       // until the list has been read
     qsizetype most_ = 0;
     bool open_ = false;
 };

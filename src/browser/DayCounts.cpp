@@ -79,6 +79,14 @@ std::optional<year_month_day> dayOfKey(QByteArrayView name)
     return day.ok() ? std::optional(day) : std::nullopt;
 }
 
+std::optional<int> hourOfName(QByteArrayView name)
+{
+    const auto moment = momentOf(name);
+    return moment ? std::optional(static_cast<int>(
+                        duration_cast<hours>(*moment - floor<days>(*moment)).count()))
+                  : std::nullopt;
+}
+
 std::vector<DayCount> countDays(const ImageNames &names)
 {
     std::vector<DayCount> days;

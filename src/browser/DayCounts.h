@@ -36,6 +36,9 @@ using HourCounts = std::array<ImageRun, kHoursOfDay>;
 /// The day at the start of a name; nothing if there is none.
 [[nodiscard]] std::optional<std::chrono::year_month_day> dayOfKey(QByteArrayView name);
 
+/// The hour of the date and time at the start of a name; nothing without both.
+[[nodiscard]] std::optional<int> hourOfName(QByteArrayView name);
+
 /// The days that have images, in order. Names that do not begin with a day are skipped.
 [[nodiscard]] std::vector<DayCount> countDays(const ImageNames &names);
 

@@ -234,35 +234,47 @@ void FilmKeep::takeFilmRange()
 
 void FilmKeep::takeDays(const DayRange &days)
 {
-    const auto text = [](std::chrono::year_month_day day) {
-        return QString::fromLatin1(dayKey(day).insert(6, '-').insert(4, '-'));
-    };
     if (isVisible() && !maker_.isBusy() && maker_.isOfShownCamera()) {
-        FilmWish wished = wish();
-        wished.from = text(days.first);
-        wished.to = text(days.last);
-        showWish(wished);
-        maker_.play(wished);
+        showDays(days);
     }
 }
 
-void FilmKeep::present()
+void FilmKeep::showDays(const DayRange &days)
+{
+    const auto text = [](std::chrono::year_month_day day) {
+        return QString::fromLatin1(dayKey(day).insert(6, '-').insert(4, '-'));
+    };
+    FilmWish wished = wish();
+    wished.from = text(days.first);
+    wished.to = text(days.last);
+    showWish(wished);
+    maker_.play(wished);
+}
+
+void FilmKeep::present(const std::optional<DayRange> &days)
 {
     if (!maker_.isBusy()) {
-        const bool isTyped = from_->isModified() || to_->isModified();
-        const bool keepsRange = isVisible() && isTyped && maker_.isOfShownCamera();
-        maker_.take();
-        seenRange_ = film_.face().range;
-        setWindowTitle(tr("Keep as a film: %1").arg(maker_.camera()));
-        setBusy(false);
-        timeLeft_->clear();
-        progress_->reset();
-        if (!keepsRange) {
-            showWish(maker_.usualWish());
-        }
-        showForecast();
+        begin(days);
     }
     bringToFront(*this);
+}
+
+void FilmKeep::begin(const std::optional<DayRange> &days)
+{
+    const bool isTyped = from_->isModified() || to_->isModified();
+    const bool keepsRange = isVisible() && isTyped && maker_.isOfShownCamera();
+    maker_.take();
+    seenRange_ = film_.face().range;
+    setWindowTitle(tr("Keep as a film: %1").arg(maker_.camera()));
+    setBusy(false);
+    timeLeft_->clear();
+    progress_->reset();
+    if (!keepsRange && days) {
+        showDays(*days);
+    } else if (!keepsRange) {
+        showWish(maker_.usualWish());
+    }
+    showForecast();
 }
 
 QString FilmKeep::forecastText(const FilmForecast &found) const

@@ -37,8 +37,9 @@ public:
     Q_DISABLE_COPY_MOVE(FilmKeep)
     ~FilmKeep() override;
 
-    /// Shows the window in front, for the images that the browser lists now.
-    void present();
+    /// Shows the window in front, for the images that the browser lists now; days: the range to
+    /// begin with instead of all of them. What was typed in an open window stays.
+    void present(const std::optional<DayRange> &days);
 
     /// Days were chosen in the calendar: if the window is open, they become its range.
     void takeDays(const DayRange &days);
@@ -57,6 +58,8 @@ private:
     [[nodiscard]] FilmWish wish() const;
     void showWish(const FilmWish &wish);
     void takeFilmRange();
+    void begin(const std::optional<DayRange> &days);
+    void showDays(const DayRange &days);
     void showForecast();
     [[nodiscard]] QString forecastText(const FilmForecast &found) const;
     void showProgress();

@@ -74,6 +74,60 @@ TEST_F(CalendarTest, CountsAnImageThatIsStored)
     EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 3), 1);
 }
 
+TEST_F(CalendarTest, CountsAnImageThatIsStoredInTheHoursOfItsDay)
+{
+    calendar_.follow(kCamera, QStringLiteral("20070102_1000000110.jpg"));
+    calendar_.follow(kCamera, QStringLiteral("20070102_1059000110.jpg"));
+    calendar_.follow(kCamera, QStringLiteral("20061231_1000000110.jpg")); // another day
+    EXPECT_EQ(calendar_.hours().at(10).count, 2);
+    EXPECT_EQ(calendar_.hours().at(0).count, 1);
+    calendar_.choose(2006y / 12 / 31);
+    EXPECT_EQ(calendar_.hours().at(10).count, 1);
+}
+
+TEST_F(CalendarTest, GoesToAnImageThatWasStoredSinceTheListWasRead)
+{
+    const QString stored = QStringLiteral("20070103_1000000110.jpg");
+    house_.capture.putImage(kCamera, stored);
+    calendar_.follow(kCamera, stored);
+    calendar_.goToDay(2007y / 1 / 3);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(house_.data.files.file(selected()).name, stored);
+    const QString later = QStringLiteral("20070103_1100000110.jpg");
+    house_.capture.putImage(kCamera, later);
+    calendar_.follow(kCamera, later);
+    calendar_.goToHour(11);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(house_.data.files.file(selected()).name, later);
+}
+
+TEST_F(CalendarTest, GoesToTheNearestWhereAStoredImageIsGoneAgain)
+{
+    calendar_.follow(kCamera, QStringLiteral("20070103_1000000110.jpg"));
+    calendar_.goToDay(2007y / 1 / 3);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(selected(), 3);
+}
+
+TEST_F(CalendarTest, GoesToNoImageOfACameraThatIsChosenMeanwhile)
+{
+    house_.addCamera({0, 1}, {QStringLiteral("20070101_1200003012.jpg")});
+    house_.showGroup(0);
+    calendar_.goToDay(2006y / 12 / 30);
+    browser_.chooseCamera(1);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(house_.data.state.camera(), (CameraAddress{0, 1}));
+    EXPECT_EQ(selected(), 1) << "the newest of its two images";
+}
+
 TEST_F(CalendarTest, LeavesTheGroupViewForTheImage)
 {
     house_.showGroup(0);

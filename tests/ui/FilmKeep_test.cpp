@@ -26,7 +26,7 @@ protected:
     {
         house_.openOn(kImages);
         house_.house.tree.makeFolder(u"out");
-        window_.present();
+        window_.present({});
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
     }
 
@@ -125,7 +125,7 @@ TEST_F(FilmKeepTest, WhatIsTypedIsTheRangeOfTheFilm)
 {
     house_.click(QStringLiteral("bFilm"));
     house_.holdFilm();
-    window_.present();
+    window_.present({});
     retype("filmFrom", QStringLiteral("2006-03-07 00:00:05"));
     QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
     EXPECT_EQ(house_.film.face().range, (PlayRange{6, kImages}));
@@ -138,7 +138,7 @@ TEST_F(FilmKeepTest, TheSlidersOfTheFilmAreItsRange)
 {
     house_.click(QStringLiteral("bFilm"));
     house_.holdFilm();
-    window_.present();
+    window_.present({});
     find<QPushButton>("filmMake").setFocus();
     house_.film.sDebut_Change(11);
     EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
@@ -150,6 +150,16 @@ TEST_F(FilmKeepTest, TakesTheDaysOfTheCalendar)
     using namespace std::chrono;
     window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 9});
     EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07"));
+    EXPECT_EQ(find<QLineEdit>("filmTo").text(), QStringLiteral("2006-03-09"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images")));
+}
+
+TEST_F(FilmKeepTest, BeginsWithTheDaysThatAreChosen)
+{
+    window_.close();
+    using std::chrono::year;
+    window_.present(DayRange{year{2006} / 3 / 6, year{2006} / 3 / 9});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-06"));
     EXPECT_EQ(find<QLineEdit>("filmTo").text(), QStringLiteral("2006-03-09"));
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images")));
 }
@@ -177,12 +187,13 @@ TEST_F(FilmKeepTest, KeepsItsRangeWhenAFilmOfAnotherCameraPlays)
 TEST_F(FilmKeepTest, KeepsWhatIsTypedWhenItIsOpenedAgain)
 {
     retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
-    window_.present();
+    using std::chrono::year;
+    window_.present(DayRange{year{2006} / 3 / 6, year{2006} / 3 / 9});
     EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images")));
     house_.addImages({0, 1}, 3);
     house_.clickRow(QStringLiteral("lstCam"), 1);
-    window_.present();
+    window_.present({});
     EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:00"));
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("3 images")));
 }
@@ -191,7 +202,7 @@ TEST_F(FilmKeepTest, SaysThatThereAreNoImages)
 {
     house_.addImages({0, 1}, 0);
     house_.clickRow(QStringLiteral("lstCam"), 1);
-    window_.present();
+    window_.present({});
     EXPECT_EQ(forecast(), QStringLiteral("There are no images."));
     EXPECT_FALSE(find<QPushButton>("filmMake").isEnabled());
 }

@@ -3,7 +3,7 @@
 #include <QByteArrayView>
 #include <QtEndian>
 
-#include <array>
+#include <zlib.h>
 
 namespace velmora {
 namespace {
@@ -29,26 +29,10 @@ QByteArrayView firstChunk(QByteArrayView bytes)
     return bytes.first(qMin(kChunkHeadBytes + bodyBytes(bytes) + kChecksumBytes, bytes.size()));
 }
 
-// What each byte value adds to a CRC-32, as in RFC 1952.
-constexpr std::array<quint32, 256> kSumOfByte = [] {
-    std::array<quint32, 256> sums = {};
-    for (quint32 byte = 0; byte < sums.size(); ++byte) {
-        quint32 sum = byte;
-        for (int bit = 0; bit < 8; ++bit) {
-            sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xEDB88320U : 0U);
-        }
-        sums.at(byte) = sum;
-    }
-    return sums;
-}();
-
 quint32 checksum(QByteArrayView bytes)
 {
-    quint32 sum = ~quint32{0};
-    for (const char byte : bytes) {
-        sum = kSumOfByte.at((sum ^ static_cast<uchar>(byte)) & 0xFF) ^ (sum >> 8);
-    }
-    return ~sum;
+    return static_cast<quint32>(::crc32_z(0, reinterpret_cast<const Bytef *>(bytes.data()),
+                                          static_cast<std::size_t>(bytes.size())));
 }
 
 void appendNumber(QByteArray &bytes, quint32 number)

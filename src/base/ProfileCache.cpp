@@ -18,6 +18,16 @@ std::shared_ptr<const ProfileText> ProfileCache::text()
     return text ? text : std::make_shared<const ProfileText>(readProfile(path_));
 }
 
+std::shared_ptr<const ProfileText> ProfileCache::text(QByteArrayView section)
+{
+    std::shared_ptr<const ProfileText> text = keptText();
+    if (text) {
+        return text;
+    }
+    const QByteArray bytes = readProfile(path_);
+    return std::make_shared<const ProfileText>(findProfileSection(bytes, section).toByteArray());
+}
+
 QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsizetype size)
 {
     const std::shared_ptr<const ProfileText> text = keptText();

@@ -7,6 +7,9 @@
 namespace velmora {
 namespace {
 
+constexpr qsizetype kUsualSectionBytes = 128;
+constexpr qsizetype kMostExpected = 256;
+
 bool isBlank(char c)
 {
     return c == ' ' || c == '\t';
@@ -216,6 +219,8 @@ ProfileText::ProfileText(QByteArray bytes)
     : bytes_(std::move(bytes))
 {
     const QByteArrayView all(bytes_);
+    sections_.reserve(
+        static_cast<std::size_t>(std::min(all.size() / kUsualSectionBytes, kMostExpected)));
     for (qsizetype bracket = nextHeader(all, 0); bracket < all.size();) {
         const Line line = lineAt(all, bracket);
         const qsizetype following = nextHeader(all, line.next);
@@ -306,21 +311,26 @@ ProfileEdit ProfileText::insertLine(qsizetype offset, const QByteArray &line) co
     return {offset, 0, midLine ? "\r\n" + line : line};
 }
 
-std::optional<QByteArrayView> findProfileValue(QByteArrayView bytes, QByteArrayView section,
-                                               QByteArrayView key)
+QByteArrayView findProfileSection(QByteArrayView bytes, QByteArrayView section)
 {
     const QByteArrayView wanted = trimmedBlanks(section);
     for (qsizetype bracket = nextHeader(bytes, 0); bracket < bytes.size();
          bracket = nextHeader(bytes, bracket + 1)) {
         const Line line = lineAt(bytes, bracket);
-        if (!sameName(headerName(bytes.sliced(bracket, line.end - bracket)), wanted)) {
-            continue;
+        if (sameName(headerName(bytes.sliced(bracket, line.end - bracket)), wanted)) {
+            return bytes.sliced(bracket, nextHeader(bytes, line.next) - bracket);
         }
-        const auto found =
-            findKey(bytes, line.next, nextHeader(bytes, line.next), trimmedBlanks(key));
-        return found ? std::optional(valueOf(bytes, *found)) : std::nullopt;
     }
-    return std::nullopt;
+    return {};
+}
+
+std::optional<QByteArrayView> findProfileValue(QByteArrayView bytes, QByteArrayView section,
+                                               QByteArrayView key)
+{
+    const QByteArrayView found = findProfileSection(bytes, section);
+    const qsizetype body = lineAt(found, 0).next;
+    const auto line = findKey(found, body, found.size(), trimmedBlanks(key));
+    return line ? std::optional(valueOf(found, *line)) : std::nullopt;
 }
 
 } // namespace velmora

@@ -43,23 +43,6 @@ QString titleOf(CameraAddress camera, const QString &name)
     return name.isEmpty() ? cameraText(camera) : cameraText(camera) + u' ' + name;
 }
 
-template <typename Settings>
-KeepChoice keepIn(const Settings &settings, CameraAddress camera)
-{
-    const KeepChoice choice =
-        keepFromText(read(settings, camera, keys::kKeep)).value_or(KeepChoice{});
-    return choice.isInRange() ? choice : KeepChoice{};
-}
-
-// A password without a user does not count.
-template <typename Settings>
-CameraLogin loginIn(const Settings &settings, CameraAddress camera)
-{
-    const QString user = read(settings, camera, keys::kUser);
-    return user.isEmpty() ? CameraLogin{}
-                          : CameraLogin{user, read(settings, camera, keys::kPassword)};
-}
-
 bool isDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
@@ -128,22 +111,17 @@ QString undatedNotice(const SettingsSnapshot &settings, CameraAddress camera)
 
 KeepChoice cameraKeep(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return keepIn(settings, camera);
+    const KeepChoice choice =
+        keepFromText(read(settings, camera, keys::kKeep)).value_or(KeepChoice{});
+    return choice.isInRange() ? choice : KeepChoice{};
 }
 
-KeepChoice cameraKeep(const SettingsFile &settings, CameraAddress camera)
-{
-    return keepIn(settings, camera);
-}
-
+// A password without a user does not count.
 CameraLogin cameraLogin(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return loginIn(settings, camera);
-}
-
-CameraLogin cameraLogin(const SettingsFile &settings, CameraAddress camera)
-{
-    return loginIn(settings, camera);
+    const QString user = read(settings, camera, keys::kUser);
+    return user.isEmpty() ? CameraLogin{}
+                          : CameraLogin{user, read(settings, camera, keys::kPassword)};
 }
 
 void setCameraName(SettingsDraft &draft, CameraAddress camera, QStringView name)

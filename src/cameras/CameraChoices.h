@@ -53,8 +53,6 @@ inline constexpr int kMaxNameLength = 60;
 
 /// The same, read straight from the file, which costs less for a single camera.
 [[nodiscard]] QString cameraTitle(const SettingsFile &settings, CameraAddress camera);
-[[nodiscard]] KeepChoice cameraKeep(const SettingsFile &settings, CameraAddress camera);
-[[nodiscard]] CameraLogin cameraLogin(const SettingsFile &settings, CameraAddress camera);
 
 /// Stores a name that nameRefusal() accepts, without the blanks around it; an empty one removes the
 /// name.

@@ -23,7 +23,11 @@ HttpRequest CameraRequests::completed(HttpRequest request, const CameraLogin &lo
 
 HttpRequest CameraRequests::stored(CameraAddress camera, const QString &url) const
 {
-    return completed(requestFor(url, options_.downloadLimit()), cameraLogin(settings_, camera));
+    const SettingsSnapshot chosen = settings_.snapshot(cameraSection(camera));
+    HttpRequest request =
+        completed(requestFor(url, options_.downloadLimit()), cameraLogin(chosen, camera));
+    request.isCompared = cameraKeep(chosen, camera).keep != Keep::Dated;
+    return request;
 }
 
 // The login belongs to the stored address, not to a different one being typed.

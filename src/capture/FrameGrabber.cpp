@@ -118,7 +118,7 @@ public:
     Grab(const HttpRequest &request, std::shared_ptr<BodyStock> bodies)
         : limit_(request.limit)
         , input_(inputList(withLogin(request)))
-        , body_(request.workFolder, std::move(bodies))
+        , body_(emptyBody(request, std::move(bodies)))
     {
         connect(&process_, &QProcess::readyReadStandardOutput, this, [this] { takeBody(); });
         connect(&process_, &QProcess::readyReadStandardError, this, [this] { takeError(); });

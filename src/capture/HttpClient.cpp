@@ -449,7 +449,7 @@ QCoro::Task<HttpReply> HttpClient::transfer(HttpRequest request, std::stop_token
 QCoro::Task<std::optional<HttpReply>> HttpClient::tryTransfer(HttpRequest request,
                                                               std::stop_token stop)
 {
-    Transfer transfer(loop_, ReplyBody(request.workFolder, bodies_));
+    Transfer transfer(loop_, emptyBody(request, bodies_));
     setTransferOptions(transfer, request);
     setFormOptions(transfer, request);
     authorities_.applyTo(transfer.easy.get());

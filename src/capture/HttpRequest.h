@@ -7,6 +7,8 @@
 #include <QString>
 
 #include <chrono>
+#include <memory>
+#include <utility>
 
 namespace velmora {
 
@@ -22,12 +24,24 @@ struct HttpRequest
     HttpForm form = HttpForm::AsWritten;
     std::chrono::milliseconds limit{0}; // for the whole transfer
     QString workFolder = {};            // native path; for a body too long to stay in memory
+    bool isCompared = false;            // a digest of the body is wanted
 
     QString user = {}; // sent only when the server asks; empty for none
     QString password = {};
 
     bool operator==(const HttpRequest &) const = default;
 };
+
+/// The body of its answer, to be filled.
+[[nodiscard]] inline ReplyBody emptyBody(const HttpRequest &request,
+                                         std::shared_ptr<BodyStock> stock)
+{
+    ReplyBody body(request.workFolder, std::move(stock));
+    if (request.isCompared) {
+        body.digestAlong();
+    }
+    return body;
+}
 
 enum class FetchOutcome {
     Arrived, // status 200 to 299 and the whole body

@@ -140,7 +140,7 @@ void ImageStore::announce(const QString &url, CameraAddress camera)
 // Only for a camera whose pictures are compared; for others nothing is read.
 QCoro::Task<> ImageStore::mark(Arrival *arrival)
 {
-    arrival->choice = cameraKeep(uses_.table.settings(), arrival->camera);
+    arrival->choice = cameraKeep(chosen(arrival->camera), arrival->camera);
     if (arrival->choice.keep == Keep::Dated) {
         co_return;
     }
@@ -171,7 +171,7 @@ void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &rep
 void ImageStore::compare(Arrival &arrival, const HttpReply &reply) const
 {
     const UndatedPicture picture{arrival.choice, arrival.mark,
-                                 storedMark(uses_.table.settings().snapshot(), arrival.camera)};
+                                 storedMark(chosen(arrival.camera), arrival.camera)};
     arrival.isNew = isNewUndated(picture, stateOf(arrival.folder));
     const WallTime now = uses_.clock.localNow() - uses_.clock.utcOffset();
     arrival.dates.modified =
@@ -296,6 +296,11 @@ void ImageStore::failToStore(CameraAddress camera, const QString &reason)
         uses_.storage.requestCheck();
     }
     fail(camera, QStringLiteral("the image cannot be stored: ") + why);
+}
+
+SettingsSnapshot ImageStore::chosen(CameraAddress camera) const
+{
+    return uses_.table.settings().snapshot(cameraSection(camera));
 }
 
 QString ImageStore::title(CameraAddress camera) const

@@ -98,6 +98,7 @@ private:
     void recordStored(const Arrival &arrival);
     void failToStore(const Arrival &arrival, std::error_code error);
     void failToStore(CameraAddress camera, const QString &reason);
+    [[nodiscard]] SettingsSnapshot chosen(CameraAddress camera) const;
     [[nodiscard]] QString title(CameraAddress camera) const;
     void fail(CameraAddress camera, const QString &reason);
     void setLamp(CameraAddress camera, LampColour colour);

@@ -22,8 +22,8 @@ struct PictureMark
 
 enum class MarkKind { Digest, DigestAndLook };
 
-/// Reads the body in pieces and handles events in between; only decoding the picture, for its look,
-/// is done in one go. A body that cannot be read has no digest, one that is not a picture no look.
+/// Uses the digest made while the body arrived, or else reads the body in pieces; handles events in
+/// between. A body that cannot be read has no digest, one that is not a picture no look.
 [[nodiscard]] QCoro::Task<PictureMark> markOf(const ReplyBody *body, MarkKind kind, Clock *clock);
 
 /// How much two pictures differ, in percent: the mean difference of the grey levels of their small

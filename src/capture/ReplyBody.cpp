@@ -28,6 +28,7 @@ ReplyBody::ReplyBody(ReplyBody &&other) noexcept
     , stock_(std::move(other.stock_))
     , memory_(std::exchange(other.memory_, {}))
     , file_(std::move(other.file_))
+    , digest_(std::exchange(other.digest_, {}))
     , error_(std::exchange(other.error_, {}))
     , size_(std::exchange(other.size_, 0))
     , counted_(std::exchange(other.counted_, 0))
@@ -41,6 +42,7 @@ ReplyBody &ReplyBody::operator=(ReplyBody &&other) noexcept
     std::swap(stock_, taken.stock_);
     std::swap(memory_, taken.memory_);
     std::swap(file_, taken.file_);
+    std::swap(digest_, taken.digest_);
     std::swap(error_, taken.error_);
     std::swap(size_, taken.size_);
     std::swap(counted_, taken.counted_);
@@ -75,6 +77,9 @@ void ReplyBody::append(QByteArrayView bytes)
     } else if (!error_) {
         memory_.append(bytes);
         keepInMemory(memory_.size());
+    }
+    if (digest_) {
+        digest_->add(bytes);
     }
     size_ += bytes.size();
 }
@@ -119,6 +124,11 @@ void ReplyBody::giveUp(std::error_code error)
 QByteArrayView ReplyBody::head() const
 {
     return QByteArrayView(memory_).first(std::min<qsizetype>(memory_.size(), kHeadBytes));
+}
+
+QByteArray ReplyBody::digest() const
+{
+    return digest_ && !error_ ? digest_->text() : QByteArray();
 }
 
 std::optional<QByteArray> ReplyBody::piece(qint64 from, qint64 mostBytes) const

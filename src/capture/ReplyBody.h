@@ -4,6 +4,7 @@
 
 #include "base/FileWriter.h"
 #include "base/WorkFile.h"
+#include "capture/BodyDigest.h"
 
 #include <QByteArray>
 #include <QString>
@@ -54,6 +55,10 @@ public:
     ReplyBody &operator=(const ReplyBody &) = delete;
     ~ReplyBody();
 
+    /// Makes a digest of whatever is added from now on; call it before the first bytes. It costs
+    /// least while the bytes are at hand.
+    void digestAlong() { digest_.emplace(); }
+
     /// Adds bytes at the end. Bytes that cannot be written still count: whether it matters that a
     /// body cannot be kept shows only when it is to be stored. Throws std::bad_alloc.
     void append(QByteArrayView bytes);
@@ -69,6 +74,9 @@ public:
 
     /// The first bytes, kHeadBytes at most.
     [[nodiscard]] QByteArrayView head() const;
+
+    /// As BodyDigest has it; empty when none was asked for, and of a body that cannot be kept.
+    [[nodiscard]] QByteArray digest() const;
 
     /// Why the body cannot be kept; none when it can.
     [[nodiscard]] std::error_code error() const { return error_; }
@@ -94,6 +102,7 @@ private:
     std::shared_ptr<BodyStock> stock_;
     QByteArray memory_; // the whole body, or its head
     std::unique_ptr<WorkFile> file_;
+    std::optional<BodyDigest> digest_;
     std::error_code error_;
     qint64 size_ = 0;
     qint64 counted_ = 0; // bytes of this body in the stock

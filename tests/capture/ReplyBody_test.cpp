@@ -98,6 +98,27 @@ TEST_P(ReplyBodyOfLength, IsTheSameAfterAMove)
     EXPECT_EQ(stock_->files, GetParam() > ReplyBody::kMostInMemory ? 1 : 0);
 }
 
+TEST_F(ReplyBodyTest, HasADigestOfItsBytesHoweverTheyCameAndAreKept)
+{
+    for (const qint64 size : {qint64{40'000}, ReplyBody::kMostInMemory + 70'000}) {
+        ReplyBody inPieces(work_, stock_);
+        inPieces.digestAlong();
+        for (qint64 at = 0; at < size; at += kPiece) {
+            inPieces.append(bytesFrom(at, std::min(kPiece, size - at)));
+        }
+        ReplyBody atOnce(work_, stock_);
+        atOnce.digestAlong();
+        atOnce.append(bytesFrom(0, size));
+        EXPECT_EQ(inPieces.digest().size(), 32);
+        EXPECT_EQ(inPieces.digest(), atOnce.digest());
+        const ReplyBody taken = std::move(inPieces);
+        EXPECT_EQ(taken.digest(), atOnce.digest());
+        atOnce.append("x");
+        EXPECT_NE(taken.digest(), atOnce.digest());
+    }
+    EXPECT_EQ(filled(40'000).digest(), QByteArray());
+}
+
 TEST_F(ReplyBodyTest, KeepsOnlyItsHeadInMemoryOnceItIsLong)
 {
     const ReplyBody body = filled(1'000'000);

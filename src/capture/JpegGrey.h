@@ -1,0 +1,45 @@
+// The brightness of a JPEG, decoded line by line at a fraction of its size, so that whoever needs
+// no more than a rough look at it holds nobody up.
+#pragma once
+
+#include <QByteArrayView>
+#include <QSize>
+
+#include <memory>
+#include <span>
+
+namespace velmora {
+
+class JpegGrey
+{
+public:
+    /// least: the fraction is chosen so that neither side gets smaller, where the picture is that
+    /// large at all. bytes: outlive the object.
+    JpegGrey(QByteArrayView bytes, QSize least);
+    Q_DISABLE_COPY_MOVE(JpegGrey)
+    ~JpegGrey();
+
+    /// Decodes a little more, for much less than a millisecond; false when nothing more comes.
+    [[nodiscard]] bool step();
+
+    /// The reduced picture's size; empty before it is known, and for what cannot be read like this:
+    /// no JPEG, one of more than 64 Mi pixels, and one for print.
+    [[nodiscard]] QSize size() const;
+
+    /// Number of the line that came last, from 0; -1 before the first.
+    [[nodiscard]] int lineNumber() const;
+
+    /// The grey levels of that line.
+    [[nodiscard]] std::span<const unsigned char> line() const;
+
+private:
+    struct Decoder;
+
+    void begin();
+    void consume();
+    void readLine();
+
+    std::unique_ptr<Decoder> decoder_;
+};
+
+} // namespace velmora

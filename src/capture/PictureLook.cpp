@@ -1,0 +1,121 @@
+#include "capture/PictureLook.h"
+
+#include "base/WorkSlice.h"
+#include "capture/JpegGrey.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QImageReader>
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+namespace velmora {
+namespace {
+
+constexpr int kAcross = 16;
+constexpr int kDown = 9;
+constexpr QSize kLeastSize(kAcross * 10,
+                           kDown * 10); // of a reduction that the cells are taken from
+constexpr qint64 kMostPixels = qint64{64} * 1024 * 1024;
+
+// The mean of each cell, of lines that come in any order.
+class Raster
+{
+public:
+    void add(QSize size, int y, std::span<const unsigned char> line)
+    {
+        const int down = y * kDown / size.height();
+        for (int x = 0; x < size.width(); ++x) {
+            Cell &cell = at(x * kAcross / size.width(), down);
+            cell.sum += line[static_cast<std::size_t>(x)];
+            ++cell.count;
+        }
+    }
+
+    // Cells of a picture with fewer points than cells are as dark as can be: always the same ones.
+    [[nodiscard]] QByteArray text() const
+    {
+        QByteArray grey;
+        for (const Cell &cell : cells_) {
+            const qint64 mean = cell.count > 0 ? (cell.sum + cell.count / 2) / cell.count : 0;
+            grey.append(static_cast<char>(mean));
+        }
+        return grey.toBase64();
+    }
+
+    [[nodiscard]] bool isEmpty() const { return cells_.front().count == 0; }
+
+private:
+    struct Cell
+    {
+        qint64 sum = 0;
+        qint64 count = 0;
+    };
+
+    Cell &at(int across, int down)
+    {
+        return cells_[static_cast<std::size_t>(down * kAcross + across)];
+    }
+
+    std::array<Cell, std::size_t{kAcross} * kDown> cells_ = {};
+};
+
+QImage decoded(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    const bool isBearable = size.isValid() && qint64{size.width()} * size.height() <= kMostPixels;
+    return isBearable ? reader.read().convertToFormat(QImage::Format_Grayscale8) : QImage();
+}
+
+QCoro::Task<Raster> rasterOfJpeg(QByteArray bytes, Clock *clock)
+{
+    Raster raster;
+    JpegGrey jpeg(bytes, kLeastSize);
+    WorkSlice slice(*clock);
+    int lines = 0;
+    while (jpeg.step()) {
+        if (jpeg.lineNumber() >= lines) {
+            raster.add(jpeg.size(), lines++, jpeg.line());
+        }
+        if (slice.isOver()) {
+            co_await clock->yield();
+            slice.begin();
+        }
+    }
+    co_return raster;
+}
+
+QCoro::Task<Raster> rasterOfOther(QByteArray bytes, Clock *clock)
+{
+    Raster raster;
+    const QImage picture = decoded(bytes);
+    WorkSlice slice(*clock);
+    for (int y = 0; y < picture.height(); ++y) {
+        raster.add(picture.size(), y,
+                   {picture.constScanLine(y), static_cast<std::size_t>(picture.width())});
+        if (slice.isOver()) {
+            co_await clock->yield();
+            slice.begin();
+        }
+    }
+    co_return raster;
+}
+
+} // namespace
+
+QCoro::Task<QByteArray> lookOf(QByteArray picture, Clock *clock)
+{
+    Raster raster = co_await rasterOfJpeg(picture, clock);
+    if (raster.isEmpty()) {
+        raster = co_await rasterOfOther(picture, clock);
+    }
+    co_return raster.isEmpty() ? QByteArray() : raster.text();
+}
+
+} // namespace velmora

@@ -1,0 +1,16 @@
+// The look of a picture: its grey levels in a raster of a few cells, by which two pictures of a
+// camera can be told to differ much or little.
+#pragma once
+
+#include "base/Clock.h"
+
+#include <QByteArray>
+#include <QCoro/QCoroTask>
+
+namespace velmora {
+
+/// The grey levels of 16 times 9 cells, line by line, Base64; empty for what is no picture. Events
+/// run in between, except while a picture that is no JPEG is decoded.
+[[nodiscard]] QCoro::Task<QByteArray> lookOf(QByteArray picture, Clock *clock);
+
+} // namespace velmora

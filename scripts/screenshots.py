@@ -32,6 +32,7 @@ SPLASH_WIDTH = 900  # at least that of the splash box, in pixels of a display at
 DEAD = 9  # the camera whose time-out ends the first pass
 # Choices that a user would have made for some of the cameras.
 CHOSEN = {"AutoDelai0": "1", "AutoDelai3": "1", "EffM1": "1", "EffM3": "1"}
+NAMED = {"Camera01": {"Name": "Harbour"}, "Camera04": {"Name": "Market"}}
 IMAGES_A_CAMERA, SECONDS_BETWEEN = 40, 35
 SHOWING = range(8)  # cameras that serve a picture
 SHOWN_CAMERA = 1
@@ -79,7 +80,7 @@ class Studio(unittest.TestCase):
         self.house = House(self)
         urls = [f"http://127.0.0.1:{port}/camera{i}.jpg" for i in range(CAMERAS)]
         control = {"Control": {"StRep": "C:\\in\\", "TIO": "5"} | (options or {})}
-        self.house.write_settings(control, camera_lists(urls), {"Groupe0": CHOSEN})
+        self.house.write_settings(control, camera_lists(urls), {"Groupe0": CHOSEN}, NAMED)
         self.store(urls)
 
     def store(self, urls):
@@ -148,6 +149,41 @@ class Studio(unittest.TestCase):
             shutil.copy(path, photos / f"IMG_{1207 + 3 * number}.jpg")
         return self.opened(self.open_main_window(), "alt+i", "Import")
 
+    def in_second_row(self, key):
+        """A key in the address box of the second row."""
+        main = self.open_main_window()
+        ask_display(self.display, "xdotool", "mousemove", "--window", main, "300", "164", "click", "1", "key", key)
+
+    def camera_sheet(self):
+        """Of the second row, tried out."""
+        self.in_second_row("F4")
+        [sheet] = until(lambda: windows(self.display, "Camera 0:.*"), 20, "the camera's sheet")
+        ask_display(self.display, "xdotool", "windowfocus", "--sync", sheet, "key", "alt+t")
+        return sheet
+
+    def camera_list(self):
+        """Three lines that have been typed."""
+        self.in_second_row("F6")
+        [many] = until(lambda: windows(self.display, "Many cameras"), 20, "the window for many cameras")
+        ask_display(self.display, "xdotool", "windowfocus", "--sync", many)
+        lines = ("name,address,group,row", "Garage,http://192.168.1.20/snap.jpg,1,0", "Yard,rtsp://192.168.1.21/live,1,1")
+        for line in lines:
+            ask_display(self.display, "xdotool", "type", "--window", many, line)
+            ask_display(self.display, "xdotool", "key", "--window", many, "Return")
+        return many
+
+    def health(self):
+        return self.opened(self.browser(), "ctrl+h", "Health")
+
+    def calendar(self):
+        return self.opened(self.sheet(), "ctrl+d", "Calendar")
+
+    def film_keep(self):
+        """While its preview plays."""
+        keep = self.opened(self.sheet(), "ctrl+e", "Keep as a film.*")
+        until(lambda: self.picture_of(keep) != self.picture_of(keep), 20, "a preview that plays")
+        return keep
+
     def alarm(self):
         """The last pair of a scan."""
         alarm = self.opened(self.browser(), "alt+m", "Alarm")
@@ -159,7 +195,7 @@ class Studio(unittest.TestCase):
         words = ["import", "-window", shown, "-depth", "8", "rgb:-"]
         return subprocess.run(words, env=there, capture_output=True, check=True).stdout
 
-    def capture(self, name, shown, crop=None):
+    def capture(self, name, shown, crop=None, plays=False):
         if shown != "root":
             ask_display(self.display, "xdotool", "windowraise", shown)
         ask_display(self.display, "xdotool", "mousemove", "1390", "890")
@@ -168,7 +204,7 @@ class Studio(unittest.TestCase):
 
         def settled():
             shots.append(self.picture_of(shown))
-            return shots[-1] == shots[-2] == shots[-3]
+            return plays or shots[-1] == shots[-2] == shots[-3]
 
         until(settled, 20, "a settled picture")
         target = IMAGES / name
@@ -177,7 +213,7 @@ class Studio(unittest.TestCase):
         print(f"{target.relative_to(ROOT)}: {target.stat().st_size} bytes")
 
 
-def take(build, name, shot, env=None, size="1400x900x24", storage=True, options=None, crop=None):
+def take(build, name, shot, env=None, size="1400x900x24", storage=True, options=None, crop=None, plays=False):
     """shot: a method of Studio that returns the window to capture."""
     if sys.argv[2:] and name not in sys.argv[2:]:
         return
@@ -187,7 +223,7 @@ def take(build, name, shot, env=None, size="1400x900x24", storage=True, options=
         if not storage:
             studio.house.storage.rename(studio.house.root / "away")
         studio.start(env or {})
-        studio.capture(name, shot(studio), crop)
+        studio.capture(name, shot(studio), crop, plays)
     finally:
         studio.doCleanups()
 
@@ -206,6 +242,11 @@ def main():
     take(build, "storage-missing.png", Studio.main_window, storage=False)
     take(build, "import.png", Studio.importing, options={"Drive": "C:", "Dir": "C:\\Holiday", "ILien": "1"})
     take(build, "alarm.png", Studio.alarm, options=browser)
+    take(build, "camera-sheet.png", Studio.camera_sheet)
+    take(build, "camera-list.png", Studio.camera_list)
+    take(build, "health.png", Studio.health, options=browser)
+    take(build, "calendar.png", Studio.calendar, options=browser)
+    take(build, "film-keep.png", Studio.film_keep, options=browser, plays=True)
     take(build, "browser-camera.png", Studio.sheet, options=browser)
     take(build, "browser-group.png", Studio.group, options=browser)
     take(build, "browser-zoom.png", Studio.zoom, options=browser)

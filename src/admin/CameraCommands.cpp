@@ -8,6 +8,7 @@
 #include "cameras/Credentials.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -143,6 +144,26 @@ CommandResult importInto(SettingsDraft &draft, const CameraList &list)
     return result;
 }
 
+// The whole list or nothing of it; gives why not. What is not flushed by itself, commit() takes for
+// written also on a full disk.
+std::optional<QString> writeList(const QString &path, const QByteArray &text)
+{
+    QSaveFile file(path);
+    const bool isWritten = file.open(QFile::WriteOnly) &&
+                           file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
+                           file.write(text) == text.size() && file.flush() && file.commit();
+    return isWritten ? std::nullopt : std::optional(file.errorString());
+}
+
+// A device or a pipe is written to as it stands: a file must not take its place.
+std::optional<QString> writeInto(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    const bool isWritten = file.open(QFile::WriteOnly | QFile::ExistingOnly | QFile::Unbuffered) &&
+                           file.write(text) == text.size();
+    return isWritten ? std::nullopt : std::optional(file.errorString());
+}
+
 } // namespace
 
 CommandResult addCamera(const SettingsFile &settings, const AddCommand &command)
@@ -203,13 +224,13 @@ CommandResult exportList(const SettingsFile &settings, const ExportListCommand &
     if (command.file == QStringLiteral("-")) {
         return {kDone, QString::fromUtf8(text), {}, false};
     }
-    QSaveFile file(command.file);
-    const bool written = file.open(QFile::WriteOnly) &&
-                         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
-                         file.write(text) == text.size() && file.commit();
-    return written ? CommandResult{}
-                   : CommandResult::refused(QStringLiteral("The list %1 cannot be written: %2")
-                                                .arg(command.file, file.errorString()));
+    const QFileInfo target(command.file);
+    const bool isOther = target.exists() && !target.isFile() && !target.isDir();
+    const auto fault = isOther ? writeInto(command.file, text) : writeList(command.file, text);
+    return fault
+               ? CommandResult::refused(
+                     QStringLiteral("The list %1 cannot be written: %2").arg(command.file, *fault))
+               : CommandResult{};
 }
 
 } // namespace velmora

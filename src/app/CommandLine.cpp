@@ -89,6 +89,9 @@ StartRequest runRequest(const QCommandLineParser &parser)
 
 StartRequest filmStart(const QCommandLineParser &parser)
 {
+    if (parser.isSet(kCapture) || parser.isSet(kPasses) || adminCommand(parser)) {
+        return usageError(QStringLiteral("--film goes with no other command."));
+    }
     auto asked = filmRequest(parser);
     if (const auto *const problem = std::get_if<QString>(&asked)) {
         return usageError(*problem);
@@ -117,15 +120,18 @@ StartRequest parseCommandLine(const QStringList &arguments)
     if (parser.isSet(QStringLiteral("version"))) {
         return PrintRequest{QStringLiteral("Velmora " VELMORA_VERSION "\n")};
     }
+    if (parser.isSet(kFolder) && parser.value(kFolder).isEmpty()) {
+        return usageError(QStringLiteral("--program-folder needs a folder."));
+    }
     if (asksForFilm(parser)) {
         return filmStart(parser);
+    }
+    if (const QString stray = strayFilmOption(parser); !stray.isEmpty()) {
+        return usageError(QStringLiteral("--%1 goes with --film.").arg(stray));
     }
     if (!parser.positionalArguments().isEmpty()) {
         return usageError(
             QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
-    }
-    if (parser.isSet(kFolder) && parser.value(kFolder).isEmpty()) {
-        return usageError(QStringLiteral("--program-folder needs a folder."));
     }
     const auto admin = adminCommand(parser);
     return admin ? adminRequest(parser, *admin) : runRequest(parser);

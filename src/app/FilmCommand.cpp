@@ -132,6 +132,16 @@ bool asksForFilm(const QCommandLineParser &parser)
     return parser.isSet(kFilm);
 }
 
+QString strayFilmOption(const QCommandLineParser &parser)
+{
+    for (const QString &option : {kHours, kEvery, kSeconds, kFps, kSize, kStamp}) {
+        if (parser.isSet(option) && !asksForFilm(parser)) {
+            return option;
+        }
+    }
+    return {};
+}
+
 std::variant<FilmRequest, QString> filmRequest(const QCommandLineParser &parser)
 {
     FilmRequest request;

@@ -33,6 +33,9 @@ void addFilmOptions(QCommandLineParser &parser);
 /// True when a film was requested.
 [[nodiscard]] bool asksForFilm(const QCommandLineParser &parser);
 
+/// An option that describes a film although none is requested; empty if there is none.
+[[nodiscard]] QString strayFilmOption(const QCommandLineParser &parser);
+
 /// What was requested, or why it makes no sense.
 [[nodiscard]] std::variant<FilmRequest, QString> filmRequest(const QCommandLineParser &parser);
 

@@ -149,6 +149,9 @@ void Program::connectHealth()
     connect(&health_.watch(), &HealthWatch::roomChanged, this, &Program::showRoom);
     connect(&health_.oldest(), &OldestFirst::imagesDeleted, &images_.browser(),
             &ImageBrowser::showDeletion);
+    connect(&images_.browser(), &ImageBrowser::imageDeleted, this, [this](const ImageFile &image) {
+        health_.book().recountFolder(engine_.storage().native(image.folder));
+    });
 }
 
 // Shown where a user looks for what was stored: how long that can go on.

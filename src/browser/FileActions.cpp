@@ -52,7 +52,9 @@ QCoro::Task<> FileActions::kill(ImageFile target)
         co_return;
     }
     const int row = data_.state.camera().row;
-    static_cast<void>(QFile::remove(nativePath(storage_, target)));
+    if (QFile::remove(nativePath(storage_, target))) {
+        Q_EMIT deleted(target);
+    }
     lists_.owe();
     co_await lists_.lstCam_MouseUp();
     if (data_.state.view() == View::Group) {

@@ -4,10 +4,14 @@
 #include "browser/BrowserLists.h"
 #include "browser/KillQuestion.h"
 
+#include <QObject>
+
 namespace velmora {
 
-class FileActions
+class FileActions : public QObject
 {
+    Q_OBJECT
+
 public:
     /// Everything passed in outlives the object. While the storage box is being edited there are no
     /// questions and nothing is deleted.
@@ -25,6 +29,10 @@ public:
 
     /// Deletes a file and shows what is left. A file that cannot be deleted simply stays on show.
     QCoro::Task<> kill(ImageFile target);
+
+Q_SIGNALS:
+    /// A file has been deleted; what is shown follows.
+    void deleted(const velmora::ImageFile &image);
 
 private:
     const StorageFolder &storage_;

@@ -40,6 +40,7 @@ void ImageBrowser::connectParts()
             &ImageBrowser::searchTextsChanged);
     connect(&parts_->lists, &BrowserLists::filesWanted, this, &ImageBrowser::filesWanted);
     connect(&parts_->lists, &BrowserLists::camerasWanted, this, &ImageBrowser::camerasWanted);
+    connect(&parts_->files, &FileActions::deleted, this, &ImageBrowser::imageDeleted);
     connect(&parts_->grid, &GridActions::openWanted, this, &ImageBrowser::openWanted);
     connect(&parts_->grid, &GridActions::copyWanted, this, &ImageBrowser::copyWanted);
     connect(&parts_->modes, &BrowserModes::scanDue, this, [this] {

@@ -130,6 +130,9 @@ Q_SIGNALS:
     /// Texts for the boxes of the search.
     void searchTextsChanged(const QString &lDate, const QString &lTime);
 
+    /// The user has deleted an image.
+    void imageDeleted(const velmora::ImageFile &image);
+
     /// Native paths: one to hand to the desktop, and one to copy.
     void openWanted(const QString &path);
     void copyWanted(const QString &path);

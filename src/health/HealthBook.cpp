@@ -217,6 +217,15 @@ void HealthBook::recount(CameraAddress camera)
     startCounting(camera);
 }
 
+void HealthBook::recountFolder(const QString &folder)
+{
+    for (const CameraAddress address : cameras()) {
+        if (camera(address).folder == folder) {
+            startCounting(address);
+        }
+    }
+}
+
 void HealthBook::startCounting(CameraAddress camera)
 {
     if (std::ranges::find(toCount_, camera) == toCount_.end()) {

@@ -72,6 +72,9 @@ public:
     /// Images were deleted: counts the folder again.
     void recount(CameraAddress camera);
 
+    /// The same of whichever cameras have this folder (native path).
+    void recountFolder(const QString &folder);
+
 Q_SIGNALS:
     /// What is known about a camera has changed.
     void changed(velmora::CameraAddress camera);

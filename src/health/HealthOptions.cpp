@@ -8,7 +8,6 @@ namespace velmora {
 namespace {
 
 constexpr int kUsualTimes = 10;
-constexpr int kMostTimes = 100'000;
 constexpr qint64 kMegabyte = 1'000'000;
 constexpr qint64 kUsualLimit = 1000 * kMegabyte;
 constexpr qint64 kUsualPart = 50;
@@ -57,22 +56,39 @@ void HealthOptions::setNever(CameraAddress camera, bool never) const
     SwitchKey{keys::kHealth, key}.write(settings_, never);
 }
 
+int HealthOptions::lateTimes() const
+{
+    const double times = keys::kLateTimes.read(settings_);
+    return times >= 1 ? static_cast<int>(std::min<double>(times, kMostTimes)) : kUsualTimes;
+}
+
+void HealthOptions::setLateTimes(int times) const
+{
+    keys::kLateTimes.write(settings_, times);
+}
+
+int HealthOptions::limitMegabytes() const
+{
+    const double megabytes = keys::kLimitMegabytes.read(settings_);
+    return megabytes >= 1 ? static_cast<int>(std::min<double>(megabytes, kMostMegabytes)) : 0;
+}
+
+void HealthOptions::setLimitMegabytes(int megabytes) const
+{
+    keys::kLimitMegabytes.write(settings_, megabytes);
+}
+
 LateRule HealthOptions::rule(CameraAddress camera) const
 {
     LateRule rule;
-    const double times = keys::kLateTimes.read(settings_);
-    rule.times = times >= 1 ? static_cast<int>(std::min<double>(times, kMostTimes)) : kUsualTimes;
-    if (isNever(camera)) {
-        rule.times = 0;
-    }
+    rule.times = isNever(camera) ? 0 : lateTimes();
     return rule;
 }
 
 qint64 HealthOptions::limitBytes(qint64 diskBytes) const
 {
-    const double megabytes = keys::kLimitMegabytes.read(settings_);
-    return megabytes >= 1 ? static_cast<qint64>(std::min(megabytes, 1e9)) * kMegabyte
-                          : std::min(kUsualLimit, diskBytes / kUsualPart);
+    const qint64 megabytes = limitMegabytes();
+    return megabytes > 0 ? megabytes * kMegabyte : std::min(kUsualLimit, diskBytes / kUsualPart);
 }
 
 } // namespace velmora

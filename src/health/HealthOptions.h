@@ -31,6 +31,17 @@ public:
     void setNever(CameraAddress camera, bool never) const;
     [[nodiscard]] bool isNever(CameraAddress camera) const;
 
+    /// How many times its usual interval a camera may be quiet.
+    [[nodiscard]] int lateTimes() const;
+    void setLateTimes(int times) const;
+
+    /// The number that limitBytes() goes by; 0 while none is set.
+    [[nodiscard]] int limitMegabytes() const;
+    void setLimitMegabytes(int megabytes) const;
+
+    static constexpr int kMostTimes = 100'000;
+    static constexpr int kMostMegabytes = 1'000'000'000;
+
     /// Free bytes below which the disk counts as nearly full: the number of megabytes set, else 1
     /// GB or a fiftieth of the disk, whichever is less.
     [[nodiscard]] qint64 limitBytes(qint64 diskBytes) const;

@@ -214,8 +214,11 @@ void FilmExport::follow(int exitCode, QProcess::ExitStatus status)
         leave();
         return;
     }
+    const QString writing = writingComplaint();
     if (status == QProcess::CrashExit) {
         fail(tr("ffmpeg was ended before the film was whole."));
+    } else if (!writing.isEmpty()) {
+        fail(tr("%1 cannot be written: %2").arg(order_.target, writing));
     } else if (exitCode != 0 || step_ != Step::Finishing || file_->bytes() == 0) {
         fail(tr("ffmpeg failed: %1").arg(complaint()));
     } else if (const std::error_code error = file_->finish(QFile::encodeName(order_.target))) {
@@ -226,9 +229,20 @@ void FilmExport::follow(int exitCode, QProcess::ExitStatus status)
     }
 }
 
-QString FilmExport::complaint()
+// ffmpeg may end as if all were well when the disk had no room for the last piece.
+QString FilmExport::writingComplaint()
 {
     errors_ += process_->readAllStandardError();
+    for (const QByteArray &line : errors_.split('\n')) {
+        if (line.startsWith("Error writing trailer") || line.startsWith("Error closing file")) {
+            return QString::fromLocal8Bit(line.sliced(line.lastIndexOf(": ") + 1)).trimmed();
+        }
+    }
+    return {};
+}
+
+QString FilmExport::complaint()
+{
     const QList<QByteArray> lines = errors_.trimmed().split('\n');
     const QString last = QString::fromLocal8Bit(lines.last()).trimmed();
     return last.isEmpty() ? tr("it does not say why") : last;

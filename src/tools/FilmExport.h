@@ -84,6 +84,7 @@ private:
     void fail(const QString &text);
     void stop(FilmEnd end, const QString &text);
     void leave();
+    [[nodiscard]] QString writingComplaint();
     [[nodiscard]] QString complaint();
 
     const Clock &clock_;

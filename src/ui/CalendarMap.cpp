@@ -157,7 +157,7 @@ void CalendarMap::paintCell(QPainter &painter, QRect cell, qsizetype images) con
     if (images > 0) {
         painter.fillRect(cell, heatColour(palette(), images, calendar_.most()));
     } else {
-        painter.setPen(palette().color(QPalette::Mid));
+        painter.setPen(lineColour(palette()));
         painter.drawRect(cell.adjusted(0, 0, -1, -1));
     }
 }

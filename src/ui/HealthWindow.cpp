@@ -7,15 +7,20 @@
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSortFilterProxyModel>
+#include <QSpinBox>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -24,6 +29,8 @@ constexpr QSize kStartSize{1060, 480};
 constexpr int kBarsWidth = 130;
 constexpr int kCameraWidth = 220;
 constexpr int kFailureWidth = 200;
+constexpr QMargins kFrame{8, 0, 8, 40}; // about what a window manager puts around a window
+constexpr int kLimitStep = 100;         // megabytes
 
 } // namespace
 
@@ -38,6 +45,7 @@ HealthWindow::HealthWindow(HealthBook &book, HealthWatch &watch, const SettingsF
     resize(kStartSize);
     makeTable();
     makeChoices();
+    makeNumbers();
     arrange();
     bind();
 }
@@ -97,6 +105,36 @@ void HealthWindow::makeChoices()
     never_->setAccessibleName(tr("The selected camera is never late"));
 }
 
+// What is being typed counts once it is left, or by Enter.
+void HealthWindow::makeNumbers()
+{
+    const auto box = [](const char *name, const QString &accessibleName, const QString &tip) {
+        auto *const number = new QSpinBox;
+        number->setObjectName(QString::fromLatin1(name));
+        number->setAccessibleName(accessibleName);
+        number->setToolTip(tip);
+        number->setKeyboardTracking(false);
+        number->setGroupSeparatorShown(true);
+        return number;
+    };
+    lateTimes_ = box("healthLateTimes", tr("A camera is late after, times its usual interval"),
+                     tr("A camera from which nothing new came for so many times its usual "
+                        "interval, but at least 15 minutes, counts as late"));
+    lateTimes_->setRange(1, HealthOptions::kMostTimes);
+    lateTimes_->setSuffix(tr(" times its usual interval"));
+    limit_ = box("healthLimit", tr("The disk is nearly full below, megabytes"),
+                 tr("Less room than this on the disk is told of; 0: 1 GB or 2 % of the disk, "
+                    "whichever is less"));
+    limit_->setRange(0, HealthOptions::kMostMegabytes);
+    limit_->setSingleStep(kLimitStep);
+    limit_->setSuffix(tr(" MB"));
+    limit_->setSpecialValueText(tr("1 GB or 2 %"));
+    connect(lateTimes_, &QSpinBox::valueChanged, this,
+            [this](int times) { options_.setLateTimes(times); });
+    connect(limit_, &QSpinBox::valueChanged, this,
+            [this](int megabytes) { options_.setLimitMegabytes(megabytes); });
+}
+
 void HealthWindow::arrange()
 {
     auto *const choices = new QGridLayout;
@@ -105,6 +143,16 @@ void HealthWindow::arrange()
     choices->addWidget(deletion_, 0, 1);
     choices->addWidget(stop_, 1, 1);
     choices->addWidget(never_, 2, 0);
+    const auto numberLine = [choices](const QString &text, QSpinBox *number, int line, int column) {
+        auto *const caption = new QLabel(text);
+        caption->setBuddy(number);
+        auto *const pair = new QHBoxLayout;
+        pair->addWidget(caption);
+        pair->addWidget(number, 1);
+        choices->addLayout(pair, line, column);
+    };
+    numberLine(tr("A camera is &late after"), lateTimes_, 3, 0);
+    numberLine(tr("The disk is nearly full &below"), limit_, 2, 1);
     auto *const lines = new QVBoxLayout(this);
     lines->addWidget(filter_);
     lines->addWidget(view_, 1);
@@ -137,21 +185,56 @@ void HealthWindow::present()
 {
     book_.followTable();
     table_.refresh();
-    const QSignalBlocker noNotices(notices_);
-    const QSignalBlocker noMail(mail_);
-    const QSignalBlocker noDeletion(deletion_);
-    const QSignalBlocker noStop(stop_);
-    notices_->setChecked(options_.isOn(HealthChoice::Notices));
-    mail_->setChecked(options_.isOn(HealthChoice::Mail));
-    deletion_->setChecked(options_.isOn(HealthChoice::DeleteOldest));
-    stop_->setChecked(options_.isOn(HealthChoice::StopWhenFull));
+    showChoices();
     showRoom();
     if (!view_->currentIndex().isValid()) {
         view_->selectRow(0);
     }
     showNever();
+    widenToTitles();
+    placeFirst();
     bringToFront(*this);
     view_->setFocus();
+}
+
+// Titles are bold in some styles, and in large letters none of the usual widths would do.
+void HealthWindow::widenToTitles()
+{
+    const QHeaderView &header = *view_->horizontalHeader();
+    for (int column = 0; column < HealthTable::kColumns; ++column) {
+        const int wanted = header.sectionSizeHint(column);
+        if (view_->columnWidth(column) < wanted) {
+            view_->setColumnWidth(column, wanted);
+        }
+    }
+}
+
+// The upper right corner: the browser has its buttons at its foot. Where the user moves it, it
+// stays.
+void HealthWindow::placeFirst()
+{
+    if (std::exchange(isPlaced_, true)) {
+        return;
+    }
+    const QRect room = screen()->availableGeometry().marginsRemoved(kFrame);
+    resize(size().boundedTo(room.size()));
+    move(room.right() - width() + 1, room.top());
+}
+
+void HealthWindow::showChoices()
+{
+    const QSignalBlocker noNotices(notices_);
+    const QSignalBlocker noMail(mail_);
+    const QSignalBlocker noDeletion(deletion_);
+    const QSignalBlocker noStop(stop_);
+    const QSignalBlocker noTimes(lateTimes_);
+    const QSignalBlocker noLimit(limit_);
+    notices_->setChecked(options_.isOn(HealthChoice::Notices));
+    mail_->setChecked(options_.isOn(HealthChoice::Mail));
+    deletion_->setChecked(options_.isOn(HealthChoice::DeleteOldest));
+    stop_->setChecked(options_.isOn(HealthChoice::StopWhenFull));
+    lateTimes_->setValue(options_.lateTimes());
+    limit_->setValue(options_.limitMegabytes());
 }
 
 // Ages grow even while nothing happens: they are updated along with the room, every few seconds.

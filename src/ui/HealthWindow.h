@@ -4,7 +4,7 @@
 //     healthFilter
 //     healthTable
 //     healthRoom
-//     healthNotices healthMail healthDelete healthStop healthNever
+//     healthNotices healthMail healthDelete healthStop healthNever healthLateTimes healthLimit
 #pragma once
 
 #include "health/HealthTable.h"
@@ -17,6 +17,7 @@ class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QSortFilterProxyModel;
+class QSpinBox;
 class QTableView;
 
 namespace velmora {
@@ -42,8 +43,12 @@ private:
     void makeTable();
     void makeChoices();
     QCheckBox *choiceBox(const QString &text, const char *name, HealthChoice choice);
+    void makeNumbers();
     void arrange();
+    void widenToTitles();
+    void placeFirst();
     void bind();
+    void showChoices();
     void showRoom();
     void showNever();
     void setNever(bool never);
@@ -58,12 +63,15 @@ private:
     QSortFilterProxyModel *shown_ = nullptr;
     QLineEdit *filter_ = nullptr;
     QTableView *view_ = nullptr;
+    bool isPlaced_ = false;
     QLabel *room_ = nullptr;
     QCheckBox *notices_ = nullptr;
     QCheckBox *mail_ = nullptr;
     QCheckBox *deletion_ = nullptr;
     QCheckBox *stop_ = nullptr;
     QCheckBox *never_ = nullptr;
+    QSpinBox *lateTimes_ = nullptr;
+    QSpinBox *limit_ = nullptr;
 };
 
 } // namespace velmora

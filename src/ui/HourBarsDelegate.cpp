@@ -1,6 +1,7 @@
 #include "ui/HourBarsDelegate.h"
 
 #include "health/HealthTable.h"
+#include "ui/HeatColour.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -34,8 +35,7 @@ void HourBarsDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
         painter->fillRect(left, room.bottom() + 1 - tall, std::max(1, right - left - 1), tall,
                           colour);
     }
-    painter->fillRect(room.left(), room.bottom() + 1, room.width(), 1,
-                      option.palette.color(QPalette::Mid));
+    painter->fillRect(room.left(), room.bottom() + 1, room.width(), 1, lineColour(option.palette));
 }
 
 } // namespace velmora

@@ -1,15 +1,20 @@
 // Cameras added, removed and listed by commands.
 #include "admin/CameraCommands.h"
 
+#include "base/UniqueFd.h"
 #include "support/TempTree.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace velmora {
 namespace {
@@ -153,6 +158,21 @@ TEST_F(CameraCommands, ExportIsWhatImportReads)
     ASSERT_EQ(removeCamera(settings, {{0, 0}}).status, kDone);
     ASSERT_EQ(importList(settings, {file}).status, kDone);
     EXPECT_EQ(listed(), before);
+}
+
+// Whoever may make files beside a device could put one in its place.
+TEST_F(CameraCommands, ExportWritesIntoWhatIsNoOrdinaryFile)
+{
+    add(QStringLiteral("http://a/"));
+    const QByteArray pipe = QFile::encodeName(tree.path(u"pipe"));
+    ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0);
+    const UniqueFd reader(::open(pipe.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    ASSERT_EQ(exportList(settings, {tree.path(u"pipe")}).status, kDone);
+    std::array<char, 200> text{};
+    EXPECT_GT(::read(reader.get(), text.data(), text.size()), 20);
+    struct stat info = {};
+    ASSERT_EQ(::stat(pipe.constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
 }
 
 TEST_F(CameraCommands, SayThatTheSettingsCannotBeWritten)

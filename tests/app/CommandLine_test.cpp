@@ -151,5 +151,23 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow)
     }
 }
 
+TEST(CommandLine, RefusesWhatSaysHowAFilmIsToBeWithoutOne)
+{
+    for (const char *const options : {"--hours 6-20", "--every 2", "--seconds 3", "--fps 5",
+                                      "--size 10x10", "--stamp", "--capture --stamp"}) {
+        EXPECT_TRUE(std::holds_alternative<UsageError>(parse(words(options)))) << options;
+    }
+}
+
+TEST(CommandLine, TakesAFilmWithNoOtherCommand)
+{
+    const QStringList film = words("--film 0:0 2006-03-07 2006-03-07 a.mp4");
+    EXPECT_TRUE(std::holds_alternative<FilmRequest>(parse(film)));
+    for (const char *const options :
+         {"--capture", "--passes 3", "--list", "--name x", "--json", "--program-folder="}) {
+        EXPECT_TRUE(std::holds_alternative<UsageError>(parse(film + words(options)))) << options;
+    }
+}
+
 } // namespace
 } // namespace velmora

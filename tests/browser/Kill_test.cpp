@@ -87,6 +87,20 @@ TEST_F(Kill, DeletesTheImageAndShowsWhatIsLeft)
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("0"));
 }
 
+TEST_F(Kill, TellsOfWhatIsGoneAlone)
+{
+    const QSignalSpy deleted(&browser_, &ImageBrowser::imageDeleted);
+    house_.addImages(kCamera, 2);
+    house_.show(kCamera);
+    browser_.chooseFile(0);
+    const auto question = browser_.killQuestion();
+    kill(question);
+    ASSERT_EQ(deleted.size(), 1);
+    EXPECT_EQ(deleted.front().front().value<ImageFile>(), question->target);
+    kill(question); // it is gone already
+    EXPECT_EQ(deleted.size(), 1);
+}
+
 TEST_F(Kill, LeavesAnEmptySheetBehindTheLastImage)
 {
     house_.addImages(kCamera, 1);

@@ -110,6 +110,22 @@ TEST_F(HealthBookTest, CountsAnewWhatWasDeleted)
     EXPECT_TRUE(book_.camera(kOne).newest);
 }
 
+TEST_F(HealthBookTest, CountsAFolderAnewOfWhichAnImageWasDeleted)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage);
+    book_.load();
+    house_.finish();
+    ASSERT_EQ(book_.camera(kOne).images, 1);
+    QFile::remove(house_.tree.path(house_.folder(kOne) + u'/' + kImage));
+    book_.recountFolder(house_.storage.native(QStringLiteral("C:\\elsewhere\\")));
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+    book_.recountFolder(house_.storage.cameraFolder(kOne));
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 0);
+}
+
 TEST_F(HealthBookTest, TakesADateThatIsStillToComeForNow)
 {
     add(kOne);

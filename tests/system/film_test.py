@@ -236,6 +236,15 @@ class RefusalTest(FilmCase):
         program = self.film("2006-03-01", "2006-03-02", str(self.out / "a.mp4"), env=self.path_with(ffmpeg=broken))
         self.expect_failure(program, "No space left")
 
+    def test_is_not_made_when_its_end_could_not_be_written(self):
+        self.store(3)
+        fault = "Error writing trailer of file:/proc/self/fd/9: No space left on device"
+        writes = f"for out; do :; done; /bin/cat >/dev/null; echo x >\"${{out#file:}}\"; echo '{fault}' >&2"
+        full = f"case \"$*\" in *encoders) echo ' V....D libx264  x';; *) {writes};; esac"
+        target = str(self.out / "a.mp4")
+        program = self.film("2006-03-01", "2006-03-02", target, env=self.path_with(ffmpeg=full))
+        self.expect_failure(program, f"{target} cannot be written: No space left on device")
+
     def test_fails_when_no_image_is_a_picture(self):
         self.store(3, pictures=[b"<html>" * 300])
         self.expect_failure(self.film("2006-03-01", "2006-03-02", str(self.out / "a.mp4")), "3 left out")

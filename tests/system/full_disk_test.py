@@ -64,6 +64,17 @@ class FullDiskTest(unittest.TestCase):
         self.assertEqual([GREEN] * CAMERAS, [self.house.camera_value(i, "SB") for i in range(CAMERAS)])
         self.expect_settings_whole()
 
+    def test_says_that_a_list_cannot_be_written(self):
+        self.house = House(self)
+        disk = Disk(self, self.house.storage)
+        self.write_settings()
+        disk.leave(0)
+        target = self.house.storage / "list.csv"
+        program = self.house.start("--export-list", str(target))
+        self.assertEqual(1, program.wait(20), program.report())
+        self.assertIn("No space left", "\n".join(program.err))
+        self.assertFalse(target.exists())
+
     def expect_some_stored(self, program):
         stored = self.stored()
         self.assertIn(len(stored), range(1, ROOM_FOR + 1))

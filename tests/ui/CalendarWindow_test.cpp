@@ -2,6 +2,7 @@
 #include "ui/CalendarWindow.h"
 
 #include "BrowserWindowHouse.h"
+#include "ui/HeatColour.h"
 
 #include <gtest/gtest.h>
 
@@ -68,6 +69,17 @@ TEST_F(CalendarWindowTest, ShiftChoosesSeveralDays)
     EXPECT_TRUE(told.contains(QStringLiteral("31 images"))) << told.toStdString();
     QTest::keyClick(&part("calendarDays"), Qt::Key_Left);
     EXPECT_FALSE(calendar_.range());
+}
+
+TEST(LineColour, IsSeenOnEveryGround)
+{
+    for (const auto &[ground, text] : {std::pair(Qt::white, Qt::black), {Qt::black, Qt::white}}) {
+        QPalette palette;
+        palette.setColor(QPalette::Base, ground);
+        palette.setColor(QPalette::Mid, ground);
+        palette.setColor(QPalette::Text, text);
+        EXPECT_GT(std::abs(lineColour(palette).lightness() - QColor(ground).lightness()), 60);
+    }
 }
 
 } // namespace

@@ -5,7 +5,9 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QScreen>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTableView>
 
 #include <gtest/gtest.h>
@@ -119,18 +121,79 @@ TEST_F(HealthWindowTest, RemembersWhatIsChosen)
     EXPECT_FALSE(options.isNever({0, 2}));
 }
 
+TEST_F(HealthWindowTest, TakesTheNumbersThatAreTyped)
+{
+    const HealthOptions options(house_.house.settings);
+    auto &times = find<QSpinBox>("healthLateTimes");
+    auto &limit = find<QSpinBox>("healthLimit");
+    EXPECT_EQ(times.value(), 10);
+    EXPECT_EQ(limit.text(), QStringLiteral("1 GB or 2 %"));
+    times.selectAll();
+    QTest::keyClicks(&times, QStringLiteral("25"));
+    EXPECT_EQ(options.lateTimes(), 10);
+    QTest::keyClick(&times, Qt::Key_Return);
+    EXPECT_EQ(options.lateTimes(), 25);
+    EXPECT_EQ(options.rule({0, 3}).times, 25);
+    limit.selectAll();
+    QTest::keyClicks(&limit, QStringLiteral("500"));
+    QTest::keyClick(&limit, Qt::Key_Tab);
+    EXPECT_EQ(options.limitBytes(1'000'000'000'000), 500'000'000);
+    QTest::keyClick(&limit, Qt::Key_Up);
+    EXPECT_EQ(options.limitMegabytes(), 600);
+    limit.setValue(0);
+    EXPECT_EQ(options.limitBytes(1'000'000'000'000), 1'000'000'000);
+}
+
+TEST_F(HealthWindowTest, ShowsTheNumbersThatWereChosenElsewhere)
+{
+    window_.close();
+    house_.house.settings.write(u"Health", u"LateTimes", u"3");
+    house_.house.settings.write(u"Health", u"LimitMB", u"2048");
+    window_.present();
+    EXPECT_EQ(find<QSpinBox>("healthLateTimes").value(), 3);
+    EXPECT_EQ(find<QSpinBox>("healthLimit").value(), 2048);
+    EXPECT_EQ(house_.house.settings.read(u"Health", u"LateTimes"), QStringLiteral("3"));
+}
+
 TEST_F(HealthWindowTest, WritesNothingBecauseItIsOpened)
 {
     EXPECT_EQ(house_.house.settings.read(u"Health", u"Notices"), QString());
     EXPECT_EQ(house_.house.settings.read(u"Health", u"DeleteOldest"), QString());
+    EXPECT_EQ(house_.house.settings.read(u"Health", u"LateTimes"), QString());
+    EXPECT_EQ(house_.house.settings.read(u"Health", u"LimitMB"), QString());
 }
 
 TEST_F(HealthWindowTest, ItsPartsHaveNamesThatPeopleUnderstand)
 {
-    for (const char *const name : {"healthFilter", "healthTable", "healthRoom", "healthNotices",
-                                   "healthMail", "healthDelete", "healthStop", "healthNever"}) {
+    for (const char *const name :
+         {"healthFilter", "healthTable", "healthRoom", "healthNotices", "healthMail",
+          "healthDelete", "healthStop", "healthNever", "healthLateTimes", "healthLimit"}) {
         EXPECT_FALSE(find<QWidget>(name).accessibleName().isEmpty()) << name;
     }
+}
+
+TEST_F(HealthWindowTest, ShowsItsTitlesWholeInLargeLetters)
+{
+    window_.close();
+    QFont large = table().font();
+    large.setPointSize(2 * large.pointSize());
+    large.setBold(true);
+    table().horizontalHeader()->setFont(large);
+    window_.present();
+    for (int column = 0; column < HealthTable::kColumns; ++column) {
+        EXPECT_GE(table().columnWidth(column), table().horizontalHeader()->sectionSizeHint(column));
+    }
+}
+
+TEST_F(HealthWindowTest, OpensAtTheTopOfTheScreenAndStaysWhereItIsMoved)
+{
+    const QRect room = window_.screen()->availableGeometry();
+    EXPECT_EQ(window_.y(), room.top());
+    EXPECT_TRUE(room.contains(window_.geometry()));
+    window_.move(room.topLeft() + QPoint(3, 70));
+    window_.close();
+    window_.present();
+    EXPECT_EQ(window_.pos(), room.topLeft() + QPoint(3, 70));
 }
 
 TEST_F(HealthWindowTest, EscapeClosesIt)

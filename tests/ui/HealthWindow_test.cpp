@@ -128,12 +128,14 @@ TEST_F(HealthWindowTest, TakesTheNumbersThatAreTyped)
     auto &limit = find<QSpinBox>("healthLimit");
     EXPECT_EQ(times.value(), 10);
     EXPECT_EQ(limit.text(), QStringLiteral("1 GB or 2 %"));
+    times.setFocus();
     times.selectAll();
     QTest::keyClicks(&times, QStringLiteral("25"));
     EXPECT_EQ(options.lateTimes(), 10);
     QTest::keyClick(&times, Qt::Key_Return);
     EXPECT_EQ(options.lateTimes(), 25);
     EXPECT_EQ(options.rule({0, 3}).times, 25);
+    limit.setFocus();
     limit.selectAll();
     QTest::keyClicks(&limit, QStringLiteral("500"));
     QTest::keyClick(&limit, Qt::Key_Tab);

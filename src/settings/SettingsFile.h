@@ -106,8 +106,8 @@ public:
 
     [[nodiscard]] SettingsSnapshot snapshot() const;
 
-    /// One section as it stands, without parsing the rest of the file; other sections may be missing
-    /// from it.
+    /// One section as it stands, without parsing the rest of the file; other sections may be
+    /// missing from it.
     [[nodiscard]] SettingsSnapshot snapshot(QStringView section) const;
 
     /// Reads, decides and writes as one step that no other program can interrupt: all that `change`

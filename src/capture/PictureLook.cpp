@@ -56,7 +56,7 @@ private:
 
     Cell &at(int across, int down)
     {
-        return cells_[static_cast<std::size_t>(down * kAcross + across)];
+        return cells_[static_cast<std::size_t>(down) * kAcross + static_cast<std::size_t>(across)];
     }
 
     std::array<Cell, std::size_t{kAcross} * kDown> cells_ = {};

@@ -21,6 +21,7 @@ void ActionLine::launch(Kind kind, Story story)
     }
     if (kind == Kind::Rebuild) {
         ++rebuilds_;
+        lists_.forgetChoice();
         if (isRebuilding_) {
             folders_.supersede();
         }

@@ -75,11 +75,11 @@ QCoro::Task<> BrowserLists::DirImage()
         isOwed_ = true;
         selection_.setCount(QString());
         data_.state.allowReading();
-        chosenMeanwhile_ = {};
         co_await LitDir();
-        if (const std::optional<int> chosen = data_.files.find(chosenMeanwhile_)) {
+        if (const std::optional<int> chosen = data_.files.find(chosen_)) {
             data_.files.setListIndex(*chosen);
         }
+        forgetChoice();
         LstDir_Click();
         isOwed_ = false;
     }
@@ -97,17 +97,24 @@ QCoro::Task<> BrowserLists::refresh()
 
 QCoro::Task<> BrowserLists::LitDir()
 {
+    co_await listAgain();
+}
+
+QCoro::Task<FileList::Selected> BrowserLists::listAgain()
+{
     if (!folders_.mayRead()) {
-        co_return;
+        co_return data_.files.selection();
     }
     const QString folder = folders_.of(data_.state.camera());
     const std::shared_ptr<const ImageNames> names = co_await folders_.names(folder);
     if (folder != folders_.of(data_.state.camera())) {
         throw Superseded();
     }
+    const FileList::Selected before = data_.files.selection();
     data_.files.bind(folder, names);
     selection_.enableFilm(data_.files.count() > 0);
     selection_.setCount(QString::number(data_.files.count()));
+    co_return before;
 }
 
 QCoro::Task<> BrowserLists::DirCam()
@@ -165,9 +172,7 @@ void BrowserLists::LstDir_Click()
 void BrowserLists::selectFile(int index)
 {
     data_.files.setListIndex(index);
-    if (isOwed_) {
-        chosenMeanwhile_ = data_.files.file(index);
-    }
+    chosen_ = data_.files.file(index);
     if (data_.state.view() == View::Camera) {
         LstDir_Click();
     }

@@ -40,6 +40,10 @@ public:
     /// Lists the selected camera's folder ("lit le répertoire"), which is made if missing.
     QCoro::Task<> LitDir();
 
+    /// The same; returns what was selected when the new list replaced the old one, which may differ
+    /// from what was selected at the call.
+    QCoro::Task<FileList::Selected> listAgain();
+
     /// Fills the group view: the newest image of each camera of the group. No row is selected then.
     QCoro::Task<> DirCam();
 
@@ -49,6 +53,10 @@ public:
     /// Selects an image of the list, like a click on it. In group view, which does not show that
     /// list, nothing else changes.
     void selectFile(int index);
+
+    /// Another rebuild of the display was requested: it goes to the newest image, whatever was chosen
+    /// before. What is chosen from now on, while it waits or reads, stays.
+    void forgetChoice() { chosen_ = {}; }
 
     /// A camera of the group view was selected: it is the selected camera from now on.
     QCoro::Task<> LstDirCam_Click(int row);
@@ -88,7 +96,7 @@ private:
     Projector &film_;
     SliceView slice_;
     bool isOwed_ = false;
-    ImageFile chosenMeanwhile_; // while the list was being read again: the user's last choice wins
+    ImageFile chosen_; // since a rebuild was last requested
 };
 
 } // namespace velmora

@@ -18,6 +18,13 @@ class FileList : public QAbstractListModel
     Q_OBJECT
 
 public:
+    /// An entry and where it stands; a position of -1 for none.
+    struct Selected
+    {
+        int index = -1;
+        ImageFile image;
+    };
+
     explicit FileList(QObject *parent = nullptr);
 
     /// Lists these images of a folder (text form, ending with "\") from now on; none is selected.
@@ -38,6 +45,8 @@ public:
     [[nodiscard]] ImageFile file(int position) const;
 
     [[nodiscard]] ImageFile selected() const { return file(index_); }
+
+    [[nodiscard]] Selected selection() const { return {index_, selected()}; }
 
     /// A file's position in the list; nothing if it is not listed.
     [[nodiscard]] std::optional<int> find(const ImageFile &image) const;

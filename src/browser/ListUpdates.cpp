@@ -25,9 +25,10 @@ QCoro::Task<> ListUpdates::relist()
         co_await lists_.refresh();
         co_return;
     }
-    const int index = isListed(data_.state.camera()) ? data_.files.ListIndex() : -1;
-    co_await lists_.LitDir();
-    data_.files.setListIndex(std::min(index, data_.files.count() - 1));
+    const bool wasListed = isListed(data_.state.camera());
+    const FileList::Selected before = co_await lists_.listAgain();
+    const int last = data_.files.count() - 1;
+    data_.files.setListIndex(wasListed ? std::min(before.index, last) : -1);
     lists_.LstDir_Click();
 }
 
@@ -54,12 +55,11 @@ QCoro::Task<> ListUpdates::showFirst(CameraAddress camera)
 
 QCoro::Task<> ListUpdates::dropDeleted()
 {
-    const ImageFile selected = data_.files.selected();
-    if (selected.folder != folders_.of(data_.state.camera())) {
+    if (!isListed(data_.state.camera())) {
         co_return;
     }
-    co_await lists_.LitDir();
-    data_.files.setListIndex(data_.files.find(selected).value_or(-1));
+    const FileList::Selected before = co_await lists_.listAgain();
+    data_.files.setListIndex(data_.files.find(before.image).value_or(-1));
     lists_.LstDir_Click();
 }
 

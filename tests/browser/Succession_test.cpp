@@ -112,6 +112,51 @@ TEST_F(Succession, GoesToTheNewestImageWhenTheListIsReadAgainAfterTheChoice)
     EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
 }
 
+TEST_F(Succession, KeepsTheImageThatIsChosenWhileAReadingWaitsForItsTurn)
+{
+    house_.show(kFull);
+    touchFolder(kFull);
+    browser_.refresh();
+    browser_.refresh(); // behind the first, which is given up
+    browser_.chooseFile(2);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 36000"));
+}
+
+TEST_F(Succession, KeepsTheImageThatIsChosenWhileTheFolderIsReadAfterRenaming)
+{
+    house_.show(kFull);
+    touchFolder(kFull);
+    Q_EMIT house_.conformity.ended();
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    browser_.chooseFile(2);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 36000"));
+}
+
+TEST_F(Succession, KeepsTheImageThatIsChosenWhileTheFolderIsReadAfterADeletion)
+{
+    house_.show(kFull);
+    touchFolder(kFull);
+    browser_.showDeletion(kFull);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    browser_.chooseFile(2);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 36000"));
+}
+
+TEST_F(Succession, ForgetsTheChoiceOnceItsReadingHasEnded)
+{
+    house_.show(kSmall);
+    browser_.refresh();
+    browser_.chooseFile(0);
+    house_.finish();
+    browser_.chooseCamera(kFull.row);
+    browser_.chooseCamera(kSmall.row);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+}
+
 TEST_F(Succession, LeavesTheDisplayOfAnOlderActionUnfinished)
 {
     beginReading();

@@ -116,6 +116,10 @@ Part readPart(QImageReader &reader, QSize size, uint ground = kDark)
 
 QImage readWhatThereIs(QImageReader &reader, const QByteArray &bytes, QSize size)
 {
+    if (reader.format() == kWebpFormat && isPartOfWebp(bytes)) {
+        const QImage lines = linesOfWebp(bytes, size);
+        return lines.isNull() ? readPart(reader, size).image : lines;
+    }
     const Part part = readPart(reader, size);
     if (part.isWhole || reader.format() != kPngFormat || !comesInPasses(bytes)) {
         return part.image;

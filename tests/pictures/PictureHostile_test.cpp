@@ -2,6 +2,8 @@
 #include "PictureMaker.h"
 #include "pictures/PictureReader.h"
 
+#include <QBuffer>
+#include <QImageWriter>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -76,6 +78,50 @@ TEST(HostilePicture, ShowsWhatThereIsOfAnotherFormatThatBreaksOff)
         const int y = format == std::string_view("bmp") ? 200 : 40;
         EXPECT_EQ(part.copy(0, y, 320, 8), all.copy(0, y, 320, 8)) << format;
         EXPECT_NE(part, all) << format;
+    }
+}
+
+QByteArray losslessWebp(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "webp");
+    writer.setQuality(100);
+    writer.write(image);
+    return bytes;
+}
+
+TEST(HostilePicture, ShowsTheLinesThatThereAreOfALosslessWebpThatBreaksOff)
+{
+    const QByteArray whole = losslessWebp(noise({320, 240}));
+    ASSERT_EQ(whole.sliced(12, 4), "VP8L");
+    const QImage all = decodePicture(whole, {});
+    const QImage part = decodePicture(whole.first(whole.size() * 6 / 10), {});
+    ASSERT_EQ(part.size(), all.size());
+    EXPECT_EQ(part.copy(0, 0, 320, 80), all.copy(0, 0, 320, 80));
+    EXPECT_EQ(part.pixelColor(160, 239), QColor(Qt::black));
+}
+
+TEST(HostilePicture, LeavesTheRestOfATransparentLosslessWebpEmpty)
+{
+    QImage glass = noise({320, 240}).convertToFormat(QImage::Format_ARGB32);
+    glass.setPixel(0, 0, qRgba(10, 20, 30, 128));
+    const QByteArray whole = losslessWebp(glass);
+    const QImage all = decodePicture(whole, {});
+    const QImage part = decodePicture(whole.first(whole.size() * 6 / 10), {});
+    ASSERT_EQ(part.size(), all.size());
+    EXPECT_EQ(part.copy(0, 0, 320, 80), all.copy(0, 0, 320, 80));
+    EXPECT_EQ(part.pixelColor(160, 239), QColor(Qt::transparent));
+}
+
+// None of them may hold up or end the program, whatever can be seen of it.
+TEST(HostilePicture, TakesALosslessWebpThatBreaksOffAnywhere)
+{
+    const QByteArray whole = losslessWebp(noise({64, 48}));
+    for (qsizetype size = 0; size < whole.size(); size += 7) {
+        const QImage part = decodePicture(whole.first(size), {});
+        EXPECT_TRUE(part.isNull() || part.size() == QSize(64, 48)) << size;
     }
 }
 

@@ -6,6 +6,13 @@
 #include <utility>
 
 namespace velmora {
+namespace {
+
+// Cleaning turns an empty text into this, and so ends deleting it letter by letter.
+constexpr QStringView kNothingCleaned = u"\\";
+
+} // namespace
+
 StorageState storageState(bool folderPresent, Editing editing)
 {
     return folderPresent ? StorageState{LampColour::Green, editing == Editing::No, false,
@@ -24,14 +31,18 @@ std::optional<QString> storageRefusal(const NativePaths &paths, const QString &n
         .arg(nativeFolder);
 }
 
+// Of a program that was killed while its box was empty, the folder before is meant.
 QString storedStorage(const SettingsSnapshot &settings)
 {
-    return keys::kStRep.read(settings);
+    const QString stored = keys::kStRep.read(settings);
+    const QString before = keys::kStorageBefore.read(settings);
+    return stored == kNothingCleaned && !before.isEmpty() ? before : stored;
 }
 
 void setStorage(SettingsDraft &draft, const QString &text)
 {
     keys::kStRep.write(draft, FormRep(withBackslashes(text).trimmed()));
+    keys::kStorageBefore.remove(draft);
 }
 
 StorageFolder::StorageFolder(const CameraTable &table, const NativePaths &paths, EventLog &log,
@@ -95,15 +106,34 @@ void StorageFolder::takeText()
     }
 }
 
+// What an emptied box stores would be the root of the file system to the next start.
 void StorageFolder::store() const
 {
-    keys::kStRep.write(table_.settings(), text_);
+    const SettingsFile &settings = table_.settings();
+    const QString before = emptied_ ? inForce_ : QString();
+    if (before == keys::kStorageBefore.read(settings)) {
+        keys::kStRep.write(settings, text_);
+        return;
+    }
+    // Failing, it is as silent as every other write.
+    static_cast<void>(settings.change([&](SettingsDraft &draft) {
+        keys::kStRep.write(draft, text_);
+        if (emptied_) {
+            keys::kStorageBefore.write(draft, before);
+        } else {
+            keys::kStorageBefore.remove(draft);
+        }
+    }));
 }
 
 void StorageFolder::load()
 {
-    setText(storedStorage(table_.settings().snapshot()));
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    setText(storedStorage(settings));
     takeText();
+    if (text_ != keys::kStRep.read(settings)) {
+        store();
+    }
 }
 
 void StorageFolder::adoptStored()
@@ -145,8 +175,7 @@ void StorageFolder::edit(const QString &typed)
 {
     beginEdit();
     text_ = withBackslashes(typed);
-    // Cleaning turns an empty text into "\", and so ends deleting it letter by letter.
-    emptied_ = FormRep(text_.trimmed()) == QStringLiteral("\\");
+    emptied_ = FormRep(text_.trimmed()) == kNothingCleaned;
     testSA();
     store();
 }
@@ -161,11 +190,12 @@ void StorageFolder::setAside()
 // Once cleaned, an emptied text would be the root of the file system, which no one asked for.
 bool StorageFolder::takeBackEmptied()
 {
-    if (emptied_) {
+    const bool wasEmptied = std::exchange(emptied_, false);
+    if (wasEmptied) {
         text_ = inForce_;
         store();
     }
-    return std::exchange(emptied_, false);
+    return wasEmptied;
 }
 
 void StorageFolder::putInForce()

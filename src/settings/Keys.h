@@ -30,6 +30,8 @@ struct TextKey
     {
         settings.write(section, key, value);
     }
+
+    void remove(SettingsDraft &draft) const { draft.remove(section, key); }
 };
 
 /// 1 or 0; any number other than 0 is on.
@@ -117,9 +119,11 @@ namespace keys {
 inline constexpr QStringView kControl = u"Control";
 inline constexpr QStringView kHealth = u"Health";
 inline constexpr QStringView kMail = u"Mail";
+inline constexpr QStringView kVelmora = u"Velmora";
 
 // The program as a whole.
 inline constexpr TextKey kStRep{kControl, u"StRep", u"C:\\in"};
+inline constexpr TextKey kStorageBefore{kVelmora, u"StorageBefore"}; // while the box is empty
 inline constexpr SwitchKey kDebug{kControl, u"Debug"};
 inline constexpr TextKey kTempo{kControl, u"Tempo"};
 inline constexpr TextKey kTIO{kControl, u"TIO"};

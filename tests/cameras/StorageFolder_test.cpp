@@ -239,6 +239,7 @@ protected:
 
     [[nodiscard]] bool isInForce(const QString &text) const { return storage.inForce() == text; }
 
+    StorageFolder next{table, paths, log, problems}; // that of the next start
     const QString kBefore = QStringLiteral("C:\\in\\");
     const QString kOther = QStringLiteral("C:\\other\\");
 };
@@ -310,6 +311,33 @@ TEST_F(FolderInForce, IsGivenBackByAnEmptiedBox)
     EXPECT_EQ(setting(u"Control", u"StRep"), kBefore);
     ASSERT_EQ(told.size(), 1);
     EXPECT_TRUE(told.first().contains(QStringLiteral("stays C:\\in\\")));
+}
+
+TEST_F(FolderInForce, IsGivenBackByTheNextStartAfterAKillWithAnEmptiedBox)
+{
+    storage.edit(QString());
+    ASSERT_EQ(setting(u"Control", u"StRep"), QStringLiteral("\\"));
+    next.load();
+    EXPECT_TRUE(next.inForce() == kBefore && next.text() == kBefore);
+    EXPECT_EQ(setting(u"Control", u"StRep"), kBefore);
+    EXPECT_EQ(setting(u"Velmora", u"StorageBefore"), QString());
+}
+
+TEST_F(FolderInForce, IsTheTypedOneForTheNextStartAfterAKillInTheMiddleOfATextThatBeganEmpty)
+{
+    storage.edit(QString());
+    storage.edit(QStringLiteral("C:\\ot"));
+    next.load();
+    EXPECT_EQ(next.inForce(), QStringLiteral("C:\\ot\\"));
+    EXPECT_EQ(setting(u"Velmora", u"StorageBefore"), QString());
+}
+
+TEST_F(FolderInForce, IsTheRootForTheNextStartWhenThatWasChosen)
+{
+    storage.edit(QString());
+    ASSERT_TRUE(storage.choose(QStringLiteral("/")));
+    next.load();
+    EXPECT_EQ(next.inForce(), QStringLiteral("\\"));
 }
 
 TEST_F(FolderInForce, StaysWhenALetterIsTypedIntoAnEmptiedBoxAndTakenOutAgain)

@@ -105,9 +105,16 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(reply.duration);
     Q_EMIT downloaded(camera, static_cast<int>(seconds.count()));
     const QString why = whyNone(url, reply);
-    keep(camera, reply);
     tellReason(camera, why);
+    keep(camera, reply);
     finish();
+}
+
+void LiveView::tellUnreadable()
+{
+    if (reason_.isEmpty()) {
+        tellReason(reasonOf_, QStringLiteral("the picture is damaged: nothing of it can be shown"));
+    }
 }
 
 void LiveView::iTarget_Click(CameraAddress current)

@@ -24,7 +24,8 @@ struct LiveCaptions
     bool operator==(const LiveCaptions &) const = default;
 };
 
-/// Pictures are passed as native paths; the window finds out whether a file can be shown.
+/// Pictures are passed as native paths; the window finds out whether a file can be shown, and says
+/// so if it cannot.
 class LiveView : public QObject
 {
     Q_OBJECT
@@ -45,6 +46,9 @@ public:
     /// The stored image was clicked: the newest one now in the camera's folder is to be enlarged.
     /// The camera is the one on show, or else `current`.
     void iTarget_Click(CameraAddress current);
+
+    /// The last live picture given could not be shown, though it begins like one.
+    void tellUnreadable();
 
     /// Why there is no live picture of this camera; empty for one that is not on show or is being
     /// fetched, or whose picture is there.

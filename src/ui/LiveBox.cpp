@@ -13,8 +13,7 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
     connect(&live_, &LiveView::statusCleared, &controls_.lTmp, &QLabel::clear);
     connect(&live_, &LiveView::targetChanged, this,
             [this](const QString &path) { load(controls_.iTarget, path); });
-    connect(&live_, &LiveView::webChanged, this,
-            [this](const QString &path) { load(controls_.iWeb, path); });
+    connect(&live_, &LiveView::webChanged, this, &LiveBox::showLive);
     for (PictureView *const view : {&controls_.iTarget, &controls_.iWeb}) {
         connect(view, &PictureView::resized, this, [view] {
             const QString path = view->path();
@@ -33,6 +32,14 @@ void LiveBox::load(PictureView &view, const QString &path)
         view.clear();
     } else {
         view.showPicture(path, readPicture(path, {view.pixels(), Fit::AtLeast}));
+    }
+}
+
+void LiveBox::showLive(const QString &path)
+{
+    load(controls_.iWeb, path);
+    if (!path.isEmpty() && !controls_.iWeb.holdsPicture()) {
+        live_.tellUnreadable();
     }
 }
 

@@ -32,6 +32,7 @@ Q_SIGNALS:
 
 private:
     static void load(PictureView &view, const QString &path);
+    void showLive(const QString &path);
     void showCaptions();
 
     LiveControls controls_;

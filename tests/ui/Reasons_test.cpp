@@ -84,6 +84,20 @@ TEST_F(RowReasons, OfTheLiveViewComeFirst)
     EXPECT_EQ(house_.find<Lamp>(QStringLiteral("SB2")).FillColor(), 255);
 }
 
+TEST_F(RowReasons, TellOfALivePictureOfWhichOnlyTheHeadIsThere)
+{
+    const QByteArray whole = pictureBytes(Qt::red, {320, 240});
+    house_.source.answer(cameraUrl(kCamera), picture(whole.first(whole.indexOf("\xFF\xDA"))));
+    house_.click(QStringLiteral("Source2"));
+    house_.clock.advance(1s);
+    EXPECT_EQ(line(), QStringLiteral("Camera 0:2, live picture: the picture is damaged: nothing "
+                                     "of it can be shown"));
+    house_.source.answer(cameraUrl(kCamera), picture(whole));
+    house_.click(QStringLiteral("Source2"));
+    house_.clock.advance(1s);
+    EXPECT_FALSE(line().contains(u"live picture")) << line().toStdString();
+}
+
 TEST_F(RowReasons, TellWhenThereIsNoFolderYet)
 {
     QDir(house_.house.tree.path(house_.house.folder(kCamera))).removeRecursively();

@@ -4,7 +4,17 @@ after Yes."""
 import unittest
 
 import house
-from browser_window import FILE_X, GROUP_VIEW_KEY, LIST_STEP, LIST_TOP, QUESTION, TITLE, BrowserWindow
+from browser_window import (
+    CAMERA_X,
+    FILE_X,
+    GROUP_VIEW_KEY,
+    GROUP_X,
+    LIST_STEP,
+    LIST_TOP,
+    QUESTION,
+    TITLE,
+    BrowserWindow,
+)
 from desktop import LEFT, RIGHT, Desktop
 from house import House, camera_lists
 from pictures import colour_of, plain
@@ -18,7 +28,7 @@ def image_name(minute, day=2):
     return f"202401{day:02}_10{minute:02}000203.png"
 
 
-class SelectionTest(unittest.TestCase):
+class SelectionCase(unittest.TestCase):
     def begin(self, manager, control):
         """Two cameras with six images each."""
         self.desktop = Desktop(self, manager=manager)
@@ -57,6 +67,12 @@ class SelectionTest(unittest.TestCase):
         before[camera].remove(name)
         until(lambda: [self.names(0), self.names(1)] == before, 10, lambda: f"the end of {name} ({self.names(camera)})")
 
+    def end(self):
+        self.program.terminate()
+        self.assertEqual(0, self.program.wait(30), self.program.report())
+
+
+class SelectionTest(SelectionCase):
     def tell(self, manager):
         self.begin(manager, {"Camera": "1", "lstImg": "1"})
         self.browser.wait_for(self.browser.framed, [1])
@@ -75,9 +91,59 @@ class SelectionTest(unittest.TestCase):
         self.expect_deletion_of(0, image_name(1))
         self.end()
 
-    def end(self):
-        self.program.terminate()
-        self.assertEqual(0, self.program.wait(30), self.program.report())
+    def test_under_openbox(self):
+        self.tell("openbox")
+
+    def test_under_metacity(self):
+        self.tell("metacity")
+
+    def test_under_xfwm4(self):
+        self.tell("xfwm4")
+
+
+class PressTest(SelectionCase):
+    """What the button went down on is chosen when it comes up, whatever came in between; told by the colour of the
+    image in the frame. A window manager may hold a press back behind a key that comes a moment later: no image comes
+    in front of the others here, which would move the rows before the press is seen."""
+
+    def press_row(self, x, row):
+        point = (x, LIST_TOP + row * LIST_STEP)
+        self.desktop.tool("mousemove", "--window", self.browser.number, *point, "mousedown", LEFT)
+
+    def release(self):
+        self.desktop.tool("mouseup", LEFT)
+
+    def framed_colour(self):
+        return [self.browser.colour(cell) for cell in self.browser.framed()]
+
+    def expect_image(self, number):
+        self.browser.wait_for(self.framed_colour, [colour_of(number)])
+
+    def tell(self, manager):
+        self.begin(manager, {})
+        self.expect_image(IMAGES - 1)
+        for row in range(3):
+            self.press_row(FILE_X, row)
+            self.store(URLS[0], image_name(IMAGES + row), IMAGES + row)
+            self.desktop.press(*["F5"] * (row + 1))
+            self.release()
+            self.expect_image(row)
+        self.press_row(CAMERA_X, 1)
+        self.desktop.press("F5")
+        self.release()
+        self.expect_image(IMAGES - 1)
+        self.browser.wait_for(lambda: self.browser.colours()[0], colour_of(0))
+        self.press_row(GROUP_X, 0)
+        self.desktop.press("F5")
+        self.release()
+        self.expect_image(IMAGES - 1)
+        self.desktop.press(GROUP_VIEW_KEY)
+        self.browser.wait_for(self.browser.framed, [])
+        self.press_row(FILE_X, 0)
+        self.desktop.press("F5")
+        self.release()
+        self.browser.wait_for(self.browser.framed, [0])
+        self.end()
 
     def test_under_openbox(self):
         self.tell("openbox")

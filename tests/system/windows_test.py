@@ -144,7 +144,7 @@ class StackingTest(WindowCase):
         self.desktop.press(SETUP_KEY)
         opened = lambda: main in self.desktop.windows(MAIN) and not self.is_hidden(main)
         until(opened, 10, "the main window opened again")
-        self.give_keyboard(main, "the main window with the keyboard")
+        self.wait_for_keyboard(main, "the main window, no longer minimised, with the keyboard")
         self.desktop.press("alt+k")
         self.wait_for_keyboard(browser, "the images with the keyboard")
 

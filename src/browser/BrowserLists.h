@@ -54,8 +54,8 @@ public:
     /// list, nothing else changes.
     void selectFile(int index);
 
-    /// Another rebuild of the display was requested: it goes to the newest image, whatever was chosen
-    /// before. What is chosen from now on, while it waits or reads, stays.
+    /// Another rebuild of the display was requested: it goes to the newest image, whatever was
+    /// chosen before. What is chosen from now on, while it waits or reads, stays.
     void forgetChoice() { chosen_ = {}; }
 
     /// A camera of the group view was selected: it is the selected camera from now on.

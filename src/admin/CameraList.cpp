@@ -149,7 +149,7 @@ CameraList readCameraList(QByteArrayView bytes)
     }
     const std::optional<QString> text = listText(bytes);
     if (!text) {
-        return unreadable(QStringLiteral("The list is no text"));
+        return unreadable(QStringLiteral("The list is not a text file"));
     }
     CameraList list;
     bool wasTable = false;

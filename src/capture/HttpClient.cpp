@@ -315,7 +315,7 @@ QString refusalText(Refusal refusal)
     case Refusal::Headers:
         return QStringLiteral("the server sends headers without end");
     case Refusal::Coding:
-        return QStringLiteral("the server encodes the picture in a way that nobody asked for");
+        return QStringLiteral("the server encodes the picture in a way that was not asked for");
     case Refusal::Memory:
         return QStringLiteral("there is not enough memory for the picture");
     case Refusal::Stream:

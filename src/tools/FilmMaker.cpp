@@ -141,7 +141,7 @@ QString FilmMaker::endText(FilmEnd end, const QString &text)
     const FilmTally &tally = film_.tally();
     return tally.leftOut() == 0
                ? tr("The film is ready: %1 images.").arg(tally.shown)
-               : tr("The film is ready: %1 images, %2 left out (%3 no pictures, %4 deleted).")
+               : tr("The film is ready: %1 images, %2 left out (%3 not pictures, %4 deleted).")
                      .arg(tally.shown)
                      .arg(tally.leftOut())
                      .arg(tally.broken)

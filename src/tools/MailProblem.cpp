@@ -22,7 +22,7 @@ QString settingsText(MailFailure kind)
     case MailFailure::NoRecipient:
         return tr("No recipient is set: write To=… into the section [Mail] of Velmora.ini.");
     case MailFailure::BadAddress:
-        return tr("%1 in the section [Mail] of Velmora.ini is no mail address.");
+        return tr("%1 in the section [Mail] of Velmora.ini is not a mail address.");
     default:
         return tr("User= or Password= in the section [Mail] of Velmora.ini cannot be used: the "
                   "user is missing, or one of them holds control characters.");

@@ -188,7 +188,7 @@ void CameraRowBoxes::showLate(bool late)
         colours.setColor(QPalette::Link, Qt::red);
     }
     n->setPalette(colours);
-    n->setAccessibleDescription(late ? tr("late: nothing new came for long") : QString());
+    n->setAccessibleDescription(late ? tr("late: nothing new for a long time") : QString());
 }
 
 void CameraRowBoxes::showCounters()

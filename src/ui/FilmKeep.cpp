@@ -91,8 +91,8 @@ void FilmKeep::makeRange(QFormLayout &form)
 {
     from_ = named(new QLineEdit, "filmFrom", tr("First day or time, as 2006-03-07 14:30"));
     to_ = named(new QLineEdit, "filmTo", tr("Last day or time, as 2006-03-07 14:30"));
-    hoursFrom_ = numberBox("filmHoursFrom", tr("Hour of the day from which on"), 0, 23, 0);
-    hoursTo_ = numberBox("filmHoursTo", tr("Hour of the day up to which"), 0, 24, 24);
+    hoursFrom_ = numberBox("filmHoursFrom", tr("First hour of the day"), 0, 23, 0);
+    hoursTo_ = numberBox("filmHoursTo", tr("End hour of the day"), 0, 24, 24);
     form.addRow(tr("&From"), from_);
     form.addRow(tr("&To"), to_);
     form.addRow(tr("From &hour"), hoursFrom_);
@@ -103,15 +103,15 @@ void FilmKeep::makeChoices(QFormLayout &form)
 {
     thinning_ = named(new QComboBox, "filmThinning", tr("Which of the images"));
     thinning_->addItems({tr("All images"), tr("Every n-th image"), tr("Seconds in all")});
-    thinningNumber_ = numberBox("filmThinningNumber", tr("Every how many, or how many seconds"), 1,
-                                kMostNumber, 30);
+    thinningNumber_ = numberBox("filmThinningNumber", tr("Every nth image, or length in seconds"),
+                                1, kMostNumber, 30);
     size_ = named(new QComboBox, "filmSize", tr("Size of the film"));
     size_->addItem(tr("As the first image"), QSize());
     for (const QSize size : {QSize(640, 360), QSize(1280, 720), QSize(1920, 1080)}) {
         size_->addItem(QStringLiteral("%1 × %2").arg(size.width()).arg(size.height()), size);
     }
     rate_ = numberBox("filmRate", tr("Images a second"), 1, kMostRate, kUsualRate);
-    form_ = named(new QComboBox, "filmForm", tr("Form of the film"));
+    form_ = named(new QComboBox, "filmForm", tr("Film format"));
     for (const FilmForm kind : {FilmForm::Mp4, FilmForm::WebM, FilmForm::WebP, FilmForm::Gif}) {
         form_->addItem(filmFormText(kind), static_cast<int>(kind));
     }
@@ -136,7 +136,7 @@ void FilmKeep::makeButtons()
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
-    progress_ = named(new QProgressBar, "filmProgress", tr("Images that are done"));
+    progress_ = named(new QProgressBar, "filmProgress", tr("Images done"));
     make_ = named(new QPushButton(tr("&Make film…")), "filmMake", tr("Make the film"));
     copy_ = named(new QPushButton(tr("&Copy images…")), "filmCopy",
                   tr("Copy these images to a folder"));

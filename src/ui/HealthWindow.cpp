@@ -242,7 +242,7 @@ void HealthWindow::showRoom()
 {
     const std::optional<DiskRoom> room = watch_.room();
     room_->setText(room ? roomText(*room, book_.bytesADay())
-                        : tr("The room on the disk cannot be asked for."));
+                        : tr("The free space on the disk is unknown."));
     if (isVisible()) {
         table_.refresh();
     }

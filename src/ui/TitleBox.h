@@ -73,7 +73,7 @@ public:
     frmQuitte()
         : TitleBox(QStringLiteral("frmQuitte"), Qt::Window | Qt::FramelessWindowHint)
     {
-        say(tr("A last pass over the cameras is being ended.\n"
+        say(tr("The last pass over the cameras is ending.\n"
                "Any key or a click gives it up."));
     }
 

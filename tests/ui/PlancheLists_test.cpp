@@ -61,7 +61,7 @@ TEST_F(PlancheLists, TellInTheTipOfALateCameraItsNameAndThatItIsLate)
     const QString known = item.toolTip();
     ASSERT_TRUE(known.contains(QStringLiteral("Garage"))) << known.toStdString();
     house_.window.showLate({{0, 2}});
-    EXPECT_EQ(item.toolTip(), known + QStringLiteral("\nlate: nothing new came for long"));
+    EXPECT_EQ(item.toolTip(), known + QStringLiteral("\nlate: nothing new for a long time"));
     house_.window.showLate({});
     EXPECT_EQ(item.toolTip(), known);
 }

@@ -136,9 +136,21 @@ WorkFile WorkFile::inMadeFolder(const QByteArray &folder, mode_t rights, Naming 
 
 WorkFile::~WorkFile()
 {
+    dropName();
+}
+
+void WorkFile::dropName()
+{
     if (hasName()) {
         ::unlink(path_.constData());
+        path_.clear();
     }
+}
+
+UniqueFd WorkFile::takeFile()
+{
+    dropName();
+    return std::move(file_);
 }
 
 // Between its creation and its locking a file may be taken for one that a killed run left behind:

@@ -52,6 +52,9 @@ public:
     /// True when the file has a working name.
     [[nodiscard]] bool hasName() const { return !path_.isEmpty(); }
 
+    /// The open file, for one that needs no path any more; its working name goes.
+    [[nodiscard]] UniqueFd takeFile();
+
     /// Writes at the end.
     [[nodiscard]] std::error_code write(QByteArrayView bytes) const;
 
@@ -65,6 +68,7 @@ public:
 
 private:
     void openNamed();
+    void dropName();
     [[nodiscard]] std::error_code giveName(const QByteArray &target);
     [[nodiscard]] std::error_code appearAsCopy(const QByteArray &target, WorkFile copy) const;
 

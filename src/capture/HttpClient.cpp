@@ -20,6 +20,7 @@ namespace {
 
 constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
 constexpr qint64 kMaxHeaderBytes = 128LL * 1024; // of an answer and the redirects before it
+constexpr int kMaxHeaderLines = 2000;            // each is kept by libcurl
 constexpr long kMaxRedirects = 10;
 constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would mean no limit
 constexpr int kSocketBufferBytes = 256 * 1024;
@@ -53,6 +54,7 @@ struct Transfer
     QByteArray gathered; // of a body that arrives in small pieces, not yet appended
     QByteArray header;   // as far as it has arrived, possibly in several lines
     qint64 headerBytes = 0;
+    int headerLines = 0;
     Refusal refusal = Refusal::None;
     std::optional<FirstPart> stream; // of an answer that is a stream of pictures
     std::unique_ptr<curl_slist, CleanUp> headers;
@@ -196,7 +198,8 @@ void takeHeader(Transfer &transfer, QByteArrayView header)
 void takeHeaderLine(Transfer &transfer, QByteArrayView line)
 {
     transfer.headerBytes += line.size();
-    if (transfer.headerBytes > kMaxHeaderBytes) {
+    transfer.headerLines += 1;
+    if (transfer.headerBytes > kMaxHeaderBytes || transfer.headerLines > kMaxHeaderLines) {
         transfer.refusal = Refusal::Headers;
         return;
     }

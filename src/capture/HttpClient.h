@@ -46,7 +46,7 @@ private:
     QCoro::Task<std::optional<HttpReply>> tryTransfer(HttpRequest request, std::stop_token stop);
 
     std::shared_ptr<BodyStock> bodies_ = std::make_shared<BodyStock>();
-    TransferSlots places_{[this] { return bodies_->files; }};
+    TransferSlots places_{[this] { return bodies_->descriptors(); }};
     Authorities authorities_;
     TransferLoop loop_;
 };

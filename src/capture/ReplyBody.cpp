@@ -58,9 +58,18 @@ void ReplyBody::release()
 {
     if (stock_) {
         stock_->bytesInMemory -= std::exchange(counted_, 0);
-        stock_->files -= file_ ? 1 : 0;
     }
-    file_.reset();
+    dropFile();
+}
+
+// A long file that was not stored goes bit by bit.
+void ReplyBody::dropFile()
+{
+    if (file_) {
+        stock_->files -= 1;
+        stock_->leaving.take(file_->takeFile());
+        file_.reset();
+    }
 }
 
 void ReplyBody::append(QByteArrayView bytes)
@@ -117,8 +126,7 @@ void ReplyBody::spill()
 void ReplyBody::giveUp(std::error_code error)
 {
     error_ = error;
-    stock_->files -= 1;
-    file_.reset();
+    dropFile();
 }
 
 QByteArrayView ReplyBody::head() const

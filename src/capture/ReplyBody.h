@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/FileWriter.h"
+#include "base/SlowClose.h"
 #include "base/WorkFile.h"
 #include "capture/BodyDigest.h"
 
@@ -20,6 +21,10 @@ struct BodyStock
 {
     qint64 bytesInMemory = 0;
     int files = 0;
+    SlowClose leaving; // files of bodies that are not needed any more
+
+    /// Descriptors that they keep.
+    [[nodiscard]] int descriptors() const { return files + leaving.open(); }
 };
 
 /// Filled piece by piece with append(). A reader asks for size() and head(), which cost nothing,
@@ -97,6 +102,7 @@ private:
     void giveUp(std::error_code error);
     void keepInMemory(qsizetype bytes);
     void release();
+    void dropFile();
 
     QString workFolder_;
     std::shared_ptr<BodyStock> stock_;

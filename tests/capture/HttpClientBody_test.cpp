@@ -168,7 +168,9 @@ TEST_F(EndlessHeaders, EndEarlyWithAReasonThatSaysSo)
     status.repeated = QByteArray(10'000, 'O');
     CameraAnswer early;
     early.repeated = QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(100);
-    for (const CameraAnswer &answer : {endlessHeaders(), endlessHeaderLine(), status, early}) {
+    CameraAnswer many = picture(5000, QByteArray("A: b\r\n").repeated(2500));
+    for (const CameraAnswer &answer :
+         {endlessHeaders(), endlessHeaderLine(), status, early, many}) {
         camera_.answer("/a.jpg", answer);
         const HttpReply reply = fetch(camera_.url("/a.jpg"));
         EXPECT_EQ(reply.outcome, FetchOutcome::Failed);

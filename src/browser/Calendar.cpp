@@ -140,12 +140,12 @@ void Calendar::goTo(const Goal &goal)
 
 void Calendar::goOn()
 {
-    if (!waiting_ || browser_.shown().state.view() != View::Camera) {
+    if (browser_.shown().state.view() != View::Camera) {
         return;
     }
-    const Goal goal = *std::exchange(waiting_, std::nullopt);
-    if (goal.camera == browser_.shown().state.camera()) {
-        select(goal);
+    const std::optional<Goal> goal = std::exchange(waiting_, std::nullopt);
+    if (goal && goal->camera == browser_.shown().state.camera()) {
+        select(*goal);
     }
 }
 

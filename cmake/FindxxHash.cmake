@@ -16,9 +16,5 @@ find_package_handle_standard_args(xxHash
     REQUIRED_VARS xxHash_LIBRARY xxHash_INCLUDE_DIR
     VERSION_VAR xxHash_VERSION)
 
-if(xxHash_FOUND AND NOT TARGET xxHash::xxhash)
-    add_library(xxHash::xxhash UNKNOWN IMPORTED)
-    set_target_properties(xxHash::xxhash PROPERTIES
-        IMPORTED_LOCATION "${xxHash_LIBRARY}"
-        INTERFACE_INCLUDE_DIRECTORIES "${xxHash_INCLUDE_DIR}")
-endif()
+include(VelmoraImported)
+velmora_imported(xxHash::xxhash "${xxHash_LIBRARY}" "${xxHash_INCLUDE_DIR}")

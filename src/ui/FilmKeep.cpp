@@ -219,6 +219,14 @@ void FilmKeep::showWish(const FilmWish &wish)
     restartPreview();
 }
 
+// A text that is no moment yet is still being typed, even while another window is active.
+bool FilmKeep::isTyping() const
+{
+    const QWidget *const box = focusWidget();
+    const bool isInBox = box == from_ || box == to_;
+    return isInBox && (isActiveWindow() || !maker_.forecast(wish()).isRangeGood);
+}
+
 // The film's sliders were moved.
 void FilmKeep::takeFilmRange()
 {
@@ -226,7 +234,7 @@ void FilmKeep::takeFilmRange()
     if (isVisible() && film_.isOpen() && range != seenRange_ && !maker_.isBusy() &&
         maker_.isOfShownCamera()) {
         seenRange_ = range;
-        if (!from_->hasFocus() && !to_->hasFocus()) {
+        if (!isTyping()) {
             showWish(maker_.usualWish());
         }
     }

@@ -57,6 +57,7 @@ private:
     void bindButtons();
     [[nodiscard]] FilmWish wish() const;
     void showWish(const FilmWish &wish);
+    [[nodiscard]] bool isTyping() const;
     void takeFilmRange();
     void begin(const std::optional<DayRange> &days);
     void showDays(const DayRange &days);

@@ -15,18 +15,14 @@ QString dayOf(const QString &date)
 
 } // namespace
 
-SearchBoxes::SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, ImageBrowser &browser)
+SearchBoxes::SearchBoxes(BoxEdit &lDate, BoxEdit &lTime, ImageBrowser &browser)
     : lDate_(lDate)
     , lTime_(lTime)
     , browser_(browser)
 {
-    for (QLineEdit *const box : {&lDate_, &lTime_}) {
-        connect(box, &QLineEdit::returnPressed, this, &SearchBoxes::search);
-        connect(box, &QLineEdit::editingFinished, this, [this, box] {
-            if (box->isActiveWindow()) { // activating another window does not count as leaving
-                leave();
-            }
-        });
+    for (BoxEdit *const box : {&lDate_, &lTime_}) {
+        connect(box, &BoxEdit::enterPressed, this, &SearchBoxes::search);
+        connect(box, &BoxEdit::left, this, &SearchBoxes::leave);
     }
 }
 

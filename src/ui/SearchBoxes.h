@@ -2,8 +2,7 @@
 #pragma once
 
 #include "browser/ImageBrowser.h"
-
-#include <QLineEdit>
+#include "ui/BoxEdit.h"
 
 namespace velmora {
 
@@ -15,7 +14,7 @@ class SearchBoxes : public QObject
 
 public:
     /// Everything passed in outlives the object.
-    SearchBoxes(QLineEdit &lDate, QLineEdit &lTime, ImageBrowser &browser);
+    SearchBoxes(BoxEdit &lDate, BoxEdit &lTime, ImageBrowser &browser);
 
     void setTexts(const QString &lDate, const QString &lTime);
     void setEnabled(bool enabled);
@@ -31,8 +30,8 @@ Q_SIGNALS:
 private:
     void search();
 
-    QLineEdit &lDate_;
-    QLineEdit &lTime_;
+    BoxEdit &lDate_;
+    BoxEdit &lTime_;
     ImageBrowser &browser_;
 };
 

@@ -144,14 +144,18 @@ void fCine::showFace()
     ui_->speedText->setText(tr("%1 ms").arg(face.vitesse));
     ui_->Barre->setRange(0, std::max(1, face.range.end - face.range.start + 1));
     ui_->Barre->setValue(face.progress);
-    if (!ui_->tDebut->hasFocus() || !ui_->tDebut->isModified()) {
-        ui_->tDebut->setText(face.tDebut);
-    }
-    if (!ui_->tFin->hasFocus() || !ui_->tFin->isModified()) {
-        ui_->tFin->setText(face.tFin);
-    }
+    showDay(*ui_->tDebut, face.tDebut);
+    showDay(*ui_->tFin, face.tFin);
     showSliders(face);
     showPicture();
+}
+
+// What is being typed stays, even while another window is active.
+void fCine::showDay(QLineEdit &box, const QString &day) const
+{
+    if (focusWidget() != &box || !box.isModified()) {
+        box.setText(day);
+    }
 }
 
 void fCine::showSliders(const FilmFace &face)

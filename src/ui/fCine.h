@@ -13,6 +13,7 @@
 #include "tools/Slideshow.h"
 #include "ui/FramePlace.h"
 
+#include <QLineEdit>
 #include <QTimer>
 #include <QWidget>
 
@@ -56,6 +57,7 @@ private:
     [[nodiscard]] int storedPixels(const Int16Key &key, int now) const;
     void storePlace();
     void showFace();
+    void showDay(QLineEdit &box, const QString &day) const;
     void showSliders(const FilmFace &face);
     void showPicture();
     void followBrowser();

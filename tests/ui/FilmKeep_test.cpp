@@ -145,6 +145,20 @@ TEST_F(FilmKeepTest, TheSlidersOfTheFilmAreItsRange)
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images")));
 }
 
+TEST_F(FilmKeepTest, WhatIsNoMomentYetOutlivesAnotherWindow)
+{
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    window_.present({});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    find<QLineEdit>("filmFrom").setFocus();
+    retype("filmFrom", QStringLiteral("2006-0"));
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    house_.film.sDebut_Change(11);
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-0"));
+}
+
 TEST_F(FilmKeepTest, TakesTheDaysOfTheCalendar)
 {
     using namespace std::chrono;

@@ -72,6 +72,35 @@ TEST_F(PlancheSearch, AnotherWindowComingUpIsNoReasonToSearch)
     expectImage(12, 30);
 }
 
+TEST_F(PlancheSearch, TextTypedBeforeAnotherWindowCameUpIsSearchedWhenItIsLeft)
+{
+    house_.openOn(30);
+    house_.retype(kTime, QStringLiteral("00:00:12"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    press(kImages, blankPart(kImages)); // chooses nothing itself
+    release(kImages, blankPart(kImages));
+    expectImage(12, 30);
+}
+
+TEST_F(PlancheSearch, TextTypedBeforeAnotherWindowCameUpIsSearchedWhenTabLeavesIt)
+{
+    house_.openOn(30);
+    house_.retype(kTime, QStringLiteral("00:00:12"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    house_.key(kTime, Qt::Key_Tab);
+    expectImage(12, 30);
+}
+
 TEST_F(PlancheSearch, SaysThatItFellBackToTheDay)
 {
     house_.openOn(30);

@@ -216,6 +216,18 @@ TEST_F(FilmWindow, ADayThatIsBeingTypedIsNotOverwritten)
     EXPECT_EQ(box(QStringLiteral("tDebut")), QStringLiteral("2005"));
 }
 
+TEST_F(FilmWindow, ADayThatIsBeingTypedOutlivesAnotherWindow)
+{
+    openFilm(12);
+    house_.filmWindow.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.filmWindow));
+    house_.retype(QStringLiteral("tFin"), QStringLiteral("2005"));
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    tick();
+    EXPECT_EQ(box(QStringLiteral("tFin")), QStringLiteral("2005"));
+}
+
 TEST_F(FilmWindow, AClickOnThePictureSelectsItInTheBrowser)
 {
     openFilm(12);

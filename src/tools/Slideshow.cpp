@@ -99,13 +99,19 @@ void Slideshow::begin()
     Q_EMIT changed();
 }
 
-// A playing show restarts with a new list. A paused one keeps its place; new images lie beyond its
-// end, and are included if it extended to the last one.
+// A playing show restarts with the list of another folder, or when images of its own are gone. A
+// paused one keeps its place; new images lie beyond its end, and are included if it extended to the
+// last one.
 void Slideshow::followList()
 {
     const int count = data_.files.count();
+    const bool isSameFolder = data_.files.folder() == folder_;
+    if (isPlaying() && (!isSameFolder || count < face_.count)) {
+        begin();
+        return;
+    }
     const bool isPaused = open_ && paused_;
-    if (!isPaused || data_.files.folder() != folder_ || count <= face_.count) {
+    if (!isPaused || !isSameFolder || count <= face_.count) {
         return;
     }
     if (face_.range.end == face_.count) {

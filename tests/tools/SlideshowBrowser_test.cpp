@@ -1,6 +1,8 @@
 // The slideshow beside the browser: how each affects the other.
 #include "tools/SlideshowTest.h"
 
+#include <QCoreApplication>
+
 namespace velmora::test {
 namespace {
 
@@ -106,6 +108,42 @@ TEST_F(SlideshowBrowser, BeginsAnewWhenTheGroupChangesWhilePlaying)
     house_.finish();
     EXPECT_EQ(face().range, (PlayRange{1, 6}));
     EXPECT_EQ(face().image, house_.data.files.file(0));
+}
+
+TEST_F(SlideshowBrowser, BeginsAnewThoughTheChoiceOfACameraIsOvertaken)
+{
+    house_.addFullFolder({0, 1});
+    open(3);
+    browser_.chooseCamera(1);
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(face().range, (PlayRange{1, kFullFolder}));
+    EXPECT_TRUE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, BeginsAnewWithTheListOfAnotherStorageFolder)
+{
+    open(30);
+    tick(3);
+    house_.capture.tree.makeFolder(u"drives/c/other");
+    house_.capture.storage.edit(QStringLiteral("C:\\other"));
+    house_.capture.storage.putInForce();
+    QCoreApplication::processEvents(); // the browser hears of it
+    house_.finish();
+    ASSERT_EQ(house_.data.files.count(), 0);
+    EXPECT_EQ(face().count, 0);
+    EXPECT_TRUE(face().image.isNone());
+}
+
+TEST_F(SlideshowBrowser, BeginsAnewWhenARefreshFindsFewerImages)
+{
+    open(30);
+    tick(3);
+    house_.remove(kCamera, imageName(7));
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(face().range, (PlayRange{1, 29}));
+    EXPECT_EQ(film_.current(), 0);
 }
 
 TEST_F(SlideshowBrowser, StaysAsItIsWhenTheCameraChangesWhilePaused)

@@ -105,13 +105,14 @@ QCoro::Task<FileList::Selected> BrowserLists::listAgain()
     if (!folders_.mayRead()) {
         co_return data_.files.selection();
     }
-    const QString folder = folders_.of(data_.state.camera());
+    const CameraAddress camera = data_.state.camera();
+    const QString folder = folders_.of(camera);
     const std::shared_ptr<const ImageNames> names = co_await folders_.names(folder);
     if (folder != folders_.of(data_.state.camera())) {
         throw Superseded();
     }
     const FileList::Selected before = data_.files.selection();
-    data_.files.bind(folder, names);
+    data_.files.bind(camera, folder, names);
     selection_.enableFilm(data_.files.count() > 0);
     selection_.setCount(QString::number(data_.files.count()));
     co_return before;
@@ -129,6 +130,7 @@ QCoro::Task<> BrowserLists::DirCam()
     }
     co_await followGroup();
     isOwed_ = false;
+    data_.sheet.followZoom(selection_.image());
     selection_.announce();
 }
 
@@ -163,6 +165,7 @@ void BrowserLists::LstDir_Click()
     }
     if (data_.files.ListIndex() < 0) {
         data_.sheet.EffaceVue();
+        data_.sheet.followZoom({});
         return;
     }
     slice_.show();

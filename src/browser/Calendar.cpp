@@ -113,13 +113,13 @@ qsizetype Calendar::imagesOf(const DayRange &range) const
 void Calendar::goToDay(year_month_day day)
 {
     choose(day);
-    goTo({browser_.shown().state.camera(), day, std::nullopt});
+    goTo({files().camera(), day, std::nullopt});
 }
 
 void Calendar::goToHour(int hour)
 {
     if (chosen_ && hour >= 0 && hour < kHoursOfDay) {
-        goTo({browser_.shown().state.camera(), *chosen_, hour});
+        goTo({files().camera(), *chosen_, hour});
     }
 }
 
@@ -144,7 +144,7 @@ void Calendar::goOn()
         return;
     }
     const std::optional<Goal> goal = std::exchange(waiting_, std::nullopt);
-    if (goal && goal->camera == browser_.shown().state.camera()) {
+    if (goal && goal->camera == files().camera()) {
         select(*goal);
     }
 }
@@ -178,7 +178,7 @@ void Calendar::follow(CameraAddress camera, const QString &fileName)
     const QByteArray name = QFile::encodeName(fileName);
     const auto day = dayOfKey(name);
     const bool isListed = files().names().find(name).has_value();
-    if (!open_ || camera != browser_.shown().state.camera() || !day || isListed) {
+    if (!open_ || camera != files().camera() || !day || isListed) {
         return;
     }
     add(*day);

@@ -24,20 +24,24 @@ FileActions::FileActions(const StorageFolder &storage, const BrowserData &data,
 {
 }
 
+bool FileActions::mayKill(const ImageFile &image) const
+{
+    return !image.isNone() && !storage_.isBeingEdited() && isInForce(storage_, image);
+}
+
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
     const ImageFile target = selection_.image();
-    if (storage_.isBeingEdited() || target.isNone() ||
-        !QFileInfo(nativePath(storage_, target)).isFile()) {
+    if (!mayKill(target) || !QFileInfo(nativePath(storage_, target)).isFile()) {
         return std::nullopt;
     }
-    return KillQuestion{target, data_.state.camera(), killText(target.name)};
+    return KillQuestion{target, data_.files.camera(), killText(target.name)};
 }
 
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 {
     const ImageFile target = selection_.image();
-    if (storage_.isBeingEdited() || target.isNone()) {
+    if (!mayKill(target)) {
         return std::nullopt;
     }
     return KillQuestion{
@@ -48,7 +52,9 @@ std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 
 QCoro::Task<> FileActions::kill(ImageFile target)
 {
-    if (storage_.isBeingEdited()) { // since the question was asked
+    if (!mayKill(target)) {
+        Q_EMIT spared(target);
+        co_await lists_.refresh(); // as it may have superseded a reading
         co_return;
     }
     const int row = data_.state.camera().row;

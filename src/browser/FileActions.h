@@ -27,14 +27,21 @@ public:
     /// without images.
     [[nodiscard]] std::optional<KillQuestion> LstDirCam_KeyDown() const;
 
-    /// Deletes a file and shows what is left. A file that cannot be deleted simply stays on show.
+    /// Deletes a file and shows what is left. A file that cannot be deleted simply stays on show;
+    /// one in a storage folder that is no longer in force is spared.
     QCoro::Task<> kill(ImageFile target);
 
 Q_SIGNALS:
+    /// A file was not deleted: the storage folder has changed, or is being changed, since the
+    /// question was asked.
+    void spared(const velmora::ImageFile &image);
+
     /// A file has been deleted; what is shown follows.
     void deleted(const velmora::ImageFile &image);
 
 private:
+    [[nodiscard]] bool mayKill(const ImageFile &image) const;
+
     const StorageFolder &storage_;
     const BrowserData &data_;
     const Selection &selection_;

@@ -15,9 +15,11 @@ FileList::FileList(QObject *parent)
 {
 }
 
-void FileList::bind(const QString &folder, std::shared_ptr<const ImageNames> names)
+void FileList::bind(CameraAddress camera, const QString &folder,
+                    std::shared_ptr<const ImageNames> names)
 {
     beginResetModel();
+    camera_ = camera;
     folder_ = folder;
     names_ = std::move(names);
     index_ = -1;

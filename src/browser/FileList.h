@@ -3,6 +3,7 @@
 
 #include "browser/ImageFile.h"
 #include "browser/ImageNames.h"
+#include "cameras/CameraAddress.h"
 
 #include <QAbstractListModel>
 
@@ -27,8 +28,13 @@ public:
 
     explicit FileList(QObject *parent = nullptr);
 
-    /// Lists these images of a folder (text form, ending with "\") from now on; none is selected.
-    void bind(const QString &folder, std::shared_ptr<const ImageNames> names);
+    /// Lists these images of a camera's folder (text form, ending with "\") from now on; none is
+    /// selected.
+    void bind(CameraAddress camera, const QString &folder, std::shared_ptr<const ImageNames> names);
+
+    /// The camera whose images are listed. Another one may already be chosen while its folder is
+    /// being read.
+    [[nodiscard]] CameraAddress camera() const { return camera_; }
 
     /// The folder listed, text form; empty before the first bind().
     [[nodiscard]] const QString &folder() const { return folder_; }
@@ -63,6 +69,7 @@ Q_SIGNALS:
     void selectionChanged(int index);
 
 private:
+    CameraAddress camera_;
     QString folder_;
     std::shared_ptr<const ImageNames> names_;
     int index_ = -1;

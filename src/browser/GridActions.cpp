@@ -24,27 +24,11 @@ void GridActions::releaseCell()
     data_.sheet.release();
 }
 
-// Cells count from the framed one, which shows the selected image.
-ImageFile GridActions::imageIn(int cell) const
+void GridActions::zoom(const ImageFile &image)
 {
-    if (data_.state.view() == View::Group) {
-        return data_.state.DerniereImage(cell);
-    }
-    return data_.files.file(data_.files.ListIndex() - data_.state.CadreActif() + cell);
-}
-
-QCoro::Task<> GridActions::zoomCell(int cell)
-{
-    if (data_.state.DirCamEnCours() || data_.sheet.isZoomVisible()) {
-        co_return;
-    }
-    const ImageFile image = imageIn(cell);
     if (!image.isNone()) {
         data_.sheet.showZoom(image);
         Q_EMIT copyWanted(nativePath(storage_, image));
-    }
-    if (data_.state.view() == View::Group) {
-        co_await lists_.LstDirCam_Click(cell);
     }
 }
 

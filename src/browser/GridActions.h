@@ -22,10 +22,8 @@ public:
     void frameCell(int cell);
     void releaseCell();
 
-    /// The right button was pressed on a cell: selects its camera in group view, enlarges its image
-    /// and requests a copy of it. Does nothing while an image is enlarged already, or on an empty
-    /// cell.
-    QCoro::Task<> zoomCell(int cell);
+    /// Enlarges an image and requests a copy of it; does nothing for none.
+    void zoom(const ImageFile &image);
 
     /// Enlarges the selected image, or puts the enlarged one away.
     void toggleZoom();
@@ -50,8 +48,6 @@ Q_SIGNALS:
     void copyWanted(const QString &path);
 
 private:
-    [[nodiscard]] ImageFile imageIn(int cell) const;
-
     const StorageFolder &storage_;
     const CameraFolders &folders_;
     BrowserData &data_;

@@ -41,6 +41,7 @@ void ImageBrowser::connectParts()
     connect(&parts_->lists, &BrowserLists::filesWanted, this, &ImageBrowser::filesWanted);
     connect(&parts_->lists, &BrowserLists::camerasWanted, this, &ImageBrowser::camerasWanted);
     connect(&parts_->files, &FileActions::deleted, this, &ImageBrowser::imageDeleted);
+    connect(&parts_->files, &FileActions::spared, this, &ImageBrowser::imageSpared);
     connect(&parts_->grid, &GridActions::openWanted, this, &ImageBrowser::openWanted);
     connect(&parts_->grid, &GridActions::copyWanted, this, &ImageBrowser::copyWanted);
     connect(&parts_->modes, &BrowserModes::scanDue, this, [this] {
@@ -151,9 +152,8 @@ void ImageBrowser::chooseCameraRow(int row)
         return;
     }
     selectAtOnce(row);
-    const View view = data_.state.view();
     const CameraAddress camera{data_.state.camera().group, row};
-    parts_->line.launch(Kind::Follow, [this, view, camera] { return showCameraRow(view, camera); });
+    parts_->line.launch(Kind::Follow, [this, camera] { return showCameraRow(camera); });
 }
 
 // At once, so that the next key moves on from there. A group that is being filled has no rows to
@@ -166,11 +166,24 @@ void ImageBrowser::selectAtOnce(int row)
     }
 }
 
-// A group chosen in the meantime has other cameras in its rows.
-QCoro::Task<> ImageBrowser::showCameraRow(View view, CameraAddress camera)
+// A group chosen in the meantime has other cameras in its rows and cells, and the other view has
+// none.
+bool ImageBrowser::isInGroupView(CameraAddress camera) const
 {
-    if (data_.state.view() == view && data_.state.camera().group == camera.group) {
+    return data_.state.view() == View::Group && data_.state.camera().group == camera.group;
+}
+
+QCoro::Task<> ImageBrowser::showCameraRow(CameraAddress camera)
+{
+    if (isInGroupView(camera)) {
         co_await parts_->lists.LstDirCam_Click(camera.row);
+    }
+}
+
+QCoro::Task<> ImageBrowser::clickCamera(CameraAddress camera)
+{
+    if (isInGroupView(camera)) {
+        co_await parts_->lists.Vue_Click(camera.row);
     }
 }
 
@@ -184,7 +197,8 @@ void ImageBrowser::clickCell(int cell)
     } else if (!data_.state.DirCamEnCours()) {
         Q_EMIT filesWanted();
         selectAtOnce(cell);
-        parts_->line.launch(Kind::Follow, [this, cell] { return parts_->lists.Vue_Click(cell); });
+        const CameraAddress camera{data_.state.camera().group, cell};
+        parts_->line.launch(Kind::Follow, [this, camera] { return clickCamera(camera); });
     }
 }
 
@@ -233,10 +247,14 @@ SearchOutcome ImageBrowser::search(const QString &date, const QString &time)
     return parts_->grid.NomFichier(date, time);
 }
 
-void ImageBrowser::zoomCell(int cell)
+void ImageBrowser::zoomCell(int cell, const ImageFile &image)
 {
-    if (!data_.state.DirCamEnCours()) {
-        parts_->line.launch(Kind::Follow, [this, cell] { return parts_->grid.zoomCell(cell); });
+    if (parts_->line.isClosed() || data_.state.DirCamEnCours() || data_.sheet.isZoomVisible()) {
+        return;
+    }
+    parts_->grid.zoom(image);
+    if (data_.state.view() == View::Group) {
+        chooseCameraRow(cell);
     }
 }
 

@@ -86,8 +86,9 @@ public:
     void clickCell(int cell);
     void doubleClickCell(int cell);
 
-    /// The right button was pressed on a cell: enlarges its image.
-    void zoomCell(int cell);
+    /// The right button was pressed on a cell that showed this image: enlarges it, and selects its
+    /// camera in group view. Does nothing while an image is enlarged already.
+    void zoomCell(int cell, const ImageFile &image);
 
     /// Enlarges the selected image, or puts the enlarged one away.
     void toggleZoom();
@@ -130,8 +131,10 @@ Q_SIGNALS:
     /// Texts for the boxes of the search.
     void searchTextsChanged(const QString &lDate, const QString &lTime);
 
-    /// The user has deleted an image.
+    /// The user has deleted an image, or one was spared since the storage folder has changed, or is
+    /// being changed, after the question.
     void imageDeleted(const velmora::ImageFile &image);
+    void imageSpared(const velmora::ImageFile &image);
 
     /// Native paths: one to hand to the desktop, and one to copy.
     void openWanted(const QString &path);
@@ -141,7 +144,9 @@ private:
     void connectParts();
     void connectFilm(Projector &film);
     QCoro::Task<> walk();
-    QCoro::Task<> showCameraRow(View view, CameraAddress camera);
+    QCoro::Task<> showCameraRow(CameraAddress camera);
+    QCoro::Task<> clickCamera(CameraAddress camera);
+    [[nodiscard]] bool isInGroupView(CameraAddress camera) const;
     void selectAtOnce(int row);
     void followStorage();
     [[nodiscard]] QString usableStorage() const;

@@ -4,6 +4,12 @@
 
 namespace velmora {
 
+// The name of a camera's folder begins with "\" too.
+bool isInForce(const StorageFolder &storage, const ImageFile &image)
+{
+    return image.folder == storage.inForce() || image.folder.startsWith(storage.inForce() + u'\\');
+}
+
 QString nativePath(const StorageFolder &storage, const ImageFile &image)
 {
     return image.isNone() ? QString() : storage.native(image.folder) + u'/' + image.name;

@@ -21,6 +21,9 @@ struct ImageFile
     bool operator==(const ImageFile &) const = default;
 };
 
+/// True for an image in a camera's folder in the folder in force, or in that folder itself.
+[[nodiscard]] bool isInForce(const StorageFolder &storage, const ImageFile &image);
+
 /// Native path of an image; empty for none.
 [[nodiscard]] QString nativePath(const StorageFolder &storage, const ImageFile &image);
 

@@ -73,11 +73,4 @@ void PressedEntry::frameCell()
     }
 }
 
-void PressedEntry::zoomCell()
-{
-    if (const std::optional<int> cell = cellNow()) {
-        browser_.zoomCell(*cell);
-    }
-}
-
 } // namespace velmora

@@ -1,5 +1,5 @@
-// The entry on which the mouse button was pressed in the browser, kept by name until the button is
-// released.
+// The entry on which the left mouse button was pressed in the browser, kept by name until the
+// button is released.
 #pragma once
 
 #include "browser/ImageBrowser.h"
@@ -26,10 +26,8 @@ public:
     void releaseCameraRow();
     void releaseCell();
 
-    /// Performs the left or the right button's action of a press on a cell: frames it, or enlarges
-    /// its image.
+    /// Performs the action of a press on a cell: frames it.
     void frameCell();
-    void zoomCell();
 
 private:
     struct Entry

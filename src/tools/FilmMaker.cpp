@@ -32,7 +32,7 @@ void FilmMaker::take()
     names_ = uses_.data.files.shared();
     folderText_ = uses_.data.files.folder();
     folder_ = uses_.storage.native(folderText_);
-    const CameraAddress camera = uses_.data.state.camera();
+    const CameraAddress camera = uses_.data.files.camera();
     const QString name = cameraName(uses_.table.settings().snapshot(), camera);
     camera_ =
         cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(uses_.table.url(camera)) : name);

@@ -34,12 +34,15 @@ void CellMouse::bind(int cell)
 
 void CellMouse::press(int cell, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
-    pressed_.pressCell(cell);
-    Q_EMIT cellPressed();
+    const ImageFile image = browser_.shown().sheet.image(cell);
+    if (button == Qt::LeftButton) {
+        pressed_.pressCell(cell);
+    }
+    Q_EMIT cellPressed(); // which may bring another image into the cell
     if (button == Qt::LeftButton && widgets_.cell(cell).holdsPicture()) {
         pressed_.frameCell();
     } else if (button == Qt::RightButton && modifiers == Qt::NoModifier) {
-        pressed_.zoomCell();
+        browser_.zoomCell(cell, image);
     }
 }
 

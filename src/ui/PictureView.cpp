@@ -124,7 +124,7 @@ void PictureView::paintCaption(QPainter &painter) const
 
 void PictureView::mousePressEvent(QMouseEvent *event)
 {
-    pressed_ = event->button() == Qt::LeftButton;
+    pressed_ = pressed_ || event->button() == Qt::LeftButton;
     Q_EMIT pressed(event->button(), event->modifiers());
 }
 

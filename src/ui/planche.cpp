@@ -71,6 +71,7 @@ void planche::bindShown()
     connect(&browser_.shown().sheet, &Sheet::imageChanged, this, [this] { captions_.show(); });
     connect(&browser_.shown().sheet, &Sheet::zoomChanged, this, [this] { captions_.show(); });
     connect(&browser_, &ImageBrowser::copyWanted, this, &planche::copyWanted);
+    connect(&browser_, &ImageBrowser::imageSpared, this, &planche::tellSpared);
     connect(&browser_, &ImageBrowser::openWanted, this, &planche::openWanted);
     connect(&view_.page(), &CameraPage::addressStored, this, &planche::showCamera);
     connect(&view_.page().remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
@@ -150,7 +151,7 @@ void planche::showCamera()
     const QString camera = shownCamera(settings, shownCamera_);
     captions_.takeNames(settings);
     lists_.showNames(settings);
-    Q_EMIT cameraShown(shownCamera_);
+    Q_EMIT cameraShown(browser_.shown().files.camera());
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
     showRemarks();
@@ -196,6 +197,14 @@ void planche::askToKill()
     } else {
         status_.showStandstill();
     }
+}
+
+// The question was asked over this window alone: the storage folder can be changed meanwhile.
+void planche::tellSpared(const ImageFile &image)
+{
+    status_.tell(engine_.storage().isBeingEdited()
+                     ? tr("%1 was not deleted: the storage folder is being changed").arg(image.name)
+                     : tr("%1 was not deleted: the storage folder has changed").arg(image.name));
 }
 
 void planche::moveTo(WindowPlace place)

@@ -69,7 +69,7 @@ public:
     void allowClose() { mayClose_ = true; }
 
 Q_SIGNALS:
-    /// The camera on show, or its name, has changed.
+    /// The camera whose images are listed, or its name, has changed.
     void cameraShown(velmora::CameraAddress camera);
 
     void setUpPressed();
@@ -99,6 +99,7 @@ private:
     void showRemarks();
     void useKey(ListKey key);
     void askToKill();
+    void tellSpared(const ImageFile &image);
 
     ImageBrowser &browser_;
     PressedEntry pressed_;

@@ -27,7 +27,7 @@ class FileListTest : public testing::Test
 protected:
     void bind(const QByteArrayList &names)
     {
-        list_.bind(QStringLiteral("C:\\in\\a\\"), namesOf(names));
+        list_.bind({}, QStringLiteral("C:\\in\\a\\"), namesOf(names));
     }
 
     FileList list_;

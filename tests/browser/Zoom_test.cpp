@@ -16,7 +16,7 @@ protected:
 
     void zoom(int cell)
     {
-        browser_.zoomCell(cell);
+        browser_.zoomCell(cell, house_.data.sheet.image(cell));
         house_.finish();
     }
 

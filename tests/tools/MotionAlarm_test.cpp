@@ -305,7 +305,7 @@ TEST_F(MotionAlarmTest, AListThatShrinksInTheMiddleIsNotReadBeyondItsEnd)
     open(30, 24);
     alarm_.onCompare = [this](int pass) {
         if (pass == 1) {
-            house_.data.files.bind(QString(), std::make_shared<const ImageNames>());
+            house_.data.files.bind({}, QString(), std::make_shared<const ImageNames>());
         }
     };
     scan();

@@ -148,6 +148,72 @@ TEST_F(PlancheCells, AClickPutsTheEnlargedImageAway)
     EXPECT_EQ(house_.shown(kZoom), QString());
 }
 
+TEST_F(PlancheCells, TheEnlargedImageGoesWithItsCamera)
+{
+    house_.house.addCamera({0, 1}, cameraUrl({0, 1}));
+    house_.openOn(3);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Return);
+    ASSERT_EQ(house_.shown(kZoom), storedName(2));
+    house_.clickRow(QStringLiteral("lstCam"), 1); // a camera without images
+    EXPECT_TRUE(isZoomed());
+    EXPECT_EQ(house_.shown(kZoom), QString());
+    house_.clickRow(QStringLiteral("lstCam"), 0);
+    EXPECT_EQ(house_.shown(kZoom), storedName(2));
+    house_.fire(QStringLiteral("TimerScan"));
+    house_.settle();
+    EXPECT_EQ(house_.shown(kZoom), QString());
+}
+
+TEST_F(PlancheCells, TheEnlargedImageGoesWithItsFile)
+{
+    house_.openOn(1);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Return);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
+    QTest::mouseClick(house_.question()->button(QMessageBox::Yes), Qt::LeftButton);
+    house_.settle();
+    EXPECT_EQ(house_.find<PictureView>(kZoom).path(), QString());
+}
+
+TEST_F(PlancheCells, NoImageOfTheGroupStaysEnlargedWhenNoneIsSelectedAnyMore)
+{
+    house_.addImages({0, 0}, 3);
+    house_.addImages({0, 2}, 2);
+    house_.open();
+    house_.tick(QStringLiteral("cCamera"));
+    house_.press(name(2), Qt::RightButton);
+    house_.tick(QStringLiteral("cAuto")); // fills the group again: no row is selected
+    EXPECT_EQ(house_.shown(kZoom), QString());
+}
+
+TEST_F(PlancheCells, AnotherButtonLeavesThePressOfTheLeftOneAlone)
+{
+    for (const Qt::MouseButton other : {Qt::MiddleButton, Qt::RightButton}) {
+        SCOPED_TRACE(static_cast<int>(other));
+        BrowserWindowHouse house;
+        house.openOn(30);
+        QTest::mousePress(&house.cell(5), Qt::LeftButton);
+        QTest::mousePress(&house.cell(5), other);
+        QTest::mouseRelease(&house.cell(5), Qt::LeftButton);
+        QTest::mouseRelease(&house.cell(5), other);
+        house.settle();
+        EXPECT_EQ(house.text(QStringLiteral("NbI")), QStringLiteral("26 / 30"));
+        EXPECT_EQ(house.framed(), QList<int>{house.data.state.CadreActif()});
+    }
+}
+
+TEST_F(PlancheCells, TheCellPressedIsMeantThoughAnotherButtonIsPressedAfterARefresh)
+{
+    house_.openOn(12);
+    QTest::mousePress(&house_.cell(3), Qt::LeftButton);
+    house_.house.putImage({0, 0}, storedName(40), pictureBytes(Qt::red));
+    house_.keyInWindow(Qt::Key_F5); // another image is in that cell now
+    QTest::mousePress(&house_.cell(3), Qt::MiddleButton);
+    QTest::mouseRelease(&house_.cell(3), Qt::MiddleButton);
+    QTest::mouseRelease(&house_.cell(3), Qt::LeftButton);
+    house_.settle();
+    EXPECT_EQ(position(), QStringLiteral("6 / 13"));
+}
+
 TEST_F(PlancheCells, TheLastCellStaysClickableBesideTheEnlargedImage)
 {
     house_.openOn(30);

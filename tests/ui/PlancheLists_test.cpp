@@ -201,6 +201,36 @@ TEST_F(PlancheLists, YesDeletesAndShowsWhatIsLeft)
     EXPECT_EQ(house_.question(), nullptr);
 }
 
+TEST_F(PlancheLists, YesDeletesNothingOnceAnotherStorageFolderIsInForce)
+{
+    house_.house.tree.makeFolder(u"drives/c/other");
+    house_.openOn(3);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
+    const QString old = house_.imagePath({0, 0}, storedName(2));
+    house_.house.storage.edit(QStringLiteral("C:\\other"));
+    house_.house.storage.putInForce();
+    house_.settle();
+    QTest::mouseClick(house_.question()->button(QMessageBox::Yes), Qt::LeftButton);
+    house_.settle();
+    EXPECT_TRUE(QFile::exists(old));
+    EXPECT_TRUE(house_.text(QStringLiteral("txtLog")).startsWith(storedName(2)))
+        << house_.text(QStringLiteral("txtLog")).toStdString();
+    EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("0"));
+}
+
+TEST_F(PlancheLists, YesDeletesNothingWhileAnotherStorageFolderIsTyped)
+{
+    house_.openOn(3);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
+    house_.house.storage.beginEdit();
+    house_.house.storage.edit(QStringLiteral("C:\\oth"));
+    QTest::mouseClick(house_.question()->button(QMessageBox::Yes), Qt::LeftButton);
+    house_.settle();
+    EXPECT_TRUE(exists({0, 0}, 2));
+    EXPECT_TRUE(house_.text(QStringLiteral("txtLog")).startsWith(storedName(2)))
+        << house_.text(QStringLiteral("txtLog")).toStdString();
+}
+
 TEST_F(PlancheLists, NoKeepsTheImage)
 {
     house_.openOn(3);

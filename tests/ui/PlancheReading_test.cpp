@@ -1,0 +1,137 @@
+// What a user does in the browser while a large folder is being read: it concerns what is on show,
+// not what will be there in a moment.
+#include "SelectionTest.h"
+#include "ui/FilmKeep.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSignalSpy>
+
+namespace velmora::test {
+namespace {
+
+constexpr int kLarge = 36000;
+
+// Files without contents, in one folder for all tests.
+const TempTree &largeFolder()
+{
+    static const TempTree folder;
+    static const bool isFilled = [] {
+        for (int number = 0; number < kLarge; ++number) {
+            folder.write(storedName(number), QByteArray());
+        }
+        return true;
+    }();
+    Q_UNUSED(isFilled);
+    return folder;
+}
+
+class PlancheReading : public SelectionTest
+{
+protected:
+    PlancheReading() { QGuiApplication::clipboard()->clear(); }
+
+    // A camera whose folder takes several turns of the event loop to read.
+    void addLarge(CameraAddress camera)
+    {
+        house_.house.addCamera(camera, cameraUrl(camera));
+        ASSERT_TRUE(
+            QFile::link(largeFolder().path(), house_.house.tree.path(house_.house.folder(camera))));
+    }
+
+    // Camera 0 with twelve images is on show, and camera 1 is chosen but not yet read.
+    void chooseLarge()
+    {
+        addLarge({0, 1});
+        house_.openOn(12);
+        QTest::mouseClick(view(kCameras).viewport(), Qt::LeftButton, {}, middle(kCameras, 1));
+        expectReading();
+    }
+
+    void expectReading()
+    {
+        ASSERT_GT(house_.house.scope.running(), 0);
+        ASSERT_EQ(view(kImages).model()->rowCount(), 12);
+    }
+
+    QSize copied() { return QGuiApplication::clipboard()->image().size(); }
+
+    const QString kZoom = QStringLiteral("ZoomImage");
+};
+
+TEST_F(PlancheReading, TheQuestionNamesTheCameraWhoseImageItIsAbout)
+{
+    chooseLarge();
+    QTest::keyClick(&view(kImages), Qt::Key_Delete);
+    ASSERT_NE(house_.question(), nullptr);
+    EXPECT_EQ(house_.question()->text(), QStringLiteral("Kill ") + storedName(11));
+    EXPECT_TRUE(house_.question()->informativeText().startsWith(QStringLiteral("Camera 0:0")))
+        << house_.question()->informativeText().toStdString();
+    QTest::mouseClick(house_.question()->button(QMessageBox::Yes), Qt::LeftButton);
+    house_.settle();
+    EXPECT_FALSE(QFile::exists(house_.imagePath({0, 0}, storedName(11))));
+    EXPECT_EQ(house_.house.images({0, 1}).size(), kLarge);
+}
+
+TEST_F(PlancheReading, ARightPressEnlargesTheImageUnderThePointerAtOnce)
+{
+    chooseLarge();
+    QTest::mousePress(&house_.cell(3), Qt::RightButton);
+    EXPECT_TRUE(house_.find<QWidget>(kZoom).isVisible());
+    EXPECT_EQ(house_.data.sheet.zoomed().name, storedName(5));
+    EXPECT_EQ(copied(), kCameraSize);
+    house_.settle();
+    EXPECT_EQ(copied(), kCameraSize); // the files of the other camera hold no picture
+}
+
+TEST_F(PlancheReading, AClickOnACellOfTheGroupChoosesNoImageOfTheCameraThatFollows)
+{
+    addLarge({0, 1});
+    house_.addImages({0, 0}, 12);
+    house_.open();
+    house_.tick(QStringLiteral("cCamera"));
+    house_.clickRow(kRowsOfGroup, 0);
+    QTest::mouseClick(view(kRowsOfGroup).viewport(), Qt::LeftButton, {}, middle(kRowsOfGroup, 1));
+    ASSERT_GT(house_.house.scope.running(), 0);
+    QTest::mouseClick(&house_.find<QWidget>(QStringLiteral("cCamera")), Qt::LeftButton, {},
+                      QPoint(8, 8));
+    QTest::mouseClick(&house_.cell(0), Qt::LeftButton);
+    house_.settle();
+    expectImage(11, 12);
+}
+
+TEST_F(PlancheReading, APlayingFilmBeginsAnewThoughARefreshOvertakesTheChoice)
+{
+    house_.house.settings.write(u"Control", u"Vitesse", 1000);
+    addLarge({0, 1});
+    house_.openOn(12);
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    QTest::mouseClick(view(kCameras).viewport(), Qt::LeftButton, {}, middle(kCameras, 1));
+    expectReading();
+    QTest::keyClick(&house_.window, Qt::Key_F5);
+    house_.settle();
+    EXPECT_EQ(house_.film.face().range, (PlayRange{1, kLarge}));
+    EXPECT_EQ(house_.film.face().image.folder, house_.data.files.folder());
+}
+
+TEST_F(PlancheReading, TheFilmIsNamedAfterTheCameraWhoseImagesItPlays)
+{
+    const QSignalSpy shown(&house_.window, &planche::cameraShown);
+    chooseLarge();
+    EXPECT_EQ(shown.last().first().value<CameraAddress>(), (CameraAddress{0, 0}));
+    house_.settle();
+    EXPECT_EQ(shown.last().first().value<CameraAddress>(), (CameraAddress{0, 1}));
+}
+
+TEST_F(PlancheReading, AFilmToKeepIsNamedAfterTheCameraWhoseImagesAreInIt)
+{
+    FilmKeep keep(house_.images.filmMaker(), house_.film);
+    chooseLarge();
+    keep.present({});
+    EXPECT_TRUE(keep.windowTitle().contains(QStringLiteral("0:0")))
+        << keep.windowTitle().toStdString();
+}
+
+} // namespace
+} // namespace velmora::test

@@ -6,6 +6,7 @@ namespace {
 constexpr qint64 kMostBefore = qint64{64} * 1024; // the part's preamble and headers together
 constexpr qint64 kMostPart = qint64{64} * 1024 * 1024;
 constexpr qsizetype kMostBoundary = 256;
+constexpr qsizetype kUsualDashes = 2;
 
 QByteArrayView withoutDashes(QByteArrayView text)
 {
@@ -47,14 +48,14 @@ QByteArrayView headerValue(QByteArrayView line, QByteArrayView name)
 }
 
 // Start of the line end before the delimiter whose boundary was found at `found`; -1 when it only
-// looked like one.
-qsizetype endOfPart(QByteArrayView bytes, qsizetype found)
+// looked like one. leastDashes: before the boundary.
+qsizetype endOfPart(QByteArrayView bytes, qsizetype found, qsizetype leastDashes)
 {
     qsizetype at = found;
     while (at > 0 && bytes[at - 1] == '-') {
         --at;
     }
-    if (found - at < 2 || at == 0 || bytes[at - 1] != '\n') {
+    if (found - at < leastDashes || at == 0 || bytes[at - 1] != '\n') {
         return -1;
     }
     --at;
@@ -135,9 +136,9 @@ void FirstPart::readLine(QByteArrayView line)
 {
     if (place_ == Place::Preamble) {
         const QByteArrayView core = withoutDashes(line);
-        const bool isDelimiter =
-            boundary_.isEmpty() ? line.startsWith("--") : line == boundary_ || core == boundary_;
+        const bool isDelimiter = boundary_.isEmpty() ? line.startsWith("--") : core == boundary_;
         if (isDelimiter) {
+            dashes_ = qMin(line.size() - core.size(), kUsualDashes);
             boundary_ = boundary_.isEmpty() ? core.toByteArray() : boundary_;
             place_ = Place::Headers;
         }
@@ -183,7 +184,7 @@ void FirstPart::takeUntilBoundary(ReplyBody &body)
 {
     for (qsizetype found = rest_.indexOf(boundary_); found >= 0;
          found = rest_.indexOf(boundary_, found + 1)) {
-        const qsizetype end = endOfPart(rest_, found);
+        const qsizetype end = endOfPart(rest_, found, dashes_);
         if (end >= 0) {
             body.append(QByteArrayView(rest_).first(end));
             rest_.clear();

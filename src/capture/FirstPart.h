@@ -49,8 +49,9 @@ private:
     void takeUntilBoundary(ReplyBody &body);
     void breakOff(const QString &fault);
 
-    QByteArray boundary_; // without its dashes; empty while unknown
-    QByteArray rest_;     // received, but not consumed yet
+    QByteArray boundary_;  // without its dashes; empty while unknown
+    qsizetype dashes_ = 0; // least number before a boundary, as before the first one
+    QByteArray rest_;      // received, but not consumed yet
     Place place_ = Place::Preamble;
     State state_ = State::Reading;
     std::optional<qint64> length_; // remaining bytes of the part

@@ -65,6 +65,8 @@ INSTANTIATE_TEST_SUITE_P(
         Stream{"AnnouncedWithDashes", kType + "--cut", part("--cut", "") + "\r\n--cut\r\n"},
         Stream{"SentWithMoreDashes", kType + "--cut", part("----cut", "") + "\r\n----cut\r\n"},
         Stream{"SentWithoutDashes", kType + "cut", part("cut", counted())},
+        Stream{"SentWithoutDashesOrLength", kType + "cut", part("cut", "") + "\r\ncut\r\n"},
+        Stream{"SentWithOneDash", kType + "cut", part("-cut", "") + "\r\n-cut\r\n"},
         Stream{"Unannounced", "multipart/x-mixed-replace", part("--cut", "") + "\r\n--cut\r\n"},
         Stream{"ParameterBehind", kType + "cut; charset=x", part("--cut", counted())},
         Stream{"Preamble", kType + "cut", "hello\r\n\r\n" + part("--cut", counted())},

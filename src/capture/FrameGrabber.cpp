@@ -23,7 +23,8 @@ namespace {
 
 constexpr qint64 kMostBody = qint64{64} * 1024 * 1024;
 constexpr qsizetype kMostError = 4096; // of the end of ffmpeg's output
-constexpr int kReapMs = 1000;          // for a killed process to end
+constexpr QByteArrayView kJpegBegin("\xFF\xD8\xFF");
+constexpr int kReapMs = 1000; // for a killed process to end
 
 enum class GrabEnd { Finished, TimeOut, Stopped, TooLong, NotStarted };
 
@@ -174,7 +175,9 @@ public:
         const bool good = end == GrabEnd::Finished &&
                           process_.exitStatus() == QProcess::NormalExit &&
                           process_.exitCode() == 0 && !body_.isEmpty();
-        if (good) {
+        if (good && !body_.head().startsWith(kJpegBegin)) {
+            reply.failure = QStringLiteral("what ffmpeg gave is no JPEG picture");
+        } else if (good) {
             reply.outcome = FetchOutcome::Arrived;
             reply.contentType = QStringLiteral("image/jpeg");
             reply.body = std::move(body_);

@@ -1,6 +1,7 @@
 // A picture of a stream by way of another program, here a script of the test's.
 #include "capture/FrameGrabber.h"
 
+#include "base/TaskScope.h"
 #include "capture/CameraUrl.h"
 #include "support/RunTask.h"
 #include "support/ScopedEnv.h"
@@ -8,16 +9,23 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
+#include <thread>
 
 namespace velmora::test {
 namespace {
 
 using namespace std::chrono_literals;
+
+// Shell commands that write 5000 bytes that begin as a JPEG does.
+const QByteArray kJpeg = "printf '\\377\\330\\377'; head -c 4997 /dev/zero";
 
 class FrameGrabberTest : public testing::Test
 {
@@ -61,9 +69,16 @@ protected:
     FrameGrabber grabber;
 };
 
+QCoro::Task<> fetchInto(FrameGrabber *grabber, int *arrived)
+{
+    const HttpReply reply =
+        co_await grabber->fetch(requestFor(QStringLiteral("rtsp://cam/live"), 20s), {});
+    *arrived += reply.outcome == FetchOutcome::Arrived ? 1 : 0;
+}
+
 TEST_F(FrameGrabberTest, GivesWhatItWrites)
 {
-    install("cat > $OUT/input\nprintf '%s ' \"$@\" > $OUT/arguments\nhead -c 5000 /dev/zero");
+    install("cat > $OUT/input\nprintf '%s ' \"$@\" > $OUT/arguments\n" + kJpeg);
     const HttpReply reply = fetch();
     ASSERT_EQ(reply.outcome, FetchOutcome::Arrived) << reply.failure.toStdString();
     EXPECT_EQ(reply.body.size(), 5000);
@@ -75,7 +90,7 @@ TEST_F(FrameGrabberTest, GivesWhatItWrites)
 
 TEST_F(FrameGrabberTest, TakesALoginThatStandsApart)
 {
-    install("cat > $OUT/input\nhead -c 5000 /dev/zero");
+    install("cat > $OUT/input\n" + kJpeg);
     HttpRequest request = requestFor(QStringLiteral("rtsp://cam/it's"), 20s);
     request.user = QStringLiteral("me");
     request.password = QStringLiteral("a'b@c/d");
@@ -123,6 +138,70 @@ TEST_F(FrameGrabberTest, FailsWithoutAPicture)
 {
     install("exit 0");
     EXPECT_EQ(fetch().failure, QStringLiteral("the stream gave no picture"));
+}
+
+TEST_F(FrameGrabberTest, FailsWithWhatIsNoJpeg)
+{
+    install("head -c 5000 /dev/zero");
+    const HttpReply reply = fetch();
+    EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+    EXPECT_EQ(reply.failure, QStringLiteral("what ffmpeg gave is no JPEG picture"));
+}
+
+TEST_F(FrameGrabberTest, AsksForTcpFirstOfAnEncryptedStreamToo)
+{
+    install("cat > $OUT/input\nprintf '%s ' \"$@\" > $OUT/arguments\n" + kJpeg);
+    const HttpRequest request = requestFor(QStringLiteral("rtsps://cam:322/live"), 20s);
+    EXPECT_EQ(resultOf(grabber.fetch(request, {})).outcome, FetchOutcome::Arrived);
+    EXPECT_EQ(tree.read(u"input"),
+              "ffconcat version 1.0\nfile 'rtsps://cam:322/live'\noption rtsp_flags prefer_tcp\n");
+    EXPECT_TRUE(tree.read(u"arguments").contains("rtsps"));
+}
+
+TEST_F(FrameGrabberTest, KillsItWithItsChildrenWhenItIsCancelled)
+{
+    install("sleep 100 & echo $! > $OUT/child\necho $$ > $OUT/new; mv $OUT/new $OUT/pid\nwait");
+    const QDeadlineTimer limit(20'000);
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [this, limit] {
+        if (tree.exists(u"pid") || limit.hasExpired()) {
+            stop.request_stop();
+        }
+    });
+    poll.start(5);
+    EXPECT_EQ(fetch(60s).outcome, FetchOutcome::Stopped);
+    EXPECT_TRUE(isGone(u"pid"));
+    EXPECT_TRUE(dies(u"child"));
+}
+
+TEST_F(FrameGrabberTest, RunsAsManyAtOnceAsThereAreCores)
+{
+    // Each stays until the test has seen as many as may run, and tells how many it saw then.
+    install("touch $OUT/here.$$\n"
+            "i=0; while [ ! -e $OUT/go ] && [ $i -lt 2000 ]; do i=$((i + 1)); sleep 0.01; done\n"
+            "ls $OUT/here.* | wc -l >> $OUT/seen; rm $OUT/here.$$\n" +
+            kJpeg);
+    const int cores = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [this, cores] {
+        if (QDir(tree.path()).entryList({QStringLiteral("here.*")}).size() >= cores) {
+            tree.write(u"go", "");
+        }
+    });
+    poll.start(5);
+    TaskScope scope([](const QString &) {});
+    int arrived = 0;
+    for (int i = 0; i < 2 * cores + 1; ++i) {
+        scope.launch(fetchInto(&grabber, &arrived));
+    }
+    runToEnd(scope.join(), 30s);
+    EXPECT_EQ(arrived, 2 * cores + 1);
+    const QList<QByteArray> seen = tree.read(u"seen").trimmed().split('\n');
+    EXPECT_EQ(
+        std::ranges::max(seen, {}, [](const QByteArray &line) { return line.trimmed().toInt(); })
+            .trimmed()
+            .toInt(),
+        cores);
 }
 
 TEST_F(FrameGrabberTest, SaysThatItIsMissing)

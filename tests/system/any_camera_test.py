@@ -141,5 +141,42 @@ class RtspTest(unittest.TestCase):
         self.assertNotIn("topsecret", "\n".join(program.out + program.err) + home.log())
 
 
+class GrabberTest(unittest.TestCase):
+    """A program in the place of ffmpeg, which hangs."""
+
+    def setUp(self):
+        self.house = House(self)
+        self.pid_file = self.house.root / "pid"
+        folder = self.house.root / "bin"
+        folder.mkdir()
+        script = folder / "ffmpeg"
+        script.write_text(f'#!/bin/sh\necho $$ >"{self.pid_file}.new"\nmv "{self.pid_file}.new" "{self.pid_file}"\n'
+                          "exec sleep 100\n")
+        script.chmod(0o755)
+        self.house.write_settings(OPTIONS, camera_lists(["rtsp://127.0.0.1/live"]))
+        path = f"{folder}:{os.environ.get('PATH', '/usr/bin:/bin')}"
+        self.program = self.house.start("--capture", env={"PATH": path})
+        until(self.pid_file.exists, 20, self.program.report)
+        self.grabber = Path("/proc", self.pid_file.read_text().strip())
+
+    def is_gone(self):
+        """Ended, whether or not the system has taken note."""
+        try:
+            return (self.grabber / "stat").read_text().rsplit(")", 1)[1].split()[0] == "Z"
+        except OSError:
+            return True
+
+    def test_ends_with_the_program(self):
+        self.program.terminate()
+        self.program.interrupt()  # gives the last pass up
+        self.assertEqual(0, self.program.wait(20), self.program.report())
+        self.assertFalse(self.grabber.exists())
+
+    def test_ends_with_the_program_that_is_killed(self):
+        self.assertFalse(self.is_gone())
+        self.program.kill()
+        until(self.is_gone, 10, "the end of what was started")
+
+
 if __name__ == "__main__":
     house.main()

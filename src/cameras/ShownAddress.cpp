@@ -7,7 +7,8 @@ namespace velmora {
 QString shownAddress(const QString &url)
 {
     const QString shown = withoutCredentials(url);
-    for (const QLatin1String scheme : {QLatin1String("http://"), QLatin1String("https://")}) {
+    for (const QLatin1String scheme : {QLatin1String("http://"), QLatin1String("https://"),
+                                       QLatin1String("rtsp://"), QLatin1String("rtsps://")}) {
         if (shown.startsWith(scheme, Qt::CaseInsensitive)) {
             return shown.sliced(scheme.size());
         }

@@ -25,6 +25,7 @@ struct Columns
     qsizetype row = 3;
 };
 
+// Tells an address from other text where nothing else does.
 bool looksLikeAddress(const QString &text)
 {
     return !text.contains(u' ') &&
@@ -60,6 +61,12 @@ QString fieldAt(const TableLine &line, qsizetype column)
     return column >= 0 && column < line.fields.size() ? line.fields[column] : QString();
 }
 
+QString noAddress(const QString &line)
+{
+    return QStringLiteral("\"%1\" is no address").arg(line.left(kMaxNameLength));
+}
+
+// The rule of the window and of --add: a table says itself what its addresses are.
 QString addressFault(const QString &address)
 {
     if (address.isEmpty()) {
@@ -67,9 +74,6 @@ QString addressFault(const QString &address)
     }
     if (holdsControls(address)) {
         return QStringLiteral("the address holds a line break or another control character");
-    }
-    if (!looksLikeAddress(address)) {
-        return QStringLiteral("\"%1\" is no address").arg(address.left(kMaxNameLength));
     }
     if (const auto refusal = addressRefusal(address, 0)) {
         return QStringLiteral("the address is longer than 255 characters");
@@ -113,9 +117,7 @@ void readTable(CameraList &list, const std::vector<TableLine> &lines)
 {
     const std::optional<Columns> named = namedColumns(lines.front());
     for (std::size_t i = named ? 1 : 0; i < lines.size(); ++i) {
-        if (!lines[i].fields.first().startsWith(u'#')) {
-            list.cameras.push_back(tableCamera(lines[i], named.value_or(Columns{})));
-        }
+        list.cameras.push_back(tableCamera(lines[i], named.value_or(Columns{})));
     }
 }
 
@@ -129,7 +131,7 @@ void readLines(CameraList &list, const QString &text)
             ListedCamera camera;
             camera.line = number;
             camera.address = address;
-            camera.fault = addressFault(address);
+            camera.fault = looksLikeAddress(address) ? addressFault(address) : noAddress(address);
             list.cameras.push_back(std::move(camera));
         }
     }

@@ -59,12 +59,34 @@ public:
     std::vector<TableLine> read()
     {
         while (at_ < text_.size()) {
-            readLine();
+            if (isComment()) {
+                skipLine();
+            } else {
+                readLine();
+            }
         }
         return std::move(lines_);
     }
 
 private:
+    // A field in quotes may begin with the same character.
+    [[nodiscard]] bool isComment() const
+    {
+        qsizetype at = at_;
+        while (at < text_.size() && text_[at] == u' ') {
+            ++at;
+        }
+        return at < text_.size() && text_[at] == u'#';
+    }
+
+    void skipLine()
+    {
+        while (at_ < text_.size() && text_[at_] != u'\n' && text_[at_] != u'\r') {
+            ++at_;
+        }
+        skipLineEnd();
+    }
+
     void readLine()
     {
         TableLine line{number_, {}};
@@ -150,7 +172,8 @@ std::vector<TableLine> tableLines(const QString &text, QChar separator)
 QString tableField(const QString &field)
 {
     const bool needsQuotes = field.contains(u',') || field.contains(u'"') ||
-                             field.startsWith(u' ') || field.endsWith(u' ');
+                             field.startsWith(u' ') || field.startsWith(u'#') ||
+                             field.endsWith(u' ');
     return needsQuotes ? u'"' + QString(field).replace(u'"', QStringLiteral("\"\"")) + u'"' : field;
 }
 

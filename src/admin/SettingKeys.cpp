@@ -85,14 +85,13 @@ CommandResult setStorageFolder(Target &target, const QString &value)
     while (native.size() > 1 && native.endsWith(u'/')) {
         native.chop(1);
     }
-    if (!native.startsWith(u'/')) {
-        setStorage(target.draft, value);
-        return {};
-    }
-    if (const auto refusal = storageRefusal(target.paths, native)) {
+    const bool isChosen = native.startsWith(u'/');
+    const auto refusal =
+        isChosen ? storageRefusal(target.paths, native) : storageTextRefusal(value);
+    if (refusal) {
         return CommandResult::refused(*refusal);
     }
-    setStorage(target.draft, target.paths.folderText(native));
+    setStorage(target.draft, isChosen ? target.paths.folderText(native) : value);
     return {};
 }
 

@@ -55,7 +55,7 @@ QString HeadlessFilm::imageFolder()
     }
     const QString name = cameraName(settings, request_.camera);
     camera_ = name.isEmpty() ? shownAddress(url) : name;
-    const QString storage = FormRep(storedStorage(settings));
+    const QString storage = storedStorage(settings);
     return NativePaths(programFolder_).native(storage + encodeFolderName(url)).value_or(QString());
 }
 

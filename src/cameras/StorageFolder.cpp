@@ -1,6 +1,8 @@
 #include "cameras/StorageFolder.h"
 
+#include "base/AnsiText.h"
 #include "base/Folders.h"
+#include "base/OneLine.h"
 #include "cameras/StoragePath.h"
 
 #include <utility>
@@ -10,6 +12,28 @@ namespace {
 
 // Cleaning turns an empty text into this, and so ends deleting it letter by letter.
 constexpr QStringView kNothingCleaned = u"\\";
+
+constexpr qsizetype kMostKept = 254; // characters of a stored value
+
+bool fitsSettings(const QString &text)
+{
+    return text.size() <= kMostKept && !holdsControls(text) && fitsAnsi(text);
+}
+
+QString unfitRefusal(const QString &folder)
+{
+    return QStringLiteral("The folder %1 cannot be the storage folder: the settings file keeps one "
+                          "line of 254 characters of the Western European set")
+        .arg(folder);
+}
+
+// Of a program that was killed while its box was empty, the folder before is meant.
+QString storedText(const SettingsSnapshot &settings)
+{
+    const QString stored = keys::kStRep.read(settings);
+    const QString before = keys::kStorageBefore.read(settings);
+    return stored == kNothingCleaned && !before.isEmpty() ? before : stored;
+}
 
 } // namespace
 
@@ -24,19 +48,23 @@ std::optional<QString> storageRefusal(const NativePaths &paths, const QString &n
 {
     const QString text = paths.folderText(nativeFolder);
     if (FormRep(text) == text && paths.native(text) == nativeFolder) {
-        return std::nullopt;
+        return fitsSettings(text) ? std::nullopt : std::optional(unfitRefusal(nativeFolder));
     }
     return QStringLiteral("The folder %1 cannot be the storage folder: its path holds a blank or "
                           "one of \\ * ? < > | \", which are taken out of storage paths")
         .arg(nativeFolder);
 }
 
-// Of a program that was killed while its box was empty, the folder before is meant.
+std::optional<QString> storageTextRefusal(const QString &text)
+{
+    return fitsSettings(FormRep(withBackslashes(text).trimmed()))
+               ? std::nullopt
+               : std::optional(unfitRefusal(text));
+}
+
 QString storedStorage(const SettingsSnapshot &settings)
 {
-    const QString stored = keys::kStRep.read(settings);
-    const QString before = keys::kStorageBefore.read(settings);
-    return stored == kNothingCleaned && !before.isEmpty() ? before : stored;
+    return FormRep(storedText(settings).trimmed());
 }
 
 void setStorage(SettingsDraft &draft, const QString &text)
@@ -129,7 +157,7 @@ void StorageFolder::store() const
 void StorageFolder::load()
 {
     const SettingsSnapshot settings = table_.settings().snapshot();
-    setText(storedStorage(settings));
+    setText(storedText(settings));
     takeText();
     if (text_ != keys::kStRep.read(settings)) {
         store();
@@ -139,8 +167,8 @@ void StorageFolder::load()
 void StorageFolder::adoptStored()
 {
     const QString stored = storedStorage(table_.settings().snapshot());
-    if (!isBeingEdited() && FormRep(stored.trimmed()) != text_) {
-        text_ = stored;
+    storedElsewhere_ = stored == text_ ? std::nullopt : std::optional(stored);
+    if (storedElsewhere_ && !isBeingEdited()) {
         putInForce();
     }
 }
@@ -192,22 +220,45 @@ bool StorageFolder::takeBackEmptied()
 {
     const bool wasEmptied = std::exchange(emptied_, false);
     if (wasEmptied) {
-        text_ = inForce_;
+        text_ = storedElsewhere_.value_or(inForce_);
         store();
     }
     return wasEmptied;
 }
 
+// What the user has typed counts for more.
+void StorageFolder::takeStoredElsewhere()
+{
+    if (const auto stored = std::exchange(storedElsewhere_, std::nullopt)) {
+        text_ = text_ == inForce_ ? *stored : text_;
+        if (text_ != storedStorage(table_.settings().snapshot())) {
+            store();
+        }
+    }
+}
+
+void StorageFolder::takeBackUnstorable()
+{
+    if (!fitsSettings(text_)) {
+        problems_.tell(unfitRefusal(text_));
+        text_ = inForce_;
+        store();
+    }
+}
+
 void StorageFolder::putInForce()
 {
+    const QString before = inForce_;
     const bool wasEmptied = takeBackEmptied();
+    takeStoredElsewhere();
+    takeBackUnstorable();
     justNamed_ = justNamed_ || text_ != inForce_;
     if (std::exchange(editing_, Editing::No) == Editing::Yes) {
         ++version_;
     }
     testSA();
     gate_.open();
-    if (wasEmptied) {
+    if (wasEmptied && inForce_ == before) {
         Q_EMIT told(QStringLiteral("The storage box was left empty: the storage folder stays %1")
                         .arg(inForce_));
     }
@@ -220,6 +271,7 @@ bool StorageFolder::choose(const QString &nativeFolder)
         return false;
     }
     emptied_ = false;
+    storedElsewhere_.reset();
     text_ = paths_.folderText(nativeFolder);
     putInForce();
     store();
@@ -238,6 +290,8 @@ void StorageFolder::MakeDir_Click()
 {
     log_.trace(QStringLiteral("Interface MkDir"));
     takeBackEmptied();
+    takeBackUnstorable();
+    storedElsewhere_.reset();
     setText(pathToMake(FormRep(text_.trimmed())));
     const bool wasThere = isThere(text_);
     makeLevels();

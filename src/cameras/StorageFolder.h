@@ -29,12 +29,15 @@ struct StorageState
 
 [[nodiscard]] StorageState storageState(bool folderPresent, Editing editing = Editing::No);
 
-/// Why a native folder cannot be the storage folder, in words: cleaning would change its path.
-/// Nothing when it can.
+/// Why a native folder cannot be the storage folder, in words: cleaning would change its path, or
+/// the settings cannot hold it. Nothing when it can.
 [[nodiscard]] std::optional<QString> storageRefusal(const NativePaths &paths,
                                                     const QString &nativeFolder);
 
-/// The storage folder's text as the settings hold it, "C:\in" when they hold none.
+/// The same for a text typed into the storage box.
+[[nodiscard]] std::optional<QString> storageTextRefusal(const QString &text);
+
+/// The text of the stored storage folder, cleaned as a start does; "C:\in\" when none is stored.
 [[nodiscard]] QString storedStorage(const SettingsSnapshot &settings);
 
 /// Stores a text as typing it into the storage box does.
@@ -108,8 +111,8 @@ public:
     /// Loads the stored text, "C:\in" when there is none, and puts it in force; checks nothing.
     void load();
 
-    /// Another program has changed the settings: takes the stored folder and checks it, unless the
-    /// box is being edited.
+    /// Another program has changed the settings: takes the stored folder and checks it. While the
+    /// box is being edited it waits for the end, and yields to another text typed until then.
     void adoptStored();
 
     /// Checks the storage folder ("test du stockage"): cleans the text, then `checked` tells what
@@ -129,10 +132,12 @@ public:
     void setAside();
 
     /// The box was left, or Enter was pressed in it: the text is the folder in force from now on.
-    /// An emptied box restores the folder that was in force.
+    /// An emptied box restores the folder that was in force, and so does a text that the settings
+    /// cannot hold, of which the user is warned.
     void putInForce();
 
-    /// An emptied box restores the folder in force; any other text stays. True when it did.
+    /// An emptied box restores the folder in force, or takes the one that another program has
+    /// stored meanwhile; any other text stays. True when it did.
     bool takeBackEmptied();
 
     /// The user chose this native folder, which is in force at once. One whose path the cleaning
@@ -178,6 +183,8 @@ Q_SIGNALS:
 
 private:
     void setText(const QString &text);
+    void takeStoredElsewhere();
+    void takeBackUnstorable();
     void takeText();
     void store() const;
     [[nodiscard]] QString madeText() const;
@@ -193,6 +200,7 @@ private:
     Problems &problems_;
     QString text_;
     QString inForce_;
+    std::optional<QString> storedElsewhere_; // during an edit
     StorageState state_;
     Gate gate_;
     quint64 version_ = 0;

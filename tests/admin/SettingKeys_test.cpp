@@ -99,11 +99,14 @@ TEST_F(SettingKeys, HaveTheWindowsDefaults)
 
 TEST_F(SettingKeys, RefuseWhatTheWindowRefuses)
 {
-    for (const char *const wrong : {"storage=/tmp/a b", "camera.0:0.keep=clearly:0",
-                                    "camera.0:0.keep=clearly:101", "camera.0:0.name=a\tb"}) {
+    for (const char *const wrong :
+         {"storage=/tmp/a b", "storage=/srv/日本", "storage=C:\\日本", "camera.0:0.keep=clearly:0",
+          "camera.0:0.keep=clearly:101", "camera.0:0.name=a\tb"}) {
         EXPECT_EQ(set({text(wrong)}).status, kRefused) << wrong;
     }
     EXPECT_EQ(set({text("camera.0:0.name=") + QString(10'000, u'n')}).status, kRefused);
+    EXPECT_EQ(set({text("storage=/srv/") + QString(300, u'a')}).status, kRefused);
+    EXPECT_FALSE(tree.exists(u"Velmora.ini"));
 }
 
 TEST_F(SettingKeys, TakeNothingMalformed)
@@ -129,6 +132,12 @@ TEST_F(SettingKeys, GoWithTheChoiceThatNeedsThem)
     settings.write(u"Camera00", u"Digest", u"abc");
     ASSERT_EQ(set({text("camera.0:0.keep=dated")}).status, kDone);
     EXPECT_EQ(tree.read(u"Velmora.ini"), "[Camera00]\r\n");
+}
+
+TEST_F(SettingKeys, TellTheStorageFolderThatIsUsed)
+{
+    settings.write(u"Control", u"StRep", u"\\my srv\\cams"); // by hand
+    EXPECT_EQ(get(text("storage")), text("/mysrv/cams"));
 }
 
 } // namespace

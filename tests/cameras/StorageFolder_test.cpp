@@ -1,7 +1,7 @@
 // The storage folder: its check and what follows from it, and the effects of typing into its box.
 #include "cameras/StorageFolder.h"
 
-#include "cameras/CamerasFixture.h"
+#include "cameras/StorageFolderFixture.h"
 
 #include <QDir>
 
@@ -9,30 +9,7 @@ namespace velmora {
 namespace {
 
 using test::CamerasFixture;
-
-class StorageFolderTest : public CamerasFixture
-{
-protected:
-    StorageFolderTest()
-    {
-        QObject::connect(&storage, &StorageFolder::checked, &storage,
-                         [this](const StorageState &state) { checks.append(state); });
-        QObject::connect(&storage, &StorageFolder::textChanged, &storage,
-                         [this](const QString &text) { texts.append(text); });
-        QObject::connect(&storage, &StorageFolder::told, &storage,
-                         [this](const QString &text) { told.append(text); });
-        QObject::connect(&storage, &StorageFolder::editBegan, &storage, [this] { ++editsBegun; });
-    }
-
-    void makeStorage() const { tree.makeFolder(u"drives/c/in"); }
-
-    void removeStorage() const { ASSERT_TRUE(QDir().rmdir(tree.path(u"drives/c/in"))); }
-
-    QList<StorageState> checks;
-    QStringList texts;
-    QStringList told;
-    int editsBegun = 0;
-};
+using test::StorageFolderTest;
 
 const StorageState kPresent{LampColour::Green, true, false, QStringLiteral("Ok")};
 const StorageState kMissing{LampColour::Red, false, true, QStringLiteral("Quitter")};
@@ -225,145 +202,6 @@ TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheFolderComesWhileItIsEdited
     EXPECT_TRUE(storage.isBeingEdited());
 }
 
-class FolderInForce : public StorageFolderTest
-{
-protected:
-    FolderInForce()
-    {
-        makeStorage();
-        tree.makeFolder(u"drives/c/other");
-        storage.load();
-        storage.testSA();
-        storage.beginEdit();
-    }
-
-    [[nodiscard]] bool isInForce(const QString &text) const { return storage.inForce() == text; }
-
-    StorageFolder next{table, paths, log, problems}; // that of the next start
-    const QString kBefore = QStringLiteral("C:\\in\\");
-    const QString kOther = QStringLiteral("C:\\other\\");
-};
-
-TEST_F(FolderInForce, StaysWhileAnotherIsTyped)
-{
-    storage.edit(QStringLiteral("C:\\other"));
-    EXPECT_EQ(storage.text(), kOther);
-    EXPECT_EQ(setting(u"Control", u"StRep"), kOther);
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
-    EXPECT_TRUE(isInForce(kBefore));
-    EXPECT_EQ(storage.folderText(u"\\a\\"), QStringLiteral("C:\\in\\\\a\\"));
-    EXPECT_FALSE(storage.isUsable());
-    EXPECT_TRUE(storage.gate().isShut());
-}
-
-TEST_F(FolderInForce, IsTheTextOfABoxThatWasLeft)
-{
-    storage.edit(QStringLiteral("C:\\other"));
-    storage.putInForce();
-    EXPECT_TRUE(isInForce(kOther));
-    EXPECT_TRUE(storage.isUsable());
-    EXPECT_FALSE(storage.gate().isShut());
-}
-
-TEST_F(FolderInForce, IsAChosenFolderAtOnce)
-{
-    EXPECT_TRUE(storage.choose(tree.path(u"drives/c/other")));
-    EXPECT_TRUE(isInForce(kOther));
-    EXPECT_TRUE(storage.isUsable());
-    EXPECT_FALSE(storage.isBeingEdited());
-}
-
-TEST_F(FolderInForce, IsAMadeFolderAtOnce)
-{
-    storage.edit(QStringLiteral("C:\\new"));
-    storage.MakeDir_Click();
-    EXPECT_TRUE(isInForce(QStringLiteral("C:\\new\\")));
-    EXPECT_TRUE(storage.isUsable());
-    EXPECT_EQ(told, QStringList{QStringLiteral("The storage folder C:\\new\\ was made")});
-}
-
-TEST_F(FolderInForce, WaitsBehindAnotherWindowWithAChangedText)
-{
-    storage.edit(QStringLiteral("C:\\other"));
-    storage.setAside();
-    EXPECT_TRUE(isInForce(kBefore));
-    EXPECT_TRUE(storage.isBeingEdited());
-}
-
-TEST_F(FolderInForce, IsUsedAgainBehindAnotherWindowWithAnUnchangedText)
-{
-    storage.edit(QStringLiteral("C:\\other"));
-    storage.edit(QStringLiteral("C:\\in"));
-    storage.setAside();
-    EXPECT_FALSE(storage.isBeingEdited());
-    EXPECT_TRUE(storage.isUsable());
-}
-
-TEST_F(FolderInForce, IsGivenBackByAnEmptiedBox)
-{
-    storage.edit(QString());
-    EXPECT_EQ(storage.text(), QStringLiteral("\\"));
-    storage.setAside();
-    EXPECT_TRUE(storage.isBeingEdited());
-    storage.putInForce();
-    EXPECT_TRUE(isInForce(kBefore));
-    EXPECT_EQ(storage.text(), kBefore);
-    EXPECT_EQ(setting(u"Control", u"StRep"), kBefore);
-    ASSERT_EQ(told.size(), 1);
-    EXPECT_TRUE(told.first().contains(QStringLiteral("stays C:\\in\\")));
-}
-
-TEST_F(FolderInForce, IsGivenBackByTheNextStartAfterAKillWithAnEmptiedBox)
-{
-    storage.edit(QString());
-    ASSERT_EQ(setting(u"Control", u"StRep"), QStringLiteral("\\"));
-    next.load();
-    EXPECT_TRUE(next.inForce() == kBefore && next.text() == kBefore);
-    EXPECT_EQ(setting(u"Control", u"StRep"), kBefore);
-    EXPECT_EQ(setting(u"Velmora", u"StorageBefore"), QString());
-}
-
-TEST_F(FolderInForce, IsTheTypedOneForTheNextStartAfterAKillInTheMiddleOfATextThatBeganEmpty)
-{
-    storage.edit(QString());
-    storage.edit(QStringLiteral("C:\\ot"));
-    next.load();
-    EXPECT_EQ(next.inForce(), QStringLiteral("C:\\ot\\"));
-    EXPECT_EQ(setting(u"Velmora", u"StorageBefore"), QString());
-}
-
-TEST_F(FolderInForce, IsTheRootForTheNextStartWhenThatWasChosen)
-{
-    storage.edit(QString());
-    ASSERT_TRUE(storage.choose(QStringLiteral("/")));
-    next.load();
-    EXPECT_EQ(next.inForce(), QStringLiteral("\\"));
-}
-
-TEST_F(FolderInForce, StaysWhenALetterIsTypedIntoAnEmptiedBoxAndTakenOutAgain)
-{
-    const QString before = storage.inForce();
-    storage.edit(QString());
-    storage.edit(QStringLiteral("\\x"));
-    storage.edit(QStringLiteral("\\\\"));
-    storage.putInForce();
-    EXPECT_TRUE(isInForce(before));
-}
-
-TEST_F(FolderInForce, HasAnotherVersionForWhateverBeganBefore)
-{
-    storage.putInForce();
-    const StorageUse use(storage);
-    EXPECT_TRUE(use.mayGoOn());
-    storage.testSA();
-    storage.MakeDir_Click();
-    EXPECT_TRUE(use.mayGoOn()) << "the same folder is in force";
-    storage.beginEdit();
-    EXPECT_FALSE(use.mayGoOn());
-    storage.putInForce();
-    EXPECT_FALSE(use.mayGoOn());
-}
-
 class MissingFolder : public CamerasFixture
 {
 protected:
@@ -441,6 +279,29 @@ TEST_F(StorageFolderTest, RefusesAChosenFolderThatCleaningWouldChange)
         EXPECT_EQ(storage.text(), QString());
         EXPECT_FALSE(tree.exists(u"Velmora.ini"));
     }
+}
+
+TEST_F(StorageFolderTest, RefusesAChosenFolderThatTheSettingsCannotHold)
+{
+    for (const QString &name :
+         {QStringLiteral("日本"), QString(250, u'a') + u'/' + QString(100, u'b'),
+          QStringLiteral("a\nb")}) {
+        SCOPED_TRACE(name.toStdString());
+        const QString folder = tree.path(u"drives/c") + u'/' + name;
+        shown.clear();
+        EXPECT_FALSE(storage.choose(folder));
+        ASSERT_EQ(shown.size(), 1);
+        EXPECT_TRUE(shown.first().contains(folder));
+        EXPECT_FALSE(tree.exists(u"Velmora.ini"));
+    }
+}
+
+TEST_F(StorageFolderTest, IsReadByOthersAsItIsUsed)
+{
+    store("[Control]\r\nStRep=C:\\my in\r\n");
+    EXPECT_EQ(storedStorage(settings.snapshot()), QStringLiteral("C:\\myin\\"));
+    storage.load();
+    EXPECT_EQ(storage.text(), QStringLiteral("C:\\my in")) << "until it is checked";
 }
 
 } // namespace

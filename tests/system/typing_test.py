@@ -96,6 +96,21 @@ class TypingTest(unittest.TestCase):
         self.program.terminate()
         self.assertEqual(0, self.program.wait(30), self.program.report())
 
+    def test_a_folder_named_by_a_command_waits_for_the_unchanged_box(self):
+        self.begin("openbox")
+        self.start()
+        self.wait_for_more(self.house.storage)
+        self.desktop.press(SETUP_KEY)
+        self.wait_for_keyboard(self.desktop.window(MAIN, MAIN_WIDTH))
+        self.desktop.press(STORAGE_KEY)
+        self.expect_quiet()
+        command = [house.VELMORA, "--program-folder", self.house.root, "--set", "storage=C:\\other"]
+        self.assertEqual(0, self.house.start_command(command).wait(20))
+        self.expect_quiet()
+        self.desktop.press("Return")
+        self.wait_for_more(self.other)
+        self.assertEqual(AFTER, self.storage_text())
+
     def test_under_openbox(self):
         self.tell("openbox")
 

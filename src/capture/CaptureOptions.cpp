@@ -31,6 +31,18 @@ QString wholeText(double number)
     return QString::number(static_cast<int>(number));
 }
 
+// A stored text as the box shows it; 0 or no number counts as the default.
+QString shownTempo(const QString &stored)
+{
+    return leadingNumber(stored) == 0 ? QStringLiteral("1") : stored;
+}
+
+QString shownTimeout(const QString &stored)
+{
+    const double timeout = leadingNumber(stored);
+    return timeout == 0 ? QStringLiteral("5") : QString::number(timeout, 'g', kDigits);
+}
+
 } // namespace
 
 CaptureOptions::CaptureOptions(const SettingsFile &settings)
@@ -40,26 +52,35 @@ CaptureOptions::CaptureOptions(const SettingsFile &settings)
 
 void CaptureOptions::load()
 {
-    const QString tempo = keys::kTempo.read(settings_);
-    tempo_ = leadingNumber(tempo) == 0 ? QStringLiteral("1") : tempo;
-    const double timeout = leadingNumber(keys::kTIO.read(settings_));
-    timeout_ = timeout == 0 ? QStringLiteral("5") : QString::number(timeout, 'g', kDigits);
+    tempo_ = shownTempo(keys::kTempo.read(settings_));
+    timeout_ = shownTimeout(keys::kTIO.read(settings_));
     Q_EMIT tempoChanged(tempo_);
     Q_EMIT timeoutChanged(timeout_);
 }
 
 void CaptureOptions::adoptStored()
 {
-    if (!tempoHand_.edits && !timeoutHand_.edits) {
-        load();
+    const QString tempo = keys::kTempo.read(settings_);
+    if (!tempoHand_.keepsWaiting(tempo, tempo_)) {
+        tempo_ = shownTempo(tempo);
+        Q_EMIT tempoChanged(tempo_);
+    }
+    const QString timeout = keys::kTIO.read(settings_);
+    if (!timeoutHand_.keepsWaiting(timeout, timeout_)) {
+        timeout_ = shownTimeout(timeout);
+        Q_EMIT timeoutChanged(timeout_);
     }
 }
 
 void CaptureOptions::setTempo(const QString &text)
 {
-    if (text == tempo_) {
-        return;
+    if (text != tempo_) {
+        storeTempo(text);
     }
+}
+
+void CaptureOptions::storeTempo(const QString &text)
+{
     tempo_ = text;
     keys::kTempo.write(settings_, tempo_);
     Q_EMIT tempoChanged(tempo_);
@@ -67,18 +88,34 @@ void CaptureOptions::setTempo(const QString &text)
 
 void CaptureOptions::setTimeout(const QString &text)
 {
-    if (text == timeout_) {
-        return;
+    if (text != timeout_) {
+        storeTimeout(text);
     }
+}
+
+void CaptureOptions::storeTimeout(const QString &text)
+{
     timeout_ = text;
     keys::kTIO.write(settings_, timeout_);
     Q_EMIT timeoutChanged(timeout_);
+}
+
+void CaptureOptions::Hand::begin(const QString &text)
+{
+    edits = true;
+    before = text;
 }
 
 bool CaptureOptions::Hand::mayPutRight()
 {
     ruleWaits = edits;
     return !edits;
+}
+
+bool CaptureOptions::Hand::keepsWaiting(const QString &stored, const QString &text)
+{
+    elsewhere = edits && stored != text ? std::optional(stored) : std::nullopt;
+    return edits;
 }
 
 bool CaptureOptions::Hand::end()
@@ -89,11 +126,14 @@ bool CaptureOptions::Hand::end()
 
 void CaptureOptions::beginTempoEdit()
 {
-    tempoHand_.edits = true;
+    tempoHand_.begin(tempo_);
 }
 
 void CaptureOptions::endTempoEdit()
 {
+    if (const auto stored = std::exchange(tempoHand_.elsewhere, std::nullopt)) {
+        storeTempo(tempo_ == tempoHand_.before ? shownTempo(*stored) : tempo_);
+    }
     if (tempoHand_.end()) {
         normaliseTempo();
     }
@@ -101,11 +141,14 @@ void CaptureOptions::endTempoEdit()
 
 void CaptureOptions::beginTimeoutEdit()
 {
-    timeoutHand_.edits = true;
+    timeoutHand_.begin(timeout_);
 }
 
 void CaptureOptions::endTimeoutEdit()
 {
+    if (const auto stored = std::exchange(timeoutHand_.elsewhere, std::nullopt)) {
+        storeTimeout(timeout_ == timeoutHand_.before ? shownTimeout(*stored) : timeout_);
+    }
     if (timeoutHand_.end()) {
         normaliseTimeout();
     }

@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <optional>
 
 namespace velmora {
 
@@ -30,8 +31,8 @@ public:
     /// nothing.
     void load();
 
-    /// Another program has changed the settings: takes the stored values, unless a box is being
-    /// edited.
+    /// Another program has changed the settings: takes the stored values. A box that is being
+    /// edited takes its own at the end, unless another text was typed into it.
     void adoptStored();
 
     /// Tick length in seconds.
@@ -66,17 +67,25 @@ Q_SIGNALS:
     void timeoutChanged(const QString &text);
 
 private:
-    /// Whether a box is being edited, and whether a rule is waiting for that to end.
+    /// Whether a box is being edited, and what is waiting for that to end.
     struct Hand
     {
         bool edits = false;
         bool ruleWaits = false;
+        QString before;                   // text at the start of the edit
+        std::optional<QString> elsewhere; // stored by another program since then
 
+        void begin(const QString &text);
+        /// True when a text stored by another program has to wait. text: that in the box.
+        bool keepsWaiting(const QString &stored, const QString &text);
         /// True when a rule may correct the text now.
         bool mayPutRight();
         /// True when a rule was waiting.
         bool end();
     };
+
+    void storeTempo(const QString &text);
+    void storeTimeout(const QString &text);
 
     const SettingsFile &settings_;
     QString tempo_;

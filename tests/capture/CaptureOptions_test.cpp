@@ -244,5 +244,88 @@ TEST_F(CaptureOptionsTest, PutsNothingRightWhenNoRuleAskedForItMeanwhile)
     EXPECT_EQ(options_->tempo(), QStringLiteral("2"));
 }
 
+/// One of the two boxes, in hand.
+struct BoxInHand
+{
+    const char *name;
+    QStringView key;
+    void (CaptureOptions::*begin)();
+    void (CaptureOptions::*end)();
+    void (CaptureOptions::*type)(const QString &);
+    const QString &(CaptureOptions::*text)() const;
+};
+
+class NamedElsewhere : public CaptureOptionsTest, public testing::WithParamInterface<BoxInHand>
+{
+protected:
+    NamedElsewhere()
+    {
+        store("Tempo=7\r\nTIO=9\r\n");
+        (options_.get()->*GetParam().begin)();
+    }
+
+    /// Another program sets both values, and says so.
+    void name(const QString &tempo, const QString &timeout)
+    {
+        settings_.write(u"Control", u"Tempo", tempo);
+        settings_.write(u"Control", u"TIO", timeout);
+        options_->adoptStored();
+    }
+
+    void type(const QString &text) { (options_.get()->*GetParam().type)(text); }
+
+    void leave() { (options_.get()->*GetParam().end)(); }
+
+    [[nodiscard]] QString shown() const { return (options_.get()->*GetParam().text)(); }
+};
+
+TEST_P(NamedElsewhere, WaitsUntilTheUnchangedBoxIsLeft)
+{
+    const QString before = shown();
+    name(QStringLiteral("20"), QStringLiteral("20"));
+    EXPECT_EQ(shown(), before);
+    leave();
+    EXPECT_EQ(shown(), QStringLiteral("20"));
+    EXPECT_EQ(stored(GetParam().key), QStringLiteral("20"));
+}
+
+TEST_P(NamedElsewhere, IsTakenAtOnceByTheOtherBox)
+{
+    const QString before = shown();
+    name(QStringLiteral("20"), QStringLiteral("20"));
+    const QStringList texts{options_->tempo(), options_->timeout()};
+    EXPECT_EQ(texts.count(QStringLiteral("20")), 1);
+    EXPECT_EQ(texts.count(before), 1);
+}
+
+TEST_P(NamedElsewhere, YieldsToWhatIsTyped)
+{
+    name(QStringLiteral("20"), QStringLiteral("20"));
+    type(QStringLiteral("30"));
+    name(QStringLiteral("21"), QStringLiteral("21"));
+    leave();
+    EXPECT_EQ(shown(), QStringLiteral("30"));
+    EXPECT_EQ(stored(GetParam().key), QStringLiteral("30"));
+}
+
+TEST_P(NamedElsewhere, IsBroughtIntoRangeByARuleThatWaited)
+{
+    name(QStringLiteral("2000000"), QStringLiteral("2000000"));
+    options_->normaliseTempo();
+    options_->normaliseTimeout();
+    leave();
+    EXPECT_NE(shown(), QStringLiteral("2000000"));
+}
+
+const BoxInHand kBoxes[] = {
+    {"Tempo", u"Tempo", &CaptureOptions::beginTempoEdit, &CaptureOptions::endTempoEdit,
+     &CaptureOptions::setTempo, &CaptureOptions::tempo},
+    {"Timeout", u"TIO", &CaptureOptions::beginTimeoutEdit, &CaptureOptions::endTimeoutEdit,
+     &CaptureOptions::setTimeout, &CaptureOptions::timeout},
+};
+
+INSTANTIATE_TEST_SUITE_P(CaptureOptions, NamedElsewhere, testing::ValuesIn(kBoxes),
+                         [](const auto &info) { return std::string(info.param.name); });
+
 } // namespace
 } // namespace velmora::test

@@ -177,6 +177,8 @@ void Interface::fillAddress(CameraAddress camera, const QString &address)
 {
     if (camera.group == view_.page().group()) {
         rows_.at(static_cast<std::size_t>(camera.row))->fill(address);
+    } else {
+        view_.page().storeElsewhere(camera, address);
     }
 }
 

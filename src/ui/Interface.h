@@ -51,7 +51,7 @@ public:
     /// Shows a message in the line at the foot.
     void showMessage(const QString &text);
 
-    /// Gives a row of the group on screen an address, as if typed and left.
+    /// Gives a camera an address, as if typed into its row and left.
     void fillAddress(CameraAddress camera, const QString &address);
     /// Marks the tabs and rows of these cameras, which are late.
     void showLate(const std::vector<CameraAddress> &late);

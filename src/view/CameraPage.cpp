@@ -60,6 +60,7 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
     const QScopedValueRollback loading(loading_, true);
     group_ = group;
     told_ = {};
+    typedOver_ = {};
     live_.reset();
     for (int row = 0; row < kRows; ++row) {
         loadRow(row);
@@ -147,6 +148,10 @@ void CameraPage::changeSource(int row, const QString &text)
     }
     currentRow_ = row;
     at(row).url = text;
+    if (auto &before = typedOver_.at(static_cast<std::size_t>(row)); !before) {
+        const QString stored = table_.url({group_, row});
+        before = text == stored ? std::nullopt : std::optional(stored);
+    }
     if (text != lastUrlShown_) {
         Q_EMIT liveViewWanted({group_, row}, text);
         lastUrlShown_ = text;
@@ -166,39 +171,43 @@ QString CameraPage::storedFolder(CameraAddress camera) const
     return storage_.native(storage_.folderText(table_.CameraFolderName(camera)));
 }
 
-void CameraPage::tellOnce(int row, const QString &message)
+// In another group there is no box whose text would be told of again and again.
+void CameraPage::tellOnce(CameraAddress camera, const QString &message)
 {
-    QStringList &messages = told_.at(static_cast<std::size_t>(row)).messages;
-    if (!messages.contains(message)) {
+    if (camera.group == group_) {
+        QStringList &messages = told_.at(static_cast<std::size_t>(camera.row)).messages;
+        if (messages.contains(message)) {
+            return;
+        }
         messages.append(message);
-        problems_.tell(message);
     }
+    problems_.tell(message);
 }
 
-bool CameraPage::isStorable(int row, const QString &address)
+bool CameraPage::isStorable(CameraAddress camera, const QString &address)
 {
-    if (const auto refusal = addressRefusal(address, row)) {
-        tellOnce(row, *refusal);
+    if (const auto refusal = addressRefusal(address, camera.row)) {
+        tellOnce(camera, *refusal);
         return false;
     }
-    if (const auto loss = addressLoss(address, row)) {
-        tellOnce(row, *loss);
+    if (const auto loss = addressLoss(address, camera.row)) {
+        tellOnce(camera, *loss);
     }
     return true;
 }
 
 // The folder is that of the address still stored.
-void CameraPage::makeFolderBefore(int row, const QString &address)
+void CameraPage::makeFolderBefore(CameraAddress camera, const QString &address)
 {
-    const QString folder = storedFolder({group_, row});
+    const QString folder = storedFolder(camera);
     const bool isWanted = !folder.isEmpty() && !address.isEmpty() && !storage_.isBeingEdited();
     if (!isWanted || folderExists(folder)) {
         return;
     }
     if (const std::error_code error = makeFolder(folder)) {
-        tellOnce(row, QStringLiteral("The folder of row %1 cannot be made: %2")
-                          .arg(row)
-                          .arg(QString::fromStdString(error.message())));
+        tellOnce(camera, QStringLiteral("The folder of row %1 cannot be made: %2")
+                             .arg(camera.row)
+                             .arg(QString::fromStdString(error.message())));
     }
 }
 
@@ -212,18 +221,48 @@ void CameraPage::storeAddress(CameraAddress camera, const QString &address)
     }
 }
 
+// Another program has put another camera into the row while this address was typed: what was chosen
+// for that one, its login above all, is not this one's. Failing, it is as silent as every write.
+void CameraPage::giveRow(CameraAddress camera, const QString &address)
+{
+    static_cast<void>(
+        table_.settings().change([&](SettingsDraft &draft) { forgetCamera(draft, camera); }));
+    storeAddress(camera, address);
+}
+
 void CameraPage::leaveSource(int row, const QString &text)
 {
+    const CameraAddress camera{group_, row};
     const QString address = text.trimmed();
     if (Told &told = told_.at(static_cast<std::size_t>(row)); told.text != address) {
         told = {address, {}};
     }
-    if (!isStorable(row, address)) {
+    const QString stored = table_.url(camera);
+    const QString before =
+        std::exchange(typedOver_.at(static_cast<std::size_t>(row)), std::nullopt).value_or(stored);
+    if (address == before && before != stored) {
+        at(row).url = stored; // nothing was typed that would count for more than the other camera
         return;
     }
-    makeFolderBefore(row, address);
+    if (!isStorable(camera, address)) {
+        return;
+    }
+    makeFolderBefore(camera, address);
     at(row).url = address;
-    storeAddress({group_, row}, address);
+    if (before == stored || address == stored) {
+        storeAddress(camera, address);
+    } else {
+        giveRow(camera, address);
+    }
+}
+
+void CameraPage::storeElsewhere(CameraAddress camera, const QString &text)
+{
+    const QString address = text.trimmed();
+    if (isStorable(camera, address)) {
+        makeFolderBefore(camera, address);
+        storeAddress(camera, address);
+    }
 }
 
 QString CameraPage::folderToOpen(int row) const

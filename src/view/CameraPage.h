@@ -65,6 +65,10 @@ public:
     void clickSource(int row, const QString &text);
     void leaveSource(int row, const QString &text);
 
+    /// Stores an address that was typed elsewhere for a camera whose group is not on screen, under
+    /// the rules of its row's box.
+    void storeElsewhere(CameraAddress camera, const QString &text);
+
     /// Native path that a row's folder link opens; empty while the storage lamp is not green.
     [[nodiscard]] QString folderToOpen(int row) const;
 
@@ -128,10 +132,11 @@ private:
 
     [[nodiscard]] QString storedFolder(CameraAddress camera) const;
     void loadRow(int row);
-    void tellOnce(int row, const QString &message);
-    [[nodiscard]] bool isStorable(int row, const QString &address);
-    void makeFolderBefore(int row, const QString &address);
+    void tellOnce(CameraAddress camera, const QString &message);
+    [[nodiscard]] bool isStorable(CameraAddress camera, const QString &address);
+    void makeFolderBefore(CameraAddress camera, const QString &address);
     void storeAddress(CameraAddress camera, const QString &address);
+    void giveRow(CameraAddress camera, const QString &address);
     void keepForLive(CameraAddress camera, LampColour colour);
     [[nodiscard]] int rememberedRow() const;
 
@@ -156,6 +161,9 @@ private:
     };
 
     std::array<Told, kRows> told_;
+
+    /// The stored address on which the text being typed into a row's box is based.
+    std::array<std::optional<QString>, kRows> typedOver_;
 };
 
 } // namespace velmora

@@ -233,4 +233,54 @@ TEST_F(SourceTest, SaysOnceWhatIsWrongWithAText)
 }
 
 } // namespace
+
+class AddedMeanwhile : public SourceTest
+{
+protected:
+    /// Another program puts a camera with a name and a login into row 0:3, and says so.
+    void add()
+    {
+        settings.write(u"Liste0", u"lst3", u"http://added/");
+        settings.write(u"Camera03", u"Name", u"Garage");
+        settings.write(u"Camera03", u"Keep", u"differing");
+        settings.write(u"Camera03", u"User", u"me");
+        page.reread();
+    }
+
+    [[nodiscard]] QString address() const { return setting(u"Liste0", u"lst3"); }
+};
+
+TEST_F(AddedMeanwhile, ItsChoicesGoWithItsAddressWhenAnotherIsTyped)
+{
+    page.changeSource(3, QStringLiteral("http://typed/"));
+    add();
+    page.changeSource(3, QStringLiteral("http://typed/a"));
+    leave(3, QStringLiteral("http://typed/a"));
+    EXPECT_EQ(address(), QStringLiteral("http://typed/a"));
+    for (const QStringView key : {u"Name", u"Keep", u"User"}) {
+        EXPECT_EQ(setting(u"Camera03", key), QString());
+    }
+}
+
+TEST_F(AddedMeanwhile, ItStaysWhenWhatWasTypedIsTakenBack)
+{
+    page.changeSource(3, QStringLiteral("x"));
+    page.changeSource(3, QString());
+    add();
+    leave(3, QString());
+    EXPECT_EQ(address(), QStringLiteral("http://added/"));
+    EXPECT_EQ(page.row(3).url, QStringLiteral("http://added/"));
+    EXPECT_EQ(setting(u"Camera03", u"Name"), QStringLiteral("Garage"));
+}
+
+TEST_F(AddedMeanwhile, ItsChoicesStayWhenItsAddressIsTypedAfterwards)
+{
+    page.changeSource(3, QString()); // as a row does that was filled
+    add();
+    page.changeSource(3, QStringLiteral("http://moved/"));
+    leave(3, QStringLiteral("http://moved/"));
+    EXPECT_EQ(address(), QStringLiteral("http://moved/"));
+    EXPECT_EQ(setting(u"Camera03", u"Name"), QStringLiteral("Garage"));
+}
+
 } // namespace velmora

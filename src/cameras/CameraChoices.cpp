@@ -8,11 +8,14 @@
 namespace velmora {
 namespace {
 
-// One pair of quotes around a stored value is stripped when it is read.
+constexpr qsizetype kMostKept = 254; // characters of a stored value
+
+// Blanks around a stored value are stripped when it is read, and then one pair of quotes.
 QString quoted(QStringView value)
 {
-    const bool needsQuotes = value.size() > 1 && value.front() == value.back() &&
-                             (value.front() == u'"' || value.front() == u'\'');
+    const bool isQuoted = value.size() > 1 && value.front() == value.back() &&
+                          (value.front() == u'"' || value.front() == u'\'');
+    const bool needsQuotes = isQuoted || value.startsWith(u' ') || value.endsWith(u' ');
     return needsQuotes ? u'"' + value.toString() + u'"' : value.toString();
 }
 
@@ -76,6 +79,17 @@ std::optional<QString> nameRefusal(QStringView name)
     }
     if (holdsControls(name) || !fitsAnsi(name)) {
         return QStringLiteral("A camera's name is one line of the Western European character set");
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> loginRefusal(const CameraLogin &login)
+{
+    for (const QString &text : {login.user, login.password}) {
+        if (text.size() > kMostKept || holdsControls(text) || !fitsAnsi(text)) {
+            return QStringLiteral("User and password are one line each of at most 254 characters "
+                                  "of the Western European character set");
+        }
     }
     return std::nullopt;
 }

@@ -33,6 +33,9 @@ struct CameraLogin
 /// Why a text cannot be a camera's name, in words; nothing when it can.
 [[nodiscard]] std::optional<QString> nameRefusal(QStringView name);
 
+/// Why a login cannot be stored, in words that do not repeat it; nothing when it can.
+[[nodiscard]] std::optional<QString> loginRefusal(const CameraLogin &login);
+
 inline constexpr int kMaxNameLength = 60;
 
 /// The name given to a camera, empty when there is none.

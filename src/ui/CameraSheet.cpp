@@ -175,11 +175,12 @@ void CameraSheet::showResult(const TrialResult &result)
 void CameraSheet::save()
 {
     const Fields now = fields();
-    const auto addressWrong = addressRefusal(now.address, camera_.row);
-    const auto nameWrong = nameRefusal(now.name);
-    if (addressWrong || nameWrong) {
-        ui_->sheetMessage->setText(addressWrong ? *addressWrong : *nameWrong);
-        return;
+    for (const auto &refusal : {addressRefusal(now.address, camera_.row), nameRefusal(now.name),
+                                loginRefusal(now.login)}) {
+        if (refusal) {
+            ui_->sheetMessage->setText(*refusal);
+            return;
+        }
     }
     if (store(now) == SettingsChange::Failed) {
         ui_->sheetMessage->setText(tr("The settings file cannot be written"));

@@ -43,6 +43,28 @@ TEST(CameraChoices, AreReadBack)
     EXPECT_EQ(cameraName(draft.snapshot(), {3, 6}), QString());
 }
 
+TEST(CameraChoices, KeepALoginToTheLetter)
+{
+    for (const QString &text : {QStringLiteral(" me "), QStringLiteral("\" me \""),
+                                QStringLiteral(" "), QStringLiteral("'x "), QString(254, u'p')}) {
+        SettingsDraft draft("");
+        const CameraLogin login{text, text};
+        ASSERT_EQ(loginRefusal(login), std::nullopt);
+        setCameraLogin(draft, {3, 7}, login);
+        EXPECT_EQ(cameraLogin(draft.snapshot(), {3, 7}), login) << draft.bytes().toStdString();
+    }
+}
+
+TEST(CameraChoices, RefuseALoginThatCannotBeKept)
+{
+    for (const QString &text :
+         {QStringLiteral("日本"), QStringLiteral("a\nb"), QString(255, u'p')}) {
+        EXPECT_TRUE(loginRefusal({text, {}})) << text.toStdString();
+        EXPECT_TRUE(loginRefusal({QStringLiteral("me"), text}));
+    }
+    EXPECT_EQ(loginRefusal({}), std::nullopt);
+}
+
 TEST(CameraChoices, LeaveAFileAsItIsWhenNothingIsChosen)
 {
     const QByteArray before = "[Control]\r\nTempo=1\r\n";

@@ -160,6 +160,36 @@ TEST_F(CameraSheetTest, GivesAnotherAddressToTheRow)
               QStringLiteral("http://other/"));
 }
 
+TEST_F(CameraSheetTest, GivesAnotherAddressToARowOfAGroupThatIsNotOnScreen)
+{
+    QObject::connect(&sheet_, &CameraSheet::addressChosen, &house_.window, &Interface::fillAddress);
+    sheet_.present(kCamera);
+    type(QStringLiteral("sheetAddress"), QStringLiteral(" http://other/ "));
+    type(QStringLiteral("sheetUser"), QStringLiteral("me"));
+    house_.selectTab(5);
+    QSignalSpy stored(&house_.house.page, &CameraPage::addressStored);
+    click(QStringLiteral("sheetSave"));
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst3"), QStringLiteral("http://other/"));
+    EXPECT_EQ(house_.stored(u"Liste5", u"lst3"), QString());
+    ASSERT_EQ(stored.size(), 1);
+    EXPECT_EQ(stored.front().front().value<CameraAddress>(), kCamera);
+    house_.selectTab(0);
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).text(),
+              QStringLiteral("http://other/"));
+}
+
+TEST_F(CameraSheetTest, RefusesALoginThatCannotBeStored)
+{
+    sheet_.present(kCamera);
+    find<QLineEdit>(QStringLiteral("sheetUser")).setText(QStringLiteral("me"));
+    find<QLineEdit>(QStringLiteral("sheetPassword")).setText(QStringLiteral("日本"));
+    click(QStringLiteral("sheetSave"));
+    EXPECT_TRUE(sheet_.isVisible());
+    EXPECT_TRUE(find<QLabel>(QStringLiteral("sheetMessage")).text().contains(u"Western European"));
+    EXPECT_FALSE(find<QLabel>(QStringLiteral("sheetMessage")).text().contains(u"日本"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"User"), QString());
+}
+
 TEST_F(CameraSheetTest, RefusesAnAddressInTheWordsOfTheRow)
 {
     sheet_.present(kCamera);

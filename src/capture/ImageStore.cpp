@@ -94,12 +94,12 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
 
     HttpRequest request = uses_.requests.stored(camera, url);
     HttpReply reply = co_await uses_.transfers.fetch(camera, std::move(request));
-    if (reply.outcome == FetchOutcome::Stopped || !use.mayGoOn()) {
+    if (reply.outcome == FetchOutcome::Stopped || !mayGoOn(use, camera, address)) {
         co_return;
     }
     recordDuration(camera, reply.duration);
     co_await letEventsThrough();
-    if (!use.mayGoOn()) {
+    if (!mayGoOn(use, camera, address)) {
         co_return;
     }
     if (reply.outcome == FetchOutcome::Failed) {
@@ -112,12 +112,22 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
         arrival.remark = contentRemark(url, reply.body.head(), reply.contentType);
         arrival.body = std::move(reply.body);
         co_await mark(&arrival);
-        if (!use.mayGoOn()) {
+        if (!mayGoOn(use, camera, address)) {
             co_return;
         }
         date(arrival, url, reply);
         co_await keep(&arrival);
     }
+}
+
+// What arrives after the row got another address, or none, belongs to no row; its lamp is orange.
+bool ImageStore::mayGoOn(const StorageUse &use, CameraAddress camera, const QString &address)
+{
+    const QString now = uses_.table.url(camera);
+    if (now != address) {
+        Q_EMIT lampChanged(camera, now.isEmpty() ? LampColour::Red : uses_.table.row(camera).lamp);
+    }
+    return use.mayGoOn() && now == address;
 }
 
 // Storing a value takes milliseconds once the settings have grown large.

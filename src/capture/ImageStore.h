@@ -40,8 +40,9 @@ public:
     void dropTransfers() { uses_.transfers.drop(); }
 
     /// Loads one camera ("charge le fichier"). url: the address requested; folder: text of the
-    /// camera folder. Nothing changes for a row without an address, or when the fetch is given up
-    /// or the storage box is entered during it. Ends with `loaded` in every case.
+    /// camera folder. Nothing changes for a row without an address, or when the fetch is given up,
+    /// or when the row gets another address or none, or the storage box is entered, during it. Ends
+    /// with `loaded` in every case.
     QCoro::Task<> ChargeFile(QString url, QString folder, CameraAddress camera);
 
     /// Seconds by which a camera's reference time lies after its last download: 1 once an image was
@@ -85,6 +86,7 @@ private:
     struct Arrival; // a picture that is long enough, on its way into the folder
 
     QCoro::Task<> load(QString url, QString folder, CameraAddress camera);
+    [[nodiscard]] bool mayGoOn(const StorageUse &use, CameraAddress camera, const QString &address);
     QCoro::Task<> mark(Arrival *arrival);
     void announce(const QString &url, CameraAddress camera);
     void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;

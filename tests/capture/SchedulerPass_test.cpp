@@ -154,6 +154,39 @@ TEST_F(Pass, LeavesOutACameraThatIsRemovedMeanwhile)
     EXPECT_EQ(house_.failed(), QStringList());
 }
 
+TEST_F(Pass, GivesUpTheDownloadOfACameraThatIsRemovedMeanwhile)
+{
+    add({0, 0}, delayedReply(2s));
+    add({0, 1}, delayedReply(2s));
+    house_.beginTick();
+    ASSERT_EQ(house_.settings.change([](SettingsDraft &draft) {
+        setUrl(draft, {0, 0}, {});
+        forgetRow(draft, {0, 0});
+    }),
+              SettingsChange::Made);
+    clock_.advance(2s);
+    EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:1")});
+    EXPECT_EQ(house_.failed(), QStringList());
+    for (const QStringView word : {u"TimeLoad", u"SB", u"lNew", u"LastModified", u"LocalTime"}) {
+        EXPECT_EQ(house_.value(word, {0, 0}), QString()) << word.toString().toStdString();
+    }
+}
+
+TEST_F(Pass, GivesUpADownloadWhoseRowHasAnotherCameraMeanwhile)
+{
+    for (const ScriptedReply &reply :
+         {delayedReply(2s), ScriptedReply{{}, {}, {}, 2s, QStringLiteral("gone")}}) {
+        add({0, 0}, reply);
+        house_.beginTick();
+        house_.addCamera({0, 0}, QStringLiteral("http://cam/new.jpg"));
+        clock_.advance(2s);
+        EXPECT_EQ(house_.stored(), QStringList());
+        EXPECT_EQ(house_.failed(), QStringList());
+        EXPECT_EQ(house_.value(u"SB", {0, 0}), QString());
+        EXPECT_EQ(house_.value(u"TimeLoad", {0, 0}), QString());
+    }
+}
+
 TEST_F(Pass, LeavesOutAGroupThatIsSwitchedOffMeanwhile)
 {
     add({0, 0}, delayedReply(2s));

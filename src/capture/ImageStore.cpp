@@ -9,7 +9,6 @@
 #include "capture/ImageName.h"
 #include "capture/KeepRule.h"
 #include "capture/PictureRemark.h"
-#include "capture/StoredMark.h"
 
 #include <QScopeGuard>
 
@@ -85,6 +84,7 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
 QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera)
 {
     const StorageUse use(uses_.storage);
+    const QString address = uses_.table.url(camera);
     Arrival arrival;
     arrival.camera = camera;
     arrival.folder = uses_.storage.native(folder);
@@ -181,7 +181,7 @@ void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &rep
 void ImageStore::compare(Arrival &arrival, const HttpReply &reply) const
 {
     const UndatedPicture picture{arrival.choice, arrival.mark,
-                                 storedMark(chosen(arrival.camera), arrival.camera)};
+                                 marks_.of(chosen(arrival.camera), arrival.camera)};
     arrival.isNew = isNewUndated(picture, stateOf(arrival.folder));
     const WallTime now = uses_.clock.localNow() - uses_.clock.utcOffset();
     arrival.dates.modified =
@@ -235,7 +235,7 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
     co_await recordGood(arrival);
     if (result.outcome == StoreOutcome::Stored) {
         co_await letEventsThrough();
-        storeMark(uses_.table.settings(), camera, arrival->mark);
+        marks_.keep(uses_.table.settings(), camera, arrival->mark);
         recordStored(*arrival);
     }
 }

@@ -7,6 +7,7 @@
 #include "capture/CameraRequests.h"
 #include "capture/NewImageRule.h"
 #include "capture/ReadAhead.h"
+#include "capture/StoredMark.h"
 #include "capture/UndatedWatch.h"
 
 #include <QCoro/QCoroTask>
@@ -107,6 +108,7 @@ private:
 
     Uses uses_;
     UndatedWatch undatedWatch_;
+    KeptMarks marks_;
     PerCamera<qint8> automaticCounters_;
 };
 

@@ -5,11 +5,24 @@
 #include "capture/PictureMark.h"
 #include "settings/SettingsFile.h"
 
+#include <map>
+
 namespace velmora {
 
 [[nodiscard]] PictureMark storedMark(const SettingsSnapshot &settings, CameraAddress camera);
 
-/// Stores what the mark has; an empty one leaves the settings unchanged.
-void storeMark(const SettingsFile &settings, CameraAddress camera, const PictureMark &mark);
+/// Stores marks; one that the settings do not take is kept here, or its picture would be new at
+/// every pass.
+class KeptMarks
+{
+public:
+    /// settings: at least the camera's own section.
+    [[nodiscard]] PictureMark of(const SettingsSnapshot &settings, CameraAddress camera) const;
+
+    void keep(const SettingsFile &settings, CameraAddress camera, const PictureMark &mark);
+
+private:
+    std::map<CameraAddress, PictureMark> notStored_;
+};
 
 } // namespace velmora

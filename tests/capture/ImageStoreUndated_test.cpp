@@ -1,6 +1,7 @@
 // A camera that sends no date: what is kept when such pictures are chosen, and when they are not.
 #include "CaptureTest.h"
 #include "cameras/CameraChoices.h"
+#include "support/FileSizeLimit.h"
 
 namespace velmora::test {
 namespace {
@@ -132,6 +133,26 @@ TEST_F(Undated, IsNotReadForACameraThatIsDated)
 {
     load(2000);
     EXPECT_EQ(house_.settings.read(u"Camera03", u"Digest"), QString());
+}
+
+TEST_F(Undated, RemembersThePictureWithoutSettingsThatCanBeWritten)
+{
+    choose({Keep::Differing});
+    add(kCamera);
+    const QByteArray before = house_.tree.read(u"Velmora.ini");
+    house_.tree.write(u"Velmora.ini", ';' + QByteArray(8000, 'x') + "\r\n" + before);
+    {
+        const FileSizeLimit limit(6000); // enough for pictures
+        for (const qsizetype size : {2000, 2000, 3000, 3000}) {
+            load(size);
+        }
+        ASSERT_EQ(house_.settings.read(u"Camera03", u"Digest"), QString());
+        EXPECT_EQ(house_.images(kCamera).size(), 2);
+    }
+    load(4000);
+    load(4000);
+    EXPECT_EQ(house_.images(kCamera).size(), 3);
+    EXPECT_EQ(house_.settings.read(u"Camera03", u"Digest").size(), 32);
 }
 
 } // namespace

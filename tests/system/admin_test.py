@@ -6,7 +6,7 @@ import subprocess
 import unittest
 
 import house
-from answers import fresh
+from answers import fresh, slow
 from camera_server import CameraServer
 from house import VELMORA, House
 from waiting import until
@@ -83,6 +83,28 @@ class SetUpTest(AdminCase):
         self.velmora("--export-list", self.house.root / "out.csv")
         self.velmora("--add", "http://127.0.0.1/more.jpg", status=1)
 
+    def test_takes_a_list_in_utf_16_and_a_camera_that_stands_in_it_twice_once(self):
+        many = self.house.root / "many.txt"
+        many.write_bytes("# caméras\r\nhttp://127.0.0.1/é.jpg\r\nhttp://127.0.0.1/é.jpg\r\n".encode("utf-16"))
+        self.assertEqual("0:0 http://127.0.0.1/é.jpg\n", self.velmora("--import-list", many))
+        self.assertEqual(["http://127.0.0.1/é.jpg"], [camera["address"] for camera in self.listed()])
+
+    def test_brings_a_table_back_whatever_stands_in_it(self):
+        table = {"http://127.0.0.1/a,b.jpg": "#1 Garage", "cam1": "\"Gate\"; north", "http://cam/my snap": ""}
+        for address, name in table.items():
+            self.velmora("--add", address, "--name", name)
+        self.velmora("--export-list", self.house.root / "out.csv")
+        before = self.listed()
+        for row in range(len(table)):
+            self.velmora("--remove", f"0:{row}")
+        self.velmora("--import-list", self.house.root / "out.csv")
+        self.assertEqual(before, self.listed())
+        self.assertEqual(table, {camera["address"]: camera["name"] for camera in before})
+
+    def test_refuses_a_storage_folder_that_the_settings_cannot_hold(self):
+        self.velmora("--set", "storage=/srv/日本", status=1)
+        self.assertFalse(self.house.settings_path.exists())
+
     def test_refuses_what_it_cannot_read(self):
         many = self.house.root / "many.txt"
         for content in (b"\x7fELF\x00\x01\x02", b"http://a/\n" * 1_000_000):
@@ -117,6 +139,27 @@ class BesideTest(AdminCase):
         until(lambda: self.house.images(other), 20)
         self.velmora("--remove", "0:1")
         self.status(0)
+
+    def test_a_list_is_seen_by_a_running_program(self):
+        many = self.house.root / "many.txt"
+        other = self.server.url("/other.jpg")
+        many.write_text(f"{self.url}\n{other}\n")
+        self.assertEqual(f"0:2 {other}\n", self.velmora("--import-list", many))
+        until(lambda: self.house.images(other), 20, self.program.report)
+
+    def test_a_removed_camera_leaves_nothing_of_its_download(self):
+        self.server.answer("/slow.jpg", slow(20_000, 4, 0.3))
+        url = self.server.url("/slow.jpg")
+        self.assertEqual("0:2\n", self.velmora("--add", url))
+        until(lambda: self.server.count("/slow.jpg"), 20, self.program.report)
+        self.velmora("--remove", "0:2")
+        self.assertEqual("0:2\n", self.velmora("--add", "http://127.0.0.1:9/other.png"))
+        # Its turn comes only after the download before it has ended.
+        until(lambda: any("failed 0:2" in line for line in self.program.out), 20, self.program.report)
+        self.assertEqual([], self.house.images(url))
+        self.assertEqual(house.RED, self.house.camera_value(2, "SB"))
+        for word in ("LastModified", "LocalTime", "lNew"):
+            self.assertIsNone(self.house.camera_value(2, word), word)
 
 
 if __name__ == "__main__":

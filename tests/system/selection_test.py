@@ -11,7 +11,10 @@ from browser_window import (
     GROUP_X,
     LIST_STEP,
     LIST_TOP,
+    MAIN,
+    MAIN_WIDTH,
     QUESTION,
+    SETUP_KEY,
     TITLE,
     BrowserWindow,
 )
@@ -22,6 +25,7 @@ from waiting import until
 
 URLS = [f"http://127.0.0.1:9/{camera}.jpg" for camera in range(2)]
 IMAGES = 6
+TABS_TO_DATE = 4  # from the list of images, over three modes
 
 
 def image_name(minute, day=2):
@@ -143,6 +147,42 @@ class PressTest(SelectionCase):
         self.desktop.press("F5")
         self.release()
         self.browser.wait_for(self.browser.framed, [0])
+        self.end()
+
+    def test_under_openbox(self):
+        self.tell("openbox")
+
+    def test_under_metacity(self):
+        self.tell("metacity")
+
+    def test_under_xfwm4(self):
+        self.tell("xfwm4")
+
+
+class SearchTest(SelectionCase):
+    """A time typed before another window came up is searched for when its box is left afterwards."""
+
+    def bring_up(self, window):
+        self.desktop.activate(window)
+        self.wait_for_keyboard(window, "the window brought up")
+
+    def tell(self, manager):
+        self.begin(manager, {})
+        self.browser.wait_for(self.browser.framed, [IMAGES - 1])
+        self.desktop.press(SETUP_KEY)
+        main = self.desktop.window(MAIN, MAIN_WIDTH)
+        self.bring_up(main)
+        self.bring_up(self.browser.number)
+        self.desktop.press(*["Tab"] * TABS_TO_DATE)
+        self.desktop.tool("type", "--delay", "0", "2/1/2024")
+        self.desktop.press("Tab")
+        self.browser.wait_for(self.browser.framed, [0])
+        self.desktop.tool("type", "--delay", "0", "10:03")
+        self.bring_up(main)
+        self.bring_up(self.browser.number)
+        self.assertEqual([0], self.browser.framed())
+        self.desktop.press("Tab")
+        self.browser.wait_for(self.browser.framed, [3])
         self.end()
 
     def test_under_openbox(self):

@@ -1,10 +1,12 @@
 // Whatever a user and the program's own events do to the browser, in any order: what is highlighted
-// is selected, framed, counted and acted on by keys. Sequences of random events, each followed by a
-// check of the window. VELMORA_SEQUENCES sets their number, VELMORA_FIRST_SEQUENCE the first of
-// them.
-#include "SelectionTest.h"
+// is selected, framed, counted, enlarged and acted on by keys, and nothing is deleted but that, nor
+// outside the storage folder in force. Sequences of random events, each followed by a check of the
+// window. VELMORA_SEQUENCES sets their number, VELMORA_FIRST_SEQUENCE the first of them.
+#include "RandomHands.h"
+#include "cameras/CameraChoices.h"
 
-#include <QRandomGenerator>
+#include <QDir>
+#include <QDirIterator>
 
 namespace velmora::test {
 namespace {
@@ -19,7 +21,7 @@ int numberFrom(const char *variable, int otherwise)
     return isNumber ? number : otherwise;
 }
 
-class SelectionModel : public SelectionTest
+class SelectionModel : public RandomHands
 {
 protected:
     SelectionModel()
@@ -34,6 +36,12 @@ protected:
         addCamera({0, 4}, 0, picture);
         addCamera({1, 0}, 6, picture);
         addCamera({1, 2}, 11, picture);
+        for (const CameraAddress camera : {CameraAddress{0, 1}, CameraAddress{1, 2}}) {
+            house_.house.tree.write(house_.house.folder(camera).replace(QStringLiteral("/in/"),
+                                                                        QStringLiteral("/other/")) +
+                                        u'/' + storedName(2),
+                                    picture);
+        }
         house_.open();
     }
 
@@ -48,7 +56,7 @@ protected:
 
     void play(int sequence)
     {
-        random_.seed(static_cast<quint32>(sequence));
+        seed(sequence);
         for (int event = 0; event < kEvents && !HasFailure(); ++event) {
             const int kind = below(static_cast<int>(kKinds.size()));
             done_.append(QString::fromLatin1(kKinds.at(kind).name));
@@ -63,6 +71,8 @@ protected:
             }
         }
         letGo();
+        putInForce();
+        house_.settle();
         done_.clear();
     }
 
@@ -74,102 +84,6 @@ private:
         const char *name;
         void (SelectionModel::*run)();
     };
-
-    int below(int bound) { return static_cast<int>(random_.bounded(bound)); }
-
-    bool isGroupView() { return house_.find<QCheckBox>(QStringLiteral("cCamera")).isChecked(); }
-
-    QString anyList()
-    {
-        const QString ofView = isGroupView() ? kRowsOfGroup : kImages;
-        return QStringList{kGroups, kCameras, ofView, ofView, ofView}.at(below(5));
-    }
-
-    QPoint anyPlace(const QString &list)
-    {
-        const QRect area = view(list).viewport()->rect();
-        return {below(area.width()), below(area.height())};
-    }
-
-    Qt::MouseButton anyButton() { return below(4) == 0 ? Qt::RightButton : Qt::LeftButton; }
-
-    Qt::KeyboardModifiers anyModifiers()
-    {
-        return below(5) == 0 ? Qt::ControlModifier : Qt::NoModifier;
-    }
-
-    // The button last pressed is released, where it was pressed or elsewhere.
-    void letGo()
-    {
-        if (pressed_ == nullptr) {
-            return;
-        }
-        const QPoint at = below(3) == 0 ? pressedAt_ + QPoint(-400, 7) : pressedAt_;
-        QTest::mouseRelease(std::exchange(pressed_, nullptr), button_, {}, at);
-        pressedCell_ = -1;
-    }
-
-    void pressAt(QWidget *widget, QPoint at)
-    {
-        letGo();
-        pressed_ = widget;
-        pressedAt_ = at;
-        button_ = anyButton();
-        QTest::mousePress(widget, button_, anyModifiers(), at);
-    }
-
-    void pressRow()
-    {
-        const QString list = anyList();
-        pressAt(view(list).viewport(), anyPlace(list));
-    }
-
-    void pressCell()
-    {
-        letGo();
-        pressedCell_ = below(kCells);
-        pressAt(&house_.cell(pressedCell_), QPoint(20, 20));
-    }
-
-    void clickRow()
-    {
-        pressRow();
-        letGo();
-    }
-
-    void clickCell()
-    {
-        pressCell();
-        letGo();
-    }
-
-    void doubleClickRow()
-    {
-        letGo();
-        const QString list = anyList();
-        QTest::mouseDClick(view(list).viewport(), Qt::LeftButton, {}, anyPlace(list));
-    }
-
-    void key()
-    {
-        static const QList<Qt::Key> kKeys{Qt::Key_Up,     Qt::Key_Down,   Qt::Key_Home,
-                                          Qt::Key_End,    Qt::Key_PageUp, Qt::Key_PageDown,
-                                          Qt::Key_Return, Qt::Key_2,      Qt::Key_Shift,
-                                          Qt::Key_Down,   Qt::Key_Insert, Qt::Key_Escape};
-        QTest::keyClick(&view(anyList()), kKeys.at(below(static_cast<int>(kKeys.size()))),
-                        anyModifiers());
-    }
-
-    void wheel()
-    {
-        QWidget *const viewport = view(anyList()).viewport();
-        const QPointF at = viewport->rect().center();
-        QWheelEvent event(at, viewport->mapToGlobal(at), {}, {0, below(2) == 0 ? 120 : -120},
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(viewport, &event);
-    }
-
-    void focus() { view(anyList()).setFocus(Qt::TabFocusReason); }
 
     void otherWindow()
     {
@@ -219,14 +133,71 @@ private:
     void storedImage()
     {
         const CameraAddress camera = cameras_.at(below(static_cast<int>(cameras_.size())));
-        house_.house.putImage(camera, storedName(++names_), pictureBytes(Qt::red, {16, 12}));
+        QFile file(imagePath(camera, storedName(++names_)));
+        QDir().mkpath(QFileInfo(file).path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(pictureBytes(Qt::red, {16, 12}));
+        file.close();
         house_.browser.follow(camera);
     }
 
     void vanishedImage()
     {
         const CameraAddress camera = cameras_.at(below(static_cast<int>(cameras_.size())));
-        QFile::remove(house_.imagePath(camera, storedName(below(names_))));
+        QFile::remove(imagePath(camera, storedName(below(names_))));
+    }
+
+    void typeFolder()
+    {
+        storage().beginEdit();
+        storage().edit(QStringLiteral("C:\\o"));
+    }
+
+    void putInForce()
+    {
+        storage().edit(below(3) == 0 ? QStringLiteral("C:\\other") : QStringLiteral("C:\\in"));
+        storage().putInForce();
+    }
+
+    // The question stays open while the program's own events, and those of its main window, go on.
+    void deleteImage()
+    {
+        letGo();
+        QTest::keyClick(&view(isGroupView() ? kRowsOfGroup : kImages), Qt::Key_Delete);
+        QMessageBox *const box = house_.question();
+        if (box == nullptr) {
+            return;
+        }
+        const QString target = targetOf(*box);
+        for (int events = below(3); events > 0; --events) {
+            (this->*kBehind.at(below(static_cast<int>(kBehind.size()))).run)();
+            QCoreApplication::processEvents();
+        }
+        answer(*box, target);
+    }
+
+    QString targetOf(const QMessageBox &box)
+    {
+        const ImageFile image = isGroupView() ? house_.data.state.DerniereImage(row(kRowsOfGroup))
+                                              : house_.data.files.selected();
+        const auto named = cameraFromText(box.informativeText().section(u' ', 1, 1).chopped(1));
+        EXPECT_EQ(named ? storage().cameraFolderText(*named) : QString(), image.folder);
+        EXPECT_EQ(box.text(), QStringLiteral("Kill ") + image.name);
+        return native(image);
+    }
+
+    void answer(QMessageBox &box, const QString &target)
+    {
+        const bool isYes = below(2) == 0;
+        const bool isInForce =
+            target.startsWith(QDir::cleanPath(storage().native(storage().inForce())) + u'/');
+        QStringList left = allImages();
+        if (isYes && isInForce && !storage().isBeingEdited()) {
+            left.removeOne(target);
+        }
+        QTest::mouseClick(box.button(isYes ? QMessageBox::Yes : QMessageBox::No), Qt::LeftButton);
+        house_.settle();
+        EXPECT_EQ(allImages(), left);
     }
 
     void refresh() { QTest::keyClick(house_.window.windowHandle(), Qt::Key_F5); }
@@ -246,6 +217,25 @@ private:
         lookAtFrame();
     }
 
+    // What is enlarged is the selected image, or in camera view another one of the list that was
+    // pressed with the right button; nothing where nothing is selected.
+    void lookAtZoom()
+    {
+        const ImageFile &zoomed = sheet().zoomed();
+        EXPECT_EQ(house_.find<QWidget>(QStringLiteral("ZoomImage")).isVisible(),
+                  sheet().isZoomVisible());
+        if (!sheet().isZoomVisible()) {
+            EXPECT_TRUE(zoomed.isNone());
+        } else if (isGroupView()) {
+            const int selected = row(kRowsOfGroup);
+            EXPECT_EQ(zoomed,
+                      selected < 0 ? ImageFile() : house_.data.state.DerniereImage(selected));
+        } else {
+            EXPECT_EQ(zoomed.isNone(), row(kImages) < 0);
+            EXPECT_TRUE(zoomed.isNone() || house_.data.files.find(zoomed));
+        }
+    }
+
     // The cell of the selected entry of the view's list; -1 for none.
     int selectedCell()
     {
@@ -259,8 +249,8 @@ private:
     QList<int> frames()
     {
         QList<int> cells = house_.framed();
-        if (pressedCell_ != selectedCell()) {
-            cells.removeOne(pressedCell_);
+        if (pressedCell() != selectedCell()) {
+            cells.removeOne(pressedCell());
         }
         return cells;
     }
@@ -286,6 +276,7 @@ private:
         } else {
             lookAtImages();
         }
+        lookAtZoom();
         house_.settle();
     }
 
@@ -303,33 +294,54 @@ private:
         EXPECT_EQ(frames(), QList<int>{selected});
         EXPECT_EQ(row(kCameras), selected);
         EXPECT_EQ(position(), QString::number(house_.data.files.count()));
-        EXPECT_EQ(targetOfDelete(kRowsOfGroup),
-                  view(kRowsOfGroup).model()->index(selected, 0).data().toString().trimmed());
+        const QString newest = view(kRowsOfGroup).model()->index(selected, 0).data().toString();
+        EXPECT_EQ(targetOfDelete(kRowsOfGroup), isRead() ? newest.trimmed() : QString());
     }
+
+    // No folder is read while the storage box is being edited: what is on show stays.
+    bool isRead() { return !storage().isBeingEdited(); }
 
     void lookAtImages()
     {
         const int selected = row(kImages);
         const int count = view(kImages).model()->rowCount();
-        EXPECT_EQ(position(), count == 0 ? QStringLiteral("0")
-                                         : QStringLiteral("%1 / %2").arg(selected + 1).arg(count));
         EXPECT_EQ(selected < 0, count == 0);
-        EXPECT_EQ(isFilmEnabled(), count > 0);
+        if (count > 0) {
+            EXPECT_EQ(position(), QStringLiteral("%1 / %2").arg(selected + 1).arg(count));
+        }
+        if (isRead()) {
+            EXPECT_TRUE(count > 0 || position() == QStringLiteral("0"));
+            EXPECT_EQ(isFilmEnabled(), count > 0);
+        }
         EXPECT_EQ(frames().size(), count > 0 ? 1 : 0);
         const QString target = targetOfDelete(kImages); // none for a file that is gone
         EXPECT_TRUE(target.isEmpty() || target == listed(selected));
     }
 
+    QString imagePath(CameraAddress camera, const QString &name)
+    {
+        return QDir::cleanPath(storage().cameraFolder(camera)) + u'/' + name;
+    }
+
+    // In all storage folders, in force or not.
+    QStringList allImages()
+    {
+        QStringList paths;
+        QDirIterator files(house_.house.tree.path(u"drives/c"), QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            paths.append(files.next());
+        }
+        paths.sort();
+        return paths;
+    }
+
     static const QList<Kind> kKinds;
+    static const QList<Kind> kBehind;
 
     const QList<CameraAddress> cameras_{{0, 0}, {0, 1}, {0, 4}, {1, 0}, {1, 2}};
-    QRandomGenerator random_;
     QStringList done_;
     QWidget other_;
-    QWidget *pressed_ = nullptr;
-    QPoint pressedAt_;
-    Qt::MouseButton button_ = Qt::LeftButton;
-    int pressedCell_ = -1;
     int names_ = 0;
 };
 
@@ -339,6 +351,8 @@ const QList<SelectionModel::Kind> SelectionModel::kKinds{
     {"let go", &SelectionModel::letGo},
     {"let go", &SelectionModel::letGo},
     {"press a cell", &SelectionModel::pressCell},
+    {"press another button", &SelectionModel::pressAnotherButton},
+    {"press another button", &SelectionModel::pressAnotherButton},
     {"click a row", &SelectionModel::clickRow},
     {"click a row", &SelectionModel::clickRow},
     {"click a cell", &SelectionModel::clickCell},
@@ -356,8 +370,20 @@ const QList<SelectionModel::Kind> SelectionModel::kKinds{
     {"scan", &SelectionModel::scan},
     {"stored image", &SelectionModel::storedImage},
     {"vanished image", &SelectionModel::vanishedImage},
+    {"delete", &SelectionModel::deleteImage},
+    {"delete", &SelectionModel::deleteImage},
+    {"type folder", &SelectionModel::typeFolder},
+    {"put folder in force", &SelectionModel::putInForce},
+    {"put folder in force", &SelectionModel::putInForce},
     {"refresh", &SelectionModel::refresh},
     {"import", &SelectionModel::imported}};
+
+const QList<SelectionModel::Kind> SelectionModel::kBehind{
+    {"scan", &SelectionModel::scan},
+    {"stored image", &SelectionModel::storedImage},
+    {"vanished image", &SelectionModel::vanishedImage},
+    {"type folder", &SelectionModel::typeFolder},
+    {"put folder in force", &SelectionModel::putInForce}};
 
 TEST_F(SelectionModel, HoldsAfterEveryEventOfRandomSequences)
 {

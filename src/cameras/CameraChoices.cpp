@@ -161,10 +161,19 @@ void setCameraLogin(SettingsDraft &draft, CameraAddress camera, const CameraLogi
     writeOrRemove(draft, camera, keys::kPassword, login.password);
 }
 
+QString neverLateKey(CameraAddress camera)
+{
+    return QStringLiteral("%1%2%3").arg(keys::kNever).arg(camera.group).arg(camera.row);
+}
+
 void forgetCamera(SettingsDraft &draft, CameraAddress camera)
 {
     for (const CameraKey key : keys::kChosen) {
         writeOrRemove(draft, camera, key, {});
+    }
+    const QString neverLate = neverLateKey(camera);
+    if (!draft.read(keys::kHealth, neverLate).isEmpty()) {
+        draft.remove(keys::kHealth, neverLate);
     }
 }
 

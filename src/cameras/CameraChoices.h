@@ -66,6 +66,9 @@ void setCameraKeep(SettingsDraft &draft, CameraAddress camera, const KeepChoice 
 
 void setCameraLogin(SettingsDraft &draft, CameraAddress camera, const CameraLogin &login);
 
+/// The key, in the section about health, that says a camera is never late.
+[[nodiscard]] QString neverLateKey(CameraAddress camera);
+
 /// Removes the camera, with all that was chosen for it or remembered about it.
 void forgetCamera(SettingsDraft &draft, CameraAddress camera);
 

@@ -1,5 +1,6 @@
 #include "health/HealthOptions.h"
 
+#include "cameras/CameraChoices.h"
 #include "settings/Keys.h"
 
 #include <algorithm>
@@ -27,11 +28,6 @@ const SwitchKey &keyOf(HealthChoice choice)
     return keys::kStopWhenFull;
 }
 
-QString neverKey(CameraAddress camera)
-{
-    return QStringLiteral("%1%2%3").arg(keys::kNever).arg(camera.group).arg(camera.row);
-}
-
 } // namespace
 
 bool HealthOptions::isOn(HealthChoice choice) const
@@ -46,13 +42,13 @@ void HealthOptions::set(HealthChoice choice, bool on) const
 
 bool HealthOptions::isNever(CameraAddress camera) const
 {
-    const QString key = neverKey(camera);
+    const QString key = neverLateKey(camera);
     return SwitchKey{keys::kHealth, key}.read(settings_);
 }
 
 void HealthOptions::setNever(CameraAddress camera, bool never) const
 {
-    const QString key = neverKey(camera);
+    const QString key = neverLateKey(camera);
     SwitchKey{keys::kHealth, key}.write(settings_, never);
 }
 

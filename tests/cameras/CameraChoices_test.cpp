@@ -76,6 +76,17 @@ TEST(CameraChoices, LeaveAFileAsItIsWhenNothingIsChosen)
     EXPECT_EQ(draft.bytes(), before);
 }
 
+TEST(CameraChoices, GoWithTheCamera)
+{
+    SettingsDraft draft("[Health]\r\nNotices=0\r\nNever36=1\r\nNever37=1\r\n");
+    setCameraName(draft, {3, 7}, u"Gate");
+    forgetCamera(draft, {3, 7});
+    EXPECT_EQ(cameraName(draft.snapshot(), {3, 7}), QString());
+    EXPECT_EQ(draft.read(u"Health", u"Never37"), QString());
+    EXPECT_EQ(draft.read(u"Health", u"Never36"), QStringLiteral("1"));
+    EXPECT_EQ(draft.read(u"Health", u"Notices"), QStringLiteral("0"));
+}
+
 TEST(CameraChoices, AreTheUsualOnesInADamagedFile)
 {
     const SettingsSnapshot settings(

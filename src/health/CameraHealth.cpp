@@ -4,6 +4,7 @@
 #include <QJsonArray>
 
 #include <algorithm>
+#include <ranges>
 #include <vector>
 
 namespace velmora {
@@ -90,10 +91,35 @@ void CameraHealth::takeCount(const CameraHealth &counted)
 {
     images = counted.images;
     bytes = counted.bytes;
-    if (!newest) {
-        newest = counted.newest;
-        intervals_ = counted.intervals_;
-        hours_ = counted.hours_;
+    newest = newest ? newest : counted.newest;
+    takeHours(counted);
+    takeIntervals(counted);
+}
+
+// What came while the folder was counted may or may not be in the count. What is dated later comes
+// from a clock that was wrong.
+void CameraHealth::takeHours(const CameraHealth &counted)
+{
+    for (const Hour &hour : counted.hours_) {
+        HourBar &known = bar(hour.hour);
+        if (hour.bar.images > known.images) {
+            known = hour.bar;
+        }
+    }
+    if (newest) {
+        forgetHoursAfter(*newest);
+    }
+    while (hours_.size() > kBars) {
+        hours_.pop_front();
+    }
+}
+
+void CameraHealth::takeIntervals(const CameraHealth &counted)
+{
+    for (const qint64 interval : counted.intervals_ | std::views::reverse) {
+        if (intervals_.size() < kIntervals) {
+            intervals_.push_front(interval);
+        }
     }
 }
 
@@ -153,6 +179,7 @@ QJsonObject CameraHealth::toJson() const
         hourly.append(QJsonArray{hour.hour, hour.bar.images, hour.bar.bytes});
     }
     return {{QStringLiteral("folder"), folder},
+            {QStringLiteral("counted"), isCounted},
             {QStringLiteral("newest"), momentJson(newest)},
             {QStringLiteral("images"), images},
             {QStringLiteral("bytes"), bytes},
@@ -168,6 +195,7 @@ CameraHealth CameraHealth::fromJson(const QJsonObject &object)
 {
     CameraHealth camera;
     camera.folder = object[QStringLiteral("folder")].toString();
+    camera.isCounted = object[QStringLiteral("counted")].toBool();
     camera.newest = momentFrom(object[QStringLiteral("newest")]);
     camera.images = object[QStringLiteral("images")].toInteger();
     camera.bytes = object[QStringLiteral("bytes")].toInteger();

@@ -35,7 +35,8 @@ public:
     /// What arrived in an hour, as counted.
     void setHour(Moment within, HourBar counted);
 
-    /// Replaces what was known about its images by what was counted in the folder.
+    /// Replaces the number and size of its images by what was counted in the folder, and adds what
+    /// was counted to what is known of when they came.
     void takeCount(const CameraHealth &counted);
 
     /// The median of the times between its latest images. Nothing before the second image.
@@ -54,6 +55,7 @@ public:
     [[nodiscard]] static CameraHealth fromJson(const QJsonObject &object);
 
     QString folder; // name of the camera's folder: a different address is a different camera
+    bool isCounted = false; // nothing is left to count in the folder
     std::optional<Moment> newest;
     qint64 images = 0;
     qint64 bytes = 0; // approximate where they were counted
@@ -65,6 +67,8 @@ public:
 private:
     [[nodiscard]] HourBar &bar(qint64 hour);
     void forgetHoursAfter(Moment when);
+    void takeHours(const CameraHealth &counted);
+    void takeIntervals(const CameraHealth &counted);
 
     struct Hour
     {

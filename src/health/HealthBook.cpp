@@ -94,12 +94,13 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
         known(camera) = CameraHealth();
         known(camera).folder = folder;
         seen.quietSince.reset();
+        seen.isTried = false;
         isChanged_ = true;
     }
     if (seen.isConfigured && (isOther || !seen.quietSince)) {
         anchor(camera);
     }
-    if (isOther && seen.isConfigured) {
+    if (seen.isConfigured && !known(camera).isCounted && !seen.isTried) {
         startCounting(camera);
     }
     if (isOther || isRenamed) {
@@ -214,13 +215,15 @@ void HealthBook::change(CameraAddress camera)
 
 void HealthBook::recount(CameraAddress camera)
 {
-    startCounting(camera);
+    recountFolder(this->camera(camera).folder);
 }
 
 void HealthBook::recountFolder(const QString &folder)
 {
     for (const CameraAddress address : cameras()) {
         if (camera(address).folder == folder) {
+            known(address).isCounted = false;
+            seen_[address].isTried = false;
             startCounting(address);
         }
     }
@@ -248,10 +251,16 @@ QCoro::Task<> HealthBook::countWaiting()
     }
 }
 
+// A folder that is not there is tried again later. One that cannot be read to its end is left until
+// the next start: to read it again and again would keep the disk busy.
 QCoro::Task<> HealthBook::count(CameraAddress camera)
 {
     const QString folder = storage_.cameraFolder(camera);
     HealthCount counting(folder);
+    if (!counting.isOpen()) {
+        co_return;
+    }
+    seen_[camera].isTried = true;
     slice_.begin();
     while (counting.countSome()) {
         if (slice_.isOver()) {
@@ -265,6 +274,7 @@ QCoro::Task<> HealthBook::count(CameraAddress camera)
     if (this->camera(camera).folder == folder) { // still the same
         const bool isFirst = !this->camera(camera).newest;
         known(camera).takeCount(counting.take());
+        known(camera).isCounted = !counting.hasFailed();
         if (isFirst) {
             anchor(camera);
         }

@@ -69,10 +69,11 @@ public:
     void addImage(CameraAddress camera, const QString &fileName);
     void addFailure(CameraAddress camera, const QString &reason);
 
-    /// Images were deleted: counts the folder again.
+    /// A camera's images were not only captured, but deleted or brought in: counts its folder
+    /// again.
     void recount(CameraAddress camera);
 
-    /// The same of whichever cameras have this folder (native path).
+    /// The same for whichever cameras have this folder (native path).
     void recountFolder(const QString &folder);
 
 Q_SIGNALS:
@@ -91,6 +92,7 @@ private:
         std::optional<std::chrono::milliseconds> quietSince; // by the monotonic clock
         QString title;
         bool isConfigured = false;
+        bool isTried = false; // its count has begun
     };
 
     [[nodiscard]] CameraHealth &known(CameraAddress camera);

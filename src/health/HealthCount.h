@@ -22,6 +22,12 @@ public:
     /// folder: native path.
     explicit HealthCount(const QString &folder);
 
+    /// False when there is no such folder: it may be away.
+    [[nodiscard]] bool isOpen() const { return scan_.isOpen(); }
+
+    /// True when the folder could not be read to its end.
+    [[nodiscard]] bool hasFailed() const { return scan_.hasFailed(); }
+
     bool countSome();
 
     [[nodiscard]] CameraHealth take();

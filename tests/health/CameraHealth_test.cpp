@@ -120,6 +120,31 @@ TEST(CameraHealth, TakesNothingThatCannotBe)
     EXPECT_EQ(read.toJson()[QStringLiteral("hours")].toArray().size(), kBars);
 }
 
+TEST(CameraHealth, AddsWhatIsCountedToWhatCameMeanwhile)
+{
+    CameraHealth camera;
+    camera.addImage(kBegin + 3h, 500);
+    camera.addImage(kBegin + 3h + 5min, 500);
+    CameraHealth counted = delivering(4, 1h); // the last of them is the first of those
+    counted.setHour(kBegin + 30h, {7, 700});  // named when a clock was wrong
+    camera.takeCount(counted);
+    EXPECT_EQ(camera.newest, kBegin + 3h + 5min);
+    EXPECT_EQ(camera.images, 4);
+    EXPECT_EQ(camera.usualInterval(), 1h);
+    EXPECT_EQ(camera.imagesADay(kBegin + 4h), 5);
+    EXPECT_EQ(camera.bars(kBegin + 3h).back().images, 2);
+    EXPECT_EQ(camera.imagesADay(kBegin + 31h), 0);
+}
+
+TEST(CameraHealth, AddsNoHistoryTwice)
+{
+    CameraHealth camera;
+    camera.takeCount(delivering(30, 1h));
+    const QJsonObject once = camera.toJson();
+    camera.takeCount(delivering(30, 1h));
+    EXPECT_EQ(camera.toJson(), once);
+}
+
 TEST(LateRule, WaitsTenUsualIntervalsButAQuarterOfAnHourAtLeast)
 {
     EXPECT_EQ(LateRule().patience(delivering(5, 10min)), 100min);

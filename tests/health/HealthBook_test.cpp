@@ -1,6 +1,8 @@
 // What is known about each camera: learnt from the capture, read back, or counted.
 #include "HealthHouse.h"
 
+#include <QDir>
+
 namespace velmora::test {
 namespace {
 
@@ -124,6 +126,96 @@ TEST_F(HealthBookTest, CountsAFolderAnewOfWhichAnImageWasDeleted)
     book_.recountFolder(house_.storage.cameraFolder(kOne));
     house_.finish();
     EXPECT_EQ(book_.camera(kOne).images, 0);
+}
+
+TEST_F(HealthBookTest, CountsInTheNextRunWhatTheEndOfThisOneCutShort)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage, QByteArray(500, 'x'));
+    TaskScope scope([](const QString &text) { ADD_FAILURE() << text.toStdString(); });
+    HealthBook first(house_.table, house_.storage, clock_, scope);
+    first.load();
+    scope.requestStop();
+    house_.finish();
+    first.save();
+    EXPECT_EQ(first.camera(kOne).images, 0);
+    book_.load();
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+}
+
+TEST_F(HealthBookTest, CountsAFolderThatWasAwayOnceItIsBack)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage);
+    QDir drive(house_.tree.path(u"drives/c"));
+    drive.rename(QStringLiteral("in"), QStringLiteral("away"));
+    book_.load();
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 0);
+    drive.rename(QStringLiteral("away"), QStringLiteral("in"));
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+}
+
+TEST_F(HealthBookTest, KeepsWhatItKnowsOfAFolderThatIsAwayWhenItIsToBeCountedAnew)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage);
+    book_.load();
+    house_.finish();
+    QDir drive(house_.tree.path(u"drives/c"));
+    drive.rename(QStringLiteral("in"), QStringLiteral("away"));
+    book_.recount(kOne);
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+    drive.rename(QStringLiteral("away"), QStringLiteral("in"));
+    house_.putImage(kOne, QStringLiteral("20060307_1305000714.jpg"));
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 2);
+}
+
+TEST_F(HealthBookTest, CountsNothingTwice)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage);
+    book_.load();
+    house_.finish();
+    int changes = 0;
+    QObject::connect(&book_, &HealthBook::changed, &book_, [&changes] { ++changes; });
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(HealthBookTest, KnowsWhatCameBeforeAnImageThatOvertakesTheCount)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage);
+    house_.putImage(kOne, QStringLiteral("20060307_1305000714.jpg"));
+    house_.putImage(kOne, QStringLiteral("20060307_1310000714.jpg"));
+    book_.load();
+    house_.load(kOne);
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 4);
+    EXPECT_EQ(book_.camera(kOne).usualInterval(), 5min);
+    EXPECT_EQ(book_.camera(kOne).imagesADay(book_.now()), 4);
+    EXPECT_EQ(book_.quiet(kOne), 0s);
+}
+
+TEST_F(HealthBookTest, CountsForAllCamerasThatShareAFolder)
+{
+    add(kOne);
+    house_.addCamera(kTwo, cameraUrl(kOne));
+    house_.putImage(kOne, kImage);
+    book_.load();
+    house_.finish();
+    QFile::remove(house_.tree.path(house_.folder(kOne) + u'/' + kImage));
+    book_.recount(kOne);
+    house_.finish();
+    EXPECT_EQ(book_.camera(kTwo).images, 0);
 }
 
 TEST_F(HealthBookTest, TakesADateThatIsStillToComeForNow)

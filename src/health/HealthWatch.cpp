@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace velmora {
@@ -57,14 +59,14 @@ void HealthWatch::look()
     book_.followTable();
     lookAtStorage();
     lookAtStandstill();
-    if (!storage_.isUsable()) {
-        return;
-    }
     lookAtDisk();
     if (isTrusted_ && !standsSince_) {
         lookAtCameras();
     }
-    tellBack();
+    if (storage_.isUsable()) {
+        tellBack();
+    }
+    tellMarks();
 }
 
 void HealthWatch::lookAtStorage()
@@ -104,7 +106,6 @@ void HealthWatch::lookAtCameras()
 {
     const SettingsSnapshot settings = book_.settings().snapshot();
     std::vector<CameraAddress> late;
-    bool isOther = false;
     for (const CameraAddress camera : book_.cameras()) {
         if (!CameraTable::isGroupActive(settings, camera.group)) {
             book_.excuse(camera);
@@ -114,13 +115,9 @@ void HealthWatch::lookAtCameras()
         if (isNow && !wasLate) {
             late.push_back(camera);
         }
-        isOther = isOther || isNow != wasLate;
         book_.setLate(camera, isNow);
     }
-    if (isOther) {
-        book_.save();
-        Q_EMIT lateChanged();
-    }
+    tellMarks();
     if (!late.empty()) {
         Q_EMIT noticed(late.size() == 1
                            ? tr("Camera %1 is late: nothing new for %2.")
@@ -131,16 +128,28 @@ void HealthWatch::lookAtCameras()
 
 void HealthWatch::tellBack()
 {
-    if (back_.empty()) {
+    std::vector<CameraAddress> back;
+    std::ranges::set_intersection(std::exchange(back_, {}), book_.cameras(),
+                                  std::back_inserter(back));
+    if (back.empty()) {
         return;
     }
-    const std::vector<CameraAddress> back(back_.begin(), back_.end());
-    back_.clear();
-    book_.save();
-    Q_EMIT lateChanged();
+    tellMarks();
     Q_EMIT noticed(back.size() == 1
                        ? tr("Camera %1 is back.").arg(list(back))
                        : tr("%1 cameras are back: %2.").arg(back.size()).arg(list(back)));
+}
+
+// Not only what this object has noticed counts: a camera may have been late before the program was
+// started, and one that is late may be removed. Saved first, for whoever hears of it and asks.
+void HealthWatch::tellMarks()
+{
+    std::vector<CameraAddress> late = this->late();
+    if (late != marked_) {
+        marked_ = std::move(late);
+        book_.save();
+        Q_EMIT lateChanged();
+    }
 }
 
 QString HealthWatch::list(const std::vector<CameraAddress> &cameras) const
@@ -173,7 +182,7 @@ void HealthWatch::lookAtDisk()
     const std::optional<DiskRoom> room = diskRoom(storage_.native(storage_.inForce()));
     room_ = room;
     Q_EMIT roomChanged();
-    if (!room) {
+    if (!room || !storage_.isUsable()) {
         return;
     }
     const qint64 limit = options_.limitBytes(room->allBytes);

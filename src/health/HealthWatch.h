@@ -42,7 +42,7 @@ Q_SIGNALS:
     /// text: a sentence for the user.
     void noticed(const QString &text);
 
-    /// Cameras became late or came back.
+    /// late() gives other cameras than when this was last said; at first it gave none.
     void lateChanged();
 
     void roomChanged();
@@ -53,6 +53,7 @@ private:
     void lookAtStandstill();
     void lookAtCameras();
     void tellBack();
+    void tellMarks();
     void lookAtDisk();
     void judgeRoom(const DiskRoom &room, qint64 limit);
     void keepRoom(const DiskRoom &room, qint64 limit);
@@ -67,6 +68,7 @@ private:
     OldestFirst &oldest_;
     HealthOptions options_;
     std::set<CameraAddress> back_;
+    std::vector<CameraAddress> marked_; // late, as last told
     std::optional<DiskRoom> room_;
     std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
     bool isGone_ = false;                                  // the storage folder, as last reported

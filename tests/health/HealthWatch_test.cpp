@@ -1,7 +1,9 @@
 // Which cameras are reported late, and when they are not.
 #include "HealthHouse.h"
+#include "cameras/CameraChoices.h"
 
 #include <QDir>
+#include <QSignalSpy>
 
 namespace velmora::test {
 namespace {
@@ -67,6 +69,89 @@ TEST_F(HealthWatchTest, NeverCallsACameraLateForWhichThatIsChosen)
     deliver(kOne, 3);
     clock_.advance(20min);
     EXPECT_EQ(notices_, QStringList());
+}
+
+TEST_F(HealthWatchTest, ForgetsWithACameraThatItIsNeverLate)
+{
+    const HealthOptions options(house_.settings);
+    options.setNever(kOne, true);
+    options.setNever(kTwo, true);
+    EXPECT_EQ(house_.settings.change([](SettingsDraft &draft) { forgetCamera(draft, kOne); }),
+              SettingsChange::Made);
+    EXPECT_FALSE(options.isNever(kOne));
+    EXPECT_TRUE(options.isNever(kTwo));
+}
+
+TEST_F(HealthWatchTest, MarksAgainAfterARestartWhatIsLateStillAndTellsNoMore)
+{
+    deliver(kOne, 3);
+    clock_.advance(20min);
+    TaskScope scope([](const QString &text) { ADD_FAILURE() << text.toStdString(); });
+    HealthBook book(house_.table, house_.storage, clock_, scope);
+    HealthWatch watch(house_.storage, clock_, book, house_.scheduler, oldest_);
+    QSignalSpy marked(&watch, &HealthWatch::lateChanged);
+    QStringList told;
+    QObject::connect(&watch, &HealthWatch::noticed, &watch, [&told](const QString &text) {
+        if (text.contains(QStringLiteral("late"))) {
+            told.append(text);
+        }
+    });
+    book.load();
+    scope.launch(watch.run(scope.stopToken()));
+    clock_.advance(10s);
+    EXPECT_EQ(marked.size(), 1);
+    EXPECT_EQ(watch.late(), std::vector<CameraAddress>{kOne});
+    EXPECT_EQ(told, QStringList());
+    scope.requestStop();
+    clock_.advance(1s);
+}
+
+TEST_F(HealthWatchTest, TakesBackTheMarkOfACameraThatIsNoLongerThere)
+{
+    for (const QString &address : {QString(), QStringLiteral("http://other/a.jpg")}) {
+        add(kOne);
+        deliver(kOne, 3);
+        clock_.advance(20min);
+        ASSERT_EQ(watch_.late(), std::vector<CameraAddress>{kOne});
+        QSignalSpy marked(&watch_, &HealthWatch::lateChanged);
+        house_.addCamera(kOne, address);
+        clock_.advance(5s);
+        EXPECT_EQ(marked.size(), 1);
+        EXPECT_TRUE(watch_.late().empty());
+    }
+}
+
+TEST_F(HealthWatchTest, TakesBackTheMarkOfACameraWhoseGroupIsSwitchedOff)
+{
+    deliver(kOne, 3);
+    clock_.advance(20min);
+    QSignalSpy marked(&watch_, &HealthWatch::lateChanged);
+    house_.settings.write(u"Liste0", u"LstAct", u"0");
+    clock_.advance(5s);
+    EXPECT_EQ(marked.size(), 1);
+    EXPECT_TRUE(watch_.late().empty());
+    EXPECT_EQ(notices_.size(), 1); // it is not back either
+}
+
+TEST_F(HealthWatchTest, SaysNothingOfACameraThatCameBackAndIsGone)
+{
+    deliver(kOne, 3);
+    clock_.advance(20min);
+    book_.addImage(kOne, QStringLiteral("x"));
+    house_.addCamera(kOne, {});
+    clock_.advance(5s);
+    EXPECT_EQ(notices_.size(), 1);
+}
+
+TEST_F(HealthWatchTest, KnowsNoRoomWhereTheStorageFolderIsGone)
+{
+    ASSERT_TRUE(watch_.room());
+    QDir(house_.tree.path(u"drives/c")).rename(QStringLiteral("in"), QStringLiteral("away"));
+    house_.storage.testSA();
+    QSignalSpy changed(&watch_, &HealthWatch::roomChanged);
+    clock_.advance(5s);
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_FALSE(watch_.room());
 }
 
 TEST_F(HealthWatchTest, TakesTheNumberOfIntervalsThatIsSet)

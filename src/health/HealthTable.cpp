@@ -63,44 +63,46 @@ HealthTable::HealthTable(HealthBook &book)
 {
     timer_.setSingleShot(true);
     timer_.setInterval(kPause);
-    connect(&timer_, &QTimer::timeout, this, &HealthTable::showMarked);
-    connect(&book_, &HealthBook::changed, this, &HealthTable::mark);
-    connect(&book_, &HealthBook::tableChanged, this, &HealthTable::rebuild);
+    connect(&timer_, &QTimer::timeout, this, &HealthTable::refresh);
+    connect(&book_, &HealthBook::changed, this, &HealthTable::refreshSoon);
+    connect(&book_, &HealthBook::tableChanged, this, &HealthTable::followCameras);
 }
 
-void HealthTable::rebuild()
+// Row by row: a view stays on its current camera.
+void HealthTable::followCameras()
 {
-    beginResetModel();
-    cameras_ = book_.cameras();
-    marked_.clear();
-    endResetModel();
+    const std::vector<CameraAddress> wanted = book_.cameras();
+    for (int row = rowCount(); row-- > 0;) {
+        if (!std::ranges::binary_search(wanted, address(row))) {
+            beginRemoveRows({}, row, row);
+            cameras_.erase(cameras_.begin() + row);
+            endRemoveRows();
+        }
+    }
+    for (int row = 0; row < static_cast<int>(wanted.size()); ++row) {
+        const CameraAddress camera = wanted.at(static_cast<std::size_t>(row));
+        if (row == rowCount() || address(row) != camera) {
+            beginInsertRows({}, row, row);
+            cameras_.insert(cameras_.begin() + row, camera);
+            endInsertRows();
+        }
+    }
 }
 
+// All rows at once: what sorts them would put one row wrong beside others that have changed as
+// well, which it has not been told yet.
 void HealthTable::refresh()
 {
-    if (cameras_ != book_.cameras()) {
-        rebuild();
-    } else if (!cameras_.empty()) {
+    followCameras();
+    if (!cameras_.empty()) {
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
     }
 }
 
-void HealthTable::mark(CameraAddress camera)
+void HealthTable::refreshSoon()
 {
-    marked_.insert(camera);
     if (!timer_.isActive()) {
         timer_.start();
-    }
-}
-
-void HealthTable::showMarked()
-{
-    for (const CameraAddress camera : std::exchange(marked_, {})) {
-        const auto found = std::ranges::find(cameras_, camera);
-        if (found != cameras_.end()) {
-            const int row = static_cast<int>(found - cameras_.begin());
-            Q_EMIT dataChanged(index(row, 0), index(row, kColumns - 1));
-        }
     }
 }
 

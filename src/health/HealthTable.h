@@ -6,7 +6,7 @@
 #include <QAbstractTableModel>
 #include <QTimer>
 
-#include <set>
+#include <vector>
 
 namespace velmora {
 
@@ -40,16 +40,14 @@ public:
                                       int role) const override;
 
 private:
-    void rebuild();
-    void mark(CameraAddress camera);
-    void showMarked();
+    void followCameras();
+    void refreshSoon();
     [[nodiscard]] QString text(CameraAddress camera, Column column) const;
     [[nodiscard]] QVariant sortValue(CameraAddress camera, Column column) const;
     [[nodiscard]] QVariantList bars(CameraAddress camera) const;
 
     HealthBook &book_;
     std::vector<CameraAddress> cameras_;
-    std::set<CameraAddress> marked_;
     QTimer timer_;
 };
 

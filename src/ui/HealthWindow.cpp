@@ -168,6 +168,7 @@ void HealthWindow::bind()
     connect(view_, &QTableView::doubleClicked, this, &HealthWindow::goToCamera);
     connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &HealthWindow::showNever);
+    connect(&table_, &HealthTable::dataChanged, this, &HealthWindow::showNever);
     connect(never_, &QCheckBox::toggled, this, &HealthWindow::setNever);
     connect(&watch_, &HealthWatch::roomChanged, this, &HealthWindow::showRoom);
     const auto key = [this](const QKeySequence &keys, auto action) {

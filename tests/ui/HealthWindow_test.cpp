@@ -2,6 +2,7 @@
 #include "ui/HealthWindow.h"
 
 #include "WindowHouse.h"
+#include "cameras/CameraChoices.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -155,6 +156,71 @@ TEST_F(HealthWindowTest, ShowsTheNumbersThatWereChosenElsewhere)
     EXPECT_EQ(find<QSpinBox>("healthLateTimes").value(), 3);
     EXPECT_EQ(find<QSpinBox>("healthLimit").value(), 2048);
     EXPECT_EQ(house_.house.settings.read(u"Health", u"LateTimes"), QStringLiteral("3"));
+}
+
+TEST_F(HealthWindowTest, StaysOnItsCameraWhenOthersComeAndGo)
+{
+    const HealthOptions options(house_.house.settings);
+    options.setNever({0, 3}, true);
+    house_.house.addCamera({0, 0}, {});
+    house_.house.addCamera({2, 0}, cameraUrl({2, 0}));
+    book_.followTable();
+    EXPECT_EQ(table().model()->rowCount(), kCameras);
+    ASSERT_TRUE(table().currentIndex().isValid());
+    EXPECT_EQ(cell(table().currentIndex().row(), HealthTable::Camera),
+              QStringLiteral("0:3 Garage"));
+    EXPECT_TRUE(table().selectionModel()->isRowSelected(table().currentIndex().row()));
+}
+
+TEST_F(HealthWindowTest, TellsOfTheCameraThatTakesTheSelectionWhetherItIsNeverLate)
+{
+    const HealthOptions options(house_.house.settings);
+    auto &never = find<QCheckBox>("healthNever");
+    QTest::keyClick(&never, Qt::Key_Space);
+    ASSERT_TRUE(options.isNever({0, 3}));
+    house_.house.addCamera({0, 3}, {});
+    book_.followTable();
+    EXPECT_TRUE(never.isEnabled());
+    EXPECT_FALSE(never.isChecked());
+    QTest::keyClick(&never, Qt::Key_Space);
+    const QString chosen = cell(table().currentIndex().row(), HealthTable::Camera).left(3);
+    EXPECT_TRUE(options.isNever(*cameraFromText(chosen)));
+}
+
+TEST_F(HealthWindowTest, TellsOfAnotherCameraInTheSameRowWhetherItIsNeverLate)
+{
+    auto &never = find<QCheckBox>("healthNever");
+    QTest::keyClick(&never, Qt::Key_Space);
+    const auto replaced = house_.house.settings.change([](SettingsDraft &draft) {
+        forgetCamera(draft, {0, 3});
+        setUrl(draft, {0, 3}, u"http://other/a.jpg");
+    });
+    ASSERT_EQ(replaced, SettingsChange::Made);
+    book_.followTable();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !never.isChecked(); }));
+}
+
+TEST_F(HealthWindowTest, StaysInOrderWhenSeveralChangeTogether)
+{
+    for (int row = 0; row < kCameras; ++row) {
+        house_.house.settings.write(QStringLiteral("Camera0%1").arg(row), u"Name",
+                                    QStringLiteral("Camera %1").arg(row));
+    }
+    book_.followTable();
+    table().sortByColumn(HealthTable::Failures, Qt::DescendingOrder);
+    QSignalSpy shown(table().model(), &QAbstractItemModel::layoutChanged);
+    for (const int row : {4, 2, 0, 1}) {
+        for (int i = 0; i < 10 - 2 * row; ++i) {
+            book_.addFailure({0, row}, QStringLiteral("no answer"));
+        }
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shown.isEmpty(); }));
+    QStringList order;
+    for (int row = 0; row < kCameras; ++row) {
+        order.append(cell(row, HealthTable::Failures));
+    }
+    EXPECT_EQ(order, QStringList({QStringLiteral("10"), QStringLiteral("8"), QStringLiteral("6"),
+                                  QStringLiteral("2"), QStringLiteral("1")}));
 }
 
 TEST_F(HealthWindowTest, WritesNothingBecauseItIsOpened)

@@ -59,6 +59,10 @@ QCoro::Task<> NoticeMail::run()
 
 QCoro::Task<> NoticeMail::post()
 {
+    if (!options_.isOn(HealthChoice::Mail)) { // no longer
+        waiting_.clear();
+        co_return;
+    }
     last_ = clock_.monotonicNow();
     const auto account = mailAccount(settings_.snapshot());
     const auto *const checked = std::get_if<MailAccount>(&account);

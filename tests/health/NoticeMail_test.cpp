@@ -82,6 +82,19 @@ TEST_F(NoticeMailTest, SendsTheNextOneTenMinutesLater)
     EXPECT_FALSE(sender_.texts.last().contains("is late"));
 }
 
+TEST_F(NoticeMailTest, SendsNothingThatStillWaitsWhenItIsNoLongerChosen)
+{
+    mail_.add(QStringLiteral("Camera 0:1 is late"));
+    HealthOptions(settings_).set(HealthChoice::Mail, false);
+    clock_.advance(1h);
+    EXPECT_TRUE(sender_.texts.isEmpty());
+    HealthOptions(settings_).set(HealthChoice::Mail, true);
+    mail_.add(QStringLiteral("Camera 0:1 is back"));
+    clock_.advance(20s);
+    ASSERT_EQ(sender_.texts.size(), 1);
+    EXPECT_FALSE(sender_.texts.last().contains("is late"));
+}
+
 TEST_F(NoticeMailTest, GathersOnWhileTheServerHangs)
 {
     mail_.add(QStringLiteral("Camera 0:1 is late"));

@@ -36,15 +36,26 @@ bool isOwnPeer(const QLocalSocket &socket)
     return ::getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == ::getuid();
 }
 
-ProgramDesk::ProgramDesk(const QString &programFolder, ImageStore &store)
+ProgramDesk::ProgramDesk(const QString &programFolder, const CameraTable &table, ImageStore &store)
     : name_(deskName(programFolder))
+    , table_(table)
 {
-    connect(&store, &ImageStore::loadBegan, this,
-            [this](CameraAddress camera) { loading_ = camera; });
+    connect(&store, &ImageStore::loadBegan, this, &ProgramDesk::takeBegin);
     connect(&store, &ImageStore::loaded, this, [this] { loading_.reset(); });
-    connect(&store, &ImageStore::cameraFailed, this,
-            [this](CameraAddress camera, const QString &reason) { failures_[camera] = reason; });
+    connect(
+        &store, &ImageStore::cameraFailed, this,
+        [this](CameraAddress camera, const QString &reason) { asked_[camera].failure = reason; });
     connect(&server_, &QLocalServer::newConnection, this, &ProgramDesk::receive);
+}
+
+void ProgramDesk::takeBegin(CameraAddress camera)
+{
+    loading_ = camera;
+    Asked &asked = asked_[camera];
+    const QString url = table_.url(camera);
+    if (asked.url != url) {
+        asked = {url, {}};
+    }
 }
 
 void ProgramDesk::open()
@@ -85,8 +96,10 @@ void ProgramDesk::answer(QLocalSocket &caller)
 QByteArray ProgramDesk::report() const
 {
     QJsonObject failures;
-    for (const auto &[camera, reason] : failures_) {
-        failures.insert(cameraText(camera), reason);
+    for (const auto &[camera, asked] : asked_) {
+        if (!asked.failure.isEmpty() && asked.url == table_.url(camera)) {
+            failures.insert(cameraText(camera), asked.failure);
+        }
     }
     QJsonObject report{{QStringLiteral("failures"), failures}};
     if (loading_) {

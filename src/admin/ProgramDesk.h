@@ -27,8 +27,8 @@ class ProgramDesk : public QObject
     Q_OBJECT
 
 public:
-    /// The store outlives the desk.
-    ProgramDesk(const QString &programFolder, ImageStore &store);
+    /// Table and store outlive the desk.
+    ProgramDesk(const QString &programFolder, const CameraTable &table, ImageStore &store);
 
     /// Starts answering; if that is not possible, commands do without.
     void open();
@@ -38,13 +38,22 @@ Q_SIGNALS:
     void settingsChanged();
 
 private:
+    /// A row's last failure, and the address that failed: another is another camera.
+    struct Asked
+    {
+        QString url;
+        QString failure;
+    };
+
+    void takeBegin(CameraAddress camera);
     void receive();
     void answer(QLocalSocket &caller);
     [[nodiscard]] QByteArray report() const;
 
     QString name_;
+    const CameraTable &table_;
     QLocalServer server_;
-    std::map<CameraAddress, QString> failures_; // the last one of each camera
+    std::map<CameraAddress, Asked> asked_;
     std::optional<CameraAddress> loading_;
 };
 

@@ -41,7 +41,7 @@ void HeadlessCapture::connectReports()
             [this](const QString &text) { out_ << text << Qt::endl; });
     connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
     connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
-        if (failures_.remove(cameraText(camera)) > 0) {
+        if (failures_.remove(identity(camera)) > 0) {
             say(QStringLiteral("good again ") + title(camera));
         }
     });
@@ -76,6 +76,12 @@ QString HeadlessCapture::title(CameraAddress camera) const
     return cameraTitle(engine_.settings(), camera);
 }
 
+// With a different address, a row has a different camera.
+QString HeadlessCapture::identity(CameraAddress camera) const
+{
+    return cameraText(camera) + u' ' + engine_.table().url(camera);
+}
+
 void HeadlessCapture::say(const QString &text)
 {
     hasNews_ = true;
@@ -87,8 +93,8 @@ void HeadlessCapture::reportFailure(CameraAddress camera, const QString &reason)
 {
     ++failed_;
     const QString kind = withoutNumbers(reason);
-    if (failures_.value(cameraText(camera)) != kind) {
-        failures_.insert(cameraText(camera), kind);
+    if (failures_.value(identity(camera)) != kind) {
+        failures_.insert(identity(camera), kind);
         const bool isNamed = !cameraName(settings(), camera).isEmpty();
         say(QStringLiteral("failed %1%2 %3")
                 .arg(title(camera), isNamed ? QStringLiteral(":") : QString(), reason));

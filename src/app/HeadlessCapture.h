@@ -33,6 +33,7 @@ private:
     void reportPass();
     [[nodiscard]] SettingsSnapshot settings() const;
     [[nodiscard]] QString title(CameraAddress camera) const;
+    [[nodiscard]] QString identity(CameraAddress camera) const;
     QCoro::Task<> finish();
     QCoro::Task<> leave();
     void leaveAfterError(const QString &text);
@@ -42,7 +43,7 @@ private:
     QString standstill_; // last reported
     std::optional<int> passesLeft_;
     QTextStream out_;
-    QHash<QString, QString> failures_; // of cameras whose last fetch failed: the kind, by name
+    QHash<QString, QString> failures_; // of cameras whose last fetch failed: the kind, by identity
     int pass_ = 0;
     int loaded_ = 0;
     int stored_ = 0;

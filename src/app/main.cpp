@@ -169,7 +169,7 @@ int run(int argc, char **argv, const RunRequest &request)
     SystemClock clock;
     PictureSources pictures;
     CaptureEngine engine(folder, clock, pictures);
-    ProgramDesk desk(folder, engine.store());
+    ProgramDesk desk(folder, engine.table(), engine.store());
     QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
     desk.open();
     return request.headless ? captureWithoutWindows(engine, signalWatcher, instance, request.passes)

@@ -41,7 +41,7 @@ protected:
 
 TEST_F(ProgramDeskTest, HearsThatTheSettingsHaveChangedBeforeTheCommandEnds)
 {
-    ProgramDesk desk(folder, house.store);
+    ProgramDesk desk(folder, house.table, house.store);
     int changes = 0;
     QObject::connect(&desk, &ProgramDesk::settingsChanged, &desk, [&changes] { ++changes; });
     desk.open();
@@ -54,7 +54,7 @@ TEST_F(ProgramDeskTest, HearsThatTheSettingsHaveChangedBeforeTheCommandEnds)
 
 TEST_F(ProgramDeskTest, TellsTheLastFailuresAndTheCameraInHand)
 {
-    ProgramDesk desk(folder, house.store);
+    ProgramDesk desk(folder, house.table, house.store);
     desk.open();
     Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("first"));
     Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("second"));
@@ -65,9 +65,37 @@ TEST_F(ProgramDeskTest, TellsTheLastFailuresAndTheCameraInHand)
     EXPECT_EQ(report->loading, (CameraAddress{0, 1}));
 }
 
+TEST_F(ProgramDeskTest, LeavesOutTheFailureOfACameraThatIsNoLongerThere)
+{
+    house.addCamera({3, 7}, QStringLiteral("http://cam/a.jpg"));
+    house.addCamera({3, 8}, QStringLiteral("http://cam/b.jpg"));
+    ProgramDesk desk(folder, house.table, house.store);
+    desk.open();
+    for (const CameraAddress camera : {CameraAddress{3, 7}, CameraAddress{3, 8}}) {
+        Q_EMIT house.store.loadBegan(camera, {});
+        Q_EMIT house.store.cameraFailed(camera, QStringLiteral("no answer"));
+    }
+    house.addCamera({3, 7}, QStringLiteral("http://other/a.jpg"));
+    const std::optional<ProgramReport> report = beside([this] { return askProgram(folder); });
+    ASSERT_TRUE(report);
+    EXPECT_FALSE(report->failures.contains({3, 7}));
+    EXPECT_TRUE(report->failures.contains({3, 8}));
+}
+
+TEST_F(ProgramDeskTest, LaysAFailureToTheCameraThatWasAsked)
+{
+    house.addCamera({3, 7}, QStringLiteral("http://cam/a.jpg"));
+    ProgramDesk desk(folder, house.table, house.store);
+    desk.open();
+    Q_EMIT house.store.loadBegan({3, 7}, {});
+    house.addCamera({3, 7}, QStringLiteral("http://other/a.jpg"));
+    Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("no answer"));
+    EXPECT_TRUE(beside([this] { return askProgram(folder); })->failures.empty());
+}
+
 TEST_F(ProgramDeskTest, LoadsNothingBehindTheEndOfALoad)
 {
-    ProgramDesk desk(folder, house.store);
+    ProgramDesk desk(folder, house.table, house.store);
     desk.open();
     Q_EMIT house.store.loadBegan({0, 1}, {});
     Q_EMIT house.store.loaded();
@@ -82,7 +110,7 @@ TEST_F(ProgramDeskTest, IsNotThereWithoutAProgram)
 
 TEST_F(ProgramDeskTest, HangsUpOnACallerThatTalksTooMuch)
 {
-    ProgramDesk desk(folder, house.store);
+    ProgramDesk desk(folder, house.table, house.store);
     desk.open();
     QLocalSocket caller;
     caller.setSocketOptions(QLocalSocket::AbstractNamespaceOption);

@@ -161,6 +161,16 @@ class BesideTest(AdminCase):
         for word in ("LastModified", "LocalTime", "lNew"):
             self.assertIsNone(self.house.camera_value(2, word), word)
 
+    def test_lays_no_failure_to_the_camera_that_takes_a_row(self):
+        failures = lambda: [line for line in self.program.out if line.startswith("failed 0:1")]
+        self.assertEqual(1, len(failures()))
+        self.velmora("--set", "group.0=off")
+        self.velmora("--remove", "0:1")
+        self.assertEqual("0:1\n", self.velmora("--add", "http://127.0.0.1:9/other.png"))
+        self.assertIsNone(self.status(0)["cameras"][1]["failure"])
+        self.velmora("--set", "group.0=on")
+        until(lambda: len(failures()) == 2, 20, self.program.report)
+
 
 if __name__ == "__main__":
     house.main()

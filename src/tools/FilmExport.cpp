@@ -5,6 +5,8 @@
 #include <QStandardPaths>
 #include <QTimer>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -17,6 +19,10 @@ namespace {
 constexpr qint64 kAheadBytes = qint64{2} << 20; // of pictures read before ffmpeg has taken them
 constexpr int kPipeBytes = 1 << 20;
 constexpr qsizetype kMostErrorBytes = 4096;
+
+// How ffmpeg's complaints about the file begin; the system's reason is behind the last colon.
+constexpr std::array kWritingFaults{"Could not write header", "av_interleaved_write_frame",
+                                    "Error writing trailer", "Error closing file"};
 
 // Runs in the child that is about to become ffmpeg: it dies with us, however we end, leaves a
 // terminal's interrupt to us, and inherits the file that has no name.
@@ -234,7 +240,8 @@ QString FilmExport::writingComplaint()
 {
     errors_ += process_->readAllStandardError();
     for (const QByteArray &line : errors_.split('\n')) {
-        if (line.startsWith("Error writing trailer") || line.startsWith("Error closing file")) {
+        const auto begins = [&line](const char *fault) { return line.startsWith(fault); };
+        if (std::ranges::any_of(kWritingFaults, begins)) {
             return QString::fromLocal8Bit(line.sliced(line.lastIndexOf(": ") + 1)).trimmed();
         }
     }

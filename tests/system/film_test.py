@@ -120,6 +120,17 @@ class FilmTest(FilmCase):
         self.expect_colours([COLOURS[n % 16] for n in picked], [colours[n] for n in picked])
         self.assertEqual([], program.err)
 
+    def test_shows_a_single_image(self):
+        self.store(1)
+        for name in ("a.mp4", "a.webm", "a.gif", "a.webp"):
+            _, target = self.make(name, "--size", "64x48")
+            if name == "a.webp":
+                self.assertEqual((b"RIFF", b"WEBP"), (target.read_bytes()[:4], target.read_bytes()[8:12]))
+            else:
+                self.assertEqual("1", probe(target)["nb_read_frames"], name)
+                self.expect_colours(COLOURS[:1], colours_in(target))
+            target.unlink()
+
     def test_takes_whole_days_and_minutes_at_both_ends(self):
         self.store(3 * 1440 // 60, every=3600)
         _, day = self.make("film.mp4", first="2006-03-02", last="2006-03-02")

@@ -1,11 +1,13 @@
 """A full disk under the storage folder and under the settings file: a tiny file system of the test's own, mounted
 where no other process sees it. Nothing partial is left, and what failed is made up for later."""
 
+import random
 import unittest
 
 import house
 from answers import fresh, is_whole
 from camera_server import CameraServer
+from film_test import FilmCase, encoded
 from house import GREEN, RED, House, camera_lists, parse_settings
 from small_disk import Disk, enter_own_mounts
 from waiting import until
@@ -122,6 +124,23 @@ class FullDiskTest(unittest.TestCase):
         self.assertEqual("pass 1: 0 stored, 0 failed, 0 unchanged", run.out[-1])
         self.assertFalse(self.house.settings_path.exists())
         self.assertEqual([], self.house.work_files())
+
+
+class FilmDiskTest(FilmCase):
+    """The film is to be made where there is little room; its images are elsewhere."""
+
+    def test_leaves_nothing_of_a_film_that_does_not_fit(self):
+        noise = [random.Random(seed).randbytes(160 * 120 * 3) for seed in range(4)]
+        self.store(12, pictures=[encoded(b"P6 160 120 255\n" + pixels) for pixels in noise])
+        disk = Disk(self, self.out)
+        for room in (20_000, 0):
+            disk.leave(room)
+            for name in ("film.mp4", "film.webm", "film.gif", "film.webp"):
+                target = self.out / name
+                program = self.film("2006-03-01", "2006-03-31", str(target))
+                self.assertEqual(1, program.wait(60), (name, program.report()))
+                self.assertIn("No space left", "\n".join(program.err), name)
+                self.expect_nothing_else("ballast")
 
 
 if __name__ == "__main__":

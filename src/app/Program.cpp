@@ -149,6 +149,7 @@ void Program::connectHealth()
     connect(&health_.watch(), &HealthWatch::roomChanged, this, &Program::showRoom);
     connect(&health_.oldest(), &OldestFirst::imagesDeleted, &images_.browser(),
             &ImageBrowser::showDeletion);
+    connect(&import_.import(), &Import::imagesAdded, &health_.book(), &HealthBook::recountFolder);
     connect(&images_.browser(), &ImageBrowser::imageDeleted, this, [this](const ImageFile &image) {
         health_.book().recountFolder(engine_.storage().native(image.folder));
     });

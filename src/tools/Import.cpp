@@ -350,6 +350,7 @@ void Import::begin()
     copying_ = std::stop_source();
     atOnce_ = std::stop_source();
     storage_ = uses_.storage.inForce();
+    target_ = uses_.storage.cameraFolder(camera());
     initialCount_ = counting_ ? std::nullopt : std::optional(shownCount_);
     face_.ctr = kNone;
     face_.running = true;
@@ -380,7 +381,7 @@ void Import::end(const ImportResult &result)
     showButton();
     Q_EMIT changed();
     if (result.end != ImportEnd::Identical) {
-        Q_EMIT imagesAdded();
+        Q_EMIT imagesAdded(target_);
     }
 }
 

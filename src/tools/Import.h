@@ -94,8 +94,8 @@ Q_SIGNALS:
     /// A text for the user.
     void messageWanted(const QString &text);
 
-    /// A run has put images into a camera's folder, or may have done so.
-    void imagesAdded();
+    /// A run has put images into a camera's folder (native path), or may have done so.
+    void imagesAdded(const QString &folder);
 
 private:
     [[nodiscard]] const SettingsFile &settings() const { return uses_.settings; }
@@ -138,6 +138,7 @@ private:
     std::stop_source readingTarget_;
     std::stop_source copying_;           // ends a run after the current file
     std::stop_source atOnce_;            // ends it in the middle of a file
+    QString target_;                     // native path of the folder that the run fills
     QString storage_;                    // the folder in force when the target was chosen
     std::optional<qint64> initialCount_; // none when the run started before the files were counted
     qint64 shownCount_ = 0;              // as NbF shows it

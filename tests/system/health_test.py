@@ -3,11 +3,12 @@ to a monitoring system."""
 
 import json
 import socket
+import time
 
 import house
 from answers import fresh
 from exim_server import EximServer
-from health_case import CAMERAS, HealthCase
+from health_case import CAMERAS, EVERY_PASS, HealthCase
 from notification_server import NotificationServer
 from program import Display
 from waiting import until
@@ -43,7 +44,8 @@ class LateTest(HealthCase):
     def test_mails_once_of_ten_cameras_that_fail_together(self):
         server = EximServer(self)
         mail = {"Server": f"127.0.0.1:{server.port}", "To": "guard@example.org"}
-        self.write_settings(Mail=mail, Health={"Mail": "1"})
+        back = self.add_camera_that_was_late()
+        self.write_settings(Mail=mail, Health={"Mail": "1"}, Groupe1={f"{key}0": value for key, value in EVERY_PASS.items()})
         for camera in range(CAMERAS):
             self.store(camera, 60)
         self.stop(*range(CAMERAS))
@@ -52,7 +54,19 @@ class LateTest(HealthCase):
         [letter] = until(server.mails, 60, lambda: f"the mail ({server.log()}{program.report()})")
         for camera in range(CAMERAS):
             self.assertIn(f"0:{camera} ", letter.get_content())
+        self.assertIn(f"Camera 1:0 {back} is back", letter.get_content())
         self.end(program)
+
+    def add_camera_that_was_late(self):
+        """An eleventh, in group 1, which delivers again; its address as it is shown."""
+        path = "/back.jpg"
+        self.server.answer(path, fresh(20_000))
+        self.urls.append(self.server.url(path))
+        hour_ago = int(time.time()) - 3600
+        late = {"folder": str(self.house.folder(self.urls[-1])), "newest": hour_ago, "lateSince": hour_ago + 900}
+        book = {"version": 1, "cameras": [{}] * CAMERAS + [late]}
+        (self.house.root / "Velmora.health").write_text(json.dumps(book))
+        return self.urls[-1].removeprefix("http://")
 
     def test_never_calls_a_camera_late_that_is_not_to_be(self):
         self.write_settings(Health={"Never03": "1"})

@@ -172,6 +172,19 @@ TEST_F(ImportTarget, TheEndHasItsOrder)
                                                "Copy aborted1|refresh1 on"));
 }
 
+TEST_F(ImportTarget, TheEndNamesTheFolderThatWasFilledWhateverIsChosenMeanwhile)
+{
+    QStringList folders;
+    QObject::connect(&import_, &Import::imagesAdded, &import_,
+                     [&folders](const QString &folder) { folders.append(folder); });
+    put(kKept);
+    load();
+    import_.go();
+    import_.chooseCamera(1);
+    finish();
+    EXPECT_EQ(folders, QStringList{house_.storage.cameraFolder(kCamera)});
+}
+
 TEST_F(ImportTarget, TheButtonIsOffWhileARunRunsAndASecondPressDoesNothing)
 {
     put(kKept);

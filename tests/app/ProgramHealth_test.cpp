@@ -1,0 +1,102 @@
+// What the windows show of the cameras' health: marks on what is late, and counts that follow what
+// other parts of the program do.
+#include "ProgramHouse.h"
+#include "health/HealthStore.h"
+#include "health/HealthTable.h"
+
+#include <QListWidget>
+#include <QTabBar>
+#include <QTableView>
+
+namespace velmora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString kMain = QStringLiteral("Interface");
+const QString kBrowser = QStringLiteral("planche");
+const QString kFolder = QStringLiteral("drives/c/in/http%3A%2F%2Fcam%2Fa%2Epng");
+
+class ProgramHealth : public ProgramHouse
+{
+protected:
+    /// Nothing has come from the camera for two hours, and the run before this one said so.
+    void startWithALateCamera()
+    {
+        CameraHealths known;
+        CameraHealth &camera = known[{0, 0}];
+        const Moment now((clock_.localNow() - clock_.utcOffset()).time_since_epoch());
+        camera.folder = tree_.path(kFolder);
+        camera.addImage(now - 2h - 1min, 2000);
+        camera.addImage(now - 2h, 2000);
+        camera.lateSince = now - 1h;
+        saveHealth(tree_.path(), known);
+        source_.answer(QStringLiteral("http://cam/a.png"),
+                       {{}, {}, {}, {}, QStringLiteral("no answer")});
+        start();
+    }
+
+    [[nodiscard]] bool isMarked(const QString &list)
+    {
+        const QListWidgetItem &item = *topLevel(kBrowser)->findChild<QListWidget *>(list)->item(0);
+        return item.foreground().color() == Qt::red && item.foreground() != QBrush();
+    }
+
+    [[nodiscard]] bool isTabMarked()
+    {
+        return topLevel(kMain)
+                   ->findChild<QTabBar *>(QStringLiteral("Selecteur"))
+                   ->tabTextColor(0) == Qt::red;
+    }
+
+    void expectMarks(bool marked)
+    {
+        EXPECT_EQ(isMarked(QStringLiteral("lstGroupe")), marked);
+        EXPECT_EQ(isMarked(QStringLiteral("lstCam")), marked);
+        EXPECT_EQ(isTabMarked(), marked);
+    }
+};
+
+TEST_F(ProgramHealth, MarksAfterARestartWhatWasLateBefore)
+{
+    startWithALateCamera();
+    expectMarks(true);
+}
+
+TEST_F(ProgramHealth, MarksARowNoLongerWhoseCameraIsRemovedFromOutside)
+{
+    startWithALateCamera();
+    SettingsFile(tree_.path()).write(u"Liste0", u"lst0", u"");
+    engine_->adoptSettings();
+    clock_.advance(5s);
+    expectMarks(false);
+}
+
+TEST_F(ProgramHealth, CountsWhatIsImported)
+{
+    writeSettings("StRep=C:\\in\\\r\nDrive=C:\r\nDir=C:\\card\r\nPatern=*.png\r\n");
+    tree_.write(u"drives/c/card/20240102_0304050203.png", QByteArray(500, 'x'));
+    start();
+    click(kBrowser, QStringLiteral("cSetUp"));
+    click(kMain, QStringLiteral("Import"));
+    click(QStringLiteral("frmImport"), QStringLiteral("cmdGo"));
+    topLevel(QStringLiteral("frmImport"))->findChild<QMessageBox *>()->close();
+    click(kBrowser, QStringLiteral("bHealth"));
+    const QTableView &table =
+        *topLevel(QStringLiteral("health"))->findChild<QTableView *>(QStringLiteral("healthTable"));
+    EXPECT_EQ(table.model()->index(0, HealthTable::InAll).data(HealthTable::kSortRole), 2500);
+}
+
+TEST_F(ProgramHealth, MarksNoLongerWhatDeliversAgain)
+{
+    startWithALateCamera();
+    source_.answer(
+        QStringLiteral("http://cam/a.png"),
+        {QByteArray(2000, 'x'), QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"), {}, {}, {}});
+    engine_->launch(engine_->scheduler().Timer_Timer());
+    clock_.advance(10s);
+    expectMarks(false);
+}
+
+} // namespace
+} // namespace velmora::test

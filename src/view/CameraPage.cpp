@@ -48,6 +48,10 @@ void CameraPage::load()
 {
     group_ = keys::kSelecteur.read(table_.settings(), problems_);
     groupActive_ = table_.isGroupActive(group_);
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    for (const CameraAddress camera : kAllCameras) {
+        addresses_[camera] = CameraTable::url(settings, camera);
+    }
     Q_EMIT pageLoaded();
 }
 
@@ -76,18 +80,33 @@ void CameraPage::reread()
 {
     const QScopedValueRollback loading(loading_, true);
     for (int row = 0; row < kRows; ++row) {
-        const QString before = at(row).url;
         at(row) = table_.row({group_, row});
-        if (at(row).url != before) {
-            Q_EMIT addressStored({group_, row});
-        }
         if (at(row).url.isEmpty()) {
             at(row) = {};
             at(row).lamp = LampColour::Red;
         }
     }
     groupActive_ = table_.isGroupActive(group_);
+    followAddresses();
     Q_EMIT pageReread();
+}
+
+// Whichever group is on screen: a remark is about a camera, not about its row.
+void CameraPage::followAddresses()
+{
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    for (const CameraAddress camera : kAllCameras) {
+        const QString address = CameraTable::url(settings, camera);
+        if (std::exchange(addresses_[camera], address) != address) {
+            takeOther(camera, address);
+        }
+    }
+}
+
+void CameraPage::takeOther(CameraAddress camera, const QString &address)
+{
+    remarks_.set(camera, address.isEmpty() ? QString() : QStringLiteral("not fetched yet"));
+    Q_EMIT addressStored(camera);
 }
 
 void CameraPage::loadRow(int row)
@@ -97,6 +116,7 @@ void CameraPage::loadRow(int row)
         table_.clearRow(camera);
     }
     at(row) = table_.row(camera);
+    addresses_[camera] = at(row).url;
 }
 
 int CameraPage::rememberedRow() const
@@ -215,9 +235,9 @@ void CameraPage::storeAddress(CameraAddress camera, const QString &address)
 {
     const bool isOther = table_.url(camera) != address;
     table_.setUrl(camera, address);
+    addresses_[camera] = table_.url(camera);
     if (isOther) {
-        remarks_.set(camera, address.isEmpty() ? QString() : QStringLiteral("not fetched yet"));
-        Q_EMIT addressStored(camera);
+        takeOther(camera, address);
     }
 }
 

@@ -137,6 +137,8 @@ private:
     void makeFolderBefore(CameraAddress camera, const QString &address);
     void storeAddress(CameraAddress camera, const QString &address);
     void giveRow(CameraAddress camera, const QString &address);
+    void followAddresses();
+    void takeOther(CameraAddress camera, const QString &address);
     void keepForLive(CameraAddress camera, LampColour colour);
     [[nodiscard]] int rememberedRow() const;
 
@@ -149,6 +151,7 @@ private:
     bool groupActive_ = false;
     bool loading_ = false;
     QString lastUrlShown_;
+    PerCamera<QString> addresses_; // as last known to be stored
     CameraRemarks remarks_;
     std::optional<LiveLamp> live_;
     std::array<CameraRow, kRows> rows_;

@@ -53,6 +53,22 @@ TEST_F(RowReason, IsThatOfTheNewAddressOnceItIsStored)
     EXPECT_EQ(page.reason(1), QString());
 }
 
+TEST_F(RowReason, IsNotThatOfTheCameraThatHadTheRowBefore)
+{
+    table.setUrl({3, 4}, u"d");
+    page.load();
+    page.remarks().set({0, 1}, QStringLiteral("out"));
+    page.remarks().set({0, 2}, QStringLiteral("slow"));
+    page.remarks().set({3, 4}, QStringLiteral("out"));
+    table.setUrl({0, 1}, u"c");
+    table.setUrl({3, 4}, {});
+    page.reread();
+    EXPECT_EQ(page.reason(1), QStringLiteral("not fetched yet"));
+    EXPECT_EQ(page.reason(2), QStringLiteral("slow"));
+    EXPECT_EQ(page.remarks().of({3, 4}), QString());
+    EXPECT_EQ(told, (QList<int>{1, 4}));
+}
+
 TEST_F(RowReason, AddressesAreToldOnlyWhenTheyAreOthers)
 {
     page.remarks().set({0, 1}, QStringLiteral("out"));

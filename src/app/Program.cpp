@@ -177,6 +177,7 @@ void Program::connectConformity()
     connect(&conformity, &Conformity::statusChanged, &interface_, &Interface::showWork);
     connect(&conformity, &Conformity::statusChanged, &planche_, &planche::showMessage);
     connect(&conformity, &Conformity::ended, this, [this] { interface_.showWork(QString()); });
+    connect(&conformity, &Conformity::ended, &health_.book(), &HealthBook::recountAll);
 }
 
 void Program::connectProblems()

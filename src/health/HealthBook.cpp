@@ -168,13 +168,23 @@ void HealthBook::setLate(CameraAddress camera, bool late)
     }
 }
 
-void HealthBook::addImage(CameraAddress camera, const QString &fileName)
+// News may come sooner than the table is read again: not to be laid to the camera before.
+bool HealthBook::knows(CameraAddress camera, const QString &folder)
 {
-    if (!seen_[camera].isConfigured) {
+    if (known(camera).folder != folder) {
         followTable();
     }
+    return seen_[camera].isConfigured;
+}
+
+void HealthBook::addImage(CameraAddress camera, const QString &fileName)
+{
+    const QString folder = storage_.cameraFolder(camera);
+    if (!knows(camera, folder)) {
+        return;
+    }
     CameraHealth &health = known(camera);
-    const qint64 bytes = QFileInfo(storage_.cameraFolder(camera) + u'/' + fileName).size();
+    const qint64 bytes = QFileInfo(folder + u'/' + fileName).size();
     health.addImage(now(), bytes);
     seen_[camera].quietSince = clock_.monotonicNow();
     const bool wasLate = health.lateSince.has_value();
@@ -187,6 +197,9 @@ void HealthBook::addImage(CameraAddress camera, const QString &fileName)
 
 void HealthBook::addFailure(CameraAddress camera, const QString &reason)
 {
+    if (!knows(camera, storage_.cameraFolder(camera))) {
+        return;
+    }
     const bool isFirst = !this->camera(camera).quietSince();
     known(camera).fail(now(), reason);
     if (isFirst) {
@@ -226,6 +239,13 @@ void HealthBook::recountFolder(const QString &folder)
             seen_[address].isTried = false;
             startCounting(address);
         }
+    }
+}
+
+void HealthBook::recountAll()
+{
+    for (const CameraAddress address : cameras()) {
+        recount(address);
     }
 }
 

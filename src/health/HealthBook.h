@@ -76,6 +76,9 @@ public:
     /// The same for whichever cameras have this folder (native path).
     void recountFolder(const QString &folder);
 
+    /// Counts the folders of all cameras again.
+    void recountAll();
+
 Q_SIGNALS:
     /// What is known about a camera has changed.
     void changed(velmora::CameraAddress camera);
@@ -96,6 +99,7 @@ private:
     };
 
     [[nodiscard]] CameraHealth &known(CameraAddress camera);
+    [[nodiscard]] bool knows(CameraAddress camera, const QString &folder);
     void takeCamera(const SettingsSnapshot &settings, CameraAddress camera);
     void anchor(CameraAddress camera);
     void startCounting(CameraAddress camera);

@@ -49,6 +49,14 @@ protected:
                    ->tabTextColor(0) == Qt::red;
     }
 
+    /// In the window's first row.
+    [[nodiscard]] QVariant health(HealthTable::Column column, int role = Qt::DisplayRole)
+    {
+        const auto *const table = topLevel(QStringLiteral("health"))
+                                      ->findChild<QTableView *>(QStringLiteral("healthTable"));
+        return table->model()->index(0, column).data(role);
+    }
+
     void expectMarks(bool marked)
     {
         EXPECT_EQ(isMarked(QStringLiteral("lstGroupe")), marked);
@@ -82,9 +90,20 @@ TEST_F(ProgramHealth, CountsWhatIsImported)
     click(QStringLiteral("frmImport"), QStringLiteral("cmdGo"));
     topLevel(QStringLiteral("frmImport"))->findChild<QMessageBox *>()->close();
     click(kBrowser, QStringLiteral("bHealth"));
-    const QTableView &table =
-        *topLevel(QStringLiteral("health"))->findChild<QTableView *>(QStringLiteral("healthTable"));
-    EXPECT_EQ(table.model()->index(0, HealthTable::InAll).data(HealthTable::kSortRole), 2500);
+    EXPECT_EQ(health(HealthTable::InAll, HealthTable::kSortRole), 2500);
+}
+
+TEST_F(ProgramHealth, KnowsTheDatesOfImagesThatHaveGotTheirNames)
+{
+    source_.answer(QStringLiteral("http://cam/a.png"),
+                   {{}, {}, {}, {}, QStringLiteral("no answer")});
+    for (const int time : {1000, 2000}) {
+        tree_.write(kFolder + QStringLiteral("/20060307_13%1.png").arg(time), "picture");
+    }
+    start();
+    clock_.advance(10s);
+    click(kBrowser, QStringLiteral("bHealth"));
+    EXPECT_EQ(health(HealthTable::Interval), QStringLiteral("10 min"));
 }
 
 TEST_F(ProgramHealth, MarksNoLongerWhatDeliversAgain)

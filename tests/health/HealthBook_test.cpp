@@ -77,6 +77,28 @@ TEST_F(HealthBookTest, TakesARowWithAnotherAddressForAnotherCamera)
     EXPECT_FALSE(book_.camera(kOne).newest);
 }
 
+TEST_F(HealthBookTest, LaysAFailureToTheCameraThatHasTheRowNow)
+{
+    add(kOne);
+    book_.load();
+    book_.addFailure(kOne, QStringLiteral("no answer"));
+    house_.addCamera(kOne, QStringLiteral("http://other/a.jpg"));
+    book_.addFailure(kOne, QStringLiteral("no picture"));
+    book_.followTable();
+    EXPECT_EQ(book_.camera(kOne).failures, 1);
+    EXPECT_EQ(book_.camera(kOne).failure, QStringLiteral("no picture"));
+}
+
+TEST_F(HealthBookTest, TakesNothingForARowThatIsEmptied)
+{
+    add(kOne);
+    book_.load();
+    house_.addCamera(kOne, {});
+    book_.addFailure(kOne, QStringLiteral("no answer"));
+    book_.addImage(kOne, QStringLiteral("x"));
+    EXPECT_EQ(book_.camera(kOne).toJson(), CameraHealth().toJson());
+}
+
 TEST_F(HealthBookTest, ForgetsARowThatIsEmptied)
 {
     add(kOne);

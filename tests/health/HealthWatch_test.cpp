@@ -143,6 +143,17 @@ TEST_F(HealthWatchTest, SaysNothingOfACameraThatCameBackAndIsGone)
     EXPECT_EQ(notices_.size(), 1);
 }
 
+TEST_F(HealthWatchTest, CallsNoCameraBackThatTookTheRowOfALateOne)
+{
+    deliver(kOne, 3);
+    clock_.advance(20min);
+    house_.addCamera(kOne, QStringLiteral("http://other/a.jpg"));
+    book_.addImage(kOne, QStringLiteral("x"));
+    clock_.advance(5s);
+    EXPECT_EQ(notices_.size(), 1);
+    EXPECT_TRUE(book_.camera(kOne).newest);
+}
+
 TEST_F(HealthWatchTest, KnowsNoRoomWhereTheStorageFolderIsGone)
 {
     ASSERT_TRUE(watch_.room());

@@ -4,11 +4,10 @@
 #include "base/OneLine.h"
 #include "cameras/CameraTable.h"
 #include "cameras/ShownAddress.h"
+#include "settings/StoredText.h"
 
 namespace velmora {
 namespace {
-
-constexpr qsizetype kMostKept = 254; // characters of a stored value
 
 // Blanks around a stored value are stripped when it is read, and then one pair of quotes.
 QString quoted(QStringView value)
@@ -86,7 +85,7 @@ std::optional<QString> nameRefusal(QStringView name)
 std::optional<QString> loginRefusal(const CameraLogin &login)
 {
     for (const QString &text : {login.user, login.password}) {
-        if (text.size() > kMostKept || holdsControls(text) || !fitsAnsi(text)) {
+        if (!isStorable(text)) {
             return QStringLiteral("User and password are one line each of at most 254 characters "
                                   "of the Western European character set");
         }

@@ -45,8 +45,9 @@ TEST(CameraChoices, AreReadBack)
 
 TEST(CameraChoices, KeepALoginToTheLetter)
 {
-    for (const QString &text : {QStringLiteral(" me "), QStringLiteral("\" me \""),
-                                QStringLiteral(" "), QStringLiteral("'x "), QString(254, u'p')}) {
+    for (const QString &text :
+         {QStringLiteral(" me "), QStringLiteral("\" me \""), QStringLiteral(" "),
+          QStringLiteral("'x "), QString(254, u'p'), u' ' + QString(253, u'p')}) {
         SettingsDraft draft("");
         const CameraLogin login{text, text};
         ASSERT_EQ(loginRefusal(login), std::nullopt);

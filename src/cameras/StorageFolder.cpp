@@ -1,9 +1,8 @@
 #include "cameras/StorageFolder.h"
 
-#include "base/AnsiText.h"
 #include "base/Folders.h"
-#include "base/OneLine.h"
 #include "cameras/StoragePath.h"
+#include "settings/StoredText.h"
 
 #include <utility>
 
@@ -12,13 +11,6 @@ namespace {
 
 // Cleaning turns an empty text into this, and so ends deleting it letter by letter.
 constexpr QStringView kNothingCleaned = u"\\";
-
-constexpr qsizetype kMostKept = 254; // characters of a stored value
-
-bool fitsSettings(const QString &text)
-{
-    return text.size() <= kMostKept && !holdsControls(text) && fitsAnsi(text);
-}
 
 QString unfitRefusal(const QString &folder)
 {
@@ -48,7 +40,7 @@ std::optional<QString> storageRefusal(const NativePaths &paths, const QString &n
 {
     const QString text = paths.folderText(nativeFolder);
     if (FormRep(text) == text && paths.native(text) == nativeFolder) {
-        return fitsSettings(text) ? std::nullopt : std::optional(unfitRefusal(nativeFolder));
+        return isStorable(text) ? std::nullopt : std::optional(unfitRefusal(nativeFolder));
     }
     return QStringLiteral("The folder %1 cannot be the storage folder: its path holds a blank or "
                           "one of \\ * ? < > | \", which are taken out of storage paths")
@@ -57,9 +49,8 @@ std::optional<QString> storageRefusal(const NativePaths &paths, const QString &n
 
 std::optional<QString> storageTextRefusal(const QString &text)
 {
-    return fitsSettings(FormRep(withBackslashes(text).trimmed()))
-               ? std::nullopt
-               : std::optional(unfitRefusal(text));
+    return isStorable(FormRep(withBackslashes(text).trimmed())) ? std::nullopt
+                                                                : std::optional(unfitRefusal(text));
 }
 
 QString storedStorage(const SettingsSnapshot &settings)
@@ -134,29 +125,32 @@ void StorageFolder::takeText()
     }
 }
 
-// What an emptied box stores would be the root of the file system to the next start.
-void StorageFolder::store() const
+// What an emptied box stores would be the root of the file system to the next start, and what is
+// left of a text that cannot be stored, another folder. Failing, it is as silent as every write.
+void StorageFolder::store()
 {
     const SettingsFile &settings = table_.settings();
     const QString before = emptied_ ? inForce_ : QString();
+    const QString &text = isStorable(text_) ? text_ : inForce_;
     if (before == keys::kStorageBefore.read(settings)) {
-        keys::kStRep.write(settings, text_);
-        return;
+        keys::kStRep.write(settings, text);
+    } else {
+        static_cast<void>(settings.change([&](SettingsDraft &draft) {
+            keys::kStRep.write(draft, text);
+            if (emptied_) {
+                keys::kStorageBefore.write(draft, before);
+            } else {
+                keys::kStorageBefore.remove(draft);
+            }
+        }));
     }
-    // Failing, it is as silent as every other write.
-    static_cast<void>(settings.change([&](SettingsDraft &draft) {
-        keys::kStRep.write(draft, text_);
-        if (emptied_) {
-            keys::kStorageBefore.write(draft, before);
-        } else {
-            keys::kStorageBefore.remove(draft);
-        }
-    }));
+    lastSeen_ = storedStorage(settings.snapshot());
 }
 
 void StorageFolder::load()
 {
     const SettingsSnapshot settings = table_.settings().snapshot();
+    lastSeen_ = storedStorage(settings);
     setText(storedText(settings));
     takeText();
     if (text_ != keys::kStRep.read(settings)) {
@@ -167,8 +161,11 @@ void StorageFolder::load()
 void StorageFolder::adoptStored()
 {
     const QString stored = storedStorage(table_.settings().snapshot());
-    storedElsewhere_ = stored == text_ ? std::nullopt : std::optional(stored);
-    if (storedElsewhere_ && !isBeingEdited()) {
+    if (stored == std::exchange(lastSeen_, stored)) {
+        return;
+    }
+    storedElsewhere_ = stored;
+    if (!isBeingEdited()) {
         putInForce();
     }
 }
@@ -239,7 +236,7 @@ void StorageFolder::takeStoredElsewhere()
 
 void StorageFolder::takeBackUnstorable()
 {
-    if (!fitsSettings(text_)) {
+    if (!isStorable(text_)) {
         problems_.tell(unfitRefusal(text_));
         text_ = inForce_;
         store();

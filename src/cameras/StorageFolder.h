@@ -186,7 +186,7 @@ private:
     void takeStoredElsewhere();
     void takeBackUnstorable();
     void takeText();
-    void store() const;
+    void store();
     [[nodiscard]] QString madeText() const;
     [[nodiscard]] bool isThere(const QString &pathText) const;
     [[nodiscard]] bool mayHoldImages() const;
@@ -200,7 +200,8 @@ private:
     Problems &problems_;
     QString text_;
     QString inForce_;
-    std::optional<QString> storedElsewhere_; // during an edit
+    QString lastSeen_;                       // of the stored folder, by whomever
+    std::optional<QString> storedElsewhere_; // by another program, since the edit began
     StorageState state_;
     Gate gate_;
     quint64 version_ = 0;

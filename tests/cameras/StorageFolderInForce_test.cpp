@@ -167,6 +167,25 @@ TEST_F(FolderInForce, IsTheOneNamedElsewhereWhenWhatWasTypedIsTakenBack)
     EXPECT_EQ(setting(u"Control", u"StRep"), kOther);
 }
 
+TEST_F(FolderInForce, IsTheOneNamedElsewhereThoughItWasTypedTooAndTakenBack)
+{
+    nameElsewhere(kOther);
+    storage.edit(QStringLiteral("C:\\other"));
+    storage.adoptStored(); // of another setting
+    storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
+    EXPECT_TRUE(isInForce(kOther));
+}
+
+TEST_F(FolderInForce, IsNotOneThatWasOnlyTypedWhenAnotherSettingIsChanged)
+{
+    storage.edit(QStringLiteral("C:\\other"));
+    storage.adoptStored();
+    storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
+    EXPECT_TRUE(isInForce(kBefore));
+}
+
 TEST_F(FolderInForce, IsTheOneNamedElsewhereAfterAnEmptiedBox)
 {
     storage.edit(QString());
@@ -209,6 +228,7 @@ TEST_F(FolderInForce, StaysWhenTheSettingsCannotHoldWhatWasTyped)
          {QStringLiteral("C:\\in\\日本"), QStringLiteral("C:\\") + QString(300, u'a')}) {
         shown.clear();
         storage.edit(typed);
+        EXPECT_EQ(setting(u"Control", u"StRep"), kBefore) << "what the next start would use";
         storage.putInForce();
         EXPECT_TRUE(isInForce(kBefore));
         EXPECT_EQ(storage.text(), kBefore);

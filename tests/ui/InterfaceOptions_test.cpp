@@ -30,6 +30,19 @@ TEST_F(InterfaceOptions, EveryKeystrokeInTheTimeoutBoxIsStored)
     EXPECT_EQ(house_.stored(u"Control", u"TIO"), QStringLiteral("30"));
 }
 
+TEST_F(InterfaceOptions, AValueSetByACommandWaitsForItsOwnBoxAlone)
+{
+    house_.click(QStringLiteral("tempo"));
+    const QString before = box(QStringLiteral("tempo"));
+    house_.house.settings.write(u"Control", u"Tempo", u"20");
+    house_.house.settings.write(u"Control", u"TIO", u"30");
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(box(QStringLiteral("TIO")), QStringLiteral("30"));
+    EXPECT_EQ(box(QStringLiteral("tempo")), before);
+    house_.leaveBox();
+    EXPECT_EQ(box(QStringLiteral("tempo")), QStringLiteral("20"));
+}
+
 TEST_F(InterfaceOptions, ATickPutsTheTimerBoxRight)
 {
     const struct

@@ -1,6 +1,7 @@
 // Random sequences of what a user, a timer and a disk can do around the storage folder, checked
 // against what must be true after every single event. VELMORA_MODEL_SEQUENCES sets their number.
 #include "WindowHouse.h"
+#include "cameras/StoragePath.h"
 #include "capture/Retention.h"
 
 #include <QDir>
@@ -11,6 +12,7 @@
 
 #include <array>
 #include <functional>
+#include <utility>
 
 namespace velmora::test {
 namespace {
@@ -31,7 +33,8 @@ const QStringList kTexts{QStringLiteral("C:\\in"),   QStringLiteral("C:\\other")
 enum class May {
     Neither,    // change the folder in force nor the text
     PutInForce, // the text
-    Type        // change the text
+    Type,       // change the text
+    Name        // put another folder in force, once the box is not being edited
 };
 
 class StorageModel : public testing::Test
@@ -220,9 +223,20 @@ protected:
         return May::Neither;
     }
 
+    // A command does, and tells the program.
+    May nameFolder()
+    {
+        named_ = FormRep(withBackslashes(pick(kTexts)));
+        EXPECT_EQ(
+            house_.settings.change([this](SettingsDraft &draft) { setStorage(draft, named_); }),
+            SettingsChange::Made);
+        house_.engine.adoptSettings();
+        return May::Name;
+    }
+
     May act()
     {
-        static const std::array<std::function<May(StorageModel &)>, 17> events{
+        static const std::array<std::function<May(StorageModel &)>, 18> events{
             &StorageModel::enter,
             &StorageModel::enter,
             &StorageModel::typeText,
@@ -240,6 +254,7 @@ protected:
             &StorageModel::passTime,
             &StorageModel::turnTheDisk,
             &StorageModel::deleteOld,
+            &StorageModel::nameFolder,
         };
         event_ = below(static_cast<int>(events.size()));
         return events.at(static_cast<std::size_t>(event_))(*this);
@@ -262,9 +277,30 @@ protected:
         before_ = now;
     }
 
+    // What a command named counts once the box is not being edited, unless another was typed.
+    bool checkNamed(const QString &textBefore, const QString &forceBefore)
+    {
+        if (named_.isEmpty() || house_.storage.isBeingEdited()) {
+            return false;
+        }
+        const QString named = std::exchange(named_, QString());
+        const bool counts = isEmptied_ || textBefore == forceBefore;
+        if (counts) {
+            EXPECT_EQ(inForce(), named);
+            EXPECT_EQ(box().text(), named);
+        }
+        return counts;
+    }
+
     void checkTexts(const QString &textBefore, const QString &forceBefore, May may)
     {
-        if (may == May::Neither || may == May::Type) {
+        if (checkNamed(textBefore, forceBefore)) {
+            return;
+        }
+        if (may == May::Name) {
+            EXPECT_EQ(inForce(), forceBefore);
+            EXPECT_EQ(box().text(), textBefore);
+        } else if (may == May::Neither || may == May::Type) {
             EXPECT_EQ(inForce(), forceBefore);
         } else if (may == May::PutInForce && isEmptied_) {
             EXPECT_EQ(inForce(), forceBefore);
@@ -276,7 +312,9 @@ protected:
             EXPECT_EQ(box().text(), textBefore);
         }
         EXPECT_EQ(box().text(), house_.storage.text());
-        EXPECT_EQ(rooms_.stored(u"Control", u"StRep"), box().text());
+        if (named_.isEmpty()) {
+            EXPECT_EQ(rooms_.stored(u"Control", u"StRep"), box().text());
+        }
     }
 
     void checkTimer()
@@ -325,6 +363,7 @@ protected:
         rooms_.find<QWidget>(QStringLiteral("Selecteur")).setFocus();
         rooms_.clock.advance(10s);
         isEmptied_ = false;
+        named_.clear();
         before_ = everything();
     }
 
@@ -334,6 +373,7 @@ protected:
     QWidget another_;
     QRandomGenerator random_{kSeed};
     QSet<QString> before_;
+    QString named_; // by a command, and not yet in force
     bool isEmptied_ = false;
     int captures_ = 0;
     int event_ = 0;

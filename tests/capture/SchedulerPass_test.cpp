@@ -167,6 +167,7 @@ TEST_F(Pass, GivesUpTheDownloadOfACameraThatIsRemovedMeanwhile)
     clock_.advance(2s);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:1")});
     EXPECT_EQ(house_.failed(), QStringList());
+    EXPECT_EQ(house_.page.row(0).lamp, LampColour::Red);
     for (const QStringView word : {u"TimeLoad", u"SB", u"lNew", u"LastModified", u"LocalTime"}) {
         EXPECT_EQ(house_.value(word, {0, 0}), QString()) << word.toString().toStdString();
     }
@@ -182,6 +183,7 @@ TEST_F(Pass, GivesUpADownloadWhoseRowHasAnotherCameraMeanwhile)
         clock_.advance(2s);
         EXPECT_EQ(house_.stored(), QStringList());
         EXPECT_EQ(house_.failed(), QStringList());
+        EXPECT_EQ(house_.page.row(0).lamp, LampColour::None);
         EXPECT_EQ(house_.value(u"SB", {0, 0}), QString());
         EXPECT_EQ(house_.value(u"TimeLoad", {0, 0}), QString());
     }

@@ -75,6 +75,7 @@ void Program::connectSheet()
     connect(&sheet_, &CameraSheet::addressChosen, &interface_, &Interface::fillAddress);
     connect(&sheet_, &CameraSheet::saved, &view_.page(), &CameraPage::reread);
     connect(&interface_, &Interface::listWanted, &list_, &CameraListWindow::present);
+    connect(&list_, &CameraListWindow::storing, &interface_, &Interface::endAddress);
     connect(&list_, &CameraListWindow::stored, &view_.page(), &CameraPage::reread);
 }
 

@@ -35,8 +35,9 @@ Scheduler::Scheduler(const Uses &uses)
 {
     connect(&uses_.timer, &QTimer::timeout, this, [this] { uses_.scope.launch(Timer_Timer()); });
     connect(&uses_.store, &ImageStore::loaded, &uses_.timer, [this] { startTimer(); });
-    connect(&uses_.storage, &StorageFolder::checked, this, &Scheduler::regulate);
-    connect(&uses_.storage, &StorageFolder::editBegan, this, &Scheduler::beginEdit);
+    connect(&uses_.storage, &StorageFolder::checked, this, &Scheduler::followStorage);
+    connect(&uses_.storage, &StorageFolder::editBegan, this, &Scheduler::ArretTimer);
+    connect(&uses_.storage, &StorageFolder::editBegan, this, &Scheduler::followStorage);
     connect(&uses_.storage, &StorageFolder::folderMade, this,
             [this] { setTickCounter(kStartTick); });
 }
@@ -57,12 +58,13 @@ void Scheduler::RegleTempo()
     Q_EMIT intervalSet(interval);
 }
 
-// Whatever is being downloaded is for a folder that is about to change.
-void Scheduler::beginEdit()
+// Whatever is being downloaded is for a folder that has changed, or is about to.
+void Scheduler::followStorage()
 {
-    ++interruptions_;
-    uses_.store.dropTransfers();
-    ArretTimer();
+    if (storageVersion_ != uses_.storage.version()) {
+        storageVersion_ = uses_.storage.version();
+        uses_.store.dropTransfers();
+    }
     regulate();
 }
 
@@ -241,7 +243,7 @@ std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &se
 bool Scheduler::readAhead(int fromIndex)
 {
     const SettingsSnapshot settings = uses_.table.settings().snapshot();
-    readAheadAt_ = interruptions_;
+    readAheadAt_ = storageVersion_;
     bool any = false;
     for (int index = fromIndex; index < kCameras; ++index) {
         const CameraAddress address = cameraAt(index);
@@ -274,7 +276,7 @@ QCoro::Task<> Scheduler::whileHeld()
 QCoro::Task<> Scheduler::pause(int index)
 {
     co_await whileHeld();
-    if (mayStartCamera() && interruptions_ != readAheadAt_) {
+    if (mayStartCamera() && storageVersion_ != readAheadAt_) {
         readAhead(index);
     }
 }
@@ -286,7 +288,7 @@ QCoro::Task<int> Scheduler::walkTable()
     WorkSlice slice(uses_.clock);
     int index = 0;
     while (index < kCameras) {
-        if (isHeld() || interruptions_ != readAheadAt_) {
+        if (isHeld() || storageVersion_ != readAheadAt_) {
             settings.reset();
             co_await pause(index);
         }
@@ -320,10 +322,10 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int 
     }
     Q_EMIT cameraLoading(address);
     traceRow(QStringLiteral("Chargement de "), address);
-    const quint64 before = interruptions_;
+    const quint64 before = storageVersion_;
     co_await uses_.store.ChargeFile(expandTemplate(camera.url), folderText(uses_.storage, camera),
                                     address);
-    if (interruptions_ != before) {
+    if (storageVersion_ != before) {
         Q_EMIT lampChanged(address, uses_.table.row(address).lamp);
     } else if (!uses_.storage.isCheckRequested()) {
         reached_[cameraAt((*index)++)] = true;

@@ -62,8 +62,8 @@ public:
     QCoro::Task<> firstTick();
 
     /// One pass over all cameras ("charge les URL") in the order of the table. While the storage
-    /// box is being edited it waits before its next camera; a download under way is given up, and
-    /// its camera loaded afterwards.
+    /// box is being edited it waits before its next camera. A download under way is given up when
+    /// the box is entered or another folder put in force, and its camera loaded again afterwards.
     QCoro::Task<> ChargeUrl();
 
     /// Stops all timers ("arrêt des timers").
@@ -124,7 +124,7 @@ private:
     /// A pass ends.
     void ChargeOff();
 
-    void beginEdit();
+    void followStorage();
     void regulate();
     void startTimer();
     void countTick();
@@ -148,9 +148,9 @@ private:
     Gate gate_; // shut while the capture is held
     int counter_ = 0;
     int suspensions_ = 0;
-    quint64 interruptions_ = 0; // by the storage box
-    quint64 readAheadAt_ = 0;   // interruptions_ at the last read-ahead
-    PerCamera<bool> reached_;   // by the first pass
+    quint64 storageVersion_ = 0; // of the storage folder when transfers were last dropped for it
+    quint64 readAheadAt_ = 0;    // storageVersion_ at the last read-ahead
+    PerCamera<bool> reached_;    // by the first pass
     bool firstPassDone_ = false;
     bool ticking_ = false;
     bool passing_ = false;

@@ -325,6 +325,7 @@ QCoro::Task<> Import::copy()
     }
     if (!isStillTarget()) {
         result.end = ImportEnd::Aborted;
+        result.failure = QStringLiteral("another storage folder is in use now");
     }
 }
 

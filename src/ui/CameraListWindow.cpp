@@ -130,6 +130,7 @@ void CameraListWindow::openFile(const QString &path)
 // Cameras go where the preview shows them, or nowhere: the table may have changed since.
 void CameraListWindow::store()
 {
+    Q_EMIT storing();
     bool isAsShown = false;
     const SettingsChange change = settings_.change([&](SettingsDraft &draft) {
         isAsShown = planList(readCameraList(list_), draft.snapshot()) == plan_;

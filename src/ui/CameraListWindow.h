@@ -37,6 +37,9 @@ public:
     void openFile(const QString &path);
 
 Q_SIGNALS:
+    /// Cameras are about to be stored: what is being typed elsewhere is to be stored before.
+    void storing();
+
     /// Cameras were stored.
     void stored();
 

@@ -1,5 +1,6 @@
 #include "ui/CameraRowBoxes.h"
 
+#include "ui/LateColour.h"
 #include "ui/ToolTips.h"
 
 #include <QAction>
@@ -185,7 +186,7 @@ void CameraRowBoxes::showLate(bool late)
 {
     QPalette colours = QGuiApplication::palette();
     if (late) {
-        colours.setColor(QPalette::Link, Qt::red);
+        colours.setColor(QPalette::Link, lateColour(colours));
     }
     n->setPalette(colours);
     n->setAccessibleDescription(late ? tr("late: nothing new for a long time") : QString());
@@ -239,6 +240,7 @@ void CameraRowBoxes::storeAddress()
     if (Source->text() != page_.row(row_).url) {
         showAddress(page_.row(row_).url);
     }
+    Source->setModified(false);
 }
 
 void CameraRowBoxes::fill(const QString &address)

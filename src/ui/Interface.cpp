@@ -2,6 +2,7 @@
 #include "ui/Interface.h"
 
 #include "ui/AddressPaste.h"
+#include "ui/LateColour.h"
 #include "ui/LiveBox.h"
 #include "ui/ReasonLine.h"
 #include "ui/StorageBox.h"
@@ -66,20 +67,29 @@ void Interface::makeRows()
     for (int row = 0; row < kRows; ++row) {
         rows_.at(static_cast<std::size_t>(row)) = new CameraRowBoxes(row, *ui_->rows, view_.page());
         last = rows_.at(static_cast<std::size_t>(row))->orderTabs(*last);
-        connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::folderClicked, this,
-                &Interface::openFolder);
-        connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::sheetWanted, this,
-                [this](int wanted) { Q_EMIT sheetWanted({view_.page().group(), wanted}); });
-        connect(rows_.at(static_cast<std::size_t>(row)), &CameraRowBoxes::listWanted, this,
-                &Interface::listWanted);
     }
     paste_ = new AddressPaste(rows_, view_.page(), *this);
     connect(paste_, &AddressPaste::filled, ui_->Selecteur, qOverload<>(&QWidget::setFocus));
     for (CameraRowBoxes *const row : rows_) {
-        connect(row, &CameraRowBoxes::linesPasted, paste_, &AddressPaste::offer);
+        bindRow(*row);
     }
     setTabOrder(last, ui_->BoutonLien);
     setTabOrder(ui_->BoutonLien, ui_->Cache);
+}
+
+// Windows that store addresses too begin with what is typed here.
+void Interface::bindRow(CameraRowBoxes &row)
+{
+    connect(&row, &CameraRowBoxes::folderClicked, this, &Interface::openFolder);
+    connect(&row, &CameraRowBoxes::linesPasted, paste_, &AddressPaste::offer);
+    connect(&row, &CameraRowBoxes::sheetWanted, this, [this](int wanted) {
+        endAddress();
+        Q_EMIT sheetWanted({view_.page().group(), wanted});
+    });
+    connect(&row, &CameraRowBoxes::listWanted, this, [this] {
+        endAddress();
+        Q_EMIT listWanted();
+    });
 }
 
 void Interface::followLinks(mOuvreLien &links)
@@ -268,7 +278,7 @@ void Interface::showMarks()
     for (int group = 0; group < kGroups; ++group) {
         const auto isOf = [group](CameraAddress camera) { return camera.group == group; };
         const bool isLate = std::ranges::any_of(late_, isOf);
-        ui_->Selecteur->setTabTextColor(group, isLate ? QColor(Qt::red) : QColor());
+        ui_->Selecteur->setTabTextColor(group, isLate ? lateColour(palette()) : QColor());
     }
     for (int row = 0; row < kRows; ++row) {
         const CameraAddress camera{view_.page().group(), row};
@@ -283,14 +293,19 @@ void Interface::showMessage(const QString &text)
     setPlainToolTip(*ui_->lMessage, text);
 }
 
+void Interface::endAddress()
+{
+    for (CameraRowBoxes *const row : rows_) {
+        row->leave();
+    }
+}
+
 // Loading the rows would otherwise discard what is being typed into one of them.
 void Interface::leaveAddress()
 {
-    for (CameraRowBoxes *const row : rows_) {
-        if (row->isAddressInHand()) {
-            row->leave();
-            ui_->Selecteur->setFocus();
-        }
+    if (std::ranges::any_of(rows_, &CameraRowBoxes::isAddressInHand)) {
+        endAddress();
+        ui_->Selecteur->setFocus();
     }
 }
 

@@ -63,6 +63,9 @@ public:
     /// Shows what is being done besides the capture, in words.
     void showWork(const QString &text);
 
+    /// Ends the edit of an address, which is stored.
+    void endAddress();
+
     /// From now on a close is accepted instead of being passed on as a request.
     void allowClose() { mayClose_ = true; }
 
@@ -99,6 +102,7 @@ private:
     void showStorageHint(const StorageState &state);
     void makeTabs();
     void makeRows();
+    void bindRow(CameraRowBoxes &row);
     void showPage();
     void refreshPage();
     void showSwitches();

@@ -1,5 +1,7 @@
 #include "ui/ListBoxes.h"
 
+#include "ui/LateColour.h"
+
 #include <QKeyEvent>
 #include <QTextDocument>
 
@@ -50,7 +52,7 @@ void ChoiceList::describe(int row, const QString &tip, const QString &name)
 
 void ChoiceList::mark(int row, bool isLate)
 {
-    item(row)->setForeground(isLate ? QBrush(Qt::red) : QBrush());
+    item(row)->setForeground(isLate ? QBrush(lateColour(palette())) : QBrush());
     item(row)->setData(kLateRole, isLate);
     showTip(row);
 }

@@ -45,7 +45,7 @@ void CaptureView::followStore(ImageStore &store)
     connect(&store, &ImageStore::cameraAnswered, this,
             [this](CameraAddress camera, const QString &remark) {
                 page_.remarks().set(camera, remark);
-                status_.set(Caption::Step, waitText());
+                status_.set(Caption::Step, idleText());
             });
     connect(&store, &ImageStore::cameraFailed, this,
             [this](CameraAddress camera, const QString &reason) {
@@ -93,6 +93,12 @@ void CaptureView::follow(Conformity &conformity)
 {
     connect(&conformity, &Conformity::stepTaken, this,
             [this](const QString &text) { status_.set(Caption::Step, text); });
+}
+
+// The box of the storage folder may have been entered meanwhile.
+QString CaptureView::idleText() const
+{
+    return engine_.storage().isUsable() ? waitText() : pauseText();
 }
 
 void CaptureView::showBegin(CameraAddress camera, const QString &address)

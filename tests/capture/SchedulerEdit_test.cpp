@@ -47,6 +47,21 @@ TEST_F(Edit, HoldsAPassAndGivesUpWhatIsBeingDownloaded)
     EXPECT_FALSE(house_.timer.isActive());
 }
 
+// The dialog for the folder leaves the box alone, so nothing is edited meanwhile.
+TEST_F(Edit, LoadsTheCameraInHandAgainIntoAFolderThatIsChosenDuringAPass)
+{
+    beginPass();
+    house_.tree.makeFolder(u"drives/c/other");
+    ASSERT_TRUE(house_.storage.choose(house_.tree.path(u"drives/c/other")));
+    clock_.advance(0ms);
+    EXPECT_EQ(source_.requested().size(), 5); // the last two of the pass are asked again
+    clock_.advance(2s);
+    EXPECT_EQ(house_.stored(),
+              (QStringList{QStringLiteral("0:0"), QStringLiteral("0:1"), QStringLiteral("0:2")}));
+    EXPECT_EQ(house_.page.row(1).lamp, LampColour::Green);
+    EXPECT_EQ(house_.tree.folders(u"drives/c/other").size(), 3); // the work folder is one
+}
+
 TEST_F(Edit, TakesTheOrangeOfTheCameraInHandAway)
 {
     beginPass();

@@ -97,6 +97,7 @@ def check(unit, sources, build, digest, passed):
 
 def main():
     root, build = sys.argv[1:]
+    os.nice(19)  # runs beside all other tests and uses only the time in which they wait
     commands = {c["file"]: c for c in json.loads(Path(build, "compile_commands.json").read_text(encoding="utf-8"))}
     own = sorted(file for file in commands if file.startswith(str(Path(root, "src")) + os.sep))
     passed = Path(build, "tidy")

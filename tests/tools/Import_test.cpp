@@ -347,6 +347,7 @@ TEST_F(ImportTest, EndsARunThatWasMeantForAnotherStorageFolder)
     EXPECT_EQ(house_.images(kCamera), QStringList());
     EXPECT_EQ(house_.tree.folders(u"drives/c/other"), QStringList());
     EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_EQ(face().failure, QStringLiteral("another storage folder is in use now"));
     EXPECT_TRUE(face().cmdGo);
 }
 

@@ -3,8 +3,13 @@
 
 #include "BrowserWindowHouse.h"
 #include "ui/HeatColour.h"
+#include "ui/LateColour.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace velmora::test {
 namespace {
@@ -71,14 +76,50 @@ TEST_F(CalendarWindowTest, ShiftChoosesSeveralDays)
     EXPECT_FALSE(calendar_.range());
 }
 
+/// Black on white, and white on black.
+std::array<QPalette, 2> plainPalettes()
+{
+    std::array<QPalette, 2> palettes;
+    for (std::size_t i = 0; i < palettes.size(); ++i) {
+        const QColor ground = i == 0 ? Qt::white : Qt::black;
+        palettes.at(i).setColor(QPalette::Base, ground);
+        palettes.at(i).setColor(QPalette::Mid, ground);
+        palettes.at(i).setColor(QPalette::Text, i == 0 ? Qt::black : Qt::white);
+    }
+    return palettes;
+}
+
+/// Of light that is seen, 0 to 1, as sRGB defines it.
+double luminance(const QColor &colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor &a, const QColor &b)
+{
+    const auto [less, more] = std::minmax(luminance(a), luminance(b));
+    return (more + 0.05) / (less + 0.05);
+}
+
 TEST(LineColour, IsSeenOnEveryGround)
 {
-    for (const auto &[ground, text] : {std::pair(Qt::white, Qt::black), {Qt::black, Qt::white}}) {
-        QPalette palette;
-        palette.setColor(QPalette::Base, ground);
-        palette.setColor(QPalette::Mid, ground);
-        palette.setColor(QPalette::Text, text);
-        EXPECT_GT(std::abs(lineColour(palette).lightness() - QColor(ground).lightness()), 60);
+    for (const QPalette &palette : plainPalettes()) {
+        const QColor ground = palette.color(QPalette::Base);
+        EXPECT_GT(std::abs(lineColour(palette).lightness() - ground.lightness()), 60);
+    }
+}
+
+// 4.5 is what people with weak eyes need to read a text. Pure red has 4.0 on white.
+TEST(LateColour, CanBeReadOnEveryGroundAndIsRed)
+{
+    for (const QPalette &palette : plainPalettes()) {
+        const QColor late = lateColour(palette);
+        EXPECT_GT(contrast(late, palette.color(QPalette::Base)), 4.5);
+        EXPECT_GT(late.red(), 2 * late.green());
     }
 }
 

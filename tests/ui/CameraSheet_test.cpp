@@ -79,6 +79,27 @@ TEST_F(CameraSheetTest, OpensByAKeyInTheRow)
     EXPECT_EQ(wanted.front().front().value<CameraAddress>(), kCamera);
 }
 
+TEST_F(CameraSheetTest, BeginsWithTheAddressThatIsBeingTyped)
+{
+    QString stored;
+    QObject::connect(&house_.window, &Interface::sheetWanted, &sheet_,
+                     [&](CameraAddress camera) { stored = house_.house.table.row(camera).url; });
+    house_.type(QStringLiteral("Source3"), QStringLiteral("http://typed/"));
+    QTest::keyClick(&house_.find<QLineEdit>(QStringLiteral("Source3")), Qt::Key_F4);
+    EXPECT_EQ(stored, house_.find<QLineEdit>(QStringLiteral("Source3")).text());
+    EXPECT_TRUE(stored.contains(QStringLiteral("typed")));
+}
+
+TEST_F(CameraSheetTest, TheListBeginsWithTheAddressThatIsBeingTyped)
+{
+    QString stored;
+    QObject::connect(&house_.window, &Interface::listWanted, &sheet_,
+                     [&] { stored = house_.house.table.row({0, 5}).url; });
+    house_.type(QStringLiteral("Source5"), QStringLiteral("http://typed/"));
+    QTest::keyClick(&house_.find<QLineEdit>(QStringLiteral("Source5")), Qt::Key_F6);
+    EXPECT_EQ(stored, QStringLiteral("http://typed/"));
+}
+
 TEST_F(CameraSheetTest, StoresWhatIsChosen)
 {
     sheet_.present(kCamera);
@@ -266,6 +287,20 @@ TEST_F(CameraSheetTest, WhatIsTypedStaysWhenAnotherProgramChangesTheSettings)
               QStringLiteral("http://new/"));
 }
 
+// The cursor alone is no edit.
+TEST_F(CameraSheetTest, ARowTypedEarlierShowsWhatAnotherProgramChanges)
+{
+    house_.type(QStringLiteral("Source3"), QStringLiteral("http://mine/"));
+    house_.leaveBox();
+    house_.click(QStringLiteral("Source3"));
+    house_.house.settings.write(u"Liste0", u"lst3", u"http://elsewhere/");
+    house_.house.page.reread();
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).text(),
+              QStringLiteral("http://elsewhere/"));
+    house_.leaveBox();
+    EXPECT_EQ(house_.house.table.row({0, 3}).url, QStringLiteral("http://elsewhere/"));
+}
+
 class CameraListWindowTest : public testing::Test
 {
 protected:
@@ -311,6 +346,19 @@ TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShows)
     QTest::mouseClick(&store_, Qt::LeftButton);
     EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://other/"));
     EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QStringLiteral("http://a/"));
+}
+
+// As when an address that is being typed in the main window is stored first.
+TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShowsOnceWhatIsTypedIsStored)
+{
+    paste(QStringLiteral("http://a/1.jpg"));
+    ASSERT_EQ(cell(0, 0), QStringLiteral("0:0"));
+    QObject::connect(&window_, &CameraListWindow::storing, &window_,
+                     [this] { settings_.write(u"Liste0", u"lst0", u"http://typed/"); });
+    QTest::mouseClick(&store_, Qt::LeftButton);
+    EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://typed/"));
+    EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QString());
+    EXPECT_EQ(cell(0, 0), QStringLiteral("0:1"));
 }
 
 TEST_F(CameraListWindowTest, ShowsTheRowsAsTheyAreWhenItComesUpAgain)

@@ -51,6 +51,14 @@ TEST_F(CaptureViewTest, ShowsWhatTheStoreTells)
     EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Wait"));
 }
 
+// Between storing an image and recording it, events are let through when the settings are large.
+TEST_F(CaptureViewTest, ACameraAnsweringWhileTheStorageBoxIsEditedLeavesThePauseOnShow)
+{
+    house_.storage.beginEdit();
+    Q_EMIT house_.store.cameraAnswered(kCamera, QString());
+    EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Pause"));
+}
+
 TEST_F(CaptureViewTest, SaysWhyACameraFailedUntilItAnswers)
 {
     source_.answer(cameraUrl(kCamera), {{}, {}, {}, {}, QStringLiteral("the camera is out")});

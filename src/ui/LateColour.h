@@ -1,0 +1,15 @@
+// The colour of what names a camera that is late.
+#pragma once
+
+#include "ui/HeatColour.h"
+
+namespace velmora {
+
+/// Red, darker on a light ground and lighter on a dark one, so that it can be read on both.
+[[nodiscard]] inline QColor lateColour(const QPalette &palette)
+{
+    constexpr double kTowardsText = 0.35;
+    return mixedColour(Qt::red, palette.color(QPalette::Text), kTowardsText);
+}
+
+} // namespace velmora

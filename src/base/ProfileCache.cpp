@@ -15,7 +15,7 @@ ProfileCache::ProfileCache(QString path)
 std::shared_ptr<const ProfileText> ProfileCache::text()
 {
     std::shared_ptr<const ProfileText> text = keptText();
-    return text ? text : std::make_shared<const ProfileText>(readProfile(path_));
+    return text ? text : std::make_shared<const ProfileText>(read());
 }
 
 std::shared_ptr<const ProfileText> ProfileCache::text(QByteArrayView section)
@@ -24,27 +24,40 @@ std::shared_ptr<const ProfileText> ProfileCache::text(QByteArrayView section)
     if (text) {
         return text;
     }
-    const QByteArray bytes = readProfile(path_);
+    const QByteArray bytes = read();
     return std::make_shared<const ProfileText>(findProfileSection(bytes, section).toByteArray());
 }
 
 QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsizetype size)
 {
     const std::shared_ptr<const ProfileText> text = keptText();
-    if (!text) {
-        return readProfileValue(path_, section, key, {}, size);
-    }
-    const QByteArrayView value = text->value(section, key).value_or(QByteArrayView());
+    const QByteArray bytes = text ? QByteArray() : read();
+    const QByteArrayView value =
+        (text ? text->value(section, key) : findProfileValue(bytes, section, key))
+            .value_or(QByteArrayView());
     return value.first(qMin(value.size(), size - 1)).toByteArray();
+}
+
+QByteArray ProfileCache::read()
+{
+    QByteArray bytes = readProfile(path_);
+    if (!isLarge_ && bytes.size() > kLargeBytes) {
+        isLarge_ = true;
+        stamp_ = fileStamp(path_);
+    }
+    return bytes;
 }
 
 // Only worth it for a file that is read a second time before it changes. One that has just changed
 // may change again without a new stamp.
 std::shared_ptr<const ProfileText> ProfileCache::keptText()
 {
+    if (!isLarge_) {
+        return nullptr;
+    }
     const std::optional<FolderStamp> stamp = fileStamp(path_);
-    const bool isLarge = stamp && stamp->bytes > kLargeBytes;
-    if (!isLarge || stamp_ != stamp) {
+    isLarge_ = stamp && stamp->bytes > kLargeBytes;
+    if (!isLarge_ || stamp_ != stamp) {
         stamp_ = stamp;
         kept_.reset();
         return nullptr;

@@ -33,9 +33,11 @@ public:
 
 private:
     [[nodiscard]] std::shared_ptr<const ProfileText> keptText();
+    [[nodiscard]] QByteArray read();
 
     QString path_;
-    std::optional<FolderStamp> stamp_; // of the file when it was last looked at
+    bool isLarge_ = false;             // when it was last read
+    std::optional<FolderStamp> stamp_; // of the file, if large, when it was last looked at
     std::shared_ptr<const ProfileText> kept_;
 };
 

@@ -9,12 +9,14 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -99,6 +101,31 @@ bool mayWrite(const OpenProfile &profile)
     return profile.missing || (profile.bytes && (profile.mode & kAnyWriter) != 0);
 }
 
+QByteArray changedText(QByteArray bytes, std::span<const ProfileValue> values)
+{
+    for (const ProfileValue &value : values) {
+        const ProfileEdit edit = ProfileText(bytes).edit(value.section, value.key, value.value);
+        if (!edit.isEmpty()) {
+            bytes.replace(edit.offset, edit.removed, edit.inserted);
+        }
+    }
+    return bytes;
+}
+
+// Each of different keys, as if it were the only one.
+std::vector<ProfileEdit> separateEdits(const ProfileText &text,
+                                       std::span<const ProfileValue> values)
+{
+    std::vector<ProfileEdit> edits;
+    for (const ProfileValue &value : values) {
+        ProfileEdit edit = text.edit(value.section, value.key, value.value);
+        if (!edit.isEmpty()) {
+            edits.push_back(std::move(edit));
+        }
+    }
+    return edits;
+}
+
 QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 {
     while (!text.isEmpty() && text.back() == ' ') {
@@ -139,6 +166,31 @@ ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByt
     const bool written = fitsInPlace(edit, text.bytes().size())
                              ? writeInPlace(profile.file.get(), edit, text.bytes())
                              : replaceBy(path, edit, text.bytes());
+    return written ? ProfileWrite::Written : ProfileWrite::Failed;
+}
+
+ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValue> values)
+{
+    const ProfileLock lock(path);
+    OpenProfile profile = openProfile(path, O_RDWR);
+    if (!mayWrite(profile)) {
+        return ProfileWrite::Failed;
+    }
+    const ProfileText text(std::move(profile.bytes).value_or(QByteArray()));
+    const std::vector<ProfileEdit> edits = separateEdits(text, values);
+    if (edits.empty()) {
+        return ProfileWrite::Unchanged;
+    }
+    const QByteArray &before = text.bytes();
+    const auto isInPlace = [&before](const ProfileEdit &edit) {
+        return edit.removed > 0 && fitsInPlace(edit, before.size());
+    };
+    const auto write = [&profile, &before](const ProfileEdit &edit) {
+        return writeInPlace(profile.file.get(), edit, before);
+    };
+    const bool written = std::ranges::all_of(edits, isInPlace)
+                             ? std::ranges::all_of(edits, write)
+                             : !replaceFile(path, changedText(before, values));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }
 

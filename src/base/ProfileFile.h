@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 
 namespace velmora {
 
@@ -33,6 +34,19 @@ inline constexpr qint64 kMostProfileBytes = qint64{16} * 1024 * 1024;
 /// permission stays as it is, whoever runs the program; so does one larger than kMostProfileBytes.
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value);
+
+/// A value that is to be stored.
+struct ProfileValue
+{
+    QByteArray section;
+    QByteArray key;
+    QByteArray value;
+};
+
+/// Gives different keys their values. Where no value changes its length, each is written like a
+/// single one, but the file is opened and read only once; otherwise all of them reach the disk
+/// together or none.
+ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValue> values);
 
 /// Writes many values at once: `change` takes the current text, empty when there is no file, and
 /// returns the new one. No other program writes in between, and either all of it reaches the disk

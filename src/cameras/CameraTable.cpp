@@ -3,6 +3,9 @@
 #include "base/LeadingNumber.h"
 #include "cameras/FolderName.h"
 
+#include <array>
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -113,7 +116,7 @@ CameraRecord CameraTable::record(CameraAddress camera) const
 {
     const SettingsSnapshot settings = settings_.snapshot();
     return {read(settings, keys::kLastModified, camera), read(settings, keys::kBestTime, camera),
-            number(keys::kNewImages, camera),
+            number(settings, keys::kNewImages, camera),
             velmora::number(settings, keys::kAutoDelai, camera) == 1};
 }
 
@@ -127,6 +130,11 @@ void CameraTable::setValue(RowKey key, CameraAddress camera, QStringView value) 
     settings_.write(groupSection(camera.group), rowKey(key.word, camera.row), value);
 }
 
+SettingsValue CameraTable::valueToSet(RowKey key, CameraAddress camera, QString value)
+{
+    return {groupSection(camera.group), rowKey(key.word, camera.row), std::move(value)};
+}
+
 void CameraTable::setUrl(CameraAddress camera, QStringView url) const
 {
     settings_.write(listSection(camera.group), rowKey(keys::kUrl.word, camera.row), url);
@@ -137,32 +145,34 @@ void CameraTable::setGroupActive(int group, bool active) const
     settings_.write(listSection(group), keys::kGroupSwitch, active ? 1 : 0);
 }
 
-int CameraTable::number(RowKey key, CameraAddress camera) const
+int CameraTable::number(const SettingsSnapshot &settings, RowKey key, CameraAddress camera) const
 {
     const QString section = groupSection(camera.group);
     const QString name = rowKey(key.word, camera.row);
-    return problems_.orDefault([&] { return settings_.int32(section, name); }, 0);
+    return problems_.orDefault([&] { return settings.int32(section, name); }, 0);
 }
 
 CameraRow CameraTable::row(CameraAddress camera) const
 {
     CameraRow row;
-    row.url = url(camera);
-    row.automatic = isOn(leadingNumber(value(keys::kAutoDelai, camera)));
-    row.deleteOld = deletesOld(settings_.snapshot(), camera);
-    row.bestTime = bestTimeFromText(value(keys::kBestTime, camera));
-    row.lamp = static_cast<LampColour>(number(keys::kSB, camera));
-    row.loadSeconds = number(keys::kTimeLoad, camera);
-    row.newImages = number(keys::kNewImages, camera);
+    const SettingsSnapshot settings = settings_.snapshot();
+    row.url = url(settings, camera);
+    row.automatic = isOn(velmora::number(settings, keys::kAutoDelai, camera));
+    row.deleteOld = deletesOld(settings, camera);
+    row.bestTime = bestTimeFromText(read(settings, keys::kBestTime, camera));
+    row.lamp = static_cast<LampColour>(number(settings, keys::kSB, camera));
+    row.loadSeconds = number(settings, keys::kTimeLoad, camera);
+    row.newImages = number(settings, keys::kNewImages, camera);
     return row;
 }
 
 void CameraTable::clearRow(CameraAddress camera) const
 {
-    setValue(keys::kSB, camera, QString::number(static_cast<qint32>(LampColour::Red)));
-    setValue(keys::kBestTime, camera, BestTime{}.text());
-    setValue(keys::kNewImages, camera, u"0");
-    setValue(keys::kTimeLoad, camera, u"0");
+    const QString red = QString::number(static_cast<qint32>(LampColour::Red));
+    const QString none = QStringLiteral("0");
+    settings_.write(std::array{
+        valueToSet(keys::kSB, camera, red), valueToSet(keys::kBestTime, camera, BestTime{}.text()),
+        valueToSet(keys::kNewImages, camera, none), valueToSet(keys::kTimeLoad, camera, none)});
 }
 
 } // namespace velmora

@@ -88,6 +88,10 @@ public:
     /// A row's value as stored.
     [[nodiscard]] QString value(RowKey key, CameraAddress camera) const;
     void setValue(RowKey key, CameraAddress camera, QStringView value) const;
+
+    /// The same to be written along with others.
+    [[nodiscard]] static SettingsValue valueToSet(RowKey key, CameraAddress camera, QString value);
+
     void setUrl(CameraAddress camera, QStringView url) const;
     void setGroupActive(int group, bool active) const;
 
@@ -95,7 +99,8 @@ public:
     void clearRow(CameraAddress camera) const;
 
 private:
-    [[nodiscard]] int number(RowKey key, CameraAddress camera) const;
+    [[nodiscard]] int number(const SettingsSnapshot &settings, RowKey key,
+                             CameraAddress camera) const;
 
     const SettingsFile &settings_;
     Problems &problems_;

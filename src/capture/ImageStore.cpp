@@ -12,7 +12,12 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+#include <iterator>
 #include <new>
+#include <span>
+#include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -39,6 +44,14 @@ struct ImageStore::Arrival
     KeepChoice choice;
     PictureMark mark;   // empty unless the choice needs it
     bool isNew = false; // by comparison
+
+    std::vector<SettingsValue> changes; // to be stored
+    bool isRecorded = false;            // the settings have taken them
+
+    void set(RowKey key, QString value)
+    {
+        changes.push_back(CameraTable::valueToSet(key, camera, std::move(value)));
+    }
 
     // The rule for undated pictures, where chosen, replaces the usual one.
     [[nodiscard]] bool isCompared() const
@@ -76,7 +89,9 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
             hadMemory = false;
         }
         if (!hadMemory) {
-            fail(camera, QStringLiteral("there is not enough memory for the picture"));
+            Arrival none;
+            none.camera = camera;
+            co_await fail(&none, QStringLiteral("there is not enough memory for the picture"));
         }
     }
 }
@@ -97,22 +112,21 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera
     if (reply.outcome == FetchOutcome::Stopped || !mayGoOn(use, camera, address)) {
         co_return;
     }
-    recordDuration(camera, reply.duration);
-    co_await letEventsThrough();
-    if (!mayGoOn(use, camera, address)) {
-        co_return;
-    }
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(reply.duration).count();
+    arrival.set(keys::kTimeLoad, QString::number(seconds));
+    Q_EMIT downloaded(camera, static_cast<int>(seconds));
     if (reply.outcome == FetchOutcome::Failed) {
-        fail(camera, failureRemark(url, reply.failure));
+        co_await fail(&arrival, failureRemark(url, reply.failure));
     } else if (reply.body.size() < kMinBodyBytes) {
-        fail(camera,
-             failureRemark(url, QStringLiteral("the answer is too short for a picture (%1 bytes)")
-                                    .arg(reply.body.size())));
+        const QString reason = QStringLiteral("the answer is too short for a picture (%1 bytes)")
+                                   .arg(reply.body.size());
+        co_await fail(&arrival, failureRemark(url, reason));
     } else {
         arrival.remark = contentRemark(url, reply.body.head(), reply.contentType);
         arrival.body = std::move(reply.body);
         co_await mark(&arrival);
-        if (!mayGoOn(use, camera, address)) {
+        const bool tookTime = arrival.choice.keep != Keep::Dated;
+        if (tookTime && !mayGoOn(use, camera, address)) {
             co_return;
         }
         date(arrival, url, reply);
@@ -131,10 +145,18 @@ bool ImageStore::mayGoOn(const StorageUse &use, CameraAddress camera, const QStr
 }
 
 // Storing a value takes milliseconds once the settings have grown large.
-QCoro::Task<> ImageStore::letEventsThrough()
+QCoro::Task<> ImageStore::store(Arrival *arrival)
 {
-    if (uses_.table.settings().isLarge()) {
-        co_await uses_.clock.yield();
+    const SettingsFile &settings = uses_.table.settings();
+    const std::vector<SettingsValue> changes = std::exchange(arrival->changes, {});
+    const std::size_t atOnce = settings.isLarge() ? 1 : changes.size();
+    arrival->isRecorded = true;
+    for (std::span<const SettingsValue> left(changes); !left.empty(); left = left.subspan(atOnce)) {
+        const SettingsChange change = settings.write(left.first(atOnce));
+        arrival->isRecorded = arrival->isRecorded && change == SettingsChange::Made;
+        if (left.size() > atOnce) {
+            co_await uses_.clock.yield();
+        }
     }
 }
 
@@ -199,14 +221,6 @@ void ImageStore::noticeDates(const Arrival &arrival)
     }
 }
 
-void ImageStore::recordDuration(CameraAddress camera, std::chrono::milliseconds duration)
-{
-    const auto seconds =
-        static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(duration).count());
-    uses_.table.setValue(keys::kTimeLoad, camera, QString::number(seconds));
-    Q_EMIT downloaded(camera, seconds);
-}
-
 // The date of the last image kept is written only once the image is there: after a failure or a
 // kill in between, the next pass takes it as new again.
 QCoro::Task<> ImageStore::keep(Arrival *arrival)
@@ -214,7 +228,7 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
     const CameraAddress camera = arrival->camera;
     Q_EMIT lampChanged(camera, LampColour::Yellow);
     if (arrival->folder.isEmpty()) {
-        failToStore(camera, QStringLiteral("there is no such drive"));
+        co_await failToStore(arrival, QStringLiteral("there is no such drive"));
         co_return;
     }
     const bool isNew = arrival->isCompared() ? arrival->isNew
@@ -226,51 +240,56 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
     const QString target = arrival->folder + u'/' + arrival->fileName;
     const StoreResult result = arrival->body.storeAs(arrival->workFolder, target);
     if (result.outcome == StoreOutcome::Failed) {
-        failToStore(*arrival, result.error);
+        co_await failToStore(arrival, result.error);
         co_return;
     }
-    uses_.table.setValue(keys::kLastModified, camera,
-                         dateText(arrival->dates.modified.value_or(kZeroDate)));
-    co_await letEventsThrough();
+    arrival->set(keys::kLastModified, dateText(arrival->dates.modified.value_or(kZeroDate)));
+    const bool isStored = result.outcome == StoreOutcome::Stored;
+    const int count = isStored ? countNew(arrival) : 0;
     co_await recordGood(arrival);
-    if (result.outcome == StoreOutcome::Stored) {
-        co_await letEventsThrough();
-        marks_.keep(uses_.table.settings(), camera, arrival->mark);
-        recordStored(*arrival);
+    if (isStored) {
+        marks_.keep(camera, arrival->mark, arrival->isRecorded);
+        tellStored(*arrival, count);
     }
 }
 
-QCoro::Task<> ImageStore::recordGood(const Arrival *arrival)
+int ImageStore::countNew(Arrival *arrival)
+{
+    const int count =
+        uses_.problems.orDefault([&] { return toInt32(1.0 + arrival->record.newImages); }, 1);
+    arrival->set(keys::kNewImages, QString::number(count));
+    std::ranges::move(markToStore(arrival->camera, arrival->mark),
+                      std::back_inserter(arrival->changes));
+    return count;
+}
+
+QCoro::Task<> ImageStore::recordGood(Arrival *arrival)
 {
     const CameraAddress camera = arrival->camera;
-    setLamp(camera, LampColour::Green);
+    setLamp(arrival, LampColour::Green);
     noticeDates(*arrival);
-    co_await letEventsThrough();
-    recordBestTime(*arrival);
-    co_await letEventsThrough();
-    uses_.table.setValue(keys::kLocalTime, camera, dateText(uses_.clock.localNow()));
+    recordBestTime(arrival);
+    arrival->set(keys::kLocalTime, dateText(uses_.clock.localNow()));
+    co_await store(arrival);
     Q_EMIT cameraAnswered(camera, arrival->remark);
 }
 
-void ImageStore::recordBestTime(const Arrival &arrival)
+void ImageStore::recordBestTime(Arrival *arrival)
 {
-    const std::optional<QString> candidate = bestTimeCandidate(arrival.dates);
-    const QString &stored = arrival.record.bestTime;
+    const std::optional<QString> candidate = bestTimeCandidate(arrival->dates);
+    const QString &stored = arrival->record.bestTime;
     if (!candidate || !replacesBestTime(*candidate, stored)) {
         return;
     }
-    uses_.table.setValue(keys::kBestTime, arrival.camera, *candidate);
-    Q_EMIT bestTimeChanged(arrival.camera, bestTimeFromText(*candidate));
+    arrival->set(keys::kBestTime, *candidate);
+    Q_EMIT bestTimeChanged(arrival->camera, bestTimeFromText(*candidate));
     uses_.log.trace(QStringLiteral("Best times %1 - %2").arg(*candidate, stored));
 }
 
-void ImageStore::recordStored(const Arrival &arrival)
+void ImageStore::tellStored(const Arrival &arrival, int count)
 {
     const CameraAddress camera = arrival.camera;
     const QString &fileName = arrival.fileName;
-    const int count =
-        uses_.problems.orDefault([&] { return toInt32(1.0 + arrival.record.newImages); }, 1);
-    uses_.table.setValue(keys::kNewImages, camera, QString::number(count));
     Q_EMIT newImagesCounted(camera, count);
 
     const WallTime now = uses_.clock.localNow();
@@ -282,30 +301,30 @@ void ImageStore::recordStored(const Arrival &arrival)
 }
 
 // A name that the disk refuses will fail the next time too, so the user must know.
-void ImageStore::failToStore(const Arrival &arrival, std::error_code error)
+QCoro::Task<> ImageStore::failToStore(Arrival *arrival, std::error_code error)
 {
-    const CameraAddress camera = arrival.camera;
-    const QString reason = arrival.folderError ? folderRefusal(arrival.folder, arrival.folderError)
-                                               : QString::fromStdString(error.message());
-    if (isNameRefused(arrival.folderError)) {
+    const QString reason = arrival->folderError
+                               ? folderRefusal(arrival->folder, arrival->folderError)
+                               : QString::fromStdString(error.message());
+    if (isNameRefused(arrival->folderError)) {
         uses_.problems.warn(QStringLiteral("No image of camera %1 can be stored: %2")
-                                .arg(cameraText(camera), reason));
+                                .arg(cameraText(arrival->camera), reason));
     }
-    failToStore(camera, reason);
+    co_await failToStore(arrival, reason);
 }
 
-void ImageStore::failToStore(CameraAddress camera, const QString &reason)
+QCoro::Task<> ImageStore::failToStore(Arrival *arrival, QString reason)
 {
     const bool isGone = !uses_.storage.isPresent();
     const QString why =
         isGone ? QStringLiteral("the storage folder %1 is gone").arg(uses_.storage.inForce())
                : reason;
-    Q_EMIT storingFailed(
-        QStringLiteral("The image of camera %1 cannot be stored: %2").arg(title(camera), why));
+    Q_EMIT storingFailed(QStringLiteral("The image of camera %1 cannot be stored: %2")
+                             .arg(title(arrival->camera), why));
     if (isGone) {
         uses_.storage.requestCheck();
     }
-    fail(camera, QStringLiteral("the image cannot be stored: ") + why);
+    co_await fail(arrival, QStringLiteral("the image cannot be stored: ") + why);
 }
 
 SettingsSnapshot ImageStore::chosen(CameraAddress camera) const
@@ -318,16 +337,17 @@ QString ImageStore::title(CameraAddress camera) const
     return cameraTitle(uses_.table.settings(), camera);
 }
 
-void ImageStore::fail(CameraAddress camera, const QString &reason)
+QCoro::Task<> ImageStore::fail(Arrival *arrival, QString reason)
 {
-    setLamp(camera, LampColour::Red);
-    Q_EMIT cameraFailed(camera, reason);
+    setLamp(arrival, LampColour::Red);
+    co_await store(arrival);
+    Q_EMIT cameraFailed(arrival->camera, reason);
 }
 
-void ImageStore::setLamp(CameraAddress camera, LampColour colour)
+void ImageStore::setLamp(Arrival *arrival, LampColour colour)
 {
-    Q_EMIT lampChanged(camera, colour);
-    uses_.table.setValue(keys::kSB, camera, QString::number(static_cast<qint32>(colour)));
+    Q_EMIT lampChanged(arrival->camera, colour);
+    arrival->set(keys::kSB, QString::number(static_cast<qint32>(colour)));
 }
 
 } // namespace velmora

@@ -93,18 +93,18 @@ private:
     void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;
     void compare(Arrival &arrival, const HttpReply &reply) const;
     void noticeDates(const Arrival &arrival);
-    void recordDuration(CameraAddress camera, std::chrono::milliseconds duration);
     QCoro::Task<> keep(Arrival *arrival);
-    QCoro::Task<> recordGood(const Arrival *arrival);
-    QCoro::Task<> letEventsThrough();
-    void recordBestTime(const Arrival &arrival);
-    void recordStored(const Arrival &arrival);
-    void failToStore(const Arrival &arrival, std::error_code error);
-    void failToStore(CameraAddress camera, const QString &reason);
+    [[nodiscard]] int countNew(Arrival *arrival);
+    QCoro::Task<> recordGood(Arrival *arrival);
+    QCoro::Task<> store(Arrival *arrival);
+    void recordBestTime(Arrival *arrival);
+    void tellStored(const Arrival &arrival, int count);
+    QCoro::Task<> failToStore(Arrival *arrival, std::error_code error);
+    QCoro::Task<> failToStore(Arrival *arrival, QString reason);
     [[nodiscard]] SettingsSnapshot chosen(CameraAddress camera) const;
     [[nodiscard]] QString title(CameraAddress camera) const;
-    void fail(CameraAddress camera, const QString &reason);
-    void setLamp(CameraAddress camera, LampColour colour);
+    QCoro::Task<> fail(Arrival *arrival, QString reason);
+    void setLamp(Arrival *arrival, LampColour colour);
 
     Uses uses_;
     UndatedWatch undatedWatch_;

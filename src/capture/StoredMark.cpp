@@ -12,23 +12,30 @@ PictureMark storedMark(const SettingsSnapshot &settings, CameraAddress camera)
             settings.read(section, keys::kLook.key).toLatin1()};
 }
 
+std::vector<SettingsValue> markToStore(CameraAddress camera, const PictureMark &mark)
+{
+    const QString section = cameraSection(camera);
+    std::vector<SettingsValue> values;
+    if (!mark.digest.isEmpty()) {
+        values.push_back({section, keys::kDigest.key.toString(), QString::fromLatin1(mark.digest)});
+    }
+    if (!mark.look.isEmpty()) {
+        values.push_back({section, keys::kLook.key.toString(), QString::fromLatin1(mark.look)});
+    }
+    return values;
+}
+
 PictureMark KeptMarks::of(const SettingsSnapshot &settings, CameraAddress camera) const
 {
     const auto known = notStored_.find(camera);
     return known == notStored_.end() ? storedMark(settings, camera) : known->second;
 }
 
-void KeptMarks::keep(const SettingsFile &settings, CameraAddress camera, const PictureMark &mark)
+void KeptMarks::keep(CameraAddress camera, const PictureMark &mark, bool isStored)
 {
-    const QString section = cameraSection(camera);
     if (mark.digest.isEmpty()) {
         return;
     }
-    settings.write(section, keys::kDigest.key, QString::fromLatin1(mark.digest));
-    if (!mark.look.isEmpty()) {
-        settings.write(section, keys::kLook.key, QString::fromLatin1(mark.look));
-    }
-    const bool isStored = storedMark(settings.snapshot(section), camera).digest == mark.digest;
     if (isStored) {
         notStored_.erase(camera);
     } else {

@@ -6,20 +6,25 @@
 #include "settings/SettingsFile.h"
 
 #include <map>
+#include <vector>
 
 namespace velmora {
 
 [[nodiscard]] PictureMark storedMark(const SettingsSnapshot &settings, CameraAddress camera);
 
-/// Stores marks; one that the settings do not take is kept here, or its picture would be new at
-/// every pass.
+/// What is to be stored of a mark; nothing for an empty one.
+[[nodiscard]] std::vector<SettingsValue> markToStore(CameraAddress camera, const PictureMark &mark);
+
+/// Knows the mark of each camera's last picture kept: from the settings, or from memory if they did
+/// not take it; otherwise that picture would be new at every pass.
 class KeptMarks
 {
 public:
     /// settings: at least the camera's own section.
     [[nodiscard]] PictureMark of(const SettingsSnapshot &settings, CameraAddress camera) const;
 
-    void keep(const SettingsFile &settings, CameraAddress camera, const PictureMark &mark);
+    /// A picture was kept. isStored: the settings have its mark.
+    void keep(CameraAddress camera, const PictureMark &mark, bool isStored);
 
 private:
     std::map<CameraAddress, PictureMark> notStored_;

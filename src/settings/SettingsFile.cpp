@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -136,6 +137,17 @@ void SettingsFile::write(QStringView section, QStringView key, QStringView value
 void SettingsFile::write(QStringView section, QStringView key, qint64 value) const
 {
     write(section, key, QString::number(value));
+}
+
+SettingsChange SettingsFile::write(std::span<const SettingsValue> values) const
+{
+    std::vector<ProfileValue> stored;
+    for (const SettingsValue &value : values) {
+        stored.push_back(
+            {toAnsi(value.section), toAnsi(value.key), toAnsi(firstLine(value.value))});
+    }
+    return writeProfileValues(path(), stored) == ProfileWrite::Failed ? SettingsChange::Failed
+                                                                      : SettingsChange::Made;
 }
 
 SettingsSnapshot SettingsFile::snapshot() const

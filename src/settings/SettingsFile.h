@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 
 namespace velmora {
 
@@ -81,6 +82,14 @@ enum class SettingsChange {
     Failed
 };
 
+/// A value that is to be stored.
+struct SettingsValue
+{
+    QString section;
+    QString key;
+    QString value;
+};
+
 class SettingsFile
 {
 public:
@@ -103,6 +112,9 @@ public:
 
     void write(QStringView section, QStringView key, QStringView value) const;
     void write(QStringView section, QStringView key, qint64 value) const;
+
+    /// Writes values of different keys in one go.
+    SettingsChange write(std::span<const SettingsValue> values) const;
 
     [[nodiscard]] SettingsSnapshot snapshot() const;
 

@@ -277,6 +277,53 @@ TEST_F(ProfileFile, PrefersAnEmptyValueToTheDefault)
     EXPECT_EQ(readProfileValue(path(), "s", "k", "d", 255), QByteArray());
 }
 
+TEST_F(ProfileFile, WritesSeveralValuesOfTheSameLengthInPlace)
+{
+    begin("[s]\r\nj=1\r\nk=12:00\r\n[t]\r\nj=3\r\n");
+    const struct stat before = info();
+    const std::vector<ProfileValue> values{{"s", "k", "13:15"}, {"t", "j", "4"}, {"s", "j", "1"}};
+    EXPECT_EQ(writeProfileValues(path(), values), ProfileWrite::Written);
+    EXPECT_EQ(text(), QByteArray("[s]\r\nj=1\r\nk=13:15\r\n[t]\r\nj=4\r\n"));
+    EXPECT_EQ(info().st_ino, before.st_ino);
+}
+
+TEST_F(ProfileFile, PutsOneNewFileInPlaceForSeveralValuesOfOtherLengths)
+{
+    begin("[s]\r\nj=1\r\nk=9\r\n");
+    const struct stat before = info();
+    const std::vector<ProfileValue> values{
+        {"s", "k", "10"}, {"s", "j", "2"}, {"s", "new", "x"}, {"t", "a", "1"}, {"t", "b", "2"}};
+    EXPECT_EQ(writeProfileValues(path(), values), ProfileWrite::Written);
+    EXPECT_EQ(text(), QByteArray("[s]\r\nj=2\r\nk=10\r\nnew=x\r\n[t]\r\na=1\r\nb=2\r\n"));
+    EXPECT_NE(info().st_ino, before.st_ino);
+    EXPECT_EQ(tree.files(), kFileAndLock);
+}
+
+TEST_F(ProfileFile, WritesSeveralValuesOrNoneWhenTheDiskIsFull)
+{
+    const QByteArray before = textWithValueAt(2000, "old");
+    begin(before);
+    const FileSizeLimit limit(1000);
+    const std::vector<ProfileValue> values{{"s", "k", "new"}, {"s", "j", "longer"}};
+    EXPECT_EQ(writeProfileValues(path(), values), ProfileWrite::Failed);
+    EXPECT_EQ(text(), before);
+}
+
+TEST_F(ProfileFile, TouchesNothingWhenSeveralValuesAreTheSame)
+{
+    begin("[s]\r\nj=1\r\nk=2\r\n");
+    const std::vector<ProfileValue> values{{"s", "k", "2"}, {"s", "j", "1"}};
+    EXPECT_EQ(writeProfileValues(path(), values), ProfileWrite::Unchanged);
+    EXPECT_EQ(info().st_mtim.tv_sec, kLongAgo);
+}
+
+TEST_F(ProfileFile, MakesAMissingFileForSeveralValues)
+{
+    const std::vector<ProfileValue> values{{"s", "k", "2"}, {"s", "j", "1"}};
+    EXPECT_EQ(writeProfileValues(path(), values), ProfileWrite::Written);
+    EXPECT_EQ(text(), QByteArray("[s]\r\nk=2\r\nj=1\r\n"));
+}
+
 TEST(ChangeProfile, WritesManyValuesAtOnce)
 {
     const test::TempTree tree;

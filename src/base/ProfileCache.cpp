@@ -18,16 +18,6 @@ std::shared_ptr<const ProfileText> ProfileCache::text()
     return text ? text : std::make_shared<const ProfileText>(read());
 }
 
-std::shared_ptr<const ProfileText> ProfileCache::text(QByteArrayView section)
-{
-    std::shared_ptr<const ProfileText> text = keptText();
-    if (text) {
-        return text;
-    }
-    const QByteArray bytes = read();
-    return std::make_shared<const ProfileText>(findProfileSection(bytes, section).toByteArray());
-}
-
 QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsizetype size)
 {
     const std::shared_ptr<const ProfileText> text = keptText();

@@ -25,9 +25,6 @@ public:
     /// The current text, empty when there is none that can be read.
     [[nodiscard]] std::shared_ptr<const ProfileText> text();
 
-    /// The same, of which no more than one section need be there.
-    [[nodiscard]] std::shared_ptr<const ProfileText> text(QByteArrayView section);
-
     /// The stored value of a key, empty when there is none, cut to size - 1 bytes.
     [[nodiscard]] QByteArray value(QByteArrayView section, QByteArrayView key, qsizetype size);
 

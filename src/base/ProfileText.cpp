@@ -213,6 +213,20 @@ qsizetype headerLineBegin(QByteArrayView bytes, qsizetype bracket)
     return bracket;
 }
 
+// The first section of a name with its header line; empty when there is none.
+QByteArrayView findSection(QByteArrayView bytes, QByteArrayView section)
+{
+    const QByteArrayView wanted = trimmedBlanks(section);
+    for (qsizetype bracket = nextHeader(bytes, 0); bracket < bytes.size();
+         bracket = nextHeader(bytes, bracket + 1)) {
+        const Line line = lineAt(bytes, bracket);
+        if (sameName(headerName(bytes.sliced(bracket, line.end - bracket)), wanted)) {
+            return bytes.sliced(bracket, nextHeader(bytes, line.next) - bracket);
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 ProfileText::ProfileText(QByteArray bytes)
@@ -311,23 +325,10 @@ ProfileEdit ProfileText::insertLine(qsizetype offset, const QByteArray &line) co
     return {offset, 0, midLine ? "\r\n" + line : line};
 }
 
-QByteArrayView findProfileSection(QByteArrayView bytes, QByteArrayView section)
-{
-    const QByteArrayView wanted = trimmedBlanks(section);
-    for (qsizetype bracket = nextHeader(bytes, 0); bracket < bytes.size();
-         bracket = nextHeader(bytes, bracket + 1)) {
-        const Line line = lineAt(bytes, bracket);
-        if (sameName(headerName(bytes.sliced(bracket, line.end - bracket)), wanted)) {
-            return bytes.sliced(bracket, nextHeader(bytes, line.next) - bracket);
-        }
-    }
-    return {};
-}
-
 std::optional<QByteArrayView> findProfileValue(QByteArrayView bytes, QByteArrayView section,
                                                QByteArrayView key)
 {
-    const QByteArrayView found = findProfileSection(bytes, section);
+    const QByteArrayView found = findSection(bytes, section);
     const qsizetype body = lineAt(found, 0).next;
     const auto line = findKey(found, body, found.size(), trimmedBlanks(key));
     return line ? std::optional(valueOf(found, *line)) : std::nullopt;

@@ -75,10 +75,6 @@ private:
     std::vector<Section> sections_;
 };
 
-/// The first section of a name with its header line, found in one scan without an index; empty when
-/// there is none.
-[[nodiscard]] QByteArrayView findProfileSection(QByteArrayView bytes, QByteArrayView section);
-
 /// The value of one key, found in one scan without an index; same rules as ProfileText::value.
 [[nodiscard]] std::optional<QByteArrayView>
 findProfileValue(QByteArrayView bytes, QByteArrayView section, QByteArrayView key);

@@ -112,9 +112,8 @@ bool CameraTable::hasLamp(const SettingsSnapshot &settings, CameraAddress camera
     return velmora::number(settings, keys::kSB, camera) == static_cast<qint32>(colour);
 }
 
-CameraRecord CameraTable::record(CameraAddress camera) const
+CameraRecord CameraTable::record(const SettingsSnapshot &settings, CameraAddress camera) const
 {
-    const SettingsSnapshot settings = settings_.snapshot();
     return {read(settings, keys::kLastModified, camera), read(settings, keys::kBestTime, camera),
             number(settings, keys::kNewImages, camera),
             velmora::number(settings, keys::kAutoDelai, camera) == 1};

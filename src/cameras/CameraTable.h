@@ -79,7 +79,7 @@ public:
     /// True when the camera's images are to be deleted after a month.
     [[nodiscard]] static bool deletesOld(const SettingsSnapshot &settings, CameraAddress camera);
 
-    [[nodiscard]] CameraRecord record(CameraAddress camera) const;
+    [[nodiscard]] CameraRecord record(const SettingsSnapshot &settings, CameraAddress camera) const;
 
     /// True when a camera's last download left its lamp in that colour.
     [[nodiscard]] static bool hasLamp(const SettingsSnapshot &settings, CameraAddress camera,

@@ -21,12 +21,12 @@ HttpRequest CameraRequests::completed(HttpRequest request, const CameraLogin &lo
     return request;
 }
 
-HttpRequest CameraRequests::stored(CameraAddress camera, const QString &url) const
+HttpRequest CameraRequests::stored(const SettingsSnapshot &settings, CameraAddress camera,
+                                   const QString &url) const
 {
-    const SettingsSnapshot chosen = settings_.snapshot(cameraSection(camera));
     HttpRequest request =
-        completed(requestFor(url, options_.downloadLimit()), cameraLogin(chosen, camera));
-    request.isCompared = cameraKeep(chosen, camera).keep != Keep::Dated;
+        completed(requestFor(url, options_.downloadLimit()), cameraLogin(settings, camera));
+    request.isCompared = cameraKeep(settings, camera).keep != Keep::Dated;
     return request;
 }
 

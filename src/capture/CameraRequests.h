@@ -15,8 +15,10 @@ public:
     CameraRequests(const SettingsFile &settings, const StorageFolder &storage,
                    CaptureOptions &options);
 
-    /// url: the stored address with its alternatives resolved.
-    [[nodiscard]] HttpRequest stored(CameraAddress camera, const QString &url) const;
+    /// url: the stored address with its alternatives resolved. settings: at least the camera's own
+    /// section.
+    [[nodiscard]] HttpRequest stored(const SettingsSnapshot &settings, CameraAddress camera,
+                                     const QString &url) const;
 
     /// The same for the live view, which uses the address in the box.
     [[nodiscard]] HttpRequest live(CameraAddress camera, const QString &url) const;

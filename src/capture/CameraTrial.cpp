@@ -116,8 +116,9 @@ QString CameraTrial::verdict(const TrialRequest &request, const HttpReply &reply
     const FolderState state =
         folderHoldsFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
     if (!reply.lastModified.isEmpty()) {
-        const ImageDates dates{reply.lastModified, CalculDate(reply.lastModified),
-                               dateFromText(uses_.table.record(request.camera).lastModified)};
+        const ImageDates dates{
+            reply.lastModified, CalculDate(reply.lastModified),
+            dateFromText(uses_.table.record(settings, request.camera).lastModified)};
         return isNewImage(dates, state) ? QStringLiteral("new: date of the server")
                                         : QStringLiteral("unchanged: date of the server");
     }

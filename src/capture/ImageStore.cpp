@@ -4,6 +4,7 @@
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
+#include "cameras/FolderName.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
@@ -34,6 +35,8 @@ FolderState stateOf(const QString &folder)
 struct ImageStore::Arrival
 {
     CameraAddress camera;
+    QString address; // as stored when it was requested
+    SettingsSnapshot settings{QByteArray()};
     QString folder;     // native path
     QString workFolder; // native path
     std::error_code folderError;
@@ -67,9 +70,10 @@ ImageStore::ImageStore(const Uses &uses)
 {
 }
 
-void ImageStore::readAhead(CameraAddress camera, const QString &url)
+void ImageStore::readAhead(const SettingsSnapshot &settings, CameraAddress camera,
+                           const QString &url)
 {
-    uses_.transfers.begin(camera, uses_.requests.stored(camera, url));
+    uses_.transfers.begin(camera, uses_.requests.stored(settings, camera, url));
 }
 
 int ImageStore::automaticCounter(CameraAddress camera) const
@@ -81,67 +85,70 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
 {
     const auto atEnd = qScopeGuard([this] { Q_EMIT loaded(); });
     uses_.log.trace(QStringLiteral("<-Interface ChargeFile->"));
-    if (!uses_.table.CameraFolderName(camera).isEmpty()) {
-        bool hadMemory = true;
-        try {
-            co_await load(std::move(url), std::move(folder), camera);
-        } catch (const std::bad_alloc &) { // costs this camera its picture, not the others theirs
-            hadMemory = false;
-        }
-        if (!hadMemory) {
-            Arrival none;
-            none.camera = camera;
-            co_await fail(&none, QStringLiteral("there is not enough memory for the picture"));
-        }
+    Arrival arrival;
+    arrival.camera = camera;
+    arrival.settings = uses_.table.settings().snapshot();
+    arrival.address = CameraTable::url(arrival.settings, camera);
+    if (encodeFolderName(arrival.address).isEmpty()) {
+        co_return;
+    }
+    bool hadMemory = true;
+    try {
+        co_await load(std::move(url), std::move(folder), &arrival);
+    } catch (const std::bad_alloc &) { // costs this camera its picture, not the others theirs
+        hadMemory = false;
+    }
+    if (!hadMemory) {
+        co_await fail(&arrival, QStringLiteral("there is not enough memory for the picture"));
     }
 }
 
-QCoro::Task<> ImageStore::load(QString url, QString folder, CameraAddress camera)
+QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
 {
     const StorageUse use(uses_.storage);
-    const QString address = uses_.table.url(camera);
-    Arrival arrival;
-    arrival.camera = camera;
-    arrival.folder = uses_.storage.native(folder);
-    arrival.workFolder = uses_.storage.workFolder();
-    arrival.folderError = makeFolder(arrival.folder); // an error shows when the image is stored
+    const CameraAddress camera = arrival->camera;
+    arrival->folder = uses_.storage.native(folder);
+    arrival->workFolder = uses_.storage.workFolder();
+    arrival->folderError = makeFolder(arrival->folder); // an error shows when the image is stored
     announce(url, camera);
 
-    HttpRequest request = uses_.requests.stored(camera, url);
+    HttpRequest request = uses_.requests.stored(arrival->settings, camera, url);
     HttpReply reply = co_await uses_.transfers.fetch(camera, std::move(request));
-    if (reply.outcome == FetchOutcome::Stopped || !mayGoOn(use, camera, address)) {
+    if (reply.outcome == FetchOutcome::Stopped || !mayGoOn(use, *arrival)) {
         co_return;
     }
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(reply.duration).count();
-    arrival.set(keys::kTimeLoad, QString::number(seconds));
+    arrival->set(keys::kTimeLoad, QString::number(seconds));
     Q_EMIT downloaded(camera, static_cast<int>(seconds));
     if (reply.outcome == FetchOutcome::Failed) {
-        co_await fail(&arrival, failureRemark(url, reply.failure));
+        co_await fail(arrival, failureRemark(url, reply.failure));
     } else if (reply.body.size() < kMinBodyBytes) {
         const QString reason = QStringLiteral("the answer is too short for a picture (%1 bytes)")
                                    .arg(reply.body.size());
-        co_await fail(&arrival, failureRemark(url, reason));
+        co_await fail(arrival, failureRemark(url, reason));
     } else {
-        arrival.remark = contentRemark(url, reply.body.head(), reply.contentType);
-        arrival.body = std::move(reply.body);
-        co_await mark(&arrival);
-        const bool tookTime = arrival.choice.keep != Keep::Dated;
-        if (tookTime && !mayGoOn(use, camera, address)) {
+        arrival->remark = contentRemark(url, reply.body.head(), reply.contentType);
+        arrival->body = std::move(reply.body);
+        co_await mark(arrival);
+        const bool tookTime = arrival->choice.keep != Keep::Dated;
+        if (tookTime && !mayGoOn(use, *arrival)) {
             co_return;
         }
-        date(arrival, url, reply);
-        co_await keep(&arrival);
+        date(*arrival, url, reply);
+        co_await keep(arrival);
     }
 }
 
 // What arrives after the row got another address, or none, belongs to no row; its lamp is orange.
-bool ImageStore::mayGoOn(const StorageUse &use, CameraAddress camera, const QString &address)
+bool ImageStore::mayGoOn(const StorageUse &use, Arrival &arrival)
 {
-    const QString now = uses_.table.url(camera);
-    if (now != address) {
+    const CameraAddress camera = arrival.camera;
+    arrival.settings = uses_.table.settings().snapshot();
+    const QString now = CameraTable::url(arrival.settings, camera);
+    if (now != arrival.address) {
         Q_EMIT lampChanged(camera, now.isEmpty() ? LampColour::Red : uses_.table.row(camera).lamp);
     }
-    return use.mayGoOn() && now == address;
+    return use.mayGoOn() && now == arrival.address;
 }
 
 // Storing a value takes milliseconds once the settings have grown large.
@@ -169,10 +176,10 @@ void ImageStore::announce(const QString &url, CameraAddress camera)
     uses_.log.trace(QStringLiteral("Test ") + address);
 }
 
-// Only for a camera whose pictures are compared; for others nothing is read.
+// Only of a camera whose pictures are compared.
 QCoro::Task<> ImageStore::mark(Arrival *arrival)
 {
-    arrival->choice = cameraKeep(chosen(arrival->camera), arrival->camera);
+    arrival->choice = cameraKeep(arrival->settings, arrival->camera);
     if (arrival->choice.keep == Keep::Dated) {
         co_return;
     }
@@ -184,7 +191,7 @@ QCoro::Task<> ImageStore::mark(Arrival *arrival)
 // The picture's dates, and the name that follows from them.
 void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &reply) const
 {
-    arrival.record = uses_.table.record(arrival.camera);
+    arrival.record = uses_.table.record(arrival.settings, arrival.camera);
     arrival.dates = {reply.lastModified, CalculDate(reply.lastModified),
                      dateFromText(arrival.record.lastModified)};
     if (arrival.isCompared()) {
@@ -203,7 +210,7 @@ void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &rep
 void ImageStore::compare(Arrival &arrival, const HttpReply &reply) const
 {
     const UndatedPicture picture{arrival.choice, arrival.mark,
-                                 marks_.of(chosen(arrival.camera), arrival.camera)};
+                                 marks_.of(arrival.settings, arrival.camera)};
     arrival.isNew = isNewUndated(picture, stateOf(arrival.folder));
     const WallTime now = uses_.clock.localNow() - uses_.clock.utcOffset();
     arrival.dates.modified =
@@ -325,11 +332,6 @@ QCoro::Task<> ImageStore::failToStore(Arrival *arrival, QString reason)
         uses_.storage.requestCheck();
     }
     co_await fail(arrival, QStringLiteral("the image cannot be stored: ") + why);
-}
-
-SettingsSnapshot ImageStore::chosen(CameraAddress camera) const
-{
-    return uses_.table.settings().snapshot(cameraSection(camera));
 }
 
 QString ImageStore::title(CameraAddress camera) const

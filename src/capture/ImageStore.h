@@ -35,7 +35,7 @@ public:
     explicit ImageStore(const Uses &uses);
 
     /// A pass expects to load this camera: starts its transfer now. url: as for ChargeFile.
-    void readAhead(CameraAddress camera, const QString &url);
+    void readAhead(const SettingsSnapshot &settings, CameraAddress camera, const QString &url);
 
     /// Gives up the transfers started ahead, and the one being waited for.
     void dropTransfers() { uses_.transfers.drop(); }
@@ -86,8 +86,8 @@ Q_SIGNALS:
 private:
     struct Arrival; // a picture that is long enough, on its way into the folder
 
-    QCoro::Task<> load(QString url, QString folder, CameraAddress camera);
-    [[nodiscard]] bool mayGoOn(const StorageUse &use, CameraAddress camera, const QString &address);
+    QCoro::Task<> load(QString url, QString folder, Arrival *arrival);
+    [[nodiscard]] bool mayGoOn(const StorageUse &use, Arrival &arrival);
     QCoro::Task<> mark(Arrival *arrival);
     void announce(const QString &url, CameraAddress camera);
     void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;
@@ -101,7 +101,6 @@ private:
     void tellStored(const Arrival &arrival, int count);
     QCoro::Task<> failToStore(Arrival *arrival, std::error_code error);
     QCoro::Task<> failToStore(Arrival *arrival, QString reason);
-    [[nodiscard]] SettingsSnapshot chosen(CameraAddress camera) const;
     [[nodiscard]] QString title(CameraAddress camera) const;
     QCoro::Task<> fail(Arrival *arrival, QString reason);
     void setLamp(Arrival *arrival, LampColour colour);

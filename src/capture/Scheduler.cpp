@@ -248,7 +248,7 @@ bool Scheduler::readAhead(int fromIndex)
     for (int index = fromIndex; index < kCameras; ++index) {
         const CameraAddress address = cameraAt(index);
         if (const auto camera = cameraToLoad(settings, address)) {
-            uses_.store.readAhead(address, expandTemplate(camera->url));
+            uses_.store.readAhead(settings, address, expandTemplate(camera->url));
             any = true;
         }
     }

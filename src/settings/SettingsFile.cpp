@@ -161,11 +161,6 @@ bool SettingsFile::isLarge() const
     return stamp && stamp->bytes > ProfileCache::kLargeBytes;
 }
 
-SettingsSnapshot SettingsFile::snapshot(QStringView section) const
-{
-    return SettingsSnapshot(cache_.text(toAnsi(section)));
-}
-
 std::optional<QString> SettingsFile::sizeWarning() const
 {
     const std::optional<FolderStamp> stamp = fileStamp(path());

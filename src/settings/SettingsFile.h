@@ -118,10 +118,6 @@ public:
 
     [[nodiscard]] SettingsSnapshot snapshot() const;
 
-    /// One section as it stands, without parsing the rest of the file; other sections may be
-    /// missing from it.
-    [[nodiscard]] SettingsSnapshot snapshot(QStringView section) const;
-
     /// Reads, decides and writes as one step that no other program can interrupt: all that `change`
     /// writes is stored together or not at all.
     [[nodiscard]] SettingsChange

@@ -129,7 +129,7 @@ TEST_F(CameraTableTest, TellsTheImageStoreWhatItNeeds)
 {
     store("[Groupe0]\r\nAutoDelai1=1\r\nBestTime1=00:10:00\r\nlNew1=7x\r\n"
           "LastModified1=07/03/2006 14:05:09\r\n");
-    const CameraRecord record = table.record({0, 1});
+    const CameraRecord record = table.record(settings.snapshot(), {0, 1});
     EXPECT_EQ(record.lastModified, QStringLiteral("07/03/2006 14:05:09"));
     EXPECT_EQ(record.bestTime, QStringLiteral("00:10:00"));
     EXPECT_DOUBLE_EQ(record.newImages, 7);
@@ -138,7 +138,7 @@ TEST_F(CameraTableTest, TellsTheImageStoreWhatItNeeds)
 
 TEST_F(CameraTableTest, TellsTheImageStoreOfARowThatWasNeverStored)
 {
-    const CameraRecord record = table.record({0, 1});
+    const CameraRecord record = table.record(settings.snapshot(), {0, 1});
     EXPECT_EQ(record.lastModified, QString());
     EXPECT_EQ(record.bestTime, QString());
     EXPECT_EQ(record.newImages, 0);

@@ -99,14 +99,14 @@ void Slideshow::begin()
     Q_EMIT changed();
 }
 
-// A playing show restarts with the list of another folder, or when images of its own are gone. A
-// paused one keeps its place; new images lie beyond its end, and are included if it extended to the
-// last one.
+// A playing show restarts with the list of another folder; in its own it keeps range and place,
+// whatever comes or goes. A paused one keeps its place; new images lie beyond its end, and are
+// included if it extended to the last one.
 void Slideshow::followList()
 {
     const int count = data_.files.count();
     const bool isSameFolder = data_.files.folder() == folder_;
-    if (isPlaying() && (!isSameFolder || count < face_.count)) {
+    if (isPlaying() && !isSameFolder) {
         begin();
         return;
     }

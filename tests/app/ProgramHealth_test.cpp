@@ -3,6 +3,7 @@
 #include "ProgramHouse.h"
 #include "health/HealthStore.h"
 #include "health/HealthTable.h"
+#include "ui/LateColour.h"
 
 #include <QListWidget>
 #include <QTabBar>
@@ -39,14 +40,14 @@ protected:
     [[nodiscard]] bool isMarked(const QString &list)
     {
         const QListWidgetItem &item = *topLevel(kBrowser)->findChild<QListWidget *>(list)->item(0);
-        return item.foreground().color() == Qt::red && item.foreground() != QBrush();
+        return item.foreground() == QBrush(lateColour(topLevel(kBrowser)->palette()));
     }
 
     [[nodiscard]] bool isTabMarked()
     {
         return topLevel(kMain)
                    ->findChild<QTabBar *>(QStringLiteral("Selecteur"))
-                   ->tabTextColor(0) == Qt::red;
+                   ->tabTextColor(0) == lateColour(topLevel(kMain)->palette());
     }
 
     /// In the window's first row.

@@ -55,9 +55,10 @@ class CaptureTest(BrowserCase):
 
     def test_stays_as_it_is_while_it_is_not_to_follow(self):
         browser = self.start()
-        browser.press("F5")
         browser.wait_for(lambda: browser.colour(0), colour_of(0))
-        before = self.refreshes()
+        before = self.refreshes() + 1
+        browser.press("F5")
+        browser.wait_for(self.refreshes, before)
         self.capture(1, 0)
         self.assertEqual(before, self.refreshes())
         self.end()

@@ -135,15 +135,18 @@ TEST_F(SlideshowBrowser, BeginsAnewWithTheListOfAnotherStorageFolder)
     EXPECT_TRUE(face().image.isNone());
 }
 
-TEST_F(SlideshowBrowser, BeginsAnewWhenARefreshFindsFewerImages)
+TEST_F(SlideshowBrowser, GoesOnInItsRangeWhenARefreshFindsFewerImages)
 {
     open(30);
     tick(3);
+    film_.sFin_Change(20);
+    const int place = film_.current();
     house_.remove(kCamera, imageName(7));
     browser_.refresh();
     house_.finish();
-    EXPECT_EQ(face().range, (PlayRange{1, 29}));
-    EXPECT_EQ(film_.current(), 0);
+    EXPECT_EQ(face().range, (PlayRange{1, 20}));
+    EXPECT_EQ(film_.current(), place);
+    EXPECT_TRUE(isRunning());
 }
 
 TEST_F(SlideshowBrowser, StaysAsItIsWhenTheCameraChangesWhilePaused)

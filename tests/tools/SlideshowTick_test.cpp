@@ -133,10 +133,8 @@ TEST_F(SlideshowTick, StopsWhenThereIsNothingToPlayThoughItReadsStart)
 TEST_F(SlideshowTick, LeavesThePictureEmptyForAPositionBehindTheList)
 {
     open(30);
-    film_.PauseCine_MouseDown();
     house_.data.files.bind(kCamera, house_.data.files.folder(),
                            std::make_shared<const ImageNames>());
-    film_.sFin_Change(30); // resumes
     tick(2);
     EXPECT_TRUE(face().image.isNone());
     EXPECT_EQ(face().nFich, QString());

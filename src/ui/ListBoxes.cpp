@@ -50,8 +50,12 @@ void ChoiceList::describe(int row, const QString &tip, const QString &name)
     showTip(row);
 }
 
+// The selected row has the selection's colour; its bold number still shows it.
 void ChoiceList::mark(int row, bool isLate)
 {
+    QFont font = item(row)->font();
+    font.setBold(isLate);
+    item(row)->setFont(font);
     item(row)->setForeground(isLate ? QBrush(lateColour(palette())) : QBrush());
     item(row)->setData(kLateRole, isLate);
     showTip(row);

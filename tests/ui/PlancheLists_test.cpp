@@ -62,7 +62,9 @@ TEST_F(PlancheLists, TellInTheTipOfALateCameraItsNameAndThatItIsLate)
     ASSERT_TRUE(known.contains(QStringLiteral("Garage"))) << known.toStdString();
     house_.window.showLate({{0, 2}});
     EXPECT_EQ(item.toolTip(), known + QStringLiteral("\nlate: nothing new for a long time"));
+    EXPECT_TRUE(item.font().bold());
     house_.window.showLate({});
+    EXPECT_FALSE(item.font().bold());
     EXPECT_EQ(item.toolTip(), known);
 }
 

@@ -2,7 +2,7 @@
 
 Nearly all of its time goes into the toolkit's headers, so many sources are checked at once, as one unit that
 includes them: sources whose local names do not clash, from all the layers that the windows see together, and from
-the composition. A unit is not checked again while its sources, headers and configuration are as they were when it
+the composition. A constant that several sources of a unit have gets another name in all but one. A unit is not checked again while its sources, headers and configuration are as they were when it
 last passed.
 """
 
@@ -15,7 +15,9 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-MOST = 30  # sources of a unit
+MOST = 60  # sources of a unit
+CONSTANT = r"\bk[A-Z]\w*"
+CLASH = "[clang-diagnostic-error"
 TOP = "app"  # its compile command has definitions that no other has
 
 
@@ -39,16 +41,22 @@ def local_names(source):
     return {match.group(1) for match in found if match} | set(aliases)
 
 
+def shared_constants(root):
+    """Constants that headers know, and that must therefore keep their name."""
+    texts = (path.read_text(encoding="utf-8") for path in Path(root, "src").rglob("*.h"))
+    return {name for text in texts for name in re.findall(CONSTANT, text)}
+
+
 def room(source):
     """The kind of unit it is compiled in: the composition, or the layer below it, which sees all the others."""
     return TOP if Path(source).parent.name == TOP else ""
 
 
-def units(sources):
-    """As few units as the sources' local names allow."""
+def units(sources, shared):
+    """As few units as the sources' local names allow. shared: names that cannot be changed."""
     found = []
     for source in sources:
-        names = local_names(source)
+        names = {name for name in local_names(source) if name in shared or not re.fullmatch(CONSTANT, name)}
         for unit in found:
             if unit["room"] == room(source) and len(unit["sources"]) < MOST and not unit["names"] & names:
                 break
@@ -67,10 +75,22 @@ def topmost(root, sources):
     return next(source for source in sources if Path(source).parent.name == top)
 
 
+def included(sources):
+    """The lines that include the sources, with new names for constants that another one has."""
+    known = set()
+    for number, source in enumerate(sources):
+        constants = {name for name in local_names(source) if re.fullmatch(CONSTANT, name)}
+        again = sorted(constants & known)
+        known |= constants
+        yield from (f"#define {name} {name}{number}\n" for name in again)
+        yield f'#include "{source}" // NOLINT(bugprone-suspicious-include)\n'
+        yield from (f"#undef {name}\n" for name in again)
+
+
 def write_unit(number, sources, commands, top, folder):
     """The compile command of a file that includes the sources. top: a source of the layer below the composition."""
     path = folder / f"unit{number}.cpp"
-    path.write_text("".join(f'#include "{s}" // NOLINT(bugprone-suspicious-include)\n' for s in sources))
+    path.write_text("".join(included(sources)))
     model = sources[0] if room(sources[0]) else top
     command = commands[model]
     words = command["command"].replace(model, str(path))
@@ -85,8 +105,8 @@ def check(unit, sources, build, digest, passed):
     if mark.exists():
         return ""
     run = subprocess.run(["clang-tidy-19", "-p", passed, "--quiet", unit], capture_output=True, text=True, check=False)
-    if run.returncode != 0:
-        # Either a clash that the units' rule overlooked, or a true finding: compiled alone, each source tells which.
+    if CLASH in run.stdout:
+        # Perhaps only in the unit, whose rule overlooked a name: compiled alone, each source tells.
         alone = ["clang-tidy-19", "-p", build, "--quiet", *sources]
         run = subprocess.run(alone, capture_output=True, text=True, check=False)
     if run.returncode == 0:
@@ -102,7 +122,7 @@ def main():
     own = sorted(file for file in commands if file.startswith(str(Path(root, "src")) + os.sep))
     passed = Path(build, "tidy")
     passed.mkdir(exist_ok=True)
-    work = units(own)
+    work = units(own, shared_constants(root))
     top = topmost(root, own)
     written = [write_unit(number, sources, commands, top, passed) for number, sources in enumerate(work)]
     Path(passed, "compile_commands.json").write_text(json.dumps(written), encoding="utf-8")

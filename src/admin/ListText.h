@@ -22,8 +22,7 @@ struct TableLine
 };
 
 /// The lines of a text with separated fields, where a field that contains a separator is in double
-/// quotes (RFC 4180). Empty lines, and those that begin with "#", are left
-/// out.
+/// quotes (RFC 4180). Empty lines, and those that begin with "#", are left out.
 [[nodiscard]] std::vector<TableLine> tableLines(const QString &text, QChar separator);
 
 /// A field as written in such a table.

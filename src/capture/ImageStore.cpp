@@ -35,19 +35,19 @@ FolderState stateOf(const QString &folder)
 struct ImageStore::Arrival
 {
     CameraAddress camera;
-    QString address; // as stored when it was requested
-    SettingsSnapshot settings{QByteArray()};
-    QString folder;     // native path
-    QString workFolder; // native path
+    QString address;                         // as stored when it was requested
+    SettingsSnapshot settings{QByteArray()}; // as last read
+    QString folder;                          // native path
+    QString workFolder;                      // native path
     std::error_code folderError;
     QString fileName;
     ImageDates dates;
     CameraRecord record; // as it was before this picture
     ReplyBody body;
     KeepChoice choice;
-    PictureMark mark;   // empty unless the choice needs it
-    bool isNew = false; // by comparison
-
+    PictureMark mark;                   // empty unless the choice needs it
+    bool isNew = false;                 // by comparison
+    QString remark;                     // what is odd about the picture
     std::vector<SettingsValue> changes; // to be stored
     bool isRecorded = false;            // the settings have taken them
 
@@ -62,7 +62,8 @@ struct ImageStore::Arrival
         return choice.keep != Keep::Dated && dates.header.isEmpty();
     }
 
-    QString remark; // what is odd about the picture
+    // With a different address, the row has a different camera.
+    [[nodiscard]] bool isForItsRow() const { return CameraTable::url(settings, camera) == address; }
 };
 
 ImageStore::ImageStore(const Uses &uses)
@@ -114,7 +115,9 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
 
     HttpRequest request = uses_.requests.stored(arrival->settings, camera, url);
     HttpReply reply = co_await uses_.transfers.fetch(camera, std::move(request));
-    if (reply.outcome == FetchOutcome::Stopped || !mayGoOn(use, *arrival)) {
+    arrival->settings = uses_.table.settings().snapshot();
+    if (reply.outcome == FetchOutcome::Stopped || !use.mayGoOn() || !arrival->isForItsRow()) {
+        giveUp(*arrival);
         co_return;
     }
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(reply.duration).count();
@@ -130,8 +133,8 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
         arrival->remark = contentRemark(url, reply.body.head(), reply.contentType);
         arrival->body = std::move(reply.body);
         co_await mark(arrival);
-        const bool tookTime = arrival->choice.keep != Keep::Dated;
-        if (tookTime && !mayGoOn(use, *arrival)) {
+        if (!use.mayGoOn() || !arrival->isForItsRow()) {
+            giveUp(*arrival);
             co_return;
         }
         date(*arrival, url, reply);
@@ -140,15 +143,12 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
 }
 
 // What arrives after the row got another address, or none, belongs to no row; its lamp is orange.
-bool ImageStore::mayGoOn(const StorageUse &use, Arrival &arrival)
+void ImageStore::giveUp(const Arrival &arrival)
 {
-    const CameraAddress camera = arrival.camera;
-    arrival.settings = uses_.table.settings().snapshot();
-    const QString now = CameraTable::url(arrival.settings, camera);
-    if (now != arrival.address) {
-        Q_EMIT lampChanged(camera, now.isEmpty() ? LampColour::Red : uses_.table.row(camera).lamp);
+    if (!arrival.isForItsRow()) {
+        const CameraRow row = uses_.table.row(arrival.camera);
+        Q_EMIT lampChanged(arrival.camera, row.url.isEmpty() ? LampColour::Red : row.lamp);
     }
-    return use.mayGoOn() && now == arrival.address;
 }
 
 // Storing a value takes milliseconds once the settings have grown large.
@@ -186,6 +186,7 @@ QCoro::Task<> ImageStore::mark(Arrival *arrival)
     const MarkKind kind =
         arrival->choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
     arrival->mark = co_await markOf(&arrival->body, kind, &uses_.clock);
+    arrival->settings = uses_.table.settings().snapshot(); // time has passed
 }
 
 // The picture's dates, and the name that follows from them.

@@ -87,7 +87,7 @@ private:
     struct Arrival; // a picture that is long enough, on its way into the folder
 
     QCoro::Task<> load(QString url, QString folder, Arrival *arrival);
-    [[nodiscard]] bool mayGoOn(const StorageUse &use, Arrival &arrival);
+    void giveUp(const Arrival &arrival);
     QCoro::Task<> mark(Arrival *arrival);
     void announce(const QString &url, CameraAddress camera);
     void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;

@@ -53,6 +53,7 @@ public:
 
     /// Gives a camera an address, as if typed into its row and left.
     void fillAddress(CameraAddress camera, const QString &address);
+
     /// Marks the tabs and rows of these cameras, which are late.
     void showLate(const std::vector<CameraAddress> &late);
 

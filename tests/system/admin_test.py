@@ -161,6 +161,19 @@ class BesideTest(AdminCase):
         for word in ("LastModified", "LocalTime", "lNew"):
             self.assertIsNone(self.house.camera_value(2, word), word)
 
+    def test_loads_again_for_another_storage_folder_what_is_being_downloaded(self):
+        self.server.answer("/slow.jpg", slow(20_000, 4, 0.3))
+        url = self.server.url("/slow.jpg")
+        self.velmora("--add", url)
+        until(lambda: self.server.count("/slow.jpg"), 20, self.program.report)
+        other = self.house.root / "other"
+        other.mkdir()
+        self.velmora("--set", f"storage={other}")
+        folder = other / self.house.folder(url).name
+        until(lambda: folder.is_dir() and any(folder.iterdir()), 20, self.program.report)
+        self.assertEqual(2, self.server.count("/slow.jpg"))
+        self.assertEqual([], self.house.images(url))
+
     def test_lays_no_failure_to_the_camera_that_takes_a_row(self):
         failures = lambda: [line for line in self.program.out if line.startswith("failed 0:1")]
         self.assertEqual(1, len(failures()))

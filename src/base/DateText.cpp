@@ -1,6 +1,7 @@
 #include "base/DateText.h"
 
 #include <QList>
+#include <QStringBuilder>
 
 namespace velmora {
 namespace {
@@ -76,16 +77,15 @@ WallFields wallFields(WallTime time)
 
 QString twoDigits(int number)
 {
-    return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+    return QString::number(number).rightJustified(2, u'0');
 }
 
 QString dateText(WallTime time)
 {
     const WallFields at = wallFields(time);
-    return QStringLiteral("%1/%2/%3 %4:%5:%6")
-        .arg(twoDigits(at.day), twoDigits(at.month))
-        .arg(at.year, 4, 10, QLatin1Char('0'))
-        .arg(twoDigits(at.hour), twoDigits(at.minute), twoDigits(at.second));
+    const QString year = QString::number(at.year).rightJustified(4, u'0');
+    return twoDigits(at.day) % u'/' % twoDigits(at.month) % u'/' % year % u' ' %
+           twoDigits(at.hour) % u':' % twoDigits(at.minute) % u':' % twoDigits(at.second);
 }
 
 std::optional<WallTime> dateFromText(QStringView text)

@@ -14,8 +14,14 @@ ProfileCache::ProfileCache(QString path)
 
 std::shared_ptr<const ProfileText> ProfileCache::text()
 {
-    std::shared_ptr<const ProfileText> text = keptText();
-    return text ? text : std::make_shared<const ProfileText>(read());
+    if (std::shared_ptr<const ProfileText> text = keptText()) {
+        return text;
+    }
+    QByteArray bytes = read();
+    if (!last_ || last_->bytes() != bytes) {
+        last_ = std::make_shared<const ProfileText>(std::move(bytes));
+    }
+    return isLarge_ ? std::exchange(last_, nullptr) : last_;
 }
 
 QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsizetype size)

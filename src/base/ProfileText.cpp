@@ -43,9 +43,17 @@ QByteArrayView trimmedBlanks(QByteArrayView text)
     return text;
 }
 
+char lowerCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Compared from their ends, where names such as "lst0" and "lst1" differ.
 bool sameName(QByteArrayView a, QByteArrayView b)
 {
-    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
+    return a.size() == b.size() && std::equal(a.rbegin(), a.rend(), b.rbegin(), [](char x, char y) {
+               return lowerCase(x) == lowerCase(y);
+           });
 }
 
 QByteArrayView withoutQuotes(QByteArrayView value)

@@ -3,16 +3,30 @@
 #include "base/AnsiText.h"
 #include "settings/Numbers.h"
 
+#include <string_view>
+
 namespace velmora {
 namespace {
 
 constexpr qsizetype kMaxUrlLength = 255; // positions in the address are held in a byte
 constexpr qsizetype kMostEncoded = 255;
 constexpr int kHexBase = 16;
+constexpr qsizetype kMostCodeLength = 3;
 
 bool isAsciiLetter(char c)
 {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+// Hexadecimal in capitals, without a leading zero: a tab is "%9".
+void appendCode(QString &name, unsigned char c)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    name += u'%';
+    if (c >= kHexBase) {
+        name += QLatin1Char(digits[c / kHexBase]);
+    }
+    name += QLatin1Char(digits[c % kHexBase]);
 }
 
 // The number at the start of the text, read as hexadecimal; 0 when there is none.
@@ -41,11 +55,12 @@ QString encodeFolderName(QStringView url)
                 .arg(url.size()));
     }
     QString name;
+    name.reserve(kMostCodeLength * url.size());
     for (const char c : toAnsi(url)) {
         if (isAsciiLetter(c)) {
             name += QLatin1Char(c);
         } else {
-            name += u'%' + QString::number(static_cast<unsigned char>(c), kHexBase).toUpper();
+            appendCode(name, static_cast<unsigned char>(c));
         }
     }
     return name.isEmpty() ? QString() : u'\\' + name.left(kMostEncoded) + u'\\';

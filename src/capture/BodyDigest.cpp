@@ -2,6 +2,9 @@
 
 #include <new>
 #include <xxhash.h>
+#if defined(__x86_64__)
+#include <xxh_x86dispatch.h> // takes the widest instructions that the processor has
+#endif
 
 namespace velmora {
 

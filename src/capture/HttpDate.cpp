@@ -18,8 +18,10 @@ std::optional<WallTime> CalculDate(const QString &header)
     const QString text = header.trimmed();
     QString date = text.mid(kDateAt, kDateLength) + u' ' + text.mid(kTimeAt, kTimeLength);
     for (std::size_t month = 0; month < kMonthNames.size(); ++month) {
-        date.replace(u' ' + QLatin1String(kMonthNames[month]) + u' ',
-                     u'/' + twoDigits(static_cast<int>(month) + 1) + u'/');
+        const QLatin1String name(kMonthNames[month]);
+        if (date.contains(name)) {
+            date.replace(u' ' + name + u' ', u'/' + twoDigits(static_cast<int>(month) + 1) + u'/');
+        }
     }
     return dateFromText(date);
 }

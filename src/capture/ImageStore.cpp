@@ -4,7 +4,6 @@
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
-#include "cameras/FolderName.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
@@ -90,7 +89,7 @@ QCoro::Task<> ImageStore::ChargeFile(QString url, QString folder, CameraAddress 
     arrival.camera = camera;
     arrival.settings = uses_.table.settings().snapshot();
     arrival.address = CameraTable::url(arrival.settings, camera);
-    if (encodeFolderName(arrival.address).isEmpty()) {
+    if (arrival.address.isEmpty()) {
         co_return;
     }
     bool hadMemory = true;

@@ -335,6 +335,9 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int 
 // The address shown is that of the same row of the group on screen, whichever group is loaded.
 void Scheduler::traceRow(const QString &text, CameraAddress address)
 {
+    if (!uses_.log.isOn()) {
+        return;
+    }
     const QString url = shownAddress_ ? withoutCredentials(shownAddress_(address.row)) : QString();
     const QString camera = QStringLiteral(" %1:%2").arg(address.group).arg(address.row);
     uses_.log.trace(QStringLiteral("\r\n") + text + url + camera);

@@ -30,7 +30,7 @@ protected:
     QByteArray comments; // makes the file large
 };
 
-TEST_F(ProfileCacheTest, ReadsASmallFileAnewEachTime)
+TEST_F(ProfileCacheTest, ReadsASmallFileAgainEachTime)
 {
     EXPECT_EQ(value(), QByteArray());
     write("one");
@@ -38,7 +38,20 @@ TEST_F(ProfileCacheTest, ReadsASmallFileAnewEachTime)
     write("two");
     EXPECT_EQ(value(), QByteArray("two"));
     EXPECT_EQ(cache.text()->value("s", "k"), QByteArrayView("two"));
-    EXPECT_NE(cache.text(), cache.text());
+}
+
+TEST_F(ProfileCacheTest, ParsesASmallFileOnlyWhenItsBytesHaveChanged)
+{
+    write("one");
+    const auto first = cache.text();
+    EXPECT_EQ(cache.text(), first);
+    write("two");
+    const auto second = cache.text();
+    EXPECT_NE(second, first);
+    EXPECT_EQ(second->value("s", "k"), QByteArrayView("two"));
+    EXPECT_EQ(first->value("s", "k"), QByteArrayView("one"));
+    ASSERT_TRUE(QFile::remove(path()));
+    EXPECT_TRUE(cache.text()->bytes().isEmpty());
 }
 
 TEST_F(ProfileCacheTest, SeesEveryChangeOfALargeFile)

@@ -21,7 +21,7 @@ struct BrowserParts
         , updates(data, folders, selection, lists)
         , modes(services, data, selection, lists, film)
         , grid(services.capture.storage, folders, data, selection, lists)
-        , files(services.capture.storage, data, selection, lists)
+        , files(services.capture.storage, folders, data, selection, lists)
         , line(services.scope, folders, lists)
         , choice(data, selection, lists, line)
     {

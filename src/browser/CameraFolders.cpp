@@ -56,7 +56,7 @@ void CameraFolders::make(const QString &folder)
 {
     StorageFolder &storage = services_.capture.storage;
     const QString path = storage.native(folder);
-    if (path.isEmpty() || folderExists(path) || notMade_.contains(path)) {
+    if (leavesMissing_ || path.isEmpty() || folderExists(path) || notMade_.contains(path)) {
         return;
     }
     if (!storage.isPresent()) {

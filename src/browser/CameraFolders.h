@@ -7,6 +7,7 @@
 #include "browser/FolderReader.h"
 
 #include <QCoro/QCoroTask>
+#include <QScopedValueRollback>
 #include <QSet>
 
 #include <exception>
@@ -39,6 +40,12 @@ public:
     /// The images of a folder, which is made if missing; never nullptr.
     QCoro::Task<std::shared_ptr<const ImageNames>> names(QString folder);
 
+    /// While the result lives, a missing folder is not made, and counts as empty.
+    [[nodiscard]] QScopedValueRollback<bool> leaveMissing()
+    {
+        return QScopedValueRollback<bool>(leavesMissing_, true);
+    }
+
     /// The image that the group view shows for a camera; none for a row without an address.
     QCoro::Task<ImageFile> newest(CameraAddress camera);
 
@@ -57,6 +64,7 @@ private:
     QSet<QString> notMade_; // native paths, already reported
     std::stop_source reading_;
     bool isMissed_ = false;
+    bool leavesMissing_ = false;
 };
 
 } // namespace velmora

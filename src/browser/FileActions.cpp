@@ -15,9 +15,10 @@ QString killText(const QString &name)
 
 } // namespace
 
-FileActions::FileActions(const StorageFolder &storage, const BrowserData &data,
-                         const Selection &selection, BrowserLists &lists)
+FileActions::FileActions(const StorageFolder &storage, const CameraFolders &folders,
+                         const BrowserData &data, const Selection &selection, BrowserLists &lists)
     : storage_(storage)
+    , folders_(folders)
     , data_(data)
     , selection_(selection)
     , lists_(lists)
@@ -29,24 +30,32 @@ bool FileActions::mayKill(const ImageFile &image) const
     return !image.isNone() && !storage_.isBeingEdited() && isInForce(storage_, image);
 }
 
+// The camera may have got another address since the image was listed.
+bool FileActions::isOf(CameraAddress camera, const ImageFile &image) const
+{
+    return image.folder == folders_.of(camera);
+}
+
 std::optional<KillQuestion> FileActions::LstDir_KeyDown() const
 {
     const ImageFile target = selection_.image();
-    if (!mayKill(target) || !QFileInfo(nativePath(storage_, target)).isFile()) {
+    const CameraAddress camera = data_.files.camera();
+    if (!mayKill(target) || !isOf(camera, target) ||
+        !QFileInfo(nativePath(storage_, target)).isFile()) {
         return std::nullopt;
     }
-    return KillQuestion{target, data_.files.camera(), killText(target.name)};
+    return KillQuestion{target, camera, killText(target.name)};
 }
 
 std::optional<KillQuestion> FileActions::LstDirCam_KeyDown() const
 {
     const ImageFile target = selection_.image();
-    if (!mayKill(target)) {
+    const CameraAddress camera{data_.state.camera().group, selection_.row()};
+    if (!mayKill(target) || !isOf(camera, target)) {
         return std::nullopt;
     }
     return KillQuestion{
-        target,
-        {data_.state.camera().group, selection_.row()},
+        target, camera,
         killText(target.path().last(std::min(kShownCharacters, target.path().size())))};
 }
 

@@ -307,6 +307,15 @@ void ImageBrowser::follow(CameraAddress camera)
     }
 }
 
+// Not before the folders may be read: the start has its own road to the first display.
+void ImageBrowser::followAddress(CameraAddress camera)
+{
+    if (data_.state.LectureOK() && parts_->updates.isOutdated(camera)) {
+        parts_->line.launch(Kind::Follow,
+                            [this, camera] { return parts_->updates.followAddress(camera); });
+    }
+}
+
 void ImageBrowser::ctrT_Click()
 {
     scheduler_.setTickCounter(kFiveTicksBefore);

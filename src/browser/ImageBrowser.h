@@ -113,6 +113,10 @@ public:
     /// images, or if none of that camera was on show where they belong.
     void follow(CameraAddress camera);
 
+    /// A camera has got another address, and with it another folder: shows that one if the old one
+    /// is on show.
+    void followAddress(CameraAddress camera);
+
     /// Old images of this camera were deleted from its folder: lists what is left if they are on
     /// show. A slideshow keeps its list.
     void showDeletion(CameraAddress camera);

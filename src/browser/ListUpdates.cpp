@@ -43,9 +43,31 @@ bool ListUpdates::showsNoneOf(CameraAddress camera) const
 
 QCoro::Task<> ListUpdates::showFirst(CameraAddress camera)
 {
-    if (!showsNoneOf(camera)) {
-        co_return; // shown by an action in between
+    if (showsNoneOf(camera)) { // unless shown by an action in between
+        co_await rebuild();
     }
+}
+
+bool ListUpdates::isOutdated(CameraAddress camera) const
+{
+    const BrowserState &state = data_.state;
+    if (state.view() == View::Camera) {
+        return camera == state.camera() && !isListed(camera);
+    }
+    return camera.group == state.camera().group &&
+           state.DerniereImage(camera.row).folder != folders_.of(camera);
+}
+
+QCoro::Task<> ListUpdates::followAddress(CameraAddress camera)
+{
+    if (isOutdated(camera)) { // unless another action has shown it since
+        const auto leaving = folders_.leaveMissing();
+        co_await rebuild();
+    }
+}
+
+QCoro::Task<> ListUpdates::rebuild()
+{
     const int row = selection_.row();
     co_await lists_.DirImage();
     if (data_.state.view() == View::Group && row >= 0) {

@@ -23,12 +23,20 @@ public:
     /// Shows the first image of such a camera; the selected row of the group view stays selected.
     QCoro::Task<> showFirst(CameraAddress camera);
 
+    /// True when what is shown of this camera is from a folder that is no longer its own.
+    [[nodiscard]] bool isOutdated(CameraAddress camera) const;
+
+    /// Shows the folder of such a camera's new address, which is not made for that; the selected
+    /// row of the group view stays selected.
+    QCoro::Task<> followAddress(CameraAddress camera);
+
     /// Lists the folder again after old images were deleted; the same image stays selected, or else
     /// the newest is.
     QCoro::Task<> dropDeleted();
 
 private:
     [[nodiscard]] bool isListed(CameraAddress camera) const;
+    QCoro::Task<> rebuild();
 
     BrowserData &data_;
     CameraFolders &folders_;

@@ -74,6 +74,7 @@ void planche::bindShown()
     connect(&browser_, &ImageBrowser::imageSpared, this, &planche::tellSpared);
     connect(&browser_, &ImageBrowser::openWanted, this, &planche::openWanted);
     connect(&view_.page(), &CameraPage::addressStored, this, &planche::showCamera);
+    connect(&view_.page(), &CameraPage::addressStored, &browser_, &ImageBrowser::followAddress);
     connect(&view_.page().remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
     connect(&lists_, &BrowserListBoxes::keyUsed, this, &planche::useKey);
 }

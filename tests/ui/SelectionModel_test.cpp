@@ -202,6 +202,15 @@ private:
 
     void refresh() { QTest::keyClick(house_.window.windowHandle(), Qt::Key_F5); }
 
+    // By hand or by another program.
+    void otherAddress()
+    {
+        const CameraAddress camera = cameras_.at(below(static_cast<int>(cameras_.size())));
+        const CameraAddress other{9, camera.row};
+        house_.house.table.setUrl(camera, cameraUrl(below(2) == 0 ? camera : other));
+        house_.house.page.reread();
+    }
+
     void imported() { house_.browser.chooseCameraAgain(); }
 
     // True at every instant, even while a folder is being read.
@@ -376,12 +385,14 @@ const QList<SelectionModel::Kind> SelectionModel::kKinds{
     {"put folder in force", &SelectionModel::putInForce},
     {"put folder in force", &SelectionModel::putInForce},
     {"refresh", &SelectionModel::refresh},
+    {"other address", &SelectionModel::otherAddress},
     {"import", &SelectionModel::imported}};
 
 const QList<SelectionModel::Kind> SelectionModel::kBehind{
     {"scan", &SelectionModel::scan},
     {"stored image", &SelectionModel::storedImage},
     {"vanished image", &SelectionModel::vanishedImage},
+    {"other address", &SelectionModel::otherAddress},
     {"type folder", &SelectionModel::typeFolder},
     {"put folder in force", &SelectionModel::putInForce}};
 

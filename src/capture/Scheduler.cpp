@@ -103,20 +103,26 @@ QString Scheduler::standstill() const
         return QStringLiteral("The capture has stopped: the storage folder %1 is not there")
             .arg(storage.inForce());
     }
-    return {};
+    return suspendedFor_.value(0);
 }
 
-void Scheduler::suspend()
+void Scheduler::suspend(const QString &why)
 {
     ++suspensions_;
+    if (!why.isEmpty()) {
+        suspendedFor_.append(why);
+    }
     regulate();
 }
 
-void Scheduler::resume()
+void Scheduler::resume(const QString &why)
 {
-    if (isSuspended() && --suspensions_ == 0) {
-        regulate();
+    if (!isSuspended()) {
+        return;
     }
+    --suspensions_;
+    suspendedFor_.removeOne(why);
+    regulate();
 }
 
 void Scheduler::ArretTimer()

@@ -76,12 +76,12 @@ public:
 
     /// Holds the capture: no tick and no camera starts until resume(), whatever else would start
     /// the timer. A pass under way waits before its next camera. Calls nest: each suspend() needs
-    /// its resume().
-    void suspend();
+    /// its resume(). why: what standstill() says meanwhile; empty where other texts say it.
+    void suspend(const QString &why = {});
 
-    /// Undoes a suspend(): the pass goes on, and the timer runs if the storage folder allows it.
-    /// Does nothing without a suspend().
-    void resume();
+    /// Undoes a suspend(), and takes back its reason: the pass goes on, and the timer runs if the
+    /// storage folder allows it. Does nothing without a suspend().
+    void resume(const QString &why = {});
 
     [[nodiscard]] bool isSuspended() const { return suspensions_ > 0; }
 
@@ -148,6 +148,7 @@ private:
     Gate gate_; // shut while the capture is held
     int counter_ = 0;
     int suspensions_ = 0;
+    QStringList suspendedFor_;   // the reasons of these
     quint64 storageVersion_ = 0; // of the storage folder when transfers were last dropped for it
     quint64 readAheadAt_ = 0;    // storageVersion_ at the last read-ahead
     PerCamera<bool> reached_;    // by the first pass

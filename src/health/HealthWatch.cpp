@@ -16,6 +16,11 @@ constexpr auto kPause = 5s;
 constexpr int kPausesBetweenSaves = 12;
 constexpr std::size_t kMostNamed = 10;
 
+QString standstillText()
+{
+    return HealthWatch::tr("The capture has stopped: the disk is nearly full");
+}
+
 // So that a disk at its limit is not reported again and again.
 qint64 wellAbove(qint64 limit)
 {
@@ -216,11 +221,11 @@ void HealthWatch::holdCapture(const DiskRoom &room, qint64 limit)
     const bool isWanted = options_.isOn(HealthChoice::StopWhenFull);
     if (!isHeld_ && isWanted && room.freeBytes < limit / 2) {
         isHeld_ = true;
-        scheduler_.suspend();
+        scheduler_.suspend(standstillText());
         Q_EMIT noticed(tr("The capture is stopped, since the disk is nearly full."));
     } else if (isHeld_ && (!isWanted || room.freeBytes >= limit)) {
         isHeld_ = false;
-        scheduler_.resume();
+        scheduler_.resume(standstillText());
         Q_EMIT noticed(tr("The capture goes on."));
     }
 }

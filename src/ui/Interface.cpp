@@ -17,6 +17,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -259,11 +260,25 @@ void Interface::showCaption(Caption caption, const QString &text)
         ui_->lCompte->setText(text);
         break;
     case Caption::NextCycle: // shown by the browser
+        break;
     case Caption::Standstill:
+        showStandstill(text);
         break;
     case Caption::Trouble:
         showMessage(text);
         break;
+    }
+}
+
+// Of the storage folder, its lamp and its hint tell already.
+void Interface::showStandstill(const QString &text)
+{
+    const QString before = std::exchange(standstill_, text);
+    setPlainToolTip(*ui_->lErr, text);
+    if (!text.isEmpty() && engine_.storage().isUsable()) {
+        showMessage(text);
+    } else if (!before.isEmpty() && ui_->lMessage->text() == before) {
+        showMessage({});
     }
 }
 

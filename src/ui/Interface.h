@@ -108,6 +108,7 @@ private:
     void refreshPage();
     void showSwitches();
     void showCaption(Caption caption, const QString &text);
+    void showStandstill(const QString &text);
     void selectGroup(int group);
     void leaveAddress();
 
@@ -132,6 +133,7 @@ private:
     AddressPaste *paste_ = nullptr;
     std::array<CameraRowBoxes *, kRows> rows_{};
     std::vector<CameraAddress> late_;
+    QString standstill_; // why nothing is captured
     bool mayClose_ = false;
 };
 

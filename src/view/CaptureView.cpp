@@ -95,10 +95,15 @@ void CaptureView::follow(Conformity &conformity)
             [this](const QString &text) { status_.set(Caption::Step, text); });
 }
 
+bool CaptureView::standsStill() const
+{
+    return !engine_.storage().isUsable() || !engine_.scheduler().standstill().isEmpty();
+}
+
 // The box of the storage folder may have been entered meanwhile.
 QString CaptureView::idleText() const
 {
-    return engine_.storage().isUsable() ? waitText() : pauseText();
+    return standsStill() ? pauseText() : waitText();
 }
 
 void CaptureView::showBegin(CameraAddress camera, const QString &address)
@@ -124,7 +129,7 @@ void CaptureView::showTicksLeft(int ticks)
 
 void CaptureView::showStandstill()
 {
-    if (!engine_.storage().isUsable()) {
+    if (standsStill()) {
         status_.set(Caption::Step, pauseText());
     } else if (status_.text(Caption::Step) == pauseText()) {
         status_.set(Caption::Step, waitText());

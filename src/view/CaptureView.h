@@ -35,6 +35,7 @@ private:
     void showStored(const QString &fileName);
     void showTicksLeft(int ticks);
     void showStandstill();
+    [[nodiscard]] bool standsStill() const;
     [[nodiscard]] QString idleText() const;
     void showTrouble(const QString &before, const QString &now);
 

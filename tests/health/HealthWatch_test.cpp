@@ -247,9 +247,11 @@ TEST_F(HealthWatchTest, StopsTheCaptureOnAFullDiskOnlyWhenThatIsChosen)
     HealthOptions(house_.settings).set(HealthChoice::StopWhenFull, true);
     clock_.advance(5s);
     EXPECT_TRUE(house_.scheduler.isSuspended());
+    EXPECT_TRUE(house_.scheduler.standstill().contains(u"disk"));
     house_.settings.write(u"Health", u"LimitMB", u"1");
     clock_.advance(5s);
     EXPECT_FALSE(house_.scheduler.isSuspended());
+    EXPECT_EQ(house_.scheduler.standstill(), QString());
     EXPECT_FALSE(watch_.isDiskLow());
 }
 

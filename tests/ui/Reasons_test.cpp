@@ -121,6 +121,20 @@ TEST_F(RowReasons, TellWhenThereIsNoLogYet)
     EXPECT_TRUE(house_.opener.opened.isEmpty());
 }
 
+TEST_F(RowReasons, OfAHeldCaptureStandBelowAndInTheTipOfPause)
+{
+    const QString why = QStringLiteral("the disk is nearly full");
+    auto &step = house_.find<QLabel>(QStringLiteral("lErr"));
+    house_.house.scheduler.suspend(why);
+    EXPECT_EQ(step.text(), QStringLiteral("Pause"));
+    EXPECT_EQ(step.toolTip(), why);
+    EXPECT_EQ(message(), why);
+    house_.house.scheduler.resume(why);
+    EXPECT_EQ(step.text(), QStringLiteral("Wait"));
+    EXPECT_EQ(step.toolTip(), QString());
+    EXPECT_EQ(message(), QString());
+}
+
 TEST_F(RowReasons, AreElidedWhereTheyDoNotFit)
 {
     for (const char *const name : {"lMessage", "lReason"}) {
@@ -219,6 +233,19 @@ TEST_F(BrowserReasons, AKeyThatDeletesNothingSaysWhyAgain)
     house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
     EXPECT_EQ(line(), why);
     EXPECT_EQ(house_.question(), nullptr);
+}
+
+TEST_F(BrowserReasons, TheLineSaysAgainWhatTheCaptureIsHeldFor)
+{
+    const QString why = QStringLiteral("the disk is nearly full");
+    house_.openOn(2);
+    house_.house.scheduler.suspend(why);
+    EXPECT_EQ(line(), why);
+    house_.window.showMessage(QStringLiteral("no such day"));
+    load(kCamera, kOut);
+    EXPECT_EQ(line(), why);
+    house_.house.scheduler.resume(why);
+    EXPECT_NE(line(), why);
 }
 
 TEST_F(BrowserReasons, TheLabelFollowsTheAddress)

@@ -59,6 +59,22 @@ TEST_F(CaptureViewTest, ACameraAnsweringWhileTheStorageBoxIsEditedLeavesThePause
     EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Pause"));
 }
 
+TEST_F(CaptureViewTest, SaysPauseWhileTheCaptureIsHeldForAReason)
+{
+    const QString why = QStringLiteral("the disk");
+    house_.scheduler.suspend(why);
+    EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Pause"));
+    EXPECT_EQ(house_.status.text(Caption::Standstill), why);
+    house_.load(kCamera); // under way when it was held
+    EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Pause"));
+    house_.scheduler.suspend(); // for renaming, which tells itself what it does
+    house_.scheduler.resume();
+    EXPECT_EQ(house_.status.text(Caption::Standstill), why);
+    house_.scheduler.resume(why);
+    EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Wait"));
+    EXPECT_EQ(house_.status.text(Caption::Standstill), QString());
+}
+
 TEST_F(CaptureViewTest, SaysWhyACameraFailedUntilItAnswers)
 {
     source_.answer(cameraUrl(kCamera), {{}, {}, {}, {}, QStringLiteral("the camera is out")});

@@ -2,7 +2,10 @@
 
 #include "base/AnsiText.h"
 
+#include <QHash>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace velmora {
 namespace {
@@ -85,6 +88,34 @@ bool hasScheme(const QString &url, QLatin1String scheme)
     return url.startsWith(scheme, Qt::CaseInsensitive);
 }
 
+int usualPort(const QString &scheme)
+{
+    static const QHash<QString, int> ports{{QStringLiteral("https"), 443},
+                                           {QStringLiteral("rtsp"), 554},
+                                           {QStringLiteral("rtsps"), 322}};
+    return ports.value(scheme, 80);
+}
+
+// "http://host:80" of the request that an address leads to.
+QString serverOf(const QString &address)
+{
+    static const QRegularExpression beginOfHost(QStringLiteral("^([a-z][a-z0-9+.-]*):[/\\\\]+"));
+    static const QRegularExpression endOfHost(QStringLiteral("[/\\\\?#]"));
+    static const QRegularExpression port(QStringLiteral(":([0-9]*)$"));
+    const HttpRequest request = requestFor(expandTemplate(address), {});
+    const QString url = QString::fromUtf8(request.url).toLower();
+    const QRegularExpressionMatch begin = beginOfHost.match(url);
+    const QString scheme = begin.hasMatch() ? begin.captured(1) : QStringLiteral("http");
+    const QString place =
+        url.sliced(std::max<qsizetype>(0, begin.capturedEnd())).section(endOfHost, 0, 0);
+    const QString host = place.section(u'@', -1);
+    const QRegularExpressionMatch named = port.match(host);
+    const int number = named.captured(1).toInt();
+    return QStringLiteral("%1://%2:%3")
+        .arg(scheme, named.hasMatch() ? host.first(named.capturedStart()) : host)
+        .arg(number > 0 ? number : usualPort(scheme));
+}
+
 } // namespace
 
 bool isRtsp(const QString &url)
@@ -108,6 +139,11 @@ HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit)
     const bool http10 = isJpg(url) && url.contains(u'/') && !isRtsp(url);
     return {http10 ? http10Url(url) : percentEncoded(url),
             http10 ? HttpForm::Http10 : HttpForm::AsWritten, limit};
+}
+
+bool isSameServer(const QString &one, const QString &other)
+{
+    return serverOf(one) == serverOf(other);
 }
 
 HttpRequest liveRequestFor(const QString &url, std::chrono::milliseconds limit)

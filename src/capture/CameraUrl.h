@@ -20,6 +20,10 @@ namespace velmora {
 /// written.
 [[nodiscard]] HttpRequest requestFor(const QString &url, std::chrono::milliseconds limit);
 
+/// True when the requests for two addresses go to the same host and port by the same scheme,
+/// whatever their paths and logins.
+[[nodiscard]] bool isSameServer(const QString &one, const QString &other);
+
 /// How an address is fetched for the live view: by HTTP/1.0 without its scheme, at port 80 unless
 /// the host names another, whatever it ends in. Only an "https://" address (in any case) that does
 /// not end in ".JPG" is requested as written, since a camera that speaks nothing else could not be

@@ -240,6 +240,7 @@ void CameraRowBoxes::storeAddress()
     if (Source->text() != page_.row(row_).url) {
         showAddress(page_.row(row_).url);
     }
+    showName(); // which goes with a camera that is taken away
     Source->setModified(false);
 }
 

@@ -115,11 +115,12 @@ CameraSheet::Fields CameraSheet::fields() const
 void CameraSheet::fill()
 {
     const SettingsSnapshot settings = settings_.snapshot();
+    stored_ = CameraTable::url(settings, camera_);
     const CameraLogin login = cameraLogin(settings, camera_);
     const KeepChoice choice = cameraKeep(settings, camera_);
     setWindowTitle(tr("Camera %1").arg(cameraTitle(settings, camera_)));
     ui_->sheetName->setText(cameraName(settings, camera_));
-    ui_->sheetAddress->setText(CameraTable::url(settings, camera_));
+    ui_->sheetAddress->setText(stored_);
     ui_->sheetAddress->setCursorPosition(0);
     ui_->sheetUser->setText(login.user);
     ui_->sheetPassword->setText(login.password);
@@ -182,20 +183,45 @@ void CameraSheet::save()
             return;
         }
     }
+    if (!isOfSameCamera()) {
+        ui_->sheetMessage->setText(tr("The row has got another address meanwhile: nothing was "
+                                      "stored. Cancel, and open the sheet again"));
+        return;
+    }
+    giveAddress(now.address);
     if (store(now) == SettingsChange::Failed) {
         ui_->sheetMessage->setText(tr("The settings file cannot be written"));
         return;
-    }
-    if (now.address != filled_.address) {
-        Q_EMIT addressChosen(camera_, now.address);
     }
     Q_EMIT saved();
     close();
 }
 
-// The other fields may have been changed elsewhere since the sheet was filled.
+// What is in the sheet, the login above all, is not meant for a camera that was put into the row
+// since the sheet was filled.
+bool CameraSheet::isOfSameCamera() const
+{
+    return CameraTable::url(settings_.snapshot(), camera_) == stored_;
+}
+
+// Before anything else, since the row forgets what another address leaves behind, but the login in
+// the sheet is meant for the one beside it.
+void CameraSheet::giveAddress(const QString &address)
+{
+    if (address != filled_.address) {
+        Q_EMIT addressChosen(camera_, address);
+        stored_ = CameraTable::url(settings_.snapshot(), camera_);
+    }
+}
+
+// The other fields may have been changed elsewhere since the sheet was filled. Nothing is chosen
+// for a row that was emptied.
 SettingsChange CameraSheet::store(const Fields &now) const
 {
+    const bool isEmptied = now.address.isEmpty() && !filled_.address.isEmpty();
+    if (isEmptied) {
+        return SettingsChange::Made;
+    }
     return settings_.change([&](SettingsDraft &draft) {
         if (now.name != filled_.name) {
             setCameraName(draft, camera_, now.name);
@@ -203,7 +229,7 @@ SettingsChange CameraSheet::store(const Fields &now) const
         if (now.keep != filled_.keep) {
             setCameraKeep(draft, camera_, now.keep);
         }
-        if (now.login != filled_.login) {
+        if (now.login != filled_.login || now.address != filled_.address) {
             setCameraLogin(draft, camera_, now.login);
         }
     });

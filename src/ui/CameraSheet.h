@@ -60,6 +60,8 @@ private:
     void fill();
     void test();
     void save();
+    [[nodiscard]] bool isOfSameCamera() const;
+    void giveAddress(const QString &address);
     [[nodiscard]] SettingsChange store(const Fields &now) const;
     void showResult(const TrialResult &result);
     void showPercent();
@@ -68,7 +70,8 @@ private:
     CameraTrial &trial_;
     std::unique_ptr<Ui::CameraSheet> ui_;
     CameraAddress camera_;
-    Fields filled_; // before any change
+    Fields filled_;  // before any change
+    QString stored_; // the camera's address at that time
 };
 
 } // namespace velmora

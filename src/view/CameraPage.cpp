@@ -3,6 +3,7 @@
 #include "base/Folders.h"
 #include "cameras/AddressRule.h"
 #include "cameras/CameraChoices.h"
+#include "capture/CameraUrl.h"
 
 #include <QScopedValueRollback>
 
@@ -234,11 +235,28 @@ void CameraPage::makeFolderBefore(CameraAddress camera, const QString &address)
 void CameraPage::storeAddress(CameraAddress camera, const QString &address)
 {
     const bool isOther = table_.url(camera) != address;
-    table_.setUrl(camera, address);
+    if (!isOther || leaveBehind(camera, address) == SettingsChange::Made) {
+        table_.setUrl(camera, address);
+    }
     addresses_[camera] = table_.url(camera);
     if (isOther) {
         takeOther(camera, address);
     }
+}
+
+// With the address goes all that was chosen for the camera if its row is emptied, and its login if
+// the new one is of another server. What cannot be forgotten keeps its address, so that no login is
+// ever sent to a server that it was not meant for.
+SettingsChange CameraPage::leaveBehind(CameraAddress camera, const QString &address)
+{
+    return table_.settings().change([&](SettingsDraft &draft) {
+        const QString before = CameraTable::url(draft.snapshot(), camera);
+        if (address.isEmpty()) {
+            forgetCamera(draft, camera);
+        } else if (!before.isEmpty() && !isSameServer(before, address)) {
+            setCameraLogin(draft, camera, {});
+        }
+    });
 }
 
 // Another program has put another camera into the row while this address was typed: what was chosen

@@ -136,6 +136,7 @@ private:
     [[nodiscard]] bool isStorable(CameraAddress camera, const QString &address);
     void makeFolderBefore(CameraAddress camera, const QString &address);
     void storeAddress(CameraAddress camera, const QString &address);
+    SettingsChange leaveBehind(CameraAddress camera, const QString &address);
     void giveRow(CameraAddress camera, const QString &address);
     void followAddresses();
     void takeOther(CameraAddress camera, const QString &address);

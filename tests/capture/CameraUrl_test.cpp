@@ -202,5 +202,51 @@ TEST(RequestFor, PassesTheLimitOn)
     EXPECT_EQ(requestFor(QStringLiteral("http://h/a"), 1500ms).limit, 1500ms);
 }
 
+struct ServerRow
+{
+    const char *name;
+    QString one;
+    QString other;
+    bool isSame;
+};
+
+void PrintTo(const ServerRow &row, std::ostream *out)
+{
+    *out << row.one.toStdString() << " and " << row.other.toStdString();
+}
+
+class SameServer : public testing::TestWithParam<ServerRow>
+{
+};
+
+TEST_P(SameServer, IsThatOfSchemeHostAndPort)
+{
+    EXPECT_EQ(isSameServer(GetParam().one, GetParam().other), GetParam().isSame);
+    EXPECT_EQ(isSameServer(GetParam().other, GetParam().one), GetParam().isSame);
+}
+
+const ServerRow kServers[] = {
+    {"AnotherPath", QStringLiteral("http://h/a"), QStringLiteral("http://h/b"), true},
+    {"AnotherHost", QStringLiteral("http://h/a"), QStringLiteral("http://g/a"), false},
+    {"AnotherPort", QStringLiteral("http://h/a"), QStringLiteral("http://h:8080/a"), false},
+    {"TheUsualPort", QStringLiteral("https://h/a"), QStringLiteral("https://h:443/a"), true},
+    {"AnotherScheme", QStringLiteral("http://h/a"), QStringLiteral("https://h/a"), false},
+    {"NoScheme", QStringLiteral("h/a"), QStringLiteral("http://h/a"), true},
+    {"AnotherCase", QStringLiteral("HTTP://H/a"), QStringLiteral("http://h/a"), true},
+    {"AUser", QStringLiteral("http://u:p@h/a"), QStringLiteral("http://h/a"), true},
+    {"AHostAsUser", QStringLiteral("http://h@g/a"), QStringLiteral("http://h/a"), false},
+    {"AnAtInTheQuery", QStringLiteral("http://h?a@g"), QStringLiteral("http://g/"), false},
+    {"OneSlash", QStringLiteral("http:/h/a"), QStringLiteral("http:/g/a"), false},
+    {"WithoutItsScheme", QStringLiteral("https://h/a"), QStringLiteral("https://h/a.jpg"), false},
+    {"Alternatives", QStringLiteral("http://<g:h>/a"), QStringLiteral("http://h/a"), true},
+    {"AnotherAlternative", QStringLiteral("http://<h:g>/a"), QStringLiteral("http://h/a"), false},
+    {"BracketsAroundTheHost", QStringLiteral("http://[::1]/a"), QStringLiteral("http://[::1]:80/b"),
+     true},
+    {"AStream", QStringLiteral("rtsp://h/a"), QStringLiteral("rtsp://h:554/b"), true},
+};
+
+INSTANTIATE_TEST_SUITE_P(CameraUrl, SameServer, testing::ValuesIn(kServers),
+                         [](const auto &info) { return std::string(info.param.name); });
+
 } // namespace
 } // namespace velmora::test

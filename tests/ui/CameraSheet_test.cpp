@@ -141,7 +141,6 @@ TEST_F(CameraSheetTest, StoresNothingButWhatWasChangedInIt)
     sheet_.present(kCamera);
     house_.house.settings.write(u"Camera03", u"Name", u"Garage"); // by another program
     house_.house.settings.write(u"Camera03", u"Keep", u"differing");
-    house_.house.settings.write(u"Liste0", u"lst3", u"http://elsewhere/");
     QSignalSpy chosen(&sheet_, &CameraSheet::addressChosen);
     type(QStringLiteral("sheetUser"), QStringLiteral("me"));
     click(QStringLiteral("sheetSave"));
@@ -149,6 +148,67 @@ TEST_F(CameraSheetTest, StoresNothingButWhatWasChangedInIt)
     EXPECT_EQ(house_.stored(u"Camera03", u"Name"), QStringLiteral("Garage"));
     EXPECT_EQ(house_.stored(u"Camera03", u"Keep"), QStringLiteral("differing"));
     EXPECT_EQ(chosen.size(), 0);
+}
+
+// As --remove and --add do, while the sheet is open.
+TEST_F(CameraSheetTest, GivesNothingToACameraThatWasPutIntoTheRowMeanwhile)
+{
+    QObject::connect(&sheet_, &CameraSheet::addressChosen, &house_.window, &Interface::fillAddress);
+    sheet_.present(kCamera);
+    type(QStringLiteral("sheetPassword"), QStringLiteral("secret"));
+    house_.house.settings.write(u"Liste0", u"lst3", u"http://newcomer/");
+    house_.house.settings.write(u"Camera03", u"Name", u"Gate");
+    const QByteArray before = house_.house.tree.read(u"Velmora.ini");
+    click(QStringLiteral("sheetSave"));
+    EXPECT_TRUE(sheet_.isVisible());
+    EXPECT_TRUE(find<QLabel>(QStringLiteral("sheetMessage")).text().contains(u"another address"));
+    type(QStringLiteral("sheetAddress"), QStringLiteral("http://moved/"));
+    click(QStringLiteral("sheetSave"));
+    EXPECT_TRUE(sheet_.isVisible());
+    EXPECT_EQ(house_.house.tree.read(u"Velmora.ini"), before);
+}
+
+TEST_F(CameraSheetTest, ItsLoginGoesToTheAddressBesideIt)
+{
+    QObject::connect(&sheet_, &CameraSheet::addressChosen, &house_.window, &Interface::fillAddress);
+    house_.house.settings.write(u"Camera03", u"User", u"me");
+    sheet_.present(kCamera);
+    type(QStringLiteral("sheetAddress"), QStringLiteral("http://moved/"));
+    type(QStringLiteral("sheetPassword"), QStringLiteral("secret"));
+    click(QStringLiteral("sheetSave"));
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst3"), QStringLiteral("http://moved/"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"User"), QStringLiteral("me"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"Password"), QStringLiteral("secret"));
+}
+
+TEST_F(CameraSheetTest, LeavesNothingInARowThatItEmpties)
+{
+    QObject::connect(&sheet_, &CameraSheet::addressChosen, &house_.window, &Interface::fillAddress);
+    house_.house.settings.write(u"Camera03", u"User", u"me");
+    sheet_.present(kCamera);
+    find<QLineEdit>(QStringLiteral("sheetAddress")).clear();
+    type(QStringLiteral("sheetName"), QStringLiteral("Garage"));
+    click(QStringLiteral("sheetSave"));
+    EXPECT_FALSE(sheet_.isVisible());
+    EXPECT_EQ(house_.stored(u"Camera03", u"User"), QString());
+    EXPECT_EQ(house_.stored(u"Camera03", u"Name"), QString());
+}
+
+// Typed with real keys, as a person would take a camera away and put in another.
+TEST_F(CameraSheetTest, WhatWasChosenGoesWithARowThatIsEmptiedInTheWindow)
+{
+    house_.house.settings.write(u"Camera03", u"Name", u"Garage");
+    house_.house.settings.write(u"Camera03", u"User", u"me");
+    house_.house.page.reread();
+    house_.retype(QStringLiteral("Source3"), QString());
+    house_.leaveBox();
+    house_.retype(QStringLiteral("Source3"), QStringLiteral("http://newcomer/"));
+    house_.leaveBox();
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst3"), QStringLiteral("http://newcomer/"));
+    EXPECT_EQ(house_.stored(u"Camera03", u"Name"), QString());
+    EXPECT_EQ(house_.stored(u"Camera03", u"User"), QString());
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source3")).toolTip(),
+              QStringLiteral("Enter link"));
 }
 
 TEST_F(CameraSheetTest, KeepsWhatIsTypedWhenItIsOpenedAgain)

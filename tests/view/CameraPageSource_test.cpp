@@ -262,6 +262,69 @@ TEST_F(AddedMeanwhile, ItsChoicesGoWithItsAddressWhenAnotherIsTyped)
     }
 }
 
+/// A camera in row 0:3 for which everything was chosen.
+class ChosenFor : public SourceTest
+{
+protected:
+    ChosenFor()
+    {
+        store("[Liste0]\r\nlst3=http://me@cam/a.jpg\r\n[Camera03]\r\nName=Garage\r\n"
+              "Keep=differing\r\nUser=me\r\nPassword=secret\r\n[Health]\r\nNever03=1\r\n");
+        page.Selecteur_Click(0, WindowState::Visible);
+    }
+
+    [[nodiscard]] QString chosen(QStringView key) const { return setting(u"Camera03", key); }
+};
+
+TEST_F(ChosenFor, GoesWhenTheRowIsEmptied)
+{
+    page.changeSource(3, QString());
+    leave(3, QString());
+    for (const QStringView key : {u"Name", u"Keep", u"User", u"Password"}) {
+        EXPECT_EQ(chosen(key), QString());
+    }
+    EXPECT_EQ(setting(u"Health", u"Never03"), QString());
+    leave(3, QStringLiteral("http://cam/a.jpg"));
+    EXPECT_EQ(chosen(u"User"), QString());
+}
+
+TEST_F(ChosenFor, StaysWithAnotherAddressOfTheSameServer)
+{
+    leave(3, QStringLiteral("http://CAM:80/b?c=http://other/"));
+    EXPECT_EQ(chosen(u"Name"), QStringLiteral("Garage"));
+    EXPECT_EQ(chosen(u"User"), QStringLiteral("me"));
+    EXPECT_EQ(chosen(u"Password"), QStringLiteral("secret"));
+}
+
+TEST_F(ChosenFor, TheLoginAloneGoesWithTheServer)
+{
+    leave(3, QStringLiteral("http://other/a.jpg"));
+    EXPECT_EQ(setting(u"Liste0", u"lst3"), QStringLiteral("http://other/a.jpg"));
+    EXPECT_EQ(chosen(u"User"), QString());
+    EXPECT_EQ(chosen(u"Password"), QString());
+    EXPECT_EQ(chosen(u"Name"), QStringLiteral("Garage"));
+    EXPECT_EQ(chosen(u"Keep"), QStringLiteral("differing"));
+    EXPECT_EQ(setting(u"Health", u"Never03"), QStringLiteral("1"));
+}
+
+TEST_F(ChosenFor, IsForgottenInAnotherGroupToo)
+{
+    page.Selecteur_Click(5, WindowState::Visible);
+    page.storeElsewhere({0, 3}, QStringLiteral("http://other/a.jpg"));
+    EXPECT_EQ(chosen(u"User"), QString());
+    page.storeElsewhere({0, 3}, QString());
+    EXPECT_EQ(chosen(u"Name"), QString());
+}
+
+TEST_F(SourceTest, EmptyingARowLeavesAllOtherLinesAsTheyAre)
+{
+    store("[Liste0]\r\nlst3=old\r\n[Camera04]\r\nName=Gate\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
+    const QByteArray before = stored();
+    leave(3, QString());
+    EXPECT_EQ(stored(), QByteArray(before).replace("lst3=old", "lst3="));
+}
+
 TEST_F(AddedMeanwhile, ItStaysWhenWhatWasTypedIsTakenBack)
 {
     page.changeSource(3, QStringLiteral("x"));

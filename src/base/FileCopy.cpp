@@ -25,6 +25,14 @@ bool meansNoCopyOfItsOwn(int error)
            error == EPERM || error == EACCES || error == ETXTBSY;
 }
 
+bool isOnDiskOf(int file, const QByteArray &folder)
+{
+    struct stat mine = {};
+    struct stat there = {};
+    return ::fstat(file, &mine) != 0 || ::stat(folder.constData(), &there) != 0 ||
+           mine.st_dev == there.st_dev;
+}
+
 } // namespace
 
 // Non-blocking: a pipe may have taken the file's place since it was listed.
@@ -43,7 +51,8 @@ FileCopy::FileCopy(const QByteArray &source, const QByteArray &targetFolder, Cop
     }
 }
 
-// An unnamed file is made in the target folder itself, which may be on a different disk.
+// An unnamed file is made in the target folder itself, which may be on a different disk than the
+// folder for working files; then a named one is, too.
 void FileCopy::openTarget(const QByteArray &folder, unsigned mode)
 {
     if (means_.unnamedFiles) {
@@ -53,6 +62,9 @@ void FileCopy::openTarget(const QByteArray &folder, unsigned mode)
     if (!means_.unnamedFiles) {
         target_ = std::make_unique<WorkFile>(
             WorkFile::inMadeFolder(means_.workFolder, mode, WorkFile::Naming::AtOnce));
+        if (!target_->error() && !isOnDiskOf(target_->fd(), folder)) {
+            target_ = std::make_unique<WorkFile>(folder, mode, WorkFile::Naming::AtOnce);
+        }
     }
     error_ = target_->error();
 }

@@ -32,7 +32,6 @@ public:
     [[nodiscard]] std::error_code finish(const QByteArray &target);
 
 private:
-    QByteArray folder_;
     WorkFile file_;
 };
 

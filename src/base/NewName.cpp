@@ -5,14 +5,21 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace velmora {
 namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kStep = 1ms; // another run of the program holds the lock for much less
+constexpr int kMostSteps = 5;
 
 std::error_code result(int returned)
 {
@@ -58,12 +65,24 @@ std::error_code renameByLink(const QByteArray &from, const QByteArray &to)
     return error;
 }
 
+// Any program may hold a folder's lock, for as long as it likes: then, as where there are no locks,
+// the check must do.
+void lockBriefly(int folder)
+{
+    for (int step = 0; step < kMostSteps; ++step) {
+        if (::flock(folder, LOCK_EX | LOCK_NB) == 0 || (errno != EWOULDBLOCK && errno != EINTR)) {
+            return;
+        }
+        std::this_thread::sleep_for(kStep);
+    }
+}
+
 std::error_code renameAfterALook(const QByteArray &from, const QByteArray &to)
 {
     const UniqueFd folder(
         ::open(folderOf(to).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
     if (folder) {
-        ::flock(folder.get(), LOCK_EX); // where there are no locks either, the check must do
+        lockBriefly(folder.get());
     }
     struct stat there = {};
     if (::lstat(to.constData(), &there) == 0) {
@@ -97,7 +116,7 @@ std::error_code renameToNew(const QByteArray &from, const QByteArray &to)
     return meansNoSuchCall(error) ? renameAfterALook(from, to) : error;
 }
 
-// Older systems let only administrators name a file by its handle.
+// Older systems let only administrators name a file by its handle; the other way needs /proc.
 std::error_code linkToNew(int file, const QByteArray &to)
 {
     if (::linkat(file, "", AT_FDCWD, to.constData(), AT_EMPTY_PATH) == 0) {
@@ -107,8 +126,11 @@ std::error_code linkToNew(int file, const QByteArray &to)
         return lastError();
     }
     const QByteArray handle = "/proc/self/fd/" + QByteArray::number(file);
-    return result(
-        ::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, to.constData(), AT_SYMLINK_FOLLOW));
+    const std::error_code error =
+        result(::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, to.constData(), AT_SYMLINK_FOLLOW));
+    const bool hasNoHandle = error == std::errc::no_such_file_or_directory &&
+                             ::access(handle.constData(), F_OK) != 0 && errno == ENOENT;
+    return hasNoHandle ? std::make_error_code(std::errc::function_not_supported) : error;
 }
 
 } // namespace velmora

@@ -13,7 +13,8 @@ namespace velmora {
 ///
 /// Uses the first of these that the file system supports: a rename that refuses to replace; a
 /// second name and removal of the first; a check that the name is free and a plain rename, both
-/// under a lock on the folder, so that no two runs of the program do this at once.
+/// under a lock on the folder, so that no two runs of the program do this at once. A lock that
+/// another program keeps is not waited for.
 [[nodiscard]] std::error_code renameToNew(const QByteArray &from, const QByteArray &to);
 
 /// Gives an open file that was made without a name (O_TMPFILE) its first name. Same errors.

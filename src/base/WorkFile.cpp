@@ -23,6 +23,7 @@ namespace velmora {
 namespace {
 
 constexpr int kNamesTried = 16;
+constexpr const char *kFirstName = "/.velmora-work.part";
 constexpr std::size_t kBufferBytes = std::size_t{256} * 1024;
 constexpr time_t kOldSeconds = time_t{24} * 60 * 60;
 
@@ -84,6 +85,19 @@ void clearWorkFile(const QByteArray &path)
     if (!isHeld && standsAt(path, file.get())) {
         ::unlink(path.constData());
     }
+}
+
+// A folder's first working file always has the same name, so that one left by a killed run goes
+// when the next is made: the folders of films, and of cameras on another disk, are cleared by
+// nobody else.
+QByteArray workPath(const QByteArray &folder, int attempt)
+{
+    if (attempt > 0) {
+        return folder + '/' + newWorkName();
+    }
+    const QByteArray path = folder + kFirstName;
+    clearWorkFile(path);
+    return path;
 }
 
 std::error_code copyBytes(int from, int to)
@@ -159,7 +173,7 @@ void WorkFile::openNamed()
 {
     error_ = std::make_error_code(std::errc::file_exists);
     for (int i = 0; i < kNamesTried && error_ == std::errc::file_exists; ++i) {
-        const QByteArray path = folder_ + '/' + newWorkName();
+        const QByteArray path = workPath(folder_, i);
         file_ = UniqueFd(::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, rights_));
         error_ = file_ ? std::error_code() : lastError();
         if (file_ && (tryLock(file_.get()) == Lock::Others || !standsAt(path, file_.get()))) {
@@ -185,10 +199,10 @@ std::error_code WorkFile::appearAs(const QByteArray &target)
     }
     const std::error_code error = giveName(target);
     if (error == std::errc::cross_device_link) {
-        return appearAsCopy(target, WorkFile(folderOf(target), rights_, Naming::Refused));
+        return appearAsCopy(folderOf(target), target, Naming::WhenWhole);
     }
     if (!hasName() && meansNoSuchCall(error)) {
-        return appearAsCopy(target, WorkFile(folder_, rights_, Naming::AtOnce));
+        return appearAsCopy(folder_, target, Naming::AtOnce);
     }
     return error;
 }
@@ -209,23 +223,48 @@ std::error_code WorkFile::giveName(const QByteArray &target)
     return error;
 }
 
-std::error_code WorkFile::appearAsCopy(const QByteArray &target, WorkFile copy) const
+std::error_code WorkFile::copyTo(const WorkFile &copy) const
 {
-    if (copy.error()) {
-        return copy.error();
-    }
-    const std::error_code error = copyBytes(file_.get(), copy.fd());
-    return error ? error : copy.giveName(target);
+    return copy.error() ? copy.error() : copyBytes(file_.get(), copy.fd());
+}
+
+std::error_code WorkFile::appearAsCopy(const QByteArray &folder, const QByteArray &target,
+                                       Naming naming) const
+{
+    WorkFile copy(folder, rights_, naming);
+    const std::error_code failure = copyTo(copy);
+    const std::error_code error = failure ? failure : copy.giveName(target);
+    const bool needsName = naming == Naming::WhenWhole && !copy.hasName() && !failure;
+    return needsName && meansNoSuchCall(error) ? appearAsCopy(folder, target, Naming::AtOnce)
+                                               : error;
 }
 
 std::error_code WorkFile::replace(const QByteArray &target)
 {
-    if (error_ || ::close(::dup(file_.get())) != 0 ||
+    const std::error_code unnamed = error_ || hasName() ? error_ : nameAsWorkFile();
+    if (!error_ && meansNoSuchCall(unnamed)) {
+        WorkFile copy(folder_, rights_, Naming::AtOnce);
+        const std::error_code failure = copyTo(copy);
+        return failure ? failure : copy.replace(target);
+    }
+    if (unnamed || ::close(::dup(file_.get())) != 0 ||
         ::rename(path_.constData(), target.constData()) != 0) {
-        return error_ ? error_ : lastError();
+        return unnamed ? unnamed : lastError();
     }
     path_.clear();
     return {};
+}
+
+std::error_code WorkFile::nameAsWorkFile()
+{
+    static_cast<void>(tryLock(file_.get())); // no one else has it open
+    std::error_code error = std::make_error_code(std::errc::file_exists);
+    for (int i = 0; i < kNamesTried && error == std::errc::file_exists; ++i) {
+        const QByteArray path = workPath(folder_, i);
+        error = linkToNew(file_.get(), path);
+        path_ = error ? QByteArray() : path;
+    }
+    return error;
 }
 
 void clearWorkFiles(const QString &folder)

@@ -63,14 +63,17 @@ public:
     /// the path is on a different one, the bytes are copied first.
     [[nodiscard]] std::error_code appearAs(const QByteArray &target);
 
-    /// Gives the file, which must have a name, the path of another, replacing it.
+    /// Gives the file the path of another in its folder, replacing it.
     [[nodiscard]] std::error_code replace(const QByteArray &target);
 
 private:
     void openNamed();
     void dropName();
     [[nodiscard]] std::error_code giveName(const QByteArray &target);
-    [[nodiscard]] std::error_code appearAsCopy(const QByteArray &target, WorkFile copy) const;
+    [[nodiscard]] std::error_code copyTo(const WorkFile &copy) const;
+    [[nodiscard]] std::error_code appearAsCopy(const QByteArray &folder, const QByteArray &target,
+                                               Naming naming) const;
+    [[nodiscard]] std::error_code nameAsWorkFile();
 
     QByteArray folder_;
     mode_t rights_;

@@ -5,7 +5,9 @@
 #include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
+#include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -260,6 +262,30 @@ TEST(FileCopy, WhatAFileSystemCannotDoIsNotAskedForTwice)
     while (copy.copySome(FileCopy::kMostBytes)) {
     }
     EXPECT_FALSE(means.clones); // blocks are never shared with a file of the system
+}
+
+// A camera's folder may be a link to a network disk, which knows no files without a name.
+TEST(FileCopy, ToAnotherDiskIsMadeThere)
+{
+    TempTree tree;
+    tree.makeFolder(u"camera");
+    tree.write(u"from/a.jpg", QByteArray(5000, 'x'));
+    const QTemporaryDir elsewhere(QStringLiteral("/dev/shm/XXXXXX"));
+    ASSERT_TRUE(elsewhere.isValid());
+    CopyMeans means = meansOf(Way::WorkFile, tree);
+    means.workFolder = QFile::encodeName(elsewhere.path());
+    means.clones = false;
+    FileCopy copy(QFile::encodeName(tree.path(u"from/a.jpg")),
+                  QFile::encodeName(tree.path(u"camera")), means);
+    ASSERT_TRUE(copy.copySome(1000));
+    EXPECT_EQ(tree.files(u"camera").size(), 1) << "the working file";
+    while (copy.copySome(1000)) {
+    }
+    EXPECT_EQ(copy.finish(QFile::encodeName(tree.path(u"camera/a.jpg"))).outcome,
+              StoreOutcome::Stored);
+    EXPECT_EQ(tree.files(u"camera"), QStringList{QStringLiteral("a.jpg")});
+    EXPECT_TRUE(
+        QDir(elsewhere.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 }
 
 TEST(FileCopy, AWorkFileThatIsInUseIsNotCleared)

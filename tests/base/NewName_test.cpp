@@ -179,6 +179,22 @@ TEST(RenameAfterALook, WorksWithoutLocksToo)
     EXPECT_EQ(nativeNames(folder), QByteArrayList{"b"});
 }
 
+// Any program that may read a folder may lock it, and keep the lock.
+TEST(RenameAfterALook, WaitsForNoOtherProgramsLock)
+{
+    const TempTree tree;
+    const QByteArray folder = QFile::encodeName(tree.path());
+    writeNative(folder + "/a", "x", kDate);
+    writeNative(folder + "/c", "y", kDate);
+    const UniqueFd other(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(::flock(other.get(), LOCK_EX), 0);
+    const RefusedCall rename(Call::RenameToNew, ENOSYS);
+    const RefusedCall link(Call::Link, ENOSYS);
+    EXPECT_FALSE(renameToNew(folder + "/a", folder + "/b"));
+    EXPECT_EQ(renameToNew(folder + "/c", folder + "/b"), std::errc::file_exists);
+    EXPECT_EQ(nativeNames(folder), (QByteArrayList{"b", "c"}));
+}
+
 /// A file without a name, and how the system refuses to name it.
 class LinkToNew : public testing::TestWithParam<int>
 {

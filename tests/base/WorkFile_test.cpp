@@ -138,6 +138,57 @@ TEST_P(WorkFileTest, SaysThatTheFolderIsMissingAndMakesItWhenAsked)
     EXPECT_TRUE(WorkFile::inMadeFolder(native(u"two/levels")).error());
 }
 
+TEST_P(WorkFileTest, ReplacesAnotherInOneStep)
+{
+    tree_.write(u"tmp/film.mp4", "old");
+    WorkFile file(native(u"tmp"));
+    EXPECT_FALSE(file.write("new"));
+    EXPECT_FALSE(file.replace(native(u"tmp/film.mp4")));
+    EXPECT_EQ(tree_.read(u"tmp/film.mp4"), "new");
+    EXPECT_EQ(tree_.files(u"tmp"), QStringList{QStringLiteral("film.mp4")});
+}
+
+TEST_P(WorkFileTest, LeavesNothingWhenItCannotReplace)
+{
+    tree_.makeFolder(u"tmp/film.mp4");
+    {
+        WorkFile file(native(u"tmp"));
+        EXPECT_FALSE(file.write("new"));
+        EXPECT_EQ(file.replace(native(u"tmp/film.mp4")), std::errc::is_a_directory);
+    }
+    EXPECT_EQ(tree_.files(u"tmp"), QStringList());
+}
+
+// The folder of a film, or of a camera on another disk, is cleared by nothing else.
+TEST_P(WorkFileTest, ClearsWhatAKilledOneLeftInItsFolder)
+{
+    tree_.write(u"tmp/film.mp4", "old");
+    {
+        WorkFile first(native(u"tmp"), WorkFile::kUsualRights, WorkFile::Naming::AtOnce);
+        ASSERT_EQ(tree_.files(u"tmp").size(), 2);
+        const QString name = tree_.files(u"tmp").first();
+        EXPECT_FALSE(first.replace(native(u"tmp/film.mp4")));
+        tree_.write(QStringLiteral("tmp/") + name, "half"); // as a killed run would have left it
+    }
+    WorkFile file(native(u"tmp"));
+    EXPECT_FALSE(file.write("new"));
+    EXPECT_FALSE(file.replace(native(u"tmp/film.mp4")));
+    EXPECT_EQ(tree_.read(u"tmp/film.mp4"), "new");
+    EXPECT_EQ(tree_.files(u"tmp"), QStringList{QStringLiteral("film.mp4")});
+}
+
+TEST(WorkFileWithoutLinks, ReplacesAnotherByACopy)
+{
+    const TempTree tree;
+    tree.write(u"film.mp4", "old");
+    const RefusedCall link(Call::LinkOpened, EPERM);
+    WorkFile file(QFile::encodeName(tree.path()));
+    EXPECT_FALSE(file.write("new"));
+    EXPECT_FALSE(file.replace(QFile::encodeName(tree.path(u"film.mp4"))));
+    EXPECT_EQ(tree.read(u"film.mp4"), "new");
+    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("film.mp4")});
+}
+
 TEST_P(WorkFileTest, LeavesTheRightsToTheMask)
 {
     const mode_t before = ::umask(027);
@@ -163,15 +214,47 @@ TEST(WorkFileWithoutLinks, IsCopiedUnderAWorkingNameFirst)
     }
 }
 
-TEST(WorkFileElsewhere, IsCopiedToTheFileSystemOfItsName)
+// A folder on a file system other than that of the tree.
+QByteArray folderElsewhere(const TempTree &tree)
 {
-    const TempTree tree;
     const QByteArray memory = "/dev/shm";
     struct stat there = {};
     struct stat here = {};
-    ASSERT_EQ(::stat(memory.constData(), &there), 0);
-    ASSERT_EQ(::stat(QFile::encodeName(tree.path()).constData(), &here), 0);
-    WorkFile file(there.st_dev == here.st_dev ? QByteArray("/run") : memory);
+    const bool isTold = ::stat(memory.constData(), &there) == 0 &&
+                        ::stat(QFile::encodeName(tree.path()).constData(), &here) == 0;
+    return isTold && there.st_dev != here.st_dev ? memory : QByteArray("/run");
+}
+
+// Network disks and memory cards know no files without a name.
+TEST(WorkFileElsewhere, IsCopiedWhereTheOtherFileSystemKeepsNoNamelessFiles)
+{
+    for (const int linkError : {0, EPERM}) {
+        const TempTree tree;
+        WorkFile file(folderElsewhere(tree));
+        EXPECT_FALSE(file.write("picture"));
+        const RefusedCall nameless(Call::OpenNameless, EOPNOTSUPP);
+        const RefusedCall link(Call::Link, linkError);
+        EXPECT_FALSE(file.appearAs(QFile::encodeName(tree.path(u"a.jpg"))));
+        EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.jpg")});
+        EXPECT_EQ(tree.read(u"a.jpg"), "picture");
+    }
+}
+
+TEST(WorkFileElsewhere, IsCopiedWhereTheOtherFileSystemNamesNoNamelessFiles)
+{
+    const TempTree tree;
+    WorkFile file(folderElsewhere(tree), WorkFile::kUsualRights, WorkFile::Naming::AtOnce);
+    EXPECT_FALSE(file.write("picture"));
+    const RefusedCall link(Call::LinkOpened, EPERM);
+    EXPECT_FALSE(file.appearAs(QFile::encodeName(tree.path(u"a.jpg"))));
+    EXPECT_EQ(tree.files(), QStringList{QStringLiteral("a.jpg")});
+    EXPECT_EQ(tree.read(u"a.jpg"), "picture");
+}
+
+TEST(WorkFileElsewhere, IsCopiedToTheFileSystemOfItsName)
+{
+    const TempTree tree;
+    WorkFile file(folderElsewhere(tree));
     EXPECT_FALSE(file.write("picture"));
     EXPECT_FALSE(file.appearAs(QFile::encodeName(tree.path(u"a.jpg"))));
     EXPECT_EQ(tree.read(u"a.jpg"), "picture");

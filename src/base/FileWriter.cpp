@@ -1,18 +1,31 @@
 #include "base/FileWriter.h"
 
 #include "base/NewName.h"
+#include "base/OwnFile.h"
 #include "base/WorkFile.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace velmora {
 namespace {
 
 constexpr mode_t kPrivateMode = 0600;
 constexpr mode_t kAllRights = 07777;
+
+// Whoever replaces it, a file stays its owner's, as far as the system allows.
+void keepOwner(int file, const struct stat &old)
+{
+    struct stat mine = {};
+    const bool isSame =
+        ::fstat(file, &mine) == 0 && mine.st_uid == old.st_uid && mine.st_gid == old.st_gid;
+    if (!isSame && ::fchown(file, old.st_uid, old.st_gid) != 0) {
+        static_cast<void>(::fchown(file, static_cast<uid_t>(-1), old.st_gid));
+    }
+}
 
 } // namespace
 
@@ -50,6 +63,11 @@ std::error_code replaceFile(const QString &path, std::span<const QByteArrayView>
     WorkFile file(folderOf(target), kPrivateMode, WorkFile::Naming::AtOnce);
     if (file.error()) {
         return file.error();
+    }
+    if (exists) {
+        keepOwner(file.fd(), old);
+    } else {
+        giveToFolderOwner(file.fd(), target);
     }
     ::fchmod(file.fd(), exists ? old.st_mode & kAllRights : kPrivateMode); // whatever the mask
     for (const QByteArrayView piece : pieces) {

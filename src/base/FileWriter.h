@@ -31,9 +31,9 @@ StoreResult storeResult(std::error_code error);
 /// system, made when missing (one level). target: native path of the new file.
 StoreResult storeNewFile(const QString &workFolder, const QString &target, QByteArrayView bytes);
 
-/// Replaces a file's text; a missing file is made for its owner alone. A link is followed, and
-/// permissions are kept. The file system writes the data out before the name changes, so not even a
-/// power cut empties the file.
+/// Replaces a file's text; a missing file is made for its owner alone, who is the folder's when
+/// the administrator makes it. A link is followed; owner and permissions are kept. The file system
+/// writes the data out before the name changes, so not even a power cut empties the file.
 [[nodiscard]] std::error_code replaceFile(const QString &path, QByteArrayView bytes);
 
 /// The same with a text in several pieces, in order.

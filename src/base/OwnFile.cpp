@@ -12,15 +12,6 @@ namespace {
 
 constexpr mode_t kOwnerAlone = 0600;
 
-// A file that the administrator makes in a user's folder must not shut that user out.
-void giveToFolderOwner(int file, const QByteArray &path)
-{
-    struct stat folder = {};
-    if (::geteuid() == 0 && ::stat(folderOf(path).constData(), &folder) == 0) {
-        static_cast<void>(::fchown(file, folder.st_uid, folder.st_gid));
-    }
-}
-
 void shutOthersOut(int file)
 {
     struct stat info = {};
@@ -35,6 +26,14 @@ UniqueFd openExisting(const QByteArray &path)
 }
 
 } // namespace
+
+void giveToFolderOwner(int file, const QByteArray &path)
+{
+    struct stat folder = {};
+    if (::geteuid() == 0 && ::stat(folderOf(path).constData(), &folder) == 0) {
+        static_cast<void>(::fchown(file, folder.st_uid, folder.st_gid));
+    }
+}
 
 bool isOwnFile(int file, const QByteArray &path)
 {

@@ -23,6 +23,10 @@ struct OwnFile
 /// user, or the folder's owner when this user is the administrator. path: native bytes.
 [[nodiscard]] OwnFile openOwnFile(const QByteArray &path);
 
+/// Gives a file that the administrator makes in a user's folder to that user, so that he is not
+/// shut out. path: native bytes.
+void giveToFolderOwner(int file, const QByteArray &path);
+
 /// True for an ordinary file with a single name that belongs to this user or to the owner of its
 /// folder. A stranger's file would let him shut everyone else out, and writing through a second
 /// name of another file would destroy that file.

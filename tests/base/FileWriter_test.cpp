@@ -18,11 +18,20 @@ namespace {
 using test::FileSizeLimit;
 using test::TempTree;
 
+constexpr uid_t kSomeone = 1234;
+
 mode_t modeOf(const QString &path)
 {
     struct stat info = {};
     EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &info), 0);
     return info.st_mode & 07777;
+}
+
+uid_t ownerOf(const QString &path)
+{
+    struct stat info = {};
+    EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &info), 0);
+    return info.st_uid;
 }
 
 void setMode(const QString &path, mode_t mode)
@@ -178,6 +187,30 @@ TEST_F(ReplaceFile, KeepsThePermissions)
         EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
         EXPECT_EQ(modeOf(tree.path(u"a.ini")), mode);
     }
+}
+
+// As with "sudo": what the administrator writes must not shut the user out.
+TEST_F(ReplaceFile, KeepsTheOwner)
+{
+    tree.write(u"a.ini", "old");
+    const QByteArray path = QFile::encodeName(tree.path(u"a.ini"));
+    const uid_t owner = ::geteuid() == 0 ? kSomeone : ::geteuid();
+    ASSERT_EQ(::chown(path.constData(), owner, ::geteuid() == 0 ? kSomeone : ::getegid()), 0);
+    setMode(tree.path(u"a.ini"), 0640);
+    EXPECT_FALSE(replaceFile(tree.path(u"a.ini"), "new"));
+    EXPECT_EQ(ownerOf(tree.path(u"a.ini")), owner);
+    EXPECT_EQ(modeOf(tree.path(u"a.ini")), 0640U);
+}
+
+TEST_F(ReplaceFile, MakesAMissingFileForTheFoldersOwner)
+{
+    const uid_t owner = ::geteuid() == 0 ? kSomeone : ::geteuid();
+    tree.makeFolder(u"home");
+    const QByteArray folder = QFile::encodeName(tree.path(u"home"));
+    ASSERT_EQ(::chown(folder.constData(), owner, static_cast<gid_t>(-1)), 0);
+    EXPECT_FALSE(replaceFile(tree.path(u"home/a.ini"), "new"));
+    EXPECT_EQ(ownerOf(tree.path(u"home/a.ini")), owner);
+    EXPECT_EQ(modeOf(tree.path(u"home/a.ini")), 0600U);
 }
 
 TEST_F(ReplaceFile, FollowsALink)

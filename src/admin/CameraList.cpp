@@ -4,6 +4,7 @@
 #include "base/OneLine.h"
 #include "cameras/AddressRule.h"
 #include "cameras/CameraChoices.h"
+#include "cameras/Credentials.h"
 
 #include <algorithm>
 #include <array>
@@ -63,7 +64,8 @@ QString fieldAt(const TableLine &line, qsizetype column)
 
 QString noAddress(const QString &line)
 {
-    return QStringLiteral("\"%1\" is no address").arg(line.left(kMaxNameLength));
+    return QStringLiteral("\"%1\" is not an address")
+        .arg(withoutCredentials(line).left(kMaxNameLength));
 }
 
 // The rule of the window and of --add: a table says itself what its addresses are.

@@ -52,8 +52,7 @@ QString folderRefusal(const QString &path, std::error_code error)
             .arg(most);
     }
     return isNameRefused(error)
-               ? QStringLiteral("the disk does not take the name of the camera's folder, %1")
-                     .arg(QFile::decodeName(name))
+               ? QStringLiteral("the disk does not take the name of the camera's folder")
                : QString::fromStdString(error.message());
 }
 

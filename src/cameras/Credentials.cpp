@@ -1,12 +1,17 @@
 #include "cameras/Credentials.h"
 
+#include "cameras/FolderName.h"
+
 #include <QRegularExpression>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
 
 namespace velmora {
 namespace {
+
+const QString kMask = QStringLiteral("***");
 
 // Makers keep inventing names for passwords; those that tell one picture from another are few.
 constexpr std::array kHarmlessNames = {
@@ -21,8 +26,6 @@ constexpr std::array kHarmlessNames = {
     u"streamtype", u"substream",  u"subtype",     u"videocodec", u"view",     u"w",
     u"width",      u"zoom",
 };
-
-const QString kMask = QStringLiteral("***");
 
 bool isHarmlessName(QStringView name)
 {
@@ -51,11 +54,26 @@ qsizetype beginOfAuthority(const QString &text)
     return isFirst ? found.capturedEnd() : 0;
 }
 
+// True for what cannot be a host: an address that was cut before its "@". Of a host's name no more
+// than 253 characters are possible, and behind its colon only a port, or what a sentence goes on
+// with.
+bool isCutUser(QStringView authority, bool hasScheme)
+{
+    static const QRegularExpression tooLong(QStringLiteral("^[^/\\\\?#\\s]{254}"));
+    static const QRegularExpression noPort(
+        QStringLiteral("^[^:/\\\\?#\\s<\\[]*:\\d{0,5}+(?![/\\\\?#\\s:,;.)\\]}>\"'`]|$)"));
+    return tooLong.match(authority).hasMatch() || (hasScheme && noPort.match(authority).hasMatch());
+}
+
 QString withoutUser(const QString &text)
 {
     const qsizetype begin = beginOfAuthority(text);
     const qsizetype at = text.lastIndexOf(u'@');
-    return at < begin ? text : text.first(begin) + text.sliced(at + 1);
+    if (at >= begin) {
+        return text.first(begin) + text.sliced(at + 1);
+    }
+    const bool isCut = isCutUser(QStringView(text).sliced(begin), begin > 0);
+    return isCut ? text.first(begin) + kMask : text;
 }
 
 // How the piece between two separators is to be read.
@@ -79,16 +97,36 @@ bool separates(QChar c, Place place)
            (place != Place::Query && QStringView(u"/\\").contains(c));
 }
 
+// The server may read the codes of "@" and "=", also coded themselves, as a user or a field.
+bool holdsCodedSecret(const QString &text)
+{
+    static const QRegularExpression coded(QStringLiteral("%(?:25)*(?:40|3D)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    return coded.match(text).hasMatch();
+}
+
+// Base64 ends with one or two of them.
+bool isPadding(QStringView text)
+{
+    return text.isEmpty() || text == u"=";
+}
+
 QString shownPiece(const QString &piece, Place place)
 {
     const qsizetype equals = piece.indexOf(u'=');
+    const QString name = piece.left(equals);
+    if (holdsCodedSecret(name)) {
+        return kMask;
+    }
     if (equals < 0) {
         const bool isShown = place == Place::Path || piece.isEmpty() || isHarmlessName(piece);
         return isShown ? piece : kMask;
     }
-    const QString name = piece.first(equals);
-    const bool isShown = isHarmlessName(name) && isHarmlessValue(piece.sliced(equals + 1));
-    return isShown ? piece : name + u'=' + kMask;
+    const QString value = piece.sliced(equals + 1);
+    if (isHarmlessName(name)) {
+        return isHarmlessValue(value) ? piece : name + u'=' + kMask;
+    }
+    return isPadding(value) ? kMask : name + u'=' + kMask;
 }
 
 QString withMaskedFields(const QString &text)
@@ -111,6 +149,19 @@ QString withMaskedFields(const QString &text)
 QString withoutCredentials(const QString &address)
 {
     return withMaskedFields(withoutUser(address));
+}
+
+QString pathWithoutCredentials(const QString &path)
+{
+    QStringList names = path.split(u'/');
+    for (QString &name : names) {
+        const QString address = DecodeFolderName(name);
+        const QString shown = withoutCredentials(address);
+        if (address != name && shown != address) {
+            name = encodeFolderName(shown).remove(u'\\');
+        }
+    }
+    return names.join(u'/');
 }
 
 } // namespace velmora

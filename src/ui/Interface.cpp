@@ -1,6 +1,7 @@
 // The main window: storage folder, options and camera table bound to their owners.
 #include "ui/Interface.h"
 
+#include "cameras/Credentials.h"
 #include "ui/AddressPaste.h"
 #include "ui/LateColour.h"
 #include "ui/LiveBox.h"
@@ -389,7 +390,8 @@ void Interface::openFolder(int row)
 void Interface::open(const QString &path)
 {
     if (opener_.open(path) == OpenOutcome::NoOpener) {
-        showMessage(tr("%1 cannot be opened: xdg-open is not installed").arg(path));
+        showMessage(
+            tr("%1 cannot be opened: xdg-open is not installed").arg(pathWithoutCredentials(path)));
     }
 }
 

@@ -92,6 +92,17 @@ INSTANTIATE_TEST_SUITE_P(
                   QStringLiteral("character set")}),
     [](const auto &info) { return std::string(info.param.name); });
 
+TEST(CameraList, RepeatsNoPasswordOfWhatIsNotAnAddress)
+{
+    const CameraList list = readCameraList("http://admin:" + QByteArray(80, 'g') +
+                                           "@10.0.0.5/a.jpg Front door\n"
+                                           "admin:geheim@cam Back door\n");
+    ASSERT_EQ(list.cameras.size(), 2U);
+    EXPECT_EQ(list.cameras[0].fault,
+              QStringLiteral("\"http://10.0.0.5/a.jpg Front door\" is not an address"));
+    EXPECT_EQ(list.cameras[1].fault, QStringLiteral("\"cam Back door\" is not an address"));
+}
+
 TEST(CameraList, RefusesWhatIsNoListAsAWhole)
 {
     EXPECT_FALSE(readCameraList(QByteArray("\0\1\2\3\4", 5)).fault.isEmpty());

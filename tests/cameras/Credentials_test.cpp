@@ -126,6 +126,36 @@ const ShownRow kRows[] = {
     {"ASize", u"http://h/a?resolution=1280x720&quality=0.8",
      u"http://h/a?resolution=1280x720&quality=0.8"},
     {"AListOfNumbers", u"http://h/a?size=640,480&id=7", u"http://h/a?size=640,480&id=7"},
+    {"Base64WithoutName", u"http://h/a?YWRtaW46Z2VoZWltMQ==", u"http://h/a?***"},
+    {"Base64WithoutNameAndOnePadding", u"http://h/a?YWRtaW46Z2VoZWltMTI=&camera=1",
+     u"http://h/a?***&camera=1"},
+    {"Base64BehindASemicolon", u"http://h/a;YWRtaW46Z2VoZWltMQ==/b.jpg", u"http://h/a;***/b.jpg"},
+    {"Base64InThePath", u"http://h/YWRtaW46Z2VoZWltMQ==/b.jpg", u"http://h/***/b.jpg"},
+    {"HarmlessFieldWithEmptyValue", u"http://h/a?camera=&size=1", u"http://h/a?camera=&size=1"},
+    {"FieldWithEmptyValue", u"http://h/a?pwd=&size=1", u"http://h/a?***&size=1"},
+    {"CodedAddressInThePath", u"http://h/proxy/http%3A%2F%2Fadmin%3Ageheim%40cam%2Fa.jpg",
+     u"http://h/proxy/***"},
+    {"CodedAddressInLowerCase", u"http://h/http%3a%2f%2fadmin%3ageheim%40cam%2fa.jpg",
+     u"http://h/***"},
+    {"CodedTwice", u"http://h/http%253A%252F%252Fadmin%253Ageheim%2540cam/a.jpg",
+     u"http://h/***/a.jpg"},
+    {"CodedFieldInThePath", u"http://h/snap%3Fpassword%3Dgeheim", u"http://h/***"},
+    {"CodedFieldBeforeAnEqualsSign", u"http://h/snap%3Fpassword%3Dgeheim=1/a.jpg",
+     u"http://h/***/a.jpg"},
+    {"CodedFieldInAName", u"http://h/a?b%26pwd%3Dgeheim=1", u"http://h/a?***"},
+    {"HarmlessCodes", u"http://h/a%2Fb%3F%4c%20c.jpg", u"http://h/a%2Fb%3F%4c%20c.jpg"},
+    {"CutBeforeTheAtSign", u"http://admin:geheimgeheim", u"http://***"},
+    {"CutBehindASlashInThePassword", u"http://admin:ge/heim", u"http://***"},
+    {"CutInBrackets", u"(http://admin:geheim", u"(http://***"},
+    {"AtSignForgotten", u"http://admin:geheim.10.0.0.5/a.jpg", u"http://***"},
+    {"PortAlone", u"http://h:81", u"http://h:81"},
+    {"PortInBrackets", u"(http://h:81)", u"(http://h:81)"},
+    {"PortAndField", u"http://h:81?size=1", u"http://h:81?size=1"},
+    {"ColonInASentence", u"Connection to tcp://h:554: refused",
+     u"Connection to tcp://h:554: refused"},
+    {"HostInASentence", u"http://h: refused", u"http://h: refused"},
+    {"NumberedHostWithoutUser", u"http://[fe80::1]:81/a", u"http://[fe80::1]:81/a"},
+    {"AlternativesInTheHost", u"http://cam<1:two>/a.jpg", u"http://cam<1:two>/a.jpg"},
     {"NothingButAHost", u"http://h", u"http://h"},
     {"NothingButAScheme", u"http://", u"http://"},
     {"NothingButAnAtSign", u"@", u""},
@@ -172,6 +202,46 @@ INSTANTIATE_TEST_SUITE_P(Credentials, SecretField,
                                          "key", "api_key", "apikey", "access_token", "passwort",
                                          "motdepasse", "mdp", "session", "sid", "sessionid",
                                          "userid", "cameraPassword", "x", "_", "hash", "sign"));
+
+// Settings and folder names keep no more than the beginning of a long address.
+TEST(CutAddress, ShowsNothingOfAUserWithoutHost)
+{
+    const QString user(254, u'x');
+    EXPECT_EQ(withoutCredentials(QStringLiteral("http://") + user), QStringLiteral("http://***"));
+    EXPECT_EQ(withoutCredentials(user), QStringLiteral("***"));
+    const QString host = QStringLiteral("http://") + QString(253, u'x') + QStringLiteral("/a.jpg");
+    EXPECT_EQ(withoutCredentials(host), host);
+}
+
+struct PathRow
+{
+    const char *name;
+    const char16_t *given;
+    const char16_t *shown;
+};
+
+class PathWithoutCredentials : public testing::TestWithParam<PathRow>
+{
+};
+
+TEST_P(PathWithoutCredentials, ShowsNoPasswordOfACamera)
+{
+    EXPECT_EQ(pathWithoutCredentials(QString::fromUtf16(GetParam().given)),
+              QString::fromUtf16(GetParam().shown));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Credentials, PathWithoutCredentials,
+    testing::Values(
+        PathRow{"CameraWithPassword", u"/srv/in/http%3A%2F%2Fadmin%3Ageheim%40cam%2Fa/",
+                u"/srv/in/http%3A%2F%2Fcam%2Fa/"},
+        PathRow{"ImageOfACameraWithPassword", u"/in/http%3A%2F%2Feva%3Ax%40cam%2Fa%2Ejpg/2006.jpg",
+                u"/in/http%3A%2F%2Fcam%2Fa%2Ejpg/2006.jpg"},
+        PathRow{"CameraWithAField", u"/in/http%3A%2F%2Fcam%2Fa%3Fpwd%3Dgeheim",
+                u"/in/http%3A%2F%2Fcam%2Fa%3Fpwd%3D%2A%2A%2A"},
+        PathRow{"CameraWithoutPassword", u"/in/http%3A%2F%2Fcam%2Fa", u"/in/http%3A%2F%2Fcam%2Fa"},
+        PathRow{"OtherFolder", u"/home/me@home/a=b/100%", u"/home/me@home/a=b/100%"}),
+    [](const auto &info) { return std::string(info.param.name); });
 
 // Whatever characters a password has, it is removed with everything before the last "@".
 class PasswordSign : public testing::TestWithParam<char>

@@ -1,7 +1,10 @@
 #include "admin/CameraCommands.h"
 
 #include "admin/ListPlan.h"
+#include "base/FileReader.h"
 #include "base/OneLine.h"
+#include "base/SystemCalls.h"
+#include "base/UniqueFd.h"
 #include "cameras/AddressRule.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
@@ -14,7 +17,8 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
-#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace velmora {
 namespace {
@@ -112,12 +116,14 @@ std::vector<CameraAddress> configuredCameras(const SettingsSnapshot &settings)
     return cameras;
 }
 
-std::optional<QByteArray> readList(const QString &path)
+// A pipe is waited for, as the user who names one expects.
+WholeFile readList(const QString &path)
 {
-    QFile file(path);
-    const bool opened = path == QStringLiteral("-") ? file.open(stdin, QFile::ReadOnly)
-                                                    : file.open(QFile::ReadOnly);
-    return opened ? std::optional(file.read(kMostListBytes)) : std::nullopt;
+    if (path == QStringLiteral("-")) {
+        return readToEnd(STDIN_FILENO, kMostListBytes);
+    }
+    const UniqueFd file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC));
+    return file ? readToEnd(file.get(), kMostListBytes) : WholeFile{std::nullopt, lastError()};
 }
 
 CommandResult importInto(SettingsDraft &draft, const CameraList &list)
@@ -206,12 +212,13 @@ CommandResult listCameras(const SettingsFile &settings, const ListCommand &comma
 
 CommandResult importList(const SettingsFile &settings, const ImportListCommand &command)
 {
-    const std::optional<QByteArray> bytes = readList(command.file);
-    if (!bytes) {
+    const WholeFile file = readList(command.file);
+    if (!file.bytes) {
         return CommandResult::refused(
-            QStringLiteral("The list %1 cannot be read").arg(command.file));
+            QStringLiteral("The list %1 cannot be read: %2")
+                .arg(command.file, QString::fromStdString(file.error.message())));
     }
-    const CameraList list = readCameraList(*bytes);
+    const CameraList list = readCameraList(*file.bytes);
     CommandResult result;
     const SettingsChange change =
         settings.change([&](SettingsDraft &draft) { result = importInto(draft, list); });

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -41,6 +42,23 @@ WholeFile readExactly(int fd, qint64 size)
             return {std::nullopt, count < 0 ? lastError() : std::error_code()};
         }
         filled += count;
+    }
+    return {std::move(bytes), {}};
+}
+
+WholeFile readToEnd(int fd, qint64 mostBytes)
+{
+    constexpr qint64 kPieceBytes = 65536;
+    QByteArray bytes;
+    while (bytes.size() < mostBytes) {
+        const qint64 before = bytes.size();
+        bytes.resize(std::min(before + kPieceBytes, mostBytes));
+        const ssize_t count = readSome(fd, bytes.data() + before, bytes.size() - before);
+        bytes.truncate(before + std::max<ssize_t>(count, 0));
+        if (count <= 0) {
+            return count < 0 ? WholeFile{std::nullopt, lastError()}
+                             : WholeFile{std::move(bytes), {}};
+        }
     }
     return {std::move(bytes), {}};
 }

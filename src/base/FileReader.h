@@ -24,4 +24,8 @@ WholeFile readWholeFile(const QString &path, qint64 mostBytes);
 /// the file ends before that.
 WholeFile readExactly(int fd, qint64 size);
 
+/// Reads an open file from its current position to its end, but no more than mostBytes of it. A
+/// pipe or a terminal is waited for.
+WholeFile readToEnd(int fd, qint64 mostBytes);
+
 } // namespace velmora

@@ -51,7 +51,7 @@ OpenProfile tryToOpen(const QString &path, int access)
     struct stat info = {};
     if (::fstat(profile.file.get(), &info) == 0 && S_ISREG(info.st_mode)) {
         profile.mode = info.st_mode;
-        if (access != O_RDONLY && info.st_size > kMostProfileBytes) {
+        if (info.st_size > (access == O_RDONLY ? kMostReadBytes : kMostProfileBytes)) {
             return profile;
         }
         profile.bytes = readExactly(profile.file.get(), info.st_size).bytes;

@@ -20,8 +20,11 @@ enum class ProfileWrite {
 /// everything else.
 inline constexpr qint64 kMostProfileBytes = qint64{16} * 1024 * 1024;
 
-/// The bytes of a settings file, empty when it is missing, unreadable or no regular file. Native
-/// path.
+/// A file larger than this cannot be settings and is not read either.
+inline constexpr qint64 kMostReadBytes = qint64{256} * 1024 * 1024;
+
+/// The bytes of a settings file, empty when it is missing, unreadable, no regular file or larger
+/// than kMostReadBytes. Native path.
 [[nodiscard]] QByteArray readProfile(const QString &path);
 
 /// The stored value of a key, or `fallback` without its trailing blanks, cut to size - 1 bytes.

@@ -41,7 +41,7 @@ Moment HealthBook::now() const
 void HealthBook::load()
 {
     StoredHealth stored = loadHealth(table_.settings().programFolder());
-    maySave_ = stored.state != HealthFile::Newer;
+    maySave_ = stored.state == HealthFile::Read || stored.state == HealthFile::Missing;
     healths_ = std::move(stored.cameras);
     followTable();
 }

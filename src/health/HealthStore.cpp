@@ -6,6 +6,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -17,12 +19,30 @@ QString path(const QString &programFolder)
     return programFolder + QStringLiteral("/Velmora.health");
 }
 
+// What is not an ordinary file, or far too long, is none of ours.
+bool isNone(std::error_code error)
+{
+    return error == std::errc::no_such_file_or_directory || error == std::errc::invalid_argument ||
+           error == std::errc::file_too_large;
+}
+
+// A passing error must not make the file look lost.
+WholeFile readTwice(const QString &path)
+{
+    WholeFile file = readWholeFile(path, kMostBytes);
+    return file.bytes || isNone(file.error) ? std::move(file) : readWholeFile(path, kMostBytes);
+}
+
 } // namespace
 
 StoredHealth loadHealth(const QString &programFolder)
 {
     StoredHealth stored;
-    const WholeFile file = readWholeFile(path(programFolder), kMostBytes);
+    const WholeFile file = readTwice(path(programFolder));
+    if (!file.bytes && !isNone(file.error)) {
+        stored.state = HealthFile::Unread;
+        return stored;
+    }
     const QJsonObject root = QJsonDocument::fromJson(file.bytes.value_or(QByteArray())).object();
     const int version = root[QStringLiteral("version")].toInt();
     if (version < 1) {

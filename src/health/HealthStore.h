@@ -13,7 +13,8 @@ using CameraHealths = PerCamera<CameraHealth>;
 enum class HealthFile {
     Read,
     Missing, // or damaged
-    Newer    // of a newer version: it is left as it is
+    Newer,   // of a newer version: it is left as it is
+    Unread   // it is there, but an error kept it from being read: it is left as it is
 };
 
 struct StoredHealth

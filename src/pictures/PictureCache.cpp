@@ -43,8 +43,12 @@ QImage PictureCache::decode(const Key &key)
     if (!identity) {
         return {};
     }
+    const std::optional<QByteArray> bytes = file.tryToRead();
+    if (!bytes) {
+        return {}; // the next reading may succeed
+    }
     ++decodes_;
-    QImage image = decodePicture(file.read(), key.wish);
+    QImage image = decodePicture(*bytes, key.wish);
     entries_.insert(key, new Entry{*identity, image}, kEntryBytes + image.sizeInBytes());
     return image;
 }

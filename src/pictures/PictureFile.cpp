@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -65,23 +66,30 @@ PictureFile::PictureFile(const QString &path)
 
 QByteArray PictureFile::read() const
 {
-    if (!identity_ || identity_->bytes > kMaxBytes ||
-        pictureFormat(readFirst(kHeadBytes)).isEmpty()) {
-        return {};
+    return tryToRead().value_or(QByteArray());
+}
+
+std::optional<QByteArray> PictureFile::tryToRead() const
+{
+    if (!identity_ || identity_->bytes > kMaxBytes) {
+        return QByteArray();
     }
-    return readFirst(identity_->bytes);
+    const std::optional<QByteArray> head = readFirst(kHeadBytes);
+    const bool isPicture = head && !pictureFormat(*head).isEmpty();
+    return isPicture ? readFirst(identity_->bytes) : head ? QByteArray() : head;
 }
 
 // Not mapped: truncating the file while we read would kill the program.
-QByteArray PictureFile::readFirst(qint64 bytes) const
+std::optional<QByteArray> PictureFile::readFirst(qint64 bytes) const
 {
     QByteArray read(bytes, Qt::Uninitialized);
     qint64 have = 0;
-    for (qint64 got = 1; got > 0 && have < bytes; have += qMax<qint64>(got, 0)) {
+    qint64 got = 1;
+    for (; got > 0 && have < bytes; have += qMax<qint64>(got, 0)) {
         got = readAt(fd_.get(), read.data() + have, bytes - have, have);
     }
     read.truncate(have);
-    return read;
+    return got < 0 ? std::nullopt : std::optional(std::move(read));
 }
 
 } // namespace velmora

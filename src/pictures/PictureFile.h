@@ -42,8 +42,11 @@ public:
     /// picture.
     [[nodiscard]] QByteArray read() const;
 
+    /// The same; nothing after an error, which says nothing about what the file holds.
+    [[nodiscard]] std::optional<QByteArray> tryToRead() const;
+
 private:
-    [[nodiscard]] QByteArray readFirst(qint64 bytes) const;
+    [[nodiscard]] std::optional<QByteArray> readFirst(qint64 bytes) const;
 
     UniqueFd fd_;
     std::optional<FileIdentity> identity_;

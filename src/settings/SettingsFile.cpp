@@ -17,6 +17,16 @@ namespace {
 // Values are read into a buffer of 255 characters, including the terminating one.
 constexpr qsizetype kBufferSize = 255;
 
+QString resultOfSize(qint64 bytes)
+{
+    if (bytes > kMostReadBytes) {
+        return QStringLiteral("nothing of it is read");
+    }
+    return bytes > kMostProfileBytes
+               ? QStringLiteral("no change of a setting is stored in it any more")
+               : QStringLiteral("every change of a setting takes its time");
+}
+
 template <typename Settings, typename Convert>
 auto wholeNumber(const Settings &settings, QStringView section, QStringView key, Convert convert)
 {
@@ -168,12 +178,9 @@ std::optional<QString> SettingsFile::sizeWarning() const
         return std::nullopt;
     }
     const QString size = QLocale::c().formattedDataSize(stamp->bytes, 1, QLocale::DataSizeSIFormat);
-    const QString result = stamp->bytes > kMostProfileBytes
-                               ? QStringLiteral("no change of a setting is stored in it any more")
-                               : QStringLiteral("every change of a setting takes its time");
     return QStringLiteral("The settings file %1 is %2 large, so that %3. Settings need a few "
                           "kilobytes: take out of it what does not belong there.")
-        .arg(path(), size, result);
+        .arg(path(), size, resultOfSize(stamp->bytes));
 }
 
 SettingsChange SettingsFile::change(const std::function<void(SettingsDraft &)> &change) const

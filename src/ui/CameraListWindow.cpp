@@ -1,12 +1,12 @@
 #include "ui/CameraListWindow.h"
 
 #include "admin/CameraCommands.h"
+#include "base/FileReader.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 #include "ui/ToFront.h"
 #include "ui_CameraListWindow.h"
 
-#include <QFile>
 #include <QFileDialog>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -38,6 +38,13 @@ QString summary(const ListPlan &plan)
                                .arg(wrong);
     return wrong > 0 ? counts + CameraListWindow::tr(". Nothing is stored while a line is wrong.")
                      : counts;
+}
+
+QString readingFault(std::error_code error)
+{
+    return error == std::errc::file_too_large
+               ? CameraListWindow::tr("it is far longer than a hundred cameras can be")
+               : QString::fromStdString(error.message());
 }
 
 } // namespace
@@ -106,7 +113,7 @@ void CameraListWindow::showLine(int line, const PlannedCamera &planned)
 {
     const QStringList texts{planned.place ? cameraText(*planned.place) : QString(),
                             planned.camera.name.left(kMaxNameLength),
-                            withoutCredentials(planned.camera.address.left(255)), planned.remark};
+                            withoutCredentials(planned.camera.address).left(255), planned.remark};
     for (int column = 0; column < static_cast<int>(texts.size()); ++column) {
         ui_->listPreview->setItem(line, column, new QTableWidgetItem(texts.at(column)));
     }
@@ -114,17 +121,18 @@ void CameraListWindow::showLine(int line, const PlannedCamera &planned)
 
 void CameraListWindow::openFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) {
-        ui_->listMessage->setText(tr("The list %1 cannot be read").arg(path));
-        return;
-    }
+    const WholeFile file = readWholeFile(path, kMostBytes);
+    const QByteArray bytes = file.bytes.value_or(QByteArray());
     const QSignalBlocker noText(ui_->listText);
-    const QByteArray bytes = file.read(kMostBytes);
     const CameraList list = readCameraList(bytes);
-    ui_->listText->setPlainText(
-        list.fault.isEmpty() ? QString::fromUtf8(cameraListText(list.cameras)) : QString());
+    ui_->listText->setPlainText(file.bytes && list.fault.isEmpty()
+                                    ? QString::fromUtf8(cameraListText(list.cameras))
+                                    : QString());
     read(bytes);
+    if (!file.bytes) {
+        ui_->listMessage->setText(
+            tr("The list %1 cannot be read: %2").arg(path, readingFault(file.error)));
+    }
 }
 
 // Cameras go where the preview shows them, or nowhere: the table may have changed since.

@@ -33,7 +33,7 @@ public:
     /// Shows the window in front, with an empty list unless it is already open.
     void present();
 
-    /// Loads the list from a file. path: native.
+    /// Loads the list from an ordinary file, whole or not at all. path: native.
     void openFile(const QString &path);
 
 Q_SIGNALS:

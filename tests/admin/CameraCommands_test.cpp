@@ -2,6 +2,7 @@
 #include "admin/CameraCommands.h"
 
 #include "base/UniqueFd.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QFile>
@@ -12,13 +13,17 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace velmora {
 namespace {
 
+using test::Call;
+using test::RefusedCall;
 using test::TempTree;
 
 class CameraCommands : public testing::Test
@@ -142,6 +147,32 @@ TEST_F(CameraCommands, ImportStoresAllOrNothing)
     EXPECT_TRUE(result.error.contains(QStringLiteral("line 2")));
     EXPECT_TRUE(listed().isEmpty());
     EXPECT_EQ(importList(settings, {tree.path(u"missing")}).status, kRefused);
+}
+
+// Half a list must not pass for the whole one, with its last address cut.
+TEST_F(CameraCommands, ImportStoresNothingOfAListThatCannotBeReadToItsEnd)
+{
+    tree.write(u"list.txt", QByteArray("http://cam/a.jpg\n").repeated(20));
+    const RefusedCall refused(Call::Read, EIO, 1);
+    const CommandResult result = importList(settings, {tree.path(u"list.txt")});
+    EXPECT_EQ(result.status, kRefused);
+    EXPECT_TRUE(result.error.contains(u"cannot be read: Input/output error"))
+        << result.error.toStdString();
+    EXPECT_FALSE(tree.exists(u"Velmora.ini"));
+}
+
+TEST_F(CameraCommands, ImportWaitsForAPipe)
+{
+    const QByteArray pipe = QFile::encodeName(tree.path(u"pipe"));
+    ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0);
+    const pid_t writer = ::fork();
+    if (writer == 0) {
+        const UniqueFd into(::open(pipe.constData(), O_WRONLY | O_CLOEXEC));
+        ::_exit(::write(into.get(), "http://cam/a.jpg\n", 17) == 17 ? 0 : 1);
+    }
+    EXPECT_EQ(importList(settings, {tree.path(u"pipe")}).status, kDone);
+    EXPECT_EQ(::waitpid(writer, nullptr, 0), writer);
+    EXPECT_EQ(settings.read(u"Liste0", u"lst0"), QStringLiteral("http://cam/a.jpg"));
 }
 
 TEST_F(CameraCommands, ExportIsWhatImportReads)

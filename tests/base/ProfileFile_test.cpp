@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace velmora {
@@ -370,6 +371,16 @@ TEST(ChangeProfile, LosesNothingThatOthersWriteMeanwhile)
         writer.join();
     }
     EXPECT_EQ(tree.read(u"a.ini").count("=x\r\n"), kWriters * kValues);
+}
+
+// All holes, as a damaged file system shows it.
+TEST_F(ProfileFile, IsNotReadWhenItIsFarTooLarge)
+{
+    begin("[s]\r\nk=1\r\n");
+    ASSERT_EQ(::truncate(nativePath().constData(), off_t{1} << 42), 0);
+    EXPECT_EQ(readProfile(path()), QByteArray());
+    EXPECT_EQ(write("2"), ProfileWrite::Failed);
+    EXPECT_EQ(info().st_size, off_t{1} << 42);
 }
 
 } // namespace

@@ -1,7 +1,10 @@
 // What is known about each camera: learnt from the capture, read back, or counted.
 #include "HealthHouse.h"
+#include "support/RefusedCalls.h"
 
 #include <QDir>
+
+#include <cerrno>
 
 namespace velmora::test {
 namespace {
@@ -63,6 +66,20 @@ TEST_F(HealthBookTest, LeavesAFileOfANewerVersionAlone)
     book_.save();
     EXPECT_EQ(house_.tree.read(u"Velmora.health"), newer);
     EXPECT_EQ(book_.camera(kOne).images, 1);
+}
+
+TEST_F(HealthBookTest, LeavesAFileThatCannotBeReadAlone)
+{
+    const QByteArray good = "{\"version\":1,\"cameras\":[]}";
+    house_.tree.write(u"Velmora.health", good);
+    add(kOne);
+    {
+        const RefusedCall refused(Call::Read, EIO, 2);
+        book_.load();
+    }
+    house_.load(kOne);
+    book_.save();
+    EXPECT_EQ(house_.tree.read(u"Velmora.health"), good);
 }
 
 TEST_F(HealthBookTest, TakesARowWithAnotherAddressForAnotherCamera)

@@ -1,6 +1,7 @@
 // What is known about the cameras, read back after a restart.
 #include "health/HealthStore.h"
 
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 #include "support/WithoutRootRights.h"
 
@@ -8,12 +9,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <sys/stat.h>
 
 namespace velmora {
 namespace {
 
 using namespace std::chrono_literals;
+using test::Call;
+using test::RefusedCall;
 using test::TempTree;
 using test::WithoutRootRights;
 
@@ -79,6 +83,22 @@ TEST(HealthStore, KnowsAFileOfANewerVersion)
     const TempTree tree;
     tree.write(u"Velmora.health", "{\"version\":2,\"cameras\":[]}");
     EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Newer);
+}
+
+TEST(HealthStore, ReadsAgainAfterAPassingError)
+{
+    const TempTree tree;
+    saveHealth(tree.path(), known());
+    const RefusedCall refused(Call::Read, EIO, 1);
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Read);
+}
+
+TEST(HealthStore, TellsAFileThatCannotBeReadFromAMissingOne)
+{
+    const TempTree tree;
+    saveHealth(tree.path(), known());
+    const RefusedCall refused(Call::Read, EIO);
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Unread);
 }
 
 TEST(HealthStore, WaitsForNoPipe)

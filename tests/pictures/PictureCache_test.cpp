@@ -2,11 +2,14 @@
 #include "pictures/PictureCache.h"
 
 #include "PictureMaker.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QFile>
 
 #include <gtest/gtest.h>
+
+#include <cerrno>
 
 namespace velmora {
 namespace {
@@ -91,6 +94,16 @@ TEST_F(PictureCacheTest, RemembersThatAFileIsNoPicture)
     EXPECT_TRUE(cache_.find(text, kWish).isNull());
     EXPECT_EQ(cache_.known(text, kWish), QImage());
     EXPECT_EQ(cache_.decodes(), 1);
+}
+
+// An error says nothing about the picture, which has not changed when it can be read again.
+TEST_F(PictureCacheTest, RemembersNothingOfAFileThatCouldNotBeRead)
+{
+    for (const int readings : {1, RefusedCall::kEachTime}) {
+        const RefusedCall refused(Call::ReadAt, EIO, readings);
+        EXPECT_TRUE(cache_.read(path_, kWish).isNull());
+    }
+    EXPECT_EQ(cornersOf(cache_.read(path_, kWish)), kCorners);
 }
 
 TEST_F(PictureCacheTest, ReadsAFileThatBecameAPicture)

@@ -237,5 +237,14 @@ TEST_F(SettingsFileTest, ReadsAFileOfAnySizeButChangesNoneAboveSixteenMegabytes)
     EXPECT_TRUE(warning.contains(QStringLiteral("no change of a setting is stored")));
 }
 
+TEST_F(SettingsFileTest, SaysThatNothingIsReadOfAFileThatCannotBeSettings)
+{
+    store("[s]\r\nk=old\r\n");
+    ASSERT_TRUE(QFile::resize(settings.path(), qint64{1} << 40)); // all holes
+    EXPECT_EQ(settings.read(u"s", u"k"), QString());
+    const QString warning = settings.sizeWarning().value_or(QString());
+    EXPECT_TRUE(warning.contains(QStringLiteral("nothing of it is read")));
+}
+
 } // namespace
 } // namespace velmora

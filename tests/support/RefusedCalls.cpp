@@ -20,7 +20,7 @@ struct Refusal
     int times = 0;
 };
 
-std::array<Refusal, 8> refusals; // indexed by the call
+std::array<Refusal, 10> refusals; // indexed by the call
 
 Refusal &of(Call call)
 {
@@ -83,6 +83,16 @@ extern "C" int mkdir(const char *path, mode_t mode) noexcept
 extern "C" int flock(int file, int operation) noexcept
 {
     return isRefused(Call::Lock) ? -1 : static_cast<int>(::syscall(SYS_flock, file, operation));
+}
+
+extern "C" ssize_t read(int file, void *to, std::size_t bytes)
+{
+    return isRefused(Call::Read) ? -1 : ::syscall(SYS_read, file, to, bytes);
+}
+
+extern "C" ssize_t pread(int file, void *to, std::size_t bytes, off_t offset)
+{
+    return isRefused(Call::ReadAt) ? -1 : ::syscall(SYS_pread64, file, to, bytes, offset);
 }
 
 extern "C" int open(const char *path, int flags, ...)

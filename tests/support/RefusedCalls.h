@@ -12,7 +12,9 @@ enum class Call {
     OpenNameless,
     Unlink,
     MakeFolder,
-    Lock // flock()
+    Lock,  // flock()
+    Read,  // read()
+    ReadAt // pread()
 };
 
 /// Makes a call fail with this error, 0 for none.

@@ -4,6 +4,7 @@
 #include "WindowHouse.h"
 #include "capture/CameraTrial.h"
 #include "support/LoopbackCameraAnswers.h"
+#include "support/RefusedCalls.h"
 #include "ui/CameraListWindow.h"
 #include "ui/ListBoxes.h"
 
@@ -15,6 +16,9 @@
 #include <QTableWidget>
 
 #include <gtest/gtest.h>
+
+#include <cerrno>
+#include <sys/stat.h>
 
 namespace velmora::test {
 namespace {
@@ -438,6 +442,37 @@ TEST_F(CameraListWindowTest, KeepsWhatWasPastedWhenItIsOpenedAgain)
     window_.close();
     window_.present();
     EXPECT_EQ(text_.toPlainText(), QString());
+}
+
+TEST_F(CameraListWindowTest, ShowsNoPasswordHoweverLong)
+{
+    const QString token(300, u't');
+    paste(QStringLiteral("http://admin:%1@cam/a.jpg\nhttp://admin:%1@cam/a.jpg Front door\n")
+              .arg(token));
+    EXPECT_EQ(cell(0, 2), QStringLiteral("http://cam/a.jpg"));
+    EXPECT_EQ(cell(1, 2), QStringLiteral("http://cam/a.jpg Front door"));
+    EXPECT_EQ(cell(1, 3), QStringLiteral("\"http://cam/a.jpg Front door\" is not an address"));
+}
+
+TEST_F(CameraListWindowTest, ReadsAFileWholeOrNotAtAll)
+{
+    tree_.write(u"list.txt", QByteArray("http://cam/a.jpg\n").repeated(20));
+    {
+        const RefusedCall refused(Call::Read, EIO, 1);
+        window_.openFile(tree_.path(u"list.txt"));
+    }
+    EXPECT_EQ(preview_.rowCount(), 0);
+    EXPECT_FALSE(store_.isEnabled());
+    EXPECT_TRUE(message_.text().contains(u"cannot be read")) << message_.text().toStdString();
+    window_.openFile(tree_.path(u"list.txt"));
+    EXPECT_EQ(preview_.rowCount(), 20);
+}
+
+TEST_F(CameraListWindowTest, WaitsForNoPipe)
+{
+    ASSERT_EQ(::mkfifo(QFile::encodeName(tree_.path(u"pipe")).constData(), 0600), 0);
+    window_.openFile(tree_.path(u"pipe"));
+    EXPECT_TRUE(message_.text().contains(u"cannot be read")) << message_.text().toStdString();
 }
 
 TEST_F(CameraListWindowTest, StoresNothingWhileALineIsWrong)

@@ -2,6 +2,8 @@
 
 #include "base/FileReader.h"
 #include "base/FileWriter.h"
+#include "base/ProfileFile.h"
+#include "base/ProfileLock.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -12,16 +14,14 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kMostBytes = qint64{256} * 1024 * 1024; // beyond which a file cannot be settings
-
 // True when the copy was read back and is identical.
 bool copyWhole(const QString &from, const QString &to)
 {
-    const WholeFile source = readWholeFile(from, kMostBytes);
+    const WholeFile source = readWholeFile(from, kMostReadBytes);
     if (!source.bytes || replaceFile(to, *source.bytes)) {
         return false;
     }
-    const WholeFile copy = readWholeFile(to, kMostBytes);
+    const WholeFile copy = readWholeFile(to, kMostReadBytes);
     return copy.bytes == source.bytes;
 }
 
@@ -32,16 +32,24 @@ bool isMissing(const QString &path)
     return ::stat(QFile::encodeName(path).constData(), &info) != 0 && errno == ENOENT;
 }
 
+bool isToBeMoved(const QString &old, const QString &settings)
+{
+    return QFileInfo(old).isFile() &&
+           QFileInfo(old).canonicalFilePath() != QFileInfo(settings).canonicalFilePath();
+}
+
 } // namespace
 
 void prepareSettings(const QString &programFolder, const QString &oldFolder)
 {
     const QString settings = programFolder + QStringLiteral("/Velmora.ini");
     const QString old = oldFolder + QStringLiteral("/Velmora.ini");
-    const bool hasOld =
-        !oldFolder.isEmpty() && QFileInfo(old).isFile() &&
-        QFileInfo(old).canonicalFilePath() != QFileInfo(settings).canonicalFilePath();
-    if (hasOld) {
+    const auto isOldThere = [&] { return !oldFolder.isEmpty() && isToBeMoved(old, settings); };
+    if (!isOldThere() && !isMissing(settings)) {
+        return;
+    }
+    const ProfileLock lock(settings); // until it is had, others may have put the file in place
+    if (isOldThere()) {
         if (copyWhole(old, settings)) {
             QFile::remove(old);
         }

@@ -193,7 +193,8 @@ int administerFolder(int argc, char **argv, const AdminRequest &request)
     if (folder.isEmpty()) {
         return fail(kNoFolder, 1);
     }
-    prepareSettings(folder, qEnvironmentVariable("windir"));
+    // the settings of a program that is running are not replaced
+    prepareSettings(folder, processOn(folder) ? QString() : qEnvironmentVariable("windir"));
     return tell(administer(folder, request.command, [](const QString &place) {
         const std::optional<pid_t> process = processOn(place);
         return process ? std::optional<qint64>(*process) : std::nullopt;

@@ -1,6 +1,7 @@
 // Which settings file the program starts with.
 #include "app/SettingsPreparation.h"
 
+#include "base/ProfileFile.h"
 #include "support/TempTree.h"
 
 #include <QFile>
@@ -9,7 +10,9 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace velmora::test {
 namespace {
@@ -138,6 +141,41 @@ TEST_F(SettingsPreparation, AnOldFileThatCannotBeReadToItsEndReplacesNothing)
     prepare();
     EXPECT_EQ(tree_.read(u"program/Velmora.ini"), "mine");
     EXPECT_TRUE(QFileInfo(tree_.path(u"windows/Velmora.ini")).isSymLink());
+}
+
+// Starts and writes at once, like a command beside others.
+[[noreturn]] void prepareAndWrite(const QString &program, int number)
+{
+    prepareSettings(program, {});
+    const bool isWritten =
+        writeProfileValue(program + QStringLiteral("/Velmora.ini"), "Commands",
+                          QByteArray::number(number), "1") == ProfileWrite::Written;
+    ::_exit(isWritten ? 0 : 1);
+}
+
+TEST_F(SettingsPreparation, TheTemplateReplacesNothingThatOthersWriteMeanwhile)
+{
+    constexpr int kRounds = 25;
+    constexpr int kCommands = 6;
+    tree_.write(u"program/Velmora0.ini", "[Control]\r\nTempo=3\r\n");
+    for (int round = 0; round < kRounds; ++round) {
+        QFile::remove(tree_.path(u"program/Velmora.ini"));
+        std::vector<pid_t> commands;
+        for (int i = 0; i < kCommands; ++i) {
+            commands.push_back(::fork());
+            if (commands.back() == 0) {
+                prepareAndWrite(tree_.path(u"program"), i);
+            }
+        }
+        for (const pid_t command : commands) {
+            int status = 1;
+            EXPECT_EQ(::waitpid(command, &status, 0), command);
+            EXPECT_EQ(status, 0);
+        }
+        const QByteArray left = tree_.read(u"program/Velmora.ini");
+        EXPECT_EQ(left.count("=1\r\n"), kCommands) << left.toStdString();
+        EXPECT_TRUE(left.contains("Tempo=3")) << left.toStdString();
+    }
 }
 
 } // namespace

@@ -17,10 +17,10 @@ class AdminCase(unittest.TestCase):
         self.server = CameraServer(self, {"/camera.jpg": fresh(20_000), "/other.jpg": fresh(20_000)})
         self.house = House(self)
 
-    def velmora(self, *options, status=0):
+    def velmora(self, *options, status=0, env=None):
         done = subprocess.run(
             [VELMORA, "--program-folder", self.house.root, *options],
-            env=self.house.environment(),
+            env=self.house.environment() | (env or {}),
             capture_output=True,
             encoding="utf-8",
             timeout=30,
@@ -139,6 +139,13 @@ class BesideTest(AdminCase):
         until(lambda: self.house.images(other), 20)
         self.velmora("--remove", "0:1")
         self.status(0)
+
+    def test_leaves_the_settings_of_a_running_program_in_place(self):
+        old = House(self)
+        old.write_settings({"Control": {"StRep": "C:\\elsewhere\\"}})
+        self.assertIn(self.url, self.velmora("--list", env={"windir": str(old.root)}))
+        self.assertTrue(old.settings_path.exists())
+        self.assertIn(self.url.encode(), self.house.settings_bytes())
 
     def test_a_list_is_seen_by_a_running_program(self):
         many = self.house.root / "many.txt"

@@ -15,6 +15,7 @@
 #include <deque>
 #include <new>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
@@ -24,16 +25,18 @@ namespace {
 constexpr qint64 kMostBody = qint64{64} * 1024 * 1024;
 constexpr qsizetype kMostError = 4096; // of the end of ffmpeg's output
 constexpr QByteArrayView kJpegBegin("\xFF\xD8\xFF");
-constexpr int kReapMs = 1000; // for a killed process to end
+constexpr int kReapMs = 1000;                   // for a killed process to end
+constexpr rlim_t kMostMemory = rlim_t{1} << 30; // of ffmpeg; a frame of 8K takes 50 MB
 
 enum class GrabEnd { Finished, TimeOut, Stopped, TooLong, NotStarted };
 
 // Allows everything that a stream may lead to, and nothing that reads files of this machine.
 QStringList arguments()
 {
-    return QStringLiteral("-hide_banner -loglevel error -f concat -safe 0 -protocol_whitelist "
-                          "pipe,fd,rtsp,rtsps,rtp,srtp,tcp,udp,tls,crypto -i pipe:0 -map 0:v:0 "
-                          "-frames:v 1 -f image2pipe -c:v mjpeg -q:v 2 pipe:1")
+    return QStringLiteral(
+               "-hide_banner -loglevel error -threads 1 -f concat -safe 0 -protocol_whitelist "
+               "pipe,fd,rtsp,rtsps,rtp,srtp,tcp,udp,tls,crypto -i pipe:0 -map 0:v:0 "
+               "-frames:v 1 -f image2pipe -c:v mjpeg -q:v 2 pipe:1")
         .split(u' ');
 }
 
@@ -57,11 +60,14 @@ QByteArray withLogin(const HttpRequest &request)
            request.url.sliced(at < host ? host : at + 1);
 }
 
-// Makes its children die with it, and it with this program. Runs in the new process.
+// Makes its children die with it, and it with this program. How large the pictures of a stream are
+// is for its server to say, so the memory is bounded. Runs in the new process.
 void becomeGroup()
 {
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const rlimit memory{kMostMemory, kMostMemory};
+    ::setrlimit(RLIMIT_DATA, &memory);
 }
 
 QString lastLine(const QByteArray &text)
@@ -188,21 +194,29 @@ public:
     }
 
 private:
+    // An exception must not pass through the event loop.
     void takeBody()
     {
-        const QByteArray bytes = process_.readAllStandardOutput();
-        if (body_.size() + bytes.size() > kMostBody) {
-            end_.set(GrabEnd::TooLong);
-            return;
-        }
         try {
-            body_.append(bytes);
-        } catch (const std::bad_alloc &) { // an exception must not pass through the event loop
+            const QByteArray bytes = process_.readAllStandardOutput();
+            if (body_.size() + bytes.size() > kMostBody) {
+                end_.set(GrabEnd::TooLong);
+            } else {
+                body_.append(bytes);
+            }
+        } catch (const std::bad_alloc &) {
             end_.set(GrabEnd::TooLong);
         }
     }
 
-    void takeError() { errors_ = (errors_ + process_.readAllStandardError()).right(kMostError); }
+    void takeError()
+    {
+        try {
+            errors_ = (errors_ + process_.readAllStandardError()).right(kMostError);
+        } catch (const std::bad_alloc &) {
+            errors_.clear();
+        }
+    }
 
     [[nodiscard]] QString failure(GrabEnd end) const
     {

@@ -12,6 +12,7 @@ namespace velmora {
 namespace {
 
 constexpr qint64 kMostPixels = qint64{64} * 1024 * 1024;
+constexpr qint64 kMostCoefficientBytes = qint64{40} * 1024 * 1024;
 constexpr int kMostScans = 64; // a hostile picture has thousands, each through all of it
 constexpr std::array kFractions{8U, 4U, 2U};
 
@@ -42,10 +43,23 @@ unsigned fractionFor(const jpeg_decompress_struct &info, QSize least)
     return 1;
 }
 
-bool isReadable(const jpeg_decompress_struct &info)
+// What libjpeg keeps of a picture that comes in several scans: all of it, undecoded.
+qint64 coefficientBytes(const jpeg_decompress_struct &info)
+{
+    qint64 blocks = 0;
+    for (const jpeg_component_info &part :
+         std::span(info.comp_info, static_cast<std::size_t>(info.num_components))) {
+        blocks += qint64{part.width_in_blocks} * part.height_in_blocks;
+    }
+    return blocks * static_cast<qint64>(sizeof(JBLOCK));
+}
+
+bool isReadable(jpeg_decompress_struct &info)
 {
     const bool isForPrint = info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
-    return !isForPrint && qint64{info.image_width} * info.image_height <= kMostPixels;
+    const bool fits =
+        !jpeg_has_multiple_scans(&info) || coefficientBytes(info) <= kMostCoefficientBytes;
+    return !isForPrint && fits && qint64{info.image_width} * info.image_height <= kMostPixels;
 }
 
 } // namespace

@@ -23,7 +23,8 @@ public:
     [[nodiscard]] bool step();
 
     /// The reduced picture's size; empty before it is known, and for what cannot be read like this:
-    /// no JPEG, one of more than 64 Mi pixels, and one for print.
+    /// no JPEG, one of more than 64 Mi pixels, one of several scans that would take more than 40
+    /// MiB of memory, and one for print.
     [[nodiscard]] QSize size() const;
 
     /// Number of the line that came last, from 0; -1 before the first.

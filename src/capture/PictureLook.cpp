@@ -1,5 +1,6 @@
 #include "capture/PictureLook.h"
 
+#include "base/PictureFormat.h"
 #include "base/WorkSlice.h"
 #include "capture/JpegGrey.h"
 
@@ -18,7 +19,10 @@ constexpr int kAcross = 16;
 constexpr int kDown = 9;
 constexpr QSize kLeastSize(kAcross * 10,
                            kDown * 10); // of a reduction that the cells are taken from
-constexpr qint64 kMostPixels = qint64{64} * 1024 * 1024;
+
+// What is decoded in one go holds everything else up, and needs four bytes and more a pixel: no
+// more than a full screen's picture.
+constexpr qint64 kMostPixels = qint64{2} * 1024 * 1024;
 
 // The mean of each cell, of lines that come in any order.
 class Raster
@@ -64,10 +68,14 @@ private:
 
 QImage decoded(const QByteArray &bytes)
 {
+    const QByteArray format = pictureFormat(bytes);
+    if (format.isEmpty()) {
+        return {};
+    }
     QBuffer buffer;
     buffer.setData(bytes);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
+    QImageReader reader(&buffer, format);
+    reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();
     const bool isBearable = size.isValid() && qint64{size.width()} * size.height() <= kMostPixels;
     return isBearable ? reader.read().convertToFormat(QImage::Format_Grayscale8) : QImage();

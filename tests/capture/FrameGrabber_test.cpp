@@ -120,6 +120,20 @@ TEST_F(FrameGrabberTest, KillsItWithItsChildrenAtTheTimeLimit)
     }
 }
 
+// How large a stream's pictures are is for its server to say.
+TEST_F(FrameGrabberTest, BoundsTheMemoryThatItMayTake)
+{
+    install("cat /proc/self/limits > $OUT/limits\n" + kJpeg);
+    EXPECT_EQ(fetch().outcome, FetchOutcome::Arrived);
+    const QString limits = QString::fromUtf8(tree.read(u"limits"));
+    const qsizetype begin = limits.indexOf(QStringLiteral("Max data size"));
+    EXPECT_TRUE(limits.sliced(begin)
+                    .section(u'\n', 0, 0)
+                    .simplified()
+                    .startsWith(QStringLiteral("Max data size 1073741824 1073741824")))
+        << limits.toStdString();
+}
+
 TEST_F(FrameGrabberTest, EndsWithWhatWroteMoreThanAPicture)
 {
     install("exec cat /dev/zero");

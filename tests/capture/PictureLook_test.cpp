@@ -104,6 +104,31 @@ TEST_F(PictureLook, IsNoneOfWhatIsNoPicture)
     EXPECT_EQ(cells(QByteArray()), QByteArray());
 }
 
+// A few kilobytes can claim any size; what cannot be decoded bit by bit must not hold the program
+// up.
+TEST_F(PictureLook, IsNoneOfAPictureThatWouldTakeTooMuchMemory)
+{
+    QImage blank(2048, 1025, QImage::Format_Grayscale8);
+    blank.fill(Qt::white);
+    EXPECT_EQ(cells(written(blank, "png")), QByteArray());
+    EXPECT_EQ(cells(written(blank.copy(0, 0, 2048, 1024), "png")).size(), kCells);
+}
+
+TEST_F(PictureLook, IsNoneOfAJpegInScansThatWouldTakeTooMuchMemory)
+{
+    QByteArray bytes = written(picture({1600, 900}), "jpg", true);
+    ASSERT_EQ(cells(bytes).size(), kCells);
+    const qsizetype frame = bytes.indexOf("\xFF\xC2");
+    ASSERT_GT(frame, 0);
+    bytes.replace(frame + 5, 4, QByteArray("\x20\0\x20\0", 4)); // 8192 lines and columns
+    EXPECT_EQ(cells(bytes), QByteArray());
+}
+
+TEST_F(PictureLook, IsNoneOfAFormatThatNoCameraUses)
+{
+    EXPECT_EQ(cells(written(picture({160, 90}), "ppm")), QByteArray());
+}
+
 TEST_F(PictureLook, IsAlwaysTheSameOfATinyPicture)
 {
     const QByteArray bytes = written(picture({5, 3}), "jpg");

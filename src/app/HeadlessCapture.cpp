@@ -155,12 +155,16 @@ QCoro::Task<> HeadlessCapture::finish()
 // Whatever is thrown on the way out, the program ends.
 void HeadlessCapture::leaveAfterError(const QString &text)
 {
-    engine_.problems().warn(text);
     if (std::exchange(leavingAtOnce_, true)) {
-        QCoreApplication::quit();
+        QCoreApplication::exit();
         return;
     }
-    shutdown_.launch(leave());
+    try {
+        shutdown_.launch(leave()); // first: the text may not reach anyone
+    } catch (const std::bad_alloc &) {
+        QCoreApplication::exit();
+    }
+    engine_.problems().warn(text);
 }
 
 QCoro::Task<> HeadlessCapture::leave()

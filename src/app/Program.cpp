@@ -1,6 +1,7 @@
 #include "app/Program.h"
 
 #include "cameras/CameraChoices.h"
+#include "cameras/Credentials.h"
 #include "ui/PictureClipboard.h"
 #include "ui/ToFront.h"
 
@@ -8,6 +9,7 @@
 #include <QDir>
 #include <QTimer>
 
+#include <new>
 #include <utility>
 
 namespace velmora {
@@ -268,7 +270,8 @@ void Program::closeImages()
 void Program::open(const QString &path)
 {
     if (opener_.open(path) == OpenOutcome::NoOpener) {
-        planche_.showMessage(tr("%1 cannot be opened: xdg-open is not installed").arg(path));
+        planche_.showMessage(
+            tr("%1 cannot be opened: xdg-open is not installed").arg(pathWithoutCredentials(path)));
     }
 }
 
@@ -347,12 +350,16 @@ QCoro::Task<> Program::leave()
 // Whatever is thrown on the way out, the program does not stay behind without windows.
 void Program::leaveAfterError(const QString &text)
 {
-    engine_.log().trace(text);
     if (std::exchange(leavingAtOnce_, true)) {
-        QCoreApplication::quit();
+        QCoreApplication::exit();
         return;
     }
-    shutdown_.launch(leaveAtOnce());
+    try {
+        shutdown_.launch(leaveAtOnce()); // first: the log may not take the text
+    } catch (const std::bad_alloc &) {
+        QCoreApplication::exit();
+    }
+    engine_.log().trace(text);
 }
 
 QCoro::Task<> Program::leaveAtOnce()

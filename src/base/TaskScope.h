@@ -6,6 +6,7 @@
 #include <QCoro/QCoroTask>
 #include <QString>
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <stop_token>
@@ -14,7 +15,8 @@ namespace velmora {
 
 /// Coroutines are started in a scope owned by the service whose data they use, and the scope is
 /// joined before that service is destroyed: requestStop(), then co_await join(). An exception that
-/// leaves a coroutine goes to `report` as text.
+/// leaves a coroutine goes to `report` as text; one that leaves `report` itself is lost, but the
+/// coroutine still counts as ended.
 class TaskScope
 {
 public:
@@ -39,6 +41,7 @@ public:
 
 private:
     QCoro::Task<> watch(QCoro::Task<> task);
+    void report(const std::exception_ptr &failure) const noexcept;
 
     Report report_;
     std::stop_source stop_;

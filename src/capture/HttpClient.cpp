@@ -3,11 +3,10 @@
 #include "capture/HttpClient.h"
 
 #include "capture/FirstPart.h"
+#include "net/CurlOption.h"
 
 #include <QDeadlineTimer>
 #include <QScopeGuard>
-
-#include <curl/curl.h>
 
 #include <array>
 #include <new>
@@ -233,26 +232,26 @@ int onSocketMade(void *, curl_socket_t socket, curlsocktype)
 void setTransferOptions(Transfer &transfer, const HttpRequest &request)
 {
     CURL *const easy = transfer.easy.get();
-    curl_easy_setopt(easy, CURLOPT_URL, request.url.constData());
-    curl_easy_setopt(easy, CURLOPT_DEFAULT_PROTOCOL, "http");
-    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(easy, CURLOPT_MAXREDIRS, kMaxRedirects);
-    curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(request.limit.count()));
-    curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request.limit.count()));
-    curl_easy_setopt(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaxBodyBytes));
-    curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, kReceiveBufferBytes);
-    curl_easy_setopt(easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
+    setOption(easy, CURLOPT_URL, request.url.constData());
+    setOption(easy, CURLOPT_DEFAULT_PROTOCOL, "http");
+    setOption(easy, CURLOPT_PROTOCOLS_STR, "http,https");
+    setOption(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    setOption(easy, CURLOPT_FOLLOWLOCATION, 1L);
+    setOption(easy, CURLOPT_MAXREDIRS, kMaxRedirects);
+    setOption(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(request.limit.count()));
+    setOption(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request.limit.count()));
+    setOption(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaxBodyBytes));
+    setOption(easy, CURLOPT_BUFFERSIZE, kReceiveBufferBytes);
+    setOption(easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
     // Small cameras serve few connections at once; an idle one of ours would shut others out.
-    curl_easy_setopt(easy, CURLOPT_FORBID_REUSE, 1L);
-    curl_easy_setopt(easy, CURLOPT_SOCKOPTFUNCTION, &onSocketMade);
-    curl_easy_setopt(easy, CURLOPT_USERAGENT, "Velmora");
-    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &onBody);
-    curl_easy_setopt(easy, CURLOPT_WRITEDATA, &transfer);
-    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &onHeader);
-    curl_easy_setopt(easy, CURLOPT_HEADERDATA, &transfer);
-    curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, transfer.libcurlText.data());
+    setOption(easy, CURLOPT_FORBID_REUSE, 1L);
+    setOption(easy, CURLOPT_SOCKOPTFUNCTION, &onSocketMade);
+    setOption(easy, CURLOPT_USERAGENT, "Velmora");
+    setOption(easy, CURLOPT_WRITEFUNCTION, &onBody);
+    setOption(easy, CURLOPT_WRITEDATA, &transfer);
+    setOption(easy, CURLOPT_HEADERFUNCTION, &onHeader);
+    setOption(easy, CURLOPT_HEADERDATA, &transfer);
+    setOption(easy, CURLOPT_ERRORBUFFER, transfer.libcurlText.data());
 }
 
 // True when the address has a user before its host.
@@ -262,28 +261,38 @@ bool namesUser(const QByteArray &url)
     return url.sliced(host, url.indexOf('/', host) - host).contains('@');
 }
 
+void addHeader(Transfer &transfer, const char *header)
+{
+    curl_slist *const longer = curl_slist_append(transfer.headers.get(), header);
+    if (longer == nullptr) {
+        throw std::bad_alloc();
+    }
+    static_cast<void>(transfer.headers.release());
+    transfer.headers.reset(longer);
+}
+
 void setFormOptions(Transfer &transfer, const HttpRequest &request)
 {
     CURL *const easy = transfer.easy.get();
     // More than one kind lets curl ask without a password first.
-    curl_easy_setopt(easy, CURLOPT_HTTPAUTH, CURLAUTH_BASIC | CURLAUTH_DIGEST);
+    setOption(easy, CURLOPT_HTTPAUTH, CURLAUTH_BASIC | CURLAUTH_DIGEST);
     if (!request.user.isEmpty()) {
-        curl_easy_setopt(easy, CURLOPT_USERNAME, request.user.toUtf8().constData());
-        curl_easy_setopt(easy, CURLOPT_PASSWORD, request.password.toUtf8().constData());
+        setOption(easy, CURLOPT_USERNAME, request.user.toUtf8().constData());
+        setOption(easy, CURLOPT_PASSWORD, request.password.toUtf8().constData());
     }
     const bool asWritten = request.form == HttpForm::AsWritten;
-    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION,
-                     static_cast<long>(asWritten ? CURL_HTTP_VERSION_1_1 : CURL_HTTP_VERSION_1_0));
+    setOption(easy, CURLOPT_HTTP_VERSION,
+              static_cast<long>(asWritten ? CURL_HTTP_VERSION_1_1 : CURL_HTTP_VERSION_1_0));
     if (asWritten) {
         return;
     }
     if (request.user.isEmpty() && !namesUser(request.url)) {
-        curl_easy_setopt(easy, CURLOPT_USERNAME, "anonimous");
-        curl_easy_setopt(easy, CURLOPT_PASSWORD, "");
+        setOption(easy, CURLOPT_USERNAME, "anonimous");
+        setOption(easy, CURLOPT_PASSWORD, "");
     }
-    transfer.headers.reset(curl_slist_append(nullptr, "Accept:"));
-    curl_slist_append(transfer.headers.get(), "Pragma: no-cache");
-    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, transfer.headers.get());
+    addHeader(transfer, "Accept:");
+    addHeader(transfer, "Pragma: no-cache");
+    setOption(easy, CURLOPT_HTTPHEADER, transfer.headers.get());
 }
 
 // A header of the last response, after any redirects; a blank one counts as none.

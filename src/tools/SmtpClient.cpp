@@ -3,11 +3,12 @@
 #include "tools/SmtpClient.h"
 
 #include "base/OneLine.h"
+#include "net/CurlOption.h"
 #include "tools/SmtpDialogue.h"
 
 #include <QScopeGuard>
 
-#include <curl/curl.h>
+#include <new>
 
 namespace velmora {
 namespace {
@@ -32,29 +33,31 @@ std::size_t onReply(char *bytes, std::size_t size, std::size_t count, void *user
 {
     auto *const greeting = static_cast<Greeting *>(user);
     const std::size_t total = size * count; // in bytes
-    greeting->reply = QByteArray(bytes, static_cast<qsizetype>(total)).trimmed();
     greeting->bytes += static_cast<qint64>(total);
+    try {
+        greeting->reply = QByteArray(bytes, static_cast<qsizetype>(total)).trimmed();
+    } catch (const std::bad_alloc &) { // must not pass through libcurl
+        return 0;
+    }
     return greeting->bytes > kMaxReplyBytes ? 0 : total;
 }
 
 void setConnection(CURL *easy, const MailAccount &account, const SmtpOptions &options)
 {
     const bool required = account.encryption != MailEncryption::WhenOffered;
-    curl_easy_setopt(easy, CURLOPT_URL, account.url.constData());
-    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
-    curl_easy_setopt(easy, CURLOPT_CONNECT_ONLY, 1L);
-    curl_easy_setopt(easy, CURLOPT_USE_SSL,
-                     static_cast<long>(required ? CURLUSESSL_ALL : CURLUSESSL_TRY));
-    curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
-                     static_cast<long>(options.connectLimit.count()));
-    curl_easy_setopt(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(options.totalLimit.count()));
+    setOption(easy, CURLOPT_URL, account.url.constData());
+    setOption(easy, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
+    setOption(easy, CURLOPT_CONNECT_ONLY, 1L);
+    setOption(easy, CURLOPT_USE_SSL, static_cast<long>(required ? CURLUSESSL_ALL : CURLUSESSL_TRY));
+    setOption(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(options.connectLimit.count()));
+    setOption(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(options.totalLimit.count()));
 }
 
 void setLogin(CURL *easy, const MailAccount &account)
 {
     if (!account.user.isEmpty()) {
-        curl_easy_setopt(easy, CURLOPT_USERNAME, account.user.constData());
-        curl_easy_setopt(easy, CURLOPT_PASSWORD, account.password.constData());
+        setOption(easy, CURLOPT_USERNAME, account.user.constData());
+        setOption(easy, CURLOPT_PASSWORD, account.password.constData());
     }
 }
 
@@ -118,8 +121,8 @@ QCoro::Task<std::optional<MailProblem>> SmtpClient::send(MailAccount account, QB
     setConnection(easy.get(), account, options_);
     setLogin(easy.get(), account);
     authorities_.applyTo(easy.get());
-    curl_easy_setopt(easy.get(), CURLOPT_HEADERFUNCTION, &onReply);
-    curl_easy_setopt(easy.get(), CURLOPT_HEADERDATA, &greeting);
+    setOption(easy.get(), CURLOPT_HEADERFUNCTION, &onReply);
+    setOption(easy.get(), CURLOPT_HEADERDATA, &greeting);
     const std::optional<int> code = co_await loop_.connect(easy.get(), stop);
     if (!code) {
         co_return MailProblem{MailFailure::Stopped, {}, account.serverText};

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <stdexcept>
 
 namespace velmora {
@@ -159,6 +160,20 @@ TEST_F(TaskScopeTest, GoesOnWithTheOthersAfterAFailure)
     scope.launch(waitFor(clock, 2s, scope.stopToken(), wakes));
     clock.advance(2s);
     EXPECT_EQ(wakes, QList<Wake>{Wake::Elapsed});
+}
+
+// As when there is no memory left for the text, or the log cannot be written.
+TEST(TaskScope, CountsWhatEndedEvenIfThatCannotBeReported)
+{
+    FakeClock clock;
+    TaskScope scope([](const QString &) { throw std::bad_alloc(); });
+    scope.launch(failAtOnce());
+    EXPECT_EQ(scope.running(), 0);
+    scope.launch(failAfter(clock, 1s, "failed"));
+    const QCoro::Task<> join = scope.join();
+    clock.advance(1s);
+    EXPECT_EQ(scope.running(), 0);
+    EXPECT_TRUE(join.isReady());
 }
 
 #ifndef NDEBUG

@@ -10,7 +10,9 @@ import metrics
 
 LAYERS = ["base", "net", "settings", "cameras", "capture", "view", "pictures", "browser", "tools", "health", "admin", "ui", "app"]
 # The calls that hand libcurl its work; TransferLoop makes them.
-CURL_USERS = ["Authorities.cpp", "TransferLoop.cpp", "ConnectedStream.cpp", "HttpClient.cpp", "SmtpClient.cpp"]
+CURL_USERS = [
+    "Authorities.cpp", "ConnectedStream.cpp", "CurlOption.h", "HttpClient.cpp", "SmtpClient.cpp", "TransferLoop.cpp",
+]
 MAX_LINES = 500
 
 

@@ -1,24 +1,17 @@
-// A camera's sheet, and the window for many cameras, under mouse and keys.
+// A camera's sheet, under mouse and keys.
 #include "ui/CameraSheet.h"
 
 #include "WindowHouse.h"
 #include "capture/CameraTrial.h"
 #include "support/LoopbackCameraAnswers.h"
-#include "support/RefusedCalls.h"
-#include "ui/CameraListWindow.h"
 #include "ui/ListBoxes.h"
 
 #include <QComboBox>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
-#include <QTableWidget>
 
 #include <gtest/gtest.h>
-
-#include <cerrno>
-#include <sys/stat.h>
 
 namespace velmora::test {
 namespace {
@@ -363,138 +356,6 @@ TEST_F(CameraSheetTest, ARowTypedEarlierShowsWhatAnotherProgramChanges)
               QStringLiteral("http://elsewhere/"));
     house_.leaveBox();
     EXPECT_EQ(house_.house.table.row({0, 3}).url, QStringLiteral("http://elsewhere/"));
-}
-
-class CameraListWindowTest : public testing::Test
-{
-protected:
-    void paste(const QString &text)
-    {
-        window_.present();
-        text_.setPlainText(text);
-    }
-
-    QString cell(int line, int column) { return preview_.item(line, column)->text(); }
-
-    TempTree tree_;
-    SettingsFile settings_{tree_.path()};
-    CameraListWindow window_{settings_};
-    QPlainTextEdit &text_ = *window_.findChild<QPlainTextEdit *>(QStringLiteral("listText"));
-    QTableWidget &preview_ = *window_.findChild<QTableWidget *>(QStringLiteral("listPreview"));
-    QPushButton &store_ = *window_.findChild<QPushButton *>(QStringLiteral("listStore"));
-    QLabel &message_ = *window_.findChild<QLabel *>(QStringLiteral("listMessage"));
-};
-
-TEST_F(CameraListWindowTest, ShowsWhatWouldGoWhereBeforeItStores)
-{
-    paste(QStringLiteral("name,address,group,row\nGate,http://u:p@a/,3,7\n,http://b/,,\n"));
-    ASSERT_EQ(preview_.rowCount(), 2);
-    EXPECT_EQ(cell(0, 0), QStringLiteral("3:7"));
-    EXPECT_EQ(cell(0, 1), QStringLiteral("Gate"));
-    EXPECT_EQ(cell(0, 2), QStringLiteral("http://a/"));
-    EXPECT_FALSE(tree_.exists(u"Velmora.ini"));
-    QTest::mouseClick(&store_, Qt::LeftButton);
-    EXPECT_EQ(settings_.read(u"Liste3", u"lst7"), QStringLiteral("http://u:p@a/"));
-    EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://b/"));
-}
-
-TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShows)
-{
-    paste(QStringLiteral("http://a/\n"));
-    ASSERT_EQ(cell(0, 0), QStringLiteral("0:0"));
-    settings_.write(u"Liste0", u"lst0", u"http://other/"); // by another program
-    QTest::mouseClick(&store_, Qt::LeftButton);
-    EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QString());
-    EXPECT_EQ(cell(0, 0), QStringLiteral("0:1"));
-    EXPECT_TRUE(message_.text().contains(u"meanwhile")) << message_.text().toStdString();
-    QTest::mouseClick(&store_, Qt::LeftButton);
-    EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://other/"));
-    EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QStringLiteral("http://a/"));
-}
-
-// As when an address that is being typed in the main window is stored first.
-TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShowsOnceWhatIsTypedIsStored)
-{
-    paste(QStringLiteral("http://a/1.jpg"));
-    ASSERT_EQ(cell(0, 0), QStringLiteral("0:0"));
-    QObject::connect(&window_, &CameraListWindow::storing, &window_,
-                     [this] { settings_.write(u"Liste0", u"lst0", u"http://typed/"); });
-    QTest::mouseClick(&store_, Qt::LeftButton);
-    EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://typed/"));
-    EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QString());
-    EXPECT_EQ(cell(0, 0), QStringLiteral("0:1"));
-}
-
-TEST_F(CameraListWindowTest, ShowsTheRowsAsTheyAreWhenItComesUpAgain)
-{
-    paste(QStringLiteral("http://a/\n"));
-    settings_.write(u"Liste0", u"lst0", u"http://other/");
-    QEvent activation(QEvent::WindowActivate);
-    QApplication::sendEvent(&window_, &activation);
-    EXPECT_EQ(cell(0, 0), QStringLiteral("0:1"));
-}
-
-TEST_F(CameraListWindowTest, KeepsWhatWasPastedWhenItIsOpenedAgain)
-{
-    paste(QStringLiteral("http://a/\n"));
-    window_.present();
-    EXPECT_EQ(text_.toPlainText(), QStringLiteral("http://a/\n"));
-    window_.close();
-    window_.present();
-    EXPECT_EQ(text_.toPlainText(), QString());
-}
-
-TEST_F(CameraListWindowTest, ShowsNoPasswordHoweverLong)
-{
-    const QString token(300, u't');
-    paste(QStringLiteral("http://admin:%1@cam/a.jpg\nhttp://admin:%1@cam/a.jpg Front door\n")
-              .arg(token));
-    EXPECT_EQ(cell(0, 2), QStringLiteral("http://cam/a.jpg"));
-    EXPECT_EQ(cell(1, 2), QStringLiteral("http://cam/a.jpg Front door"));
-    EXPECT_EQ(cell(1, 3), QStringLiteral("\"http://cam/a.jpg Front door\" is not an address"));
-}
-
-TEST_F(CameraListWindowTest, ReadsAFileWholeOrNotAtAll)
-{
-    tree_.write(u"list.txt", QByteArray("http://cam/a.jpg\n").repeated(20));
-    {
-        const RefusedCall refused(Call::Read, EIO, 1);
-        window_.openFile(tree_.path(u"list.txt"));
-    }
-    EXPECT_EQ(preview_.rowCount(), 0);
-    EXPECT_FALSE(store_.isEnabled());
-    EXPECT_TRUE(message_.text().contains(u"cannot be read")) << message_.text().toStdString();
-    window_.openFile(tree_.path(u"list.txt"));
-    EXPECT_EQ(preview_.rowCount(), 20);
-}
-
-TEST_F(CameraListWindowTest, WaitsForNoPipe)
-{
-    ASSERT_EQ(::mkfifo(QFile::encodeName(tree_.path(u"pipe")).constData(), 0600), 0);
-    window_.openFile(tree_.path(u"pipe"));
-    EXPECT_TRUE(message_.text().contains(u"cannot be read")) << message_.text().toStdString();
-}
-
-TEST_F(CameraListWindowTest, StoresNothingWhileALineIsWrong)
-{
-    paste(QStringLiteral("http://a/\nnothing\nhttp://a/\n"));
-    EXPECT_FALSE(store_.isEnabled());
-    EXPECT_TRUE(message_.text().startsWith(u"1 new, 1 double, 1 wrong"));
-    text_.setPlainText(QStringLiteral("http://a/\n"));
-    EXPECT_TRUE(store_.isEnabled());
-}
-
-TEST_F(CameraListWindowTest, ReadsAFile)
-{
-    tree_.write(u"list.txt", QByteArray("\xFF\xFEh\0t\0t\0p\0:\0/\0/\0a\0/\0", 20));
-    window_.present();
-    window_.openFile(tree_.path(u"list.txt"));
-    ASSERT_EQ(preview_.rowCount(), 1);
-    EXPECT_EQ(cell(0, 2), QStringLiteral("http://a/"));
-    tree_.write(u"long.txt", QByteArray("http://a/\n").repeated(1'000'000));
-    window_.openFile(tree_.path(u"long.txt"));
-    EXPECT_FALSE(store_.isEnabled());
-    EXPECT_TRUE(message_.text().contains(QStringLiteral("longer")));
 }
 
 TEST(ChoiceListNames, AreFoundByTyping)

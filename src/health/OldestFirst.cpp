@@ -6,9 +6,11 @@
 #include "health/DiskRoom.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <fcntl.h>
 
 namespace velmora {
 namespace {
@@ -16,6 +18,8 @@ namespace {
 constexpr std::chrono::minutes kRest{10};
 constexpr std::size_t kAtOnce = 1000; // images chosen in one look through all folders
 constexpr qint64 kMostLogBytes = 1'000'000;
+constexpr int kAppending = O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+constexpr mode_t kRights = 0666; // less the process's mask
 
 QString logPath(const QString &programFolder)
 {
@@ -55,6 +59,7 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
     co_await clock_.yield();
     slice_.begin();
     oldest_.clear();
+    folders_ = {};
     for (const CameraAddress camera : cameras) {
         co_await look(camera, use);
     }
@@ -86,7 +91,8 @@ bool OldestFirst::mayGoOn(const StorageUse &use) const
 // Looks twice: a folder's newest image is known only after reading all of it.
 QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
 {
-    const FolderFiles folder(storage_.cameraFolder(camera), FolderLinks::Refused);
+    folders_[camera] = storage_.cameraFolder(camera);
+    const FolderFiles folder(folders_[camera], FolderLinks::Refused);
     if (!folder.isOpen() || !mayGoOn(use)) {
         co_return;
     }
@@ -119,9 +125,14 @@ void OldestFirst::take(const Candidate &candidate)
     }
 }
 
+// With a different address the row has a different camera, which has images of the same names.
 bool OldestFirst::remove(const Candidate &candidate)
 {
-    const FolderFiles folder(storage_.cameraFolder(candidate.camera), FolderLinks::Refused);
+    const QString path = storage_.cameraFolder(candidate.camera);
+    if (path != folders_[candidate.camera]) {
+        return false;
+    }
+    const FolderFiles folder(path, FolderLinks::Refused);
     if (!folder.isOpen() || folder.remove(candidate.name.constData())) {
         return false;
     }
@@ -133,12 +144,13 @@ bool OldestFirst::remove(const Candidate &candidate)
 void OldestFirst::record(const Candidate &candidate)
 {
     const QString path = logPath(table_.settings().programFolder());
-    QFile log(path);
-    if (log.size() > kMostLogBytes) {
+    if (QFileInfo(path).size() > kMostLogBytes) {
         QFile::remove(path + QStringLiteral(".old"));
         QFile::rename(path, path + QStringLiteral(".old"));
     }
-    if (log.open(QIODevice::Append)) {
+    QFile log;
+    const int file = ::open(QFile::encodeName(path).constData(), kAppending, kRights);
+    if (file >= 0 && log.open(file, QIODevice::Append, QFileDevice::AutoCloseHandle)) {
         log.write(QStringLiteral("%1 %2:%3 %4\n")
                       .arg(dateText(clock_.localNow()))
                       .arg(candidate.camera.group)

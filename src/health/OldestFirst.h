@@ -67,6 +67,7 @@ private:
     TaskScope &scope_;
     WorkSlice slice_;
     std::set<Candidate> oldest_;
+    PerCamera<QString> folders_;             // of the candidates, as they were looked through
     std::chrono::milliseconds restsUntil_{}; // by the monotonic clock
     bool running_ = false;
 };

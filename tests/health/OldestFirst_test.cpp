@@ -2,10 +2,12 @@
 #include "health/OldestFirst.h"
 
 #include "HealthHouse.h"
+#include "support/BusyClock.h"
 
 #include <QFile>
 
 #include <limits>
+#include <sys/stat.h>
 
 namespace velmora::test {
 namespace {
@@ -152,6 +154,37 @@ TEST_F(OldestFirstTest, DeletesNothingInTheFolderThatIsPutInForceMeanwhile)
     house_.finish();
     EXPECT_TRUE(house_.tree.exists(other + kOld));
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
+// With another address the row has another camera, whose images may have the same names.
+TEST_F(OldestFirstTest, DeletesNothingOfTheCameraThatTakesTheRowMeanwhile)
+{
+    const QString folder = house_.folder(kOne);
+    house_.putImage(kOne, kOlder);
+    house_.putImage(kOne, kOld);
+    BusyClock busy{clock_, 5ms};
+    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+    busy.setOnYield([&](int) {
+        if (house_.tree.exists(folder + u'/' + kOlder) || house_.folder(kOne) != folder) {
+            return;
+        }
+        house_.addCamera(kOne, QStringLiteral("http://other/a.jpg"));
+        house_.putImage(kOne, kOld);
+        house_.putImage(kOne, kNewest);
+    });
+    oldest.makeRoom(kNeverEnough, {kOne});
+    house_.finish();
+    EXPECT_NE(house_.folder(kOne), folder);
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
+TEST_F(OldestFirstTest, WaitsForNoPipeInThePlaceOfItsList)
+{
+    const QByteArray pipe = QFile::encodeName(house_.tree.path(u"Velmora.deleted"));
+    ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0);
+    house_.putImage(kOne, kOld);
+    makeRoom();
+    EXPECT_EQ(house_.images(kOne), QStringList({kNewest}));
 }
 
 TEST_F(OldestFirstTest, StartsAnotherFileWhenTheListGetsLong)

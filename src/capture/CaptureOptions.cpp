@@ -15,15 +15,23 @@ constexpr double kMinTempo = 1;
 constexpr double kMaxTempo = 60;
 constexpr double kMinTimeout = 5;
 constexpr double kMaxTimeout = 24.0 * 3600; // a longer wait would not fit libcurl's milliseconds
+constexpr double kMaxExact = 1e15;          // whole numbers up to here are written as they are
 
 double clampedTempo(QStringView text)
 {
     return std::clamp(std::abs(leadingNumber(text)), kMinTempo, kMaxTempo);
 }
 
-double clampedTimeout(QStringView text)
+double wholeTimeout(QStringView text)
 {
-    return std::clamp(std::trunc(std::abs(leadingNumber(text))), kMinTimeout, kMaxTimeout);
+    return std::max(std::trunc(std::abs(leadingNumber(text))), kMinTimeout);
+}
+
+// In force no more than a day counts; the text stays what was asked for.
+QString timeoutText(QStringView text)
+{
+    const double whole = wholeTimeout(text);
+    return whole <= kMaxExact ? QString::number(whole, 'f', 0) : text.toString();
 }
 
 QString wholeText(double number)
@@ -161,7 +169,7 @@ QString storedTempo(const SettingsSnapshot &settings)
 
 QString storedTimeout(const SettingsSnapshot &settings)
 {
-    return wholeText(clampedTimeout(keys::kTIO.read(settings)));
+    return timeoutText(keys::kTIO.read(settings));
 }
 
 void setStoredTempo(SettingsDraft &draft, QStringView text)
@@ -171,7 +179,7 @@ void setStoredTempo(SettingsDraft &draft, QStringView text)
 
 void setStoredTimeout(SettingsDraft &draft, QStringView text)
 {
-    keys::kTIO.write(draft, wholeText(clampedTimeout(text)));
+    keys::kTIO.write(draft, timeoutText(text));
 }
 
 std::chrono::milliseconds CaptureOptions::normaliseTempo()
@@ -185,13 +193,13 @@ std::chrono::milliseconds CaptureOptions::normaliseTempo()
 
 std::chrono::seconds CaptureOptions::downloadLimit() const
 {
-    return std::chrono::seconds{static_cast<int>(clampedTimeout(timeout_))};
+    return std::chrono::seconds{static_cast<int>(std::min(wholeTimeout(timeout_), kMaxTimeout))};
 }
 
 void CaptureOptions::normaliseTimeout()
 {
     if (timeoutHand_.mayPutRight()) {
-        setTimeout(QString::number(downloadLimit().count()));
+        setTimeout(timeoutText(timeout_));
     }
 }
 

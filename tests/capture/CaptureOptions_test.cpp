@@ -156,8 +156,9 @@ const TimeoutRow kTimeouts[] = {
     {"Empty", QString(), 5s, QStringLiteral("5")},
     {"NoNumber", QStringLiteral("abc"), 5s, QStringLiteral("5")},
     {"AnHour", QStringLiteral("3600"), 3600s, QStringLiteral("3600")},
-    {"Huge", QStringLiteral("99999999999"), 86400s, QStringLiteral("86400")},
-    {"Infinite", QStringLiteral("1e999"), 86400s, QStringLiteral("86400")},
+    {"MoreThanADay", QStringLiteral("-100000"), 86400s, QStringLiteral("100000")},
+    {"Huge", QStringLiteral("99999999999"), 86400s, QStringLiteral("99999999999")},
+    {"Infinite", QStringLiteral("1e999"), 86400s, QStringLiteral("1e999")},
 };
 
 INSTANTIATE_TEST_SUITE_P(CaptureOptions, CaptureOptionsTimeout, testing::ValuesIn(kTimeouts),
@@ -310,11 +311,11 @@ TEST_P(NamedElsewhere, YieldsToWhatIsTyped)
 
 TEST_P(NamedElsewhere, IsBroughtIntoRangeByARuleThatWaited)
 {
-    name(QStringLiteral("2000000"), QStringLiteral("2000000"));
+    name(QStringLiteral("-2000000"), QStringLiteral("-2000000"));
     options_->normaliseTempo();
     options_->normaliseTimeout();
     leave();
-    EXPECT_NE(shown(), QStringLiteral("2000000"));
+    EXPECT_NE(shown(), QStringLiteral("-2000000"));
 }
 
 const BoxInHand kBoxes[] = {

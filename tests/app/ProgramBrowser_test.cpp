@@ -65,6 +65,26 @@ TEST_F(ProgramBrowser, SetupShowsTheMainWindowWhenItIsReleased)
     EXPECT_TRUE(isVisible(kMain));
 }
 
+// With real keys in both windows.
+TEST_F(ProgramBrowser, DeleteTakesNoImageOfAnAddressThatWasTypedOver)
+{
+    putImages(3);
+    start();
+    click(kBrowser, QStringLiteral("cSetUp"));
+    QWidget *const box = control(kMain, QStringLiteral("Source0"));
+    QTest::mouseClick(box, Qt::LeftButton);
+    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(box, QStringLiteral("http://cam/b.png"));
+    QTest::keyClick(box, Qt::Key_Tab);
+    QTest::keyClick(control(kBrowser, QStringLiteral("LstDir")), Qt::Key_Delete);
+    EXPECT_EQ(topLevel(kBrowser)->findChild<QMessageBox *>(), nullptr);
+    settle();
+    EXPECT_EQ(position(), QStringLiteral("0"));
+    EXPECT_EQ(text(kBrowser, QStringLiteral("lCamera")), QStringLiteral("cam/b.png"));
+    EXPECT_FALSE(tree_.exists(u"drives/c/in/http%3A%2F%2Fcam%2Fb%2Epng"));
+    EXPECT_TRUE(tree_.exists(kFolder + QStringLiteral("20050101_0000020101.png")));
+}
+
 TEST_F(ProgramBrowser, SaysInItsStatusLineWhatTheWarningSays)
 {
     start();

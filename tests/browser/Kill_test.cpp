@@ -50,6 +50,23 @@ TEST_F(Kill, AsksNothingWhenTheFileHasGoneAlready)
     EXPECT_FALSE(browser_.killQuestion());
 }
 
+TEST_F(Kill, AsksNothingAboutAnAddressThatTheCameraNoLongerHas)
+{
+    house_.addImages(kCamera, 3);
+    house_.show(kCamera);
+    house_.capture.table.setUrl(kCamera, u"http://other/");
+    EXPECT_FALSE(browser_.killQuestion());
+}
+
+TEST_F(Kill, AsksNothingInGroupViewAboutAnAddressThatTheCameraNoLongerHas)
+{
+    house_.addImages(kCamera, 3);
+    showGroupWithRow(kCamera.row);
+    ASSERT_TRUE(browser_.killQuestion());
+    house_.capture.table.setUrl(kCamera, u"");
+    EXPECT_FALSE(browser_.killQuestion());
+}
+
 TEST_F(Kill, AsksNothingWhenAFolderHasTakenTheFilesPlace)
 {
     house_.addImages(kCamera, 1);

@@ -69,14 +69,6 @@ TEST_F(AddressChange, TheImagesOfTheNewAddressAreShown)
     EXPECT_EQ(listed(0), storedName(7));
 }
 
-TEST_F(AddressChange, DeleteAsksNothingBeforeTheNewFolderIsRead)
-{
-    openOn(3);
-    changeOutside(kCamera, kOther);
-    QTest::keyClick(&view(kImages), Qt::Key_Delete);
-    EXPECT_EQ(house_.question(), nullptr);
-}
-
 TEST_F(AddressChange, TheImagesOfACameraThatIsRemovedAreNotShown)
 {
     openOn(3);
@@ -102,8 +94,6 @@ TEST_F(AddressChange, InGroupViewItsNewestImageGoesAndTheRowStaysSelected)
     house_.house.page.reread();
     expectCamera(2, 2);
     changeOutside({0, 2}, kOther);
-    QTest::keyClick(&view(kRowsOfGroup), Qt::Key_Delete);
-    EXPECT_EQ(house_.question(), nullptr);
     house_.settle();
     expectCamera(2, 0);
     EXPECT_EQ(house_.shown(2), QString());

@@ -83,11 +83,17 @@ void SheetPictures::fill()
     loader_.load(orders);
 }
 
+// While the storage folder is away, a picture on show stays, but not for another file.
 void SheetPictures::show(const PictureOrder &order, const QImage &image)
 {
-    const bool isAway = image.isNull() && !storage_.isPresent(); // what is on show stays
-    if (order.path == wanted(order.place) && !isAway) {
-        view(order.place).showPicture(order.path, image);
+    if (order.path != wanted(order.place)) {
+        return;
+    }
+    PictureView &shown = view(order.place);
+    if (!image.isNull() || storage_.isPresent()) {
+        shown.showPicture(order.path, image);
+    } else if (shown.path() != order.path) {
+        shown.clear();
     }
 }
 

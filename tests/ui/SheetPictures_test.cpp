@@ -2,6 +2,7 @@
 // unusable files do.
 #include "BrowserWindowHouse.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 
@@ -254,6 +255,24 @@ TEST_F(SheetPicturesTest, AFileThatVanishedEmptiesItsCell)
     house_.keyInWindow(Qt::Key_F5);
     EXPECT_EQ(house_.shown(2), QString());
     EXPECT_EQ(house_.shown(1), storedName(1));
+}
+
+TEST_F(SheetPicturesTest, NoPictureStandsForAnotherFileWhileTheStorageFolderIsAway)
+{
+    house_.openOn(25);
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Return); // enlarges the newest
+    ASSERT_TRUE(QDir(house_.house.tree.path(u"drives/c"))
+                    .rename(QStringLiteral("in"), QStringLiteral("away")));
+    house_.house.storage.testSA();
+    house_.settle();
+    EXPECT_EQ(house_.shown(9), storedName(24)); // what is on show stays
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Home);
+    for (int i = 0; i < kCells; ++i) {
+        EXPECT_EQ(house_.data.sheet.image(i).name, storedName(i));
+        EXPECT_EQ(house_.shown(i), QString()) << i;
+        EXPECT_FALSE(house_.cell(i).holdsPicture()) << i;
+    }
+    EXPECT_EQ(house_.shown(QStringLiteral("ZoomImage")), QString());
 }
 
 TEST_F(SheetPicturesTest, NothingIsLoadedForAHiddenEnlargedImage)

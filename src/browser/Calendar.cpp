@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 
@@ -33,7 +34,9 @@ Calendar::Calendar(ImageBrowser &browser)
 
 void Calendar::open()
 {
-    open_ = true;
+    if (std::exchange(open_, true)) {
+        return;
+    }
     chosen_.reset();
     anchor_.reset();
     count();
@@ -130,11 +133,24 @@ void Calendar::goTo(const Goal &goal)
     if (browser_.shown().state.view() == View::Group) {
         waiting_ = goal;
         browser_.setMode(Mode::Camera, false);
+        showCamera(goal.camera);
     } else if (imagesAt(goal).first >= files().count() && imagesAt(goal).count > 0) {
         waiting_ = goal;
         browser_.refresh();
     } else {
         select(goal);
+    }
+}
+
+// A paused film keeps its list, and so the calendar, when another group is chosen.
+void Calendar::showCamera(CameraAddress camera)
+{
+    const CameraAddress shown = browser_.shown().state.camera();
+    if (camera.group != shown.group) {
+        browser_.chooseGroup(camera.group);
+    }
+    if (camera.row != shown.row) {
+        browser_.chooseCamera(camera.row);
     }
 }
 

@@ -29,6 +29,7 @@ public:
     /// The browser outlives the object.
     explicit Calendar(ImageBrowser &browser);
 
+    /// Begins with the last day; does nothing while open.
     void open();
 
     void close() { open_ = false; }
@@ -89,6 +90,7 @@ private:
     void count();
     void countChosen();
     void goTo(const Goal &goal);
+    void showCamera(CameraAddress camera);
     void goOn();
     void select(const Goal &goal);
     [[nodiscard]] ImageRun imagesAt(const Goal &goal) const;

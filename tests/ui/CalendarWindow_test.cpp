@@ -76,6 +76,35 @@ TEST_F(CalendarWindowTest, ShiftChoosesSeveralDays)
     EXPECT_FALSE(calendar_.range());
 }
 
+TEST_F(CalendarWindowTest, KeepsTheChosenDaysWhenItIsRaised)
+{
+    using namespace std::chrono;
+    calendar_.choose(year{2006} / 3 / 7);
+    calendar_.extendTo(year{2006} / 3 / 9);
+    window_.present();
+    ASSERT_TRUE(calendar_.range());
+    EXPECT_EQ(calendar_.range()->last, (year{2006} / 3 / 9));
+    window_.close();
+    window_.present();
+    EXPECT_FALSE(calendar_.range());
+}
+
+TEST_F(CalendarWindowTest, ADayLeadsToTheCameraOfAPausedFilmFromAnotherGroup)
+{
+    house_.addImages({1, 0}, 3);
+    house_.click(QStringLiteral("bFilm"));
+    house_.film.PauseCine_MouseDown();
+    house_.tick(QStringLiteral("cCamera"));
+    house_.clickRow(QStringLiteral("lstGroupe"), 1);
+    ASSERT_EQ(house_.browser.shown().files.camera(), (CameraAddress{0, 0}));
+    QTest::keyClick(&part("calendarDays"), Qt::Key_Return);
+    house_.settle();
+    EXPECT_EQ(house_.browser.shown().state.camera(), (CameraAddress{0, 0}));
+    EXPECT_EQ(house_.browser.shown().state.view(), View::Camera);
+    EXPECT_EQ(house_.browser.shown().files.ListIndex(), 0);
+    EXPECT_EQ(house_.shown(0), storedName(0));
+}
+
 /// Black on white, and white on black.
 std::array<QPalette, 2> plainPalettes()
 {

@@ -6,6 +6,8 @@
 #include <QDateTime>
 #include <QFile>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
@@ -25,6 +27,18 @@ FilmMaker::FilmMaker(const Uses &uses)
     connect(&copy_, &RangeCopy::advanced, this, &FilmMaker::advanced);
     connect(&film_, &FilmExport::ended, this,
             [this](FilmEnd end, const QString &text) { Q_EMIT ended(endText(end, text)); });
+    connect(&uses_.data.files, &QAbstractItemModel::modelAboutToBeReset, this,
+            [this] { names_ = names(); });
+    connect(&uses_.data.files, &QAbstractItemModel::modelReset, this, [this] {
+        if (isOfShownCamera()) {
+            Q_EMIT imagesChanged();
+        }
+    });
+}
+
+std::shared_ptr<const ImageNames> FilmMaker::names() const
+{
+    return isOfShownCamera() ? uses_.data.files.shared() : names_;
 }
 
 void FilmMaker::take()
@@ -44,12 +58,15 @@ bool FilmMaker::isOfShownCamera() const
     return uses_.data.files.folder() == folderText_;
 }
 
+// A paused film may extend beyond what is left of the list.
 QString FilmMaker::momentAt(qsizetype position) const
 {
-    if (position < 0 || position >= names_->count()) {
+    const std::shared_ptr<const ImageNames> names = this->names();
+    if (names->count() == 0) {
         return {};
     }
-    const QString name = QFile::decodeName(names_->name(position).left(kMomentLetters));
+    const qsizetype listed = std::clamp<qsizetype>(position, 0, names->count() - 1);
+    const QString name = QFile::decodeName(names->name(listed).left(kMomentLetters));
     const QDateTime moment = QDateTime::fromString(name, QStringLiteral("yyyyMMdd_HHmmss"));
     return moment.isValid() ? moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) : QString();
 }
@@ -59,7 +76,7 @@ FilmWish FilmMaker::usualWish() const
     FilmWish wish;
     const PlayRange range = uses_.film.isOpen() && isOfShownCamera()
                                 ? uses_.film.face().range
-                                : PlayRange{1, static_cast<int>(names_->count())};
+                                : PlayRange{1, static_cast<int>(names()->count())};
     wish.from = momentAt(range.start - 1);
     wish.to = momentAt(range.end - 1);
     return wish;
@@ -71,7 +88,7 @@ FilmPicks FilmMaker::picks(const FilmWish &wish) const
     if (!span) {
         return {};
     }
-    FilmPicks picks = filmPicks(*names_, *span, wish.hours);
+    FilmPicks picks = filmPicks(*names(), *span, wish.hours);
     if (wish.thinning == FilmThinning::Every) {
         picks.keepEvery(wish.thinningNumber);
     } else if (wish.thinning == FilmThinning::Seconds) {
@@ -95,7 +112,7 @@ QString FilmMaker::picture(const FilmWish &wish, qsizetype at) const
 {
     const FilmPicks picked = picks(wish);
     return at < picked.count()
-               ? folder_ + u'/' + QFile::decodeName(names_->name(picked.position(at)))
+               ? folder_ + u'/' + QFile::decodeName(names()->name(picked.position(at)))
                : QString();
 }
 
@@ -108,9 +125,8 @@ void FilmMaker::play(const FilmWish &wish)
     const ImageNames &names = uses_.data.files.names();
     const auto first = static_cast<int>(names.countBefore(span->first)) + 1;
     const auto last = static_cast<int>(names.countBefore(span->behind));
-    if (first <= last && uses_.film.face().range != PlayRange{first, last}) {
-        uses_.film.sDebut_Change(first);
-        uses_.film.sFin_Change(last);
+    if (first <= last) {
+        uses_.film.setRange({first, last});
     }
 }
 
@@ -123,7 +139,7 @@ void FilmMaker::makeFilm(const FilmWish &wish, const QString &target)
     target_ = target;
     result_.clear();
     film_.start({folder_,
-                 names_,
+                 names(),
                  picks(wish),
                  {wish.picturesPerSecond, 1},
                  wish.size,
@@ -158,7 +174,7 @@ void FilmMaker::copyImages(const FilmWish &wish, const QString &folder)
     result_.clear();
     copying_ = true;
     stopCopy_ = std::stop_source();
-    uses_.scope.launch(copy({folder_, names_, picks(wish), folder}));
+    uses_.scope.launch(copy({folder_, names(), picks(wish), folder}));
 }
 
 QCoro::Task<> FilmMaker::copy(CopyOrder order)

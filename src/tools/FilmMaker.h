@@ -41,7 +41,8 @@ struct FilmForecast
     qint64 bytes = 0;
 };
 
-/// Works on the list as it was when take() was called, whatever the browser shows now.
+/// Works on the images of the camera that was on show when take() was called: those that the
+/// browser lists, or last listed if it shows another camera now.
 class FilmMaker : public QObject
 {
     Q_OBJECT
@@ -60,7 +61,7 @@ public:
 
     explicit FilmMaker(const Uses &uses);
 
-    /// From now on works on the images that the browser lists now.
+    /// From now on works on the camera whose images the browser lists now.
     void take();
 
     /// The whole list as a wish, or the range of it that the slideshow plays.
@@ -72,14 +73,14 @@ public:
     /// True while the browser, and with it the slideshow, shows the same camera.
     [[nodiscard]] bool isOfShownCamera() const;
 
-    [[nodiscard]] bool hasImages() const { return names_->count() > 0; }
+    [[nodiscard]] bool hasImages() const { return names()->count() > 0; }
 
     [[nodiscard]] FilmForecast forecast(const FilmWish &wish) const;
 
     /// Native path of a picture of the film, from 0; empty past the last.
     [[nodiscard]] QString picture(const FilmWish &wish, qsizetype at) const;
 
-    /// Makes the slideshow play this range of the list from now on.
+    /// Makes the slideshow play this range of the list from now on; a paused one stays paused.
     void play(const FilmWish &wish);
 
     void makeFilm(const FilmWish &wish, const QString &target);
@@ -99,12 +100,16 @@ public:
     [[nodiscard]] const QString &result() const { return result_; }
 
 Q_SIGNALS:
+    /// Images of the camera have come or gone.
+    void imagesChanged();
+
     void advanced();
 
     /// text: how it ended, for the user.
     void ended(const QString &text);
 
 private:
+    [[nodiscard]] std::shared_ptr<const ImageNames> names() const;
     [[nodiscard]] FilmPicks picks(const FilmWish &wish) const;
     [[nodiscard]] QString momentAt(qsizetype position) const;
     [[nodiscard]] QString endText(FilmEnd end, const QString &text);
@@ -115,8 +120,8 @@ private:
     FilmExport film_;
     RangeCopy copy_;
     std::stop_source stopCopy_;
-    std::shared_ptr<const ImageNames> names_;
-    QString folder_; // native path
+    std::shared_ptr<const ImageNames> names_; // as last listed, once another camera is on show
+    QString folder_;                          // native path
     QString folderText_;
     QString camera_;
     QString target_;

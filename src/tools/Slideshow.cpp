@@ -214,6 +214,23 @@ void Slideshow::sFin_Change(int value)
     showRange();
 }
 
+void Slideshow::setRange(const PlayRange &range)
+{
+    if (range == face_.range) {
+        return;
+    }
+    face_.range = range;
+    if (current_ < range.start || current_ > range.end) {
+        current_ = range.start;
+    }
+    if (isPlaying() && range.start == range.end) {
+        timer_.stop();
+    } else if (isPlaying() && !timer_.isActive()) {
+        startTimer();
+    }
+    showRange();
+}
+
 void Slideshow::showRange()
 {
     showCounters();

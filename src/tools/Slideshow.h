@@ -82,6 +82,9 @@ public:
     /// The slider of the last image was moved.
     void sFin_Change(int value);
 
+    /// Another range was chosen elsewhere. Unlike a slider this lets no paused show run on.
+    void setRange(const PlayRange &range);
+
     /// The slider of the speed was moved.
     void vitesse_Change(int value);
 

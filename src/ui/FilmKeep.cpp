@@ -1,6 +1,7 @@
 #include "ui/FilmKeep.h"
 
 #include "pictures/PictureReader.h"
+#include "ui/BoxEdit.h"
 #include "ui/PictureView.h"
 #include "ui/ToFront.h"
 
@@ -10,10 +11,10 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -89,8 +90,8 @@ FilmKeep::~FilmKeep()
 
 void FilmKeep::makeRange(QFormLayout &form)
 {
-    from_ = named(new QLineEdit, "filmFrom", tr("First day or time, as 2006-03-07 14:30"));
-    to_ = named(new QLineEdit, "filmTo", tr("Last day or time, as 2006-03-07 14:30"));
+    from_ = named(new BoxEdit, "filmFrom", tr("First day or time, as 2006-03-07 14:30"));
+    to_ = named(new BoxEdit, "filmTo", tr("Last day or time, as 2006-03-07 14:30"));
     hoursFrom_ = numberBox("filmHoursFrom", tr("First hour of the day"), 0, 23, 0);
     hoursTo_ = numberBox("filmHoursTo", tr("End hour of the day"), 0, 24, 24);
     form.addRow(tr("&From"), from_);
@@ -165,12 +166,10 @@ void FilmKeep::arrange(QFormLayout *form)
 
 void FilmKeep::bind()
 {
-    for (QLineEdit *const box : {from_, to_}) {
-        connect(box, &QLineEdit::textChanged, this, &FilmKeep::showForecast);
-        connect(box, &QLineEdit::editingFinished, this, [this] {
-            restartPreview();
-            maker_.play(wish());
-        });
+    for (BoxEdit *const box : {from_, to_}) {
+        connect(box, &BoxEdit::textChanged, this, &FilmKeep::showForecast);
+        connect(box, &BoxEdit::left, this, &FilmKeep::takeTyped);
+        connect(box, &BoxEdit::enterPressed, this, &FilmKeep::takeTyped);
     }
     for (QSpinBox *const box : {hoursFrom_, hoursTo_, thinningNumber_, rate_}) {
         connect(box, &QSpinBox::valueChanged, this, &FilmKeep::showForecast);
@@ -179,6 +178,7 @@ void FilmKeep::bind()
         connect(box, &QComboBox::currentIndexChanged, this, &FilmKeep::showForecast);
     }
     connect(&film_, &Slideshow::changed, this, &FilmKeep::takeFilmRange);
+    connect(&maker_, &FilmMaker::imagesChanged, this, &FilmKeep::showForecast);
     connect(&maker_, &FilmMaker::advanced, this, &FilmKeep::showProgress);
     connect(&maker_, &FilmMaker::ended, this, &FilmKeep::showEnd);
     connect(&previewTimer_, &QTimer::timeout, this, &FilmKeep::showNextPicture);
@@ -214,27 +214,41 @@ FilmWish FilmKeep::wish() const
 
 void FilmKeep::showWish(const FilmWish &wish)
 {
+    settled_ = wish;
     from_->setText(wish.from);
     to_->setText(wish.to);
     restartPreview();
 }
 
-// A text that is no moment yet is still being typed, even while another window is active.
+// Text in a box that was not left yet, whichever window is active.
 bool FilmKeep::isTyping() const
 {
-    const QWidget *const box = focusWidget();
-    const bool isInBox = box == from_ || box == to_;
-    return isInBox && (isActiveWindow() || !maker_.forecast(wish()).isRangeGood);
+    return (from_->isInHand() && from_->text() != settled_.from) ||
+           (to_->isInHand() && to_->text() != settled_.to);
 }
 
-// The film's sliders were moved.
+void FilmKeep::takeTyped()
+{
+    restartPreview();
+    play(wish());
+}
+
+// The boxes keep the words in which the range was given.
+void FilmKeep::play(const FilmWish &wish)
+{
+    const QScopedValueRollback setting(isSettingFilm_, true);
+    settled_ = wish;
+    maker_.play(wish);
+}
+
+// The film's sliders were moved, or its list has grown.
 void FilmKeep::takeFilmRange()
 {
     const PlayRange range = film_.face().range;
     if (isVisible() && film_.isOpen() && range != seenRange_ && !maker_.isBusy() &&
         maker_.isOfShownCamera()) {
         seenRange_ = range;
-        if (!isTyping()) {
+        if (!isTyping() && !isSettingFilm_) {
             showWish(maker_.usualWish());
         }
     }
@@ -256,7 +270,7 @@ void FilmKeep::showDays(const DayRange &days)
     wished.from = text(days.first);
     wished.to = text(days.last);
     showWish(wished);
-    maker_.play(wished);
+    play(wished);
 }
 
 void FilmKeep::present(const std::optional<DayRange> &days)

@@ -18,13 +18,13 @@ class QCheckBox;
 class QComboBox;
 class QFormLayout;
 class QLabel;
-class QLineEdit;
 class QProgressBar;
 class QPushButton;
 class QSpinBox;
 
 namespace velmora {
 
+class BoxEdit;
 class PictureView;
 
 class FilmKeep : public QWidget
@@ -58,6 +58,8 @@ private:
     [[nodiscard]] FilmWish wish() const;
     void showWish(const FilmWish &wish);
     [[nodiscard]] bool isTyping() const;
+    void takeTyped();
+    void play(const FilmWish &wish);
     void takeFilmRange();
     void begin(const std::optional<DayRange> &days);
     void showDays(const DayRange &days);
@@ -74,8 +76,8 @@ private:
     FilmMaker &maker_;
     Slideshow &film_;
     PictureView *preview_ = nullptr;
-    QLineEdit *from_ = nullptr;
-    QLineEdit *to_ = nullptr;
+    BoxEdit *from_ = nullptr;
+    BoxEdit *to_ = nullptr;
     QSpinBox *hoursFrom_ = nullptr;
     QSpinBox *hoursTo_ = nullptr;
     QComboBox *thinning_ = nullptr;
@@ -95,6 +97,8 @@ private:
     QTimer previewTimer_;
     qsizetype previewAt_ = 0;
     PlayRange seenRange_;
+    FilmWish settled_;           // the range in the boxes, without what is being typed
+    bool isSettingFilm_ = false; // the film is being given that range
 };
 
 } // namespace velmora

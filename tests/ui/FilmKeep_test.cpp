@@ -58,6 +58,38 @@ protected:
         QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton);
     }
 
+    QString text(const char *box) { return find<QLineEdit>(box).text(); }
+
+    /// The capture stores an image, and the browser lists the folder again.
+    void store(const QString &name)
+    {
+        house_.house.putImage({0, 0}, name, pictureBytes(Qt::red));
+        house_.browser.refresh();
+        house_.settle();
+    }
+
+    void openFilm()
+    {
+        house_.click(QStringLiteral("bFilm"));
+        house_.holdFilm();
+        window_.present({});
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+    }
+
+    void pauseFilm()
+    {
+        openFilm();
+        QTest::mousePress(&house_.find<QPushButton>(QStringLiteral("PauseCine")), Qt::LeftButton);
+        QTest::mouseRelease(&house_.find<QPushButton>(QStringLiteral("PauseCine")), Qt::LeftButton);
+        ASSERT_FALSE(house_.film.isRunning());
+    }
+
+    void expectPaused()
+    {
+        EXPECT_FALSE(house_.film.isRunning());
+        EXPECT_EQ(house_.film.face().PauseCine, QStringLiteral("Start"));
+    }
+
     [[nodiscard]] QString forecast() { return find<QLabel>("filmForecast").text(); }
 
     /// Answers the box that asks for a file or a folder.
@@ -143,6 +175,85 @@ TEST_F(FilmKeepTest, TheSlidersOfTheFilmAreItsRange)
     house_.film.sDebut_Change(11);
     EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images")));
+}
+
+TEST_F(FilmKeepTest, TheSlidersReachABoxInWhichTheCursorStands)
+{
+    openFilm();
+    find<QLineEdit>("filmTo").setFocus();
+    house_.film.sDebut_Change(11);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    house_.film.sFin_Change(25);
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:24"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeEndsWithAnImageThatWasStoredSince)
+{
+    store(storedName(kImages));
+    openFilm();
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("31 images"))) << forecast().toStdString();
+}
+
+TEST_F(FilmKeepTest, ItsRangeGrowsWithAPausedFilm)
+{
+    pauseFilm();
+    find<QLineEdit>("filmFrom").setFocus();
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("31 images"))) << forecast().toStdString();
+}
+
+TEST_F(FilmKeepTest, ItsRangeEndsWithTheLastImageLeft)
+{
+    pauseFilm();
+    for (int i = 20; i < kImages; ++i) {
+        ASSERT_TRUE(QFile::remove(house_.imagePath({0, 0}, storedName(i))));
+    }
+    store(storedName(5));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
+    house_.film.sDebut_Change(3);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:02"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
+}
+
+TEST_F(FilmKeepTest, LeavesAPausedFilmPaused)
+{
+    pauseFilm();
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:05"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, kImages}));
+    expectPaused();
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, 20}));
+    expectPaused();
+    using std::chrono::year;
+    window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 9});
+    EXPECT_EQ(house_.film.face().range, (PlayRange{1, kImages}));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-09")); // as it was chosen
+    expectPaused();
+}
+
+TEST_F(FilmKeepTest, AMomentHalfTypedIsNotTakenWhenAnotherWindowComesUp)
+{
+    store(QStringLiteral("20060308_1200000812.jpg"));
+    openFilm();
+    find<QLineEdit>("filmTo").setFocus();
+    retype("filmTo", QStringLiteral("2006-03-07"));
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    EXPECT_EQ(house_.film.face().range, (PlayRange{1, kImages + 1}));
+    house_.film.sDebut_Change(5);
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07"));
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    QTest::keyClicks(&find<QLineEdit>("filmTo"), QStringLiteral(" 00:00:15"));
+    find<QPushButton>("filmMake").setFocus(); // leaves the box
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:15"));
+    EXPECT_EQ(house_.film.face().range.end, 16);
 }
 
 TEST_F(FilmKeepTest, WhatIsNoMomentYetOutlivesAnotherWindow)

@@ -6,7 +6,7 @@
 #include "cameras/FolderName.h"
 #include "health/HealthEngine.h"
 #include "health/HealthTable.h"
-#include "tools/SmtpClient.h"
+#include "mail/SmtpClient.h"
 
 #include <QApplication>
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "BenchHouse.h"
 #include "app/Memory.h"
 #include "health/HealthEngine.h"
-#include "tools/SmtpClient.h"
+#include "mail/SmtpClient.h"
 
 #include <QApplication>
 #include <QTextStream>

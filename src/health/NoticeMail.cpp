@@ -1,10 +1,8 @@
 #include "health/NoticeMail.h"
 
 #include "base/DateText.h"
-#include "tools/MailText.h"
 
 #include <QScopeGuard>
-#include <QUuid>
 
 namespace velmora {
 namespace {
@@ -19,9 +17,8 @@ constexpr qsizetype kMostLines = 200;
 
 NoticeMail::NoticeMail(const SettingsFile &settings, MailSender &sender, Clock &clock,
                        TaskScope &scope)
-    : settings_(settings)
+    : mailer_(settings, sender, clock)
     , options_(settings)
-    , sender_(sender)
     , clock_(clock)
     , scope_(scope)
 {
@@ -64,22 +61,13 @@ QCoro::Task<> NoticeMail::post()
         co_return;
     }
     last_ = clock_.monotonicNow();
-    const auto account = mailAccount(settings_.snapshot());
-    const auto *const checked = std::get_if<MailAccount>(&account);
-    if (checked == nullptr) {
-        waiting_.clear();
-        Q_EMIT failed(mailProblemText(std::get<MailProblem>(account)));
-        co_return;
-    }
     const qsizetype lines = waiting_.size();
-    const QByteArray text =
-        mailText({checked->from, checked->to, QStringLiteral("Velmora: cameras"),
-                  waiting_.join(u'\n') + u'\n', clock_.localNow(), clock_.utcOffset(),
-                  QUuid::createUuid().toByteArray(QUuid::Id128)});
-    const auto problem = co_await sender_.send(*checked, text, scope_.stopToken());
-    if (!problem) {
+    const auto problem = co_await mailer_.send(QStringLiteral("Velmora: cameras"),
+                                               waiting_.join(u'\n') + u'\n', scope_.stopToken());
+    if (!problem || isOfSettings(problem->kind)) {
         waiting_.remove(0, std::min(lines, waiting_.size()));
-    } else if (problem->kind != MailFailure::Stopped) {
+    }
+    if (problem && problem->kind != MailFailure::Stopped) {
         Q_EMIT failed(mailProblemText(*problem));
     }
 }

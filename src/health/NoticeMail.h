@@ -4,7 +4,7 @@
 #include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "health/HealthOptions.h"
-#include "tools/SmtpClient.h"
+#include "mail/Mailer.h"
 
 #include <QObject>
 #include <QStringList>
@@ -31,9 +31,8 @@ private:
     QCoro::Task<> run();
     QCoro::Task<> post();
 
-    const SettingsFile &settings_;
+    Mailer mailer_;
     HealthOptions options_;
-    MailSender &sender_;
     Clock &clock_;
     TaskScope &scope_;
     QStringList waiting_;

@@ -3,8 +3,7 @@
 
 #include "base/Clock.h"
 #include "base/TaskScope.h"
-#include "settings/SettingsFile.h"
-#include "tools/SmtpClient.h"
+#include "mail/Mailer.h"
 
 #include <QObject>
 
@@ -38,11 +37,8 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> post(QString text);
-    [[nodiscard]] QByteArray letter(const MailAccount &account, const QString &text) const;
 
-    const SettingsFile &settings_;
-    MailSender &sender_;
-    const Clock &clock_;
+    Mailer mailer_;
     TaskScope &scope_;
     bool sending_ = false;
 };

@@ -2,8 +2,8 @@
 // server refuses, its headers are the expected ones, and its body is read back unchanged. Input:
 // two lengths (name, subject), those two texts, then the body.
 #include "Require.h"
+#include "mail/MailText.h"
 #include "support/MailReader.h"
-#include "tools/MailText.h"
 
 #include <algorithm>
 #include <cstddef>

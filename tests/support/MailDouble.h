@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/OneShot.h"
-#include "tools/SmtpClient.h"
+#include "mail/SmtpClient.h"
 
 #include <memory>
 

@@ -1,8 +1,8 @@
 // The mail protocol from the sender's name to QUIT (RFC 5321).
 #pragma once
 
+#include "mail/MailAccount.h"
 #include "net/ConnectedStream.h"
-#include "tools/MailAccount.h"
 
 namespace velmora {
 

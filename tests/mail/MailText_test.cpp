@@ -1,5 +1,5 @@
 // The text of a mail, as other programs read it.
-#include "tools/MailText.h"
+#include "mail/MailText.h"
 
 #include "base/OneLine.h"
 #include "support/FakeClock.h"

@@ -1,4 +1,4 @@
-#include "tools/MailProblem.h"
+#include "mail/MailProblem.h"
 
 #include <QCoreApplication>
 
@@ -88,6 +88,11 @@ QString mailProblemText(const MailProblem &problem)
     return tr("The mail was not sent. ") + textOf(problem.kind)
                                                .replace(QStringLiteral("%2"), problem.server)
                                                .replace(QStringLiteral("%1"), problem.detail);
+}
+
+bool isOfSettings(MailFailure failure)
+{
+    return failure <= MailFailure::BadLogin;
 }
 
 } // namespace velmora

@@ -1,10 +1,10 @@
-// The mail section of the settings: the server that sends the alarm's mail, its sender and its
-// recipients.
+// The mail section of the settings: the server that sends the program's mails, their sender and
+// their recipients.
 #pragma once
 
+#include "mail/MailAddress.h"
+#include "mail/MailProblem.h"
 #include "settings/SettingsFile.h"
-#include "tools/MailAddress.h"
-#include "tools/MailProblem.h"
 
 #include <QList>
 

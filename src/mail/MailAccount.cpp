@@ -1,4 +1,4 @@
-#include "tools/MailAccount.h"
+#include "mail/MailAccount.h"
 
 #include "base/OneLine.h"
 #include "settings/Keys.h"

@@ -1,4 +1,4 @@
-#include "tools/MailText.h"
+#include "mail/MailText.h"
 
 #include "base/DateText.h"
 #include "base/MonthNames.h"

@@ -1,5 +1,5 @@
 // Replies that arrive in pieces, and dots.
-#include "tools/SmtpDialogue.h"
+#include "mail/SmtpDialogue.h"
 
 #include "support/Printers.h"
 

@@ -1,11 +1,11 @@
 // A real mail client and a loopback server, with the event loop between them.
 #pragma once
 
+#include "mail/SmtpClient.h"
 #include "support/LoopTurns.h"
 #include "support/LoopbackMail.h"
 #include "support/LoopbackTls.h"
 #include "support/RunTask.h"
-#include "tools/SmtpClient.h"
 
 #include <gtest/gtest.h>
 

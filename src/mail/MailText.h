@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Clock.h"
-#include "tools/MailAddress.h"
+#include "mail/MailAddress.h"
 
 #include <QList>
 

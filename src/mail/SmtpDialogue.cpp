@@ -1,4 +1,4 @@
-#include "tools/SmtpDialogue.h"
+#include "mail/SmtpDialogue.h"
 
 #include "base/OneLine.h"
 

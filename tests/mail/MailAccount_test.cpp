@@ -1,5 +1,5 @@
 // The mail section of the settings: what it means and what is refused.
-#include "tools/MailAccount.h"
+#include "mail/MailAccount.h"
 
 #include "support/Printers.h"
 

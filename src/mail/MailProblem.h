@@ -5,6 +5,7 @@
 
 namespace velmora {
 
+/// Those of the settings stand first.
 enum class MailFailure {
     NoServer,         // the settings name none
     BadServer,        // the text is not the address of a mail server
@@ -38,5 +39,8 @@ struct MailProblem
 
 /// A sentence for a warning. Holds no password, provided that the details hold none.
 [[nodiscard]] QString mailProblemText(const MailProblem &problem);
+
+/// True when the settings are at fault, so that another try would change nothing.
+[[nodiscard]] bool isOfSettings(MailFailure failure);
 
 } // namespace velmora

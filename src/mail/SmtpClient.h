@@ -1,9 +1,9 @@
 // Hands a mail to a mail server (SMTP), on the event loop.
 #pragma once
 
+#include "mail/MailAccount.h"
 #include "net/Authorities.h"
 #include "net/TransferLoop.h"
-#include "tools/MailAccount.h"
 
 #include <chrono>
 

@@ -1,10 +1,10 @@
 // libcurl finds the server, connects, encrypts and logs in. The mail itself is handed over by our
 // own code: libcurl waits for the server's last answers without letting the event loop run.
-#include "tools/SmtpClient.h"
+#include "mail/SmtpClient.h"
 
 #include "base/OneLine.h"
+#include "mail/SmtpDialogue.h"
 #include "net/CurlOption.h"
-#include "tools/SmtpDialogue.h"
 
 #include <QScopeGuard>
 

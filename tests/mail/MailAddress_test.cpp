@@ -1,5 +1,5 @@
 // What is a mail address, and what only looks like one.
-#include "tools/MailAddress.h"
+#include "mail/MailAddress.h"
 
 #include "support/Printers.h"
 

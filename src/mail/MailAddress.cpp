@@ -1,4 +1,4 @@
-#include "tools/MailAddress.h"
+#include "mail/MailAddress.h"
 
 #include "base/OneLine.h"
 

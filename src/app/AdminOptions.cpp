@@ -44,7 +44,8 @@ QString strayDetail(const QCommandLineParser &parser, const QString &command)
 
 QString noCamera(const QString &text)
 {
-    return QStringLiteral("'%1' is no camera; a camera is GROUP:ROW, each from 0 to 9.").arg(text);
+    return QStringLiteral("'%1' is not a camera; a camera is GROUP:ROW, each from 0 to 9.")
+        .arg(text);
 }
 
 Parsed addCommand(const QCommandLineParser &parser)

@@ -1,7 +1,8 @@
 #include "app/FilmCommand.h"
 
+#include "cameras/CameraChoices.h"
+
 #include <QCommandLineParser>
-#include <QRegularExpression>
 
 #include <cmath>
 
@@ -26,15 +27,6 @@ std::optional<int> wholeNumber(const QString &text, int most)
     bool isNumber = false;
     const int value = text.toInt(&isNumber);
     return isNumber && value >= 1 && value <= most ? std::optional(value) : std::nullopt;
-}
-
-std::optional<CameraAddress> cameraOf(const QString &text)
-{
-    static const QRegularExpression form(QStringLiteral("^([0-9]):([0-9])$"));
-    const QRegularExpressionMatch match = form.match(text);
-    return match.hasMatch()
-               ? std::optional(CameraAddress{match.captured(1).toInt(), match.captured(2).toInt()})
-               : std::nullopt;
 }
 
 std::optional<QSize> sizeOf(const QString &text)
@@ -91,7 +83,8 @@ QCommandLineOption option(const QString &name, const char *text, const char *val
 QString takeOptions(const QCommandLineParser &parser, FilmRequest &request)
 {
     Values values(parser);
-    values.take(kFilm, request.camera, QStringLiteral("a camera, group and row, as 0:3"), cameraOf);
+    values.take(kFilm, request.camera, QStringLiteral("a camera, group and row, as 0:3"),
+                cameraFromText);
     values.take(kHours, request.hours, QStringLiteral("two hours of the day, as 6-20"), filmHours);
     const auto number = [](const QString &text) { return wholeNumber(text, 1'000'000); };
     values.take(kEvery, request.every, QStringLiteral("a number from 1 on"), number);

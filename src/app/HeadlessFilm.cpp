@@ -4,7 +4,6 @@
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
 #include "cameras/FolderName.h"
-#include "cameras/ShownAddress.h"
 #include "cameras/StorageFolder.h"
 #include "cameras/StoragePath.h"
 #include "settings/SettingsFile.h"
@@ -53,8 +52,7 @@ QString HeadlessFilm::imageFolder()
     if (url.isEmpty()) {
         return {};
     }
-    const QString name = cameraName(settings, request_.camera);
-    camera_ = name.isEmpty() ? shownAddress(url) : name;
+    camera_ = nameOrAddress(settings, request_.camera);
     const QString storage = storedStorage(settings);
     return NativePaths(programFolder_).native(storage + encodeFolderName(url)).value_or(QString());
 }
@@ -65,8 +63,7 @@ QCoro::Task<> HeadlessFilm::run()
     FilmOrder order;
     order.folder = imageFolder();
     if (order.folder.isEmpty()) {
-        report(FilmEnd::Failed,
-               tr("There is no camera %1:%2.").arg(request_.camera.group).arg(request_.camera.row));
+        report(FilmEnd::Failed, tr("There is no camera %1.").arg(cameraText(request_.camera)));
         co_return;
     }
     order.names = co_await reader_.names(order.folder, scope_.stopToken());

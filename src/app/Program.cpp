@@ -98,9 +98,7 @@ void Program::connectBrowser()
     connect(&engine_.store(), &ImageStore::cameraFailed, &planche_, &planche::showFailed);
     connect(&engine_.store(), &ImageStore::undatedNoticed, this, &Program::tellUndated);
     connect(&planche_, &planche::cameraShown, this, [this](CameraAddress camera) {
-        film_.nameCamera(cameraName(engine_.settings().snapshot(), camera).isEmpty()
-                             ? QString()
-                             : cameraTitle(engine_.settings().snapshot(), camera));
+        film_.nameCamera(namedTitle(engine_.settings().snapshot(), camera));
     });
     connect(&view_.page(), &CameraPage::pageReread, &planche_, &planche::rename);
 }

@@ -3,6 +3,8 @@
 
 #include "base/Clock.h"
 
+#include <QCoro/QCoroTask>
+
 namespace velmora {
 
 class WorkSlice
@@ -26,5 +28,8 @@ private:
     const Clock &clock_;
     std::chrono::milliseconds began_;
 };
+
+/// Lets events be handled if the slice is over, and then starts a new one. Both outlive the task.
+QCoro::Task<> letEventsRun(WorkSlice *slice, Clock *clock);
 
 } // namespace velmora

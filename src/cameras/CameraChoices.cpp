@@ -108,6 +108,23 @@ QString cameraTitle(const SettingsFile &settings, CameraAddress camera)
     return titleOf(camera, nameIn(settings, camera));
 }
 
+QString namedTitle(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString name = nameIn(settings, camera);
+    return name.isEmpty() ? QString() : titleOf(camera, name);
+}
+
+QString nameOrAddress(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString name = nameIn(settings, camera);
+    return name.isEmpty() ? shownAddress(CameraTable::url(settings, camera)) : name;
+}
+
+QString cameraLabel(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return titleOf(camera, nameOrAddress(settings, camera));
+}
+
 QString shownCamera(const SettingsSnapshot &settings, CameraAddress camera)
 {
     const QString name = nameIn(settings, camera);

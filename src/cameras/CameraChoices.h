@@ -44,6 +44,15 @@ inline constexpr int kMaxNameLength = 60;
 /// "3:7 Garage", or "3:7" for a camera without a name: for messages and lists of what happened.
 [[nodiscard]] QString cameraTitle(const SettingsSnapshot &settings, CameraAddress camera);
 
+/// The same, empty for a camera without a name: for titles.
+[[nodiscard]] QString namedTitle(const SettingsSnapshot &settings, CameraAddress camera);
+
+/// "Garage", or the address in readable form.
+[[nodiscard]] QString nameOrAddress(const SettingsSnapshot &settings, CameraAddress camera);
+
+/// "3:7 Garage", or "3:7" and the address in readable form.
+[[nodiscard]] QString cameraLabel(const SettingsSnapshot &settings, CameraAddress camera);
+
 /// What is shown in place of a camera's address: "3:7 Garage", or the address in readable form.
 [[nodiscard]] QString shownCamera(const SettingsSnapshot &settings, CameraAddress camera);
 

@@ -1,6 +1,7 @@
 #include "cameras/StorageFolder.h"
 
 #include "base/Folders.h"
+#include "cameras/CameraChoices.h"
 #include "cameras/StoragePath.h"
 #include "settings/StoredText.h"
 
@@ -357,7 +358,7 @@ void StorageFolder::makeCameraFolders()
     for (const CameraAddress camera : kAllCameras) {
         const QString name = table_.CameraFolderName(camera);
         if (!name.isEmpty()) {
-            make(text_ + name, QStringLiteral("of camera %1:%2").arg(camera.group).arg(camera.row));
+            make(text_ + name, QStringLiteral("of camera ") + cameraText(camera));
         }
     }
 }

@@ -200,7 +200,7 @@ private:
     Problems &problems_;
     QString text_;
     QString inForce_;
-    QString lastSeen_;                       // of the stored folder, by whomever
+    QString lastSeen_;                       // of the folder as stored, also by another program
     std::optional<QString> storedElsewhere_; // by another program, since the edit began
     StorageState state_;
     Gate gate_;

@@ -104,7 +104,7 @@ QCoro::Task<> Conformity::run()
         if (!folder.isEmpty() && use.mayGoOn()) {
             co_await conformFolder(folder, use);
         }
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
         index = use.mayGoOn() ? index + 1 : 0; // the folders may have changed
     }
 }
@@ -139,7 +139,7 @@ QCoro::Task<std::set<QByteArray>> Conformity::shortNames(QString folder, Storage
         }
     };
     while (!stop_.stop_requested() && use.mayGoOn() && scan.readSome(collect)) {
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
     }
     co_return names;
 }
@@ -153,7 +153,7 @@ QCoro::Task<> Conformity::conformFolder(QString folder, StorageUse use)
             break;
         }
         conform(nativeFolder, name);
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
     }
 }
 
@@ -192,14 +192,6 @@ Conformity::Circumstances Conformity::circumstances(const QByteArray &folder,
         now.fileChangedNanoseconds = info.st_ctim.tv_nsec;
     }
     return now;
-}
-
-QCoro::Task<> Conformity::letEventsRun()
-{
-    if (slice_.isOver()) {
-        co_await clock_.yield();
-        slice_.begin();
-    }
 }
 
 } // namespace velmora

@@ -88,7 +88,6 @@ private:
     QCoro::Task<> conformFolder(QString folder, StorageUse use);
     void conform(const QByteArray &folder, const QByteArray &name);
     void rememberFailure(const QByteArray &folder, const QByteArray &name, std::error_code error);
-    QCoro::Task<> letEventsRun();
 
     StorageFolder &storage_;
     Scheduler &scheduler_;

@@ -358,7 +358,7 @@ QString failureText(const Transfer &transfer, CURLcode code)
         return refusalText(Refusal::TooLong);
     }
     if (code == CURLE_BAD_FUNCTION_ARGUMENT && wasAsked(easy)) {
-        return QStringLiteral("the server sends headers that are none");
+        return QStringLiteral("the server sends lines that are not headers");
     }
     return isEndlessLine(transfer, code) ? refusalText(Refusal::Headers)
                                          : QString::fromLatin1(curl_easy_strerror(code));

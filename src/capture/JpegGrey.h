@@ -1,5 +1,5 @@
-// The brightness of a JPEG, decoded line by line at a fraction of its size, so that whoever needs
-// no more than a rough look at it holds nobody up.
+// The brightness of a JPEG, decoded line by line at a fraction of its size, for a
+// rough look at it that blocks nothing.
 #pragma once
 
 #include <QByteArrayView>

@@ -196,10 +196,7 @@ QCoro::Task<QString> LiveView::newestImage(QString folder, std::stop_token stop)
     FolderScan scan(folder);
     WorkSlice slice(clock_);
     while (!stop.stop_requested() && scan.readSome(compare)) {
-        if (slice.isOver()) {
-            co_await clock_.yield();
-            slice.begin();
-        }
+        co_await letEventsRun(&slice, &clock_);
     }
     co_return newest.isEmpty() ? QString() : folder + u'/' + QFile::decodeName(newest);
 }

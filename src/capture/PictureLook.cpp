@@ -91,10 +91,7 @@ QCoro::Task<Raster> rasterOfJpeg(QByteArray bytes, Clock *clock)
         if (jpeg.lineNumber() >= lines) {
             raster.add(jpeg.size(), lines++, jpeg.line());
         }
-        if (slice.isOver()) {
-            co_await clock->yield();
-            slice.begin();
-        }
+        co_await letEventsRun(&slice, clock);
     }
     co_return raster;
 }
@@ -107,10 +104,7 @@ QCoro::Task<Raster> rasterOfOther(QByteArray bytes, Clock *clock)
     for (int y = 0; y < picture.height(); ++y) {
         raster.add(picture.size(), y,
                    {picture.constScanLine(y), static_cast<std::size_t>(picture.width())});
-        if (slice.isOver()) {
-            co_await clock->yield();
-            slice.begin();
-        }
+        co_await letEventsRun(&slice, clock);
     }
     co_return raster;
 }

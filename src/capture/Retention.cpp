@@ -118,14 +118,14 @@ QCoro::Task<> Retention::clear(CameraAddress camera)
     const WallTime local = clock_.localNow();
     OldImages images(folder, local, local - clock_.utcOffset());
     while (use.mayGoOn() && images.lookSome()) {
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
         if (isOver()) {
             co_return;
         }
     }
     while (use.mayGoOn() && images.isComplete() && images.isClockPlausible() && !isOver() &&
            images.deleteSome()) {
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
     }
     report(camera, images);
     if (!use.mayGoOn()) {
@@ -145,14 +145,6 @@ void Retention::report(CameraAddress camera, const OldImages &images)
     log_.trace(QStringLiteral("Retention %1: %2").arg(cameraText(camera), outcome(images)));
     if (images.deleted() > 0) {
         Q_EMIT imagesDeleted(camera);
-    }
-}
-
-QCoro::Task<> Retention::letEventsRun()
-{
-    if (slice_.isOver()) {
-        co_await clock_.yield();
-        slice_.begin();
     }
 }
 

@@ -54,7 +54,6 @@ private:
     QCoro::Task<> clear(CameraAddress camera);
     void putBack(CameraAddress camera);
     void report(CameraAddress camera, const OldImages &images);
-    QCoro::Task<> letEventsRun();
 
     const CameraTable &table_;
     StorageFolder &storage_;

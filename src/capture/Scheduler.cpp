@@ -4,6 +4,7 @@
 #include "base/Folders.h"
 #include "base/OneShot.h"
 #include "base/WorkSlice.h"
+#include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
 #include "capture/CameraUrl.h"
@@ -345,8 +346,7 @@ void Scheduler::traceRow(const QString &text, CameraAddress address)
         return;
     }
     const QString url = shownAddress_ ? withoutCredentials(shownAddress_(address.row)) : QString();
-    const QString camera = QStringLiteral(" %1:%2").arg(address.group).arg(address.row);
-    uses_.log.trace(QStringLiteral("\r\n") + text + url + camera);
+    uses_.log.trace(QStringLiteral("\r\n") + text + url + u' ' + cameraText(address));
 }
 
 QCoro::Task<> Scheduler::lastTick()

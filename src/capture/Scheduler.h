@@ -36,9 +36,9 @@ public:
 
     explicit Scheduler(const Uses &uses);
 
-    /// The log names a camera by the address shown in the same row of the group on screen. Whoever
-    /// shows one passes in a function from row to address, and takes it back with an empty function
-    /// before going.
+    /// The log names a camera by the address shown in the same row of the group on screen. The
+    /// object that shows them passes in a function from row to address, and an empty function
+    /// before it is destroyed.
     void setShownAddress(std::function<QString(int)> address)
     {
         shownAddress_ = std::move(address);

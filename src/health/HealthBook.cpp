@@ -1,7 +1,6 @@
 #include "health/HealthBook.h"
 
 #include "cameras/CameraChoices.h"
-#include "cameras/ShownAddress.h"
 #include "health/HealthCount.h"
 
 #include <QFile>
@@ -86,8 +85,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
     Seen &seen = seen_[camera];
     const QString folder = url.isEmpty() ? QString() : storage_.cameraFolder(camera);
     seen.isConfigured = !folder.isEmpty();
-    const QString name = cameraName(settings, camera);
-    const QString title = cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(url) : name);
+    const QString title = cameraLabel(settings, camera);
     const bool isOther = known(camera).folder != folder;
     const bool isRenamed = std::exchange(seen.title, title) != title;
     if (isOther) {
@@ -168,7 +166,7 @@ void HealthBook::setLate(CameraAddress camera, bool late)
     }
 }
 
-// News may come sooner than the table is read again: not to be laid to the camera before.
+// News may come sooner than the table is read again: it must not count for the camera before.
 bool HealthBook::knows(CameraAddress camera, const QString &folder)
 {
     if (known(camera).folder != folder) {
@@ -283,10 +281,7 @@ QCoro::Task<> HealthBook::count(CameraAddress camera)
     seen_[camera].isTried = true;
     slice_.begin();
     while (counting.countSome()) {
-        if (slice_.isOver()) {
-            co_await clock_.yield();
-            slice_.begin();
-        }
+        co_await letEventsRun(&slice_, &clock_);
         if (scope_.stopToken().stop_requested()) {
             co_return;
         }

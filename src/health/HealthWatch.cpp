@@ -146,7 +146,8 @@ void HealthWatch::tellBack()
 }
 
 // Not only what this object has noticed counts: a camera may have been late before the program was
-// started, and one that is late may be removed. Saved first, for whoever hears of it and asks.
+// started, and one that is late may be removed. Saved first, so that those who hear of it and ask
+// get the same answer.
 void HealthWatch::tellMarks()
 {
     std::vector<CameraAddress> late = this->late();

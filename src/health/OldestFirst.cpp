@@ -1,6 +1,7 @@
 #include "health/OldestFirst.h"
 
 #include "base/DateText.h"
+#include "cameras/CameraChoices.h"
 #include "capture/ImageAge.h"
 #include "capture/OldImages.h"
 #include "health/DiskRoom.h"
@@ -72,7 +73,7 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
         if (remove(candidate)) {
             touched.insert(candidate.camera);
         }
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
     }
     if (touched.empty() && mayGoOn(use)) {
         restsUntil_ = clock_.monotonicNow() + kRest;
@@ -99,7 +100,7 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
     const WallTime local = clock_.localNow();
     OldImages images(folder, local, local - clock_.utcOffset());
     while (mayGoOn(use) && images.lookSome()) {
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
     }
     const std::optional<WallTime> newest = images.newest();
     if (!mayGoOn(use) || !images.isComplete() || !images.isClockPlausible() || !newest) {
@@ -113,7 +114,7 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
         }
     };
     while (mayGoOn(use) && scan.readSome(visit)) {
-        co_await letEventsRun();
+        co_await letEventsRun(&slice_, &clock_);
     }
 }
 
@@ -151,20 +152,10 @@ void OldestFirst::record(const Candidate &candidate)
     QFile log;
     const int file = ::open(QFile::encodeName(path).constData(), kAppending, kRights);
     if (file >= 0 && log.open(file, QIODevice::Append, QFileDevice::AutoCloseHandle)) {
-        log.write(QStringLiteral("%1 %2:%3 %4\n")
-                      .arg(dateText(clock_.localNow()))
-                      .arg(candidate.camera.group)
-                      .arg(candidate.camera.row)
-                      .arg(QFile::decodeName(candidate.name))
+        log.write(QStringLiteral("%1 %2 %3\n")
+                      .arg(dateText(clock_.localNow()), cameraText(candidate.camera),
+                           QFile::decodeName(candidate.name))
                       .toUtf8());
-    }
-}
-
-QCoro::Task<> OldestFirst::letEventsRun()
-{
-    if (slice_.isOver()) {
-        co_await clock_.yield();
-        slice_.begin();
     }
 }
 

@@ -59,7 +59,6 @@ private:
     [[nodiscard]] bool isEnough(qint64 wantedFreeBytes) const;
     bool remove(const Candidate &candidate);
     void record(const Candidate &candidate);
-    QCoro::Task<> letEventsRun();
 
     const CameraTable &table_;
     StorageFolder &storage_;

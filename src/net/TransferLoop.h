@@ -1,5 +1,5 @@
-// Runs libcurl's transfers on the event loop, for everything that talks to servers. Whoever sets up
-// a transfer knows libcurl; whoever runs it need not.
+// Runs libcurl's transfers on the event loop, for everything that talks to servers. Only the code
+// that sets up a transfer needs to know libcurl.
 #pragma once
 
 #include <QCoro/QCoroTask>

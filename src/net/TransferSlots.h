@@ -11,8 +11,8 @@
 
 namespace velmora {
 
-/// Whoever wants to run a transfer enters and leaves. One may always run; those for which there is
-/// no room wait in order of arrival.
+/// Callers enter before they run a transfer and leave after it. One may always run; those for which
+/// there is no room wait in order of arrival.
 class TransferSlots
 {
 public:

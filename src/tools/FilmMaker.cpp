@@ -1,7 +1,6 @@
 #include "tools/FilmMaker.h"
 
 #include "cameras/CameraChoices.h"
-#include "cameras/ShownAddress.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -46,10 +45,7 @@ void FilmMaker::take()
     names_ = uses_.data.files.shared();
     folderText_ = uses_.data.files.folder();
     folder_ = uses_.storage.native(folderText_);
-    const CameraAddress camera = uses_.data.files.camera();
-    const QString name = cameraName(uses_.table.settings().snapshot(), camera);
-    camera_ =
-        cameraText(camera) + u' ' + (name.isEmpty() ? shownAddress(uses_.table.url(camera)) : name);
+    camera_ = cameraLabel(uses_.table.settings().snapshot(), uses_.data.files.camera());
     result_.clear();
 }
 

@@ -1,6 +1,7 @@
 #include "tools/Import.h"
 
 #include "base/Folders.h"
+#include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
 #include "settings/Keys.h"
@@ -152,7 +153,7 @@ void Import::showFolder(const QString &path)
     folders_.open(path);
     files_.bind(std::make_shared<const NameList>());
     face_.nRep = shownSource(folderLevels(folders_.path()).constLast());
-    uses_.scope.launch(readFolders(anew(readingFolders_)));
+    uses_.scope.launch(readFolders(restarted(readingFolders_)));
     Q_EMIT changed();
 }
 
@@ -199,7 +200,7 @@ void Import::showTarget()
 {
     showButton();
     face_.iTarget.clear();
-    uses_.scope.launch(readTarget(anew(readingTarget_)));
+    uses_.scope.launch(readTarget(restarted(readingTarget_)));
     Q_EMIT changed();
 }
 
@@ -225,10 +226,9 @@ QString Import::whyNoCopy() const
         return QStringLiteral("Files are being copied");
     }
     if (!hasTarget()) {
-        return QStringLiteral("Camera %1:%2 has no address: give it one in the main window, or "
+        return QStringLiteral("Camera %1 has no address: give it one in the main window, or "
                               "choose another")
-            .arg(face_.Cam)
-            .arg(face_.Lien);
+            .arg(cameraText({face_.Cam, face_.Lien}));
     }
     if (uses_.storage.isBeingEdited()) {
         return QStringLiteral("The storage folder is being edited in the main window");
@@ -237,7 +237,7 @@ QString Import::whyNoCopy() const
                       : QString();
 }
 
-std::stop_token Import::anew(std::stop_source &source) const
+std::stop_token Import::restarted(std::stop_source &source) const
 {
     source.request_stop();
     source = std::stop_source();
@@ -260,7 +260,7 @@ void Import::count()
     face_.NbF = kNone;
     counting_ = true;
     Q_EMIT changed();
-    uses_.scope.launch(readFiles(anew(readingFiles_)));
+    uses_.scope.launch(readFiles(restarted(readingFiles_)));
 }
 
 QCoro::Task<> Import::readFiles(std::stop_token stop)

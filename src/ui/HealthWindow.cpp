@@ -123,8 +123,8 @@ void HealthWindow::makeNumbers()
     lateTimes_->setRange(1, HealthOptions::kMostTimes);
     lateTimes_->setSuffix(tr(" times its usual interval"));
     limit_ = box("healthLimit", tr("The disk is nearly full below, megabytes"),
-                 tr("Less room than this on the disk is told of; 0: 1 GB or 2 % of the disk, "
-                    "whichever is less"));
+                 tr("Below this free space the disk counts as nearly full; 0: 1 GB or 2 % of "
+                    "the disk, whichever is less"));
     limit_->setRange(0, HealthOptions::kMostMegabytes);
     limit_->setSingleStep(kLimitStep);
     limit_->setSuffix(tr(" MB"));

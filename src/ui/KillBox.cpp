@@ -1,20 +1,8 @@
 #include "ui/KillBox.h"
 
 #include "cameras/CameraChoices.h"
-#include "cameras/CameraTable.h"
-#include "cameras/ShownAddress.h"
 
 namespace velmora {
-namespace {
-
-// A camera's name, or its address in readable form.
-QString placeOf(const SettingsSnapshot &settings, CameraAddress camera)
-{
-    const QString name = cameraName(settings, camera);
-    return name.isEmpty() ? shownAddress(CameraTable::url(settings, camera)) : name;
-}
-
-} // namespace
 
 void askToKill(QWidget &window, ImageBrowser &browser, const KillQuestion &question,
                const SettingsSnapshot &settings)
@@ -25,7 +13,7 @@ void askToKill(QWidget &window, ImageBrowser &browser, const KillQuestion &quest
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(
         QObject::tr("Camera %1: %2")
-            .arg(cameraText(question.camera), placeOf(settings, question.camera)));
+            .arg(cameraText(question.camera), nameOrAddress(settings, question.camera)));
     box->setDefaultButton(QMessageBox::No);
     QObject::connect(box, &QMessageBox::finished, &browser,
                      [&browser, target = question.target](int answer) {

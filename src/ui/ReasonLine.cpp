@@ -1,5 +1,6 @@
 #include "ui/ReasonLine.h"
 
+#include "cameras/CameraChoices.h"
 #include "ui/ToolTips.h"
 
 #include <algorithm>
@@ -42,7 +43,7 @@ QString ReasonLine::text() const
     if (!row_) {
         return {};
     }
-    const QString camera = tr("Camera %1:%2").arg(page_.group()).arg(*row_);
+    const QString camera = tr("Camera %1").arg(cameraText({page_.group(), *row_}));
     const QString live = live_.reason({page_.group(), *row_});
     if (!live.isEmpty()) {
         return tr("%1, live picture: %2").arg(camera, live);

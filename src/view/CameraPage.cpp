@@ -40,9 +40,7 @@ CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, E
 
 QString CameraPage::title(int row) const
 {
-    const SettingsSnapshot settings = table_.settings().snapshot();
-    const CameraAddress camera{group_, row};
-    return cameraName(settings, camera).isEmpty() ? QString() : cameraTitle(settings, camera);
+    return namedTitle(table_.settings().snapshot(), {group_, row});
 }
 
 void CameraPage::load()
@@ -192,7 +190,7 @@ QString CameraPage::storedFolder(CameraAddress camera) const
     return storage_.native(storage_.folderText(table_.CameraFolderName(camera)));
 }
 
-// In another group there is no box whose text would be told of again and again.
+// A camera of another group has no box on screen whose text could be reported repeatedly.
 void CameraPage::tellOnce(CameraAddress camera, const QString &message)
 {
     if (camera.group == group_) {
@@ -325,10 +323,9 @@ QString CameraPage::whyNothingToOpen(int row) const
     }
     return folderExists(storedFolder({group_, row}))
                ? QString()
-               : QStringLiteral("Nothing to open yet: the folder of camera %1:%2 is made when its "
+               : QStringLiteral("Nothing to open yet: the folder of camera %1 is made when its "
                                 "first image is fetched")
-                     .arg(group_)
-                     .arg(row);
+                     .arg(cameraText({group_, row}));
 }
 
 template <typename Change>

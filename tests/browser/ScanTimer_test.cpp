@@ -233,6 +233,7 @@ TEST_F(ScanTimer, OpensNoFilm)
     activateAll();
     house_.show({3, 4});
     tick();
+    EXPECT_EQ(state().camera(), (CameraAddress{3, 5}));
     EXPECT_EQ(film_.calls, QStringList());
 }
 

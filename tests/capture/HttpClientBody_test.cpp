@@ -204,7 +204,7 @@ TEST_F(HeadersThatAreNone, EndWithAReasonThatSaysSo)
 {
     camera_.answer("/a.jpg", chunksWithTrailer({}, "X\r\n"));
     EXPECT_EQ(fetch(camera_.url("/a.jpg")).failure,
-              QStringLiteral("the server sends headers that are none"));
+              QStringLiteral("the server sends lines that are not headers"));
 }
 
 } // namespace

@@ -61,14 +61,25 @@ private:
     const FindHolder &findHolder_;
 };
 
+// Cameras and their choices are read from the file at every pass; the rest is read at the start.
+// The way to the program may be taken by another user's, or lead into another container.
+QString deafNote(qint64 process)
+{
+    return QStringLiteral("the running program (process %1) does not answer; what was changed for "
+                          "cameras holds from its next pass on, anything else when it is started "
+                          "again.")
+        .arg(process);
+}
+
 } // namespace
 
 CommandResult administer(const QString &programFolder, const AdminCommand &command,
                          const FindHolder &findHolder)
 {
     CommandResult result = std::visit(Desk(programFolder, findHolder), command);
-    if (result.changed) {
-        tellChange(programFolder);
+    if (result.changed && !tellChange(programFolder)) {
+        const std::optional<qint64> process = findHolder(programFolder);
+        result.error = process && result.error.isEmpty() ? deafNote(*process) : result.error;
     }
     return result;
 }

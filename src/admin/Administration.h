@@ -12,7 +12,7 @@ namespace velmora {
 using FindHolder = std::function<std::optional<qint64>(const QString &programFolder)>;
 
 /// programFolder: native path without links. A program running on it has applied the changes before
-/// this returns.
+/// this returns; if it does not answer, the result's error says so.
 [[nodiscard]] CommandResult administer(const QString &programFolder, const AdminCommand &command,
                                        const FindHolder &findHolder);
 

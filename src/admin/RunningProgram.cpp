@@ -35,10 +35,9 @@ QByteArray ask(const QString &programFolder, const QByteArray &command)
 
 } // namespace
 
-void tellChange(const QString &programFolder)
+bool tellChange(const QString &programFolder)
 {
-    static_cast<void>(ask(programFolder, "changed")); // a program that does not answer sees the
-                                                      // file at its next pass
+    return !ask(programFolder, "changed").isEmpty();
 }
 
 std::optional<ProgramReport> askProgram(const QString &programFolder)

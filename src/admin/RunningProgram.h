@@ -18,8 +18,9 @@ struct ProgramReport
 };
 
 /// Tells the program running on this folder (native path without links), if any, that its settings
-/// have changed, and waits until it has taken them over, for two seconds at most.
-void tellChange(const QString &programFolder);
+/// have changed, and waits until it has taken them over, for two seconds at most. False if none has
+/// answered.
+bool tellChange(const QString &programFolder);
 
 /// Nothing if no program answers.
 [[nodiscard]] std::optional<ProgramReport> askProgram(const QString &programFolder);

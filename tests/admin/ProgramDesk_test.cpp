@@ -1,6 +1,7 @@
 // A command beside a running program.
 #include "admin/ProgramDesk.h"
 
+#include "admin/Administration.h"
 #include "admin/RunningProgram.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
@@ -45,10 +46,7 @@ TEST_F(ProgramDeskTest, HearsThatTheSettingsHaveChangedBeforeTheCommandEnds)
     int changes = 0;
     QObject::connect(&desk, &ProgramDesk::settingsChanged, &desk, [&changes] { ++changes; });
     desk.open();
-    beside([this] {
-        tellChange(folder);
-        return true;
-    });
+    EXPECT_TRUE(beside([this] { return tellChange(folder); }));
     EXPECT_EQ(changes, 1);
 }
 
@@ -105,7 +103,28 @@ TEST_F(ProgramDeskTest, LoadsNothingBehindTheEndOfALoad)
 TEST_F(ProgramDeskTest, IsNotThereWithoutAProgram)
 {
     EXPECT_FALSE(askProgram(folder));
-    tellChange(folder);
+    EXPECT_FALSE(tellChange(folder));
+}
+
+TEST_F(ProgramDeskTest, ACommandSaysWhenTheRunningProgramDoesNotAnswer)
+{
+    const SetCommand command{{QStringLiteral("tick=7")}};
+    const auto running = [](const QString &) { return std::optional<qint64>(4711); };
+    const CommandResult deaf = administer(folder, command, running);
+    EXPECT_EQ(deaf.status, kDone);
+    EXPECT_TRUE(deaf.error.contains(QStringLiteral("process 4711"))) << deaf.error.toStdString();
+
+    ProgramDesk desk(folder, house.table, house.store);
+    desk.open();
+    const SetCommand other{{QStringLiteral("tick=8")}};
+    EXPECT_EQ(beside([&] { return administer(folder, other, running); }).error, QString());
+}
+
+TEST_F(ProgramDeskTest, ACommandSaysNothingOfAProgramThatIsNotRunning)
+{
+    const SetCommand command{{QStringLiteral("tick=7")}};
+    const auto none = [](const QString &) { return std::optional<qint64>(); };
+    EXPECT_EQ(administer(folder, command, none).error, QString());
 }
 
 TEST_F(ProgramDeskTest, HangsUpOnACallerThatTalksTooMuch)

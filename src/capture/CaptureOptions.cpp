@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace velmora {
 namespace {
@@ -54,110 +53,35 @@ QString shownTimeout(const QString &stored)
 } // namespace
 
 CaptureOptions::CaptureOptions(const SettingsFile &settings)
-    : settings_(settings)
+    : tempo_(settings, keys::kTempo, shownTempo)
+    , timeout_(settings, keys::kTIO, shownTimeout)
 {
+    connect(&tempo_, &EditedOption::changed, this, &CaptureOptions::tempoChanged);
+    connect(&timeout_, &EditedOption::changed, this, &CaptureOptions::timeoutChanged);
 }
 
 void CaptureOptions::load()
 {
-    tempo_ = shownTempo(keys::kTempo.read(settings_));
-    timeout_ = shownTimeout(keys::kTIO.read(settings_));
-    Q_EMIT tempoChanged(tempo_);
-    Q_EMIT timeoutChanged(timeout_);
+    tempo_.load();
+    timeout_.load();
 }
 
 void CaptureOptions::adoptStored()
 {
-    const QString tempo = keys::kTempo.read(settings_);
-    if (!tempoHand_.keepsWaiting(tempo, tempo_)) {
-        tempo_ = shownTempo(tempo);
-        Q_EMIT tempoChanged(tempo_);
-    }
-    const QString timeout = keys::kTIO.read(settings_);
-    if (!timeoutHand_.keepsWaiting(timeout, timeout_)) {
-        timeout_ = shownTimeout(timeout);
-        Q_EMIT timeoutChanged(timeout_);
-    }
-}
-
-void CaptureOptions::setTempo(const QString &text)
-{
-    if (text != tempo_) {
-        storeTempo(text);
-    }
-}
-
-void CaptureOptions::storeTempo(const QString &text)
-{
-    tempo_ = text;
-    keys::kTempo.write(settings_, tempo_);
-    Q_EMIT tempoChanged(tempo_);
-}
-
-void CaptureOptions::setTimeout(const QString &text)
-{
-    if (text != timeout_) {
-        storeTimeout(text);
-    }
-}
-
-void CaptureOptions::storeTimeout(const QString &text)
-{
-    timeout_ = text;
-    keys::kTIO.write(settings_, timeout_);
-    Q_EMIT timeoutChanged(timeout_);
-}
-
-void CaptureOptions::Hand::begin(const QString &text)
-{
-    edits = true;
-    before = text;
-}
-
-bool CaptureOptions::Hand::mayPutRight()
-{
-    ruleWaits = edits;
-    return !edits;
-}
-
-bool CaptureOptions::Hand::keepsWaiting(const QString &stored, const QString &text)
-{
-    elsewhere = edits && stored != text ? std::optional(stored) : std::nullopt;
-    return edits;
-}
-
-bool CaptureOptions::Hand::end()
-{
-    edits = false;
-    return std::exchange(ruleWaits, false);
-}
-
-void CaptureOptions::beginTempoEdit()
-{
-    tempoHand_.begin(tempo_);
+    tempo_.adoptStored();
+    timeout_.adoptStored();
 }
 
 void CaptureOptions::endTempoEdit()
 {
-    if (const auto stored = std::exchange(tempoHand_.elsewhere, std::nullopt)) {
-        storeTempo(tempo_ == tempoHand_.before ? shownTempo(*stored) : tempo_);
-    }
-    if (tempoHand_.end()) {
+    if (tempo_.endEdit()) {
         normaliseTempo();
     }
 }
 
-void CaptureOptions::beginTimeoutEdit()
-{
-    timeoutHand_.begin(timeout_);
-}
-
 void CaptureOptions::endTimeoutEdit()
 {
-    if (const auto stored = std::exchange(timeoutHand_.elsewhere, std::nullopt)) {
-        storeTimeout(timeout_ == timeoutHand_.before ? shownTimeout(*stored) : timeout_);
-    }
-    if (timeoutHand_.end()) {
+    if (timeout_.endEdit()) {
         normaliseTimeout();
     }
 }
@@ -184,23 +108,19 @@ void setStoredTimeout(SettingsDraft &draft, QStringView text)
 
 std::chrono::milliseconds CaptureOptions::normaliseTempo()
 {
-    const double seconds = clampedTempo(tempo_);
-    if (tempoHand_.mayPutRight()) {
-        setTempo(wholeText(seconds));
-    }
+    const double seconds = clampedTempo(tempo());
+    tempo_.correct(wholeText(seconds));
     return std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(seconds));
 }
 
 std::chrono::seconds CaptureOptions::downloadLimit() const
 {
-    return std::chrono::seconds{static_cast<int>(std::min(wholeTimeout(timeout_), kMaxTimeout))};
+    return std::chrono::seconds{static_cast<int>(std::min(wholeTimeout(timeout()), kMaxTimeout))};
 }
 
 void CaptureOptions::normaliseTimeout()
 {
-    if (timeoutHand_.mayPutRight()) {
-        setTimeout(timeoutText(timeout_));
-    }
+    timeout_.correct(timeoutText(timeout()));
 }
 
 } // namespace velmora

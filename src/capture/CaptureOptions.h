@@ -1,14 +1,12 @@
-// Capture options edited in boxes of the main window: tick length and time-out. They are texts, as
-// typed; every change is stored at once. The value in force follows the text at every moment, but
-// the text itself is corrected only when no one is typing it.
+// Capture options edited in boxes of the main window: tick length and time-out. The value in force
+// follows the text at every moment, also while it is being typed.
 #pragma once
 
-#include "settings/SettingsFile.h"
+#include "capture/EditedOption.h"
 
 #include <QObject>
 
 #include <chrono>
-#include <optional>
 
 namespace velmora {
 
@@ -36,20 +34,24 @@ public:
     void adoptStored();
 
     /// Tick length in seconds.
-    [[nodiscard]] const QString &tempo() const { return tempo_; }
+    [[nodiscard]] const QString &tempo() const { return tempo_.text(); }
 
     /// Download time-out in seconds.
-    [[nodiscard]] const QString &timeout() const { return timeout_; }
+    [[nodiscard]] const QString &timeout() const { return timeout_.text(); }
 
     /// The box changed, or a rule put a value back into it; setting the same text is no change.
-    void setTempo(const QString &text);
-    void setTimeout(const QString &text);
+    void setTempo(const QString &text) { tempo_.set(text); }
+
+    void setTimeout(const QString &text) { timeout_.set(text); }
 
     /// The box is being edited, or no longer is. A correction held back meanwhile is made at the
     /// end.
-    void beginTempoEdit();
+    void beginTempoEdit() { tempo_.beginEdit(); }
+
     void endTempoEdit();
-    void beginTimeoutEdit();
+
+    void beginTimeoutEdit() { timeout_.beginEdit(); }
+
     void endTimeoutEdit();
 
     /// Brings the tick length into 1 to 60 seconds, puts it back without decimals, and returns the
@@ -67,31 +69,8 @@ Q_SIGNALS:
     void timeoutChanged(const QString &text);
 
 private:
-    /// Whether a box is being edited, and what is waiting for that to end.
-    struct Hand
-    {
-        bool edits = false;
-        bool ruleWaits = false;
-        QString before;                   // text at the start of the edit
-        std::optional<QString> elsewhere; // stored by another program since then
-
-        void begin(const QString &text);
-        /// True when a text stored by another program has to wait. text: that in the box.
-        bool keepsWaiting(const QString &stored, const QString &text);
-        /// True when a rule may correct the text now.
-        bool mayPutRight();
-        /// True when a rule was waiting.
-        bool end();
-    };
-
-    void storeTempo(const QString &text);
-    void storeTimeout(const QString &text);
-
-    const SettingsFile &settings_;
-    QString tempo_;
-    QString timeout_;
-    Hand tempoHand_;
-    Hand timeoutHand_;
+    EditedOption tempo_;
+    EditedOption timeout_;
 };
 
 } // namespace velmora

@@ -130,7 +130,7 @@ double luminance(const QColor &colour)
 
 double contrast(const QColor &a, const QColor &b)
 {
-    const auto [less, more] = std::minmax(luminance(a), luminance(b));
+    const auto [less, more] = std::minmax({luminance(a), luminance(b)});
     return (more + 0.05) / (less + 0.05);
 }
 

@@ -34,6 +34,9 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
     }
 
+    // What the book has begun ends before the book does.
+    ~HealthWindowTest() override { house_.house.finish(); }
+
     template <typename Control>
     Control &find(const char *name)
     {

@@ -88,8 +88,7 @@ void clearWorkFile(const QByteArray &path)
 }
 
 // A folder's first working file always has the same name, so that one left by a killed run goes
-// when the next is made: the folders of films, and of cameras on another disk, are cleared by
-// nobody else.
+// when the next is made: nothing else clears the folders of films and of cameras on another disk.
 QByteArray workPath(const QByteArray &folder, int attempt)
 {
     if (attempt > 0) {

@@ -1,5 +1,6 @@
 #include "ui/CalendarMap.h"
 
+#include "ui/DayNumbers.h"
 #include "ui/HeatColour.h"
 
 #include <QHelpEvent>
@@ -63,6 +64,7 @@ std::optional<year_month_day> dayBehindKey(int key, year_month_day day)
 
 CalendarMap::CalendarMap(Calendar &calendar)
     : calendar_(calendar)
+    , numbers_(new DayNumbers(this))
 {
     setObjectName(QStringLiteral("calendarDays"));
     setAccessibleName(tr("Images of each day"));
@@ -82,7 +84,7 @@ QString CalendarMap::dayText(year_month_day day, qsizetype images)
 QSize CalendarMap::sizeHint() const
 {
     return {labelWidth() + kDaysInLine * 2 * fontMetrics().averageCharWidth() * 2,
-            lineHeight() * (kMonthsInYear + 1)};
+            lineHeight() * (kMonthsInYear + 2)};
 }
 
 int CalendarMap::lineHeight() const
@@ -146,9 +148,18 @@ void CalendarMap::showChosen()
     viewport()->update();
 }
 
+void CalendarMap::placeNumbers()
+{
+    setViewportMargins(0, lineHeight(), 0, 0);
+    const QRect below = viewport()->geometry();
+    numbers_->setGeometry(below.left(), below.top() - lineHeight(), below.width(), lineHeight());
+    numbers_->setColumns(labelWidth(), cellWidth());
+}
+
 void CalendarMap::resizeEvent(QResizeEvent *event)
 {
     QAbstractScrollArea::resizeEvent(event);
+    placeNumbers();
     rebuild();
 }
 

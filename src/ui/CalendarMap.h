@@ -7,8 +7,10 @@
 
 namespace velmora {
 
-/// The chosen day is framed; arrow keys move by day and by month, Page Up and Page Down by year,
-/// Enter and a click go to the day's first image.
+class DayNumbers;
+
+/// The numbers of the days stand above. The chosen day is framed; arrow keys move by day and by
+/// month, Page Up and Page Down by year, Enter and a click go to the day's first image.
 class CalendarMap : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -34,6 +36,7 @@ protected:
 
 private:
     void rebuild();
+    void placeNumbers();
     void showChosen();
     void take(std::chrono::year_month_day day, Qt::KeyboardModifiers modifiers);
     [[nodiscard]] int lines() const;
@@ -48,6 +51,7 @@ private:
     void paintCell(QPainter &painter, QRect cell, qsizetype images) const;
 
     Calendar &calendar_;
+    DayNumbers *numbers_;
 };
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #include "ui/HealthWindow.h"
 
 #include "ui/HourBarsDelegate.h"
+#include "ui/LampDelegate.h"
 #include "ui/ToFront.h"
 
 #include <QCheckBox>
@@ -66,6 +67,7 @@ void HealthWindow::makeTable()
     view_->setObjectName(QStringLiteral("healthTable"));
     view_->setAccessibleName(tr("Cameras and how they deliver"));
     view_->setModel(shown_);
+    view_->setItemDelegateForColumn(HealthTable::Lamp, new LampDelegate(view_));
     view_->setItemDelegateForColumn(HealthTable::Day, new HourBarsDelegate(view_));
     view_->setSelectionBehavior(QAbstractItemView::SelectRows);
     view_->setTabKeyNavigation(false);

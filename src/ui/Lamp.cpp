@@ -54,24 +54,27 @@ QSize Lamp::sizeHint() const
     return {side, side};
 }
 
-void Lamp::paintEvent(QPaintEvent *)
+void paintLamp(QPainter &painter, const QRectF &circle, const QColor &colour)
 {
-    constexpr qreal kInset = 1.5;
     constexpr int kGlow = 150;
     constexpr int kRim = 170;
-    const bool isLit = bgr_ != static_cast<int>(LampColour::None);
-    const QColor colour = isLit ? colourOf(bgr_) : palette().color(QPalette::Mid);
-    const QRectF circle = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
-
     QRadialGradient light(circle.center() - QPointF(circle.width(), circle.height()) / 6,
                           circle.width() * 0.75);
     light.setColorAt(0, colour.lighter(kGlow));
     light.setColorAt(1, colour);
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colour.darker(kRim), 1));
     painter.setBrush(light);
     painter.drawEllipse(circle);
+}
+
+void Lamp::paintEvent(QPaintEvent *)
+{
+    constexpr qreal kInset = 1.5;
+    const bool isLit = bgr_ != static_cast<int>(LampColour::None);
+    QPainter painter(this);
+    paintLamp(painter, QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset),
+              isLit ? colourOf(bgr_) : palette().color(QPalette::Mid));
 }
 
 } // namespace velmora

@@ -5,7 +5,12 @@
 
 #include <QWidget>
 
+class QPainter;
+
 namespace velmora {
+
+/// Paints a lamp that fills a square.
+void paintLamp(QPainter &painter, const QRectF &circle, const QColor &colour);
 
 /// Shows a BGR colour, and tells its meaning to those who cannot see it.
 class Lamp : public QWidget

@@ -2,8 +2,11 @@
 #include "ui/CalendarWindow.h"
 
 #include "BrowserWindowHouse.h"
+#include "ui/DayNumbers.h"
 #include "ui/HeatColour.h"
 #include "ui/LateColour.h"
+
+#include <QAbstractScrollArea>
 
 #include <gtest/gtest.h>
 
@@ -46,6 +49,29 @@ TEST_F(CalendarWindowTest, EnterGoesToTheFirstImageOfTheDay)
     house_.browser.chooseFile(kImages - 1);
     QTest::keyClick(&part("calendarDays"), Qt::Key_Return);
     EXPECT_EQ(house_.browser.shown().files.ListIndex(), 0);
+}
+
+// The middle of a day of the first month shown, in the viewport.
+QPoint placeOfDay(const QAbstractScrollArea &map, int day)
+{
+    constexpr int kDays = 31;
+    const QFontMetrics metrics = map.fontMetrics();
+    const int label = metrics.horizontalAdvance(QStringLiteral("0000-00")) + 8;
+    const int column = (map.viewport()->width() - label) / kDays;
+    return {label + (day - 1) * column + column / 2, metrics.height() / 2};
+}
+
+TEST_F(CalendarWindowTest, AClickBelowTheNumberOfADayGoesToItsFirstOrTheNearestImage)
+{
+    auto &map = dynamic_cast<QAbstractScrollArea &>(part("calendarDays"));
+    const QRect numbers = map.findChild<DayNumbers *>()->geometry();
+    EXPECT_EQ(numbers.bottom() + 1, map.viewport()->y());
+    EXPECT_EQ(numbers.width(), map.viewport()->width());
+    for (const auto &[day, index] : {std::pair(8, kImages - 1), {7, 0}, {8, kImages - 1}, {6, 0}}) {
+        QTest::mouseClick(map.viewport(), Qt::LeftButton, {}, placeOfDay(map, day));
+        EXPECT_EQ(house_.browser.shown().files.ListIndex(), index) << day;
+        EXPECT_TRUE(map.accessibleDescription().contains(QString::number(day) + u' '));
+    }
 }
 
 TEST_F(CalendarWindowTest, AClickOnAnHourGoesToTheNearestImage)

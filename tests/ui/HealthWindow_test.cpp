@@ -67,6 +67,18 @@ TEST_F(HealthWindowTest, ShowsTheWorstFirstWithTheKeyboardInTheTable)
     EXPECT_EQ(window_.focusWidget(), &table());
 }
 
+TEST_F(HealthWindowTest, ALampKeepsItsColourInTheSelectedRow)
+{
+    const QRect cell = table().visualRect(table().model()->index(0, HealthTable::Lamp));
+    const QPoint lamp(cell.left() + cell.height() / 2, cell.center().y());
+    const auto colour = [&] { return table().viewport()->grab().toImage().pixelColor(lamp); };
+    table().selectRow(0);
+    const QColor selected = colour();
+    table().clearSelection();
+    EXPECT_EQ(selected, colour());
+    EXPECT_GT(selected.red(), selected.blue() + 100) << "the worst camera is failing: orange";
+}
+
 TEST_F(HealthWindowTest, EnterGoesToTheCamera)
 {
     QSignalSpy wanted(&window_, &HealthWindow::cameraWanted);

@@ -1,9 +1,12 @@
 #include "net/Authorities.h"
 
+#include "net/CurlOption.h"
+
 #include <QElapsedTimer>
 
 #include <curl/curl.h>
 
+#include <new>
 #include <openssl/err.h>
 #include <openssl/pem.h>
 #include <openssl/ssl.h>
@@ -106,16 +109,20 @@ void Authorities::begin()
     if (reading_) {
         return;
     }
-    reading_ = std::make_unique<Reading>();
-    reading_->stamp = FileStamp::of(places_.file);
-    reading_->file.reset(BIO_new_file(places_.file.constData(), "r"));
-    reading_->store.reset(X509_STORE_new());
-    X509_STORE *const store = storeOf(reading_->store.get());
+    auto reading = std::make_unique<Reading>();
+    reading->stamp = FileStamp::of(places_.file);
+    reading->file.reset(BIO_new_file(places_.file.constData(), "r"));
+    reading->store.reset(X509_STORE_new());
+    X509_STORE *const store = storeOf(reading->store.get());
+    if (store == nullptr) {
+        throw std::bad_alloc();
+    }
     X509_STORE_set_flags(store, X509_V_FLAG_TRUSTED_FIRST | X509_V_FLAG_PARTIAL_CHAIN);
     if (!places_.folder.isEmpty()) {
         X509_STORE_load_path(store, places_.folder.constData());
     }
     ERR_clear_error();
+    reading_ = std::move(reading);
     turns_.start(0);
 }
 
@@ -153,10 +160,11 @@ void Authorities::applyTo(void *easy)
         SSL_CTX_set1_cert_store(static_cast<SSL_CTX *>(context), storeOf(self->store_.get()));
         return CURLE_OK;
     };
+    // refused by a libcurl that uses another library for TLS, which then reads its own store
     if (curl_easy_setopt(easy, CURLOPT_SSL_CTX_FUNCTION, use) == CURLE_OK) {
-        curl_easy_setopt(easy, CURLOPT_SSL_CTX_DATA, this);
-        curl_easy_setopt(easy, CURLOPT_CAINFO, nullptr);
-        curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
+        setOption(easy, CURLOPT_SSL_CTX_DATA, this);
+        setOption(easy, CURLOPT_CAINFO, nullptr);
+        setOption(easy, CURLOPT_CAPATH, nullptr);
     }
 }
 

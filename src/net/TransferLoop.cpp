@@ -4,6 +4,7 @@
 #include "net/TransferLoop.h"
 
 #include "base/OneShot.h"
+#include "net/CurlOption.h"
 #include "net/SocketSet.h"
 
 #include <QObject>
@@ -34,6 +35,7 @@ int selectMask(SocketEvents events)
            (events.error ? CURL_CSELECT_ERR : 0);
 }
 
+// If this fails, so does making a transfer.
 void initialiseCurlOnce()
 {
     static const CURLcode done = curl_global_init(CURL_GLOBAL_DEFAULT);
@@ -95,7 +97,7 @@ public:
         transfer.easy = easy;
         transfer.atEnd = atEnd;
         transfer.waiter = &end;
-        transfer.multi = curl_multi_init();
+        transfer.multi = curl_multi_init(); // without memory for it, nothing can be added
         curl_multi_setopt(transfer.multi, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
         curl_multi_setopt(transfer.multi, CURLMOPT_SOCKETDATA, &transfer);
         curl_multi_setopt(transfer.multi, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
@@ -307,8 +309,8 @@ void *TransferLoop::newTransfer()
     if (easy == nullptr) {
         throw std::bad_alloc();
     }
-    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name lookup
+    setOption(easy, CURLOPT_NOSIGNAL, 1L);
+    setOption(easy, CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name lookup
     return easy;
 }
 

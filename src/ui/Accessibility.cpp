@@ -95,6 +95,30 @@ private:
     QLabel &label_;
 };
 
+/// Serves the windows of this program and their plain parts: a widget may become a window, or a
+/// part of one, only after this was made for it.
+class WindowInterface final : public QAccessibleWidget
+{
+public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    [[nodiscard]] QAccessible::Role role() const override
+    {
+        return widget()->isWindow() ? QAccessible::Window : QAccessibleWidget::role();
+    }
+};
+
+// Boxes, lists and areas that scroll have interfaces of the toolkit's.
+bool isPlain(const QObject &object)
+{
+    const QMetaObject *const own = object.metaObject();
+    const QMetaObject *base = own;
+    while (QByteArrayView(base->className()).startsWith("velmora::")) {
+        base = base->superClass();
+    }
+    return base != own && base == &QWidget::staticMetaObject;
+}
+
 QAccessibleInterface *describe(const QString &, QObject *object)
 {
     if (auto *const label = qobject_cast<QLabel *>(object); label != nullptr) {
@@ -104,10 +128,7 @@ QAccessibleInterface *describe(const QString &, QObject *object)
     if (qobject_cast<PictureView *>(object) != nullptr || qobject_cast<Lamp *>(object) != nullptr) {
         return new QAccessibleWidget(widget, QAccessible::Graphic);
     }
-    const bool isOurWindow =
-        widget != nullptr && widget->isWindow() &&
-        QByteArrayView(object->metaObject()->className()).startsWith("velmora::");
-    return isOurWindow ? new QAccessibleWidget(widget, QAccessible::Window) : nullptr;
+    return widget != nullptr && isPlain(*widget) ? new WindowInterface(widget) : nullptr;
 }
 
 } // namespace

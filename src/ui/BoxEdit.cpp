@@ -45,6 +45,18 @@ BoxEdit::BoxEdit(QWidget *parent)
             [this](const QWidget *, const QWidget *now) { followFocus(now); });
 }
 
+bool BoxEdit::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *const key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_E && key->matches(QKeySequence::MoveToEndOfLine)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
 void BoxEdit::leave()
 {
     if (std::exchange(hand_, Hand::Off) != Hand::Off) {

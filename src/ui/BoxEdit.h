@@ -23,6 +23,10 @@ public:
     /// Sets the box aside now, as activating another window does.
     void setAside();
 
+    /// A window's own key comes before the key's meaning for the cursor, of which the toolkit has
+    /// some that no one expects (Ctrl+E: to the end of the line).
+    bool event(QEvent *event) override;
+
 Q_SIGNALS:
     /// The box, not being edited, got the cursor; or something is typed into it after its edit was
     /// ended from outside.

@@ -2,6 +2,7 @@
 
 #include "ui/HourBarsDelegate.h"
 #include "ui/LampDelegate.h"
+#include "ui/NumberBox.h"
 #include "ui/ToFront.h"
 
 #include <QCheckBox>
@@ -17,7 +18,6 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSortFilterProxyModel>
-#include <QSpinBox>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -107,15 +107,13 @@ void HealthWindow::makeChoices()
     never_->setAccessibleName(tr("The selected camera is never late"));
 }
 
-// What is being typed counts once it is left, or by Enter.
 void HealthWindow::makeNumbers()
 {
     const auto box = [](const char *name, const QString &accessibleName, const QString &tip) {
-        auto *const number = new QSpinBox;
+        auto *const number = new NumberBox;
         number->setObjectName(QString::fromLatin1(name));
         number->setAccessibleName(accessibleName);
         number->setToolTip(tip);
-        number->setKeyboardTracking(false);
         number->setGroupSeparatorShown(true);
         return number;
     };
@@ -145,7 +143,8 @@ void HealthWindow::arrange()
     choices->addWidget(deletion_, 0, 1);
     choices->addWidget(stop_, 1, 1);
     choices->addWidget(never_, 2, 0);
-    const auto numberLine = [choices](const QString &text, QSpinBox *number, int line, int column) {
+    const auto numberLine = [choices](const QString &text, NumberBox *number, int line,
+                                      int column) {
         auto *const caption = new QLabel(text);
         caption->setBuddy(number);
         auto *const pair = new QHBoxLayout;
@@ -186,6 +185,8 @@ void HealthWindow::bind()
 
 void HealthWindow::present()
 {
+    lateTimes_->leave();
+    limit_->leave();
     book_.followTable();
     table_.refresh();
     showChoices();

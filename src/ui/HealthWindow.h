@@ -17,10 +17,11 @@ class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QSortFilterProxyModel;
-class QSpinBox;
 class QTableView;
 
 namespace velmora {
+
+class NumberBox;
 
 class HealthWindow : public QWidget
 {
@@ -70,8 +71,8 @@ private:
     QCheckBox *deletion_ = nullptr;
     QCheckBox *stop_ = nullptr;
     QCheckBox *never_ = nullptr;
-    QSpinBox *lateTimes_ = nullptr;
-    QSpinBox *limit_ = nullptr;
+    NumberBox *lateTimes_ = nullptr;
+    NumberBox *limit_ = nullptr;
 };
 
 } // namespace velmora

@@ -2,6 +2,8 @@
 #include "ui/Accessibility.h"
 
 #include "WindowHouse.h"
+#include "ui/BoxEdit.h"
+#include "ui/DayNumbers.h"
 #include "ui/Zoom.h"
 
 #include <QAccessible>
@@ -60,6 +62,22 @@ TEST_F(AccessibilityTest, WindowsAreWindowsAndPicturesPictures)
     EXPECT_EQ(told(QStringLiteral("LampSA")).role(), QAccessible::Graphic);
     Zoom zoom;
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&zoom)->role(), QAccessible::Window);
+}
+
+TEST_F(AccessibilityTest, WhatWasDescribedBeforeItStoodInItsWindowIsNoWindow)
+{
+    QWidget window;
+    auto *const box = new BoxEdit;
+    box->setText(QStringLiteral("2006-03-07"));
+    auto *const part = new DayNumbers(nullptr);
+    for (QWidget *const widget : {static_cast<QWidget *>(box), static_cast<QWidget *>(part)}) {
+        EXPECT_NE(QAccessible::queryAccessibleInterface(widget), nullptr);
+        widget->setParent(&window);
+        EXPECT_NE(QAccessible::queryAccessibleInterface(widget)->role(), QAccessible::Window);
+    }
+    const QAccessibleInterface &described = *QAccessible::queryAccessibleInterface(box);
+    EXPECT_EQ(described.role(), QAccessible::EditableText);
+    EXPECT_EQ(described.text(QAccessible::Value), QStringLiteral("2006-03-07"));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -54,6 +55,19 @@ TEST_F(BoxEditTest, TellsThatItWasEnteredAndLeft)
     EXPECT_EQ(left.count(), 0);
     QTest::keyClick(&box_, Qt::Key_Tab);
     EXPECT_EQ(left.count(), 1);
+}
+
+TEST_F(BoxEditTest, LeavesItsWindowTheKeyThatWouldMoveTheCursorToTheEnd)
+{
+    QShortcut shortcut(Qt::CTRL | Qt::Key_E, &window_);
+    const QSignalSpy pressed(&shortcut, &QShortcut::activated);
+    box_.setFocus();
+    QTest::keyClick(&box_, Qt::Key_E, Qt::ControlModifier);
+    EXPECT_EQ(pressed.count(), 1);
+    box_.setText(QStringLiteral("some text"));
+    QTest::keyClick(&box_, Qt::Key_Home);
+    QTest::keyClick(&box_, Qt::Key_End);
+    EXPECT_EQ(box_.cursorPosition(), 9);
 }
 
 TEST_F(BoxEditTest, TakesTheFirstLineOfAPastedText)

@@ -162,6 +162,60 @@ TEST_F(HealthWindowTest, TakesTheNumbersThatAreTyped)
     EXPECT_EQ(options.limitBytes(1'000'000'000'000), 1'000'000'000);
 }
 
+TEST_F(HealthWindowTest, ANumberBeingTypedIsNotTakenWhenAnotherWindowComesUp)
+{
+    const HealthOptions options(house_.house.settings);
+    auto &times = find<QSpinBox>("healthLateTimes");
+    times.setFocus();
+    times.selectAll();
+    QTest::keyClicks(&times, QStringLiteral("1"));
+    QWidget another;
+    another.show();
+    another.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&another));
+    EXPECT_EQ(options.lateTimes(), 10);
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    QTest::keyClicks(&times, QStringLiteral("5"));
+    QTest::keyClick(&times, Qt::Key_Tab);
+    EXPECT_EQ(options.lateTimes(), 15);
+}
+
+TEST_F(HealthWindowTest, ANumberBeingTypedCountsWhenTheWindowIsRaisedAgainOrClosed)
+{
+    const HealthOptions options(house_.house.settings);
+    auto &times = find<QSpinBox>("healthLateTimes");
+    times.setFocus();
+    times.selectAll();
+    QTest::keyClicks(&times, QStringLiteral("25"));
+    window_.present();
+    EXPECT_EQ(options.lateTimes(), 25);
+    EXPECT_EQ(times.value(), 25);
+    times.setFocus();
+    times.selectAll();
+    QTest::keyClicks(&times, QStringLiteral("35"));
+    window_.close();
+    EXPECT_EQ(options.lateTimes(), 35);
+}
+
+TEST_F(HealthWindowTest, TheWheelTurnsOnlyTheNumberThatHasTheCursor)
+{
+    const HealthOptions options(house_.house.settings);
+    auto &limit = find<QSpinBox>("healthLimit");
+    const auto turn = [&] {
+        const QPointF middle = limit.rect().center();
+        QWheelEvent wheel(middle, limit.mapToGlobal(middle), {}, {0, 120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&limit, &wheel);
+    };
+    turn();
+    EXPECT_FALSE(limit.hasFocus());
+    EXPECT_EQ(options.limitMegabytes(), 0);
+    limit.setFocus();
+    turn();
+    EXPECT_EQ(options.limitMegabytes(), 100);
+}
+
 TEST_F(HealthWindowTest, ShowsTheNumbersThatWereChosenElsewhere)
 {
     window_.close();

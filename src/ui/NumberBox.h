@@ -1,0 +1,27 @@
+// A box for a number that takes nothing which is not meant.
+#pragma once
+
+#include <QSpinBox>
+
+namespace velmora {
+
+/// What is being typed counts once the box is left in its window, by Enter, by leave(), or when the
+/// window is closed; activating another window is no leaving. The wheel turns the number only in
+/// the box that has the cursor.
+class NumberBox : public QSpinBox
+{
+    Q_OBJECT
+
+public:
+    explicit NumberBox(QWidget *parent = nullptr);
+
+    /// Takes what is being typed, wherever the focus is.
+    void leave() { interpretText(); }
+
+protected:
+    void focusOutEvent(QFocusEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+};
+
+} // namespace velmora

@@ -1,34 +1,29 @@
 #include "capture/FrameGrabber.h"
 
+#include "base/Ffmpeg.h"
 #include "base/OneLine.h"
 #include "base/OneShot.h"
 #include "cameras/Credentials.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QScopeGuard>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <algorithm>
-#include <csignal>
 #include <deque>
 #include <new>
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <thread>
-#include <unistd.h>
 
 namespace velmora {
 namespace {
 
 constexpr qint64 kMostBody = qint64{64} * 1024 * 1024;
-constexpr qsizetype kMostError = 4096; // of the end of ffmpeg's output
 constexpr QByteArrayView kJpegBegin("\xFF\xD8\xFF");
-constexpr int kReapMs = 1000;                   // for a killed process to end
-constexpr rlim_t kMostMemory = rlim_t{1} << 30; // of ffmpeg; a frame of 8K takes 50 MB
 
-enum class GrabEnd { Finished, TimeOut, Stopped, TooLong, NotStarted };
+// How large the pictures of a stream are is for its server to say; a frame of 8K takes 50 MB.
+constexpr qint64 kMostMemory = qint64{1} << 30;
+
+enum class GrabEnd { Ended, TimeOut, Stopped, TooLong };
 
 // Allows everything that a stream may lead to, and nothing that reads files of this machine.
 QStringList arguments()
@@ -58,22 +53,6 @@ QByteArray withLogin(const HttpRequest &request)
     return request.url.first(host) + request.user.toUtf8().toPercentEncoding() + ':' +
            request.password.toUtf8().toPercentEncoding() + '@' +
            request.url.sliced(at < host ? host : at + 1);
-}
-
-// Makes its children die with it, and it with this program. How large the pictures of a stream are
-// is for its server to say, so the memory is bounded. Runs in the new process.
-void becomeGroup()
-{
-    ::setpgid(0, 0);
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const rlimit memory{kMostMemory, kMostMemory};
-    ::setrlimit(RLIMIT_DATA, &memory);
-}
-
-QString lastLine(const QByteArray &text)
-{
-    const QList<QByteArray> lines = text.trimmed().split('\n');
-    return onOneLine(withoutCredentials(QString::fromUtf8(lines.last().trimmed())));
 }
 
 } // namespace
@@ -123,72 +102,44 @@ class FrameGrabber::Grab : public QObject
 {
 public:
     Grab(const HttpRequest &request, std::shared_ptr<BodyStock> bodies)
-        : limit_(request.limit)
-        , input_(inputList(withLogin(request)))
-        , body_(emptyBody(request, std::move(bodies)))
+        : body_(emptyBody(request, std::move(bodies)))
     {
-        connect(&process_, &QProcess::readyReadStandardOutput, this, [this] { takeBody(); });
-        connect(&process_, &QProcess::readyReadStandardError, this, [this] { takeError(); });
-        connect(&process_, &QProcess::finished, this, [this] { end_.set(GrabEnd::Finished); });
-        connect(&process_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-            if (error == QProcess::FailedToStart) {
-                end_.set(GrabEnd::NotStarted);
-            }
+        connect(&ffmpeg_, &QProcess::readyReadStandardOutput, this, [this] { takeBody(); });
+        connect(&ffmpeg_, &Ffmpeg::ended, this, [this](FfmpegEnd end) {
+            ffmpegEnd_ = end;
+            end_.set(GrabEnd::Ended);
         });
         timer_.setSingleShot(true);
         connect(&timer_, &QTimer::timeout, this, [this] { end_.set(GrabEnd::TimeOut); });
-    }
-
-    Q_DISABLE_COPY_MOVE(Grab)
-
-    ~Grab() override { kill(); }
-
-    void start(const QString &program)
-    {
-        process_.setChildProcessModifier(&becomeGroup);
-        process_.start(program, arguments());
-        group_ = static_cast<pid_t>(process_.processId());
-        process_.write(input_);
-        process_.closeWriteChannel();
-        timer_.start(limit_);
+        ffmpeg_.begin(arguments());
+        ffmpeg_.write(inputList(withLogin(request)));
+        ffmpeg_.closeWriteChannel();
+        timer_.start(request.limit);
         elapsed_.start();
     }
 
     OneShot<GrabEnd> &end() { return end_; }
 
-    // Kills its children too, whether or not it has ended itself, so that nothing of it is left.
-    void kill()
-    {
-        timer_.stop();
-        if (group_ > 0) {
-            ::kill(-group_, SIGKILL);
-            group_ = 0;
-        }
-        if (process_.state() != QProcess::NotRunning) {
-            process_.kill();
-            process_.waitForFinished(kReapMs);
-        }
-    }
-
     HttpReply reply(GrabEnd end)
     {
         HttpReply reply;
         reply.duration = std::chrono::milliseconds{elapsed_.elapsed()};
+        const bool good =
+            end == GrabEnd::Ended && ffmpegEnd_ == FfmpegEnd::Good && !body_.isEmpty();
         if (end == GrabEnd::Stopped) {
             reply.outcome = FetchOutcome::Stopped;
-            return reply;
-        }
-        const bool good = end == GrabEnd::Finished &&
-                          process_.exitStatus() == QProcess::NormalExit &&
-                          process_.exitCode() == 0 && !body_.isEmpty();
-        if (good && !body_.head().startsWith(kJpegBegin)) {
+        } else if (good && !body_.head().startsWith(kJpegBegin)) {
             reply.failure = QStringLiteral("what ffmpeg gave is no JPEG picture");
         } else if (good) {
             reply.outcome = FetchOutcome::Arrived;
             reply.contentType = QStringLiteral("image/jpeg");
             reply.body = std::move(body_);
         } else {
-            reply.failure = failure(end);
+            reply.failure = end == GrabEnd::TimeOut
+                                ? QStringLiteral("the stream gave no picture in time")
+                            : end == GrabEnd::TooLong
+                                ? QStringLiteral("the stream sends more than a picture can have")
+                                : complaint();
         }
         return reply;
     }
@@ -198,7 +149,7 @@ private:
     void takeBody()
     {
         try {
-            const QByteArray bytes = process_.readAllStandardOutput();
+            const QByteArray bytes = ffmpeg_.readAllStandardOutput();
             if (body_.size() + bytes.size() > kMostBody) {
                 end_.set(GrabEnd::TooLong);
             } else {
@@ -209,44 +160,29 @@ private:
         }
     }
 
-    void takeError()
+    [[nodiscard]] QString complaint() const
     {
-        try {
-            errors_ = (errors_ + process_.readAllStandardError()).right(kMostError);
-        } catch (const std::bad_alloc &) {
-            errors_.clear();
-        }
-    }
-
-    [[nodiscard]] QString failure(GrabEnd end) const
-    {
-        switch (end) {
-        case GrabEnd::TimeOut:
-            return QStringLiteral("the stream gave no picture in time");
-        case GrabEnd::TooLong:
-            return QStringLiteral("the stream sends more than a picture can have");
-        case GrabEnd::NotStarted:
+        switch (ffmpegEnd_) {
+        case FfmpegEnd::NotInstalled:
+            return QStringLiteral("a stream needs ffmpeg, which is not installed");
+        case FfmpegEnd::NotStarted:
             return QStringLiteral("ffmpeg cannot be started");
-        case GrabEnd::Finished:
-        case GrabEnd::Stopped:
+        case FfmpegEnd::Killed:
+            return QStringLiteral("ffmpeg was ended by a signal");
+        case FfmpegEnd::Good:
+        case FfmpegEnd::Failed:
             break;
         }
-        if (process_.exitStatus() == QProcess::CrashExit) {
-            return QStringLiteral("ffmpeg was ended by a signal");
-        }
-        const QString said = lastLine(errors_);
+        const QString said = onOneLine(withoutCredentials(ffmpeg_.lastLine()));
         return said.isEmpty() ? QStringLiteral("the stream gave no picture") : said;
     }
 
-    QProcess process_;
+    ReplyBody body_;
+    OneShot<GrabEnd> end_;
+    FfmpegEnd ffmpegEnd_ = FfmpegEnd::NotStarted;
     QTimer timer_;
     QElapsedTimer elapsed_;
-    OneShot<GrabEnd> end_;
-    std::chrono::milliseconds limit_;
-    QByteArray input_;
-    QByteArray errors_;
-    ReplyBody body_;
-    pid_t group_ = 0;
+    Ffmpeg ffmpeg_{kMostMemory};
 };
 
 FrameGrabber::FrameGrabber()
@@ -274,19 +210,10 @@ QCoro::Task<HttpReply> FrameGrabber::fetch(HttpRequest request, std::stop_token 
 
 QCoro::Task<HttpReply> FrameGrabber::grab(HttpRequest request, std::stop_token stop)
 {
-    HttpReply reply;
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("ffmpeg"));
-    if (program.isEmpty()) {
-        reply.failure = QStringLiteral("a stream needs ffmpeg, which is not installed");
-        co_return reply;
-    }
     Grab run(request, bodies_);
-    run.start(program);
     const std::stop_callback onStop(std::move(stop), [&run] { run.end().set(GrabEnd::Stopped); });
     const GrabEnd end = co_await run.end();
-    run.kill();
-    reply = run.reply(end);
-    co_return reply;
+    co_return run.reply(end);
 }
 
 } // namespace velmora

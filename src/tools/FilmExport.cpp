@@ -2,14 +2,10 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <algorithm>
 #include <array>
-#include <csignal>
-#include <fcntl.h>
-#include <sys/prctl.h>
 #include <unistd.h>
 #include <utility>
 
@@ -17,23 +13,21 @@ namespace velmora {
 namespace {
 
 constexpr qint64 kAheadBytes = qint64{2} << 20; // of pictures read before ffmpeg has taken them
-constexpr int kPipeBytes = 1 << 20;
-constexpr qsizetype kMostErrorBytes = 4096;
+
+// For a film in 4K, H.264 takes 2 GB with the threads of two cores and 3.5 GB with 16 threads; VP9
+// takes half of that.
+constexpr qint64 kEnoughFor4K = qint64{4} << 30;
 
 // How ffmpeg's complaints about the file begin; the system's reason is behind the last colon.
 constexpr std::array kWritingFaults{"Could not write header", "av_interleaved_write_frame",
                                     "Error writing trailer", "Error closing file"};
 
-// Runs in the child that is about to become ffmpeg: it dies with us, however we end, leaves a
-// terminal's interrupt to us, and inherits the file that has no name.
-void prepareChild(int descriptor)
+// Of ffmpeg. Larger films may take more where there is more; a quarter of the machine's memory is
+// left to other programs, and to the capture.
+qint64 mostMemory()
 {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    ::setsid();
-    ::fcntl(STDIN_FILENO, F_SETPIPE_SZ, kPipeBytes);
-    if (descriptor >= 0) {
-        ::fcntl(descriptor, F_SETFD, 0);
-    }
+    const qint64 all = qint64{::sysconf(_SC_PHYS_PAGES)} * ::sysconf(_SC_PAGESIZE);
+    return std::max(kEnoughFor4K, all / 4 * 3);
 }
 
 QString reason(const std::error_code &error)
@@ -49,15 +43,6 @@ FilmExport::FilmExport(const Clock &clock)
 {
 }
 
-FilmExport::~FilmExport()
-{
-    if (process_) {
-        process_->disconnect(this);
-        process_->kill();
-        process_->waitForFinished();
-    }
-}
-
 void FilmExport::start(FilmOrder order)
 {
     if (isRunning()) {
@@ -66,7 +51,6 @@ void FilmExport::start(FilmOrder order)
     order_ = std::move(order);
     tally_ = {};
     tally_.all = order_.picks.count();
-    errors_.clear();
     step_ = Step::Asking;
     QMetaObject::invokeMethod(this, &FilmExport::begin, Qt::QueuedConnection);
 }
@@ -77,13 +61,10 @@ void FilmExport::begin()
         return;
     }
     const auto form = filmForm(order_.target);
-    program_ = QStandardPaths::findExecutable(QStringLiteral("ffmpeg"));
     if (!form) {
         fail(tr("The file name must end in .mp4, .webm, .webp or .gif."));
     } else if (tally_.all == 0) {
         fail(tr("There are no images in this range."));
-    } else if (program_.isEmpty()) {
-        fail(tr("ffmpeg is not installed; films are made with it."));
     } else {
         form_ = *form;
         ask();
@@ -97,30 +78,40 @@ void FilmExport::ask()
         fail(tr("%1 cannot be written: %2").arg(order_.target, reason(file_->error())));
         return;
     }
-    process_ = std::make_unique<QProcess>();
-    process_->setChildProcessModifier([] { prepareChild(-1); });
-    process_->setStandardInputFile(QProcess::nullDevice());
-    connect(process_.get(), &QProcess::finished, this, &FilmExport::takeAnswer);
-    connect(process_.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
-            fail(tr("ffmpeg cannot be started."));
-        }
-    });
-    process_->start(program_, {QStringLiteral("-hide_banner"), QStringLiteral("-encoders")});
+    makeFfmpeg();
+    ffmpeg_->setStandardInputFile(QProcess::nullDevice());
+    ffmpeg_->begin({QStringLiteral("-hide_banner"), QStringLiteral("-encoders")});
+}
+
+void FilmExport::makeFfmpeg()
+{
+    ffmpeg_ = std::make_unique<Ffmpeg>(mostMemory(), file_->descriptor());
+    connect(ffmpeg_.get(), &Ffmpeg::ended, this, &FilmExport::follow);
+}
+
+void FilmExport::follow(FfmpegEnd end)
+{
+    if (step_ == Step::Ending) {
+        leave();
+    } else if (end == FfmpegEnd::NotInstalled) {
+        fail(tr("ffmpeg is not installed; films are made with it."));
+    } else if (end == FfmpegEnd::NotStarted) {
+        fail(tr("ffmpeg cannot be started."));
+    } else if (step_ == Step::Asking) {
+        takeAnswer();
+    } else {
+        takeFilm(end);
+    }
 }
 
 void FilmExport::takeAnswer()
 {
-    if (step_ != Step::Asking) {
-        leave();
-        return;
-    }
-    encoder_ = filmEncoder(form_, process_->readAllStandardOutput());
+    encoder_ = filmEncoder(form_, ffmpeg_->readAllStandardOutput());
     if (encoder_.isEmpty()) {
         fail(tr("This ffmpeg cannot write %1; choose another form.").arg(filmFormText(form_)));
         return;
     }
-    process_.release()->deleteLater();
+    ffmpeg_.release()->deleteLater();
     step_ = Step::Feeding;
     feed();
 }
@@ -133,7 +124,7 @@ void FilmExport::feed()
         return;
     }
     slice_.begin();
-    const auto hasRoom = [this] { return !process_ || process_->bytesToWrite() < kAheadBytes; };
+    const auto hasRoom = [this] { return !ffmpeg_ || ffmpeg_->bytesToWrite() < kAheadBytes; };
     while (step_ == Step::Feeding && tally_.done < tally_.all && hasRoom() && !slice_.isOver()) {
         takeNext();
     }
@@ -156,77 +147,61 @@ void FilmExport::takeNext()
     const QString name = QFile::decodeName(order_.names->name(position));
     ++tally_.done;
     FilmPicture next = picture(name);
-    if (next.state == FilmPictureState::Good && !process_) {
-        if (!startEncoder(order_.size.isEmpty() ? next.size : order_.size)) {
-            return;
-        }
+    if (next.state == FilmPictureState::Good && !ffmpeg_) {
+        startEncoder(order_.size.isEmpty() ? next.size : order_.size);
         next = picture(name); // now that the film's size is known
     }
     tally_.gone += next.state == FilmPictureState::Gone ? 1 : 0;
     tally_.broken += next.state == FilmPictureState::Broken ? 1 : 0;
     if (next.state == FilmPictureState::Good) {
         ++tally_.shown;
-        process_->write(next.jpeg);
+        ffmpeg_->write(next.jpeg);
     }
 }
 
 FilmPicture FilmExport::picture(const QString &name) const
 {
     const QString path = order_.folder + u'/' + name;
-    return order_.isStamped && process_
+    return order_.isStamped && ffmpeg_
                ? stampedPicture(path, tally_.size, filmStamp(name, order_.camera))
                : filmPicture(path);
 }
 
-bool FilmExport::startEncoder(QSize size)
+void FilmExport::startEncoder(QSize size)
 {
     tally_.size = filmSize(size);
-    process_ = std::make_unique<QProcess>();
-    process_->setStandardOutputFile(QProcess::nullDevice());
-    process_->setChildProcessModifier([file = file_->descriptor()] { prepareChild(file); });
-    connect(process_.get(), &QProcess::bytesWritten, this, [this] {
+    makeFfmpeg();
+    ffmpeg_->setStandardOutputFile(QProcess::nullDevice());
+    connect(ffmpeg_.get(), &QProcess::bytesWritten, this, [this] {
         if (!isQueued_) {
             feed();
         }
     });
-    connect(process_.get(), &QProcess::readyReadStandardError, this, [this] {
-        errors_ = (errors_ + process_->readAllStandardError()).right(kMostErrorBytes);
-    });
-    connect(process_.get(), &QProcess::finished, this, &FilmExport::follow);
-    process_->start(program_, ffmpegArguments(form_, encoder_, order_.rate, tally_.size,
-                                              QFile::decodeName(file_->pathForHeir())));
-    if (!process_->waitForStarted()) {
-        process_.reset();
-        fail(tr("ffmpeg cannot be started."));
-        return false;
-    }
-    return true;
+    ffmpeg_->begin(ffmpegArguments(form_, encoder_, order_.rate, tally_.size,
+                                   QFile::decodeName(file_->pathForHeir())));
 }
 
 void FilmExport::closeInput()
 {
-    if (!process_) {
+    if (!ffmpeg_) {
         fail(tr("There is no picture in this range that could be read (%1 left out).")
                  .arg(tally_.leftOut()));
         return;
     }
     step_ = Step::Finishing;
-    process_->closeWriteChannel();
+    ffmpeg_->closeWriteChannel();
 }
 
-void FilmExport::follow(int exitCode, QProcess::ExitStatus status)
+void FilmExport::takeFilm(FfmpegEnd end)
 {
-    if (step_ == Step::Ending) {
-        leave();
-        return;
-    }
     const QString writing = writingComplaint();
-    if (status == QProcess::CrashExit) {
+    const QString said = ffmpeg_->lastLine();
+    if (end == FfmpegEnd::Killed) {
         fail(tr("ffmpeg was ended before the film was whole."));
     } else if (!writing.isEmpty()) {
         fail(tr("%1 cannot be written: %2").arg(order_.target, writing));
-    } else if (exitCode != 0 || step_ != Step::Finishing || file_->bytes() == 0) {
-        fail(tr("ffmpeg failed: %1").arg(complaint()));
+    } else if (end != FfmpegEnd::Good || step_ != Step::Finishing || file_->bytes() == 0) {
+        fail(tr("ffmpeg failed: %1").arg(said.isEmpty() ? tr("it does not say why") : said));
     } else if (const std::error_code error = file_->finish(QFile::encodeName(order_.target))) {
         fail(tr("%1 cannot be written: %2").arg(order_.target, reason(error)));
     } else {
@@ -236,23 +211,15 @@ void FilmExport::follow(int exitCode, QProcess::ExitStatus status)
 }
 
 // ffmpeg may end as if all were well when the disk had no room for the last piece.
-QString FilmExport::writingComplaint()
+QString FilmExport::writingComplaint() const
 {
-    errors_ += process_->readAllStandardError();
-    for (const QByteArray &line : errors_.split('\n')) {
+    for (const QByteArray &line : ffmpeg_->complaints().split('\n')) {
         const auto begins = [&line](const char *fault) { return line.startsWith(fault); };
         if (std::ranges::any_of(kWritingFaults, begins)) {
             return QString::fromLocal8Bit(line.sliced(line.lastIndexOf(": ") + 1)).trimmed();
         }
     }
     return {};
-}
-
-QString FilmExport::complaint()
-{
-    const QList<QByteArray> lines = errors_.trimmed().split('\n');
-    const QString last = QString::fromLocal8Bit(lines.last()).trimmed();
-    return last.isEmpty() ? tr("it does not say why") : last;
 }
 
 void FilmExport::cancel()
@@ -273,8 +240,8 @@ void FilmExport::stop(FilmEnd end, const QString &text)
     end_ = end;
     text_ = text;
     step_ = Step::Ending;
-    if (process_ && process_->state() != QProcess::NotRunning) {
-        process_->kill();
+    if (ffmpeg_ && ffmpeg_->state() != QProcess::NotRunning) {
+        ffmpeg_->killAll();
     } else {
         leave();
     }
@@ -282,9 +249,9 @@ void FilmExport::stop(FilmEnd end, const QString &text)
 
 void FilmExport::leave()
 {
-    if (process_) {
-        process_->disconnect(this);
-        process_.release()->deleteLater();
+    if (ffmpeg_) {
+        ffmpeg_->disconnect(this);
+        ffmpeg_.release()->deleteLater();
     }
     file_.reset();
     order_.names.reset();

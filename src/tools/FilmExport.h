@@ -2,6 +2,7 @@
 // their number does not matter, and the file appears under its name only when it is whole.
 #pragma once
 
+#include "base/Ffmpeg.h"
 #include "base/HiddenFile.h"
 #include "base/WorkSlice.h"
 #include "tools/FilmForm.h"
@@ -9,7 +10,6 @@
 #include "tools/FilmRange.h"
 
 #include <QObject>
-#include <QProcess>
 
 #include <memory>
 
@@ -51,7 +51,7 @@ public:
     /// The clock outlives the object.
     explicit FilmExport(const Clock &clock);
     Q_DISABLE_COPY_MOVE(FilmExport)
-    ~FilmExport() override;
+    ~FilmExport() override = default; // kills an ffmpeg that is running
 
     [[nodiscard]] bool isRunning() const { return step_ != Step::Idle; }
 
@@ -74,29 +74,28 @@ private:
 
     void begin();
     void ask();
+    void makeFfmpeg();
+    void follow(FfmpegEnd end);
     void takeAnswer();
     void feed();
     void takeNext();
     [[nodiscard]] FilmPicture picture(const QString &name) const;
-    bool startEncoder(QSize size);
+    void startEncoder(QSize size);
     void closeInput();
-    void follow(int exitCode, QProcess::ExitStatus status);
+    void takeFilm(FfmpegEnd end);
     void fail(const QString &text);
     void stop(FilmEnd end, const QString &text);
     void leave();
-    [[nodiscard]] QString writingComplaint();
-    [[nodiscard]] QString complaint();
+    [[nodiscard]] QString writingComplaint() const;
 
     const Clock &clock_;
     WorkSlice slice_;
     FilmOrder order_;
     FilmTally tally_;
     FilmForm form_ = FilmForm::Mp4;
-    QString program_;
     QString encoder_;
-    std::unique_ptr<QProcess> process_;
     std::unique_ptr<HiddenFile> file_;
-    QByteArray errors_;
+    std::unique_ptr<Ffmpeg> ffmpeg_;
     Step step_ = Step::Idle;
     bool isQueued_ = false; // feed() will run without being called
     FilmEnd end_ = FilmEnd::Failed;

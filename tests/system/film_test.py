@@ -169,6 +169,14 @@ class FilmTest(FilmCase):
         webp = (self.out / "a.webp").read_bytes()
         self.assertEqual((b"RIFF", b"WEBP", 8), (webp[:4], webp[8:12], webp.count(b"ANMF")))
 
+    def test_can_be_in_4k(self):
+        self.store(3, pictures=[jpeg(colour, 3840, 2160) for colour in COLOURS[:3]])
+        for name in ("a.mp4", "a.webm"):
+            _, target = self.make(name)
+            found = probe(target)
+            self.assertEqual(("3", 3840, 2160), (found["nb_read_frames"], found["width"], found["height"]))
+            target.unlink()
+
     def test_leaves_out_what_is_no_picture(self):
         whole = [jpeg(colour) for colour in COLOURS]
         page = b"<html><body>Please log in</body></html>" * 40
@@ -246,6 +254,18 @@ class RefusalTest(FilmCase):
         broken = "case \"$*\" in *encoders) echo ' V....D libx264  x';; *) echo 'No space left' >&2; exit 1;; esac"
         program = self.film("2006-03-01", "2006-03-02", str(self.out / "a.mp4"), env=self.path_with(ffmpeg=broken))
         self.expect_failure(program, "No space left")
+
+    def test_bounds_the_memory_of_ffmpeg(self):
+        self.store(3)
+        limits = self.house.root / "limits"
+        tells = f"/bin/cat /proc/self/limits >'{limits}'; exit 1"
+        nosy = f"case \"$*\" in *encoders) echo ' V....D libx264  x';; *) {tells};; esac"
+        target = str(self.out / "a.mp4")
+        program = self.film("2006-03-01", "2006-03-02", target, env=self.path_with(ffmpeg=nosy))
+        self.expect_failure(program, "ffmpeg failed")
+        [line] = [line for line in limits.read_text().splitlines() if line.startswith("Max data size")]
+        machine = os.sysconf("SC_PHYS_PAGES") * os.sysconf("SC_PAGESIZE")
+        self.assertEqual(max(4 << 30, machine // 4 * 3), int(line.split()[3]))
 
     def test_is_not_made_when_its_end_could_not_be_written(self):
         self.store(3)

@@ -3,6 +3,7 @@
 #include "base/Ffmpeg.h"
 #include "base/OneLine.h"
 #include "base/OneShot.h"
+#include "base/PictureFormat.h"
 #include "cameras/Credentials.h"
 
 #include <QElapsedTimer>
@@ -18,7 +19,6 @@ namespace velmora {
 namespace {
 
 constexpr qint64 kMostBody = qint64{64} * 1024 * 1024;
-constexpr QByteArrayView kJpegBegin("\xFF\xD8\xFF");
 
 // How large the pictures of a stream are is for its server to say; a frame of 8K takes 50 MB.
 constexpr qint64 kMostMemory = qint64{1} << 30;
@@ -128,7 +128,7 @@ public:
             end == GrabEnd::Ended && ffmpegEnd_ == FfmpegEnd::Good && !body_.isEmpty();
         if (end == GrabEnd::Stopped) {
             reply.outcome = FetchOutcome::Stopped;
-        } else if (good && !body_.head().startsWith(kJpegBegin)) {
+        } else if (good && pictureFormat(body_.head()) != kJpegFormat) {
             reply.failure = QStringLiteral("what ffmpeg gave is no JPEG picture");
         } else if (good) {
             reply.outcome = FetchOutcome::Arrived;

@@ -1,10 +1,10 @@
 #include "tools/FilmForm.h"
 
 #include <QFileInfo>
-#include <QList>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <span>
 
 namespace velmora {
 namespace {
@@ -12,19 +12,51 @@ namespace {
 constexpr int kSmallest = 2;
 constexpr int kLargest = 7680;
 
-QStringList encodersOf(FilmForm form)
+struct Encoder
 {
-    switch (form) {
-    case FilmForm::Mp4:
-        return {QStringLiteral("libx264"), QStringLiteral("libopenh264")};
-    case FilmForm::WebM:
-        return {QStringLiteral("libvpx-vp9"), QStringLiteral("libvpx")};
-    case FilmForm::WebP:
-        return {QStringLiteral("libwebp_anim"), QStringLiteral("libwebp")};
-    case FilmForm::Gif:
-        break;
-    }
-    return {QStringLiteral("gif")};
+    const char *name;
+    const char
+        *options; // quality rather than a bit rate: scenes with little movement come out small
+};
+
+constexpr std::array kMp4Encoders{
+    Encoder{"libx264", "-crf 23 -movflags +faststart"},
+    Encoder{"libopenh264", "-b:v 4M -movflags +faststart"},
+};
+constexpr std::array kWebMEncoders{
+    Encoder{"libvpx-vp9", "-crf 32 -b:v 0 -deadline good -cpu-used 5 -row-mt 1"},
+    Encoder{"libvpx", "-crf 12 -b:v 4M -deadline good -cpu-used 5"},
+};
+constexpr std::array kWebPEncoders{Encoder{"libwebp_anim", "-loop 0"},
+                                   Encoder{"libwebp", "-loop 0"}};
+constexpr std::array kGifEncoders{Encoder{"gif", "-loop 0"}};
+
+constexpr const char *kColours = "format=yuv420p";
+
+// One palette for each picture: a common one would mean keeping them all in memory.
+constexpr const char *kPalette =
+    "split[a][b];[a]palettegen=stats_mode=single[p];[b][p]paletteuse=new=1";
+
+struct Row
+{
+    const char *container; // for ffmpeg, and a file's extension
+    const char *text;
+    std::span<const Encoder> encoders; // the best one first
+    const char *filter;
+    double bitsPerPixel; // measured on street scenes; still ones take a third, noisy nights twice
+};
+
+// In the order of FilmForm.
+constexpr std::array<Row, kFilmForms.size()> kRows{{
+    {"mp4", "H.264 (.mp4)", kMp4Encoders, kColours, 0.1},
+    {"webm", "VP9 or VP8 (.webm)", kWebMEncoders, kColours, 0.1},
+    {"webp", "animated WebP (.webp)", kWebPEncoders, kColours, 0.6},
+    {"gif", "GIF (.gif)", kGifEncoders, kPalette, 4},
+}};
+
+const Row &rowOf(FilmForm form)
+{
+    return kRows.at(static_cast<std::size_t>(form));
 }
 
 QStringList words(const char *text)
@@ -32,71 +64,44 @@ QStringList words(const char *text)
     return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
 }
 
-// Quality rather than a bit rate: scenes with little movement come out small.
-QStringList encoderOptions(const QString &encoder)
+QStringList optionsOf(FilmForm form, const QString &encoder)
 {
-    if (encoder == u"libx264") {
-        return words("-crf 23 -movflags +faststart");
-    }
-    if (encoder == u"libopenh264") {
-        return words("-b:v 4M -movflags +faststart");
-    }
-    if (encoder == u"libvpx-vp9") {
-        return words("-crf 32 -b:v 0 -deadline good -cpu-used 5 -row-mt 1");
-    }
-    if (encoder == u"libvpx") {
-        return words("-crf 12 -b:v 4M -deadline good -cpu-used 5");
-    }
-    return words("-loop 0");
+    const auto found = std::ranges::find(rowOf(form).encoders, encoder, [](const Encoder &known) {
+        return QString::fromLatin1(known.name);
+    });
+    return found == rowOf(form).encoders.end() ? QStringList() : words(found->options);
 }
 
-QString container(FilmForm form)
-{
-    switch (form) {
-    case FilmForm::Mp4:
-        return QStringLiteral("mp4");
-    case FilmForm::WebM:
-        return QStringLiteral("webm");
-    case FilmForm::WebP:
-        return QStringLiteral("webp");
-    case FilmForm::Gif:
-        break;
-    }
-    return QStringLiteral("gif");
-}
-
-// One palette for each picture: a common one would mean keeping them all in memory.
 QString filters(FilmForm form, QSize size)
 {
-    const QString fitted = QStringLiteral("scale=%1:%2:force_original_aspect_ratio=decrease,"
-                                          "pad=%1:%2:(ow-iw)/2:(oh-ih)/2:black,setsar=1")
-                               .arg(size.width())
-                               .arg(size.height());
-    if (form == FilmForm::Gif) {
-        return fitted + QStringLiteral(",split[a][b];[a]palettegen=stats_mode=single[p];"
-                                       "[b][p]paletteuse=new=1");
-    }
-    return fitted + QStringLiteral(",format=yuv420p");
+    return QStringLiteral("scale=%1:%2:force_original_aspect_ratio=decrease,"
+                          "pad=%1:%2:(ow-iw)/2:(oh-ih)/2:black,setsar=1,%3")
+        .arg(size.width())
+        .arg(size.height())
+        .arg(QLatin1String(rowOf(form).filter));
 }
 
 } // namespace
 
 std::optional<FilmForm> filmForm(const QString &fileName)
 {
-    const QString ending = QFileInfo(fileName).suffix().toLower();
-    for (const FilmForm form : {FilmForm::Mp4, FilmForm::WebM, FilmForm::WebP, FilmForm::Gif}) {
-        if (ending == container(form)) {
-            return form;
-        }
-    }
-    return std::nullopt;
+    const QString extension = QFileInfo(fileName).suffix().toLower();
+    const auto *const found = std::ranges::find_if(
+        kFilmForms, [&extension](FilmForm form) { return filmExtension(form) == extension; });
+    return found == kFilmForms.end() ? std::nullopt : std::optional(*found);
+}
+
+QString filmExtension(FilmForm form)
+{
+    return QString::fromLatin1(rowOf(form).container);
 }
 
 // A line of the list: "V....D libx264   libx264 H.264 …".
 QString filmEncoder(FilmForm form, const QByteArray &listed)
 {
     const QString text = QString::fromLatin1(listed);
-    for (const QString &name : encodersOf(form)) {
+    for (const Encoder &encoder : rowOf(form).encoders) {
+        const QString name = QString::fromLatin1(encoder.name);
         const QRegularExpression line(
             QStringLiteral("^\\s*V\\S*\\s+%1\\s").arg(QRegularExpression::escape(name)),
             QRegularExpression::MultilineOption);
@@ -109,17 +114,7 @@ QString filmEncoder(FilmForm form, const QByteArray &listed)
 
 QString filmFormText(FilmForm form)
 {
-    switch (form) {
-    case FilmForm::Mp4:
-        return QStringLiteral("H.264 (.mp4)");
-    case FilmForm::WebM:
-        return QStringLiteral("VP9 or VP8 (.webm)");
-    case FilmForm::WebP:
-        return QStringLiteral("animated WebP (.webp)");
-    case FilmForm::Gif:
-        break;
-    }
-    return QStringLiteral("GIF (.gif)");
+    return QString::fromLatin1(rowOf(form).text);
 }
 
 QSize filmSize(QSize wanted)
@@ -140,22 +135,16 @@ QStringList ffmpegArguments(FilmForm form, const QString &encoder, FilmRate rate
     arguments += words("-c:v mjpeg -i pipe:0 -map_metadata -1 -filter_complex");
     arguments += filters(form, size);
     arguments += {QStringLiteral("-c:v"), encoder};
-    arguments += encoderOptions(encoder);
-    arguments += {QStringLiteral("-f"), container(form), QStringLiteral("file:") + path};
+    arguments += optionsOf(form, encoder);
+    arguments += {QStringLiteral("-f"), filmExtension(form), QStringLiteral("file:") + path};
     return arguments;
 }
 
-// Measured on street scenes; still scenes take a third of this, noisy nights twice as much.
 qint64 filmBytes(FilmForm form, QSize size, qint64 pictures)
 {
-    constexpr double kBitsPerPixel = 0.1;
-    constexpr double kGifTimes = 40;
-    constexpr double kWebPTimes = 6;
-    const double times = form == FilmForm::Gif    ? kGifTimes
-                         : form == FilmForm::WebP ? kWebPTimes
-                                                  : 1;
     const double pixels = static_cast<double>(size.width()) * size.height();
-    return static_cast<qint64>(pixels * static_cast<double>(pictures) * kBitsPerPixel * times / 8);
+    const double bits = pixels * static_cast<double>(pictures) * rowOf(form).bitsPerPixel;
+    return static_cast<qint64>(bits / 8);
 }
 
 } // namespace velmora

@@ -6,14 +6,21 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <optional>
 
 namespace velmora {
 
 enum class FilmForm { Mp4, WebM, WebP, Gif };
 
+inline constexpr std::array kFilmForms{FilmForm::Mp4, FilmForm::WebM, FilmForm::WebP,
+                                       FilmForm::Gif};
+
 /// By a file name's extension, in any case; nothing for an unknown one.
 [[nodiscard]] std::optional<FilmForm> filmForm(const QString &fileName);
+
+/// "mp4".
+[[nodiscard]] QString filmExtension(FilmForm form);
 
 /// This many pictures in that many seconds.
 struct FilmRate

@@ -1,5 +1,6 @@
 #include "tools/FilmPicture.h"
 
+#include "base/PictureFormat.h"
 #include "browser/ImageCaption.h"
 #include "pictures/JpegStream.h"
 #include "pictures/PictureFile.h"
@@ -43,7 +44,7 @@ bool isTurned(const QByteArray &bytes)
 
 QImage decoded(const QByteArray &bytes, const PictureWish &wish)
 {
-    const bool isJpeg = bytes.startsWith("\xff\xd8");
+    const bool isJpeg = pictureFormat(bytes) == kJpegFormat;
     return isJpeg && !jpegStream(bytes) ? QImage() : decodePicture(bytes, wish);
 }
 

@@ -48,21 +48,6 @@ QSpinBox *numberBox(const char *name, const QString &says, int least, int most, 
     return box;
 }
 
-QString ending(FilmForm form)
-{
-    switch (form) {
-    case FilmForm::Mp4:
-        return QStringLiteral(".mp4");
-    case FilmForm::WebM:
-        return QStringLiteral(".webm");
-    case FilmForm::WebP:
-        return QStringLiteral(".webp");
-    case FilmForm::Gif:
-        break;
-    }
-    return QStringLiteral(".gif");
-}
-
 } // namespace
 
 FilmKeep::FilmKeep(FilmMaker &maker, Slideshow &film)
@@ -113,7 +98,7 @@ void FilmKeep::makeChoices(QFormLayout &form)
     }
     rate_ = numberBox("filmRate", tr("Images a second"), 1, kMostRate, kUsualRate);
     form_ = named(new QComboBox, "filmForm", tr("Film format"));
-    for (const FilmForm kind : {FilmForm::Mp4, FilmForm::WebM, FilmForm::WebP, FilmForm::Gif}) {
+    for (const FilmForm kind : kFilmForms) {
         form_->addItem(filmFormText(kind), static_cast<int>(kind));
     }
     stamp_ = named(new QCheckBox(tr("Write &date and camera into the pictures")), "filmStamp",
@@ -355,8 +340,9 @@ void FilmKeep::chooseTarget()
     auto *const box = new QFileDialog(this, tr("Make a film"));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setAcceptMode(QFileDialog::AcceptSave);
-    box->setDefaultSuffix(ending(wish().form).mid(1));
-    box->setNameFilter(QStringLiteral("*") + ending(wish().form));
+    const QString extension = filmExtension(wish().form);
+    box->setDefaultSuffix(extension);
+    box->setNameFilter(QStringLiteral("*.") + extension);
     connect(box, &QFileDialog::fileSelected, this, [this](const QString &path) {
         setBusy(true);
         maker_.makeFilm(wish(), path);

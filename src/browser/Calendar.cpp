@@ -64,7 +64,7 @@ void Calendar::countChosen()
     hours_ = chosen_ ? countHours(files().names(), *chosen_) : HourCounts();
     for (const QByteArray &name : stored_) {
         const auto hour = hourOfName(name);
-        if (hour && dayOfKey(name) == chosen_) {
+        if (hour && dayOfName(name) == chosen_) {
             addOne(hours_.at(static_cast<std::size_t>(*hour)), files().count());
         }
     }
@@ -192,7 +192,7 @@ ImageRun Calendar::imagesAt(const Goal &goal) const
 void Calendar::follow(CameraAddress camera, const QString &fileName)
 {
     const QByteArray name = QFile::encodeName(fileName);
-    const auto day = dayOfKey(name);
+    const auto day = dayOfName(name);
     const bool isListed = files().names().find(name).has_value();
     if (!open_ || camera != files().camera() || !day || isListed) {
         return;

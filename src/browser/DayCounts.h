@@ -1,6 +1,7 @@
 // Counts a list's images by day and hour, using the order of the names instead of looking at each.
 #pragma once
 
+#include "base/NameStamp.h"
 #include "browser/ImageNames.h"
 
 #include <array>
@@ -29,12 +30,6 @@ struct DayCount
 };
 
 using HourCounts = std::array<ImageRun, kHoursOfDay>;
-
-/// "20060307".
-[[nodiscard]] QByteArray dayKey(std::chrono::year_month_day day);
-
-/// The day at the start of a name; nothing if there is none.
-[[nodiscard]] std::optional<std::chrono::year_month_day> dayOfKey(QByteArrayView name);
 
 /// The hour of the date and time at the start of a name; nothing without both.
 [[nodiscard]] std::optional<int> hourOfName(QByteArrayView name);

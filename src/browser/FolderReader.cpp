@@ -1,6 +1,7 @@
 #include "browser/FolderReader.h"
 
 #include "base/FolderScan.h"
+#include "base/NameStamp.h"
 #include "browser/LatestFile.h"
 #include "browser/NewestScan.h"
 
@@ -153,11 +154,11 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Tu
 QCoro::Task<FolderReader::DayNamesPtr> FolderReader::namesOfDay(QString folder, NewestScan greatest,
                                                                 Turns *turns)
 {
-    const std::optional<WallTime> day = dayOfName(greatest.greatest());
+    const std::optional<WallTime> day = looseDayOfName(greatest.greatest());
     if (!day) {
         co_return std::make_shared<const DayNames>();
     }
-    if (dayText(*day) == greatest.greatest()) {
+    if (dayKey(*day) == greatest.greatest()) {
         co_return std::make_shared<const DayNames>(DayNames{greatest.take()});
     }
     FolderScan scan(folder);

@@ -1,5 +1,6 @@
 #include "browser/NameSearch.h"
 
+#include "base/NameStamp.h"
 #include "browser/TypedDate.h"
 
 #include <QStringList>
@@ -12,12 +13,8 @@ std::optional<SearchKeys> searchKeys(const QString &date, const QString &time)
     if (!day) {
         return std::nullopt;
     }
-    const WallFields at = wallFields(*day);
-    const QString dayKey = QStringLiteral("%1%2%3")
-                               .arg(at.year, 4, 10, QLatin1Char('0'))
-                               .arg(twoDigits(at.month), twoDigits(at.day));
-    const QString moment = dayKey + u'_' + QString(time).remove(u':');
-    return SearchKeys{moment.toUtf8(), dayKey.toUtf8()};
+    const QByteArray key = dayKey(*day);
+    return SearchKeys{key + '_' + QString(time).remove(u':').toUtf8(), key};
 }
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #include "browser/NewestScan.h"
 
 #include "base/DateText.h"
+#include "base/NameStamp.h"
 
 #include <QString>
 #include <QtEndian>
@@ -35,23 +36,15 @@ QByteArray characters(quint64 eight)
 
 } // namespace
 
-std::optional<WallTime> dayOfName(QByteArrayView name)
+std::optional<WallTime> looseDayOfName(QByteArrayView name)
 {
     const QString text = QString::fromLatin1(name);
     return dateFromText(text.mid(6, 2) + u'/' + text.mid(4, 2) + u'/' + text.left(4));
 }
 
-QByteArray dayText(WallTime day)
-{
-    const WallFields at = wallFields(day);
-    return (QStringLiteral("%1").arg(at.year, 4, 10, QLatin1Char('0')) + twoDigits(at.month) +
-            twoDigits(at.day))
-        .toLatin1();
-}
-
 NewestScan::NewestScan(WallTime firstDay, WallTime lastDay)
-    : lastDay_(firstEight(dayText(lastDay)))
-    , greatest_(firstEight(dayText(firstDay)))
+    : lastDay_(firstEight(dayKey(lastDay)))
+    , greatest_(firstEight(dayKey(firstDay)))
 {
 }
 
@@ -77,8 +70,8 @@ bool NewestScan::counts(quint64 eight) const
         return true;
     }
     const std::optional<WallTime> day =
-        eight <= *lastDay_ ? dayOfName(characters(eight)) : std::nullopt;
-    return day && dayText(*day) == characters(eight);
+        eight <= *lastDay_ ? looseDayOfName(characters(eight)) : std::nullopt;
+    return day && dayKey(*day) == characters(eight);
 }
 
 QByteArray NewestScan::greatest() const

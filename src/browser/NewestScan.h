@@ -12,11 +12,9 @@
 
 namespace velmora {
 
-/// The day in the first eight characters "yyyyMMdd" of a name; nothing when there is no such day.
-[[nodiscard]] std::optional<WallTime> dayOfName(QByteArrayView name);
-
-/// "yyyyMMdd".
-[[nodiscard]] QByteArray dayText(WallTime day);
+/// The day in the first eight characters "yyyyMMdd" of a name, where a number may also lack a digit
+/// ("200610 5"); nothing when there is no such day.
+[[nodiscard]] std::optional<WallTime> looseDayOfName(QByteArrayView name);
 
 /// Keeps the names with the greatest first eight characters, in byte order.
 class NewestScan

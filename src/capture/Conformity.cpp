@@ -1,9 +1,9 @@
 #include "capture/Conformity.h"
 
-#include "base/DateText.h"
 #include "base/FileDates.h"
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
+#include "base/NameStamp.h"
 #include "base/NewName.h"
 #include "base/OneLine.h"
 
@@ -37,11 +37,10 @@ std::optional<QByteArray> currentName(const QByteArray &folder, const QByteArray
     if (!modified) {
         return std::nullopt;
     }
-    const WallFields date = wallFields(*modified);
-    const QByteArray dayAndHour = (twoDigits(date.day) + twoDigits(date.hour)).toLatin1();
     const qsizetype dot = name.indexOf('.');
     const QByteArray extension = name.sliced(dot);
-    return name.first(dot) + dayAndHour + (extension == "." ? QByteArray(".jpg") : extension);
+    return name.first(dot) + dayAndHourKey(*modified) +
+           (extension == "." ? QByteArray(".jpg") : extension);
 }
 
 std::error_code rename(const QByteArray &folder, const QByteArray &name)

@@ -119,7 +119,7 @@ FilmPicks filmPicks(const ImageNames &names, qsizetype first, qsizetype last,
     }
     qsizetype at = first;
     while (at <= last) {
-        const auto day = dayOfKey(names.name(at));
+        const auto day = dayOfName(names.name(at));
         if (!day) {
             ++at;
             continue;

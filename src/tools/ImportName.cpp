@@ -1,7 +1,7 @@
 #include "tools/ImportName.h"
 
 #include "base/Characters.h"
-#include "base/DateText.h"
+#include "base/NameStamp.h"
 
 namespace velmora {
 namespace {
@@ -38,11 +38,7 @@ bool needsImportName(QByteArrayView name)
 
 QByteArray importName(QByteArrayView name, WallTime created, qint16 collisions)
 {
-    const WallFields date = wallFields(created);
-    const QString day = QString::number(date.year).rightJustified(4, u'0') + twoDigits(date.month) +
-                        twoDigits(date.day);
-    const QString time = twoDigits(date.hour) + twoDigits(date.minute) + twoDigits(date.second);
-    return day.toLatin1() + '_' + time.toLatin1() + fourDigits(collisions) + '.' +
+    return momentKey(created) + fourDigits(collisions) + '.' +
            name.sliced(name.indexOf('.') + 1).toByteArray();
 }
 

@@ -1,9 +1,7 @@
 #include "view/CameraPage.h"
 
 #include "base/Folders.h"
-#include "cameras/AddressRule.h"
 #include "cameras/CameraChoices.h"
-#include "capture/CameraUrl.h"
 
 #include <QScopedValueRollback>
 
@@ -30,7 +28,9 @@ CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, E
     , storage_(storage)
     , log_(log)
     , problems_(problems)
+    , editing_(table, storage, problems)
 {
+    connect(&editing_, &AddressEditing::addressChanged, this, &CameraPage::followAddress);
     connect(&remarks_, &CameraRemarks::changed, this, [this](CameraAddress camera) {
         if (camera.group == group_) {
             Q_EMIT rowChanged(camera.row);
@@ -46,6 +46,7 @@ QString CameraPage::title(int row) const
 void CameraPage::load()
 {
     group_ = keys::kSelecteur.read(table_.settings(), problems_);
+    editing_.begin(group_);
     groupActive_ = table_.isGroupActive(group_);
     const SettingsSnapshot settings = table_.settings().snapshot();
     for (const CameraAddress camera : kAllCameras) {
@@ -62,8 +63,7 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
     }
     const QScopedValueRollback loading(loading_, true);
     group_ = group;
-    told_ = {};
-    typedOver_ = {};
+    editing_.begin(group);
     live_.reset();
     for (int row = 0; row < kRows; ++row) {
         loadRow(row);
@@ -167,10 +167,7 @@ void CameraPage::changeSource(int row, const QString &text)
     }
     currentRow_ = row;
     at(row).url = text;
-    if (auto &before = typedOver_.at(static_cast<std::size_t>(row)); !before) {
-        const QString stored = table_.url({group_, row});
-        before = text == stored ? std::nullopt : std::optional(stored);
-    }
+    editing_.type(row, text);
     if (text != lastUrlShown_) {
         Q_EMIT liveViewWanted({group_, row}, text);
         lastUrlShown_ = text;
@@ -185,125 +182,35 @@ void CameraPage::clickSource(int row, const QString &text)
     }
 }
 
-QString CameraPage::storedFolder(CameraAddress camera) const
-{
-    return storage_.native(storage_.folderText(table_.CameraFolderName(camera)));
-}
-
-// A camera of another group has no box on screen whose text could be reported repeatedly.
-void CameraPage::tellOnce(CameraAddress camera, const QString &message)
-{
-    if (camera.group == group_) {
-        QStringList &messages = told_.at(static_cast<std::size_t>(camera.row)).messages;
-        if (messages.contains(message)) {
-            return;
-        }
-        messages.append(message);
-    }
-    problems_.tell(message);
-}
-
-bool CameraPage::isStorable(CameraAddress camera, const QString &address)
-{
-    if (const auto refusal = addressRefusal(address, camera.row)) {
-        tellOnce(camera, *refusal);
-        return false;
-    }
-    if (const auto loss = addressLoss(address, camera.row)) {
-        tellOnce(camera, *loss);
-    }
-    return true;
-}
-
-// The folder is that of the address still stored.
-void CameraPage::makeFolderBefore(CameraAddress camera, const QString &address)
-{
-    const QString folder = storedFolder(camera);
-    const bool isWanted = !folder.isEmpty() && !address.isEmpty() && !storage_.isBeingEdited();
-    if (!isWanted || folderExists(folder)) {
-        return;
-    }
-    if (const std::error_code error = makeFolder(folder)) {
-        tellOnce(camera, QStringLiteral("The folder of row %1 cannot be made: %2")
-                             .arg(camera.row)
-                             .arg(QString::fromStdString(error.message())));
-    }
-}
-
-void CameraPage::storeAddress(CameraAddress camera, const QString &address)
-{
-    const bool isOther = table_.url(camera) != address;
-    if (!isOther || leaveBehind(camera, address) == SettingsChange::Made) {
-        table_.setUrl(camera, address);
-    }
-    addresses_[camera] = table_.url(camera);
-    if (isOther) {
-        takeOther(camera, address);
-    }
-}
-
-// With the address goes all that was chosen for the camera if its row is emptied, and its login if
-// the new one is of another server. What cannot be forgotten keeps its address, so that no login is
-// ever sent to a server that it was not meant for.
-SettingsChange CameraPage::leaveBehind(CameraAddress camera, const QString &address)
-{
-    return table_.settings().change([&](SettingsDraft &draft) {
-        const QString before = CameraTable::url(draft.snapshot(), camera);
-        if (address.isEmpty()) {
-            forgetCamera(draft, camera);
-        } else if (!before.isEmpty() && !isSameServer(before, address)) {
-            setCameraLogin(draft, camera, {});
-        }
-    });
-}
-
-// Another program has put another camera into the row while this address was typed: what was chosen
-// for that one, its login above all, is not this one's. Failing, it is as silent as every write.
-void CameraPage::giveRow(CameraAddress camera, const QString &address)
-{
-    static_cast<void>(
-        table_.settings().change([&](SettingsDraft &draft) { forgetCamera(draft, camera); }));
-    storeAddress(camera, address);
-}
-
 void CameraPage::leaveSource(int row, const QString &text)
 {
-    const CameraAddress camera{group_, row};
-    const QString address = text.trimmed();
-    if (Told &told = told_.at(static_cast<std::size_t>(row)); told.text != address) {
-        told = {address, {}};
-    }
-    const QString stored = table_.url(camera);
-    const QString before =
-        std::exchange(typedOver_.at(static_cast<std::size_t>(row)), std::nullopt).value_or(stored);
-    if (address == before && before != stored) {
-        at(row).url = stored; // nothing was typed that would count for more than the other camera
-        return;
-    }
-    if (!isStorable(camera, address)) {
-        return;
-    }
-    makeFolderBefore(camera, address);
-    at(row).url = address;
-    if (before == stored || address == stored) {
-        storeAddress(camera, address);
-    } else {
-        giveRow(camera, address);
+    if (const std::optional<QString> address = editing_.leave(row, text)) {
+        at(row).url = *address;
     }
 }
 
 void CameraPage::storeElsewhere(CameraAddress camera, const QString &text)
 {
-    const QString address = text.trimmed();
-    if (isStorable(camera, address)) {
-        makeFolderBefore(camera, address);
-        storeAddress(camera, address);
+    editing_.store(camera, text);
+}
+
+void CameraPage::followAddress(CameraAddress camera, const QString &address)
+{
+    if (camera.group == group_) {
+        at(camera.row).url = address;
     }
+    addresses_[camera] = table_.url(camera);
+    takeOther(camera, address);
+}
+
+QString CameraPage::storedFolder(int row) const
+{
+    return storage_.native(storage_.cameraFolderText({group_, row}));
 }
 
 QString CameraPage::folderToOpen(int row) const
 {
-    return storage_.lamp() == LampColour::Green ? storedFolder({group_, row}) : QString();
+    return storage_.lamp() == LampColour::Green ? storedFolder(row) : QString();
 }
 
 QString CameraPage::reason(int row) const
@@ -321,7 +228,7 @@ QString CameraPage::whyNothingToOpen(int row) const
     if (storage_.lamp() != LampColour::Green) {
         return QStringLiteral("Nothing to open: the storage folder does not exist");
     }
-    return folderExists(storedFolder({group_, row}))
+    return folderExists(storedFolder(row))
                ? QString()
                : QStringLiteral("Nothing to open yet: the folder of camera %1 is made when its "
                                 "first image is fetched")

@@ -4,6 +4,7 @@
 
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
+#include "capture/AddressEditing.h"
 #include "view/CameraRemarks.h"
 
 #include <QObject>
@@ -130,14 +131,9 @@ private:
         LampColour colour; // as last set by the capture
     };
 
-    [[nodiscard]] QString storedFolder(CameraAddress camera) const;
+    [[nodiscard]] QString storedFolder(int row) const;
     void loadRow(int row);
-    void tellOnce(CameraAddress camera, const QString &message);
-    [[nodiscard]] bool isStorable(CameraAddress camera, const QString &address);
-    void makeFolderBefore(CameraAddress camera, const QString &address);
-    void storeAddress(CameraAddress camera, const QString &address);
-    SettingsChange leaveBehind(CameraAddress camera, const QString &address);
-    void giveRow(CameraAddress camera, const QString &address);
+    void followAddress(CameraAddress camera, const QString &address);
     void followAddresses();
     void takeOther(CameraAddress camera, const QString &address);
     void keepForLive(CameraAddress camera, LampColour colour);
@@ -156,18 +152,7 @@ private:
     CameraRemarks remarks_;
     std::optional<LiveLamp> live_;
     std::array<CameraRow, kRows> rows_;
-
-    /// What was reported about the text in a row's box.
-    struct Told
-    {
-        QString text;
-        QStringList messages;
-    };
-
-    std::array<Told, kRows> told_;
-
-    /// The stored address on which the text being typed into a row's box is based.
-    std::array<std::optional<QString>, kRows> typedOver_;
+    AddressEditing editing_;
 };
 
 } // namespace velmora

@@ -1,50 +1,54 @@
 #include "capture/CameraTrial.h"
 
-#include "base/DateText.h"
-#include "base/Folders.h"
-#include "base/OneLine.h"
 #include "cameras/FolderName.h"
-#include "capture/CameraUrl.h"
-#include "capture/HttpDate.h"
-#include "capture/KeepRule.h"
-#include "capture/NewImageRule.h"
+#include "capture/PictureRemark.h"
 #include "capture/StoredMark.h"
-
-#include <QRegularExpression>
 
 #include <utility>
 
 namespace velmora {
 namespace {
 
-constexpr qint64 kMinBodyBytes = 1000;
-constexpr qsizetype kMostTitle = 80;
-
-QString newWhy(const KeepChoice &keep, const std::optional<double> &difference)
+QString newWhy(const Answer &answer)
 {
-    if (keep.keep == Keep::Dated) {
+    if (!answer.dates.header.isEmpty()) {
+        return QStringLiteral("new: date of the server");
+    }
+    if (!isCompared(answer)) {
         return QStringLiteral("new: the camera has no image yet. Without a date it would stay the "
                               "only one");
     }
+    const std::optional<double> difference = differencePercent(answer.mark, answer.stored);
     return difference ? QStringLiteral("new: it differs by %1 %").arg(*difference, 0, 'f', 1)
                       : QStringLiteral("new: it differs");
 }
 
-} // namespace
-
-std::optional<QString> webPageTitle(QByteArrayView head)
+QString inWords(const Answer &answer)
 {
-    const QString text = QString::fromUtf8(head);
-    static const QRegularExpression page(QStringLiteral("^\\s*(<!doctype html|<html|<head)"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    if (!page.match(text).hasMatch()) {
-        return std::nullopt;
+    switch (worthOf(answer)) {
+    case Worth::New:
+        return newWhy(answer);
+    case Worth::NotDated:
+        return QStringLiteral("not kept: it has no date. Choose to keep what differs");
+    case Worth::Unchanged:
+        break;
     }
-    static const QRegularExpression title(QStringLiteral("<title[^>]*>(.*?)</title>"),
-                                          QRegularExpression::CaseInsensitiveOption |
-                                              QRegularExpression::DotMatchesEverythingOption);
-    return onOneLine(title.match(text).captured(1)).simplified().left(kMostTitle);
+    return isCompared(answer) ? QStringLiteral("unchanged")
+                              : QStringLiteral("unchanged: date of the server");
 }
+
+// Why an answer is no picture; empty when it may be one.
+QString whyNoPicture(const HttpReply &reply)
+{
+    if (reply.outcome != FetchOutcome::Arrived) {
+        return QStringLiteral("no picture: %1").arg(reply.failure);
+    }
+    const QString page = webPageRemark(reply.body.head());
+    const bool isShort = page.isEmpty() && reply.body.size() < kLeastPictureBytes;
+    return isShort ? QStringLiteral("too short for a picture") : page;
+}
+
+} // namespace
 
 CameraTrial::CameraTrial(const Uses &uses)
     : uses_(uses)
@@ -90,45 +94,20 @@ QCoro::Task<TrialResult> CameraTrial::judged(TrialRequest request, HttpReply rep
         mark = co_await markOf(&reply.body, MarkKind::DigestAndLook, &uses_.clock);
         result.picture = reply.body.whole().value_or(QByteArray());
     }
-    result.differencePercent =
-        differencePercent(mark, storedMark(uses_.table.settings().snapshot(), request.camera));
-    result.verdict = verdict(request, reply, mark);
+    const Answer picture = answer(request, reply, mark);
+    result.differencePercent = differencePercent(picture.mark, picture.stored);
+    const QString why = whyNoPicture(reply);
+    result.verdict = why.isEmpty() ? inWords(picture) : why;
     co_return result;
 }
 
-QString CameraTrial::verdict(const TrialRequest &request, const HttpReply &reply,
-                             const PictureMark &mark) const
+Answer CameraTrial::answer(const TrialRequest &request, const HttpReply &reply,
+                           const PictureMark &mark) const
 {
-    if (reply.outcome != FetchOutcome::Arrived) {
-        return QStringLiteral("no picture: %1").arg(reply.failure);
-    }
-    if (const auto title = webPageTitle(reply.body.head())) {
-        return title->isEmpty()
-                   ? QStringLiteral("not a picture: a web page")
-                   : QStringLiteral("not a picture: a web page titled \"%1\"").arg(*title);
-    }
-    if (reply.body.size() < kMinBodyBytes) {
-        return QStringLiteral("too short for a picture");
-    }
-    const SettingsSnapshot settings = uses_.table.settings().snapshot();
-    const QString folder =
-        uses_.storage.native(uses_.storage.folderText(encodeFolderName(request.address)));
-    const FolderState state =
-        folderHoldsFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
-    if (!reply.lastModified.isEmpty()) {
-        const ImageDates dates{
-            reply.lastModified, CalculDate(reply.lastModified),
-            dateFromText(uses_.table.record(settings, request.camera).lastModified)};
-        return isNewImage(dates, state) ? QStringLiteral("new: date of the server")
-                                        : QStringLiteral("unchanged: date of the server");
-    }
-    const PictureMark stored = storedMark(settings, request.camera);
-    if (request.keep.keep == Keep::Dated && state == FolderState::HoldsFiles) {
-        return QStringLiteral("not kept: it has no date. Choose to keep what differs");
-    }
-    return request.keep.keep == Keep::Dated || isNewUndated({request.keep, mark, stored}, state)
-               ? newWhy(request.keep, differencePercent(mark, stored))
-               : QStringLiteral("unchanged");
+    const QString folder = uses_.storage.folderText(encodeFolderName(request.address));
+    return {imageDates(reply.lastModified, uses_.table.value(keys::kLastModified, request.camera)),
+            request.keep, mark, storedMark(uses_.table.settings().snapshot(), request.camera),
+            folderState(uses_.storage.native(folder))};
 }
 
 } // namespace velmora

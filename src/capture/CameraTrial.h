@@ -4,9 +4,9 @@
 #include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "cameras/CameraChoices.h"
+#include "capture/AnswerWorth.h"
 #include "capture/CameraRequests.h"
 #include "capture/HttpClient.h"
-#include "capture/PictureMark.h"
 
 #include <QObject>
 
@@ -65,14 +65,11 @@ Q_SIGNALS:
 private:
     QCoro::Task<> run(TrialRequest request, std::stop_source abandon);
     QCoro::Task<TrialResult> judged(TrialRequest request, HttpReply reply);
-    [[nodiscard]] QString verdict(const TrialRequest &request, const HttpReply &reply,
-                                  const PictureMark &mark) const;
+    [[nodiscard]] Answer answer(const TrialRequest &request, const HttpReply &reply,
+                                const PictureMark &mark) const;
 
     Uses uses_;
     std::stop_source current_;
 };
-
-/// Title of the web page that starts with this text; nothing if it is not a page.
-[[nodiscard]] std::optional<QString> webPageTitle(QByteArrayView head);
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #include "capture/ImageName.h"
 
-#include "base/DateText.h"
+#include "base/NameStamp.h"
+#include "base/PictureFormat.h"
 #include "cameras/Credentials.h"
 
 #include <algorithm>
@@ -13,18 +14,17 @@ constexpr qsizetype kNameLength = 23;
 
 struct PictureType
 {
-    const char *magic;
-    qsizetype magicAt;
+    QByteArrayView format;
     const char *contentType;
     const char *extension;
 };
 
 constexpr std::array<PictureType, 5> kTypes = {{
-    {"\xFF\xD8\xFF", 0, "image/jpeg", ".jpg"},
-    {"\x89PNG\r\n", 0, "image/png", ".png"},
-    {"GIF8", 0, "image/gif", ".gif"},
-    {"WEBP", 8, "image/webp", ".webp"},
-    {"BM", 0, "image/bmp", ".bmp"},
+    {kJpegFormat, "image/jpeg", ".jpg"},
+    {kPngFormat, "image/png", ".png"},
+    {kGifFormat, "image/gif", ".gif"},
+    {kWebpFormat, "image/webp", ".webp"},
+    {kBmpFormat, "image/bmp", ".bmp"},
 }};
 
 constexpr std::array kPictureExtensions = {".jpg", ".jpeg", ".jpe", ".png", ".gif",
@@ -37,8 +37,9 @@ bool canStandInName(QChar c)
 
 QString typeExtension(QByteArrayView body, const QString &contentType)
 {
+    const QByteArray format = pictureFormat(body);
     for (const PictureType &type : kTypes) {
-        if (body.size() > type.magicAt && body.sliced(type.magicAt).startsWith(type.magic)) {
+        if (format == type.format) {
             return QLatin1String(type.extension);
         }
     }
@@ -72,13 +73,8 @@ QString imageExtension(const QString &url, QByteArrayView body, const QString &c
 
 QString imageName(WallTime image, WallTime download, const QString &extension)
 {
-    const WallFields at = wallFields(image);
-    const WallFields now = wallFields(download);
-    const QString stem = QStringLiteral("%1").arg(at.year, 4, 10, QLatin1Char('0')) +
-                         twoDigits(at.month) + twoDigits(at.day) + u'_' + twoDigits(at.hour) +
-                         twoDigits(at.minute) + twoDigits(at.second) + twoDigits(now.day) +
-                         twoDigits(now.hour);
-    return (stem + extension).left(kNameLength);
+    const QByteArray stem = momentKey(image) + dayAndHourKey(download);
+    return (QString::fromLatin1(stem) + extension).left(kNameLength);
 }
 
 } // namespace velmora

@@ -4,10 +4,10 @@
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
+#include "capture/AnswerWorth.h"
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
-#include "capture/KeepRule.h"
 #include "capture/PictureRemark.h"
 
 #include <QScopeGuard>
@@ -20,32 +20,26 @@
 #include <vector>
 
 namespace velmora {
-namespace {
 
-constexpr qsizetype kMinBodyBytes = 1000;
-
-FolderState stateOf(const QString &folder)
+// Where a picture goes; native paths.
+struct ImageStore::Place
 {
-    return folderHoldsFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
-}
-
-} // namespace
+    QString folder;
+    QString workFolder;
+    std::error_code error; // why the folder could not be made
+};
 
 struct ImageStore::Arrival
 {
     CameraAddress camera;
     QString address;                         // as stored when it was requested
     SettingsSnapshot settings{QByteArray()}; // as last read
-    QString folder;                          // native path
-    QString workFolder;                      // native path
-    std::error_code folderError;
-    QString fileName;
-    ImageDates dates;
-    CameraRecord record; // as it was before this picture
+    Place place;
     ReplyBody body;
-    KeepChoice choice;
-    PictureMark mark;                   // empty unless the choice needs it
-    bool isNew = false;                 // by comparison
+    Answer answer;
+    Worth worth = Worth::Unchanged;
+    CameraRecord record; // as it was before this picture
+    QString fileName;
     QString remark;                     // what is odd about the picture
     std::vector<SettingsValue> changes; // to be stored
     bool isRecorded = false;            // the settings have taken them
@@ -53,12 +47,6 @@ struct ImageStore::Arrival
     void set(RowKey key, QString value)
     {
         changes.push_back(CameraTable::valueToSet(key, camera, std::move(value)));
-    }
-
-    // The rule for undated pictures, where chosen, replaces the usual one.
-    [[nodiscard]] bool isCompared() const
-    {
-        return choice.keep != Keep::Dated && dates.header.isEmpty();
     }
 
     // With a different address, the row has a different camera.
@@ -107,9 +95,8 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
 {
     const StorageUse use(uses_.storage);
     const CameraAddress camera = arrival->camera;
-    arrival->folder = uses_.storage.native(folder);
-    arrival->workFolder = uses_.storage.workFolder();
-    arrival->folderError = makeFolder(arrival->folder); // an error shows when the image is stored
+    arrival->place = {uses_.storage.native(folder), uses_.storage.workFolder(), {}};
+    arrival->place.error = makeFolder(arrival->place.folder); // shows when the image is stored
     announce(url, camera);
 
     HttpRequest request = uses_.requests.stored(arrival->settings, camera, url);
@@ -124,7 +111,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
     Q_EMIT downloaded(camera, static_cast<int>(seconds));
     if (reply.outcome == FetchOutcome::Failed) {
         co_await fail(arrival, failureRemark(url, reply.failure));
-    } else if (reply.body.size() < kMinBodyBytes) {
+    } else if (reply.body.size() < kLeastPictureBytes) {
         const QString reason = QStringLiteral("the answer is too short for a picture (%1 bytes)")
                                    .arg(reply.body.size());
         co_await fail(arrival, failureRemark(url, reason));
@@ -136,7 +123,8 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
             giveUp(*arrival);
             co_return;
         }
-        date(*arrival, url, reply);
+        judge(*arrival, reply);
+        name(*arrival, url, reply.contentType);
         co_await keep(arrival);
     }
 }
@@ -178,52 +166,53 @@ void ImageStore::announce(const QString &url, CameraAddress camera)
 // Only of a camera whose pictures are compared.
 QCoro::Task<> ImageStore::mark(Arrival *arrival)
 {
-    arrival->choice = cameraKeep(arrival->settings, arrival->camera);
-    if (arrival->choice.keep == Keep::Dated) {
+    const KeepChoice choice = cameraKeep(arrival->settings, arrival->camera);
+    arrival->answer.choice = choice;
+    if (choice.keep == Keep::Dated) {
         co_return;
     }
-    const MarkKind kind =
-        arrival->choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
-    arrival->mark = co_await markOf(&arrival->body, kind, &uses_.clock);
+    const MarkKind kind = choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
+    arrival->answer.mark = co_await markOf(&arrival->body, kind, &uses_.clock);
     arrival->settings = uses_.table.settings().snapshot(); // time has passed
 }
 
-// The picture's dates, and the name that follows from them.
-void ImageStore::date(Arrival &arrival, const QString &url, const HttpReply &reply) const
+// A picture that is compared and not new still counts as the last one, as it does when a server
+// sends its date.
+void ImageStore::judge(Arrival &arrival, const HttpReply &reply) const
 {
+    Answer &answer = arrival.answer;
     arrival.record = uses_.table.record(arrival.settings, arrival.camera);
-    arrival.dates = {reply.lastModified, CalculDate(reply.lastModified),
-                     dateFromText(arrival.record.lastModified)};
-    if (arrival.isCompared()) {
-        compare(arrival, reply);
-    } else if (arrival.remark.isEmpty()) {
-        arrival.remark = dateRemark(reply.lastModified);
+    answer.dates = imageDates(reply.lastModified, arrival.record.lastModified);
+    answer.folder = folderState(arrival.place.folder);
+    if (!isCompared(answer)) {
+        arrival.worth = worthOf(answer);
+        const QString remark = dateRemark(reply.lastModified);
+        arrival.remark = arrival.remark.isEmpty() ? remark : arrival.remark;
+        return;
     }
-    const QString extension = isRtsp(url)
-                                  ? QStringLiteral(".jpg")
-                                  : imageExtension(url, arrival.body.head(), reply.contentType);
-    arrival.fileName =
-        imageName(arrival.dates.modified.value_or(kZeroDate), uses_.clock.localNow(), extension);
+    answer.stored = marks_.of(arrival.settings, arrival.camera);
+    arrival.worth = worthOf(answer);
+    const WallTime now = uses_.clock.localNow() - uses_.clock.utcOffset();
+    answer.dates.modified =
+        arrival.worth == Worth::New
+            ? std::optional(undatedDate(CalculDate(reply.date), answer.dates.stored, now))
+            : answer.dates.stored;
 }
 
-// A picture that is not new still counts as the last one, as it does when a server sends its date.
-void ImageStore::compare(Arrival &arrival, const HttpReply &reply) const
+void ImageStore::name(Arrival &arrival, const QString &url, const QString &contentType) const
 {
-    const UndatedPicture picture{arrival.choice, arrival.mark,
-                                 marks_.of(arrival.settings, arrival.camera)};
-    arrival.isNew = isNewUndated(picture, stateOf(arrival.folder));
-    const WallTime now = uses_.clock.localNow() - uses_.clock.utcOffset();
-    arrival.dates.modified =
-        arrival.isNew
-            ? std::optional(undatedDate(CalculDate(reply.date), arrival.dates.stored, now))
-            : arrival.dates.stored;
+    const QString extension = isRtsp(url) ? QStringLiteral(".jpg")
+                                          : imageExtension(url, arrival.body.head(), contentType);
+    arrival.fileName = imageName(arrival.answer.dates.modified.value_or(kZeroDate),
+                                 uses_.clock.localNow(), extension);
 }
 
 void ImageStore::noticeDates(const Arrival &arrival)
 {
-    if (!arrival.dates.header.isEmpty()) {
-        undatedWatch_.dated(arrival.camera);
-    } else if (arrival.choice.keep == Keep::Dated && undatedWatch_.undated(arrival.camera)) {
+    if (!arrival.answer.dates.header.isEmpty()) {
+        undatedWatch_.addDated(arrival.camera);
+    } else if (arrival.answer.choice.keep == Keep::Dated &&
+               undatedWatch_.addUndated(arrival.camera)) {
         Q_EMIT undatedNoticed(arrival.camera);
     }
 }
@@ -234,28 +223,28 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
 {
     const CameraAddress camera = arrival->camera;
     Q_EMIT lampChanged(camera, LampColour::Yellow);
-    if (arrival->folder.isEmpty()) {
+    if (arrival->place.folder.isEmpty()) {
         co_await failToStore(arrival, QStringLiteral("there is no such drive"));
         co_return;
     }
-    const bool isNew = arrival->isCompared() ? arrival->isNew
-                                             : isNewImage(arrival->dates, stateOf(arrival->folder));
-    if (!isNew) {
+    if (arrival->worth != Worth::New) {
         co_await recordGood(arrival);
         co_return;
     }
-    const QString target = arrival->folder + u'/' + arrival->fileName;
-    const StoreResult result = arrival->body.storeAs(arrival->workFolder, target);
+    const Place &place = arrival->place;
+    const QString target = place.folder + u'/' + arrival->fileName;
+    const StoreResult result = arrival->body.storeAs(place.workFolder, target);
     if (result.outcome == StoreOutcome::Failed) {
         co_await failToStore(arrival, result.error);
         co_return;
     }
-    arrival->set(keys::kLastModified, dateText(arrival->dates.modified.value_or(kZeroDate)));
+    const ImageDates &dates = arrival->answer.dates;
+    arrival->set(keys::kLastModified, dateText(dates.modified.value_or(kZeroDate)));
     const bool isStored = result.outcome == StoreOutcome::Stored;
     const int count = isStored ? countNew(arrival) : 0;
     co_await recordGood(arrival);
     if (isStored) {
-        marks_.keep(camera, arrival->mark, arrival->isRecorded);
+        marks_.keep(camera, arrival->answer.mark, arrival->isRecorded);
         tellStored(*arrival, count);
     }
 }
@@ -265,7 +254,7 @@ int ImageStore::countNew(Arrival *arrival)
     const int count =
         uses_.problems.orDefault([&] { return toInt32(1.0 + arrival->record.newImages); }, 1);
     arrival->set(keys::kNewImages, QString::number(count));
-    std::ranges::move(markToStore(arrival->camera, arrival->mark),
+    std::ranges::move(markToStore(arrival->camera, arrival->answer.mark),
                       std::back_inserter(arrival->changes));
     return count;
 }
@@ -283,7 +272,7 @@ QCoro::Task<> ImageStore::recordGood(Arrival *arrival)
 
 void ImageStore::recordBestTime(Arrival *arrival)
 {
-    const std::optional<QString> candidate = bestTimeCandidate(arrival->dates);
+    const std::optional<QString> candidate = bestTimeCandidate(arrival->answer.dates);
     const QString &stored = arrival->record.bestTime;
     if (!candidate || !replacesBestTime(*candidate, stored)) {
         return;
@@ -310,10 +299,10 @@ void ImageStore::tellStored(const Arrival &arrival, int count)
 // A name that the disk refuses will fail the next time too, so the user must know.
 QCoro::Task<> ImageStore::failToStore(Arrival *arrival, std::error_code error)
 {
-    const QString reason = arrival->folderError
-                               ? folderRefusal(arrival->folder, arrival->folderError)
-                               : QString::fromStdString(error.message());
-    if (isNameRefused(arrival->folderError)) {
+    const Place &place = arrival->place;
+    const QString reason = place.error ? folderRefusal(place.folder, place.error)
+                                       : QString::fromStdString(error.message());
+    if (isNameRefused(place.error)) {
         uses_.problems.warn(QStringLiteral("No image of camera %1 can be stored: %2")
                                 .arg(cameraText(arrival->camera), reason));
     }

@@ -5,7 +5,6 @@
 #include "base/Clock.h"
 #include "cameras/StorageFolder.h"
 #include "capture/CameraRequests.h"
-#include "capture/NewImageRule.h"
 #include "capture/ReadAhead.h"
 #include "capture/StoredMark.h"
 #include "capture/UndatedWatch.h"
@@ -15,6 +14,11 @@
 
 namespace velmora {
 
+/// Owns what becomes of a camera's answer: whether it is kept, its file, and the camera's stored
+/// counters and dates. Only the scheduler calls it, for one camera at a time; everyone else
+/// listens. It promises that every load ends with `loaded`, and before that with `cameraAnswered`
+/// or `cameraFailed` unless it was given up; that no file is ever replaced; and that the settings
+/// name an image as the last one only once its file is there.
 class ImageStore : public QObject
 {
     Q_OBJECT
@@ -84,14 +88,15 @@ Q_SIGNALS:
     void loaded();
 
 private:
+    struct Place;
     struct Arrival; // a picture that is long enough, on its way into the folder
 
     QCoro::Task<> load(QString url, QString folder, Arrival *arrival);
     void giveUp(const Arrival &arrival);
     QCoro::Task<> mark(Arrival *arrival);
     void announce(const QString &url, CameraAddress camera);
-    void date(Arrival &arrival, const QString &url, const HttpReply &reply) const;
-    void compare(Arrival &arrival, const HttpReply &reply) const;
+    void judge(Arrival &arrival, const HttpReply &reply) const;
+    void name(Arrival &arrival, const QString &url, const QString &contentType) const;
     void noticeDates(const Arrival &arrival);
     QCoro::Task<> keep(Arrival *arrival);
     [[nodiscard]] int countNew(Arrival *arrival);

@@ -37,6 +37,23 @@ QString contentRemark(const QString &url, QByteArrayView head, const QString &ty
                          kind.isEmpty() ? remark : QStringLiteral("%1 (%2)").arg(remark, kind));
 }
 
+QString webPageRemark(QByteArrayView head)
+{
+    constexpr qsizetype kMostTitle = 80;
+    static const QRegularExpression page(QStringLiteral("^\\s*(<!doctype html|<html|<head)"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression titled(QStringLiteral("<title[^>]*>(.*?)</title>"),
+                                           QRegularExpression::CaseInsensitiveOption |
+                                               QRegularExpression::DotMatchesEverythingOption);
+    const QString text = QString::fromUtf8(head);
+    if (!page.match(text).hasMatch()) {
+        return {};
+    }
+    const QString title = onOneLine(titled.match(text).captured(1)).simplified().left(kMostTitle);
+    return title.isEmpty() ? QStringLiteral("not a picture: a web page")
+                           : QStringLiteral("not a picture: a web page titled \"%1\"").arg(title);
+}
+
 QString dateRemark(const QString &lastModified)
 {
     return lastModified.isEmpty()

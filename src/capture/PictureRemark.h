@@ -14,6 +14,9 @@ namespace velmora {
 /// first 16 bytes of the body or more, fewer only if it is shorter; type: of the content, as sent.
 [[nodiscard]] QString contentRemark(const QString &url, QByteArrayView head, const QString &type);
 
+/// The same for an answer that is a web page, with the page's title; empty for any other.
+[[nodiscard]] QString webPageRemark(QByteArrayView head);
+
 /// What is odd about a picture's date (the header "Last-Modified", empty for none).
 [[nodiscard]] QString dateRemark(const QString &lastModified);
 

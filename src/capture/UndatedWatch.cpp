@@ -2,14 +2,14 @@
 
 namespace velmora {
 
-bool UndatedWatch::undated(CameraAddress camera)
+bool UndatedWatch::addUndated(CameraAddress camera)
 {
     int &seen = counts_[camera];
     seen += seen <= kEnough ? 1 : 0;
     return seen == kEnough;
 }
 
-void UndatedWatch::dated(CameraAddress camera)
+void UndatedWatch::addDated(CameraAddress camera)
 {
     int &seen = counts_[camera];
     seen = seen < kEnough ? 0 : seen;

@@ -10,10 +10,10 @@ class UndatedWatch
 {
 public:
     /// A good picture came without a date. True once for each camera, at the third in a row.
-    [[nodiscard]] bool undated(CameraAddress camera);
+    [[nodiscard]] bool addUndated(CameraAddress camera);
 
     /// A picture came with one.
-    void dated(CameraAddress camera);
+    void addDated(CameraAddress camera);
 
 private:
     static constexpr int kEnough = 3;

@@ -53,6 +53,17 @@ TEST(PictureRemark, NamesTheTypeOfWhatIsNoPicture)
     EXPECT_LT(contentRemark(url, "x", QString(5000, u'x')).size(), 100);
 }
 
+TEST(PictureRemark, NamesAWebPageByItsTitle)
+{
+    EXPECT_EQ(webPageRemark(" <!DOCTYPE HTML><title lang=en> A\npage </title>"),
+              QStringLiteral("not a picture: a web page titled \"A page\""));
+    EXPECT_EQ(webPageRemark("<html><title></title>"), QStringLiteral("not a picture: a web page"));
+    EXPECT_EQ(webPageRemark("<HEAD>"), QStringLiteral("not a picture: a web page"));
+    EXPECT_EQ(webPageRemark("\xFF\xD8\xFF<html>"), QString());
+    EXPECT_EQ(webPageRemark({}), QString());
+    EXPECT_LT(webPageRemark("<html><title>" + QByteArray(500, 'x') + "</title>").size(), 150);
+}
+
 TEST(PictureRemark, SaysThatNoDateComes)
 {
     EXPECT_TRUE(dateRemark(QString()).contains(u"no date"));

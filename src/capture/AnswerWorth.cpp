@@ -1,0 +1,37 @@
+#include "capture/AnswerWorth.h"
+
+#include "base/DateText.h"
+#include "base/Folders.h"
+#include "capture/HttpDate.h"
+
+namespace velmora {
+
+bool isCompared(const Answer &answer)
+{
+    return answer.choice.keep != Keep::Dated && answer.dates.header.isEmpty();
+}
+
+Worth worthOf(const Answer &answer)
+{
+    const bool isNew =
+        isCompared(answer)
+            ? isNewUndated({answer.choice, answer.mark, answer.stored}, answer.folder)
+            : isNewImage(answer.dates, answer.folder);
+    if (isNew) {
+        return Worth::New;
+    }
+    return isCompared(answer) || !answer.dates.header.isEmpty() ? Worth::Unchanged
+                                                                : Worth::NotDated;
+}
+
+ImageDates imageDates(const QString &header, const QString &stored)
+{
+    return {header, CalculDate(header), dateFromText(stored)};
+}
+
+FolderState folderState(const QString &folder)
+{
+    return folderHoldsFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
+}
+
+} // namespace velmora

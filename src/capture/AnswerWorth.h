@@ -1,0 +1,44 @@
+// What a camera's answer is worth: the one judgement by which the image store keeps pictures and
+// the test of a camera says what would become of one.
+#pragma once
+
+#include "capture/KeepRule.h"
+#include "capture/NewImageRule.h"
+
+#include <QString>
+
+namespace velmora {
+
+/// An answer of fewer bytes is not taken for a picture.
+inline constexpr qint64 kLeastPictureBytes = 1000;
+
+/// A picture that has arrived, and what it is judged by.
+struct Answer
+{
+    ImageDates dates;
+    KeepChoice choice;
+    PictureMark mark;   // as far as the choice needs it
+    PictureMark stored; // of the last picture kept, as far as the choice needs it
+    FolderState folder = FolderState::Empty;
+};
+
+enum class Worth {
+    New,
+    Unchanged,
+    NotDated // only the first picture without a date is kept
+};
+
+/// True for a picture that is compared with the last one kept: the rule for undated pictures, where
+/// chosen, replaces the usual one.
+[[nodiscard]] bool isCompared(const Answer &answer);
+
+[[nodiscard]] Worth worthOf(const Answer &answer);
+
+/// The dates of a picture. header: Last-Modified as sent; stored: the text stored for the last
+/// image kept.
+[[nodiscard]] ImageDates imageDates(const QString &header, const QString &stored);
+
+/// What a picture finds in its camera's folder. folder: native path.
+[[nodiscard]] FolderState folderState(const QString &folder);
+
+} // namespace velmora

@@ -1,7 +1,5 @@
-"""Measures of the code: metrics.py SOURCE_FOLDER prints them as the rows of docs/metrics.md. Headers are parsed as
-text: the functions and members of a class are the declarations at its own level.
-
-Headers are read as text: functions and members of a class are the declarations at its own level."""
+"""Measures of the code: metrics.py SOURCE_FOLDER prints them as the rows of docs/metrics.md. Headers and sources are
+read as text: the functions and members of a class are the declarations at its own level."""
 
 import re
 import sys
@@ -76,9 +74,9 @@ def measure(name, body, access):
 
 
 def classes(text):
-    """(name, public functions, members) of each class in a header, inner ones too."""
+    """(name, public functions, members) of each class in a file, inner ones too."""
     text = bare(text)
-    for head in re.finditer(r"\b(?<!enum )(class|struct) (\w+)(?: final)?(?:\s*:[^;{]*)?\s*\{", text):
+    for head in re.finditer(r"\b(?<!enum )(class|struct) (?:\w+::)*(\w+)(?: final)?(?:\s*:[^;{]*)?\s*\{", text):
         body = text[head.end():closing(text, head.end() - 1) - 1]
         access = "public" if head.group(1) == "struct" else "private"
         yield head.group(2), *measure(head.group(2), body, access)
@@ -86,7 +84,7 @@ def classes(text):
 
 def all_classes(root):
     """(file, name, public functions, members)."""
-    for path in sources(root, ".h"):
+    for path in sources(root, ".h", ".cpp"):
         for name, functions, members in classes(path.read_text(encoding="utf-8")):
             yield path.relative_to(root), name, functions, members
 

@@ -8,6 +8,7 @@
 #include "cameras/AddressRule.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
+#include "cameras/ConfiguredCameras.h"
 #include "cameras/Credentials.h"
 
 #include <QFile>
@@ -105,15 +106,6 @@ QString cameraLine(const SettingsSnapshot &settings, CameraAddress camera)
                        keepOf(settings, camera)}
                .join(u'\t') +
            u'\n';
-}
-
-std::vector<CameraAddress> configuredCameras(const SettingsSnapshot &settings)
-{
-    std::vector<CameraAddress> cameras;
-    for (const ListedCamera &camera : tableAsList(settings)) {
-        cameras.push_back({camera.group.value_or(0), camera.row.value_or(0)});
-    }
-    return cameras;
 }
 
 // A pipe is waited for, as the user who names one expects.

@@ -2,6 +2,7 @@
 
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
+#include "cameras/ConfiguredCameras.h"
 
 #include <algorithm>
 #include <map>
@@ -17,12 +18,9 @@ class Planner
 public:
     explicit Planner(const SettingsSnapshot &settings)
     {
-        for (const CameraAddress camera : kAllCameras) {
-            const QString url = CameraTable::url(settings, camera);
-            if (!url.isEmpty()) {
-                taken_.insert(camera);
-                places_.emplace(url, camera);
-            }
+        for (const CameraAddress camera : configuredCameras(settings)) {
+            taken_.insert(camera);
+            places_.emplace(CameraTable::url(settings, camera), camera);
         }
     }
 
@@ -166,11 +164,13 @@ std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings,
 std::vector<ListedCamera> tableAsList(const SettingsSnapshot &settings)
 {
     std::vector<ListedCamera> cameras;
-    for (const CameraAddress camera : kAllCameras) {
-        const QString url = CameraTable::url(settings, camera);
-        if (!url.isEmpty()) {
-            cameras.push_back({0, cameraName(settings, camera), url, camera.group, camera.row, {}});
-        }
+    for (const CameraAddress camera : configuredCameras(settings)) {
+        cameras.push_back({0,
+                           cameraName(settings, camera),
+                           CameraTable::url(settings, camera),
+                           camera.group,
+                           camera.row,
+                           {}});
     }
     return cameras;
 }

@@ -4,6 +4,7 @@
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
+#include "cameras/ConfiguredCameras.h"
 #include "cameras/FolderName.h"
 #include "cameras/ShownAddress.h"
 #include "cameras/StorageFolder.h"
@@ -107,12 +108,8 @@ void takeRoom(ProgramStatus &status, const SettingsFile &settings, const CameraH
         return;
     }
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
-    qint64 bytesADay = 0;
-    for (const CameraHealth &health : healths) {
-        bytesADay += health.bytesADay(now);
-    }
     status.freeBytes = room->freeBytes;
-    status.fullInDays = fullInDays(room->freeBytes, bytesADay);
+    status.fullInDays = fullInDays(room->freeBytes, bytesADay(healths, now));
     status.isDiskLow = room->freeBytes < HealthOptions(settings).limitBytes(room->allBytes);
 }
 
@@ -211,11 +208,8 @@ ProgramStatus programStatus(const SettingsFile &settings, const NativePaths &pat
     status.storage = paths.native(sources.storageText).value_or(sources.storageText);
     status.storagePresent = folderExists(status.storage);
     takeRoom(status, settings, health.cameras);
-    for (const CameraAddress camera : kAllCameras) {
-        const QString url = CameraTable::url(snapshot, camera);
-        if (!url.isEmpty()) {
-            status.cameras.push_back(cameraStatus(sources, camera, url));
-        }
+    for (const CameraAddress camera : configuredCameras(snapshot)) {
+        status.cameras.push_back(cameraStatus(sources, camera, CameraTable::url(snapshot, camera)));
     }
     return status;
 }

@@ -163,6 +163,15 @@ qint64 CameraHealth::bytesADay(Moment now) const
     return sum;
 }
 
+qint64 bytesADay(const CameraHealths &cameras, Moment now)
+{
+    qint64 sum = 0;
+    for (const CameraHealth &camera : cameras) {
+        sum += camera.bytesADay(now);
+    }
+    return sum;
+}
+
 std::optional<Moment> CameraHealth::quietSince() const
 {
     return newest ? newest : failedSince;

@@ -1,6 +1,8 @@
 // What is known about how a camera delivers: pure figures, without clock or disk.
 #pragma once
 
+#include "cameras/CameraAddress.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -23,6 +25,10 @@ struct HourBar
     qint64 bytes = 0;
 };
 
+/// The record of one camera: a value whose size does not grow with the number of images. In the
+/// running program HealthBook owns the records and alone changes them; HealthCount makes one from a
+/// folder, and the command line reads those in the file. It promises figures that follow from what
+/// was entered and the moment passed in, never from a clock.
 class CameraHealth
 {
 public:
@@ -79,6 +85,11 @@ private:
     std::deque<qint64> intervals_; // seconds, latest last
     std::deque<Hour> hours_;
 };
+
+using CameraHealths = PerCamera<CameraHealth>;
+
+/// What all cameras together deliver in a day.
+[[nodiscard]] qint64 bytesADay(const CameraHealths &cameras, Moment now);
 
 /// When a camera counts as late.
 struct LateRule

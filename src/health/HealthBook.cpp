@@ -150,11 +150,7 @@ void HealthBook::excuse(CameraAddress camera)
 
 qint64 HealthBook::bytesADay() const
 {
-    qint64 sum = 0;
-    for (const CameraAddress address : cameras()) {
-        sum += camera(address).bytesADay(now());
-    }
-    return sum;
+    return velmora::bytesADay(healths_, now()); // a row without a camera has no record
 }
 
 void HealthBook::setLate(CameraAddress camera, bool late)
@@ -167,18 +163,18 @@ void HealthBook::setLate(CameraAddress camera, bool late)
 }
 
 // News may come sooner than the table is read again: it must not count for the camera before.
-bool HealthBook::knows(CameraAddress camera, const QString &folder)
+void HealthBook::catchUp(CameraAddress camera, const QString &folder)
 {
     if (known(camera).folder != folder) {
         followTable();
     }
-    return seen_[camera].isConfigured;
 }
 
 void HealthBook::addImage(CameraAddress camera, const QString &fileName)
 {
     const QString folder = storage_.cameraFolder(camera);
-    if (!knows(camera, folder)) {
+    catchUp(camera, folder);
+    if (!seen_[camera].isConfigured) {
         return;
     }
     CameraHealth &health = known(camera);
@@ -195,7 +191,8 @@ void HealthBook::addImage(CameraAddress camera, const QString &fileName)
 
 void HealthBook::addFailure(CameraAddress camera, const QString &reason)
 {
-    if (!knows(camera, storage_.cameraFolder(camera))) {
+    catchUp(camera, storage_.cameraFolder(camera));
+    if (!seen_[camera].isConfigured) {
         return;
     }
     const bool isFirst = !this->camera(camera).quietSince();

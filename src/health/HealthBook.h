@@ -16,6 +16,10 @@
 
 namespace velmora {
 
+/// Owns the records of all cameras and the file that keeps them. HealthWatch enters news and
+/// verdicts, and whoever adds or deletes images has the folder counted again; all others read and
+/// listen. It promises that a record is that of the camera whose address is stored now, that a row
+/// without a camera has none, and that counting never holds up events.
 class HealthBook : public QObject
 {
     Q_OBJECT
@@ -99,7 +103,7 @@ private:
     };
 
     [[nodiscard]] CameraHealth &known(CameraAddress camera);
-    [[nodiscard]] bool knows(CameraAddress camera, const QString &folder);
+    void catchUp(CameraAddress camera, const QString &folder);
     void takeCamera(const SettingsSnapshot &settings, CameraAddress camera);
     void anchor(CameraAddress camera);
     void startCounting(CameraAddress camera);

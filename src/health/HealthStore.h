@@ -1,14 +1,11 @@
 // The file in which what is known about the cameras survives a restart.
 #pragma once
 
-#include "cameras/CameraAddress.h"
 #include "health/CameraHealth.h"
 
 #include <QString>
 
 namespace velmora {
-
-using CameraHealths = PerCamera<CameraHealth>;
 
 enum class HealthFile {
     Read,

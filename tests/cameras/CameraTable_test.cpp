@@ -2,6 +2,7 @@
 #include "cameras/CameraTable.h"
 
 #include "cameras/CamerasFixture.h"
+#include "cameras/ConfiguredCameras.h"
 
 #include <vector>
 
@@ -143,6 +144,12 @@ TEST_F(CameraTableTest, TellsTheImageStoreOfARowThatWasNeverStored)
     EXPECT_EQ(record.bestTime, QString());
     EXPECT_EQ(record.newImages, 0);
     EXPECT_FALSE(record.automatic);
+}
+
+TEST_F(CameraTableTest, ListsTheCamerasThatHaveAnAddress)
+{
+    store("[Liste3]\r\nlst7=a\r\nlst2=\r\n[Liste0]\r\nlst9=b\r\n[Groupe1]\r\nSB1=255\r\n");
+    EXPECT_EQ(configuredCameras(settings.snapshot()), (std::vector<CameraAddress>{{0, 9}, {3, 7}}));
 }
 
 TEST_F(CameraTableTest, StoresAtOnce)

@@ -54,6 +54,18 @@ TEST(CameraHealth, CountsTheLastDayByTheHour)
     EXPECT_EQ(camera.images, 27);
 }
 
+TEST(CameraHealth, AllTogetherDeliverTheSum)
+{
+    const CameraHealth camera = delivering(26, 1h);
+    CameraHealths cameras;
+    cameras[{0, 3}] = camera;
+    cameras[{9, 9}] = camera;
+    const Moment now = kBegin + 25h + 20min;
+    EXPECT_EQ(bytesADay(cameras, now), 2 * camera.bytesADay(now));
+    EXPECT_GT(bytesADay(cameras, now), 0);
+    EXPECT_EQ(bytesADay(CameraHealths(), now), 0);
+}
+
 TEST(CameraHealth, CountsFailuresInARowSinceTheFirst)
 {
     CameraHealth camera = delivering(2, 1min);

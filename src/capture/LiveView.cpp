@@ -76,7 +76,7 @@ void LiveView::clear()
 {
     giveUp();
     shown_.reset();
-    setStored({});
+    Q_EMIT targetChanged({});
     setLive({});
     setCaptions({clickToZoom(), captions_.local});
 }
@@ -96,7 +96,7 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     if (stop.stop_requested()) {
         co_return;
     }
-    setStored(stored);
+    Q_EMIT targetChanged(stored);
 
     HttpReply reply = co_await fetch(camera, url, stop);
     if (stop.stop_requested()) {
@@ -261,12 +261,6 @@ void LiveView::setCaptions(const LiveCaptions &captions)
         captions_ = captions;
         Q_EMIT captionsChanged();
     }
-}
-
-void LiveView::setStored(const QString &path)
-{
-    stored_ = path;
-    Q_EMIT targetChanged(stored_);
 }
 
 void LiveView::setLive(const QString &path)

@@ -56,9 +56,6 @@ public:
 
     [[nodiscard]] const LiveCaptions &captions() const { return captions_; }
 
-    /// The stored image on show; empty when there is none.
-    [[nodiscard]] QString storedPicture() const { return stored_; }
-
     /// The file of the live picture once it has been written, else empty. Always the same file,
     /// \tmp\Target.jpg in the storage folder.
     [[nodiscard]] QString livePicture() const { return live_; }
@@ -86,7 +83,7 @@ Q_SIGNALS:
     /// An image is to be shown enlarged. path: native.
     void zoomWanted(const QString &path);
 
-    /// The stored image to load, or empty for none.
+    /// The stored image to show, or empty for none.
     void targetChanged(const QString &nativePath);
 
     /// The live picture to load, or empty for none. The same path may come again with a new picture
@@ -108,7 +105,6 @@ private:
     void tellTrouble(CameraAddress camera, const QString &reason);
     void finish();
     void setCaptions(const LiveCaptions &captions);
-    void setStored(const QString &path);
     void setLive(const QString &path);
 
     StorageFolder &storage_;
@@ -119,7 +115,6 @@ private:
     std::stop_source current_;
     std::stop_source attempt_; // the download under way
     LiveCaptions captions_;
-    QString stored_;
     QString live_;
     std::optional<CameraAddress> shown_; // since the view was last cleared
     CameraAddress reasonOf_;

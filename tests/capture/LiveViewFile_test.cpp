@@ -220,7 +220,7 @@ TEST_F(LiveFolder, OfADriveThatDoesNotExistGetsNoFile)
     EXPECT_EQ(
         house_.status.text(Caption::Trouble),
         QStringLiteral("The live picture of camera 0:7 cannot be stored: there is no such drive"));
-    EXPECT_EQ(live_.storedPicture(), QString());
+    EXPECT_EQ(storedPicture_, QString());
 }
 
 } // namespace

@@ -43,6 +43,7 @@ protected:
                  live_.captions().local);
         });
         QObject::connect(&live_, &LiveView::targetChanged, &live_, [this](const QString &path) {
+            storedPicture_ = path;
             note(QStringLiteral("target ") + path.section(u'/', -1));
         });
         QObject::connect(&live_, &LiveView::webChanged, &live_, [this](const QString &path) {
@@ -98,6 +99,7 @@ protected:
     BusyClock busy_{clock_};
     LiveView live_{house_.storage, house_.engine.requests(), source_, busy_, house_.scope};
     QStringList events_;
+    QString storedPicture_; // as last shown
 };
 
 } // namespace velmora::test

@@ -39,7 +39,7 @@ TEST_F(Affiche, ShowsBothPictures)
 {
     house_.putImage(kShown, kStored);
     show();
-    EXPECT_EQ(live_.storedPicture(), imagePath(kStored));
+    EXPECT_EQ(storedPicture_, imagePath(kStored));
     EXPECT_EQ(live_.livePicture(), house_.tree.path(kTarget));
 }
 
@@ -142,7 +142,7 @@ TEST_F(Affiche, ShowsTheNewestStoredImage)
     house_.putImage(kShown, QStringLiteral("20070307_1405090714.jpg"));
     house_.putImage(kShown, QStringLiteral("20060407_1405090714.jpg"));
     show();
-    EXPECT_EQ(live_.storedPicture(), imagePath(QStringLiteral("20070307_1405090714.jpg")));
+    EXPECT_EQ(storedPicture_, imagePath(QStringLiteral("20070307_1405090714.jpg")));
 }
 
 struct StoredRow
@@ -165,7 +165,7 @@ TEST_P(StoredImage, IsShownWhenItsNameHasTheForm)
 {
     house_.putImage(kShown, GetParam().file);
     show();
-    EXPECT_EQ(live_.storedPicture(), GetParam().isShown ? imagePath(GetParam().file) : QString());
+    EXPECT_EQ(storedPicture_, GetParam().isShown ? imagePath(GetParam().file) : QString());
     EXPECT_EQ(target(), goodReply().body);
 }
 
@@ -190,7 +190,7 @@ TEST_F(Affiche, TakesNoFolderAndNoPipeForAnImage)
     ASSERT_EQ(::mkdir((folder + "20070307_1405090714.jpg").constData(), 0755), 0);
     ASSERT_EQ(::mkfifo((folder + "20080307_1405090714.jpg").constData(), 0644), 0);
     show();
-    EXPECT_EQ(live_.storedPicture(), imagePath(kStored));
+    EXPECT_EQ(storedPicture_, imagePath(kStored));
 }
 
 TEST_F(Affiche, ShowsTheImagesOfTheStoredAddress)
@@ -198,7 +198,7 @@ TEST_F(Affiche, ShowsTheImagesOfTheStoredAddress)
     house_.putImage(kShown, kStored);
     answer(kOther, "picture");
     show(kOther); // typed, but the box has not been left
-    EXPECT_EQ(live_.storedPicture(), imagePath(kStored));
+    EXPECT_EQ(storedPicture_, imagePath(kStored));
     EXPECT_EQ(target(), "picture");
 }
 
@@ -207,7 +207,7 @@ TEST_F(Affiche, ShowsNoStoredImageOfARowWithoutStoredAddress)
     house_.table.setUrl(kShown, QString());
     house_.tree.write(u"drives/c/in/20060307_1405090714.jpg", "x");
     show();
-    EXPECT_EQ(live_.storedPicture(), QString());
+    EXPECT_EQ(storedPicture_, QString());
     EXPECT_EQ(target(), goodReply().body);
 }
 
@@ -216,9 +216,9 @@ TEST_F(Affiche, ClearsTheStoredImageOfTheCameraBefore)
     add({0, 1});
     house_.putImage({0, 1}, kStored);
     begin({0, 1}, cameraUrl({0, 1}));
-    ASSERT_NE(live_.storedPicture(), QString());
+    ASSERT_NE(storedPicture_, QString());
     show();
-    EXPECT_EQ(live_.storedPicture(), QString());
+    EXPECT_EQ(storedPicture_, QString());
     EXPECT_EQ(events_.filter(QStringLiteral("target")).last(), QStringLiteral("target"));
 }
 
@@ -290,7 +290,7 @@ TEST_F(Affiche, IsClearedByASwitchOfTheGroup)
     house_.putImage(kShown, kStored);
     show();
     house_.showGroup(1);
-    EXPECT_EQ(live_.storedPicture(), QString());
+    EXPECT_EQ(storedPicture_, QString());
     EXPECT_EQ(live_.livePicture(), QString());
     EXPECT_EQ(events_.last(), QStringLiteral("web"));
 }
@@ -316,7 +316,7 @@ TEST_F(Affiche, LetsEventsRunWhileItReadsAFullFolder)
     busy_.setCost(8ms); // so long does a piece of the folder take
     show();
     EXPECT_GT(busy_.yields(), 2);
-    EXPECT_EQ(live_.storedPicture(), imagePath(kStored));
+    EXPECT_EQ(storedPicture_, imagePath(kStored));
 }
 
 TEST_F(Affiche, IsGivenUpWhileItReadsAFullFolder)

@@ -26,7 +26,7 @@ double wholeTimeout(QStringView text)
     return std::max(std::trunc(std::abs(leadingNumber(text))), kMinTimeout);
 }
 
-// In force no more than a day counts; the text stays what was asked for.
+// The text stays as typed, although no more than a day is ever in force.
 QString timeoutText(QStringView text)
 {
     const double whole = wholeTimeout(text);

@@ -1,5 +1,5 @@
-// libjpeg reports what it cannot go on with by a jump out of its depths: each function that calls
-// it is entered from step(), which the jump leads back to, and has nothing that would need an end.
+// libjpeg leaves by a jump when it cannot go on: every function that calls it is called from
+// step(), where the jump ends, and holds nothing that would need its destructor.
 #include "capture/JpegGrey.h"
 
 #include <array>
@@ -114,7 +114,7 @@ bool JpegGrey::step()
     return decoder.stage != Stage::Over;
 }
 
-// Of a picture that comes in several scans, each of them is taken in by steps of its own.
+// The scans of a picture that has several are read one after another, each in steps of its own.
 void JpegGrey::begin()
 {
     jpeg_decompress_struct &info = decoder_->info;

@@ -13,18 +13,18 @@ namespace velmora {
 class JpegGrey
 {
 public:
-    /// least: the fraction is chosen so that neither side gets smaller, where the picture is that
-    /// large at all. bytes: outlive the object.
+    /// least: the fraction is chosen so that neither side gets smaller than this, if the picture
+    /// itself is not. bytes: outlive the object.
     JpegGrey(QByteArrayView bytes, QSize least);
     Q_DISABLE_COPY_MOVE(JpegGrey)
     ~JpegGrey();
 
-    /// Decodes a little more, for much less than a millisecond; false when nothing more comes.
+    /// Decodes a little more, in well under a millisecond; false when there is no more.
     [[nodiscard]] bool step();
 
     /// The reduced picture's size; empty before it is known, and for what cannot be read like this:
-    /// no JPEG, one of more than 64 Mi pixels, one of several scans that would take more than 40
-    /// MiB of memory, and one for print.
+    /// anything but a JPEG, and a JPEG of more than 64 Mi pixels, of several scans that would take
+    /// more than 40 MiB of memory, or in the colours of print.
     [[nodiscard]] QSize size() const;
 
     /// Number of the line that came last, from 0; -1 before the first.

@@ -20,8 +20,8 @@ constexpr int kDown = 9;
 constexpr QSize kLeastSize(kAcross * 10,
                            kDown * 10); // of a reduction that the cells are taken from
 
-// What is decoded in one go holds everything else up, and needs four bytes and more a pixel: no
-// more than a full screen's picture.
+// A picture decoded in one go holds everything else up and needs at least four bytes a pixel, so
+// it may be no larger than a full screen.
 constexpr qint64 kMostPixels = qint64{2} * 1024 * 1024;
 
 // The mean of each cell, of lines that come in any order.
@@ -38,7 +38,8 @@ public:
         }
     }
 
-    // Cells of a picture with fewer points than cells are as dark as can be: always the same ones.
+    // Where a picture has fewer points than there are cells, the cells without one are black: the
+    // same ones every time.
     [[nodiscard]] QByteArray text() const
     {
         QByteArray grey;

@@ -9,10 +9,10 @@
 
 namespace velmora {
 
-/// The grey levels of 16 times 9 cells, line by line, Base64; empty for what is no picture, and for
-/// one that could be decoded only with too much memory or time: a JPEG of several scans whose
-/// coefficients take more than 40 MiB, another JPEG of more than 64 Mi pixels, any other picture of
-/// more than 2 Mi. Events run in between, except while a picture that is no JPEG is decoded.
+/// The grey levels of 16 times 9 cells, line by line, Base64. Empty for anything but a picture, and
+/// for one that would take too much memory or time to decode: a JPEG of several scans whose
+/// coefficients take more than 40 MiB, any other JPEG of more than 64 Mi pixels, any other picture
+/// of more than 2 Mi. Events run in between, except while a picture other than a JPEG is decoded.
 [[nodiscard]] QCoro::Task<QByteArray> lookOf(QByteArray picture, Clock *clock);
 
 } // namespace velmora

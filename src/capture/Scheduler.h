@@ -16,6 +16,11 @@
 
 namespace velmora {
 
+/// Owns when cameras are loaded: the tick counter, what holds the capture, and the pass under way,
+/// of which there is never more than one. The composition starts and ends it; anyone may hold it
+/// with suspend() and resume() and listen to its signals. It promises that cameras are loaded one
+/// after another in the order of the table, that none is while the capture is held or the storage
+/// folder cannot be used, and that each pass ends with `passEnded`.
 class Scheduler : public QObject
 {
     Q_OBJECT

@@ -26,7 +26,7 @@ Ground groundOf(const WebPBitstreamFeatures &picture)
                                   : Ground{QImage::Format_RGB32, Qt::black};
 }
 
-// As the file gives it itself; none when it does not come to that.
+// The length that the file claims; 0 when it is cut off before that.
 qint64 wholeLength(const QByteArray &bytes)
 {
     constexpr qsizetype kLengthAt = 4;

@@ -1,7 +1,8 @@
 #include "capture/HttpDate.h"
 
 #include "base/DateText.h"
-#include "base/MonthNames.h"
+
+#include <array>
 
 namespace velmora {
 namespace {
@@ -10,6 +11,8 @@ constexpr qsizetype kDateAt = 5;
 constexpr qsizetype kDateLength = 11;
 constexpr qsizetype kTimeAt = 17;
 constexpr qsizetype kTimeLength = 8;
+constexpr std::array kMonthNames = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 } // namespace
 

@@ -44,108 +44,87 @@ bool isServer(const QUrl &url)
            !url.authority().contains(u'@');
 }
 
-MailProblem problem(MailFailure kind, const QString &detail = {})
+using Problem = std::optional<MailProblem>;
+
+Problem problem(MailFailure kind, const QString &detail = {})
 {
-    return {kind, detail, {}};
+    return MailProblem{kind, detail, {}};
 }
 
-class AccountReader
+Problem badAddress(const char *key, const QString &text)
 {
-public:
-    explicit AccountReader(const SettingsSnapshot &settings)
-        : settings_(settings)
-    {
+    return problem(MailFailure::BadAddress, QLatin1String(key) + onOneLine(text));
+}
+
+Problem readServer(const SettingsSnapshot &settings, MailAccount &account)
+{
+    const QString server = keys::kMailServer.read(settings).trimmed();
+    if (server.isEmpty()) {
+        return problem(MailFailure::NoServer);
     }
-
-    // The first problem found, if any.
-    std::optional<MailProblem> read()
-    {
-        for (const auto step : {&AccountReader::readServer, &AccountReader::readRecipients,
-                                &AccountReader::readSender, &AccountReader::readLogin}) {
-            if (auto found = (this->*step)()) {
-                return found;
-            }
-        }
-        return std::nullopt;
+    const QUrl url = serverUrl(server);
+    if (holdsControls(server) || !isServer(url)) {
+        return problem(MailFailure::BadServer);
     }
-
-    MailAccount account;
-
-private:
-    std::optional<MailProblem> readServer()
-    {
-        const QString server = keys::kMailServer.read(settings_).trimmed();
-        if (server.isEmpty()) {
-            return problem(MailFailure::NoServer);
-        }
-        const QUrl url = serverUrl(server);
-        if (holdsControls(server) || !isServer(url)) {
-            return problem(MailFailure::BadServer);
-        }
-        const QUrl bare = url.adjusted(QUrl::RemovePath);
-        account.url = bare.toEncoded();
-        account.serverText = bare.authority();
-        host_ = url.host();
-        if (url.scheme() == QLatin1String("smtps")) {
-            account.encryption = MailEncryption::FromTheStart;
-        }
-        return std::nullopt;
+    const QUrl bare = url.adjusted(QUrl::RemovePath);
+    account.url = bare.toEncoded();
+    account.serverText = bare.authority();
+    if (url.scheme() == QLatin1String("smtps")) {
+        account.encryption = MailEncryption::FromTheStart;
     }
+    return std::nullopt;
+}
 
-    std::optional<MailProblem> readRecipients()
-    {
-        for (const QString &text : addressTexts(keys::kMailTo.read(settings_))) {
-            const auto address = mailAddress(text);
-            if (!address) {
-                return problem(MailFailure::BadAddress, QStringLiteral("To=") + onOneLine(text));
-            }
-            account.to.append(*address);
-        }
-        return account.to.isEmpty() ? std::optional(problem(MailFailure::NoRecipient))
-                                    : std::nullopt;
-    }
-
-    std::optional<MailProblem> readSender()
-    {
-        const QString text = keys::kMailFrom.read(settings_).trimmed();
-        const auto address = text.isEmpty() ? account.to.first() : mailAddress(text);
+Problem readRecipients(const SettingsSnapshot &settings, MailAccount &account)
+{
+    for (const QString &text : addressTexts(keys::kMailTo.read(settings))) {
+        const auto address = mailAddress(text);
         if (!address) {
-            return problem(MailFailure::BadAddress, QStringLiteral("From=") + onOneLine(text));
+            return badAddress("To=", text);
         }
-        account.from = *address;
-        return std::nullopt;
+        account.to.append(*address);
     }
+    return account.to.isEmpty() ? problem(MailFailure::NoRecipient) : std::nullopt;
+}
 
-    std::optional<MailProblem> readLogin()
-    {
-        const QString user = keys::kMailUser.read(settings_);
-        const QString password = keys::kMailPassword.read(settings_);
-        if (holdsControls(user) || holdsControls(password) ||
-            (user.isEmpty() && !password.isEmpty())) {
-            return problem(MailFailure::BadLogin);
-        }
-        account.user = user.toUtf8();
-        account.password = password.toUtf8();
-        if (!user.isEmpty() && account.encryption == MailEncryption::WhenOffered &&
-            !isThisMachine(host_)) {
-            account.encryption = MailEncryption::Required;
-        }
-        return std::nullopt;
+Problem readSender(const SettingsSnapshot &settings, MailAccount &account)
+{
+    const QString text = keys::kMailFrom.read(settings).trimmed();
+    const auto address = text.isEmpty() ? account.to.first() : mailAddress(text);
+    if (!address) {
+        return badAddress("From=", text);
     }
+    account.from = *address;
+    return std::nullopt;
+}
 
-    const SettingsSnapshot &settings_;
-    QString host_;
-};
+Problem readLogin(const SettingsSnapshot &settings, MailAccount &account)
+{
+    const QString user = keys::kMailUser.read(settings);
+    const QString password = keys::kMailPassword.read(settings);
+    if (holdsControls(user) || holdsControls(password) || (user.isEmpty() && !password.isEmpty())) {
+        return problem(MailFailure::BadLogin);
+    }
+    account.user = user.toUtf8();
+    account.password = password.toUtf8();
+    if (!user.isEmpty() && account.encryption == MailEncryption::WhenOffered &&
+        !isThisMachine(QUrl(QString::fromLatin1(account.url)).host())) {
+        account.encryption = MailEncryption::Required;
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
 std::variant<MailAccount, MailProblem> mailAccount(const SettingsSnapshot &settings)
 {
-    AccountReader reader(settings);
-    if (const std::optional<MailProblem> found = reader.read()) {
-        return *found;
+    MailAccount account;
+    for (const auto step : {&readServer, &readRecipients, &readSender, &readLogin}) {
+        if (const Problem found = step(settings, account)) {
+            return *found;
+        }
     }
-    return std::move(reader.account);
+    return account;
 }
 
 } // namespace velmora

@@ -81,22 +81,10 @@ std::optional<MailAddress> mailAddress(QStringView text)
 
 QStringList addressTexts(QStringView list)
 {
-    QStringList texts{QString()};
-    bool quoted = false;
-    bool escaped = false;
-    for (const QChar c : list) {
-        if (c == u'"' && !escaped) {
-            quoted = !quoted;
-        }
-        escaped = quoted && c == u'\\' && !escaped;
-        if (!quoted && (c == u',' || c == u';')) {
-            texts.append(QString());
-        } else {
-            texts.last() += c;
-        }
-    }
-    for (QString &text : texts) {
-        text = text.trimmed();
+    static const QRegularExpression part(QStringLiteral(R"((?:[^,;"]|"(?:[^"\\]|\\.)*"?)+)"));
+    QStringList texts;
+    for (const QRegularExpressionMatch &match : part.globalMatch(list.toString())) {
+        texts.append(match.captured().trimmed());
     }
     texts.removeAll(QString());
     return texts;

@@ -1,30 +1,16 @@
 #include "mail/MailText.h"
 
-#include "base/DateText.h"
-#include "base/MonthNames.h"
 #include "base/OneLine.h"
 
-#include <QStringList>
-
-#include <algorithm>
-#include <array>
+#include <QDateTime>
+#include <QLocale>
+#include <QRegularExpression>
 
 namespace velmora {
 namespace {
 
 constexpr qsizetype kMaxLine = 76;
 constexpr qsizetype kMaxWordBytes = 36; // whose base64 with its frame fits an encoded word
-constexpr std::array kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-
-bool isPlain(char16_t c)
-{
-    return c >= u' ' && c <= u'~';
-}
-
-bool isPlain(QStringView text)
-{
-    return std::ranges::all_of(text, [](QChar c) { return isPlain(c.unicode()); });
-}
 
 QByteArray encodedWord(const QString &piece)
 {
@@ -51,7 +37,8 @@ QByteArray encodedWords(const QString &text)
 
 bool fitsAsItIs(const QString &text)
 {
-    return isPlain(text) && text.size() <= kMaxLine - 10 && !text.contains(QLatin1String("=?"));
+    static const QRegularExpression plain(QStringLiteral(R"(\A[ -~]{0,66}\z)"));
+    return plain.match(text).hasMatch() && !text.contains(QLatin1String("=?"));
 }
 
 QByteArray headerText(const QString &text)
@@ -86,36 +73,20 @@ QByteArray addressTexts(const QList<MailAddress> &addresses)
     return texts.join(",\r\n ");
 }
 
-QByteArray zoneText(std::chrono::seconds utcOffset)
-{
-    const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(utcOffset).count();
-    const auto size = static_cast<int>(std::abs(minutes));
-    constexpr int kHour = 60;
-    return (minutes < 0 ? '-' : '+') +
-           (twoDigits(size / kHour) + twoDigits(size % kHour)).toLatin1();
-}
-
 QByteArray messageId(const MailLetter &letter)
 {
     const QByteArray &address = letter.from.address;
     return '<' + letter.id + address.sliced(address.lastIndexOf('@')) + '>';
 }
 
-QStringList bodyLines(QString body)
+// The last line is terminated as well.
+QString withLineEnds(QString body)
 {
     body.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
-    QStringList lines = body.split(u'\n');
-    if (lines.last().isEmpty()) {
-        lines.removeLast(); // the last line is terminated as well
+    if (!body.isEmpty() && !body.endsWith(u'\n')) {
+        body += u'\n';
     }
-    return lines;
-}
-
-bool fitsAsItIs(const QStringList &lines)
-{
-    return std::ranges::all_of(lines, [](const QString &line) {
-        return line.size() <= kMaxLine && isPlain(QStringView(line));
-    });
+    return body.replace(u'\n', QLatin1String("\r\n"));
 }
 
 QByteArray inLines(const QByteArray &base64)
@@ -130,10 +101,9 @@ QByteArray inLines(const QByteArray &base64)
 // The rest of the header, the empty line and the body.
 QByteArray encodedBody(const QString &body)
 {
-    const QStringList lines = bodyLines(body);
-    const QString text =
-        lines.isEmpty() ? QString() : lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n");
-    if (fitsAsItIs(lines)) {
+    static const QRegularExpression shortLines(QStringLiteral(R"(\A(?>[ -~]{0,76}\r\n)*+\z)"));
+    const QString text = withLineEnds(body);
+    if (shortLines.match(text).hasMatch()) {
         return "Content-Transfer-Encoding: 7bit\r\n\r\n" + text.toLatin1();
     }
     return "Content-Transfer-Encoding: base64\r\n\r\n" + inLines(text.toUtf8().toBase64());
@@ -143,15 +113,10 @@ QByteArray encodedBody(const QString &body)
 
 QByteArray mailDate(WallTime date, std::chrono::seconds utcOffset)
 {
-    const WallFields at = wallFields(date);
-    const std::chrono::weekday day(std::chrono::floor<std::chrono::days>(date));
-    const QString text =
-        QStringLiteral("%1, %2 %3 %4 %5:%6:%7 ")
-            .arg(QLatin1String(kDays.at(day.c_encoding())), twoDigits(at.day),
-                 QLatin1String(kMonthNames.at(static_cast<std::size_t>(at.month) - 1)))
-            .arg(at.year, 4, 10, QLatin1Char('0'))
-            .arg(twoDigits(at.hour), twoDigits(at.minute), twoDigits(at.second));
-    return text.toLatin1() + zoneText(utcOffset);
+    const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(date.time_since_epoch());
+    QDateTime at = QDateTime::fromMSecsSinceEpoch(ms.count(), Qt::UTC);
+    at.setOffsetFromUtc(static_cast<int>(utcOffset.count())); // the fields stay as they are
+    return (QLocale::c().toString(at, u"ddd, ") + at.toString(Qt::RFC2822Date)).toLatin1();
 }
 
 QByteArray mailText(const MailLetter &letter)

@@ -4,40 +4,28 @@
 
 #include <QFile>
 #include <QSslServer>
-#include <QSslSocket>
 
 namespace velmora::test {
 namespace {
 
-/// Gives everyone a picture, with a certificate that it made itself.
-class SelfSignedCamera
+std::unique_ptr<QTcpServer> encryptingServer()
+{
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(selfSignedConfiguration());
+    return server;
+}
+
+/// Its certificate is vouched for by no one else.
+class SelfSignedCamera : public LoopbackCamera
 {
 public:
     SelfSignedCamera()
+        : LoopbackCamera(encryptingServer())
     {
-        server_.setSslConfiguration(selfSignedConfiguration());
-        QObject::connect(&server_, &QTcpServer::pendingConnectionAvailable, &server_,
-                         [this] { accept(); });
-        EXPECT_TRUE(server_.listen(QHostAddress::LocalHost));
+        answer("/snap", picture(5000));
     }
 
-    [[nodiscard]] QByteArray url() const
-    {
-        return "https://127.0.0.1:" + QByteArray::number(server_.serverPort()) + "/snap";
-    }
-
-private:
-    void accept()
-    {
-        QTcpSocket *const socket = server_.nextPendingConnection();
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
-            socket->readAll();
-            socket->write(picture(5000).bytes);
-            socket->disconnectFromHost();
-        });
-    }
-
-    QSslServer server_;
+    [[nodiscard]] QByteArray url() const { return LoopbackCamera::url("/snap"); }
 };
 
 using HttpClientTls = HttpExchange;

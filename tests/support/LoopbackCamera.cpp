@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QHostAddress>
+#include <QSslServer>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -125,12 +126,13 @@ QByteArray CameraRequest::header(QByteArrayView name) const
     return {};
 }
 
-LoopbackCamera::LoopbackCamera()
+LoopbackCamera::LoopbackCamera(std::unique_ptr<QTcpServer> server)
+    : server_(std::move(server))
 {
-    server_.setListenBacklogSize(kManyConnections);
-    server_.setMaxPendingConnections(kManyConnections);
-    connect(&server_, &QTcpServer::newConnection, this, &LoopbackCamera::accept);
-    if (!server_.listen(QHostAddress::LocalHost)) {
+    server_->setListenBacklogSize(kManyConnections);
+    server_->setMaxPendingConnections(kManyConnections);
+    connect(server_.get(), &QTcpServer::pendingConnectionAvailable, this, &LoopbackCamera::accept);
+    if (!server_->listen(QHostAddress::LocalHost)) {
         throw std::runtime_error("the loopback camera cannot listen");
     }
 }
@@ -147,12 +149,13 @@ QByteArray LoopbackCamera::host() const
 
 QByteArray LoopbackCamera::url(const QByteArray &path, const QByteArray &userInfo) const
 {
-    return "http://" + userInfo + host() + path;
+    const bool isEncrypted = qobject_cast<const QSslServer *>(server_.get()) != nullptr;
+    return (isEncrypted ? "https://" : "http://") + userInfo + host() + path;
 }
 
 void LoopbackCamera::accept()
 {
-    while (QTcpSocket *const socket = server_.nextPendingConnection()) {
+    while (QTcpSocket *const socket = server_->nextPendingConnection()) {
         new Connection(socket, *this); // the socket owns it
     }
 }

@@ -12,6 +12,7 @@
 #include <QString>
 #include <QTcpServer>
 
+#include <memory>
 #include <utility>
 
 namespace velmora::test {
@@ -31,14 +32,16 @@ struct CameraRequest
 class LoopbackCamera : public QObject
 {
 public:
-    LoopbackCamera();
+    /// A QSslServer makes it an encrypted camera.
+    explicit LoopbackCamera(std::unique_ptr<QTcpServer> server = std::make_unique<QTcpServer>());
 
     /// What a path gives from now on; a path without an answer gives a 404 page.
     void answer(const QByteArray &path, const CameraAnswer &answer);
 
-    [[nodiscard]] quint16 port() const { return server_.serverPort(); }
+    [[nodiscard]] quint16 port() const { return server_->serverPort(); }
 
-    /// "http://127.0.0.1:port" + path; userInfo precedes the host ("user:password@").
+    /// "http://127.0.0.1:port" + path, or "https://…"; userInfo precedes the host
+    /// ("user:password@").
     [[nodiscard]] QByteArray url(const QByteArray &path, const QByteArray &userInfo = {}) const;
 
     /// "127.0.0.1:port".
@@ -61,7 +64,7 @@ private:
     void accept();
     [[nodiscard]] CameraAnswer take(const CameraRequest &request);
 
-    QTcpServer server_;
+    std::unique_ptr<QTcpServer> server_;
     QHash<QByteArray, CameraAnswer> answers_;
     QList<CameraRequest> requests_;
     int open_ = 0;

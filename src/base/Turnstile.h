@@ -1,4 +1,4 @@
-// Lets coroutines that must not overlap run one after another.
+// Lets coroutines that must not overlap, or not too many of them, run one after another.
 #pragma once
 
 #include "base/OneShot.h"
@@ -6,23 +6,36 @@
 #include <QCoro/QCoroTask>
 
 #include <deque>
-#include <memory>
+#include <functional>
+#include <stop_token>
 
 namespace velmora {
 
-/// The one inside leaves before the next enters, in order of arrival. Must outlive its waiters.
+/// Those for whom there is no room enter as others leave, in order of arrival. Must outlive its
+/// waiters.
 class Turnstile
 {
 public:
-    /// Enters at once when no one is inside.
-    QCoro::Task<> enter();
+    /// One at a time.
+    Turnstile();
 
-    /// To be called by the one inside, once.
+    /// hasRoom: whether one more may enter beside so many. Asked as one arrives and as one leaves.
+    explicit Turnstile(std::function<bool(int inside)> hasRoom);
+
+    /// Waits for room: true once there is some, false when a stop is requested first.
+    QCoro::Task<bool> enter(std::stop_token stop = {});
+
+    /// To be called by each who has entered, once.
     void leave();
 
+    [[nodiscard]] int inside() const { return inside_; }
+
 private:
-    std::deque<std::shared_ptr<OneShot<bool>>> waiting_;
-    bool taken_ = false;
+    void giveUp(OneShot<bool> *waiter);
+
+    std::function<bool(int inside)> hasRoom_;
+    std::deque<OneShot<bool> *> waiting_;
+    int inside_ = 0;
 };
 
 } // namespace velmora

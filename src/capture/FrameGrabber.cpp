@@ -11,7 +11,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <deque>
 #include <new>
 #include <thread>
 
@@ -55,47 +54,12 @@ QByteArray withLogin(const HttpRequest &request)
            request.url.sliced(at < host ? host : at + 1);
 }
 
-} // namespace
-
-/// Room for as many processes as there are cores; others queue.
-class FrameGrabber::Places
+bool hasFreeCore(int running)
 {
-public:
-    QCoro::Task<bool> enter(std::stop_token stop)
-    {
-        if (running_ < most()) {
-            ++running_;
-            co_return true;
-        }
-        OneShot<bool> turn;
-        waiting_.push_back(&turn);
-        const std::stop_callback onStop(std::move(stop), [this, &turn] {
-            if (std::erase(waiting_, &turn) > 0) {
-                turn.set(false);
-            }
-        });
-        const bool mine = co_await turn;
-        co_return mine;
-    }
+    return running < std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+}
 
-    // The place passes to the next in the queue.
-    void leave()
-    {
-        if (waiting_.empty()) {
-            --running_;
-            return;
-        }
-        OneShot<bool> *const next = waiting_.front();
-        waiting_.pop_front();
-        next->set(true);
-    }
-
-private:
-    static int most() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }
-
-    std::deque<OneShot<bool> *> waiting_;
-    int running_ = 0;
-};
+} // namespace
 
 /// One run of ffmpeg.
 class FrameGrabber::Grab : public QObject
@@ -186,24 +150,22 @@ private:
 };
 
 FrameGrabber::FrameGrabber()
-    : places_(std::make_unique<Places>())
+    : places_(hasFreeCore)
 {
 }
-
-FrameGrabber::~FrameGrabber() = default;
 
 QCoro::Task<HttpReply> FrameGrabber::fetch(HttpRequest request, std::stop_token stop)
 {
     HttpReply reply;
-    const bool entered = co_await places_->enter(stop);
+    const bool entered = co_await places_.enter(stop);
     if (!entered || stop.stop_requested()) {
         if (entered) {
-            places_->leave();
+            places_.leave();
         }
         reply.outcome = FetchOutcome::Stopped;
         co_return reply;
     }
-    const auto leave = qScopeGuard([this] { places_->leave(); });
+    const auto leave = qScopeGuard([this] { places_.leave(); });
     reply = co_await grab(std::move(request), std::move(stop));
     co_return reply;
 }

@@ -1,6 +1,7 @@
 // Gets one picture of an RTSP stream, using ffmpeg.
 #pragma once
 
+#include "base/Turnstile.h"
 #include "capture/HttpClient.h"
 
 #include <memory>
@@ -16,18 +17,15 @@ class FrameGrabber final : public PictureSource
 {
 public:
     FrameGrabber();
-    ~FrameGrabber() override;
-    Q_DISABLE_COPY_MOVE(FrameGrabber)
 
     QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
 
 private:
-    class Places;
     class Grab;
 
     QCoro::Task<HttpReply> grab(HttpRequest request, std::stop_token stop);
 
-    std::unique_ptr<Places> places_;
+    Turnstile places_;
     std::shared_ptr<BodyStock> bodies_ = std::make_shared<BodyStock>();
 };
 

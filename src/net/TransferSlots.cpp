@@ -44,45 +44,13 @@ TransferSlots::TransferSlots(std::function<int()> held)
 {
 }
 
-bool TransferSlots::hasRoom()
+bool TransferSlots::hasRoom(int running)
 {
-    if (running_ == 0) {
+    if (running == 0) {
         others_ = openDescriptors() - held_();
         return true;
     }
-    return others_ + held_() + (running_ + 1) * kDescriptorsEach + kReserve <= mostDescriptors();
-}
-
-QCoro::Task<bool> TransferSlots::enter(std::stop_token stop)
-{
-    if (waiting_.empty() && hasRoom()) {
-        ++running_;
-        co_return true;
-    }
-    OneShot<bool> admitted;
-    waiting_.push_back(&admitted);
-    const std::stop_callback onStop(std::move(stop), [this, &admitted] { giveUp(&admitted); });
-    const bool entered = co_await admitted;
-    co_return entered;
-}
-
-// A waiter that has already been admitted stays so.
-void TransferSlots::giveUp(OneShot<bool> *waiter)
-{
-    if (std::erase(waiting_, waiter) > 0) {
-        waiter->set(false);
-    }
-}
-
-void TransferSlots::leave()
-{
-    --running_;
-    while (!waiting_.empty() && hasRoom()) {
-        ++running_;
-        OneShot<bool> *const next = waiting_.front();
-        waiting_.pop_front();
-        next->set(true);
-    }
+    return others_ + held_() + (running + 1) * kDescriptorsEach + kReserve <= mostDescriptors();
 }
 
 } // namespace velmora

@@ -1,13 +1,7 @@
 // How many transfers may run at once: as many as the process may still open files and sockets for.
 #pragma once
 
-#include "base/OneShot.h"
-
-#include <QCoro/QCoroTask>
-
-#include <deque>
-#include <functional>
-#include <stop_token>
+#include "base/Turnstile.h"
 
 namespace velmora {
 
@@ -20,21 +14,19 @@ public:
     explicit TransferSlots(std::function<int()> held);
 
     /// Waits for room: true once there is some, false when a stop is requested first.
-    QCoro::Task<bool> enter(std::stop_token stop);
+    QCoro::Task<bool> enter(std::stop_token stop) { return turnstile_.enter(std::move(stop)); }
 
     /// Ends what enter() began.
-    void leave();
+    void leave() { turnstile_.leave(); }
 
-    [[nodiscard]] int running() const { return running_; }
+    [[nodiscard]] int running() const { return turnstile_.inside(); }
 
 private:
-    [[nodiscard]] bool hasRoom();
-    void giveUp(OneShot<bool> *waiter);
+    [[nodiscard]] bool hasRoom(int running);
 
     std::function<int()> held_;
-    std::deque<OneShot<bool> *> waiting_;
-    int running_ = 0;
     int others_ = 0; // descriptors open while no transfer was running
+    Turnstile turnstile_{[this](int running) { return hasRoom(running); }};
 };
 
 } // namespace velmora

@@ -107,5 +107,30 @@ TEST_F(TurnstileTest, IsFreeAgainWhenTheLastHasLeft)
     EXPECT_EQ(log_.join(QString()), QStringLiteral("abc"));
 }
 
+QCoro::Task<> passOrGiveUp(Turnstile &turnstile, QStringList &log, QString name,
+                           std::stop_token stop)
+{
+    const bool entered = co_await turnstile.enter(std::move(stop));
+    log.append(entered ? name : name + u'!');
+}
+
+TEST(WideTurnstile, LetsInAsManyAsThereIsRoomForAndTellsWhoGaveUp)
+{
+    Turnstile turnstile([](int inside) { return inside < 2; });
+    QStringList log;
+    std::stop_source stop;
+    std::vector<QCoro::Task<>> tasks;
+    for (const QChar name : QStringLiteral("abcd")) {
+        const std::stop_token token = name == u'c' ? stop.get_token() : std::stop_token();
+        tasks.push_back(passOrGiveUp(turnstile, log, name, token));
+    }
+    EXPECT_EQ(log.join(QString()), QStringLiteral("ab"));
+    stop.request_stop();
+    turnstile.leave();
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(log.join(QString()), QStringLiteral("abc!d"));
+    EXPECT_EQ(turnstile.inside(), 2);
+}
+
 } // namespace
 } // namespace velmora

@@ -11,7 +11,6 @@ namespace {
 
 constexpr double kMostPerSecond = 240;
 constexpr int kMostSeconds = 24 * 3600;
-constexpr int kMostPixels = 7680;
 constexpr int kThousandths = 1000;
 
 const QString kFilm = QStringLiteral("film");
@@ -31,8 +30,8 @@ std::optional<int> wholeNumber(const QString &text, int most)
 
 std::optional<QSize> sizeOf(const QString &text)
 {
-    const auto width = wholeNumber(text.section(u'x', 0, 0), kMostPixels);
-    const auto height = wholeNumber(text.section(u'x', 1), kMostPixels);
+    const auto width = wholeNumber(text.section(u'x', 0, 0), kLargestFilm);
+    const auto height = wholeNumber(text.section(u'x', 1), kLargestFilm);
     return width && height ? std::optional(QSize(*width, *height)) : std::nullopt;
 }
 
@@ -102,13 +101,11 @@ QString takeOptions(const QCommandLineParser &parser, FilmRequest &request)
 
 void addFilmOptions(QCommandLineParser &parser)
 {
-    parser.addOption(option(
-        kFilm,
+    const QString film = QStringLiteral(
         "Makes a film of a camera's images: --film <g:r> FROM TO OUT. FROM and TO are as "
-        "2006-03-07 "
-        "or 2006-03-07T14:30, in the time that the images' names have; OUT ends in .mp4, .webm, "
-        ".webp or .gif. Exits 0, 1 when it cannot be made, 130 when interrupted.",
-        "g:r"));
+        "2006-03-07 or 2006-03-07T14:30, in the time that the images' names have; OUT ends in %1. "
+        "Exits 0, 1 when it cannot be made, 130 when interrupted.");
+    parser.addOption({kFilm, film.arg(filmExtensions()), QStringLiteral("g:r")});
     parser.addOption(option(kHours, "With --film: images of these hours only, as 6-20.", "hours"));
     parser.addOption(option(kEvery, "With --film: every n-th image only.", "n"));
     parser.addOption(

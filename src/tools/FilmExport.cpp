@@ -62,7 +62,7 @@ void FilmExport::begin()
     }
     const auto form = filmForm(order_.target);
     if (!form) {
-        fail(tr("The file name must end in .mp4, .webm, .webp or .gif."));
+        fail(tr("The file name must end in %1.").arg(filmExtensions()));
     } else if (tally_.all == 0) {
         fail(tr("There are no images in this range."));
     } else {

@@ -10,7 +10,6 @@ namespace velmora {
 namespace {
 
 constexpr int kSmallest = 2;
-constexpr int kLargest = 7680;
 
 struct Encoder
 {
@@ -96,6 +95,16 @@ QString filmExtension(FilmForm form)
     return QString::fromLatin1(rowOf(form).container);
 }
 
+QString filmExtensions()
+{
+    QStringList extensions;
+    for (const FilmForm form : kFilmForms) {
+        extensions.append(u'.' + filmExtension(form));
+    }
+    const QString last = extensions.takeLast();
+    return extensions.join(QLatin1String(", ")) + QLatin1String(" or ") + last;
+}
+
 // A line of the list: "V....D libx264   libx264 H.264 …".
 QString filmEncoder(FilmForm form, const QByteArray &listed)
 {
@@ -119,8 +128,8 @@ QString filmFormText(FilmForm form)
 
 QSize filmSize(QSize wanted)
 {
-    const QSize bounded = wanted.width() > kLargest || wanted.height() > kLargest
-                              ? wanted.scaled(kLargest, kLargest, Qt::KeepAspectRatio)
+    const QSize bounded = wanted.width() > kLargestFilm || wanted.height() > kLargestFilm
+                              ? wanted.scaled(kLargestFilm, kLargestFilm, Qt::KeepAspectRatio)
                               : wanted;
     return {std::max(kSmallest, bounded.width() / 2 * 2),
             std::max(kSmallest, bounded.height() / 2 * 2)};

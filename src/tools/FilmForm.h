@@ -19,8 +19,14 @@ inline constexpr std::array kFilmForms{FilmForm::Mp4, FilmForm::WebM, FilmForm::
 /// By a file name's extension, in any case; nothing for an unknown one.
 [[nodiscard]] std::optional<FilmForm> filmForm(const QString &fileName);
 
+/// Pixels along a film's longer side, which players accept.
+inline constexpr int kLargestFilm = 7680;
+
 /// "mp4".
 [[nodiscard]] QString filmExtension(FilmForm form);
+
+/// All of them, for the user: ".mp4, .webm, .webp or .gif".
+[[nodiscard]] QString filmExtensions();
 
 /// This many pictures in that many seconds.
 struct FilmRate

@@ -31,7 +31,8 @@ QString fate(const PastedAddresses &pasted)
     }
 }
 
-QString question(const PastedAddresses &pasted)
+// why: it is asked anew, or empty.
+QString question(const PastedAddresses &pasted, const QString &why)
 {
     const qsizetype count = pasted.addresses.size() + pasted.leftOut;
     const QString rows =
@@ -39,7 +40,9 @@ QString question(const PastedAddresses &pasted)
             ? AddressPaste::tr("row %1 with the first").arg(pasted.firstRow)
             : AddressPaste::tr("rows %1 to %2").arg(pasted.firstRow).arg(pasted.lastRow());
     QStringList sentences{
-        AddressPaste::tr("%1 addresses were pasted. Fill %2?").arg(count).arg(rows), fate(pasted)};
+        why, AddressPaste::tr("%1 addresses were pasted. Fill %2?").arg(count).arg(rows),
+        fate(pasted)};
+    sentences.removeAll(QString());
     if (pasted.leftOut > 0) {
         sentences.append(AddressPaste::tr("%1 of them find no row in this group and are left out.")
                              .arg(pasted.leftOut));
@@ -49,33 +52,68 @@ QString question(const PastedAddresses &pasted)
 
 } // namespace
 
-AddressPaste::AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page, QWidget &window)
+AddressPaste::AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page,
+                           const CameraTable &table, QWidget &window)
     : QObject(&window)
     , rows_(rows)
     , page_(page)
+    , table_(table)
     , window_(window)
 {
 }
 
 void AddressPaste::offer(int firstRow, const QStringList &addresses)
 {
+    ask(firstRow, addresses, {});
+}
+
+PastedAddresses AddressPaste::placed(int firstRow, const QStringList &addresses) const
+{
     QStringList shown;
     for (int row = 0; row < kRows; ++row) {
         shown.append(page_.row(row).url);
     }
-    const PastedAddresses pasted = placeAddresses(addresses, firstRow, shown);
+    return placeAddresses(addresses, firstRow, shown);
+}
+
+QStringList AddressPaste::stored(const PastedAddresses &pasted) const
+{
+    QStringList stored;
+    for (int row = pasted.firstRow; row <= pasted.lastRow(); ++row) {
+        stored.append(table_.url({page_.group(), row}));
+    }
+    return stored;
+}
+
+void AddressPaste::ask(int firstRow, const QStringList &addresses, const QString &why)
+{
+    const PastedAddresses pasted = placed(firstRow, addresses);
     auto *const box =
-        new QMessageBox(QMessageBox::Question, tr("Several addresses"), question(pasted),
+        new QMessageBox(QMessageBox::Question, tr("Several addresses"), question(pasted, why),
                         QMessageBox::Yes | QMessageBox::No, &window_);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     box->setDefaultButton(pasted.overwritten.isEmpty() ? QMessageBox::Yes : QMessageBox::No);
-    connect(box, &QMessageBox::finished, this, [this, pasted, group = page_.group()](int answer) {
-        if (answer == QMessageBox::Yes && group == page_.group()) {
-            fill(pasted);
-        }
-    });
+    connect(box, &QMessageBox::finished, this,
+            [this, offer = Offer{addresses, pasted, stored(pasted)},
+             group = page_.group()](int answer) {
+                if (answer == QMessageBox::Yes && group == page_.group()) {
+                    accept(offer);
+                }
+            });
     box->open();
+}
+
+// The answer was given for the rows as they were: another program may have put cameras there while
+// the question was open, with or without this one's hearing of it.
+void AddressPaste::accept(const Offer &offer)
+{
+    if (stored(offer.pasted) == offer.stored) {
+        fill(offer.pasted);
+        return;
+    }
+    page_.reread();
+    ask(offer.pasted.firstRow, offer.addresses, tr("The rows have changed meanwhile."));
 }
 
 void AddressPaste::fill(const PastedAddresses &pasted)

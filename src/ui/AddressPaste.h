@@ -17,9 +17,11 @@ class AddressPaste : public QObject
 public:
     /// rows: the boxes of the group on screen, from row 0 on. Everything passed in outlives this
     /// object, which belongs to the window.
-    AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page, QWidget &window);
+    AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page, const CameraTable &table,
+                 QWidget &window);
 
-    /// Asks, and fills the rows if the answer is yes. firstRow: 0-based.
+    /// Asks, and fills the rows if the answer is yes; asks anew if they have changed until then.
+    /// firstRow: 0-based.
     void offer(int firstRow, const QStringList &addresses);
 
 Q_SIGNALS:
@@ -27,10 +29,23 @@ Q_SIGNALS:
     void filled();
 
 private:
+    /// Addresses on their way into rows, and those that the rows had when the user was asked.
+    struct Offer
+    {
+        QStringList addresses;
+        PastedAddresses pasted;
+        QStringList stored;
+    };
+
+    [[nodiscard]] PastedAddresses placed(int firstRow, const QStringList &addresses) const;
+    [[nodiscard]] QStringList stored(const PastedAddresses &pasted) const;
+    void ask(int firstRow, const QStringList &addresses, const QString &why);
+    void accept(const Offer &offer);
     void fill(const PastedAddresses &pasted);
 
     std::span<CameraRowBoxes *const> rows_;
     CameraPage &page_;
+    const CameraTable &table_;
     QWidget &window_;
 };
 

@@ -70,7 +70,7 @@ void Interface::makeRows()
         rows_.at(static_cast<std::size_t>(row)) = new CameraRowBoxes(row, *ui_->rows, view_.page());
         last = rows_.at(static_cast<std::size_t>(row))->orderTabs(*last);
     }
-    paste_ = new AddressPaste(rows_, view_.page(), *this);
+    paste_ = new AddressPaste(rows_, view_.page(), engine_.table(), *this);
     connect(paste_, &AddressPaste::filled, ui_->Selecteur, qOverload<>(&QWidget::setFocus));
     for (CameraRowBoxes *const row : rows_) {
         bindRow(*row);

@@ -31,6 +31,12 @@ protected:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
+    /// As another program would, of which this one may not have heard.
+    void putElsewhere(int row, const QString &url) const
+    {
+        house_.house.engine.settings().write(u"Liste0", rowKey(u"lst", row), url);
+    }
+
     QString stored(int row) { return house_.stored(u"Liste0", rowKey(u"lst", row)); }
 
     QString box(int row)
@@ -82,6 +88,67 @@ TEST_F(AddressPasteTest, ChangesNothingWhenToldNo)
     EXPECT_EQ(box(2), QStringLiteral("http"));
     EXPECT_EQ(box(3), QString());
     EXPECT_EQ(stored(2), QString());
+}
+
+const QString kAskedAnew = QStringLiteral("The rows have changed meanwhile.\n\n"
+                                          "2 addresses were pasted. Fill rows 1 to 2?\n\n"
+                                          "The address that row 2 has now is overwritten.");
+
+TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledMeanwhile)
+{
+    paste(1, QStringLiteral("a\nb"));
+    putElsewhere(2, QStringLiteral("http://cam/other.jpg"));
+    house_.house.page.reread();
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(stored(1), QString());
+    EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->text(), kAskedAnew);
+    EXPECT_EQ(question()->defaultButton(), question()->button(QMessageBox::No));
+    answer(QMessageBox::No);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(stored(1), QString());
+    EXPECT_EQ(box(2), QStringLiteral("http://cam/other.jpg"));
+}
+
+TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledUnheardOf)
+{
+    paste(1, QStringLiteral("a\nb"));
+    putElsewhere(2, QStringLiteral("http://cam/other.jpg"));
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->text(), kAskedAnew);
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(stored(1), QStringLiteral("a"));
+    EXPECT_EQ(stored(2), QStringLiteral("b"));
+    EXPECT_EQ(box(2), QStringLiteral("b"));
+}
+
+TEST_F(AddressPasteTest, AsksAnewWhenAnAddressToBeOverwrittenIsAnotherMeanwhile)
+{
+    house_.house.addCamera({0, 2}, QStringLiteral("http://cam/old.jpg"));
+    house_.selectTab(0);
+    paste(1, QStringLiteral("a\nb"));
+    putElsewhere(2, QStringLiteral("http://cam/other.jpg"));
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->text(), kAskedAnew);
+}
+
+TEST_F(AddressPasteTest, AsksOnceWhenOnlyOtherRowsWereFilledMeanwhile)
+{
+    house_.type(QStringLiteral("Source1"), QStringLiteral("http"));
+    paste(1, QStringLiteral("a\nb"));
+    putElsewhere(0, QStringLiteral("http://cam/zero.jpg"));
+    putElsewhere(3, QStringLiteral("http://cam/three.jpg"));
+    answer(QMessageBox::Yes);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(stored(1), QStringLiteral("a"));
+    EXPECT_EQ(stored(2), QStringLiteral("b"));
+    EXPECT_EQ(stored(3), QStringLiteral("http://cam/three.jpg"));
 }
 
 TEST_F(AddressPasteTest, TheFilledRowIsLeftOnce)

@@ -1,6 +1,7 @@
 #include "ui/CameraListWindow.h"
 
 #include "admin/CameraCommands.h"
+#include "admin/ListText.h"
 #include "base/FileReader.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
@@ -9,7 +10,6 @@
 
 #include <QFileDialog>
 #include <QShortcut>
-#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -38,6 +38,12 @@ QString summary(const ListPlan &plan)
                                .arg(wrong);
     return wrong > 0 ? counts + CameraListWindow::tr(". Nothing is stored while a line is wrong.")
                      : counts;
+}
+
+// The user corrects the file's own text. One that cannot be read, or is far too long, is not shown.
+QString shownText(const QByteArray &bytes)
+{
+    return readCameraList(bytes).fault.isEmpty() ? listText(bytes).value_or(QString()) : QString();
 }
 
 QString readingFault(std::error_code error)
@@ -123,12 +129,10 @@ void CameraListWindow::openFile(const QString &path)
 {
     const WholeFile file = readWholeFile(path, kMostBytes);
     const QByteArray bytes = file.bytes.value_or(QByteArray());
-    const QSignalBlocker noText(ui_->listText);
-    const CameraList list = readCameraList(bytes);
-    ui_->listText->setPlainText(file.bytes && list.fault.isEmpty()
-                                    ? QString::fromUtf8(cameraListText(list.cameras))
-                                    : QString());
-    read(bytes);
+    ui_->listText->setPlainText(shownText(bytes));
+    if (ui_->listText->document()->isEmpty()) {
+        read(bytes); // which says why nothing is shown
+    }
     if (!file.bytes) {
         ui_->listMessage->setText(
             tr("The list %1 cannot be read: %2").arg(path, readingFault(file.error)));

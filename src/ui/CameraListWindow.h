@@ -33,7 +33,8 @@ public:
     /// Shows the window in front, with an empty list unless it is already open.
     void present();
 
-    /// Loads the list from an ordinary file, whole or not at all. path: native.
+    /// Loads the text of an ordinary file, whole or not at all, to be corrected like what is
+    /// pasted. path: native.
     void openFile(const QString &path);
 
 Q_SIGNALS:

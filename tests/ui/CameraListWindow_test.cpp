@@ -126,6 +126,50 @@ TEST_F(CameraListWindowTest, WaitsForNoPipe)
     EXPECT_TRUE(message_.text().contains(u"cannot be read")) << message_.text().toStdString();
 }
 
+TEST_F(CameraListWindowTest, ShowsTheFilesOwnTextToCorrect)
+{
+    const QString lines = QStringLiteral("# caméras\nthis is none\nhttp://b/1.jpg\n<p>a</p> b\n");
+    tree_.write(u"lines.txt", QString(lines).replace(u'\n', QStringLiteral("\r\n")).toUtf8());
+    window_.present();
+    window_.openFile(tree_.path(u"lines.txt"));
+    EXPECT_EQ(text_.toPlainText(), lines);
+    const QString before = message_.text();
+    EXPECT_TRUE(before.startsWith(u"1 new, 0 double, 2 wrong")) << before.toStdString();
+    QTest::keyClick(&text_, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(&text_, Qt::Key_Return);
+    EXPECT_EQ(message_.text(), before);
+    EXPECT_FALSE(store_.isEnabled());
+    QTest::mouseClick(&store_, Qt::LeftButton);
+    EXPECT_FALSE(tree_.exists(u"Velmora.ini"));
+}
+
+TEST_F(CameraListWindowTest, LeavesInATableWhatIsWrongInIt)
+{
+    const QString table = QStringLiteral("name;address;group;row\nGate;http://a/6.jpg;77;1\n");
+    tree_.write(u"table.csv", table.toUtf8());
+    window_.present();
+    window_.openFile(tree_.path(u"table.csv"));
+    EXPECT_EQ(text_.toPlainText(), table);
+    EXPECT_EQ(cell(0, 3), QStringLiteral("a group is a number from 0 to 9"));
+    text_.find(QStringLiteral("77"));
+    QTest::keyClicks(&text_, QStringLiteral("7"));
+    EXPECT_EQ(cell(0, 0), QStringLiteral("7:1"));
+    EXPECT_TRUE(store_.isEnabled());
+}
+
+TEST_F(CameraListWindowTest, ShowsNothingOfAFileThatIsNoList)
+{
+    paste(QStringLiteral("http://a/\n"));
+    tree_.write(u"program", QByteArray("\x7f"
+                                       "ELF\0\1\2",
+                                       7));
+    window_.openFile(tree_.path(u"program"));
+    EXPECT_EQ(text_.toPlainText(), QString());
+    EXPECT_EQ(preview_.rowCount(), 0);
+    EXPECT_FALSE(store_.isEnabled());
+    EXPECT_EQ(message_.text(), QStringLiteral("The list is not a text file"));
+}
+
 TEST_F(CameraListWindowTest, StoresNothingWhileALineIsWrong)
 {
     paste(QStringLiteral("http://a/\nnothing\nhttp://a/\n"));
@@ -142,6 +186,7 @@ TEST_F(CameraListWindowTest, ReadsAFile)
     window_.openFile(tree_.path(u"list.txt"));
     ASSERT_EQ(preview_.rowCount(), 1);
     EXPECT_EQ(cell(0, 2), QStringLiteral("http://a/"));
+    EXPECT_EQ(text_.toPlainText(), QStringLiteral("http://a/"));
     tree_.write(u"long.txt", QByteArray("http://a/\n").repeated(1'000'000));
     window_.openFile(tree_.path(u"long.txt"));
     EXPECT_FALSE(store_.isEnabled());

@@ -34,15 +34,6 @@ struct Sources
     const CameraHealths &healths;
 };
 
-CameraState storedState(const SettingsSnapshot &settings, CameraAddress camera)
-{
-    if (CameraTable::hasLamp(settings, camera, LampColour::Green)) {
-        return CameraState::Good;
-    }
-    return CameraTable::hasLamp(settings, camera, LampColour::Red) ? CameraState::Failed
-                                                                   : CameraState::Unknown;
-}
-
 QString imageFolder(const Sources &sources, const QString &url)
 {
     try {
@@ -73,6 +64,30 @@ std::optional<QString> lastFailure(const std::optional<ProgramReport> &report, C
     return health.failure.isEmpty() ? std::nullopt : std::optional(health.failure);
 }
 
+// A row is red also before its first download, and what it has recorded stays when its address
+// changes: whatever its health knows, which begins anew with an address, counts for more.
+bool hasFailed(const Sources &sources, CameraAddress camera, const std::optional<QString> &failure)
+{
+    const bool isRed = CameraTable::hasLamp(sources.settings, camera, LampColour::Red);
+    const bool hasHealth = !sources.healths[camera].folder.isEmpty();
+    return isRed && (failure || (!hasHealth && CameraTable::wasLoaded(sources.settings, camera)));
+}
+
+// State and failure.
+void takeState(CameraStatus &status, const Sources &sources, const CameraHealth &health)
+{
+    if (CameraTable::hasLamp(sources.settings, status.camera, LampColour::Green)) {
+        status.state = CameraState::Good;
+    } else {
+        status.failure = lastFailure(sources.report, status.camera, health);
+        status.state = hasFailed(sources, status.camera, status.failure) ? CameraState::Failed
+                                                                         : CameraState::Unknown;
+    }
+    if (sources.report && sources.report->loading == status.camera) {
+        status.state = CameraState::Loading;
+    }
+}
+
 CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QString &url)
 {
     CameraStatus status;
@@ -80,15 +95,9 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     status.name = cameraName(sources.settings, camera);
     status.address = shownAddress(url);
     status.on = CameraTable::isGroupActive(sources.settings, camera.group);
-    status.state = storedState(sources.settings, camera);
     const QString folder = imageFolder(sources, url);
     const CameraHealth health = healthOf(sources.healths, camera, folder);
-    if (status.state != CameraState::Good) {
-        status.failure = lastFailure(sources.report, camera, health);
-    }
-    if (sources.report && sources.report->loading == camera) {
-        status.state = CameraState::Loading;
-    }
+    takeState(status, sources, health);
     const StoredImages images = storedImages(folder);
     status.stored = images.count;
     if (images.newest) {

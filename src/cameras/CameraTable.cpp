@@ -112,6 +112,13 @@ bool CameraTable::hasLamp(const SettingsSnapshot &settings, CameraAddress camera
     return velmora::number(settings, keys::kSB, camera) == static_cast<qint32>(colour);
 }
 
+bool CameraTable::wasLoaded(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    return velmora::number(settings, keys::kTimeLoad, camera) != 0 ||
+           !read(settings, keys::kLocalTime, camera).isEmpty() ||
+           !read(settings, keys::kLastModified, camera).isEmpty();
+}
+
 CameraRecord CameraTable::record(const SettingsSnapshot &settings, CameraAddress camera) const
 {
     return {read(settings, keys::kLastModified, camera), read(settings, keys::kBestTime, camera),

@@ -85,6 +85,9 @@ public:
     [[nodiscard]] static bool hasLamp(const SettingsSnapshot &settings, CameraAddress camera,
                                       LampColour colour);
 
+    /// True when the row has recorded a download, be it one of an earlier address.
+    [[nodiscard]] static bool wasLoaded(const SettingsSnapshot &settings, CameraAddress camera);
+
     /// A row's value as stored.
     [[nodiscard]] QString value(RowKey key, CameraAddress camera) const;
     void setValue(RowKey key, CameraAddress camera, QStringView value) const;

@@ -29,6 +29,23 @@ protected:
         settings.write(u"Liste0", u"LstAct", u"1");
     }
 
+    void showRed() const { settings.write(u"Groupe0", u"SB3", u"255"); }
+
+    void knowHealth(const QString &folder, const QString &failure) const
+    {
+        CameraHealths healths;
+        healths[{0, 3}].folder = folder;
+        healths[{0, 3}].failure = failure;
+        saveHealth(tree.path(), healths);
+    }
+
+    [[nodiscard]] QString nativeFolder() const
+    {
+        return NativePaths(tree.path())
+            .native(QStringLiteral("C:\\in") + encodeFolderName(kUrl))
+            .value_or(QString());
+    }
+
     void putImage(const QString &name) const
     {
         const QString folder = encodeFolderName(kUrl);
@@ -84,7 +101,7 @@ TEST_F(Status, TellsTheProgramAndItsCameras)
 
 TEST_F(Status, TellsWhyACameraFailed)
 {
-    settings.write(u"Groupe0", u"SB3", u"255");
+    showRed();
     report.failures[{0, 3}] = QStringLiteral("no answer");
     EXPECT_EQ(status().cameras.front().failure, QStringLiteral("no answer"));
     EXPECT_EQ(status().cameras.front().state, CameraState::Failed);
@@ -92,14 +109,56 @@ TEST_F(Status, TellsWhyACameraFailed)
     EXPECT_TRUE(statusResult(status(), {}).out.contains(QStringLiteral("no answer")));
 }
 
+// A row without an address is red, and stays so when it gets one.
+TEST_F(Status, DoesNotKnowHowACameraIsThatWasNeverFetched)
+{
+    showRed();
+    settings.write(u"Groupe0", u"BestTime3", u"00:00:00");
+    settings.write(u"Groupe0", u"lNew3", u"0");
+    settings.write(u"Groupe0", u"TimeLoad3", u"0");
+    EXPECT_EQ(status().cameras.front().state, CameraState::Unknown);
+    EXPECT_EQ(json(status())[QStringLiteral("cameras")].toArray().first()[QStringLiteral("state")],
+              QStringLiteral("unknown"));
+    EXPECT_EQ(statusResult(status(), {}).status, 0);
+}
+
+TEST_F(Status, TakesARedRowThatWasFetchedForFailedWhereNothingElseIsKnown)
+{
+    showRed();
+    for (const QStringView key : {u"TimeLoad3", u"LocalTime3", u"LastModified3"}) {
+        settings.write(u"Groupe0", key, key == u"TimeLoad3" ? u"5" : u"21/11/2026 13:40:25");
+        EXPECT_EQ(status().cameras.front().state, CameraState::Failed);
+        settings.write(u"Groupe0", key, u"");
+    }
+    EXPECT_EQ(status().cameras.front().state, CameraState::Unknown);
+}
+
+TEST_F(Status, KnowsTheFailureOfAProgramThatEnded)
+{
+    showRed();
+    knowHealth(nativeFolder(), QStringLiteral("no route"));
+    EXPECT_EQ(status(std::nullopt).cameras.front().state, CameraState::Failed);
+}
+
+// What a row has gathered stays when its address changes.
+TEST_F(Status, DoesNotBlameACameraForTheOneBeforeItInItsRow)
+{
+    showRed();
+    settings.write(u"Groupe0", u"TimeLoad3", u"5");
+    for (const QString &folder : {nativeFolder(), nativeFolder() + u'x'}) {
+        knowHealth(folder, folder == nativeFolder() ? QString() : QStringLiteral("no route"));
+        EXPECT_EQ(status().cameras.front().state, CameraState::Unknown);
+        EXPECT_FALSE(status().cameras.front().failure);
+        EXPECT_EQ(statusResult(status(), {}).status, 0);
+    }
+}
+
 TEST_F(Status, TellsWhoIsLateAndWhyAProgramThatWasStartedAnewDoesNotKnow)
 {
-    settings.write(u"Groupe0", u"SB3", u"255");
+    showRed();
     CameraHealths healths;
     CameraHealth &health = healths[{0, 3}];
-    health.folder = NativePaths(tree.path())
-                        .native(QStringLiteral("C:\\in") + encodeFolderName(kUrl))
-                        .value_or(QString());
+    health.folder = nativeFolder();
     health.lateSince = Moment(std::chrono::seconds(1'000'000'000));
     health.failure = QStringLiteral("no route");
     saveHealth(tree.path(), healths);
@@ -133,7 +192,8 @@ TEST_F(Status, TellsTheCameraThatIsBeingLoaded)
 
 TEST_F(Status, DoesNotCountCamerasOfAGroupThatIsOff)
 {
-    settings.write(u"Groupe0", u"SB3", u"255");
+    showRed();
+    report.failures[{0, 3}] = QStringLiteral("no answer");
     settings.write(u"Liste0", u"LstAct", u"0");
     EXPECT_EQ(statusResult(status(), {}).status, 0);
 }

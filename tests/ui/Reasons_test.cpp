@@ -2,6 +2,7 @@
 // the browser.
 #include "BrowserWindowHouse.h"
 #include "WindowHouse.h"
+#include "admin/StatusReport.h"
 #include "ui/ElideLabel.h"
 
 #include <QTabBar>
@@ -53,6 +54,21 @@ TEST_F(RowReasons, StandInTheTipOfTheLamp)
     house_.source.answer(cameraUrl(kCamera), picture(pictureBytes(Qt::red)));
     house_.house.load(kCamera);
     EXPECT_EQ(tip(2), QString());
+}
+
+// The lamp of a row that was empty is red already.
+TEST_F(RowReasons, BlameNoCameraThatWasNotFetchedYetInTheStatusEither)
+{
+    house_.type(QStringLiteral("Source1"), QStringLiteral("http://cam/new.jpg"));
+    house_.leaveBox();
+    EXPECT_EQ(house_.stored(u"Groupe0", u"SB1"), QStringLiteral("255"));
+    EXPECT_EQ(tip(1), QStringLiteral("not fetched yet"));
+    const TempTree &tree = house_.house.tree;
+    const ProgramStatus status = programStatus(house_.house.engine.settings(),
+                                               NativePaths(tree.path()), 4711, ProgramReport());
+    EXPECT_EQ(status.cameras.front().camera, (CameraAddress{0, 1}));
+    EXPECT_EQ(status.cameras.front().state, CameraState::Unknown);
+    EXPECT_TRUE(isWell(status));
 }
 
 TEST_F(RowReasons, StandInALineForTheRowThatIsClicked)

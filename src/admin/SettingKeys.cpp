@@ -6,6 +6,7 @@
 #include "cameras/StorageFolder.h"
 #include "capture/CaptureOptions.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
 namespace velmora {
@@ -75,23 +76,35 @@ bool isNumber(const QString &text)
     return number.match(text).hasMatch();
 }
 
-// A path from the root is treated as a folder chosen, any other text as one typed.
+// "\srv\cams" and "C:\in" are the program's own form of a path.
+bool isPathText(const QString &value)
+{
+    static const QRegularExpression ownForm(QStringLiteral("^(\\\\|[A-Za-z]:)"));
+    return ownForm.match(value).hasMatch();
+}
+
+// As in any command, a path begins at the current folder, and "~" is home: not every shell has
+// replaced it behind "storage=".
+QString nativeFolder(const QString &value)
+{
+    const bool isBelowHome = value == u'~' || value.startsWith(QStringLiteral("~/"));
+    const QString path = isBelowHome ? QDir::homePath() + value.sliced(1) : value;
+    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+}
+
+// A native path is treated as a folder chosen, the program's own form as one typed.
 CommandResult setStorageFolder(Target &target, const QString &value)
 {
     if (value.trimmed().isEmpty() || holdsControls(value)) {
         return CommandResult::malformed(QStringLiteral("storage needs a folder."));
     }
-    QString native = value;
-    while (native.size() > 1 && native.endsWith(u'/')) {
-        native.chop(1);
-    }
-    const bool isChosen = native.startsWith(u'/');
-    const auto refusal =
-        isChosen ? storageRefusal(target.paths, native) : storageTextRefusal(value);
+    const bool isTyped = isPathText(value);
+    const QString native = isTyped ? QString() : nativeFolder(value);
+    const auto refusal = isTyped ? storageTextRefusal(value) : storageRefusal(target.paths, native);
     if (refusal) {
         return CommandResult::refused(*refusal);
     }
-    setStorage(target.draft, isChosen ? target.paths.folderText(native) : value);
+    setStorage(target.draft, isTyped ? value : target.paths.folderText(native));
     return {};
 }
 

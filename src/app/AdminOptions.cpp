@@ -134,6 +134,11 @@ void addAdminOptions(QCommandLineParser &parser)
     add(kGet, "Prints a setting.", "key");
 }
 
+QStringList repeatableOptions()
+{
+    return {kSet, kGet};
+}
+
 std::optional<Parsed> adminCommand(const QCommandLineParser &parser)
 {
     QStringList given;

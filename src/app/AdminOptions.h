@@ -12,6 +12,9 @@ namespace velmora {
 
 void addAdminOptions(QCommandLineParser &parser);
 
+/// Those that may be given several times.
+[[nodiscard]] QStringList repeatableOptions();
+
 /// Nothing when none of these options was given; else the one command, or what is wrong with it.
 [[nodiscard]] std::optional<std::variant<AdminCommand, QString>>
 adminCommand(const QCommandLineParser &parser);

@@ -55,6 +55,22 @@ StartRequest usageError(const QString &text)
     return UsageError{text + QStringLiteral("\nTry 'velmora --help'.")};
 }
 
+// What is given twice would hold once only, and all else be dropped without a word.
+QString optionGivenTwice(const QCommandLineParser &parser)
+{
+    QStringList given = parser.optionNames();
+    for (const QString &option : repeatableOptions()) {
+        given.removeAll(option);
+    }
+    while (!given.isEmpty()) {
+        const QString option = given.takeFirst();
+        if (given.contains(option)) {
+            return option;
+        }
+    }
+    return {};
+}
+
 StartRequest adminRequest(const QCommandLineParser &parser,
                           const std::variant<AdminCommand, QString> &asked)
 {
@@ -119,6 +135,9 @@ StartRequest parseCommandLine(const QStringList &arguments)
     }
     if (parser.isSet(QStringLiteral("version"))) {
         return PrintRequest{QStringLiteral("Velmora " VELMORA_VERSION "\n")};
+    }
+    if (const QString twice = optionGivenTwice(parser); !twice.isEmpty()) {
+        return usageError(QStringLiteral("--%1 can be given only once.").arg(twice));
     }
     if (parser.isSet(kFolder) && parser.value(kFolder).isEmpty()) {
         return usageError(QStringLiteral("--program-folder needs a folder."));

@@ -3,6 +3,9 @@
 
 #include "support/TempTree.h"
 
+#include <QDir>
+#include <QScopeGuard>
+
 #include <gtest/gtest.h>
 
 namespace velmora {
@@ -64,6 +67,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Assignment{"DebugOff", text("debug"), text("0"), text("off")},
                     Assignment{"Group", text("group.9"), text("on"), text("on")},
                     Assignment{"Storage", text("storage"), text("/srv/cams/"), text("/srv/cams")},
+                    Assignment{"StorageWithSlashesTwice", text("storage"), text("//srv//cams//"),
+                               text("/srv/cams")},
+                    Assignment{"StorageWithBackslashes", text("storage"), text("\\srv\\cams"),
+                               text("/srv/cams")},
                     Assignment{"Keep", text("camera.3:7.keep"), text("clearly:5"),
                                text("clearly:5")},
                     Assignment{"KeepDated", text("camera.3:7.keep"), text("dated"), text("dated")},
@@ -85,6 +92,57 @@ TEST_F(SettingKeys, StandInTheFileWhereTheWindowKeepsThem)
     EXPECT_EQ(settings.read(u"Liste3", u"LstAct"), text("1"));
     EXPECT_EQ(settings.read(u"Groupe3", u"AutoDelai7"), text("1"));
     EXPECT_EQ(settings.read(u"Groupe3", u"EffM7"), text("1"));
+}
+
+struct RelativeStorage
+{
+    const char *name;
+    QString value;
+    QString stored; // below the folder that the command is given in
+};
+
+class SettingKeysRelative : public SettingKeys, public testing::WithParamInterface<RelativeStorage>
+{
+};
+
+TEST_P(SettingKeysRelative, BeginsAtTheCurrentFolder)
+{
+    const RelativeStorage &asked = GetParam();
+    tree.makeFolder(u"here");
+    const auto back = qScopeGuard([before = QDir::currentPath()] { QDir::setCurrent(before); });
+    ASSERT_TRUE(QDir::setCurrent(tree.path(u"here")));
+    ASSERT_EQ(set({text("storage=") + asked.value}).status, kDone);
+    EXPECT_EQ(get(text("storage")), tree.path() + asked.stored);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, SettingKeysRelative,
+    testing::Values(RelativeStorage{"Name", text("cams"), text("/here/cams")},
+                    RelativeStorage{"Levels", text("a/cams/"), text("/here/a/cams")},
+                    RelativeStorage{"Here", text("."), text("/here")},
+                    RelativeStorage{"BelowHere", text("./cams"), text("/here/cams")},
+                    RelativeStorage{"Above", text(".."), text("")},
+                    RelativeStorage{"Beside", text("../cams"), text("/cams")}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(SettingKeys, StorageBeginsAtTheHomeFolderWithATilde)
+{
+    ASSERT_EQ(set({text("storage=~/cams")}).status, kDone);
+    EXPECT_EQ(get(text("storage")), QDir::homePath() + text("/cams"));
+    ASSERT_EQ(set({text("storage=~")}).status, kDone);
+    EXPECT_EQ(get(text("storage")), QDir::homePath());
+}
+
+TEST_F(SettingKeys, RefuseARelativeStorageFolderThatCannotBeOne)
+{
+    tree.makeFolder(u"a b");
+    const auto back = qScopeGuard([before = QDir::currentPath()] { QDir::setCurrent(before); });
+    ASSERT_TRUE(QDir::setCurrent(tree.path(u"a b")));
+    const CommandResult result = set({text("storage=cams")});
+    EXPECT_EQ(result.status, kRefused);
+    EXPECT_TRUE(result.error.contains(tree.path(u"a b/cams"))) << result.error.toStdString();
+    EXPECT_EQ(set({text("storage=srv\\cams")}).status, kRefused);
+    EXPECT_FALSE(tree.exists(u"Velmora.ini"));
 }
 
 TEST_F(SettingKeys, HaveTheWindowsDefaults)

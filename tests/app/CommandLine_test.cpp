@@ -85,7 +85,7 @@ TEST(CommandLine, TakesTheOtherCommands)
               QStringLiteral("a"));
     EXPECT_EQ(std::get<SetCommand>(command(words("--set a=1 --set b=2"))).assignments,
               words("a=1 b=2"));
-    EXPECT_EQ(std::get<GetCommand>(command(words("--get a"))).keys, words("a"));
+    EXPECT_EQ(std::get<GetCommand>(command(words("--get a --get b"))).keys, words("a b"));
     EXPECT_EQ(std::get<AdminRequest>(parse(words("--list --program-folder /x"))).programFolder,
               QStringLiteral("/x"));
 }
@@ -114,6 +114,22 @@ TEST(CommandLine, RefusesCommandsThatAreMalformed)
                                     "--list --capture",
                                     "--list extra"}) {
         EXPECT_TRUE(std::holds_alternative<UsageError>(parse(words(wrong)))) << wrong;
+    }
+}
+
+TEST(CommandLine, RefusesWhatIsGivenTwice)
+{
+    for (const char *const wrong :
+         {"--add http://a/ --add http://b/", "--add http://a/ --camera 3:3 --camera 4:4",
+          "--add http://a/ --name x --name x", "--add http://a/ --keep dated --keep differing",
+          "--remove 0:0 --remove 0:1", "--import-list a --import-list b",
+          "--export-list a --export-list b", "--list --list", "--status --json --json",
+          "--set a=1 --program-folder /a --program-folder /b", "--capture --passes 2 --passes 3",
+          "--film 0:0 2006-03-07 2006-03-07 a.mp4 --fps 5 --fps 6"}) {
+        const StartRequest asked = parse(words(wrong));
+        ASSERT_TRUE(std::holds_alternative<UsageError>(asked)) << wrong;
+        EXPECT_TRUE(std::get<UsageError>(asked).text.contains(QStringLiteral("only once")))
+            << wrong;
     }
 }
 

@@ -232,7 +232,7 @@ class OptionTextTest(unittest.TestCase):
 
     def test_the_other_shells_know_every_option(self):
         zsh = (FOLDER / f"{SHARE}/zsh/vendor-completions/_velmora").read_text(encoding="utf-8")
-        self.assertEqual(self.options, set(re.findall(r"(?<=['{,])--?[a-z][a-z-]*(?=[\[,}])", zsh)))
+        self.assertEqual(self.options, set(re.findall(r"(?<=['{,*])--?[a-z][a-z-]*(?=[\[,}])", zsh)))
         fish = (FOLDER / f"{SHARE}/fish/vendor_completions.d/velmora.fish").read_text(encoding="utf-8")
         known = {f"-{o}" for o in re.findall(r" -s (\w)", fish)} | {f"--{o}" for o in re.findall(r" -l (\S+)", fish)}
         self.assertEqual(self.options, known)

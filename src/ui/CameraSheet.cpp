@@ -1,6 +1,9 @@
 #include "ui/CameraSheet.h"
 
+#include "base/PictureFormat.h"
 #include "cameras/AddressRule.h"
+#include "pictures/JpegScans.h"
+#include "pictures/PictureReader.h"
 #include "ui/ToFront.h"
 #include "ui_CameraSheet.h"
 
@@ -13,25 +16,45 @@ namespace velmora {
 namespace {
 
 constexpr QSize kMostShown{1280, 960};
-constexpr qint64 kMostPixels = qint64{64} * 1024 * 1024;
+
+// Decoded in one go, during which the whole program waits. JPEG can be decoded at a smaller size,
+// but each of its scans goes through the whole picture.
+constexpr qint64 kMostPixels = 10'000'000;
+constexpr qint64 kMostJpegPixels = 100'000'000;
 
 struct Shown
 {
     QImage image; // no larger than the sheet needs
     QSize size;   // of the picture itself
+    QString why;  // there is no image
 };
 
-Shown shownPicture(QByteArray bytes)
+QSize storedSize(QByteArray bytes)
 {
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
-    const QSize size = reader.size();
-    if (!size.isValid() || qint64{size.width()} * size.height() > kMostPixels) {
-        return {};
+    return reader.size();
+}
+
+bool takesTooLong(const QByteArray &bytes, QSize size)
+{
+    const qint64 pixels = qint64{size.width()} * size.height();
+    return pictureFormat(bytes) == kJpegFormat ? pixels * countJpegScans(bytes) > kMostJpegPixels
+                                               : pixels > kMostPixels;
+}
+
+Shown shownPicture(const QByteArray &bytes)
+{
+    if (bytes.isEmpty()) {
+        return {{}, {}, CameraSheet::tr("no picture")};
     }
-    reader.setScaledSize(size.boundedTo(size.scaled(kMostShown, Qt::KeepAspectRatio)));
-    return {reader.read(), size};
+    const QSize size = storedSize(bytes);
+    if (takesTooLong(bytes, size)) {
+        return {{}, size, CameraSheet::tr("too large to show")};
+    }
+    return {decodePicture(bytes, {kMostShown, Fit::KeepShape}), size,
+            CameraSheet::tr("cannot be shown")};
 }
 
 QString orNone(const QString &text)
@@ -67,7 +90,6 @@ CameraSheet::CameraSheet(const SettingsFile &settings, CameraTrial &trial)
 {
     ui_->setupUi(this);
     ui_->sheetName->setMaxLength(kMaxNameLength);
-    ui_->sheetPicture->setEmptyText(tr("no picture yet"));
     connect(ui_->sheetKeep, &QComboBox::currentIndexChanged, this, &CameraSheet::showPercent);
     connect(ui_->sheetTest, &QAbstractButton::clicked, this, &CameraSheet::test);
     connect(ui_->sheetSave, &QAbstractButton::clicked, this, &CameraSheet::save);
@@ -77,6 +99,7 @@ CameraSheet::CameraSheet(const SettingsFile &settings, CameraTrial &trial)
     for (QLineEdit *const box :
          {ui_->sheetName, ui_->sheetAddress, ui_->sheetUser, ui_->sheetPassword}) {
         connect(box, &QLineEdit::returnPressed, this, &CameraSheet::save);
+        connect(box, &QLineEdit::textEdited, ui_->sheetMessage, &QLabel::clear);
     }
 }
 
@@ -101,7 +124,8 @@ void CameraSheet::begin(CameraAddress camera)
     fill();
     filled_ = fields();
     ui_->sheetName->setFocus();
-    ui_->sheetName->selectAll();
+    const auto length = static_cast<int>(ui_->sheetName->text().size());
+    ui_->sheetName->setSelection(length, -length); // a long name is seen from its start
 }
 
 CameraSheet::Fields CameraSheet::fields() const
@@ -131,6 +155,7 @@ void CameraSheet::fill()
     ui_->sheetMessage->clear();
     ui_->sheetResult->clear();
     ui_->sheetDifference->clear();
+    ui_->sheetPicture->setEmptyText(tr("no picture yet"));
     ui_->sheetPicture->clear();
     ui_->sheetTest->setEnabled(true);
     showPercent();
@@ -165,11 +190,8 @@ void CameraSheet::showResult(const TrialResult &result)
     ui_->sheetDifference->setText(
         result.differencePercent ? tr("measured: %1 %").arg(*result.differencePercent, 0, 'f', 1)
                                  : QString());
-    if (shown.image.isNull()) {
-        ui_->sheetPicture->clear();
-    } else {
-        ui_->sheetPicture->showPicture({}, shown.image);
-    }
+    ui_->sheetPicture->setEmptyText(shown.why);
+    ui_->sheetPicture->showPicture({}, shown.image);
 }
 
 // A value that cannot be stored stays in its field, and the sheet stays open.

@@ -5,7 +5,9 @@
 #include "capture/CameraTrial.h"
 #include "support/LoopbackCameraAnswers.h"
 #include "ui/ListBoxes.h"
+#include "ui/PictureView.h"
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -18,6 +20,16 @@ namespace {
 
 constexpr CameraAddress kCamera{0, 3};
 const QString kUrl = QStringLiteral("http://cam/x.jpg");
+
+// Larger than the sheet's picture decodes within a moment, unless its format can be read smaller.
+QByteArray hugePicture(const char *format)
+{
+    QImage image(4000, 4000, QImage::Format_Grayscale8);
+    image.fill(Qt::gray);
+    QBuffer buffer;
+    image.save(&buffer, format);
+    return buffer.data();
+}
 
 class CameraSheetTest : public testing::Test
 {
@@ -277,6 +289,25 @@ TEST_F(CameraSheetTest, RefusesAnAddressInTheWordsOfTheRow)
     EXPECT_TRUE(find<QLabel>(QStringLiteral("sheetMessage")).text().startsWith(u"Overflow"));
 }
 
+TEST_F(CameraSheetTest, ARefusalGoesWithTheTextThatWasRefused)
+{
+    sheet_.present(kCamera);
+    find<QLineEdit>(QStringLiteral("sheetName")).setText(QStringLiteral("日本"));
+    click(QStringLiteral("sheetSave"));
+    EXPECT_NE(find<QLabel>(QStringLiteral("sheetMessage")).text(), QString());
+    type(QStringLiteral("sheetName"), QStringLiteral("N"));
+    EXPECT_EQ(find<QLabel>(QStringLiteral("sheetMessage")).text(), QString());
+}
+
+TEST_F(CameraSheetTest, BeginsWithTheStartOfALongName)
+{
+    const QString name(60, u'n');
+    house_.house.settings.write(u"Camera03", u"Name", name);
+    sheet_.present(kCamera);
+    EXPECT_EQ(find<QLineEdit>(QStringLiteral("sheetName")).selectedText(), name);
+    EXPECT_EQ(find<QLineEdit>(QStringLiteral("sheetName")).cursorPosition(), 0);
+}
+
 TEST_F(CameraSheetTest, ClosesByEscape)
 {
     sheet_.present(kCamera);
@@ -299,6 +330,31 @@ TEST_F(CameraSheetTest, TellsWhatWouldBecomeOfAPicture)
     EXPECT_TRUE(verdict({jpeg(20), {}, {}, {}, {}}).startsWith(u"too short"));
     EXPECT_TRUE(verdict({{}, {}, {}, {}, QStringLiteral("no answer")})
                     .startsWith(u"no picture: no answer"));
+}
+
+TEST_F(CameraSheetTest, ShowsThePictureOfTheTest)
+{
+    auto &picture = find<PictureView>(QStringLiteral("sheetPicture"));
+    sheet_.present(kCamera);
+    EXPECT_EQ(picture.notice(), QStringLiteral("no picture yet"));
+    verdict({hugePicture("jpeg"), {}, QStringLiteral("image/jpeg"), {}, {}});
+    EXPECT_TRUE(picture.holdsPicture());
+    EXPECT_TRUE(result().contains(QStringLiteral("4000 × 4000 pixels"))) << result().toStdString();
+}
+
+// A decoder that reads all of it at once would keep the whole program waiting.
+TEST_F(CameraSheetTest, ShowsNoPictureThatTakesTooLongToDecode)
+{
+    auto &picture = find<PictureView>(QStringLiteral("sheetPicture"));
+    verdict({hugePicture("png"), {}, QStringLiteral("image/png"), {}, {}});
+    EXPECT_FALSE(picture.holdsPicture());
+    EXPECT_EQ(picture.notice(), QStringLiteral("too large to show"));
+    EXPECT_TRUE(result().contains(QStringLiteral("4000 × 4000 pixels"))) << result().toStdString();
+    verdict({jpeg(2000), {}, QStringLiteral("image/jpeg"), {}, {}});
+    EXPECT_EQ(picture.notice(), QStringLiteral("cannot be shown"));
+    sheet_.close();
+    sheet_.present(kCamera);
+    EXPECT_EQ(picture.notice(), QStringLiteral("no picture yet"));
 }
 
 TEST_F(CameraSheetTest, ComparesWhereItIsChosen)

@@ -6,7 +6,8 @@
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 
-#include <algorithm>
+#include <QRegularExpression>
+
 #include <array>
 
 namespace velmora {
@@ -25,6 +26,8 @@ struct Columns
     qsizetype group = 2;
     qsizetype row = 3;
 };
+
+constexpr Columns kAddressFirst{1, 0, 2, 3};
 
 // Tells an address from other text where nothing else does.
 bool looksLikeAddress(const QString &text)
@@ -48,13 +51,49 @@ std::optional<Columns> namedColumns(const TableLine &line)
                    words.indexOf(QStringLiteral("group")), words.indexOf(QStringLiteral("row"))};
 }
 
-// A table without column names has an address in the second field of its first line.
-bool isTable(const std::vector<TableLine> &lines)
+// Rather than the rest of an address that holds the separator.
+bool mayBeName(const QString &field)
 {
+    static const QRegularExpression ofAddress(QStringLiteral("[/.=?&:@]|^[0-9]+$"));
+    return !ofAddress.match(field).hasMatch();
+}
+
+// In every line, and a name behind at least one of them.
+bool haveAddressFirst(const std::vector<TableLine> &lines)
+{
+    bool isAnyNamed = false;
+    for (const TableLine &line : lines) {
+        const QStringList &fields = line.fields;
+        const bool fits =
+            fields.size() > 1 && fields[0].contains(QStringLiteral("://")) && mayBeName(fields[1]);
+        if (!fits) {
+            return false;
+        }
+        isAnyNamed = isAnyNamed || !fields[1].isEmpty();
+    }
+    return isAnyNamed;
+}
+
+/// Where a table has what.
+struct Layout
+{
+    Columns columns;
+    std::size_t firstCamera = 0; // among its lines
+};
+
+// A table without column names has an address in the second field of its first line, or addresses
+// first. Nothing for lines that are no table.
+std::optional<Layout> layoutOf(const std::vector<TableLine> &lines)
+{
+    if (const std::optional<Columns> named = namedColumns(lines.front())) {
+        return Layout{*named, 1};
+    }
     const QStringList &first = lines.front().fields;
-    return namedColumns(lines.front()) ||
-           (first.size() > 1 && !first[0].contains(QStringLiteral("://")) &&
-            looksLikeAddress(first[1]));
+    if (first.size() > 1 && !first[0].contains(QStringLiteral("://")) &&
+        looksLikeAddress(first[1])) {
+        return Layout{};
+    }
+    return haveAddressFirst(lines) ? std::optional(Layout{kAddressFirst, 0}) : std::nullopt;
 }
 
 QString fieldAt(const TableLine &line, qsizetype column)
@@ -93,7 +132,7 @@ std::optional<int> digit(const QString &text, ListedCamera &camera, QLatin1Strin
     }
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
-    if (!isNumber || number < 0 || number >= kRows) {
+    if (!isNumber || !text.front().isDigit() || number >= kRows) {
         camera.fault = QStringLiteral("a %1 is a number from 0 to 9").arg(what);
         return std::nullopt;
     }
@@ -115,18 +154,18 @@ ListedCamera tableCamera(const TableLine &line, const Columns &columns)
     return camera;
 }
 
-void readTable(CameraList &list, const std::vector<TableLine> &lines)
+void readTable(CameraList &list, const std::vector<TableLine> &lines, const Layout &layout)
 {
-    const std::optional<Columns> named = namedColumns(lines.front());
-    for (std::size_t i = named ? 1 : 0; i < lines.size(); ++i) {
-        list.cameras.push_back(tableCamera(lines[i], named.value_or(Columns{})));
+    for (std::size_t i = layout.firstCamera; i < lines.size(); ++i) {
+        list.cameras.push_back(tableCamera(lines[i], layout.columns));
     }
 }
 
 void readLines(CameraList &list, const QString &text)
 {
+    static const QRegularExpression lineEnd(QStringLiteral("\\r\\n|\\r|\\n"));
     int number = 0;
-    for (const QStringView line : QStringView(text).split(u'\n')) {
+    for (const QStringView line : QStringView(text).split(lineEnd)) {
         ++number;
         const QString address = line.trimmed().toString();
         if (!address.isEmpty() && !address.startsWith(u'#')) {
@@ -159,8 +198,9 @@ CameraList readCameraList(QByteArrayView bytes)
     bool wasTable = false;
     for (const QChar separator : kSeparators) {
         const std::vector<TableLine> lines = tableLines(*text, separator);
-        if (!wasTable && !lines.empty() && isTable(lines)) {
-            readTable(list, lines);
+        const auto layout = wasTable || lines.empty() ? std::nullopt : layoutOf(lines);
+        if (layout) {
+            readTable(list, lines, *layout);
             wasTable = true;
         }
     }

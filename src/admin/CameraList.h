@@ -30,7 +30,7 @@ struct CameraList
 
 /// Reads a list. Encoding and separator (comma, semicolon, tab) are detected; a first line with the
 /// word "address" names the columns (name, address, group, row, in any order), otherwise a table
-/// has them in this order. Lines that begin with "#" are ignored.
+/// has them in this order, or the address before the name. Lines that begin with "#" are ignored.
 [[nodiscard]] CameraList readCameraList(QByteArrayView bytes);
 
 /// The cameras as a table whose first line names the columns; UTF-8.

@@ -18,8 +18,8 @@ struct AddCommand
 {
     QString address;
     std::optional<CameraAddress> camera; // none: the first free row
-    QString name;
-    KeepChoice keep;
+    QString name;                        // empty: the one chosen for the row, if any
+    std::optional<KeepChoice> keep;      // none: the same
 };
 
 struct RemoveCommand
@@ -70,7 +70,7 @@ struct CommandResult
 {
     int status = kDone;
     QString out;
-    QString error;        // one sentence, empty for none
+    QString error;        // sentences, one a line; empty for none
     bool changed = false; // the settings have changed
 
     static CommandResult refused(const QString &why) { return {kRefused, {}, why, false}; }

@@ -79,7 +79,9 @@ CommandResult administer(const QString &programFolder, const AdminCommand &comma
     CommandResult result = std::visit(Desk(programFolder, findHolder), command);
     if (result.changed && !tellChange(programFolder)) {
         const std::optional<qint64> process = findHolder(programFolder);
-        result.error = process && result.error.isEmpty() ? deafNote(*process) : result.error;
+        QStringList notes{result.error, process ? deafNote(*process) : QString()};
+        notes.removeAll(QString());
+        result.error = notes.join(u'\n');
     }
     return result;
 }

@@ -19,6 +19,7 @@
 #include <QSaveFile>
 
 #include <fcntl.h>
+#include <set>
 #include <unistd.h>
 
 namespace velmora {
@@ -49,7 +50,7 @@ std::optional<QString> addRefusal(const AddCommand &command, CameraAddress place
     if (holdsControls(command.address)) {
         return QStringLiteral("A camera's address is one line without control characters");
     }
-    if (!command.keep.isInRange()) {
+    if (command.keep && !command.keep->isInRange()) {
         return percentRefusal();
     }
     return nameRefusal(command.name);
@@ -78,8 +79,16 @@ CommandResult addTo(SettingsDraft &draft, const AddCommand &command)
         return CommandResult::refused(*refusal);
     }
     storeCamera(draft, *place, command.address, command.name);
-    setCameraKeep(draft, *place, command.keep);
+    if (command.keep) {
+        setCameraKeep(draft, *place, *command.keep);
+    }
     return {kDone, cameraText(*place) + u'\n', offHint(settings, place->group), true};
+}
+
+// One who forgets the option may give an address where a file is wanted.
+QString shownFile(const QString &file)
+{
+    return file.contains(QStringLiteral("://")) ? withoutCredentials(file) : file;
 }
 
 QString keepOf(const SettingsSnapshot &settings, CameraAddress camera)
@@ -118,6 +127,23 @@ WholeFile readList(const QString &path)
     return file ? readToEnd(file.get(), kMostListBytes) : WholeFile{std::nullopt, lastError()};
 }
 
+// Of the groups into which cameras go.
+QStringList offHints(const SettingsSnapshot &settings, const ListPlan &plan)
+{
+    std::set<int> groups;
+    for (const PlannedCamera &planned : plan.cameras) {
+        if (planned.fate == Fate::Added && planned.place) {
+            groups.insert(planned.place->group);
+        }
+    }
+    QStringList hints;
+    for (const int group : groups) {
+        hints.append(offHint(settings, group));
+    }
+    hints.removeAll(QString());
+    return hints;
+}
+
 CommandResult importInto(SettingsDraft &draft, const CameraList &list)
 {
     const ListPlan plan = planList(list, draft.snapshot());
@@ -125,19 +151,19 @@ CommandResult importInto(SettingsDraft &draft, const CameraList &list)
         return CommandResult::refused(plan.faults() + QStringLiteral("\nNothing was stored."));
     }
     CommandResult result;
-    QStringList doubles;
+    QStringList notes;
     for (const PlannedCamera &planned : plan.cameras) {
         const QString address = withoutCredentials(planned.camera.address);
         if (planned.fate == Fate::Added) {
             result.out +=
                 cameraText(planned.place.value_or(CameraAddress{})) + u' ' + address + u'\n';
         } else {
-            doubles.append(QStringLiteral("line %1: %2 %3")
-                               .arg(planned.camera.line)
-                               .arg(address, planned.remark));
+            notes.append(QStringLiteral("line %1: %2 %3")
+                             .arg(planned.camera.line)
+                             .arg(address, planned.remark));
         }
     }
-    result.error = doubles.join(u'\n');
+    result.error = (notes + offHints(draft.snapshot(), plan)).join(u'\n');
     carryOut(plan, draft);
     return result;
 }
@@ -208,7 +234,7 @@ CommandResult importList(const SettingsFile &settings, const ImportListCommand &
     if (!file.bytes) {
         return CommandResult::refused(
             QStringLiteral("The list %1 cannot be read: %2")
-                .arg(command.file, QString::fromStdString(file.error.message())));
+                .arg(shownFile(command.file), QString::fromStdString(file.error.message())));
     }
     const CameraList list = readCameraList(*file.bytes);
     CommandResult result;
@@ -226,10 +252,9 @@ CommandResult exportList(const SettingsFile &settings, const ExportListCommand &
     const QFileInfo target(command.file);
     const bool isOther = target.exists() && !target.isFile() && !target.isDir();
     const auto fault = isOther ? writeInto(command.file, text) : writeList(command.file, text);
-    return fault
-               ? CommandResult::refused(
-                     QStringLiteral("The list %1 cannot be written: %2").arg(command.file, *fault))
-               : CommandResult{};
+    return fault ? CommandResult::refused(QStringLiteral("The list %1 cannot be written: %2")
+                                              .arg(shownFile(command.file), *fault))
+                 : CommandResult{};
 }
 
 } // namespace velmora

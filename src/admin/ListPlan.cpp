@@ -143,10 +143,14 @@ void carryOut(const ListPlan &plan, SettingsDraft &draft)
 void storeCamera(SettingsDraft &draft, CameraAddress camera, const QString &address,
                  const QString &name)
 {
-    forgetCamera(draft, camera);
-    forgetRow(draft, camera);
+    if (CameraTable::wasLoaded(draft.snapshot(), camera)) {
+        forgetCamera(draft, camera);
+        forgetRow(draft, camera);
+    }
     setUrl(draft, camera, address);
-    setCameraName(draft, camera, name);
+    if (!name.isEmpty()) {
+        setCameraName(draft, camera, name);
+    }
 }
 
 std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings,

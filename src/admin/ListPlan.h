@@ -48,7 +48,8 @@ struct ListPlan
 /// Stores what is to be added.
 void carryOut(const ListPlan &plan, SettingsDraft &draft);
 
-/// Makes a camera in a row that had none: sets its address, and leaves nothing of an earlier one.
+/// Makes a camera in a row that has none. Nothing is left of an earlier one; what was chosen for a
+/// row that never had one is meant for this, except for its name if one is given.
 void storeCamera(SettingsDraft &draft, CameraAddress camera, const QString &address,
                  const QString &name);
 

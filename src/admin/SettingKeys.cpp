@@ -3,6 +3,7 @@
 #include "base/OneLine.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
+#include "cameras/Credentials.h"
 #include "cameras/StorageFolder.h"
 #include "capture/CaptureOptions.h"
 
@@ -57,7 +58,8 @@ std::optional<bool> switchFrom(const QString &text)
 
 CommandResult noSwitch(const QString &value)
 {
-    return CommandResult::malformed(QStringLiteral("'%1' is neither on nor off.").arg(value));
+    return CommandResult::malformed(
+        QStringLiteral("'%1' is neither on nor off.").arg(withoutCredentials(value)));
 }
 
 CommandResult setSwitch(Target &target, const SwitchKey &key, const QString &value)
@@ -95,7 +97,8 @@ QString nativeFolder(const QString &value)
 // A native path is treated as a folder chosen, the program's own form as one typed.
 CommandResult setStorageFolder(Target &target, const QString &value)
 {
-    if (value.trimmed().isEmpty() || holdsControls(value)) {
+    const bool isFolder = !value.trimmed().isEmpty() && !value.contains(QStringLiteral("://"));
+    if (!isFolder || holdsControls(value)) {
         return CommandResult::malformed(QStringLiteral("storage needs a folder."));
     }
     const bool isTyped = isPathText(value);
@@ -113,7 +116,8 @@ CommandResult setKeep(Target &target, CameraAddress camera, const QString &value
     const std::optional<KeepChoice> choice = keepFromText(value);
     if (!choice) {
         return CommandResult::malformed(
-            QStringLiteral("'%1' is none of dated, differing and clearly:PERCENT.").arg(value));
+            QStringLiteral("'%1' is none of dated, differing and clearly:PERCENT.")
+                .arg(withoutCredentials(value)));
     }
     if (!choice->isInRange()) {
         return CommandResult::refused(percentRefusal());
@@ -171,7 +175,8 @@ CommandResult setKey(Target &target, const Key &key, const QString &value)
 
 CommandResult unknownKey(const QString &text)
 {
-    return CommandResult::malformed(QStringLiteral("There is no setting '%1'.").arg(text));
+    return CommandResult::malformed(
+        QStringLiteral("There is no setting '%1'.").arg(withoutCredentials(text)));
 }
 
 CommandResult assign(Target &target, const QString &assignment)
@@ -183,6 +188,18 @@ CommandResult assign(Target &target, const QString &assignment)
     const QString name = assignment.first(equals);
     const std::optional<Key> key = parsedKey(name);
     return key ? setKey(target, *key, assignment.sliced(equals + 1)) : unknownKey(name);
+}
+
+CommandResult assignAll(Target target, const QStringList &assignments)
+{
+    CommandResult result;
+    for (const QString &assignment : assignments) {
+        result = assign(target, assignment);
+        if (result.status != kDone) {
+            break;
+        }
+    }
+    return result;
 }
 
 QString onOff(bool on)
@@ -227,25 +244,21 @@ QString valueOf(const SettingsSnapshot &settings, const NativePaths &paths, cons
 
 } // namespace
 
+// Whether assignments make sense depends neither on what is stored nor on whether anything can be.
 CommandResult setKeys(const SettingsFile &settings, const NativePaths &paths,
                       const SetCommand &command)
 {
-    CommandResult result;
-    const SettingsChange change = settings.change([&](SettingsDraft &draft) {
-        SettingsDraft trial = draft;
-        Target target{trial, paths};
-        for (const QString &assignment : command.assignments) {
-            result = assign(target, assignment);
-            if (result.status != kDone) {
-                return;
-            }
-        }
-        draft = std::move(trial);
-    });
+    SettingsDraft trial{QByteArray()};
+    CommandResult result = assignAll({trial, paths}, command.assignments);
+    if (result.status != kDone) {
+        return result;
+    }
+    const SettingsChange change = settings.change(
+        [&](SettingsDraft &draft) { result = assignAll({draft, paths}, command.assignments); });
     if (change == SettingsChange::Failed) {
         return CommandResult::refused(QStringLiteral("The settings file cannot be written"));
     }
-    result.changed = result.status == kDone;
+    result.changed = true;
     return result;
 }
 

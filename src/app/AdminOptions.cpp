@@ -1,6 +1,7 @@
 #include "app/AdminOptions.h"
 
 #include "cameras/CameraChoices.h"
+#include "cameras/Credentials.h"
 
 #include <QList>
 
@@ -45,7 +46,7 @@ QString strayDetail(const QCommandLineParser &parser, const QString &command)
 QString noCamera(const QString &text)
 {
     return QStringLiteral("'%1' is not a camera; a camera is GROUP:ROW, each from 0 to 9.")
-        .arg(text);
+        .arg(withoutCredentials(text));
 }
 
 Parsed addCommand(const QCommandLineParser &parser)
@@ -53,7 +54,8 @@ Parsed addCommand(const QCommandLineParser &parser)
     AddCommand command;
     command.address = parser.value(kAdd).trimmed();
     command.name = parser.value(kName);
-    if (command.address.isEmpty()) {
+    const bool isOption = command.address.startsWith(u'-'); // the address was forgotten
+    if (command.address.isEmpty() || isOption) {
         return QStringLiteral("--add needs an address.");
     }
     if (parser.isSet(kCamera)) {

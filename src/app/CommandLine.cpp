@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
 #include "app/AdminOptions.h"
+#include "cameras/Credentials.h"
 
 #include <QCommandLineParser>
 
@@ -149,8 +150,8 @@ StartRequest parseCommandLine(const QStringList &arguments)
         return usageError(QStringLiteral("--%1 goes with --film.").arg(stray));
     }
     if (!parser.positionalArguments().isEmpty()) {
-        return usageError(
-            QStringLiteral("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
+        return usageError(QStringLiteral("Unexpected argument '%1'.")
+                              .arg(withoutCredentials(parser.positionalArguments().first())));
     }
     const auto admin = adminCommand(parser);
     return admin ? adminRequest(parser, *admin) : runRequest(parser);

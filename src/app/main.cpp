@@ -20,6 +20,7 @@
 #include <QTextStream>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -30,6 +31,7 @@ using namespace velmora;
 constexpr int kUsageStatus = 2;
 constexpr int kNoStorageStatus = 1;
 constexpr int kTakenStatus = 1;
+constexpr int kOutputStatus = 1;
 
 template <typename... Handlers>
 struct Overloaded : Handlers...
@@ -41,6 +43,17 @@ int fail(const QString &text, int status)
 {
     QTextStream(stderr) << "velmora: " << text << Qt::endl;
     return status;
+}
+
+// What a full disk or a closed pipe has swallowed must not pass for done.
+int print(const QString &text, int status)
+{
+    QTextStream out(stdout);
+    out << text << Qt::flush;
+    const bool isWritten =
+        out.status() == QTextStream::Ok && std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return isWritten ? status
+                     : fail(QStringLiteral("standard output cannot be written"), kOutputStatus);
 }
 
 QStringList argumentList(int argc, char **argv)
@@ -179,11 +192,11 @@ int run(int argc, char **argv, const RunRequest &request)
 // "velmora: " precedes a message about a failure; after a command that did its work it is a note.
 int tell(const CommandResult &result)
 {
-    QTextStream(stdout) << result.out << Qt::flush;
+    const int status = print(result.out, result.status);
     if (!result.error.isEmpty()) {
         QTextStream(stderr) << "velmora: " << result.error << Qt::endl;
     }
-    return result.status;
+    return status;
 }
 
 int administerFolder(int argc, char **argv, const AdminRequest &request)
@@ -239,10 +252,7 @@ int main(int argc, char **argv)
         Overloaded{[&](const RunRequest &asked) { return run(argc, argv, asked); },
                    [&](const AdminRequest &asked) { return administerFolder(argc, argv, asked); },
                    [&](const FilmRequest &asked) { return makeFilm(argc, argv, asked); },
-                   [](const PrintRequest &asked) {
-                       QTextStream(stdout) << asked.text;
-                       return 0;
-                   },
+                   [](const PrintRequest &asked) { return print(asked.text, 0); },
                    [](const UsageError &error) { return fail(error.text, kUsageStatus); }},
         request);
 }

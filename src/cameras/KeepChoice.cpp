@@ -30,10 +30,11 @@ std::optional<KeepChoice> keepFromText(QStringView text)
     if (text == kDiffering) {
         return KeepChoice{Keep::Differing};
     }
+    const QStringView number = text.startsWith(kClearly) ? text.sliced(kClearly.size()) : u"";
     bool isNumber = false;
-    const int percent =
-        text.startsWith(kClearly) ? text.sliced(kClearly.size()).toInt(&isNumber) : 0;
-    return isNumber ? std::optional(KeepChoice{Keep::Clearly, percent}) : std::nullopt;
+    const int percent = number.toInt(&isNumber);
+    return isNumber && number.front().isDigit() ? std::optional(KeepChoice{Keep::Clearly, percent})
+                                                : std::nullopt;
 }
 
 QString percentRefusal()

@@ -87,5 +87,17 @@ TEST(ListPlan, StoresNothingOfAnEarlierCameraOfTheRow)
               "[Liste0]\r\nlst0=http://new/\r\n[Groupe0]\r\nEffM1=1\r\n[Camera00]\r\n");
 }
 
+TEST(ListPlan, StoresACameraWithWhatWasChosenForARowThatNeverHadOne)
+{
+    SettingsDraft draft(
+        "[Liste0]\r\nlst0=\r\n[Groupe0]\r\nEffM0=1\r\nAutoDelai0=1\r\nSB0=255\r\nTimeLoad0=0\r\n"
+        "[Camera00]\r\nName=Mine\r\nKeep=differing\r\n");
+    storeCamera(draft, {0, 0}, QStringLiteral("http://new/"), QString());
+    EXPECT_EQ(
+        draft.bytes(),
+        "[Liste0]\r\nlst0=http://new/\r\n[Groupe0]\r\nEffM0=1\r\n"
+        "AutoDelai0=1\r\nSB0=255\r\nTimeLoad0=0\r\n[Camera00]\r\nName=Mine\r\nKeep=differing\r\n");
+}
+
 } // namespace
 } // namespace velmora

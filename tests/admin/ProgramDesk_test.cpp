@@ -120,6 +120,15 @@ TEST_F(ProgramDeskTest, ACommandSaysWhenTheRunningProgramDoesNotAnswer)
     EXPECT_EQ(beside([&] { return administer(folder, other, running); }).error, QString());
 }
 
+TEST_F(ProgramDeskTest, ACommandSaysBothThatItsGroupIsOffAndThatTheProgramDoesNotAnswer)
+{
+    const AddCommand command{QStringLiteral("http://a/"), CameraAddress{7, 0}, {}, {}};
+    const auto running = [](const QString &) { return std::optional<qint64>(4711); };
+    const QString error = administer(folder, command, running).error;
+    EXPECT_TRUE(error.contains(QStringLiteral("Group 7 is off"))) << error.toStdString();
+    EXPECT_TRUE(error.contains(QStringLiteral("process 4711"))) << error.toStdString();
+}
+
 TEST_F(ProgramDeskTest, ACommandSaysNothingOfAProgramThatIsNotRunning)
 {
     const SetCommand command{{QStringLiteral("tick=7")}};

@@ -22,8 +22,8 @@ TEST(KeepText, IsReadBackAsItWasWritten)
           KeepChoice{Keep::Clearly, 100}}) {
         EXPECT_EQ(keepFromText(keepText(choice)), choice);
     }
-    for (const QStringView wrong :
-         {u"", u"Dated", u"clearly", u"clearly:", u"clearly:x", u"clearly:1%"}) {
+    for (const QStringView wrong : {u"", u"Dated", u"clearly", u"clearly:", u"clearly:x",
+                                    u"clearly:1%", u"clearly:+5", u"clearly: 5"}) {
         EXPECT_FALSE(keepFromText(wrong)) << wrong.toString().toStdString();
     }
     EXPECT_FALSE(keepFromText(u"clearly:0")->isInRange());

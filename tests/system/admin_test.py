@@ -17,10 +17,11 @@ class AdminCase(unittest.TestCase):
         self.server = CameraServer(self, {"/camera.jpg": fresh(20_000), "/other.jpg": fresh(20_000)})
         self.house = House(self)
 
-    def velmora(self, *options, status=0, env=None):
+    def velmora(self, *options, status=0, env=None, cwd=None):
         done = subprocess.run(
             [VELMORA, "--program-folder", self.house.root, *options],
             env=self.house.environment() | (env or {}),
+            cwd=cwd,
             capture_output=True,
             encoding="utf-8",
             timeout=30,
@@ -104,6 +105,24 @@ class SetUpTest(AdminCase):
     def test_refuses_a_storage_folder_that_the_settings_cannot_hold(self):
         self.velmora("--set", "storage=/srv/日本", status=1)
         self.assertFalse(self.house.settings_path.exists())
+
+    def test_says_that_its_output_cannot_be_written(self):
+        self.velmora("--set", "tick=7")
+        for options in (["--get", "tick"], ["--export-list", "-"], ["--status"], ["--add", "http://a/"], ["--help"]):
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run(
+                    [VELMORA, "--program-folder", self.house.root, *options], env=self.house.environment(),
+                    stdout=full, stderr=subprocess.PIPE, encoding="utf-8", timeout=30, check=False,
+                )
+            self.assertEqual((1, True), (done.returncode, "standard output" in done.stderr), (options, done.stderr))
+
+    def test_takes_a_storage_folder_from_the_current_one(self):
+        other = self.house.root / "here"
+        other.mkdir()
+        self.velmora("--set", "storage=cams", cwd=other)
+        self.assertEqual(f"{other}/cams\n", self.velmora("--get", "storage"))
+        self.velmora("--add", "http://a/", "--add", "http://b/", status=2)
+        self.assertEqual([], self.listed())
 
     def test_refuses_what_it_cannot_read(self):
         many = self.house.root / "many.txt"

@@ -29,7 +29,10 @@ target_compile_definitions(velmora_flags INTERFACE
 target_compile_options(velmora_flags INTERFACE
     $<$<CONFIG:Release>:-fstack-protector-strong;-fstack-clash-protection;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
 target_link_options(velmora_flags INTERFACE -Wl,-z,relro,-z,now,--as-needed)
+# An instrumented program is slower: tests wait so many times as long before they give up.
+set(VELMORA_PATIENCE 1)
 if(VELMORA_SANITIZE)
+    set(VELMORA_PATIENCE 6)
     target_compile_options(velmora_flags INTERFACE
         -fsanitize=${VELMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(velmora_flags INTERFACE -fsanitize=${VELMORA_SANITIZE})

@@ -19,6 +19,18 @@ using namespace std::chrono_literals;
 constexpr auto kPatience = 2s; // with a caller that sends nothing
 constexpr qint64 kMostLine = 64;
 
+// Since when each of them is late, in seconds since 1970.
+QJsonObject lateCameras(const HealthBook &health)
+{
+    QJsonObject late;
+    for (const CameraAddress camera : health.cameras()) {
+        if (const auto since = health.camera(camera).lateSince) {
+            late.insert(cameraText(camera), static_cast<qint64>(since->time_since_epoch().count()));
+        }
+    }
+    return late;
+}
+
 } // namespace
 
 QString deskName(const QString &programFolder)
@@ -102,6 +114,9 @@ QByteArray ProgramDesk::report() const
         }
     }
     QJsonObject report{{QStringLiteral("failures"), failures}};
+    if (health_ != nullptr) {
+        report.insert(QStringLiteral("late"), lateCameras(*health_));
+    }
     if (loading_) {
         report.insert(QStringLiteral("loading"), cameraText(*loading_));
     }

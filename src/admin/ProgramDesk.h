@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/ImageStore.h"
+#include "health/HealthBook.h"
 
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -30,6 +31,10 @@ public:
     /// Table and store outlive the desk.
     ProgramDesk(const QString &programFolder, const CameraTable &table, ImageStore &store);
 
+    /// Reports which cameras are late from now on; the file about them may be unwritable. health:
+    /// outlives every turn of the event loop.
+    void follow(const HealthBook &health) { health_ = &health; }
+
     /// Starts answering; if that is not possible, commands do without.
     void open();
 
@@ -52,6 +57,7 @@ private:
 
     QString name_;
     const CameraTable &table_;
+    const HealthBook *health_ = nullptr;
     QLocalServer server_;
     std::map<CameraAddress, Asked> asked_;
     std::optional<CameraAddress> loading_;

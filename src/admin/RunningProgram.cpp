@@ -33,6 +33,21 @@ QByteArray ask(const QString &programFolder, const QByteArray &command)
     return answer;
 }
 
+std::optional<std::map<CameraAddress, Moment>> lateCameras(const QJsonValue &told)
+{
+    if (!told.isObject()) {
+        return std::nullopt;
+    }
+    std::map<CameraAddress, Moment> late;
+    const QJsonObject cameras = told.toObject();
+    for (auto it = cameras.begin(); it != cameras.end(); ++it) {
+        if (const auto camera = cameraFromText(it.key())) {
+            late.emplace(*camera, Moment(std::chrono::seconds(it.value().toInteger())));
+        }
+    }
+    return late;
+}
+
 } // namespace
 
 bool tellChange(const QString &programFolder)
@@ -55,6 +70,7 @@ std::optional<ProgramReport> askProgram(const QString &programFolder)
         }
     }
     report.loading = cameraFromText(document[QStringLiteral("loading")].toString());
+    report.late = lateCameras(document[QStringLiteral("late")]);
     return report;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cameras/CameraAddress.h"
+#include "health/CameraHealth.h"
 
 #include <QString>
 
@@ -15,6 +16,7 @@ struct ProgramReport
 {
     std::map<CameraAddress, QString> failures; // the last one of each camera, in this run
     std::optional<CameraAddress> loading;
+    std::optional<std::map<CameraAddress, Moment>> late; // since when; nothing: it does not say
 };
 
 /// Tells the program running on this folder (native path without links), if any, that its settings

@@ -88,6 +88,17 @@ void takeState(CameraStatus &status, const Sources &sources, const CameraHealth 
     }
 }
 
+// Likewise as the running program says: the file about it may be unwritable.
+std::optional<Moment> lateSince(const std::optional<ProgramReport> &report, CameraAddress camera,
+                                const CameraHealth &health)
+{
+    if (!report || !report->late) {
+        return health.lateSince;
+    }
+    const auto found = report->late->find(camera);
+    return found != report->late->end() ? std::optional(found->second) : std::nullopt;
+}
+
 CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QString &url)
 {
     CameraStatus status;
@@ -103,8 +114,8 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     if (images.newest) {
         status.newest = universalTimeText(*images.newest);
     }
-    if (health.lateSince) {
-        status.late = universalTimeText(WallTime(health.lateSince->time_since_epoch()));
+    if (const auto since = lateSince(sources.report, camera, health)) {
+        status.late = universalTimeText(WallTime(since->time_since_epoch()));
     }
     return status;
 }

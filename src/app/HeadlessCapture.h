@@ -25,6 +25,8 @@ public:
     /// Runs the last pass and ends the program; a second call gives the pass up.
     void end();
 
+    [[nodiscard]] const HealthBook &health() { return health_.book(); }
+
 private:
     void connectReports();
     void reportStandstills();

@@ -109,7 +109,7 @@ void Program::tellUndated(CameraAddress camera)
     const QString text = undatedNotice(engine_.settings().snapshot(), camera);
     engine_.log().trace(text);
     interface_.showMessage(text);
-    planche_.showMessage(text);
+    planche_.showNotice(text);
 }
 
 // A mail that fails is reported once and not logged.
@@ -142,7 +142,7 @@ void Program::connectHealth()
 {
     connect(&planche_, &planche::healthWanted, &healthWindow_, &HealthWindow::present);
     connect(&healthWindow_, &HealthWindow::cameraWanted, this, &Program::goTo);
-    connect(&health_, &HealthEngine::noticed, &planche_, &planche::showMessage);
+    connect(&health_, &HealthEngine::noticed, &planche_, &planche::showNotice);
     connect(&health_.watch(), &HealthWatch::lateChanged, this, [this] {
         planche_.showLate(health_.watch().late());
         interface_.showLate(health_.watch().late());
@@ -211,6 +211,7 @@ QCoro::Task<> Program::startUp()
     health_.start();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
+        bringBefore(interface_, planche_);
         splash_.standAbove(interface_);
     } else {
         showImages();

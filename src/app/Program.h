@@ -43,6 +43,8 @@ public:
     /// gives that pass up.
     void end();
 
+    [[nodiscard]] const HealthBook &health() { return health_.book(); }
+
 private:
     void connectMain();
     void connectSheet();

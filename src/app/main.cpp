@@ -133,21 +133,24 @@ void tellTrouble(CaptureEngine &engine, const SingleInstance &instance)
     }
 }
 
-int captureWithoutWindows(CaptureEngine &engine, SignalWatcher &signalWatcher,
+int captureWithoutWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
                           const SingleInstance &instance, std::optional<int> passes)
 {
     SmtpClient mail;
     HeadlessCapture capture(engine, mail, passes);
+    desk.follow(capture.health());
     tellTrouble(engine, instance);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
     return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;
 }
 
-int runWindows(CaptureEngine &engine, SignalWatcher &signalWatcher, SingleInstance &instance)
+int runWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
+               SingleInstance &instance)
 {
     XdgOpener opener;
     SmtpClient mail;
     Program program(engine, opener, mail);
+    desk.follow(program.health());
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
     QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
     program.start();
@@ -185,8 +188,9 @@ int run(int argc, char **argv, const RunRequest &request)
     ProgramDesk desk(folder, engine.table(), engine.store());
     QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
     desk.open();
-    return request.headless ? captureWithoutWindows(engine, signalWatcher, instance, request.passes)
-                            : runWindows(engine, signalWatcher, instance);
+    return request.headless
+               ? captureWithoutWindows(engine, desk, signalWatcher, instance, request.passes)
+               : runWindows(engine, desk, signalWatcher, instance);
 }
 
 // "velmora: " precedes a message about a failure; after a command that did its work it is a note.

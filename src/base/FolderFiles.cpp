@@ -41,6 +41,21 @@ FileTime FolderFiles::time(const char *name) const
     return time;
 }
 
+bool FolderFiles::isOnDiskOf(const FolderFiles &other) const
+{
+    struct stat mine = {};
+    struct stat others = {};
+    return ::fstat(folder_.get(), &mine) == 0 && ::fstat(other.folder_.get(), &others) == 0 &&
+           mine.st_dev == others.st_dev;
+}
+
+bool FolderFiles::isOnlyName(const char *name) const
+{
+    struct stat info = {};
+    return ::fstatat(folder_.get(), name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISREG(info.st_mode) && info.st_nlink == 1;
+}
+
 std::error_code FolderFiles::remove(const char *name) const
 {
     struct stat info = {};

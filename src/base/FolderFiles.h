@@ -37,6 +37,12 @@ public:
     /// When a file, or a link's target, was modified. name: native bytes.
     [[nodiscard]] FileTime time(const char *name) const;
 
+    /// True when both folders are on the same disk; false when that cannot be told.
+    [[nodiscard]] bool isOnDiskOf(const FolderFiles &other) const;
+
+    /// True for a file of the folder that has no other name, so that deleting it frees its room.
+    [[nodiscard]] bool isOnlyName(const char *name) const;
+
     /// Deletes a file of the folder. Anything but a file, a link included, stays and gives an
     /// error.
     [[nodiscard]] std::error_code remove(const char *name) const;

@@ -13,6 +13,8 @@ namespace {
 using namespace std::chrono;
 
 constexpr std::size_t kIntervals = 12;
+constexpr qint64 kHourSeconds = 3600;
+constexpr qint64 kDaySeconds = kBars * kHourSeconds;
 
 qint64 hourOf(Moment when)
 {
@@ -130,7 +132,7 @@ std::optional<seconds> CameraHealth::usualInterval() const
     }
     std::vector<qint64> sorted(intervals_.begin(), intervals_.end());
     std::ranges::sort(sorted);
-    return seconds(sorted[sorted.size() / 2]);
+    return seconds(sorted[(sorted.size() - 1) / 2]);
 }
 
 std::array<HourBar, kBars> CameraHealth::bars(Moment now) const
@@ -160,7 +162,25 @@ qint64 CameraHealth::bytesADay(Moment now) const
     for (const HourBar &hour : bars(now)) {
         sum += hour.bytes;
     }
-    return sum;
+    const qint64 seconds = std::max<qint64>(1, secondsWithImages(now));
+    return sum / seconds * kDaySeconds + sum % seconds * kDaySeconds / seconds;
+}
+
+// Since the first image of the last 24 hours. When in its hour that one came is not known exactly:
+// the usual interval tells, as each image stands for the time up to the next.
+qint64 CameraHealth::secondsWithImages(Moment now) const
+{
+    const auto bars = this->bars(now);
+    const auto *const first =
+        std::ranges::find_if(bars, [](const HourBar &hour) { return hour.images > 0; });
+    if (first == bars.begin() || first == bars.end()) {
+        return kDaySeconds;
+    }
+    const qint64 at = now.time_since_epoch().count();
+    const qint64 begin = (hourOf(now) - (bars.end() - first) + 1) * kHourSeconds;
+    const qint64 end = std::min(begin + kHourSeconds, at);
+    const qint64 span = usualInterval().value_or(seconds(kHourSeconds)).count() * first->images;
+    return at - std::max(begin, end - span);
 }
 
 qint64 bytesADay(const CameraHealths &cameras, Moment now)

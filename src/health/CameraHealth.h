@@ -51,6 +51,9 @@ public:
     /// The last 24 hours, oldest first.
     [[nodiscard]] std::array<HourBar, kBars> bars(Moment now) const;
     [[nodiscard]] int imagesADay(Moment now) const;
+
+    /// What a day brings at the rate of the last 24 hours, or of the part of them since its first
+    /// image then.
     [[nodiscard]] qint64 bytesADay(Moment now) const;
 
     /// Since when nothing new has come: its newest image, or else its first failure; nothing if
@@ -72,6 +75,7 @@ public:
 
 private:
     [[nodiscard]] HourBar &bar(qint64 hour);
+    [[nodiscard]] qint64 secondsWithImages(Moment now) const;
     void forgetHoursAfter(Moment when);
     void takeHours(const CameraHealth &counted);
     void takeIntervals(const CameraHealth &counted);

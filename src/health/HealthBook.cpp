@@ -43,6 +43,7 @@ void HealthBook::load()
     maySave_ = stored.state == HealthFile::Read || stored.state == HealthFile::Missing;
     healths_ = std::move(stored.cameras);
     followTable();
+    isLoaded_ = true;
 }
 
 void HealthBook::save()
@@ -83,16 +84,19 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
 {
     const QString url = CameraTable::url(settings, camera);
     Seen &seen = seen_[camera];
-    const QString folder = url.isEmpty() ? QString() : storage_.cameraFolder(camera);
-    seen.isConfigured = !folder.isEmpty();
+    const bool isNamed = !url.isEmpty() && !storage_.cameraFolderName(camera).isEmpty();
+    const QString folder = isNamed ? storage_.cameraFolder(camera) : QString();
+    seen.isConfigured = isNamed;
     const QString title = cameraLabel(settings, camera);
-    const bool isOther = known(camera).folder != folder;
+    const bool isAway = isNamed && folder.isEmpty(); // with its drive: nothing is forgotten
+    const bool isOther = !isAway && known(camera).folder != folder;
     const bool isRenamed = std::exchange(seen.title, title) != title;
     if (isOther) {
         known(camera) = CameraHealth();
         known(camera).folder = folder;
         seen.quietSince.reset();
         seen.isTried = false;
+        seen.from = isLoaded_ ? clock_.monotonicNow() : milliseconds::min();
         isChanged_ = true;
     }
     if (seen.isConfigured && (isOther || !seen.quietSince)) {
@@ -114,13 +118,15 @@ CameraHealth &HealthBook::known(CameraAddress camera)
     return healths_[camera];
 }
 
-// Where the monotonic clock was when the camera became quiet. A date in the future comes from a
-// clock that was wrong.
+// Where the monotonic clock was when the camera became quiet, as far as that can be its fault: a
+// camera that has just been added, whose folder holds images from before, has had no turn yet. A
+// date in the future comes from a clock that was wrong.
 void HealthBook::anchor(CameraAddress camera)
 {
     if (const auto since = this->camera(camera).quietSince()) {
         const auto age = std::max(seconds(0), now() - *since);
-        seen_[camera].quietSince = clock_.monotonicNow() - age;
+        Seen &seen = seen_[camera];
+        seen.quietSince = std::max<milliseconds>(seen.from, clock_.monotonicNow() - age);
     }
 }
 

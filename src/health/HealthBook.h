@@ -99,7 +99,8 @@ private:
         std::optional<std::chrono::milliseconds> quietSince; // by the monotonic clock
         QString title;
         bool isConfigured = false;
-        bool isTried = false; // its count has begun
+        bool isTried = false;                                              // its count has begun
+        std::chrono::milliseconds from = std::chrono::milliseconds::min(); // when it was added
     };
 
     [[nodiscard]] CameraHealth &known(CameraAddress camera);
@@ -122,6 +123,7 @@ private:
     std::deque<CameraAddress> toCount_;
     bool counting_ = false;
     bool isChanged_ = false;
+    bool isLoaded_ = false;
     bool maySave_ = true;
 };
 

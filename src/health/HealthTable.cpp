@@ -178,7 +178,8 @@ QVariant HealthTable::sortValue(CameraAddress camera, Column column) const
     case Day:
         return health.imagesADay(book_.now());
     case FailedFor:
-        return since(health.failedSince);
+        return health.failedSince ? static_cast<qint64>((book_.now() - *health.failedSince).count())
+                                  : qint64{-1};
     case Failures:
         return health.failures;
     case ADay:

@@ -80,12 +80,23 @@ void HealthWatch::lookAtStorage()
         return; // a folder only being typed: no one has lost anything by it
     }
     const bool isGone = storage_.lamp() == LampColour::Red;
+    const QString folder = storage_.inForce();
+    const bool wasSeen = seenStorage_ == folder;
+    if (!isGone) {
+        seenStorage_ = folder;
+    }
     if (std::exchange(isGone_, isGone) == isGone) {
         return;
     }
-    Q_EMIT noticed(
-        isGone ? tr("The storage folder %1 is gone; nothing is stored.").arg(storage_.inForce())
-               : tr("The storage folder %1 is back.").arg(storage_.inForce()));
+    if (isGone) {
+        Q_EMIT noticed((wasSeen ? tr("The storage folder %1 is gone; nothing is stored.")
+                                : tr("There is no storage folder %1; nothing is stored."))
+                           .arg(folder));
+    } else {
+        Q_EMIT noticed(
+            (wasSeen ? tr("The storage folder %1 is back.") : tr("The storage folder %1 is there."))
+                .arg(folder));
+    }
 }
 
 // No camera is to blame for what cannot be stored or is not requested.
@@ -209,10 +220,12 @@ void HealthWatch::judgeRoom(const DiskRoom &room, qint64 limit)
     }
 }
 
+// No more than half of the disk is kept free: a digit too many in the limit would cost all images.
 void HealthWatch::keepRoom(const DiskRoom &room, qint64 limit)
 {
-    if (room.freeBytes < limit && options_.isOn(HealthChoice::DeleteOldest)) {
-        oldest_.makeRoom(wellAbove(limit) + 1, book_.cameras());
+    const qint64 most = room.allBytes / 2;
+    if (room.freeBytes < std::min(limit, most) && options_.isOn(HealthChoice::DeleteOldest)) {
+        oldest_.makeRoom(std::min(wellAbove(limit) + 1, most), book_.cameras());
     }
 }
 

@@ -71,7 +71,8 @@ private:
     std::vector<CameraAddress> marked_; // late, as last told
     std::optional<DiskRoom> room_;
     std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
-    bool isGone_ = false;                                  // the storage folder, as last reported
+    QString seenStorage_; // the storage folder that was there when last looked at
+    bool isGone_ = false; // the storage folder, as last reported
     bool isTrusted_ = false;
     bool isDiskLow_ = false;
     bool isHeld_ = false;

@@ -17,6 +17,7 @@ namespace velmora {
 namespace {
 
 constexpr std::chrono::minutes kRest{10};
+constexpr int kMostInVain = 100;
 constexpr std::size_t kAtOnce = 1000; // images chosen in one look through all folders
 constexpr qint64 kMostLogBytes = 1'000'000;
 constexpr int kAppending = O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
@@ -47,10 +48,16 @@ void OldestFirst::makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> ca
     }
 }
 
-bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
+std::optional<qint64> OldestFirst::freeBytes() const
 {
     const auto room = diskRoom(storage_.native(storage_.inForce()));
-    return !room || room->freeBytes >= wantedFreeBytes || storage_.lamp() != LampColour::Green;
+    return room ? std::optional(room->freeBytes) : std::nullopt;
+}
+
+bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
+{
+    const auto free = freeBytes();
+    return !free || *free >= wantedFreeBytes || storage_.lamp() != LampColour::Green;
 }
 
 QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
@@ -64,23 +71,34 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
     for (const CameraAddress camera : cameras) {
         co_await look(camera, use);
     }
+    const bool hasGained = co_await removeOldest(wantedFreeBytes, use);
+    if (!hasGained && mayGoOn(use)) {
+        restsUntil_ = clock_.monotonicNow() + kRest;
+    }
+}
+
+// True when room was gained by it.
+QCoro::Task<bool> OldestFirst::removeOldest(qint64 wantedFreeBytes, StorageUse use)
+{
+    const auto before = freeBytes();
     const std::set<Candidate> candidates = std::exchange(oldest_, {});
     std::set<CameraAddress> touched;
+    int removed = 0;
+    const auto isVain = [&] { return removed >= kMostInVain && freeBytes() <= before; };
     for (const Candidate &candidate : candidates) {
-        if (!mayGoOn(use) || isEnough(wantedFreeBytes)) {
+        if (isVain() || !mayGoOn(use) || isEnough(wantedFreeBytes)) {
             break;
         }
         if (remove(candidate)) {
             touched.insert(candidate.camera);
+            ++removed;
         }
         co_await letEventsRun(&slice_, &clock_);
-    }
-    if (touched.empty() && mayGoOn(use)) {
-        restsUntil_ = clock_.monotonicNow() + kRest;
     }
     for (const CameraAddress camera : touched) {
         Q_EMIT imagesDeleted(camera);
     }
+    co_return removed > 0 && !isVain();
 }
 
 // Candidates from a folder that is no longer in force would be deleted in another.
@@ -94,7 +112,8 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
 {
     folders_[camera] = storage_.cameraFolder(camera);
     const FolderFiles folder(folders_[camera], FolderLinks::Refused);
-    if (!folder.isOpen() || !mayGoOn(use)) {
+    const FolderFiles storage(storage_.native(storage_.inForce()));
+    if (!folder.isOpen() || !folder.isOnDiskOf(storage) || !mayGoOn(use)) {
         co_return;
     }
     const WallTime local = clock_.localNow();
@@ -110,7 +129,7 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
     const auto visit = [&](QByteArrayView name) {
         const auto date = dateInName(name);
         if (date && *date < *newest) {
-            take({*date, camera, name.toByteArray()});
+            take({*date, camera, name.toByteArray()}, folder);
         }
     };
     while (mayGoOn(use) && scan.readSome(visit)) {
@@ -118,11 +137,15 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
     }
 }
 
-void OldestFirst::take(const Candidate &candidate)
+void OldestFirst::take(const Candidate &candidate, const FolderFiles &folder)
 {
-    oldest_.insert(candidate);
-    if (oldest_.size() > kAtOnce) {
-        oldest_.erase(std::prev(oldest_.end()));
+    const bool isFull = oldest_.size() >= kAtOnce;
+    const bool isAmongThem = !isFull || candidate < *oldest_.rbegin();
+    if (isAmongThem && folder.isOnlyName(candidate.name.constData())) {
+        oldest_.insert(candidate);
+        if (isFull) {
+            oldest_.erase(std::prev(oldest_.end()));
+        }
     }
 }
 

@@ -11,6 +11,7 @@
 #include <QCoro/QCoroTask>
 #include <QObject>
 
+#include <optional>
 #include <set>
 #include <tuple>
 #include <vector>
@@ -18,8 +19,9 @@
 namespace velmora {
 
 /// Only files named like captured images are touched, never a camera's newest, never through a
-/// link, and none of a camera whose newest image is dated later than the clock. What was deleted is
-/// recorded in the file Velmora.deleted in the program folder.
+/// link, and none of a camera whose newest image is dated later than the clock; nor any whose
+/// deletion would free nothing: in a folder on a disk of its own, or with a second name. What was
+/// deleted is recorded in the file Velmora.deleted in the program folder.
 class OldestFirst : public QObject
 {
     Q_OBJECT
@@ -31,9 +33,10 @@ public:
     [[nodiscard]] bool isRunning() const { return running_; }
 
     /// Deletes until that many bytes are free on the storage folder's disk, or nothing is left that
-    /// may go. cameras: those whose images may be deleted. Does nothing while it is running, and
-    /// for ten minutes after it found nothing to delete: looking through all folders is work. Stops
-    /// where it is when the storage box is entered.
+    /// may go, or a hundred images went without gain (a disk that keeps old states does not free
+    /// what is deleted). cameras: those whose images may be deleted. Does nothing while it is
+    /// running, and for ten minutes after it found nothing to delete or gained nothing: looking
+    /// through all folders is work. Stops where it is when the storage box is entered.
     void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
 
 Q_SIGNALS:
@@ -54,8 +57,10 @@ private:
 
     QCoro::Task<> run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
     QCoro::Task<> look(CameraAddress camera, StorageUse use);
+    QCoro::Task<bool> removeOldest(qint64 wantedFreeBytes, StorageUse use);
     [[nodiscard]] bool mayGoOn(const StorageUse &use) const;
-    void take(const Candidate &candidate);
+    void take(const Candidate &candidate, const FolderFiles &folder);
+    [[nodiscard]] std::optional<qint64> freeBytes() const;
     [[nodiscard]] bool isEnough(qint64 wantedFreeBytes) const;
     bool remove(const Candidate &candidate);
     void record(const Candidate &candidate);

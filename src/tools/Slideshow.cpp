@@ -81,6 +81,7 @@ void Slideshow::begin()
     face_.count = data_.files.count();
     folder_ = data_.files.folder();
     current_ = 0;
+    told_ = 0;
     face_.range = {1, face_.count};
     face_.tDebut = fileAt(1).name.left(kDayLetters);
     face_.tFin = fileAt(face_.count).name.left(kDayLetters);
@@ -118,7 +119,18 @@ void Slideshow::followList()
         face_.range.end = count;
     }
     face_.count = count;
+    keepPlace();
     showRange();
+}
+
+// The new images may stand before the one on show.
+void Slideshow::keepPlace()
+{
+    const std::optional<int> shown = data_.files.find(face_.image);
+    if (shown && told_ > 0) {
+        current_ += *shown + 1 - told_;
+        told_ = *shown + 1;
+    }
 }
 
 void Slideshow::moveTo(int index)
@@ -192,6 +204,7 @@ void Slideshow::sDebut_Change(int value)
         range.end = range.start;
     }
     current_ = std::max(current_, range.start);
+    told_ = current_;
     showRange();
 }
 
@@ -211,6 +224,7 @@ void Slideshow::sFin_Change(int value)
     } else {
         startTimer();
     }
+    told_ = current_;
     showRange();
 }
 
@@ -223,6 +237,9 @@ void Slideshow::setRange(const PlayRange &range)
     if (current_ < range.start || current_ > range.end) {
         current_ = range.start;
     }
+    if (told_ < range.start || told_ > range.end) {
+        told_ = current_;
+    }
     if (isPlaying() && range.start == range.end) {
         timer_.stop();
     } else if (isPlaying() && !timer_.isActive()) {
@@ -233,7 +250,7 @@ void Slideshow::setRange(const PlayRange &range)
 
 void Slideshow::showRange()
 {
-    showCounters();
+    showNumbers(told_);
     if (face_.range.start >= 1) {
         face_.tDebut = fileAt(face_.range.start).name.left(kDayLetters);
     }
@@ -245,9 +262,15 @@ void Slideshow::showRange()
 
 void Slideshow::showCounters()
 {
+    told_ = current_;
+    showNumbers(told_);
+}
+
+void Slideshow::showNumbers(int position)
+{
     const PlayRange &range = face_.range;
-    face_.Compte = ratio(current_, range.end);
-    face_.Compte0 = ratio(current_ - range.start + 1, range.end - range.start + 1);
+    face_.Compte = ratio(position, range.end);
+    face_.Compte0 = ratio(position - range.start + 1, range.end - range.start + 1);
 }
 
 void Slideshow::vitesse_Change(int value)

@@ -106,8 +106,10 @@ private:
     void load();
     void setPaused(bool paused);
     void followList();
+    void keepPlace();
     void showRange();
     void showCounters();
+    void showNumbers(int position);
     [[nodiscard]] ImageFile fileAt(int position) const;
 
     const SettingsFile &settings_;
@@ -117,6 +119,7 @@ private:
     FilmFace face_;
     QString folder_; // whose images are played
     int current_ = 0;
+    int told_ = 0; // the position in the counters: that of the image on show, once it plays
     bool open_ = false;
     bool paused_ = false;
     bool held_ = false;

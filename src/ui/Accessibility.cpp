@@ -23,6 +23,13 @@ QString plainText(const QLabel &label)
     return label.buddy() != nullptr ? text.remove(u'&') : text; // the mark of a key
 }
 
+// The toolkit would tell the tool tip's markup.
+QString plainTip(const QWidget &widget)
+{
+    const QString tip = widget.toolTip();
+    return Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
+}
+
 /// Announces a label's new text. A label tells no one, but is repainted.
 class TextWatch final : public QObject
 {
@@ -72,6 +79,9 @@ public:
         if (kind == QAccessible::Value) {
             return value;
         }
+        if (kind == QAccessible::Description && label_.accessibleDescription().isEmpty()) {
+            return plainTip(label_);
+        }
         if (kind != QAccessible::Name) {
             return QAccessibleWidget::text(kind);
         }
@@ -93,6 +103,24 @@ public:
 
 private:
     QLabel &label_;
+};
+
+/// Serves pictures and lamps: described by what they show, and by nothing while they show nothing.
+class PictureInterface final : public QAccessibleWidget
+{
+public:
+    explicit PictureInterface(QWidget &picture)
+        : QAccessibleWidget(&picture, QAccessible::Graphic)
+    {
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        if (kind == QAccessible::Description) {
+            return widget()->accessibleDescription();
+        }
+        return kind == QAccessible::Help ? plainTip(*widget()) : QAccessibleWidget::text(kind);
+    }
 };
 
 /// Serves the windows of this program and their plain parts: a widget may become a window, or a
@@ -126,7 +154,7 @@ QAccessibleInterface *describe(const QString &, QObject *object)
     }
     auto *const widget = qobject_cast<QWidget *>(object);
     if (qobject_cast<PictureView *>(object) != nullptr || qobject_cast<Lamp *>(object) != nullptr) {
-        return new QAccessibleWidget(widget, QAccessible::Graphic);
+        return new PictureInterface(*widget);
     }
     return widget != nullptr && isPlain(*widget) ? new WindowInterface(widget) : nullptr;
 }

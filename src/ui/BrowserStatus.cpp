@@ -2,13 +2,24 @@
 
 #include "cameras/CameraChoices.h"
 
+#include <chrono>
+
 namespace velmora {
+namespace {
+
+constexpr std::chrono::minutes kNoticeTime{1};
+
+} // namespace
 
 BrowserStatus::BrowserStatus(const Widgets &widgets, const CaptureStatus &status)
     : widgets_(widgets)
     , status_(status)
     , line_(widgets.txtLog)
+    , notice_(new QTimer(&widgets.txtLog))
 {
+    notice_->setSingleShot(true);
+    notice_->setInterval(kNoticeTime);
+    connect(notice_, &QTimer::timeout, this, [this] { line_.endNotice(); });
     holdSize(widgets_.ctrT, QStringLiteral("00"));
     holdSize(widgets_.NbCapt, QStringLiteral("000000"));
     holdSize(widgets_.Capt, QStringLiteral("0:0"));
@@ -32,6 +43,12 @@ void BrowserStatus::showStored(CameraAddress camera)
 void BrowserStatus::showFailed(const QString &camera, const QString &reason)
 {
     line_.tellEvent(tr("Camera %1: %2").arg(camera, reason));
+}
+
+void BrowserStatus::tellNotice(const QString &text)
+{
+    line_.tellNotice(text);
+    notice_->start();
 }
 
 void BrowserStatus::tellSearch(const QString &text)

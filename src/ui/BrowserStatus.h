@@ -7,6 +7,8 @@
 #include "ui/StatusLine.h"
 #include "view/CaptureStatus.h"
 
+#include <QTimer>
+
 namespace velmora {
 
 class BrowserStatus : public QObject
@@ -31,6 +33,10 @@ public:
     /// A message for the user.
     void tell(const QString &text) { line_.tell(text); }
 
+    /// A message that is to be read beside a hundred cameras: it stays for a minute, whatever the
+    /// capture does.
+    void tellNotice(const QString &text);
+
     /// The outcome of a search; an empty text when it found the image.
     void tellSearch(const QString &text);
 
@@ -44,6 +50,7 @@ private:
     Widgets widgets_;
     const CaptureStatus &status_;
     StatusLine line_;
+    QTimer *notice_; // of the line
     int stored_ = 0;
 };
 

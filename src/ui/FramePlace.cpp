@@ -74,8 +74,10 @@ void FramePlace::settle()
     // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked for just before
     const QPoint wanted = *std::exchange(wanted_, std::nullopt);
     const QRect whole(wanted, handle->frameGeometry().size());
-    const QPoint corner = reachable(whole, frame.top());
-    Q_EMIT framed({corner, whole.size()}); // a window that does not fit would be put elsewhere
+    // a window that does not fit would be put elsewhere
+    Q_EMIT framed({reachable(whole, frame.top()), whole.size()});
+    const QSize fitted = window_.size().grownBy(frame);
+    const QPoint corner = reachable({wanted, fitted}, frame.top());
     handle->setPosition(corner + QPoint(frame.left(), frame.top()));
 }
 

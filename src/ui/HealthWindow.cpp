@@ -66,6 +66,7 @@ void HealthWindow::makeTable()
     view_ = new QTableView;
     view_->setObjectName(QStringLiteral("healthTable"));
     view_->setAccessibleName(tr("Cameras and how they deliver"));
+    view_->setToolTip(tr("Ctrl+S sorts by the column of the cursor, and back"));
     view_->setModel(shown_);
     view_->setItemDelegateForColumn(HealthTable::Lamp, new LampDelegate(view_));
     view_->setItemDelegateForColumn(HealthTable::Day, new HourBarsDelegate(view_));
@@ -100,6 +101,7 @@ void HealthWindow::makeChoices()
                       HealthChoice::Mail);
     deletion_ = choiceBox(tr("&Delete the oldest images when the disk is nearly full"),
                           "healthDelete", HealthChoice::DeleteOldest);
+    deletion_->setToolTip(tr("Until no less is free than below, or half of the disk"));
     stop_ = choiceBox(tr("&Stop the capture before the disk is full"), "healthStop",
                       HealthChoice::StopWhenFull);
     never_ = new QCheckBox(tr("The selected camera is n&ever late"));
@@ -180,6 +182,7 @@ void HealthWindow::bind()
     key(Qt::Key_Return, [this] { goToCamera(); });
     key(Qt::Key_Enter, [this] { goToCamera(); });
     key(QKeySequence::Copy, [this] { copy(); });
+    key(Qt::CTRL | Qt::Key_S, [this] { sortByCursor(); });
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 }
 
@@ -187,6 +190,9 @@ void HealthWindow::present()
 {
     lateTimes_->leave();
     limit_->leave();
+    if (!isVisible()) {
+        filter_->clear();
+    }
     book_.followTable();
     table_.refresh();
     showChoices();
@@ -288,6 +294,15 @@ void HealthWindow::setNever(bool never)
     if (const auto camera = current()) {
         options_.setNever(*camera, never);
     }
+}
+
+// As a click on the title of its column does.
+void HealthWindow::sortByCursor()
+{
+    const int column = std::max(0, view_->currentIndex().column());
+    const bool isAgain = shown_->sortColumn() == column;
+    const bool isUp = isAgain ? shown_->sortOrder() == Qt::DescendingOrder : true;
+    view_->sortByColumn(column, isUp ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
 void HealthWindow::goToCamera()

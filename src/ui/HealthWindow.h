@@ -53,6 +53,7 @@ private:
     void showRoom();
     void showNever();
     void setNever(bool never);
+    void sortByCursor();
     void goToCamera();
     void copy();
     [[nodiscard]] std::optional<CameraAddress> current() const;

@@ -2,9 +2,11 @@
 
 #include "ui/HeatColour.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -38,11 +40,28 @@ qsizetype HourBars::imagesOf(int hour) const
 
 void HourBars::showHour()
 {
-    const QString text =
-        calendar_.chosen() ? tr("%1 h: %2 images").arg(hour_).arg(imagesOf(hour_)) : QString();
-    setAccessibleDescription(text);
-    setToolTip(text);
+    setAccessibleDescription(hourText(hour_));
     update();
+}
+
+QString HourBars::hourText(int hour) const
+{
+    return calendar_.chosen() ? tr("%1 h: %2 images").arg(hour).arg(imagesOf(hour)) : QString();
+}
+
+int HourBars::hourAt(int x) const
+{
+    return std::clamp(x * kHoursOfDay / width(), 0, kHoursOfDay - 1);
+}
+
+bool HourBars::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *const help = static_cast<QHelpEvent *>(event);
+        QToolTip::showText(help->globalPos(), hourText(hourAt(help->x())), this);
+        return true;
+    }
+    return QWidget::event(event);
 }
 
 void HourBars::paintEvent(QPaintEvent *)
@@ -75,8 +94,7 @@ void HourBars::paintEvent(QPaintEvent *)
 void HourBars::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
-        hour_ = std::clamp(static_cast<int>(event->position().x()) * kHoursOfDay / width(), 0,
-                           kHoursOfDay - 1);
+        hour_ = hourAt(static_cast<int>(event->position().x()));
         showHour();
         calendar_.goToHour(hour_);
     }

@@ -18,6 +18,9 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// The tool tip is that of the hour under the pointer.
+    bool event(QEvent *event) override;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -26,6 +29,8 @@ protected:
 private:
     void showHour();
     [[nodiscard]] qsizetype imagesOf(int hour) const;
+    [[nodiscard]] QString hourText(int hour) const;
+    [[nodiscard]] int hourAt(int x) const;
 
     Calendar &calendar_;
     int hour_ = 12;

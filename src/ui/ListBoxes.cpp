@@ -69,6 +69,7 @@ void ChoiceList::showTip(int row)
     }
     lines.removeAll(QString());
     const QString tip = lines.join(u'\n');
+    item(row)->setData(Qt::AccessibleDescriptionRole, tip);
     item(row)->setToolTip(Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip);
 }
 

@@ -23,6 +23,19 @@ void StatusLine::tell(const QString &text)
     show(text.isEmpty() ? standing() : Words{Kind::Message, text});
 }
 
+void StatusLine::tellNotice(const QString &text)
+{
+    show({Kind::Notice, text});
+}
+
+void StatusLine::endNotice()
+{
+    if (shown_.kind == Kind::Notice) {
+        const Words words = standing();
+        show(words.text.isEmpty() ? Words{Kind::Event, lastEvent_} : words);
+    }
+}
+
 void StatusLine::tellSearch(const QString &text)
 {
     if (!text.isEmpty()) {
@@ -35,6 +48,9 @@ void StatusLine::tellSearch(const QString &text)
 void StatusLine::tellEvent(const QString &text)
 {
     const bool isOther = std::exchange(lastEvent_, text) != text;
+    if (shown_.kind == Kind::Notice) {
+        return;
+    }
     if (standing().text.isEmpty()) {
         show({Kind::Event, text});
     } else if (isOther) {

@@ -20,6 +20,11 @@ public:
     /// A message for the user; an empty one clears the previous one.
     void tell(const QString &text);
 
+    /// A message that stays while the capture goes on, until another takes its place or
+    /// endNotice().
+    void tellNotice(const QString &text);
+    void endNotice();
+
     /// The outcome of a search. An empty text clears such a message, and no other.
     void tellSearch(const QString &text);
 
@@ -37,7 +42,7 @@ public:
     void tellHalt();
 
 private:
-    enum class Kind { Message, Search, Event, Kept, Halt };
+    enum class Kind { Message, Notice, Search, Event, Kept, Halt };
 
     struct Words
     {

@@ -261,13 +261,18 @@ void planche::showFailed(CameraAddress camera, const QString &reason)
 
 void planche::showRoom(const QString &text)
 {
-    ui_->bHealth->setToolTip(text.isEmpty() ? tr("Which cameras deliver (Ctrl+H)")
-                                            : tr("Which cameras deliver (Ctrl+H); %1").arg(text));
+    ui_->diskRoom->setText(text);
+    setPlainToolTip(*ui_->diskRoom, text);
 }
 
 void planche::showLate(const std::vector<CameraAddress> &late)
 {
     lists_.showLate(late);
+}
+
+void planche::showNotice(const QString &text)
+{
+    status_.tellNotice(text);
 }
 
 void planche::showMessage(const QString &text)

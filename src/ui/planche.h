@@ -59,6 +59,9 @@ public:
 
     void showMessage(const QString &text);
 
+    /// A message that stays for a minute beside what the capture does.
+    void showNotice(const QString &text);
+
     /// Shows the room on the disk, at the counter of stored images.
     void showRoom(const QString &text);
 

@@ -63,6 +63,25 @@ TEST_F(ProgramDeskTest, TellsTheLastFailuresAndTheCameraInHand)
     EXPECT_EQ(report->loading, (CameraAddress{0, 1}));
 }
 
+TEST_F(ProgramDeskTest, TellsWhichCamerasAreLateAndSinceWhen)
+{
+    house.addCamera({3, 7}, QStringLiteral("http://cam/a.jpg"));
+    house.addCamera({3, 8}, QStringLiteral("http://cam/b.jpg"));
+    HealthBook health(house.table, house.storage, clock, house.scope);
+    health.load();
+    ProgramDesk desk(folder, house.table, house.store);
+    desk.open();
+    const std::optional<ProgramReport> silent = beside([this] { return askProgram(folder); });
+    ASSERT_TRUE(silent);
+    EXPECT_FALSE(silent->late);
+    desk.follow(health);
+    health.setLate({3, 7}, true);
+    const std::optional<ProgramReport> report = beside([this] { return askProgram(folder); });
+    ASSERT_TRUE(report && report->late);
+    EXPECT_EQ(report->late->size(), 1U);
+    EXPECT_EQ(report->late->at({3, 7}), health.now());
+}
+
 TEST_F(ProgramDeskTest, LeavesOutTheFailureOfACameraThatIsNoLongerThere)
 {
     house.addCamera({3, 7}, QStringLiteral("http://cam/a.jpg"));

@@ -131,7 +131,7 @@ TEST_F(ProgramStorage, IsNotCalledGoneWhileItIsTyped)
     QTest::keyClick(&box(), Qt::Key_Return);
     clock_.advance(6s);
     EXPECT_EQ(browserLine(),
-              QStringLiteral("The storage folder C:\\none\\ is gone; nothing is stored."));
+              QStringLiteral("There is no storage folder C:\\none\\; nothing is stored."));
 }
 
 TEST_F(ProgramStorage, IsTheFolderInForceWhenTheProgramEndsWithAnEmptiedBox)

@@ -66,6 +66,17 @@ TEST(CameraHealth, AllTogetherDeliverTheSum)
     EXPECT_EQ(bytesADay(CameraHealths(), now), 0);
 }
 
+TEST(CameraHealth, TakesItsRateFromTheTimeInWhichItDelivered)
+{
+    const CameraHealth fresh = delivering(6, 1min); // 1000 bytes each
+    EXPECT_EQ(fresh.bytesADay(kBegin + 6min), 1'440'000);
+    EXPECT_GE(fresh.bytesADay(kBegin + 2h), 72'000) << "nothing came since";
+    EXPECT_LE(fresh.bytesADay(kBegin + 2h), 144'000);
+    const CameraHealth known = delivering(180, 1min);
+    EXPECT_EQ(known.bytesADay(kBegin + 3h), 1'440'000);
+    EXPECT_EQ(CameraHealth().bytesADay(kBegin), 0);
+}
+
 TEST(CameraHealth, CountsFailuresInARowSinceTheFirst)
 {
     CameraHealth camera = delivering(2, 1min);

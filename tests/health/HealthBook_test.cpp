@@ -216,6 +216,43 @@ TEST_F(HealthBookTest, KeepsWhatItKnowsOfAFolderThatIsAwayWhenItIsToBeCountedAne
     EXPECT_EQ(book_.camera(kOne).images, 2);
 }
 
+TEST_F(HealthBookTest, ForgetsNothingWhileTheDriveOfTheStorageFolderIsAway)
+{
+    QDir drives(house_.tree.path(u"drives"));
+    drives.mkpath(QStringLiteral("d/in"));
+    house_.storage.beginEdit();
+    house_.storage.edit(QStringLiteral("D:\\in\\"));
+    house_.storage.putInForce();
+    add(kOne);
+    book_.load();
+    book_.addImage(kOne, kImage);
+    book_.setLate(kOne, true);
+    const auto since = book_.camera(kOne).lateSince;
+    drives.rename(QStringLiteral("d"), QStringLiteral("unplugged"));
+    book_.followTable();
+    book_.addFailure(kOne, QStringLiteral("no disk"));
+    EXPECT_EQ(book_.cameras(), std::vector{kOne});
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+    drives.rename(QStringLiteral("unplugged"), QStringLiteral("d"));
+    book_.followTable();
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+    EXPECT_EQ(book_.camera(kOne).lateSince, since);
+}
+
+TEST_F(HealthBookTest, BlamesNoCameraForTheTimeBeforeItWasAdded)
+{
+    book_.load();
+    clock_.advance(1min);
+    add(kOne);
+    house_.putImage(kOne, QStringLiteral("20060301_1300000714.jpg"));
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+    EXPECT_LT(book_.quiet(kOne), 1min);
+    clock_.advance(20min);
+    EXPECT_GE(book_.quiet(kOne), 20min);
+}
+
 TEST_F(HealthBookTest, CountsNothingTwice)
 {
     add(kOne);

@@ -68,6 +68,19 @@ TEST_F(HealthTableTest, PutsLateBeforeFailingBeforeUnknownBeforeGood)
     EXPECT_EQ(text(2, HealthTable::Lamp), QStringLiteral("good"));
 }
 
+TEST_F(HealthTableTest, PutsTheLongestFailingAboveThoseThatDoNotFail)
+{
+    table_.refresh();
+    const auto failing = [this](int row) {
+        return table_.index(row, HealthTable::FailedFor).data(HealthTable::kSortRole).toLongLong();
+    };
+    book_.addFailure(kOne, QStringLiteral("no answer"));
+    clock_.advance(1min);
+    book_.addFailure(kTwo, QStringLiteral("no answer"));
+    EXPECT_GT(failing(0), failing(1));
+    EXPECT_GT(failing(1), failing(2));
+}
+
 TEST_F(HealthTableTest, ShowsWhatIsKnown)
 {
     table_.refresh();

@@ -238,6 +238,36 @@ TEST_F(HealthWatchTest, TellsOfTheStorageFolderAndBlamesNoCameraForIt)
     EXPECT_FALSE(isLate(kOne));
 }
 
+TEST_F(HealthWatchTest, SaysOfAFolderThatWasNeverSeenOnlyThatItIsNotThere)
+{
+    house_.storage.beginEdit();
+    house_.storage.edit(QStringLiteral("C:\\none\\"));
+    house_.storage.putInForce();
+    clock_.advance(5s);
+    ASSERT_EQ(notices_.size(), 1);
+    EXPECT_EQ(notices_.first(),
+              QStringLiteral("There is no storage folder C:\\none\\; nothing is stored."));
+    QDir(house_.tree.path(u"drives/c")).mkdir(QStringLiteral("none"));
+    house_.storage.testSA();
+    clock_.advance(5s);
+    ASSERT_EQ(notices_.size(), 2);
+    EXPECT_EQ(notices_.last(), QStringLiteral("The storage folder C:\\none\\ is there."));
+}
+
+TEST_F(HealthWatchTest, EmptiesNoMoreThanHalfOfTheDisk)
+{
+    const QString old = QStringLiteral("20050101_0000000101.jpg");
+    house_.putImage(kOne, old);
+    house_.putImage(kOne, QStringLiteral("20060307_1405090714.jpg"));
+    HealthOptions(house_.settings).set(HealthChoice::DeleteOldest, true);
+    house_.settings.write(u"Health", u"LimitMB", u"999999999");
+    const auto room = diskRoom(house_.tree.path(u"drives/c/in"));
+    ASSERT_TRUE(room);
+    clock_.advance(5s);
+    EXPECT_TRUE(watch_.isDiskLow());
+    EXPECT_EQ(house_.images(kOne).contains(old), room->freeBytes >= room->allBytes / 2);
+}
+
 TEST_F(HealthWatchTest, StopsTheCaptureOnAFullDiskOnlyWhenThatIsChosen)
 {
     house_.settings.write(u"Health", u"LimitMB", u"999999999");

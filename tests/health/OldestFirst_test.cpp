@@ -8,6 +8,7 @@
 
 #include <limits>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace velmora::test {
 namespace {
@@ -90,6 +91,19 @@ TEST_F(OldestFirstTest, FollowsNoLinkOfAFolder)
     QFile::link(house_.tree.path(u"elsewhere"), folder);
     makeRoom();
     EXPECT_TRUE(house_.tree.exists(QStringLiteral("elsewhere/") + kOld));
+}
+
+TEST_F(OldestFirstTest, KeepsAnImageWithASecondNameWhichWouldFreeNothing)
+{
+    house_.putImage(kOne, kOld);
+    house_.putImage(kOne, kOlder);
+    const QByteArray older =
+        QFile::encodeName(house_.tree.path(house_.folder(kOne)) + u'/' + kOlder);
+    const QByteArray second = QFile::encodeName(house_.tree.path(u"backup.jpg"));
+    ASSERT_EQ(::link(older.constData(), second.constData()), 0);
+    makeRoom();
+    EXPECT_EQ(went(), QStringList({QStringLiteral("0:1 ") + kOld}));
+    EXPECT_EQ(house_.images(kOne), QStringList({kOlder, kNewest}));
 }
 
 TEST_F(OldestFirstTest, DeletesNothingByAClockThatIsBehindTheImages)

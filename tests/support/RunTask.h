@@ -14,6 +14,12 @@
 namespace velmora::test {
 namespace detail {
 
+#if __has_feature(address_sanitizer)
+inline constexpr int kPatience = 10; // with an instrumented program
+#else
+inline constexpr int kPatience = 1;
+#endif
+
 struct TaskRun
 {
     QEventLoop loop;
@@ -41,7 +47,7 @@ inline void runToEnd(QCoro::Task<> task, std::chrono::milliseconds limit = std::
 {
     const auto run = std::make_shared<detail::TaskRun>();
     const QCoro::Task<> watch = detail::watchRun(std::move(task), run);
-    QTimer::singleShot(limit, &run->loop, &QEventLoop::quit);
+    QTimer::singleShot(limit * detail::kPatience, &run->loop, &QEventLoop::quit);
     if (!run->done) {
         run->loop.exec();
     }

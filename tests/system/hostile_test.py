@@ -9,9 +9,10 @@ import answers
 import house
 from camera_server import CameraServer
 from house import GREEN, RED, House, camera_lists
+from waiting import PATIENCE
 
 TIME_OUT_SECONDS = 5
-SLACK_SECONDS = 5  # for a loaded machine; successive time-outs would take half a minute
+SLACK_SECONDS = 5 + 2 * (PATIENCE - 1)  # for a loaded machine; successive time-outs would take half a minute
 
 BAD = {
     "hang": answers.hang,

@@ -6,6 +6,8 @@ import signal
 import subprocess
 import threading
 
+from waiting import PATIENCE
+
 DISPLAY_KEYS = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
 
 
@@ -76,6 +78,7 @@ class Program:
 
     def wait(self, seconds):
         """The exit status; a process that does not end is killed and fails the test."""
+        seconds *= PATIENCE
         try:
             status = self.process.wait(seconds)
         except subprocess.TimeoutExpired:

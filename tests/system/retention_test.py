@@ -8,6 +8,7 @@ import house
 from answers import fresh, long_missing_page
 from camera_server import CameraServer
 from house import House, camera_lists
+from waiting import PATIENCE
 
 TICKED, OTHER = 0, 1
 
@@ -70,6 +71,7 @@ class RetentionTest(unittest.TestCase):
         self.house.capture("--passes", "1")
         self.assertLessEqual(set(before), {p.name for p in elsewhere.iterdir()})
 
+    @unittest.skipIf(PATIENCE > 1, "an instrumented program does not get that far in one pass")
     def test_deletes_twenty_thousand_images_beside_a_capture(self):
         folder = self.house.folder(self.urls[TICKED])
         newest = name_of(1)

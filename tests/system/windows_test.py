@@ -1,6 +1,7 @@
 """The program's windows under three window managers: which is above which, which has the keyboard focus, and where
 a window reappears."""
 
+import shutil
 import time
 import unittest
 
@@ -225,6 +226,37 @@ class PlaceTest(WindowCase):
         browser = self.start()
         until(lambda: self.corner(browser)[1] == 0, 5, lambda: f"the top ({self.corner(browser)})")
         self.assertGreater(self.corner(browser)[0] + self.desktop.place(browser).width, 50)
+
+
+    def test_a_title_bar_stays_in_reach_of_a_window_that_is_made_smaller(self):
+        for manager, size in (("xfwm4", "1280x720"), ("openbox", "1366x768")):
+            with self.subTest(manager=manager):
+                self.begin(manager, size, {"Planche.Top": "3000", "Planche.Left": "-12000"})
+                browser = self.start()
+                until(lambda: self.in_sight(browser) >= 100, 5, lambda: f"the bar ({self.in_sight(browser)} pixels)")
+                self.doCleanups()
+
+    def in_sight(self, window):
+        """How many pixels of a frame that begins left of the screen are on it."""
+        frame = self.desktop.frame(window)
+        return self.corner(window)[0] + self.desktop.place(window).width + frame.left + frame.right
+
+
+class FirstStartTest(WindowCase):
+    """Without a storage folder the main window comes first: the user has to name one."""
+
+    def test_the_main_window_is_in_front_with_the_keyboard(self):
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.begin(manager, "1280x720")
+                shutil.rmtree(self.house.storage)
+                self.program = self.house.start(env=self.desktop.environment())
+                main = self.desktop.window(MAIN, MAIN_WIDTH)
+                self.desktop.window(TITLE)
+                until(lambda: not self.splash(), 10, "the end of the start box")
+                self.wait_for_keyboard(main, "the main window with the keyboard")
+                self.assertEqual(main, self.desktop.stacking()[-1])
+                self.doCleanups()
 
 
 class WithoutManagerTest(WindowCase):

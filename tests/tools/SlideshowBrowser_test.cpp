@@ -68,6 +68,26 @@ TEST_F(SlideshowBrowser, APausedOneGetsANewImageAtItsEnd)
     EXPECT_FALSE(isRunning());
 }
 
+TEST_F(SlideshowBrowser, APausedOneCountsAtTheImageOnShowWhateverComes)
+{
+    open(30);
+    tick(3);
+    film_.PauseCine_MouseDown();
+    const QString shown = face().image.name;
+    ASSERT_EQ(face().Compte, QStringLiteral("3 / 30"));
+    house_.put(kCamera, QStringLiteral("20991231_2359593123.jpg"));
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(face().Compte, QStringLiteral("3 / 31"));
+    EXPECT_EQ(face().Compte0, QStringLiteral("3 / 31"));
+    house_.put(kCamera, QStringLiteral("20000101_0000000101.jpg")); // before all others
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(face().Compte, QStringLiteral("4 / 32"));
+    EXPECT_EQ(face().image.name, shown);
+    EXPECT_EQ(film_.current(), 5) << "the next one is still the next";
+}
+
 TEST_F(SlideshowBrowser, APausedOneKeepsTheEndThatWasChosen)
 {
     openAt(30, 5, 20);

@@ -4,6 +4,7 @@
 #include "WindowHouse.h"
 #include "ui/BoxEdit.h"
 #include "ui/DayNumbers.h"
+#include "ui/ToolTips.h"
 #include "ui/Zoom.h"
 
 #include <QAccessible>
@@ -62,6 +63,22 @@ TEST_F(AccessibilityTest, WindowsAreWindowsAndPicturesPictures)
     EXPECT_EQ(told(QStringLiteral("LampSA")).role(), QAccessible::Graphic);
     Zoom zoom;
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&zoom)->role(), QAccessible::Window);
+}
+
+TEST_F(AccessibilityTest, APictureIsDescribedByWhatItShowsAndALabelInPlainText)
+{
+    auto &picture = house_.find<QWidget>(QStringLiteral("iWeb"));
+    picture.setToolTip(QStringLiteral("a tip"));
+    picture.setAccessibleDescription({});
+    QAccessibleInterface &told = *QAccessible::queryAccessibleInterface(&picture);
+    EXPECT_EQ(told.text(QAccessible::Description), QString());
+    EXPECT_EQ(told.text(QAccessible::Help), QStringLiteral("a tip"));
+    picture.setAccessibleDescription(QStringLiteral("/in/a.jpg"));
+    EXPECT_EQ(told.text(QAccessible::Description), QStringLiteral("/in/a.jpg"));
+    QLabel label(QStringLiteral("text"));
+    setPlainToolTip(label, QStringLiteral("<b>Bold</b> & Co."));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Description),
+              QStringLiteral("<b>Bold</b> & Co."));
 }
 
 TEST_F(AccessibilityTest, WhatWasDescribedBeforeItStoodInItsWindowIsNoWindow)

@@ -7,6 +7,8 @@
 #include "ui/LateColour.h"
 
 #include <QAbstractScrollArea>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -80,6 +82,17 @@ TEST_F(CalendarWindowTest, AClickOnAnHourGoesToTheNearestImage)
     QTest::mouseClick(&hours, Qt::LeftButton, {}, {hours.width() - 3, 5});
     EXPECT_EQ(house_.browser.shown().files.ListIndex(), kImages - 1);
     EXPECT_TRUE(hours.accessibleDescription().startsWith(QStringLiteral("23 h")));
+}
+
+TEST_F(CalendarWindowTest, TheTipOfTheHoursIsThatOfTheHourUnderThePointer)
+{
+    QWidget &hours = part("calendarHours");
+    const QPoint last(hours.width() - 3, 5);
+    QHelpEvent help(QEvent::ToolTip, last, hours.mapToGlobal(last));
+    QApplication::sendEvent(&hours, &help);
+    EXPECT_TRUE(QToolTip::text().startsWith(QStringLiteral("23 h:")))
+        << QToolTip::text().toStdString();
+    QToolTip::hideText();
 }
 
 TEST_F(CalendarWindowTest, ShiftChoosesSeveralDays)

@@ -6,6 +6,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -110,6 +111,32 @@ TEST_F(HealthWindowTest, SortsByTheColumnThatIsClicked)
     QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, title);
     EXPECT_EQ(first, cell(kCameras - 1, HealthTable::Camera));
     EXPECT_NE(first, cell(0, HealthTable::Camera));
+}
+
+TEST_F(HealthWindowTest, SortsByTheColumnOfTheCursor)
+{
+    const auto sorted = [this] {
+        const QHeaderView &header = *table().horizontalHeader();
+        return std::pair(header.sortIndicatorSection(), header.sortIndicatorOrder());
+    };
+    for (int i = 0; i < HealthTable::Failures; ++i) {
+        QTest::keyClick(&table(), Qt::Key_Right);
+    }
+    QTest::keyClick(&table(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(sorted(), std::pair(int{HealthTable::Failures}, Qt::AscendingOrder));
+    QTest::keyClick(&table(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(sorted(), std::pair(int{HealthTable::Failures}, Qt::DescendingOrder));
+}
+
+TEST_F(HealthWindowTest, ShowsAllCamerasWhenItIsOpenedAgain)
+{
+    QTest::keyClicks(&table(), QStringLiteral("garage"));
+    ASSERT_EQ(table().model()->rowCount(), 1);
+    window_.present();
+    EXPECT_EQ(table().model()->rowCount(), 1) << "only raised";
+    window_.close();
+    window_.present();
+    EXPECT_EQ(table().model()->rowCount(), kCameras);
 }
 
 TEST_F(HealthWindowTest, CopiesItsRowsAsText)

@@ -40,6 +40,33 @@ TEST_F(PlancheTest, CountsAndNamesStoredImages)
     EXPECT_EQ(text(QStringLiteral("txtLog")), QStringLiteral("Image stored"));
 }
 
+TEST_F(PlancheTest, KeepsANoticeForAMinuteWhateverTheCaptureDoes)
+{
+    house_.open();
+    house_.house.addCamera({1, 2}, cameraUrl({1, 2}));
+    house_.window.showNotice(QStringLiteral("Camera 0:1 is back."));
+    house_.house.load({1, 2});
+    EXPECT_EQ(text(QStringLiteral("txtLog")), QStringLiteral("Camera 0:1 is back."));
+    auto &minute = *house_.find<QLabel>(QStringLiteral("txtLog")).findChild<QTimer *>();
+    EXPECT_EQ(minute.intervalAsDuration(), std::chrono::minutes{1});
+    minute.start(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !minute.isActive(); }));
+    EXPECT_TRUE(text(QStringLiteral("txtLog")).contains(QStringLiteral("no such camera")));
+    house_.window.showNotice(QStringLiteral("first"));
+    house_.window.showMessage(QStringLiteral("second"));
+    EXPECT_EQ(text(QStringLiteral("txtLog")), QStringLiteral("second"));
+}
+
+TEST_F(PlancheTest, ShowsTheRoomOnTheDisk)
+{
+    house_.open();
+    const QString room = QStringLiteral("12 GB free, full in 12 days at this rate");
+    house_.window.showRoom(room);
+    EXPECT_EQ(text(QStringLiteral("diskRoom")), room);
+    EXPECT_EQ(house_.find<QLabel>(QStringLiteral("diskRoom")).toolTip(), room);
+    EXPECT_GE(house_.find<QLabel>(QStringLiteral("txtLog")).width(), 90);
+}
+
 TEST_F(PlancheTest, SaysWhatFailed)
 {
     house_.open();

@@ -24,9 +24,11 @@ Worth worthOf(const Answer &answer)
                                                                 : Worth::NotDated;
 }
 
-ImageDates imageDates(const QString &header, const QString &stored)
+ImageDates imageDates(const QString &header, const QString &stored, const KeepChoice &choice)
 {
-    return {header, CalculDate(header), dateFromText(stored)};
+    const std::optional<WallTime> modified = CalculDate(header);
+    const bool isNone = !modified && choice.keep != Keep::Dated;
+    return {isNone ? QString() : header, modified, dateFromText(stored)};
 }
 
 FolderState folderState(const QString &folder)

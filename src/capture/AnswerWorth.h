@@ -35,8 +35,10 @@ enum class Worth {
 [[nodiscard]] Worth worthOf(const Answer &answer);
 
 /// The dates of a picture. header: Last-Modified as sent; stored: the text stored for the last
-/// image kept.
-[[nodiscard]] ImageDates imageDates(const QString &header, const QString &stored);
+/// image kept. For a camera whose undated pictures are compared, a header that is not a date is
+/// none; otherwise it has rules of its own.
+[[nodiscard]] ImageDates imageDates(const QString &header, const QString &stored,
+                                    const KeepChoice &choice);
 
 /// What a picture finds in its camera's folder. folder: native path.
 [[nodiscard]] FolderState folderState(const QString &folder);

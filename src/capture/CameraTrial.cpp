@@ -11,7 +11,7 @@ namespace {
 
 QString newWhy(const Answer &answer)
 {
-    if (!answer.dates.header.isEmpty()) {
+    if (answer.dates.modified) {
         return QStringLiteral("new: date of the server");
     }
     if (!isCompared(answer)) {
@@ -37,7 +37,7 @@ QString inWords(const Answer &answer)
                               : QStringLiteral("unchanged: date of the server");
 }
 
-// Why an answer is no picture; empty when it may be one.
+// Why an answer would not be kept, or is a web page; empty when it may be a picture.
 QString whyNoPicture(const HttpReply &reply)
 {
     if (reply.outcome != FetchOutcome::Arrived) {
@@ -46,6 +46,17 @@ QString whyNoPicture(const HttpReply &reply)
     const QString page = webPageRemark(reply.body.head());
     const bool isShort = page.isEmpty() && reply.body.size() < kLeastPictureBytes;
     return isShort ? QStringLiteral("too short for a picture") : page;
+}
+
+// What is no picture is kept all the same: it may be one of a kind that is not known here.
+QString verdict(const QString &url, const HttpReply &reply, const Answer &answer)
+{
+    const QString why = whyNoPicture(reply);
+    if (!why.isEmpty()) {
+        return why;
+    }
+    const QString remark = contentRemark(url, reply.body.head(), reply.contentType);
+    return remark.isEmpty() ? inWords(answer) : remark + QStringLiteral("; ") + inWords(answer);
 }
 
 } // namespace
@@ -96,8 +107,7 @@ QCoro::Task<TrialResult> CameraTrial::judged(TrialRequest request, HttpReply rep
     }
     const Answer picture = answer(request, reply, mark);
     result.differencePercent = differencePercent(picture.mark, picture.stored);
-    const QString why = whyNoPicture(reply);
-    result.verdict = why.isEmpty() ? inWords(picture) : why;
+    result.verdict = verdict(request.address, reply, picture);
     co_return result;
 }
 
@@ -105,8 +115,9 @@ Answer CameraTrial::answer(const TrialRequest &request, const HttpReply &reply,
                            const PictureMark &mark) const
 {
     const QString folder = uses_.storage.folderText(encodeFolderName(request.address));
-    return {imageDates(reply.lastModified, uses_.table.value(keys::kLastModified, request.camera)),
-            request.keep, mark, storedMark(uses_.table.settings().snapshot(), request.camera),
+    const QString stored = uses_.table.value(keys::kLastModified, request.camera);
+    return {imageDates(reply.lastModified, stored, request.keep), request.keep, mark,
+            storedMark(uses_.table.settings().snapshot(), request.camera),
             folderState(uses_.storage.native(folder))};
 }
 

@@ -35,8 +35,11 @@ QStringList arguments()
 }
 
 // ffmpeg's own syntax for a list of inputs; a quote within quotes interrupts them.
+// ffmpeg knows the names of protocols in small letters only.
 QByteArray inputList(QByteArray url)
 {
+    const qsizetype scheme = std::max<qsizetype>(0, url.indexOf(':'));
+    url.replace(0, scheme, url.first(scheme).toLower());
     url.replace("'", "'\\''");
     return "ffconcat version 1.0\nfile '" + url + "'\noption rtsp_flags prefer_tcp\n";
 }

@@ -182,11 +182,11 @@ void ImageStore::judge(Arrival &arrival, const HttpReply &reply) const
 {
     Answer &answer = arrival.answer;
     arrival.record = uses_.table.record(arrival.settings, arrival.camera);
-    answer.dates = imageDates(reply.lastModified, arrival.record.lastModified);
+    answer.dates = imageDates(reply.lastModified, arrival.record.lastModified, answer.choice);
     answer.folder = folderState(arrival.place.folder);
     if (!isCompared(answer)) {
         arrival.worth = worthOf(answer);
-        const QString remark = dateRemark(reply.lastModified);
+        const QString remark = dateRemark(answer.dates);
         arrival.remark = arrival.remark.isEmpty() ? remark : arrival.remark;
         return;
     }
@@ -209,10 +209,12 @@ void ImageStore::name(Arrival &arrival, const QString &url, const QString &conte
 
 void ImageStore::noticeDates(const Arrival &arrival)
 {
-    if (!arrival.answer.dates.header.isEmpty()) {
+    const Answer &answer = arrival.answer;
+    if (answer.choice.keep != Keep::Dated) {
+        undatedWatch_.forget(arrival.camera);
+    } else if (answer.dates.modified) {
         undatedWatch_.addDated(arrival.camera);
-    } else if (arrival.answer.choice.keep == Keep::Dated &&
-               undatedWatch_.addUndated(arrival.camera)) {
+    } else if (undatedWatch_.addUndated(arrival.camera, arrival.address)) {
         Q_EMIT undatedNoticed(arrival.camera);
     }
 }

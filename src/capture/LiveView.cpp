@@ -5,6 +5,7 @@
 #include "base/Folders.h"
 #include "base/WorkSlice.h"
 #include "cameras/CameraChoices.h"
+#include "capture/CameraUrl.h"
 #include "capture/PictureRemark.h"
 
 #include <QFile>
@@ -14,6 +15,8 @@
 
 namespace velmora {
 namespace {
+
+constexpr std::chrono::milliseconds kTypingPause{300};
 
 QString clickToZoom()
 {
@@ -98,6 +101,10 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     }
     Q_EMIT targetChanged(stored);
 
+    if (isRtsp(url)) { // for each letter typed, a program would be started
+        const Wake wake = co_await clock_.sleep(kTypingPause, stop);
+        Q_UNUSED(wake);
+    }
     HttpReply reply = co_await fetch(camera, url, stop);
     if (stop.stop_requested()) {
         co_return;

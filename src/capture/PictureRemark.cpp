@@ -40,8 +40,10 @@ QString contentRemark(const QString &url, QByteArrayView head, const QString &ty
 QString webPageRemark(QByteArrayView head)
 {
     constexpr qsizetype kMostTitle = 80;
-    static const QRegularExpression page(QStringLiteral("^\\s*(<!doctype html|<html|<head)"),
-                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression page(QStringLiteral("^\\x{FEFF}?(\\s|<\\?[^>]*>|<!--.*?-->)*"
+                                                        "<(!doctype html|html|head|body|script)"),
+                                         QRegularExpression::CaseInsensitiveOption |
+                                             QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression titled(QStringLiteral("<title[^>]*>(.*?)</title>"),
                                            QRegularExpression::CaseInsensitiveOption |
                                                QRegularExpression::DotMatchesEverythingOption);
@@ -54,12 +56,11 @@ QString webPageRemark(QByteArrayView head)
                            : QStringLiteral("not a picture: a web page titled \"%1\"").arg(title);
 }
 
-QString dateRemark(const QString &lastModified)
+QString dateRemark(const ImageDates &dates)
 {
-    return lastModified.isEmpty()
-               ? QStringLiteral("no date comes with its pictures (Last-Modified): one is stored, "
-                                "and another only once the folder is empty")
-               : QString();
+    return dates.modified ? QString()
+                          : QStringLiteral("no date comes with its pictures (Last-Modified): one "
+                                           "is stored, and another only once the folder is empty");
 }
 
 } // namespace velmora

@@ -1,6 +1,8 @@
 // Remarks for the user about a camera whose answer is no picture or is odd.
 #pragma once
 
+#include "capture/NewImageRule.h"
+
 #include <QByteArrayView>
 #include <QString>
 
@@ -17,7 +19,7 @@ namespace velmora {
 /// The same for an answer that is a web page, with the page's title; empty for any other.
 [[nodiscard]] QString webPageRemark(QByteArrayView head);
 
-/// What is odd about a picture's date (the header "Last-Modified", empty for none).
-[[nodiscard]] QString dateRemark(const QString &lastModified);
+/// What is odd about a picture's dates: that it has none.
+[[nodiscard]] QString dateRemark(const ImageDates &dates);
 
 } // namespace velmora

@@ -34,8 +34,9 @@ class AnswerWorth : public testing::TestWithParam<WorthRow>
 TEST_P(AnswerWorth, FollowsTheRuleThatIsChosen)
 {
     const WorthRow &row = GetParam();
-    EXPECT_EQ(worthOf({imageDates(row.header, kStored), {row.keep}, kMark, row.stored, row.folder}),
-              row.worth);
+    const KeepChoice choice{row.keep};
+    const ImageDates dates = imageDates(row.header, kStored, choice);
+    EXPECT_EQ(worthOf({dates, choice, kMark, row.stored, row.folder}), row.worth);
 }
 
 const WorthRow kRows[] = {
@@ -66,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(Rules, AnswerWorth, testing::ValuesIn(kRows),
 
 TEST(IsCompared, OnlyWithoutADateAndWhereChosen)
 {
-    const ImageDates dated = imageDates(kHeader, {});
+    const ImageDates dated = imageDates(kHeader, {}, {});
     EXPECT_TRUE(isCompared({{}, {Keep::Differing}, {}, {}, {}}));
     EXPECT_TRUE(isCompared({{}, {Keep::Clearly}, {}, {}, {}}));
     EXPECT_FALSE(isCompared({{}, {Keep::Dated}, {}, {}, {}}));
@@ -75,12 +76,21 @@ TEST(IsCompared, OnlyWithoutADateAndWhereChosen)
 
 TEST(ImageDates, AreThoseOfTheAnswerAndOfTheSettings)
 {
-    const ImageDates dates = imageDates(kHeader, kStored);
+    const ImageDates dates = imageDates(kHeader, kStored, {});
     EXPECT_EQ(dates.header, kHeader);
     EXPECT_EQ(dates.modified, CalculDate(kHeader));
     EXPECT_EQ(dates.stored, dates.modified);
-    EXPECT_FALSE(imageDates({}, {}).modified);
-    EXPECT_FALSE(imageDates({}, {}).stored);
+    EXPECT_FALSE(imageDates({}, {}, {}).modified);
+    EXPECT_FALSE(imageDates({}, {}, {}).stored);
+}
+
+TEST(ImageDates, TakeAHeaderThatIsNoDateForNoneWherePicturesAreCompared)
+{
+    const QString header = QStringLiteral("garbage");
+    EXPECT_EQ(imageDates(header, {}, {Keep::Dated}).header, header);
+    EXPECT_EQ(imageDates(header, {}, {Keep::Differing}).header, QString());
+    EXPECT_TRUE(isCompared(
+        {imageDates(QStringLiteral("-1"), {}, {Keep::Clearly}), {Keep::Clearly}, {}, {}, {}}));
 }
 
 } // namespace

@@ -109,6 +109,14 @@ TEST_F(FrameGrabberTest, TellsItsLastLineWithoutThePassword)
     EXPECT_FALSE(reply.failure.contains(QStringLiteral("first")));
 }
 
+TEST_F(FrameGrabberTest, NamesTheProtocolInSmallLetters)
+{
+    install("cat > $OUT/input\n" + kJpeg);
+    const HttpRequest request = requestFor(QStringLiteral("RTSP://Cam:322/Live"), 20s);
+    EXPECT_EQ(resultOf(grabber.fetch(request, {})).outcome, FetchOutcome::Arrived);
+    EXPECT_TRUE(tree.read(u"input").contains("file 'rtsp://Cam:322/Live'"));
+}
+
 TEST_F(FrameGrabberTest, KillsItWithItsChildrenAtTheTimeLimit)
 {
     install("echo $$ > $OUT/pid\nsleep 100 & echo $! > $OUT/child\nwait");

@@ -117,6 +117,36 @@ TEST_F(Undated, IsToldOfAtTheThirdPicture)
     EXPECT_EQ(noticed_, QStringList{QStringLiteral("0:3")});
 }
 
+TEST_F(Undated, IsToldOfAgainForAnotherCameraInTheRow)
+{
+    for (int i = 0; i < 4; ++i) {
+        load(2000);
+    }
+    ASSERT_EQ(noticed_.size(), 1);
+    const QString other = QStringLiteral("http://other/a.jpg");
+    house_.addCamera(kCamera, other);
+    source_.answer(other, goodReply({}, 2000));
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(noticed_.size(), i < 3 ? 1 : 2);
+        house_.load(kCamera);
+    }
+}
+
+TEST_F(Undated, TakesAHeaderThatIsNoDateForNone)
+{
+    choose({Keep::Differing});
+    for (const qsizetype size : {2000, 3000, 3000, 4000}) {
+        load(size, QStringLiteral("-1"));
+    }
+    EXPECT_EQ(house_.images(kCamera).size(), 3);
+    EXPECT_TRUE(house_.images(kCamera).first().startsWith(u"20060307_"));
+    choose({Keep::Dated});
+    for (int i = 0; i < 3; ++i) {
+        load(2000, QStringLiteral("-1"));
+    }
+    EXPECT_EQ(noticed_.size(), 1);
+}
+
 TEST_F(Undated, IsNotToldOfWhenItIsChosenOrDated)
 {
     for (int i = 0; i < 4; ++i) {

@@ -53,6 +53,17 @@ TEST(PictureRemark, NamesTheTypeOfWhatIsNoPicture)
     EXPECT_LT(contentRemark(url, "x", QString(5000, u'x')).size(), 100);
 }
 
+TEST(PictureRemark, KnowsAWebPageByWhatStandsBeforeItToo)
+{
+    for (const char *const head :
+         {"\xEF\xBB\xBF<html>", "<?xml version=\"1.0\"?>\n<!DOCTYPE html>",
+          "<!-- Copyright\n <b> -->\n<html>", "<script>location='/login'</script>", "<body>"}) {
+        EXPECT_TRUE(webPageRemark(head).startsWith(u"not a picture: a web page")) << head;
+    }
+    EXPECT_EQ(webPageRemark("<?xml version=\"1.0\"?><svg>"), QString());
+    EXPECT_EQ(webPageRemark("{\"error\": \"<html>\"}"), QString());
+}
+
 TEST(PictureRemark, NamesAWebPageByItsTitle)
 {
     EXPECT_EQ(webPageRemark(" <!DOCTYPE HTML><title lang=en> A\npage </title>"),
@@ -66,8 +77,8 @@ TEST(PictureRemark, NamesAWebPageByItsTitle)
 
 TEST(PictureRemark, SaysThatNoDateComes)
 {
-    EXPECT_TRUE(dateRemark(QString()).contains(u"no date"));
-    EXPECT_EQ(dateRemark(QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT")), QString());
+    EXPECT_TRUE(dateRemark(ImageDates()).contains(u"no date"));
+    EXPECT_EQ(dateRemark({{}, WallTime(), {}}), QString());
 }
 
 } // namespace

@@ -153,19 +153,12 @@ std::variant<FilmRequest, QString> filmRequest(const QCommandLineParser &parser)
     return request;
 }
 
-// Too few images for the requested time are shown longer each.
 FilmRate thinOut(FilmPicks &picks, const FilmRequest &request)
 {
     picks.keepEvery(request.every);
     const FilmRate rate = request.rate.value_or(FilmRate());
-    if (!request.seconds) {
-        return rate;
-    }
-    const qint64 wanted = std::max<qint64>(1, *request.seconds * rate.pictures / rate.seconds);
-    const qsizetype all = picks.count();
-    picks.keepAtMost(wanted);
-    const bool isShort = all > 0 && all < wanted && !request.rate;
-    return isShort ? FilmRate{all, *request.seconds} : rate;
+    return request.seconds ? fillSeconds(picks, *request.seconds, rate, request.rate.has_value())
+                           : rate;
 }
 
 } // namespace velmora

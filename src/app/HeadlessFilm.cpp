@@ -1,5 +1,6 @@
 #include "app/HeadlessFilm.h"
 
+#include "base/Folders.h"
 #include "base/NativePaths.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
@@ -49,12 +50,17 @@ QString HeadlessFilm::imageFolder()
 {
     const SettingsSnapshot settings = SettingsFile(programFolder_).snapshot();
     const QString url = CameraTable::schedule(settings, request_.camera).url;
-    if (url.isEmpty()) {
-        return {};
-    }
-    camera_ = nameOrAddress(settings, request_.camera);
     const QString storage = storedStorage(settings);
-    return NativePaths(programFolder_).native(storage + encodeFolderName(url)).value_or(QString());
+    const NativePaths paths(programFolder_);
+    if (url.isEmpty()) {
+        problem_ = tr("There is no camera %1.").arg(cameraText(request_.camera));
+    } else if (!folderExists(paths.native(storage).value_or(QString()))) {
+        problem_ = tr("The storage folder %1 is not there.").arg(storage);
+    } else {
+        camera_ = nameOrAddress(settings, request_.camera);
+        return paths.native(storage + encodeFolderName(url)).value_or(QString());
+    }
+    return {};
 }
 
 QCoro::Task<> HeadlessFilm::run()
@@ -63,7 +69,7 @@ QCoro::Task<> HeadlessFilm::run()
     FilmOrder order;
     order.folder = imageFolder();
     if (order.folder.isEmpty()) {
-        report(FilmEnd::Failed, tr("There is no camera %1.").arg(cameraText(request_.camera)));
+        report(FilmEnd::Failed, problem_);
         co_return;
     }
     order.names = co_await reader_.names(order.folder, scope_.stopToken());

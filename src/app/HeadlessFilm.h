@@ -50,6 +50,7 @@ private:
     FolderReader reader_;
     FilmExport film_;
     QString camera_;
+    QString problem_; // why there are no images to make a film of
     int shownPercent_ = -1;
     int status_ = kFailed;
 };

@@ -10,6 +10,7 @@ namespace velmora {
 namespace {
 
 constexpr int kSmallest = 2;
+constexpr int kMostOfGif = 50; // pictures a second
 
 struct Encoder
 {
@@ -71,13 +72,16 @@ QStringList optionsOf(FilmForm form, const QString &encoder)
     return found == rowOf(form).encoders.end() ? QStringList() : words(found->options);
 }
 
-QString filters(FilmForm form, QSize size)
+// A GIF counts in hundredths of a second, and viewers show anything shorter than two far longer.
+QString filters(FilmForm form, FilmRate rate, QSize size)
 {
-    return QStringLiteral("scale=%1:%2:force_original_aspect_ratio=decrease,"
-                          "pad=%1:%2:(ow-iw)/2:(oh-ih)/2:black,setsar=1,%3")
-        .arg(size.width())
-        .arg(size.height())
-        .arg(QLatin1String(rowOf(form).filter));
+    const bool isTooFast = form == FilmForm::Gif && rate.perSecond() > kMostOfGif;
+    const QString slower = isTooFast ? QStringLiteral("fps=%1,").arg(kMostOfGif) : QString();
+    return slower + QStringLiteral("scale=%1:%2:force_original_aspect_ratio=decrease,"
+                                   "pad=%1:%2:(ow-iw)/2:(oh-ih)/2:black,setsar=1,%3")
+                        .arg(size.width())
+                        .arg(size.height())
+                        .arg(QLatin1String(rowOf(form).filter));
 }
 
 } // namespace
@@ -142,7 +146,7 @@ QStringList ffmpegArguments(FilmForm form, const QString &encoder, FilmRate rate
     arguments += {QStringLiteral("-framerate"),
                   QStringLiteral("%1/%2").arg(rate.pictures).arg(rate.seconds)};
     arguments += words("-c:v mjpeg -i pipe:0 -map_metadata -1 -filter_complex");
-    arguments += filters(form, size);
+    arguments += filters(form, rate, size);
     arguments += {QStringLiteral("-c:v"), encoder};
     arguments += optionsOf(form, encoder);
     arguments += {QStringLiteral("-f"), filmExtension(form), QStringLiteral("file:") + path};

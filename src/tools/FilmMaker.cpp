@@ -1,9 +1,11 @@
 #include "tools/FilmMaker.h"
 
+#include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 
 #include <QDateTime>
 #include <QFile>
+#include <QImageReader>
 
 #include <algorithm>
 
@@ -13,6 +15,7 @@ namespace {
 constexpr qsizetype kMomentLetters = 15;
 constexpr qint64 kEnoughToTell = 20; // images, before the remaining time is more than a guess
 constexpr QSize kUsualSize{640, 480};
+constexpr int kMostLooked = 1000; // names without a date
 
 } // namespace
 
@@ -54,62 +57,83 @@ bool FilmMaker::isOfShownCamera() const
     return uses_.data.files.folder() == folderText_;
 }
 
-// A paused film may extend beyond what is left of the list.
-QString FilmMaker::momentAt(qsizetype position) const
+// A paused film may extend beyond what is left of the list. Beside the images there may be files
+// that are named like one, but without a date: then it is that of the next in the direction of the
+// step.
+QString FilmMaker::momentAt(qsizetype position, int step) const
 {
     const std::shared_ptr<const ImageNames> names = this->names();
-    if (names->count() == 0) {
-        return {};
+    qsizetype at = std::clamp<qsizetype>(position, 0, names->count() - 1);
+    for (int looked = 0; looked < kMostLooked && at >= 0 && at < names->count(); ++looked) {
+        const QString name = QFile::decodeName(names->name(at).left(kMomentLetters));
+        const QDateTime moment = QDateTime::fromString(name, QStringLiteral("yyyyMMdd_HHmmss"));
+        if (moment.isValid()) {
+            return moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        }
+        at += step;
     }
-    const qsizetype listed = std::clamp<qsizetype>(position, 0, names->count() - 1);
-    const QString name = QFile::decodeName(names->name(listed).left(kMomentLetters));
-    const QDateTime moment = QDateTime::fromString(name, QStringLiteral("yyyyMMdd_HHmmss"));
-    return moment.isValid() ? moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) : QString();
+    return {};
 }
 
 FilmWish FilmMaker::usualWish() const
 {
     FilmWish wish;
+    if (!hasImages()) {
+        return wish;
+    }
     const PlayRange range = uses_.film.isOpen() && isOfShownCamera()
                                 ? uses_.film.face().range
                                 : PlayRange{1, static_cast<int>(names()->count())};
-    wish.from = momentAt(range.start - 1);
-    wish.to = momentAt(range.end - 1);
+    wish.from = momentAt(range.start - 1, 1);
+    wish.to = momentAt(range.end - 1, -1);
     return wish;
 }
 
-FilmPicks FilmMaker::picks(const FilmWish &wish) const
+FilmMaker::Plan FilmMaker::plan(const FilmWish &wish) const
 {
+    Plan plan{{}, {wish.picturesPerSecond, 1}};
     const auto span = filmSpan(wish.from, wish.to);
     if (!span) {
-        return {};
+        return plan;
     }
-    FilmPicks picks = filmPicks(*names(), *span, wish.hours);
+    plan.picks = filmPicks(*names(), *span, wish.hours);
     if (wish.thinning == FilmThinning::Every) {
-        picks.keepEvery(wish.thinningNumber);
+        plan.picks.keepEvery(wish.thinningNumber);
     } else if (wish.thinning == FilmThinning::Seconds) {
-        picks.keepAtMost(qsizetype{wish.thinningNumber} * wish.picturesPerSecond);
+        plan.rate = fillSeconds(plan.picks, wish.thinningNumber, plan.rate, false);
     }
-    return picks;
+    return plan;
 }
 
 FilmForecast FilmMaker::forecast(const FilmWish &wish) const
 {
+    const Plan plan = this->plan(wish);
     FilmForecast forecast;
     forecast.isRangeGood = filmSpan(wish.from, wish.to).has_value();
-    forecast.images = picks(wish).count();
-    forecast.seconds = static_cast<double>(forecast.images) / wish.picturesPerSecond;
-    const QSize size = filmSize(wish.size.isEmpty() ? kUsualSize : wish.size);
+    forecast.images = plan.picks.count();
+    forecast.seconds = static_cast<double>(forecast.images) / plan.rate.perSecond();
+    const QSize size = filmSize(wish.size.isEmpty() ? sizeOfFirst(plan) : wish.size);
     forecast.bytes = filmBytes(wish.form, size, forecast.images);
     return forecast;
 }
 
+// From its header alone.
+QSize FilmMaker::sizeOfFirst(const Plan &plan) const
+{
+    const QSize size = QImageReader(pathOf(plan, 0)).size();
+    return size.isEmpty() ? kUsualSize : size;
+}
+
+QString FilmMaker::pathOf(const Plan &plan, qsizetype at) const
+{
+    return at < plan.picks.count()
+               ? folder_ + u'/' + QFile::decodeName(names()->name(plan.picks.position(at)))
+               : QString();
+}
+
 QString FilmMaker::picture(const FilmWish &wish, qsizetype at) const
 {
-    const FilmPicks picked = picks(wish);
-    return at < picked.count()
-               ? folder_ + u'/' + QFile::decodeName(names()->name(picked.position(at)))
-               : QString();
+    return pathOf(plan(wish), at);
 }
 
 void FilmMaker::play(const FilmWish &wish)
@@ -126,22 +150,28 @@ void FilmMaker::play(const FilmWish &wish)
     }
 }
 
+// A disk that is away has lost no images.
+bool FilmMaker::hasFolder()
+{
+    if (folderExists(folder_)) {
+        return true;
+    }
+    result_.clear();
+    Q_EMIT ended(tr("The folder of the images is not there: %1").arg(folderText_));
+    return false;
+}
+
 void FilmMaker::makeFilm(const FilmWish &wish, const QString &target)
 {
-    if (isBusy()) {
+    if (isBusy() || !hasFolder()) {
         return;
     }
     began_ = uses_.clock.monotonicNow();
     target_ = target;
     result_.clear();
-    film_.start({folder_,
-                 names(),
-                 picks(wish),
-                 {wish.picturesPerSecond, 1},
-                 wish.size,
-                 wish.isStamped,
-                 camera_,
-                 target});
+    const Plan plan = this->plan(wish);
+    film_.start(
+        {folder_, names(), plan.picks, plan.rate, wish.size, wish.isStamped, camera_, target});
 }
 
 QString FilmMaker::endText(FilmEnd end, const QString &text)
@@ -162,7 +192,7 @@ QString FilmMaker::endText(FilmEnd end, const QString &text)
 
 void FilmMaker::copyImages(const FilmWish &wish, const QString &folder)
 {
-    if (isBusy()) {
+    if (isBusy() || !hasFolder()) {
         return;
     }
     began_ = uses_.clock.monotonicNow();
@@ -170,7 +200,7 @@ void FilmMaker::copyImages(const FilmWish &wish, const QString &folder)
     result_.clear();
     copying_ = true;
     stopCopy_ = std::stop_source();
-    uses_.scope.launch(copy({folder_, names(), picks(wish), folder}));
+    uses_.scope.launch(copy({folder_, names(), plan(wish).picks, folder}));
 }
 
 QCoro::Task<> FilmMaker::copy(CopyOrder order)
@@ -178,7 +208,9 @@ QCoro::Task<> FilmMaker::copy(CopyOrder order)
     const std::stop_callback atEnd(uses_.scope.stopToken(), [this] { stopCopy_.request_stop(); });
     co_await copy_.run(std::move(order), stopCopy_.get_token());
     copying_ = false;
-    result_ = copy_.tally().error ? QString() : target_;
+    const CopyTally &tally = copy_.tally();
+    const bool hasCopies = !tally.error && tally.copied + tally.there > 0;
+    result_ = hasCopies ? target_ : QString();
     Q_EMIT ended(copyText());
 }
 

@@ -16,7 +16,7 @@ namespace velmora {
 enum class FilmThinning {
     None,
     Every,  // every n-th image
-    Seconds // as many as make the film last so long
+    Seconds // as many as make the film last so long; too few are shown longer each
 };
 
 /// As the window's controls have it.
@@ -110,8 +110,19 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] std::shared_ptr<const ImageNames> names() const;
-    [[nodiscard]] FilmPicks picks(const FilmWish &wish) const;
-    [[nodiscard]] QString momentAt(qsizetype position) const;
+
+    /// What a film shows, and how fast.
+    struct Plan
+    {
+        FilmPicks picks;
+        FilmRate rate;
+    };
+
+    [[nodiscard]] Plan plan(const FilmWish &wish) const;
+    [[nodiscard]] QSize sizeOfFirst(const Plan &plan) const;
+    [[nodiscard]] QString pathOf(const Plan &plan, qsizetype at) const;
+    [[nodiscard]] QString momentAt(qsizetype position, int step) const;
+    bool hasFolder();
     [[nodiscard]] QString endText(FilmEnd end, const QString &text);
     QCoro::Task<> copy(CopyOrder order);
     [[nodiscard]] QString copyText() const;

@@ -130,4 +130,13 @@ FilmPicks filmPicks(const ImageNames &names, qsizetype first, qsizetype last,
     return picks;
 }
 
+FilmRate fillSeconds(FilmPicks &picks, int seconds, FilmRate rate, bool isFixed)
+{
+    const qint64 wanted = std::max<qint64>(1, seconds * rate.pictures / rate.seconds);
+    const qsizetype all = picks.count();
+    picks.keepAtMost(wanted);
+    const bool isShort = all > 0 && all < wanted && !isFixed;
+    return isShort ? FilmRate{all, seconds} : rate;
+}
+
 } // namespace velmora

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "browser/ImageNames.h"
+#include "tools/FilmForm.h"
 
 #include <QString>
 
@@ -73,6 +74,10 @@ private:
     std::optional<qsizetype> kept_; // positions in all runs
     qsizetype every_ = 1;
 };
+
+/// Keeps as many of these as a film of that length shows, spread evenly; too few are shown longer
+/// each, unless the rate is fixed. seconds: 1 or more. Returns the film's rate.
+[[nodiscard]] FilmRate fillSeconds(FilmPicks &picks, int seconds, FilmRate rate, bool isFixed);
 
 /// The images of a list within a span and those hours.
 [[nodiscard]] FilmPicks filmPicks(const ImageNames &names, const FilmSpan &span,

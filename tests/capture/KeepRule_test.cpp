@@ -165,24 +165,24 @@ TEST(UndatedDate, IsTheClocksThatWasSetBack)
 TEST(UndatedWatch, TellsOfACameraOnce)
 {
     UndatedWatch watch;
-    EXPECT_FALSE(watch.addUndated({0, 3}));
-    EXPECT_FALSE(watch.addUndated({0, 3}));
-    EXPECT_FALSE(watch.addUndated({0, 4}));
-    EXPECT_TRUE(watch.addUndated({0, 3}));
+    EXPECT_FALSE(watch.addUndated({0, 3}, {}));
+    EXPECT_FALSE(watch.addUndated({0, 3}, {}));
+    EXPECT_FALSE(watch.addUndated({0, 4}, {}));
+    EXPECT_TRUE(watch.addUndated({0, 3}, {}));
     for (int i = 0; i < 10; ++i) {
-        EXPECT_FALSE(watch.addUndated({0, 3}));
+        EXPECT_FALSE(watch.addUndated({0, 3}, {}));
     }
 }
 
 TEST(UndatedWatch, CountsPicturesInARow)
 {
     UndatedWatch watch;
-    EXPECT_FALSE(watch.addUndated({0, 3}));
-    EXPECT_FALSE(watch.addUndated({0, 3}));
+    EXPECT_FALSE(watch.addUndated({0, 3}, {}));
+    EXPECT_FALSE(watch.addUndated({0, 3}, {}));
     watch.addDated({0, 3});
-    EXPECT_FALSE(watch.addUndated({0, 3}));
-    EXPECT_FALSE(watch.addUndated({0, 3}));
-    EXPECT_TRUE(watch.addUndated({0, 3}));
+    EXPECT_FALSE(watch.addUndated({0, 3}, {}));
+    EXPECT_FALSE(watch.addUndated({0, 3}, {}));
+    EXPECT_TRUE(watch.addUndated({0, 3}, {}));
 }
 
 } // namespace

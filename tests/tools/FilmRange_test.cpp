@@ -83,5 +83,31 @@ TEST(FilmRange, IsThinnedEvenly)
     EXPECT_EQ(picks.count(), 5);
 }
 
+TEST(FilmRange, FillsTheSecondsThatAreWanted)
+{
+    FilmPicks many;
+    many.add(0, 1000);
+    EXPECT_EQ(fillSeconds(many, 10, {25, 1}, false).pictures, 25);
+    EXPECT_EQ(many.count(), 250);
+    FilmPicks few;
+    few.add(0, 90);
+    const FilmRate slow = fillSeconds(few, 30, {25, 1}, false);
+    EXPECT_EQ(few.count(), 90);
+    EXPECT_DOUBLE_EQ(90 / slow.perSecond(), 30);
+    EXPECT_DOUBLE_EQ(fillSeconds(few, 30, {25, 1}, true).perSecond(), 25);
+}
+
+TEST(FilmForm, SlowsAGifToWhatViewersShow)
+{
+    const auto filters = [](FilmForm form, qint64 pictures) {
+        const QStringList arguments =
+            ffmpegArguments(form, QStringLiteral("gif"), {pictures, 1}, {64, 48}, {});
+        return arguments.at(arguments.indexOf(QStringLiteral("-filter_complex")) + 1);
+    };
+    EXPECT_TRUE(filters(FilmForm::Gif, 60).startsWith(u"fps=50,"));
+    EXPECT_FALSE(filters(FilmForm::Gif, 50).contains(u"fps="));
+    EXPECT_FALSE(filters(FilmForm::Mp4, 60).contains(u"fps="));
+}
+
 } // namespace
 } // namespace velmora::test

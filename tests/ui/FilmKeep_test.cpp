@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QImageReader>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -151,6 +152,50 @@ TEST_F(FilmKeepTest, ForecastsWhatIsTypedAndChosen)
     EXPECT_TRUE(forecast().contains(QStringLiteral("days or times")));
     EXPECT_FALSE(find<QPushButton>("filmMake").isEnabled());
     EXPECT_FALSE(find<QPushButton>("filmCopy").isEnabled());
+}
+
+TEST_F(FilmKeepTest, AFilmOfSecondsLastsThatLong)
+{
+    find<QComboBox>("filmThinning").setCurrentIndex(2);
+    find<QSpinBox>("filmThinningNumber").setValue(15);
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images, 15.0 seconds")))
+        << forecast().toStdString();
+    find<QSpinBox>("filmThinningNumber").setValue(1);
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("25 images, 1.0 seconds")));
+}
+
+TEST_F(FilmKeepTest, ForecastsByTheSizeOfTheFirstPicture)
+{
+    const QSize first = QImageReader(house_.imagePath({0, 0}, storedName(0))).size();
+    ASSERT_TRUE(first.isValid());
+    EXPECT_EQ(maker_.forecast(maker_.usualWish()).bytes,
+              filmBytes(FilmForm::Mp4, filmSize(first), 30));
+}
+
+TEST_F(FilmKeepTest, BeginsAndEndsWithTheImagesThatHaveADate)
+{
+    house_.house.putImage({0, 0}, QStringLiteral("2000_readme.jpg"));
+    house_.house.putImage({0, 0}, QStringLiteral("20zz.jpg"));
+    house_.browser.chooseCameraAgain();
+    house_.settle();
+    window_.present({});
+    EXPECT_EQ(maker_.usualWish().from, QStringLiteral("2006-03-07 00:00:00"));
+    EXPECT_EQ(maker_.usualWish().to, QStringLiteral("2006-03-07 00:00:29"));
+}
+
+TEST_F(FilmKeepTest, SaysThatTheImagesAreAwayInsteadOfCopyingNone)
+{
+    QDir(house_.house.tree.path(u"drives/c")).rename(QStringLiteral("in"), QStringLiteral("away"));
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    maker_.copyImages(maker_.usualWish(), out());
+    maker_.makeFilm(maker_.usualWish(), out(QStringLiteral("/a.mp4")));
+    ASSERT_EQ(ended.size(), 2);
+    for (const QList<QVariant> &told : ended) {
+        EXPECT_TRUE(told.first().toString().startsWith(
+            QStringLiteral("The folder of the images is not there: C:\\in\\")));
+    }
+    EXPECT_EQ(maker_.result(), QString());
+    EXPECT_FALSE(find<QPushButton>("filmOpen").isEnabled());
 }
 
 TEST_F(FilmKeepTest, WhatIsTypedIsTheRangeOfTheFilm)

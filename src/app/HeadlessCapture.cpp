@@ -46,7 +46,9 @@ void HeadlessCapture::connectReports()
         }
     });
     connect(&engine_.store(), &ImageStore::undatedNoticed, this, [this](CameraAddress camera) {
-        QTextStream(stderr) << "velmora: " << undatedNotice(settings(), camera) << Qt::endl;
+        QTextStream(stderr) << "velmora: " << undatedNotice(settings(), camera)
+                            << "; so does --set camera." << cameraText(camera) << ".keep=differing"
+                            << Qt::endl;
     });
     connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);

@@ -8,7 +8,7 @@ void ElideLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.drawText(contentsRect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), mode_, contentsRect().width()));
+                     fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width()));
 }
 
 } // namespace velmora

@@ -68,11 +68,9 @@ TEST_F(TransferSlotsTest, AHundredRunAtOnceAsAProcessIsUsuallyLimited)
     EXPECT_EQ(slots_.running(), 100);
 }
 
+#if !__has_feature(undefined_behavior_sanitizer) // an instrumented program opens files of its own
 TEST_F(TransferSlotsTest, OneMayAlwaysRun)
 {
-#if __has_feature(undefined_behavior_sanitizer)
-    GTEST_SKIP() << "the instruments need files of their own";
-#endif
     const OpenFileLimit limit(1);
     begin(3);
     EXPECT_EQ(entered_, QList<int>{0});
@@ -81,6 +79,7 @@ TEST_F(TransferSlotsTest, OneMayAlwaysRun)
     EXPECT_EQ(entered_, (QList<int>{0, 1, 2}));
     leave();
 }
+#endif
 
 TEST_F(TransferSlotsTest, FewFilesLetFewRunAndAllInTheOrderInWhichTheyCame)
 {

@@ -68,6 +68,23 @@ class DiskTest(HealthCase):
         names = [line.split()[-1] for line in went]
         self.assertEqual(sorted(names), names)
 
+    def test_deletes_nothing_on_another_disk(self):
+        self.write_settings(Health={"DeleteOldest": "1", "LimitMB": "10"})
+        other = self.house.folder(self.urls[0])
+        other.mkdir()
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=8M", "velmora-test", other], check=True)
+        self.addCleanup(subprocess.run, ["umount", "-l", other], check=True)
+        self.store(0, 5000, size=10_000, count=20)
+        self.store(1, 2000, size=10_000, count=20)
+        before = self.house.images(self.urls[0])
+        self.fill(5 * MEGABYTE)
+        program = self.house.start("--capture")
+        went = self.house.root / "Velmora.deleted"
+        until(lambda: went.exists() and went.read_text().count(" 0:1 ") >= 19, 40, program.report)
+        self.end(program)
+        self.assertEqual([], [p for p in before if not p.exists()])
+        self.assertNotIn(" 0:0 ", went.read_text())
+
     def test_deletes_nothing_that_is_not_chosen_and_stops_when_that_is(self):
         self.write_settings(Health={"StopWhenFull": "1", "LimitMB": "10"})
         self.store(0, 5000, size=100_000, count=10)

@@ -120,7 +120,8 @@ FilmForecast FilmMaker::forecast(const FilmWish &wish) const
 // From its header alone.
 QSize FilmMaker::sizeOfFirst(const Plan &plan) const
 {
-    const QSize size = QImageReader(pathOf(plan, 0)).size();
+    const QString path = pathOf(plan, 0);
+    const QSize size = path.isEmpty() ? QSize() : QImageReader(path).size();
     return size.isEmpty() ? kUsualSize : size;
 }
 

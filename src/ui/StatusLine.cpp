@@ -30,9 +30,12 @@ void StatusLine::tellNotice(const QString &text)
 
 void StatusLine::endNotice()
 {
+    const Words event{Kind::Event, lastEvent_};
+    if (beforeHalt_.kind == Kind::Notice) {
+        beforeHalt_ = event;
+    }
     if (shown_.kind == Kind::Notice) {
-        const Words words = standing();
-        show(words.text.isEmpty() ? Words{Kind::Event, lastEvent_} : words);
+        show(standing().text.isEmpty() ? event : standing());
     }
 }
 

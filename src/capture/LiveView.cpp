@@ -103,7 +103,9 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
 
     if (isRtsp(url)) { // for each letter typed, a program would be started
         const Wake wake = co_await clock_.sleep(kTypingPause, stop);
-        Q_UNUSED(wake);
+        if (wake == Wake::Stopped) {
+            co_return;
+        }
     }
     HttpReply reply = co_await fetch(camera, url, stop);
     if (stop.stop_requested()) {

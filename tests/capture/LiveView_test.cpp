@@ -69,6 +69,21 @@ TEST_F(Affiche, SaysThatItLoadsWhileItFetches)
     EXPECT_EQ(live_.captions(), (LiveCaptions{kClick, QStringLiteral("Local 7")}));
 }
 
+TEST_F(Affiche, StartsNoProgramForEachLetterOfAStreamsAddress)
+{
+    for (const char *const typed : {"rtsp://c", "rtsp://ca", "rtsp://cam"}) {
+        const QString url = QString::fromLatin1(typed);
+        answer(url, QByteArray(2000, 'x'));
+        begin(kShown, url);
+        clock_.advance(100ms);
+    }
+    EXPECT_EQ(fetches(), 0);
+    clock_.advance(300ms);
+    EXPECT_EQ(fetches(), 1);
+    begin(kShown, cameraUrl(kShown));
+    EXPECT_EQ(fetches(), 2) << "no other address waits";
+}
+
 TEST_F(Affiche, HidesTheLivePictureOfBeforeWhileItFetches)
 {
     show();

@@ -427,6 +427,7 @@ TEST(ChoiceListNames, AreFoundByTyping)
     ASSERT_FALSE(chosen.isEmpty());
     EXPECT_EQ(chosen.back().front().toInt(), 5);
     EXPECT_EQ(list.item(3)->toolTip(), QStringLiteral("0:3 Garage"));
+    EXPECT_EQ(list.item(3)->data(Qt::AccessibleDescriptionRole), QStringLiteral("0:3 Garage"));
     ChoiceList other;
     other.show();
     other.describe(6, {}, QStringLiteral("2nd floor"));

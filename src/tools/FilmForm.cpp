@@ -47,7 +47,7 @@ struct Row
 };
 
 // In the order of FilmForm.
-constexpr std::array<Row, kFilmForms.size()> kRows{{
+constexpr std::array<Row, kFilmForms.size()> kFormats{{
     {"mp4", "H.264 (.mp4)", kMp4Encoders, kColours, 0.1},
     {"webm", "VP9 or VP8 (.webm)", kWebMEncoders, kColours, 0.1},
     {"webp", "animated WebP (.webp)", kWebPEncoders, kColours, 0.6},
@@ -56,7 +56,7 @@ constexpr std::array<Row, kFilmForms.size()> kRows{{
 
 const Row &rowOf(FilmForm form)
 {
-    return kRows.at(static_cast<std::size_t>(form));
+    return kFormats.at(static_cast<std::size_t>(form));
 }
 
 QStringList words(const char *text)

@@ -128,7 +128,7 @@ class Studio(unittest.TestCase):
     def film(self):
         """Both windows side by side; the film is paused."""
         self.browser(*["Up"] * 6, "alt+f")
-        [film] = until(lambda: windows(self.display, "Film"), 20, "the film")
+        [film] = until(lambda: windows(self.display, "Film.*"), 20, "the film")
         until(lambda: self.picture_of(film) != self.picture_of(film), 20, "a film that plays")
         ask_display(self.display, "xdotool", "windowfocus", "--sync", film, "key", "space")
         return "root"

@@ -15,8 +15,8 @@ constexpr qsizetype kNameLength = 23;
 struct PictureType
 {
     QByteArrayView format;
-    const char *contentType;
-    const char *extension;
+    const char *contentType = nullptr;
+    const char *extension = nullptr;
 };
 
 constexpr std::array<PictureType, 5> kTypes = {{

@@ -20,7 +20,7 @@ void NumberBox::focusOutEvent(QFocusEvent *event)
         event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason;
     if (isSetAside) {
         lineEdit()->event(event); // the cursor stops blinking
-        QWidget::focusOutEvent(event);
+        update();
     } else {
         QSpinBox::focusOutEvent(event);
     }
@@ -29,9 +29,7 @@ void NumberBox::focusOutEvent(QFocusEvent *event)
 // A minimised window is not closed.
 void NumberBox::hideEvent(QHideEvent *event)
 {
-    if (event->spontaneous()) {
-        QWidget::hideEvent(event);
-    } else {
+    if (!event->spontaneous()) {
         QSpinBox::hideEvent(event);
     }
 }

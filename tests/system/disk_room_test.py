@@ -85,6 +85,21 @@ class DiskTest(HealthCase):
         self.assertEqual([], [p for p in before if not p.exists()])
         self.assertNotIn(" 0:0 ", went.read_text())
 
+    def test_stops_where_deletion_gains_nothing(self):
+        self.write_settings(Health={"DeleteOldest": "1", "LimitMB": "10"})
+        folder = self.house.folder(self.urls[0])
+        folder.mkdir()
+        for number in range(300):  # empty: they hold no room
+            (folder / f"20000101_00{number // 60:02}{number % 60:02}0101.jpg").touch()
+        self.fill(5 * MEGABYTE)
+        program = self.house.start("--capture")
+        went = self.house.root / "Velmora.deleted"
+        until(lambda: went.exists() and went.read_text().count("\n") >= 100, 40, program.report)
+        looks = len(program.out)
+        until(lambda: len(program.out) > looks + 25, 40, program.report)  # two passes, and a look at the disk
+        self.assertEqual(100, went.read_text().count("\n"))
+        self.end(program)
+
     def test_deletes_nothing_that_is_not_chosen_and_stops_when_that_is(self):
         self.write_settings(Health={"StopWhenFull": "1", "LimitMB": "10"})
         self.store(0, 5000, size=100_000, count=10)

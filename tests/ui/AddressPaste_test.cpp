@@ -11,6 +11,10 @@
 namespace velmora::test {
 namespace {
 
+const QString kAskedAnew = QStringLiteral("The rows have changed meanwhile.\n\n"
+                                          "2 addresses were pasted. Fill rows 1 to 2?\n\n"
+                                          "The address that row 2 has now is overwritten.");
+
 class AddressPasteTest : public testing::Test
 {
 protected:
@@ -45,6 +49,17 @@ protected:
     }
 
     WindowHouse house_;
+
+    // Row 2 gets another camera between the first question and its answer.
+    void expectAnotherQuestionForAnotherCamera()
+    {
+        paste(1, QStringLiteral("a\nb"));
+        putElsewhere(2, QStringLiteral("http://cam/other.jpg"));
+        answer(QMessageBox::Yes);
+        EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
+        ASSERT_NE(question(), nullptr);
+        EXPECT_EQ(question()->text(), kAskedAnew);
+    }
 };
 
 TEST_F(AddressPasteTest, FillsTheRowAndThoseBelowAfterOneQuestion)
@@ -90,10 +105,6 @@ TEST_F(AddressPasteTest, ChangesNothingWhenToldNo)
     EXPECT_EQ(stored(2), QString());
 }
 
-const QString kAskedAnew = QStringLiteral("The rows have changed meanwhile.\n\n"
-                                          "2 addresses were pasted. Fill rows 1 to 2?\n\n"
-                                          "The address that row 2 has now is overwritten.");
-
 TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledMeanwhile)
 {
     paste(1, QStringLiteral("a\nb"));
@@ -113,12 +124,7 @@ TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledMeanwhile)
 
 TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledUnheardOf)
 {
-    paste(1, QStringLiteral("a\nb"));
-    putElsewhere(2, QStringLiteral("http://cam/other.jpg"));
-    answer(QMessageBox::Yes);
-    EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
-    ASSERT_NE(question(), nullptr);
-    EXPECT_EQ(question()->text(), kAskedAnew);
+    expectAnotherQuestionForAnotherCamera();
     answer(QMessageBox::Yes);
     EXPECT_EQ(question(), nullptr);
     EXPECT_EQ(stored(1), QStringLiteral("a"));
@@ -130,12 +136,7 @@ TEST_F(AddressPasteTest, AsksAnewWhenAnAddressToBeOverwrittenIsAnotherMeanwhile)
 {
     house_.house.addCamera({0, 2}, QStringLiteral("http://cam/old.jpg"));
     house_.selectTab(0);
-    paste(1, QStringLiteral("a\nb"));
-    putElsewhere(2, QStringLiteral("http://cam/other.jpg"));
-    answer(QMessageBox::Yes);
-    EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
-    ASSERT_NE(question(), nullptr);
-    EXPECT_EQ(question()->text(), kAskedAnew);
+    expectAnotherQuestionForAnotherCamera();
 }
 
 TEST_F(AddressPasteTest, AsksOnceWhenOnlyOtherRowsWereFilledMeanwhile)

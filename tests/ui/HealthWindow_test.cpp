@@ -44,6 +44,13 @@ protected:
         return *window_.findChild<Control *>(QLatin1String(name));
     }
 
+    static void typeOver(QSpinBox &box, const QString &text)
+    {
+        box.setFocus();
+        box.selectAll();
+        QTest::keyClicks(&box, text);
+    }
+
     QTableView &table() { return find<QTableView>("healthTable"); }
 
     [[nodiscard]] QString cell(int row, HealthTable::Column column)
@@ -171,16 +178,12 @@ TEST_F(HealthWindowTest, TakesTheNumbersThatAreTyped)
     auto &limit = find<QSpinBox>("healthLimit");
     EXPECT_EQ(times.value(), 10);
     EXPECT_EQ(limit.text(), QStringLiteral("1 GB or 2 %"));
-    times.setFocus();
-    times.selectAll();
-    QTest::keyClicks(&times, QStringLiteral("25"));
+    typeOver(times, QStringLiteral("25"));
     EXPECT_EQ(options.lateTimes(), 10);
     QTest::keyClick(&times, Qt::Key_Return);
     EXPECT_EQ(options.lateTimes(), 25);
     EXPECT_EQ(options.rule({0, 3}).times, 25);
-    limit.setFocus();
-    limit.selectAll();
-    QTest::keyClicks(&limit, QStringLiteral("500"));
+    typeOver(limit, QStringLiteral("500"));
     QTest::keyClick(&limit, Qt::Key_Tab);
     EXPECT_EQ(options.limitBytes(1'000'000'000'000), 500'000'000);
     QTest::keyClick(&limit, Qt::Key_Up);
@@ -193,9 +196,7 @@ TEST_F(HealthWindowTest, ANumberBeingTypedIsNotTakenWhenAnotherWindowComesUp)
 {
     const HealthOptions options(house_.house.settings);
     auto &times = find<QSpinBox>("healthLateTimes");
-    times.setFocus();
-    times.selectAll();
-    QTest::keyClicks(&times, QStringLiteral("1"));
+    typeOver(times, QStringLiteral("1"));
     QWidget another;
     another.show();
     another.activateWindow();
@@ -212,15 +213,11 @@ TEST_F(HealthWindowTest, ANumberBeingTypedCountsWhenTheWindowIsRaisedAgainOrClos
 {
     const HealthOptions options(house_.house.settings);
     auto &times = find<QSpinBox>("healthLateTimes");
-    times.setFocus();
-    times.selectAll();
-    QTest::keyClicks(&times, QStringLiteral("25"));
+    typeOver(times, QStringLiteral("25"));
     window_.present();
     EXPECT_EQ(options.lateTimes(), 25);
     EXPECT_EQ(times.value(), 25);
-    times.setFocus();
-    times.selectAll();
-    QTest::keyClicks(&times, QStringLiteral("35"));
+    typeOver(times, QStringLiteral("35"));
     window_.close();
     EXPECT_EQ(options.lateTimes(), 35);
 }

@@ -45,8 +45,9 @@ std::error_code secondName(const QByteArray &from, const QByteArray &to)
     if (::lstat(from.constData(), &file) != 0) {
         return lastError();
     }
-    if (isTakenByItself(file, to)) {
-        return std::make_error_code(std::errc::file_exists); // before anything was tried
+    if (isTakenByItself(file, to)) { // before anything was tried: a killed run's two names, or more
+        return file.st_nlink == 2 ? std::error_code()
+                                  : std::make_error_code(std::errc::file_exists);
     }
     const std::error_code error = result(::link(from.constData(), to.constData()));
     return error == std::errc::file_exists && isTakenByItself(file, to) ? std::error_code() : error;

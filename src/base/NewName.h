@@ -12,9 +12,10 @@ namespace velmora {
 /// exists, both stay as they are and the error is `file_exists`. Paths are native bytes.
 ///
 /// Uses the first of these that the file system supports: a rename that refuses to replace; a
-/// second name and removal of the first; a check that the name is free and a plain rename, both
-/// under a lock on the folder, so that no two runs of the program do this at once. A lock that
-/// another program keeps is not waited for.
+/// second name and removal of the first (a file that has exactly these two names was left so by a
+/// run that was killed in between: the first is removed); a check that the name is free and a plain
+/// rename, both under a lock on the folder, so that no two runs of the program do this at once. A
+/// lock that another program keeps is not waited for.
 [[nodiscard]] std::error_code renameToNew(const QByteArray &from, const QByteArray &to);
 
 /// Gives an open file that was made without a name (O_TMPFILE) its first name. Same errors.

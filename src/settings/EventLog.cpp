@@ -30,7 +30,8 @@ bool endsWithinALine(const QByteArray &path, qint64 size)
 {
     const UniqueFd file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file) {
-        return errno != EACCES; // a write-only log is left as it is
+        const bool isWriteOnly = errno == EACCES && ::access(path.constData(), R_OK) != 0;
+        return !isWriteOnly; // such a log is left as it is
     }
     char last = 0;
     return ::pread(file.get(), &last, 1, size - 1) != 1 || last != '\n';

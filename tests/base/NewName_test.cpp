@@ -45,6 +45,12 @@ protected:
         writeNative(path(name), bytes, kDate);
     }
 
+    void giveSecondName(const char *name, const char *second) const
+    {
+        ASSERT_EQ(::linkat(AT_FDCWD, path(name).constData(), AT_FDCWD, path(second).constData(), 0),
+                  0);
+    }
+
     TempTree tree_;
     RefusedCall rename_{Call::RenameToNew, GetParam().renameError};
     RefusedCall link_{Call::Link, GetParam().linkError};
@@ -79,9 +85,10 @@ TEST_P(RenameToNew, ReplacesNoFile)
 TEST_P(RenameToNew, ReplacesNoOtherNameOfTheFileItself)
 {
     write("a", "mine");
-    ASSERT_EQ(::linkat(AT_FDCWD, path("a").constData(), AT_FDCWD, path("b").constData(), 0), 0);
+    giveSecondName("a", "b");
+    giveSecondName("a", "c");
     EXPECT_EQ(renameToNew(path("a"), path("b")), std::errc::file_exists);
-    EXPECT_EQ(nativeNames(path("")), (QByteArrayList{"a", "b"}));
+    EXPECT_EQ(nativeNames(path("")), (QByteArrayList{"a", "b", "c"}));
 }
 
 TEST_P(RenameToNew, ReplacesNoBrokenLink)
@@ -151,6 +158,15 @@ TEST_P(RenameByLink, LeavesTheFileAsItWasWhenTheOldNameCannotGo)
     const RefusedCall refused(Call::Unlink, EACCES, 1);
     EXPECT_EQ(renameToNew(path("a"), path("b")), std::errc::permission_denied);
     EXPECT_EQ(nativeNames(path("")), QByteArrayList{"a"});
+}
+
+TEST_P(RenameByLink, FinishesWhatAKilledRunBegan)
+{
+    write("a", "picture");
+    giveSecondName("a", "b");
+    EXPECT_FALSE(renameToNew(path("a"), path("b")));
+    EXPECT_EQ(nativeNames(path("")), QByteArrayList{"b"});
+    EXPECT_EQ(tree_.read(u"b"), "picture");
 }
 
 INSTANTIATE_TEST_SUITE_P(FileSystems, RenameByLink,

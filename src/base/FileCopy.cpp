@@ -25,14 +25,6 @@ bool meansNoCopyOfItsOwn(int error)
            error == EPERM || error == EACCES || error == ETXTBSY;
 }
 
-bool isOnDiskOf(int file, const QByteArray &folder)
-{
-    struct stat mine = {};
-    struct stat there = {};
-    return ::fstat(file, &mine) != 0 || ::stat(folder.constData(), &there) != 0 ||
-           mine.st_dev == there.st_dev;
-}
-
 } // namespace
 
 // Non-blocking: a pipe may have taken the file's place since it was listed.
@@ -62,7 +54,7 @@ void FileCopy::openTarget(const QByteArray &folder, unsigned mode)
     if (!means_.unnamedFiles) {
         target_ = std::make_unique<WorkFile>(
             WorkFile::inMadeFolder(means_.workFolder, mode, WorkFile::Naming::AtOnce));
-        if (!target_->error() && !isOnDiskOf(target_->fd(), folder)) {
+        if (!target_->error() && !target_->isOnDiskOf(folder)) {
             target_ = std::make_unique<WorkFile>(folder, mode, WorkFile::Naming::AtOnce);
         }
     }

@@ -160,6 +160,15 @@ void WorkFile::dropName()
     }
 }
 
+// A folder that cannot be examined is a failure of its own, which shows when the file is to appear.
+bool WorkFile::isOnDiskOf(const QByteArray &folder) const
+{
+    struct stat mine = {};
+    struct stat there = {};
+    return ::fstat(file_.get(), &mine) != 0 || ::stat(folder.constData(), &there) != 0 ||
+           mine.st_dev == there.st_dev;
+}
+
 UniqueFd WorkFile::takeFile()
 {
     dropName();

@@ -46,6 +46,10 @@ public:
     /// Why there is no file; none when there is one.
     [[nodiscard]] std::error_code error() const { return error_; }
 
+    /// False for a folder (native path) on another disk, where the file could appear only as a
+    /// copy.
+    [[nodiscard]] bool isOnDiskOf(const QByteArray &folder) const;
+
     /// Open for reading and writing.
     [[nodiscard]] int fd() const { return file_.get(); }
 

@@ -119,6 +119,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
         arrival->remark = contentRemark(url, reply.body.head(), reply.contentType);
         arrival->body = std::move(reply.body);
         co_await mark(arrival);
+        co_await bringNear(arrival, &reply);
         if (!use.mayGoOn() || !arrival->isForItsRow()) {
             giveUp(*arrival);
             co_return;
@@ -174,6 +175,19 @@ QCoro::Task<> ImageStore::mark(Arrival *arrival)
     const MarkKind kind = choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
     arrival->answer.mark = co_await markOf(&arrival->body, kind, &uses_.clock);
     arrival->settings = uses_.table.settings().snapshot(); // time has passed
+}
+
+// A long picture goes to a folder on another disk in pieces, between which anything may change.
+QCoro::Task<> ImageStore::bringNear(Arrival *arrival, const HttpReply *reply)
+{
+    if (arrival->body.isOnDiskOf(arrival->place.folder)) {
+        co_return;
+    }
+    judge(*arrival, *reply);
+    if (arrival->worth == Worth::New) {
+        co_await arrival->body.moveToDiskOf(arrival->place.folder, &uses_.clock);
+        arrival->settings = uses_.table.settings().snapshot();
+    }
 }
 
 // A picture that is compared and not new still counts as the last one, as it does when a server

@@ -94,6 +94,7 @@ private:
     QCoro::Task<> load(QString url, QString folder, Arrival *arrival);
     void giveUp(const Arrival &arrival);
     QCoro::Task<> mark(Arrival *arrival);
+    QCoro::Task<> bringNear(Arrival *arrival, const HttpReply *reply);
     void announce(const QString &url, CameraAddress camera);
     void judge(Arrival &arrival, const HttpReply &reply) const;
     void name(Arrival &arrival, const QString &url, const QString &contentType) const;

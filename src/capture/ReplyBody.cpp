@@ -10,6 +10,11 @@
 #include <utility>
 
 namespace velmora {
+namespace {
+
+constexpr qint64 kPieceBytes = qint64{512} * 1024;
+
+} // namespace
 
 ReplyBody::ReplyBody(QByteArray bytes)
     : memory_(std::move(bytes))
@@ -159,6 +164,37 @@ std::optional<QByteArray> ReplyBody::piece(qint64 from, qint64 mostBytes) const
         filled += std::max<qsizetype>(read, 0);
     }
     return bytes;
+}
+
+bool ReplyBody::isOnDiskOf(const QString &folder) const
+{
+    return !file_ || file_->isOnDiskOf(QFile::encodeName(folder));
+}
+
+QCoro::Task<> ReplyBody::moveToDiskOf(QString folder, Clock *clock)
+{
+    if (isOnDiskOf(folder)) {
+        co_return;
+    }
+    auto copy = std::make_unique<WorkFile>(QFile::encodeName(folder));
+    const std::error_code error = co_await copyTo(copy.get(), clock);
+    if (error) {
+        giveUp(error);
+    } else {
+        stock_->leaving.take(file_->takeFile());
+        file_ = std::move(copy);
+    }
+}
+
+QCoro::Task<std::error_code> ReplyBody::copyTo(const WorkFile *copy, Clock *clock) const
+{
+    std::error_code error = copy->error();
+    for (qint64 at = 0; at < size_ && !error; at += kPieceBytes) {
+        const std::optional<QByteArray> bytes = piece(at, kPieceBytes);
+        error = bytes ? copy->write(*bytes) : std::make_error_code(std::errc::io_error);
+        co_await clock->yield();
+    }
+    co_return error;
 }
 
 StoreResult ReplyBody::storeAs(const QString &workFolder, const QString &target)

@@ -2,12 +2,14 @@
 // that no camera, nor the number of them, decides how much memory the program takes.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/FileWriter.h"
 #include "base/SlowClose.h"
 #include "base/WorkFile.h"
 #include "capture/BodyDigest.h"
 
 #include <QByteArray>
+#include <QCoro/QCoroTask>
 #include <QString>
 
 #include <memory>
@@ -92,6 +94,13 @@ public:
     /// All of it, in memory.
     [[nodiscard]] std::optional<QByteArray> whole() const { return piece(0, size_); }
 
+    /// False when storing the body in that folder (native path) would copy a long file in one go.
+    [[nodiscard]] bool isOnDiskOf(const QString &folder) const;
+
+    /// Brings a body in a working file to the disk of that folder, in pieces between which events
+    /// run. A failure shows in error().
+    QCoro::Task<> moveToDiskOf(QString folder, Clock *clock);
+
     /// Makes the body a file and never replaces one. A body in memory can be stored again; one in a
     /// working file becomes that file. workFolder: as above, for a body in memory. target: native
     /// path.
@@ -100,6 +109,7 @@ public:
 private:
     void spill();
     void giveUp(std::error_code error);
+    QCoro::Task<std::error_code> copyTo(const WorkFile *copy, Clock *clock) const;
     void keepInMemory(qsizetype bytes);
     void release();
     void dropFile();

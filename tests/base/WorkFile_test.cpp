@@ -214,23 +214,12 @@ TEST(WorkFileWithoutLinks, IsCopiedUnderAWorkingNameFirst)
     }
 }
 
-// A folder on a file system other than that of the tree.
-QByteArray folderElsewhere(const TempTree &tree)
-{
-    const QByteArray memory = "/dev/shm";
-    struct stat there = {};
-    struct stat here = {};
-    const bool isTold = ::stat(memory.constData(), &there) == 0 &&
-                        ::stat(QFile::encodeName(tree.path()).constData(), &here) == 0;
-    return isTold && there.st_dev != here.st_dev ? memory : QByteArray("/run");
-}
-
 // Network disks and memory cards know no files without a name.
 TEST(WorkFileElsewhere, IsCopiedWhereTheOtherFileSystemKeepsNoNamelessFiles)
 {
     for (const int linkError : {0, EPERM}) {
         const TempTree tree;
-        WorkFile file(folderElsewhere(tree));
+        WorkFile file(folderOnAnotherDisk(QFile::encodeName(tree.path())));
         EXPECT_FALSE(file.write("picture"));
         const RefusedCall nameless(Call::OpenNameless, EOPNOTSUPP);
         const RefusedCall link(Call::Link, linkError);
@@ -243,7 +232,8 @@ TEST(WorkFileElsewhere, IsCopiedWhereTheOtherFileSystemKeepsNoNamelessFiles)
 TEST(WorkFileElsewhere, IsCopiedWhereTheOtherFileSystemNamesNoNamelessFiles)
 {
     const TempTree tree;
-    WorkFile file(folderElsewhere(tree), WorkFile::kUsualRights, WorkFile::Naming::AtOnce);
+    WorkFile file(folderOnAnotherDisk(QFile::encodeName(tree.path())), WorkFile::kUsualRights,
+                  WorkFile::Naming::AtOnce);
     EXPECT_FALSE(file.write("picture"));
     const RefusedCall link(Call::LinkOpened, EPERM);
     EXPECT_FALSE(file.appearAs(QFile::encodeName(tree.path(u"a.jpg"))));
@@ -254,7 +244,7 @@ TEST(WorkFileElsewhere, IsCopiedWhereTheOtherFileSystemNamesNoNamelessFiles)
 TEST(WorkFileElsewhere, IsCopiedToTheFileSystemOfItsName)
 {
     const TempTree tree;
-    WorkFile file(folderElsewhere(tree));
+    WorkFile file(folderOnAnotherDisk(QFile::encodeName(tree.path())));
     EXPECT_FALSE(file.write("picture"));
     EXPECT_FALSE(file.appearAs(QFile::encodeName(tree.path(u"a.jpg"))));
     EXPECT_EQ(tree.read(u"a.jpg"), "picture");

@@ -21,6 +21,16 @@ QCoro::Task<HttpReply> ScriptedSource::fetch(HttpRequest request, std::stop_toke
     co_return reply;
 }
 
+ReplyBody ScriptedSource::bodyOf(const ScriptedReply &script)
+{
+    if (script.workFolder.isEmpty()) {
+        return script.body;
+    }
+    ReplyBody body(script.workFolder, stock_);
+    body.append(script.body);
+    return body;
+}
+
 QCoro::Task<HttpReply> ScriptedSource::reply(HttpRequest request, std::stop_token stop)
 {
     const ScriptedReply script =
@@ -41,7 +51,7 @@ QCoro::Task<HttpReply> ScriptedSource::reply(HttpRequest request, std::stop_toke
         reply.failure = script.failure;
     } else {
         reply.outcome = FetchOutcome::Arrived;
-        reply.body = script.body;
+        reply.body = bodyOf(script);
         reply.lastModified = script.lastModified;
         reply.contentType = script.contentType;
     }

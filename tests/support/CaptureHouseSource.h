@@ -19,6 +19,7 @@ struct ScriptedReply
     QString contentType;
     std::chrono::milliseconds delay{0}; // on the test's clock; beyond the request's limit, it fails
     QString failure;
+    QString workFolder = {}; // if given, a long body is in a working file there
 };
 
 class ScriptedSource final : public PictureSource
@@ -43,6 +44,7 @@ public:
     [[nodiscard]] int underWay() const { return underWay_; }
 
 private:
+    [[nodiscard]] ReplyBody bodyOf(const ScriptedReply &script);
     QCoro::Task<HttpReply> reply(HttpRequest request, std::stop_token stop);
 
     Clock &clock_;
@@ -50,6 +52,7 @@ private:
     QList<QByteArray> requested_;
     QList<QByteArray> stopped_;
     int underWay_ = 0;
+    std::shared_ptr<BodyStock> stock_ = std::make_shared<BodyStock>();
 };
 
 } // namespace velmora::test

@@ -62,4 +62,15 @@ inline QByteArrayList nativeNames(const QByteArray &folder)
     return names;
 }
 
+/// A folder on another disk than this one: of those in memory, as far as they are.
+inline QByteArray folderOnAnotherDisk(const QByteArray &folder)
+{
+    const QByteArray memory = "/dev/shm";
+    struct stat there = {};
+    struct stat here = {};
+    const bool isKnown =
+        ::stat(memory.constData(), &there) == 0 && ::stat(folder.constData(), &here) == 0;
+    return isKnown && there.st_dev != here.st_dev ? memory : QByteArray("/run");
+}
+
 } // namespace velmora::test

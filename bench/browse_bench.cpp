@@ -3,7 +3,7 @@
 //   browse_bench NAMES MEGAPIXELS STEPS
 #include "BenchHouse.h"
 #include "FullCamera.h"
-#include "app/Memory.h"
+#include "base/KeptMemory.h"
 #include "tools/BrowserEngine.h"
 #include "ui/planche.h"
 
@@ -68,7 +68,7 @@ void addTurnsUntil(const std::function<bool()> &done, LongestTurn &longest)
 
 int main(int argc, char **argv)
 {
-    keepMemoryBetweenPasses();
+    keepFreedMemory();
     const QApplication application(argc, argv);
     if (argc != 4) {
         QTextStream(stderr) << "browse_bench NAMES MEGAPIXELS STEPS\n";

@@ -2,6 +2,7 @@
 // decoding of the same files in the same run.
 //   film_bench RUNS
 #include "JpegPeer.h"
+#include "base/KeptMemory.h"
 #include "pictures/PictureReader.h"
 
 #include <QGuiApplication>
@@ -34,6 +35,7 @@ int play(const QString &path, QImage &screen, bool isSmooth)
 
 int main(int argc, char **argv)
 {
+    keepFreedMemory();
     const QGuiApplication application(argc, argv);
     const int runs = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 50;
     const JpegFolder folder(kStored, kFrames);

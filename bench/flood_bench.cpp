@@ -3,7 +3,7 @@
 //   flood_bench SERVER CAMERAS BODY_BYTES [URL]
 // URL: of a different server for all cameras; "/group/row" is appended to it.
 #include "BenchHouse.h"
-#include "app/Memory.h"
+#include "base/KeptMemory.h"
 
 #include <QApplication>
 #include <QFile>
@@ -30,7 +30,7 @@ double statusMb(const char *key)
 
 int main(int argc, char **argv)
 {
-    keepMemoryBetweenPasses();
+    keepFreedMemory();
     const QApplication application(argc, argv);
     if (argc < 4) {
         QTextStream(stderr) << "flood_bench SERVER CAMERAS BODY_BYTES [URL]\n";

@@ -1,6 +1,6 @@
 // Resident memory after many captures, compared with that after the first thousand.
 //   memory_bench SERVER FIRST_PASSES ALL_PASSES      (a pass is a hundred captures)
-#include "app/Memory.h"
+#include "base/KeptMemory.h"
 
 #include "BenchHouse.h"
 
@@ -29,7 +29,7 @@ double residentMb()
 
 int main(int argc, char **argv)
 {
-    keepMemoryBetweenPasses();
+    keepFreedMemory();
     const QApplication application(argc, argv);
     if (argc != 4) {
         QTextStream(stderr) << "memory_bench SERVER FIRST_PASSES ALL_PASSES\n";

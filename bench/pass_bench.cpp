@@ -3,7 +3,7 @@
 // with thirty dead cameras among them.
 //   pass_bench SERVER DELAY_MS PASSES [holes]
 #include "BenchHouse.h"
-#include "app/Memory.h"
+#include "base/KeptMemory.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -42,7 +42,7 @@ double curlMs(const Cameras &cameras, const QTemporaryDir &folder)
 
 int main(int argc, char **argv)
 {
-    keepMemoryBetweenPasses();
+    keepFreedMemory();
     const QApplication application(argc, argv);
     if (argc < 4) {
         QTextStream(stderr) << "pass_bench SERVER DELAY_MS PASSES [holes]\n";

@@ -2,7 +2,7 @@
 // cameras watched, and with cameras that send no date and are kept when their pictures differ.
 //   pass_kinds_bench SERVER DELAY_MS PASSES
 #include "BenchHouse.h"
-#include "app/Memory.h"
+#include "base/KeptMemory.h"
 #include "health/HealthEngine.h"
 #include "mail/SmtpClient.h"
 
@@ -36,7 +36,7 @@ void keepWhatDiffers(const QString &folder)
 
 int main(int argc, char **argv)
 {
-    keepMemoryBetweenPasses();
+    keepFreedMemory();
     const QApplication application(argc, argv);
     if (argc < 4) {
         QTextStream(stderr) << "pass_kinds_bench SERVER DELAY_MS PASSES\n";

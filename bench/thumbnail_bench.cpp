@@ -2,6 +2,7 @@
 // library's own reduced decoding of the same files in the same run.
 //   thumbnail_bench RUNS
 #include "JpegPeer.h"
+#include "base/KeptMemory.h"
 #include "pictures/PictureReader.h"
 
 #include <QCoreApplication>
@@ -54,6 +55,7 @@ QString measure(QSize size, int runs)
 
 int main(int argc, char **argv)
 {
+    keepFreedMemory();
     const QCoreApplication application(argc, argv);
     const int runs = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 50;
     QStringList results;

@@ -5,7 +5,7 @@
 #include "app/DesktopIdentity.h"
 #include "app/HeadlessCapture.h"
 #include "app/HeadlessFilm.h"
-#include "app/Memory.h"
+#include "base/KeptMemory.h"
 #include "app/Program.h"
 #include "app/ProgramFolder.h"
 #include "app/SettingsPreparation.h"
@@ -249,7 +249,7 @@ int makeFilm(int argc, char **argv, const FilmRequest &request)
 
 int main(int argc, char **argv)
 {
-    keepMemoryBetweenPasses();
+    keepFreedMemory();
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit then fails with an error
     const StartRequest request = parseCommandLine(argumentList(argc, argv));
     return std::visit(

@@ -2,10 +2,9 @@
 // step(), where the jump ends, and holds nothing that would need its destructor.
 #include "capture/JpegGrey.h"
 
+#include "base/JpegErrors.h"
+
 #include <array>
-#include <csetjmp>
-#include <cstdio>
-#include <jpeglib.h>
 #include <vector>
 
 namespace velmora {
@@ -17,20 +16,6 @@ constexpr int kMostScans = 64; // a hostile picture has thousands, each through 
 constexpr std::array kFractions{8U, 4U, 2U};
 
 enum class Stage { Header, Scans, Lines, Over };
-
-struct Errors
-{
-    jpeg_error_mgr manager; // first: libjpeg knows only of this
-    std::jmp_buf way;
-};
-
-[[noreturn]] void leave(j_common_ptr common)
-{
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as libjpeg has it
-    std::longjmp(reinterpret_cast<Errors *>(common->err)->way, 1);
-}
-
-void stayQuiet(j_common_ptr) {}
 
 unsigned fractionFor(const jpeg_decompress_struct &info, QSize least)
 {
@@ -69,7 +54,7 @@ struct JpegGrey::Decoder
     QByteArrayView bytes;
     QSize least;
     Stage stage = Stage::Header;
-    Errors errors = {};
+    JpegErrors errors;
     jpeg_decompress_struct info = {};
     std::vector<unsigned char> line;
     int lineNumber = -1;
@@ -81,9 +66,7 @@ JpegGrey::JpegGrey(QByteArrayView bytes, QSize least)
     Decoder &decoder = *decoder_;
     decoder.bytes = bytes;
     decoder.least = least;
-    decoder.info.err = jpeg_std_error(&decoder.errors.manager);
-    decoder.errors.manager.error_exit = &leave;
-    decoder.errors.manager.output_message = &stayQuiet;
+    decoder.info.err = decoder.errors.manager();
 }
 
 JpegGrey::~JpegGrey()
@@ -94,7 +77,7 @@ JpegGrey::~JpegGrey()
 bool JpegGrey::step()
 {
     Decoder &decoder = *decoder_;
-    if (setjmp(decoder.errors.way) != 0) { // NOLINT(cert-err52-cpp): as libjpeg has it
+    if (setjmp(decoder.errors.way()) != 0) { // NOLINT(cert-err52-cpp): as libjpeg has it
         decoder.stage = Stage::Over;
         return false;
     }

@@ -3,7 +3,9 @@
 #include "base/PictureFormat.h"
 #include "pictures/BmpPixels.h"
 #include "pictures/GifFrame.h"
+#include "pictures/JpegReader.h"
 #include "pictures/JpegScans.h"
+#include "pictures/JpegStream.h"
 #include "pictures/PictureFile.h"
 #include "pictures/PictureScaler.h"
 #include "pictures/PictureSize.h"
@@ -66,6 +68,20 @@ QImage toSize(const QImage &image, QSize wanted, Fit fit)
 {
     const bool isDone = image.isNull() || image.size() == wanted || fit == Fit::AtLeast;
     return isDone ? image : averaged(image, wanted);
+}
+
+// Nearly all pictures: whole, upright, in the usual form.
+QImage decodeOrdinaryJpeg(const QByteArray &bytes, const PictureWish &wish)
+{
+    const std::optional<JpegStream> stream = jpegStream(bytes);
+    if (!stream || !stream->isPlain || stream->isTagged || !isBearable(stream->size) ||
+        !isBearableJpeg(bytes, stream->size)) {
+        return {};
+    }
+    const QSize wanted = wantedSize(stream->size, wish);
+    const JpegCare care = wanted == stream->size ? JpegCare::Full : JpegCare::Rough;
+    const int divisor = jpegDivisor(stream->size, wanted);
+    return toSize(readJpeg(bytes, stream->size, divisor, care), wanted, wish.fit);
 }
 
 QImage decodeJpeg(QImageReader &reader, const QByteArray &bytes, const PictureWish &wish)
@@ -175,6 +191,10 @@ QImage decodePicture(const QByteArray &bytes, const PictureWish &wish)
     const QByteArray format = pictureFormat(bytes);
     if (format.isEmpty() || (format == kBmpFormat && !holdsBmpPixels(bytes))) {
         return {};
+    }
+    if (const QImage image = format == kJpegFormat ? decodeOrdinaryJpeg(bytes, wish) : QImage();
+        !image.isNull()) {
+        return image;
     }
     QBuffer buffer;
     buffer.setData(forDecoder(bytes, format));

@@ -3,7 +3,7 @@
 // and plays the film, and old images are deleted after their month. One line of figures for every
 // ten thousand captures; the last one is the slope of the memory.
 //   soak_run HOURS     of real time, also a part of one; offscreen where no display is
-#include "app/Memory.h"
+#include "base/KeptMemory.h"
 #include "app/Program.h"
 #include "base/DateText.h"
 #include "support/FakeClock.h"
@@ -291,7 +291,7 @@ int main(int argc, char **argv)
 {
     using namespace velmora;
     using namespace velmora::test;
-    keepMemoryBetweenPasses();
+    keepFreedMemory();
     const QApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const double hours = QString::fromLocal8Bit(argc > 1 ? argv[1] : "").toDouble();

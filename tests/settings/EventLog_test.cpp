@@ -5,6 +5,7 @@
 #include "base/FileError.h"
 #include "support/FakeClock.h"
 #include "support/FileSizeLimit.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QFile>
@@ -21,8 +22,10 @@ namespace velmora {
 namespace {
 
 using namespace std::chrono_literals;
+using test::Call;
 using test::FakeClock;
 using test::FileSizeLimit;
+using test::RefusedCall;
 using test::TempTree;
 
 class EventLogTest : public testing::Test
@@ -178,6 +181,16 @@ TEST_F(EventLogTest, EndsTheOpenLineOfAKilledRunFirst)
     log.txtDebug(QStringLiteral("next"));
     log.txtDebug(QStringLiteral("another"));
     EXPECT_EQ(text(), QByteArray("14:05:08 Interface Te\n14:05:09 next\n14:05:09 another\n"));
+}
+
+TEST_F(EventLogTest, EndsTheOpenLineAlsoWhenItCannotBeReadForOnce)
+{
+    tree.write(u"Velmora.log", "14:05:08 Interface Te");
+    {
+        const RefusedCall refused(Call::OpenToRead, EACCES);
+        log.txtDebug(QStringLiteral("next"));
+    }
+    EXPECT_EQ(text(), QByteArray("14:05:08 Interface Te\n14:05:09 next\n"));
 }
 
 TEST_F(EventLogTest, LeavesNothingOfALineThatDidNotFit)

@@ -20,7 +20,7 @@ struct Refusal
     int times = 0;
 };
 
-std::array<Refusal, 10> refusals; // indexed by the call
+std::array<Refusal, 11> refusals; // indexed by the call
 
 Refusal &of(Call call)
 {
@@ -101,7 +101,9 @@ extern "C" int open(const char *path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    if ((flags & O_TMPFILE) == O_TMPFILE && isRefused(Call::OpenNameless)) {
+    const bool toRead = (flags & O_ACCMODE) == O_RDONLY;
+    if (((flags & O_TMPFILE) == O_TMPFILE && isRefused(Call::OpenNameless)) ||
+        (toRead && isRefused(Call::OpenToRead))) {
         return -1;
     }
     return static_cast<int>(::syscall(SYS_openat, AT_FDCWD, path, flags, mode));

@@ -2,6 +2,8 @@
 // test program that wants this has RefusedCalls.cpp among its sources.
 #pragma once
 
+#include <QtGlobal>
+
 namespace velmora::test {
 
 enum class Call {
@@ -10,6 +12,7 @@ enum class Call {
     LinkHandle,  // linkat() of an open file by its handle
     LinkOpened,  // linkat() of an open file in any way
     OpenNameless,
+    OpenToRead, // open() for reading only
     Unlink,
     MakeFolder,
     Lock,  // flock()

@@ -29,10 +29,8 @@ constexpr qsizetype kGatheredBytes = 16384;
 constexpr int kFirstGoodStatus = 200;
 constexpr int kFirstRedirectStatus = 300;
 
-struct CleanUp
+struct FreeHeaders
 {
-    void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
-
     void operator()(curl_slist *list) const { curl_slist_free_all(list); }
 };
 
@@ -56,9 +54,9 @@ struct Transfer
     int headerLines = 0;
     Refusal refusal = Refusal::None;
     std::optional<FirstPart> stream; // of an answer that is a stream of pictures
-    std::unique_ptr<curl_slist, CleanUp> headers;
+    std::unique_ptr<curl_slist, FreeHeaders> headers;
     std::array<char, CURL_ERROR_SIZE> libcurlText = {}; // never shown: may contain secrets
-    std::unique_ptr<CURL, CleanUp> easy{TransferLoop::newTransfer()};
+    EasyHandle easy = TransferLoop::newTransfer();
 };
 
 bool isGoodStatus(long status)

@@ -13,13 +13,6 @@
 namespace velmora {
 namespace {
 
-struct CleanUp
-{
-    void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
-};
-
-using Easy = std::unique_ptr<CURL, CleanUp>;
-
 /// What the server said up to the login.
 struct Greeting
 {
@@ -117,7 +110,7 @@ QCoro::Task<std::optional<MailProblem>> SmtpClient::send(MailAccount account, QB
     co_await authorities_.load();
     const QDeadlineTimer limit(options_.totalLimit, Qt::PreciseTimer);
     Greeting greeting;
-    const Easy easy(TransferLoop::newTransfer());
+    const EasyHandle easy = TransferLoop::newTransfer();
     setConnection(easy.get(), account, options_);
     setLogin(easy.get(), account);
     authorities_.applyTo(easy.get());

@@ -295,6 +295,11 @@ private:
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // destroyed first
 };
 
+void EasyCleanUp::operator()(void *easy) const
+{
+    curl_easy_cleanup(easy);
+}
+
 TransferLoop::TransferLoop()
     : transfers_(std::make_unique<Transfers>())
 {
@@ -302,15 +307,15 @@ TransferLoop::TransferLoop()
 
 TransferLoop::~TransferLoop() = default;
 
-void *TransferLoop::newTransfer()
+EasyHandle TransferLoop::newTransfer()
 {
     initialiseCurlOnce();
-    CURL *const easy = curl_easy_init();
+    EasyHandle easy(curl_easy_init());
     if (easy == nullptr) {
         throw std::bad_alloc();
     }
-    setOption(easy, CURLOPT_NOSIGNAL, 1L);
-    setOption(easy, CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name lookup
+    setOption(easy.get(), CURLOPT_NOSIGNAL, 1L);
+    setOption(easy.get(), CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name lookup
     return easy;
 }
 

@@ -10,6 +10,15 @@
 
 namespace velmora {
 
+/// Cleans a libcurl easy handle up.
+struct EasyCleanUp
+{
+    void operator()(void *easy) const;
+};
+
+/// A libcurl easy handle (CURL *) and its owner.
+using EasyHandle = std::unique_ptr<void, EasyCleanUp>;
+
 /// Runs any number of transfers concurrently on the one thread. A run still going when the loop is
 /// destroyed ends as stopped.
 class TransferLoop
@@ -19,9 +28,9 @@ public:
     Q_DISABLE_COPY_MOVE(TransferLoop)
     ~TransferLoop();
 
-    /// A new libcurl easy handle with the options that every transfer of the program needs, to be
-    /// set up, run and cleaned up by the caller. Throws std::bad_alloc.
-    [[nodiscard]] static void *newTransfer();
+    /// A new handle with the options that every transfer of the program needs, to be set up and run
+    /// by the caller. Throws std::bad_alloc.
+    [[nodiscard]] static EasyHandle newTransfer();
 
     /// Runs an easy handle, which must outlive the run. Gives its code (CURLcode), or nothing when
     /// a stop was requested.

@@ -70,19 +70,15 @@ public:
     explicit Transfer(const QByteArray &url)
         : easy_(TransferLoop::newTransfer())
     {
-        curl_easy_setopt(easy_, CURLOPT_URL, url.constData());
-        curl_easy_setopt(easy_, CURLOPT_WRITEFUNCTION, &dropBody);
-        curl_easy_setopt(easy_, CURLOPT_TIMEOUT_MS, 10000L);
+        curl_easy_setopt(get(), CURLOPT_URL, url.constData());
+        curl_easy_setopt(get(), CURLOPT_WRITEFUNCTION, &dropBody);
+        curl_easy_setopt(get(), CURLOPT_TIMEOUT_MS, 10000L);
     }
 
-    Q_DISABLE_COPY_MOVE(Transfer)
-
-    ~Transfer() { curl_easy_cleanup(easy_); }
-
-    [[nodiscard]] void *get() const { return easy_; }
+    [[nodiscard]] void *get() const { return easy_.get(); }
 
 private:
-    CURL *easy_;
+    EasyHandle easy_;
 };
 
 QCoro::Task<> runInto(TransferLoop &loop, QByteArray url, std::stop_token stop, End &end)

@@ -31,8 +31,8 @@ enum class MailFailure {
 struct MailProblem
 {
     MailFailure kind = MailFailure::Other;
-    QString detail;
-    QString server; // host and port, for messages
+    QString detail = {};
+    QString server = {}; // host and port, for messages
 
     bool operator==(const MailProblem &) const = default;
 };
@@ -41,6 +41,9 @@ struct MailProblem
 [[nodiscard]] QString mailProblemText(const MailProblem &problem);
 
 /// True when the settings are at fault, so that another try would change nothing.
-[[nodiscard]] bool isOfSettings(MailFailure failure);
+[[nodiscard]] constexpr bool isOfSettings(MailFailure failure)
+{
+    return failure <= MailFailure::BadLogin;
+}
 
 } // namespace velmora

@@ -6,39 +6,28 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <iterator>
+
 namespace velmora {
 namespace {
 
-constexpr qsizetype kMaxLine = 76;
-constexpr qsizetype kMaxWordBytes = 36; // whose base64 with its frame fits an encoded word
-
-QByteArray encodedWord(const QString &piece)
-{
-    return "=?UTF-8?B?" + piece.toUtf8().toBase64() + "?=";
-}
-
-// Words of whole characters, so that each can be decoded alone, on separate lines.
+// Words of whole characters, so that each can be decoded alone, on separate lines: of at most 36
+// bytes, whose base64 with its frame fits a line.
 QByteArray encodedWords(const QString &text)
 {
+    static const QRegularExpression piece(QStringLiteral(R"((?s).{1,36}(?![\x{80}-\x{BF}]))"));
     QByteArrayList words;
-    QString piece;
-    for (const uint code : text.toUcs4()) {
-        const auto letter = static_cast<char32_t>(code);
-        const QString more = QString::fromUcs4(&letter, 1);
-        if ((piece + more).toUtf8().size() > kMaxWordBytes) {
-            words.append(encodedWord(piece));
-            piece.clear();
-        }
-        piece += more;
+    for (const auto &match : piece.globalMatch(QString::fromLatin1(text.toUtf8()))) {
+        words.append("=?UTF-8?B?" + match.captured().toLatin1().toBase64() + "?=");
     }
-    words.append(encodedWord(piece));
     return words.join("\r\n ");
 }
 
 bool fitsAsItIs(const QString &text)
 {
-    static const QRegularExpression plain(QStringLiteral(R"(\A[ -~]{0,66}\z)"));
-    return plain.match(text).hasMatch() && !text.contains(QLatin1String("=?"));
+    static const QRegularExpression plain(QStringLiteral(R"(\A(?!.*=\?)[ -~]{0,66}\z)"));
+    return plain.match(text).hasMatch();
 }
 
 QByteArray headerText(const QString &text)
@@ -49,13 +38,10 @@ QByteArray headerText(const QString &text)
 
 QByteArray nameText(const QString &name)
 {
-    const QString line = onOneLine(name);
-    if (!fitsAsItIs(line)) {
-        return encodedWords(line);
-    }
-    QString quoted = line;
-    quoted.replace(u'\\', QLatin1String("\\\\")).replace(u'"', QLatin1String("\\\""));
-    return '"' + quoted.toLatin1() + '"';
+    static const QRegularExpression special(QStringLiteral(R"((["\\]))"));
+    QString line = onOneLine(name);
+    return fitsAsItIs(line) ? '"' + line.replace(special, QStringLiteral(R"(\\1)")).toLatin1() + '"'
+                            : encodedWords(line);
 }
 
 QByteArray addressText(const MailAddress &address)
@@ -64,68 +50,40 @@ QByteArray addressText(const MailAddress &address)
                                   : nameText(address.name) + "\r\n <" + address.address + '>';
 }
 
-QByteArray addressTexts(const QList<MailAddress> &addresses)
-{
-    QByteArrayList texts;
-    for (const MailAddress &address : addresses) {
-        texts.append(addressText(address));
-    }
-    return texts.join(",\r\n ");
-}
-
-QByteArray messageId(const MailLetter &letter)
-{
-    const QByteArray &address = letter.from.address;
-    return '<' + letter.id + address.sliced(address.lastIndexOf('@')) + '>';
-}
-
-// The last line is terminated as well.
-QString withLineEnds(QString body)
-{
-    body.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
-    if (!body.isEmpty() && !body.endsWith(u'\n')) {
-        body += u'\n';
-    }
-    return body.replace(u'\n', QLatin1String("\r\n"));
-}
-
-QByteArray inLines(const QByteArray &base64)
-{
-    QByteArray lines;
-    for (qsizetype at = 0; at < base64.size(); at += kMaxLine) {
-        lines += base64.mid(at, kMaxLine) + "\r\n";
-    }
-    return lines;
-}
-
-// The rest of the header, the empty line and the body.
+// The rest of the header, the empty line and the body. Its last line is terminated as well.
 QByteArray encodedBody(const QString &body)
 {
+    static const QRegularExpression lineEnd(QStringLiteral(R"(\r\n?|\n|(?<=[^\r\n])\z)"));
     static const QRegularExpression shortLines(QStringLiteral(R"(\A(?>[ -~]{0,76}\r\n)*+\z)"));
-    const QString text = withLineEnds(body);
-    if (shortLines.match(text).hasMatch()) {
-        return "Content-Transfer-Encoding: 7bit\r\n\r\n" + text.toLatin1();
+    static const QRegularExpression base64Line(QStringLiteral("(.{1,76})"));
+    QString bytes = QString::fromLatin1(body.toUtf8());
+    bytes.replace(lineEnd, QStringLiteral("\r\n"));
+    if (shortLines.match(bytes).hasMatch()) {
+        return "Content-Transfer-Encoding: 7bit\r\n\r\n" + bytes.toLatin1();
     }
-    return "Content-Transfer-Encoding: base64\r\n\r\n" + inLines(text.toUtf8().toBase64());
+    QString base64 = QString::fromLatin1(bytes.toLatin1().toBase64());
+    base64.replace(base64Line, QStringLiteral("\\1\r\n"));
+    return "Content-Transfer-Encoding: base64\r\n\r\n" + base64.toLatin1();
 }
 
 } // namespace
 
 QByteArray mailDate(WallTime date, std::chrono::seconds utcOffset)
 {
-    const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(date.time_since_epoch());
-    QDateTime at = QDateTime::fromMSecsSinceEpoch(ms.count(), Qt::UTC);
+    QDateTime at = QDateTime::fromSecsSinceEpoch(date.time_since_epoch().count(), Qt::UTC);
     at.setOffsetFromUtc(static_cast<int>(utcOffset.count())); // the fields stay as they are
     return (QLocale::c().toString(at, u"ddd, ") + at.toString(Qt::RFC2822Date)).toLatin1();
 }
 
 QByteArray mailText(const MailLetter &letter)
 {
-    return "From: " + addressText(letter.from) + "\r\nTo: " + addressTexts(letter.to) +
+    QByteArrayList to;
+    std::ranges::transform(letter.to, std::back_inserter(to), &addressText);
+    return "From: " + addressText(letter.from) + "\r\nTo: " + to.join(",\r\n ") +
            "\r\nSubject: " + headerText(letter.subject) +
-           "\r\nDate: " + mailDate(letter.date, letter.utcOffset) +
-           "\r\nMessage-ID: " + messageId(letter) +
-           "\r\nAuto-Submitted: auto-generated\r\nMIME-Version: 1.0\r\n"
+           "\r\nDate: " + mailDate(letter.date, letter.utcOffset) + "\r\nMessage-ID: <" +
+           letter.id + '@' + letter.from.address.split('@').last() +
+           ">\r\nAuto-Submitted: auto-generated\r\nMIME-Version: 1.0\r\n"
            "Content-Type: text/plain; charset=utf-8\r\n" +
            encodedBody(letter.body);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Clock.h"
-#include "mail/MailAddress.h"
+#include "mail/MailAccount.h"
 
 #include <QList>
 

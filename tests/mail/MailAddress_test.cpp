@@ -1,6 +1,5 @@
 // What is a mail address, and what only looks like one.
-#include "mail/MailAddress.h"
-
+#include "mail/MailAccount.h"
 #include "support/Printers.h"
 
 #include <gtest/gtest.h>

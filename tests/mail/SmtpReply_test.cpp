@@ -1,5 +1,5 @@
 // Replies that arrive in pieces, and dots.
-#include "mail/SmtpDialogue.h"
+#include "mail/SmtpReply.h"
 
 #include "support/Printers.h"
 

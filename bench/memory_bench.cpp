@@ -1,8 +1,7 @@
 // Resident memory after many captures, compared with that after the first thousand.
 //   memory_bench SERVER FIRST_PASSES ALL_PASSES      (a pass is a hundred captures)
-#include "base/KeptMemory.h"
-
 #include "BenchHouse.h"
+#include "base/KeptMemory.h"
 
 #include <QApplication>
 #include <QFile>

@@ -76,6 +76,9 @@ QString deafNote(qint64 process)
 CommandResult administer(const QString &programFolder, const AdminCommand &command,
                          const FindHolder &findHolder)
 {
+    if (const auto fault = SettingsFile(programFolder).readingFault()) {
+        return CommandResult::refused(*fault);
+    }
     CommandResult result = std::visit(Desk(programFolder, findHolder), command);
     if (result.changed && !tellChange(programFolder)) {
         const std::optional<qint64> process = findHolder(programFolder);

@@ -48,7 +48,12 @@ void HeadlessFilm::start()
 // Nothing is written, not even a default: another program may be using these settings.
 QString HeadlessFilm::imageFolder()
 {
-    const SettingsSnapshot settings = SettingsFile(programFolder_).snapshot();
+    const SettingsFile file(programFolder_);
+    if (const auto fault = file.readingFault()) {
+        problem_ = *fault;
+        return {};
+    }
+    const SettingsSnapshot settings = file.snapshot();
     const QString url = CameraTable::schedule(settings, request_.camera).url;
     const QString storage = storedStorage(settings);
     const NativePaths paths(programFolder_);

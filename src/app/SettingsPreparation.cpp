@@ -4,12 +4,12 @@
 #include "base/FileWriter.h"
 #include "base/ProfileFile.h"
 #include "base/ProfileLock.h"
+#include "settings/Keys.h"
+#include "settings/SettingsFile.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-
-#include <cerrno>
-#include <sys/stat.h>
 
 namespace velmora {
 namespace {
@@ -25,36 +25,65 @@ bool copyWhole(const QString &from, const QString &to)
     return copy.bytes == source.bytes;
 }
 
-// A file that cannot be examined is not known to be missing.
-bool isMissing(const QString &path)
-{
-    struct stat info = {};
-    return ::stat(QFile::encodeName(path).constData(), &info) != 0 && errno == ENOENT;
-}
-
-bool isToBeMoved(const QString &old, const QString &settings)
+bool isElsewhere(const QString &old, const QString &settings)
 {
     return QFileInfo(old).isFile() &&
            QFileInfo(old).canonicalFilePath() != QFileInfo(settings).canonicalFilePath();
+}
+
+// Tells this version of a file from an earlier or later one.
+QString versionOf(const QString &path)
+{
+    const QFileInfo info(path);
+    return QString::number(info.lastModified().toMSecsSinceEpoch()) + u'/' +
+           QString::number(info.size());
+}
+
+bool wasTaken(const QString &old, const SettingsFile &settings)
+{
+    return keys::kTakenFrom.read(settings) == versionOf(old);
+}
+
+enum class Move {
+    None,
+    Done,
+    Copied // the old file cannot be removed
+};
+
+Move moveIn(const QString &old, const SettingsFile &settings)
+{
+    if (wasTaken(old, settings)) {
+        QFile::remove(old);
+        return Move::None;
+    }
+    if (!copyWhole(old, settings.path())) {
+        return Move::None;
+    }
+    return QFile::remove(old) ? Move::Done : Move::Copied;
 }
 
 } // namespace
 
 void prepareSettings(const QString &programFolder, const QString &oldFolder)
 {
-    const QString settings = programFolder + QStringLiteral("/Velmora.ini");
-    const QString old = oldFolder + QStringLiteral("/Velmora.ini");
-    const auto isOldThere = [&] { return !oldFolder.isEmpty() && isToBeMoved(old, settings); };
-    if (!isOldThere() && !isMissing(settings)) {
+    const SettingsFile settings(programFolder);
+    const QString path = settings.path();
+    const QString old =
+        oldFolder.isEmpty() ? QString() : oldFolder + QStringLiteral("/Velmora.ini");
+    if (!isElsewhere(old, path) && !isProfileMissing(path)) {
         return;
     }
-    const ProfileLock lock(settings); // until it is had, others may have put the file in place
-    if (isOldThere()) {
-        if (copyWhole(old, settings)) {
-            QFile::remove(old);
+    Move done = Move::None;
+    {
+        const ProfileLock lock(path); // until it is had, others may have put the file in place
+        if (isElsewhere(old, path)) {
+            done = moveIn(old, settings);
+        } else if (isProfileMissing(path)) {
+            copyWhole(programFolder + QStringLiteral("/Velmora0.ini"), path);
         }
-    } else if (isMissing(settings)) {
-        copyWhole(programFolder + QStringLiteral("/Velmora0.ini"), settings);
+    }
+    if (done == Move::Copied) {
+        keys::kTakenFrom.write(settings, versionOf(old));
     }
 }
 

@@ -5,24 +5,29 @@
 #include "app/DesktopIdentity.h"
 #include "app/HeadlessCapture.h"
 #include "app/HeadlessFilm.h"
-#include "base/KeptMemory.h"
 #include "app/Program.h"
 #include "app/ProgramFolder.h"
 #include "app/SettingsPreparation.h"
 #include "app/SingleInstance.h"
 #include "base/DesktopOpener.h"
+#include "base/KeptMemory.h"
 #include "base/SignalWatcher.h"
 #include "capture/PictureSources.h"
 #include "health/SessionBus.h"
 #include "ui/Accessibility.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QTextStream>
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <latch>
 #include <memory>
+#include <system_error>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -68,6 +73,9 @@ QStringList argumentList(int argc, char **argv)
 const QString kNoDisplay = QStringLiteral(
     "there is no display that can be opened. Use --capture to capture without windows.");
 
+const QString kNoThreads = QStringLiteral(
+    "the system allows no more threads or memory, without which there can be no windows");
+
 const QString kNoFolder = QStringLiteral("the program folder cannot be made");
 
 bool hasDisplay(const QStringList &arguments)
@@ -98,6 +106,25 @@ void standAsideHangingBus()
                             << Qt::endl;
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     }
+}
+
+// The toolkit waits for ever for a thread that cannot be made: it needs one for the display and one
+// for the message bus.
+bool mayHaveThreads()
+{
+    constexpr int kThreads = 2;
+    std::latch end(1);
+    std::vector<std::jthread> threads;
+    bool isMade = true;
+    try {
+        for (int i = 0; i < kThreads; ++i) {
+            threads.emplace_back([&end] { end.wait(); });
+        }
+    } catch (const std::system_error &) {
+        isMade = false;
+    }
+    end.count_down();
+    return isMade;
 }
 
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool headless)
@@ -133,6 +160,18 @@ void tellTrouble(CaptureEngine &engine, const SingleInstance &instance)
     }
 }
 
+// Without its settings the program would take every camera for removed.
+int refuseToStart(const QString &fault, SignalWatcher &signalWatcher, bool isHeadless)
+{
+    const int status = fail(fault, 1);
+    if (!isHeadless) {
+        QMessageBox box(QMessageBox::Critical, QCoreApplication::applicationName(), fault);
+        QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &box, &QDialog::reject);
+        box.exec();
+    }
+    return status;
+}
+
 int captureWithoutWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
                           const SingleInstance &instance, std::optional<int> passes)
 {
@@ -163,6 +202,9 @@ int run(int argc, char **argv, const RunRequest &request)
     if (!request.headless && !hasDisplay(argumentList(argc, argv))) {
         return fail(kNoDisplay, 1);
     }
+    if (!request.headless && !mayHaveThreads()) {
+        return fail(kNoThreads, 1);
+    }
     if (!request.headless) {
         std::signal(SIGPIPE, SIG_IGN); // the output of windows may go unread
     }
@@ -182,6 +224,9 @@ int run(int argc, char **argv, const RunRequest &request)
     }
     SignalWatcher signalWatcher;
     prepareSettings(folder, qEnvironmentVariable("windir"));
+    if (const auto fault = SettingsFile(folder).readingFault()) {
+        return refuseToStart(*fault, signalWatcher, request.headless);
+    }
     SystemClock clock;
     PictureSources pictures;
     CaptureEngine engine(folder, clock, pictures);

@@ -36,12 +36,16 @@ QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsize
 
 QByteArray ProfileCache::read()
 {
-    QByteArray bytes = readProfile(path_);
-    if (!isLarge_ && bytes.size() > kLargeBytes) {
+    std::optional<QByteArray> bytes = readProfile(path_);
+    if (!bytes) {
+        return kept_ ? kept_->bytes() : whole_;
+    }
+    if (!isLarge_ && bytes->size() > kLargeBytes) {
         isLarge_ = true;
         stamp_ = fileStamp(path_);
     }
-    return bytes;
+    whole_ = isLarge_ ? QByteArray() : *bytes;
+    return *std::move(bytes);
 }
 
 // Only worth it for a file that is read a second time before it changes. One that has just changed
@@ -60,7 +64,7 @@ std::shared_ptr<const ProfileText> ProfileCache::keptText()
     }
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     if (!kept_ && tellsChanges(*stamp, now)) {
-        auto text = std::make_shared<ProfileText>(readProfile(path_));
+        auto text = std::make_shared<ProfileText>(read());
         if (text->bytes().size() == stamp->bytes) {
             text->index();
             kept_ = std::move(text);

@@ -22,10 +22,13 @@ public:
     /// path: native path of the file, which need not exist.
     explicit ProfileCache(QString path);
 
-    /// The current text, empty when there is none that can be read.
+    /// The current text, empty when there is no file. While there is one that cannot be read, what
+    /// was last read of it: a passing error must not make settings look empty, by which cameras
+    /// would be forgotten and images go elsewhere.
     [[nodiscard]] std::shared_ptr<const ProfileText> text();
 
-    /// The stored value of a key, empty when there is none, cut to size - 1 bytes.
+    /// The stored value of a key, of the same text; empty when there is none, cut to size - 1
+    /// bytes.
     [[nodiscard]] QByteArray value(QByteArrayView section, QByteArrayView key, qsizetype size);
 
 private:
@@ -36,6 +39,7 @@ private:
     bool isLarge_ = false;             // when it was last read
     std::optional<FolderStamp> stamp_; // of the file, if large, when it was last looked at
     std::shared_ptr<const ProfileText> kept_;
+    QByteArray whole_;                        // what was last read of a small file
     std::shared_ptr<const ProfileText> last_; // of a small file: parsed only when its bytes change
 };
 

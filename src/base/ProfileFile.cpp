@@ -34,6 +34,7 @@ struct OpenProfile
     bool missing = false;
     mode_t mode = 0;
     std::optional<QByteArray> bytes; // nothing when there is a file that cannot be read
+    std::error_code error;           // why, unless it is no regular file or too large
 };
 
 OpenProfile tryToOpen(const QString &path, int access)
@@ -43,9 +44,12 @@ OpenProfile tryToOpen(const QString &path, int access)
                                                 access | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)),
                         .missing = false,
                         .mode = 0,
-                        .bytes = std::nullopt};
+                        .bytes = std::nullopt,
+                        .error = {}};
     if (!profile.file) {
-        profile.missing = errno == ENOENT;
+        profile.error = lastError();
+        profile.missing =
+            profile.error == std::errc::no_such_file_or_directory && isProfileMissing(path);
         return profile;
     }
     struct stat info = {};
@@ -54,7 +58,9 @@ OpenProfile tryToOpen(const QString &path, int access)
         if (info.st_size > (access == O_RDONLY ? kMostReadBytes : kMostProfileBytes)) {
             return profile;
         }
-        profile.bytes = readExactly(profile.file.get(), info.st_size).bytes;
+        WholeFile read = readExactly(profile.file.get(), info.st_size);
+        profile.bytes = std::move(read.bytes);
+        profile.error = read.error;
     }
     return profile;
 }
@@ -136,15 +142,28 @@ QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 
 } // namespace
 
-QByteArray readProfile(const QString &path)
+bool isProfileMissing(const QString &path)
 {
-    return openProfile(path, O_RDONLY).bytes.value_or(QByteArray());
+    struct stat info = {};
+    return ::lstat(QFile::encodeName(path).constData(), &info) != 0 && errno == ENOENT;
+}
+
+std::optional<QByteArray> readProfile(const QString &path)
+{
+    OpenProfile profile = openProfile(path, O_RDONLY);
+    return profile.missing ? QByteArray() : std::move(profile.bytes);
+}
+
+std::error_code profileFault(const QString &path)
+{
+    const OpenProfile profile = openProfile(path, O_RDONLY);
+    return profile.missing ? std::error_code() : profile.error;
 }
 
 QByteArray readProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                             QByteArrayView fallback, qsizetype size)
 {
-    const QByteArray bytes = readProfile(path);
+    const QByteArray bytes = readProfile(path).value_or(QByteArray());
     const QByteArrayView value =
         findProfileValue(bytes, section, key).value_or(withoutTrailingBlanks(fallback));
     return value.first(qMin(value.size(), size - 1)).toByteArray();

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <system_error>
 
 namespace velmora {
 
@@ -23,9 +24,17 @@ inline constexpr qint64 kMostProfileBytes = qint64{16} * 1024 * 1024;
 /// A file larger than this cannot be settings and is not read either.
 inline constexpr qint64 kMostReadBytes = qint64{256} * 1024 * 1024;
 
-/// The bytes of a settings file, empty when it is missing, unreadable, no regular file or larger
-/// than kMostReadBytes. Native path.
-[[nodiscard]] QByteArray readProfile(const QString &path);
+/// True when nothing stands at the path. A file that cannot be examined is not known to be missing;
+/// a link that leads nowhere may lead to a disk that is away. Native path.
+[[nodiscard]] bool isProfileMissing(const QString &path);
+
+/// The bytes of a settings file, empty when it is missing. Nothing when it is there and cannot be
+/// read: after an error, when it is no regular file or larger than kMostReadBytes.
+[[nodiscard]] std::optional<QByteArray> readProfile(const QString &path);
+
+/// The error with which a settings file that is there cannot be read; none for one that is missing,
+/// no regular file or too large.
+[[nodiscard]] std::error_code profileFault(const QString &path);
 
 /// The stored value of a key, or `fallback` without its trailing blanks, cut to size - 1 bytes.
 [[nodiscard]] QByteArray readProfileValue(const QString &path, QByteArrayView section,

@@ -3,8 +3,10 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <ctime>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -14,10 +16,32 @@ namespace {
 // A signal handler may do next to nothing: it writes a byte, which the event loop reads.
 std::array<int, 2> sockets = {-1, -1};
 
+std::atomic<time_t> waitingSince = 0; // of a signal that the event loop has not seen
+constexpr time_t kPatienceSeconds = 5;
+
+time_t secondsNow()
+{
+    timespec now = {};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    return now.tv_sec + 1; // never 0
+}
+
+// True when the event loop does not turn: the program hangs, and must not swallow signals too.
+bool isDeaf()
+{
+    const time_t now = secondsNow();
+    time_t since = 0;
+    return !waitingSince.compare_exchange_strong(since, now) && now - since > kPatienceSeconds;
+}
+
 // The interrupted code may be about to look at errno.
-extern "C" void onSignal(int)
+extern "C" void onSignal(int signal)
 {
     const int before = errno;
+    if (isDeaf()) {
+        ::signal(signal, SIG_DFL);
+        ::raise(signal);
+    }
     const char byte = 1;
     static_cast<void>(::write(sockets[0], &byte, 1));
     errno = before;
@@ -41,6 +65,7 @@ SignalWatcher::SignalWatcher()
     auto *const notifier = new QSocketNotifier(sockets[1], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
         char byte = 0;
+        waitingSince = 0;
         if (::read(sockets[1], &byte, 1) == 1) {
             Q_EMIT endRequested();
         }

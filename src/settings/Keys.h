@@ -123,6 +123,7 @@ inline constexpr QStringView kVelmora = u"Velmora";
 
 // The program as a whole.
 inline constexpr TextKey kStRep{kControl, u"StRep", u"C:\\in"};
+inline constexpr TextKey kTakenFrom{kVelmora, u"TakenFrom"}; // the former file, if still there
 inline constexpr TextKey kStorageBefore{kVelmora, u"StorageBefore"}; // while the box is empty
 inline constexpr SwitchKey kDebug{kControl, u"Debug"};
 inline constexpr TextKey kTempo{kControl, u"Tempo"};

@@ -171,6 +171,14 @@ bool SettingsFile::isLarge() const
     return stamp && stamp->bytes > ProfileCache::kLargeBytes;
 }
 
+std::optional<QString> SettingsFile::readingFault() const
+{
+    const std::error_code error = profileFault(path());
+    return error ? std::optional(QStringLiteral("The settings file %1 cannot be read: %2")
+                                     .arg(path(), QString::fromStdString(error.message())))
+                 : std::nullopt;
+}
+
 std::optional<QString> SettingsFile::sizeWarning() const
 {
     const std::optional<FolderStamp> stamp = fileStamp(path());

@@ -126,6 +126,10 @@ public:
     /// True for a file that has grown too large to be read or changed quickly.
     [[nodiscard]] bool isLarge() const;
 
+    /// A sentence that says why a file that is there cannot be read; nothing for one that can, or
+    /// is missing.
+    [[nodiscard]] std::optional<QString> readingFault() const;
+
     /// A sentence that names path and size of a file grown too large to be read quickly; nothing
     /// for one of ordinary size.
     [[nodiscard]] std::optional<QString> sizeWarning() const;

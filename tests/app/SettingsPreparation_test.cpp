@@ -2,6 +2,8 @@
 #include "app/SettingsPreparation.h"
 
 #include "base/ProfileFile.h"
+#include "settings/SettingsFile.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QFile>
@@ -9,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -134,6 +137,48 @@ TEST_F(SettingsPreparation, APipeInTheOldPlaceIsNoSettingsFile)
 }
 
 // Like a file on a failing disk: it can be opened, and then yields nothing.
+// Otherwise each start would undo what was changed since.
+TEST_F(SettingsPreparation, AnOldFileThatCannotBeRemovedIsTakenOnce)
+{
+    tree_.write(u"windows/Velmora.ini", "[Control]\r\nTempo=33\r\n");
+    const SettingsFile settings(tree_.path(u"program"));
+    {
+        const RefusedCall refused(Call::Unlink, EACCES);
+        prepare();
+        EXPECT_EQ(settings.read(u"Control", u"Tempo"), QStringLiteral("33"));
+        settings.write(u"Control", u"Tempo", u"7");
+        prepare();
+        EXPECT_EQ(settings.read(u"Control", u"Tempo"), QStringLiteral("7"));
+        EXPECT_TRUE(tree_.exists(u"windows/Velmora.ini"));
+    }
+    prepare();
+    EXPECT_EQ(settings.read(u"Control", u"Tempo"), QStringLiteral("7"));
+    EXPECT_FALSE(tree_.exists(u"windows/Velmora.ini"));
+}
+
+TEST_F(SettingsPreparation, AnOldFileThatCouldNotBeRemovedCountsAgainOnceItChanges)
+{
+    tree_.write(u"windows/Velmora.ini", "[Control]\r\nTempo=33\r\n");
+    {
+        const RefusedCall refused(Call::Unlink, EACCES);
+        prepare();
+    }
+    tree_.write(u"windows/Velmora.ini", "[Control]\r\nTempo=120\r\n");
+    prepare();
+    EXPECT_EQ(tree_.read(u"program/Velmora.ini"), "[Control]\r\nTempo=120\r\n");
+    EXPECT_FALSE(tree_.exists(u"windows/Velmora.ini"));
+}
+
+// The disk with the settings may be away.
+TEST_F(SettingsPreparation, TheTemplateReplacesNoLinkThatLeadsNowhere)
+{
+    tree_.write(u"program/Velmora0.ini", "template");
+    ASSERT_TRUE(
+        QFile::link(QStringLiteral("away/Velmora.ini"), tree_.path(u"program/Velmora.ini")));
+    prepare();
+    EXPECT_TRUE(QFileInfo(tree_.path(u"program/Velmora.ini")).isSymLink());
+}
+
 TEST_F(SettingsPreparation, AnOldFileThatCannotBeReadToItsEndReplacesNothing)
 {
     ASSERT_TRUE(QFile::link(QStringLiteral("/proc/self/mem"), tree_.path(u"windows/Velmora.ini")));

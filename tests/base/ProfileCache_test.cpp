@@ -2,15 +2,20 @@
 #include "base/ProfileCache.h"
 
 #include "base/ProfileFile.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QFile>
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 namespace velmora {
 namespace {
 
+using test::Call;
+using test::RefusedCall;
 using test::TempTree;
 
 class ProfileCacheTest : public testing::Test
@@ -83,6 +88,29 @@ TEST_F(ProfileCacheTest, CutsWhatItReadsToTheBuffer)
     comments = QByteArray(ProfileCache::kLargeBytes, ';');
     write("12345");
     EXPECT_EQ(cache.value("s", "k", 4), QByteArray("123"));
+}
+
+TEST_F(ProfileCacheTest, HasWhatWasLastReadWhileTheFileCannotBeRead)
+{
+    write("one");
+    EXPECT_EQ(value(), QByteArray("one"));
+    {
+        const RefusedCall refused(Call::Read, EIO);
+        EXPECT_EQ(value(), QByteArray("one"));
+        EXPECT_EQ(cache.text()->value("s", "k"), QByteArrayView("one"));
+    }
+    write("two");
+    EXPECT_EQ(value(), QByteArray("two"));
+    ASSERT_TRUE(QFile::remove(path()));
+    EXPECT_EQ(value(), QByteArray()) << "one that is gone is no error";
+}
+
+TEST_F(ProfileCacheTest, HasNothingOfAFileThatCouldNeverBeRead)
+{
+    write("one");
+    const RefusedCall refused(Call::Read, EIO);
+    EXPECT_EQ(value(), QByteArray());
+    EXPECT_TRUE(cache.text()->bytes().isEmpty());
 }
 
 TEST_F(ProfileCacheTest, KeepsALargeTextThatHasBeenAtRest)

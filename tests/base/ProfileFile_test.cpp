@@ -2,6 +2,7 @@
 #include "base/ProfileFile.h"
 
 #include "support/FileSizeLimit.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QFile>
@@ -9,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <thread>
@@ -18,7 +20,9 @@
 namespace velmora {
 namespace {
 
+using test::Call;
 using test::FileSizeLimit;
+using test::RefusedCall;
 using test::TempTree;
 
 constexpr qsizetype kPageBytes = 4096;
@@ -207,7 +211,7 @@ TEST_F(ProfileFile, MakesNoFolder)
 TEST_F(ProfileFile, LeavesAFolderOfThatNameAlone)
 {
     tree.makeFolder(u"a.ini");
-    EXPECT_EQ(readProfile(path()), QByteArray());
+    EXPECT_EQ(readProfile(path()), std::nullopt);
     EXPECT_EQ(write("v"), ProfileWrite::Failed);
     EXPECT_TRUE(QFileInfo(path()).isDir());
 }
@@ -215,7 +219,7 @@ TEST_F(ProfileFile, LeavesAFolderOfThatNameAlone)
 TEST_F(ProfileFile, DoesNotWaitForAPipe)
 {
     ASSERT_EQ(::mkfifo(nativePath().constData(), 0600), 0);
-    EXPECT_EQ(readProfile(path()), QByteArray());
+    EXPECT_EQ(readProfile(path()), std::nullopt);
     EXPECT_EQ(write("v"), ProfileWrite::Failed);
     EXPECT_TRUE(S_ISFIFO(info().st_mode));
 }
@@ -378,9 +382,36 @@ TEST_F(ProfileFile, IsNotReadWhenItIsFarTooLarge)
 {
     begin("[s]\r\nk=1\r\n");
     ASSERT_EQ(::truncate(nativePath().constData(), off_t{1} << 42), 0);
-    EXPECT_EQ(readProfile(path()), QByteArray());
+    EXPECT_EQ(readProfile(path()), std::nullopt);
+    EXPECT_FALSE(profileFault(path()));
     EXPECT_EQ(write("2"), ProfileWrite::Failed);
     EXPECT_EQ(info().st_size, off_t{1} << 42);
+}
+
+TEST_F(ProfileFile, IsEmptyWhenItIsMissing)
+{
+    EXPECT_TRUE(isProfileMissing(path()));
+    EXPECT_EQ(readProfile(path()), QByteArray());
+    EXPECT_FALSE(profileFault(path()));
+}
+
+// The disk that it leads to may be away: neither the template nor a new file may take its place.
+TEST_F(ProfileFile, IsNotMissingWhereALinkLeadsNowhere)
+{
+    ASSERT_TRUE(QFile::link(QStringLiteral("away/a.ini"), path()));
+    EXPECT_FALSE(isProfileMissing(path()));
+    EXPECT_EQ(readProfile(path()), std::nullopt);
+    EXPECT_EQ(profileFault(path()), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(write("2"), ProfileWrite::Failed);
+    EXPECT_TRUE(QFileInfo(path()).isSymLink());
+}
+
+TEST_F(ProfileFile, SaysWhyItCannotBeRead)
+{
+    begin("[s]\r\nk=1\r\n");
+    const RefusedCall refused(Call::Read, EIO);
+    EXPECT_EQ(readProfile(path()), std::nullopt);
+    EXPECT_EQ(profileFault(path()), std::errc::io_error);
 }
 
 } // namespace

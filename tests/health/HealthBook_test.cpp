@@ -239,6 +239,17 @@ TEST_F(HealthBookTest, ForgetsNothingWhileTheDriveOfTheStorageFolderIsAway)
     EXPECT_EQ(book_.camera(kOne).lateSince, since);
 }
 
+TEST_F(HealthBookTest, ForgetsNothingWhileTheSettingsCannotBeRead)
+{
+    add(kOne);
+    book_.load();
+    house_.load(kOne);
+    const RefusedCall refused(Call::Read, EIO);
+    book_.followTable();
+    EXPECT_EQ(book_.cameras(), std::vector{kOne});
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+}
+
 TEST_F(HealthBookTest, BlamesNoCameraForTheTimeBeforeItWasAdded)
 {
     book_.load();

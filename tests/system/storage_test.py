@@ -139,6 +139,26 @@ class SettingsTest(StorageCase):
             self.assertEqual("pass 1: 0 stored, 0 failed, 0 unchanged", run.out[-1])
             (shutil.rmtree if self.house.settings_path.is_dir() else os.unlink)(self.house.settings_path)
 
+    def test_takes_nothing_for_settings_that_cannot_be_read(self):
+        """Their disk may be away; without them every camera would count as removed."""
+        text = self.house.settings_bytes()
+        path = self.house.settings_path
+        path.unlink()
+        path.symlink_to("away/Velmora.ini")
+        (self.house.root / "Velmora0.ini").write_bytes(b"[Control]\r\n")
+        (self.house.root / "list.csv").write_text("kept")
+        for options in (("--capture", "--passes", "1"), ("--list",), ("--export-list", self.house.root / "list.csv"),
+                        ("--set", "tick=7"), ("--get", "storage"), ("--film", "0:0", "2000-01-01", "2030-01-01", self.house.root / "film.mp4")):
+            program = self.house.start(*options)
+            self.assertEqual(1, program.wait(30), program.report())
+            self.assertIn("The settings file", program.report())
+            self.assertTrue(path.is_symlink())
+        self.assertEqual("kept", (self.house.root / "list.csv").read_text())
+        path.parent.joinpath("away").mkdir()
+        (path.parent / "away" / "Velmora.ini").write_bytes(text)
+        self.house.capture("--passes", "1")
+        self.assertEqual([1] * CAMERAS, self.counts())
+
     def test_captures_from_among_noise(self):
         """Lines without a meaning stay byte for byte, those with one are found."""
         noise = random.Random(3).randbytes(50_000).replace(b"[", b"(")

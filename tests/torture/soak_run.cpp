@@ -3,9 +3,9 @@
 // and plays the film, and old images are deleted after their month. One line of figures for every
 // ten thousand captures; the last one is the slope of the memory.
 //   soak_run HOURS     of real time, also a part of one; offscreen where no display is
-#include "base/KeptMemory.h"
 #include "app/Program.h"
 #include "base/DateText.h"
+#include "base/KeptMemory.h"
 #include "support/FakeClock.h"
 #include "support/TempTree.h"
 

@@ -1,13 +1,11 @@
 #include "base/FolderWatch.h"
 
+#include "base/LocalDisk.h"
+
 #include <QFile>
 
-#include <algorithm>
-#include <array>
 #include <cstring>
-#include <linux/magic.h>
 #include <sys/inotify.h>
-#include <sys/vfs.h>
 #include <unistd.h>
 
 namespace velmora {
@@ -19,18 +17,6 @@ constexpr quint32 kChanges = IN_CREATE | IN_DELETE | IN_MOVE | IN_MODIFY | IN_CL
                              IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONESHOT | IN_ONLYDIR;
 constexpr std::size_t kReportBytes = 4096; // several reports, including one with the longest name
 
-constexpr quint32 kXfs = 0x58465342;
-constexpr std::array kLocal{quint32{EXT4_SUPER_MAGIC}, kXfs, quint32{BTRFS_SUPER_MAGIC},
-                            quint32{F2FS_SUPER_MAGIC}, quint32{TMPFS_MAGIC}};
-
-// On a network file system, other machines make changes that are not reported here.
-bool reportsAllChanges(const QByteArray &path)
-{
-    struct statfs info = {};
-    return ::statfs(path.constData(), &info) == 0 &&
-           std::ranges::find(kLocal, static_cast<quint32>(info.f_type)) != kLocal.end();
-}
-
 } // namespace
 
 FolderWatch::FolderWatch()
@@ -41,7 +27,7 @@ FolderWatch::FolderWatch()
 FolderWatch::Ticket FolderWatch::begin(const QString &folder)
 {
     const QByteArray path = QFile::encodeName(folder);
-    if (!reports_ || !reportsAllChanges(path)) {
+    if (!reports_ || !isOnLocalDisk(path)) {
         return 0;
     }
     if (folders_.size() >= kMost && !folders_.contains(folder)) {

@@ -2,6 +2,7 @@
 
 #include "base/FolderScan.h"
 #include "base/Folders.h"
+#include "base/LocalDisk.h"
 #include "base/NewName.h"
 #include "base/SystemCalls.h"
 
@@ -23,14 +24,27 @@ namespace velmora {
 namespace {
 
 constexpr int kNamesTried = 16;
-constexpr const char *kFirstName = "/.velmora-work.part";
+constexpr qsizetype kTagLength = 8;
+const QByteArray kPrefix = QByteArrayLiteral(".velmora-");
+const QByteArray kSuffix = QByteArrayLiteral(".part");
 constexpr std::size_t kBufferBytes = std::size_t{256} * 1024;
 constexpr time_t kOldSeconds = time_t{24} * 60 * 60;
 
 enum class Lock { Mine, Others, Unknown };
 
+// Distinguishes this machine, from its start to its end, from all others; its containers share it.
+const QByteArray &machineTag()
+{
+    static const QByteArray tag = [] {
+        QFile id(QStringLiteral("/proc/sys/kernel/random/boot_id"));
+        const QByteArray text = id.open(QIODevice::ReadOnly) ? id.readAll() : QByteArray();
+        return text.left(kTagLength).leftJustified(kTagLength, '0');
+    }();
+    return tag;
+}
+
 // A number that no other program hits on, whatever its process number.
-QByteArray newWorkName()
+QByteArray newNumber()
 {
     std::array<char, 12> random{};
     if (::getrandom(random.data(), random.size(), 0) != static_cast<ssize_t>(random.size())) {
@@ -38,12 +52,23 @@ QByteArray newWorkName()
         ::clock_gettime(CLOCK_REALTIME, &now);
         std::snprintf(random.data(), random.size(), "%lx", static_cast<unsigned long>(now.tv_nsec));
     }
-    return ".velmora-" + QByteArray(random.data(), random.size()).toHex() + ".part";
+    return QByteArray(random.data(), random.size()).toHex();
+}
+
+QByteArray workName(const QByteArray &end)
+{
+    return kPrefix + machineTag() + '-' + end + kSuffix;
 }
 
 bool isWorkName(QByteArrayView name)
 {
-    return name.startsWith(".velmora-") && name.endsWith(".part");
+    return name.startsWith(kPrefix) && name.endsWith(kSuffix);
+}
+
+bool isOfAnotherMachine(QByteArrayView name)
+{
+    const QByteArrayView tag = name.sliced(kPrefix.size());
+    return tag.size() > kTagLength && tag[kTagLength] == '-' && !tag.startsWith(machineTag());
 }
 
 Lock tryLock(int file)
@@ -62,11 +87,19 @@ bool standsAt(const QByteArray &path, int file)
            open.st_dev == there.st_dev && open.st_ino == there.st_ino;
 }
 
-// Where the file system has no locks, only a file's age shows that no one is writing it any more.
+// Where locks tell nothing, only a file's age shows that no one is writing it any more.
 bool isOld(int file)
 {
     struct stat info = {};
     return ::fstat(file, &info) == 0 && info.st_mtime < std::time(nullptr) - kOldSeconds;
+}
+
+// A file system shared over a network may keep the locks of each machine apart.
+bool isTold(Lock lock, const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return lock != Lock::Unknown &&
+           (!isOfAnotherMachine(QByteArrayView(path).sliced(slash + 1)) || isOnLocalDisk(path));
 }
 
 void clearWorkFile(const QByteArray &path)
@@ -81,20 +114,21 @@ void clearWorkFile(const QByteArray &path)
         return;
     }
     const Lock lock = tryLock(file.get());
-    const bool isHeld = lock == Lock::Others || (lock == Lock::Unknown && !isOld(file.get()));
+    const bool isHeld = lock == Lock::Others || (!isTold(lock, path) && !isOld(file.get()));
     if (!isHeld && standsAt(path, file.get())) {
         ::unlink(path.constData());
     }
 }
 
-// A folder's first working file always has the same name, so that one left by a killed run goes
-// when the next is made: nothing else clears the folders of films and of cameras on another disk.
+// A machine's first working file in a folder always has the same name, so that one left by a killed
+// run goes when the next is made: nothing else clears the folders of films and of cameras on
+// another disk.
 QByteArray workPath(const QByteArray &folder, int attempt)
 {
     if (attempt > 0) {
-        return folder + '/' + newWorkName();
+        return folder + '/' + workName(newNumber());
     }
-    const QByteArray path = folder + kFirstName;
+    const QByteArray path = folder + '/' + workName("work");
     clearWorkFile(path);
     return path;
 }
@@ -154,10 +188,10 @@ WorkFile::~WorkFile()
 
 void WorkFile::dropName()
 {
-    if (hasName()) {
+    if (hasName() && standsAt(path_, file_.get())) {
         ::unlink(path_.constData());
-        path_.clear();
     }
+    path_.clear();
 }
 
 // A folder that cannot be examined is a failure of its own, which shows when the file is to appear.
@@ -209,7 +243,8 @@ std::error_code WorkFile::appearAs(const QByteArray &target)
     if (error == std::errc::cross_device_link) {
         return appearAsCopy(folderOf(target), target, Naming::WhenWhole);
     }
-    if (!hasName() && meansNoSuchCall(error)) {
+    const bool isRemoved = hasName() && error && !standsAt(path_, file_.get());
+    if (isRemoved || (!hasName() && meansNoSuchCall(error))) {
         return appearAsCopy(folder_, target, Naming::AtOnce);
     }
     return error;
@@ -223,6 +258,9 @@ std::error_code WorkFile::giveName(const QByteArray &target)
     }
     if (::close(::dup(file_.get())) != 0) {
         return lastError();
+    }
+    if (!standsAt(path_, file_.get())) { // another machine may have taken it for a killed run's
+        return std::make_error_code(std::errc::no_such_file_or_directory);
     }
     const std::error_code error = renameToNew(path_, target);
     if (!error) {

@@ -90,7 +90,8 @@ private:
 [[nodiscard]] bool meansNoNamelessFiles(std::error_code error);
 
 /// Deletes the working files in a folder (native path) that no one holds: those of killed runs, on
-/// whatever machine or in whatever container they ran.
+/// whatever machine or in whatever container they ran. On a file system that several machines may
+/// share, those of other machines only when they are a day old.
 void clearWorkFiles(const QString &folder);
 
 } // namespace velmora

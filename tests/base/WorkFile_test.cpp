@@ -98,6 +98,33 @@ TEST_P(WorkFileTest, IsNotClearedWhileItLives)
     EXPECT_EQ(tree_.read(u"a.jpg"), "picture");
 }
 
+// Another machine that shares the folder may take it for one that a killed run left.
+TEST_P(WorkFileTest, AppearsAlsoWhenItsWorkingNameWasTakenAway)
+{
+    WorkFile file(native(u"tmp"), WorkFile::kUsualRights, WorkFile::Naming::AtOnce);
+    EXPECT_FALSE(file.write("picture"));
+    const QString name = QStringLiteral("tmp/") + tree_.files(u"tmp").first();
+    ASSERT_TRUE(QFile::remove(tree_.path(name)));
+    tree_.write(name, "another's");
+    const UniqueFd other(::open(native(name).constData(), O_RDWR));
+    ASSERT_EQ(::flock(other.get(), LOCK_EX), 0);
+    EXPECT_FALSE(file.appearAs(native(u"a.jpg")));
+    EXPECT_EQ(tree_.read(u"a.jpg"), "picture");
+    EXPECT_EQ(tree_.read(name), "another's");
+}
+
+TEST_P(WorkFileTest, RemovesNoOtherFileOfItsWorkingName)
+{
+    QString name;
+    {
+        const WorkFile file(native(u"tmp"), WorkFile::kUsualRights, WorkFile::Naming::AtOnce);
+        name = QStringLiteral("tmp/") + tree_.files(u"tmp").first();
+        ASSERT_TRUE(QFile::remove(tree_.path(name)));
+        tree_.write(name, "another's");
+    }
+    EXPECT_EQ(tree_.read(name), "another's");
+}
+
 // Makes a file and waits to be killed; prints "!" once it exists.
 [[noreturn]] void holdAFile(const QByteArray &folder, int told)
 {
@@ -297,6 +324,24 @@ TEST_F(ClearWorkFiles, GoesByTheAgeWhereThereAreNoLocks)
     const RefusedCall refused(Call::Lock, ENOLCK);
     clearWorkFiles(tree_.path());
     EXPECT_EQ(tree_.files(), QStringList{QStringLiteral(".velmora-1-2.part")});
+}
+
+// There each machine may have locks of its own.
+TEST_F(ClearWorkFiles, GoesByTheAgeForOtherMachinesOnASharedFileSystem)
+{
+    const QString others = QStringLiteral(".velmora-00000000-work.part");
+    left(others, std::time(nullptr));
+    {
+        const RefusedCall shared(Call::StatFileSystem, EIO);
+        clearWorkFiles(tree_.path());
+        EXPECT_EQ(tree_.files(), QStringList{others});
+    }
+    clearWorkFiles(tree_.path());
+    EXPECT_EQ(tree_.files(), QStringList()) << "on a disk of this machine it is a former start's";
+    left(others);
+    const RefusedCall shared(Call::StatFileSystem, EIO);
+    clearWorkFiles(tree_.path());
+    EXPECT_EQ(tree_.files(), QStringList());
 }
 
 TEST_F(ClearWorkFiles, KeepsFilesOfOtherNames)

@@ -8,6 +8,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 namespace {
@@ -20,7 +21,7 @@ struct Refusal
     int times = 0;
 };
 
-std::array<Refusal, 11> refusals; // indexed by the call
+std::array<Refusal, 12> refusals; // indexed by the call
 
 Refusal &of(Call call)
 {
@@ -83,6 +84,12 @@ extern "C" int mkdir(const char *path, mode_t mode) noexcept
 extern "C" int flock(int file, int operation) noexcept
 {
     return isRefused(Call::Lock) ? -1 : static_cast<int>(::syscall(SYS_flock, file, operation));
+}
+
+extern "C" int statfs(const char *path, struct statfs *info) noexcept
+{
+    return isRefused(Call::StatFileSystem) ? -1
+                                           : static_cast<int>(::syscall(SYS_statfs, path, info));
 }
 
 extern "C" ssize_t read(int file, void *to, std::size_t bytes)

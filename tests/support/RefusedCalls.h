@@ -15,9 +15,10 @@ enum class Call {
     OpenToRead, // open() for reading only
     Unlink,
     MakeFolder,
-    Lock,  // flock()
-    Read,  // read()
-    ReadAt // pread()
+    Lock,   // flock()
+    Read,   // read()
+    ReadAt, // pread()
+    StatFileSystem
 };
 
 /// Makes a call fail with this error, 0 for none.

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int kAttempts = 100; // holders may come and go at the same moment
 constexpr qsizetype kMostBytes = 4096;
+constexpr std::size_t kMostNameBytes = 64;
 constexpr int kLooks = 20; // a holder writes the note just after taking the lock
 constexpr int kLookAgainMs = 10;
 
@@ -37,16 +39,29 @@ bool standsUnderItsName(int file, const QByteArray &path)
            mine.st_dev == there.st_dev && mine.st_ino == there.st_ino;
 }
 
+// Where this process counts: the numbers of a container, or of another machine that sees the same
+// folder, name other processes here. Empty where the system does not say.
+QByteArray countingPlace()
+{
+    QFile start(QStringLiteral("/proc/sys/kernel/random/boot_id"));
+    const QByteArray machine =
+        start.open(QIODevice::ReadOnly) ? start.readAll().trimmed() : QByteArray();
+    std::array<char, kMostNameBytes> names = {};
+    const ssize_t count = ::readlink("/proc/self/ns/pid", names.data(), names.size());
+    return count > 0 ? machine + ' ' + QByteArray(names.data(), count) : QByteArray();
+}
+
 LockHolder readHolder(int file)
 {
     QByteArray text(kMostBytes, Qt::Uninitialized);
     const ssize_t count = ::pread(file, text.data(), static_cast<std::size_t>(kMostBytes), 0);
     const QList<QByteArray> lines = text.first(qMax<ssize_t>(count, 0)).split('\n');
-    return {lines.first().toInt(), lines.value(1)};
+    const bool countsHere = lines.value(2).isEmpty() || lines.value(2) == countingPlace();
+    return {countsHere ? lines.first().toInt() : 0, lines.value(1)};
 }
 
 // A killed holder leaves its number behind, and the next one writes its own just after taking the
-// lock; a process in another container cannot be seen from here.
+// lock; a process of another container is not waited for longer than one that is gone.
 LockHolder awaitHolder(int file)
 {
     LockHolder holder = readHolder(file);
@@ -63,7 +78,8 @@ LockHolder awaitHolder(int file)
 // If this cannot be written, others do not learn this process's number, but the lock holds.
 void tellOthers(int file, const QByteArray &note)
 {
-    const QByteArray text = QByteArray::number(::getpid()) + '\n' + note + '\n';
+    const QByteArray text =
+        QByteArray::number(::getpid()) + '\n' + note + '\n' + countingPlace() + '\n';
     static_cast<void>(::ftruncate(file, 0));
     static_cast<void>(::pwrite(file, text.constData(), static_cast<std::size_t>(text.size()), 0));
 }

@@ -16,7 +16,7 @@ namespace velmora {
 /// The holder of a lock, as its file names it.
 struct LockHolder
 {
-    pid_t process = 0; // 0 when the file does not say
+    pid_t process = 0; // 0 when the file does not say, or when its number is of another container
     QByteArray note;   // what the holder wants others to know; one line
 };
 

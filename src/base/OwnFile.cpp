@@ -20,9 +20,26 @@ void shutOthersOut(int file)
     }
 }
 
+// Opened without any rights to it, so that what is changed is certain to be what was examined; the
+// system has no other way to change the rights of a file so opened.
+bool takeBackRights(const QByteArray &path)
+{
+    const UniqueFd file(::open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(file.get());
+    return file && isOwnFile(file.get(), path) && ::chmod(handle.constData(), kOwnerAlone) == 0;
+}
+
+// A file of this user may shut even him out: another program's mask may have been so strange.
 UniqueFd openExisting(const QByteArray &path)
 {
-    return UniqueFd(::open(path.constData(), O_RDWR | kOwnFileFlags));
+    constexpr int kFlags = O_RDWR | kOwnFileFlags;
+    UniqueFd file(::open(path.constData(), kFlags));
+    const int error = errno;
+    if (!file && error == EACCES && takeBackRights(path)) {
+        return UniqueFd(::open(path.constData(), kFlags));
+    }
+    errno = error;
+    return file;
 }
 
 } // namespace
@@ -55,6 +72,7 @@ OwnFile openOwnFile(const QByteArray &path)
         UniqueFd made(
             ::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | kOwnFileFlags, kOwnerAlone));
         if (made) {
+            static_cast<void>(::fchmod(made.get(), kOwnerAlone)); // whatever the mask
             giveToFolderOwner(made.get(), path);
             return {std::move(made), true};
         }

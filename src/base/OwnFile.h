@@ -20,7 +20,8 @@ struct OwnFile
 };
 
 /// Opens a file for reading and writing; a missing one is made for its owner alone (0600): this
-/// user, or the folder's owner when this user is the administrator. path: native bytes.
+/// user, or the folder's owner when this user is the administrator. The process's mask takes no
+/// rights from its owner, and those that one has taken are given back. path: native bytes.
 [[nodiscard]] OwnFile openOwnFile(const QByteArray &path);
 
 /// Gives a file that the administrator makes in a user's folder to that user, so that he is not

@@ -2,6 +2,7 @@
 #include "base/LockFile.h"
 
 #include "support/TempTree.h"
+#include "support/WithoutRootRights.h"
 
 #include <QFile>
 
@@ -17,6 +18,7 @@ namespace velmora {
 namespace {
 
 using test::TempTree;
+using test::WithoutRootRights;
 
 class LockFileTest : public testing::Test
 {
@@ -39,7 +41,8 @@ TEST_F(LockFileTest, IsTakenByTheFirst)
 {
     LockFile lock(path());
     EXPECT_EQ(lock.take("note").outcome, LockOutcome::Taken);
-    EXPECT_EQ(tree.read(u"a.lock"), QByteArray::number(::getpid()) + "\nnote\n");
+    EXPECT_TRUE(tree.read(u"a.lock").startsWith(QByteArray::number(::getpid()) + "\nnote\n"));
+    EXPECT_EQ(tree.read(u"a.lock").count('\n'), 3);
 }
 
 TEST_F(LockFileTest, TellsTheSecondWhoHasIt)
@@ -111,7 +114,52 @@ TEST_F(LockFileTest, IsForItsHolderAlone)
     ::umask(before);
     EXPECT_EQ(attempt.outcome, LockOutcome::Taken);
     EXPECT_EQ(mode(), 0600U);
-    EXPECT_EQ(tree.read(u"a.lock"), QByteArray::number(::getpid()) + "\n\n");
+    EXPECT_TRUE(tree.read(u"a.lock").startsWith(QByteArray::number(::getpid()) + "\n\n"));
+    EXPECT_FALSE(tree.read(u"a.lock").contains("left over"));
+}
+
+TEST_F(LockFileTest, IsForItsHolderWhateverTheMask)
+{
+    const WithoutRootRights ordinary;
+    const TempTree own;
+    for (const mode_t mask : {mode_t{0777}, mode_t{0700}, mode_t{0277}}) {
+        const mode_t before = ::umask(mask);
+        LockFile first(own.path(u"a.lock"));
+        const LockOutcome outcome = first.take({}).outcome;
+        ::umask(before);
+        ASSERT_EQ(outcome, LockOutcome::Taken);
+        LockFile second(own.path(u"a.lock"));
+        EXPECT_EQ(second.take({}).outcome, LockOutcome::HeldByAnother);
+        EXPECT_TRUE(lockHolder(own.path(u"a.lock")).has_value());
+    }
+}
+
+TEST_F(LockFileTest, TakesBackTheRightsToAFileOfItsOwn)
+{
+    const WithoutRootRights ordinary;
+    const TempTree own;
+    for (const mode_t mode : {mode_t{0}, mode_t{0400}, mode_t{0200}}) {
+        own.write(u"a.lock", "1\n");
+        ASSERT_EQ(::chmod(QFile::encodeName(own.path(u"a.lock")).constData(), mode), 0);
+        LockFile lock(own.path(u"a.lock"));
+        EXPECT_EQ(lock.take({}).outcome, LockOutcome::Taken);
+    }
+}
+
+TEST_F(LockFileTest, ChangesTheRightsToNoFileBehindALink)
+{
+    const WithoutRootRights ordinary;
+    const TempTree own;
+    own.write(u"precious", "text");
+    const QByteArray precious = QFile::encodeName(own.path(u"precious"));
+    ASSERT_EQ(::chmod(precious.constData(), 0), 0);
+    ASSERT_TRUE(QFile::link(own.path(u"precious"), own.path(u"a.lock")));
+    ASSERT_EQ(::link(precious.constData(), QFile::encodeName(own.path(u"b.lock")).constData()), 0);
+    EXPECT_EQ(LockFile(own.path(u"a.lock")).take({}).outcome, LockOutcome::Impossible);
+    EXPECT_EQ(LockFile(own.path(u"b.lock")).take({}).outcome, LockOutcome::Impossible);
+    struct stat info = {};
+    ASSERT_EQ(::stat(precious.constData(), &info), 0);
+    EXPECT_EQ(info.st_mode & 07777, 0U);
 }
 
 TEST_F(LockFileTest, FollowsNoLink)
@@ -166,6 +214,26 @@ TEST_F(LockFileTest, AFileThatNobodyHoldsHasNoHolder)
     tree.write(u"a.lock", "1\n");
     EXPECT_FALSE(lockHolder(path()).has_value());
     EXPECT_FALSE(lockHolder(tree.path(u"missing")).has_value());
+}
+
+// A container counts its processes from 1, so its numbers name others here.
+TEST_F(LockFileTest, DoesNotNameAHolderThatCountsItsProcessesElsewhere)
+{
+    LockFile first(path());
+    ASSERT_EQ(first.take("here").outcome, LockOutcome::Taken);
+    tree.write(u"a.lock", QByteArray::number(::getpid()) + "\nhere\nelsewhere\n");
+    const std::optional<LockHolder> holder = lockHolder(path());
+    ASSERT_TRUE(holder.has_value());
+    EXPECT_EQ(holder->process, 0);
+    EXPECT_EQ(holder->note, QByteArray("here"));
+}
+
+TEST_F(LockFileTest, NamesAHolderThatDoesNotSayWhereItCounts)
+{
+    LockFile first(path());
+    ASSERT_EQ(first.take({}).outcome, LockOutcome::Taken);
+    tree.write(u"a.lock", QByteArray::number(::getpid()) + "\n\n");
+    EXPECT_EQ(lockHolder(path()).value_or(LockHolder{}).process, ::getpid());
 }
 
 TEST_F(LockFileTest, AskingForTheHolderDisturbsNobody)

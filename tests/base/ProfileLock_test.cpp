@@ -3,6 +3,7 @@
 
 #include "base/UniqueFd.h"
 #include "support/TempTree.h"
+#include "support/WithoutRootRights.h"
 
 #include <QFile>
 
@@ -17,6 +18,7 @@ namespace velmora {
 namespace {
 
 using test::TempTree;
+using test::WithoutRootRights;
 
 class ProfileLockTest : public testing::Test
 {
@@ -76,6 +78,17 @@ TEST_F(ProfileLockTest, ItsFileIsForItsOwnerAloneWhateverTheMask)
     EXPECT_TRUE(ProfileLock(settings()).isHeld());
     ::umask(before);
     EXPECT_EQ(lockInfo().st_mode & 07777, mode_t{0600});
+}
+
+TEST_F(ProfileLockTest, IsHeldAgainAfterAMaskThatKeepsTheOwnerOut)
+{
+    const WithoutRootRights ordinary;
+    const TempTree own;
+    const mode_t before = ::umask(0777);
+    const bool isHeld = ProfileLock(own.path(u"a.ini")).isHeld();
+    ::umask(before);
+    EXPECT_TRUE(isHeld);
+    EXPECT_TRUE(ProfileLock(own.path(u"a.ini")).isHeld());
 }
 
 TEST_F(ProfileLockTest, AFileThatOthersMayReadIsTakenBackFromThem)

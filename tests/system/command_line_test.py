@@ -2,6 +2,7 @@
 start."""
 
 import hashlib
+import json
 import os
 import socket
 import subprocess
@@ -215,10 +216,32 @@ class StartTest(unittest.TestCase):
 
     def other_network(self):
         """A command prefix for running in a network of its own; nothing where that is not allowed."""
-        for options in (["-n"], ["-rn"]):
+        return self.space_of_its_own(["-n"], ["-rn"])
+
+    def space_of_its_own(self, *ways):
+        for options in ways:
             if subprocess.run(["unshare", *options, "true"], check=False, stderr=subprocess.DEVNULL).returncode == 0:
                 return ["unshare", *options]
         return []
+
+    def test_names_no_process_that_is_counted_in_another_container(self):
+        options = ["--fork", "--kill-child"]
+        container = self.space_of_its_own(["-p", *options], ["-rp", *options])
+        if not container:
+            self.skipTest("this machine makes no name space for processes")
+        self.house.write_settings(*self.sections)
+        first = self.house.start_command([*container, VELMORA, "--program-folder", self.house.root, "--capture"])
+        until(lambda: self.house.images(self.url), 30, lambda: f"an image ({first.report()})")
+        second = self.house.start("--capture")
+        self.assertEqual(1, second.wait(20), second.report())
+        self.assertEqual(1, len(second.err), second.report())
+        self.assertIn("already running with this program folder", second.err[0])
+        self.assertNotRegex(second.err[0], r"process \d")
+        status = self.house.start("--status", "--json")
+        status.wait(20)
+        told = json.loads("\n".join(status.out))
+        self.assertEqual((True, None), (told["running"], told["pid"]), status.report())
+        self.assertTrue(first.runs)
 
     def test_a_killed_run_leaves_the_folder_free(self):
         first = self.start_first("--capture")

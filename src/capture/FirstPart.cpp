@@ -152,10 +152,22 @@ void FirstPart::readLine(QByteArrayView line)
         contentType_ = QString::fromLatin1(type);
     }
     if (const QByteArrayView length = headerValue(line, "Content-Length"); !length.isEmpty()) {
-        bool isNumber = false;
-        const qint64 bytes = length.toLongLong(&isNumber);
-        length_ = isNumber && bytes >= 0 ? std::optional(bytes) : std::nullopt;
+        readLength(length);
     }
+}
+
+// What is no number leaves the end of the picture to the boundary.
+void FirstPart::readLength(QByteArrayView text)
+{
+    bool isNumber = false;
+    const qint64 bytes = text.toLongLong(&isNumber);
+    if (!isNumber || bytes < 0) {
+        return;
+    }
+    if (length_.value_or(bytes) != bytes) {
+        breakOff(QStringLiteral("the stream gives two different lengths of its picture"));
+    }
+    length_ = bytes;
 }
 
 void FirstPart::beginBody()

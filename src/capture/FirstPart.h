@@ -44,6 +44,7 @@ private:
 
     void readLines(ReplyBody &body);
     void readLine(QByteArrayView line);
+    void readLength(QByteArrayView text);
     void beginBody();
     void takeCounted(ReplyBody &body);
     void takeUntilBoundary(ReplyBody &body);

@@ -2,6 +2,7 @@
 // loop runs the transfers.
 #include "capture/HttpClient.h"
 
+#include "capture/DeclaredLength.h"
 #include "capture/FirstPart.h"
 #include "net/CurlOption.h"
 
@@ -35,7 +36,7 @@ struct FreeHeaders
 };
 
 /// Why the program itself ended a transfer.
-enum class Refusal { None, Status, TooLong, Headers, Coding, Memory, Stream, Enough };
+enum class Refusal { None, Status, TooLong, Headers, Coding, Lengths, Memory, Stream, Enough };
 
 /// A transfer and what has arrived so far.
 struct Transfer
@@ -50,6 +51,7 @@ struct Transfer
     ReplyBody body;
     QByteArray gathered; // of a body that arrives in small pieces, not yet appended
     QByteArray header;   // as far as it has arrived, possibly in several lines
+    DeclaredLength length;
     qint64 headerBytes = 0;
     int headerLines = 0;
     Refusal refusal = Refusal::None;
@@ -144,6 +146,11 @@ std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
     return transfer->refusal == Refusal::None ? total : CURL_WRITEFUNC_ERROR;
 }
 
+bool beginsWith(QByteArrayView text, QByteArrayView start)
+{
+    return text.first(std::min(text.size(), start.size())).compare(start, Qt::CaseInsensitive) == 0;
+}
+
 // The value in a header of that name; nothing for any other header.
 std::optional<QByteArrayView> valueIn(QByteArrayView header, QByteArrayView name)
 {
@@ -164,6 +171,14 @@ Refusal refusalOfCoding(QByteArrayView header)
     return coding.isEmpty() || (isInChunks && isPlain) ? Refusal::None : Refusal::Coding;
 }
 
+// Of two lengths, libcurl would take either for the whole. A refusal's own is of no interest.
+Refusal refusalOfLength(Transfer &transfer, QByteArrayView header)
+{
+    const QByteArrayView value = valueIn(header, "Content-Length").value_or(QByteArrayView());
+    const bool isOne = transfer.length.take(value) || !isGoodStatus(statusOf(transfer.easy.get()));
+    return isOne ? Refusal::None : Refusal::Lengths;
+}
+
 // Room for an ordinary body at once; growing it step by step copies it several times.
 void reserveBody(Transfer &transfer, QByteArrayView header)
 {
@@ -173,11 +188,16 @@ void reserveBody(Transfer &transfer, QByteArrayView header)
 }
 
 // A redirect leads to a new answer.
+void forgetLastAnswer(Transfer &transfer, QByteArrayView header)
+{
+    if (beginsWith(header, "HTTP/")) {
+        transfer.stream.reset();
+        transfer.length.forget();
+    }
+}
+
 void recogniseStream(Transfer &transfer, QByteArrayView header)
 {
-    if (header.startsWith("HTTP/")) {
-        transfer.stream.reset();
-    }
     const QByteArrayView type = valueIn(header, "Content-Type").value_or(QByteArrayView());
     if (FirstPart::isAnnouncedBy(type)) {
         transfer.stream.emplace(type);
@@ -186,7 +206,11 @@ void recogniseStream(Transfer &transfer, QByteArrayView header)
 
 void takeHeader(Transfer &transfer, QByteArrayView header)
 {
+    forgetLastAnswer(transfer, header);
     transfer.refusal = refusalOfCoding(header);
+    if (transfer.refusal == Refusal::None) {
+        transfer.refusal = refusalOfLength(transfer, header);
+    }
     reserveBody(transfer, header);
     recogniseStream(transfer, header);
 }
@@ -326,6 +350,8 @@ QString refusalText(Refusal refusal)
         return QStringLiteral("the server sends headers without end");
     case Refusal::Coding:
         return QStringLiteral("the server encodes the picture in a way that was not asked for");
+    case Refusal::Lengths:
+        return QStringLiteral("the server gives two different lengths");
     case Refusal::Memory:
         return QStringLiteral("there is not enough memory for the picture");
     case Refusal::Stream:
@@ -390,9 +416,7 @@ HttpReply replyOf(Transfer &transfer, CURLcode code)
 
 bool isEncrypted(const QByteArray &url)
 {
-    constexpr QByteArrayView kScheme("https:");
-    return url.first(std::min(url.size(), kScheme.size())).compare(kScheme, Qt::CaseInsensitive) ==
-           0;
+    return beginsWith(url, "https:");
 }
 
 HttpReply failed(const QString &reason)

@@ -28,11 +28,11 @@ public:
 
 /// Fetches with libcurl. Redirects are followed (10 at most, http and https only); user and
 /// password are taken from the address and sent only when the server asks. A transfer fails on a
-/// status outside 200 to 299, a body shorter than declared or longer than 64 MiB, endless headers,
-/// a transfer coding other than "chunked", or when its time runs out; nothing is ever decompressed.
-/// A body too long for memory goes to the request's work folder as it arrives. If the process may
-/// not open enough files for many fetches at once, some wait. No fetch may be running when the
-/// client is destroyed.
+/// status outside 200 to 299, a body shorter than declared, of two declared lengths, or longer than
+/// 64 MiB, endless headers, a transfer coding other than "chunked", or when its time runs out;
+/// nothing is ever decompressed. A body too long for memory goes to the request's work folder as it
+/// arrives. If the process may not open enough files for many fetches at once, some wait. No fetch
+/// may be running when the client is destroyed.
 class HttpClient final : public PictureSource
 {
 public:

@@ -58,6 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
     All, FirstPartOf,
     testing::Values(
         Stream{"WithLength", kType + "cut", part("--cut", counted()) + "\r\n--cut\r\n"},
+        Stream{"WithTheSameLengthTwice", kType + "cut", part("--cut", counted() + counted())},
         Stream{"WithoutLength", kType + "cut",
                part("--cut", "Content-Type: image/jpeg\r\n") + "\r\n--cut\r\n"},
         Stream{"Quoted", kType + "\"cut me\"", part("--cut me", "") + "\r\n--cut me\r\n"},
@@ -133,6 +134,8 @@ INSTANTIATE_TEST_SUITE_P(
                               "--cut\r\nX: " + QByteArray(1000, 'y') + "\r\n", 400},
                     BadStream{"DeclaredTooLong", kType + "cut",
                               "--cut\r\nContent-Length: 99999999999\r\n\r\n", 1},
+                    BadStream{"TwoLengths", kType + "cut",
+                              "--cut\r\nContent-Length: 5000\r\nContent-Length: 1200\r\n\r\n", 1},
                     BadStream{"LongBoundary", kType + QByteArray(1000, 'b'), "x", 1},
                     BadStream{"NeitherLengthNorBoundary", "multipart/x-mixed-replace", "--\r\n\r\n",
                               1}),

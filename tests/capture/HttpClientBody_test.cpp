@@ -63,6 +63,47 @@ TEST_F(HttpClientBody, OfARefusalIsNotWaitedFor)
     EXPECT_TRUE(reply.failure.contains(QStringLiteral("404"))) << reply.failure.toStdString();
 }
 
+class TwoLengths : public HttpExchange, public testing::WithParamInterface<QByteArray>
+{
+};
+
+TEST_P(TwoLengths, EndWithAReasonThatSaysSo)
+{
+    for (const HttpForm form : {HttpForm::AsWritten, HttpForm::Http10}) {
+        camera_.answer("/a.jpg", withHeaders(GetParam(), jpeg(20'000)));
+        const HttpReply reply = fetch(camera_.url("/a.jpg"), form);
+        EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+        EXPECT_EQ(reply.failure, QStringLiteral("the server gives two different lengths"));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, TwoLengths,
+    testing::Values(QByteArray("Content-Length: 20000\r\nContent-Length: 1200\r\n"),
+                    QByteArray("Content-Length: 1200\r\nContent-Length: 20000\r\n"),
+                    QByteArray("content-length:1200\r\nX: y\r\nCONTENT-LENGTH : 20000\r\n"),
+                    QByteArray("Content-Length: 1200, 20000\r\n"),
+                    QByteArray("Content-Length: 1200,1200\r\nContent-Length: 20000\r\n")));
+
+TEST_F(HttpClientBody, OfALengthThatIsSaidTwiceArrives)
+{
+    camera_.answer("/a.jpg", withHeaders("Content-Length: 5000\r\nContent-Length: 5000, 5000\r\n",
+                                         jpeg(5000)));
+    EXPECT_EQ(fetch(camera_.url("/a.jpg")).body.whole(), jpeg(5000));
+}
+
+// Each answer has a length of its own.
+TEST_F(HttpClientBody, BehindARedirectOfAnotherLengthArrives)
+{
+    camera_.answer("/moved", response("302 Found", "Location: /a.jpg\r\n", jpeg(3000)));
+    camera_.answer("/a.jpg", picture(5000));
+    EXPECT_EQ(fetch(camera_.url("/moved")).body.whole(), jpeg(5000));
+    CameraAnswer small = picture(5000);
+    small.bytes.replace("HTTP/", "http/");
+    camera_.answer("/a.jpg", small);
+    EXPECT_EQ(fetch(camera_.url("/moved")).body.whole(), jpeg(5000));
+}
+
 struct CodingRow
 {
     const char *name;

@@ -2,11 +2,13 @@
 
 #include "base/NewName.h"
 #include "base/OwnFile.h"
+#include "base/SystemCalls.h"
 #include "base/WorkFile.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,6 +27,26 @@ void keepOwner(int file, const struct stat &old)
     if (!isSame && ::fchown(file, old.st_uid, old.st_gid) != 0) {
         static_cast<void>(::fchown(file, static_cast<uid_t>(-1), old.st_gid));
     }
+}
+
+struct Found
+{
+    bool exists = false;
+    std::error_code refusal;
+};
+
+// What is not an ordinary file (a device, a pipe, a folder) is never replaced, nor is a link of
+// which nothing is known: what it leads to may be on a disk that is away.
+Found examine(const QByteArray &path, struct stat *info)
+{
+    if (::stat(path.constData(), info) == 0) {
+        return {true, S_ISREG(info->st_mode) ? std::error_code()
+                                             : std::make_error_code(std::errc::invalid_argument)};
+    }
+    const std::error_code error = lastError();
+    struct stat link = {};
+    const bool isNone = ::lstat(path.constData(), &link) != 0 && errno == ENOENT;
+    return {false, isNone ? std::error_code() : error};
 }
 
 } // namespace
@@ -56,10 +78,13 @@ std::error_code replaceFile(const QString &path, QByteArrayView bytes)
 
 std::error_code replaceFile(const QString &path, std::span<const QByteArrayView> pieces)
 {
-    const QString followed = QFileInfo(path).canonicalFilePath();
-    const QByteArray target = QFile::encodeName(followed.isEmpty() ? path : followed);
     struct stat old = {};
-    const bool exists = ::stat(target.constData(), &old) == 0;
+    const auto [exists, refusal] = examine(QFile::encodeName(path), &old);
+    if (refusal) {
+        return refusal;
+    }
+    const QByteArray target =
+        QFile::encodeName(exists ? QFileInfo(path).canonicalFilePath() : path);
     WorkFile file(folderOf(target), kPrivateMode, WorkFile::Naming::AtOnce);
     if (file.error()) {
         return file.error();

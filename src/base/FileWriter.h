@@ -33,7 +33,8 @@ StoreResult storeNewFile(const QString &workFolder, const QString &target, QByte
 
 /// Replaces a file's text; a missing file is made for its owner alone, who is the folder's when
 /// the administrator makes it. A link is followed; owner and permissions are kept. The file system
-/// writes the data out before the name changes, so not even a power cut empties the file.
+/// writes the data out before the name changes, so not even a power cut empties the file. What is
+/// there and not an ordinary file, or a link that leads nowhere, is an error and stays.
 [[nodiscard]] std::error_code replaceFile(const QString &path, QByteArrayView bytes);
 
 /// The same with a text in several pieces, in order.

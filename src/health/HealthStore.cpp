@@ -3,6 +3,7 @@
 #include "base/FileReader.h"
 #include "base/FileWriter.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -19,18 +20,36 @@ QString path(const QString &programFolder)
     return programFolder + QStringLiteral("/Velmora.health");
 }
 
-// What is not an ordinary file, or far too long, is none of ours.
-bool isNone(std::error_code error)
+bool isLink(const QString &path)
+{
+    return QFileInfo(path).isSymLink();
+}
+
+// A passing error gives the file another chance; these do not pass.
+bool isCertain(std::error_code error)
 {
     return error == std::errc::no_such_file_or_directory || error == std::errc::invalid_argument ||
            error == std::errc::file_too_large;
+}
+
+// A file of that name that is no use is ours and damaged, but a link may lead to anything.
+HealthFile stateOfUseless(const QString &path, const WholeFile &file)
+{
+    if (!file.bytes && !isCertain(file.error)) {
+        return HealthFile::Unread;
+    }
+    const bool isNothing =
+        file.error == std::errc::no_such_file_or_directory || (file.bytes && file.bytes->isEmpty());
+    const bool isForeign =
+        file.error == std::errc::invalid_argument || (!isNothing && isLink(path));
+    return isForeign ? HealthFile::Foreign : HealthFile::Missing;
 }
 
 // A passing error must not make the file look lost.
 WholeFile readTwice(const QString &path)
 {
     WholeFile file = readWholeFile(path, kMostBytes);
-    return file.bytes || isNone(file.error) ? std::move(file) : readWholeFile(path, kMostBytes);
+    return file.bytes || isCertain(file.error) ? std::move(file) : readWholeFile(path, kMostBytes);
 }
 
 } // namespace
@@ -39,13 +58,10 @@ StoredHealth loadHealth(const QString &programFolder)
 {
     StoredHealth stored;
     const WholeFile file = readTwice(path(programFolder));
-    if (!file.bytes && !isNone(file.error)) {
-        stored.state = HealthFile::Unread;
-        return stored;
-    }
     const QJsonObject root = QJsonDocument::fromJson(file.bytes.value_or(QByteArray())).object();
     const int version = root[QStringLiteral("version")].toInt();
     if (version < 1) {
+        stored.state = stateOfUseless(path(programFolder), file);
         return stored;
     }
     if (version > kVersion) {

@@ -11,7 +11,8 @@ enum class HealthFile {
     Read,
     Missing, // or damaged
     Newer,   // of a newer version: it is left as it is
-    Unread   // it is there, but an error kept it from being read: it is left as it is
+    Unread,  // it is there, but an error kept it from being read: it is left as it is
+    Foreign  // something else stands there, or is what a link there leads to: it is left as it is
 };
 
 struct StoredHealth

@@ -245,5 +245,43 @@ TEST_F(ReplaceFile, LeavesAFolderOfThatNameAlone)
     EXPECT_EQ(tree.files(), QStringList());
 }
 
+TEST_F(ReplaceFile, LeavesAPipeAlone)
+{
+    const QByteArray pipe = QFile::encodeName(tree.path(u"a.ini"));
+    ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0);
+    EXPECT_EQ(replaceFile(tree.path(u"a.ini"), "x"), std::errc::invalid_argument);
+    struct stat info = {};
+    ASSERT_EQ(::stat(pipe.constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
+}
+
+// As a link to a device of the system is.
+TEST_F(ReplaceFile, LeavesAPipeBehindALinkAlone)
+{
+    const QByteArray pipe = QFile::encodeName(tree.path(u"pipe"));
+    ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(tree.path(u"pipe"), tree.path(u"a.ini")));
+    EXPECT_EQ(replaceFile(tree.path(u"a.ini"), "x"), std::errc::invalid_argument);
+    struct stat info = {};
+    ASSERT_EQ(::stat(pipe.constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
+    EXPECT_TRUE(QFileInfo(tree.path(u"a.ini")).isSymLink());
+}
+
+// What it leads to may be on a disk that is away.
+TEST_F(ReplaceFile, LeavesALinkThatLeadsNowhereAlone)
+{
+    ASSERT_TRUE(QFile::link(tree.path(u"disk/a.ini"), tree.path(u"a.ini")));
+    EXPECT_EQ(replaceFile(tree.path(u"a.ini"), "x"), std::errc::no_such_file_or_directory);
+    EXPECT_TRUE(QFileInfo(tree.path(u"a.ini")).isSymLink());
+}
+
+TEST_F(ReplaceFile, LeavesAloneWhatCannotBeExamined)
+{
+    ASSERT_TRUE(QFile::link(tree.path(u"a.ini"), tree.path(u"a.ini")));
+    EXPECT_EQ(replaceFile(tree.path(u"a.ini"), "x"), std::errc::too_many_symbolic_link_levels);
+    EXPECT_TRUE(QFileInfo(tree.path(u"a.ini")).isSymLink());
+}
+
 } // namespace
 } // namespace velmora

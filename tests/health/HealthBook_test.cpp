@@ -3,6 +3,7 @@
 #include "support/RefusedCalls.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <cerrno>
 
@@ -80,6 +81,19 @@ TEST_F(HealthBookTest, LeavesAFileThatCannotBeReadAlone)
     house_.load(kOne);
     book_.save();
     EXPECT_EQ(house_.tree.read(u"Velmora.health"), good);
+}
+
+TEST_F(HealthBookTest, LeavesAloneWhatIsBehindALinkAndNotItsOwn)
+{
+    const QByteArray letter = "a letter";
+    house_.tree.write(u"letter.txt", letter);
+    ASSERT_TRUE(QFile::link(house_.tree.path(u"letter.txt"), house_.tree.path(u"Velmora.health")));
+    add(kOne);
+    book_.load();
+    house_.load(kOne);
+    book_.save();
+    EXPECT_EQ(house_.tree.read(u"letter.txt"), letter);
+    EXPECT_EQ(book_.camera(kOne).images, 1);
 }
 
 TEST_F(HealthBookTest, TakesARowWithAnotherAddressForAnotherCamera)

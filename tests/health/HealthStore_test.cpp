@@ -6,6 +6,7 @@
 #include "support/WithoutRootRights.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -105,7 +106,51 @@ TEST(HealthStore, WaitsForNoPipe)
 {
     const TempTree tree;
     ASSERT_EQ(::mkfifo(QFile::encodeName(tree.path(u"Velmora.health")).constData(), 0600), 0);
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Foreign);
+}
+
+TEST(HealthStore, TakesAFolderForNoneOfItsOwn)
+{
+    const TempTree tree;
+    tree.makeFolder(u"Velmora.health");
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Foreign);
+}
+
+TEST(HealthStore, TakesWhatIsBehindALinkForNoneOfItsOwn)
+{
+    for (const QByteArray &text : {QByteArray("a letter"), QByteArray(5'000'000, 'x')}) {
+        const TempTree tree;
+        tree.write(u"letter.txt", text);
+        ASSERT_TRUE(QFile::link(tree.path(u"letter.txt"), tree.path(u"Velmora.health")));
+        EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Foreign);
+    }
+}
+
+TEST(HealthStore, FollowsALinkToAFileOfItsOwn)
+{
+    const TempTree tree;
+    saveHealth(tree.path(), known());
+    ASSERT_TRUE(QFile::rename(tree.path(u"Velmora.health"), tree.path(u"elsewhere")));
+    ASSERT_TRUE(QFile::link(tree.path(u"elsewhere"), tree.path(u"Velmora.health")));
+    EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Read);
+    saveHealth(tree.path(), CameraHealths());
+    EXPECT_FALSE(tree.read(u"elsewhere").contains("/a/b"));
+}
+
+TEST(HealthStore, FollowsALinkToAnEmptyFile)
+{
+    const TempTree tree;
+    tree.write(u"elsewhere", {});
+    ASSERT_TRUE(QFile::link(tree.path(u"elsewhere"), tree.path(u"Velmora.health")));
     EXPECT_EQ(loadHealth(tree.path()).state, HealthFile::Missing);
+}
+
+TEST(HealthStore, FollowsNoLinkThatLeadsNowhere)
+{
+    const TempTree tree;
+    ASSERT_TRUE(QFile::link(tree.path(u"disk/elsewhere"), tree.path(u"Velmora.health")));
+    saveHealth(tree.path(), known());
+    EXPECT_TRUE(QFileInfo(tree.path(u"Velmora.health")).isSymLink());
 }
 
 TEST(HealthStore, KeepsTheOldFileWhereItMayNotWrite)

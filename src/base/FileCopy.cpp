@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <linux/fs.h>
+#include <string>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -25,6 +26,23 @@ bool meansNoCopyOfItsOwn(int error)
            error == EPERM || error == EACCES || error == ETXTBSY;
 }
 
+class ChangedCategory final : public std::error_category
+{
+public:
+    [[nodiscard]] const char *name() const noexcept override { return "copy"; }
+
+    [[nodiscard]] std::string message(int) const override
+    {
+        return "the file changed while it was copied";
+    }
+};
+
+std::error_code changedMeanwhile()
+{
+    static const ChangedCategory category;
+    return {1, category};
+}
+
 } // namespace
 
 // Non-blocking: a pipe may have taken the file's place since it was listed.
@@ -39,6 +57,7 @@ FileCopy::FileCopy(const QByteArray &source, const QByteArray &targetFolder, Cop
         error_ = std::make_error_code(std::errc::invalid_argument);
     } else {
         bytes_ = info.st_size;
+        modified_ = info.st_mtim;
         openTarget(targetFolder, info.st_mode & kRights);
     }
 }
@@ -80,19 +99,34 @@ void FileCopy::refuseWhatDoesNotFit()
     }
 }
 
-bool FileCopy::copySome(qint64 mostBytes)
+// Fewer bytes than the file has are not all of it, whatever kept the rest from being read.
+void FileCopy::refuseWhatHasChanged()
 {
-    if (error_) {
+    struct stat now = {};
+    if (::fstat(source_.get(), &now) != 0) {
+        error_ = lastError();
+    } else if (now.st_size != bytes_ || now.st_mtim.tv_sec != modified_.tv_sec ||
+               now.st_mtim.tv_nsec != modified_.tv_nsec || copied_ < bytes_) {
+        error_ = changedMeanwhile();
+    }
+}
+
+// False when nothing is left to be copied.
+bool FileCopy::begin()
+{
+    if (clone()) {
+        copied_ = bytes_;
+        refuseWhatHasChanged();
         return false;
     }
-    if (!std::exchange(begun_, true)) {
-        if (clone()) {
-            return false;
-        }
-        refuseWhatDoesNotFit();
-        if (error_) {
-            return false;
-        }
+    refuseWhatDoesNotFit();
+    return !error_;
+}
+
+bool FileCopy::copySome(qint64 mostBytes)
+{
+    if (error_ || (!std::exchange(begun_, true) && !begin())) {
+        return false;
     }
     const qint64 left = bytes_ > 0 ? bytes_ - copied_ : kMostBytes;
     const qint64 count = copyPiece(std::min({left, mostBytes, kMostBytes}));
@@ -101,7 +135,11 @@ bool FileCopy::copySome(qint64 mostBytes)
         return false;
     }
     copied_ += count;
-    return count > 0 && (bytes_ == 0 || copied_ < bytes_);
+    const bool isMoreLeft = count > 0 && (bytes_ == 0 || copied_ < bytes_);
+    if (!isMoreLeft) {
+        refuseWhatHasChanged();
+    }
+    return isMoreLeft;
 }
 
 // Where the system reports nothing to copy, the file may still have something to read.

@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 
+#include <ctime>
 #include <memory>
 #include <system_error>
 
@@ -38,7 +39,8 @@ public:
     ~FileCopy() = default;
 
     /// Copies up to mostBytes (at most kMostBytes) more; false when all are copied, or after an
-    /// error. Of a file that grows meanwhile, the original length is copied.
+    /// error. It is an error when the file has changed since its opening: it may still be being
+    /// written, so no part of it can be taken for the whole.
     [[nodiscard]] bool copySome(qint64 mostBytes);
 
     /// The error so far, if any.
@@ -50,8 +52,10 @@ public:
 
 private:
     void openTarget(const QByteArray &folder, unsigned mode);
+    [[nodiscard]] bool begin();
     [[nodiscard]] bool clone();
     void refuseWhatDoesNotFit();
+    void refuseWhatHasChanged();
     [[nodiscard]] qint64 copyPiece(qint64 mostBytes);
     [[nodiscard]] qint64 copyThroughBuffer(qint64 mostBytes);
 
@@ -59,7 +63,8 @@ private:
     UniqueFd source_;
     std::unique_ptr<WorkFile> target_;
     std::error_code error_;
-    qint64 bytes_ = 0; // size of the source; also 0 when the file system does not say
+    qint64 bytes_ = 0;       // size of the source; also 0 when the file system does not say
+    timespec modified_ = {}; // time of its last change
     qint64 copied_ = 0;
     bool begun_ = false;
 };

@@ -11,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <fcntl.h>
+#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -49,6 +51,26 @@ protected:
             ++pieces_;
         }
         return copy.finish(native(QString(QStringLiteral("in/camera/") + name)));
+    }
+
+    // Ends a copy of a file that has changed since its beginning.
+    void expectChanged(FileCopy &copy)
+    {
+        while (copy.copySome(1000)) {
+        }
+        const StoreResult result = copy.finish(native(u"in/camera/a.jpg"));
+        EXPECT_EQ(result.outcome, StoreOutcome::Failed);
+        EXPECT_EQ(result.error.message(), "the file changed while it was copied");
+        EXPECT_FALSE(tree_.exists(u"in/camera/a.jpg"));
+    }
+
+    // Changes from/a.jpg when a part of it is copied.
+    void expectChangedBy(const std::function<void()> &change)
+    {
+        FileCopy copy(native(u"from/a.jpg"), native(u"in/camera"), means_);
+        ASSERT_TRUE(copy.copySome(1000));
+        change();
+        expectChanged(copy);
     }
 
     [[nodiscard]] QStringList left() const
@@ -231,16 +253,57 @@ TEST_P(FileCopyWays, ANameThatIsTooLongFails)
     EXPECT_EQ(copy.finish(name).error, std::errc::filename_too_long);
 }
 
-TEST_P(FileCopyWays, AFileThatGrowsIsCopiedAsLongAsItWas)
+// As of a camera that is still sending it.
+TEST_P(FileCopyWays, AFileThatGrowsIsNotTakenForWhole)
 {
     means_.clones = false;
     tree_.write(u"from/a.jpg", QByteArray(3000, 'x'));
-    FileCopy copy(native(u"from/a.jpg"), native(u"in/camera"), means_);
+    expectChangedBy([this] { tree_.write(u"from/a.jpg", QByteArray(9000, 'x')); });
+}
+
+TEST_P(FileCopyWays, AFileThatShrinksIsNotTakenForWhole)
+{
+    means_.clones = false;
     tree_.write(u"from/a.jpg", QByteArray(9000, 'x'));
+    expectChangedBy([this] { ASSERT_EQ(::truncate(native(u"from/a.jpg").constData(), 3000), 0); });
+}
+
+TEST_P(FileCopyWays, AFileThatIsEmptiedIsNotTakenForWhole)
+{
+    means_.clones = false;
+    tree_.write(u"from/a.jpg", QByteArray(9000, 'x'));
+    expectChangedBy([this] { ASSERT_EQ(::truncate(native(u"from/a.jpg").constData(), 0), 0); });
+}
+
+TEST_P(FileCopyWays, AnEmptyFileThatIsFilledIsNotTakenForWhole)
+{
+    tree_.write(u"from/a.jpg", "");
+    FileCopy copy(native(u"from/a.jpg"), native(u"in/camera"), means_);
+    tree_.write(u"from/a.jpg", "x");
+    expectChanged(copy);
+}
+
+TEST_P(FileCopyWays, AFileWrittenAnewInTheSameLengthIsNotTakenForWhole)
+{
+    means_.clones = false;
+    tree_.write(u"from/a.jpg", QByteArray(9000, 'x'));
+    expectChangedBy([this] {
+        const std::array<timespec, 2> later{timespec{0, UTIME_OMIT}, timespec{2'000'000'000, 0}};
+        ASSERT_EQ(::utimensat(AT_FDCWD, native(u"from/a.jpg").constData(), later.data(), 0), 0);
+    });
+}
+
+TEST_P(FileCopyWays, AFileThatIsDeletedMeanwhileIsCopiedWhole)
+{
+    means_.clones = false;
+    tree_.write(u"from/a.jpg", QByteArray(9000, 'x'));
+    FileCopy copy(native(u"from/a.jpg"), native(u"in/camera"), means_);
+    ASSERT_TRUE(copy.copySome(1000));
+    ASSERT_TRUE(QFile::remove(tree_.path(u"from/a.jpg")));
     while (copy.copySome(1000)) {
     }
     EXPECT_EQ(copy.finish(native(u"in/camera/a.jpg")).outcome, StoreOutcome::Stored);
-    EXPECT_EQ(tree_.read(u"in/camera/a.jpg").size(), 3000);
+    EXPECT_EQ(tree_.read(u"in/camera/a.jpg").size(), 9000);
 }
 
 TEST_P(FileCopyWays, AFileOfTheSystemThatTellsNoSizeIsReadAllTheSame)

@@ -124,6 +124,21 @@ TEST_F(ImportRunTest, AFileThatCannotBeReadAbortsAndThoseBeforeItStay)
     EXPECT_EQ(copied(), QStringList{QStringLiteral("20061005_1230450001.jpg")});
 }
 
+TEST_F(ImportRunTest, AFileThatChangesWhileItIsCopiedAbortsAndThoseBeforeItStay)
+{
+    put(kKept);
+    putLarge(QStringLiteral("20061005_1230450001.jpg"));
+    QObject::connect(&run_, &ImportRun::advanced, &run_, [this] {
+        ASSERT_EQ(::truncate(native(u"from/20061005_1230450001.jpg").constData(), 1000), 0);
+    });
+    const ImportResult result = run();
+    EXPECT_EQ(result.end, ImportEnd::Aborted);
+    EXPECT_EQ(result.copied, 1);
+    EXPECT_EQ(result.failure,
+              QStringLiteral("20061005_1230450001.jpg: the file changed while it was copied"));
+    EXPECT_EQ(copied(), QStringList{kKept});
+}
+
 TEST_F(ImportRunTest, AFullDiskAbortsBehindWhatFitted)
 {
     put(QStringLiteral("20061005_1230450001.jpg"), "tiny");

@@ -130,4 +130,24 @@ std::optional<JpegStream> jpegStream(QByteArrayView bytes)
     return MarkerWalk(bytes).walk();
 }
 
+// Segments that go on beyond the bytes may be followed by a frame. Between broken ones a decoder
+// looks for the next marker.
+bool mayHoldJpegFrame(QByteArrayView bytes)
+{
+    qsizetype at = 2;
+    while (at + 4 <= bytes.size() && byteAt(bytes, at) == kMark) {
+        const unsigned char code = byteAt(bytes, at + 1);
+        if (isFrame(code)) {
+            return true;
+        }
+        at += code == kMark ? 1 : 2 + word(bytes, at + 2);
+    }
+    bool isFound = at + 4 > bytes.size();
+    for (; !isFound && at >= 0 && at + 1 < bytes.size();
+         at = bytes.indexOf(static_cast<char>(kMark), at + 1)) {
+        isFound = byteAt(bytes, at) == kMark && isFrame(byteAt(bytes, at + 1));
+    }
+    return isFound;
+}
+
 } // namespace velmora

@@ -20,4 +20,7 @@ struct JpegStream
 /// Nothing for anything but a JPEG, and for one that is cut off.
 [[nodiscard]] std::optional<JpegStream> jpegStream(QByteArrayView bytes);
 
+/// False for bytes in which no frame of a JPEG begins, so that nothing of them can be decoded.
+[[nodiscard]] bool mayHoldJpegFrame(QByteArrayView bytes);
+
 } // namespace velmora

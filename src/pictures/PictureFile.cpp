@@ -1,6 +1,7 @@
 #include "pictures/PictureFile.h"
 
 #include "base/PictureFormat.h"
+#include "pictures/JpegStream.h"
 
 #include <QFile>
 
@@ -11,7 +12,8 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kHeadBytes = 16; // enough to tell every format
+constexpr qint64 kHeadBytes = 16;                        // enough to tell every format
+constexpr qint64 kEnoughBytes = qint64{4} * 1024 * 1024; // for nearly every JPEG
 
 qint64 nanoseconds(const timespec &time)
 {
@@ -49,6 +51,12 @@ qint64 readAt(int fd, char *to, qint64 bytes, qint64 offset)
     return got;
 }
 
+// A camera may send any amount of bytes after a picture, or megabytes in which none begins.
+bool isEnough(const QByteArray &firstOfJpeg)
+{
+    return jpegStream(firstOfJpeg) || !mayHoldJpegFrame(firstOfJpeg);
+}
+
 } // namespace
 
 std::optional<FileIdentity> fileIdentity(const QString &path)
@@ -75,8 +83,16 @@ std::optional<QByteArray> PictureFile::tryToRead() const
         return QByteArray();
     }
     const std::optional<QByteArray> head = readFirst(kHeadBytes);
-    const bool isPicture = head && !pictureFormat(*head).isEmpty();
-    return isPicture ? readFirst(identity_->bytes) : head ? QByteArray() : head;
+    if (!head || pictureFormat(*head).isEmpty()) {
+        return head ? QByteArray() : head;
+    }
+    if (identity_->bytes > kEnoughBytes && pictureFormat(*head) == kJpegFormat) {
+        std::optional<QByteArray> first = readFirst(kEnoughBytes);
+        if (!first || isEnough(*first)) {
+            return first;
+        }
+    }
+    return readFirst(identity_->bytes);
 }
 
 // Not mapped: truncating the file while we read would kill the program.

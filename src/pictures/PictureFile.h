@@ -38,8 +38,8 @@ public:
     /// As of when the file was opened; nothing without an ordinary file.
     [[nodiscard]] std::optional<FileIdentity> identity() const { return identity_; }
 
-    /// All bytes; none when the file is empty, too large or unreadable, or does not begin like a
-    /// picture.
+    /// All bytes of the picture; none when the file is empty, too large or unreadable, or does not
+    /// begin like a picture. What follows a JPEG in its file may be left out.
     [[nodiscard]] QByteArray read() const;
 
     /// The same; nothing after an error, which says nothing about what the file holds.

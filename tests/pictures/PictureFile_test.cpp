@@ -115,11 +115,39 @@ TEST_F(PictureFileTest, IsNotReadWhenItBeginsLikeNoPicture)
 
 TEST_F(PictureFileTest, IsReadUpTo256Mebibytes)
 {
+    tree_.write(u"a.jpg", encoded(quarters({32, 32}), "png"));
     QFile file(path());
     ASSERT_TRUE(file.resize(PictureFile::kMaxBytes));
     EXPECT_EQ(PictureFile(path()).read().size(), PictureFile::kMaxBytes);
     ASSERT_TRUE(file.resize(PictureFile::kMaxBytes + 1));
     EXPECT_EQ(PictureFile(path()).read().size(), 0);
+}
+
+constexpr qsizetype kFlood = qsizetype{60} * 1024 * 1024;
+constexpr qsizetype kLittle = qsizetype{4} * 1024 * 1024;
+
+TEST_F(PictureFileTest, IsNotReadFarBeyondTheEndOfAJpeg)
+{
+    tree_.write(u"a.jpg", picture_ + QByteArray(kFlood, 'x'));
+    EXPECT_LE(PictureFile(path()).read().size(), kLittle);
+    EXPECT_EQ(cornersOf(readPicture(path(), {})), kCorners);
+}
+
+TEST_F(PictureFileTest, IsNotReadFarWithoutAFrameOfAJpeg)
+{
+    tree_.write(u"a.jpg", picture_.first(4) + QByteArray(kFlood, 'x'));
+    EXPECT_LE(PictureFile(path()).read().size(), kLittle);
+    EXPECT_TRUE(readPicture(path(), {}).isNull());
+}
+
+TEST_F(PictureFileTest, IsReadWholeWhenAJpegIsLong)
+{
+    const QByteArray comment = QByteArray("\xff\xfe\xff\xff", 4) + QByteArray(65533, 'x');
+    const QByteArray bytes = picture_.first(2) + comment.repeated(100) + picture_.sliced(2);
+    ASSERT_GT(bytes.size(), kLittle);
+    tree_.write(u"a.jpg", bytes);
+    EXPECT_EQ(PictureFile(path()).read(), bytes);
+    EXPECT_EQ(cornersOf(readPicture(path(), {})), kCorners);
 }
 
 TEST_F(PictureFileTest, ThatIsCutWhileOpenGivesWhatIsLeft)

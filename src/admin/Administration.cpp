@@ -65,10 +65,10 @@ private:
 // The way to the program may be taken by another user's, or lead into another container.
 QString deafNote(qint64 process)
 {
-    return QStringLiteral("the running program (process %1) does not answer; what was changed for "
+    return QStringLiteral("the running program (%1) does not answer; what was changed for "
                           "cameras holds from its next pass on, anything else when it is started "
                           "again.")
-        .arg(process);
+        .arg(processText(process));
 }
 
 } // namespace

@@ -74,4 +74,10 @@ std::optional<ProgramReport> askProgram(const QString &programFolder)
     return report;
 }
 
+QString processText(qint64 number)
+{
+    return number > 0 ? QStringLiteral("process %1").arg(number)
+                      : QStringLiteral("a process that cannot be seen from here");
+}
+
 } // namespace velmora

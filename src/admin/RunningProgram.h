@@ -24,6 +24,9 @@ struct ProgramReport
 /// answered.
 bool tellChange(const QString &programFolder);
 
+/// "process 4711"; a number of 0 is one that cannot be told from here.
+[[nodiscard]] QString processText(qint64 number);
+
 /// Nothing if no program answers.
 [[nodiscard]] std::optional<ProgramReport> askProgram(const QString &programFolder);
 

@@ -191,7 +191,7 @@ QJsonObject statusObject(const ProgramStatus &status)
 
 QString statusLines(const ProgramStatus &status)
 {
-    QString text = status.pid ? QStringLiteral("running, process %1\n").arg(*status.pid)
+    QString text = status.pid ? QStringLiteral("running, %1\n").arg(processText(*status.pid))
                               : QStringLiteral("not running\n");
     text += QStringLiteral("storage %1, %2\n")
                 .arg(status.storage,

@@ -1,6 +1,7 @@
 // Starts the program: with windows, or capturing without any.
 #include "admin/Administration.h"
 #include "admin/ProgramDesk.h"
+#include "admin/RunningProgram.h"
 #include "app/CommandLine.h"
 #include "app/DesktopIdentity.h"
 #include "app/HeadlessCapture.h"
@@ -143,9 +144,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool h
 
 int leaveToOther(Claim claim, pid_t holder)
 {
-    const QString text = QStringLiteral("already running with this program folder, as %1")
-                             .arg(holder > 0 ? QStringLiteral("process %1").arg(holder)
-                                             : QStringLiteral("another process"));
+    const QString text =
+        QStringLiteral("already running with this program folder, as %1").arg(processText(holder));
     if (claim == Claim::Refused) {
         return fail(text, kTakenStatus);
     }

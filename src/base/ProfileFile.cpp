@@ -160,6 +160,13 @@ std::error_code profileFault(const QString &path)
     return profile.missing ? std::error_code() : profile.error;
 }
 
+bool isProfileMounted(const QString &path)
+{
+    struct statx info = {};
+    return ::statx(AT_FDCWD, QFile::encodeName(path).constData(), 0, STATX_TYPE, &info) == 0 &&
+           (info.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
 QByteArray readProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                             QByteArrayView fallback, qsizetype size)
 {

@@ -36,6 +36,9 @@ inline constexpr qint64 kMostReadBytes = qint64{256} * 1024 * 1024;
 /// no regular file or too large.
 [[nodiscard]] std::error_code profileFault(const QString &path);
 
+/// True for a settings file that is mounted by itself, as containers do it: it cannot be replaced.
+[[nodiscard]] bool isProfileMounted(const QString &path);
+
 /// The stored value of a key, or `fallback` without its trailing blanks, cut to size - 1 bytes.
 [[nodiscard]] QByteArray readProfileValue(const QString &path, QByteArrayView section,
                                           QByteArrayView key, QByteArrayView fallback,

@@ -32,8 +32,10 @@ CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, Picture
 
 void CaptureEngine::checkSettings()
 {
-    if (const std::optional<QString> warning = settings_.sizeWarning()) {
-        problems_.warn(*warning);
+    for (const auto &warning : {settings_.sizeWarning(), settings_.mountWarning()}) {
+        if (warning) {
+            problems_.warn(*warning);
+        }
     }
 }
 

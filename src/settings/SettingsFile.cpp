@@ -191,6 +191,18 @@ std::optional<QString> SettingsFile::sizeWarning() const
         .arg(path(), size, resultOfSize(stamp->bytes));
 }
 
+std::optional<QString> SettingsFile::mountWarning() const
+{
+    return isProfileMounted(path())
+               ? std::optional(
+                     QStringLiteral(
+                         "The settings file %1 is mounted by itself, so that it cannot be "
+                         "replaced: "
+                         "most changes of a setting are not stored. Mount its folder instead.")
+                         .arg(path()))
+               : std::nullopt;
+}
+
 SettingsChange SettingsFile::change(const std::function<void(SettingsDraft &)> &change) const
 {
     const ProfileWrite written = changeProfile(path(), [&change](const QByteArray &bytes) {

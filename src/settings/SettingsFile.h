@@ -134,6 +134,9 @@ public:
     /// for one of ordinary size.
     [[nodiscard]] std::optional<QString> sizeWarning() const;
 
+    /// A sentence about a file that is mounted by itself; nothing for any other.
+    [[nodiscard]] std::optional<QString> mountWarning() const;
+
 private:
     QString programFolder_;
     mutable ProfileCache cache_; // only for a file grown beyond reason

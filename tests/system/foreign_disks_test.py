@@ -2,6 +2,7 @@
 another; nothing is left in the folder of working files."""
 
 import fcntl
+import subprocess
 import unittest
 
 import house
@@ -44,6 +45,15 @@ class ForeignDisksTest(unittest.TestCase):
             fcntl.flock(file, fcntl.LOCK_EX)
             self.house.capture("--passes", "1")
             self.assertEqual([held], self.house.work_files())
+
+    def test_says_that_settings_mounted_by_themselves_cannot_change(self):
+        self.start_on(lambda test, house: None)
+        path = self.house.settings_path
+        subprocess.run(["mount", "--bind", path, path], check=True)
+        self.addCleanup(subprocess.run, ["umount", path], check=True)
+        run = self.house.capture("--passes", "1")
+        self.assertIn("is mounted by itself", run.report())
+        self.assertEqual(1, len(self.house.images(self.urls[0])))
 
     def test_captures_to_ntfs(self):
         self.expect_captures(DISKS["ntfs"])

@@ -18,8 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kLastTick = 60; // the counter runs from 0 to this: 61 ticks a round
-constexpr int kStartTick = 55;
 constexpr int kBeforeLastTick = 59;
 constexpr int kMaxAutomaticCounter = 10;
 constexpr auto kStepOfWaiting = 10ms;
@@ -168,7 +166,7 @@ QCoro::Task<> Scheduler::Timer_Timer()
 void Scheduler::countTick()
 {
     counter_ = counter_ >= kLastTick ? 0 : counter_ + 1;
-    Q_EMIT ticked(kLastTick - counter_);
+    Q_EMIT ticked();
 }
 
 void Scheduler::ChargeOn()

@@ -52,7 +52,10 @@ public:
     /// Why nothing is captured, as a text for the user; empty while the capture runs.
     [[nodiscard]] QString standstill() const;
 
-    /// Start values: the tick counter is at 55, so that fixed cameras come due five ticks later.
+    /// The counter at the start: fixed cameras come due five ticks later.
+    static constexpr int kStartTick = 55;
+
+    /// Start values, the tick counter's among them.
     void start();
 
     /// Sets the timer's interval ("règle la temporisation") from the tick length, which is brought
@@ -77,7 +80,8 @@ public:
     /// Lets a user bring the next fixed pass nearer: ticks counted so far, 0 to 60.
     void setTickCounter(int count) { counter_ = count; }
 
-    [[nodiscard]] int tickCounter() const { return counter_; }
+    /// Until fixed cameras are due.
+    [[nodiscard]] int ticksLeft() const { return kLastTick - counter_; }
 
     /// Holds the capture: no tick and no camera starts until resume(), whatever else would start
     /// the timer. A pass under way waits before its next camera. Calls nest: each suspend() needs
@@ -108,8 +112,8 @@ Q_SIGNALS:
     /// The timer ticks at this interval; 0 means never.
     void intervalSet(std::chrono::milliseconds interval);
 
-    /// A tick was counted; this many remain until fixed cameras are due.
-    void ticked(int ticksLeft);
+    /// A tick was counted.
+    void ticked();
 
     /// No pass is running: the capture waits for its next tick.
     void waitBegan();
@@ -128,6 +132,8 @@ private:
 
     /// A pass ends.
     void ChargeOff();
+
+    static constexpr int kLastTick = 60; // the counter runs from 0 to this: 61 ticks a round
 
     void followStorage();
     void regulate();

@@ -72,7 +72,8 @@ void CaptureView::followScheduler(Scheduler &scheduler)
     connect(&scheduler, &Scheduler::intervalSet, this, [this](std::chrono::milliseconds interval) {
         status_.set(Caption::Step, interval.count() != 0 ? waitText() : pauseText());
     });
-    connect(&scheduler, &Scheduler::ticked, this, &CaptureView::showTicksLeft);
+    connect(&scheduler, &Scheduler::ticked, this,
+            [this, &scheduler] { showTicksLeft(scheduler.ticksLeft()); });
     connect(&scheduler, &Scheduler::waitBegan, this, [this] {
         status_.set(Caption::Step, waitText());
         status_.set(Caption::Countdown, QString());

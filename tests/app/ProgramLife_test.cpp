@@ -42,7 +42,7 @@ TEST_F(ProgramLife, ClosingTheMainWindowEndsTheProgramWithALastPass)
     EXPECT_FALSE(isVisible(QStringLiteral("Interface")));
     EXPECT_FALSE(isVisible(QStringLiteral("planche")));
     EXPECT_EQ(source_.requested().size(), 2);
-    EXPECT_EQ(engine_->scheduler().tickCounter(), 60);
+    EXPECT_EQ(engine_->scheduler().ticksLeft(), 0);
 }
 
 TEST_F(ProgramLife, StoresNothingButPlacesWhenItEnds)

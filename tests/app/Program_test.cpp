@@ -111,7 +111,7 @@ TEST_F(ProgramTest, RunsOneTickAtOnce)
 {
     start();
     EXPECT_EQ(source_.requested().size(), 1);
-    EXPECT_EQ(engine_->scheduler().tickCounter(), 56);
+    EXPECT_EQ(engine_->scheduler().ticksLeft(), 4);
     EXPECT_EQ(text(QStringLiteral("planche"), QStringLiteral("NbCapt")), QStringLiteral("1"));
 }
 

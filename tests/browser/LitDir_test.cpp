@@ -214,7 +214,7 @@ TEST_F(LitDir, BringsTheFixedCamerasNearerWithAFolderThatIsMade)
     house_.capture.addCamera({0, 0}, cameraUrl({0, 0}));
     house_.capture.scheduler.setTickCounter(3);
     read();
-    EXPECT_EQ(house_.capture.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.capture.scheduler.ticksLeft(), 5);
 }
 
 TEST_F(LitDir, MakesNothingWhenTheCameraFolderIsThere)

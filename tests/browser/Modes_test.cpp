@@ -235,7 +235,7 @@ TEST_F(Modes, SetTheTickCounterToFiftyFiveForAClickOnTheCountdown)
 {
     house_.capture.scheduler.setTickCounter(12);
     browser_.ctrT_Click();
-    EXPECT_EQ(house_.capture.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.capture.scheduler.ticksLeft(), 5);
 }
 
 } // namespace

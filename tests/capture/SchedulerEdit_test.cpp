@@ -252,7 +252,7 @@ TEST_F(FirstPass, ComesLaterWhileTheCaptureIsHeldAtTheStart)
     house_.scheduler.resume();
     clock_.advance(10ms);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
-    EXPECT_EQ(house_.scheduler.tickCounter(), 56);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 4);
 }
 
 } // namespace

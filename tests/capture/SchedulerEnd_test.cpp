@@ -26,7 +26,7 @@ TEST_F(LastTick, LoadsFixedCameras)
     house_.tick();
     beginLastTick();
     EXPECT_EQ(fetches(), 2);
-    EXPECT_EQ(house_.scheduler.tickCounter(), 60);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 0);
 }
 
 TEST_F(LastTick, LeavesTheTimerStopped)

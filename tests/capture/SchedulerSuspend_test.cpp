@@ -59,7 +59,7 @@ TEST_F(Suspend, LetsNoTickThrough)
     house_.scheduler.suspend();
     house_.tick();
     EXPECT_EQ(fetches(), 0);
-    EXPECT_EQ(house_.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 5);
     EXPECT_EQ(house_.logText(), QString());
 }
 

@@ -25,20 +25,20 @@ TEST_F(Tick, ComesFromTheTimer)
 
 TEST_F(Tick, CountsFromFiftyFive)
 {
-    EXPECT_EQ(house_.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 5);
     house_.tick();
-    EXPECT_EQ(house_.scheduler.tickCounter(), 56);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 4);
 }
 
 TEST_F(Tick, CountsToSixtyAndThenFromZero)
 {
     house_.scheduler.setTickCounter(59);
     house_.tick();
-    EXPECT_EQ(house_.scheduler.tickCounter(), 60);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 0);
     house_.tick();
-    EXPECT_EQ(house_.scheduler.tickCounter(), 0);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 60);
     house_.tick();
-    EXPECT_EQ(house_.scheduler.tickCounter(), 1);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 59);
 }
 
 struct CountdownRow
@@ -90,7 +90,7 @@ TEST_F(Tick, DoesNothingWhileTheLampIsRed)
     house_.storage.testSA();
     house_.tick();
     EXPECT_EQ(fetches(), 0);
-    EXPECT_EQ(house_.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 5);
 }
 
 TEST_F(Tick, DoesNothingBeforeTheFirstCheckOfTheStorageFolder)
@@ -99,7 +99,7 @@ TEST_F(Tick, DoesNothingBeforeTheFirstCheckOfTheStorageFolder)
     unchecked.addCamera(kCamera, cameraUrl(kCamera));
     unchecked.tick();
     EXPECT_EQ(fetches(), 0);
-    EXPECT_EQ(unchecked.scheduler.tickCounter(), 55);
+    EXPECT_EQ(unchecked.scheduler.ticksLeft(), 5);
     unchecked.storage.testSA();
     unchecked.tick();
     EXPECT_EQ(fetches(), 1);
@@ -112,7 +112,7 @@ TEST_F(Tick, ChecksTheStorageFolderOnRequest)
     house_.tick();
     EXPECT_EQ(house_.logText(), QStringLiteral("Interface TestSA\n"));
     EXPECT_EQ(fetches(), 0);
-    EXPECT_EQ(house_.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 5);
     EXPECT_FALSE(house_.storage.isCheckRequested());
 }
 
@@ -147,7 +147,7 @@ TEST_F(Tick, StopsTheTimersWhileTheStorageBoxIsEdited)
     EXPECT_EQ(house_.logText(), QStringLiteral("arret Timers\narret Timers\n"));
     EXPECT_EQ(stopped, 2);
     EXPECT_EQ(fetches(), 0);
-    EXPECT_EQ(house_.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 5);
 }
 
 TEST_F(Tick, LoadsAgainWhenTheStorageBoxWasLeft)
@@ -174,7 +174,7 @@ TEST_F(Tick, DoesNothingDuringAPass)
     house_.beginTick();
     clock_.advance(1s);
     house_.beginTick();
-    EXPECT_EQ(house_.scheduler.tickCounter(), 56);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 4);
     clock_.advance(5s);
     EXPECT_EQ(fetches(), 1);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
@@ -218,7 +218,7 @@ TEST_F(Tick, CountsAnewWhenTheFoldersWereMade)
 {
     house_.scheduler.setTickCounter(10);
     house_.storage.MakeDir_Click();
-    EXPECT_EQ(house_.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.scheduler.ticksLeft(), 5);
 }
 
 struct IntervalRow

@@ -125,7 +125,7 @@ TEST_F(StorageBoxTest, TheButtonMakesTheFolderAndThoseOfTheCameras)
     EXPECT_EQ(lamp(), 65280);
     EXPECT_EQ(box().text(), QStringLiteral("C:\\in\\a\\b\\"));
     EXPECT_EQ(house_.stored(u"Control", u"StRep"), QStringLiteral("C:\\in\\a\\b\\"));
-    EXPECT_EQ(house_.house.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.house.scheduler.ticksLeft(), 5);
     EXPECT_FALSE(house_.house.storage.isBeingEdited());
 }
 

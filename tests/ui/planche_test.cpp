@@ -108,7 +108,7 @@ TEST_F(PlancheTest, AClickOnTheSecondsBringsTheNextCycleNear)
     house_.open();
     house_.house.scheduler.setTickCounter(17);
     house_.click(QStringLiteral("ctrT"));
-    EXPECT_EQ(house_.house.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.house.scheduler.ticksLeft(), 5);
 }
 
 TEST_F(PlancheTest, AKeyOnTheSecondsDoesTheSame)
@@ -116,7 +116,7 @@ TEST_F(PlancheTest, AKeyOnTheSecondsDoesTheSame)
     house_.open();
     house_.house.scheduler.setTickCounter(17);
     house_.key(QStringLiteral("ctrT"), Qt::Key_Space);
-    EXPECT_EQ(house_.house.scheduler.tickCounter(), 55);
+    EXPECT_EQ(house_.house.scheduler.ticksLeft(), 5);
 }
 
 TEST_F(PlancheTest, SetupActsWhenPressedAndWhenReleased)

@@ -98,7 +98,9 @@ private:
         while (at_ < filled_ && questions < kMostQuestions) {
             const Record &entry = record();
             at_ += entry.length;
-            if (entry.type == kType || (isUncertain(entry, questions) && leadsTo(kType, entry))) {
+            const bool isAsked = isUncertain(entry);
+            questions += isAsked ? 1 : 0;
+            if (entry.type == kType || (isAsked && leadsTo(kType, entry))) {
                 visit(QByteArrayView(entry.name, nameLength(entry)));
             }
         }
@@ -110,11 +112,9 @@ private:
         return *reinterpret_cast<const Record *>(buffer_.get() + at_);
     }
 
-    [[nodiscard]] static bool isUncertain(const Record &entry, int &questions)
+    [[nodiscard]] static bool isUncertain(const Record &entry)
     {
-        const bool uncertain = entry.type == DT_LNK || entry.type == DT_UNKNOWN;
-        questions += uncertain ? 1 : 0;
-        return uncertain;
+        return entry.type == DT_LNK || entry.type == DT_UNKNOWN;
     }
 
     // The NUL is in the record's last eight bytes; the others need not be looked at.

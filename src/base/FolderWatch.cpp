@@ -42,7 +42,7 @@ FolderWatch::Ticket FolderWatch::begin(const QString &folder)
     return tickets_;
 }
 
-bool FolderWatch::isQuiet(const QString &folder, Ticket ticket)
+bool FolderWatch::confirmQuiet(const QString &folder, Ticket ticket)
 {
     takeReports();
     const auto watched = folders_.constFind(folder);

@@ -22,9 +22,9 @@ public:
     /// watched, or is on a file system that others change without this system's knowledge.
     Ticket begin(const QString &folder);
 
-    /// True when the ticket is valid and nothing has been added, removed or changed in the folder
-    /// since.
-    [[nodiscard]] bool isQuiet(const QString &folder, Ticket ticket);
+    /// Takes in what the system has reported: true when the ticket is valid and nothing has been
+    /// added, removed or changed in the folder since.
+    [[nodiscard]] bool confirmQuiet(const QString &folder, Ticket ticket);
 
 private:
     struct Watched

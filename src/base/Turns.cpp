@@ -16,9 +16,8 @@ Turns::Turns(Clock &clock, std::stop_token stop)
 {
 }
 
-bool Turns::isSliceOver()
+bool Turns::isSliceOver() const
 {
-    ++steps_;
     return steps_ >= kMostSteps || slice_.isOver();
 }
 
@@ -26,6 +25,7 @@ QCoro::Task<bool> Turns::run(std::function<bool()> step)
 {
     bool more = step();
     while (more) {
+        ++steps_;
         if (isSliceOver()) {
             co_await clock_.yield();
             if (stop_.stop_requested()) {

@@ -24,7 +24,7 @@ public:
     QCoro::Task<bool> run(std::function<bool()> step);
 
 private:
-    [[nodiscard]] bool isSliceOver();
+    [[nodiscard]] bool isSliceOver() const;
 
     Clock &clock_;
     std::stop_token stop_;

@@ -88,7 +88,7 @@ QCoro::Task<std::optional<NewestImage>> FolderReader::newest(QString folder, std
 {
     const std::optional<FolderStamp> stamp = folderStamp(folder);
     const auto known = stamp ? newest_.find(folder, *stamp) : nullptr;
-    if (known && watch_.isQuiet(folder, known->ticket)) {
+    if (known && watch_.confirmQuiet(folder, known->ticket)) {
         co_return known->image;
     }
     const FolderWatch::Ticket ticket = watch_.begin(folder);

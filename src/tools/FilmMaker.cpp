@@ -27,8 +27,7 @@ FilmMaker::FilmMaker(const Uses &uses)
 {
     connect(&film_, &FilmExport::advanced, this, &FilmMaker::advanced);
     connect(&copy_, &RangeCopy::advanced, this, &FilmMaker::advanced);
-    connect(&film_, &FilmExport::ended, this,
-            [this](FilmEnd end, const QString &text) { Q_EMIT ended(endText(end, text)); });
+    connect(&film_, &FilmExport::ended, this, &FilmMaker::end);
     connect(&uses_.data.files, &QAbstractItemModel::modelAboutToBeReset, this,
             [this] { names_ = names(); });
     connect(&uses_.data.files, &QAbstractItemModel::modelReset, this, [this] {
@@ -151,36 +150,42 @@ void FilmMaker::play(const FilmWish &wish)
     }
 }
 
-// A disk that is away has lost no images.
-bool FilmMaker::hasFolder()
+// A disk that is away has lost no images: false then, and the end has been reported.
+bool FilmMaker::begin(const QString &target)
 {
-    if (folderExists(folder_)) {
-        return true;
-    }
     result_.clear();
-    Q_EMIT ended(tr("The folder of the images is not there: %1").arg(folderText_));
-    return false;
+    if (!folderExists(folder_)) {
+        Q_EMIT ended(tr("The folder of the images is not there: %1").arg(folderText_));
+        return false;
+    }
+    began_ = uses_.clock.monotonicNow();
+    target_ = target;
+    return true;
 }
 
 void FilmMaker::makeFilm(const FilmWish &wish, const QString &target)
 {
-    if (isBusy() || !hasFolder()) {
+    if (isBusy() || !begin(target)) {
         return;
     }
-    began_ = uses_.clock.monotonicNow();
-    target_ = target;
-    result_.clear();
     const Plan plan = this->plan(wish);
     film_.start(
         {folder_, names(), plan.picks, plan.rate, wish.size, wish.isStamped, camera_, target});
 }
 
-QString FilmMaker::endText(FilmEnd end, const QString &text)
+void FilmMaker::end(FilmEnd end, const QString &text)
+{
+    if (end == FilmEnd::Made) {
+        result_ = target_;
+    }
+    Q_EMIT ended(endText(end, text));
+}
+
+QString FilmMaker::endText(FilmEnd end, const QString &text) const
 {
     if (end != FilmEnd::Made) {
         return end == FilmEnd::Cancelled ? tr("Cancelled; no film was made.") : text;
     }
-    result_ = target_;
     const FilmTally &tally = film_.tally();
     return tally.leftOut() == 0
                ? tr("The film is ready: %1 images.").arg(tally.shown)
@@ -193,12 +198,9 @@ QString FilmMaker::endText(FilmEnd end, const QString &text)
 
 void FilmMaker::copyImages(const FilmWish &wish, const QString &folder)
 {
-    if (isBusy() || !hasFolder()) {
+    if (isBusy() || !begin(folder)) {
         return;
     }
-    began_ = uses_.clock.monotonicNow();
-    target_ = folder;
-    result_.clear();
     copying_ = true;
     stopCopy_ = std::stop_source();
     uses_.scope.launch(copy({folder_, names(), plan(wish).picks, folder}));

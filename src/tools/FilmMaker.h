@@ -122,8 +122,9 @@ private:
     [[nodiscard]] QSize sizeOfFirst(const Plan &plan) const;
     [[nodiscard]] QString pathOf(const Plan &plan, qsizetype at) const;
     [[nodiscard]] QString momentAt(qsizetype position, int step) const;
-    bool hasFolder();
-    [[nodiscard]] QString endText(FilmEnd end, const QString &text);
+    [[nodiscard]] bool begin(const QString &target);
+    void end(FilmEnd end, const QString &text);
+    [[nodiscard]] QString endText(FilmEnd end, const QString &text) const;
     QCoro::Task<> copy(CopyOrder order);
     [[nodiscard]] QString copyText() const;
 

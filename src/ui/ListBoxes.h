@@ -82,7 +82,7 @@ protected:
 
     void rowWasKeyed(int row) override;
 
-    void wasDoubleClicked(int row) override { Q_EMIT opened(row); }
+    void rowWasDoubleClicked(int row) override { Q_EMIT opened(row); }
 
     void keyPressEvent(QKeyEvent *event) override;
     void timerEvent(QTimerEvent *event) override;

@@ -50,7 +50,7 @@ protected:
     virtual void rowWasKeyed(int row) = 0;
 
     /// A double click of the left button, on a row or below the rows (-1).
-    virtual void wasDoubleClicked(int row) { Q_UNUSED(row); }
+    virtual void rowWasDoubleClicked(int row) { Q_UNUSED(row); }
 
     /// Makes the current press mean nothing.
     void forgetPress() { pressed_ = -1; }
@@ -97,7 +97,7 @@ protected:
     {
         mousePressEvent(event);
         if (event->button() == Qt::LeftButton) {
-            wasDoubleClicked(pressed_);
+            rowWasDoubleClicked(pressed_);
         }
     }
 

@@ -34,16 +34,16 @@ TEST_F(FolderWatchTest, IsQuietWhileNothingHappens)
 {
     const FolderWatch::Ticket ticket = watch.begin(folder());
     ASSERT_NE(ticket, 0U);
-    EXPECT_TRUE(watch.isQuiet(folder(), ticket));
+    EXPECT_TRUE(watch.confirmQuiet(folder(), ticket));
     tree.write(u"other/image", "b");
     EXPECT_EQ(tree.read(u"cam/image"), QByteArray("a"));
-    EXPECT_TRUE(watch.isQuiet(folder(), ticket));
+    EXPECT_TRUE(watch.confirmQuiet(folder(), ticket));
 }
 
 TEST_F(FolderWatchTest, IsNotQuietBeforeItBegan)
 {
-    EXPECT_FALSE(watch.isQuiet(folder(), 0));
-    EXPECT_FALSE(watch.isQuiet(folder(), 1));
+    EXPECT_FALSE(watch.confirmQuiet(folder(), 0));
+    EXPECT_FALSE(watch.confirmQuiet(folder(), 1));
 }
 
 struct Change
@@ -64,8 +64,8 @@ TEST_P(FolderChange, IsReported)
     FolderWatch watch;
     const FolderWatch::Ticket ticket = watch.begin(tree.path(u"cam"));
     GetParam().make(tree);
-    EXPECT_FALSE(watch.isQuiet(tree.path(u"cam"), ticket));
-    EXPECT_FALSE(watch.isQuiet(tree.path(u"cam"), ticket)) << "once changed, always changed";
+    EXPECT_FALSE(watch.confirmQuiet(tree.path(u"cam"), ticket));
+    EXPECT_FALSE(watch.confirmQuiet(tree.path(u"cam"), ticket)) << "once changed, always changed";
 }
 
 void rename(const test::TempTree &tree, const QString &from, const QString &to)
@@ -99,8 +99,8 @@ TEST_F(FolderWatchTest, ANewBeginningEndsTheOneBefore)
     const FolderWatch::Ticket first = watch.begin(folder());
     test::makeFile(folder(), "new");
     const FolderWatch::Ticket second = watch.begin(folder());
-    EXPECT_FALSE(watch.isQuiet(folder(), first));
-    EXPECT_TRUE(watch.isQuiet(folder(), second));
+    EXPECT_FALSE(watch.confirmQuiet(folder(), first));
+    EXPECT_TRUE(watch.confirmQuiet(folder(), second));
 }
 
 TEST_F(FolderWatchTest, AFolderByTwoPathsChangesForBoth)
@@ -109,8 +109,8 @@ TEST_F(FolderWatchTest, AFolderByTwoPathsChangesForBoth)
     const FolderWatch::Ticket one = watch.begin(folder());
     const FolderWatch::Ticket two = watch.begin(tree.path(u"link"));
     test::makeFile(folder(), "new");
-    EXPECT_FALSE(watch.isQuiet(folder(), one));
-    EXPECT_FALSE(watch.isQuiet(tree.path(u"link"), two));
+    EXPECT_FALSE(watch.confirmQuiet(folder(), one));
+    EXPECT_FALSE(watch.confirmQuiet(tree.path(u"link"), two));
 }
 
 TEST_F(FolderWatchTest, AMissingFolderIsNotWatched)
@@ -131,11 +131,11 @@ TEST_F(FolderWatchTest, ManyFoldersMakeRoomForAnother)
     for (int i = 0; i < 300; ++i) {
         tree.makeFolder(QStringLiteral("many/%1").arg(i));
         tickets.push_back(watch.begin(path(i)));
-        ASSERT_TRUE(watch.isQuiet(path(i), tickets.back())) << i;
+        ASSERT_TRUE(watch.confirmQuiet(path(i), tickets.back())) << i;
     }
     test::makeFile(path(299), "new");
-    EXPECT_FALSE(watch.isQuiet(path(299), tickets.back()));
-    EXPECT_FALSE(watch.isQuiet(path(0), tickets.front()));
+    EXPECT_FALSE(watch.confirmQuiet(path(299), tickets.back()));
+    EXPECT_FALSE(watch.confirmQuiet(path(0), tickets.front()));
 }
 
 } // namespace

@@ -5,45 +5,38 @@
 
 namespace velmora {
 
-BrowserLists::BrowserLists(const BrowserServices &services, BrowserData &data,
-                           CameraFolders &folders, Selection &selection, Projector &film)
-    : services_(services)
+BrowserLists::BrowserLists(const Uses &uses, BrowserData &data, CameraFolders &folders,
+                           Selection &selection, SliceView &slice)
+    : uses_(uses)
     , data_(data)
     , folders_(folders)
     , selection_(selection)
-    , film_(film)
-    , slice_(services, data, selection)
+    , slice_(slice)
 {
 }
 
 void BrowserLists::trace(const QString &text)
 {
-    services_.capture.log.trace(text);
-}
-
-const SettingsFile &BrowserLists::settings() const
-{
-    return services_.capture.table.settings();
+    uses_.log.trace(text);
 }
 
 QCoro::Task<> BrowserLists::load()
 {
-    Problems &problems = services_.capture.problems;
-    data_.state.choose({keys::kBrowserGroup.read(settings(), problems),
-                        keys::kBrowserRow.read(settings(), problems)});
+    data_.state.choose({keys::kBrowserGroup.read(uses_.settings, uses_.problems),
+                        keys::kBrowserRow.read(uses_.settings, uses_.problems)});
     selection_.announce();
     co_await lstCam_MouseUp();
 }
 
 QCoro::Task<> BrowserLists::lstGroupe_MouseUp()
 {
-    keys::kBrowserGroup.write(settings(), data_.state.camera().group);
+    keys::kBrowserGroup.write(uses_.settings, data_.state.camera().group);
     data_.sheet.clearImages();
     data_.sheet.hideZoom();
     data_.sheet.EffaceVue();
     selection_.drop();
     co_await DirImage();
-    if (film_.isPlaying()) {
+    if (uses_.film.isPlaying()) {
         co_await ResetCine();
     }
 }
@@ -53,7 +46,7 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
     if (data_.state.view() == View::Group) {
         data_.sheet.clearImages();
     }
-    keys::kBrowserRow.write(settings(), data_.state.camera().row);
+    keys::kBrowserRow.write(uses_.settings, data_.state.camera().row);
     if (data_.state.view() == View::Camera) {
         co_await DirImage();
     } else {
@@ -61,7 +54,7 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
         co_await LitDir();
         co_await Vue_Click(data_.state.camera().row);
     }
-    if (film_.isPlaying()) {
+    if (uses_.film.isPlaying()) {
         co_await ResetCine();
     }
 }
@@ -102,7 +95,7 @@ QCoro::Task<> BrowserLists::LitDir()
 
 QCoro::Task<FileList::Selected> BrowserLists::listAgain()
 {
-    if (!folders_.mayRead()) {
+    if (!folders_.beginReading()) {
         co_return data_.files.selection();
     }
     const CameraAddress camera = data_.state.camera();
@@ -149,7 +142,7 @@ QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
 // belongs to it. An open film keeps the list that it plays.
 QCoro::Task<> BrowserLists::followGroup()
 {
-    if (!film_.isOpen() && data_.files.folder() != folders_.of(data_.state.camera())) {
+    if (!uses_.film.isOpen() && data_.files.folder() != folders_.of(data_.state.camera())) {
         selection_.enableFilm(false);
         co_await LitDir();
         selection_.setCount(QString());
@@ -159,7 +152,7 @@ QCoro::Task<> BrowserLists::followGroup()
 void BrowserLists::LstDir_Click()
 {
     trace(QStringLiteral("Planche LstDir_Click"));
-    const FilmPause pause(film_, film_.isRunning());
+    const FilmPause pause(uses_.film, uses_.film.isRunning());
     if (data_.files.ListIndex() < 0) {
         data_.files.setListIndex(data_.files.count() - 1);
     }
@@ -184,7 +177,7 @@ void BrowserLists::selectFile(int index)
 QCoro::Task<> BrowserLists::LstDirCam_Click(int row)
 {
     selection_.selectRow(row);
-    if (film_.isPlaying()) {
+    if (uses_.film.isPlaying()) {
         co_await ResetCine();
     }
     co_await listCamera();
@@ -203,7 +196,7 @@ QCoro::Task<> BrowserLists::Vue_Click(int cell)
     }
     trace(QStringLiteral("Planche Vue_Click"));
     const bool filming = data_.state.CineActif();
-    const FilmPause pause(film_, filming && film_.isPlaying());
+    const FilmPause pause(uses_.film, filming && uses_.film.isPlaying());
     if (data_.state.view() == View::Camera) {
         clickImage(cell);
     } else {
@@ -240,7 +233,7 @@ QCoro::Task<> BrowserLists::clickCamera(int cell)
 QCoro::Task<> BrowserLists::followFilm()
 {
     if (data_.state.view() == View::Camera) {
-        film_.moveTo(data_.files.ListIndex());
+        uses_.film.moveTo(data_.files.ListIndex());
     } else {
         co_await LitDir();
         co_await ResetCine();
@@ -249,14 +242,14 @@ QCoro::Task<> BrowserLists::followFilm()
 
 QCoro::Task<> BrowserLists::ResetCine()
 {
-    const bool wasOpen = film_.isOpen();
+    const bool wasOpen = uses_.film.isOpen();
     if (data_.state.view() == View::Group) {
         co_await LitDir();
     }
-    if (wasOpen && !film_.isOpen()) {
+    if (wasOpen && !uses_.film.isOpen()) {
         co_return; // closed by the user meanwhile
     }
-    film_.begin();
+    uses_.film.begin();
     data_.state.filmOpened();
 }
 

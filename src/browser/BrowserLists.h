@@ -18,9 +18,18 @@ class BrowserLists : public QObject
     Q_OBJECT
 
 public:
+    /// What it uses besides the browser's own parts.
+    struct Uses
+    {
+        const SettingsFile &settings;
+        EventLog &log;
+        Problems &problems;
+        Projector &film;
+    };
+
     /// Everything passed in outlives the object.
-    BrowserLists(const BrowserServices &services, BrowserData &data, CameraFolders &folders,
-                 Selection &selection, Projector &film);
+    BrowserLists(const Uses &uses, BrowserData &data, CameraFolders &folders, Selection &selection,
+                 SliceView &slice);
 
     /// Loads the stored group and camera and builds the display.
     QCoro::Task<> load();
@@ -80,7 +89,6 @@ Q_SIGNALS:
     void camerasWanted();
 
 private:
-    [[nodiscard]] const SettingsFile &settings() const;
     QCoro::Task<> findNewest(CameraAddress camera);
     QCoro::Task<> listCamera();
     QCoro::Task<> followGroup();
@@ -89,12 +97,11 @@ private:
     QCoro::Task<> followFilm();
     void trace(const QString &text);
 
-    BrowserServices services_;
+    Uses uses_;
     BrowserData &data_;
     CameraFolders &folders_;
     Selection &selection_;
-    Projector &film_;
-    SliceView slice_;
+    SliceView &slice_;
     bool isOwed_ = false;
     ImageFile chosen_; // since a rebuild was last requested
 };

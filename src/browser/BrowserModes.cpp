@@ -25,30 +25,25 @@ const SwitchKey &keyOf(Mode mode)
 
 } // namespace
 
-BrowserModes::BrowserModes(const BrowserServices &services, BrowserData &data, Selection &selection,
-                           BrowserLists &lists, Projector &film)
-    : services_(services)
+BrowserModes::BrowserModes(const Uses &uses, BrowserData &data, CameraFolders &folders,
+                           Selection &selection, BrowserLists &lists)
+    : uses_(uses)
     , data_(data)
+    , folders_(folders)
     , selection_(selection)
     , lists_(lists)
-    , film_(film)
 {
     timer_.setObjectName(QStringLiteral("TimerScan"));
     timer_.setInterval(kScanStep);
     connect(&timer_, &QTimer::timeout, this, &BrowserModes::scanDue);
-    connect(&services_.capture.storage, &StorageFolder::checked, this, &BrowserModes::runScan);
-    connect(&services_.capture.storage, &StorageFolder::checked, this, &BrowserModes::runFilm);
-    connect(&services_.scheduler, &Scheduler::timersStopped, this, &BrowserModes::stopTimers);
-}
-
-const SettingsFile &BrowserModes::settings() const
-{
-    return services_.capture.table.settings();
+    connect(&uses_.storage, &StorageFolder::checked, this, &BrowserModes::runScan);
+    connect(&uses_.storage, &StorageFolder::checked, this, &BrowserModes::runFilm);
+    connect(&uses_.scheduler, &Scheduler::timersStopped, this, &BrowserModes::stopTimers);
 }
 
 void BrowserModes::takeStored(Mode mode)
 {
-    if (keyOf(mode).read(settings())) {
+    if (keyOf(mode).read(uses_.settings)) {
         set(mode, true);
     }
 }
@@ -79,13 +74,13 @@ void BrowserModes::unload()
 void BrowserModes::set(Mode mode, bool on)
 {
     on_.at(static_cast<std::size_t>(mode)) = on;
-    keyOf(mode).write(settings(), on);
+    keyOf(mode).write(uses_.settings, on);
     Q_EMIT changed();
 }
 
 void BrowserModes::showNow()
 {
-    const QString now = dateText(services_.capture.clock.localNow());
+    const QString now = dateText(uses_.clock.localNow());
     Q_EMIT searchTextsChanged(now.section(u' ', 0, 0), now.section(u' ', 1));
 }
 
@@ -138,15 +133,10 @@ QCoro::Task<> BrowserModes::refreshAfter(CameraAddress camera)
     }
 }
 
-bool BrowserModes::mayWalk()
-{
-    return !data_.state.CineActif() && isStorageReady(services_);
-}
-
 // Here any number but 0 is on, while a group is captured only with a 1.
 ActiveGroups BrowserModes::activeGroups() const
 {
-    const SettingsSnapshot now = settings().snapshot();
+    const SettingsSnapshot now = uses_.settings.snapshot();
     ActiveGroups active{};
     for (int group = 0; group < kGroups; ++group) {
         active.at(static_cast<std::size_t>(group)) =
@@ -157,7 +147,11 @@ ActiveGroups BrowserModes::activeGroups() const
 
 QCoro::Task<> BrowserModes::TimerScan_Timer()
 {
-    if (!mayWalk()) {
+    if (data_.state.CineActif()) {
+        co_return;
+    }
+    folders_.settleStorage();
+    if (!uses_.storage.isUsable()) {
         co_return;
     }
     const CameraAddress camera = data_.state.camera();
@@ -174,7 +168,7 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
         selection_.setCamera(next.row);
         co_await lists_.lstCam_MouseUp();
     }
-    if (film_.isOpen()) {
+    if (uses_.film.isOpen()) {
         co_await lists_.ResetCine();
     }
 }
@@ -184,7 +178,7 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
     if (data_.state.view() == View::Group) {
         co_await lists_.LitDir();
     }
-    if (data_.files.count() > 0 && !film_.isOpen()) {
+    if (data_.files.count() > 0 && !uses_.film.isOpen()) {
         co_await lists_.ResetCine();
     } else {
         closeFilm();
@@ -193,9 +187,9 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
 
 void BrowserModes::closeFilm()
 {
-    film_.stopTimer();
+    uses_.film.stopTimer();
     data_.sheet.hideZoom();
-    film_.close();
+    uses_.film.close();
 }
 
 // A check of the storage folder stops the timers while it is missing and restarts each whose own
@@ -212,16 +206,16 @@ void BrowserModes::runScan(const StorageState &state)
 
 void BrowserModes::runFilm(const StorageState &state)
 {
-    film_.setHeld(!state.captureEnabled);
-    if (state.captureEnabled && film_.isPlaying() && !film_.isRunning()) {
-        film_.startTimer();
+    uses_.film.setHeld(!state.captureEnabled);
+    if (state.captureEnabled && uses_.film.isPlaying() && !uses_.film.isRunning()) {
+        uses_.film.startTimer();
     }
 }
 
 void BrowserModes::stopTimers()
 {
     timer_.stop();
-    film_.setHeld(true);
+    uses_.film.setHeld(true);
 }
 
 } // namespace velmora

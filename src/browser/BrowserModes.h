@@ -15,9 +15,19 @@ class BrowserModes : public QObject
     Q_OBJECT
 
 public:
+    /// What it uses besides the browser's own parts.
+    struct Uses
+    {
+        const SettingsFile &settings;
+        StorageFolder &storage;
+        Scheduler &scheduler;
+        const Clock &clock;
+        Projector &film;
+    };
+
     /// Everything passed in outlives the object.
-    BrowserModes(const BrowserServices &services, BrowserData &data, Selection &selection,
-                 BrowserLists &lists, Projector &film);
+    BrowserModes(const Uses &uses, BrowserData &data, CameraFolders &folders, Selection &selection,
+                 BrowserLists &lists);
 
     /// `TimerScan`: runs exactly while the scan is on and the storage folder can be used.
     [[nodiscard]] QTimer &timer() { return timer_; }
@@ -65,9 +75,7 @@ Q_SIGNALS:
     void scanDue();
 
 private:
-    [[nodiscard]] const SettingsFile &settings() const;
     void takeStored(Mode mode);
-    [[nodiscard]] bool mayWalk();
     [[nodiscard]] ActiveGroups activeGroups() const;
     void showNow();
     void closeFilm();
@@ -77,11 +85,11 @@ private:
 
     static constexpr std::size_t kModes = 3;
 
-    BrowserServices services_;
+    Uses uses_;
     BrowserData &data_;
+    CameraFolders &folders_;
     Selection &selection_;
     BrowserLists &lists_;
-    Projector &film_;
     QTimer timer_;
     std::array<bool, kModes> on_{};
     bool unloaded_ = false; // the window is closed

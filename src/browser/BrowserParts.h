@@ -2,10 +2,10 @@
 #pragma once
 
 #include "browser/BrowserModes.h"
-#include "browser/BrowserServices.h"
 #include "browser/Choice.h"
 #include "browser/FileActions.h"
 #include "browser/GridActions.h"
+#include "browser/ImageBrowser.h"
 #include "browser/ListUpdates.h"
 
 namespace velmora {
@@ -14,21 +14,24 @@ namespace velmora {
 struct BrowserParts
 {
     /// Everything passed in outlives the parts.
-    BrowserParts(const BrowserServices &services, BrowserData &data, Projector &film)
-        : folders(services, data.state)
+    BrowserParts(const ImageBrowser::Uses &uses, BrowserData &data, Projector &film)
+        : folders(uses.storage, uses.scheduler, uses.clock, data.state)
         , selection(data)
-        , lists(services, data, folders, selection, film)
+        , slice({uses.storage, uses.conformity, uses.log, uses.scope}, data, selection)
+        , lists({uses.settings, uses.log, uses.problems, film}, data, folders, selection, slice)
         , updates(data, folders, selection, lists)
-        , modes(services, data, selection, lists, film)
-        , grid(services.capture.storage, folders, data, selection, lists)
-        , files(services.capture.storage, folders, data, selection, lists)
-        , line(services.scope, folders, lists)
+        , modes({uses.settings, uses.storage, uses.scheduler, uses.clock, film}, data, folders,
+                selection, lists)
+        , grid(uses.storage, folders, data, selection, lists)
+        , files(uses.storage, folders, data, selection, lists)
+        , line(uses.scope, folders, lists)
         , choice(data, selection, lists, line)
     {
     }
 
     CameraFolders folders;
     Selection selection;
+    SliceView slice;
     BrowserLists lists;
     ListUpdates updates;
     BrowserModes modes;

@@ -6,28 +6,43 @@
 
 namespace velmora {
 
-CameraFolders::CameraFolders(const BrowserServices &services, const BrowserState &state)
-    : services_(services)
+CameraFolders::CameraFolders(StorageFolder &storage, Scheduler &scheduler, Clock &clock,
+                             const BrowserState &state)
+    : storage_(storage)
+    , scheduler_(scheduler)
     , state_(state)
-    , reader_(services.capture.clock)
+    , reader_(clock)
 {
 }
 
 QString CameraFolders::of(CameraAddress camera) const
 {
-    return services_.capture.storage.cameraFolderText(camera);
+    return storage_.cameraFolderText(camera);
 }
 
-bool CameraFolders::mayRead()
+void CameraFolders::settleStorage()
 {
-    isMissed_ = !state_.LectureOK() || !isStorageReady(services_);
+    if (storage_.isCheckRequested()) {
+        storage_.testSA();
+    }
+    if (storage_.isBeingEdited()) {
+        scheduler_.ArretTimer();
+    }
+}
+
+bool CameraFolders::beginReading()
+{
+    if (state_.LectureOK()) {
+        settleStorage();
+    }
+    isMissed_ = !state_.LectureOK() || !storage_.isUsable();
     return !isMissed_;
 }
 
 QCoro::Task<std::shared_ptr<const ImageNames>> CameraFolders::names(QString folder)
 {
     make(folder);
-    const QString path = services_.capture.storage.native(folder);
+    const QString path = storage_.native(folder);
     std::shared_ptr<const ImageNames> names = co_await reader_.names(path, reading_.get_token());
     if (!names) {
         throw Superseded();
@@ -37,13 +52,12 @@ QCoro::Task<std::shared_ptr<const ImageNames>> CameraFolders::names(QString fold
 
 QCoro::Task<ImageFile> CameraFolders::newest(CameraAddress camera)
 {
-    const StorageFolder &storage = services_.capture.storage;
     const QString folder = of(camera);
-    if (folder == storage.inForce()) {
+    if (folder == storage_.inForce()) {
         co_return ImageFile();
     }
     const std::optional<NewestImage> found =
-        co_await reader_.newest(storage.native(folder), reading_.get_token());
+        co_await reader_.newest(storage_.native(folder), reading_.get_token());
     if (!found) {
         throw Superseded();
     }
@@ -54,23 +68,22 @@ QCoro::Task<ImageFile> CameraFolders::newest(CameraAddress camera)
 // storage folder itself is never made here: its disk may just be away.
 void CameraFolders::make(const QString &folder)
 {
-    StorageFolder &storage = services_.capture.storage;
-    const QString path = storage.native(folder);
+    const QString path = storage_.native(folder);
     if (leavesMissing_ || path.isEmpty() || folderExists(path) || notMade_.contains(path)) {
         return;
     }
-    if (!storage.isPresent()) {
-        storage.recheck();
+    if (!storage_.isPresent()) {
+        storage_.recheck();
         return;
     }
-    storage.MakeDir_Click();
+    storage_.MakeDir_Click();
     rememberNotMade();
 }
 
 void CameraFolders::rememberNotMade()
 {
     for (const CameraAddress camera : kAllCameras) {
-        const QString path = services_.capture.storage.native(of(camera));
+        const QString path = storage_.native(of(camera));
         if (!folderExists(path)) {
             notMade_.insert(path);
         }

@@ -2,9 +2,9 @@
 // reading ends when a newer action supersedes it.
 #pragma once
 
-#include "browser/BrowserServices.h"
 #include "browser/BrowserState.h"
 #include "browser/FolderReader.h"
+#include "capture/Scheduler.h"
 
 #include <QCoro/QCoroTask>
 #include <QScopedValueRollback>
@@ -25,14 +25,19 @@ class CameraFolders
 {
 public:
     /// Everything passed in outlives the object.
-    CameraFolders(const BrowserServices &services, const BrowserState &state);
+    CameraFolders(StorageFolder &storage, Scheduler &scheduler, Clock &clock,
+                  const BrowserState &state);
 
     /// A camera's folder; the storage folder itself for a row without an address.
     [[nodiscard]] QString of(CameraAddress camera) const;
 
-    /// False until the storage folder has been checked, and while it is missing or its box is being
-    /// edited: folders are left alone then.
-    [[nodiscard]] bool mayRead();
+    /// Before work in folders: makes a requested check of the storage folder, and stops the timers
+    /// while its box is being edited. Whether folders may be read then, StorageFolder says.
+    void settleStorage();
+
+    /// To be called before a folder is read. False until the storage folder has been checked, and
+    /// while it is missing or its box is being edited: folders are left alone then.
+    [[nodiscard]] bool beginReading();
 
     /// True when they were left alone last time: the list may be another camera's.
     [[nodiscard]] bool hasMissedReading() const { return isMissed_; }
@@ -58,7 +63,8 @@ private:
     void make(const QString &folder);
     void rememberNotMade();
 
-    BrowserServices services_;
+    StorageFolder &storage_;
+    Scheduler &scheduler_;
     const BrowserState &state_;
     FolderReader reader_;
     QSet<QString> notMade_; // native paths, already reported

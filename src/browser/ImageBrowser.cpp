@@ -9,20 +9,18 @@ namespace {
 
 using Kind = ActionLine::Kind;
 
-constexpr int kFiveTicksBefore = 55; // before the sixtieth, at which fixed cameras are due
-
 } // namespace
 
-ImageBrowser::ImageBrowser(const BrowserServices &services, BrowserData &data, Projector &film)
+ImageBrowser::ImageBrowser(const Uses &uses, BrowserData &data, Projector &film)
     : data_(data)
-    , storage_(services.capture.storage)
-    , scheduler_(services.scheduler)
-    , scope_(services.scope)
-    , parts_(std::make_unique<BrowserParts>(services, data, film))
+    , storage_(uses.storage)
+    , scheduler_(uses.scheduler)
+    , scope_(uses.scope)
+    , parts_(std::make_unique<BrowserParts>(uses, data, film))
 {
     connectParts();
     connectFilm(film);
-    connect(&services.conformity, &Conformity::ended, this, [this] {
+    connect(&uses.conformity, &Conformity::ended, this, [this] {
         parts_->line.launch(Kind::Rebuild, [this] { return parts_->updates.relist(); });
     });
     // Queued, since the check of the storage folder has not ended yet.
@@ -318,7 +316,7 @@ void ImageBrowser::followAddress(CameraAddress camera)
 
 void ImageBrowser::ctrT_Click()
 {
-    scheduler_.setTickCounter(kFiveTicksBefore);
+    scheduler_.setTickCounter(Scheduler::kStartTick);
 }
 
 } // namespace velmora

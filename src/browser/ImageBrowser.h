@@ -17,8 +17,12 @@
 namespace velmora {
 
 struct BrowserParts;
-struct BrowserServices;
+class Clock;
+class Conformity;
+class EventLog;
+class Problems;
 class Scheduler;
+class SettingsFile;
 class TaskScope;
 
 /// What the window shows besides the lists and the sheet.
@@ -41,8 +45,21 @@ class ImageBrowser : public QObject
     Q_OBJECT
 
 public:
+    /// What the browser's parts use of the layers below; each gets its own share of it.
+    struct Uses
+    {
+        const SettingsFile &settings;
+        StorageFolder &storage;
+        Scheduler &scheduler;
+        Conformity &conformity;
+        EventLog &log;
+        Problems &problems;
+        Clock &clock;
+        TaskScope &scope;
+    };
+
     /// Everything passed in outlives the object; the scope is joined before it is destroyed.
-    ImageBrowser(const BrowserServices &services, BrowserData &data, Projector &film);
+    ImageBrowser(const Uses &uses, BrowserData &data, Projector &film);
     Q_DISABLE_COPY_MOVE(ImageBrowser)
     ~ImageBrowser() override;
 

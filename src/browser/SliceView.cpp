@@ -4,8 +4,8 @@
 
 namespace velmora {
 
-SliceView::SliceView(const BrowserServices &services, BrowserData &data, Selection &selection)
-    : services_(services)
+SliceView::SliceView(const Uses &uses, BrowserData &data, Selection &selection)
+    : uses_(uses)
     , data_(data)
     , selection_(selection)
 {
@@ -17,7 +17,7 @@ void SliceView::show()
     const Slice slice = sliceAround(data_.files.ListIndex(), data_.files.count());
     showFrom(slice.start);
     selection_.frame(slice.frame);
-    services_.capture.log.trace(QStringLiteral("Load Fin"));
+    uses_.log.trace(QStringLiteral("Load Fin"));
     selection_.setCount(
         QStringLiteral("%1 / %2").arg(data_.files.ListIndex() + 1).arg(data_.files.count()));
 }
@@ -33,13 +33,12 @@ void SliceView::showFrom(int start)
 
 void SliceView::startConformity(const ImageFile &image)
 {
-    const StorageFolder &storage = services_.capture.storage;
-    if (image.isNone() || services_.conformity.isRunning() || !storage.isUsable() ||
+    if (image.isNone() || uses_.conformity.isRunning() || !uses_.storage.isUsable() ||
         !Conformity::isShortForm(image.name.toUtf8())) {
         return;
     }
-    if (services_.conformity.wants(nativePath(storage, image))) {
-        services_.scope.launch(services_.conformity.run());
+    if (uses_.conformity.wants(nativePath(uses_.storage, image))) {
+        uses_.scope.launch(uses_.conformity.run());
     }
 }
 

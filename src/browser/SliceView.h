@@ -2,16 +2,25 @@
 // which images with names in the older form are due.
 #pragma once
 
-#include "browser/BrowserServices.h"
 #include "browser/Selection.h"
+#include "capture/Conformity.h"
 
 namespace velmora {
 
 class SliceView
 {
 public:
+    /// What it uses of the layers below.
+    struct Uses
+    {
+        const StorageFolder &storage;
+        Conformity &conformity;
+        EventLog &log;
+        TaskScope &scope; // the renaming runs in it
+    };
+
     /// Everything passed in outlives the object.
-    SliceView(const BrowserServices &services, BrowserData &data, Selection &selection);
+    SliceView(const Uses &uses, BrowserData &data, Selection &selection);
 
     /// Shows the ten images around the selected one, frames that, and shows its place in the list.
     /// The list has a selected image.
@@ -21,7 +30,7 @@ private:
     void showFrom(int start);
     void startConformity(const ImageFile &image);
 
-    BrowserServices services_;
+    Uses uses_;
     BrowserData &data_;
     Selection &selection_;
 };

@@ -1,7 +1,5 @@
 #include "tools/BrowserEngine.h"
 
-#include "browser/BrowserServices.h"
-
 namespace velmora {
 namespace {
 
@@ -12,12 +10,9 @@ constexpr qsizetype kPictureBytes = qsizetype{48} * 1024 * 1024;
 
 BrowserEngine::BrowserEngine(CaptureEngine &capture, MailSender &sender)
     : film_(capture.settings(), capture.log(), data_)
-    , browser_(
-          {{capture.table(), capture.storage(), capture.log(), capture.problems(), capture.clock()},
-           capture.scheduler(),
-           capture.conformity(),
-           capture.scope()},
-          data_, film_)
+    , browser_({capture.settings(), capture.storage(), capture.scheduler(), capture.conformity(),
+                capture.log(), capture.problems(), capture.clock(), capture.scope()},
+               data_, film_)
     , pictures_(kPictureBytes)
     , loader_(pictures_, capture.clock(), capture.scope())
     , alarm_(capture.storage(), data_, capture.clock(), capture.scope())

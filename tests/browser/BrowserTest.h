@@ -32,14 +32,20 @@ protected:
     struct Steps
     {
         explicit Steps(BrowserHouse &house)
-            : folders(house.services(), house.data.state)
+            : folders(house.capture.storage, house.capture.scheduler, house.clock, house.data.state)
             , selection(house.data)
-            , lists(house.services(), house.data, folders, selection, *house.film)
+            , slice(
+                  {house.capture.storage, house.conformity, house.capture.log, house.capture.scope},
+                  house.data, selection)
+            , lists(
+                  {house.capture.settings, house.capture.log, house.capture.problems, *house.film},
+                  house.data, folders, selection, slice)
         {
         }
 
         CameraFolders folders;
         Selection selection;
+        SliceView slice;
         BrowserLists lists;
     };
 

@@ -37,16 +37,10 @@ BrowserHouse::BrowserHouse(const MakeFilm &makeFilm, FirstCheck storageCheck)
     : capture(source, clock, storageCheck)
     , conformity(capture.engine.conformity())
     , film(makeFilm(*this))
-    , browser(services(), data, *film)
+    , browser({capture.settings, capture.storage, capture.scheduler, conformity, capture.log,
+               capture.problems, clock, capture.scope},
+              data, *film)
 {
-}
-
-BrowserServices BrowserHouse::services()
-{
-    return {{capture.table, capture.storage, capture.log, capture.problems, clock},
-            capture.scheduler,
-            conformity,
-            capture.scope};
 }
 
 void BrowserHouse::fireScan()

@@ -2,7 +2,6 @@
 // image files that a test creates by name and time.
 #pragma once
 
-#include "browser/BrowserServices.h"
 #include "browser/ImageBrowser.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
@@ -65,8 +64,6 @@ public:
 
     /// Makes the walk's timer tick.
     void fireScan();
-
-    [[nodiscard]] BrowserServices services();
 
     /// Values of the section "Control".
     [[nodiscard]] QString stored(QStringView key) const;

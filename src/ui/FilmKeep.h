@@ -14,18 +14,13 @@
 #include <QTimer>
 #include <QWidget>
 
-class QCheckBox;
-class QComboBox;
-class QFormLayout;
-class QLabel;
-class QProgressBar;
-class QPushButton;
-class QSpinBox;
+#include <memory>
+
+namespace Ui {
+class FilmKeep;
+}
 
 namespace velmora {
-
-class BoxEdit;
-class PictureView;
 
 class FilmKeep : public QWidget
 {
@@ -49,11 +44,9 @@ Q_SIGNALS:
     void openWanted(const QString &path);
 
 private:
-    void makeRange(QFormLayout &form);
-    void makeChoices(QFormLayout &form);
-    void makeButtons();
-    void arrange(QFormLayout *form);
-    void bind();
+    void fillChoices();
+    void bindRange();
+    void bindFilm();
     void bindButtons();
     [[nodiscard]] FilmWish wish() const;
     void showWish(const FilmWish &wish);
@@ -75,25 +68,7 @@ private:
 
     FilmMaker &maker_;
     Slideshow &film_;
-    PictureView *preview_ = nullptr;
-    BoxEdit *from_ = nullptr;
-    BoxEdit *to_ = nullptr;
-    QSpinBox *hoursFrom_ = nullptr;
-    QSpinBox *hoursTo_ = nullptr;
-    QComboBox *thinning_ = nullptr;
-    QSpinBox *thinningNumber_ = nullptr;
-    QComboBox *size_ = nullptr;
-    QSpinBox *rate_ = nullptr;
-    QComboBox *form_ = nullptr;
-    QCheckBox *stamp_ = nullptr;
-    QLabel *forecast_ = nullptr;
-    QLabel *timeLeft_ = nullptr;
-    QProgressBar *progress_ = nullptr;
-    QPushButton *make_ = nullptr;
-    QPushButton *copy_ = nullptr;
-    QPushButton *cancel_ = nullptr;
-    QPushButton *open_ = nullptr;
-    QPushButton *showFolder_ = nullptr;
+    std::unique_ptr<Ui::FilmKeep> ui_;
     QTimer previewTimer_;
     qsizetype previewAt_ = 0;
     PlayRange seenRange_;

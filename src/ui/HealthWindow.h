@@ -10,18 +10,18 @@
 #include "health/HealthTable.h"
 #include "health/HealthWatch.h"
 
-#include <QTimer>
+#include <QSortFilterProxyModel>
 #include <QWidget>
 
+#include <memory>
+
 class QCheckBox;
-class QLabel;
-class QLineEdit;
-class QSortFilterProxyModel;
-class QTableView;
+
+namespace Ui {
+class HealthWindow;
+}
 
 namespace velmora {
-
-class NumberBox;
 
 class HealthWindow : public QWidget
 {
@@ -30,6 +30,8 @@ class HealthWindow : public QWidget
 public:
     /// Everything passed in outlives the window.
     HealthWindow(HealthBook &book, HealthWatch &watch, const SettingsFile &settings);
+    Q_DISABLE_COPY_MOVE(HealthWindow)
+    ~HealthWindow() override;
 
     /// Shows the window in front.
     void present();
@@ -41,14 +43,14 @@ Q_SIGNALS:
     void cameraWanted(velmora::CameraAddress camera);
 
 private:
-    void makeTable();
-    void makeChoices();
-    QCheckBox *choiceBox(const QString &text, const char *name, HealthChoice choice);
-    void makeNumbers();
-    void arrange();
+    void setUpTable();
+    void bindTable();
+    void bindKeys();
+    void bindChoice(QCheckBox &box, HealthChoice choice);
+    void bindChoices();
+    void bindNumbers();
     void widenToTitles();
     void placeFirst();
-    void bind();
     void showChoices();
     void showRoom();
     void showNever();
@@ -61,19 +63,10 @@ private:
     HealthBook &book_;
     HealthWatch &watch_;
     HealthOptions options_;
+    std::unique_ptr<Ui::HealthWindow> ui_;
     HealthTable table_;
-    QSortFilterProxyModel *shown_ = nullptr;
-    QLineEdit *filter_ = nullptr;
-    QTableView *view_ = nullptr;
+    QSortFilterProxyModel shown_; // the table, filtered and sorted
     bool isPlaced_ = false;
-    QLabel *room_ = nullptr;
-    QCheckBox *notices_ = nullptr;
-    QCheckBox *mail_ = nullptr;
-    QCheckBox *deletion_ = nullptr;
-    QCheckBox *stop_ = nullptr;
-    QCheckBox *never_ = nullptr;
-    NumberBox *lateTimes_ = nullptr;
-    NumberBox *limit_ = nullptr;
 };
 
 } // namespace velmora

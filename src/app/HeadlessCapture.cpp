@@ -157,16 +157,10 @@ QCoro::Task<> HeadlessCapture::finish()
 // Whatever is thrown on the way out, the program ends.
 void HeadlessCapture::leaveAfterError(const QString &text)
 {
-    if (std::exchange(leavingAtOnce_, true)) {
-        QCoreApplication::exit();
-        return;
+    // Before the text is shown: it may not reach anyone.
+    if (errorExit_.begin([this] { shutdown_.launch(leave()); })) {
+        engine_.problems().warn(text);
     }
-    try {
-        shutdown_.launch(leave()); // first: the text may not reach anyone
-    } catch (const std::bad_alloc &) {
-        QCoreApplication::exit();
-    }
-    engine_.problems().warn(text);
 }
 
 QCoro::Task<> HeadlessCapture::leave()

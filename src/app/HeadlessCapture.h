@@ -1,6 +1,7 @@
 // Capture without windows: reports on standard output what it stores and what has changed.
 #pragma once
 
+#include "app/ErrorExit.h"
 #include "health/HealthEngine.h"
 
 #include <QHash>
@@ -52,7 +53,7 @@ private:
     int failed_ = 0;
     bool hasNews_ = true; // the first pass is always reported
     bool ending_ = false;
-    bool leavingAtOnce_ = false;
+    ErrorExit errorExit_;
     TaskScope shutdown_;
 };
 

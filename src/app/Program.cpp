@@ -9,9 +9,6 @@
 #include <QDir>
 #include <QTimer>
 
-#include <new>
-#include <utility>
-
 namespace velmora {
 namespace {
 
@@ -349,16 +346,10 @@ QCoro::Task<> Program::leave()
 // Whatever is thrown on the way out, the program does not stay behind without windows.
 void Program::leaveAfterError(const QString &text)
 {
-    if (std::exchange(leavingAtOnce_, true)) {
-        QCoreApplication::exit();
-        return;
+    // Before the text is logged: that may fail too.
+    if (errorExit_.begin([this] { shutdown_.launch(leaveAtOnce()); })) {
+        engine_.log().trace(text);
     }
-    try {
-        shutdown_.launch(leaveAtOnce()); // first: the log may not take the text
-    } catch (const std::bad_alloc &) {
-        QCoreApplication::exit();
-    }
-    engine_.log().trace(text);
 }
 
 QCoro::Task<> Program::leaveAtOnce()

@@ -1,6 +1,7 @@
 // The program with its windows: their order at start-up, how they lead to one another, and the end.
 #pragma once
 
+#include "app/ErrorExit.h"
 #include "health/HealthEngine.h"
 #include "tools/BrowserEngine.h"
 #include "tools/ImportEngine.h"
@@ -97,7 +98,7 @@ private:
     frmSplash splash_;
     frmQuitte closing_;
     bool ending_ = false;
-    bool leavingAtOnce_ = false;
+    ErrorExit errorExit_;
     TaskScope shutdown_;
 };
 

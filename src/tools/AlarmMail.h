@@ -20,8 +20,6 @@ public:
     AlarmMail(const SettingsFile &settings, MailSender &sender, const Clock &clock,
               TaskScope &scope);
 
-    [[nodiscard]] bool isSending() const { return sending_; }
-
     /// Sends a text under the subject "Alarm" with the current settings; does nothing while a mail
     /// is being sent.
     void send(const QString &text);

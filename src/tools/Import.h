@@ -62,9 +62,6 @@ public:
 
     [[nodiscard]] SourceList &files() { return files_; }
 
-    /// Path text of the folder that the files come from.
-    [[nodiscard]] const QString &sourceFolder() const { return folders_.path(); }
-
     /// The window opens: loads the stored choices.
     void load();
 

@@ -57,8 +57,6 @@ public:
     /// Ends a scan at its next step.
     void stop() { stopped_ = true; }
 
-    [[nodiscard]] bool isScanning() const { return scanning_; }
-
     /// Compares the pair on show ("vérifie la couleur"). There is nothing yet that it looks for.
     virtual Comparison VerifColor();
 

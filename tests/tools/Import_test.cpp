@@ -18,7 +18,7 @@ TEST_F(ImportTest, OpensOnTheStoredChoices)
     store(u"ILien", QStringLiteral("7"));
     load();
     EXPECT_EQ(face().Filtre, QStringLiteral("*.gif"));
-    EXPECT_EQ(import_.sourceFolder(), QStringLiteral("C:\\card"));
+    EXPECT_EQ(import_.folders().path(), QStringLiteral("C:\\card"));
     EXPECT_EQ(listed(), QStringList{QStringLiteral("a.gif")});
     EXPECT_EQ(face().Cam, 3);
     EXPECT_EQ(face().Lien, 7);
@@ -31,7 +31,7 @@ TEST_F(ImportTest, WithoutAnyItOpensOnTheFirstDriveAndJpegs)
     load();
     EXPECT_EQ(face().Filtre, QStringLiteral("*.jpg"));
     EXPECT_EQ(face().drive, 0);
-    EXPECT_EQ(import_.sourceFolder(), QStringLiteral("C:\\"));
+    EXPECT_EQ(import_.folders().path(), QStringLiteral("C:\\"));
     EXPECT_EQ(face().Cam, 0);
     EXPECT_EQ(face().Lien, 0);
     EXPECT_EQ(face().NbF, QStringLiteral("0"));
@@ -52,7 +52,7 @@ TEST_F(ImportTest, AStoredDriveIsTakenWhateverItsCaseAndLabel)
     store(u"Drive", QStringLiteral("e: [CARD]"));
     load();
     EXPECT_EQ(face().drives.at(face().drive), QStringLiteral("E:"));
-    EXPECT_EQ(import_.sourceFolder(), QStringLiteral("E:\\"));
+    EXPECT_EQ(import_.folders().path(), QStringLiteral("E:\\"));
 }
 
 TEST_F(ImportTest, ADriveThatIsGoneLeavesTheFirstAndTheFolderStillCounts)
@@ -60,7 +60,7 @@ TEST_F(ImportTest, ADriveThatIsGoneLeavesTheFirstAndTheFolderStillCounts)
     store(u"Drive", QStringLiteral("X:"));
     load();
     EXPECT_EQ(face().drive, 0);
-    EXPECT_EQ(import_.sourceFolder(), QStringLiteral("C:\\card"));
+    EXPECT_EQ(import_.folders().path(), QStringLiteral("C:\\card"));
 }
 
 TEST_F(ImportTest, AFolderThatIsGoneLeavesTheDrivesRoot)
@@ -69,7 +69,7 @@ TEST_F(ImportTest, AFolderThatIsGoneLeavesTheDrivesRoot)
                                   QStringLiteral("\\no\\such\\folder")}) {
         store(u"Dir", folder);
         load();
-        EXPECT_EQ(import_.sourceFolder(), QStringLiteral("C:\\")) << folder.toStdString();
+        EXPECT_EQ(import_.folders().path(), QStringLiteral("C:\\")) << folder.toStdString();
     }
 }
 
@@ -123,7 +123,7 @@ TEST_F(ImportTest, PositionsThatAreNoneChangeNothing)
     import_.openFolder(-1);
     import_.openFolder(1000);
     EXPECT_EQ(house_.tree.read(u"Velmora.ini"), before);
-    EXPECT_EQ(import_.sourceFolder(), QStringLiteral("C:\\card"));
+    EXPECT_EQ(import_.folders().path(), QStringLiteral("C:\\card"));
 }
 
 TEST_F(ImportTest, AFolderShowsItsLevelsAndItsFolders)
@@ -155,11 +155,11 @@ TEST_F(ImportTest, TheOpenedFolderIsCountedAndLeadsBackUp)
     EXPECT_EQ(face().NbF, QStringLiteral("0"));
     import_.openFolder(2);
     finish();
-    EXPECT_EQ(import_.sourceFolder(), QStringLiteral("C:\\card\\sub"));
+    EXPECT_EQ(import_.folders().path(), QStringLiteral("C:\\card\\sub"));
     EXPECT_EQ(face().NbF, QStringLiteral(" 1"));
     import_.openFolder(0);
     finish();
-    EXPECT_EQ(import_.sourceFolder(), QStringLiteral("C:\\"));
+    EXPECT_EQ(import_.folders().path(), QStringLiteral("C:\\"));
     EXPECT_EQ(face().NbF, QStringLiteral("0"));
 }
 

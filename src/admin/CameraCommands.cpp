@@ -168,8 +168,8 @@ CommandResult importInto(SettingsDraft &draft, const CameraList &list)
     return result;
 }
 
-// The whole list or nothing of it; gives why not. What is not flushed by itself, commit() takes for
-// written also on a full disk.
+// Writes the whole list or nothing of it; returns why not. What is not flushed by itself, commit()
+// takes for written also on a full disk.
 std::optional<QString> writeList(const QString &path, const QByteArray &text)
 {
     QSaveFile file(path);

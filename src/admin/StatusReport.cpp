@@ -65,7 +65,7 @@ std::optional<QString> lastFailure(const std::optional<ProgramReport> &report, C
 }
 
 // A row is red also before its first download, and what it has recorded stays when its address
-// changes: whatever its health knows, which begins anew with an address, counts for more.
+// changes. Its health starts over with each new address, so what that knows counts for more.
 bool hasFailed(const Sources &sources, CameraAddress camera, const std::optional<QString> &failure)
 {
     const bool isRed = CameraTable::hasLamp(sources.settings, camera, LampColour::Red);

@@ -18,7 +18,7 @@ namespace {
 constexpr mode_t kPrivateMode = 0600;
 constexpr mode_t kAllRights = 07777;
 
-// Whoever replaces it, a file stays its owner's, as far as the system allows.
+// A file stays its owner's, no matter who replaces it, as far as the system allows.
 void keepOwner(int file, const struct stat &old)
 {
     struct stat mine = {};

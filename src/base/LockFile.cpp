@@ -100,7 +100,7 @@ LockFile::LockFile(const QString &path)
 LockFile::~LockFile()
 {
     if (file_ && standsUnderItsName(file_->get(), path_)) {
-        ::unlink(path_.constData()); // while locked: whoever opened it meanwhile looks again
+        ::unlink(path_.constData()); // while locked: others who opened it check again
     }
 }
 

@@ -46,7 +46,7 @@ inline constexpr qint64 kMostReadBytes = qint64{256} * 1024 * 1024;
 
 /// Gives a key a value, or removes it (no value). A missing file is made, but not to remove a key.
 /// At every instant the file on disk is the whole old or the whole new text. A file without write
-/// permission stays as it is, whoever runs the program; so does one larger than kMostProfileBytes.
+/// permission stays as it is, even for an administrator; so does one larger than kMostProfileBytes.
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value);
 

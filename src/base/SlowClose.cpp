@@ -10,7 +10,7 @@ namespace {
 
 constexpr off_t kPartBytes = off_t{4} * 1024 * 1024;
 
-// Bytes of a file that is gone with its descriptor; 0 for one that somebody can still see.
+// Bytes of a file that is gone with its descriptor; 0 for one that still has a name.
 off_t goneBytes(int file)
 {
     struct stat info = {};

@@ -1,4 +1,4 @@
-// Closes long files that nobody can see any more, a part of them a turn of the event loop.
+// Closes long files that have no name any more, a part of them in each turn of the event loop.
 #pragma once
 
 #include "base/UniqueFd.h"

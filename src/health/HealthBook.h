@@ -17,7 +17,7 @@
 namespace velmora {
 
 /// Owns the records of all cameras and the file that keeps them. HealthWatch enters news and
-/// verdicts, and whoever adds or deletes images has the folder counted again; all others read and
+/// verdicts, and code that adds or deletes images has the folder counted again; all others read and
 /// listen. It promises that a record is that of the camera whose address is stored now, that a row
 /// without a camera has none, and that counting never holds up events.
 class HealthBook : public QObject

@@ -27,7 +27,7 @@ void PictureLoader::load(QList<PictureOrder> orders)
     deliver(remembered);
 }
 
-// What waits is settled before anything is delivered: a listener may ask whether we are idle.
+// What waits is settled before anything is delivered: a listener may load again.
 QList<PictureLoader::Delivery> PictureLoader::takeRemembered(QList<PictureOrder> orders)
 {
     QList<Delivery> remembered;

@@ -31,7 +31,7 @@ QString fate(const PastedAddresses &pasted)
     }
 }
 
-// why: it is asked anew, or empty.
+// why: the reason for asking again; empty the first time.
 QString question(const PastedAddresses &pasted, const QString &why)
 {
     const qsizetype count = pasted.addresses.size() + pasted.leftOut;

@@ -20,7 +20,7 @@ public:
     AddressPaste(std::span<CameraRowBoxes *const> rows, CameraPage &page, const CameraTable &table,
                  QWidget &window);
 
-    /// Asks, and fills the rows if the answer is yes; asks anew if they have changed until then.
+    /// Asks, and fills the rows if the answer is yes; asks again if they have changed by then.
     /// firstRow: 0-based.
     void offer(int firstRow, const QStringList &addresses);
 

@@ -271,7 +271,7 @@ void Interface::showCaption(Caption caption, const QString &text)
     }
 }
 
-// Of the storage folder, its lamp and its hint tell already.
+// The storage folder's own lamp and hint already say so.
 void Interface::showStandstill(const QString &text)
 {
     const QString before = std::exchange(standstill_, text);

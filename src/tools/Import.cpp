@@ -50,12 +50,6 @@ QString shownSource(const QString &folder)
 
 } // namespace
 
-// In full, however large it is.
-QString countAfterCollisions(qint64 before, qint16 collisions)
-{
-    return QString::number(before - collisions);
-}
-
 Import::Import(const Uses &uses)
     : uses_(uses)
     , reader_(uses.clock)
@@ -368,7 +362,7 @@ void Import::showProgress()
     if (face_.progress.copied > 0) {
         const qint64 before = initialCount_.value_or(face_.progress.files);
         shownCount_ = before - face_.progress.collisions;
-        face_.NbF = countAfterCollisions(before, face_.progress.collisions);
+        face_.NbF = QString::number(shownCount_);
     }
     Q_EMIT changed();
 }

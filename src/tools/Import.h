@@ -33,9 +33,6 @@ struct ImportFace
     QString iTarget;
 };
 
-/// The count of files after that many collisions, starting from what was shown before.
-[[nodiscard]] QString countAfterCollisions(qint64 before, qint16 collisions);
-
 /// Every choice is stored at once. Coroutines run in the scope, which is joined before this object
 /// is destroyed.
 class Import : public QObject

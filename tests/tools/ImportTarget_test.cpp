@@ -293,14 +293,6 @@ TEST_F(ImportTarget, ARunThatBeginsBeforeTheFilesAreCountedBeginsWithItsOwnCount
     EXPECT_EQ(face().NbF, QStringLiteral("6001"));
 }
 
-TEST(ImportCount, IsWholeWhateverItsSize)
-{
-    EXPECT_EQ(countAfterCollisions(12, 0), QStringLiteral("12"));
-    EXPECT_EQ(countAfterCollisions(1, 3), QStringLiteral("-2"));
-    EXPECT_EQ(countAfterCollisions(2, 2), QStringLiteral("0"));
-    EXPECT_EQ(countAfterCollisions(12'345'678, 9), QStringLiteral("12345669"));
-}
-
 TEST_F(ImportTarget, TheCountThatIsLessenedIsTheOneThatWasShown)
 {
     put(kKept);

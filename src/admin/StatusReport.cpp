@@ -111,6 +111,9 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     takeState(status, sources, health);
     const StoredImages images = storedImages(folder);
     status.stored = images.count;
+    if (images.readError) {
+        status.unread = unreadFolderText(images.readError);
+    }
     if (images.newest) {
         status.newest = universalTimeText(*images.newest);
     }
@@ -164,6 +167,7 @@ QJsonObject cameraObject(const CameraStatus &status)
             {QStringLiteral("failure"), orNull(status.failure)},
             {QStringLiteral("newest"), orNull(status.newest)},
             {QStringLiteral("stored"), status.stored},
+            {QStringLiteral("unread"), orNull(status.unread)},
             {QStringLiteral("late"), status.late.has_value()},
             {QStringLiteral("since"), orNull(status.late)}};
 }
@@ -209,7 +213,7 @@ QString statusLines(const ProgramStatus &status)
                             camera.failure.value_or(QString()),
                             camera.late ? QStringLiteral("late since ") + *camera.late : QString()}
                     .join(u'\t') +
-                u'\n';
+                (camera.unread ? u'\t' + *camera.unread : QString()) + u'\n';
     }
     return text;
 }
@@ -241,7 +245,8 @@ bool isWell(const ProgramStatus &status)
                const bool failing =
                    camera.state == CameraState::Failed ||
                    (camera.state == CameraState::Loading && camera.failure.has_value());
-               return camera.on && (failing || camera.late.has_value());
+               return camera.on &&
+                      (failing || camera.late.has_value() || camera.unread.has_value());
            });
 }
 

@@ -26,7 +26,8 @@ struct CameraStatus
     CameraState state = CameraState::Unknown;
     std::optional<QString> failure; // if the camera is not well
     std::optional<QString> newest;  // UTC
-    qint64 stored = 0;              // images in its folder
+    qint64 stored = 0;              // images in its folder, as far as it can be read
+    std::optional<QString> unread;  // why its folder could not be read to its end
     std::optional<QString> late;    // since when nothing new has come for too long, UTC
 };
 
@@ -49,7 +50,7 @@ struct ProgramStatus
                                           const std::optional<ProgramReport> &report);
 
 /// True when nothing needs attention: the storage folder is there, no camera of an active group has
-/// failed or is late, and the disk has room.
+/// failed or is late, their folders can be read to the end, and the disk has room.
 [[nodiscard]] bool isWell(const ProgramStatus &status);
 
 /// The exit status is 0 when all is well, 1 when something is wrong, 2 when no program is running.

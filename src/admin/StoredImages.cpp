@@ -20,6 +20,7 @@ StoredImages storedImages(const QString &folder)
         }
     })) {
     }
+    images.readError = scan.error();
     const std::optional<WallTime> newest = momentOfName(greatest);
     images.newest = newest == kZeroDate ? std::nullopt : newest;
     return images;

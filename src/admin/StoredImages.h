@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <optional>
+#include <system_error>
 
 namespace velmora {
 
@@ -13,6 +14,7 @@ struct StoredImages
 {
     qint64 count = 0;               // files named like captured images
     std::optional<WallTime> newest; // date of the greatest name, UTC
+    std::error_code readError;      // why the folder could not be read to its end; none if it was
 };
 
 /// folder: native path; a missing one counts as empty.

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <dirent.h>
 #include <memory>
+#include <system_error>
 
 namespace velmora {
 
@@ -23,17 +24,20 @@ class FolderScan
 public:
     static constexpr std::size_t kUsualBuffer = std::size_t{32} * 1024;
 
-    /// path: native. Without such a folder, or without the right to read it, the scan is at its end
+    /// path: native. Without such a folder, or when it cannot be opened, the scan is at its end
     /// from the start.
     explicit FolderScan(const QString &path, std::size_t bufferBytes = kUsualBuffer);
 
-    /// Scans a folder that is open for reading.
+    /// Scans a folder that is open for reading. One that is not open is at its end.
     explicit FolderScan(UniqueFd folder, std::size_t bufferBytes = kUsualBuffer);
 
     [[nodiscard]] bool isOpen() const { return static_cast<bool>(folder_); }
 
-    /// True when the folder could not be read to its end; what was visited is not all of it.
-    [[nodiscard]] bool hasFailed() const { return failed_; }
+    /// Why the folder could not be read to its end: what was visited is not all of it. None when it
+    /// was, so far, and when there is no such folder.
+    [[nodiscard]] std::error_code error() const { return error_; }
+
+    [[nodiscard]] bool hasFailed() const { return static_cast<bool>(error_); }
 
     /// Reads a piece, some hundred records with the usual buffer, and calls `visit(QByteArrayView
     /// name)` for each file among them; false at the end of the folder. The name is native bytes
@@ -135,7 +139,7 @@ private:
     std::unique_ptr<std::byte[]> buffer_;
     long at_ = 0;
     long filled_ = 0;
-    bool failed_ = false;
+    std::error_code error_;
 };
 
 } // namespace velmora

@@ -56,13 +56,19 @@ QString folderRefusal(const QString &path, std::error_code error)
                : QString::fromStdString(error.message());
 }
 
-bool folderHoldsFile(const QString &path)
+QString unreadFolderText(std::error_code error)
+{
+    return QStringLiteral("the folder could not be read to its end: %1")
+        .arg(QString::fromStdString(error.message()));
+}
+
+bool folderMayHoldFile(const QString &path)
 {
     FolderScan scan(path, kFewRecords);
     bool found = false;
     while (!found && scan.readSome([&found](QByteArrayView) { found = true; })) {
     }
-    return found;
+    return found || scan.hasFailed();
 }
 
 } // namespace velmora

@@ -21,8 +21,12 @@ namespace velmora {
 /// accepted.
 [[nodiscard]] QString folderRefusal(const QString &path, std::error_code error);
 
-/// True when the folder holds at least one file; subfolders do not count. Reads no further than the
-/// first file, so a very full folder costs no more than an empty one. False for a missing folder.
-[[nodiscard]] bool folderHoldsFile(const QString &path);
+/// That not all of a folder is known, as a text for the user.
+[[nodiscard]] QString unreadFolderText(std::error_code error);
+
+/// True when the folder holds at least one file, or when that cannot be determined; subfolders do
+/// not count. Reads no further than the first file, so a very full folder costs no more than an
+/// empty one. False for a missing folder.
+[[nodiscard]] bool folderMayHoldFile(const QString &path);
 
 } // namespace velmora

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <system_error>
 #include <vector>
 
 namespace velmora {
@@ -34,6 +35,12 @@ public:
 
     [[nodiscard]] const std::vector<ListedName> &list() const { return names_; }
 
+    /// Why the folder that the names are from could not be read to its end; none when these are all
+    /// of them.
+    [[nodiscard]] std::error_code readError() const { return readError_; }
+
+    void setReadError(std::error_code error) { readError_ = error; }
+
     /// Memory used by the list.
     [[nodiscard]] std::size_t bytes() const;
 
@@ -52,6 +59,7 @@ private:
     Blocks unsorted_;      // while they are being packed
     std::size_t packed_ = 0;
     std::vector<ListedName> names_;
+    std::error_code readError_;
 
     // Sorted runs, twice as long after each round; a round merges pairs of them into the other
     // list.

@@ -54,7 +54,7 @@ QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::names(QString folde
 {
     const Start start(folder);
     std::shared_ptr<const ImageNames> names =
-        start.stamp ? names_.find(folder, *start.stamp) : std::make_shared<const ImageNames>();
+        start.stamp ? names_.find(folder, *start.stamp) : nullptr;
     if (names) {
         co_return names;
     }
@@ -80,6 +80,7 @@ QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::readNames(FolderSca
     if (!isSorted) {
         co_return std::shared_ptr<const ImageNames>();
     }
+    builder.setReadError(scan->error());
     co_return std::make_shared<const ImageNames>(builder.take());
 }
 
@@ -128,8 +129,7 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Tu
                                                               bool *isReliable)
 {
     const Start start(folder);
-    DayNamesPtr day =
-        start.stamp ? days_.find(folder, *start.stamp) : std::make_shared<const DayNames>();
+    DayNamesPtr day = start.stamp ? days_.find(folder, *start.stamp) : nullptr;
     if (day) {
         co_return day;
     }
@@ -141,8 +141,10 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Tu
         co_return DayNamesPtr();
     }
     *isReliable = *isReliable && scan.isOpen() && !scan.hasFailed();
-    day = co_await namesOfDay(folder, std::move(greatest), turns);
-    if (day && start.stamp && start.canBeKept(scan)) {
+    bool isWhole = true;
+    day = co_await namesOfDay(folder, std::move(greatest), turns, &isWhole);
+    *isReliable = *isReliable && isWhole;
+    if (day && start.stamp && isWhole && start.canBeKept(scan)) {
         days_.keep(folder, *start.stamp, day);
     }
     co_return day;
@@ -152,7 +154,7 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::dayNames(QString folder, Tu
 // day. Other names may also hold a day ("200610 5.jpg"): then the files of the days before are
 // looked for.
 QCoro::Task<FolderReader::DayNamesPtr> FolderReader::namesOfDay(QString folder, NewestScan greatest,
-                                                                Turns *turns)
+                                                                Turns *turns, bool *isWhole)
 {
     const std::optional<WallTime> day = looseDayOfName(greatest.greatest());
     if (!day) {
@@ -165,6 +167,7 @@ QCoro::Task<FolderReader::DayNamesPtr> FolderReader::namesOfDay(QString folder, 
     NewestScan days(*day - kDaysBack, *day);
     const auto add = [&days](QByteArrayView name) { days.add(name); };
     const bool isRead = co_await turns->run([&scan, &add] { return scan.readSome(add); });
+    *isWhole = !scan.hasFailed();
     if (!isRead) {
         co_return DayNamesPtr();
     }

@@ -20,16 +20,16 @@ namespace velmora {
 
 class FolderScan;
 
-/// Folders are native paths. A missing or unreadable folder counts as empty. During a reading,
-/// events are handled every few milliseconds.
+/// Folders are native paths. A missing folder counts as empty; of one that cannot be read to its
+/// end the names up to there count. During a reading, events are handled every few milliseconds.
 class FolderReader
 {
 public:
     /// clock: outlives the object, which outlives what it has started.
     explicit FolderReader(Clock &clock);
 
-    /// The images of a folder; an unchanged folder is not read again and gives the same list.
-    /// nullptr only when stopped.
+    /// The images of a folder; an unchanged folder is not read again and gives the same list,
+    /// unless it could not be read to its end, which the list says. nullptr only when stopped.
     QCoro::Task<std::shared_ptr<const ImageNames>> names(QString folder, std::stop_token stop);
 
     /// The image that the group view shows for a folder. The greatest name matching "2*.*" gives a
@@ -66,14 +66,15 @@ private:
         }
     };
 
-    // scan, turns, isReliable: belong to the caller, who waits. Nothing, or nullptr, when stopped.
-    // isReliable becomes false when the result depends on more than the folder's files, or not on
-    // all of them.
+    // scan, turns, isReliable, isWhole: belong to the caller, who waits. Nothing, or nullptr, when
+    // stopped. isReliable becomes false when the result depends on more than the folder's files, or
+    // not on all of them; isWhole when the folder could not be read to its end.
     QCoro::Task<std::optional<NewestImage>> lookForNewest(QString folder, Turns *turns,
                                                           bool *isReliable);
     QCoro::Task<std::shared_ptr<const ImageNames>> readNames(FolderScan *scan, Turns *turns);
     QCoro::Task<DayNamesPtr> dayNames(QString folder, Turns *turns, bool *isReliable);
-    QCoro::Task<DayNamesPtr> namesOfDay(QString folder, NewestScan greatest, Turns *turns);
+    QCoro::Task<DayNamesPtr> namesOfDay(QString folder, NewestScan greatest, Turns *turns,
+                                        bool *isWhole);
 
     Clock &clock_;
     RecentFolders<ImageNames> names_;

@@ -9,6 +9,7 @@
 #include <QByteArrayView>
 
 #include <optional>
+#include <system_error>
 #include <vector>
 
 namespace velmora {
@@ -37,6 +38,9 @@ public:
     /// Number of names that come before a text in the list's order.
     [[nodiscard]] qsizetype countBefore(QByteArrayView text) const { return namesBefore(text); }
 
+    /// Why the folder could not be read to its end; none when these are all of its images.
+    [[nodiscard]] std::error_code readError() const { return readError_; }
+
     /// Memory used by the list.
     [[nodiscard]] std::size_t bytes() const;
 
@@ -60,6 +64,7 @@ private:
     QByteArrayList suffixes_;        // at most 16, in order
     NameList odds_;                  // all other names
     std::vector<quint32> oddPlaces_; // positions of the odd names among all, in order
+    std::error_code readError_;
 };
 
 /// Takes names in any order, sorts them in steps, and gives the list: add() each, then call
@@ -70,6 +75,9 @@ public:
     /// Names that do not begin with "20" are not images and are left out. name: native bytes, 255
     /// at most; copied.
     void add(QByteArrayView name);
+
+    /// The folder could not be read to its end, and the list will say so.
+    void setReadError(std::error_code error) { names_.readError_ = error; }
 
     /// Does at most two milliseconds of the sorting; false when it is done.
     bool sortSome();

@@ -33,7 +33,7 @@ ImageDates imageDates(const QString &header, const QString &stored, const KeepCh
 
 FolderState folderState(const QString &folder)
 {
-    return folderHoldsFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
+    return folderMayHoldFile(folder) ? FolderState::HoldsFiles : FolderState::Empty;
 }
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "base/FileDates.h"
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
+#include "base/Folders.h"
 #include "base/NameStamp.h"
 #include "base/NewName.h"
 #include "base/OneLine.h"
@@ -139,6 +140,9 @@ QCoro::Task<std::set<QByteArray>> Conformity::shortNames(QString folder, Storage
     };
     while (!stop_.stop_requested() && use.mayGoOn() && scan.readSome(collect)) {
         co_await letEventsRun(&slice_, &clock_);
+    }
+    if (scan.hasFailed()) {
+        log_.trace(QStringLiteral("%1: %2").arg(folder, unreadFolderText(scan.error())));
     }
     co_return names;
 }

@@ -231,7 +231,7 @@ bool Scheduler::mustLoad(const CameraSchedule &camera, CameraAddress address) co
         return false;
     }
     return isDue(camera, address) ||
-           !folderHoldsFile(uses_.storage.native(folderText(uses_.storage, camera)));
+           !folderMayHoldFile(uses_.storage.native(folderText(uses_.storage, camera)));
 }
 
 std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &settings,

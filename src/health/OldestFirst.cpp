@@ -135,6 +135,9 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
     while (mayGoOn(use) && scan.readSome(visit)) {
         co_await letEventsRun(&slice_, &clock_);
     }
+    if (scan.hasFailed()) { // older ones may not have been seen
+        std::erase_if(oldest_, [camera](const Candidate &image) { return image.camera == camera; });
+    }
 }
 
 void OldestFirst::take(const Candidate &candidate, const FolderFiles &folder)

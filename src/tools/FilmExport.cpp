@@ -1,5 +1,7 @@
 #include "tools/FilmExport.h"
 
+#include "base/Folders.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QTimer>
@@ -63,6 +65,8 @@ void FilmExport::begin()
     const auto form = filmForm(order_.target);
     if (!form) {
         fail(tr("The file name must end in %1.").arg(filmExtensions()));
+    } else if (order_.names->readError()) {
+        fail(tr("No film was made: %1").arg(unreadFolderText(order_.names->readError())));
     } else if (tally_.all == 0) {
         fail(tr("There are no images in this range."));
     } else {

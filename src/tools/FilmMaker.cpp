@@ -212,7 +212,7 @@ QCoro::Task<> FilmMaker::copy(CopyOrder order)
     co_await copy_.run(std::move(order), stopCopy_.get_token());
     copying_ = false;
     const CopyTally &tally = copy_.tally();
-    const bool hasCopies = !tally.error && tally.copied + tally.there > 0;
+    const bool hasCopies = !tally.error && !tally.readError && tally.copied + tally.there > 0;
     result_ = hasCopies ? target_ : QString();
     Q_EMIT ended(copyText());
 }
@@ -231,6 +231,8 @@ QString FilmMaker::copyText() const
         text += tr("; then: %1").arg(QString::fromStdString(tally.error.message()));
     } else if (tally.done < tally.all) {
         text += tr("; cancelled");
+    } else if (tally.readError) {
+        text += tr("; there may be more: %1").arg(unreadFolderText(tally.readError));
     }
     return text + u'.';
 }

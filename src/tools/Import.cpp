@@ -252,6 +252,7 @@ void Import::count()
 {
     shownCount_ = 0;
     face_.NbF = kNone;
+    face_.unread.clear();
     counting_ = true;
     Q_EMIT changed();
     uses_.scope.launch(readFiles(restarted(readingFiles_)));
@@ -265,6 +266,7 @@ QCoro::Task<> Import::readFiles(std::stop_token stop)
         co_await reader_.files(native(folders_.path()), filterPattern(face_.Filtre), stop);
     if (names) {
         files_.bind(names);
+        face_.unread = names->readError() ? unreadFolderText(names->readError()) : QString();
         counting_ = false;
         shownCount_ = files_.count();
         face_.NbF = countText(shownCount_);

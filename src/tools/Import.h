@@ -27,6 +27,7 @@ struct ImportFace
     bool cmdGo = false; // the button is enabled
     QString whyNot;     // why it is not, for the user; empty when it is
     QString failure;    // why the last run was aborted, until the next choice or run
+    QString unread;     // why files of the folder may be missing from the list; empty if none are
     bool running = false;
     ImportProgress progress; // progress of the run
     QString iSource;         // native paths of the pictures, empty for none

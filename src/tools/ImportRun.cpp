@@ -1,6 +1,7 @@
 #include "tools/ImportRun.h"
 
 #include "base/FileDates.h"
+#include "base/Folders.h"
 #include "base/OneLine.h"
 #include "tools/ImportName.h"
 
@@ -63,9 +64,24 @@ QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afte
         co_return ImportResult{ImportEnd::Stopped, 0, {}};
     }
     taken_ = *std::move(taken);
-    const ImportEnd end = co_await copyAll(names, afterFile, atOnce);
+    const ImportEnd end = co_await copyNames(names, afterFile, atOnce);
     Q_EMIT advanced();
     co_return ImportResult{end, progress_.copied, failure_};
+}
+
+// Who empties a card after this must have all of it, and what can still be read of a failing one is
+// wanted all the more.
+QCoro::Task<ImportEnd> ImportRun::copyNames(SortedNames names, std::stop_token afterFile,
+                                            std::stop_token atOnce)
+{
+    if (taken_.readError()) {
+        co_return abort(QStringLiteral("camera's folder: ") + unreadFolderText(taken_.readError()));
+    }
+    const ImportEnd end = co_await copyAll(names, afterFile, atOnce);
+    if (end == ImportEnd::Copied && names->readError()) {
+        co_return abort(unreadFolderText(names->readError()));
+    }
+    co_return end;
 }
 
 QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token afterFile,
@@ -182,11 +198,14 @@ QCoro::Task<StoreResult> ImportRun::tryName(FileCopy *copy, QByteArray name, std
         co_return StoreResult{StoreOutcome::AlreadyThere, {}};
     }
     if (hasWildcards(name)) {
-        const std::optional<bool> isTaken =
+        const std::optional<NameFound> taken =
             co_await reader_.holds(QFile::decodeName(target_), FilePattern(name), atOnce);
         co_await gate_.pass(atOnce);
-        if (isTaken.value_or(true) || atOnce.stop_requested()) {
+        if (!taken || taken->isThere || atOnce.stop_requested()) {
             co_return StoreResult{StoreOutcome::AlreadyThere, {}};
+        }
+        if (taken->readError) {
+            co_return StoreResult{StoreOutcome::Failed, taken->readError};
         }
     }
     co_return copy->finish(target_ + name);

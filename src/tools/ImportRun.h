@@ -26,7 +26,7 @@ struct ImportOrder
 enum class ImportEnd {
     Copied,    // all files, if there were any
     Identical, // source and target have the same text: nothing was done
-    Aborted,   // a file could not be copied; earlier ones stay
+    Aborted,   // a file could not be copied, or a folder not be read; earlier ones stay
     Stopped    // before the end, on request
 };
 
@@ -34,7 +34,7 @@ struct [[nodiscard]] ImportResult
 {
     ImportEnd end = ImportEnd::Aborted;
     qint32 copied = 0;
-    QString failure; // of an aborted run: the file and what was wrong, for the user
+    QString failure; // of an aborted run: the file or folder and what was wrong, for the user
 };
 
 /// Progress of a run.
@@ -58,8 +58,9 @@ public:
     ImportRun(Clock &clock, Gate &gate);
 
     /// Names are listed at the start, so what is copied into the same folder is not copied again.
-    /// afterFile: ends the run after the current file. atOnce: ends it in the middle of a file, of
-    /// which nothing remains. Events are handled every few milliseconds.
+    /// Of a source that cannot be read to its end what was read is copied before the run is
+    /// aborted. afterFile: ends the run after the current file. atOnce: ends it in the middle of a
+    /// file, of which nothing remains. Events are handled every few milliseconds.
     QCoro::Task<ImportResult> run(ImportOrder order, std::stop_token afterFile,
                                   std::stop_token atOnce);
 
@@ -70,6 +71,8 @@ Q_SIGNALS:
     void advanced();
 
 private:
+    QCoro::Task<ImportEnd> copyNames(SortedNames names, std::stop_token afterFile,
+                                     std::stop_token atOnce);
     QCoro::Task<ImportEnd> copyAll(SortedNames names, std::stop_token afterFile,
                                    std::stop_token atOnce);
     QCoro::Task<ImportEnd> copyFile(QByteArray name, std::stop_token atOnce);
@@ -90,7 +93,7 @@ private:
     QByteArray source_; // native folders, with a final "/"
     QByteArray target_;
     TakenNames taken_;
-    QString failure_; // about the file at which a run was aborted
+    QString failure_; // about the file or folder at which a run was aborted
     qint16 collisions_ = 0;
     qint64 pieceBytes_ = 0;
     int piecesInSlice_ = 0;

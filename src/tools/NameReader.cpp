@@ -42,6 +42,7 @@ QCoro::Task<SortedNames> NameReader::files(QString folder, FilePattern pattern,
     if (!isRead) {
         co_return SortedNames();
     }
+    names.setReadError(scan.error());
     co_return co_await sorted(&names, &turns);
 }
 
@@ -59,6 +60,7 @@ QCoro::Task<SortedNames> NameReader::folders(QString folder, std::stop_token sto
     if (!isRead) {
         co_return SortedNames();
     }
+    names.setReadError(scan.error());
     co_return co_await sorted(&names, &turns);
 }
 
@@ -90,18 +92,19 @@ QCoro::Task<std::optional<TakenNames>> NameReader::taken(QString folder, std::st
     TakenNames names;
     const auto add = [&names](QByteArrayView name) { names.add(name); };
     const bool isRead = co_await turns.run([&scan, &add] { return scan.readSomeEntries(add); });
+    names.setReadError(scan.error());
     co_return isRead ? std::optional(std::move(names)) : std::nullopt;
 }
 
-QCoro::Task<std::optional<bool>> NameReader::holds(QString folder, FilePattern pattern,
-                                                   std::stop_token stop)
+QCoro::Task<std::optional<NameFound>> NameReader::holds(QString folder, FilePattern pattern,
+                                                        std::stop_token stop)
 {
     Turns turns(clock_, std::move(stop));
     FolderScan scan(folder);
     bool found = false;
     const auto look = [&](QByteArrayView name) { found = found || pattern.matches(name); };
     const bool isRead = co_await turns.run([&] { return scan.readSomeEntries(look) && !found; });
-    co_return isRead ? std::optional(found) : std::nullopt;
+    co_return isRead ? std::optional(NameFound{found, scan.error()}) : std::nullopt;
 }
 
 } // namespace velmora

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <system_error>
 
 namespace velmora {
 
@@ -21,8 +22,16 @@ using SortedNames = std::shared_ptr<const NameList>;
 /// The pattern for a filter as typed. An empty one matches every file.
 [[nodiscard]] FilePattern filterPattern(const QString &filter);
 
-/// Folders are native paths; a missing or unreadable one counts as empty. During a reading, events
-/// are handled every few milliseconds. A stopped reading gives no names at all.
+/// Whether a name was found in a folder.
+struct NameFound
+{
+    bool isThere = false;
+    std::error_code readError; // why that is not certain; none when it is
+};
+
+/// Folders are native paths; a missing one counts as empty. One that cannot be read to its end
+/// gives the names up to there, with the error. During a reading, events are handled every few
+/// milliseconds. A stopped reading gives no names at all.
 class NameReader
 {
 public:
@@ -36,7 +45,8 @@ public:
     /// name.
     QCoro::Task<SortedNames> folders(QString folder, std::stop_token stop);
 
-    /// The first matching file, in order; empty when there is none.
+    /// The first matching file, in order, as far as the folder can be read; empty when there is
+    /// none.
     QCoro::Task<std::optional<QByteArray>> first(QString folder, FilePattern pattern,
                                                  std::stop_token stop);
 
@@ -44,8 +54,8 @@ public:
     QCoro::Task<std::optional<TakenNames>> taken(QString folder, std::stop_token stop);
 
     /// Whether anything has that name, of any kind; nothing when stopped.
-    QCoro::Task<std::optional<bool>> holds(QString folder, FilePattern pattern,
-                                           std::stop_token stop);
+    QCoro::Task<std::optional<NameFound>> holds(QString folder, FilePattern pattern,
+                                                std::stop_token stop);
 
 private:
     // names, turns: belong to the caller, who waits.

@@ -19,6 +19,7 @@ QCoro::Task<> RangeCopy::run(CopyOrder order, std::stop_token stop)
 {
     tally_ = {};
     tally_.all = order.picks.count();
+    tally_.readError = order.names->readError();
     means_ = {};
     means_.workFolder = QFile::encodeName(order.target);
     co_await clock_.yield();

@@ -26,9 +26,10 @@ struct CopyTally
     qint64 all = 0;
     qint64 done = 0; // looked at
     qint64 copied = 0;
-    qint64 there = 0; // a file of that name existed and is left alone
-    qint64 gone = 0;  // deleted meanwhile
-    std::error_code error;
+    qint64 there = 0;          // a file of that name existed and is left alone
+    qint64 gone = 0;           // deleted meanwhile
+    std::error_code error;     // of the target
+    std::error_code readError; // why images of the range may be missing from the list
 };
 
 /// One range at a time. An incomplete copy has no name.

@@ -4,6 +4,7 @@
 #include <QByteArrayView>
 
 #include <cstddef>
+#include <system_error>
 #include <unordered_set>
 
 namespace velmora {
@@ -18,8 +19,14 @@ public:
 
     [[nodiscard]] bool holds(QByteArrayView name) const;
 
+    /// Why the folder could not be read to its end; none when these are all names in it.
+    [[nodiscard]] std::error_code readError() const { return readError_; }
+
+    void setReadError(std::error_code error) { readError_ = error; }
+
 private:
     std::unordered_set<std::size_t> hashes_;
+    std::error_code readError_;
 };
 
 } // namespace velmora

@@ -154,7 +154,9 @@ void frmImport::showRun(const ImportFace &face)
 // While files are copied, the bar is the status.
 void frmImport::showStatus(const ImportFace &face)
 {
-    const QString why = face.running ? QString() : face.whyNot;
+    const QString why = face.running            ? QString()
+                        : face.whyNot.isEmpty() ? face.unread
+                                                : face.whyNot;
     const QString failure =
         face.failure.isEmpty() ? QString() : tr("Copy aborted: %1").arg(face.failure);
     ui_->lStatus->setText(failure.isEmpty() ? why : failure);

@@ -1,6 +1,7 @@
 // The image browser's window: what its parts report, brought to its controls.
 #include "ui/planche.h"
 
+#include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "ui/KillBox.h"
 #include "ui/SheetLayout.h"
@@ -164,10 +165,20 @@ void planche::showRemarks()
 {
     const SettingsSnapshot settings = engine_.settings().snapshot();
     const QString remark = view_.page().remarks().of(shownCamera_);
-    status_.keep(remark.isEmpty()
+    const QString unread = unreadFolder();
+    const QString most = unread.isEmpty() ? remark : unread;
+    status_.keep(most.isEmpty()
                      ? QString()
-                     : tr("Camera %1: %2").arg(cameraTitle(settings, shownCamera_), remark));
+                     : tr("Camera %1: %2").arg(cameraTitle(settings, shownCamera_), most));
     captions_.show();
+}
+
+// Why the list lacks images of the camera on show; empty when it has all of them.
+QString planche::unreadFolder() const
+{
+    const FileList &files = browser_.shown().files;
+    const std::error_code error = files.names().readError();
+    return error && files.camera() == shownCamera_ ? unreadFolderText(error) : QString();
 }
 
 void planche::rename()

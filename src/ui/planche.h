@@ -100,6 +100,7 @@ private:
     void showFace();
     void showCamera();
     void showRemarks();
+    [[nodiscard]] QString unreadFolder() const;
     void useKey(ListKey key);
     void askToKill();
     void tellSpared(const ImageFile &image);

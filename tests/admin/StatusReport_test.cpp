@@ -4,6 +4,7 @@
 #include "admin/StoredImages.h"
 #include "cameras/FolderName.h"
 #include "health/HealthStore.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QJsonArray>
@@ -70,6 +71,22 @@ protected:
     SettingsFile settings{tree.path()};
     ProgramReport report;
 };
+
+TEST_F(Status, TellsOfAFolderThatCannotBeReadToItsEnd)
+{
+    settings.write(u"Groupe0", u"SB3", u"65280");
+    putImage(QStringLiteral("20261121_1340242114.jpg"));
+    EXPECT_EQ(statusResult(status(), {}).status, kDone);
+    EXPECT_TRUE(json(status())[u"cameras"][0][u"unread"].isNull());
+    const test::RefusedCall failing(test::Call::ReadFolder, EIO, 1, 1);
+    const ProgramStatus now = status();
+    const QString why =
+        QStringLiteral("the folder could not be read to its end: Input/output error");
+    EXPECT_EQ(json(now)[u"cameras"][0][u"stored"].toInt(), 1);
+    EXPECT_EQ(json(now)[u"cameras"][0][u"unread"].toString(), why);
+    EXPECT_TRUE(statusResult(now, {}).out.endsWith(u'\t' + why + u'\n'));
+    EXPECT_EQ(statusResult(now, {}).status, kRefused);
+}
 
 TEST_F(Status, TellsTheProgramAndItsCameras)
 {

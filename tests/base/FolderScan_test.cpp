@@ -2,6 +2,7 @@
 #include "base/FolderScan.h"
 
 #include "support/FolderChanges.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QByteArrayList>
@@ -153,6 +154,7 @@ TEST(FolderScan, IsAtItsEndWithoutAFolder)
         FolderScan scan(tree.path(name));
         EXPECT_FALSE(scan.isOpen());
         EXPECT_TRUE(readAll(scan).names.isEmpty());
+        EXPECT_FALSE(scan.error());
     }
 }
 
@@ -167,6 +169,7 @@ TEST(FolderScan, IsAtItsEndWithoutTheRightToRead)
         FolderScan scan(tree.path(u"in"));
         EXPECT_FALSE(scan.isOpen());
         EXPECT_TRUE(readAll(scan).names.isEmpty());
+        EXPECT_EQ(scan.error(), std::errc::permission_denied);
     }
     test::setRights(tree.path(u"in"), 0700);
 }
@@ -179,6 +182,18 @@ TEST(FolderScan, TellsWhenTheFolderWentAway)
     ASSERT_TRUE(QDir(tree.path(u"in")).removeRecursively());
     EXPECT_TRUE(readAll(scan).names.isEmpty());
     EXPECT_TRUE(scan.hasFailed());
+}
+
+TEST(FolderScan, TellsWhyItEndedBeforeTheFolder)
+{
+    const TempTree tree;
+    test::makeImages(tree.path(), 3000);
+    const test::RefusedCall failing(test::Call::ReadFolder, EIO, 1, 1);
+    FolderScan scan(tree.path());
+    const Read read = readAll(scan);
+    EXPECT_GT(read.names.size(), 0);
+    EXPECT_LT(read.names.size(), 3000);
+    EXPECT_EQ(scan.error(), std::errc::io_error);
 }
 
 } // namespace

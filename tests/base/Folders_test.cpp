@@ -1,6 +1,7 @@
 // Folders of the file system: whether they exist, whether they hold a file, and how one is made.
 #include "base/Folders.h"
 
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QFile>
@@ -87,9 +88,9 @@ TEST_F(Folders, HoldsAFile)
     tree.write(u"hidden/.file", "");
     tree.makeFolder(u"linked");
     link(u"one/file", u"linked/link");
-    EXPECT_TRUE(folderHoldsFile(tree.path(u"one")));
-    EXPECT_TRUE(folderHoldsFile(tree.path(u"hidden")));
-    EXPECT_TRUE(folderHoldsFile(tree.path(u"linked")));
+    EXPECT_TRUE(folderMayHoldFile(tree.path(u"one")));
+    EXPECT_TRUE(folderMayHoldFile(tree.path(u"hidden")));
+    EXPECT_TRUE(folderMayHoldFile(tree.path(u"linked")));
 }
 
 TEST_F(Folders, HoldsNoFile)
@@ -107,8 +108,16 @@ TEST_F(Folders, HoldsNoFile)
     for (const char16_t *const name :
          {u"empty", u"folders", u"broken", u"linked", u"pipe", u"file", u"missing"}) {
         SCOPED_TRACE(QString::fromUtf16(name).toStdString());
-        EXPECT_FALSE(folderHoldsFile(tree.path(name)));
+        EXPECT_FALSE(folderMayHoldFile(tree.path(name)));
     }
+}
+
+TEST_F(Folders, MayHoldAFileThatCannotBeSeen)
+{
+    tree.makeFolder(u"empty");
+    const test::RefusedCall failing(test::Call::ReadFolder, EIO);
+    EXPECT_TRUE(folderMayHoldFile(tree.path(u"empty")));
+    EXPECT_FALSE(folderMayHoldFile(tree.path(u"missing")));
 }
 
 TEST_F(Folders, FindsTheOneFileAmongHundredsOfFolders)
@@ -117,15 +126,15 @@ TEST_F(Folders, FindsTheOneFileAmongHundredsOfFolders)
     for (int i = 0; i < 300; ++i) {
         tree.makeFolder(longName.arg(i));
     }
-    EXPECT_FALSE(folderHoldsFile(tree.path(u"much")));
+    EXPECT_FALSE(folderMayHoldFile(tree.path(u"much")));
     tree.write(u"much/the file", "");
-    EXPECT_TRUE(folderHoldsFile(tree.path(u"much")));
+    EXPECT_TRUE(folderMayHoldFile(tree.path(u"much")));
 }
 
 TEST_F(Folders, FindsAFileOfTheLongestName)
 {
     tree.write(QStringLiteral("long/") + QString(255, u'n'), "");
-    EXPECT_TRUE(folderHoldsFile(tree.path(u"long")));
+    EXPECT_TRUE(folderMayHoldFile(tree.path(u"long")));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "Reading.h"
 #include "support/FakeClock.h"
 #include "support/FolderChanges.h"
+#include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
 #include <QDir>
@@ -55,6 +56,21 @@ TEST_F(FolderReaderTest, ListsFilesAndLinksToThemAlone)
     ASSERT_TRUE(QFile::link(tree.path(u"cam/20061006_folder"), tree.path(u"cam/20061009_link")));
     ASSERT_TRUE(QFile::link(QString::fromLatin1(kFirst), tree.path(u"cam/20061010_link")));
     EXPECT_EQ(list(), QByteArrayList({kFirst, "20061010_link"}));
+}
+
+TEST_F(FolderReaderTest, SaysThatItCouldNotReadToTheEndAndReadsAgain)
+{
+    add(kFirst);
+    {
+        const test::RefusedCall failing(test::Call::ReadFolder, EIO, 1, 1);
+        const test::Names names = reading.names(folder());
+        EXPECT_EQ(all(*names), QByteArrayList{kFirst});
+        EXPECT_EQ(names->readError(), std::errc::io_error);
+    }
+    const test::Names again = reading.names(folder());
+    EXPECT_EQ(all(*again), QByteArrayList{kFirst});
+    EXPECT_FALSE(again->readError());
+    EXPECT_FALSE(reading.names(tree.path(u"missing"))->readError());
 }
 
 TEST_F(FolderReaderTest, ListsNothingOfAMissingFolder)

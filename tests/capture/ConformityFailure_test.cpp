@@ -1,5 +1,6 @@
 // Files that cannot be renamed, and passes that are cut short.
 #include "ConformityTest.h"
+#include "support/RefusedCalls.h"
 
 namespace velmora::test {
 namespace {
@@ -47,6 +48,16 @@ TEST_F(ConformityFailure, IsLoggedWithItsReason)
     EXPECT_EQ(house_.logText(),
               QStringLiteral("Mise en conformité:20060307_140509.jpg\n"
                              "20060307_140509.jpg cannot be renamed: File exists\n"));
+}
+
+TEST_F(ConformityFailure, OfReadingAFolderToItsEndIsLogged)
+{
+    put(kShort);
+    const RefusedCall failing(Call::ReadFolder, EIO, 1, 1);
+    run();
+    EXPECT_EQ(names(), QByteArrayList{kCurrent});
+    EXPECT_TRUE(house_.logText().contains(
+        QStringLiteral(": the folder could not be read to its end: Input/output error\n")));
 }
 
 TEST_F(ConformityFailure, LeavesANameThatWouldBecomeTooLong)

@@ -1,6 +1,7 @@
 // Which cameras a pass loads: fixed ones once in 61 ticks, automatic ones by their best time, empty
 // ones each time.
 #include "CaptureTest.h"
+#include "support/RefusedCalls.h"
 
 #include <QDir>
 #include <QFile>
@@ -78,6 +79,14 @@ TEST_F(Due, AtEveryPassWhileTheFolderIsEmpty)
     house_.tick();
     EXPECT_TRUE(nextTickLoads());
     EXPECT_TRUE(nextTickLoads());
+}
+
+TEST_F(Due, NoMoreWhileItCannotBeToldWhetherTheFolderHoldsAFile)
+{
+    add(kCamera, failedReply());
+    house_.tick();
+    const RefusedCall failing(Call::ReadFolder, EIO);
+    EXPECT_FALSE(nextTickLoads());
 }
 
 TEST_F(Due, NoMoreOnceTheFolderHoldsAFile)

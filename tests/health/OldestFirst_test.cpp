@@ -3,6 +3,7 @@
 
 #include "HealthHouse.h"
 #include "support/BusyClock.h"
+#include "support/RefusedCalls.h"
 
 #include <QFile>
 
@@ -60,6 +61,16 @@ TEST_F(OldestFirstTest, DeletesTheOldestOfAllCamerasFirstAndWritesThemDown)
                                    QStringLiteral("0:2 20060101_0000000101.jpg")}));
     EXPECT_EQ(house_.images(kOne), QStringList({kNewest}));
     EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+}
+
+TEST_F(OldestFirstTest, DeletesNothingOfAFolderThatCannotBeReadToItsEnd)
+{
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    const RefusedCall failing(Call::ReadFolder, EIO, 1, 3); // in the second look at the first one
+    makeRoom();
+    EXPECT_EQ(went(), QStringList{QStringLiteral("0:2 ") + kOlder});
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
 TEST_F(OldestFirstTest, DeletesNothingWhereThereIsRoom)

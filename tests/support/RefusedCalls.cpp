@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -19,9 +20,10 @@ struct Refusal
 {
     int error = 0;
     int times = 0;
+    int passed = 0;
 };
 
-std::array<Refusal, 12> refusals; // indexed by the call
+std::array<Refusal, 13> refusals; // indexed by the call
 
 Refusal &of(Call call)
 {
@@ -32,6 +34,10 @@ bool isRefused(Call call)
 {
     Refusal &refusal = of(call);
     if (refusal.error == 0 || refusal.times == 0) {
+        return false;
+    }
+    if (refusal.passed > 0) {
+        --refusal.passed;
         return false;
     }
     refusal.times -= refusal.times > 0 ? 1 : 0;
@@ -102,6 +108,23 @@ extern "C" ssize_t pread(int file, void *to, std::size_t bytes, off_t offset)
     return isRefused(Call::ReadAt) ? -1 : ::syscall(SYS_pread64, file, to, bytes, offset);
 }
 
+extern "C" long syscall(long number, ...) noexcept
+{
+    using SystemCall = long (*)(long, ...);
+    static const auto real = reinterpret_cast<SystemCall>(::dlsym(RTLD_NEXT, "syscall"));
+    va_list arguments;
+    va_start(arguments, number);
+    std::array<long, 6> given = {};
+    for (long &argument : given) {
+        argument = va_arg(arguments, long);
+    }
+    va_end(arguments);
+    if (number == SYS_getdents64 && isRefused(Call::ReadFolder)) {
+        return -1;
+    }
+    return real(number, given[0], given[1], given[2], given[3], given[4], given[5]);
+}
+
 extern "C" int open(const char *path, int flags, ...)
 {
     va_list arguments;
@@ -118,10 +141,10 @@ extern "C" int open(const char *path, int flags, ...)
 
 namespace velmora::test {
 
-RefusedCall::RefusedCall(Call call, int error, int times)
+RefusedCall::RefusedCall(Call call, int error, int times, int passed)
     : call_(call)
 {
-    of(call_) = {error, times};
+    of(call_) = {error, times, passed};
 }
 
 RefusedCall::~RefusedCall()

@@ -18,16 +18,18 @@ enum class Call {
     Lock,   // flock()
     Read,   // read()
     ReadAt, // pread()
-    StatFileSystem
+    StatFileSystem,
+    ReadFolder // getdents64() by syscall(), as FolderScan reads
 };
 
-/// Makes a call fail with this error, 0 for none.
+/// Makes a call fail with this error, 0 for none, that many times after the calls that are let
+/// pass.
 class RefusedCall
 {
 public:
     static constexpr int kEachTime = -1;
 
-    RefusedCall(Call call, int error, int times = kEachTime);
+    RefusedCall(Call call, int error, int times = kEachTime, int passed = 0);
     Q_DISABLE_COPY_MOVE(RefusedCall)
     ~RefusedCall();
 

@@ -1,6 +1,7 @@
 // A run of the import over real folders: what arrives under which name, and what ends it.
 #include "ImportRunTest.h"
 #include "support/FileSizeLimit.h"
+#include "support/RefusedCalls.h"
 
 #include <QSignalSpy>
 
@@ -71,6 +72,37 @@ TEST_F(ImportRunTest, WithoutAMatchNoneIsCopied)
     const ImportResult result = run();
     EXPECT_EQ(result.end, ImportEnd::Copied);
     EXPECT_EQ(result.copied, 0);
+}
+
+TEST_F(ImportRunTest, ASourceThatCannotBeReadToItsEndIsCopiedAsFarAsItCanAndAborted)
+{
+    put(kKept);
+    const RefusedCall failing(Call::ReadFolder, EIO, 1, 1); // after a piece with all names
+    const ImportResult result = run();
+    EXPECT_EQ(result.end, ImportEnd::Aborted);
+    EXPECT_EQ(result.copied, 1);
+    EXPECT_EQ(copied(), QStringList{kKept});
+    EXPECT_EQ(result.failure,
+              QStringLiteral("the folder could not be read to its end: Input/output error"));
+}
+
+TEST_F(ImportRunTest, ASourceThatCannotBeReadAtAllIsNotTakenForEmpty)
+{
+    put(kKept);
+    const RefusedCall failing(Call::ReadFolder, EIO, 1);
+    EXPECT_EQ(run().end, ImportEnd::Aborted);
+    EXPECT_EQ(copied(), QStringList());
+}
+
+TEST_F(ImportRunTest, NothingIsCopiedWhereNotAllNamesAreKnown)
+{
+    put(kKept);
+    const RefusedCall failing(Call::ReadFolder, EIO, 1, 2); // the source has two pieces
+    const ImportResult result = run();
+    EXPECT_EQ(result.end, ImportEnd::Aborted);
+    EXPECT_EQ(result.copied, 0);
+    EXPECT_EQ(result.failure, QStringLiteral("camera's folder: the folder could not be read to its "
+                                             "end: Input/output error"));
 }
 
 TEST_F(ImportRunTest, AMissingSourceHoldsNothing)

@@ -2,6 +2,7 @@
 #include "ui/FilmKeep.h"
 
 #include "BrowserWindowHouse.h"
+#include "support/RefusedCalls.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -196,6 +197,32 @@ TEST_F(FilmKeepTest, SaysThatTheImagesAreAwayInsteadOfCopyingNone)
     }
     EXPECT_EQ(maker_.result(), QString());
     EXPECT_FALSE(find<QPushButton>("filmOpen").isEnabled());
+}
+
+TEST_F(FilmKeepTest, NoFilmIsMadeOfAFolderThatCouldNotBeReadToItsEnd)
+{
+    const RefusedCall failing(Call::ReadFolder, EIO, 1, 1);
+    store(storedName(kImages));
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    maker_.makeFilm(maker_.usualWish(), out(QStringLiteral("/a.mp4")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }));
+    EXPECT_EQ(ended.first().first().toString(),
+              QStringLiteral("No film was made: the folder could not be read to its end: "
+                             "Input/output error"));
+    EXPECT_EQ(maker_.result(), QString());
+}
+
+TEST_F(FilmKeepTest, ACopyOfAFolderThatCouldNotBeReadToItsEndSaysSo)
+{
+    const RefusedCall failing(Call::ReadFolder, EIO, 1, 1);
+    store(storedName(kImages));
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    maker_.copyImages(maker_.usualWish(), out());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }));
+    EXPECT_EQ(ended.first().first().toString(),
+              QStringLiteral("31 images copied; there may be more: the folder could not be read to "
+                             "its end: Input/output error."));
+    EXPECT_EQ(maker_.result(), QString());
 }
 
 TEST_F(FilmKeepTest, WhatIsTypedIsTheRangeOfTheFilm)

@@ -1,5 +1,6 @@
 // The import's window under mouse and keys.
 #include "ImportHouse.h"
+#include "support/RefusedCalls.h"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +60,24 @@ TEST_F(ImportWindow, AnAbortedCopyIsFollowedByItsReason)
                                           QStringLiteral(": File name too long"));
     house_.pick("Lien", 0);
     EXPECT_EQ(house_.text("lStatus"), QString());
+}
+
+TEST_F(ImportWindow, AListThatIsNotWholeSaysSo)
+{
+    house_.put(QStringLiteral("a.jpg"));
+    const QString why =
+        QStringLiteral("the folder could not be read to its end: Input/output error");
+    {
+        const RefusedCall failing(Call::ReadFolder, EIO);
+        house_.open();
+    }
+    EXPECT_EQ(house_.text("lStatus"), why);
+    auto &filter = house_.find<QLineEdit>("Filtre");
+    filter.selectAll();
+    QTest::keyClicks(&filter, QStringLiteral("*.jp*"));
+    house_.settle();
+    EXPECT_EQ(house_.text("lStatus"), QString());
+    EXPECT_EQ(house_.rows("File1").join(u'|'), QStringLiteral("a.jpg"));
 }
 
 TEST_F(ImportWindow, AClickOnAFileShowsItsPicture)

@@ -1,5 +1,6 @@
 // The browser's window: what it says about the capture, where it leads, and where it is placed.
 #include "BrowserWindowHouse.h"
+#include "support/RefusedCalls.h"
 
 #include <QSignalSpy>
 
@@ -38,6 +39,25 @@ TEST_F(PlancheTest, CountsAndNamesStoredImages)
     EXPECT_EQ(text(QStringLiteral("NbCapt")), QStringLiteral("1"));
     EXPECT_EQ(text(QStringLiteral("Capt")), QStringLiteral("3:4"));
     EXPECT_EQ(text(QStringLiteral("txtLog")), QStringLiteral("Image stored"));
+}
+
+TEST_F(PlancheTest, SaysThatAFolderCouldNotBeReadToItsEndUntilItCan)
+{
+    house_.openOn(3);
+    const QString why =
+        QStringLiteral("the folder could not be read to its end: Input/output error");
+    {
+        const RefusedCall failing(Call::ReadFolder, EIO, 1, 1);
+        house_.house.putImage({0, 0}, storedName(7), pictureBytes(Qt::red));
+        house_.keyInWindow(Qt::Key_F5);
+        house_.settle();
+    }
+    EXPECT_TRUE(text(QStringLiteral("txtLog")).endsWith(why));
+    EXPECT_EQ(house_.data.files.count(), 4);
+    house_.keyInWindow(Qt::Key_F5);
+    house_.settle();
+    EXPECT_FALSE(text(QStringLiteral("txtLog")).contains(why));
+    EXPECT_EQ(house_.data.files.count(), 4);
 }
 
 TEST_F(PlancheTest, KeepsANoticeForAMinuteWhateverTheCaptureDoes)

@@ -1,6 +1,7 @@
 #include "admin/CameraCommands.h"
 
 #include "admin/ListPlan.h"
+#include "admin/Refusals.h"
 #include "base/FileReader.h"
 #include "base/OneLine.h"
 #include "base/SystemCalls.h"
@@ -27,12 +28,10 @@ namespace {
 
 constexpr qint64 kMostListBytes = 2LL * 1024 * 1024; // more than a list may have
 
-const QString kNotStored = QStringLiteral("The settings file cannot be written");
-
-CommandResult stored(SettingsChange change, CommandResult result)
+CommandResult stored(const SettingsFile &settings, SettingsChange change, CommandResult result)
 {
     if (change == SettingsChange::Failed) {
-        return CommandResult::refused(kNotStored);
+        return CommandResult::refused(notStoredText(settings));
     }
     result.changed = result.status == kDone;
     return result;
@@ -83,12 +82,6 @@ CommandResult addTo(SettingsDraft &draft, const AddCommand &command)
         setCameraKeep(draft, *place, *command.keep);
     }
     return {kDone, cameraText(*place) + u'\n', offHint(settings, place->group), true};
-}
-
-// One who forgets the option may give an address where a file is wanted.
-QString shownFile(const QString &file)
-{
-    return file.contains(QStringLiteral("://")) ? withoutCredentials(file) : file;
 }
 
 QString keepOf(const SettingsSnapshot &settings, CameraAddress camera)
@@ -195,7 +188,7 @@ CommandResult addCamera(const SettingsFile &settings, const AddCommand &command)
     CommandResult result;
     const SettingsChange change =
         settings.change([&](SettingsDraft &draft) { result = addTo(draft, command); });
-    return stored(change, std::move(result));
+    return stored(settings, change, std::move(result));
 }
 
 CommandResult removeCamera(const SettingsFile &settings, const RemoveCommand &command)
@@ -212,7 +205,7 @@ CommandResult removeCamera(const SettingsFile &settings, const RemoveCommand &co
         forgetRow(draft, camera);
         forgetCamera(draft, camera);
     });
-    return stored(change, std::move(result));
+    return stored(settings, change, std::move(result));
 }
 
 CommandResult listCameras(const SettingsFile &settings, const ListCommand &command)
@@ -234,13 +227,13 @@ CommandResult importList(const SettingsFile &settings, const ImportListCommand &
     if (!file.bytes) {
         return CommandResult::refused(
             QStringLiteral("The list %1 cannot be read: %2")
-                .arg(shownFile(command.file), QString::fromStdString(file.error.message())));
+                .arg(shownTypedPath(command.file), QString::fromStdString(file.error.message())));
     }
     const CameraList list = readCameraList(*file.bytes);
     CommandResult result;
     const SettingsChange change =
         settings.change([&](SettingsDraft &draft) { result = importInto(draft, list); });
-    return stored(change, std::move(result));
+    return stored(settings, change, std::move(result));
 }
 
 CommandResult exportList(const SettingsFile &settings, const ExportListCommand &command)
@@ -253,7 +246,7 @@ CommandResult exportList(const SettingsFile &settings, const ExportListCommand &
     const bool isOther = target.exists() && !target.isFile() && !target.isDir();
     const auto fault = isOther ? writeInto(command.file, text) : writeList(command.file, text);
     return fault ? CommandResult::refused(QStringLiteral("The list %1 cannot be written: %2")
-                                              .arg(shownFile(command.file), *fault))
+                                              .arg(shownTypedPath(command.file), *fault))
                  : CommandResult{};
 }
 

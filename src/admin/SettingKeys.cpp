@@ -1,5 +1,6 @@
 #include "admin/SettingKeys.h"
 
+#include "admin/Refusals.h"
 #include "base/OneLine.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
@@ -85,6 +86,13 @@ bool isPathText(const QString &value)
     return ownForm.match(value).hasMatch();
 }
 
+// Of any kind of slashes: "http:\\\\cam" is no folder either.
+bool isAddress(const QString &value)
+{
+    static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]+:[/\\\\]|://"));
+    return scheme.match(value).hasMatch();
+}
+
 // As in any command, a path begins at the current folder, and "~" is home: not every shell has
 // replaced it behind "storage=".
 QString nativeFolder(const QString &value)
@@ -97,15 +105,15 @@ QString nativeFolder(const QString &value)
 // A native path is treated as a folder chosen, the program's own form as one typed.
 CommandResult setStorageFolder(Target &target, const QString &value)
 {
-    const bool isFolder = !value.trimmed().isEmpty() && !value.contains(QStringLiteral("://"));
-    if (!isFolder || holdsControls(value)) {
+    if (value.trimmed().isEmpty() || isAddress(value) || holdsControls(value)) {
         return CommandResult::malformed(QStringLiteral("storage needs a folder."));
     }
     const bool isTyped = isPathText(value);
     const QString native = isTyped ? QString() : nativeFolder(value);
-    const auto refusal = isTyped ? storageTextRefusal(value) : storageRefusal(target.paths, native);
+    auto refusal = isTyped ? storageTextRefusal(value) : storageRefusal(target.paths, native);
     if (refusal) {
-        return CommandResult::refused(*refusal);
+        const QString path = isTyped ? value : native;
+        return CommandResult::refused(refusal->replace(path, shownTypedPath(path)));
     }
     setStorage(target.draft, isTyped ? value : target.paths.folderText(native));
     return {};
@@ -256,7 +264,7 @@ CommandResult setKeys(const SettingsFile &settings, const NativePaths &paths,
     const SettingsChange change = settings.change(
         [&](SettingsDraft &draft) { result = assignAll({draft, paths}, command.assignments); });
     if (change == SettingsChange::Failed) {
-        return CommandResult::refused(QStringLiteral("The settings file cannot be written"));
+        return CommandResult::refused(notStoredText(settings));
     }
     result.changed = true;
     return result;

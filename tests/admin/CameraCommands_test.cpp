@@ -149,6 +149,32 @@ TEST_F(CameraCommands, ImportStoresAllOrNothing)
     EXPECT_EQ(importList(settings, {tree.path(u"missing")}).status, kRefused);
 }
 
+TEST_F(CameraCommands, AnAddressInThePlaceOfAFileShowsNoPassword)
+{
+    for (const char16_t *const address :
+         {u"http://me:secret8@h/a", u"http:/secret8@h/a", u"http:\\\\adm;in:secret8@h/a",
+          u"http:admin:a@secret8@h/a", u"admin:secret8@h/a"}) {
+        const QString file = QString::fromUtf16(address);
+        for (const CommandResult &result :
+             {importList(settings, {file}), exportList(settings, {file})}) {
+            EXPECT_EQ(result.status, kRefused);
+            EXPECT_FALSE(result.error.contains(u"secret8")) << result.error.toStdString();
+        }
+    }
+    const QString folder = tree.path(u"a=b@c"); // a path that is there is shown as it is
+    tree.makeFolder(u"a=b@c");
+    EXPECT_TRUE(importList(settings, {folder}).error.contains(folder));
+}
+
+TEST_F(CameraCommands, SayThatTheSettingsAreTooLarge)
+{
+    tree.write(u"Velmora.ini", QByteArray(qsizetype{17} * 1024 * 1024, ';'));
+    const QString why = addCamera(settings, {QStringLiteral("http://cam/"), {}, {}, {}}).error;
+    EXPECT_TRUE(why.startsWith(u"The settings file cannot be written. ")) << why.toStdString();
+    EXPECT_TRUE(why.contains(settings.path())) << why.toStdString();
+    EXPECT_TRUE(why.contains(u"17.8 MB")) << why.toStdString();
+}
+
 // Half a list must not pass for the whole one, with its last address cut.
 TEST_F(CameraCommands, ImportStoresNothingOfAListThatCannotBeReadToItsEnd)
 {

@@ -167,6 +167,26 @@ TEST_F(SettingKeys, RefuseWhatTheWindowRefuses)
     EXPECT_FALSE(tree.exists(u"Velmora.ini"));
 }
 
+TEST_F(SettingKeys, ShowNoPasswordOfAnAddressInThePlaceOfAFolder)
+{
+    for (const char *const wrong :
+         {"storage=http:\\\\adm;in:secret8@h", "storage=http:/admin:secret8@h/a b",
+          "storage=admin:secret8@h/a b", "storage=C:\\日本secret8@h"}) {
+        const CommandResult result = set({text(wrong)});
+        EXPECT_NE(result.status, kDone) << wrong;
+        EXPECT_FALSE(result.error.contains(u"secret8")) << result.error.toStdString();
+    }
+}
+
+TEST_F(SettingKeys, SayThatTheSettingsAreTooLarge)
+{
+    tree.write(u"Velmora.ini", QByteArray(qsizetype{17} * 1024 * 1024, ';'));
+    const CommandResult result = set({text("tick=5")});
+    EXPECT_EQ(result.status, kRefused);
+    EXPECT_TRUE(result.error.contains(settings.path())) << result.error.toStdString();
+    EXPECT_TRUE(result.error.contains(u"17.8 MB")) << result.error.toStdString();
+}
+
 TEST_F(SettingKeys, TakeNothingMalformed)
 {
     for (const char *const wrong :

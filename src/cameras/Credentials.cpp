@@ -78,22 +78,24 @@ QString withoutUser(const QString &text)
 
 // How the piece between two separators is to be read.
 enum class Place {
-    Path,   // the name of a folder, or name=value
+    Host,   // with its port, and whatever stands before it
+    Path,   // the name of a folder, name=value or name:value
     Matrix, // fields within the path, after ";" or "&"; a "/" ends them
     Query   // fields to the end
 };
 
 Place placeBehind(QChar separator, Place before)
 {
-    if (before == Place::Query || separator == u'?') {
-        return Place::Query;
+    if (before == Place::Query || separator == u'?' || separator == u'#') {
+        return Place::Query; // a fragment is never sent
     }
     return separator == u'/' || separator == u'\\' ? Place::Path : Place::Matrix;
 }
 
 bool separates(QChar c, Place place)
 {
-    return QStringView(u"?&;").contains(c) ||
+    const bool isFragment = c == u'#' && (place == Place::Path || place == Place::Host);
+    return QStringView(u"?&;").contains(c) || isFragment ||
            (place != Place::Query && QStringView(u"/\\").contains(c));
 }
 
@@ -111,6 +113,46 @@ bool isPadding(QStringView text)
     return text.isEmpty() || text == u"=";
 }
 
+// Of "x[secret]" or "x:secret" the part that may be shown; brackets and colons can be coded.
+QString shownName(const QString &name)
+{
+    static const QRegularExpression plain(
+        QStringLiteral("^(?:[\\p{L}\\p{N}_.,+~$!* -]|%(?!(?:25)*(?:28|3A|3C|5B|7B)))*"),
+        QRegularExpression::CaseInsensitiveOption);
+    return plain.match(name).captured();
+}
+
+// The ":" of "name:value"; -1 if there is none. One between "<" and ">" separates alternatives of
+// an address, and one before a blank goes on with a sentence.
+qsizetype colonOfField(const QString &piece)
+{
+    static const QRegularExpression colon(
+        QStringLiteral("^(?:[^:<]++|<[^>]*+>|<(?![^>]*>)|:(?=[\\s:]|$))*+(:)"));
+    return colon.match(piece).capturedStart(1);
+}
+
+// A time of day ("12:30:45"), or the numbers of a camera that go on with a sentence.
+bool isNumbers(QStringView name, const QString &value)
+{
+    static const QRegularExpression number(QStringLiteral("^[0-9]+$"));
+    static const QRegularExpression numbers(QStringLiteral("^[0-9:.,]*(?:\\s.*)?$"));
+    return number.match(name.toString()).hasMatch() && numbers.match(value).hasMatch();
+}
+
+QString shownColonField(const QString &piece, qsizetype colon)
+{
+    const QString name = piece.first(colon);
+    const QStringView word = QStringView(name).sliced(name.lastIndexOf(u' ') + 1);
+    const QString value = piece.sliced(colon + 1);
+    const bool isShown = isNumbers(word, value) || (isHarmlessName(word) && isHarmlessValue(value));
+    return isShown ? piece : shownName(name) + u':' + kMask;
+}
+
+bool isOfPath(Place place)
+{
+    return place == Place::Path || place == Place::Host;
+}
+
 QString shownPiece(const QString &piece, Place place)
 {
     const qsizetype equals = piece.indexOf(u'=');
@@ -118,27 +160,39 @@ QString shownPiece(const QString &piece, Place place)
     if (holdsCodedSecret(name)) {
         return kMask;
     }
+    const qsizetype colon = place == Place::Path ? colonOfField(piece) : -1;
+    if (colon >= 0 && (equals < 0 || colon < equals)) {
+        return shownColonField(piece, colon);
+    }
     if (equals < 0) {
-        const bool isShown = place == Place::Path || piece.isEmpty() || isHarmlessName(piece);
+        const bool isShown = isOfPath(place) || piece.isEmpty() || isHarmlessName(piece);
         return isShown ? piece : kMask;
     }
     const QString value = piece.sliced(equals + 1);
     if (isHarmlessName(name)) {
         return isHarmlessValue(value) ? piece : name + u'=' + kMask;
     }
-    return isPadding(value) ? kMask : name + u'=' + kMask;
+    return isPadding(value) ? kMask : shownName(name) + u'=' + kMask;
+}
+
+// Without a scheme at the beginning, behind that of the first address in the text.
+qsizetype beginOfHost(const QString &text)
+{
+    static const QRegularExpression scheme(QStringLiteral("^[^/\\\\?&;#=@]*:[/\\\\]+"));
+    return std::max(beginOfAuthority(text), scheme.match(text).capturedEnd());
 }
 
 QString withMaskedFields(const QString &text)
 {
     QString shown;
-    Place place = Place::Path;
+    const qsizetype host = beginOfHost(text);
+    Place place = Place::Host;
     qsizetype begin = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (separates(text[i], place)) {
             shown += shownPiece(text.sliced(begin, i - begin), place) + text[i];
-            place = placeBehind(text[i], place);
             begin = i + 1;
+            place = begin <= host ? Place::Host : placeBehind(text[i], place);
         }
     }
     return shown + shownPiece(text.sliced(begin), place);

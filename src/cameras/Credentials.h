@@ -8,9 +8,10 @@ namespace velmora {
 /// The address as logs, messages, captions and outputs show it: without anything between its "://"
 /// (or ":/", or its start if it has no scheme) and its last "@", since "/", "?" and "#" may be
 /// characters of a password; and with "***" for the value of every field ("?a=b&c=d", ";a=b",
-/// "/a=b/") whose name is not known to be harmless. A field without a name counts as a value, with
-/// or without the "=" at the end of Base64, and so does a part that holds the code of "@" or "=".
-/// An address that was cut before its "@" ends with "***" behind its "://". Text before the address
+/// "/a=b/", "/a:b/") whose name is not known to be harmless, of which a name with brackets is cut.
+/// A field without a name counts as a value, with or without the "=" at the end of Base64, and so
+/// does a part that holds the code of "@" or "=", and whatever follows a "#". An address that was
+/// cut before its "@" ends with "***" behind its "://". Text before the address
 /// ("Test http://…") stays, as do brackets and quotes around it.
 [[nodiscard]] QString withoutCredentials(const QString &address);
 

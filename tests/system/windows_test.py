@@ -71,7 +71,7 @@ class WindowCase(unittest.TestCase):
     def minimise(self, window):
         """Done once the window manager has passed the keyboard focus on."""
         self.desktop.tool("windowminimize", "--sync", window)
-        until(lambda: self.is_hidden(window), 10, "the minimised window")
+        until(lambda: self.is_hidden(window), 30, "the minimised window")
         until(lambda: self.desktop.active() not in (None, window), 10, "another window with the keyboard")
 
     def corner(self, window):
@@ -174,9 +174,14 @@ class PlaceTest(WindowCase):
     """Where windows reappear, to the pixel."""
 
     def move(self, window, corner):
+        """A window manager that is still placing the window may not heed the first request."""
         frame = self.desktop.frame(window)
-        self.desktop.move(window, corner)
-        until(lambda: self.corner(window) != (0, 0), 5, "the move")
+
+        def has_moved():
+            self.desktop.move(window, corner)
+            return self.corner(window) != (0, 0)
+
+        until(has_moved, 20, "the move")
         place = self.corner(window)
         until(lambda: self.corner(window) == place and self.desktop.frame(window) == frame, 5, "the frame")
         return place

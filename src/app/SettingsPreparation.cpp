@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <optional>
+
 namespace velmora {
 namespace {
 
@@ -44,22 +46,27 @@ bool wasTaken(const QString &old, const SettingsFile &settings)
     return keys::kTakenFrom.read(settings) == versionOf(old);
 }
 
-enum class Move {
-    None,
-    Done,
-    Copied // the old file cannot be removed
-};
+// What is to be noted of an old file that stays; an empty text once none is left behind.
+using Note = std::optional<QString>;
 
-Move moveIn(const QString &old, const SettingsFile &settings)
+Note moveIn(const QString &old, const SettingsFile &settings)
 {
-    if (wasTaken(old, settings)) {
-        QFile::remove(old);
-        return Move::None;
+    const QString version = versionOf(old);
+    const bool isTaken = wasTaken(old, settings);
+    if (!isTaken && !copyWhole(old, settings.path())) {
+        return std::nullopt;
     }
-    if (!copyWhole(old, settings.path())) {
-        return Move::None;
+    return QFile::remove(old) ? QString() : version;
+}
+
+void store(const SettingsFile &settings, const QString &note)
+{
+    if (!note.isEmpty()) {
+        keys::kTakenFrom.write(settings, note);
+    } else if (!keys::kTakenFrom.read(settings).isEmpty()) { // the same file may be put back
+        static_cast<void>(
+            settings.change([](SettingsDraft &draft) { keys::kTakenFrom.remove(draft); }));
     }
-    return QFile::remove(old) ? Move::Done : Move::Copied;
 }
 
 } // namespace
@@ -73,17 +80,17 @@ void prepareSettings(const QString &programFolder, const QString &oldFolder)
     if (!isElsewhere(old, path) && !isProfileMissing(path)) {
         return;
     }
-    Move done = Move::None;
+    Note note;
     {
         const ProfileLock lock(path); // until it is had, others may have put the file in place
         if (isElsewhere(old, path)) {
-            done = moveIn(old, settings);
+            note = moveIn(old, settings);
         } else if (isProfileMissing(path)) {
             copyWhole(programFolder + QStringLiteral("/Velmora0.ini"), path);
         }
     }
-    if (done == Move::Copied) {
-        keys::kTakenFrom.write(settings, versionOf(old));
+    if (note) {
+        store(settings, *note);
     }
 }
 

@@ -161,11 +161,13 @@ void tellTrouble(CaptureEngine &engine, const SingleInstance &instance)
 }
 
 // Without its settings the program would take every camera for removed.
-int refuseToStart(const QString &fault, SignalWatcher &signalWatcher, bool isHeadless)
+int refuseToStart(const QString &fault, SignalWatcher &signalWatcher, SingleInstance &instance,
+                  bool isHeadless)
 {
     const int status = fail(fault, 1);
     if (!isHeadless) {
         QMessageBox box(QMessageBox::Critical, QCoreApplication::applicationName(), fault);
+        QObject::connect(&instance, &SingleInstance::shown, &box, &QWidget::activateWindow);
         QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &box, &QDialog::reject);
         box.exec();
     }
@@ -225,7 +227,7 @@ int run(int argc, char **argv, const RunRequest &request)
     SignalWatcher signalWatcher;
     prepareSettings(folder, qEnvironmentVariable("windir"));
     if (const auto fault = SettingsFile(folder).readingFault()) {
-        return refuseToStart(*fault, signalWatcher, request.headless);
+        return refuseToStart(*fault, signalWatcher, instance, request.headless);
     }
     SystemClock clock;
     PictureSources pictures;

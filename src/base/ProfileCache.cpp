@@ -38,14 +38,14 @@ QByteArray ProfileCache::read()
 {
     std::optional<QByteArray> bytes = readProfile(path_);
     if (!bytes) {
-        return kept_ ? kept_->bytes() : whole_;
+        return whole_;
     }
     if (!isLarge_ && bytes->size() > kLargeBytes) {
         isLarge_ = true;
         stamp_ = fileStamp(path_);
     }
-    whole_ = isLarge_ ? QByteArray() : *bytes;
-    return *std::move(bytes);
+    whole_ = *std::move(bytes);
+    return whole_;
 }
 
 // Only worth it for a file that is read a second time before it changes. One that has just changed

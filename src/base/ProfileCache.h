@@ -39,7 +39,7 @@ private:
     bool isLarge_ = false;             // when it was last read
     std::optional<FolderStamp> stamp_; // of the file, if large, when it was last looked at
     std::shared_ptr<const ProfileText> kept_;
-    QByteArray whole_;                        // what was last read of a small file
+    QByteArray whole_;                        // what was last read; shares the kept text's memory
     std::shared_ptr<const ProfileText> last_; // of a small file: parsed only when its bytes change
 };
 

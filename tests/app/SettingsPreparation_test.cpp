@@ -3,6 +3,7 @@
 
 #include "base/ProfileFile.h"
 #include "settings/SettingsFile.h"
+#include "support/NativeFiles.h"
 #include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
@@ -19,6 +20,8 @@
 
 namespace velmora::test {
 namespace {
+
+constexpr std::time_t kDate = 1141740309;
 
 class SettingsPreparation : public testing::Test
 {
@@ -154,6 +157,24 @@ TEST_F(SettingsPreparation, AnOldFileThatCannotBeRemovedIsTakenOnce)
     prepare();
     EXPECT_EQ(settings.read(u"Control", u"Tempo"), QStringLiteral("7"));
     EXPECT_FALSE(tree_.exists(u"windows/Velmora.ini"));
+}
+
+// Who puts a backup in the old place wants it back, even if it is the very file that once stayed.
+TEST_F(SettingsPreparation, AnOldFileThatIsPutBackCountsAgain)
+{
+    const QByteArray text = "[Control]\r\nTempo=33\r\n";
+    writeNative(native(u"windows/Velmora.ini"), text, kDate);
+    const SettingsFile settings(tree_.path(u"program"));
+    {
+        const RefusedCall refused(Call::Unlink, EACCES);
+        prepare();
+    }
+    prepare();
+    settings.write(u"Control", u"Tempo", u"7");
+    ASSERT_FALSE(tree_.exists(u"windows/Velmora.ini"));
+    writeNative(native(u"windows/Velmora.ini"), text, kDate);
+    prepare();
+    EXPECT_EQ(settings.read(u"Control", u"Tempo"), QStringLiteral("33"));
 }
 
 TEST_F(SettingsPreparation, AnOldFileThatCouldNotBeRemovedCountsAgainOnceItChanges)

@@ -105,6 +105,17 @@ TEST_F(ProfileCacheTest, HasWhatWasLastReadWhileTheFileCannotBeRead)
     EXPECT_EQ(value(), QByteArray()) << "one that is gone is no error";
 }
 
+TEST_F(ProfileCacheTest, HasWhatWasLastReadOfALargeFileToo)
+{
+    comments = QByteArray(ProfileCache::kLargeBytes, ';');
+    write("one");
+    EXPECT_EQ(value(), QByteArray("one"));
+    write("a longer one");
+    const RefusedCall refused(Call::Read, EIO);
+    EXPECT_EQ(value(), QByteArray("one"));
+    EXPECT_EQ(cache.text()->value("s", "k"), QByteArrayView("one"));
+}
+
 TEST_F(ProfileCacheTest, HasNothingOfAFileThatCouldNeverBeRead)
 {
     write("one");

@@ -13,6 +13,8 @@
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
@@ -21,6 +23,7 @@ using namespace std::chrono_literals;
 constexpr int kBeforeLastTick = 59;
 constexpr int kMaxAutomaticCounter = 10;
 constexpr auto kStepOfWaiting = 10ms;
+constexpr int kStartedTogether = 16; // transfers
 
 QString folderText(const StorageFolder &storage, const CameraSchedule &camera)
 {
@@ -200,7 +203,8 @@ QCoro::Task<> Scheduler::ChargeUrl()
         firstPassDone_ = firstPassDone_ || end == kCameras;
         Q_EMIT passEnded();
     });
-    if (readAhead(0)) {
+    const bool any = co_await readAhead(0);
+    if (any) {
         end = co_await walkTable();
     }
 }
@@ -244,13 +248,31 @@ std::optional<CameraSchedule> Scheduler::cameraToLoad(const SettingsSnapshot &se
     return mustLoad(camera, address) ? std::optional(std::move(camera)) : std::nullopt;
 }
 
-// Starts the transfers that the walk will want; false if there are none.
-bool Scheduler::readAhead(int fromIndex)
+// Starts the transfers that the walk will want, from the camera at that index on; false if there
+// are none. The first requests leave while the other transfers are being set up.
+QCoro::Task<bool> Scheduler::readAhead(int fromIndex)
+{
+    bool any = false;
+    int index = fromIndex;
+    readAheadAt_ = storageVersion_;
+    while (index < kCameras && mayStartCamera()) {
+        const int end = std::min(index + kStartedTogether, kCameras);
+        if (readAheadSome(index, end)) {
+            any = true;
+            co_await uses_.clock.yield();
+            co_await whileHeld();
+        }
+        index = readAheadAt_ == storageVersion_ ? end : fromIndex;
+        readAheadAt_ = storageVersion_;
+    }
+    co_return any;
+}
+
+bool Scheduler::readAheadSome(int fromIndex, int toIndex)
 {
     const SettingsSnapshot settings = uses_.table.settings().snapshot();
-    readAheadAt_ = storageVersion_;
     bool any = false;
-    for (int index = fromIndex; index < kCameras; ++index) {
+    for (int index = fromIndex; index < toIndex; ++index) {
         const CameraAddress address = cameraAt(index);
         if (const auto camera = cameraToLoad(settings, address)) {
             uses_.store.readAhead(settings, address, expandTemplate(camera->url));
@@ -282,7 +304,8 @@ QCoro::Task<> Scheduler::pause(int index)
 {
     co_await whileHeld();
     if (mayStartCamera() && storageVersion_ != readAheadAt_) {
-        readAhead(index);
+        const bool any = co_await readAhead(index);
+        Q_UNUSED(any);
     }
 }
 

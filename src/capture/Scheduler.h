@@ -145,7 +145,8 @@ private:
     [[nodiscard]] bool mustLoad(const CameraSchedule &camera, CameraAddress address) const;
     [[nodiscard]] std::optional<CameraSchedule> cameraToLoad(const SettingsSnapshot &settings,
                                                              CameraAddress address) const;
-    bool readAhead(int fromIndex);
+    QCoro::Task<bool> readAhead(int fromIndex);
+    bool readAheadSome(int fromIndex, int toIndex);
     [[nodiscard]] bool isHeld() const;
     [[nodiscard]] bool mayStartCamera() const;
     QCoro::Task<> whileHeld();

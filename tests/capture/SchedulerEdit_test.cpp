@@ -1,6 +1,7 @@
 // The capture while the storage box is being edited, and before and after.
 #include "CaptureTest.h"
 
+#include <QCoreApplication>
 #include <QDir>
 
 namespace velmora::test {
@@ -217,6 +218,101 @@ TEST_F(Edit, EndsWithTheProgramWithoutItsOtherCameras)
     clock_.advance(1s);
     EXPECT_EQ(house_.scope.running(), 0);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
+}
+
+/// The transfers of a pass over four groups are being started, which takes several turns.
+class Starting : public Edit
+{
+protected:
+    static constexpr int kAll = 4 * kRows;
+
+    Starting()
+    {
+        for (int index = 0; index < kAll; ++index) {
+            add(cameraAt(index), delayedReply(2s));
+        }
+        house_.scope.launch(house_.scheduler.Timer_Timer());
+        for (int turn = 0; turn < kMostTurns && fetches() == 0; ++turn) {
+            QCoreApplication::processEvents();
+        }
+    }
+
+    static constexpr int kMostTurns = 100;
+};
+
+TEST_F(Starting, LetsTheFirstRequestsLeaveMeanwhile)
+{
+    EXPECT_GT(fetches(), 0);
+    EXPECT_LT(fetches(), kAll);
+    clock_.advance(0ms);
+    EXPECT_EQ(fetches(), kAll);
+    clock_.advance(2s);
+    EXPECT_EQ(house_.stored().size(), kAll);
+}
+
+TEST_F(Starting, WaitsWhileTheStorageFolderIsTyped)
+{
+    house_.storage.beginEdit();
+    const qsizetype before = fetches();
+    clock_.advance(1min);
+    EXPECT_EQ(fetches(), before);
+    EXPECT_EQ(source_.underWay(), 0);
+    house_.storage.putInForce();
+    clock_.advance(0ms);
+    EXPECT_EQ(source_.underWay(), kAll) << "the first ones are started again";
+    clock_.advance(2s);
+    EXPECT_EQ(house_.stored().size(), kAll);
+}
+
+TEST_F(Starting, BeginsFromTheFirstCameraForAnotherStorageFolder)
+{
+    house_.tree.makeFolder(u"drives/c/other");
+    ASSERT_TRUE(house_.storage.choose(house_.tree.path(u"drives/c/other")));
+    clock_.advance(0ms);
+    EXPECT_EQ(source_.underWay(), kAll);
+    clock_.advance(2s);
+    EXPECT_EQ(house_.tree.folders(u"drives/c/other").size(), kAll + 1); // the work folder is one
+    EXPECT_EQ(house_.tree.folders(u"drives/c/in"), QStringList());
+}
+
+TEST_F(Starting, GoesOnAfterASuspension)
+{
+    house_.scheduler.suspend();
+    clock_.advance(1min);
+    EXPECT_LT(fetches(), kAll);
+    house_.scheduler.resume();
+    clock_.advance(0ms);
+    EXPECT_EQ(fetches(), kAll);
+    clock_.advance(2s);
+    EXPECT_EQ(house_.stored().size(), kAll);
+}
+
+TEST_F(Starting, EndsWithTheCapture)
+{
+    const qsizetype before = fetches();
+    house_.scheduler.giveUp();
+    clock_.advance(1min);
+    EXPECT_EQ(fetches(), before);
+    EXPECT_EQ(source_.underWay(), 0);
+    EXPECT_EQ(house_.scope.running(), 0);
+}
+
+TEST_F(Starting, LeavesOutACameraThatIsRemovedMeanwhile)
+{
+    house_.table.setUrl({3, 9}, u"");
+    clock_.advance(2s);
+    EXPECT_EQ(fetches(), kAll - 1);
+    EXPECT_EQ(house_.stored().size(), kAll - 1);
+}
+
+TEST_F(Starting, EndsWhenTheStorageFolderIsNotThere)
+{
+    removeStorage();
+    house_.storage.testSA();
+    ASSERT_EQ(house_.storage.lamp(), LampColour::Red);
+    clock_.advance(1min);
+    EXPECT_EQ(house_.stored(), QStringList());
+    EXPECT_EQ(house_.scope.running(), 0);
 }
 
 using FirstPass = Edit;

@@ -1,6 +1,6 @@
 # Debian packages that the project needs, and how to get them. Read by ./run and ./test.
 
-build_packages="clang-19 cmake ninja-build qt6-base-dev qcoro-qt6-dev libcurl4-openssl-dev libssl-dev libjpeg-dev
+build_packages="clang-19 cmake ninja-build qt6-base-dev qcoro-qt6-dev libcurl4-openssl-dev libssl-dev libjpeg-dev libpng-dev
     libwebp-dev libxxhash-dev zlib1g-dev
     cmark-gfm qt6-image-formats-plugins ca-certificates fonts-dejavu-core xdg-utils librsvg2-bin"
 test_packages="ccache libgtest-dev libbenchmark-dev clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19

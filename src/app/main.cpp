@@ -10,11 +10,11 @@
 #include "app/ProgramFolder.h"
 #include "app/SettingsPreparation.h"
 #include "app/SingleInstance.h"
+#include "app/WindowSupport.h"
 #include "base/DesktopOpener.h"
 #include "base/KeptMemory.h"
 #include "base/SignalWatcher.h"
 #include "capture/PictureSources.h"
-#include "health/SessionBus.h"
 #include "ui/Accessibility.h"
 
 #include <QApplication>
@@ -24,11 +24,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <latch>
 #include <memory>
-#include <system_error>
-#include <thread>
-#include <vector>
 
 namespace {
 
@@ -79,14 +75,6 @@ const QString kNoThreads = QStringLiteral(
 
 const QString kNoFolder = QStringLiteral("the program folder cannot be made");
 
-bool hasDisplay(const QStringList &arguments)
-{
-    return arguments.contains(QStringLiteral("-platform")) ||
-           !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-}
-
 // When a display cannot be opened, the toolkit aborts with a core dump; a message serves the user
 // better.
 void onToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString &)
@@ -96,44 +84,12 @@ void onToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString 
     }
 }
 
-// The toolkit waits for ever for a message bus that does not admit a client.
-void standAsideHangingBus()
-{
-    constexpr std::chrono::seconds kPatience{2};
-    const auto bus = sessionBus();
-    if (bus && !answers(*bus, kPatience)) {
-        QTextStream(stderr) << "velmora: the desktop's message bus does not answer; going on "
-                               "without it"
-                            << Qt::endl;
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
-    }
-}
-
-// The toolkit waits for ever for a thread that cannot be made: it needs one for the display and one
-// for the message bus.
-bool mayHaveThreads()
-{
-    constexpr int kThreads = 2;
-    std::latch end(1);
-    std::vector<std::jthread> threads;
-    bool isMade = true;
-    try {
-        for (int i = 0; i < kThreads; ++i) {
-            threads.emplace_back([&end] { end.wait(); });
-        }
-    } catch (const std::system_error &) {
-        isMade = false;
-    }
-    end.count_down();
-    return isMade;
-}
-
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool headless)
 {
     if (headless) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
-    standAsideHangingBus();
+    avoidHangingBus();
     const QtMessageHandler usual = qInstallMessageHandler(onToolkitMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(usual);
@@ -169,7 +125,9 @@ int refuseToStart(const QString &fault, SignalWatcher &signalWatcher, SingleInst
         QMessageBox box(QMessageBox::Critical, QCoreApplication::applicationName(), fault);
         QObject::connect(&instance, &SingleInstance::shown, &box, &QWidget::activateWindow);
         QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &box, &QDialog::reject);
-        box.exec();
+        QObject::connect(&box, &QDialog::finished, &QCoreApplication::quit);
+        box.open();
+        QApplication::exec();
     }
     return status;
 }
@@ -199,31 +157,8 @@ int runWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWa
     return QApplication::exec();
 }
 
-int run(int argc, char **argv, const RunRequest &request)
+int runIn(const QString &folder, SingleInstance &instance, const RunRequest &request)
 {
-    if (!request.headless && !hasDisplay(argumentList(argc, argv))) {
-        return fail(kNoDisplay, 1);
-    }
-    if (!request.headless && !mayHaveThreads()) {
-        return fail(kNoThreads, 1);
-    }
-    if (!request.headless) {
-        std::signal(SIGPIPE, SIG_IGN); // the output of windows may go unread
-    }
-    const auto application = makeApplication(argc, argv, request.headless);
-    QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-
-    const QString folder = programFolder(currentPlace(request.programFolder));
-    if (folder.isEmpty()) {
-        return fail(kNoFolder, 1);
-    }
-    SingleInstance instance(folder);
-    const Claim claim = instance.claim(request.headless ? Front::None : Front::Windows);
-    if (claim != Claim::First) {
-        return leaveToOther(claim, instance.holder());
-    }
     SignalWatcher signalWatcher;
     prepareSettings(folder, qEnvironmentVariable("windir"));
     if (const auto fault = SettingsFile(folder).readingFault()) {
@@ -238,6 +173,38 @@ int run(int argc, char **argv, const RunRequest &request)
     return request.headless
                ? captureWithoutWindows(engine, desk, signalWatcher, instance, request.passes)
                : runWindows(engine, desk, signalWatcher, instance);
+}
+
+QString missingForWindows(const QStringList &arguments)
+{
+    if (!namesDisplay(arguments)) {
+        return kNoDisplay;
+    }
+    return tryThreads() ? QString() : kNoThreads;
+}
+
+int run(int argc, char **argv, const RunRequest &request)
+{
+    if (!request.headless) {
+        const QString missing = missingForWindows(argumentList(argc, argv));
+        if (!missing.isEmpty()) {
+            return fail(missing, 1);
+        }
+        std::signal(SIGPIPE, SIG_IGN); // the output of windows may go unread
+    }
+    const auto application = makeApplication(argc, argv, request.headless);
+    QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    const QString folder = programFolder(currentPlace(request.programFolder));
+    if (folder.isEmpty()) {
+        return fail(kNoFolder, 1);
+    }
+    SingleInstance instance(folder);
+    const Claim claim = instance.claim(request.headless ? Front::None : Front::Windows);
+    return claim == Claim::First ? runIn(folder, instance, request)
+                                 : leaveToOther(claim, instance.holder());
 }
 
 // "velmora: " precedes a message about a failure; after a command that did its work it is a note.
@@ -281,7 +248,7 @@ int makeFilm(int argc, char **argv, const FilmRequest &request)
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
     const QString folder = programFolder(currentPlace(request.programFolder));
     if (folder.isEmpty()) {
-        return fail(QStringLiteral("the program folder cannot be made"), 1);
+        return fail(kNoFolder, 1);
     }
     SignalWatcher signalWatcher;
     SystemClock clock;

@@ -1,9 +1,8 @@
-// Sets up the request for a picture in libcurl's terms, and interprets the answer; the transfer
-// loop runs the transfers.
+// Sets up the request for a picture in libcurl's terms, and says how it ended; the transfer loop
+// runs the transfers.
 #include "capture/HttpClient.h"
 
-#include "capture/DeclaredLength.h"
-#include "capture/FirstPart.h"
+#include "capture/AnswerIntake.h"
 #include "net/CurlOption.h"
 
 #include <QDeadlineTimer>
@@ -18,15 +17,10 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kMaxBodyBytes = 64LL * 1024 * 1024;
-constexpr qint64 kMaxHeaderBytes = 128LL * 1024; // of an answer and the redirects before it
-constexpr int kMaxHeaderLines = 2000;            // each is kept by libcurl
 constexpr long kMaxRedirects = 10;
 constexpr std::chrono::milliseconds kLeastLimit{1}; // 0 would mean no limit
 constexpr int kSocketBufferBytes = 256 * 1024;
 constexpr long kReceiveBufferBytes = 32L * 1024; // libcurl fills it up to a hundred times in one go
-constexpr qsizetype kSmallPieceBytes = 4096;
-constexpr qsizetype kGatheredBytes = 16384;
 constexpr int kFirstGoodStatus = 200;
 constexpr int kFirstRedirectStatus = 300;
 
@@ -35,27 +29,17 @@ struct FreeHeaders
     void operator()(curl_slist *list) const { curl_slist_free_all(list); }
 };
 
-/// Why the program itself ended a transfer.
-enum class Refusal { None, Status, TooLong, Headers, Coding, Lengths, Memory, Stream, Enough };
-
 /// A transfer and what has arrived so far.
 struct Transfer
 {
     Transfer(TransferLoop &onLoop, ReplyBody empty)
         : loop(onLoop)
-        , body(std::move(empty))
+        , intake(std::move(empty))
     {
     }
 
     TransferLoop &loop;
-    ReplyBody body;
-    QByteArray gathered; // of a body that arrives in small pieces, not yet appended
-    QByteArray header;   // as far as it has arrived, possibly in several lines
-    DeclaredLength length;
-    qint64 headerBytes = 0;
-    int headerLines = 0;
-    Refusal refusal = Refusal::None;
-    std::optional<FirstPart> stream; // of an answer that is a stream of pictures
+    AnswerIntake intake;
     std::unique_ptr<curl_slist, FreeHeaders> headers;
     std::array<char, CURL_ERROR_SIZE> libcurlText = {}; // never shown: may contain secrets
     EasyHandle easy = TransferLoop::newTransfer();
@@ -74,63 +58,11 @@ long statusOf(CURL *easy)
     return status;
 }
 
-// The page that comes with an error status may be endless: it is not read.
-Refusal refusalOfBody(const Transfer &transfer, qsizetype length)
+bool isGood(const Transfer &transfer)
 {
-    if (!isGoodStatus(statusOf(transfer.easy.get()))) {
-        return Refusal::Status;
-    }
-    const qint64 total = transfer.body.size() + transfer.gathered.size() + length;
-    return total > kMaxBodyBytes ? Refusal::TooLong : Refusal::None;
+    return isGoodStatus(statusOf(transfer.easy.get()));
 }
 
-// One picture of a stream is enough; the rest is not waited for.
-Refusal refusalOfStream(Transfer &transfer, QByteArrayView bytes)
-{
-    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): asked only of a transfer that has one
-    switch (transfer.stream->feed(bytes, transfer.body)) {
-    case FirstPart::State::Whole:
-        return Refusal::Enough;
-    case FirstPart::State::Broken:
-        return Refusal::Stream;
-    case FirstPart::State::Reading:
-        break;
-    }
-    return Refusal::None;
-}
-
-void appendGathered(Transfer &transfer)
-{
-    transfer.body.append(std::exchange(transfer.gathered, {}));
-}
-
-// A server may send every byte on its own; each would cost a system call.
-void appendToBody(Transfer &transfer, QByteArrayView bytes)
-{
-    if (transfer.gathered.isEmpty() && bytes.size() >= kSmallPieceBytes) {
-        transfer.body.append(bytes);
-        return;
-    }
-    transfer.gathered.append(bytes);
-    if (transfer.gathered.size() >= kGatheredBytes) {
-        appendGathered(transfer);
-    }
-}
-
-void takeBody(Transfer &transfer, QByteArrayView bytes)
-{
-    transfer.refusal = refusalOfBody(transfer, bytes.size());
-    if (transfer.refusal != Refusal::None) {
-        return;
-    }
-    if (transfer.stream) {
-        transfer.refusal = refusalOfStream(transfer, bytes);
-    } else {
-        appendToBody(transfer, bytes);
-    }
-}
-
-// An exception must not pass through libcurl.
 std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
@@ -138,109 +70,16 @@ std::size_t onBody(char *bytes, std::size_t size, std::size_t count, void *user)
     if (transfer->loop.pausesNow()) {
         return CURL_WRITEFUNC_PAUSE;
     }
-    try {
-        takeBody(*transfer, QByteArrayView(bytes, static_cast<qsizetype>(total)));
-    } catch (const std::bad_alloc &) {
-        transfer->refusal = Refusal::Memory;
-    }
-    return transfer->refusal == Refusal::None ? total : CURL_WRITEFUNC_ERROR;
-}
-
-bool beginsWith(QByteArrayView text, QByteArrayView start)
-{
-    return text.first(std::min(text.size(), start.size())).compare(start, Qt::CaseInsensitive) == 0;
-}
-
-// The value in a header of that name; nothing for any other header.
-std::optional<QByteArrayView> valueIn(QByteArrayView header, QByteArrayView name)
-{
-    const qsizetype colon = header.indexOf(':');
-    const bool isThis =
-        colon >= 0 && header.first(colon).trimmed().compare(name, Qt::CaseInsensitive) == 0;
-    return isThis ? std::optional(header.sliced(colon + 1).trimmed()) : std::nullopt;
-}
-
-// libcurl would decode codings other than "chunked", to a thousand times the size if a server so
-// wishes; one that it misses because it is written oddly would be stored undecoded.
-Refusal refusalOfCoding(QByteArrayView header)
-{
-    constexpr QByteArrayView kName("Transfer-Encoding");
-    const QByteArrayView coding = valueIn(header, kName).value_or(QByteArrayView());
-    const bool isPlain = header.indexOf(':') == kName.size() && !header.contains('\n');
-    const bool isInChunks = coding.compare("chunked", Qt::CaseInsensitive) == 0;
-    return coding.isEmpty() || (isInChunks && isPlain) ? Refusal::None : Refusal::Coding;
-}
-
-// Of two lengths, libcurl would take either for the whole. A refusal's own is of no interest.
-Refusal refusalOfLength(Transfer &transfer, QByteArrayView header)
-{
-    const QByteArrayView value = valueIn(header, "Content-Length").value_or(QByteArrayView());
-    const bool isOne = transfer.length.take(value) || !isGoodStatus(statusOf(transfer.easy.get()));
-    return isOne ? Refusal::None : Refusal::Lengths;
-}
-
-// Room for an ordinary body at once; growing it step by step copies it several times.
-void reserveBody(Transfer &transfer, QByteArrayView header)
-{
-    if (const std::optional<QByteArrayView> length = valueIn(header, "Content-Length")) {
-        transfer.body.reserve(length->toLongLong());
-    }
-}
-
-// A redirect leads to a new answer.
-void forgetLastAnswer(Transfer &transfer, QByteArrayView header)
-{
-    if (beginsWith(header, "HTTP/")) {
-        transfer.stream.reset();
-        transfer.length.forget();
-    }
-}
-
-void recogniseStream(Transfer &transfer, QByteArrayView header)
-{
-    const QByteArrayView type = valueIn(header, "Content-Type").value_or(QByteArrayView());
-    if (FirstPart::isAnnouncedBy(type)) {
-        transfer.stream.emplace(type);
-    }
-}
-
-void takeHeader(Transfer &transfer, QByteArrayView header)
-{
-    forgetLastAnswer(transfer, header);
-    transfer.refusal = refusalOfCoding(header);
-    if (transfer.refusal == Refusal::None) {
-        transfer.refusal = refusalOfLength(transfer, header);
-    }
-    reserveBody(transfer, header);
-    recogniseStream(transfer, header);
-}
-
-// A header may continue on the next line, so each is complete only when another one begins.
-void takeHeaderLine(Transfer &transfer, QByteArrayView line)
-{
-    transfer.headerBytes += line.size();
-    transfer.headerLines += 1;
-    if (transfer.headerBytes > kMaxHeaderBytes || transfer.headerLines > kMaxHeaderLines) {
-        transfer.refusal = Refusal::Headers;
-        return;
-    }
-    const bool goesOn = line.startsWith(' ') || line.startsWith('\t');
-    if (!goesOn) {
-        takeHeader(transfer, std::exchange(transfer.header, {}).trimmed());
-    }
-    transfer.header += line;
+    const QByteArrayView piece(bytes, static_cast<qsizetype>(total));
+    return transfer->intake.takeBody(piece, isGood(*transfer)) ? total : CURL_WRITEFUNC_ERROR;
 }
 
 std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *user)
 {
     auto *const transfer = static_cast<Transfer *>(user);
     const std::size_t total = size * count; // in bytes
-    try {
-        takeHeaderLine(*transfer, QByteArrayView(bytes, static_cast<qsizetype>(total)));
-    } catch (const std::bad_alloc &) {
-        transfer->refusal = Refusal::Memory;
-    }
-    return transfer->refusal == Refusal::None ? total : 0;
+    const QByteArrayView line(bytes, static_cast<qsizetype>(total));
+    return transfer->intake.takeHeaderLine(line, isGood(*transfer)) ? total : 0;
 }
 
 // Room for a whole picture in the socket: the camera can send it all at once while others are being
@@ -262,7 +101,8 @@ void setTransferOptions(Transfer &transfer, const HttpRequest &request)
     setOption(easy, CURLOPT_MAXREDIRS, kMaxRedirects);
     setOption(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(request.limit.count()));
     setOption(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request.limit.count()));
-    setOption(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaxBodyBytes));
+    setOption(easy, CURLOPT_MAXFILESIZE_LARGE,
+              static_cast<curl_off_t>(AnswerIntake::kMaxBodyBytes));
     setOption(easy, CURLOPT_BUFFERSIZE, kReceiveBufferBytes);
     setOption(easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
     // Small cameras serve few connections at once; an idle one of ours would shut others out.
@@ -341,82 +181,68 @@ bool isEndlessLine(const Transfer &transfer, CURLcode code)
            (code == CURLE_RECV_ERROR && text.startsWith("Out of memory"));
 }
 
-QString refusalText(Refusal refusal)
-{
-    switch (refusal) {
-    case Refusal::TooLong:
-        return QStringLiteral("the server sends more than a picture can have");
-    case Refusal::Headers:
-        return QStringLiteral("the server sends headers without end");
-    case Refusal::Coding:
-        return QStringLiteral("the server encodes the picture in a way that was not asked for");
-    case Refusal::Lengths:
-        return QStringLiteral("the server gives two different lengths");
-    case Refusal::Memory:
-        return QStringLiteral("there is not enough memory for the picture");
-    case Refusal::Stream:
-    case Refusal::Enough:
-    case Refusal::Status:
-    case Refusal::None:
-        break;
-    }
-    return {};
-}
-
 QString failureText(const Transfer &transfer, CURLcode code)
 {
-    CURL *const easy = transfer.easy.get();
-    if (transfer.stream && code == CURLE_OK && isGoodStatus(statusOf(easy))) {
+    const AnswerIntake &intake = transfer.intake;
+    const Refusal refusal = intake.refusal();
+    if (intake.stream() && code == CURLE_OK && isGood(transfer)) {
         return QStringLiteral("the stream ended within its first picture");
     }
-    if (code == CURLE_OK || transfer.refusal == Refusal::Status) {
-        return QStringLiteral("the server answered with status %1").arg(statusOf(easy));
+    if (code == CURLE_OK || refusal == Refusal::Status) {
+        return QStringLiteral("the server answered with status %1")
+            .arg(statusOf(transfer.easy.get()));
     }
-    if (transfer.refusal == Refusal::Stream) {
-        return transfer.stream->fault();
+    if (refusal == Refusal::Stream) {
+        return intake.stream()->fault();
     }
-    if (transfer.refusal != Refusal::None) {
-        return refusalText(transfer.refusal);
+    if (refusal != Refusal::None) {
+        return refusalText(refusal);
     }
     if (code == CURLE_FILESIZE_EXCEEDED) {
         return refusalText(Refusal::TooLong);
     }
-    if (code == CURLE_BAD_FUNCTION_ARGUMENT && wasAsked(easy)) {
+    if (code == CURLE_BAD_FUNCTION_ARGUMENT && wasAsked(transfer.easy.get())) {
         return QStringLiteral("the server sends lines that are not headers");
     }
     return isEndlessLine(transfer, code) ? refusalText(Refusal::Headers)
                                          : QString::fromLatin1(curl_easy_strerror(code));
 }
 
+bool hasArrived(const Transfer &transfer, CURLcode code)
+{
+    const AnswerIntake &intake = transfer.intake;
+    const bool ended = intake.stream() ? intake.refusal() == Refusal::Enough : code == CURLE_OK;
+    return ended && isGood(transfer);
+}
+
 HttpReply replyOf(Transfer &transfer, CURLcode code)
 {
     CURL *const easy = transfer.easy.get();
+    const std::optional<FirstPart> &stream = transfer.intake.stream();
     curl_off_t duration = 0;
     char *type = nullptr;
     curl_easy_getinfo(easy, CURLINFO_TOTAL_TIME_T, &duration);
     curl_easy_getinfo(easy, CURLINFO_CONTENT_TYPE, &type);
-    const bool ended = transfer.stream ? transfer.refusal == Refusal::Enough : code == CURLE_OK;
-    const bool arrived = ended && isGoodStatus(statusOf(easy));
     HttpReply reply;
-    reply.outcome = arrived ? FetchOutcome::Arrived : FetchOutcome::Failed;
-    if (arrived) {
-        appendGathered(transfer);
-        reply.body = std::move(transfer.body);
+    if (hasArrived(transfer, code)) {
+        reply.outcome = FetchOutcome::Arrived;
+        reply.body = transfer.intake.wholeBody();
+    } else {
+        reply.outcome = FetchOutcome::Failed;
+        reply.failure = failureText(transfer, code);
     }
     // A stream's date would be that of its start.
-    reply.lastModified = transfer.stream ? QString() : headerText(easy, "Last-Modified");
+    reply.lastModified = stream ? QString() : headerText(easy, "Last-Modified");
     reply.date = headerText(easy, "Date");
-    reply.contentType =
-        transfer.stream ? transfer.stream->contentType() : QString::fromLatin1(type);
+    reply.contentType = stream ? stream->contentType() : QString::fromLatin1(type);
     reply.duration =
         std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::microseconds{duration});
-    reply.failure = arrived ? QString() : failureText(transfer, code);
     return reply;
 }
 
 bool isEncrypted(const QByteArray &url)
 {
-    return beginsWith(url, "https:");
+    return QLatin1StringView(url).startsWith(QLatin1StringView("https:"), Qt::CaseInsensitive);
 }
 
 HttpReply failed(const QString &reason)

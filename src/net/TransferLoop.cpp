@@ -35,7 +35,8 @@ int selectMask(SocketEvents events)
            (events.error ? CURL_CSELECT_ERR : 0);
 }
 
-// If this fails, so does making a transfer.
+// With the first transfer, since it takes a twentieth of the time to the first window. If this
+// fails, so does making the transfer.
 void initialiseCurlOnce()
 {
     static const CURLcode done = curl_global_init(CURL_GLOBAL_DEFAULT);
@@ -73,7 +74,6 @@ class TransferLoop::Transfers : public QObject
 public:
     Transfers()
     {
-        initialiseCurlOnce();
         timer_.setSingleShot(true);
         timer_.setTimerType(Qt::PreciseTimer);
         connect(&timer_, &QTimer::timeout, this, &Transfers::serveDue);

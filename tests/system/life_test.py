@@ -1,12 +1,15 @@
-"""How the program ends: by SIGTERM or SIGINT, with a last pass over the cameras, which a second signal gives up at
-once."""
+"""How the program starts with its windows, and how it ends: by SIGTERM or SIGINT, with a last pass over the cameras,
+which a second signal gives up at once."""
 
 import time
 import unittest
+from pathlib import Path
 
 import house
 from answers import fresh, hang
+from browser_window import TITLE
 from camera_server import CameraServer
+from desktop import Desktop
 from house import GREEN, House, camera_lists
 from program import Display
 from waiting import until
@@ -43,6 +46,16 @@ class LifeTest(unittest.TestCase):
         self.assertEqual([2] * CAMERAS, [len(self.house.images(url)) for url in self.urls])
         self.assertEqual(["2"] * CAMERAS, [self.house.camera_value(i, "lNew") for i in range(CAMERAS)])
         self.assertEqual([], self.house.work_files())
+
+    def test_starts_without_the_toolkits_picture_plugins(self):
+        """To load them takes as long as to make the windows."""
+        self.house.write_settings({"Control": {"StRep": "C:\\in\\", "Tempo": "60"}})
+        desktop = Desktop(self)
+        program = self.house.start(env=desktop.environment())
+        desktop.window(TITLE)
+        self.assertNotIn("/imageformats/", Path(f"/proc/{program.process.pid}/maps").read_text())
+        program.terminate()
+        self.assertEqual(0, program.wait(30), program.report())
 
     def test_ends_with_a_last_pass_on_sigterm(self):
         program = self.start_and_load_all()

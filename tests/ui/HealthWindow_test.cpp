@@ -109,6 +109,11 @@ TEST_F(HealthWindowTest, WhatIsTypedOverTheTableFiltersIt)
     EXPECT_EQ(wanted.size(), 1);
 }
 
+TEST_F(HealthWindowTest, OffersToClearTheFilter)
+{
+    EXPECT_TRUE(find<QLineEdit>("healthFilter").isClearButtonEnabled());
+}
+
 TEST_F(HealthWindowTest, SortsByTheColumnThatIsClicked)
 {
     QHeaderView &header = *table().horizontalHeader();

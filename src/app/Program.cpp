@@ -1,9 +1,11 @@
 #include "app/Program.h"
 
+#include "app/ProgramWindows.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 #include "ui/PictureClipboard.h"
 #include "ui/ToFront.h"
+#include "ui/TopMost.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -33,19 +35,9 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , health_(engine_, sender)
     , import_(engine_, images_)
     , links_(opener_, engine_.paths(), engine_.scope())
-    , interface_(engine_, view_, opener_)
-    , sheet_(engine_.settings(), engine_.trial())
-    , list_(engine_.settings())
-    , planche_(images_.browser(), engine_, view_, images_.loader())
-    , film_(images_.film(), engine_.settings(), engine_.storage())
-    , importWindow_(import_.import(), import_.loader())
-    , alarm_(images_.alarm(), images_.mail())
-    , calendar_(images_.calendar())
-    , healthWindow_(health_.book(), health_.watch(), engine_.settings())
-    , filmKeep_(images_.filmMaker(), images_.film())
+    , windows_(std::make_unique<ProgramWindows>(engine_, view_, images_, health_, import_, opener_))
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
-    film_.standAbove(planche_);
     connectMain();
     connectSheet();
     connectBrowser();
@@ -56,48 +48,55 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     connectProblems();
 }
 
+Program::~Program() = default;
+
 void Program::connectMain()
 {
     links_.setLink(guide());
-    interface_.followLinks(links_);
-    connect(&interface_, &Interface::hiddenByUser, this, &Program::showImages);
-    connect(&interface_, &Interface::endWanted, this, &Program::end);
-    connect(&interface_, &Interface::importWanted, &importWindow_, &frmImport::present);
+    windows_->interface.followLinks(links_);
+    connect(&windows_->interface, &Interface::hiddenByUser, this, &Program::showImages);
+    connect(&windows_->interface, &Interface::endWanted, this, &Program::end);
+    connect(&windows_->interface, &Interface::importWanted, &windows_->import, &frmImport::present);
     connect(&view_.page(), &CameraPage::addressStored, &import_.import(), &Import::noticeAddress);
-    connect(&interface_, &Interface::zoomWanted, &zoom_, &Zoom::present);
-    connect(&closing_, &TitleBox::dismissed, this, [this] { engine_.scheduler().giveUp(); });
+    connect(&windows_->interface, &Interface::zoomWanted, &windows_->zoom, &Zoom::present);
+    connect(&windows_->closing, &TitleBox::dismissed, this,
+            [this] { engine_.scheduler().giveUp(); });
 }
 
 void Program::connectSheet()
 {
-    connect(&interface_, &Interface::sheetWanted, &sheet_, &CameraSheet::present);
-    connect(&sheet_, &CameraSheet::addressChosen, &interface_, &Interface::fillAddress);
-    connect(&sheet_, &CameraSheet::saved, &view_.page(), &CameraPage::reread);
-    connect(&interface_, &Interface::listWanted, &list_, &CameraListWindow::present);
-    connect(&list_, &CameraListWindow::storing, &interface_, &Interface::endAddress);
-    connect(&list_, &CameraListWindow::stored, &view_.page(), &CameraPage::reread);
+    connect(&windows_->interface, &Interface::sheetWanted, &windows_->sheet, &CameraSheet::present);
+    connect(&windows_->sheet, &CameraSheet::addressChosen, &windows_->interface,
+            &Interface::fillAddress);
+    connect(&windows_->sheet, &CameraSheet::saved, &view_.page(), &CameraPage::reread);
+    connect(&windows_->interface, &Interface::listWanted, &windows_->list,
+            &CameraListWindow::present);
+    connect(&windows_->list, &CameraListWindow::storing, &windows_->interface,
+            &Interface::endAddress);
+    connect(&windows_->list, &CameraListWindow::stored, &view_.page(), &CameraPage::reread);
 }
 
 void Program::connectBrowser()
 {
-    connect(&planche_, &planche::setUpPressed, this, [this] {
+    connect(&windows_->browser, &planche::setUpPressed, this, [this] {
         showSettings();
         images_.film().close();
     });
-    connect(&planche_, &planche::setUpReleased, &interface_, &QWidget::show);
-    connect(&planche_, &planche::closeWanted, this, &Program::closeImages);
-    connect(&planche_, &planche::copyWanted, this, &copyPicture);
-    connect(&planche_, &planche::openWanted, this, &Program::open);
-    connect(&planche_, &planche::playWanted, &images_.film(), &Slideshow::PauseCine_MouseDown);
+    connect(&windows_->browser, &planche::setUpReleased, &windows_->interface, &QWidget::show);
+    connect(&windows_->browser, &planche::closeWanted, this, &Program::closeImages);
+    connect(&windows_->browser, &planche::copyWanted, this, &copyPicture);
+    connect(&windows_->browser, &planche::openWanted, this, &Program::open);
+    connect(&windows_->browser, &planche::playWanted, &images_.film(),
+            &Slideshow::PauseCine_MouseDown);
     connect(&engine_.retention(), &Retention::imagesDeleted, &images_.browser(),
             &ImageBrowser::showDeletion);
-    connect(&engine_.store(), &ImageStore::imageStored, &planche_, &planche::showStored);
-    connect(&engine_.store(), &ImageStore::cameraFailed, &planche_, &planche::showFailed);
+    connect(&engine_.store(), &ImageStore::imageStored, &windows_->browser, &planche::showStored);
+    connect(&engine_.store(), &ImageStore::cameraFailed, &windows_->browser, &planche::showFailed);
     connect(&engine_.store(), &ImageStore::undatedNoticed, this, &Program::tellUndated);
-    connect(&planche_, &planche::cameraShown, this, [this](CameraAddress camera) {
-        film_.nameCamera(namedTitle(engine_.settings().snapshot(), camera));
+    connect(&windows_->browser, &planche::cameraShown, this, [this](CameraAddress camera) {
+        windows_->film.nameCamera(namedTitle(engine_.settings().snapshot(), camera));
     });
-    connect(&view_.page(), &CameraPage::pageReread, &planche_, &planche::rename);
+    connect(&view_.page(), &CameraPage::pageReread, &windows_->browser, &planche::rename);
 }
 
 // A line rather than a box: it appears unasked, and nothing is wrong.
@@ -105,14 +104,14 @@ void Program::tellUndated(CameraAddress camera)
 {
     const QString text = undatedNotice(engine_.settings().snapshot(), camera);
     engine_.log().trace(text);
-    interface_.showMessage(text);
-    planche_.showNotice(text);
+    windows_->interface.showMessage(text);
+    windows_->browser.showNotice(text);
 }
 
 // A mail that fails is reported once and not logged.
 void Program::connectAlarm()
 {
-    connect(&planche_, &planche::alarmWanted, &alarm_, &Alarm::present);
+    connect(&windows_->browser, &planche::alarmWanted, &windows_->alarm, &Alarm::present);
     connect(&images_.mail(), &AlarmMail::failed, this, [this](const QString &text) {
         if (!ending_) {
             messages_.warn(text);
@@ -122,27 +121,29 @@ void Program::connectAlarm()
 
 void Program::connectKeeping()
 {
-    connect(&planche_, &planche::calendarWanted, &calendar_, &CalendarWindow::present);
-    connect(&planche_, &planche::keepWanted, this, &Program::keepFilm);
-    connect(&images_.calendar(), &Calendar::rangeChosen, &filmKeep_, &FilmKeep::takeDays);
-    connect(&film_, &fCine::keepWanted, this, [this] { filmKeep_.present({}); });
-    connect(&filmKeep_, &FilmKeep::openWanted, this, &Program::open);
+    connect(&windows_->browser, &planche::calendarWanted, &windows_->calendar,
+            &CalendarWindow::present);
+    connect(&windows_->browser, &planche::keepWanted, this, &Program::keepFilm);
+    connect(&images_.calendar(), &Calendar::rangeChosen, &windows_->filmKeep, &FilmKeep::takeDays);
+    connect(&windows_->film, &fCine::keepWanted, this, [this] { windows_->filmKeep.present({}); });
+    connect(&windows_->filmKeep, &FilmKeep::openWanted, this, &Program::open);
 }
 
 // For the days chosen in the calendar, if it is open.
 void Program::keepFilm()
 {
-    filmKeep_.present(calendar_.isVisible() ? images_.calendar().range() : std::nullopt);
+    windows_->filmKeep.present(windows_->calendar.isVisible() ? images_.calendar().range()
+                                                              : std::nullopt);
 }
 
 void Program::connectHealth()
 {
-    connect(&planche_, &planche::healthWanted, &healthWindow_, &HealthWindow::present);
-    connect(&healthWindow_, &HealthWindow::cameraWanted, this, &Program::goTo);
-    connect(&health_, &HealthEngine::noticed, &planche_, &planche::showNotice);
+    connect(&windows_->browser, &planche::healthWanted, &windows_->health, &HealthWindow::present);
+    connect(&windows_->health, &HealthWindow::cameraWanted, this, &Program::goTo);
+    connect(&health_, &HealthEngine::noticed, &windows_->browser, &planche::showNotice);
     connect(&health_.watch(), &HealthWatch::lateChanged, this, [this] {
-        planche_.showLate(health_.watch().late());
-        interface_.showLate(health_.watch().late());
+        windows_->browser.showLate(health_.watch().late());
+        windows_->interface.showLate(health_.watch().late());
     });
     connect(&health_.watch(), &HealthWatch::roomChanged, this, &Program::showRoom);
     connect(&health_.oldest(), &OldestFirst::imagesDeleted, &images_.browser(),
@@ -157,7 +158,7 @@ void Program::connectHealth()
 void Program::showRoom()
 {
     const auto &room = health_.watch().room();
-    planche_.showRoom(room ? roomText(*room, health_.book().bytesADay()) : QString());
+    windows_->browser.showRoom(room ? roomText(*room, health_.book().bytesADay()) : QString());
 }
 
 void Program::goTo(CameraAddress camera)
@@ -170,19 +171,20 @@ void Program::goTo(CameraAddress camera)
 void Program::connectConformity()
 {
     Conformity &conformity = engine_.conformity();
-    connect(&conformity, &Conformity::began, &interface_, &Interface::holdButtons);
-    connect(&conformity, &Conformity::ended, &interface_, &Interface::releaseButtons);
-    connect(&conformity, &Conformity::statusChanged, &interface_, &Interface::showWork);
-    connect(&conformity, &Conformity::statusChanged, &planche_, &planche::showMessage);
-    connect(&conformity, &Conformity::ended, this, [this] { interface_.showWork(QString()); });
+    connect(&conformity, &Conformity::began, &windows_->interface, &Interface::holdButtons);
+    connect(&conformity, &Conformity::ended, &windows_->interface, &Interface::releaseButtons);
+    connect(&conformity, &Conformity::statusChanged, &windows_->interface, &Interface::showWork);
+    connect(&conformity, &Conformity::statusChanged, &windows_->browser, &planche::showMessage);
+    connect(&conformity, &Conformity::ended, this,
+            [this] { windows_->interface.showWork(QString()); });
     connect(&conformity, &Conformity::ended, &health_.book(), &HealthBook::recountAll);
 }
 
 void Program::connectProblems()
 {
     connect(&engine_.problems(), &Problems::warned, this, [this](const QString &text) {
-        interface_.showMessage(text);
-        planche_.showMessage(text);
+        windows_->interface.showMessage(text);
+        windows_->browser.showMessage(text);
         messages_.warn(text);
     });
 }
@@ -198,7 +200,7 @@ QCoro::Task<> Program::startUp()
     engine_.log().trace(QStringLiteral("********* Interface Form Load ***************"));
     showSplash();
     co_await engine_.clock().yield();
-    SetTopMost(splash_, TopMost::Off);
+    SetTopMost(windows_->splash, TopMost::Off);
     if (ending_) {
         co_return;
     }
@@ -208,11 +210,11 @@ QCoro::Task<> Program::startUp()
     health_.start();
     if (engine_.storage().lamp() == LampColour::Red) {
         showSettings();
-        bringBefore(interface_, planche_);
-        splash_.standAbove(interface_);
+        bringBefore(windows_->interface, windows_->browser);
+        windows_->splash.standAbove(windows_->interface);
     } else {
         showImages();
-        splash_.standAbove(planche_);
+        windows_->splash.standAbove(windows_->browser);
     }
     engine_.checkSettings(); // after the windows, so that its messages appear in front of them
     images_.browser().begin();
@@ -224,9 +226,9 @@ QCoro::Task<> Program::startUp()
 
 void Program::showSplash()
 {
-    splash_.present();
-    SetTopMost(splash_, TopMost::On);
-    QTimer::singleShot(kSplashTime, &splash_, &QWidget::close);
+    windows_->splash.present();
+    SetTopMost(windows_->splash, TopMost::On);
+    QTimer::singleShot(kSplashTime, &windows_->splash, &QWidget::close);
 }
 
 // In one go: each turn of the event loop would paint the browser once more before it has anything
@@ -234,9 +236,9 @@ void Program::showSplash()
 void Program::Initialise()
 {
     engine_.storage().load();
-    planche_.moveTo(readPlace(engine_.settings(), kBrowserPlace, engine_.problems()));
-    film_.moveTo(readPlace(engine_.settings(), kSlideshowPlace, engine_.problems()));
-    planche_.present();
+    windows_->browser.moveTo(readPlace(engine_.settings(), kBrowserPlace, engine_.problems()));
+    windows_->film.moveTo(readPlace(engine_.settings(), kSlideshowPlace, engine_.problems()));
+    windows_->browser.present();
     engine_.debugSwitch().load();
     engine_.options().load();
     view_.page().load();
@@ -245,19 +247,19 @@ void Program::Initialise()
 
 void Program::showSettings()
 {
-    interface_.bringUp();
+    windows_->interface.bringUp();
 }
 
 void Program::showImages()
 {
-    planche_.present();
+    windows_->browser.present();
 }
 
 // Beside the main window only the images are closed; alone, they are the program.
 void Program::closeImages()
 {
-    if (interface_.isVisible()) {
-        planche_.unload();
+    if (windows_->interface.isVisible()) {
+        windows_->browser.unload();
     } else {
         end();
     }
@@ -266,7 +268,7 @@ void Program::closeImages()
 void Program::open(const QString &path)
 {
     if (opener_.open(path) == OpenOutcome::NoOpener) {
-        planche_.showMessage(
+        windows_->browser.showMessage(
             tr("%1 cannot be opened: xdg-open is not installed").arg(pathWithoutCredentials(path)));
     }
 }
@@ -277,8 +279,8 @@ void Program::bringToFront()
     if (ending_) {
         return;
     }
-    if (interface_.isVisible()) {
-        velmora::bringToFront(interface_);
+    if (windows_->interface.isVisible()) {
+        velmora::bringToFront(windows_->interface);
     } else {
         showImages();
     }
@@ -296,31 +298,31 @@ void Program::end()
 
 void Program::hideWindows()
 {
-    interface_.allowClose();
-    planche_.allowClose();
+    windows_->interface.allowClose();
+    windows_->browser.allowClose();
     images_.browser().close();
-    film_.close();
-    importWindow_.close();
-    alarm_.close();
-    sheet_.close();
-    list_.close();
-    calendar_.close();
-    healthWindow_.close();
+    windows_->film.close();
+    windows_->import.close();
+    windows_->alarm.close();
+    windows_->sheet.close();
+    windows_->list.close();
+    windows_->calendar.close();
+    windows_->health.close();
     images_.filmMaker().cancel();
-    filmKeep_.close();
-    zoom_.close();
-    interface_.close();
-    planche_.close();
-    splash_.close();
+    windows_->filmKeep.close();
+    windows_->zoom.close();
+    windows_->interface.close();
+    windows_->browser.close();
+    windows_->splash.close();
 }
 
 QCoro::Task<> Program::lastPass()
 {
-    closing_.present();
+    windows_->closing.present();
     const std::chrono::milliseconds limit = 2 * engine_.options().downloadLimit() + 5s;
     engine_.launch(giveUpAfter(limit));
     co_await engine_.scheduler().lastTick();
-    closing_.close();
+    windows_->closing.close();
 }
 
 QCoro::Task<> Program::giveUpAfter(std::chrono::milliseconds limit)
@@ -354,9 +356,9 @@ void Program::leaveAfterError(const QString &text)
 
 QCoro::Task<> Program::leaveAtOnce()
 {
-    interface_.allowClose();
-    planche_.allowClose();
-    closing_.close();
+    windows_->interface.allowClose();
+    windows_->browser.allowClose();
+    windows_->closing.close();
     co_await engine_.close();
     QCoreApplication::quit();
 }

@@ -5,26 +5,15 @@
 #include "health/HealthEngine.h"
 #include "tools/BrowserEngine.h"
 #include "tools/ImportEngine.h"
-#include "ui/Alarm.h"
-#include "ui/CalendarWindow.h"
-#include "ui/CameraListWindow.h"
-#include "ui/CameraSheet.h"
-#include "ui/FilmKeep.h"
-#include "ui/HealthWindow.h"
-#include "ui/Interface.h"
 #include "ui/MessageBoxes.h"
-#include "ui/TitleBox.h"
-#include "ui/TopMost.h"
-#include "ui/Zoom.h"
-#include "ui/fCine.h"
-#include "ui/frmImport.h"
 #include "ui/mOuvreLien.h"
-#include "ui/planche.h"
 #include "view/CaptureView.h"
 
 #include <memory>
 
 namespace velmora {
+
+struct ProgramWindows;
 
 class Program : public QObject
 {
@@ -33,6 +22,8 @@ class Program : public QObject
 public:
     /// Everything passed in outlives the program.
     Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sender);
+    Q_DISABLE_COPY_MOVE(Program)
+    ~Program() override;
 
     /// Runs the start-up, which ends with the first pass.
     void start();
@@ -84,19 +75,7 @@ private:
     ImportEngine import_;
     MessageBoxes messages_;
     mOuvreLien links_;
-    Interface interface_;
-    CameraSheet sheet_;
-    CameraListWindow list_;
-    planche planche_;
-    fCine film_;
-    frmImport importWindow_;
-    Alarm alarm_;
-    CalendarWindow calendar_;
-    HealthWindow healthWindow_;
-    FilmKeep filmKeep_;
-    Zoom zoom_;
-    frmSplash splash_;
-    frmQuitte closing_;
+    std::unique_ptr<ProgramWindows> windows_;
     bool ending_ = false;
     ErrorExit errorExit_;
     TaskScope shutdown_;

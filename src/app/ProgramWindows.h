@@ -1,0 +1,45 @@
+// All windows of the program.
+#pragma once
+
+#include "ui/Alarm.h"
+#include "ui/CalendarWindow.h"
+#include "ui/CameraListWindow.h"
+#include "ui/CameraSheet.h"
+#include "ui/FilmKeep.h"
+#include "ui/HealthWindow.h"
+#include "ui/Interface.h"
+#include "ui/TitleBox.h"
+#include "ui/Zoom.h"
+#include "ui/fCine.h"
+#include "ui/frmImport.h"
+#include "ui/planche.h"
+
+namespace velmora {
+
+class BrowserEngine;
+class HealthEngine;
+class ImportEngine;
+
+/// A member for each window, all hidden at first.
+struct ProgramWindows
+{
+    /// Everything passed in outlives the windows.
+    ProgramWindows(CaptureEngine &engine, CaptureView &view, BrowserEngine &images,
+                   HealthEngine &watched, ImportEngine &imports, DesktopOpener &opener);
+
+    Interface interface;
+    CameraSheet sheet;
+    CameraListWindow list;
+    planche browser;
+    fCine film;
+    frmImport import;
+    Alarm alarm;
+    CalendarWindow calendar;
+    HealthWindow health;
+    FilmKeep filmKeep;
+    Zoom zoom;
+    frmSplash splash;
+    frmQuitte closing;
+};
+
+} // namespace velmora

@@ -1,54 +1,17 @@
 #include "BenchHouse.h"
 
-#include <QDir>
 #include <QEventLoop>
 
 #include <algorithm>
-#include <ctime>
 
 namespace velmora::bench {
 namespace {
 
-constexpr int kStartMs = 5000;
 constexpr double kNsPerMs = 1e6;
 constexpr int kTurnsToPaint = 50; // of a timer that fires every millisecond
 constexpr int kTickBeforeLast = 59;
 
 } // namespace
-
-Cameras::Cameras(const QString &server, int delayMs, int bodyBytes)
-{
-    process_.start(server, {QString::number(delayMs), QString::number(bodyBytes)});
-    process_.waitForReadyRead(kStartMs);
-    port_ = process_.readLine().trimmed().toInt();
-}
-
-Cameras::~Cameras()
-{
-    process_.closeWriteChannel();
-    process_.waitForFinished(kStartMs);
-}
-
-QString Cameras::url(int group, int row, bool dead) const
-{
-    return QStringLiteral("http://127.0.0.1:%1/%2%3/%4.png")
-        .arg(port_)
-        .arg(dead ? QStringLiteral("hole") : QStringLiteral("cam"))
-        .arg(group)
-        .arg(row);
-}
-
-Folder::Folder(const std::function<QString(int group, int row)> &url)
-{
-    QDir(folder_.path()).mkpath(QStringLiteral("drives/c/in"));
-    const SettingsFile settings(folder_.path());
-    for (int group = 0; group < kGroups; ++group) {
-        settings.write(listSection(group), u"LstAct", 1);
-        for (int row = 0; row < kRows; ++row) {
-            settings.write(listSection(group), rowKey(u"lst", row), url(group, row));
-        }
-    }
-}
 
 House::House(const QString &programFolder)
     : engine_(programFolder, clock_, http_)
@@ -103,7 +66,7 @@ double House::passMs()
     gap_.restart();
     turnBeganMs_ = processorMs();
     run(engine_.scheduler().Timer_Timer());
-    const double elapsed = static_cast<double>(timer.nsecsElapsed()) / kNsPerMs;
+    const double elapsed = msSince(timer);
     engine_.timer().stop();
     return elapsed;
 }
@@ -131,19 +94,6 @@ double House::longestGapMs()
 double House::longestTurnMs()
 {
     return std::exchange(longestTurnMs_, 0);
-}
-
-double processorMs()
-{
-    timespec time = {};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / kNsPerMs;
-}
-
-double median(QList<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
 }
 
 } // namespace velmora::bench

@@ -1,47 +1,17 @@
-// A program folder with a hundred cameras, the engine that captures them with its window open, and
-// the cameras' server: the basis of the whole-program measurements.
+// The engine that captures a program folder's cameras, with its window open: the basis of most
+// whole-program measurements.
 #pragma once
 
+#include "Cameras.h"
+#include "Measures.h"
 #include "base/DesktopOpener.h"
 #include "capture/CaptureEngine.h"
 #include "ui/Interface.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <functional>
+#include <QTimer>
 
 namespace velmora::bench {
-
-/// The server process of a measurement.
-class Cameras
-{
-public:
-    /// server: path of bench_camera_server.
-    Cameras(const QString &server, int delayMs, int bodyBytes);
-    Q_DISABLE_COPY_MOVE(Cameras)
-    ~Cameras();
-
-    [[nodiscard]] QString url(int group, int row, bool dead = false) const;
-
-private:
-    QProcess process_;
-    int port_ = 0;
-};
-
-/// A temporary program folder.
-class Folder
-{
-public:
-    /// url: address of each camera; all groups are switched on.
-    explicit Folder(const std::function<QString(int group, int row)> &url);
-
-    [[nodiscard]] QString path() const { return folder_.path(); }
-
-private:
-    QTemporaryDir folder_;
-};
 
 /// The engine with its main window shown.
 class House
@@ -86,11 +56,5 @@ private:
     double turnBeganMs_ = 0;
     double longestTurnMs_ = 0;
 };
-
-/// Processor time of this process so far; milliseconds.
-[[nodiscard]] double processorMs();
-
-/// The median.
-[[nodiscard]] double median(QList<double> values);
 
 } // namespace velmora::bench

@@ -22,11 +22,15 @@ namespace {
 
 constexpr mode_t kImage = S_IFREG | 0644;
 
-QString makeFolder(const QString &path, int images)
+constexpr int kGroupFolders = 10;
+constexpr std::chrono::local_days kNewestDay{std::chrono::year{2025} / std::chrono::December / 1};
+
+// The last newestDay images are of one day.
+QString makeFolder(const QString &path, int images, int newestDay)
 {
     QDir().mkpath(path);
     const UniqueFd folder(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY));
-    WallTime time = std::chrono::local_days{std::chrono::year{2025} / std::chrono::January / 1};
+    WallTime time = kNewestDay - std::chrono::minutes{images - newestDay};
     for (int i = 0; i < images; ++i) {
         const QByteArray name = QFile::encodeName(imageName(time, time, QStringLiteral(".jpg")));
         if (::mknodat(folder.get(), name.constData(), kImage, 0) != 0) {
@@ -39,12 +43,14 @@ QString makeFolder(const QString &path, int images)
 
 } // namespace
 
-CameraFolders::CameraFolders(const QString &parent, int large, int small, int smallOnes)
+CameraFolders::CameraFolders(const QString &parent, const Sizes &sizes)
     : parent_(parent + QStringLiteral("/listing_bench_XXXXXX"))
-    , large_(makeFolder(parent_.filePath(QStringLiteral("large")), large))
+    , large_(makeFolder(parent_.filePath(QStringLiteral("large")), sizes.large, sizes.newestDay))
+    , medium_(makeFolder(parent_.filePath(QStringLiteral("medium")), sizes.medium, sizes.newestDay))
 {
-    for (int i = 0; i < smallOnes; ++i) {
-        small_.push_back(makeFolder(parent_.filePath(QString::number(i)), small));
+    for (int i = 0; i < kGroupFolders; ++i) {
+        group_.push_back(
+            makeFolder(parent_.filePath(QString::number(i)), sizes.group, sizes.newestDay));
     }
 }
 

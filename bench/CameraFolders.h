@@ -12,17 +12,29 @@ namespace velmora::bench {
 class CameraFolders
 {
 public:
+    /// Images in each folder.
+    struct Sizes
+    {
+        int large = 0;
+        int medium = 0;
+        int group = 0; // in each of the ten of a group
+        int newestDay = 0;
+    };
+
     /// parent: where they are made; its file system is measured.
-    CameraFolders(const QString &parent, int large, int small, int smallOnes);
+    CameraFolders(const QString &parent, const Sizes &sizes);
 
     [[nodiscard]] const QString &large() const { return large_; }
 
-    [[nodiscard]] const std::vector<QString> &small() const { return small_; }
+    [[nodiscard]] const QString &medium() const { return medium_; }
+
+    [[nodiscard]] const std::vector<QString> &group() const { return group_; }
 
 private:
     QTemporaryDir parent_;
     QString large_;
-    std::vector<QString> small_;
+    QString medium_;
+    std::vector<QString> group_;
 };
 
 /// Reads a folder with the bare system call, as fast as possible; returns the number of names.

@@ -7,13 +7,14 @@
 #include <QRandomGenerator>
 
 #include <cmath>
-#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace velmora::bench {
 namespace {
 
-constexpr int kPictures = 20;             // different ones; the others are links to them
+constexpr int kPictures = 20; // different ones; the others are links to them
+constexpr mode_t kImage = S_IFREG | 0644;
 constexpr qint64 kFirstMinute = 18993600; // of the names: 2006
 
 // Gradients with some noise, like a camera's.
@@ -51,17 +52,22 @@ void fillCamera(const QString &folder, int names, int pictures, double megapixel
         picture(megapixels, i).save(path, "JPEG", 85);
         sources.append(QFile::encodeName(path));
     }
-    for (int i = 0; i < names; ++i) {
+    for (int i = 0; i < names - pictures; ++i) {
+        addEmptyImage(folder, i);
+    }
+    for (int i = names - pictures; i < names; ++i) {
         const QByteArray path = root + imageName(kFirstMinute + i);
-        if (i >= names - pictures) {
-            static_cast<void>(::link(sources[i % kPictures].constData(), path.constData()));
-        } else {
-            ::close(::open(path.constData(), O_CREAT | O_WRONLY, 0644));
-        }
+        static_cast<void>(::link(sources[i % kPictures].constData(), path.constData()));
     }
     for (const QByteArray &source : sources) {
         ::unlink(source.constData());
     }
+}
+
+void addEmptyImage(const QString &folder, int number)
+{
+    const QByteArray path = QFile::encodeName(folder) + '/' + imageName(kFirstMinute + number);
+    static_cast<void>(::mknod(path.constData(), kImage, 0));
 }
 
 } // namespace velmora::bench

@@ -9,4 +9,7 @@ namespace velmora::bench {
 /// list, empty files before them.
 void fillCamera(const QString &folder, int names, int pictures, double megapixels);
 
+/// Adds an empty file with the name of that image; number: 0-based, in the order of time.
+void addEmptyImage(const QString &folder, int number);
+
 } // namespace velmora::bench

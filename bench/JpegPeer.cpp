@@ -4,10 +4,8 @@
 #include <QImage>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <jpeglib.h>
 #include <random>
 
@@ -114,27 +112,6 @@ int decodeWithLibrary(const QString &path, QSize least, PeerPixels pixels)
     jpeg_finish_decompress(&info);
     jpeg_destroy_decompress(&info);
     return rows;
-}
-
-double Contest::median(std::vector<double> times)
-{
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::nth_element(times.begin(), middle, times.end());
-    return *middle;
-}
-
-double Contest::clockMs()
-{
-    return std::chrono::duration<double, std::milli>(
-               std::chrono::steady_clock::now().time_since_epoch())
-        .count();
-}
-
-double Contest::processorMs()
-{
-    timespec time = {};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
 } // namespace velmora::bench

@@ -1,6 +1,8 @@
 // Camera images made for a measurement, and the decoder's own library as the peer to compare with.
 #pragma once
 
+#include "Measures.h"
+
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -45,11 +47,9 @@ public:
     template <typename Work>
     void run(std::size_t kind, Work work)
     {
-        const double clock = clockMs();
         const double processor = processorMs();
-        work();
-        processor_.at(kind).push_back(processorMs() - processor);
-        clock_.at(kind).push_back(clockMs() - clock);
+        clock_.at(kind).append(msOf(work));
+        processor_.at(kind).append(processorMs() - processor);
     }
 
     [[nodiscard]] double medianMs(std::size_t kind) const { return median(clock_.at(kind)); }
@@ -60,12 +60,8 @@ public:
     }
 
 private:
-    static double clockMs();
-    static double processorMs();
-    static double median(std::vector<double> times);
-
-    std::vector<std::vector<double>> clock_;
-    std::vector<std::vector<double>> processor_;
+    std::vector<QList<double>> clock_;
+    std::vector<QList<double>> processor_;
 };
 
 } // namespace velmora::bench

@@ -61,6 +61,6 @@ int main(int argc, char **argv)
                         << ",\"plain_ratio\":" << contest.medianMs(Plain) / peer
                         << ",\"plain_processor_ratio\":"
                         << contest.medianProcessorMs(Plain) / peerProcessor
-                        << ",\"limit_ratio\":1.3,\"rows\":" << rows << "}\n";
+                        << ",\"limit_ratio\":1.15,\"rows\":" << rows << "}\n";
     return 0;
 }

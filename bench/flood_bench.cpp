@@ -6,24 +6,24 @@
 #include "base/KeptMemory.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QTextStream>
+
+#include <sys/resource.h>
 
 namespace {
 
 using namespace velmora;
 using namespace velmora::bench;
 
-double statusMb(const char *key)
+constexpr double kMemoryLimitMb = 64;
+constexpr double kTurnLimitMs = 16;
+
+// The most memory that the process has had resident so far.
+double peakMb()
 {
-    QFile status(QStringLiteral("/proc/self/status"));
-    static_cast<void>(status.open(QIODevice::ReadOnly));
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith(key)) {
-            return line.simplified().split(' ').value(1).toDouble() / 1024;
-        }
-    }
-    return 0;
+    rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
 } // namespace
@@ -52,12 +52,16 @@ int main(int argc, char **argv)
     house.paintFirst();
     static_cast<void>(house.longestGapMs());
     static_cast<void>(house.longestTurnMs());
-    const double idle = statusMb("VmRSS");
+    const double idle = residentMb();
     const double ms = house.passMs();
-    QTextStream(stdout) << "{\"bench\":\"flood\",\"cameras\":" << count << ",\"bytes\":" << bytes
-                        << ",\"pass_ms\":" << ms << ",\"idle_mb\":" << idle
-                        << ",\"most_above_idle_mb\":" << statusMb("VmHWM") - idle
-                        << ",\"longest_gap_ms\":" << house.longestGapMs()
-                        << ",\"longest_turn_processor_ms\":" << house.longestTurnMs() << "}\n";
+    Report(QStringLiteral("flood"))
+        .add(QStringLiteral("cameras"), count)
+        .add(QStringLiteral("bytes"), bytes)
+        .add(QStringLiteral("pass_ms"), ms)
+        .add(QStringLiteral("idle_mb"), idle)
+        .limited(QStringLiteral("most_above_idle_mb"), peakMb() - idle, kMemoryLimitMb)
+        .add(QStringLiteral("longest_gap_ms"), house.longestGapMs())
+        .limited(QStringLiteral("longest_turn_processor_ms"), house.longestTurnMs(), kTurnLimitMs)
+        .print();
     return 0;
 }

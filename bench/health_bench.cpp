@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QTextStream>
 
 #include <algorithm>
 
@@ -21,7 +20,8 @@ using namespace velmora;
 using namespace velmora::bench;
 
 constexpr int kFull = 10;
-constexpr double kNsPerMs = 1e6;
+constexpr double kFirstLimitMs = 100;
+constexpr double kGapLimitMs = 16;
 
 QString url(int group, int row)
 {
@@ -47,11 +47,6 @@ struct Start
     double gapMs = 0;
 };
 
-double since(const QElapsedTimer &timer)
-{
-    return static_cast<double>(timer.nsecsElapsed()) / kNsPerMs;
-}
-
 Start start(const Folder &folder, int names)
 {
     House house(folder.path());
@@ -69,12 +64,12 @@ Start start(const Folder &folder, int names)
             static_cast<void>(table.index(row, column).data());
         }
     }
-    Start found{since(timer), 0, 0};
+    Start found{msSince(timer), 0, 0};
     const CameraAddress last{0, kFull - 1};
     while (health.book().camera(last).images < names) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    found.allMs = since(timer);
+    found.allMs = msSince(timer);
     found.gapMs = house.longestGapMs();
     health.book().save();
     return found;
@@ -86,16 +81,18 @@ int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     const int names = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 500'000;
-    const Folder folder(&url);
+    const Folder folder(url);
     fill(folder, names);
     const Start counted = start(folder, names);
     const Start known = start(folder, names);
-    QTextStream(stdout) << "{\"bench\":\"health_start\",\"names\":" << names
-                        << ",\"cameras\":" << kGroups * kRows
-                        << ",\"first_numbers_ms\":" << known.firstMs
-                        << ",\"limit_ms\":100,\"first_unknown_ms\":" << counted.firstMs
-                        << ",\"all_counted_ms\":" << counted.allMs
-                        << ",\"longest_gap_ms\":" << std::max(known.gapMs, counted.gapMs)
-                        << ",\"gap_limit_ms\":16}\n";
+    Report(QStringLiteral("health_start"))
+        .add(QStringLiteral("names"), names)
+        .add(QStringLiteral("cameras"), kGroups * kRows)
+        .limited(QStringLiteral("first_numbers_ms"), known.firstMs, kFirstLimitMs)
+        .add(QStringLiteral("first_unknown_ms"), counted.firstMs)
+        .add(QStringLiteral("all_counted_ms"), counted.allMs)
+        .limited(QStringLiteral("longest_gap_ms"), std::max(known.gapMs, counted.gapMs),
+                 kGapLimitMs)
+        .print();
     return 0;
 }

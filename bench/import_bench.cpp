@@ -1,7 +1,8 @@
 // An import run over a folder of pictures compared with `cp` of the same folder, alternating in one
 // run: the time of each, and the longest gap of the event loop while the program copies.
-//   import_bench FOLDER FILES BYTES ROUNDS
+//   import_bench FOLDER [FILES [BYTES [ROUNDS]]]
 // FOLDER: an existing one on the disk to be measured; whatever is made in it is removed.
+#include "Measures.h"
 #include "tools/ImportRun.h"
 
 #include <QCoreApplication>
@@ -19,6 +20,10 @@
 namespace {
 
 using namespace velmora;
+using namespace velmora::bench;
+
+constexpr double kLimit = 1.0; // of cp's time
+constexpr double kGapLimitMs = 16;
 
 QByteArray randomBytes(qint64 count)
 {
@@ -40,12 +45,6 @@ void fill(const QString &folder, int files, qint64 bytes)
             qFatal("the disk cannot hold the pictures");
         }
     }
-}
-
-double median(QList<double> values)
-{
-    std::ranges::sort(values);
-    return values.at(values.size() / 2);
 }
 
 struct Figures
@@ -79,22 +78,21 @@ Figures import(const QString &source, const QString &target)
                             &figures, &done);
     while (!done) {
         QCoreApplication::processEvents(QEventLoop::AllEvents);
-        figures.gapMs = std::max(figures.gapMs, static_cast<double>(turn.nsecsElapsed()) / 1e6);
+        figures.gapMs = std::max(figures.gapMs, msSince(turn));
         turn.restart();
     }
-    figures.ms = static_cast<double>(whole.nsecsElapsed()) / 1e6;
+    figures.ms = msSince(whole);
     return figures;
 }
 
 double copyMs(const QString &source, const QString &target)
 {
-    QElapsedTimer timer;
-    timer.start();
-    QProcess copy;
-    copy.start(QStringLiteral("cp"), {QStringLiteral("-r"), QStringLiteral("--reflink=auto"),
-                                      source + QStringLiteral("/."), target});
-    copy.waitForFinished(-1);
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    return msOf([&] {
+        QProcess copy;
+        copy.start(QStringLiteral("cp"), {QStringLiteral("-r"), QStringLiteral("--reflink=auto"),
+                                          source + QStringLiteral("/."), target});
+        copy.waitForFinished(-1);
+    });
 }
 
 // Lets the disk come to rest before each measurement, as far as possible.
@@ -105,39 +103,72 @@ void makeEmpty(const QString &folder)
     ::sync();
 }
 
+struct Rounds
+{
+    QList<double> ownMs;
+    QList<double> peerMs;
+    QList<double> gapMs;
+    int copied = 0; // in the round with the fewest
+
+    void addOwn(const QString &source, const QString &target)
+    {
+        makeEmpty(target);
+        const Figures figures = import(source, target);
+        ownMs.append(figures.ms);
+        gapMs.append(figures.gapMs);
+        copied = ownMs.size() == 1 ? figures.copied : std::min(copied, figures.copied);
+    }
+
+    void addPeer(const QString &source, const QString &target)
+    {
+        makeEmpty(target);
+        peerMs.append(copyMs(source, target));
+    }
+};
+
+// Which of the two begins changes from round to round.
+Rounds measure(const QString &source, const QString &target, int rounds)
+{
+    Rounds found;
+    for (int round = 0; round < rounds; ++round) {
+        const bool isPeerFirst = round % 2 == 0;
+        if (isPeerFirst) {
+            found.addPeer(source, target);
+        }
+        found.addOwn(source, target);
+        if (!isPeerFirst) {
+            found.addPeer(source, target);
+        }
+    }
+    return found;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    if (argc != 5) {
-        QTextStream(stderr) << "import_bench FOLDER FILES BYTES ROUNDS\n";
+    const QStringList words = QCoreApplication::arguments();
+    if (words.size() < 2) {
+        QTextStream(stderr) << "import_bench FOLDER [FILES [BYTES [ROUNDS]]]\n";
         return 2;
     }
-    const QTemporaryDir place(QString::fromLocal8Bit(argv[1]) +
-                              QStringLiteral("/velmora-import-XXXXXX"));
-    const int files = QString::fromLocal8Bit(argv[2]).toInt();
-    const qint64 bytes = QString::fromLocal8Bit(argv[3]).toLongLong();
+    const QTemporaryDir place(words.at(1) + QStringLiteral("/velmora-import-XXXXXX"));
+    const int files = words.value(2, QStringLiteral("3000")).toInt();
+    const qint64 bytes = words.value(3, QStringLiteral("200000")).toLongLong();
     const QString source = place.filePath(QStringLiteral("from"));
-    const QString target = place.filePath(QStringLiteral("to"));
     fill(source, files, bytes);
-    QList<double> own;
-    QList<double> peer;
-    double gapMs = 0;
-    int copied = files;
-    for (int round = 0; round < QString::fromLocal8Bit(argv[4]).toInt(); ++round) {
-        makeEmpty(target);
-        peer.append(copyMs(source, target));
-        makeEmpty(target);
-        const Figures figures = import(source, target);
-        own.append(figures.ms);
-        gapMs = std::max(gapMs, figures.gapMs);
-        copied = std::min(copied, figures.copied);
-    }
-    QTextStream(stdout) << "{\"bench\":\"import\",\"files\":" << files << ",\"bytes\":" << bytes
-                        << ",\"copied\":" << copied << ",\"import_ms\":" << median(own)
-                        << ",\"cp_ms\":" << median(peer)
-                        << ",\"ratio\":" << median(own) / median(peer)
-                        << ",\"limit_ratio\":1.0,\"gap_ms\":" << gapMs << ",\"limit_gap_ms\":16}\n";
-    return copied == files ? 0 : 1;
+    const Rounds found = measure(source, place.filePath(QStringLiteral("to")),
+                                 words.value(4, QStringLiteral("7")).toInt());
+    Report(QStringLiteral("import"))
+        .add(QStringLiteral("files"), files)
+        .add(QStringLiteral("bytes"), static_cast<double>(bytes))
+        .add(QStringLiteral("rounds"), static_cast<double>(found.ownMs.size()))
+        .add(QStringLiteral("copied"), found.copied)
+        .add(QStringLiteral("import_ms"), median(found.ownMs))
+        .add(QStringLiteral("cp_ms"), median(found.peerMs))
+        .limited(QStringLiteral("to_cp"), median(found.ownMs) / median(found.peerMs), kLimit)
+        .limited(QStringLiteral("longest_gap_ms"), largest(found.gapMs), kGapLimitMs)
+        .print();
+    return found.copied == files ? 0 : 1;
 }

@@ -1,14 +1,15 @@
-// Listing very full camera folders, compared with the bare system call and `ls` in the same run.
+// Listing very full camera folders, and finding the newest images of a group, compared with the
+// bare system call and `ls` in the same run.
 //   listing_bench FOLDER [IMAGES [ROUNDS]]
-// IMAGES: in the large folder; ten others have a fifth of that. FOLDER: where they are made.
+// FOLDER: where the cameras' folders are made. IMAGES: in the largest; a second has a fifth of
+// that, and each of the ten of a group a twenty-fifth, of which the newest day has a
+// five-hundredth.
 #include "CameraFolders.h"
+#include "Measures.h"
 #include "browser/FolderReader.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTextStream>
 #include <QTimer>
 
 #include <algorithm>
@@ -22,23 +23,14 @@ namespace {
 using namespace velmora;
 using namespace velmora::bench;
 
-constexpr int kFolders = 10;
+constexpr int kUsualImages = 500'000;
+constexpr int kUsualRounds = 15;
 constexpr std::size_t kBuffers[] = {32U << 10U, 64U << 10U, 128U << 10U, 256U << 10U, 1U << 20U};
-constexpr double kNsPerMs = 1e6;
-
-double ms(const std::function<void()> &work)
-{
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return static_cast<double>(timer.nsecsElapsed()) / kNsPerMs;
-}
-
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
+constexpr double kListLimit = 1.10;   // of the bare system call's time
+constexpr double kNewestLimit = 1.2;  // of ten such loops
+constexpr double kRefreshLimitMs = 1; // of a group
+constexpr double kAgainLimitMs = 1;
+constexpr double kGapLimitMs = 16;
 
 // Runs a reading on the event loop.
 template <typename T>
@@ -50,12 +42,12 @@ T awaited(QCoro::Task<T> task)
 double listMs(FolderReader &reader, const QString &folder)
 {
     std::shared_ptr<const ImageNames> names;
-    return ms([&] { names = awaited(reader.names(folder, {})); });
+    return msOf([&] { names = awaited(reader.names(folder, {})); });
 }
 
 double newestMs(FolderReader &reader, const std::vector<QString> &folders)
 {
-    return ms([&] {
+    return msOf([&] {
         for (const QString &folder : folders) {
             static_cast<void>(awaited(reader.newest(folder, {})));
         }
@@ -67,22 +59,21 @@ double longestGapMs(Clock &clock, const QString &folder)
 {
     QTimer timer;
     QElapsedTimer gap;
-    qint64 longest = 0;
+    double longest = 0;
     QObject::connect(&timer, &QTimer::timeout,
-                     [&] { longest = std::max(longest, gap.nsecsElapsed()), gap.restart(); });
+                     [&] { longest = std::max(longest, msSince(gap)), gap.restart(); });
     gap.start();
     timer.start(std::chrono::milliseconds{1});
     FolderReader reader(clock);
     static_cast<void>(awaited(reader.names(folder, {})));
-    longest = std::max(longest, gap.nsecsElapsed());
-    return static_cast<double>(longest) / kNsPerMs;
+    return std::max(longest, msSince(gap));
 }
 
 // Times of the same work in several rounds.
 class Series
 {
 public:
-    void add(const std::string &name, double value) { values_[name].push_back(value); }
+    void add(const std::string &name, double value) { values_[name].append(value); }
 
     [[nodiscard]] double operator[](const std::string &name) const
     {
@@ -99,23 +90,20 @@ public:
         return best;
     }
 
-    [[nodiscard]] double largest(const std::string &name) const
-    {
-        return *std::ranges::max_element(values_.at(name));
-    }
+    [[nodiscard]] double most(const std::string &name) const { return largest(values_.at(name)); }
 
 private:
-    std::map<std::string, std::vector<double>> values_;
+    std::map<std::string, QList<double>> values_;
 };
 
 void measurePlain(Series &series, const CameraFolders &folders)
 {
     for (const std::size_t buffer : kBuffers) {
         const std::string size = std::to_string(buffer);
-        series.add("large" + size, ms([&] { readPlainly(folders.large(), buffer); }));
-        series.add("one" + size, ms([&] { readPlainly(folders.small().front(), buffer); }));
-        series.add("ten" + size, ms([&] {
-                       for (const QString &folder : folders.small()) {
+        series.add("large" + size, msOf([&] { readPlainly(folders.large(), buffer); }));
+        series.add("medium" + size, msOf([&] { readPlainly(folders.medium(), buffer); }));
+        series.add("group" + size, msOf([&] {
+                       for (const QString &folder : folders.group()) {
                            readPlainly(folder, buffer);
                        }
                    }));
@@ -127,42 +115,42 @@ void measureRound(Series &series, const CameraFolders &folders, Clock &clock)
     FolderReader reader(clock);
     measurePlain(series, folders);
     series.add("list large", listMs(reader, folders.large()));
-    series.add("list one", listMs(reader, folders.small().front()));
+    series.add("list medium", listMs(reader, folders.medium()));
     series.add("again", listMs(reader, folders.large()));
-    series.add("newest", newestMs(reader, folders.small()));
-    series.add("newest again", newestMs(reader, folders.small()));
-    series.add("readdir large", ms([&] { readByLibrary(folders.large()); }));
-    series.add("ls large", ms([&] { runLs(folders.large()); }));
-    series.add("ls one", ms([&] { runLs(folders.small().front()); }));
+    series.add("newest", newestMs(reader, folders.group()));
+    series.add("newest again", newestMs(reader, folders.group()));
+    series.add("readdir large", msOf([&] { readByLibrary(folders.large()); }));
+    series.add("ls large", msOf([&] { runLs(folders.large()); }));
+    series.add("ls medium", msOf([&] { runLs(folders.medium()); }));
     series.add("gap", longestGapMs(clock, folders.large()));
 }
 
-QJsonObject report(const Series &series, int images)
+void addList(Report &report, const Series &series, const std::string &size, int images)
 {
-    const double large = series["list large"];
-    const double one = series["list one"];
-    const double newest = series["newest"];
-    return {
-        {QStringLiteral("bench"), QStringLiteral("listing")},
-        {QStringLiteral("images"), images},
-        {QStringLiteral("list_ms"), large},
-        {QStringLiteral("list_to_getdents"), large / series.plain("large")},
-        {QStringLiteral("list_to_ls"), large / series["ls large"]},
-        {QStringLiteral("readdir_to_getdents"), series["readdir large"] / series.plain("large")},
-        {QStringLiteral("fifth_ms"), one},
-        {QStringLiteral("fifth_to_getdents"), one / series.plain("one")},
-        {QStringLiteral("fifth_to_ls"), one / series["ls one"]},
-        {QStringLiteral("newest_of_ten_ms"), newest},
-        {QStringLiteral("newest_of_ten_to_getdents"), newest / series.plain("ten")},
-        {QStringLiteral("newest_of_ten_again_ms"), series["newest again"]},
-        {QStringLiteral("list_again_ms"), series["again"]},
-        {QStringLiteral("longest_gap_ms"), series["gap"]},
-        {QStringLiteral("longest_gap_of_all_ms"), series.largest("gap")}};
+    const QString name = QString::fromStdString(size);
+    const double ms = series["list " + size];
+    report.add(name + QStringLiteral("_images"), images)
+        .add(name + QStringLiteral("_ms"), ms)
+        .limited(name + QStringLiteral("_to_getdents"), ms / series.plain(size), kListLimit)
+        .add(name + QStringLiteral("_to_ls"), ms / series["ls " + size]);
 }
 
-int argument(int argc, char **argv, int index, int otherwise)
+void print(const Series &series, const CameraFolders::Sizes &sizes)
 {
-    return argc > index ? QString::fromLocal8Bit(argv[index]).toInt() : otherwise;
+    Report report(QStringLiteral("listing"));
+    addList(report, series, "large", sizes.large);
+    addList(report, series, "medium", sizes.medium);
+    report
+        .add(QStringLiteral("readdir_to_getdents"), series["readdir large"] / series.plain("large"))
+        .limited(QStringLiteral("list_again_ms"), series["again"], kAgainLimitMs)
+        .add(QStringLiteral("group_images"), sizes.group)
+        .add(QStringLiteral("newest_of_ten_ms"), series["newest"])
+        .limited(QStringLiteral("newest_of_ten_to_getdents"),
+                 series["newest"] / series.plain("group"), kNewestLimit)
+        .add(QStringLiteral("newest_day_images"), sizes.newestDay)
+        .limited(QStringLiteral("group_refresh_ms"), series["newest again"], kRefreshLimitMs)
+        .limited(QStringLiteral("longest_gap_ms"), series.most("gap"), kGapLimitMs)
+        .print();
 }
 
 } // namespace
@@ -170,18 +158,18 @@ int argument(int argc, char **argv, int index, int otherwise)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    const int images = argument(argc, argv, 2, 5'000);
-    const int rounds = argument(argc, argv, 3, 1);
-    const QString parent = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("/tmp");
+    const QStringList words = QCoreApplication::arguments();
+    const int images = words.value(2, QString::number(kUsualImages)).toInt();
+    const int rounds = words.value(3, QString::number(kUsualRounds)).toInt();
+    const CameraFolders::Sizes sizes{images, images / 5, images / 25, images / 500};
     SystemClock clock;
-    const CameraFolders folders(parent, images, images / 5, kFolders);
+    const CameraFolders folders(words.value(1, QStringLiteral("/tmp")), sizes);
     Series warmUp;
     measureRound(warmUp, folders, clock);
     Series series;
     for (int i = 0; i < rounds; ++i) {
         measureRound(series, folders, clock);
     }
-    QTextStream(stdout) << QJsonDocument(report(series, images)).toJson(QJsonDocument::Compact)
-                        << '\n';
+    print(series, sizes);
     return 0;
 }

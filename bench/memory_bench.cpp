@@ -4,10 +4,7 @@
 #include "base/KeptMemory.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QTextStream>
-
-#include <unistd.h>
 
 namespace {
 
@@ -15,14 +12,7 @@ using namespace velmora;
 using namespace velmora::bench;
 
 constexpr int kBodyBytes = 20 * 1024;
-
-double residentMb()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    static_cast<void>(file.open(QIODevice::ReadOnly));
-    const double pages = file.readAll().split(' ').value(1).toDouble();
-    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
-}
+constexpr double kLimitMb = 2;
 
 } // namespace
 
@@ -45,8 +35,11 @@ int main(int argc, char **argv)
         early = pass == firstPasses ? residentMb() : early;
     }
     const double late = residentMb();
-    QTextStream(stdout) << "{\"bench\":\"memory\",\"captures\":" << allPasses * kGroups * kRows
-                        << ",\"early_mb\":" << early << ",\"late_mb\":" << late
-                        << ",\"growth_mb\":" << late - early << ",\"limit_mb\":2}\n";
+    Report(QStringLiteral("memory"))
+        .add(QStringLiteral("captures"), allPasses * kGroups * kRows)
+        .add(QStringLiteral("early_mb"), early)
+        .add(QStringLiteral("late_mb"), late)
+        .limited(QStringLiteral("growth_mb"), late - early, kLimitMb)
+        .print();
     return 0;
 }

@@ -3,33 +3,107 @@
 //   pass_kinds_bench SERVER DELAY_MS PASSES
 #include "BenchHouse.h"
 #include "base/KeptMemory.h"
+#include "cameras/CameraChoices.h"
 #include "health/HealthEngine.h"
 #include "mail/SmtpClient.h"
+#include "settings/Keys.h"
 
 #include <QApplication>
 #include <QTextStream>
 
-#include <algorithm>
 #include <array>
+#include <memory>
+#include <vector>
 
 namespace {
 
 using namespace velmora;
 using namespace velmora::bench;
 
-constexpr int kBodyBytes = 200 * 1024;
+constexpr double kWatchedLimit = 1.02; // of a plain pass
+constexpr double kBareLimit = 1.05;
+constexpr double kGapLimitMs = 16;
 
 enum Kind : std::size_t { Plain, Watched, Bare, Kinds };
 
-void keepWhatDiffers(const QString &folder)
+struct Figures
 {
-    const SettingsFile settings(folder);
-    for (int group = 0; group < kGroups; ++group) {
-        for (int row = 0; row < kRows; ++row) {
-            settings.write(QStringLiteral("Camera%1%2").arg(group).arg(row), u"Keep",
-                           QStringLiteral("differing"));
+    std::array<QList<double>, Kinds> pass;
+    std::array<QList<double>, Kinds> processor;
+    QList<double> gapMs;
+};
+
+void keepWhatDiffers(const Folder &folder)
+{
+    const SettingsFile settings(folder.path());
+    for (int i = 0; i < kGroups * kRows; ++i) {
+        settings.write(cameraSection({i / kRows, i % kRows}), keys::kKeep.key,
+                       keepText({Keep::Differing}));
+    }
+}
+
+/// A window and an engine for each kind.
+class Houses
+{
+public:
+    explicit Houses(const Cameras &cameras)
+        : dated_([&cameras](int group, int row) { return cameras.url(group, row); })
+        , watched_([&cameras](int group, int row) { return cameras.url(group, row); })
+        , bare_([&cameras](int group, int row) {
+            return cameras.url(group, row).replace(QStringLiteral("/cam"), QStringLiteral("/bare"));
+        })
+    {
+        keepWhatDiffers(bare_);
+        for (const Folder *const folder : {&dated_, &watched_, &bare_}) {
+            houses_.push_back(std::make_unique<House>(folder->path()));
+            houses_.back()->engine().timer().stop(); // no pass of its own during another's
+        }
+        health_ = std::make_unique<HealthEngine>(houses_[Watched]->engine(), mail_);
+        health_->start();
+    }
+
+    void passOfEach(Figures *figures)
+    {
+        for (std::size_t kind = 0; kind < Kinds; ++kind) {
+            static_cast<void>(houses_[kind]->longestGapMs());
+            const double before = processorMs();
+            const double ms = houses_[kind]->passMs();
+            if (figures != nullptr) {
+                figures->processor.at(kind).append(processorMs() - before);
+                figures->pass.at(kind).append(ms);
+                figures->gapMs.append(houses_[kind]->longestGapMs());
+            }
         }
     }
+
+    ~Houses() = default;
+    Q_DISABLE_COPY_MOVE(Houses)
+
+private:
+    Folder dated_;
+    Folder watched_;
+    Folder bare_;
+    std::vector<std::unique_ptr<House>> houses_;
+    SmtpClient mail_;
+    std::unique_ptr<HealthEngine> health_;
+};
+
+void print(const Figures &figures, int delayMs)
+{
+    const double plain = median(figures.pass[Plain]);
+    Report(QStringLiteral("pass_kinds"))
+        .add(QStringLiteral("delay_ms"), delayMs)
+        .add(QStringLiteral("plain_ms"), plain)
+        .add(QStringLiteral("watched_ms"), median(figures.pass[Watched]))
+        .limited(QStringLiteral("watched_ratio"), median(figures.pass[Watched]) / plain,
+                 kWatchedLimit)
+        .add(QStringLiteral("undated_ms"), median(figures.pass[Bare]))
+        .limited(QStringLiteral("undated_ratio"), median(figures.pass[Bare]) / plain, kBareLimit)
+        .add(QStringLiteral("plain_processor_ms"), median(figures.processor[Plain]))
+        .add(QStringLiteral("watched_processor_ms"), median(figures.processor[Watched]))
+        .add(QStringLiteral("undated_processor_ms"), median(figures.processor[Bare]))
+        .limited(QStringLiteral("longest_gap_ms"), largest(figures.gapMs), kGapLimitMs)
+        .print();
 }
 
 } // namespace
@@ -38,54 +112,18 @@ int main(int argc, char **argv)
 {
     keepFreedMemory();
     const QApplication application(argc, argv);
-    if (argc < 4) {
+    const QStringList words = QCoreApplication::arguments();
+    if (words.size() < 4) {
         QTextStream(stderr) << "pass_kinds_bench SERVER DELAY_MS PASSES\n";
         return 2;
     }
-    const int delayMs = QString::fromLocal8Bit(argv[2]).toInt();
-    const int passes = QString::fromLocal8Bit(argv[3]).toInt();
-    const Cameras cameras(QString::fromLocal8Bit(argv[1]), delayMs, kBodyBytes);
-    const auto dated = [&](int group, int row) { return cameras.url(group, row); };
-    const auto bare = [&](int group, int row) {
-        return cameras.url(group, row).replace(QStringLiteral("/cam"), QStringLiteral("/bare"));
-    };
-    const std::array folders{std::make_unique<Folder>(dated), std::make_unique<Folder>(dated),
-                             std::make_unique<Folder>(bare)};
-    keepWhatDiffers(folders[Bare]->path());
-    std::array<std::unique_ptr<House>, Kinds> houses;
-    for (std::size_t kind = 0; kind < Kinds; ++kind) {
-        houses.at(kind) = std::make_unique<House>(folders.at(kind)->path());
-        houses.at(kind)->engine().timer().stop(); // no pass of its own during another's
+    const Cameras cameras(words.at(1), words.at(2).toInt(), kPictureBytes);
+    Houses houses(cameras);
+    Figures figures;
+    houses.passOfEach(nullptr); // makes the folders and the settings' keys
+    for (int pass = 0; pass < words.at(3).toInt(); ++pass) {
+        houses.passOfEach(&figures);
     }
-    SmtpClient mail;
-    HealthEngine health(houses[Watched]->engine(), mail);
-    health.start();
-    std::array<QList<double>, Kinds> pass;
-    std::array<QList<double>, Kinds> processor;
-    std::array<double, Kinds> gap{};
-    for (int i = -1; i < passes; ++i) { // the first creates folders and keys, and does not count
-        for (std::size_t kind = 0; kind < Kinds; ++kind) {
-            static_cast<void>(houses.at(kind)->longestGapMs());
-            const double before = processorMs();
-            const double ms = houses.at(kind)->passMs();
-            if (i >= 0) {
-                processor.at(kind).append(processorMs() - before);
-                pass.at(kind).append(ms);
-                gap.at(kind) = std::max(gap.at(kind), houses.at(kind)->longestGapMs());
-            }
-        }
-    }
-    const double plain = median(pass[Plain]);
-    QTextStream(stdout) << "{\"bench\":\"pass_kinds\",\"delay_ms\":" << delayMs
-                        << ",\"plain_ms\":" << plain << ",\"watched_ms\":" << median(pass[Watched])
-                        << ",\"watched_ratio\":" << median(pass[Watched]) / plain
-                        << ",\"watched_limit\":1.02,\"undated_ms\":" << median(pass[Bare])
-                        << ",\"undated_ratio\":" << median(pass[Bare]) / plain
-                        << ",\"undated_limit\":1.05,\"plain_processor_ms\":"
-                        << median(processor[Plain])
-                        << ",\"watched_processor_ms\":" << median(processor[Watched])
-                        << ",\"undated_processor_ms\":" << median(processor[Bare])
-                        << ",\"longest_gap_ms\":" << *std::ranges::max_element(gap) << "}\n";
-    houses = {};
+    print(figures, words.at(2).toInt());
     return 0;
 }

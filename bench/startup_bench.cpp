@@ -1,9 +1,12 @@
 // The time from the program's start to its first painted window and to its complete sheet, with a
 // very full camera selected, and the memory that it then takes; compared with an empty window of
-// the same toolkit.
-//   startup_bench VELMORA EMPTY_WINDOW NAMES RUNS
-// The toolkit's own log, which both programs are made to write, tells what was painted.
+// the same toolkit, and with a bare window that lists the same folder and decodes the same
+// pictures.
+//   startup_bench VELMORA EMPTY_WINDOW BARE_BROWSER NAMES RUNS
+// The toolkit's own log, which all three are made to write, tells what was painted.
 #include "FullCamera.h"
+#include "Measures.h"
+#include "settings/Keys.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -13,15 +16,20 @@
 #include <QTextStream>
 
 #include <algorithm>
-#include <unistd.h>
+#include <utility>
 
 namespace {
 
+using namespace velmora;
 using namespace velmora::bench;
 
 constexpr int kCells = 10;
 constexpr double kMegapixels = 2;
-constexpr int kSettleMs = 1500; // after the start, when everything has been painted
+constexpr double kFirstLimit = 1.7;  // of the empty window's time
+constexpr double kSheetLimit = 0.85; // of the bare window's time
+constexpr double kLaterLimitMs = 100;
+constexpr double kMemoryLimit = 2.0; // of the empty window's
+constexpr int kSettleMs = 1500;      // after the start, when everything has been painted
 const QByteArray kFlush = "Flushing top level";
 
 struct Start
@@ -30,14 +38,6 @@ struct Start
     double sheetMs = 0; // to the last of the ten cells
     double residentMb = 0;
 };
-
-double residentMb(qint64 process)
-{
-    QFile file(QStringLiteral("/proc/%1/statm").arg(process));
-    static_cast<void>(file.open(QIODevice::ReadOnly));
-    const double pages = file.readAll().split(' ').value(1).toDouble();
-    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
-}
 
 bool paintsCell(const QByteArray &line)
 {
@@ -52,7 +52,7 @@ void watch(QProcess &program, Start &start)
     bool cellPainted = false;
     while (time.elapsed() < kSettleMs) {
         program.waitForReadyRead(static_cast<int>(kSettleMs - time.elapsed()));
-        const double now = static_cast<double>(time.nsecsElapsed()) / 1e6;
+        const double now = msSince(time);
         while (program.canReadLine()) {
             const QByteArray line = program.readLine();
             cellPainted = cellPainted || paintsCell(line);
@@ -82,20 +82,51 @@ Start run(const QString &path, const QStringList &arguments)
     return start;
 }
 
-void makeHouse(const QString &folder, int names)
+QString makeHouse(const QString &folder, int names)
 {
-    fillCamera(folder + QStringLiteral("/drives/c/in/http%3A%2F%2Fcam%2Fa%2Ejpg"), names,
-               std::min(names, 2 * kCells), kMegapixels);
-    QFile settings(folder + QStringLiteral("/Velmora.ini"));
-    static_cast<void>(settings.open(QIODevice::WriteOnly));
-    settings.write("[Control]\r\nStRep=C:\\in\\\r\n[Liste0]\r\nLstAct=0\r\n"
-                   "lst0=http://cam/a.jpg\r\n");
+    const QString camera = folder + QStringLiteral("/drives/c/in/http%3A%2F%2Fcam%2Fa%2Ejpg");
+    fillCamera(camera, names, std::min(names, 2 * kCells), kMegapixels);
+    const SettingsFile settings(folder);
+    settings.write(u"Liste0", keys::kGroupSwitch, 0);
+    settings.write(u"Liste0", u"lst0", QStringLiteral("http://cam/a.jpg"));
+    return camera;
 }
 
-double median(QList<double> values)
+struct Starts
 {
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
+    QList<double> firstMs;
+    QList<double> sheetMs;
+    QList<double> laterMs; // from the first window to the sheet
+    QList<double> residentMb;
+
+    void add(const Start &start)
+    {
+        firstMs.append(start.firstMs);
+        sheetMs.append(start.sheetMs);
+        laterMs.append(start.sheetMs - start.firstMs);
+        residentMb.append(start.residentMb);
+    }
+};
+
+void print(const Starts &program, const Starts &empty, const Starts &bare, int names)
+{
+    Report(QStringLiteral("startup"))
+        .add(QStringLiteral("names"), names)
+        .add(QStringLiteral("first_ms"), median(program.firstMs))
+        .add(QStringLiteral("empty_ms"), median(empty.firstMs))
+        .limited(QStringLiteral("first_to_empty"), median(program.firstMs) / median(empty.firstMs),
+                 kFirstLimit)
+        .add(QStringLiteral("sheet_ms"), median(program.sheetMs))
+        .add(QStringLiteral("bare_sheet_ms"), median(bare.sheetMs))
+        .limited(QStringLiteral("sheet_to_bare"), median(program.sheetMs) / median(bare.sheetMs),
+                 kSheetLimit)
+        .limited(QStringLiteral("sheet_later_ms"), median(program.laterMs), kLaterLimitMs)
+        .add(QStringLiteral("bare_sheet_later_ms"), median(bare.laterMs))
+        .add(QStringLiteral("resident_mb"), median(program.residentMb))
+        .add(QStringLiteral("empty_mb"), median(empty.residentMb))
+        .limited(QStringLiteral("memory_ratio"),
+                 median(program.residentMb) / median(empty.residentMb), kMemoryLimit)
+        .print();
 }
 
 } // namespace
@@ -103,30 +134,21 @@ double median(QList<double> values)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 5) {
-        QTextStream(stderr) << "startup_bench VELMORA EMPTY_WINDOW NAMES RUNS\n";
+    const QStringList words = QCoreApplication::arguments();
+    if (words.size() != 6) {
+        QTextStream(stderr) << "startup_bench VELMORA EMPTY_WINDOW BARE_BROWSER NAMES RUNS\n";
         return 2;
     }
     const QTemporaryDir folder;
-    makeHouse(folder.path(), arguments.at(3).toInt());
-    QList<double> first, sheet, memory, emptyFirst, emptyMemory;
-    for (int i = 0; i < arguments.at(4).toInt(); ++i) {
-        const Start program =
-            run(arguments.at(1), {QStringLiteral("--program-folder"), folder.path()});
-        const Start empty = run(arguments.at(2), {});
-        first.append(program.firstMs);
-        sheet.append(program.sheetMs - program.firstMs);
-        memory.append(program.residentMb);
-        emptyFirst.append(empty.firstMs);
-        emptyMemory.append(empty.residentMb);
+    const QString camera = makeHouse(folder.path(), words.at(4).toInt());
+    Starts program;
+    Starts empty;
+    Starts bare;
+    for (int i = 0; i < words.at(5).toInt(); ++i) {
+        program.add(run(words.at(1), {QStringLiteral("--program-folder"), folder.path()}));
+        empty.add(run(words.at(2), {}));
+        bare.add(run(words.at(3), {camera}));
     }
-    QTextStream(stdout) << "{\"bench\":\"startup\",\"first_ms\":" << median(first)
-                        << ",\"empty_ms\":" << median(emptyFirst)
-                        << ",\"ratio\":" << median(first) / median(emptyFirst)
-                        << ",\"sheet_later_ms\":" << median(sheet)
-                        << ",\"limit_ms\":100,\"resident_mb\":" << median(memory)
-                        << ",\"empty_mb\":" << median(emptyMemory)
-                        << ",\"memory_ratio\":" << median(memory) / median(emptyMemory) << "}\n";
+    print(program, empty, bare, words.at(4).toInt());
     return 0;
 }

@@ -6,12 +6,13 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QTextStream>
 
 namespace {
 
 using namespace velmora;
 using namespace velmora::bench;
+
+constexpr double kLimitMs = 4;
 
 QString url(int group, int row)
 {
@@ -21,8 +22,7 @@ QString url(int group, int row)
 void makeImages(CaptureEngine &engine)
 {
     for (int i = 0; i < kGroups * kRows; ++i) {
-        const QString folder = engine.storage().native(
-            engine.storage().folderText(engine.table().CameraFolderName({i / kRows, i % kRows})));
+        const QString folder = engine.storage().cameraFolder({i / kRows, i % kRows});
         QDir().mkpath(folder);
         QFile image(folder + QStringLiteral("/20260101_0000000100.png"));
         static_cast<void>(image.open(QIODevice::WriteOnly));
@@ -45,8 +45,9 @@ int main(int argc, char **argv)
         house.idleTick();
         times.append(processorMs() - before);
     }
-    QTextStream(stdout) << "{\"bench\":\"idle_tick\",\"cameras\":100,\"processor_ms\":"
-                        << median(times) << ",\"limit_ms\":4,\"to_limit\":" << median(times) / 4
-                        << "}\n";
+    Report(QStringLiteral("idle_tick"))
+        .add(QStringLiteral("cameras"), kGroups * kRows)
+        .limited(QStringLiteral("processor_ms"), median(times), kLimitMs)
+        .print();
     return 0;
 }

@@ -7,7 +7,6 @@
 
 #include <QGuiApplication>
 #include <QPainter>
-#include <QTextStream>
 
 #include <algorithm>
 
@@ -18,7 +17,8 @@ using namespace velmora::bench;
 
 constexpr QSize kStored(1600, 1200);
 constexpr QSize kShown(1280, 960);
-constexpr int kFrames = 4; // shown in turn
+constexpr int kFrames = 4;      // shown in turn
+constexpr double kLimit = 1.15; // of the library's time
 
 enum Kind : std::size_t { Smooth, Plain, PeerRgb, PeerBgrx, Kinds };
 
@@ -52,15 +52,17 @@ int main(int argc, char **argv)
     const double peer = std::min(contest.medianMs(PeerRgb), contest.medianMs(PeerBgrx));
     const double peerProcessor =
         std::min(contest.medianProcessorMs(PeerRgb), contest.medianProcessorMs(PeerBgrx));
-    QTextStream(stdout) << "{\"bench\":\"film_frame\",\"library_ms\":" << peer
-                        << ",\"smooth_ms\":" << contest.medianMs(Smooth)
-                        << ",\"smooth_ratio\":" << contest.medianMs(Smooth) / peer
-                        << ",\"smooth_processor_ratio\":"
-                        << contest.medianProcessorMs(Smooth) / peerProcessor
-                        << ",\"plain_ms\":" << contest.medianMs(Plain)
-                        << ",\"plain_ratio\":" << contest.medianMs(Plain) / peer
-                        << ",\"plain_processor_ratio\":"
-                        << contest.medianProcessorMs(Plain) / peerProcessor
-                        << ",\"limit_ratio\":1.15,\"rows\":" << rows << "}\n";
+    Report(QStringLiteral("film_frame"))
+        .add(QStringLiteral("library_ms"), peer)
+        .add(QStringLiteral("plain_ms"), contest.medianMs(Plain))
+        .limited(QStringLiteral("plain_ratio"), contest.medianMs(Plain) / peer, kLimit)
+        .add(QStringLiteral("plain_processor_ratio"),
+             contest.medianProcessorMs(Plain) / peerProcessor)
+        .add(QStringLiteral("smooth_ms"), contest.medianMs(Smooth))
+        .add(QStringLiteral("smooth_ratio"), contest.medianMs(Smooth) / peer)
+        .add(QStringLiteral("smooth_processor_ratio"),
+             contest.medianProcessorMs(Smooth) / peerProcessor)
+        .add(QStringLiteral("rows"), rows)
+        .print();
     return 0;
 }

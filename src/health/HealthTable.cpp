@@ -1,6 +1,5 @@
 #include "health/HealthTable.h"
 
-#include <QColor>
 #include <QLocale>
 
 #include <algorithm>
@@ -13,27 +12,17 @@ using namespace std::chrono_literals;
 constexpr auto kPause = 1s;
 constexpr qint64 kBeyondAges = 100'000'000'000; // seconds
 
-// Late before failing, failing before unknown, unknown before good.
-qint64 badness(const CameraHealth &camera)
+using State = HealthTable::State;
+
+State stateOf(const CameraHealth &camera)
 {
     if (camera.lateSince) {
-        return 3;
+        return State::Late;
     }
-    return camera.failures > 0 ? 2 : camera.newest ? 0 : 1;
-}
-
-QColor lamp(const CameraHealth &camera)
-{
-    switch (badness(camera)) {
-    case 3:
-        return Qt::red;
-    case 2:
-        return {255, 128, 0};
-    case 1:
-        return Qt::gray;
-    default:
-        return {0, 200, 0};
+    if (camera.failures > 0) {
+        return State::Failing;
     }
+    return camera.newest ? State::Good : State::Unknown;
 }
 
 QString spanText(const std::optional<std::chrono::seconds> &span)
@@ -43,16 +32,17 @@ QString spanText(const std::optional<std::chrono::seconds> &span)
 
 QString stateText(const CameraHealth &camera)
 {
-    switch (badness(camera)) {
-    case 3:
+    switch (stateOf(camera)) {
+    case State::Late:
         return HealthTable::tr("late");
-    case 2:
+    case State::Failing:
         return HealthTable::tr("failing");
-    case 1:
+    case State::Unknown:
         return HealthTable::tr("no image yet");
-    default:
-        return HealthTable::tr("good");
+    case State::Good:
+        break;
     }
+    return HealthTable::tr("good");
 }
 
 } // namespace
@@ -169,7 +159,7 @@ QVariant HealthTable::sortValue(CameraAddress camera, Column column) const
     };
     switch (column) {
     case Lamp: // among equals, the one that has been quiet longest
-        return badness(health) * kBeyondAges +
+        return static_cast<qint64>(stateOf(health)) * kBeyondAges +
                std::min<qint64>(kBeyondAges - 1, book_.quiet(camera).value_or(0s).count());
     case Age:
         return since(health.newest);
@@ -210,8 +200,8 @@ QVariant HealthTable::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return text(camera, column);
-    case Qt::DecorationRole:
-        return column == Lamp ? QVariant(lamp(book_.camera(camera))) : QVariant();
+    case kStateRole:
+        return static_cast<int>(stateOf(book_.camera(camera)));
     case kSortRole:
         return sortValue(camera, column);
     case kBarsRole:

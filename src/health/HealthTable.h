@@ -16,11 +16,15 @@ class HealthTable : public QAbstractTableModel
     Q_OBJECT
 
 public:
+    /// Better first.
+    enum class State { Good, Unknown, Failing, Late };
+
     enum Column { Lamp, Camera, Age, Interval, Day, Failure, FailedFor, Failures, ADay, InAll };
 
     static constexpr int kColumns = InAll + 1;
     static constexpr int kSortRole = Qt::UserRole;
-    static constexpr int kBarsRole = Qt::UserRole + 1; // images of each of 24 hours
+    static constexpr int kBarsRole = Qt::UserRole + 1;  // images of each of 24 hours
+    static constexpr int kStateRole = Qt::UserRole + 2; // State as an int, for the lamp
 
     /// The book outlives the table.
     explicit HealthTable(HealthBook &book);

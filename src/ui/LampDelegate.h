@@ -1,11 +1,11 @@
-// Paints a colour in a cell of a table as a lamp.
+// Paints the state of a camera in a cell of the health table as a lamp.
 #pragma once
 
 #include <QStyledItemDelegate>
 
 namespace velmora {
 
-/// The colour stays as it is in a selected row, where the toolkit's own would be tinted.
+/// Its colour stays the same in a selected row, where the toolkit's own would be tinted.
 class LampDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "admin/StatusReport.h"
 
 #include "admin/StoredImages.h"
+#include "base/DateText.h"
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
@@ -11,7 +12,6 @@
 #include "health/DiskRoom.h"
 #include "health/HealthOptions.h"
 #include "health/HealthStore.h"
-#include "settings/Numbers.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -33,16 +33,6 @@ struct Sources
     const std::optional<ProgramReport> &report;
     const CameraHealths &healths;
 };
-
-QString imageFolder(const Sources &sources, const QString &url)
-{
-    try {
-        return sources.paths.native(sources.storageText + encodeFolderName(url))
-            .value_or(QString());
-    } catch (const OverflowError &) {
-        return {}; // an address this long has no folder
-    }
-}
 
 // Records of a camera at a different address do not belong to this one.
 CameraHealth healthOf(const CameraHealths &healths, CameraAddress camera, const QString &folder)
@@ -106,7 +96,7 @@ CameraStatus cameraStatus(const Sources &sources, CameraAddress camera, const QS
     status.name = cameraName(sources.settings, camera);
     status.address = shownAddress(url);
     status.on = CameraTable::isGroupActive(sources.settings, camera.group);
-    const QString folder = imageFolder(sources, url);
+    const QString folder = cameraFolderOf(sources.paths, sources.storageText, url);
     const CameraHealth health = healthOf(sources.healths, camera, folder);
     takeState(status, sources, health);
     const StoredImages images = storedImages(folder);

@@ -1,6 +1,5 @@
 #include "admin/StoredImages.h"
 
-#include "base/DateText.h"
 #include "base/FolderScan.h"
 #include "base/NameStamp.h"
 
@@ -24,15 +23,6 @@ StoredImages storedImages(const QString &folder)
     const std::optional<WallTime> newest = momentOfName(greatest);
     images.newest = newest == kZeroDate ? std::nullopt : newest;
     return images;
-}
-
-QString universalTimeText(WallTime time)
-{
-    const WallFields at = wallFields(time);
-    return QStringLiteral("%1-%2-%3T%4:%5:%6Z")
-        .arg(at.year, 4, 10, QLatin1Char('0'))
-        .arg(twoDigits(at.month), twoDigits(at.day), twoDigits(at.hour), twoDigits(at.minute),
-             twoDigits(at.second));
 }
 
 } // namespace velmora

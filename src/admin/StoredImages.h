@@ -20,7 +20,4 @@ struct StoredImages
 /// folder: native path; a missing one counts as empty.
 [[nodiscard]] StoredImages storedImages(const QString &folder);
 
-/// "2026-11-21T13:40:25Z".
-[[nodiscard]] QString universalTimeText(WallTime time);
-
 } // namespace velmora

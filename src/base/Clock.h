@@ -30,6 +30,9 @@ public:
     /// How far local time is ahead of UTC at the moment.
     [[nodiscard]] virtual std::chrono::seconds utcOffset() const = 0;
 
+    /// The date and time in UTC.
+    [[nodiscard]] WallTime universalNow() const { return localNow() - utcOffset(); }
+
     /// A time that never goes back.
     [[nodiscard]] virtual std::chrono::milliseconds monotonicNow() const = 0;
 

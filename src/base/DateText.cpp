@@ -82,10 +82,33 @@ QString twoDigits(int number)
 
 QString dateText(WallTime time)
 {
+    return dayText(time) % u' ' % timeText(time);
+}
+
+QString dayText(WallTime time)
+{
     const WallFields at = wallFields(time);
     const QString year = QString::number(at.year).rightJustified(4, u'0');
-    return twoDigits(at.day) % u'/' % twoDigits(at.month) % u'/' % year % u' ' %
-           twoDigits(at.hour) % u':' % twoDigits(at.minute) % u':' % twoDigits(at.second);
+    return twoDigits(at.day) % u'/' % twoDigits(at.month) % u'/' % year;
+}
+
+QString timeText(WallTime time)
+{
+    const WallFields at = wallFields(time);
+    return timeText(at.hour, at.minute, at.second);
+}
+
+QString timeText(int hours, int minutes, int seconds)
+{
+    return twoDigits(hours) % u':' % twoDigits(minutes) % u':' % twoDigits(seconds);
+}
+
+QString universalTimeText(WallTime time)
+{
+    const WallFields at = wallFields(time);
+    return QStringLiteral("%1-%2-%3T%4Z")
+        .arg(at.year, 4, 10, QLatin1Char('0'))
+        .arg(twoDigits(at.month), twoDigits(at.day), timeText(time));
 }
 
 std::optional<WallTime> dateFromText(QStringView text)

@@ -15,6 +15,11 @@ namespace velmora {
 inline constexpr qsizetype kDayLength = 8;     // of "20060307"
 inline constexpr qsizetype kMomentLength = 15; // of "20060307_140509"
 
+/// What the names of stored images look like, and those of images from earlier versions, which lack
+/// the day and hour at the end: patterns for FilePattern.
+inline constexpr QByteArrayView kImagePattern = "????????_??????????.*";
+inline constexpr QByteArrayView kShortImagePattern = "????????_??????.*";
+
 /// "20060307".
 [[nodiscard]] QByteArray dayKey(std::chrono::year_month_day day);
 [[nodiscard]] QByteArray dayKey(WallTime time);

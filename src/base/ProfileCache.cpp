@@ -55,7 +55,7 @@ std::shared_ptr<const ProfileText> ProfileCache::keptText()
     if (!isLarge_) {
         return nullptr;
     }
-    const std::optional<FolderStamp> stamp = fileStamp(path_);
+    const std::optional<FileStamp> stamp = fileStamp(path_);
     isLarge_ = stamp && stamp->bytes > kLargeBytes;
     if (!isLarge_ || stamp_ != stamp) {
         stamp_ = stamp;

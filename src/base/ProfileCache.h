@@ -1,7 +1,7 @@
 // Caches the text of a settings file for those who read many values from it.
 #pragma once
 
-#include "base/FolderStamp.h"
+#include "base/FileStamp.h"
 #include "base/ProfileText.h"
 
 #include <QString>
@@ -36,8 +36,8 @@ private:
     [[nodiscard]] QByteArray read();
 
     QString path_;
-    bool isLarge_ = false;             // when it was last read
-    std::optional<FolderStamp> stamp_; // of the file, if large, when it was last looked at
+    bool isLarge_ = false;           // when it was last read
+    std::optional<FileStamp> stamp_; // of the file, if large, when it was last looked at
     std::shared_ptr<const ProfileText> kept_;
     QByteArray whole_;                        // what was last read; shares the kept text's memory
     std::shared_ptr<const ProfileText> last_; // of a small file: parsed only when its bytes change

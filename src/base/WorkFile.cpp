@@ -1,5 +1,6 @@
 #include "base/WorkFile.h"
 
+#include "base/FilePath.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
 #include "base/LocalDisk.h"
@@ -126,9 +127,9 @@ void clearWorkFile(const QByteArray &path)
 QByteArray workPath(const QByteArray &folder, int attempt)
 {
     if (attempt > 0) {
-        return folder + '/' + workName(newNumber());
+        return filePath(folder, workName(newNumber()));
     }
-    const QByteArray path = folder + '/' + workName("work");
+    const QByteArray path = filePath(folder, workName("work"));
     clearWorkFile(path);
     return path;
 }
@@ -325,7 +326,7 @@ void clearWorkFiles(const QString &folder)
     while (scan.readSome(collect)) {
     }
     for (const QByteArray &name : std::as_const(names)) {
-        clearWorkFile(QFile::encodeName(folder) + '/' + name);
+        clearWorkFile(filePath(QFile::encodeName(folder), name));
     }
 }
 

@@ -80,8 +80,8 @@ void BrowserModes::set(Mode mode, bool on)
 
 void BrowserModes::showNow()
 {
-    const QString now = dateText(uses_.clock.localNow());
-    Q_EMIT searchTextsChanged(now.section(u' ', 0, 0), now.section(u' ', 1));
+    const WallTime now = uses_.clock.localNow();
+    Q_EMIT searchTextsChanged(dayText(now), timeText(now));
 }
 
 QCoro::Task<> BrowserModes::cAuto_Click()

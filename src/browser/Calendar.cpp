@@ -1,5 +1,7 @@
 #include "browser/Calendar.h"
 
+#include "base/DateText.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -174,7 +176,7 @@ void Calendar::select(const Goal &goal)
         return;
     }
     const QByteArray time =
-        goal.hour ? QByteArray::number(*goal.hour).rightJustified(2, '0') + "3000" : "120000";
+        goal.hour ? twoDigits(*goal.hour).toLatin1() + "3000" : QByteArray("120000");
     if (const auto nearest = nearestTo(files().names(), dayKey(goal.day) + '_' + time)) {
         browser_.chooseFile(static_cast<int>(*nearest));
     }

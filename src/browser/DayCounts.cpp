@@ -1,5 +1,7 @@
 #include "browser/DayCounts.h"
 
+#include "base/DateText.h"
+
 #include <cstdlib>
 
 namespace velmora {
@@ -61,7 +63,7 @@ HourCounts countHours(const ImageNames &names, year_month_day day)
     HourCounts hours;
     const QByteArray key = dayKey(day) + '_';
     for (int hour = 0; hour < kHoursOfDay; ++hour) {
-        const QByteArray text = key + QByteArray::number(hour).rightJustified(2, '0');
+        const QByteArray text = key + twoDigits(hour).toLatin1();
         const qsizetype first = names.countBefore(text);
         hours.at(static_cast<std::size_t>(hour)) = {first, names.countBefore(behind(text)) - first};
     }

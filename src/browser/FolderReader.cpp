@@ -35,7 +35,7 @@ struct Start
         return stamp && scan.isOpen() && !scan.hasFailed() && tellsChanges(*stamp, began);
     }
 
-    std::optional<FolderStamp> stamp;
+    std::optional<FileStamp> stamp;
     std::chrono::nanoseconds began;
 };
 
@@ -87,7 +87,7 @@ QCoro::Task<std::shared_ptr<const ImageNames>> FolderReader::readNames(FolderSca
 // The path is checked too: a folder above it may have been moved.
 QCoro::Task<std::optional<NewestImage>> FolderReader::newest(QString folder, std::stop_token stop)
 {
-    const std::optional<FolderStamp> stamp = folderStamp(folder);
+    const std::optional<FileStamp> stamp = folderStamp(folder);
     const auto known = stamp ? newest_.find(folder, *stamp) : nullptr;
     if (known && watch_.confirmQuiet(folder, known->ticket)) {
         co_return known->image;

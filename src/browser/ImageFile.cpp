@@ -1,5 +1,6 @@
 #include "browser/ImageFile.h"
 
+#include "base/FilePath.h"
 #include "cameras/StorageFolder.h"
 
 namespace velmora {
@@ -12,7 +13,7 @@ bool isInForce(const StorageFolder &storage, const ImageFile &image)
 
 QString nativePath(const StorageFolder &storage, const ImageFile &image)
 {
-    return image.isNone() ? QString() : storage.native(image.folder) + u'/' + image.name;
+    return image.isNone() ? QString() : filePath(storage.native(image.folder), image.name);
 }
 
 } // namespace velmora

@@ -1,7 +1,7 @@
 // What was read from the most recently used folders.
 #pragma once
 
-#include "base/FolderStamp.h"
+#include "base/FileStamp.h"
 
 #include <QList>
 #include <QString>
@@ -25,7 +25,7 @@ public:
     }
 
     /// The folder's value, if it was stored with this stamp.
-    [[nodiscard]] std::shared_ptr<const Value> find(const QString &folder, const FolderStamp &stamp)
+    [[nodiscard]] std::shared_ptr<const Value> find(const QString &folder, const FileStamp &stamp)
     {
         for (qsizetype i = 0; i < entries_.size(); ++i) {
             if (entries_[i].folder == folder && entries_[i].stamp == stamp) {
@@ -36,7 +36,7 @@ public:
         return nullptr;
     }
 
-    void keep(const QString &folder, const FolderStamp &stamp, std::shared_ptr<const Value> value)
+    void keep(const QString &folder, const FileStamp &stamp, std::shared_ptr<const Value> value)
     {
         forget(folder);
         entries_.prepend({folder, stamp, std::move(value)});
@@ -54,7 +54,7 @@ private:
     struct Entry
     {
         QString folder;
-        FolderStamp stamp;
+        FileStamp stamp;
         std::shared_ptr<const Value> value;
     };
 

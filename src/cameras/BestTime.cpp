@@ -19,7 +19,7 @@ bool isTwoDigitNumber(QStringView text)
 
 QString BestTime::text() const
 {
-    return twoDigits(hours) + u':' + twoDigits(minutes) + u':' + twoDigits(seconds);
+    return timeText(hours, minutes, seconds);
 }
 
 BestTime bestTimeFromText(QStringView text)

@@ -172,9 +172,14 @@ CameraRow CameraTable::row(CameraAddress camera) const
     return row;
 }
 
+QString CameraTable::lampText(LampColour colour)
+{
+    return QString::number(static_cast<qint32>(colour));
+}
+
 void CameraTable::clearRow(CameraAddress camera) const
 {
-    const QString red = QString::number(static_cast<qint32>(LampColour::Red));
+    const QString red = lampText(LampColour::Red);
     const QString none = QStringLiteral("0");
     settings_.write(std::array{
         valueToSet(keys::kSB, camera, red), valueToSet(keys::kBestTime, camera, BestTime{}.text()),

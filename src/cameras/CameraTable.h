@@ -98,6 +98,9 @@ public:
     void setUrl(CameraAddress camera, QStringView url) const;
     void setGroupActive(int group, bool active) const;
 
+    /// A lamp's colour as stored.
+    [[nodiscard]] static QString lampText(LampColour colour);
+
     /// Resets the stored counters to those of a row without a camera: red, no time, nothing loaded.
     void clearRow(CameraAddress camera) const;
 

@@ -1,6 +1,7 @@
 #include "cameras/FolderName.h"
 
 #include "base/AnsiText.h"
+#include "base/NativePaths.h"
 #include "settings/Numbers.h"
 
 #include <string_view>
@@ -64,6 +65,20 @@ QString encodeFolderName(QStringView url)
         }
     }
     return name.isEmpty() ? QString() : u'\\' + name.left(kMostEncoded) + u'\\';
+}
+
+QString cameraFolderTextOf(const QString &storage, QStringView url)
+{
+    return storage + encodeFolderName(url);
+}
+
+QString cameraFolderOf(const NativePaths &paths, const QString &storage, QStringView url)
+{
+    try {
+        return paths.native(cameraFolderTextOf(storage, url)).value_or(QString());
+    } catch (const OverflowError &) {
+        return {};
+    }
 }
 
 QString DecodeFolderName(QStringView name)

@@ -114,7 +114,7 @@ QCoro::Task<TrialResult> CameraTrial::judged(TrialRequest request, HttpReply rep
 Answer CameraTrial::answer(const TrialRequest &request, const HttpReply &reply,
                            const PictureMark &mark) const
 {
-    const QString folder = uses_.storage.folderText(encodeFolderName(request.address));
+    const QString folder = cameraFolderTextOf(uses_.storage.inForce(), request.address);
     const QString stored = uses_.table.value(keys::kLastModified, request.camera);
     return {imageDates(reply.lastModified, stored, request.keep), request.keep, mark,
             storedMark(uses_.table.settings().snapshot(), request.camera),

@@ -57,6 +57,7 @@ public:
     /// Fetches once; gives up any trial under way.
     void begin(const TrialRequest &request);
 
+    /// Ends a trial under way without a result.
     void giveUp();
 
 Q_SIGNALS:

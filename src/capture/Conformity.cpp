@@ -1,7 +1,9 @@
 #include "capture/Conformity.h"
 
 #include "base/FileDates.h"
+#include "base/FilePath.h"
 #include "base/FilePattern.h"
+#include "base/FileStamp.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
 #include "base/NameStamp.h"
@@ -22,19 +24,14 @@ namespace {
 // The pattern of the pass: the folders also hold names of the same length that are not images.
 bool isListed(QByteArrayView name)
 {
-    static const FilePattern shortImageNames("????????_??????.*");
+    static const FilePattern shortImageNames(kShortImagePattern);
     return shortImageNames.matches(name) && Conformity::isShortForm(name);
-}
-
-QByteArray pathOf(const QByteArray &folder, const QByteArray &name)
-{
-    return folder + '/' + name;
 }
 
 // Nothing when the file has no date.
 std::optional<QByteArray> currentName(const QByteArray &folder, const QByteArray &name)
 {
-    const std::optional<WallTime> modified = modificationTime(pathOf(folder, name));
+    const std::optional<WallTime> modified = modificationTime(filePath(folder, name));
     if (!modified) {
         return std::nullopt;
     }
@@ -47,7 +44,7 @@ std::optional<QByteArray> currentName(const QByteArray &folder, const QByteArray
 std::error_code rename(const QByteArray &folder, const QByteArray &name)
 {
     const std::optional<QByteArray> target = currentName(folder, name);
-    return target ? renameToNew(pathOf(folder, name), pathOf(folder, *target))
+    return target ? renameToNew(filePath(folder, name), filePath(folder, *target))
                   : std::make_error_code(std::errc::no_such_file_or_directory);
 }
 
@@ -177,7 +174,7 @@ void Conformity::rememberFailure(const QByteArray &folder, const QByteArray &nam
 {
     log_.trace(QStringLiteral("%1 cannot be renamed: %2")
                    .arg(shownName(name), QString::fromStdString(error.message())));
-    failures_.insert(QFile::decodeName(pathOf(folder, name)),
+    failures_.insert(QFile::decodeName(filePath(folder, name)),
                      {folder, name, circumstances(folder, name)});
 }
 
@@ -187,12 +184,11 @@ Conformity::Circumstances Conformity::circumstances(const QByteArray &folder,
     Circumstances now;
     struct stat info = {};
     if (const std::optional<QByteArray> target = currentName(folder, name)) {
-        now.targetStands = ::lstat(pathOf(folder, *target).constData(), &info) == 0;
+        now.targetStands = ::lstat(filePath(folder, *target).constData(), &info) == 0;
     }
     now.folderIsWritable = ::faccessat(AT_FDCWD, folder.constData(), W_OK | X_OK, AT_EACCESS) == 0;
-    if (::lstat(pathOf(folder, name).constData(), &info) == 0) {
-        now.fileChangedSeconds = info.st_ctim.tv_sec;
-        now.fileChangedNanoseconds = info.st_ctim.tv_nsec;
+    if (::lstat(filePath(folder, name).constData(), &info) == 0) {
+        now.fileChanged = stampOf(info).changed;
     }
     return now;
 }

@@ -66,8 +66,7 @@ private:
     {
         bool targetStands = false;
         bool folderIsWritable = false;
-        qint64 fileChangedSeconds = 0;
-        qint64 fileChangedNanoseconds = 0;
+        std::chrono::nanoseconds fileChanged{0}; // since 1970
 
         bool operator==(const Circumstances &) const = default;
     };

@@ -1,6 +1,7 @@
 #include "capture/ImageStore.h"
 
 #include "base/DateText.h"
+#include "base/FilePath.h"
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
@@ -206,7 +207,7 @@ void ImageStore::judge(Arrival &arrival, const HttpReply &reply) const
     }
     answer.stored = marks_.of(arrival.settings, arrival.camera);
     arrival.worth = worthOf(answer);
-    const WallTime now = uses_.clock.localNow() - uses_.clock.utcOffset();
+    const WallTime now = uses_.clock.universalNow();
     answer.dates.modified =
         arrival.worth == Worth::New
             ? std::optional(undatedDate(CalculDate(reply.date), answer.dates.stored, now))
@@ -248,7 +249,7 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
         co_return;
     }
     const Place &place = arrival->place;
-    const QString target = place.folder + u'/' + arrival->fileName;
+    const QString target = filePath(place.folder, arrival->fileName);
     const StoreResult result = arrival->body.storeAs(place.workFolder, target);
     if (result.outcome == StoreOutcome::Failed) {
         co_await failToStore(arrival, result.error);
@@ -354,7 +355,7 @@ QCoro::Task<> ImageStore::fail(Arrival *arrival, QString reason)
 void ImageStore::setLamp(Arrival *arrival, LampColour colour)
 {
     Q_EMIT lampChanged(arrival->camera, colour);
-    arrival->set(keys::kSB, QString::number(static_cast<qint32>(colour)));
+    arrival->set(keys::kSB, CameraTable::lampText(colour));
 }
 
 } // namespace velmora

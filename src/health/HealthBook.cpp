@@ -1,5 +1,6 @@
 #include "health/HealthBook.h"
 
+#include "base/FilePath.h"
 #include "cameras/CameraChoices.h"
 #include "health/HealthCount.h"
 
@@ -33,8 +34,7 @@ const CameraHealth &HealthBook::camera(CameraAddress camera) const
 
 Moment HealthBook::now() const
 {
-    const WallTime utc = clock_.localNow() - clock_.utcOffset();
-    return Moment(utc.time_since_epoch());
+    return Moment(clock_.universalNow().time_since_epoch());
 }
 
 void HealthBook::load()
@@ -89,11 +89,11 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
     seen.isConfigured = isNamed;
     const QString title = cameraLabel(settings, camera);
     const bool isAway = isNamed && folder.isEmpty(); // with its drive: nothing is forgotten
-    const bool isOther = !isAway && known(camera).folder != folder;
+    const bool isOther = !isAway && recordOf(camera).folder != folder;
     const bool isRenamed = std::exchange(seen.title, title) != title;
     if (isOther) {
-        known(camera) = CameraHealth();
-        known(camera).folder = folder;
+        recordOf(camera) = CameraHealth();
+        recordOf(camera).folder = folder;
         seen.quietSince.reset();
         seen.isTried = false;
         seen.from = isLoaded_ ? clock_.monotonicNow() : milliseconds::min();
@@ -102,7 +102,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
     if (seen.isConfigured && (isOther || !seen.quietSince)) {
         anchor(camera);
     }
-    if (seen.isConfigured && !known(camera).isCounted && !seen.isTried) {
+    if (seen.isConfigured && !recordOf(camera).isCounted && !seen.isTried) {
         startCounting(camera);
     }
     if (isOther || isRenamed) {
@@ -113,7 +113,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
     }
 }
 
-CameraHealth &HealthBook::known(CameraAddress camera)
+CameraHealth &HealthBook::recordOf(CameraAddress camera)
 {
     return healths_[camera];
 }
@@ -161,7 +161,7 @@ qint64 HealthBook::bytesADay() const
 
 void HealthBook::setLate(CameraAddress camera, bool late)
 {
-    CameraHealth &health = known(camera);
+    CameraHealth &health = recordOf(camera);
     if (health.lateSince.has_value() != late) {
         health.lateSince = late ? std::optional(now()) : std::nullopt;
         change(camera);
@@ -171,7 +171,7 @@ void HealthBook::setLate(CameraAddress camera, bool late)
 // News may come sooner than the table is read again: it must not count for the camera before.
 void HealthBook::catchUp(CameraAddress camera, const QString &folder)
 {
-    if (known(camera).folder != folder) {
+    if (recordOf(camera).folder != folder) {
         followTable();
     }
 }
@@ -183,8 +183,8 @@ void HealthBook::addImage(CameraAddress camera, const QString &fileName)
     if (!seen_[camera].isConfigured) {
         return;
     }
-    CameraHealth &health = known(camera);
-    const qint64 bytes = QFileInfo(folder + u'/' + fileName).size();
+    CameraHealth &health = recordOf(camera);
+    const qint64 bytes = QFileInfo(filePath(folder, fileName)).size();
     health.addImage(now(), bytes);
     seen_[camera].quietSince = clock_.monotonicNow();
     const bool wasLate = health.lateSince.has_value();
@@ -202,7 +202,7 @@ void HealthBook::addFailure(CameraAddress camera, const QString &reason)
         return;
     }
     const bool isFirst = !this->camera(camera).quietSince();
-    known(camera).fail(now(), reason);
+    recordOf(camera).fail(now(), reason);
     if (isFirst) {
         anchor(camera);
     }
@@ -212,7 +212,7 @@ void HealthBook::addFailure(CameraAddress camera, const QString &reason)
 // The camera gives pictures again.
 void HealthBook::addSuccess(CameraAddress camera)
 {
-    CameraHealth &health = known(camera);
+    CameraHealth &health = recordOf(camera);
     if (health.failures > 0) {
         health.failures = 0;
         health.failure.clear();
@@ -236,7 +236,7 @@ void HealthBook::recountFolder(const QString &folder)
 {
     for (const CameraAddress address : cameras()) {
         if (camera(address).folder == folder) {
-            known(address).isCounted = false;
+            recordOf(address).isCounted = false;
             seen_[address].isTried = false;
             startCounting(address);
         }
@@ -291,8 +291,8 @@ QCoro::Task<> HealthBook::count(CameraAddress camera)
     }
     if (this->camera(camera).folder == folder) { // still the same
         const bool isFirst = !this->camera(camera).newest;
-        known(camera).takeCount(counting.take());
-        known(camera).isCounted = !counting.hasFailed();
+        recordOf(camera).takeCount(counting.take());
+        recordOf(camera).isCounted = !counting.hasFailed();
         if (isFirst) {
             anchor(camera);
         }

@@ -16,10 +16,11 @@
 
 namespace velmora {
 
-/// Owns the records of all cameras and the file that keeps them. HealthWatch enters news and
-/// verdicts, and code that adds or deletes images has the folder counted again; all others read and
-/// listen. It promises that a record is that of the camera whose address is stored now, that a row
-/// without a camera has none, and that counting never holds up events.
+/// Owns the records of all cameras and the file that keeps them. The image store's news
+/// comes in by its signals, verdicts from HealthWatch, and code that adds or deletes images has the
+/// folder counted again; all others read and listen. It promises that a record is that of the
+/// camera whose address is stored now, that a row without a camera has none, and that counting
+/// never holds up events.
 class HealthBook : public QObject
 {
     Q_OBJECT
@@ -103,7 +104,7 @@ private:
         std::chrono::milliseconds from = std::chrono::milliseconds::min(); // when it was added
     };
 
-    [[nodiscard]] CameraHealth &known(CameraAddress camera);
+    [[nodiscard]] CameraHealth &recordOf(CameraAddress camera);
     void catchUp(CameraAddress camera, const QString &folder);
     void takeCamera(const SettingsSnapshot &settings, CameraAddress camera);
     void anchor(CameraAddress camera);

@@ -1,5 +1,6 @@
 #include "health/HealthCount.h"
 
+#include "base/FilePath.h"
 #include "capture/ImageAge.h"
 
 #include <QFile>
@@ -67,7 +68,7 @@ CameraHealth HealthCount::take()
 {
     CameraHealth camera;
     for (const auto &[date, name] : latest_) {
-        const qint64 bytes = bytesOf(QFile::encodeName(path_) + '/' + name);
+        const qint64 bytes = bytesOf(filePath(QFile::encodeName(path_), name));
         camera.addImage(Moment(date.time_since_epoch()), bytes);
     }
     const auto seen = std::max<qint64>(1, camera.images);

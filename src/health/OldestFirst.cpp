@@ -1,13 +1,13 @@
 #include "health/OldestFirst.h"
 
 #include "base/DateText.h"
+#include "base/LogRotation.h"
 #include "cameras/CameraChoices.h"
 #include "capture/ImageAge.h"
 #include "capture/OldImages.h"
 #include "health/DiskRoom.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -171,10 +171,7 @@ bool OldestFirst::remove(const Candidate &candidate)
 void OldestFirst::record(const Candidate &candidate)
 {
     const QString path = logPath(table_.settings().programFolder());
-    if (QFileInfo(path).size() > kMostLogBytes) {
-        QFile::remove(path + QStringLiteral(".old"));
-        QFile::rename(path, path + QStringLiteral(".old"));
-    }
+    rotateLog(path, path + QStringLiteral(".old"), kMostLogBytes);
     QFile log;
     const int file = ::open(QFile::encodeName(path).constData(), kAppending, kRights);
     if (file >= 0 && log.open(file, QIODevice::Append, QFileDevice::AutoCloseHandle)) {

@@ -13,8 +13,8 @@ enum class JpegCare {
     Rough ///< faster, with a loss that is smaller than that of a reduction
 };
 
-/// The picture in RGB32, reduced by 1, 2, 4 or 8; what is left over at the right and lower edges
-/// when its size is divided goes. bytes: a JPEG of 8 bits in grey or three colours (see
+/// The picture in RGB32, reduced by 1, 2, 4 or 8, without what is left over at the right and lower
+/// edges when its size is divided. bytes: a JPEG of 8 bits in grey or three colours (see
 /// jpegStream()). stored: its size; one that turns out to have a different size is not decoded. A
 /// null image when it cannot be decoded.
 [[nodiscard]] QImage readJpeg(QByteArrayView bytes, QSize stored, int divisor, JpegCare care);

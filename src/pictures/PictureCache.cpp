@@ -14,19 +14,14 @@ PictureCache::PictureCache(qsizetype maxBytes)
 
 std::optional<QImage> PictureCache::known(const QString &path, const PictureWish &wish)
 {
-    const std::optional<FileIdentity> identity = fileIdentity(path);
+    const std::optional<FileStamp> stamp = fileStamp(path);
     const Key key{path, wish};
     const Entry *const entry = entries_.object(key);
-    if (entry != nullptr && identity == entry->identity) {
+    if (entry != nullptr && stamp == entry->stamp) {
         return entry->image;
     }
     entries_.remove(key); // its file is gone or has changed
     return std::nullopt;
-}
-
-QImage PictureCache::find(const QString &path, const PictureWish &wish)
-{
-    return known(path, wish).value_or(QImage());
 }
 
 QImage PictureCache::read(const QString &path, const PictureWish &wish)
@@ -35,12 +30,12 @@ QImage PictureCache::read(const QString &path, const PictureWish &wish)
     return image ? *image : decode({path, wish});
 }
 
-// The identity is taken before the bytes, so that a change in between shows at the next lookup.
+// The stamp is taken before the bytes, so that a change in between shows at the next lookup.
 QImage PictureCache::decode(const Key &key)
 {
     const PictureFile file(key.path);
-    const std::optional<FileIdentity> identity = file.identity();
-    if (!identity) {
+    const std::optional<FileStamp> stamp = file.stamp();
+    if (!stamp) {
         return {};
     }
     const std::optional<QByteArray> bytes = file.tryToRead();
@@ -49,7 +44,7 @@ QImage PictureCache::decode(const Key &key)
     }
     ++decodes_;
     QImage image = decodePicture(*bytes, key.wish);
-    entries_.insert(key, new Entry{*identity, image}, kEntryBytes + image.sizeInBytes());
+    entries_.insert(key, new Entry{*stamp, image}, kEntryBytes + image.sizeInBytes());
     return image;
 }
 

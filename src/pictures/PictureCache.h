@@ -14,7 +14,7 @@
 namespace velmora {
 
 /// Bounded by bytes; the least recently used goes first. A picture is identified by path, wish and
-/// the file's identity, so that a replaced file is decoded again. Paths are native. It is also
+/// the file's stamp, so that a replaced file is decoded again. Paths are native. It is also
 /// remembered that a file holds no picture.
 class PictureCache
 {
@@ -22,11 +22,8 @@ public:
     explicit PictureCache(qsizetype maxBytes);
 
     /// What is remembered of the file: its picture, or a null image if it holds none; nothing if it
-    /// is not remembered, is gone or has changed on disk. Asks the disk for the identity, once.
+    /// is not remembered, is gone or has changed on disk. Asks the disk for the stamp, once.
     [[nodiscard]] std::optional<QImage> known(const QString &path, const PictureWish &wish);
-
-    /// The picture if it is remembered; otherwise, or if there is none, a null image.
-    [[nodiscard]] QImage find(const QString &path, const PictureWish &wish);
 
     /// The picture, from memory or decoded and remembered; a null image if there is none.
     [[nodiscard]] QImage read(const QString &path, const PictureWish &wish);
@@ -50,7 +47,7 @@ private:
 
     struct Entry
     {
-        FileIdentity identity;
+        FileStamp stamp;
         QImage image;
     };
 

@@ -15,26 +15,6 @@ namespace {
 constexpr qint64 kHeadBytes = 16;                        // enough to tell every format
 constexpr qint64 kEnoughBytes = qint64{4} * 1024 * 1024; // for nearly every JPEG
 
-qint64 nanoseconds(const timespec &time)
-{
-    return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
-}
-
-std::optional<FileIdentity> identityOf(const struct stat &info)
-{
-    if (!S_ISREG(info.st_mode)) {
-        return std::nullopt;
-    }
-    return FileIdentity{info.st_dev, info.st_ino, info.st_size, nanoseconds(info.st_mtim),
-                        nanoseconds(info.st_ctim)};
-}
-
-std::optional<FileIdentity> openedIdentity(const UniqueFd &fd)
-{
-    struct stat info = {};
-    return fd && ::fstat(fd.get(), &info) == 0 ? identityOf(info) : std::nullopt;
-}
-
 // Without O_NONBLOCK a pipe that no one writes to would block for ever.
 UniqueFd openPicture(const QString &path)
 {
@@ -59,16 +39,9 @@ bool isEnough(const QByteArray &firstOfJpeg)
 
 } // namespace
 
-std::optional<FileIdentity> fileIdentity(const QString &path)
-{
-    struct stat info = {};
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? identityOf(info)
-                                                                   : std::nullopt;
-}
-
 PictureFile::PictureFile(const QString &path)
     : fd_(openPicture(path))
-    , identity_(openedIdentity(fd_))
+    , stamp_(fileStamp(fd_.get()))
 {
 }
 
@@ -79,20 +52,20 @@ QByteArray PictureFile::read() const
 
 std::optional<QByteArray> PictureFile::tryToRead() const
 {
-    if (!identity_ || identity_->bytes > kMaxBytes) {
+    if (!stamp_ || stamp_->bytes > kMaxBytes) {
         return QByteArray();
     }
     const std::optional<QByteArray> head = readFirst(kHeadBytes);
     if (!head || pictureFormat(*head).isEmpty()) {
         return head ? QByteArray() : head;
     }
-    if (identity_->bytes > kEnoughBytes && pictureFormat(*head) == kJpegFormat) {
+    if (stamp_->bytes > kEnoughBytes && pictureFormat(*head) == kJpegFormat) {
         std::optional<QByteArray> first = readFirst(kEnoughBytes);
         if (!first || isEnough(*first)) {
             return first;
         }
     }
-    return readFirst(identity_->bytes);
+    return readFirst(stamp_->bytes);
 }
 
 // Not mapped: truncating the file while we read would kill the program.

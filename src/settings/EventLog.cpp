@@ -2,6 +2,7 @@
 
 #include "base/DateText.h"
 #include "base/FileError.h"
+#include "base/LogRotation.h"
 #include "base/SystemCalls.h"
 #include "base/UniqueFd.h"
 
@@ -17,12 +18,6 @@ namespace {
 
 constexpr qint64 kLimitBytes = 64000;
 constexpr mode_t kLogMode = 0666; // less the process's mask
-
-QString timeOfDay(WallTime time)
-{
-    const WallFields at = wallFields(time);
-    return twoDigits(at.hour) + u':' + twoDigits(at.minute) + u':' + twoDigits(at.second);
-}
 
 // True for a log whose last line is unfinished because the program was killed while writing it.
 // When that cannot be told, an empty line does less harm than two lines in one.
@@ -58,20 +53,10 @@ EventLog::EventLog(const QString &programFolder, const Clock &clock)
 {
 }
 
-void EventLog::rotate()
-{
-    struct stat info = {};
-    const QByteArray path = QFile::encodeName(path_);
-    if (::stat(path.constData(), &info) == 0 && info.st_size > kLimitBytes) {
-        ::rename(path.constData(),
-                 QFile::encodeName(oldPath_).constData()); // if this fails, the log just grows
-    }
-}
-
 void EventLog::txtDebug(const QString &message)
 {
-    rotate();
-    const QByteArray line = (timeOfDay(clock_.localNow()) + u' ' + message + u'\n').toUtf8();
+    rotateLog(path_, oldPath_, kLimitBytes);
+    const QByteArray line = (timeText(clock_.localNow()) + u' ' + message + u'\n').toUtf8();
     const QByteArray path = QFile::encodeName(path_);
     const UniqueFd file(::open(path.constData(),
                                O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,

@@ -40,8 +40,6 @@ Q_SIGNALS:
     void writeFailed(const QString &text);
 
 private:
-    void rotate();
-
     QString path_;
     QString oldPath_;
     const Clock &clock_;

@@ -167,7 +167,7 @@ SettingsSnapshot SettingsFile::snapshot() const
 
 bool SettingsFile::isLarge() const
 {
-    const std::optional<FolderStamp> stamp = fileStamp(path());
+    const std::optional<FileStamp> stamp = fileStamp(path());
     return stamp && stamp->bytes > ProfileCache::kLargeBytes;
 }
 
@@ -181,13 +181,13 @@ std::optional<QString> SettingsFile::readingFault() const
 
 std::optional<QString> SettingsFile::sizeWarning() const
 {
-    const std::optional<FolderStamp> stamp = fileStamp(path());
+    const std::optional<FileStamp> stamp = fileStamp(path());
     if (!stamp || stamp->bytes <= ProfileCache::kLargeBytes) {
         return std::nullopt;
     }
     const QString size = QLocale::c().formattedDataSize(stamp->bytes, 1, QLocale::DataSizeSIFormat);
     return QStringLiteral("The settings file %1 is %2 large, so that %3. Settings need a few "
-                          "kilobytes: take out of it what does not belong there.")
+                          "kilobytes: remove what does not belong there.")
         .arg(path(), size, resultOfSize(stamp->bytes));
 }
 

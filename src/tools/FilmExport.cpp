@@ -1,5 +1,6 @@
 #include "tools/FilmExport.h"
 
+#include "base/FilePath.h"
 #include "base/Folders.h"
 
 #include <QFile>
@@ -165,7 +166,7 @@ void FilmExport::takeNext()
 
 FilmPicture FilmExport::picture(const QString &name) const
 {
-    const QString path = order_.folder + u'/' + name;
+    const QString path = filePath(order_.folder, name);
     return order_.isStamped && ffmpeg_
                ? stampedPicture(path, tally_.size, filmStamp(name, order_.camera))
                : filmPicture(path);

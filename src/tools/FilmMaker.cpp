@@ -1,5 +1,6 @@
 #include "tools/FilmMaker.h"
 
+#include "base/FilePath.h"
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
 
@@ -127,7 +128,7 @@ QSize FilmMaker::sizeOfFirst(const Plan &plan) const
 QString FilmMaker::pathOf(const Plan &plan, qsizetype at) const
 {
     return at < plan.picks.count()
-               ? folder_ + u'/' + QFile::decodeName(names()->name(plan.picks.position(at)))
+               ? filePath(folder_, QFile::decodeName(names()->name(plan.picks.position(at))))
                : QString();
 }
 

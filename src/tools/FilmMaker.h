@@ -19,7 +19,7 @@ enum class FilmThinning {
     Seconds // as many as make the film last so long; too few are shown longer each
 };
 
-/// As the window's controls have it.
+/// What the window's controls are set to.
 struct FilmWish
 {
     QString from; // as filmSpan() reads it
@@ -75,6 +75,7 @@ public:
 
     [[nodiscard]] bool hasImages() const { return names()->count() > 0; }
 
+    /// How many images the film will have, and about how large it will be.
     [[nodiscard]] FilmForecast forecast(const FilmWish &wish) const;
 
     /// Native path of a picture of the film, from 0; empty past the last.
@@ -83,8 +84,11 @@ public:
     /// Makes the slideshow play this range of the list from now on; a paused one stays paused.
     void play(const FilmWish &wish);
 
+    /// Make a film of the images wished for, or copy them, while events are handled. Native paths.
     void makeFilm(const FilmWish &wish, const QString &target);
     void copyImages(const FilmWish &wish, const QString &folder);
+
+    /// Ends either; images already copied remain.
     void cancel();
 
     [[nodiscard]] bool isBusy() const { return copying_ || film_.isRunning(); }

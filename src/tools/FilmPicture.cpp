@@ -72,7 +72,7 @@ QString filmStamp(const QString &fileName, const QString &camera)
 FilmPicture filmPicture(const QString &path)
 {
     const PictureFile file(path);
-    if (!file.identity()) {
+    if (!file.stamp()) {
         return {FilmPictureState::Gone, {}, {}};
     }
     QByteArray bytes = file.read();
@@ -87,7 +87,7 @@ FilmPicture filmPicture(const QString &path)
 FilmPicture stampedPicture(const QString &path, QSize size, const QString &text)
 {
     const PictureFile file(path);
-    if (!file.identity()) {
+    if (!file.stamp()) {
         return {FilmPictureState::Gone, {}, {}};
     }
     const QImage picture = decoded(file.read(), {size, Fit::KeepShape});

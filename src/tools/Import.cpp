@@ -1,6 +1,8 @@
 #include "tools/Import.h"
 
+#include "base/FilePath.h"
 #include "base/Folders.h"
+#include "base/NameStamp.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 #include "cameras/FolderName.h"
@@ -17,7 +19,6 @@
 namespace velmora {
 namespace {
 
-const QString kStoredImages = QStringLiteral("????????_??????????.*");
 const QString kNone = QStringLiteral("0");
 
 QString countText(qint64 count)
@@ -278,7 +279,7 @@ void Import::showSource()
 {
     const QByteArray name = files_.selected();
     face_.iSource =
-        name.isEmpty() ? QString() : native(folders_.path()) + u'/' + QFile::decodeName(name);
+        name.isEmpty() ? QString() : filePath(native(folders_.path()), QFile::decodeName(name));
     Q_EMIT changed();
 }
 
@@ -288,9 +289,9 @@ QCoro::Task<> Import::readTarget(std::stop_token stop)
                                    [this] { readingTarget_.request_stop(); });
     const QString folder = native(uses_.storage.cameraFolderText(camera()));
     const std::optional<QByteArray> name =
-        co_await reader_.first(folder, filterPattern(kStoredImages), stop);
+        co_await reader_.first(folder, FilePattern(kImagePattern), stop);
     if (name && !name->isEmpty()) {
-        face_.iTarget = folder + u'/' + QFile::decodeName(*name);
+        face_.iTarget = filePath(folder, QFile::decodeName(*name));
         Q_EMIT changed();
     }
 }

@@ -1,5 +1,7 @@
 #include "tools/RangeCopy.h"
 
+#include "base/FilePath.h"
+
 #include <QFile>
 
 namespace velmora {
@@ -52,13 +54,13 @@ bool RangeCopy::copySome(const CopyOrder &order)
 void RangeCopy::begin(const CopyOrder &order, const QByteArray &name)
 {
     name_ = name;
-    copy_ = std::make_unique<FileCopy>(QFile::encodeName(order.folder) + '/' + name,
+    copy_ = std::make_unique<FileCopy>(filePath(QFile::encodeName(order.folder), name),
                                        QFile::encodeName(order.target), means_);
 }
 
 void RangeCopy::finish(const CopyOrder &order)
 {
-    const StoreResult result = copy_->finish(QFile::encodeName(order.target) + '/' + name_);
+    const StoreResult result = copy_->finish(filePath(QFile::encodeName(order.target), name_));
     copy_.reset();
     ++tally_.done;
     tally_.copied += result.outcome == StoreOutcome::Stored ? 1 : 0;
@@ -66,7 +68,7 @@ void RangeCopy::finish(const CopyOrder &order)
     if (result.outcome != StoreOutcome::Failed) {
         return;
     }
-    if (QFile::exists(order.folder + u'/' + QFile::decodeName(name_))) {
+    if (QFile::exists(filePath(order.folder, QFile::decodeName(name_)))) {
         tally_.error = result.error;
     } else {
         ++tally_.gone;

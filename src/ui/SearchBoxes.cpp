@@ -10,7 +10,7 @@ namespace {
 QString dayOf(const QString &date)
 {
     const std::optional<WallTime> typed = typedDate(date);
-    return typed ? dateText(*typed).section(u' ', 0, 0) : QString();
+    return typed ? dayText(*typed) : QString();
 }
 
 } // namespace

@@ -175,6 +175,16 @@ TEST(SystemClock, KnowsHowFarItsZoneIsFromGreenwich)
     EXPECT_EQ(clock.utcOffset(), -9h);
 }
 
+TEST(SystemClock, KnowsTheUniversalTime)
+{
+    const InZone zone("EAST-03:30");
+    const SystemClock clock;
+    const WallTime before{std::chrono::seconds{std::time(nullptr)}};
+    const WallTime now = clock.universalNow();
+    const WallTime after{std::chrono::seconds{std::time(nullptr)}};
+    EXPECT_TRUE(before <= now && now <= after);
+}
+
 TEST(SystemClock, NeverRunsBackwards)
 {
     const SystemClock clock;

@@ -123,6 +123,19 @@ TEST(DateText, TakesATimeBeforeTheEpochApart)
     EXPECT_EQ(at.second, 58);
 }
 
+TEST(DateText, HasADayAndATime)
+{
+    EXPECT_EQ(dayText(day(2006, 3, 7) + 4h + 5min + 9s), QStringLiteral("07/03/2006"));
+    EXPECT_EQ(timeText(day(2006, 3, 7) + 4h + 5min + 9s), QStringLiteral("04:05:09"));
+    EXPECT_EQ(timeText(100, 5, 9), QStringLiteral("100:05:09"));
+}
+
+TEST(DateText, HasAFormForReports)
+{
+    EXPECT_EQ(universalTimeText(day(2006, 3, 7) + 4h + 5min + 9s),
+              QStringLiteral("2006-03-07T04:05:09Z"));
+}
+
 TEST(DateText, PadsToTwoDigits)
 {
     EXPECT_EQ(twoDigits(0), QStringLiteral("00"));

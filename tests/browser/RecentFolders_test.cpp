@@ -13,8 +13,8 @@ struct Thing
     [[nodiscard]] std::size_t bytes() const { return size; }
 };
 
-constexpr FolderStamp kStamp{1, 2, 3, {}, {}};
-constexpr FolderStamp kOther{1, 2, 4, {}, {}};
+constexpr FileStamp kStamp{1, 2, 3, {}, {}};
+constexpr FileStamp kOther{1, 2, 4, {}, {}};
 
 QString folder(int number)
 {

@@ -1,8 +1,10 @@
 // Camera addresses as folder names, and the way back, which not every character survives.
 #include "cameras/FolderName.h"
 
+#include "base/NativePaths.h"
 #include "settings/Numbers.h"
 #include "support/Printers.h"
+#include "support/TempTree.h"
 
 #include <gtest/gtest.h>
 
@@ -111,6 +113,27 @@ TEST(FolderName, TakesAnAddressOf255Characters)
 TEST(FolderName, RefusesAnAddressOf256Characters)
 {
     EXPECT_THROW(static_cast<void>(encodeFolderName(QString(256, u'a'))), OverflowError);
+}
+
+TEST(CameraFolder, IsInTheStorageFolder)
+{
+    EXPECT_EQ(cameraFolderTextOf(QStringLiteral("C:\\in\\"), u"a/b"),
+              QStringLiteral("C:\\in\\\\a%2Fb\\"));
+    const test::TempTree tree;
+    tree.makeFolder(u"drives/c/in");
+    EXPECT_EQ(cameraFolderOf(NativePaths(tree.path()), QStringLiteral("C:\\in\\"), u"a/b"),
+              tree.path(u"drives/c/in/a%2Fb"));
+}
+
+TEST(CameraFolder, IsNoneWithoutItsDriveOrOfAnAddressTooLong)
+{
+    const test::TempTree tree;
+    tree.makeFolder(u"drives/c/in");
+    const NativePaths paths(tree.path());
+    EXPECT_EQ(cameraFolderOf(paths, QStringLiteral("Q:\\in\\"), u"a/b"), QString());
+    EXPECT_EQ(cameraFolderOf(paths, QStringLiteral("C:\\in\\"), QString(256, u'a')), QString());
+    EXPECT_THROW(static_cast<void>(cameraFolderTextOf(QStringLiteral("C:\\"), QString(256, u'a'))),
+                 OverflowError);
 }
 
 } // namespace

@@ -16,6 +16,7 @@ namespace velmora {
 namespace {
 
 using namespace test;
+using namespace std::chrono_literals;
 
 class PictureFileTest : public testing::Test
 {
@@ -43,49 +44,49 @@ TEST_F(PictureFileTest, IsFoundThroughALink)
 {
     ASSERT_TRUE(QFile::link(path(), tree_.path(u"link.jpg")));
     EXPECT_EQ(PictureFile(tree_.path(u"link.jpg")).read(), picture_);
-    EXPECT_EQ(fileIdentity(tree_.path(u"link.jpg")), fileIdentity(path()));
+    EXPECT_EQ(fileStamp(tree_.path(u"link.jpg")), fileStamp(path()));
 }
 
 TEST_F(PictureFileTest, IsTheSameWhileNothingChanges)
 {
-    EXPECT_TRUE(fileIdentity(path()).has_value());
-    EXPECT_EQ(fileIdentity(path()), fileIdentity(path()));
-    EXPECT_EQ(PictureFile(path()).identity(), fileIdentity(path()));
+    EXPECT_TRUE(fileStamp(path()).has_value());
+    EXPECT_EQ(fileStamp(path()), fileStamp(path()));
+    EXPECT_EQ(PictureFile(path()).stamp(), fileStamp(path()));
 }
 
 TEST_F(PictureFileTest, IsAnotherOneWhenReplaced)
 {
-    const auto before = fileIdentity(path());
+    const auto before = fileStamp(path());
     tree_.write(u"b.jpg", picture_);
     ASSERT_EQ(::rename(QFile::encodeName(tree_.path(u"b.jpg")).constData(),
                        QFile::encodeName(path()).constData()),
               0);
-    EXPECT_NE(fileIdentity(path()), before);
+    EXPECT_NE(fileStamp(path()), before);
 }
 
 TEST_F(PictureFileTest, IsAnotherOneWhenItGrows)
 {
-    const auto before = fileIdentity(path());
+    const auto before = fileStamp(path());
     tree_.write(u"a.jpg", picture_ + "x");
-    EXPECT_NE(fileIdentity(path()), before);
+    EXPECT_NE(fileStamp(path()), before);
 }
 
 TEST_F(PictureFileTest, IsAnotherOneANanosecondLater)
 {
     setModified(1000, 5);
-    const auto before = fileIdentity(path());
+    const auto before = fileStamp(path());
     setModified(1000, 6);
-    const auto after = fileIdentity(path());
+    const auto after = fileStamp(path());
     ASSERT_TRUE(before && after);
-    EXPECT_EQ(before->modifiedNs, 1'000'000'000'005);
-    EXPECT_EQ(after->modifiedNs, 1'000'000'000'006);
+    EXPECT_EQ(before->modified, 1000s + 5ns);
+    EXPECT_EQ(after->modified, 1000s + 6ns);
     EXPECT_NE(after, before);
 }
 
-TEST_F(PictureFileTest, HasNoIdentityWhenThereIsNone)
+TEST_F(PictureFileTest, HasNoStampWhenThereIsNone)
 {
-    EXPECT_EQ(fileIdentity(tree_.path(u"none.jpg")), std::nullopt);
-    EXPECT_EQ(PictureFile(tree_.path(u"none.jpg")).identity(), std::nullopt);
+    EXPECT_EQ(fileStamp(tree_.path(u"none.jpg")), std::nullopt);
+    EXPECT_EQ(PictureFile(tree_.path(u"none.jpg")).stamp(), std::nullopt);
     EXPECT_EQ(PictureFile(tree_.path(u"none.jpg")).read(), QByteArray());
 }
 
@@ -93,15 +94,15 @@ TEST_F(PictureFileTest, IsNoPipe)
 {
     const QByteArray pipe = QFile::encodeName(tree_.path(u"pipe.jpg"));
     ASSERT_EQ(::mkfifo(pipe.constData(), 0600), 0);
-    EXPECT_EQ(fileIdentity(tree_.path(u"pipe.jpg")), std::nullopt);
+    EXPECT_EQ(fileStamp(tree_.path(u"pipe.jpg")), std::nullopt);
     EXPECT_TRUE(readPicture(tree_.path(u"pipe.jpg"), {}).isNull());
 }
 
 TEST_F(PictureFileTest, IsNoFolderAndNoDevice)
 {
-    EXPECT_EQ(fileIdentity(tree_.path()), std::nullopt);
+    EXPECT_EQ(fileStamp(tree_.path()), std::nullopt);
     EXPECT_TRUE(readPicture(tree_.path(), {}).isNull());
-    EXPECT_EQ(fileIdentity(QStringLiteral("/dev/zero")), std::nullopt);
+    EXPECT_EQ(fileStamp(QStringLiteral("/dev/zero")), std::nullopt);
     EXPECT_TRUE(readPicture(QStringLiteral("/dev/zero"), {}).isNull());
 }
 

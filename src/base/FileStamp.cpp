@@ -1,9 +1,8 @@
-#include "base/FolderStamp.h"
+#include "base/FileStamp.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <sys/stat.h>
 
 namespace velmora {
 namespace {
@@ -19,30 +18,42 @@ std::chrono::nanoseconds since1970(const timespec &time)
     return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
 }
 
-std::optional<FolderStamp> stampOf(const QString &path, mode_t kind)
+std::optional<FileStamp> stampOfKind(const QString &path, mode_t kind)
 {
     struct stat info = {};
     if (::stat(QFile::encodeName(path).constData(), &info) != 0 ||
         (info.st_mode & S_IFMT) != kind) {
         return std::nullopt;
     }
-    return FolderStamp{info.st_dev, info.st_ino, info.st_size, since1970(info.st_mtim),
-                       since1970(info.st_ctim)};
+    return stampOf(info);
 }
 
 } // namespace
 
-std::optional<FolderStamp> folderStamp(const QString &path)
+FileStamp stampOf(const struct stat &info)
 {
-    return stampOf(path, S_IFDIR);
+    return {info.st_dev, info.st_ino, info.st_size, since1970(info.st_mtim),
+            since1970(info.st_ctim)};
 }
 
-std::optional<FolderStamp> fileStamp(const QString &path)
+std::optional<FileStamp> folderStamp(const QString &path)
 {
-    return stampOf(path, S_IFREG);
+    return stampOfKind(path, S_IFDIR);
 }
 
-bool tellsChanges(const FolderStamp &stamp, std::chrono::nanoseconds readBegan)
+std::optional<FileStamp> fileStamp(const QString &path)
+{
+    return stampOfKind(path, S_IFREG);
+}
+
+std::optional<FileStamp> fileStamp(int file)
+{
+    struct stat info = {};
+    return ::fstat(file, &info) == 0 && S_ISREG(info.st_mode) ? std::optional(stampOf(info))
+                                                              : std::nullopt;
+}
+
+bool tellsChanges(const FileStamp &stamp, std::chrono::nanoseconds readBegan)
 {
     const bool coarse = stamp.modified % 1s == 0ns && stamp.changed % 1s == 0ns;
     return std::max(stamp.modified, stamp.changed) < readBegan - (coarse ? kCoarseTick : kTick);

@@ -1,12 +1,16 @@
 // Whether a folder has changed, and whether that can be known.
-#include "base/FolderStamp.h"
+#include "base/FileStamp.h"
 
+#include "base/UniqueFd.h"
 #include "support/FolderChanges.h"
 #include "support/TempTree.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
+
+#include <fcntl.h>
 
 namespace velmora {
 namespace {
@@ -17,12 +21,12 @@ using test::TempTree;
 constexpr std::chrono::nanoseconds kChange = 1'000'000s + 123ms;
 constexpr std::chrono::nanoseconds kWholeSecond = 1'000'000s;
 
-FolderStamp changedAt(std::chrono::nanoseconds time)
+FileStamp changedAt(std::chrono::nanoseconds time)
 {
     return {1, 2, 3, time, time};
 }
 
-TEST(FolderStamp, StaysWhileNothingChanges)
+TEST(FileStamp, StaysWhileNothingChanges)
 {
     const TempTree tree;
     tree.write(u"file", "x");
@@ -30,7 +34,7 @@ TEST(FolderStamp, StaysWhileNothingChanges)
     EXPECT_EQ(folderStamp(tree.path()), folderStamp(tree.path()));
 }
 
-TEST(FolderStamp, IsThatOfTheFolderALinkLeadsTo)
+TEST(FileStamp, IsThatOfTheFolderALinkLeadsTo)
 {
     const TempTree tree;
     tree.makeFolder(u"in");
@@ -38,7 +42,7 @@ TEST(FolderStamp, IsThatOfTheFolderALinkLeadsTo)
     EXPECT_EQ(folderStamp(tree.path(u"link")), folderStamp(tree.path(u"in")));
 }
 
-TEST(FolderStamp, DiffersForAnotherFolderOfTheSameName)
+TEST(FileStamp, DiffersForAnotherFolderOfTheSameName)
 {
     const TempTree tree;
     tree.makeFolder(u"in");
@@ -48,13 +52,25 @@ TEST(FolderStamp, DiffersForAnotherFolderOfTheSameName)
     EXPECT_NE(folderStamp(tree.path(u"in")), before);
 }
 
-TEST(FolderStamp, IsThereForFoldersOnly)
+TEST(FileStamp, IsThereForFoldersOnly)
 {
     const TempTree tree;
     tree.write(u"file", "x");
     EXPECT_FALSE(folderStamp(tree.path(u"file")).has_value());
     EXPECT_FALSE(folderStamp(tree.path(u"missing")).has_value());
     EXPECT_FALSE(folderStamp(QString()).has_value());
+}
+
+TEST(FileStamp, OfAnOpenFileIsThatOfItsPath)
+{
+    const TempTree tree;
+    tree.write(u"file", "x");
+    const auto open = [](const QString &path) {
+        return UniqueFd(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC));
+    };
+    EXPECT_EQ(fileStamp(open(tree.path(u"file")).get()), fileStamp(tree.path(u"file")));
+    EXPECT_EQ(fileStamp(open(tree.path()).get()), std::nullopt);
+    EXPECT_EQ(fileStamp(-1), std::nullopt);
 }
 
 TEST(TellsChanges, OfAFolderAtRestSinceSomeTicks)

@@ -11,18 +11,14 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <iterator>
+
 namespace velmora {
 namespace {
 
 const QString kOn = QStringLiteral("on");
 const QString kOff = QStringLiteral("off");
-
-/// A key as typed: "tick", "group.3", "camera.0:7.keep".
-struct Key
-{
-    QString word; // "tick", "group", "keep"…
-    CameraAddress camera;
-};
 
 /// The draft, and what else the value of a key depends on.
 struct Target
@@ -31,23 +27,11 @@ struct Target
     const NativePaths &paths;
 };
 
-std::optional<Key> parsedKey(const QString &text)
+struct Stored
 {
-    static const QRegularExpression global(QStringLiteral("^(storage|tick|timeout|debug)$"));
-    static const QRegularExpression group(QStringLiteral("^(group)\\.([0-9])$"));
-    static const QRegularExpression camera(
-        QStringLiteral("^camera\\.([0-9]:[0-9])\\.(keep|name|auto|delete)$"));
-    if (const auto match = global.match(text); match.hasMatch()) {
-        return Key{match.captured(1), {}};
-    }
-    if (const auto match = group.match(text); match.hasMatch()) {
-        return Key{match.captured(1), {match.captured(2).toInt(), 0}};
-    }
-    if (const auto match = camera.match(text); match.hasMatch()) {
-        return Key{match.captured(2), cameraFromText(match.captured(1)).value_or(CameraAddress{})};
-    }
-    return std::nullopt;
-}
+    const SettingsSnapshot &settings;
+    const NativePaths &paths;
+};
 
 std::optional<bool> switchFrom(const QString &text)
 {
@@ -103,7 +87,7 @@ QString nativeFolder(const QString &value)
 }
 
 // A native path is treated as a folder chosen, the program's own form as one typed.
-CommandResult setStorageFolder(Target &target, const QString &value)
+CommandResult setStorageFolder(Target &target, CameraAddress /*camera*/, const QString &value)
 {
     if (value.trimmed().isEmpty() || isAddress(value) || holdsControls(value)) {
         return CommandResult::malformed(QStringLiteral("storage needs a folder."));
@@ -143,42 +127,118 @@ CommandResult setName(Target &target, CameraAddress camera, const QString &value
     return {};
 }
 
-CommandResult setNumber(Target &target, const QString &word, const QString &value)
+CommandResult setNumber(Target &target, const QString &value, QStringView word,
+                        void (*store)(SettingsDraft &draft, QStringView value))
 {
     if (!isNumber(value)) {
         return CommandResult::malformed(QStringLiteral("%1 needs a number.").arg(word));
     }
-    if (word == QStringLiteral("tick")) {
-        setStoredTempo(target.draft, value);
-    } else {
-        setStoredTimeout(target.draft, value);
-    }
+    store(target.draft, value);
     return {};
 }
 
-CommandResult setKey(Target &target, const Key &key, const QString &value)
+CommandResult setRowSwitch(Target &target, CameraAddress camera, RowKey key, const QString &value)
 {
-    const CameraAddress camera = key.camera;
-    if (key.word == QStringLiteral("storage")) {
-        return setStorageFolder(target, value);
+    return setSwitch(target, {groupSection(camera.group), rowKey(key.word, camera.row)}, value);
+}
+
+QString onOff(bool on)
+{
+    return on ? kOn : kOff;
+}
+
+QString storageFolder(const Stored &stored, CameraAddress /*camera*/)
+{
+    const QString text = storedStorage(stored.settings);
+    return stored.paths.native(text).value_or(text);
+}
+
+/// What a key belongs to, and with it how it is typed: "tick", "group.3", "camera.0:7.keep".
+enum class Scope { Program, Group, Camera };
+
+struct KeyRow
+{
+    Scope scope;
+    QStringView word;
+    CommandResult (*set)(Target &target, CameraAddress camera, const QString &value);
+    QString (*get)(const Stored &stored, CameraAddress camera);
+};
+
+constexpr KeyRow kKeys[] = {
+    {Scope::Program, u"storage", setStorageFolder, storageFolder},
+    {Scope::Program, u"tick",
+     [](Target &target, CameraAddress, const QString &value) {
+         return setNumber(target, value, u"tick", setStoredTempo);
+     },
+     [](const Stored &stored, CameraAddress) { return storedTempo(stored.settings); }},
+    {Scope::Program, u"timeout",
+     [](Target &target, CameraAddress, const QString &value) {
+         return setNumber(target, value, u"timeout", setStoredTimeout);
+     },
+     [](const Stored &stored, CameraAddress) { return storedTimeout(stored.settings); }},
+    {Scope::Program, u"debug",
+     [](Target &target, CameraAddress, const QString &value) {
+         return setSwitch(target, keys::kDebug, value);
+     },
+     [](const Stored &stored, CameraAddress) { return onOff(keys::kDebug.read(stored.settings)); }},
+    {Scope::Group, u"group",
+     [](Target &target, CameraAddress camera, const QString &value) {
+         return setSwitch(target, {listSection(camera.group), keys::kGroupSwitch}, value);
+     },
+     [](const Stored &stored, CameraAddress camera) {
+         return onOff(CameraTable::isGroupActive(stored.settings, camera.group));
+     }},
+    {Scope::Camera, u"keep", setKeep,
+     [](const Stored &stored, CameraAddress camera) {
+         return keepText(cameraKeep(stored.settings, camera));
+     }},
+    {Scope::Camera, u"name", setName,
+     [](const Stored &stored, CameraAddress camera) {
+         return cameraName(stored.settings, camera);
+     }},
+    {Scope::Camera, u"auto",
+     [](Target &target, CameraAddress camera, const QString &value) {
+         return setRowSwitch(target, camera, keys::kAutoDelai, value);
+     },
+     [](const Stored &stored, CameraAddress camera) {
+         return onOff(CameraTable::schedule(stored.settings, camera).automatic);
+     }},
+    {Scope::Camera, u"delete",
+     [](Target &target, CameraAddress camera, const QString &value) {
+         return setRowSwitch(target, camera, keys::kEffM, value);
+     },
+     [](const Stored &stored, CameraAddress camera) {
+         return onOff(CameraTable::deletesOld(stored.settings, camera));
+     }},
+};
+
+/// A key as typed, taken apart.
+struct Key
+{
+    const KeyRow &row;
+    CameraAddress camera;
+};
+
+std::optional<Key> keyOf(Scope scope, QStringView word, CameraAddress camera)
+{
+    const auto *const row = std::ranges::find_if(
+        kKeys, [&](const KeyRow &key) { return key.scope == scope && key.word == word; });
+    return row == std::end(kKeys) ? std::nullopt : std::optional(Key{*row, camera});
+}
+
+std::optional<Key> parsedKey(const QString &text)
+{
+    static const QRegularExpression program(QStringLiteral("^([a-z]+)$"));
+    static const QRegularExpression group(QStringLiteral("^([a-z]+)\\.([0-9])$"));
+    static const QRegularExpression camera(QStringLiteral("^camera\\.([0-9]:[0-9])\\.([a-z]+)$"));
+    if (const auto match = group.match(text); match.hasMatch()) {
+        return keyOf(Scope::Group, match.capturedView(1), {match.capturedView(2).toInt(), 0});
     }
-    if (key.word == QStringLiteral("tick") || key.word == QStringLiteral("timeout")) {
-        return setNumber(target, key.word, value);
+    if (const auto match = camera.match(text); match.hasMatch()) {
+        return keyOf(Scope::Camera, match.capturedView(2),
+                     cameraFromText(match.capturedView(1)).value_or(CameraAddress{}));
     }
-    if (key.word == QStringLiteral("debug")) {
-        return setSwitch(target, keys::kDebug, value);
-    }
-    if (key.word == QStringLiteral("group")) {
-        return setSwitch(target, {listSection(camera.group), keys::kGroupSwitch}, value);
-    }
-    if (key.word == QStringLiteral("keep")) {
-        return setKeep(target, camera, value);
-    }
-    if (key.word == QStringLiteral("name")) {
-        return setName(target, camera, value);
-    }
-    const RowKey wanted = key.word == QStringLiteral("auto") ? keys::kAutoDelai : keys::kEffM;
-    return setSwitch(target, {groupSection(camera.group), rowKey(wanted.word, camera.row)}, value);
+    return keyOf(Scope::Program, program.match(text).capturedView(1), {});
 }
 
 CommandResult unknownKey(const QString &text)
@@ -195,7 +255,8 @@ CommandResult assign(Target &target, const QString &assignment)
     }
     const QString name = assignment.first(equals);
     const std::optional<Key> key = parsedKey(name);
-    return key ? setKey(target, *key, assignment.sliced(equals + 1)) : unknownKey(name);
+    return key ? key->row.set(target, key->camera, assignment.sliced(equals + 1))
+               : unknownKey(name);
 }
 
 CommandResult assignAll(Target target, const QStringList &assignments)
@@ -208,46 +269,6 @@ CommandResult assignAll(Target target, const QStringList &assignments)
         }
     }
     return result;
-}
-
-QString onOff(bool on)
-{
-    return on ? kOn : kOff;
-}
-
-QString storageValue(const SettingsSnapshot &settings, const NativePaths &paths)
-{
-    const QString text = storedStorage(settings);
-    return paths.native(text).value_or(text);
-}
-
-QString valueOf(const SettingsSnapshot &settings, const NativePaths &paths, const Key &key)
-{
-    const CameraAddress camera = key.camera;
-    if (key.word == QStringLiteral("storage")) {
-        return storageValue(settings, paths);
-    }
-    if (key.word == QStringLiteral("tick")) {
-        return storedTempo(settings);
-    }
-    if (key.word == QStringLiteral("timeout")) {
-        return storedTimeout(settings);
-    }
-    if (key.word == QStringLiteral("debug")) {
-        return onOff(keys::kDebug.read(settings));
-    }
-    if (key.word == QStringLiteral("group")) {
-        return onOff(CameraTable::isGroupActive(settings, camera.group));
-    }
-    if (key.word == QStringLiteral("keep")) {
-        return keepText(cameraKeep(settings, camera));
-    }
-    if (key.word == QStringLiteral("name")) {
-        return cameraName(settings, camera);
-    }
-    return onOff(key.word == QStringLiteral("auto")
-                     ? CameraTable::schedule(settings, camera).automatic
-                     : CameraTable::deletesOld(settings, camera));
 }
 
 } // namespace
@@ -280,7 +301,7 @@ CommandResult getKeys(const SettingsFile &settings, const NativePaths &paths,
         if (!key) {
             return unknownKey(text);
         }
-        result.out += valueOf(snapshot, paths, *key) + u'\n';
+        result.out += key->row.get({snapshot, paths}, key->camera) + u'\n';
     }
     return result;
 }

@@ -32,9 +32,9 @@ QString storedText(const SettingsSnapshot &settings)
 
 StorageState storageState(bool folderPresent, Editing editing)
 {
-    return folderPresent ? StorageState{LampColour::Green, editing == Editing::No, false,
-                                        QStringLiteral("Ok")}
-                         : StorageState{LampColour::Red, false, true, QStringLiteral("Quitter")};
+    return folderPresent
+               ? StorageState{LampColour::Green, editing == Editing::No, false, HideButton::Ok}
+               : StorageState{LampColour::Red, false, true, HideButton::Quits};
 }
 
 std::optional<QString> storageRefusal(const NativePaths &paths, const QString &nativeFolder)

@@ -16,17 +16,25 @@ namespace velmora {
 /// Whether the box of the storage folder is being edited.
 enum class Editing { No, Yes };
 
+/// What the button that hides the main window does.
+enum class HideButton {
+    Plain, // hides it, before anything was checked
+    Ok,    // hides it, and the images are shown
+    Quits  // ends the program, since there is no folder to work in
+};
+
 /// What a check of the storage folder sets in the windows.
 struct StorageState
 {
     LampColour lamp = LampColour::None;
     bool captureEnabled = false; // timers and import; a timer runs only if its own switch is on too
     bool canMakeFolder = false;  // the make-folder button is shown
-    QString hideCaption;         // caption of the button that hides the main window
+    HideButton hideButton = HideButton::Plain;
 
     bool operator==(const StorageState &) const = default;
 };
 
+/// What follows from whether the folder is there; while its box is edited, nothing is captured.
 [[nodiscard]] StorageState storageState(bool folderPresent, Editing editing = Editing::No);
 
 /// Why a native folder cannot be the storage folder, in words: cleaning would change its path, or

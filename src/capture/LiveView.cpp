@@ -1,8 +1,10 @@
 #include "capture/LiveView.h"
 
+#include "base/FilePath.h"
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
+#include "base/NameStamp.h"
 #include "base/WorkSlice.h"
 #include "cameras/CameraChoices.h"
 #include "capture/CameraUrl.h"
@@ -11,7 +13,6 @@
 #include <QFile>
 
 #include <unistd.h>
-#include <utility>
 
 namespace velmora {
 namespace {
@@ -195,7 +196,7 @@ void LiveView::announce(CameraAddress camera)
 // Native path of the last image in name order; empty when there is none.
 QCoro::Task<QString> LiveView::newestImage(QString folder, std::stop_token stop)
 {
-    const FilePattern images("????????_??????????.*");
+    const FilePattern images(kImagePattern);
     QByteArray newest;
     const auto compare = [&](QByteArrayView name) {
         if (name > newest && images.matches(name)) {
@@ -207,7 +208,7 @@ QCoro::Task<QString> LiveView::newestImage(QString folder, std::stop_token stop)
     while (!stop.stop_requested() && scan.readSome(compare)) {
         co_await letEventsRun(&slice, &clock_);
     }
-    co_return newest.isEmpty() ? QString() : folder + u'/' + QFile::decodeName(newest);
+    co_return newest.isEmpty() ? QString() : filePath(folder, QFile::decodeName(newest));
 }
 
 void LiveView::keep(CameraAddress camera, HttpReply &reply)
@@ -246,15 +247,13 @@ QString LiveView::store(const QString &folder, ReplyBody &body) const
     return QString::fromStdString(result.error ? result.error.message() : std::string());
 }
 
-// An empty reason clears trouble that was reported here, but not that of others.
+// Without a reason it was stored.
 void LiveView::tellTrouble(CameraAddress camera, const QString &reason)
 {
-    const QString before = std::exchange(
-        trouble_, reason.isEmpty()
-                      ? QString()
-                      : QStringLiteral("The live picture of camera %1 cannot be stored: %2")
-                            .arg(cameraText(camera), reason));
-    Q_EMIT troubleChanged(before, trouble_);
+    Q_EMIT troubleChanged(reason.isEmpty()
+                              ? QString()
+                              : QStringLiteral("The live picture of camera %1 cannot be stored: %2")
+                                    .arg(cameraText(camera), reason));
 }
 
 void LiveView::finish()

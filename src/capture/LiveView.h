@@ -70,9 +70,8 @@ Q_SIGNALS:
     /// A camera's transfer has ended.
     void downloaded(velmora::CameraAddress camera, int seconds);
 
-    /// Why the live picture cannot be stored, as a text for the user, and what was reported before;
-    /// empty for nothing.
-    void troubleChanged(const QString &before, const QString &now);
+    /// Why the live picture cannot be stored, as a text for the user; empty once it was stored.
+    void troubleChanged(const QString &text);
 
     /// The status line of the view is to be emptied.
     void statusCleared();
@@ -119,7 +118,6 @@ private:
     std::optional<CameraAddress> shown_; // since the view was last cleared
     CameraAddress reasonOf_;
     QString reason_;
-    QString trouble_; // last reported
 };
 
 } // namespace velmora

@@ -18,7 +18,6 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <utility>
 
 namespace velmora {
 namespace {
@@ -114,11 +113,10 @@ void Interface::bindStorage()
 // The line at the foot says what to do, unless it shows something else.
 void Interface::showStorageHint(const StorageState &state)
 {
-    const QString hint =
-        tr("The storage folder does not exist. Type another, or press \"Create folder\".");
     if (state.canMakeFolder) {
-        showMessage(hint);
-    } else if (ui_->lMessage->text() == hint) {
+        tell(Message::StorageHint,
+             tr("The storage folder does not exist. Type another, or press \"Create folder\"."));
+    } else if (message_ == Message::StorageHint) {
         showMessage({});
     }
 }
@@ -274,11 +272,10 @@ void Interface::showCaption(Caption caption, const QString &text)
 // The storage folder's own lamp and hint already say so.
 void Interface::showStandstill(const QString &text)
 {
-    const QString before = std::exchange(standstill_, text);
     setPlainToolTip(*ui_->lErr, text);
     if (!text.isEmpty() && engine_.storage().isUsable()) {
-        showMessage(text);
-    } else if (!before.isEmpty() && ui_->lMessage->text() == before) {
+        tell(Message::Standstill, text);
+    } else if (message_ == Message::Standstill) {
         showMessage({});
     }
 }
@@ -305,6 +302,12 @@ void Interface::showMarks()
 
 void Interface::showMessage(const QString &text)
 {
+    tell(Message::Other, text);
+}
+
+void Interface::tell(Message kind, const QString &text)
+{
+    message_ = kind;
     ui_->lMessage->setText(text);
     setPlainToolTip(*ui_->lMessage, text);
 }

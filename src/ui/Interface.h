@@ -93,6 +93,10 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    /// What the line at the foot is about, to know when it is no longer true.
+    enum class Message { Other, StorageHint, Standstill };
+
+    void tell(Message kind, const QString &text);
     void showMarks();
     void bindStorage();
     void bindOptions();
@@ -133,7 +137,7 @@ private:
     AddressPaste *paste_ = nullptr;
     std::array<CameraRowBoxes *, kRows> rows_{};
     std::vector<CameraAddress> late_;
-    QString standstill_; // why nothing is captured
+    Message message_ = Message::Other;
     bool mayClose_ = false;
 };
 

@@ -11,24 +11,25 @@
 namespace velmora {
 namespace {
 
-/// What the hide button does depends on its caption.
-struct HideButton
+struct ButtonFace
 {
     QString caption;
     QString tip;
     QKeySequence key;
 };
 
-HideButton hideButton(const QString &caption)
+ButtonFace faceOf(HideButton button)
 {
-    if (caption == QStringLiteral("Quitter")) {
-        return {caption, StorageBox::tr("End the program"), Qt::ALT | Qt::Key_Q};
+    const QString hides = StorageBox::tr("Hide this window and show the images");
+    switch (button) {
+    case HideButton::Plain:
+        return {QStringLiteral("Hide"), hides, Qt::ALT | Qt::Key_H};
+    case HideButton::Ok:
+        return {QStringLiteral("Ok"), hides, Qt::ALT | Qt::Key_K};
+    case HideButton::Quits:
+        break;
     }
-    const QString tip = StorageBox::tr("Hide this window and show the images");
-    if (caption.isEmpty()) {
-        return {QStringLiteral("Hide"), tip, Qt::ALT | Qt::Key_H};
-    }
-    return {caption, tip, Qt::ALT | Qt::Key_K};
+    return {QStringLiteral("Quitter"), StorageBox::tr("End the program"), Qt::ALT | Qt::Key_Q};
 }
 
 /// The folder itself, or its nearest existing parent.
@@ -110,13 +111,13 @@ void StorageBox::showState(const StorageState &state)
     controls_.LampSA.setColour(state.lamp);
     controls_.Import.setEnabled(state.captureEnabled && !held_);
     controls_.MakeDir.setVisible(state.canMakeFolder);
-    showHideButton(state.hideCaption);
+    showHideButton(state.hideButton);
 }
 
 // A new text drops the shortcut of a button, so that is set after it.
-void StorageBox::showHideButton(const QString &caption)
+void StorageBox::showHideButton(HideButton button)
 {
-    const HideButton face = hideButton(caption);
+    const ButtonFace face = faceOf(button);
     controls_.Cache.setText(face.caption);
     controls_.Cache.setShortcut(face.key);
     controls_.Cache.setToolTip(face.tip);

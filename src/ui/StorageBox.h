@@ -46,7 +46,7 @@ private:
     void choose(const QString &nativeFolder);
     void showText(const QString &text);
     void showState(const StorageState &state);
-    void showHideButton(const QString &caption);
+    void showHideButton(HideButton button);
     void browse();
 
     StorageControls controls_;

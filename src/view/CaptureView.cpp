@@ -4,20 +4,6 @@
 #include "cameras/CameraChoices.h"
 
 namespace velmora {
-namespace {
-
-QString waitText()
-{
-    return QStringLiteral("Wait");
-}
-
-QString pauseText()
-{
-    return QStringLiteral("Pause");
-}
-
-} // namespace
-
 CaptureView::CaptureView(CaptureEngine &engine)
     : engine_(engine)
     , page_(engine.table(), engine.storage(), engine.log(), engine.problems())
@@ -25,8 +11,8 @@ CaptureView::CaptureView(CaptureEngine &engine)
     followStore(engine_.store());
     followLamps(engine_.store());
     followScheduler(engine_.scheduler());
-    follow(engine_.liveView());
-    follow(engine_.conformity());
+    followLiveView(engine_.liveView());
+    followConformity(engine_.conformity());
     connect(&engine_, &CaptureEngine::settingsAdopted, &page_, &CameraPage::reread);
 }
 
@@ -40,12 +26,12 @@ void CaptureView::followStore(ImageStore &store)
     connect(&store, &ImageStore::loadBegan, this, &CaptureView::showBegin);
     connect(&store, &ImageStore::downloaded, this, [this](CameraAddress camera, int seconds) {
         page_.showLoadSeconds(camera, seconds);
-        status_.set(Caption::Step, QString());
+        showWork({});
     });
     connect(&store, &ImageStore::cameraAnswered, this,
             [this](CameraAddress camera, const QString &remark) {
                 page_.remarks().set(camera, remark);
-                status_.set(Caption::Step, idleText());
+                showIdle();
             });
     connect(&store, &ImageStore::cameraFailed, this,
             [this](CameraAddress camera, const QString &reason) {
@@ -54,7 +40,7 @@ void CaptureView::followStore(ImageStore &store)
     connect(&store, &ImageStore::imageStored, this,
             [this](CameraAddress, const QString &fileName) { showStored(fileName); });
     connect(&store, &ImageStore::storingFailed, this,
-            [this](const QString &text) { status_.set(Caption::Trouble, text); });
+            [this](const QString &text) { showTrouble(TroubleOf::Storing, text); });
 }
 
 void CaptureView::followLamps(ImageStore &store)
@@ -70,30 +56,29 @@ void CaptureView::followScheduler(Scheduler &scheduler)
     connect(&scheduler, &Scheduler::cameraLoading, &page_, &CameraPage::showLoading);
     connect(&scheduler, &Scheduler::lampChanged, &page_, &CameraPage::showLamp);
     connect(&scheduler, &Scheduler::intervalSet, this, [this](std::chrono::milliseconds interval) {
-        status_.set(Caption::Step, interval.count() != 0 ? waitText() : pauseText());
+        showIdle(interval.count() != 0 ? Step::Waiting : Step::Paused);
     });
     connect(&scheduler, &Scheduler::ticked, this,
             [this, &scheduler] { showTicksLeft(scheduler.ticksLeft()); });
     connect(&scheduler, &Scheduler::waitBegan, this, [this] {
-        status_.set(Caption::Step, waitText());
+        showIdle(Step::Waiting);
         status_.set(Caption::Countdown, QString());
     });
     connect(&scheduler, &Scheduler::standstillChanged, this, &CaptureView::showStandstill);
 }
 
-void CaptureView::follow(LiveView &live)
+void CaptureView::followLiveView(LiveView &live)
 {
     connect(&live, &LiveView::fetchBegan, &page_, &CameraPage::beginLive);
     connect(&live, &LiveView::fetchEnded, &page_, &CameraPage::endLive);
     connect(&live, &LiveView::downloaded, &page_, &CameraPage::showLoadSeconds);
-    connect(&live, &LiveView::troubleChanged, this, &CaptureView::showTrouble);
+    connect(&live, &LiveView::troubleChanged, this, &CaptureView::showLiveTrouble);
     connect(&page_, &CameraPage::picturesCleared, &live, &LiveView::clear);
 }
 
-void CaptureView::follow(Conformity &conformity)
+void CaptureView::followConformity(Conformity &conformity)
 {
-    connect(&conformity, &Conformity::stepTaken, this,
-            [this](const QString &text) { status_.set(Caption::Step, text); });
+    connect(&conformity, &Conformity::stepTaken, this, &CaptureView::showWork);
 }
 
 bool CaptureView::standsStill() const
@@ -102,22 +87,35 @@ bool CaptureView::standsStill() const
 }
 
 // The box of the storage folder may have been entered meanwhile.
-QString CaptureView::idleText() const
+void CaptureView::showIdle()
 {
-    return standsStill() ? pauseText() : waitText();
+    showIdle(standsStill() ? Step::Paused : Step::Waiting);
+}
+
+void CaptureView::showIdle(Step step)
+{
+    step_ = step;
+    status_.set(Caption::Step,
+                step == Step::Paused ? QStringLiteral("Pause") : QStringLiteral("Wait"));
+}
+
+void CaptureView::showWork(const QString &text)
+{
+    step_ = Step::Working;
+    status_.set(Caption::Step, text);
 }
 
 void CaptureView::showBegin(CameraAddress camera, const QString &address)
 {
-    status_.set(Caption::Step, QStringLiteral("Load ") + cameraText(camera));
+    showWork(QStringLiteral("Load ") + cameraText(camera));
     status_.set(Caption::Activity, QStringLiteral("Test ") + address);
 }
 
 void CaptureView::showStored(const QString &fileName)
 {
     status_.set(Caption::Activity, QStringLiteral("Ajout de ") + fileName);
-    status_.set(Caption::LastStore, dateText(engine_.clock().localNow()).section(u' ', 1));
-    status_.set(Caption::Trouble, QString());
+    status_.set(Caption::LastStore, timeText(engine_.clock().localNow()));
+    showTrouble(TroubleOf::Storing, {});
 }
 
 // At the last tick but one there is nothing left to count down.
@@ -131,18 +129,24 @@ void CaptureView::showTicksLeft(int ticks)
 void CaptureView::showStandstill()
 {
     if (standsStill()) {
-        status_.set(Caption::Step, pauseText());
-    } else if (status_.text(Caption::Step) == pauseText()) {
-        status_.set(Caption::Step, waitText());
+        showIdle(Step::Paused);
+    } else if (step_ == Step::Paused) {
+        showIdle(Step::Waiting);
     }
     status_.set(Caption::Standstill, engine_.scheduler().standstill());
 }
 
-// The end of trouble clears what was reported of it, but not what others have reported.
-void CaptureView::showTrouble(const QString &before, const QString &now)
+void CaptureView::showTrouble(TroubleOf source, const QString &text)
 {
-    if (!now.isEmpty() || status_.text(Caption::Trouble) == before) {
-        status_.set(Caption::Trouble, now);
+    troubleOf_ = source;
+    status_.set(Caption::Trouble, text);
+}
+
+// The end of the live view's trouble clears what was reported of it, but not what others have.
+void CaptureView::showLiveTrouble(const QString &text)
+{
+    if (!text.isEmpty() || troubleOf_ == TroubleOf::LiveView) {
+        showTrouble(TroubleOf::LiveView, text);
     }
 }
 

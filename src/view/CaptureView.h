@@ -1,5 +1,5 @@
-// What windows show of the capture, without their widgets. It only listens: the capture knows
-// nothing of it, and runs just as well without.
+// What windows show of the capture, without their widgets. It listens to the capture, which runs
+// just as well without it.
 #pragma once
 
 #include "capture/CaptureEngine.h"
@@ -23,11 +23,15 @@ public:
 
     [[nodiscard]] CaptureStatus &status() { return status_; }
 
-    /// Also shows what these report.
-    void follow(LiveView &live);
-    void follow(Conformity &conformity);
-
 private:
+    /// What the capture does, behind the text of the step.
+    enum class Step { Working, Waiting, Paused };
+
+    /// Whose trouble is on show.
+    enum class TroubleOf { Storing, LiveView };
+
+    void followLiveView(LiveView &live);
+    void followConformity(Conformity &conformity);
     void followStore(ImageStore &store);
     void followLamps(ImageStore &store);
     void followScheduler(Scheduler &scheduler);
@@ -36,12 +40,17 @@ private:
     void showTicksLeft(int ticks);
     void showStandstill();
     [[nodiscard]] bool standsStill() const;
-    [[nodiscard]] QString idleText() const;
-    void showTrouble(const QString &before, const QString &now);
+    void showIdle();
+    void showIdle(Step step);
+    void showWork(const QString &text);
+    void showTrouble(TroubleOf source, const QString &text);
+    void showLiveTrouble(const QString &text);
 
     CaptureEngine &engine_;
     CameraPage page_;
     CaptureStatus status_;
+    Step step_ = Step::Working;
+    TroubleOf troubleOf_ = TroubleOf::Storing;
 };
 
 } // namespace velmora

@@ -11,8 +11,8 @@ namespace {
 using test::CamerasFixture;
 using test::StorageFolderTest;
 
-const StorageState kPresent{LampColour::Green, true, false, QStringLiteral("Ok")};
-const StorageState kMissing{LampColour::Red, false, true, QStringLiteral("Quitter")};
+const StorageState kPresent{LampColour::Green, true, false, HideButton::Ok};
+const StorageState kMissing{LampColour::Red, false, true, HideButton::Quits};
 
 TEST(StorageState, FollowsFromTheFolder)
 {

@@ -1,6 +1,7 @@
 // A capture without a network, on a clock that the test moves.
 #pragma once
 
+#include "support/BusyClock.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
 #include "support/LoopbackCameraAnswers.h"
@@ -35,6 +36,9 @@ inline ScriptedReply failedReply()
     return {{}, {}, {}, {}, QStringLiteral("the camera is out")};
 }
 
+/// Whether the engine's own work takes time, by the busy clock.
+enum class EngineWork { TakesNoTime, TakesTime };
+
 class CaptureTest : public testing::Test
 {
 protected:
@@ -48,7 +52,16 @@ protected:
     /// Number of fetches so far.
     [[nodiscard]] qsizetype fetches() const { return source_.requested().size(); }
 
+    CaptureTest() = default;
+
+    explicit CaptureTest(EngineWork work)
+        : house_(source_, clock_,
+                 work == EngineWork::TakesTime ? static_cast<Clock &>(busy_) : clock_)
+    {
+    }
+
     FakeClock clock_;
+    BusyClock busy_{clock_};
     ScriptedSource source_{clock_};
     CaptureHouse house_{source_, clock_};
 };

@@ -3,7 +3,6 @@
 
 #include "CaptureTest.h"
 #include "capture/Conformity.h"
-#include "support/BusyClock.h"
 #include "support/NativeFiles.h"
 #include "support/ScopedEnv.h"
 
@@ -27,16 +26,17 @@ class ConformityTest : public CaptureTest
 {
 protected:
     ConformityTest()
+        : CaptureTest(EngineWork::TakesTime)
     {
         goTo("UTC0");
         add(kConformed);
         house_.tree.makeFolder(house_.folder(kConformed));
         folder_ = folder(kConformed);
-        house_.view.follow(conformity_);
-        QObject::connect(&conformity_, &Conformity::statusChanged, &conformity_,
+        QObject::connect(&conformity_, &Conformity::statusChanged, &recorder_,
                          [this](const QString &text) { texts_.append(text); });
-        QObject::connect(&conformity_, &Conformity::began, &conformity_, [this] { ++began_; });
-        QObject::connect(&conformity_, &Conformity::ended, &conformity_, [this] { ++ended_; });
+        QObject::connect(&conformity_, &Conformity::began, &recorder_, [this] { ++began_; });
+        QObject::connect(&conformity_, &Conformity::ended, &recorder_, [this] { ++ended_; });
+        busy_.takeYields();
     }
 
     ~ConformityTest() override
@@ -81,13 +81,13 @@ protected:
         house_.finish();
     }
 
-    BusyClock busy_{clock_};
-    Conformity conformity_{house_.storage, house_.scheduler, house_.log, busy_, house_.scope};
+    Conformity &conformity_ = house_.engine.conformity();
     QStringList texts_;
     int began_ = 0;
     int ended_ = 0;
 
     QByteArray folder_; // native path of the camera's folder
+    QObject recorder_;
 
 private:
     std::optional<ScopedEnv> zone_;

@@ -3,7 +3,6 @@
 
 #include "CaptureTest.h"
 #include "capture/LiveView.h"
-#include "support/BusyClock.h"
 #include "support/NativeFiles.h"
 
 #include <QDir>
@@ -21,10 +20,12 @@ class LiveViewTest : public CaptureTest
 {
 protected:
     LiveViewTest()
+        : CaptureTest(EngineWork::TakesTime)
     {
         add(kShown);
         house_.showGroup(0);
         record();
+        busy_.takeYields();
     }
 
     ~LiveViewTest() override
@@ -35,21 +36,20 @@ protected:
 
     void record()
     {
-        house_.view.follow(live_);
-        QObject::connect(&live_, &LiveView::statusCleared, &live_,
+        QObject::connect(&live_, &LiveView::statusCleared, &recorder_,
                          [this] { note(QStringLiteral("status")); });
-        QObject::connect(&live_, &LiveView::captionsChanged, &live_, [this] {
+        QObject::connect(&live_, &LiveView::captionsChanged, &recorder_, [this] {
             note(QStringLiteral("captions ") + live_.captions().web + u'|' +
                  live_.captions().local);
         });
-        QObject::connect(&live_, &LiveView::targetChanged, &live_, [this](const QString &path) {
+        QObject::connect(&live_, &LiveView::targetChanged, &recorder_, [this](const QString &path) {
             storedPicture_ = path;
             note(QStringLiteral("target ") + path.section(u'/', -1));
         });
-        QObject::connect(&live_, &LiveView::webChanged, &live_, [this](const QString &path) {
+        QObject::connect(&live_, &LiveView::webChanged, &recorder_, [this](const QString &path) {
             note(QStringLiteral("web ") + path.section(u'/', -1));
         });
-        QObject::connect(&house_.page, &CameraPage::rowChanged, &live_, [this](int row) {
+        QObject::connect(&house_.page, &CameraPage::rowChanged, &recorder_, [this](int row) {
             note(QStringLiteral("row %1 %2 %3")
                      .arg(row)
                      .arg(static_cast<int>(house_.page.row(row).lamp))
@@ -96,10 +96,10 @@ protected:
         ASSERT_TRUE(QDir(house_.tree.path(u"drives/c/in")).removeRecursively());
     }
 
-    BusyClock busy_{clock_};
-    LiveView live_{house_.storage, house_.engine.requests(), source_, busy_, house_.scope};
+    LiveView &live_ = house_.engine.liveView();
     QStringList events_;
     QString storedPicture_; // as last shown
+    QObject recorder_;
 };
 
 } // namespace velmora::test

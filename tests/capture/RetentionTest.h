@@ -4,7 +4,6 @@
 #include "CaptureTest.h"
 #include "base/DateText.h"
 #include "capture/Retention.h"
-#include "support/BusyClock.h"
 
 #include <QFile>
 
@@ -64,7 +63,6 @@ protected:
     static inline const QString kNewest = QStringLiteral("20060307_1405090714.jpg");
     static inline const QString kOld = QStringLiteral("20060207_1405080714.jpg");
 
-    BusyClock busy_{clock_};
     Retention retention_{house_.table, house_.storage, house_.log, clock_, house_.scope};
     QList<CameraAddress> deleted_;
 };

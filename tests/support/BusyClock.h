@@ -1,5 +1,5 @@
 // A clock on which work takes time: every look at it costs some, so that a test sees when long work
-// lets events be handled, however fast the machine is.
+// lets events be handled, however fast the machine is. Otherwise it goes as the clock behind it.
 #pragma once
 
 #include "base/Clock.h"
@@ -25,8 +25,8 @@ public:
 
     [[nodiscard]] std::chrono::milliseconds monotonicNow() const override
     {
-        now_ += cost_;
-        return now_;
+        worked_ += cost_;
+        return clock_.monotonicNow() + worked_;
     }
 
     QCoro::Task<Wake> sleep(std::chrono::milliseconds duration, std::stop_token stop) override
@@ -63,7 +63,7 @@ public:
 private:
     Clock &clock_;
     std::chrono::milliseconds cost_;
-    mutable std::chrono::milliseconds now_{0};
+    mutable std::chrono::milliseconds worked_{0};
     int yields_ = 0;
     int failAt_ = 0;
     std::function<void(int)> onYield_;

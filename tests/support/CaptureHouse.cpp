@@ -18,8 +18,14 @@ QString nameOf(CameraAddress camera)
 } // namespace
 
 CaptureHouse::CaptureHouse(PictureSource &source, FakeClock &fakeClock, FirstCheck storageCheck)
+    : CaptureHouse(source, fakeClock, fakeClock, storageCheck)
+{
+}
+
+CaptureHouse::CaptureHouse(PictureSource &source, FakeClock &fakeClock, Clock &engineClock,
+                           FirstCheck storageCheck)
     : clock(fakeClock)
-    , engine(tree.path(), clock, source)
+    , engine(tree.path(), engineClock, source)
     , view(engine)
     , settings(engine.settings())
     , paths(engine.paths())

@@ -20,6 +20,10 @@ class CaptureHouse : public QObject
 public:
     CaptureHouse(PictureSource &source, FakeClock &fakeClock,
                  FirstCheck storageCheck = FirstCheck::Done);
+
+    /// The engine's clock is another, which goes as the fake one does.
+    CaptureHouse(PictureSource &source, FakeClock &fakeClock, Clock &engineClock,
+                 FirstCheck storageCheck = FirstCheck::Done);
     Q_DISABLE_COPY_MOVE(CaptureHouse)
 
     /// Gives up what is still running.

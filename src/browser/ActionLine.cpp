@@ -51,7 +51,7 @@ QCoro::Task<> ActionLine::run(Kind kind, int rebuild, Story story)
 {
     const QScopedValueRollback acting(isActing_, true);
     isRebuilding_ = kind != Kind::Follow;
-    folders_.allowReading();
+    folders_.startReadings();
     if (isRebuilding_ && rebuild != rebuilds_) {
         folders_.supersede(); // what it has stored and deleted up to its next reading still counts
     }

@@ -25,6 +25,8 @@ public:
     /// Everything passed in outlives the object, which outlives what runs in the scope.
     ActionLine(TaskScope &scope, CameraFolders &folders, BrowserLists &lists);
 
+    /// Runs an action once the earlier ones have ended; a rebuild ends those that are still
+    /// reading.
     void launch(Kind kind, Story story);
 
     /// An action is running; others may be waiting.

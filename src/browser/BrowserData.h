@@ -9,8 +9,8 @@
 
 namespace velmora {
 
-/// Only the browser's parts change it. The slideshow, the film maker, the alarm and the windows
-/// read it.
+/// Only the browser's parts change it, the choice and the view `Selection` alone. The slideshow,
+/// the film maker, the alarm and the windows read it.
 struct BrowserData
 {
     BrowserState state;

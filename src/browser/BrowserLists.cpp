@@ -22,9 +22,8 @@ void BrowserLists::trace(const QString &text)
 
 QCoro::Task<> BrowserLists::load()
 {
-    data_.state.choose({keys::kBrowserGroup.read(uses_.settings, uses_.problems),
-                        keys::kBrowserRow.read(uses_.settings, uses_.problems)});
-    selection_.announce();
+    selection_.choose({keys::kBrowserGroup.read(uses_.settings, uses_.problems),
+                       keys::kBrowserRow.read(uses_.settings, uses_.problems)});
     co_await lstCam_MouseUp();
 }
 
@@ -66,7 +65,7 @@ QCoro::Task<> BrowserLists::DirImage()
         co_await DirCam();
     } else {
         isOwed_ = true;
-        selection_.setCount(QString());
+        selection_.showPlace(Place::None);
         data_.state.allowReading();
         co_await LitDir();
         if (const std::optional<int> chosen = data_.files.find(chosen_)) {
@@ -107,7 +106,7 @@ QCoro::Task<FileList::Selected> BrowserLists::listAgain()
     const FileList::Selected before = data_.files.selection();
     data_.files.bind(camera, folder, names);
     selection_.enableFilm(data_.files.count() > 0);
-    selection_.setCount(QString::number(data_.files.count()));
+    selection_.showPlace(Place::Count);
     co_return before;
 }
 
@@ -129,9 +128,9 @@ QCoro::Task<> BrowserLists::DirCam()
 
 QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
 {
-    data_.state.setNewest(camera.row, {});
+    data_.state.newestFound(camera.row, {});
     const ImageFile newest = co_await folders_.newest(camera);
-    data_.state.setNewest(camera.row, newest);
+    data_.state.newestFound(camera.row, newest);
     data_.cameraRows.insertRow(camera.row);
     data_.cameraRows.setData(data_.cameraRows.index(camera.row),
                              newest.isNone() ? QString() : newest.name + QStringLiteral("  "));
@@ -145,7 +144,7 @@ QCoro::Task<> BrowserLists::followGroup()
     if (!uses_.film.isOpen() && data_.files.folder() != folders_.of(data_.state.camera())) {
         selection_.enableFilm(false);
         co_await LitDir();
-        selection_.setCount(QString());
+        selection_.showPlace(Place::None);
     }
 }
 
@@ -186,7 +185,7 @@ QCoro::Task<> BrowserLists::LstDirCam_Click(int row)
 QCoro::Task<> BrowserLists::listCamera()
 {
     co_await LitDir();
-    selection_.setCount(QString::number(data_.files.count()));
+    selection_.showPlace(Place::Count);
 }
 
 QCoro::Task<> BrowserLists::Vue_Click(int cell)

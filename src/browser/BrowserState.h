@@ -18,29 +18,29 @@ enum class View {
     Group   // the newest image of each camera of a group
 };
 
-/// The browser's parts take the steps; everything else reads.
+/// The browser's parts take the steps, each named after what has happened; everything else reads.
 class BrowserState
 {
 public:
     /// What is selected in the lists of groups and cameras.
     [[nodiscard]] CameraAddress camera() const { return camera_; }
 
-    void choose(CameraAddress camera) { camera_ = camera; }
+    void cameraChosen(CameraAddress camera) { camera_ = camera; }
 
     [[nodiscard]] View view() const { return view_; }
 
-    void show(View view) { view_ = view; }
+    void viewSwitched(View view) { view_ = view; }
 
     /// The newest image of a camera ("dernière image") in group view; none for a camera without
     /// images.
     [[nodiscard]] const ImageFile &DerniereImage(int row) const { return newest_.at(index(row)); }
 
-    void setNewest(int row, const ImageFile &image) { newest_.at(index(row)) = image; }
+    void newestFound(int row, const ImageFile &image) { newest_.at(index(row)) = image; }
 
     /// The cell of the selected image ("cadre actif"), 0 to 9.
     [[nodiscard]] int CadreActif() const { return framed_; }
 
-    void frame(int cell) { framed_ = cell; }
+    void cellFramed(int cell) { framed_ = cell; }
 
     /// Camera folders may be read ("lecture"). Once true, this stays true.
     [[nodiscard]] bool LectureOK() const { return mayRead_; }

@@ -95,7 +95,7 @@ void CameraFolders::supersede()
     reading_.request_stop();
 }
 
-void CameraFolders::allowReading()
+void CameraFolders::startReadings()
 {
     reading_ = std::stop_source();
 }

@@ -57,7 +57,7 @@ public:
     /// A newer action takes over: readings under way end with Superseded, and so does every reading
     /// before that action may start.
     void supersede();
-    void allowReading();
+    void startReadings();
 
 private:
     void make(const QString &folder);

@@ -21,7 +21,8 @@ namespace velmora {
 class FolderScan;
 
 /// Folders are native paths. A missing folder counts as empty; of one that cannot be read to its
-/// end the names up to there count. During a reading, events are handled every few milliseconds.
+/// end, the names read before the error count. During a reading, events are handled every few
+/// milliseconds.
 class FolderReader
 {
 public:

@@ -66,7 +66,8 @@ public:
     /// The window is about to be shown.
     void load();
 
-    /// Camera folders may be read from now on.
+    /// The window is there: shows the chosen camera. Its folders may be read from now on, if load()
+    /// has not read them already.
     void begin();
 
     /// The window was closed.

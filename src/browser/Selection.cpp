@@ -15,39 +15,58 @@ ImageFile Selection::image() const
     return row_ < 0 ? ImageFile() : data_.state.DerniereImage(row_);
 }
 
+void Selection::choose(CameraAddress camera)
+{
+    data_.state.cameraChosen(camera);
+    Q_EMIT changed();
+}
+
 void Selection::setGroup(int group)
 {
-    data_.state.choose({group, data_.state.camera().row});
-    Q_EMIT changed();
+    choose({group, data_.state.camera().row});
 }
 
 void Selection::setCamera(int row)
 {
-    data_.state.choose({data_.state.camera().group, row});
-    Q_EMIT changed();
+    choose({data_.state.camera().group, row});
 }
 
 void Selection::setView(View view)
 {
-    data_.state.show(view);
-    setCount(QString());
+    data_.state.viewSwitched(view);
+    showPlace(Place::None);
 }
 
-void Selection::setCount(const QString &text)
+QString Selection::NbI() const
 {
-    count_ = text;
+    switch (place_) {
+    case Place::None:
+        return {};
+    case Place::Count:
+        return QString::number(count_);
+    case Place::Position:
+        break;
+    }
+    return QStringLiteral("%1 / %2").arg(position_).arg(count_);
+}
+
+void Selection::showPlace(Place place)
+{
+    place_ = place;
+    position_ = data_.files.ListIndex() + 1;
+    count_ = data_.files.count();
     Q_EMIT changed();
 }
 
 void Selection::selectRow(int row)
 {
     if (row != row_) {
-        setCount(QString()); // of the previous row
+        showPlace(Place::None); // of the previous row
     }
     row_ = row;
     data_.sheet.clearFrames();
     data_.sheet.setFrame(row, FrameStyle::Framed);
-    data_.state.frame(row);
+    data_.state.cellFramed(row);
     setCamera(row);
     data_.sheet.followZoom(data_.state.DerniereImage(row));
 }
@@ -59,13 +78,13 @@ void Selection::drop()
     }
     row_ = -1;
     data_.sheet.clearFrames();
-    setCount(QString());
+    showPlace(Place::None);
 }
 
 void Selection::frame(int cell)
 {
     data_.sheet.setFrame(cell, FrameStyle::Framed);
-    data_.state.frame(cell);
+    data_.state.cellFramed(cell);
     data_.sheet.followZoom(data_.files.selected());
 }
 

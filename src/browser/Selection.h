@@ -7,7 +7,15 @@
 
 namespace velmora {
 
-/// The view's selection, its frame, and position and count belong together: they change here.
+/// What is shown of the place in the list of images.
+enum class Place {
+    None,
+    Count,   // how many images the selected camera has
+    Position // and where among them the selected one is
+};
+
+/// The camera, the view, what is selected in it, its frame, and position and count belong together:
+/// they change here.
 class Selection : public QObject
 {
     Q_OBJECT
@@ -23,13 +31,14 @@ public:
     /// The selected row of `LstDirCam`, -1 for none.
     [[nodiscard]] int row() const { return row_; }
 
-    /// Place in the list of images ("nombre d'images"): position and count, as shown.
-    [[nodiscard]] const QString &NbI() const { return count_; }
+    /// Place in the list of images ("nombre d'images"), as shown: "3 / 20", "20", or nothing.
+    [[nodiscard]] QString NbI() const;
 
     /// Whether the button that plays the images as a film is enabled.
     [[nodiscard]] bool isFilmEnabled() const { return isFilmEnabled_; }
 
-    /// Selects a group or a camera in its list, nothing more.
+    /// Selects a group and a camera in the lists, or one of them, nothing more.
+    void choose(CameraAddress camera);
     void setGroup(int group);
     void setCamera(int row);
 
@@ -45,7 +54,8 @@ public:
     /// The selected image of the camera view is in this cell.
     void frame(int cell);
 
-    void setCount(const QString &text);
+    /// Shows the place as it is now.
+    void showPlace(Place place);
 
     /// Shown with the next change.
     void enableFilm(bool enabled) { isFilmEnabled_ = enabled; }
@@ -59,7 +69,9 @@ Q_SIGNALS:
 
 private:
     BrowserData &data_;
-    QString count_;
+    Place place_ = Place::None;
+    int position_ = 0; // from 1 on
+    int count_ = 0;
     int row_ = -1;
     bool isFilmEnabled_ = false;
 };

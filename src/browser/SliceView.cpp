@@ -18,8 +18,7 @@ void SliceView::show()
     showFrom(slice.start);
     selection_.frame(slice.frame);
     uses_.log.trace(QStringLiteral("Load Fin"));
-    selection_.setCount(
-        QStringLiteral("%1 / %2").arg(data_.files.ListIndex() + 1).arg(data_.files.count()));
+    selection_.showPlace(Place::Position);
 }
 
 void SliceView::showFrom(int start)

@@ -189,7 +189,7 @@ TEST_F(AutoRefresh, ShowsAPictureThatTheCaptureHasFetched)
     EXPECT_EQ(house_.cells().value(3), QStringLiteral("20060307_1405090714.jpg"));
 }
 
-TEST_F(AutoRefresh, BeginsAPlayingFilmAnewForTheShownCamera)
+TEST_F(AutoRefresh, RestartsAPlayingFilmForTheShownCamera)
 {
     film_.play();
     store({2, 3});

@@ -91,7 +91,7 @@ TEST_F(CellClick, CountsFromTheFramedCellWhereverThatIs)
 TEST_F(CellClick, DoesNothingBeforeTheFirstFile)
 {
     showImages(20, 4);
-    state().frame(6);
+    state().cellFramed(6);
     click(1);
     EXPECT_EQ(selected(), 4);
     click(2);
@@ -211,14 +211,14 @@ TEST_F(CellClick, MovesTheFrameInGroupView)
 
 TEST_F(CellClick, TakesTheFramesAwayInGroupViewWhenThereIsNoSuchRow)
 {
-    state().show(View::Group);
+    state().viewSwitched(View::Group);
     house_.data.sheet.setFrame(1, FrameStyle::Framed);
     click(2);
     EXPECT_EQ(house_.framed(), QList<int>());
     EXPECT_EQ(browser_.face().cameraRow, -1);
 }
 
-TEST_F(CellClick, BeginsAFilmOfTheBrowserAnewInGroupView)
+TEST_F(CellClick, RestartsAFilmOfTheBrowserInGroupView)
 {
     house_.addImages({0, 6}, 4);
     state().allowReading();

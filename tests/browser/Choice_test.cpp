@@ -106,7 +106,7 @@ TEST_F(Choice, KeepsTheSheetWhileTheFolderOfANewCameraIsStillRead)
     house_.finish();
 }
 
-TEST_F(Choice, ShowsTheGroupAnewForANewCameraInGroupViewAndFramesItsCell)
+TEST_F(Choice, ShowsTheGroupAgainForANewCameraInGroupViewAndFramesItsCell)
 {
     house_.addImages({0, 0}, 2);
     house_.addImages({0, 3}, 4);
@@ -158,7 +158,7 @@ TEST_F(Choice, EmptiesTheSheetAndRebuildsTheRowsForANewGroupInGroupView)
     EXPECT_EQ(house_.framed(), QList<int>());
 }
 
-TEST_F(Choice, BeginsAPlayingFilmAnewForAGroup)
+TEST_F(Choice, RestartsAPlayingFilmForAGroup)
 {
     film_.play();
     chooseGroup(1);
@@ -166,7 +166,7 @@ TEST_F(Choice, BeginsAPlayingFilmAnewForAGroup)
     EXPECT_TRUE(state().CineActif());
 }
 
-TEST_F(Choice, BeginsAPlayingFilmAnewForACamera)
+TEST_F(Choice, RestartsAPlayingFilmForACamera)
 {
     film_.play();
     chooseCamera(1);
@@ -270,10 +270,10 @@ TEST_F(Choice, WarnsOfNoStoredPositionBeyondTheList)
     EXPECT_EQ(house_.capture.allTexts(), QStringList());
 }
 
-TEST_F(Choice, ReadsFoldersFromTheBeginOnInGroupViewToo)
+TEST_F(Choice, ReadsFoldersFromTheStartInGroupViewToo)
 {
     house_.addImages({0, 4}, 3);
-    state().show(View::Group);
+    state().viewSwitched(View::Group);
     browser_.begin();
     house_.finish();
     EXPECT_TRUE(state().LectureOK());

@@ -138,7 +138,7 @@ TEST_F(ConformityStart, LeavesTheGroupViewAsItIs)
     house_.put(kCamera, kShort, kModified);
     browser_.refresh();
     ASSERT_TRUE(house_.conformity.isRunning());
-    state().show(View::Group);
+    state().viewSwitched(View::Group);
     house_.newLog();
     house_.finish();
     EXPECT_FALSE(house_.newLog().contains(QStringLiteral("Planche LstDir_Click")));

@@ -92,7 +92,7 @@ TEST_F(FilmButton, ListsTheSelectedCameraFirstInGroupView)
     house_.addImages({0, 3}, 4);
     state().allowReading();
     house_.showGroup(0);
-    state().choose({state().camera().group, 3});
+    state().cameraChosen({state().camera().group, 3});
     press();
     EXPECT_EQ(house_.data.files.count(), 4);
     EXPECT_TRUE(film_.open);
@@ -104,7 +104,7 @@ TEST_F(FilmButton, OpensNothingInGroupViewOnACameraWithoutImages)
     house_.addCamera({0, 1});
     house_.show(kCamera);
     house_.showGroup(0);
-    state().choose({state().camera().group, 1});
+    state().cameraChosen({state().camera().group, 1});
     press();
     EXPECT_FALSE(film_.open);
     EXPECT_EQ(house_.NbI(), QStringLiteral("0"));
@@ -126,7 +126,7 @@ TEST_F(FilmButton, ReadsTheFolderBeforeTheFilmBeginsInGroupView)
     house_.addImages({0, 3}, 4);
     state().allowReading();
     house_.showGroup(0);
-    state().choose({state().camera().group, 3});
+    state().cameraChosen({state().camera().group, 3});
     run(steps_.lists.ResetCine());
     EXPECT_EQ(house_.data.files.count(), 4);
     EXPECT_EQ(film_.calls, QStringList({QStringLiteral("begin")}));
@@ -146,7 +146,7 @@ TEST_F(FilmButton, TogglesTwiceForTwoQuickPressesWhileAFolderIsRead)
 {
     house_.addFullFolder(kCamera);
     state().allowReading();
-    state().show(View::Group);
+    state().viewSwitched(View::Group);
     browser_.toggleFilm();
     browser_.toggleFilm();
     house_.finish();

@@ -113,7 +113,7 @@ TEST_F(GroupView, ShowsTheNewestImageOfACameraWithAVeryLongAddress)
 TEST_F(GroupView, LeavesAMissingCameraFolderMissing)
 {
     house_.capture.addCamera({0, 3}, cameraUrl({0, 3}));
-    state().show(View::Group);
+    state().viewSwitched(View::Group);
     run(steps_.lists.DirCam());
     EXPECT_FALSE(house_.capture.tree.exists(house_.capture.folder({0, 3})));
 }
@@ -192,7 +192,7 @@ TEST_F(GroupView, BringsAVisibleZoomImageToTheClickedRow)
     EXPECT_EQ(house_.data.sheet.zoomed().name, imageName(2));
 }
 
-TEST_F(GroupView, BeginsAPlayingFilmAnewOnTheClickedRow)
+TEST_F(GroupView, RestartsAPlayingFilmOnTheClickedRow)
 {
     house_.addImages({0, 4}, 3);
     house_.showGroup(0);
@@ -218,7 +218,7 @@ TEST_F(GroupView, TellsThatItsCellsAreBeingFilled)
     QList<bool> filling;
     QObject::connect(&house_.data.sheet, &Sheet::imageChanged, &house_,
                      [&] { filling.append(state().DirCamEnCours()); });
-    state().show(View::Group);
+    state().viewSwitched(View::Group);
     run(steps_.lists.DirCam());
     EXPECT_EQ(filling, QList<bool>(kCells, true));
     EXPECT_FALSE(state().DirCamEnCours());
@@ -234,7 +234,7 @@ TEST_F(GroupView, ShowsNothingOfAGroupWithoutCameras)
     EXPECT_EQ(house_.cells(), QStringList(kCells));
 }
 
-TEST_F(GroupView, SelectsNoRowAndFramesNoCellWhenItIsBuiltAnew)
+TEST_F(GroupView, SelectsNoRowAndFramesNoCellWhenItIsRebuilt)
 {
     house_.addImages({0, 4}, 3);
     house_.showGroup(0);

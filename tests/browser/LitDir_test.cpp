@@ -32,7 +32,7 @@ protected:
 TEST_F(LitDir, ListsTheImagesOfTheSelectedCameraInOrderOfTheirNames)
 {
     house_.addCamera({2, 7}, {imageName(2), imageName(0), imageName(1)});
-    state().choose({2, 7});
+    state().cameraChosen({2, 7});
     read();
     ASSERT_EQ(house_.data.files.count(), 3);
     EXPECT_EQ(house_.data.files.file(0).name, imageName(0));
@@ -72,7 +72,7 @@ TEST_F(LitDir, TellsZeroForAnEmptyFolderAndTurnsTheFilmButtonOff)
     house_.addImages(kCamera, 1);
     read();
     house_.addCamera({0, 1});
-    state().choose({0, 1});
+    state().cameraChosen({0, 1});
     read();
     EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("0"));
     EXPECT_FALSE(steps_.selection.isFilmEnabled());
@@ -93,7 +93,7 @@ TEST_F(LitDir, SelectsNoFile)
     EXPECT_EQ(selected(), -1);
 }
 
-TEST_F(LitDir, ReadsTheFolderAnewEachTime)
+TEST_F(LitDir, ReadsTheFolderAgainEachTime)
 {
     house_.addImages(kCamera, 1);
     read();
@@ -169,7 +169,7 @@ TEST_F(LitDir, ReadsAgainWhenThatCheckFindsTheStorageFolderBack)
     EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("3"));
 }
 
-TEST_F(LitDir, ChecksNothingWhenNobodyAsksForIt)
+TEST_F(LitDir, ChecksNothingUnlessAsked)
 {
     house_.addImages(kCamera, 1);
     house_.newLog();
@@ -259,7 +259,7 @@ TEST_F(LitDir, MakesACameraFolderAgainThatWentAwayAgain)
 TEST_F(LitDir, ListsTheStorageFolderForARowWithoutAddress)
 {
     house_.capture.tree.write(u"drives/c/in/20060307_0000000714.jpg", "x");
-    state().choose({5, 5});
+    state().cameraChosen({5, 5});
     read();
     EXPECT_EQ(steps_.selection.NbI(), QStringLiteral("1"));
     EXPECT_EQ(house_.data.files.file(0).path(), QStringLiteral("C:\\in\\20060307_0000000714.jpg"));

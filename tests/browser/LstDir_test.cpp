@@ -71,7 +71,7 @@ TEST_F(LstDir, TellsThePositionFromOne)
     EXPECT_EQ(house_.NbI(), QStringLiteral("5 / 120"));
 }
 
-TEST_F(LstDir, ShowsTheFirstTenNearTheBegin)
+TEST_F(LstDir, ShowsTheFirstTenNearTheStart)
 {
     showImages(120);
     browser_.chooseFile(2);
@@ -198,7 +198,7 @@ TEST_F(LstDir, LeavesAHiddenZoomImageHidden)
     EXPECT_FALSE(house_.data.sheet.isZoomVisible());
 }
 
-TEST_F(LstDir, SelectsTheNewestAgainWhenTheFolderIsListedAnew)
+TEST_F(LstDir, SelectsTheNewestAgainWhenTheFolderIsListedAgain)
 {
     showImages(3);
     browser_.chooseFile(0);

@@ -97,7 +97,7 @@ TEST_F(ModesAndStorage, ShowTheCameraThatWasChosenWhileTheStorageBoxWasTypedInto
     EXPECT_EQ(house_.NbI(), QStringLiteral("5 / 5"));
 }
 
-TEST_F(ModesAndStorage, RenameNothingAnewWhileTheStorageBoxIsTypedInto)
+TEST_F(ModesAndStorage, StartNoRenamingWhileTheStorageBoxIsTypedInto)
 {
     house_.addCamera(kCamera, {QStringLiteral("20060307_140509.jpg")});
     int began = 0;

@@ -54,7 +54,7 @@ TEST_F(Modes, TellTheWindowOfEachClick)
 TEST_F(Modes, RefreshTheCameraAtOnceWhenAutoIsClicked)
 {
     house_.addImages({0, 2}, 3);
-    state().choose({state().camera().group, 2});
+    state().cameraChosen({state().camera().group, 2});
     set(Mode::Auto, true);
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
@@ -90,7 +90,7 @@ TEST_F(Modes, ShowTheGroupWhenCameraIsTicked)
 TEST_F(Modes, ShowTheCameraWhenCameraIsUnticked)
 {
     house_.addImages({0, 2}, 3);
-    state().choose({state().camera().group, 2});
+    state().cameraChosen({state().camera().group, 2});
     set(Mode::Camera, true);
     set(Mode::Camera, false);
     EXPECT_EQ(state().view(), View::Camera);
@@ -112,7 +112,7 @@ TEST_F(Modes, ClearPlaceAndCountWithEachChangeOfTheView)
 
 TEST_F(Modes, StoreTheGroupWithAClickOnCamera)
 {
-    state().choose({6, state().camera().row});
+    state().cameraChosen({6, state().camera().row});
     set(Mode::Camera, true);
     EXPECT_EQ(house_.stored(u"lstP"), QStringLiteral("6"));
 }

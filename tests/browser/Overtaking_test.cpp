@@ -216,7 +216,7 @@ TEST_F(Overtaking, OpensTheFilmThoughACameraIsChosenMeanwhile)
     house_.addFullFolder({0, 0});
     house_.addImages({0, 2}, 3);
     state().allowReading();
-    state().show(View::Group);
+    state().viewSwitched(View::Group);
     browser_.toggleFilm();
     browser_.chooseCamera(2);
     house_.finish();
@@ -229,7 +229,7 @@ TEST_F(Overtaking, FinishesAStepOfTheWalkThoughTicksComeFaster)
     for (int row = 0; row < kRows; ++row) {
         house_.addFullFolder({0, row});
     }
-    state().choose({0, 0});
+    state().cameraChosen({0, 0});
     int shown = 0;
     QObject::connect(&house_.data.files, &QAbstractItemModel::modelReset, &house_,
                      [&] { ++shown; });
@@ -262,7 +262,7 @@ TEST_F(Overtaking, ShowsWhatADeletionLeftThoughACameraIsChosenMeanwhile)
     house_.addFullFolder({0, 0});
     house_.addImages({0, 4}, 2);
     state().allowReading();
-    state().choose({state().camera().group, 0});
+    state().cameraChosen({state().camera().group, 0});
     house_.showGroup(0);
     const ImageFile target = state().DerniereImage(4);
     browser_.kill(target);

@@ -88,7 +88,7 @@ TEST_F(ScanTimer, StaysOnItsGroupAfterAFullTurnWithoutAnyThatIsOn)
 TEST_F(ScanTimer, KeepsTheRowAndStoresNothingInGroupView)
 {
     activateAll();
-    state().choose({state().camera().group, 5});
+    state().cameraChosen({state().camera().group, 5});
     showGroup(3);
     house_.store(u"lstP", u"9");
     house_.store(u"lstImg", u"9");
@@ -219,7 +219,7 @@ TEST_F(ScanTimer, StopsTheTimersAgainWhileTheStorageBoxIsTypedInto)
     EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
-TEST_F(ScanTimer, BeginsAnOpenFilmAnewAfterItsStep)
+TEST_F(ScanTimer, RestartsAnOpenFilmAfterItsStep)
 {
     activateAll();
     showGroup(3);

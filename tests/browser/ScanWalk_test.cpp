@@ -75,7 +75,7 @@ TEST(ScanWalk, GoesFromTheLastCameraToTheFirstGroupThatIsOn)
     EXPECT_EQ(nextCamera({9, 9}, only({4, 9})), (CameraAddress{4, 0}));
 }
 
-TEST(ScanWalk, BeginsTheSameGroupAnewWhenNoneIsOn)
+TEST(ScanWalk, BeginsTheSameGroupAgainWhenNoneIsOn)
 {
     EXPECT_EQ(nextCamera({6, 9}, {}), (CameraAddress{6, 0}));
 }

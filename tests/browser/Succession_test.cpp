@@ -19,7 +19,7 @@ protected:
     {
         house_.addFullFolder(kFull);
         house_.addImages(kSmall, 3);
-        state().choose(kSmall);
+        state().cameraChosen(kSmall);
     }
 
     /// Chooses the camera whose folder takes a while, and returns before it has been read.
@@ -166,7 +166,7 @@ TEST_F(Succession, LeavesTheDisplayOfAnOlderActionUnfinished)
     EXPECT_EQ(house_.newLog().count(QStringLiteral("Planche DirImage Fin")), 1);
 }
 
-TEST_F(Succession, TellsNobodyOfAnActionThatWasSuperseded)
+TEST_F(Succession, TellsNoOneOfAnActionThatWasSuperseded)
 {
     beginReading();
     browser_.chooseCamera(kSmall.row);

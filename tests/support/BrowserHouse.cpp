@@ -116,14 +116,14 @@ void BrowserHouse::plugStorage() const
 
 void BrowserHouse::show(CameraAddress camera)
 {
-    data.state.choose({camera.group, data.state.camera().row});
+    data.state.cameraChosen({camera.group, data.state.camera().row});
     browser.chooseCamera(camera.row);
     finish();
 }
 
 void BrowserHouse::showGroup(int group)
 {
-    data.state.choose({group, data.state.camera().row});
+    data.state.cameraChosen({group, data.state.camera().row});
     browser.setMode(Mode::Camera, true);
     finish();
 }

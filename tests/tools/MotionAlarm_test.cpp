@@ -270,7 +270,7 @@ TEST_F(MotionAlarmTest, TheFolderIsThatOfTheCameraThatIsSelected)
 {
     store(kOther, 30);
     open(30, 24);
-    house_.data.state.choose(kOther); // before its list is there
+    house_.data.state.cameraChosen(kOther); // before its list is there
     alarm_.ChargeRef();
     EXPECT_EQ(alarm_.picture(AlarmPicture::Ref).path, path(kOther, 24));
 }
@@ -409,7 +409,7 @@ TEST_F(MotionAlarmTest, TheReferenceIsClearedBeforeItIsLoaded)
     EXPECT_EQ(story, pairs("-,7"));
 }
 
-TEST_F(MotionAlarmTest, PicturesAreLoadedAnewForAnotherSize)
+TEST_F(MotionAlarmTest, PicturesAreLoadedAgainForAnotherSize)
 {
     open(3, 2);
     alarm_.ChargeRef();

@@ -25,7 +25,7 @@ TEST_F(SlideshowClick, SelectsTheImageJustShown)
     EXPECT_EQ(house_.NbI(), QStringLiteral("10 / 30"));
 }
 
-TEST_F(SlideshowClick, SelectsTheFirstImageRightAfterTheBegin)
+TEST_F(SlideshowClick, SelectsTheFirstImageRightAfterTheStart)
 {
     film_.iCine_Click();
     EXPECT_EQ(selected(), 0);
@@ -54,7 +54,7 @@ TEST_F(SlideshowClick, SelectsTheLastImageButTwoBeforeThePositionReachesTheLast)
     EXPECT_EQ(selected(), 27);
 }
 
-TEST_F(SlideshowClick, BeginsAnewWhenThePositionHasReachedTheLast)
+TEST_F(SlideshowClick, StartsOverWhenThePositionHasReachedTheLast)
 {
     tick(29);
     ASSERT_EQ(film_.current(), 30);
@@ -63,7 +63,7 @@ TEST_F(SlideshowClick, BeginsAnewWhenThePositionHasReachedTheLast)
     EXPECT_EQ(film_.current(), 0);
 }
 
-TEST_F(SlideshowClick, BeginsAnewBehindTheLastImageToo)
+TEST_F(SlideshowClick, StartsOverBehindTheLastImageToo)
 {
     tick(30);
     ASSERT_EQ(film_.current(), 31);
@@ -82,7 +82,7 @@ TEST_F(SlideshowClick, LeavesThePositionOtherwise)
 TEST_F(SlideshowClick, DoesNothingInGroupView)
 {
     tick(10);
-    house_.data.state.show(View::Group);
+    house_.data.state.viewSwitched(View::Group);
     film_.iCine_Click();
     EXPECT_EQ(selected(), 29);
     EXPECT_EQ(house_.newLog(), QStringList());

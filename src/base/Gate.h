@@ -15,8 +15,6 @@ namespace velmora {
 class Gate
 {
 public:
-    [[nodiscard]] bool isShut() const { return shut_; }
-
     void shut() { shut_ = true; }
 
     /// Lets all waiters go on, each from the event loop.

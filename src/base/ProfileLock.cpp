@@ -43,8 +43,8 @@ ProfileLock::ProfileLock(const QString &path)
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
     for (int step = 0; file_ && step < kMostSteps; ++step) {
-        isHeld_ = ::fcntl(file_.get(), F_OFD_SETLK, &lock) == 0;
-        if (isHeld_ || !isBusy(errno)) {
+        const bool isHeld = ::fcntl(file_.get(), F_OFD_SETLK, &lock) == 0;
+        if (isHeld || !isBusy(errno)) {
             return;
         }
         std::this_thread::sleep_for(kStep);

@@ -18,11 +18,8 @@ public:
     /// process must not stop the rest. Where no lock can be had, the work goes on without one.
     explicit ProfileLock(const QString &path);
 
-    [[nodiscard]] bool isHeld() const { return isHeld_; }
-
 private:
     UniqueFd file_;
-    bool isHeld_ = false;
 };
 
 } // namespace velmora

@@ -28,8 +28,6 @@ public:
     /// To be called by each who has entered, once.
     void leave();
 
-    [[nodiscard]] int inside() const { return inside_; }
-
 private:
     void giveUp(OneShot<bool> *waiter);
 

@@ -128,7 +128,7 @@ void FirstPart::readLines(ReplyBody &body)
     }
     beginBody();
     if (state_ == State::Reading) {
-        feed({}, body);
+        static_cast<void>(feed({}, body)); // the caller returns the state
     }
 }
 

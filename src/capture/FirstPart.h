@@ -30,9 +30,7 @@ public:
     [[nodiscard]] static bool isAnnouncedBy(QByteArrayView contentType);
 
     /// Takes the next bytes; those of the part go to `body`. Throws std::bad_alloc.
-    State feed(QByteArrayView bytes, ReplyBody &body);
-
-    [[nodiscard]] State state() const { return state_; }
+    [[nodiscard]] State feed(QByteArrayView bytes, ReplyBody &body);
 
     /// Of the part, empty when it has none.
     [[nodiscard]] const QString &contentType() const { return contentType_; }

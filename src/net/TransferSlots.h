@@ -19,8 +19,6 @@ public:
     /// Ends what enter() began.
     void leave() { turnstile_.leave(); }
 
-    [[nodiscard]] int running() const { return turnstile_.inside(); }
-
 private:
     [[nodiscard]] bool hasRoom(int running);
 

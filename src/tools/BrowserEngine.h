@@ -20,9 +20,6 @@ public:
 
     [[nodiscard]] ImageBrowser &browser() { return browser_; }
 
-    /// What browser and slideshow share: choice, list and sheet.
-    [[nodiscard]] BrowserData &data() { return data_; }
-
     [[nodiscard]] Slideshow &film() { return film_; }
 
     [[nodiscard]] MotionAlarm &alarm() { return alarm_; }

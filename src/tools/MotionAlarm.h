@@ -29,7 +29,8 @@ struct LoadedPicture
 
 enum class Comparison { Success, Failure };
 
-/// Clamps the components of a colour to 0 to 255.
+/// Brings each component of a colour into 0 to 255. Not called yet: a comparison uses it once it
+/// has adjusted the components.
 void clampColour(int &red, int &green, int &blue);
 
 /// Works in the scope, which must be joined before the object is destroyed.

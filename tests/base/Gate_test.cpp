@@ -1,4 +1,4 @@
-// Who waits at a gate, and who is let through.
+// Which callers wait at a gate, and which are let through.
 #include "base/Gate.h"
 
 #include <QStringList>
@@ -56,7 +56,7 @@ TEST_F(GateTest, HoldsEverybodyUntilItIsOpened)
     EXPECT_EQ(log_, (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
 }
 
-TEST_F(GateTest, HoldsWhoeverFindsItShutAgain)
+TEST_F(GateTest, HoldsACallerThatFindsItShutAgain)
 {
     gate_.shut();
     come(QStringLiteral("a"));
@@ -68,14 +68,17 @@ TEST_F(GateTest, HoldsWhoeverFindsItShutAgain)
     EXPECT_EQ(log_, QStringList{QStringLiteral("a")});
 }
 
-TEST_F(GateTest, HoldsNobodyWhoIsToStop)
+TEST_F(GateTest, LetsACallerThatIsToStopThroughAndStaysShut)
 {
     gate_.shut();
     come(QStringLiteral("a"));
     stop_.request_stop();
     QCoreApplication::sendPostedEvents();
     EXPECT_EQ(log_, QStringList{QStringLiteral("a")});
-    EXPECT_TRUE(gate_.isShut());
+    stop_ = std::stop_source();
+    come(QStringLiteral("b"));
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(log_, QStringList{QStringLiteral("a")});
 }
 
 } // namespace

@@ -109,7 +109,7 @@ public:
 
     // Parts of the engines.
     Conformity &conformity = house.engine.conformity();
-    BrowserData &data = images.data();
+    const BrowserData &data = images.browser().shown();
     Slideshow &film = images.film();
     ImageBrowser &browser = images.browser();
     PictureCache &cache = images.pictures();

@@ -304,17 +304,6 @@ TEST_F(PlancheCells, ThePointerNamesTheCameraInGroupViewWithoutItsPassword)
     EXPECT_FALSE(house_.cell(4).toolTip().contains(QStringLiteral("secret")));
 }
 
-TEST_F(PlancheCells, ThePointerShowsNothingWhileTheGroupViewIsBeingFilled)
-{
-    house_.openOn(3);
-    point(4, {12, 34});
-    house_.cell(4).setToolTip(QStringLiteral("old"));
-    const auto filling = house_.data.state.beginFilling();
-    point(4, {56, 78});
-    EXPECT_EQ(house_.text(QStringLiteral("MousePos")), QStringLiteral("12:34"));
-    EXPECT_EQ(house_.cell(4).toolTip(), QStringLiteral("old"));
-}
-
 TEST_F(PlancheCells, TheFilmFollowsAClick)
 {
     house_.house.settings.write(u"Control", u"Vitesse", 1000);

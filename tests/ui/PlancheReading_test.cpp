@@ -54,6 +54,15 @@ protected:
         ASSERT_EQ(view(kImages).model()->rowCount(), 12);
     }
 
+    // Without a turn of the event loop, in which a reading would go on.
+    void point(int cell, QPointF at)
+    {
+        PictureView &view = house_.cell(cell);
+        QMouseEvent move(QEvent::MouseMove, at, view.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(&view, &move);
+    }
+
     QSize copied() { return QGuiApplication::clipboard()->image().size(); }
 
     const QString kZoom = QStringLiteral("ZoomImage");
@@ -100,7 +109,25 @@ TEST_F(PlancheReading, AClickOnACellOfTheGroupChoosesNoImageOfTheCameraThatFollo
     expectImage(11, 12);
 }
 
-TEST_F(PlancheReading, APlayingFilmBeginsAnewThoughARefreshOvertakesTheChoice)
+TEST_F(PlancheReading, ThePointerShowsNothingWhileTheGroupViewIsBeingFilled)
+{
+    addLarge({0, 1});
+    house_.openOn(12);
+    point(4, {12, 34});
+    house_.cell(4).setToolTip(QStringLiteral("old"));
+    QTest::mouseClick(&house_.find<QWidget>(QStringLiteral("cCamera")), Qt::LeftButton, {},
+                      QPoint(8, 8));
+    ASSERT_TRUE(house_.data.state.DirCamEnCours());
+    point(4, {56, 78});
+    ASSERT_TRUE(house_.data.state.DirCamEnCours());
+    EXPECT_EQ(house_.text(QStringLiteral("MousePos")), QStringLiteral("12:34"));
+    EXPECT_EQ(house_.cell(4).toolTip(), QStringLiteral("old"));
+    house_.settle();
+    point(4, {56, 78});
+    EXPECT_EQ(house_.text(QStringLiteral("MousePos")), QStringLiteral("56:78"));
+}
+
+TEST_F(PlancheReading, APlayingFilmRestartsThoughARefreshOvertakesTheChoice)
 {
     house_.house.settings.write(u"Control", u"Vitesse", 1000);
     addLarge({0, 1});

@@ -7,7 +7,8 @@ objects=""
 for program in "$build"/bin/*_test; do
     objects="$objects -object $program"
 done
-for layer in base net settings cameras capture view pictures browser tools ui app; do
+layers=$(sed -n 's/^add_subdirectory(\(.*\))$/\1/p' src/CMakeLists.txt)
+for layer in $layers; do
     llvm-cov-19 export "$build/bin/velmora" $objects -summary-only -instr-profile "$build/tests.profdata" \
         -sources "$PWD/src/$layer" |
         python3 -c "

@@ -4,6 +4,12 @@ import re
 from pathlib import Path
 
 
+def listed(root):
+    """The layers, from the lowest up: src/CMakeLists.txt is the one list of them."""
+    text = Path(root, "src/CMakeLists.txt").read_text(encoding="utf-8")
+    return re.findall(r"^add_subdirectory\((\w+)\)", text, re.M)
+
+
 def drawn(root):
     """Arrows of the drawing, as pairs from an upper layer to one below it."""
     text = Path(root, "docs/architecture.md").read_text(encoding="utf-8")

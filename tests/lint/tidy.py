@@ -2,8 +2,8 @@
 
 Nearly all of its time goes into the toolkit's headers, so many sources are checked at once, as one unit that
 includes them: sources whose local names do not clash, from all the layers that the windows see together, and from
-the composition. A constant that several sources of a unit have gets another name in all but one. A unit is not checked again while its sources, headers and configuration are as they were when it
-last passed.
+the composition. A constant that several sources of a unit have gets another name in all but one. A unit is not
+checked again while its sources, headers and configuration are as they were when it last passed.
 """
 
 import hashlib
@@ -14,6 +14,8 @@ import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
+
+import layers
 
 MOST = 60  # sources of a unit
 CONSTANT = r"\bk[A-Z]\w*"
@@ -70,8 +72,7 @@ def units(sources, shared):
 
 def topmost(root, sources):
     """A source of the layer below the composition; the build lists the layers from the lowest up."""
-    listed = re.findall(r"^add_subdirectory\((\w+)\)", Path(root, "src", "CMakeLists.txt").read_text(), re.M)
-    top = [layer for layer in listed if layer != TOP][-1]
+    top = [layer for layer in layers.listed(root) if layer != TOP][-1]
     return next(source for source in sources if Path(source).parent.name == top)
 
 

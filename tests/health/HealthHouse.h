@@ -2,22 +2,21 @@
 #pragma once
 
 #include "../capture/CaptureTest.h"
-#include "health/HealthWatch.h"
+#include "health/HealthEngine.h"
+#include "support/MailDouble.h"
 
 namespace velmora::test {
 
 inline constexpr CameraAddress kOne{0, 1};
 inline constexpr CameraAddress kTwo{0, 2};
 
-/// The folders are under C:\in; nothing is watched until watch().
+/// The folders are under C:\in; nothing is watched until start().
 class HealthTest : public CaptureTest
 {
 protected:
     HealthTest()
     {
-        QObject::connect(&house_.store, &ImageStore::imageStored, &book_, &HealthBook::addImage);
-        QObject::connect(&house_.store, &ImageStore::cameraFailed, &book_, &HealthBook::addFailure);
-        QObject::connect(&watch_, &HealthWatch::noticed, &watch_,
+        QObject::connect(&health_, &HealthEngine::noticed, &health_,
                          [this](const QString &text) { notices_.append(text); });
     }
 
@@ -35,8 +34,7 @@ protected:
 
     void start()
     {
-        book_.load();
-        house_.scope.launch(watch_.run(house_.scope.stopToken()));
+        health_.start();
         clock_.advance(std::chrono::milliseconds{0});
     }
 
@@ -55,9 +53,11 @@ protected:
         return book_.camera(camera).lateSince.has_value();
     }
 
-    HealthBook book_{house_.table, house_.storage, clock_, house_.scope};
-    OldestFirst oldest_{house_.table, house_.storage, clock_, house_.scope};
-    HealthWatch watch_{house_.storage, clock_, book_, house_.scheduler, oldest_};
+    MailDouble mail_;
+    HealthEngine health_{house_.engine, mail_};
+    HealthBook &book_ = health_.book();
+    OldestFirst &oldest_ = health_.oldest();
+    HealthWatch &watch_ = health_.watch();
     QStringList notices_;
 };
 

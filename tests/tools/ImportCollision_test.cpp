@@ -1,35 +1,9 @@
 // Names already taken: what an import run tries next, and how long it searches.
 #include "ImportRunTest.h"
-
-#include <utility>
+#include "support/BusyClock.h"
 
 namespace velmora::test {
 namespace {
-
-// Each look at it lets a millisecond pass.
-class TickingClock final : public Clock
-{
-public:
-    [[nodiscard]] WallTime localNow() const override { return clock_.localNow(); }
-
-    [[nodiscard]] std::chrono::seconds utcOffset() const override { return clock_.utcOffset(); }
-
-    [[nodiscard]] std::chrono::milliseconds monotonicNow() const override
-    {
-        return std::chrono::milliseconds{++looks_};
-    }
-
-    QCoro::Task<Wake> sleep(std::chrono::milliseconds duration, std::stop_token stop) override
-    {
-        co_return co_await clock_.sleep(duration, std::move(stop));
-    }
-
-    QCoro::Task<> yield() override { co_await clock_.yield(); }
-
-private:
-    FakeClock clock_;
-    mutable int looks_ = 0;
-};
 
 class ImportCollision : public ImportRunTest
 {
@@ -80,7 +54,7 @@ TEST_F(ImportCollision, TheCounterBelongsToTheRunAndLaterNamesBeginWithIt)
     EXPECT_EQ(run_.progress().collisions, 1);
 }
 
-TEST_F(ImportCollision, ANewRunBeginsItsCounterAnew)
+TEST_F(ImportCollision, ANewRunResetsItsCounter)
 {
     take(kKept);
     put(kKept);
@@ -177,7 +151,8 @@ TEST_F(ImportCollision, EventsGetTheirTurnBetweenManySearchesForAName)
         take(QStringLiteral("2x061005_123045%1x").arg(i, 4, 10, QLatin1Char('0')));
     }
     put(QByteArray("2?061005_1230450000.") + QByteArray(210, '*'));
-    TickingClock clock;
+    FakeClock still;
+    BusyClock clock(still);
     ImportRun timed(clock, gate_);
     EXPECT_EQ(run(timed, order(QString())).copied, 1);
     EXPECT_EQ(timed.progress().collisions, kCollisions);

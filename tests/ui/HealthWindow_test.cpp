@@ -3,6 +3,8 @@
 
 #include "WindowHouse.h"
 #include "cameras/CameraChoices.h"
+#include "health/HealthEngine.h"
+#include "support/MailDouble.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -59,9 +61,10 @@ protected:
     }
 
     WindowHouse house_;
-    HealthBook book_{house_.house.table, house_.house.storage, house_.clock, house_.house.scope};
-    OldestFirst oldest_{house_.house.table, house_.house.storage, house_.clock, house_.house.scope};
-    HealthWatch watch_{house_.house.storage, house_.clock, book_, house_.house.scheduler, oldest_};
+    MailDouble mail_;
+    HealthEngine health_{house_.house.engine, mail_};
+    HealthBook &book_ = health_.book();
+    HealthWatch &watch_ = health_.watch();
     HealthWindow window_{book_, watch_, house_.house.settings};
 };
 

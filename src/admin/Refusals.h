@@ -10,8 +10,9 @@ namespace velmora {
 /// That nothing was stored; of a settings file that has grown too large, with its size and path.
 [[nodiscard]] QString notStoredText(const SettingsFile &settings);
 
-/// A native path or a file name as typed, for a message. Who forgets an option may give an address
-/// where a path is wanted: what does not exist is shown as withoutCredentials() shows an address.
+/// A native path or a file name as typed, for a message. A user who forgets an option may give an
+/// address where a path is wanted: what does not exist is shown as withoutCredentials() shows an
+/// address.
 [[nodiscard]] QString shownTypedPath(const QString &path);
 
 } // namespace velmora

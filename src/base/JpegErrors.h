@@ -19,7 +19,7 @@ public:
     {
         jpeg_std_error(&manager_);
         manager_.error_exit = [](j_common_ptr common) {
-            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as libjpeg has it
+            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): as libjpeg declares it
             std::longjmp(reinterpret_cast<JpegErrors *>(common->err)->way_, 1);
         };
         manager_.output_message = [](j_common_ptr) {};

@@ -30,10 +30,12 @@ public:
 
     [[nodiscard]] std::stop_token stopToken() const { return stop_.get_token(); }
 
+    /// Asks all that runs to end soon.
     void requestStop() { stop_.request_stop(); }
 
     [[nodiscard]] int running() const { return running_; }
 
+    /// Keeps the coroutine until it ends.
     void launch(QCoro::Task<> task);
 
     /// Waits until nothing is running. One waiter at a time.

@@ -44,7 +44,7 @@ std::optional<QString> AddressEditing::leave(int row, const QString &text)
     if (address == before && before != stored) {
         return stored; // nothing was typed that would count for more than the other camera
     }
-    if (!checkAddress(camera, address)) {
+    if (!acceptAddress(camera, address)) {
         return std::nullopt;
     }
     makeFolderBefore(camera, address);
@@ -59,7 +59,7 @@ std::optional<QString> AddressEditing::leave(int row, const QString &text)
 void AddressEditing::store(CameraAddress camera, const QString &text)
 {
     const QString address = text.trimmed();
-    if (checkAddress(camera, address)) {
+    if (acceptAddress(camera, address)) {
         makeFolderBefore(camera, address);
         storeAddress(camera, address);
     }
@@ -79,7 +79,7 @@ void AddressEditing::tellOnce(CameraAddress camera, const QString &message)
 }
 
 // False for an address that cannot be stored; reports that, and what would be lost of one that can.
-bool AddressEditing::checkAddress(CameraAddress camera, const QString &address)
+bool AddressEditing::acceptAddress(CameraAddress camera, const QString &address)
 {
     if (const auto refusal = addressRefusal(address, camera.row)) {
         tellOnce(camera, *refusal);

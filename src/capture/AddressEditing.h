@@ -53,7 +53,7 @@ private:
     [[nodiscard]] Box &box(int row) { return boxes_.at(static_cast<std::size_t>(row)); }
 
     void tellOnce(CameraAddress camera, const QString &message);
-    [[nodiscard]] bool checkAddress(CameraAddress camera, const QString &address);
+    [[nodiscard]] bool acceptAddress(CameraAddress camera, const QString &address);
     void makeFolderBefore(CameraAddress camera, const QString &address);
     void storeAddress(CameraAddress camera, const QString &address);
     SettingsChange leaveBehind(CameraAddress camera, const QString &address);

@@ -1,5 +1,5 @@
-// What a camera's answer is worth: the one judgement by which the image store keeps pictures and
-// the test of a camera says what would become of one.
+// Judges a camera's answer. The image store keeps pictures by this judgement, and the test of a
+// camera reports it.
 #pragma once
 
 #include "capture/KeepRule.h"
@@ -32,6 +32,7 @@ enum class Worth {
 /// chosen, replaces the usual one.
 [[nodiscard]] bool isCompared(const Answer &answer);
 
+/// Whether the picture is kept, by the rule that the user has chosen for the camera.
 [[nodiscard]] Worth worthOf(const Answer &answer);
 
 /// The dates of a picture. header: Last-Modified as sent; stored: the text stored for the last

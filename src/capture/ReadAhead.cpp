@@ -26,7 +26,7 @@ QCoro::Task<> ReadAhead::run(std::shared_ptr<Transfer> transfer)
     HttpReply reply;
     try {
         reply = co_await source_.fetch(transfer->request, transfer->stop.get_token());
-    } catch (const std::exception &error) { // the waiter is told in every case
+    } catch (const std::exception &error) { // the waiter gets an answer in every case
         reply.failure = QString::fromUtf8(error.what());
     }
     transfer->reply.set(std::move(reply));

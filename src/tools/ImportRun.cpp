@@ -69,8 +69,8 @@ QCoro::Task<ImportResult> ImportRun::run(ImportOrder order, std::stop_token afte
     co_return ImportResult{end, progress_.copied, failure_};
 }
 
-// Who empties a card after this must have all of it, and what can still be read of a failing one is
-// wanted all the more.
+// A user who empties a card after this must have all of it, and what can still be read of a failing
+// card is wanted all the more.
 QCoro::Task<ImportEnd> ImportRun::copyNames(SortedNames names, std::stop_token afterFile,
                                             std::stop_token atOnce)
 {

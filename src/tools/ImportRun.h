@@ -58,7 +58,7 @@ public:
     ImportRun(Clock &clock, Gate &gate);
 
     /// Names are listed at the start, so what is copied into the same folder is not copied again.
-    /// Of a source that cannot be read to its end what was read is copied before the run is
+    /// If the source cannot be read to its end, what was read of it is copied before the run is
     /// aborted. afterFile: ends the run after the current file. atOnce: ends it in the middle of a
     /// file, of which nothing remains. Events are handled every few milliseconds.
     QCoro::Task<ImportResult> run(ImportOrder order, std::stop_token afterFile,

@@ -30,8 +30,8 @@ struct NameFound
 };
 
 /// Folders are native paths; a missing one counts as empty. One that cannot be read to its end
-/// gives the names up to there, with the error. During a reading, events are handled every few
-/// milliseconds. A stopped reading gives no names at all.
+/// gives the names read before the error, and the error. During a reading, events are handled every
+/// few milliseconds. A stopped reading gives no names at all.
 class NameReader
 {
 public:

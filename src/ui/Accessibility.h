@@ -1,4 +1,4 @@
-// What screen readers are told about windows, pictures and labels that show values.
+// What screen readers can say of windows, pictures and labels that show values.
 #pragma once
 
 namespace velmora {

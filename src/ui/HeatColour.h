@@ -28,8 +28,8 @@ namespace velmora {
                        kLeast + (1 - kLeast) * std::min(1.0, part));
 }
 
-/// Of a thin line that is to be seen on a light ground as on a dark one, where the palette's own
-/// shades are nearly the ground's.
+/// The colour of a thin line that stands out on a light ground and on a dark one, where the
+/// palette's own shades are nearly the ground's.
 [[nodiscard]] inline QColor lineColour(const QPalette &palette)
 {
     constexpr double kStrength = 0.35;

@@ -1,4 +1,4 @@
-// The colour of what names a camera that is late.
+// The colour in which late cameras are named.
 #pragma once
 
 #include "ui/HeatColour.h"

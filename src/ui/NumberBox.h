@@ -1,4 +1,4 @@
-// A box for a number that takes nothing which is not meant.
+// A box for a number that changes only when the user means it to.
 #pragma once
 
 #include <QSpinBox>
@@ -6,8 +6,8 @@
 namespace velmora {
 
 /// What is being typed counts once the box is left in its window, by Enter, by leave(), or when the
-/// window is closed; activating another window is no leaving. The wheel turns the number only in
-/// the box that has the cursor.
+/// window is closed; activating another window does not count as leaving it. The wheel turns the
+/// number only in the box that has the cursor.
 class NumberBox : public QSpinBox
 {
     Q_OBJECT

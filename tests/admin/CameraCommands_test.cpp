@@ -217,7 +217,7 @@ TEST_F(CameraCommands, ExportIsWhatImportReads)
     EXPECT_EQ(listed(), before);
 }
 
-// Whoever may make files beside a device could put one in its place.
+// A user who may make files beside a device could put one in its place.
 TEST_F(CameraCommands, ExportWritesIntoWhatIsNoOrdinaryFile)
 {
     add(QStringLiteral("http://a/"));

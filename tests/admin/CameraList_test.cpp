@@ -105,7 +105,7 @@ class CameraListFault : public testing::TestWithParam<WrongLine>
 {
 };
 
-TEST_P(CameraListFault, IsToldInWords)
+TEST_P(CameraListFault, IsExplainedInWords)
 {
     const CameraList list = readCameraList("name,address,group,row\n" + GetParam().line + "\n");
     ASSERT_EQ(list.cameras.size(), 1U);

@@ -170,7 +170,7 @@ TEST_F(Status, DoesNotBlameACameraForTheOneBeforeItInItsRow)
     }
 }
 
-TEST_F(Status, TellsWhoIsLateAndWhyAProgramThatWasStartedAnewDoesNotKnow)
+TEST_F(Status, TellsWhichAreLateAndWhyARestartedProgramDoesNotKnow)
 {
     showRed();
     CameraHealths healths;

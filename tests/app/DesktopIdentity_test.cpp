@@ -1,4 +1,4 @@
-// What the desktop is told about the program.
+// What the desktop learns about the program.
 #include "app/DesktopIdentity.h"
 
 #include <QGuiApplication>

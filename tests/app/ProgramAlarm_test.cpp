@@ -123,7 +123,7 @@ TEST_F(ProgramAlarm, AMailThatFailsGivesOneWarningAndNoLogLine)
     EXPECT_EQ(logLines(), before);
 }
 
-TEST_F(ProgramAlarm, TheSameFailureIsToldEachTime)
+TEST_F(ProgramAlarm, TheSameFailureIsReportedEachTime)
 {
     openAlarm();
     for (int press = 0; press < 2; ++press) {

@@ -56,7 +56,7 @@ TEST_F(ProgramImport, TheImportButtonOpensTheWindow)
     EXPECT_TRUE(logLines().contains(QStringLiteral("frmImport Form_Load")));
 }
 
-TEST_F(ProgramImport, ASecondPressOfTheButtonLoadsNothingAnew)
+TEST_F(ProgramImport, ASecondPressOfTheButtonLoadsNothingAgain)
 {
     openImport();
     click(kMain, QStringLiteral("Import"));

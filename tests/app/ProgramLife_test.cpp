@@ -127,7 +127,7 @@ QCoro::Task<> failing()
     co_return;
 }
 
-TEST_F(ProgramLife, AnErrorThatNobodyCatchesIsShownAndLoggedAndTheProgramGoesOn)
+TEST_F(ProgramLife, AnUncaughtErrorIsShownAndLoggedAndTheProgramGoesOn)
 {
     start();
     engine_->launch(failing());

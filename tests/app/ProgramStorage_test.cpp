@@ -96,7 +96,7 @@ TEST_F(ProgramStorage, DeletesNoImageWhileItIsTyped)
     EXPECT_TRUE(browserLine().contains(QStringLiteral("waits")));
 }
 
-TEST_F(ProgramStorage, ThatIsGoneIsToldByTheBrowser)
+TEST_F(ProgramStorage, ThatIsGoneIsReportedByTheBrowser)
 {
     start();
     ASSERT_TRUE(in().rename(in().path(), tree_.path(u"drives/c/away")));

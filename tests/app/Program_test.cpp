@@ -129,7 +129,7 @@ TEST_F(ProgramTest, CapsTheSlideshowsPlace)
     EXPECT_EQ(topLevel(QStringLiteral("fCine"))->pos(), QPoint(-10, 415));
 }
 
-TEST_F(ProgramTest, ANumberOutOfRangeIsToldOnceAndTheDefaultHolds)
+TEST_F(ProgramTest, ANumberOutOfRangeIsReportedOnceAndTheDefaultHolds)
 {
     writeSettings("StRep=C:\\in\\\r\nPlanche.Top=99999\r\nSelecteur=70000\r\n");
     start();

@@ -159,7 +159,8 @@ TEST_F(SettingsPreparation, AnOldFileThatCannotBeRemovedIsTakenOnce)
     EXPECT_FALSE(tree_.exists(u"windows/Velmora.ini"));
 }
 
-// Who puts a backup in the old place wants it back, even if it is the very file that once stayed.
+// A user who puts a backup in the old place wants it back, even if it is the very file that once
+// stayed.
 TEST_F(SettingsPreparation, AnOldFileThatIsPutBackCountsAgain)
 {
     const QByteArray text = "[Control]\r\nTempo=33\r\n";

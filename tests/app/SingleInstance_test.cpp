@@ -118,7 +118,7 @@ TEST_F(SingleInstanceTest, TheClaimEndsWithItsHolderAndLeavesNothing)
     EXPECT_EQ(second.claim(Front::Windows), Claim::First);
 }
 
-TEST_F(SingleInstanceTest, WhatAKilledRunLeftIsInNobodysWay)
+TEST_F(SingleInstanceTest, WhatAKilledRunLeftIsInNoOnesWay)
 {
     QString socket;
     {
@@ -160,7 +160,7 @@ TEST_F(SingleInstanceTest, TheProcessThatRunsIsFound)
     EXPECT_EQ(processOn(folder()), std::nullopt);
 }
 
-TEST_F(SingleInstanceTest, WhatStandsInThePlaceOfTheLockShutsNobodyOut)
+TEST_F(SingleInstanceTest, WhatStandsInThePlaceOfTheLockShutsNoOneOut)
 {
     tree_.makeFolder(u"program/Velmora.lock");
     SingleInstance first(folder());

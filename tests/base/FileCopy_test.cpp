@@ -215,7 +215,7 @@ TEST_P(FileCopyWays, OfALinkTheFileIsCopied)
     EXPECT_EQ(tree_.read(u"in/camera/a.jpg"), "far");
 }
 
-TEST_P(FileCopyWays, APipeHoldsNobodyUp)
+TEST_P(FileCopyWays, APipeHoldsNothingUp)
 {
     tree_.makeFolder(u"from");
     ASSERT_EQ(::mkfifo(native(u"from/a.jpg").constData(), 0644), 0);
@@ -283,7 +283,7 @@ TEST_P(FileCopyWays, AnEmptyFileThatIsFilledIsNotTakenForWhole)
     expectChanged(copy);
 }
 
-TEST_P(FileCopyWays, AFileWrittenAnewInTheSameLengthIsNotTakenForWhole)
+TEST_P(FileCopyWays, AFileRewrittenInTheSameLengthIsNotTakenForWhole)
 {
     means_.clones = false;
     tree_.write(u"from/a.jpg", QByteArray(9000, 'x'));

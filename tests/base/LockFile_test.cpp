@@ -209,7 +209,7 @@ TEST_F(LockFileTest, IsImpossibleInAMissingFolder)
     EXPECT_EQ(attempt.error, std::errc::no_such_file_or_directory);
 }
 
-TEST_F(LockFileTest, AFileThatNobodyHoldsHasNoHolder)
+TEST_F(LockFileTest, AFileThatNoOneHoldsHasNoHolder)
 {
     tree.write(u"a.lock", "1\n");
     EXPECT_FALSE(lockHolder(path()).has_value());
@@ -236,7 +236,7 @@ TEST_F(LockFileTest, NamesAHolderThatDoesNotSayWhereItCounts)
     EXPECT_EQ(lockHolder(path()).value_or(LockHolder{}).process, ::getpid());
 }
 
-TEST_F(LockFileTest, AskingForTheHolderDisturbsNobody)
+TEST_F(LockFileTest, AskingForTheHolderDisturbsNoOne)
 {
     LockFile lock(path());
     ASSERT_EQ(lock.take("n").outcome, LockOutcome::Taken);

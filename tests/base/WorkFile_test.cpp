@@ -290,7 +290,7 @@ protected:
     TempTree tree_;
 };
 
-TEST_F(ClearWorkFiles, DeletesWhatNobodyHolds)
+TEST_F(ClearWorkFiles, DeletesWhatNoOneHolds)
 {
     left(QStringLiteral(".velmora-1-1.part")); // as the first process in a container once named it
     left(QStringLiteral(".velmora-%1-1.part").arg(::getpid()));

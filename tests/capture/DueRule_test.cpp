@@ -44,7 +44,7 @@ constexpr DueRow kRows[] = {
     {"NothingElapsed", {0, 0, 1}, 0s, 0, false},
     {"TwentyThreeHours", {23, 59, 59}, kDay - 1s, 0, true},
     {"TwentyThreeHoursAfterADay", {23, 59, 59}, kDay, 0, false},
-    {"AfterADayTheTimeOfDayBeginsAnew", {0, 10, 0}, kDay + 9min, 0, false},
+    {"AfterADayTheTimeOfDayBeginsAgain", {0, 10, 0}, kDay + 9min, 0, false},
     {"AfterADayAndTheTimeOfDay", {0, 10, 0}, kDay + 10min, 0, true},
     {"ADayExactly", {24, 0, 0}, kDay, 0, true},
     {"ADayLessASecond", {24, 0, 0}, kDay - 1s, 0, false},

@@ -382,7 +382,7 @@ const HostileRow kHostile[] = {
      FetchOutcome::Failed},
     {"RedirectToBlanks", [](const QByteArray &) { return redirect("http://a b c/"); },
      FetchOutcome::Failed},
-    {"RedirectToNobody", [](const QByteArray &) { return redirect(refusedUrl("/a.jpg")); },
+    {"RedirectToNoServer", [](const QByteArray &) { return redirect(refusedUrl("/a.jpg")); },
      FetchOutcome::Failed},
     {"RedirectToNothing", [](const QByteArray &) { return redirect(""); }, FetchOutcome::Failed},
     {"RedirectWithoutAPlace", [](const QByteArray &) { return status("302 Found"); },

@@ -81,7 +81,7 @@ TEST_F(HttpClientAuth, IsAnonimousAlsoWhenThePathHoldsAnAtSign)
     EXPECT_EQ(fetch(camera_.url("/a@2.JPG"), HttpForm::Http10).body.whole(), jpeg(10));
 }
 
-TEST_F(HttpClientAuth, NamesNobodyInTheNewForm)
+TEST_F(HttpClientAuth, NamesNoOneInTheNewForm)
 {
     camera_.answer("/snap", locked(picture(10), {LockKind::Basic, "anonimous", ""}));
     EXPECT_EQ(fetch(camera_.url("/snap")).outcome, FetchOutcome::Failed);

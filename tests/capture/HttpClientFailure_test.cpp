@@ -79,7 +79,7 @@ const FailureRow kFailures[] = {
     {"APictureWithoutHeaders", [] { return bytes(jpeg(5000)); }},
     {"RedirectLoop", [] { return redirect("/a.jpg"); }},
     {"RedirectToAFile", [] { return redirect("file:///etc/hostname"); }},
-    {"RedirectToNobody", [] { return redirect(refusedUrl("/a.jpg")); }},
+    {"RedirectToNoServer", [] { return redirect(refusedUrl("/a.jpg")); }},
     {"Drip", [] { return dripping(picture(5000), 5ms); }},
     {"EndlessHeaders", [] { return endlessHeaders(); }},
     {"EndlessHeaderLine", [] { return endlessHeaderLine(); }},

@@ -147,7 +147,7 @@ TEST_F(HttpClientLimits, EndAtOnceWhenAStopIsRequested)
     EXPECT_EQ(camera_.requests().size(), 1);
 }
 
-TEST_F(HttpClientLimits, EndBeforeTheBeginWhenAStopWasRequested)
+TEST_F(HttpClientLimits, EndBeforeTheStartWhenAStopWasRequested)
 {
     std::stop_source stop;
     stop.request_stop();

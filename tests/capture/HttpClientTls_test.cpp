@@ -30,7 +30,7 @@ public:
 
 using HttpClientTls = HttpExchange;
 
-TEST_F(HttpClientTls, RefusesACertificateThatNobodyVouchesFor)
+TEST_F(HttpClientTls, RefusesACertificateThatNoOneVouchesFor)
 {
     const SelfSignedCamera camera;
     const HttpReply reply = fetch(camera.url());
@@ -112,7 +112,7 @@ protected:
     SelfSignedCamera secure_;
 };
 
-TEST_F(HttpClientChanging, ReadsTheCertificatesAnewWhenTheirFileChanges)
+TEST_F(HttpClientChanging, ReadsTheCertificatesAgainWhenTheirFileChanges)
 {
     EXPECT_EQ(fetch(secure_.url()).outcome, FetchOutcome::Failed); // there is none yet
     QFile certificate(QFile::decodeName(selfSignedCertificate()));

@@ -100,7 +100,7 @@ const ExtensionRow kRows[] = {
      QStringLiteral("image/webp; q=1"), QStringLiteral(".webp")},
     {"ServersWordBmp", QStringLiteral("http://cam/snap"), kUnknown, QStringLiteral("image/bmp"),
      QStringLiteral(".bmp")},
-    {"NobodyKnows", QStringLiteral("http://cam/snap"), kUnknown, QStringLiteral("text/html"),
+    {"UnknownToAll", QStringLiteral("http://cam/snap"), kUnknown, QStringLiteral("text/html"),
      QStringLiteral(".jpg")},
     {"NothingAtAll", QStringLiteral("http://cam/snap"), {}, {}, QStringLiteral(".jpg")},
     {"ShorterThanTheMark",

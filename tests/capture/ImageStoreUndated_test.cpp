@@ -107,7 +107,7 @@ TEST_F(Undated, KeepsOneWhileNothingIsChosen)
     EXPECT_FALSE(house_.tree.read(u"Velmora.ini").contains("[Camera"));
 }
 
-TEST_F(Undated, IsToldOfAtTheThirdPicture)
+TEST_F(Undated, IsNoticedAtTheThirdPicture)
 {
     load(2000);
     load(2000);
@@ -117,7 +117,7 @@ TEST_F(Undated, IsToldOfAtTheThirdPicture)
     EXPECT_EQ(noticed_, QStringList{QStringLiteral("0:3")});
 }
 
-TEST_F(Undated, IsToldOfAgainForAnotherCameraInTheRow)
+TEST_F(Undated, IsNoticedAgainForAnotherCameraInTheRow)
 {
     for (int i = 0; i < 4; ++i) {
         load(2000);
@@ -147,7 +147,7 @@ TEST_F(Undated, TakesAHeaderThatIsNoDateForNone)
     EXPECT_EQ(noticed_.size(), 1);
 }
 
-TEST_F(Undated, IsNotToldOfWhenItIsChosenOrDated)
+TEST_F(Undated, IsNotNoticedWhenItIsChosenOrDated)
 {
     for (int i = 0; i < 4; ++i) {
         load(2000, kLastModified);

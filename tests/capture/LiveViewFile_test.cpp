@@ -173,7 +173,7 @@ TEST_F(LiveFolder, ThatTheUserHasJustNamedIsMadeBeforeAnythingElse)
     EXPECT_FALSE(house_.tree.exists(u"drives/c/new/tmp"));
 }
 
-TEST_F(LiveFolder, ThatIsMadeTurnsTheLampGreenAndIsTold)
+TEST_F(LiveFolder, ThatIsMadeTurnsTheLampGreenAndIsReported)
 {
     QStringList told;
     QObject::connect(&house_.storage, &StorageFolder::told, &house_.storage,
@@ -186,7 +186,7 @@ TEST_F(LiveFolder, ThatIsMadeTurnsTheLampGreenAndIsTold)
     EXPECT_EQ(told, QStringList{QStringLiteral("The storage folder C:\\new\\ was made")});
 }
 
-TEST_F(LiveFolder, ThatWentAwayIsNotMadeAndIsTold)
+TEST_F(LiveFolder, ThatWentAwayIsNotMadeAndIsReported)
 {
     for (const bool isSeen : {false, true}) {
         removeStorage();

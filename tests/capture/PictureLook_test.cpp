@@ -1,4 +1,4 @@
-// The look of a picture: the same by whichever decoder it comes, and nobody waits for it.
+// The look of a picture: the same with any decoder, and nothing has to wait for it.
 #include "capture/PictureLook.h"
 
 #include "support/BusyClock.h"

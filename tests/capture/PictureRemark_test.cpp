@@ -14,7 +14,7 @@ class BareHost : public testing::TestWithParam<const char *>
 {
 };
 
-TEST_P(BareHost, IsToldWhatAnAddressLooksLike)
+TEST_P(BareHost, IsAnsweredWithWhatAnAddressLooksLike)
 {
     const QString url = QString::fromLatin1(GetParam());
     EXPECT_TRUE(failureRemark(url, kOut).startsWith(kOut));
@@ -32,7 +32,7 @@ class WholeAddress : public testing::TestWithParam<const char *>
 {
 };
 
-TEST_P(WholeAddress, IsToldTheReasonAlone)
+TEST_P(WholeAddress, IsAnsweredWithTheReasonAlone)
 {
     const QString url = QString::fromLatin1(GetParam());
     EXPECT_EQ(failureRemark(url, kOut), kOut);

@@ -81,7 +81,7 @@ TEST_F(ReadAheadTest, StartsOneWhenNoneIsUnderWay)
     EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
 }
 
-TEST_F(ReadAheadTest, StartsAnewForAnotherAddress)
+TEST_F(ReadAheadTest, StartsOverForAnotherAddress)
 {
     HttpReply reply;
     readAhead_.begin(kCamera, request("http://a"));
@@ -92,7 +92,7 @@ TEST_F(ReadAheadTest, StartsAnewForAnotherAddress)
     EXPECT_EQ(source_.stopped(), QList<QByteArray>{"http://a"});
 }
 
-TEST_F(ReadAheadTest, StartsAnewForAnotherForm)
+TEST_F(ReadAheadTest, StartsOverForAnotherForm)
 {
     HttpReply reply;
     readAhead_.begin(kCamera, request("http://a"));
@@ -102,7 +102,7 @@ TEST_F(ReadAheadTest, StartsAnewForAnotherForm)
     EXPECT_EQ(reply.outcome, FetchOutcome::Arrived);
 }
 
-TEST_F(ReadAheadTest, StartsAnewOnceItsTransferWasTaken)
+TEST_F(ReadAheadTest, StartsOverOnceItsTransferWasTaken)
 {
     HttpReply first;
     HttpReply second;
@@ -138,7 +138,7 @@ TEST_F(ReadAheadTest, KeepsTheCamerasApart)
     EXPECT_EQ(source_.requested().size(), 2);
 }
 
-TEST_F(ReadAheadTest, DropsTransfersThatNobodyWaitsFor)
+TEST_F(ReadAheadTest, DropsTransfersThatNoOneWaitsFor)
 {
     readAhead_.begin({0, 0}, request("http://a"));
     readAhead_.begin({0, 1}, request("http://b"));
@@ -158,7 +158,7 @@ TEST_F(ReadAheadTest, EndsAWaitingFetchByDropping)
     EXPECT_EQ(scope_.running(), 0);
 }
 
-TEST_F(ReadAheadTest, StartsAnewAfterADrop)
+TEST_F(ReadAheadTest, StartsOverAfterADrop)
 {
     HttpReply reply;
     readAhead_.begin(kCamera, request("http://a"));

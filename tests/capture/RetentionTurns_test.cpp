@@ -169,7 +169,7 @@ TEST_F(RetentionTurns, DeleteNothingInAFolderThatIsOnlyTyped)
     EXPECT_EQ(house_.tree.files(typed), (QStringList{kOld, kNewest}));
 }
 
-TEST_F(RetentionTurns, BeginAFolderAnewInTheMiddleOfWhichTheBoxWasEntered)
+TEST_F(RetentionTurns, BeginAFolderAgainInTheMiddleOfWhichTheBoxWasEntered)
 {
     constexpr int kMany = 300;
     for (int i = 0; i < kMany; ++i) {

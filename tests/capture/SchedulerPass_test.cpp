@@ -197,7 +197,7 @@ TEST_F(Pass, LeavesOutAGroupThatIsSwitchedOffMeanwhile)
     house_.table.setGroupActive(5, false);
     clock_.advance(2s);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
-    EXPECT_EQ(house_.scope.running(), 0) << "the transfer that nobody wants goes on";
+    EXPECT_EQ(house_.scope.running(), 0) << "a transfer that is no longer wanted goes on";
 }
 
 TEST_F(Pass, LoadsACameraThatIsAddedMeanwhile)

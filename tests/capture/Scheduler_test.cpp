@@ -214,7 +214,7 @@ TEST_F(Tick, ShowsWaitAtTheEnd)
     EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Wait"));
 }
 
-TEST_F(Tick, CountsAnewWhenTheFoldersWereMade)
+TEST_F(Tick, StartsCountingAgainWhenTheFoldersWereMade)
 {
     house_.scheduler.setTickCounter(10);
     house_.storage.MakeDir_Click();

@@ -174,7 +174,7 @@ TEST(LateRule, WaitsTenUsualIntervalsButAQuarterOfAnHourAtLeast)
     EXPECT_EQ(LateRule().patience(delivering(5, 10s)), 15min);
 }
 
-TEST(LateRule, NeverCallsACameraLateOfWhichNobodyKnows)
+TEST(LateRule, NeverCallsAnUnknownCameraLate)
 {
     EXPECT_FALSE(LateRule().patience(CameraHealth()));
     EXPECT_FALSE(LateRule().patience(delivering(1, 1min)));

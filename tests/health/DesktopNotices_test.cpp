@@ -88,7 +88,7 @@ TEST_F(DesktopNoticesTest, LeavesABusThatRefuses)
     EXPECT_FALSE(bus.heard.contains("Notify"));
 }
 
-TEST_F(DesktopNoticesTest, ComesBackToABusThatWasStartedAnew)
+TEST_F(DesktopNoticesTest, ComesBackToARestartedBus)
 {
     {
         const BusDouble bus(tree_.path(u"bus"), kWelcome);
@@ -126,7 +126,7 @@ TEST_F(DesktopNoticesTest, WaitsForNoBusThatHangs)
     EXPECT_FALSE(QTest::qWaitFor([&] { return !tree_.exists(u"bus"); }, 20));
 }
 
-TEST_F(DesktopNoticesTest, CountsABusThatIsNotThereAsOneThatHoldsNobodyUp)
+TEST_F(DesktopNoticesTest, CountsAMissingBusAsOneThatHoldsNothingUp)
 {
     EXPECT_TRUE(answers(*sessionBus(), 1s));
 }

@@ -38,7 +38,7 @@ TEST(DiskRoom, IsForecastAtTheRateOfTheDay)
     EXPECT_FALSE(fullInDays(1'000'000, 1)); // in thousands of years
 }
 
-TEST(DiskRoom, IsToldWithItsForecast)
+TEST(DiskRoom, IsReportedWithItsForecast)
 {
     EXPECT_TRUE(roomText({125 * kMegabyte, 1000 * kMegabyte}, 10 * kMegabyte)
                     .contains(QStringLiteral("full in 12 days at this rate")));

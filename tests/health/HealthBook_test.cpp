@@ -18,7 +18,7 @@ class HealthBookTest : public HealthTest
 {
 };
 
-TEST_F(HealthBookTest, CountsTheImagesOfAFolderThatNobodyKnows)
+TEST_F(HealthBookTest, CountsTheImagesOfAnUnknownFolder)
 {
     add(kOne);
     house_.putImage(kOne, kImage, QByteArray(500, 'x'));
@@ -151,7 +151,7 @@ TEST_F(HealthBookTest, ShowsTheName)
     EXPECT_EQ(book_.title(kOne), QStringLiteral("0:1 Garage"));
 }
 
-TEST_F(HealthBookTest, CountsAnewWhatWasDeleted)
+TEST_F(HealthBookTest, CountsAgainWhatWasDeleted)
 {
     add(kOne);
     house_.putImage(kOne, kImage, QByteArray(500, 'x'));
@@ -165,7 +165,7 @@ TEST_F(HealthBookTest, CountsAnewWhatWasDeleted)
     EXPECT_TRUE(book_.camera(kOne).newest);
 }
 
-TEST_F(HealthBookTest, CountsAFolderAnewOfWhichAnImageWasDeleted)
+TEST_F(HealthBookTest, CountsAFolderAgainOfWhichAnImageWasDeleted)
 {
     add(kOne);
     house_.putImage(kOne, kImage);
@@ -212,7 +212,7 @@ TEST_F(HealthBookTest, CountsAFolderThatWasAwayOnceItIsBack)
     EXPECT_EQ(book_.camera(kOne).images, 1);
 }
 
-TEST_F(HealthBookTest, KeepsWhatItKnowsOfAFolderThatIsAwayWhenItIsToBeCountedAnew)
+TEST_F(HealthBookTest, KeepsWhatItKnowsOfAFolderThatIsAwayWhenItIsToBeCountedAgain)
 {
     add(kOne);
     house_.putImage(kOne, kImage);

@@ -50,7 +50,7 @@ TEST_F(HealthWatchTest, TellsTogetherOfThoseThatAreLateTogether)
     EXPECT_TRUE(notices_.first().startsWith(QStringLiteral("2 cameras are late: 0:1 ")));
 }
 
-TEST_F(HealthWatchTest, JudgesNobodyBeforeAPassHasAskedHim)
+TEST_F(HealthWatchTest, JudgesNoCameraBeforeAPassHasAskedIt)
 {
     for (int i = 0; i < 3; ++i) {
         book_.addImage(kOne, QStringLiteral("x"));
@@ -175,7 +175,7 @@ TEST_F(HealthWatchTest, TakesTheNumberOfIntervalsThatIsSet)
     EXPECT_TRUE(isLate(kOne));
 }
 
-TEST_F(HealthWatchTest, CallsNobodyLateBecauseTheClockIsSet)
+TEST_F(HealthWatchTest, CallsNoCameraLateBecauseTheClockIsSet)
 {
     deliver(kOne, 3);
     clock_.setLocal(kFakeStart + 365 * 24h);

@@ -109,7 +109,7 @@ TEST(MailAccountTest, SeveralRecipientsStandBetweenCommasOrSemicolons)
     EXPECT_EQ(account.to[2].address, "c@example.org");
 }
 
-TEST(MailAccountTest, OneBadRecipientIsTold)
+TEST(MailAccountTest, OneBadRecipientIsReported)
 {
     const MailProblem problem = bad(kServer + "To=a@example.org, b\x01@example\r\n");
     EXPECT_EQ(problem.kind, MailFailure::BadAddress);

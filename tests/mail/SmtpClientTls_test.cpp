@@ -99,7 +99,7 @@ TEST_F(SmtpClientTls, GoesOnInTheClearWithoutALoginWhenEncryptionIsRefused)
     EXPECT_FALSE(onlyMail().encrypted);
 }
 
-TEST_F(SmtpClientTls, RefusesACertificateThatNobodyVouchesFor)
+TEST_F(SmtpClientTls, RefusesACertificateThatNoOneVouchesFor)
 {
     server_.script.tls = MailTls::Offered;
     const auto byOffer = sendBy(wary_, account());

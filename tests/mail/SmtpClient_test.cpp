@@ -1,4 +1,4 @@
-// What a mail server is told, and what its answers mean.
+// What is sent to a mail server, and what its answers mean.
 #include "SmtpExchange.h"
 
 namespace velmora::test {
@@ -28,7 +28,7 @@ TEST_F(SmtpClientTest, NamesEveryRecipient)
               (QByteArrayList{"<a@example.org>", "<b@example.org>", "<c@example.org>"}));
 }
 
-TEST_F(SmtpClientTest, DotsAtTheBeginOfLinesArriveAsTheyAre)
+TEST_F(SmtpClientTest, DotsAtTheStartOfLinesArriveAsTheyAre)
 {
     const QByteArray text = "Subject: Alarm\r\n\r\n.\r\n..\r\n.x\r\nend.\r\n.\r\n";
     EXPECT_EQ(send(account(), text), std::nullopt);

@@ -54,7 +54,7 @@ TEST(SmtpReplies, AreWaitedForWhileTheyAreNotWhole)
     }
 }
 
-TEST(SmtpText, DotsAtTheBeginOfLinesAreDoubled)
+TEST(SmtpText, DotsAtTheStartOfLinesAreDoubled)
 {
     EXPECT_EQ(dotStuffed("a\r\n"), "a\r\n.\r\n");
     EXPECT_EQ(dotStuffed(".\r\n"), "..\r\n.\r\n");

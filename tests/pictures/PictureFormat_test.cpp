@@ -19,7 +19,7 @@ class PictureFormat : public testing::TestWithParam<FormatRow>
 {
 };
 
-TEST_P(PictureFormat, IsToldByTheFirstBytes)
+TEST_P(PictureFormat, IsKnownByTheFirstBytes)
 {
     EXPECT_EQ(pictureFormat(GetParam().bytes), GetParam().format);
 }

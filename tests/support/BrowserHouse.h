@@ -1,5 +1,5 @@
-// The image browser without its window, put together over a whole capture as in the program, with
-// image files that a test creates by name and time.
+// The image browser without its window, over a whole capture and a slideshow that the test chooses,
+// with image files that a test creates by name and time.
 #pragma once
 
 #include "browser/ImageBrowser.h"

@@ -12,7 +12,7 @@ enum class AtEnd { Close, KeepOpen };
 
 enum class LockKind { None, Basic, Digest };
 
-/// Who may see an answer; everyone else gets a 401 page that names the kind.
+/// The login that an answer needs; without it, there is a 401 page that names the kind.
 struct CameraLock
 {
     LockKind kind = LockKind::None;

@@ -93,7 +93,7 @@ TEST_F(AlarmMailTest, ASecondMailWhileOneIsUnderWayIsNotSent)
     finish();
 }
 
-TEST_F(AlarmMailTest, AFailureIsToldOnceAndNeitherLoggedNorTriedAgain)
+TEST_F(AlarmMailTest, AFailureIsReportedOnceAndNeitherLoggedNorTriedAgain)
 {
     house_.newLog();
     send();
@@ -105,7 +105,7 @@ TEST_F(AlarmMailTest, AFailureIsToldOnceAndNeitherLoggedNorTriedAgain)
     EXPECT_EQ(house_.newLog(), QStringList());
 }
 
-TEST_F(AlarmMailTest, BadSettingsAreToldWithoutAskingAServer)
+TEST_F(AlarmMailTest, BadSettingsAreReportedWithoutAskingAServer)
 {
     set(u"Server", u"");
     send();

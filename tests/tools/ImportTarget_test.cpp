@@ -141,7 +141,7 @@ TEST_F(ImportTarget, SeveralAreSaidInThePlural)
     EXPECT_TRUE(face().cmdGo);
 }
 
-TEST_F(ImportTarget, TheFilesAreCountedAnewAfterARun)
+TEST_F(ImportTarget, TheFilesAreCountedAgainAfterARun)
 {
     put(kKept);
     load();
@@ -216,7 +216,7 @@ TEST_F(ImportTarget, ASecondRunBeginsWithNoneCopied)
     finish();
 }
 
-TEST_F(ImportTarget, EqualTextsAreToldAndTheButtonStaysOffUntilACameraIsChosen)
+TEST_F(ImportTarget, EqualTextsAreReportedAndTheButtonStaysOffUntilACameraIsChosen)
 {
     useUncleanedStorage();
     house_.putImage(kCamera, kKept);

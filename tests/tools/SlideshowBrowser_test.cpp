@@ -119,7 +119,7 @@ TEST_F(SlideshowBrowser, StandsWhileTheStripIsLoaded)
     EXPECT_TRUE(isRunning());
 }
 
-TEST_F(SlideshowBrowser, BeginsAnewWhenTheGroupChangesWhilePlaying)
+TEST_F(SlideshowBrowser, StartsOverWhenTheGroupChangesWhilePlaying)
 {
     open(30);
     tick(3);
@@ -130,7 +130,7 @@ TEST_F(SlideshowBrowser, BeginsAnewWhenTheGroupChangesWhilePlaying)
     EXPECT_EQ(face().image, house_.data.files.file(0));
 }
 
-TEST_F(SlideshowBrowser, BeginsAnewThoughTheChoiceOfACameraIsOvertaken)
+TEST_F(SlideshowBrowser, StartsOverThoughTheChoiceOfACameraIsOvertaken)
 {
     house_.addFullFolder({0, 1});
     open(3);
@@ -141,7 +141,7 @@ TEST_F(SlideshowBrowser, BeginsAnewThoughTheChoiceOfACameraIsOvertaken)
     EXPECT_TRUE(isRunning());
 }
 
-TEST_F(SlideshowBrowser, BeginsAnewWithTheListOfAnotherStorageFolder)
+TEST_F(SlideshowBrowser, StartsOverWithTheListOfAnotherStorageFolder)
 {
     open(30);
     tick(3);
@@ -254,7 +254,7 @@ TEST_F(SlideshowBrowser, IsStartedByNothingWhileTheStorageBoxIsTypedInto)
     EXPECT_TRUE(isRunning());
 }
 
-TEST_F(SlideshowBrowser, BeginsAnewWithTheImageThatTheCaptureHasStored)
+TEST_F(SlideshowBrowser, StartsOverWithTheImageThatTheCaptureHasStored)
 {
     open(3);
     browser_.setMode(Mode::Auto, true);

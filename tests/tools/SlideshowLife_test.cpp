@@ -54,7 +54,7 @@ TEST_F(SlideshowLife, SetsTheBrowsersFlag)
     EXPECT_TRUE(house_.data.state.CineActif());
 }
 
-TEST_F(SlideshowLife, BeginsAnewOnAnotherCameraWithoutOpeningAgain)
+TEST_F(SlideshowLife, StartsOverOnAnotherCameraWithoutOpeningAgain)
 {
     open(30);
     tick(5);
@@ -70,7 +70,7 @@ TEST_F(SlideshowLife, BeginsAnewOnAnotherCameraWithoutOpeningAgain)
     EXPECT_EQ(face().progress, 0);
 }
 
-TEST_F(SlideshowLife, TakesTheSpeedSliderWhenItBeginsAnew)
+TEST_F(SlideshowLife, TakesTheSpeedSliderWhenItStartsOver)
 {
     open(30);
     film_.vitesse_Change(700);
@@ -79,7 +79,7 @@ TEST_F(SlideshowLife, TakesTheSpeedSliderWhenItBeginsAnew)
     EXPECT_EQ(film_.timer().interval(), 700);
 }
 
-TEST_F(SlideshowLife, ShowsTheFirstImageAnewButStaysPaused)
+TEST_F(SlideshowLife, ShowsTheFirstImageAgainButStaysPaused)
 {
     open(30);
     tick(5);

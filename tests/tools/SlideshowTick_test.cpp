@@ -6,7 +6,7 @@ namespace {
 
 using SlideshowTick = SlideshowTest;
 
-TEST_F(SlideshowTick, KeepsTheFirstImageRightAfterTheBegin)
+TEST_F(SlideshowTick, KeepsTheFirstImageRightAfterTheStart)
 {
     open(30);
     tick();

@@ -1,4 +1,4 @@
-// What screen readers are told, queried as the toolkit's bridge to them does.
+// What screen readers can read out, queried as the toolkit's bridge to them does.
 #include "ui/Accessibility.h"
 
 #include "WindowHouse.h"

@@ -11,9 +11,9 @@
 namespace velmora::test {
 namespace {
 
-const QString kAskedAnew = QStringLiteral("The rows have changed meanwhile.\n\n"
-                                          "2 addresses were pasted. Fill rows 1 to 2?\n\n"
-                                          "The address that row 2 has now is overwritten.");
+const QString kAskedAgain = QStringLiteral("The rows have changed meanwhile.\n\n"
+                                           "2 addresses were pasted. Fill rows 1 to 2?\n\n"
+                                           "The address that row 2 has now is overwritten.");
 
 class AddressPasteTest : public testing::Test
 {
@@ -58,7 +58,7 @@ protected:
         answer(QMessageBox::Yes);
         EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
         ASSERT_NE(question(), nullptr);
-        EXPECT_EQ(question()->text(), kAskedAnew);
+        EXPECT_EQ(question()->text(), kAskedAgain);
     }
 };
 
@@ -105,7 +105,7 @@ TEST_F(AddressPasteTest, ChangesNothingWhenToldNo)
     EXPECT_EQ(stored(2), QString());
 }
 
-TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledMeanwhile)
+TEST_F(AddressPasteTest, AsksAgainWhenARowWasFilledMeanwhile)
 {
     paste(1, QStringLiteral("a\nb"));
     putElsewhere(2, QStringLiteral("http://cam/other.jpg"));
@@ -114,7 +114,7 @@ TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledMeanwhile)
     EXPECT_EQ(stored(1), QString());
     EXPECT_EQ(stored(2), QStringLiteral("http://cam/other.jpg"));
     ASSERT_NE(question(), nullptr);
-    EXPECT_EQ(question()->text(), kAskedAnew);
+    EXPECT_EQ(question()->text(), kAskedAgain);
     EXPECT_EQ(question()->defaultButton(), question()->button(QMessageBox::No));
     answer(QMessageBox::No);
     EXPECT_EQ(question(), nullptr);
@@ -122,7 +122,7 @@ TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledMeanwhile)
     EXPECT_EQ(box(2), QStringLiteral("http://cam/other.jpg"));
 }
 
-TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledUnheardOf)
+TEST_F(AddressPasteTest, AsksAgainWhenARowWasFilledUnheardOf)
 {
     expectAnotherQuestionForAnotherCamera();
     answer(QMessageBox::Yes);
@@ -132,7 +132,7 @@ TEST_F(AddressPasteTest, AsksAnewWhenARowWasFilledUnheardOf)
     EXPECT_EQ(box(2), QStringLiteral("b"));
 }
 
-TEST_F(AddressPasteTest, AsksAnewWhenAnAddressToBeOverwrittenIsAnotherMeanwhile)
+TEST_F(AddressPasteTest, AsksAgainWhenAnAddressToBeOverwrittenIsAnotherMeanwhile)
 {
     house_.house.addCamera({0, 2}, QStringLiteral("http://cam/old.jpg"));
     house_.selectTab(0);

@@ -227,7 +227,7 @@ TEST_F(CameraRows, AnAddressOfBlanksLeavesTheRowEmpty)
     EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QString());
 }
 
-TEST_F(CameraRows, LettersThatTheFileCannotHoldAreTold)
+TEST_F(CameraRows, SaysWhichLettersTheFileCannotHold)
 {
     const QSignalSpy warned(&house_.house.problems, &Problems::warned);
     house_.find<QLineEdit>(QStringLiteral("Source2")).setFocus();

@@ -63,7 +63,7 @@ TEST_F(MessageBoxesTest, KeepsTheBoxSmall)
     EXPECT_TRUE(openBoxes().first()->text().endsWith(QStringLiteral("9\n\n…")));
 }
 
-TEST_F(MessageBoxesTest, StartsAnewOnceAnswered)
+TEST_F(MessageBoxesTest, StartsOverOnceAnswered)
 {
     messages_.warn(QStringLiteral("one"));
     openBoxes().first()->button(QMessageBox::Ok)->click();

@@ -125,7 +125,7 @@ TEST_F(OuvreLienTest, SaysWhatTheDesktopAnswers)
     EXPECT_EQ(boxes().size(), 1);
 }
 
-TEST_F(OuvreLienTest, SaysNothingWhenNobodyWaitsAnyMore)
+TEST_F(OuvreLienTest, SaysNothingOnceNoOneWaits)
 {
     opener_.followed = FollowOutcome::Stopped;
     EXPECT_EQ(textAfter(QStringLiteral("C:\\doc.txt")), QString());

@@ -159,7 +159,7 @@ TEST_F(SheetPicturesTest, PicturesAreDecodedForThePixelsOfTheScreen)
     EXPECT_EQ(images_.last().size(), (QSizeF(house_.cell(0).size()) * ratio).toSize());
 }
 
-TEST_F(SheetPicturesTest, AnotherSizeDecodesAnew)
+TEST_F(SheetPicturesTest, AnotherSizeDecodesAgain)
 {
     put(0, pictureBytes(Qt::red, kLargeSize));
     house_.open();
@@ -238,7 +238,7 @@ TEST_F(SheetPicturesTest, PicturesFillTheirCellsWhateverTheirShape)
     }
 }
 
-TEST_F(SheetPicturesTest, AFileThatWasReplacedIsShownAnew)
+TEST_F(SheetPicturesTest, AFileThatWasReplacedIsShownAgain)
 {
     put(0, pictureBytes(Qt::red));
     house_.open();

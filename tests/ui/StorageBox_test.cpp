@@ -129,7 +129,7 @@ TEST_F(StorageBoxTest, TheButtonMakesTheFolderAndThoseOfTheCameras)
     EXPECT_FALSE(house_.house.storage.isBeingEdited());
 }
 
-TEST_F(StorageBoxTest, AFolderThatCannotBeMadeIsTold)
+TEST_F(StorageBoxTest, SaysThatAFolderCannotBeMade)
 {
     house_.house.tree.write(u"drives/c/file", "x");
     house_.retype(QStringLiteral("StRep"), QStringLiteral("C:\\file\\sub"));
@@ -138,7 +138,7 @@ TEST_F(StorageBoxTest, AFolderThatCannotBeMadeIsTold)
     EXPECT_FALSE(house_.house.allTexts().filter(QStringLiteral("cannot be made")).isEmpty());
 }
 
-TEST_F(StorageBoxTest, AMissingDriveIsTold)
+TEST_F(StorageBoxTest, SaysThatTheDriveIsMissing)
 {
     house_.retype(QStringLiteral("StRep"), QStringLiteral("Q:\\x"));
     house_.click(QStringLiteral("MakeDir"));

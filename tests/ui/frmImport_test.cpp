@@ -118,7 +118,7 @@ TEST_F(ImportWindow, EnterOpensTheFolderToo)
     EXPECT_EQ(house_.text("nRep"), QStringLiteral("C:\\"));
 }
 
-TEST_F(ImportWindow, ACamerasFolderIsToldByItsAddress)
+TEST_F(ImportWindow, ACamerasFolderIsKnownByItsAddress)
 {
     house_.house.settings.write(u"Control", u"Dir", u"C:\\in");
     house_.open();
@@ -267,7 +267,7 @@ TEST_F(ImportWindow, QuitAndEscapeClose)
     EXPECT_EQ(house_.house.logText().count(QStringLiteral("frmImport Form_Unload")), 2);
 }
 
-TEST_F(ImportWindow, OpenedAgainItLooksAnew)
+TEST_F(ImportWindow, ReopenedItLooksAgain)
 {
     house_.open();
     house_.click("cmdQuit");

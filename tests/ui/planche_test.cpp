@@ -211,7 +211,7 @@ TEST_F(PlancheTest, StoresItsPlaceInTwipsWhenItCloses)
     EXPECT_TRUE(house_.house.logText().contains(QStringLiteral("Planche Form_Unload")));
 }
 
-TEST_F(PlancheTest, AnUnloadedWindowIsLoadedAnewWhenItComesBack)
+TEST_F(PlancheTest, AnUnloadedWindowIsLoadedAgainWhenItComesBack)
 {
     house_.openOn(3);
     house_.window.unload();

@@ -69,7 +69,7 @@ TEST_F(RowReason, IsNotThatOfTheCameraThatHadTheRowBefore)
     EXPECT_EQ(told, (QList<int>{1, 4}));
 }
 
-TEST_F(RowReason, AddressesAreToldOnlyWhenTheyAreOthers)
+TEST_F(RowReason, AddressesAreAnnouncedOnlyWhenTheyChange)
 {
     page.remarks().set({0, 1}, QStringLiteral("out"));
     page.leaveSource(1, QStringLiteral("a"));

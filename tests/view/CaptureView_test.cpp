@@ -87,7 +87,7 @@ TEST_F(CaptureViewTest, SaysWhyACameraFailedUntilItAnswers)
     EXPECT_EQ(house_.page.reason(kCamera.row), QString());
 }
 
-TEST_F(CaptureViewTest, ReadsThePageAnewWhenTheSettingsAreOthers)
+TEST_F(CaptureViewTest, ReadsThePageAgainWhenTheSettingsAreOthers)
 {
     house_.table.setUrl(kCamera, u"http://cam/other.jpg");
     house_.engine.adoptSettings();

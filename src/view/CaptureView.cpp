@@ -12,7 +12,7 @@ CaptureView::CaptureView(CaptureEngine &engine)
     followLamps(engine_.store());
     followScheduler(engine_.scheduler());
     followLiveView(engine_.liveView());
-    followConformity(engine_.conformity());
+    connect(&engine_.conformity(), &Conformity::stepTaken, this, &CaptureView::showWork);
     connect(&engine_, &CaptureEngine::settingsAdopted, &page_, &CameraPage::reread);
 }
 
@@ -74,11 +74,6 @@ void CaptureView::followLiveView(LiveView &live)
     connect(&live, &LiveView::downloaded, &page_, &CameraPage::showLoadSeconds);
     connect(&live, &LiveView::troubleChanged, this, &CaptureView::showLiveTrouble);
     connect(&page_, &CameraPage::picturesCleared, &live, &LiveView::clear);
-}
-
-void CaptureView::followConformity(Conformity &conformity)
-{
-    connect(&conformity, &Conformity::stepTaken, this, &CaptureView::showWork);
 }
 
 bool CaptureView::standsStill() const

@@ -31,7 +31,6 @@ private:
     enum class TroubleOf { Storing, LiveView };
 
     void followLiveView(LiveView &live);
-    void followConformity(Conformity &conformity);
     void followStore(ImageStore &store);
     void followLamps(ImageStore &store);
     void followScheduler(Scheduler &scheduler);

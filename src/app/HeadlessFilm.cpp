@@ -63,7 +63,7 @@ QString HeadlessFilm::imageFolder()
         problem_ = tr("The storage folder %1 is not there.").arg(storage);
     } else {
         camera_ = nameOrAddress(settings, request_.camera);
-        return paths.native(storage + encodeFolderName(url)).value_or(QString());
+        return cameraFolderOf(paths, storage, url);
     }
     return {};
 }

@@ -10,7 +10,7 @@ namespace velmora {
 ProgramWindows::ProgramWindows(CaptureEngine &engine, CaptureView &view, BrowserEngine &images,
                                HealthEngine &watched, ImportEngine &imports, DesktopOpener &opener)
     : interface(engine, view, opener)
-    , sheet(engine.settings(), engine.trial())
+    , sheet(engine.settings(), view.trial())
     , list(engine.settings())
     , browser(images.browser(), engine, view, images.loader())
     , film(images.film(), engine.settings(), engine.storage())

@@ -6,6 +6,7 @@ namespace velmora {
 
 CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, PictureSource &source)
     : clock_(clock)
+    , source_(source)
     , settings_(programFolder)
     , paths_(programFolder)
     , log_(programFolder, clock_)
@@ -16,13 +17,11 @@ CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, Picture
     , options_(settings_)
     , requests_(settings_, storage_, options_)
     , scope_([this](const QString &text) { problems_.warn(text); })
-    , readAhead_(source, scope_)
+    , readAhead_(source_, scope_)
     , store_({table_, storage_, requests_, readAhead_, log_, problems_, clock_})
     , scheduler_({table_, storage_, options_, store_, log_, clock_, scope_, timer_})
     , conformity_(storage_, scheduler_, log_, clock_, scope_)
     , retention_(table_, storage_, log_, clock_, scope_)
-    , liveView_(storage_, requests_, source, clock_, scope_)
-    , trial_({table_, storage_, requests_, source, clock_, scope_})
     , watch_(storage_, clock_)
 {
     clearWorkFiles(programFolder);

@@ -6,11 +6,9 @@
 #include "base/TaskScope.h"
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
-#include "capture/CameraTrial.h"
 #include "capture/Conformity.h"
 #include "capture/HttpClient.h"
 #include "capture/ImageStore.h"
-#include "capture/LiveView.h"
 #include "capture/ReadAhead.h"
 #include "capture/Retention.h"
 #include "capture/Scheduler.h"
@@ -59,10 +57,6 @@ public:
 
     [[nodiscard]] Retention &retention() { return retention_; }
 
-    [[nodiscard]] LiveView &liveView() { return liveView_; }
-
-    [[nodiscard]] CameraTrial &trial() { return trial_; }
-
     [[nodiscard]] TaskScope &scope() { return scope_; }
 
     /// Starts a coroutine, which close() joins.
@@ -80,6 +74,8 @@ public:
     /// For fetching outside the capture.
     [[nodiscard]] CameraRequests &requests() { return requests_; }
 
+    [[nodiscard]] PictureSource &source() { return source_; }
+
     /// Gives up whatever is still running and waits for it to end.
     QCoro::Task<> close();
 
@@ -91,6 +87,7 @@ private:
     void clearStrayFiles(const StorageState &state);
 
     Clock &clock_;
+    PictureSource &source_;
     SettingsFile settings_;
     NativePaths paths_;
     EventLog log_;
@@ -107,8 +104,6 @@ private:
     Scheduler scheduler_;
     Conformity conformity_;
     Retention retention_;
-    LiveView liveView_;
-    CameraTrial trial_;
     StorageWatch watch_;
     QString clearedFolder_;
 };

@@ -7,7 +7,7 @@
 //     sheetTest                          sheetSave  sheetCancel
 #pragma once
 
-#include "capture/CameraTrial.h"
+#include "view/CameraTrial.h"
 
 #include <QWidget>
 

@@ -41,7 +41,7 @@ Interface::Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &op
     bindStorage();
     bindOptions();
     bindPage();
-    bindLive(engine_.liveView());
+    bindLive(view_.liveView());
     bindStatus();
     ui_->Selecteur->setFocus(); // with the focus in the storage box, nothing would be captured
     resize(kStartWidth, sizeHint().height());
@@ -176,7 +176,7 @@ void Interface::bindLive(LiveView &live)
     ui_->iWeb->setEmptyText(tr("live picture"));
     connect(ui_->iTarget, &PictureView::clicked, this, [this] {
         const CameraPage &page = view_.page();
-        engine_.liveView().iTarget_Click({page.group(), page.currentRow()});
+        view_.liveView().iTarget_Click({page.group(), page.currentRow()});
     });
     new ReasonLine(*ui_->lReason, rows_, view_.page(), live);
     connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);

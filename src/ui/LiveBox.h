@@ -2,7 +2,7 @@
 // selected last.
 #pragma once
 
-#include "capture/LiveView.h"
+#include "view/LiveView.h"
 #include "ui/PictureView.h"
 
 #include <QLabel>

@@ -1,7 +1,7 @@
 // The line of the main window that says why the current row's camera gives no picture.
 #pragma once
 
-#include "capture/LiveView.h"
+#include "view/LiveView.h"
 #include "ui/CameraRowBoxes.h"
 
 #include <QLabel>

@@ -4,7 +4,7 @@
 
 #include "cameras/CameraTable.h"
 #include "cameras/StorageFolder.h"
-#include "capture/AddressEditing.h"
+#include "view/AddressEditing.h"
 #include "view/CameraRemarks.h"
 
 #include <QObject>

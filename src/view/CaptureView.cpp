@@ -7,11 +7,15 @@ namespace velmora {
 CaptureView::CaptureView(CaptureEngine &engine)
     : engine_(engine)
     , page_(engine.table(), engine.storage(), engine.log(), engine.problems())
+    , liveView_(engine.storage(), engine.requests(), engine.source(), engine.clock(),
+                engine.scope())
+    , trial_({engine.table(), engine.storage(), engine.requests(), engine.source(), engine.clock(),
+              engine.scope()})
 {
     followStore(engine_.store());
     followLamps(engine_.store());
     followScheduler(engine_.scheduler());
-    followLiveView(engine_.liveView());
+    followLiveView(liveView_);
     connect(&engine_.conformity(), &Conformity::stepTaken, this, &CaptureView::showWork);
     connect(&engine_, &CaptureEngine::settingsAdopted, &page_, &CameraPage::reread);
 }

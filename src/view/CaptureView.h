@@ -1,14 +1,17 @@
-// What windows show of the capture, without their widgets. It listens to the capture, which runs
-// just as well without it.
+// What windows show of the capture and do with it, without their widgets. It listens to the
+// capture, which runs just as well without it, and lends it the text of an address box for the log.
 #pragma once
 
 #include "capture/CaptureEngine.h"
 #include "view/CameraPage.h"
+#include "view/CameraTrial.h"
 #include "view/CaptureStatus.h"
+#include "view/LiveView.h"
 
 namespace velmora {
 
-/// The page of the camera table, the remarks on cameras, and the captions.
+/// The page of the camera table, the remarks on cameras, the captions, the live view, and the trial
+/// of a camera. The engine must be closed before the view is destroyed.
 class CaptureView : public QObject
 {
     Q_OBJECT
@@ -22,6 +25,10 @@ public:
     [[nodiscard]] CameraPage &page() { return page_; }
 
     [[nodiscard]] CaptureStatus &status() { return status_; }
+
+    [[nodiscard]] LiveView &liveView() { return liveView_; }
+
+    [[nodiscard]] CameraTrial &trial() { return trial_; }
 
 private:
     /// What the capture does, behind the text of the step.
@@ -48,6 +55,8 @@ private:
     CaptureEngine &engine_;
     CameraPage page_;
     CaptureStatus status_;
+    LiveView liveView_;
+    CameraTrial trial_;
     Step step_ = Step::Working;
     TroubleOf troubleOf_ = TroubleOf::Storing;
 };

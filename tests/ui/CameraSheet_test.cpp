@@ -2,7 +2,7 @@
 #include "ui/CameraSheet.h"
 
 #include "WindowHouse.h"
-#include "capture/CameraTrial.h"
+#include "view/CameraTrial.h"
 #include "support/LoopbackCameraAnswers.h"
 #include "ui/ListBoxes.h"
 #include "ui/PictureView.h"
@@ -75,7 +75,7 @@ protected:
     }
 
     WindowHouse house_;
-    CameraTrial &trial_ = house_.house.engine.trial();
+    CameraTrial &trial_ = house_.house.view.trial();
     CameraSheet sheet_{house_.house.settings, trial_};
 };
 

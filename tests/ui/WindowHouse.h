@@ -3,7 +3,7 @@
 #pragma once
 
 #include "RecordingOpener.h"
-#include "capture/LiveView.h"
+#include "view/LiveView.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
 #include "ui/Interface.h"
@@ -51,7 +51,7 @@ public:
     CaptureHouse house{source, clock};
     DebugSwitch &debugSwitch = house.engine.debugSwitch();
     RecordingOpener opener;
-    LiveView &live = house.engine.liveView();
+    LiveView &live = house.view.liveView();
     Interface window;
 };
 

@@ -1,5 +1,5 @@
 // The addresses typed into a group's boxes: what the box is to show, and what is reported.
-#include "capture/AddressEditing.h"
+#include "view/AddressEditing.h"
 
 #include "cameras/CamerasFixture.h"
 

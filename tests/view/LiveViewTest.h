@@ -1,8 +1,8 @@
 // A live view on scripted cameras, with everything it does recorded in order.
 #pragma once
 
-#include "CaptureTest.h"
-#include "capture/LiveView.h"
+#include "capture/CaptureTest.h"
+#include "view/LiveView.h"
 #include "support/NativeFiles.h"
 
 #include <QDir>
@@ -96,7 +96,7 @@ protected:
         ASSERT_TRUE(QDir(house_.tree.path(u"drives/c/in")).removeRecursively());
     }
 
-    LiveView &live_ = house_.engine.liveView();
+    LiveView &live_ = house_.view.liveView();
     QStringList events_;
     QString storedPicture_; // as last shown
     QObject recorder_;

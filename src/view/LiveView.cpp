@@ -1,4 +1,4 @@
-#include "capture/LiveView.h"
+#include "view/LiveView.h"
 
 #include "base/FilePath.h"
 #include "base/FilePattern.h"

@@ -1,4 +1,4 @@
-#include "capture/AddressEditing.h"
+#include "view/AddressEditing.h"
 
 #include "base/Folders.h"
 #include "cameras/AddressRule.h"

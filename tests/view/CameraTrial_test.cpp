@@ -1,7 +1,7 @@
 // The test of a camera says what the capture then does with the same answer.
-#include "capture/CameraTrial.h"
+#include "view/CameraTrial.h"
 
-#include "CaptureTest.h"
+#include "capture/CaptureTest.h"
 #include "cameras/CameraChoices.h"
 
 #include <tuple>
@@ -29,7 +29,7 @@ protected:
 
     QString verdict()
     {
-        CameraTrial &trial = house_.engine.trial();
+        CameraTrial &trial = house_.view.trial();
         QString verdict;
         QObject context;
         QObject::connect(&trial, &CameraTrial::ended, &context,

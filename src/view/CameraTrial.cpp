@@ -1,4 +1,4 @@
-#include "capture/CameraTrial.h"
+#include "view/CameraTrial.h"
 
 #include "cameras/FolderName.h"
 #include "capture/PictureRemark.h"

@@ -2,8 +2,8 @@
 // selected last.
 #pragma once
 
-#include "view/LiveView.h"
 #include "ui/PictureView.h"
+#include "view/LiveView.h"
 
 #include <QLabel>
 

@@ -1,8 +1,8 @@
 // The line of the main window that says why the current row's camera gives no picture.
 #pragma once
 
-#include "view/LiveView.h"
 #include "ui/CameraRowBoxes.h"
+#include "view/LiveView.h"
 
 #include <QLabel>
 

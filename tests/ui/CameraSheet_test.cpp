@@ -2,10 +2,10 @@
 #include "ui/CameraSheet.h"
 
 #include "WindowHouse.h"
-#include "view/CameraTrial.h"
 #include "support/LoopbackCameraAnswers.h"
 #include "ui/ListBoxes.h"
 #include "ui/PictureView.h"
+#include "view/CameraTrial.h"
 
 #include <QBuffer>
 #include <QComboBox>

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "RecordingOpener.h"
-#include "view/LiveView.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
 #include "ui/Interface.h"
+#include "view/LiveView.h"
 
 #include <QTest>
 

@@ -1,8 +1,8 @@
 // The test of a camera says what the capture then does with the same answer.
 #include "view/CameraTrial.h"
 
-#include "capture/CaptureTest.h"
 #include "cameras/CameraChoices.h"
+#include "capture/CaptureTest.h"
 
 #include <tuple>
 

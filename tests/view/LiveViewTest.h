@@ -2,8 +2,8 @@
 #pragma once
 
 #include "capture/CaptureTest.h"
-#include "view/LiveView.h"
 #include "support/NativeFiles.h"
+#include "view/LiveView.h"
 
 #include <QDir>
 #include <QFile>

@@ -132,24 +132,34 @@ int refuseToStart(const QString &fault, SignalWatcher &signalWatcher, SingleInst
     return status;
 }
 
-int captureWithoutWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
-                          const SingleInstance &instance, std::optional<int> passes)
+void openDesk(ProgramDesk &desk, CaptureEngine &engine, const HealthBook &health)
+{
+    QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
+    desk.follow(health);
+    desk.open();
+}
+
+int captureWithoutWindows(const QString &folder, CaptureEngine &engine,
+                          SignalWatcher &signalWatcher, const SingleInstance &instance,
+                          std::optional<int> passes)
 {
     SmtpClient mail;
     HeadlessCapture capture(engine, mail, passes);
-    desk.follow(capture.health());
+    ProgramDesk desk(folder, engine.table(), engine.store());
+    openDesk(desk, engine, capture.health());
     tellTrouble(engine, instance);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
     return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;
 }
 
-int runWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
+int runWindows(const QString &folder, CaptureEngine &engine, SignalWatcher &signalWatcher,
                SingleInstance &instance)
 {
     XdgOpener opener;
     SmtpClient mail;
     Program program(engine, opener, mail);
-    desk.follow(program.health());
+    ProgramDesk desk(folder, engine.table(), engine.store());
+    openDesk(desk, engine, program.health());
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
     QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
     program.start();
@@ -167,12 +177,9 @@ int runIn(const QString &folder, SingleInstance &instance, const RunRequest &req
     SystemClock clock;
     PictureSources pictures;
     CaptureEngine engine(folder, clock, pictures);
-    ProgramDesk desk(folder, engine.table(), engine.store());
-    QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
-    desk.open();
     return request.headless
-               ? captureWithoutWindows(engine, desk, signalWatcher, instance, request.passes)
-               : runWindows(engine, desk, signalWatcher, instance);
+               ? captureWithoutWindows(folder, engine, signalWatcher, instance, request.passes)
+               : runWindows(folder, engine, signalWatcher, instance);
 }
 
 QString missingForWindows(const QStringList &arguments)

@@ -35,7 +35,8 @@ Program::Program(CaptureEngine &engine, DesktopOpener &opener, MailSender &sende
     , health_(engine_, sender)
     , import_(engine_, images_)
     , links_(opener_, engine_.paths(), engine_.scope())
-    , windows_(std::make_unique<ProgramWindows>(engine_, view_, images_, health_, import_, opener_))
+    , windows_(std::make_unique<ProgramWindows>(
+          ProgramWindows::Uses{engine_, view_, images_, health_, import_, opener_}))
     , shutdown_([this](const QString &text) { leaveAfterError(text); })
 {
     connectMain();

@@ -7,18 +7,17 @@
 
 namespace velmora {
 
-ProgramWindows::ProgramWindows(CaptureEngine &engine, CaptureView &view, BrowserEngine &images,
-                               HealthEngine &watched, ImportEngine &imports, DesktopOpener &opener)
-    : interface(engine, view, opener)
-    , sheet(engine.settings(), view.trial())
-    , list(engine.settings())
-    , browser(images.browser(), engine, view, images.loader())
-    , film(images.film(), engine.settings(), engine.storage())
-    , import(imports.import(), imports.loader())
-    , alarm(images.alarm(), images.mail())
-    , calendar(images.calendar())
-    , health(watched.book(), watched.watch(), engine.settings())
-    , filmKeep(images.filmMaker(), images.film())
+ProgramWindows::ProgramWindows(const Uses &uses)
+    : interface(uses.engine, uses.view, uses.opener)
+    , sheet(uses.engine.settings(), uses.view.trial())
+    , list(uses.engine.settings())
+    , browser(uses.images.browser(), uses.engine, uses.view, uses.images.loader())
+    , film(uses.images.film(), uses.engine.settings(), uses.engine.storage())
+    , import(uses.imports.import(), uses.imports.loader())
+    , alarm(uses.images.alarm(), uses.images.mail())
+    , calendar(uses.images.calendar())
+    , health(uses.health.book(), uses.health.watch(), uses.engine.settings())
+    , filmKeep(uses.images.filmMaker(), uses.images.film())
 {
     film.standAbove(browser);
 }

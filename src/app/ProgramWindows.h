@@ -23,9 +23,18 @@ class ImportEngine;
 /// A member for each window, all hidden at first.
 struct ProgramWindows
 {
-    /// Everything passed in outlives the windows.
-    ProgramWindows(CaptureEngine &engine, CaptureView &view, BrowserEngine &images,
-                   HealthEngine &watched, ImportEngine &imports, DesktopOpener &opener);
+    /// Outlives the windows.
+    struct Uses
+    {
+        CaptureEngine &engine;
+        CaptureView &view;
+        BrowserEngine &images;
+        HealthEngine &health;
+        ImportEngine &imports;
+        DesktopOpener &opener;
+    };
+
+    explicit ProgramWindows(const Uses &uses);
 
     Interface interface;
     CameraSheet sheet;

@@ -32,8 +32,8 @@ public:
     ProgramDesk(const QString &programFolder, const CameraTable &table, ImageStore &store);
 
     /// Reports which cameras are late from now on; the file about them may be unwritable. health:
-    /// outlives every turn of the event loop.
-    void follow(const HealthBook &health) { health_ = &health; }
+    /// outlives the desk, or is followed by null.
+    void follow(const HealthBook *health) { health_ = health; }
 
     /// Starts answering; if that is not possible, commands do without.
     void open();

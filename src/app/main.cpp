@@ -19,6 +19,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QTextStream>
 
 #include <csignal>
@@ -132,34 +133,31 @@ int refuseToStart(const QString &fault, SignalWatcher &signalWatcher, SingleInst
     return status;
 }
 
-void openDesk(ProgramDesk &desk, CaptureEngine &engine, const HealthBook &health)
+// Until the guard ends, which is before what it follows.
+auto follow(ProgramDesk &desk, const HealthBook &health)
 {
-    QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
-    desk.follow(health);
-    desk.open();
+    desk.follow(&health);
+    return qScopeGuard([&desk] { desk.follow(nullptr); });
 }
 
-int captureWithoutWindows(const QString &folder, CaptureEngine &engine,
-                          SignalWatcher &signalWatcher, const SingleInstance &instance,
-                          std::optional<int> passes)
+int captureWithoutWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
+                          const SingleInstance &instance, std::optional<int> passes)
 {
     SmtpClient mail;
     HeadlessCapture capture(engine, mail, passes);
-    ProgramDesk desk(folder, engine.table(), engine.store());
-    openDesk(desk, engine, capture.health());
+    const auto unfollow = follow(desk, capture.health());
     tellTrouble(engine, instance);
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &capture, &HeadlessCapture::end);
     return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;
 }
 
-int runWindows(const QString &folder, CaptureEngine &engine, SignalWatcher &signalWatcher,
+int runWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
                SingleInstance &instance)
 {
     XdgOpener opener;
     SmtpClient mail;
     Program program(engine, opener, mail);
-    ProgramDesk desk(folder, engine.table(), engine.store());
-    openDesk(desk, engine, program.health());
+    const auto unfollow = follow(desk, program.health());
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
     QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
     program.start();
@@ -177,9 +175,12 @@ int runIn(const QString &folder, SingleInstance &instance, const RunRequest &req
     SystemClock clock;
     PictureSources pictures;
     CaptureEngine engine(folder, clock, pictures);
+    ProgramDesk desk(folder, engine.table(), engine.store());
+    QObject::connect(&desk, &ProgramDesk::settingsChanged, &engine, &CaptureEngine::adoptSettings);
+    desk.open(); // before the windows are made, so that no command meets a program without a desk
     return request.headless
-               ? captureWithoutWindows(folder, engine, signalWatcher, instance, request.passes)
-               : runWindows(folder, engine, signalWatcher, instance);
+               ? captureWithoutWindows(engine, desk, signalWatcher, instance, request.passes)
+               : runWindows(engine, desk, signalWatcher, instance);
 }
 
 QString missingForWindows(const QStringList &arguments)

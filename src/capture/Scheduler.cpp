@@ -27,7 +27,7 @@ constexpr int kStartedTogether = 16; // transfers
 
 QString folderText(const StorageFolder &storage, const CameraSchedule &camera)
 {
-    return storage.folderText(encodeFolderName(camera.url));
+    return cameraFolderTextOf(storage.inForce(), camera.url);
 }
 
 } // namespace

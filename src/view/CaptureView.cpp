@@ -4,6 +4,7 @@
 #include "cameras/CameraChoices.h"
 
 namespace velmora {
+
 CaptureView::CaptureView(CaptureEngine &engine)
     : engine_(engine)
     , page_(engine.table(), engine.storage(), engine.log(), engine.problems())

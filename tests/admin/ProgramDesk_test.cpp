@@ -74,12 +74,16 @@ TEST_F(ProgramDeskTest, TellsWhichCamerasAreLateAndSinceWhen)
     const std::optional<ProgramReport> silent = beside([this] { return askProgram(folder); });
     ASSERT_TRUE(silent);
     EXPECT_FALSE(silent->late);
-    desk.follow(health);
+    desk.follow(&health);
     health.setLate({3, 7}, true);
     const std::optional<ProgramReport> report = beside([this] { return askProgram(folder); });
     ASSERT_TRUE(report && report->late);
     EXPECT_EQ(report->late->size(), 1U);
     EXPECT_EQ(report->late->at({3, 7}), health.now());
+    desk.follow(nullptr);
+    const std::optional<ProgramReport> last = beside([this] { return askProgram(folder); });
+    ASSERT_TRUE(last);
+    EXPECT_FALSE(last->late) << "what it followed has ended";
 }
 
 TEST_F(ProgramDeskTest, LeavesOutTheFailureOfACameraThatIsNoLongerThere)

@@ -39,6 +39,11 @@ House::House(const QString &programFolder)
 House::~House()
 {
     window_.allowClose();
+    close();
+}
+
+void House::close()
+{
     run(engine_.close());
 }
 

@@ -25,6 +25,9 @@ public:
 
     CaptureView &view() { return view_; }
 
+    /// Ends what runs in the engine's scope, before anything that it uses ends.
+    void close();
+
     /// Runs one tick at which every camera is due; returns milliseconds.
     double passMs();
 

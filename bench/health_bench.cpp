@@ -72,6 +72,7 @@ Start start(const Folder &folder, int names)
     found.allMs = msSince(timer);
     found.gapMs = house.longestGapMs();
     health.book().save();
+    house.close();
     return found;
 }
 

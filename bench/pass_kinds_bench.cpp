@@ -76,7 +76,8 @@ public:
         }
     }
 
-    ~Houses() = default;
+    ~Houses() { houses_[Watched]->close(); }
+
     Q_DISABLE_COPY_MOVE(Houses)
 
 private:

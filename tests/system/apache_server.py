@@ -22,11 +22,12 @@ ErrorLog {root}/error.log
 {user}
 StartServers 1
 KeepAlive On
-LogFormat "%r %>s %{{Authorization}}i" plain
+# Each line of a log begins with the time at which its request arrived.
+LogFormat "%{{begin:usec}}t %r %>s %{{Authorization}}i" plain
 CustomLog {root}/access.log plain
 # The headers that would ask for a picture only if it is new, the one that would keep the connection, whether
 # the server would have kept it ("+"), and how many requests it served before.
-LogFormat "%{{If-Modified-Since}}i %{{If-None-Match}}i %{{Connection}}i %X %k" conditions
+LogFormat "%{{begin:usec}}t %{{If-Modified-Since}}i %{{If-None-Match}}i %{{Connection}}i %X %k" conditions
 CustomLog {root}/conditions.log conditions
 TypesConfig /dev/null
 AddType image/jpeg .jpg .jpeg
@@ -88,4 +89,9 @@ class ApacheServer(WebServer):
 
     def conditions(self):
         """A line for each request: whatever would make its answer depend on an earlier one."""
-        return (self.root / "conditions.log").read_text(encoding="utf-8").splitlines()
+        return self.log_lines("conditions.log")
+
+    def log_lines(self, name):
+        """In the order of the requests: each is logged by a thread of its own, once it is answered."""
+        lines = [line.split(" ", 1) for line in super().log_lines(name)]
+        return [line for _, line in sorted(lines, key=lambda timed: int(timed[0]))]

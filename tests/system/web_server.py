@@ -32,7 +32,9 @@ class WebServer:
     """Serves the folder `www`. user, password: what /private/ asks for. A make gives its NAME, that of its
     program, and the two functions below; its access log has lines of the form
 
-        GET /path HTTP/1.1 200 AUTHORIZATION"""
+        GET /path HTTP/1.1 200 AUTHORIZATION
+
+    in the order of the requests."""
 
     NAME = ""
 
@@ -73,8 +75,10 @@ class WebServer:
         self._process.wait(20)
 
     def requests(self):
-        lines = (self.root / "access.log").read_text(encoding="utf-8").splitlines()
-        return [Request(*line.split(" ", 4)) for line in lines]
+        return [Request(*line.split(" ", 4)) for line in self.log_lines("access.log")]
+
+    def log_lines(self, name):
+        return (self.root / name).read_text(encoding="utf-8").splitlines()
 
     def forget_requests(self):
         os.truncate(self.root / "access.log", 0)

@@ -9,8 +9,10 @@
 
 namespace velmora {
 
-/// Only the browser's parts change it, the choice and the view `Selection` alone. The slideshow,
-/// the film maker, the alarm and the windows read it.
+/// The choice, the view and what is selected change in `Selection`, the lists in `BrowserLists`;
+/// the sheet's pictures also where its cells are filled, and its zoom image where a click or a mode
+/// shows it or puts it away. Everything else reads: the browser's other parts, the slideshow, the
+/// film maker, the alarm and the windows.
 struct BrowserData
 {
     BrowserState state;

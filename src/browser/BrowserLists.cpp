@@ -164,6 +164,12 @@ void BrowserLists::LstDir_Click()
     trace(QStringLiteral("Planche LstDir_Click Fin"));
 }
 
+void BrowserLists::showAround(int index)
+{
+    data_.files.setListIndex(index);
+    LstDir_Click();
+}
+
 void BrowserLists::selectFile(int index)
 {
     data_.files.setListIndex(index);

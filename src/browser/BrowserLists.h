@@ -59,6 +59,9 @@ public:
     /// Shows the ten images around the selected one, or around the last one when none is selected.
     void LstDir_Click();
 
+    /// The same around this position, which is selected; -1 for none.
+    void showAround(int index);
+
     /// Selects an image of the list, like a click on it. In group view, which does not show that
     /// list, nothing else changes.
     void selectFile(int index);

@@ -25,10 +25,11 @@ const SwitchKey &keyOf(Mode mode)
 
 } // namespace
 
-BrowserModes::BrowserModes(const Uses &uses, BrowserData &data, CameraFolders &folders,
-                           Selection &selection, BrowserLists &lists)
+BrowserModes::BrowserModes(const Uses &uses, const BrowserData &data, Sheet &sheet,
+                           CameraFolders &folders, Selection &selection, BrowserLists &lists)
     : uses_(uses)
     , data_(data)
+    , sheet_(sheet)
     , folders_(folders)
     , selection_(selection)
     , lists_(lists)
@@ -56,7 +57,7 @@ QCoro::Task<> BrowserModes::load()
         takeStored(mode);
     }
     cScan_Click();
-    data_.sheet.hideZoom();
+    sheet_.hideZoom();
     if (isOn(Mode::Camera)) {
         co_await cCamera_Click();
         co_await lists_.LstDirCam_Click(data_.state.camera().row);
@@ -97,7 +98,7 @@ QCoro::Task<> BrowserModes::cCamera_Click()
 {
     selection_.setView(isOn(Mode::Camera) ? View::Group : View::Camera);
     if (isOn(Mode::Camera)) {
-        data_.sheet.hideZoom();
+        sheet_.hideZoom();
         showNow();
     }
     co_await lists_.lstGroupe_MouseUp();
@@ -156,13 +157,13 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
     }
     const CameraAddress camera = data_.state.camera();
     if (data_.state.view() == View::Group) {
-        data_.sheet.hideZoom();
+        sheet_.hideZoom();
         selection_.setGroup(nextGroup(camera.group, activeGroups()));
         co_await lists_.DirCam();
     } else {
         const CameraAddress next = nextCamera(camera, activeGroups());
         if (next.group != camera.group) {
-            data_.sheet.hideZoom();
+            sheet_.hideZoom();
         }
         selection_.setGroup(next.group);
         selection_.setCamera(next.row);
@@ -188,7 +189,7 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
 void BrowserModes::closeFilm()
 {
     uses_.film.stopTimer();
-    data_.sheet.hideZoom();
+    sheet_.hideZoom();
     uses_.film.close();
 }
 

@@ -26,8 +26,8 @@ public:
     };
 
     /// Everything passed in outlives the object.
-    BrowserModes(const Uses &uses, BrowserData &data, CameraFolders &folders, Selection &selection,
-                 BrowserLists &lists);
+    BrowserModes(const Uses &uses, const BrowserData &data, Sheet &sheet, CameraFolders &folders,
+                 Selection &selection, BrowserLists &lists);
 
     /// `TimerScan`: runs exactly while the scan is on and the storage folder can be used.
     [[nodiscard]] QTimer &timer() { return timer_; }
@@ -86,7 +86,8 @@ private:
     static constexpr std::size_t kModes = 3;
 
     Uses uses_;
-    BrowserData &data_;
+    const BrowserData &data_;
+    Sheet &sheet_;
     CameraFolders &folders_;
     Selection &selection_;
     BrowserLists &lists_;

@@ -17,12 +17,13 @@ struct BrowserParts
     BrowserParts(const ImageBrowser::Uses &uses, BrowserData &data, Projector &film)
         : folders(uses.storage, uses.scheduler, uses.clock, data.state)
         , selection(data)
-        , slice({uses.storage, uses.conformity, uses.log, uses.scope}, data, selection)
+        , slice({uses.storage, uses.conformity, uses.log, uses.scope}, data.files, data.sheet,
+                selection)
         , lists({uses.settings, uses.log, uses.problems, film}, data, folders, selection, slice)
         , updates(data, folders, selection, lists)
-        , modes({uses.settings, uses.storage, uses.scheduler, uses.clock, film}, data, folders,
-                selection, lists)
-        , grid(uses.storage, folders, data, selection, lists)
+        , modes({uses.settings, uses.storage, uses.scheduler, uses.clock, film}, data, data.sheet,
+                folders, selection, lists)
+        , grid(uses.storage, folders, data, data.sheet, selection, lists)
         , files(uses.storage, folders, data, selection, lists)
         , line(uses.scope, folders, lists)
         , choice(data, selection, lists, line)

@@ -3,10 +3,12 @@
 namespace velmora {
 
 GridActions::GridActions(const StorageFolder &storage, const CameraFolders &folders,
-                         BrowserData &data, const Selection &selection, BrowserLists &lists)
+                         const BrowserData &data, Sheet &sheet, const Selection &selection,
+                         BrowserLists &lists)
     : storage_(storage)
     , folders_(folders)
     , data_(data)
+    , sheet_(sheet)
     , selection_(selection)
     , lists_(lists)
 {
@@ -15,41 +17,41 @@ GridActions::GridActions(const StorageFolder &storage, const CameraFolders &fold
 void GridActions::frameCell(int cell)
 {
     if (!data_.state.DirCamEnCours()) {
-        data_.sheet.press(cell);
+        sheet_.press(cell);
     }
 }
 
 void GridActions::releaseCell()
 {
-    data_.sheet.release();
+    sheet_.release();
 }
 
 void GridActions::zoom(const ImageFile &image)
 {
     if (!image.isNone()) {
-        data_.sheet.showZoom(image);
+        sheet_.showZoom(image);
         Q_EMIT copyWanted(nativePath(storage_, image));
     }
 }
 
 void GridActions::toggleZoom()
 {
-    if (data_.sheet.isZoomVisible()) {
-        data_.sheet.hideZoom();
+    if (sheet_.isZoomVisible()) {
+        sheet_.hideZoom();
     } else if (!selection_.image().isNone()) {
-        data_.sheet.showZoom(selection_.image());
+        sheet_.showZoom(selection_.image());
     }
 }
 
 void GridActions::ZoomImage_Click()
 {
-    data_.sheet.hideZoom();
+    sheet_.hideZoom();
 }
 
 // The click that precedes every double click has already selected the cell's image.
 void GridActions::Vue_DblClick(int cell)
 {
-    if (!data_.sheet.image(cell).isNone()) {
+    if (!sheet_.image(cell).isNone()) {
         Q_EMIT openWanted(nativePath(storage_, data_.files.selected()));
     }
 }

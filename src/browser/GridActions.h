@@ -14,8 +14,8 @@ class GridActions : public QObject
 
 public:
     /// Everything passed in outlives the object.
-    GridActions(const StorageFolder &storage, const CameraFolders &folders, BrowserData &data,
-                const Selection &selection, BrowserLists &lists);
+    GridActions(const StorageFolder &storage, const CameraFolders &folders, const BrowserData &data,
+                Sheet &sheet, const Selection &selection, BrowserLists &lists);
 
     /// The left button was pressed on a cell with a picture: it too is framed until the button is
     /// released.
@@ -50,7 +50,8 @@ Q_SIGNALS:
 private:
     const StorageFolder &storage_;
     const CameraFolders &folders_;
-    BrowserData &data_;
+    const BrowserData &data_;
+    Sheet &sheet_;
     const Selection &selection_;
     BrowserLists &lists_;
 };

@@ -4,7 +4,7 @@
 
 namespace velmora {
 
-ListUpdates::ListUpdates(BrowserData &data, CameraFolders &folders, Selection &selection,
+ListUpdates::ListUpdates(const BrowserData &data, CameraFolders &folders, Selection &selection,
                          BrowserLists &lists)
     : data_(data)
     , folders_(folders)
@@ -28,8 +28,7 @@ QCoro::Task<> ListUpdates::relist()
     const bool wasListed = isListed(data_.state.camera());
     const FileList::Selected before = co_await lists_.listAgain();
     const int last = data_.files.count() - 1;
-    data_.files.setListIndex(wasListed ? std::min(before.index, last) : -1);
-    lists_.LstDir_Click();
+    lists_.showAround(wasListed ? std::min(before.index, last) : -1);
 }
 
 bool ListUpdates::showsNoneOf(CameraAddress camera) const
@@ -81,8 +80,7 @@ QCoro::Task<> ListUpdates::dropDeleted()
         co_return;
     }
     const FileList::Selected before = co_await lists_.listAgain();
-    data_.files.setListIndex(data_.files.find(before.image).value_or(-1));
-    lists_.LstDir_Click();
+    lists_.showAround(data_.files.find(before.image).value_or(-1));
 }
 
 } // namespace velmora

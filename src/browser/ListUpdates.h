@@ -10,7 +10,7 @@ class ListUpdates
 {
 public:
     /// Everything passed in outlives the object.
-    ListUpdates(BrowserData &data, CameraFolders &folders, Selection &selection,
+    ListUpdates(const BrowserData &data, CameraFolders &folders, Selection &selection,
                 BrowserLists &lists);
 
     /// Lists the folder again after files were renamed; the position stays.
@@ -38,7 +38,7 @@ private:
     [[nodiscard]] bool isListed(CameraAddress camera) const;
     QCoro::Task<> rebuild();
 
-    BrowserData &data_;
+    const BrowserData &data_;
     CameraFolders &folders_;
     Selection &selection_;
     BrowserLists &lists_;

@@ -4,17 +4,18 @@
 
 namespace velmora {
 
-SliceView::SliceView(const Uses &uses, BrowserData &data, Selection &selection)
+SliceView::SliceView(const Uses &uses, const FileList &files, Sheet &sheet, Selection &selection)
     : uses_(uses)
-    , data_(data)
+    , files_(files)
+    , sheet_(sheet)
     , selection_(selection)
 {
 }
 
 void SliceView::show()
 {
-    data_.sheet.clearFrames();
-    const Slice slice = sliceAround(data_.files.ListIndex(), data_.files.count());
+    sheet_.clearFrames();
+    const Slice slice = sliceAround(files_.ListIndex(), files_.count());
     showFrom(slice.start);
     selection_.frame(slice.frame);
     uses_.log.trace(QStringLiteral("Load Fin"));
@@ -24,8 +25,8 @@ void SliceView::show()
 void SliceView::showFrom(int start)
 {
     for (int cell = 0; cell < kCells; ++cell) {
-        const ImageFile image = data_.files.file(start + cell);
-        data_.sheet.setImage(cell, image);
+        const ImageFile image = files_.file(start + cell);
+        sheet_.setImage(cell, image);
         startConformity(image);
     }
 }

@@ -20,7 +20,7 @@ public:
     };
 
     /// Everything passed in outlives the object.
-    SliceView(const Uses &uses, BrowserData &data, Selection &selection);
+    SliceView(const Uses &uses, const FileList &files, Sheet &sheet, Selection &selection);
 
     /// Shows the ten images around the selected one, frames that, and shows its place in the list.
     /// The list has a selected image.
@@ -31,7 +31,8 @@ private:
     void startConformity(const ImageFile &image);
 
     Uses uses_;
-    BrowserData &data_;
+    const FileList &files_;
+    Sheet &sheet_;
     Selection &selection_;
 };
 

@@ -19,6 +19,7 @@ namespace velmora {
 namespace {
 
 constexpr int kBarsWidth = 130;
+constexpr int kStateWidth = 130;
 constexpr int kCameraWidth = 220;
 constexpr int kFailureWidth = 200;
 constexpr QMargins kFrame{8, 0, 8, 40}; // about what a window manager puts around a window
@@ -54,6 +55,7 @@ void HealthWindow::setUpTable()
     view.setItemDelegateForColumn(HealthTable::Lamp, new LampDelegate(&view));
     view.setItemDelegateForColumn(HealthTable::Day, new HourBarsDelegate(&view));
     view.sortByColumn(HealthTable::Lamp, Qt::DescendingOrder);
+    view.setColumnWidth(HealthTable::Lamp, kStateWidth);
     view.setColumnWidth(HealthTable::Camera, kCameraWidth);
     view.setColumnWidth(HealthTable::Day, kBarsWidth);
     view.setColumnWidth(HealthTable::Failure, kFailureWidth);

@@ -1,8 +1,9 @@
 // Starts the demonstration cameras: prints their port, then serves until told to stop. It draws its
 // pictures without a display.
-#include "demo/CameraServer.h"
+#include "demo/HttpResponder.h"
 #include "demo/Options.h"
 #include "demo/StopRequests.h"
+#include "loopback/Server.h"
 
 #include <QGuiApplication>
 
@@ -32,9 +33,10 @@ void print(std::FILE *stream, const QString &text)
 
 int serve(const Options &options)
 {
-    CameraServer server;
-    const std::optional<quint16> port = server.listen(options.port);
-    if (!port) {
+    loopback::Server server([](const loopback::Request &request) {
+        return answerTo(request, QDateTime::currentDateTime());
+    });
+    if (!server.listen(options.port)) {
         print(stderr, QStringLiteral("velmora-demo-cameras: cannot listen on port %1: %2\n")
                           .arg(options.port)
                           .arg(server.errorText()));
@@ -42,7 +44,7 @@ int serve(const Options &options)
     }
     StopRequests requests(options.lifetime);
     QObject::connect(&requests, &StopRequests::stopRequested, qApp, &QCoreApplication::quit);
-    print(stdout, QStringLiteral("PORT %1\n").arg(*port));
+    print(stdout, QStringLiteral("PORT %1\n").arg(server.port()));
     return QCoreApplication::exec();
 }
 

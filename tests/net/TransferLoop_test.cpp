@@ -1,10 +1,9 @@
 // Transfers run by the event loop: each ends once, with its code or as stopped.
 #include "net/TransferLoop.h"
 
+#include "loopback/Server.h"
 #include "support/RunTask.h"
 
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QTimer>
 
 #include <curl/curl.h>
@@ -27,40 +26,20 @@ std::size_t dropBody(char *, std::size_t size, std::size_t count, void *)
     return size * count;
 }
 
-/// Accepts every client, and answers or not.
-class SmallServer
+/// Gives every client the same answer.
+class SmallServer : public loopback::Server
 {
 public:
-    explicit SmallServer(QByteArray answer)
-        : answer_(std::move(answer))
+    explicit SmallServer(const loopback::Answer &answer)
+        : Server([this, answer](const loopback::Request &) {
+            onRequest();
+            return answer;
+        })
     {
-        QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] { accept(); });
-        EXPECT_TRUE(server_.listen(QHostAddress::LocalHost));
-    }
-
-    [[nodiscard]] QByteArray url() const
-    {
-        return "http://127.0.0.1:" + QByteArray::number(server_.serverPort()) + '/';
+        EXPECT_TRUE(listen(0));
     }
 
     std::function<void()> onRequest = [] {};
-
-private:
-    void accept()
-    {
-        QTcpSocket *const socket = server_.nextPendingConnection();
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
-            socket->readAll();
-            onRequest();
-            if (!answer_.isEmpty()) {
-                socket->write(answer_);
-                socket->disconnectFromHost();
-            }
-        });
-    }
-
-    QByteArray answer_;
-    QTcpServer server_;
 };
 
 /// A transfer set up as users of the loop do.
@@ -98,13 +77,13 @@ protected:
     }
 
     std::unique_ptr<TransferLoop> loop_ = std::make_unique<TransferLoop>();
-    SmallServer good_{"HTTP/1.0 200 OK\r\n\r\nbody"};
-    SmallServer silent_{{}};
+    SmallServer good_{loopback::response("200 OK", {}, "body")};
+    SmallServer silent_{loopback::silence()};
 };
 
 TEST_F(TransferLoopTest, EndsWithTheCodeOfTheTransfer)
 {
-    EXPECT_EQ(run(good_.url()), End{CURLE_OK});
+    EXPECT_EQ(run(good_.url("/")), End{CURLE_OK});
     EXPECT_EQ(run("http://127.0.0.1:1/"), End{CURLE_COULDNT_CONNECT});
     EXPECT_EQ(run("nonsense://127.0.0.1/"), End{CURLE_UNSUPPORTED_PROTOCOL});
 }
@@ -113,28 +92,28 @@ TEST_F(TransferLoopTest, EndsWithoutACodeWhenStopped)
 {
     std::stop_source stop;
     silent_.onRequest = [&] { stop.request_stop(); };
-    EXPECT_EQ(run(silent_.url(), stop.get_token()), std::nullopt);
+    EXPECT_EQ(run(silent_.url("/"), stop.get_token()), std::nullopt);
 }
 
 TEST_F(TransferLoopTest, EndsAtOnceWhenStoppedBefore)
 {
     std::stop_source stop;
     stop.request_stop();
-    EXPECT_EQ(run(silent_.url(), stop.get_token()), std::nullopt);
+    EXPECT_EQ(run(silent_.url("/"), stop.get_token()), std::nullopt);
 }
 
 TEST_F(TransferLoopTest, AStopAfterTheEndChangesNothing)
 {
     std::stop_source stop;
-    EXPECT_EQ(run(good_.url(), stop.get_token()), End{CURLE_OK});
+    EXPECT_EQ(run(good_.url("/"), stop.get_token()), End{CURLE_OK});
     stop.request_stop();
-    EXPECT_EQ(run(good_.url()), End{CURLE_OK});
+    EXPECT_EQ(run(good_.url("/")), End{CURLE_OK});
 }
 
 TEST_F(TransferLoopTest, ALoopThatGoesStopsWhatRuns)
 {
     silent_.onRequest = [this] { loop_.reset(); };
-    EXPECT_EQ(run(silent_.url()), std::nullopt);
+    EXPECT_EQ(run(silent_.url("/")), std::nullopt);
 }
 
 TEST_F(TransferLoopTest, RunsManySideBySide)
@@ -150,7 +129,7 @@ TEST_F(TransferLoopTest, RunsManySideBySide)
     std::vector<QCoro::Task<>> tasks;
     for (End &end : ends) {
         end = -1;
-        tasks.push_back(runInto(*loop_, silent_.url(), stop.get_token(), end));
+        tasks.push_back(runInto(*loop_, silent_.url("/"), stop.get_token(), end));
     }
     for (QCoro::Task<> &task : tasks) {
         runToEnd(std::move(task));
@@ -163,14 +142,16 @@ constexpr qsizetype kPieces = 40;
 constexpr qsizetype kPieceBytes = 1000;
 
 // Every piece counts as a body of its own to libcurl's callback.
-QByteArray inPieces()
+loopback::Answer inPieces()
 {
-    QByteArray answer = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    loopback::Answer answer;
+    answer.bytes = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
     for (qsizetype i = 0; i < kPieces; ++i) {
-        answer += QByteArray::number(kPieceBytes, 16) + "\r\n" +
-                  QByteArray(kPieceBytes, static_cast<char>('a' + i % 26)) + "\r\n";
+        answer.bytes += QByteArray::number(kPieceBytes, 16) + "\r\n" +
+                        QByteArray(kPieceBytes, static_cast<char>('a' + i % 26)) + "\r\n";
     }
-    return answer + "0\r\n\r\n";
+    answer.bytes += "0\r\n\r\n";
+    return answer;
 }
 
 QByteArray allPieces()
@@ -241,7 +222,7 @@ protected:
     End read()
     {
         End end;
-        runToEnd(readInto(*loop_, server_.url(), reader_, end));
+        runToEnd(readInto(*loop_, server_.url("/"), reader_, end));
         return end;
     }
 

@@ -12,11 +12,6 @@ constexpr qsizetype kRepeatedBytes = 256 * 1024;
 const QByteArray kNonce = "0a4f113b";
 const QByteArray kRealm = "camera";
 
-QByteArray lengthLine(qint64 length)
-{
-    return "Content-Length: " + QByteArray::number(length) + "\r\n";
-}
-
 QByteArray md5(const QByteArray &text)
 {
     return QCryptographicHash::hash(text, QCryptographicHash::Md5).toHex();
@@ -53,10 +48,7 @@ QByteArray jpeg(qsizetype size)
 
 CameraAnswer response(const QByteArray &status, const QByteArray &headers, const QByteArray &body)
 {
-    CameraAnswer answer;
-    answer.bytes =
-        "HTTP/1.1 " + status + "\r\n" + headers + lengthLine(body.size()) + "\r\n" + body;
-    return answer;
+    return {loopback::response(status, headers, body), {}};
 }
 
 CameraAnswer picture(qsizetype size, const QByteArray &headers)
@@ -67,7 +59,8 @@ CameraAnswer picture(qsizetype size, const QByteArray &headers)
 CameraAnswer pictureDeclared(qsizetype size, qint64 declared)
 {
     CameraAnswer answer;
-    answer.bytes = "HTTP/1.1 200 OK\r\n" + lengthLine(declared) + "\r\n" + jpeg(size);
+    answer.bytes = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(declared) +
+                   "\r\n\r\n" + jpeg(size);
     return answer;
 }
 
@@ -86,9 +79,7 @@ CameraAnswer redirect(const QByteArray &location, const QByteArray &headers)
 
 CameraAnswer silence()
 {
-    CameraAnswer answer;
-    answer.atEnd = AtEnd::KeepOpen;
-    return answer;
+    return {loopback::silence(), {}};
 }
 
 CameraAnswer hangUp()
@@ -133,7 +124,8 @@ CameraAnswer afterTurns(CameraAnswer answer, int turns)
 
 CameraAnswer dripping(CameraAnswer answer, std::chrono::milliseconds drip)
 {
-    answer.drip = drip;
+    answer.pieceBytes = 1;
+    answer.pause = drip;
     return answer;
 }
 

@@ -1,14 +1,15 @@
 // What a loopback camera can do with a request: good answers, and all kinds of bad ones.
 #pragma once
 
+#include "loopback/Answer.h"
+
 #include <QByteArray>
-#include <QByteArrayView>
 
 #include <chrono>
 
 namespace velmora::test {
 
-enum class AtEnd { Close, KeepOpen };
+using loopback::AtEnd;
 
 enum class LockKind { None, Basic, Digest };
 
@@ -20,15 +21,8 @@ struct CameraLock
     QByteArray password;
 };
 
-/// Bytes to send, and how.
-struct CameraAnswer
+struct CameraAnswer : loopback::Answer
 {
-    QByteArray bytes;                   // status line, headers and body
-    QByteArray repeated;                // then sent again and again, until the client goes away
-    std::chrono::milliseconds delay{0}; // before the first byte
-    int turns = 0;                      // of the event loop, after the delay
-    std::chrono::milliseconds drip{0};  // between single bytes; 0: all at once
-    AtEnd atEnd = AtEnd::Close;
     CameraLock lock;
 };
 

@@ -3,6 +3,9 @@
 // that begin with /hole never get an answer, and those that begin with /bare get no Last-Modified,
 // but a Date and different bytes each time. Prints its port, and ends when its standard input does.
 //   bench_camera_server DELAY_MS BODY_BYTES
+// It does not use the server of the tests (loopback::Server), because that takes 1.7 times the
+// processor time for a hundred answers of 200 KB, which would show beside the time of what is
+// measured.
 #include <algorithm>
 #include <array>
 #include <cerrno>

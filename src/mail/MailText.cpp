@@ -24,30 +24,24 @@ QByteArray encodedWords(const QString &text)
     return words.join("\r\n ");
 }
 
-bool fitsAsItIs(const QString &text)
-{
-    static const QRegularExpression plain(QStringLiteral(R"(\A(?!.*=\?)[ -~]{0,66}\z)"));
-    return plain.match(text).hasMatch();
-}
-
 QByteArray headerText(const QString &text)
 {
+    static const QRegularExpression plain(QStringLiteral(R"(\A(?!.*=\?)[ -~]{0,66}\z)"));
     const QString line = onOneLine(text);
-    return fitsAsItIs(line) ? line.toLatin1() : encodedWords(line);
+    return plain.match(line).hasMatch() ? line.toLatin1() : encodedWords(line);
 }
 
-QByteArray nameText(const QString &name)
-{
-    static const QRegularExpression special(QStringLiteral(R"((["\\]))"));
-    QString line = onOneLine(name);
-    return fitsAsItIs(line) ? '"' + line.replace(special, QStringLiteral(R"(\\1)")).toLatin1() + '"'
-                            : encodedWords(line);
-}
-
+// The name is quoted unless it is encoded.
 QByteArray addressText(const MailAddress &address)
 {
-    return address.name.isEmpty() ? address.address
-                                  : nameText(address.name) + "\r\n <" + address.address + '>';
+    if (address.name.isEmpty()) {
+        return address.address;
+    }
+    QByteArray name = headerText(address.name);
+    if (!name.startsWith("=?")) {
+        name = '"' + name.replace('\\', R"(\\)").replace('"', R"(\")") + '"';
+    }
+    return name + "\r\n <" + address.address + '>';
 }
 
 // The rest of the header, the empty line and the body. Its last line is terminated as well.

@@ -9,20 +9,12 @@
 #include <QHash>
 #include <QScopeGuard>
 
-#include <array>
 #include <new>
 
 namespace velmora {
 namespace {
 
 using Problem = std::optional<MailProblem>;
-
-/// What the server has said up to the login.
-struct Greeting
-{
-    SmtpReply reply; // its last line
-    qint64 bytes = 0;
-};
 
 MailFailure failureOf(int code)
 {
@@ -42,42 +34,40 @@ MailFailure failureOf(int code)
         {CURLE_WEIRD_SERVER_REPLY, MailFailure::Nonsense},
         {CURLE_REMOTE_ACCESS_DENIED, MailFailure::Nonsense},
         {CURLE_WRITE_ERROR, MailFailure::Nonsense}, // endless replies
+        {CURLE_ABORTED_BY_CALLBACK, MailFailure::Stopped},
     };
     return kinds.value(code, MailFailure::Other);
 }
 
+// end: a code of libcurl, or nothing when stopped. heard: what the server has said.
+Problem problemOf(std::optional<int> end, const QByteArray &heard = {})
+{
+    const int code = end.value_or(CURLE_ABORTED_BY_CALLBACK);
+    if (code == CURLE_OK) {
+        return std::nullopt;
+    }
+    const MailFailure kind = failureOf(code);
+    const QByteArray lastLine = heard.trimmed().split('\n').last();
+    const SmtpReply last{lastLine.left(3).toInt(), lastLine};
+    if (kind == MailFailure::Nonsense && last.isRefusal()) {
+        return MailProblem{MailFailure::ServerRefused, last.shown({})};
+    }
+    return MailProblem{kind, QString::fromLatin1(curl_easy_strerror(static_cast<CURLcode>(code)))};
+}
+
 std::size_t onReply(char *bytes, std::size_t size, std::size_t count, void *user)
 {
-    auto *const greeting = static_cast<Greeting *>(user);
+    auto *const heard = static_cast<QByteArray *>(user);
     const std::size_t total = size * count; // in bytes
-    greeting->bytes += static_cast<qint64>(total);
     try {
-        const QByteArray line(bytes, static_cast<qsizetype>(total));
-        greeting->reply = {line.left(3).toInt(), line.trimmed()};
+        heard->append(bytes, static_cast<qsizetype>(total));
     } catch (const std::bad_alloc &) { // must not pass through libcurl
         return 0;
     }
-    return greeting->bytes > kMaxReplyBytes ? 0 : total;
+    return heard->size() > kMaxReplyBytes ? 0 : total;
 }
 
-// code: nothing when stopped.
-Problem problemOf(std::optional<int> code, const Greeting &greeting)
-{
-    if (!code) {
-        return MailProblem{MailFailure::Stopped};
-    }
-    if (*code == CURLE_OK) {
-        return std::nullopt;
-    }
-    const MailFailure kind = failureOf(*code);
-    if (kind == MailFailure::Nonsense && greeting.reply.isRefusal()) {
-        return MailProblem{MailFailure::ServerRefused, greeting.reply.shown({})};
-    }
-    const char *const text = curl_easy_strerror(static_cast<CURLcode>(*code));
-    return MailProblem{kind, QString::fromLatin1(text)};
-}
-
-void setUp(CURL *easy, const MailAccount &account, const SmtpOptions &options, Greeting &greeting)
+void setUp(CURL *easy, const MailAccount &account, const SmtpOptions &options, QByteArray &heard)
 {
     const bool required = account.encryption != MailEncryption::WhenOffered;
     setOption(easy, CURLOPT_URL, account.url.constData());
@@ -87,7 +77,7 @@ void setUp(CURL *easy, const MailAccount &account, const SmtpOptions &options, G
     setOption(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(options.connectLimit.count()));
     setOption(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(options.totalLimit.count()));
     setOption(easy, CURLOPT_HEADERFUNCTION, &onReply);
-    setOption(easy, CURLOPT_HEADERDATA, &greeting);
+    setOption(easy, CURLOPT_HEADERDATA, &heard);
     if (!account.user.isEmpty()) {
         setOption(easy, CURLOPT_USERNAME, account.user.constData());
         setOption(easy, CURLOPT_PASSWORD, account.password.constData());
@@ -97,60 +87,47 @@ void setUp(CURL *easy, const MailAccount &account, const SmtpOptions &options, G
 /// The connection to a server that waits for a mail.
 struct Session
 {
+    const MailAccount &account;
     ConnectedStream stream;
-    QByteArray password;
     QByteArray received; // and not yet taken
 };
 
-struct Step
+// wanted: first digit of the reply when the line is accepted.
+QCoro::Task<Problem> say(Session *session, QByteArray line, MailFailure refusal, int wanted = 2)
 {
-    QByteArray line; // a command, or the text
-    MailFailure refusal = MailFailure::Other;
-    int wanted = 2; // first digit of the reply: carried out
-};
-
-QList<Step> stepsOf(const MailAccount &account, const QByteArray &text)
-{
-    constexpr int kMore = 3; // the text is waited for
-    QList<Step> steps{{"MAIL FROM:<" + account.from.address + ">\r\n", MailFailure::SenderRefused}};
-    for (const MailAddress &to : account.to) {
-        steps.append({"RCPT TO:<" + to.address + ">\r\n", MailFailure::RecipientRefused});
-    }
-    steps.append({"DATA\r\n", MailFailure::TextRefused, kMore});
-    steps.append({dotStuffed(text), MailFailure::TextRefused});
-    return steps;
-}
-
-QCoro::Task<Problem> take(Session *session, Step step)
-{
-    // In the order of StreamEnd.
-    constexpr std::array kEnds{MailFailure::Cut, MailFailure::TimedOut, MailFailure::Stopped};
-    std::optional<StreamEnd> end = co_await session->stream.send(std::move(step.line));
+    std::optional<int> end = co_await session->stream.send(std::move(line));
     std::optional<SmtpReply> reply;
-    while (!end && !reply) {
+    while (end == CURLE_OK && !reply) {
         end = co_await session->stream.receive(&session->received);
-        reply =
-            session->received.size() > kMaxReplyBytes ? SmtpReply{} : takeReply(session->received);
+        reply = takeReply(session->received);
     }
     if (!reply) {
-        co_return MailProblem{kEnds.at(static_cast<std::size_t>(*end))};
+        co_return problemOf(end);
     }
     if (reply->isRefusal()) {
-        co_return MailProblem{step.refusal, reply->shown(session->password)};
+        co_return MailProblem{refusal, reply->shown(session->account.password)};
     }
-    co_return reply->code / 100 == step.wanted ? std::nullopt : Problem({MailFailure::Nonsense});
+    co_return reply->code / 100 == wanted ? std::nullopt : Problem({MailFailure::Nonsense});
 }
 
 // Says QUIT in either case, and waits only briefly for the answer.
-QCoro::Task<Problem> handOver(Session *session, QList<Step> steps)
+QCoro::Task<Problem> handOver(Session *session, QByteArray text)
 {
-    Problem problem;
-    while (!steps.isEmpty() && !problem) {
-        problem = co_await take(session, steps.takeFirst());
+    constexpr int kMore = 3; // the text is waited for
+    const QByteArray from = "MAIL FROM:<" + session->account.from.address + ">\r\n";
+    Problem problem = co_await say(session, from, MailFailure::SenderRefused);
+    for (qsizetype i = 0; i < session->account.to.size() && !problem; ++i) {
+        const QByteArray to = "RCPT TO:<" + session->account.to.at(i).address + ">\r\n";
+        problem = co_await say(session, to, MailFailure::RecipientRefused);
+    }
+    if (!problem) {
+        problem = co_await say(session, "DATA\r\n", MailFailure::TextRefused, kMore);
+    }
+    if (!problem) {
+        problem = co_await say(session, dotStuffed(text), MailFailure::TextRefused);
     }
     session->stream.hurry(std::chrono::seconds{2});
-    const Step farewell{"QUIT\r\n"};
-    co_await take(session, farewell);
+    co_await say(session, "QUIT\r\n", MailFailure::Other);
     co_return problem;
 }
 
@@ -168,16 +145,16 @@ QCoro::Task<Problem> SmtpClient::send(MailAccount account, QByteArray text, std:
 {
     co_await authorities_.load();
     const QDeadlineTimer limit(options_.totalLimit, Qt::PreciseTimer);
-    Greeting greeting;
+    QByteArray heard; // up to the login
     const EasyHandle easy = TransferLoop::newTransfer();
-    setUp(easy.get(), account, options_, greeting);
+    setUp(easy.get(), account, options_, heard);
     authorities_.applyTo(easy.get());
-    const std::optional<int> code = co_await loop_.connect(easy.get(), stop);
-    Problem problem = problemOf(code, greeting);
+    const std::optional<int> end = co_await loop_.connect(easy.get(), stop);
+    Problem problem = problemOf(end, heard);
     if (!problem) {
         const auto close = qScopeGuard([this, &easy] { loop_.disconnect(easy.get()); });
-        Session session{ConnectedStream(easy.get(), limit, stop), account.password, {}};
-        problem = co_await handOver(&session, stepsOf(account, text));
+        Session session{account, ConnectedStream(easy.get(), limit, stop), {}};
+        problem = co_await handOver(&session, text);
     }
     if (problem) {
         problem->server = account.serverText;

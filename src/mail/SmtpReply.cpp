@@ -19,6 +19,9 @@ std::optional<SmtpReply> takeReply(QByteArray &bytes)
 {
     static const QRegularExpression whole(QStringLiteral(
         R"(\A(?:[1-5][0-9]{2}-[^\n]*\n)*+(?<line>(?<code>[1-5][0-9]{2})?[^\n]*)\n)"));
+    if (bytes.size() > kMaxReplyBytes) {
+        return SmtpReply{};
+    }
     const QRegularExpressionMatch match = whole.match(QString::fromLatin1(bytes));
     if (!match.hasMatch()) {
         return std::nullopt;

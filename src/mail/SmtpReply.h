@@ -24,7 +24,7 @@ struct SmtpReply
     [[nodiscard]] QString shown(const QByteArray &password) const;
 };
 
-/// Takes the first whole reply off the bytes: nothing while it is incomplete.
+/// Takes the first whole reply off the bytes: nothing while it is incomplete and not too long.
 [[nodiscard]] std::optional<SmtpReply> takeReply(QByteArray &bytes);
 
 /// A mail's text as sent: dots at the start of lines doubled, followed by the line with the final

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kPieceBytes = 16UL * 1024;
 
-using End = std::optional<StreamEnd>;
+using End = std::optional<int>; // the code, or nothing when stopped
 
 int activeSocket(CURL *easy)
 {
@@ -41,8 +41,8 @@ void ConnectedStream::hurry(std::chrono::milliseconds limit)
 
 QCoro::Task<End> ConnectedStream::send(QByteArray bytes)
 {
-    End end;
-    for (qsizetype sent = 0; sent < bytes.size() && !end;) {
+    End end = CURLE_OK;
+    for (qsizetype sent = 0; sent < bytes.size() && end == CURLE_OK;) {
         std::size_t count = 0;
         const CURLcode code = curl_easy_send(easy_, bytes.constData() + sent,
                                              static_cast<std::size_t>(bytes.size() - sent), &count);
@@ -50,7 +50,7 @@ QCoro::Task<End> ConnectedStream::send(QByteArray bytes)
         if (code == CURLE_AGAIN) {
             end = co_await wait(QSocketNotifier::Write);
         } else if (code != CURLE_OK) {
-            end = StreamEnd::Closed;
+            end = CURLE_SEND_ERROR;
         }
     }
     co_return end;
@@ -66,13 +66,13 @@ QCoro::Task<End> ConnectedStream::receive(QByteArray *into)
         const CURLcode code = curl_easy_recv(easy_, piece.data(), piece.size(), &count);
         if (code == CURLE_OK && count > 0) {
             into->append(piece.data(), static_cast<qsizetype>(count));
-            co_return std::nullopt;
+            co_return CURLE_OK;
         }
         if (code != CURLE_AGAIN) {
-            co_return StreamEnd::Closed;
+            co_return CURLE_RECV_ERROR;
         }
         const End end = co_await wait(QSocketNotifier::Read);
-        if (end) {
+        if (end != CURLE_OK) {
             co_return end;
         }
     }
@@ -83,13 +83,13 @@ QCoro::Task<End> ConnectedStream::wait(QSocketNotifier::Type type)
     OneShot<End> ready;
     const QSocketNotifier notifier(socket_, type);
     QObject::connect(&notifier, &QSocketNotifier::activated, &notifier,
-                     [&ready] { ready.set(std::nullopt); });
+                     [&ready] { ready.set(CURLE_OK); });
     QTimer timer;
     timer.setSingleShot(true);
     QObject::connect(&timer, &QTimer::timeout, &timer,
-                     [&ready] { ready.set(StreamEnd::TimedOut); });
+                     [&ready] { ready.set(CURLE_OPERATION_TIMEDOUT); });
     timer.start(static_cast<int>(limit_.remainingTime()));
-    const std::stop_callback onStop(stop_, [&ready] { ready.set(StreamEnd::Stopped); });
+    const std::stop_callback onStop(stop_, [&ready] { ready.set(std::nullopt); });
     const End end = co_await ready;
     co_return end;
 }

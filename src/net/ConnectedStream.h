@@ -11,13 +11,8 @@
 
 namespace velmora {
 
-enum class StreamEnd {
-    Closed, // by the other side, or broken
-    TimedOut,
-    Stopped
-};
-
-/// Waits only by way of the event loop.
+/// Waits only by way of the event loop. Like a transfer, each step gives its code (CURLcode), or
+/// nothing when a stop was requested.
 class ConnectedStream
 {
 public:
@@ -25,18 +20,18 @@ public:
     /// the limit is given up.
     ConnectedStream(void *easy, QDeadlineTimer limit, std::stop_token stop);
 
-    /// Sends everything; returns the reason if it cannot.
-    QCoro::Task<std::optional<StreamEnd>> send(QByteArray bytes);
+    /// Sends everything.
+    QCoro::Task<std::optional<int>> send(QByteArray bytes);
 
-    /// Appends what has arrived, waiting until something has; returns the reason if nothing more
-    /// will. into: belongs to the caller, who waits.
-    QCoro::Task<std::optional<StreamEnd>> receive(QByteArray *into);
+    /// Appends what has arrived, waiting until something has. into: belongs to the caller, who
+    /// waits.
+    QCoro::Task<std::optional<int>> receive(QByteArray *into);
 
     /// Shortens the remaining time.
     void hurry(std::chrono::milliseconds limit);
 
 private:
-    QCoro::Task<std::optional<StreamEnd>> wait(QSocketNotifier::Type type);
+    QCoro::Task<std::optional<int>> wait(QSocketNotifier::Type type);
 
     void *easy_;
     int socket_ = -1;

@@ -63,7 +63,8 @@ void Connection::answer(const Answer &answer)
 
 void Connection::begin()
 {
-    if (answer_.turns-- > 0) {
+    const bool isHeld = answer_.isHeld && answer_.isHeld();
+    if (isHeld || answer_.turns-- > 0) {
         after(0ms, &Connection::begin);
     } else {
         sendPiece();

@@ -6,8 +6,6 @@
 namespace velmora::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 class CaptureRoad : public testing::Test
 {
 protected:
@@ -46,7 +44,7 @@ TEST_F(CaptureRoad, EndsInAFileForAnyOtherAddress)
 TEST_F(CaptureRoad, KeepsGoodAndBadCamerasApart)
 {
     add({0, 0}, "/missing", response("404 Not Found", {}, QByteArray(5000, 'n')));
-    add({0, 1}, "/good", delayed(picture(3000, kDateLine), 100ms));
+    add({0, 1}, "/good", afterTurns(picture(3000, kDateLine), 1000));
     add({0, 2}, "/cut", pictureDeclared(3000, 5000));
     add({4, 0}, "/old", redirect("/new"));
     camera_.answer("/new", picture(3000, kDateLine));
@@ -91,8 +89,14 @@ TEST_F(CaptureRoad, EndsAtOnceWhenItIsGivenUp)
     for (int row = 0; row < kRows; ++row) {
         add({0, row}, "/silent" + QByteArray::number(row), silence());
     }
-    QTimer::singleShot(50ms, &house_, [this] { house_.scheduler.giveUp(); });
+    LoopTurns loop;
+    loop.then(1000, [&] {
+        house_.scheduler.giveUp();
+        loop.restart();
+    });
     house_.tick();
+    EXPECT_LE(loop.turns(), 100);
+    EXPECT_EQ(camera_.requests().size(), kRows);
     EXPECT_EQ(house_.stored() + house_.failed(), QStringList());
 }
 

@@ -127,7 +127,7 @@ TEST_F(HttpClientFails, NamingTheStatus)
 
 TEST_F(HttpClientFails, WithoutHarmToTheOthers)
 {
-    camera_.answer("/good", delayed(picture(2000), 50ms));
+    camera_.answer("/good", afterTurns(picture(2000), 1000));
     const std::vector<HttpReply> replies =
         fetchAll({{refusedUrl("/"), HttpForm::AsWritten, kAmpleLimit},
                   {camera_.url("/good"), HttpForm::AsWritten, kAmpleLimit},

@@ -136,7 +136,7 @@ TEST_F(HttpClientLimits, EndAtOnceWhenAStopIsRequested)
     std::stop_source stop;
     HttpReply reply;
     LoopTurns loop;
-    QTimer::singleShot(50ms, &camera_, [&] {
+    loop.then(1000, [&] {
         stop.request_stop();
         loop.restart();
     });
@@ -160,13 +160,14 @@ TEST_F(HttpClientLimits, EndBeforeTheStartWhenAStopWasRequested)
 TEST_F(HttpClientLimits, StopOneFetchAlone)
 {
     camera_.answer("/silent", silence());
-    camera_.answer("/good", delayed(picture(10), 100ms));
+    camera_.answer("/good", afterTurns(picture(10), 1000));
     std::stop_source stop;
     HttpReply stopped;
     const auto task =
         fetchUntilStop(client_, {camera_.url("/silent"), HttpForm::AsWritten, kAmpleLimit},
                        stop.get_token(), stopped);
-    QTimer::singleShot(20ms, &camera_, [&stop] { stop.request_stop(); });
+    LoopTurns loop;
+    loop.then(100, [&stop] { stop.request_stop(); });
     EXPECT_EQ(fetch(camera_.url("/good")).body.whole(), jpeg(10));
     EXPECT_TRUE(task.isReady());
     EXPECT_EQ(stopped.outcome, FetchOutcome::Stopped);

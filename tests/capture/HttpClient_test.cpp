@@ -4,6 +4,8 @@
 #include "support/RunTask.h"
 #include "support/ScopedEnv.h"
 
+#include <QEventLoop>
+
 namespace velmora::test {
 namespace {
 
@@ -158,7 +160,7 @@ TEST_F(HttpClientTest, RunsAHundredFetchesAtOnce)
     std::vector<HttpRequest> requests;
     for (int i = 0; i < 100; ++i) {
         const QByteArray path = "/camera" + QByteArray::number(i);
-        camera_.answer(path, delayed(picture(1000 + i), 400ms));
+        camera_.answer(path, inCompany(picture(1000 + i), 100));
         requests.push_back({camera_.url(path), HttpForm::AsWritten, kAmpleLimit});
     }
     const std::vector<HttpReply> replies = fetchAll(requests);
@@ -180,9 +182,10 @@ TEST_F(HttpClientTest, LeavesNoConnectionOpen)
     answer.atEnd = AtEnd::KeepOpen;
     camera_.answer("/snap", answer);
     fetch(camera_.url("/snap"));
-    LoopbackCamera other;
-    other.answer("/slow", delayed(picture(10), 50ms)); // time for the end to be noticed
-    fetch(other.url("/slow"));
+    QEventLoop untilNoticed;
+    LoopTurns loop;
+    loop.then(1000, [&] { untilNoticed.quit(); });
+    untilNoticed.exec();
     EXPECT_EQ(camera_.requests().size(), 1);
     EXPECT_EQ(camera_.openConnections(), 0);
 }

@@ -249,8 +249,13 @@ TEST_F(SmtpClientTest, StopsAtOnceAtAnyStep)
     for (const char *const step : {"CONNECT", "EHLO", "MAIL", "TEXT", "QUIT"}) {
         server_.script.silent = {step};
         std::stop_source stop;
-        QTimer::singleShot(30, &server_, [&stop] { stop.request_stop(); });
+        LoopTurns loop;
+        loop.then(1000, [&] {
+            stop.request_stop();
+            loop.restart();
+        });
         const auto problem = send(account(), kText, stop.get_token());
+        EXPECT_LE(loop.turns(), 10) << step;
         const bool taken = QByteArray("QUIT") == step;
         EXPECT_EQ(!problem, taken) << step;
         EXPECT_TRUE(taken || problem->kind == MailFailure::Stopped) << step;

@@ -1,9 +1,10 @@
 // Sockets watched as one set by the event loop.
 #include "net/SocketSet.h"
 
+#include "support/LoopTurns.h"
+
 #include <QEventLoop>
 #include <QSet>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -43,13 +44,14 @@ protected:
         });
     }
 
-    // A turn of the event loop; false when nothing was ready.
+    // The event loop until something is ready; false when nothing was in many turns of it.
     bool turn()
     {
         const qsizetype before = sockets_.size();
         QEventLoop loop;
         QObject::connect(&set_, &SocketSet::ready, &loop, &QEventLoop::quit);
-        QTimer::singleShot(50, &loop, &QEventLoop::quit);
+        test::LoopTurns turns;
+        turns.then(50, [&loop] { loop.quit(); });
         loop.exec();
         return sockets_.size() > before;
     }

@@ -25,7 +25,9 @@ CameraAnswer LoopbackCamera::take(const CameraRequest &request)
         return response("404 Not Found", "Content-Type: text/html\r\n", QByteArray(5000, 'n'));
     }
     const bool open = opens(found->lock, request.header("Authorization"), request.path);
-    return open ? *found : askForUser(found->lock.kind);
+    CameraAnswer answer = open ? *found : askForUser(found->lock.kind);
+    answer.isHeld = [this, company = answer.company] { return requests_.size() < company; };
+    return answer;
 }
 
 QByteArray refusedUrl(const QByteArray &path)

@@ -122,6 +122,12 @@ CameraAnswer afterTurns(CameraAnswer answer, int turns)
     return answer;
 }
 
+CameraAnswer inCompany(CameraAnswer answer, qsizetype requests)
+{
+    answer.company = requests;
+    return answer;
+}
+
 CameraAnswer dripping(CameraAnswer answer, std::chrono::milliseconds drip)
 {
     answer.pieceBytes = 1;

@@ -23,6 +23,7 @@ struct CameraLock
 
 struct CameraAnswer : loopback::Answer
 {
+    qsizetype company = 0; // requests that have to arrive before it is sent
     CameraLock lock;
 };
 
@@ -63,6 +64,9 @@ struct CameraAnswer : loopback::Answer
 
 /// Sends once the event loop, which the camera shares with its client, has had that many turns.
 [[nodiscard]] CameraAnswer afterTurns(CameraAnswer answer, int turns);
+
+/// Sends once that many requests have arrived at the camera.
+[[nodiscard]] CameraAnswer inCompany(CameraAnswer answer, qsizetype requests);
 
 /// Sends one byte at a time.
 [[nodiscard]] CameraAnswer dripping(CameraAnswer answer, std::chrono::milliseconds drip);

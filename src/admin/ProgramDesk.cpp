@@ -114,7 +114,7 @@ QByteArray ProgramDesk::report() const
         }
     }
     QJsonObject report{{QStringLiteral("failures"), failures}};
-    if (health_ != nullptr) {
+    if (health_ != nullptr && health_->isLoaded()) {
         report.insert(QStringLiteral("late"), lateCameras(*health_));
     }
     if (loading_) {

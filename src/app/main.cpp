@@ -16,6 +16,7 @@
 #include "base/SignalWatcher.h"
 #include "capture/PictureSources.h"
 #include "ui/Accessibility.h"
+#include "ui/ToFront.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -124,7 +125,7 @@ int refuseToStart(const QString &fault, SignalWatcher &signalWatcher, SingleInst
     const int status = fail(fault, 1);
     if (!isHeadless) {
         QMessageBox box(QMessageBox::Critical, QCoreApplication::applicationName(), fault);
-        QObject::connect(&instance, &SingleInstance::shown, &box, &QWidget::activateWindow);
+        QObject::connect(&instance, &SingleInstance::shown, &box, [&box] { bringToFront(box); });
         QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &box, &QDialog::reject);
         QObject::connect(&box, &QDialog::finished, &QCoreApplication::quit);
         box.open();

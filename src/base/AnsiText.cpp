@@ -33,11 +33,9 @@ std::optional<char> ansiByte(char16_t unit)
 
 QByteArray toAnsi(QStringView text)
 {
-    QByteArray bytes;
-    bytes.reserve(text.size());
-    for (const QChar c : text) {
-        bytes.append(ansiByte(c.unicode()).value_or('?'));
-    }
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    std::ranges::transform(text, bytes.begin(),
+                           [](QChar c) { return ansiByte(c.unicode()).value_or('?'); });
     return bytes;
 }
 

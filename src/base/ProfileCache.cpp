@@ -36,16 +36,22 @@ QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsize
 
 QByteArray ProfileCache::read()
 {
+    static_cast<void>(readAnew());
+    return whole_;
+}
+
+bool ProfileCache::readAnew()
+{
     std::optional<QByteArray> bytes = readProfile(path_);
     if (!bytes) {
-        return whole_;
+        return false;
     }
     if (!isLarge_ && bytes->size() > kLargeBytes) {
         isLarge_ = true;
         stamp_ = fileStamp(path_);
     }
     whole_ = *std::move(bytes);
-    return whole_;
+    return true;
 }
 
 // Only worth it for a file that is read a second time before it changes. One that has just changed
@@ -63,12 +69,10 @@ std::shared_ptr<const ProfileText> ProfileCache::keptText()
         return nullptr;
     }
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    if (!kept_ && tellsChanges(*stamp, now)) {
-        auto text = std::make_shared<ProfileText>(read());
-        if (text->bytes().size() == stamp->bytes) {
-            text->index();
-            kept_ = std::move(text);
-        }
+    if (!kept_ && tellsChanges(*stamp, now) && readAnew() && whole_.size() == stamp->bytes) {
+        auto text = std::make_shared<ProfileText>(whole_);
+        text->index();
+        kept_ = std::move(text);
     }
     return kept_;
 }

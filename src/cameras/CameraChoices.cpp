@@ -54,7 +54,7 @@ bool isDigit(QChar c)
 
 QString cameraSection(CameraAddress camera)
 {
-    return QStringLiteral("Camera%1%2").arg(camera.group).arg(camera.row);
+    return QStringLiteral("Camera") + QString::number(camera.group) + QString::number(camera.row);
 }
 
 QString cameraText(CameraAddress camera)

@@ -2,6 +2,7 @@
 
 #include "base/Folders.h"
 #include "cameras/CameraChoices.h"
+#include "cameras/FolderName.h"
 #include "cameras/StoragePath.h"
 #include "settings/StoredText.h"
 
@@ -104,6 +105,11 @@ QString StorageFolder::cameraFolder(CameraAddress camera) const
 {
     const QString name = cameraFolderName(camera);
     return name.isEmpty() ? QString() : native(folderText(name));
+}
+
+QString StorageFolder::folderOf(QStringView address) const
+{
+    return cameraFolderOf(paths_, inForce_, address);
 }
 
 QString StorageFolder::workFolder() const

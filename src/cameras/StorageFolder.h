@@ -106,6 +106,10 @@ public:
     /// Native path of that folder, whether or not it exists; empty without a name.
     [[nodiscard]] QString cameraFolder(CameraAddress camera) const;
 
+    /// The same for an address that need not be in the table; empty as well for one too long for a
+    /// folder's name.
+    [[nodiscard]] QString folderOf(QStringView address) const;
+
     /// Native path of "\tmp\" in the folder in force, where unfinished files are kept; empty when
     /// the folder's drive does not exist.
     [[nodiscard]] QString workFolder() const;
@@ -118,6 +122,9 @@ public:
 
     /// Loads the stored text, "C:\in" when there is none, and puts it in force; checks nothing.
     void load();
+
+    /// No folder is in force before that.
+    [[nodiscard]] bool isLoaded() const { return !inForce_.isEmpty(); }
 
     /// Another program has changed the settings: takes the stored folder and checks it. While the
     /// box is being edited it waits for the end, and yields to another text typed until then.

@@ -47,6 +47,9 @@ void CaptureEngine::start()
 
 void CaptureEngine::adoptSettings()
 {
+    if (!storage_.isLoaded()) {
+        return;
+    }
     debugSwitch_.load();
     options_.adoptStored();
     storage_.adoptStored();

@@ -68,7 +68,8 @@ public:
     /// Loads the start values and, once the storage folder has been checked, watches over it.
     void start();
 
-    /// Another program has changed the settings: takes over those that are held here.
+    /// Another program has changed the settings: takes over those that are held here. Does nothing
+    /// before they are loaded.
     void adoptSettings();
 
     /// For fetching outside the capture.

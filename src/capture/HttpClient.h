@@ -46,7 +46,7 @@ private:
     QCoro::Task<std::optional<HttpReply>> tryTransfer(HttpRequest request, std::stop_token stop);
 
     std::shared_ptr<BodyStock> bodies_ = std::make_shared<BodyStock>();
-    TransferSlots places_{[this] { return bodies_->descriptors(); }};
+    TransferSlots places_{[this] { return bodies_->descriptors() + loop_.spareDescriptors(); }};
     Authorities authorities_;
     TransferLoop loop_;
 };

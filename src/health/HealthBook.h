@@ -33,6 +33,8 @@ public:
     /// Loads what is stored, and starts to count the rest.
     void load();
 
+    [[nodiscard]] bool isLoaded() const { return isLoaded_; }
+
     /// Stores what has changed since it was last called.
     void save();
 

@@ -11,6 +11,7 @@ HealthEngine::HealthEngine(CaptureEngine &capture, MailSender &sender)
     , options_(capture.settings())
 {
     follow(capture.store());
+    connect(&capture, &CaptureEngine::settingsAdopted, &book_, &HealthBook::followTable);
     connect(&capture.retention(), &Retention::imagesDeleted, &book_, &HealthBook::recount);
     connect(&oldest_, &OldestFirst::imagesDeleted, &book_, &HealthBook::recount);
     connect(&watch_, &HealthWatch::noticed, this, &HealthEngine::tell);

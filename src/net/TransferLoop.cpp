@@ -28,6 +28,15 @@ using End = std::optional<int>; // the code, or nothing when stopped
 constexpr std::chrono::milliseconds kTurn{3};
 constexpr std::chrono::milliseconds kPart{2}; // for one transfer, which may start late in a turn
 constexpr std::chrono::milliseconds kLongestWait{3'600'000};
+constexpr std::chrono::milliseconds kSpareTime{2000};
+constexpr int kDescriptorsOfSpare = 2; // for waking libcurl
+
+struct MultiCleanUp
+{
+    void operator()(CURLM *multi) const { curl_multi_cleanup(multi); }
+};
+
+using MultiHandle = std::unique_ptr<CURLM, MultiCleanUp>;
 
 int selectMask(SocketEvents events)
 {
@@ -51,8 +60,9 @@ struct TransferLoop::Transfer
 {
     Transfers *owner = nullptr;
     CURL *easy = nullptr;
-    CURLM *multi = nullptr;
+    MultiHandle multi;
     AtEnd atEnd = AtEnd::Close;
+    bool hasSucceeded = false;
     OneShot<End> *waiter = nullptr; // none once it is connected
     Time due = Time::max();
     Time pausedSince = Time::max();
@@ -64,9 +74,13 @@ struct TransferLoop::Transfer
 
     ~Transfer()
     {
-        curl_multi_remove_handle(multi, easy);
-        curl_multi_cleanup(multi);
+        curl_multi_remove_handle(multi.get(), easy);
+        if (hasSucceeded && atEnd == AtEnd::Close) {
+            keepSpare();
+        }
     }
+
+    void keepSpare();
 };
 
 class TransferLoop::Transfers : public QObject
@@ -78,6 +92,8 @@ public:
         timer_.setTimerType(Qt::PreciseTimer);
         connect(&timer_, &QTimer::timeout, this, &Transfers::serveDue);
         connect(&sockets_, &SocketSet::ready, this, &Transfers::serveSocket);
+        spareTimer_.setSingleShot(true);
+        connect(&spareTimer_, &QTimer::timeout, this, [this] { spares_.clear(); });
     }
 
     Q_DISABLE_COPY_MOVE(Transfers)
@@ -97,12 +113,13 @@ public:
         transfer.easy = easy;
         transfer.atEnd = atEnd;
         transfer.waiter = &end;
-        transfer.multi = curl_multi_init(); // without memory for it, nothing can be added
-        curl_multi_setopt(transfer.multi, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
-        curl_multi_setopt(transfer.multi, CURLMOPT_SOCKETDATA, &transfer);
-        curl_multi_setopt(transfer.multi, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
-        curl_multi_setopt(transfer.multi, CURLMOPT_TIMERDATA, &transfer);
-        if (curl_multi_add_handle(transfer.multi, easy) != CURLM_OK) {
+        transfer.multi = takeMulti(); // without memory for it, nothing can be added
+        CURLM *const multi = transfer.multi.get();
+        curl_multi_setopt(multi, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
+        curl_multi_setopt(multi, CURLMOPT_SOCKETDATA, &transfer);
+        curl_multi_setopt(multi, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
+        curl_multi_setopt(multi, CURLMOPT_TIMERDATA, &transfer);
+        if (curl_multi_add_handle(multi, easy) != CURLM_OK) {
             finish(easy, CURLE_FAILED_INIT);
         }
     }
@@ -115,12 +132,26 @@ public:
             return;
         }
         OneShot<End> *const waiter = std::exchange(found->second->waiter, nullptr);
-        if (found->second->atEnd == AtEnd::Close || end != End{CURLE_OK}) {
+        found->second->hasSucceeded = end == End{CURLE_OK};
+        if (found->second->atEnd == AtEnd::Close || !found->second->hasSucceeded) {
             disconnect(easy);
         }
         if (waiter != nullptr) {
             waiter->set(end);
         }
+    }
+
+    void keepSpare(MultiHandle multi)
+    {
+        curl_multi_setopt(multi.get(), CURLMOPT_SOCKETFUNCTION, nullptr);
+        curl_multi_setopt(multi.get(), CURLMOPT_TIMERFUNCTION, nullptr);
+        spares_.push_back(std::move(multi));
+        spareTimer_.start(kSpareTime);
+    }
+
+    [[nodiscard]] int spareDescriptors() const
+    {
+        return static_cast<int>(spares_.size()) * kDescriptorsOfSpare;
     }
 
     bool pausesNow()
@@ -145,6 +176,16 @@ public:
     }
 
 private:
+    MultiHandle takeMulti()
+    {
+        if (spares_.empty()) {
+            return MultiHandle(curl_multi_init());
+        }
+        MultiHandle multi = std::move(spares_.back());
+        spares_.pop_back();
+        return multi;
+    }
+
     static int onTimer(CURLM *, long milliseconds, void *user)
     {
         auto *const transfer = static_cast<Transfer *>(user);
@@ -270,7 +311,8 @@ private:
         CURL *const easy = transfer.easy;
         int running = 0;
         beginPart(transfer);
-        const CURLMcode code = curl_multi_socket_action(transfer.multi, socket, mask, &running);
+        const CURLMcode code =
+            curl_multi_socket_action(transfer.multi.get(), socket, mask, &running);
         acting_ = nullptr;
         if (code == CURLM_OUT_OF_MEMORY) {
             finish(easy, CURLE_OUT_OF_MEMORY); // no one would hear of its end any more
@@ -280,12 +322,16 @@ private:
             wakeBy(transfer.pausedSince, transfer.pausedSince);
         }
         int left = 0;
-        const CURLMsg *const message = curl_multi_info_read(transfer.multi, &left);
+        const CURLMsg *const message = curl_multi_info_read(transfer.multi.get(), &left);
         if (message != nullptr && message->msg == CURLMSG_DONE) {
             finish(easy, message->data.result);
         }
     }
 
+    // Those of transfers that succeeded serve the next ones: making and ending one takes a seventh
+    // of the time of a transfer. Cameras that are fetched less often than that leave nothing open.
+    std::vector<MultiHandle> spares_;
+    QTimer spareTimer_;
     QTimer timer_;
     Time wakesAt_;               // while the timer runs
     Transfer *acting_ = nullptr; // while libcurl works on it
@@ -294,6 +340,11 @@ private:
     std::unordered_map<int, CURL *> bySocket_;
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // destroyed first
 };
+
+void TransferLoop::Transfer::keepSpare()
+{
+    owner->keepSpare(std::move(multi));
+}
 
 void EasyCleanUp::operator()(void *easy) const
 {
@@ -344,6 +395,11 @@ QCoro::Task<std::optional<int>> TransferLoop::runUntil(AtEnd atEnd, void *easy,
 bool TransferLoop::pausesNow()
 {
     return transfers_->pausesNow();
+}
+
+int TransferLoop::spareDescriptors() const
+{
+    return transfers_->spareDescriptors();
 }
 
 void TransferLoop::disconnect(void *easy)

@@ -45,6 +45,9 @@ public:
     /// turn.
     [[nodiscard]] bool pausesNow();
 
+    /// Descriptors kept for a short while for coming transfers, each of which takes two of them.
+    [[nodiscard]] int spareDescriptors() const;
+
     /// Closes a connection without a word to the server; does nothing when there is none.
     void disconnect(void *easy);
 

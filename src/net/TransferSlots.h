@@ -10,7 +10,7 @@ namespace velmora {
 class TransferSlots
 {
 public:
-    /// held: descriptors now kept by the results of past transfers.
+    /// held: descriptors now kept by the results of past transfers, or for coming ones.
     explicit TransferSlots(std::function<int()> held);
 
     /// Waits for room: true once there is some, false when a stop is requested first.

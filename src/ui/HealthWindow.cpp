@@ -216,9 +216,13 @@ void HealthWindow::showNever()
     ui_->healthNever->setChecked(camera && options_.isNever(*camera));
 }
 
+// The row may have lost its camera since the table was last looked at; the next one to get the row
+// must not inherit the choice.
 void HealthWindow::setNever(bool never)
 {
-    if (const auto camera = current()) {
+    const auto camera = current();
+    book_.followTable();
+    if (camera && camera == current()) {
         options_.setNever(*camera, never);
     }
 }

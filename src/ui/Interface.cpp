@@ -264,7 +264,7 @@ void Interface::showCaption(Caption caption, const QString &text)
         showStandstill(text);
         break;
     case Caption::Trouble:
-        showMessage(text);
+        showTrouble(text);
         break;
     }
 }
@@ -277,6 +277,17 @@ void Interface::showStandstill(const QString &text)
         tell(Message::Standstill, text);
     } else if (message_ == Message::Standstill) {
         showMessage({});
+    }
+}
+
+// A standstill outlasts any trouble.
+void Interface::showTrouble(const QString &text)
+{
+    if (!text.isEmpty()) {
+        showMessage(text);
+    } else if (message_ == Message::Other) {
+        showMessage({});
+        showStandstill(view_.status().text(Caption::Standstill));
     }
 }
 

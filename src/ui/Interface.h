@@ -113,6 +113,7 @@ private:
     void showSwitches();
     void showCaption(Caption caption, const QString &text);
     void showStandstill(const QString &text);
+    void showTrouble(const QString &text);
     void selectGroup(int group);
     void leaveAddress();
 

@@ -79,15 +79,25 @@ void CameraPage::reread()
 {
     const QScopedValueRollback loading(loading_, true);
     for (int row = 0; row < kRows; ++row) {
-        at(row) = table_.row({group_, row});
-        if (at(row).url.isEmpty()) {
-            at(row) = {};
-            at(row).lamp = LampColour::Red;
-        }
+        rereadRow(row);
     }
     groupActive_ = table_.isGroupActive(group_);
     followAddresses();
     Q_EMIT pageReread();
+}
+
+// A camera that is being fetched stays orange.
+void CameraPage::rereadRow(int row)
+{
+    const CameraAddress camera{group_, row};
+    const LampColour before = at(row).lamp;
+    at(row) = table_.row(camera);
+    if (at(row).url.isEmpty()) {
+        at(row) = {};
+        at(row).lamp = LampColour::Red;
+    } else if (before == LampColour::Orange && at(row).url == addresses_[camera]) {
+        at(row).lamp = before;
+    }
 }
 
 // Whichever group is on screen: a remark is about a camera, not about its row.
@@ -98,8 +108,18 @@ void CameraPage::followAddresses()
         const QString address = CameraTable::url(settings, camera);
         if (std::exchange(addresses_[camera], address) != address) {
             takeOther(camera, address);
+            forgetLive(camera);
         }
     }
+}
+
+// What is fetched of the camera that had the row before is of no interest any more.
+void CameraPage::forgetLive(CameraAddress camera)
+{
+    if (live_ && live_->camera == camera) {
+        live_.reset();
+    }
+    Q_EMIT cameraReplaced(camera);
 }
 
 void CameraPage::takeOther(CameraAddress camera, const QString &address)

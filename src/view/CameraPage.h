@@ -107,6 +107,9 @@ Q_SIGNALS:
     /// A camera's address was stored, and it has changed.
     void addressStored(velmora::CameraAddress camera);
 
+    /// Another program has given a row another camera, or none.
+    void cameraReplaced(velmora::CameraAddress camera);
+
     /// The pictures of the live view no longer belong to the page.
     void picturesCleared();
 
@@ -133,6 +136,8 @@ private:
 
     [[nodiscard]] QString storedFolder(int row) const;
     void loadRow(int row);
+    void rereadRow(int row);
+    void forgetLive(CameraAddress camera);
     void followAddress(CameraAddress camera, const QString &address);
     void followAddresses();
     void takeOther(CameraAddress camera, const QString &address);

@@ -1,6 +1,5 @@
 #include "view/CameraTrial.h"
 
-#include "cameras/FolderName.h"
 #include "capture/PictureRemark.h"
 #include "capture/StoredMark.h"
 
@@ -114,11 +113,10 @@ QCoro::Task<TrialResult> CameraTrial::judged(TrialRequest request, HttpReply rep
 Answer CameraTrial::answer(const TrialRequest &request, const HttpReply &reply,
                            const PictureMark &mark) const
 {
-    const QString folder = cameraFolderTextOf(uses_.storage.inForce(), request.address);
+    const QString folder = uses_.storage.folderOf(request.address);
     const QString stored = uses_.table.value(keys::kLastModified, request.camera);
     return {imageDates(reply.lastModified, stored, request.keep), request.keep, mark,
-            storedMark(uses_.table.settings().snapshot(), request.camera),
-            folderState(uses_.storage.native(folder))};
+            storedMark(uses_.table.settings().snapshot(), request.camera), folderState(folder)};
 }
 
 } // namespace velmora

@@ -79,6 +79,7 @@ void CaptureView::followLiveView(LiveView &live)
     connect(&live, &LiveView::downloaded, &page_, &CameraPage::showLoadSeconds);
     connect(&live, &LiveView::troubleChanged, this, &CaptureView::showLiveTrouble);
     connect(&page_, &CameraPage::picturesCleared, &live, &LiveView::clear);
+    connect(&page_, &CameraPage::cameraReplaced, &live, &LiveView::forget);
 }
 
 bool CaptureView::standsStill() const

@@ -85,6 +85,13 @@ void LiveView::clear()
     setCaptions({clickToZoom(), captions_.local});
 }
 
+void LiveView::forget(CameraAddress camera)
+{
+    if (shown_ == camera) {
+        clear();
+    }
+}
+
 QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source abandon)
 {
     const std::stop_token stop = abandon.get_token();

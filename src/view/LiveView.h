@@ -43,6 +43,9 @@ public:
     /// Gives up what is under way and shows no picture.
     void clear();
 
+    /// Clears the view if it is on this camera, whose row now has another one or none.
+    void forget(CameraAddress camera);
+
     /// The stored image was clicked: the newest one now in the camera's folder is to be enlarged.
     /// The camera is the one on show, or else `current`.
     void iTarget_Click(CameraAddress current);

@@ -32,6 +32,52 @@ TEST_F(ProgramLife, AClickInTheClosingBoxGivesTheLastPassUp)
     EXPECT_EQ(engine_->settings().read(u"Groupe0", u"lNew0"), QStringLiteral("1"));
 }
 
+// A command run while the windows are being made is answered in the first turn of the event loop,
+// before the start has loaded anything.
+class EarlyCommand : public ProgramHouse
+{
+protected:
+    void startBesideACommand()
+    {
+        engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
+        program_ = std::make_unique<Program>(*engine_, opener_, mail_);
+        program_->start();
+        engine_->adoptSettings(); // as the desk has it done
+        settle();
+    }
+};
+
+TEST_F(EarlyCommand, MakesNoStorageFolderWhoseDiskMayBeAway)
+{
+    writeSettings("StRep=C:\\none\\\r\n[Groupe0]\r\nLocalTime0=07/03/2006 14:05:09\r\n");
+    startBesideACommand();
+    ASSERT_TRUE(isVisible(QStringLiteral("Interface")));
+    QTest::mouseClick(control(QStringLiteral("Interface"), QStringLiteral("Source0")),
+                      Qt::LeftButton); // the live view
+    settle();
+    EXPECT_FALSE(tree_.exists(u"drives/c/none"));
+}
+
+TEST_F(EarlyCommand, StartsNoPassBeforeTheStart)
+{
+    startBesideACommand();
+    const QStringList lines = logLines();
+    const qsizetype init = lines.indexOf(QStringLiteral("Fin Init"));
+    EXPECT_LT(init, lines.indexOf(QStringLiteral("Interface TestSA")));
+    EXPECT_LT(init, lines.indexOf(QStringLiteral("<-Interface ChargeFile->")));
+    EXPECT_EQ(engine_->scheduler().ticksLeft(), 4);
+}
+
+TEST_F(EarlyCommand, ProgramThatIsEndedAtOnceCapturesNothing)
+{
+    engine_ = std::make_unique<CaptureEngine>(tree_.path(), clock_, source_);
+    program_ = std::make_unique<Program>(*engine_, opener_, mail_);
+    program_->start();
+    engine_->adoptSettings();
+    end();
+    EXPECT_EQ(source_.requested().size(), 0);
+}
+
 TEST_F(ProgramLife, ClosingTheMainWindowEndsTheProgramWithALastPass)
 {
     start();

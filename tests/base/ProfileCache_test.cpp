@@ -6,6 +6,7 @@
 #include "support/TempTree.h"
 
 #include <QFile>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -114,6 +115,23 @@ TEST_F(ProfileCacheTest, HasWhatWasLastReadOfALargeFileToo)
     const RefusedCall refused(Call::Read, EIO);
     EXPECT_EQ(value(), QByteArray("one"));
     EXPECT_EQ(cache.text()->value("s", "k"), QByteArrayView("one"));
+}
+
+// Reading fails for a while after another program has changed a value to one of the same length.
+TEST_F(ProfileCacheTest, ReadsALargeFileThatChangedOnceItCanBeReadAgain)
+{
+    comments = QByteArray(ProfileCache::kLargeBytes, ';');
+    write("one");
+    EXPECT_EQ(value(), QByteArray("one"));
+    write("two");
+    QTest::qWait(200); // until the stamp of the file tells its changes
+    {
+        const RefusedCall refused(Call::Read, EIO);
+        EXPECT_EQ(value(), QByteArray("one"));
+        EXPECT_EQ(value(), QByteArray("one"));
+    }
+    EXPECT_EQ(value(), QByteArray("two"));
+    EXPECT_EQ(cache.text()->value("s", "k"), QByteArrayView("two"));
 }
 
 TEST_F(ProfileCacheTest, HasNothingOfAFileThatCouldNeverBeRead)

@@ -36,7 +36,7 @@ protected:
             , selection(house.data)
             , slice(
                   {house.capture.storage, house.conformity, house.capture.log, house.capture.scope},
-                  house.data, selection)
+                  house.data.files, house.data.sheet, selection)
             , lists(
                   {house.capture.settings, house.capture.log, house.capture.problems, *house.film},
                   house.data, folders, selection, slice)

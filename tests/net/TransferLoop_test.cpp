@@ -4,6 +4,7 @@
 #include "loopback/Server.h"
 #include "support/RunTask.h"
 
+#include <QTest>
 #include <QTimer>
 
 #include <curl/curl.h>
@@ -114,6 +115,27 @@ TEST_F(TransferLoopTest, ALoopThatGoesStopsWhatRuns)
 {
     silent_.onRequest = [this] { loop_.reset(); };
     EXPECT_EQ(run(silent_.url("/")), std::nullopt);
+}
+
+TEST_F(TransferLoopTest, KeepsWhatATransferNeedsForTheNextOneForAWhile)
+{
+    EXPECT_EQ(loop_->spareDescriptors(), 0);
+    EXPECT_EQ(run(good_.url("/")), End{CURLE_OK});
+    const int ofOne = loop_->spareDescriptors();
+    EXPECT_GT(ofOne, 0);
+    EXPECT_EQ(run(good_.url("/")), End{CURLE_OK});
+    EXPECT_EQ(loop_->spareDescriptors(), ofOne) << "the second took it over";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return loop_->spareDescriptors() == 0; }));
+}
+
+TEST_F(TransferLoopTest, KeepsNothingOfATransferThatFailed)
+{
+    EXPECT_EQ(run("http://127.0.0.1:1/"), End{CURLE_COULDNT_CONNECT});
+    EXPECT_EQ(loop_->spareDescriptors(), 0);
+    std::stop_source stop;
+    silent_.onRequest = [&] { stop.request_stop(); };
+    EXPECT_EQ(run(silent_.url("/"), stop.get_token()), std::nullopt);
+    EXPECT_EQ(loop_->spareDescriptors(), 0);
 }
 
 TEST_F(TransferLoopTest, RunsManySideBySide)

@@ -23,8 +23,8 @@ struct CameraLock
 
 struct CameraAnswer : loopback::Answer
 {
-    qsizetype company = 0; // requests that have to arrive before it is sent
     CameraLock lock;
+    qsizetype company = 0; // requests that have to arrive before it is sent
 };
 
 /// Bytes that begin like a JPEG file.

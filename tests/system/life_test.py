@@ -1,6 +1,10 @@
 """How the program starts with its windows, and how it ends: by SIGTERM or SIGINT, with a last pass over the cameras,
 which a second signal gives up at once."""
 
+import hashlib
+import json
+import os
+import socket
 import time
 import unittest
 from pathlib import Path
@@ -116,6 +120,57 @@ class LifeTest(unittest.TestCase):
         program.terminate()
         self.assertEqual(0, program.wait(30), program.report())
         self.assertFalse(self.house.storage.exists())
+
+
+class CommandDuringTheStartTest(unittest.TestCase):
+    """Sends a command's line the moment the program listens, while its windows are being made."""
+
+    def setUp(self):
+        self.house = House(self)
+
+    def connected(self):
+        name = hashlib.sha1(f"{os.getuid()}:desk:{os.path.realpath(self.house.root)}".encode()).hexdigest()
+        caller = socket.socket(socket.AF_UNIX)
+        if caller.connect_ex(f"\0velmora-desk-{name}".encode()) == 0:
+            return caller
+        caller.close()
+        return None
+
+    def ask(self, line):
+        with until(self.connected, 20, "the program that listens") as caller:
+            caller.sendall(line + b"\n")
+            return json.loads(caller.recv(65536))
+
+    def start(self, *sections):
+        self.house.write_settings({"Control": {"StRep": "C:\\in\\", "Debug": "1", "Tempo": "60"}}, *sections)
+        self.program = self.house.start(env={"QT_QPA_PLATFORM": "offscreen"})
+
+    def end(self):
+        until(lambda: "Ajout de" in self.house.log() or "TestSA" in self.house.log(), 20, self.program.report)
+        self.program.terminate()
+        self.assertEqual(0, self.program.wait(30), self.program.report())
+
+    def test_changes_that_are_told_then_are_read_by_the_start(self):
+        self.start()
+        self.ask(b"changed")
+        until(lambda: "Fin Init" in self.house.log(), 20, self.program.report)
+        log = self.house.log()
+        self.assertNotIn("Interface TestSA", log[: log.index("Fin Init")])
+        self.end()
+
+    def test_a_camera_that_was_late_before_is_late_then(self):
+        server = CameraServer(self, {"/a.jpg": hang})
+        url = server.url("/a.jpg")
+        now = int(time.time())
+        record = {"folder": str(self.house.folder(url)), "counted": True, "lateSince": now - 3600}
+        self.house.root.joinpath("Velmora.health").write_text(json.dumps({"cameras": [record] + [{}] * 99, "version": 1}))
+        self.start(camera_lists([url]))
+        early = self.ask(b"status")
+        until(lambda: "Load 0:0" in self.house.log(), 20, self.program.report)
+        later = self.ask(b"status")
+        self.assertEqual({"0:0": now - 3600}, later.get("late"))
+        self.assertIn(early.get("late", "unknown"), ("unknown", later["late"]))
+        self.program.kill()
 
 
 if __name__ == "__main__":

@@ -283,6 +283,24 @@ class WithoutManagerTest(WindowCase):
         until(lambda: self.lowest_first() == [browser, film], 5, lambda: f"the film above ({self.lowest_first()})")
 
 
+class RefusedStartTest(WindowCase):
+    def test_a_second_start_brings_back_the_box_that_was_minimised(self):
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.desktop = Desktop(self, manager=manager)
+                self.house = House(self)
+                self.house.settings_path.symlink_to("Velmora.ini")  # to itself: cannot be read
+                self.program = self.house.start(env=self.desktop.environment())
+                box = self.desktop.window(MAIN)
+                self.desktop.tool("windowminimize", "--sync", box)
+                until(lambda: self.is_hidden(box), 30, "the minimised box")
+                second = self.house.start(env=self.desktop.environment())
+                self.assertEqual(0, second.wait(20), second.report())
+                self.assertIn("comes to the front", second.out[0])
+                until(lambda: not self.is_hidden(box), 5, "the box back in front")
+                self.doCleanups()
+
+
 class SmallScreenTest(WindowCase):
     def test_the_images_fit_on_small_screens(self):
         for manager, size in zip(MANAGERS, ("1280x720", "1366x768", "1280x720")):

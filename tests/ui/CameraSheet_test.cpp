@@ -109,6 +109,20 @@ TEST_F(CameraSheetTest, TheListBeginsWithTheAddressThatIsBeingTyped)
     EXPECT_EQ(stored, QStringLiteral("http://typed/"));
 }
 
+TEST_F(CameraSheetTest, MayBeTestedAgainAfterAnAddressThatIsTooLong)
+{
+    sheet_.present(kCamera);
+    const QString address = QStringLiteral("http://cam/") + QString(250, u'a');
+    house_.source.answer(address, {jpeg(2000), {}, {}, {}, {}});
+    find<QLineEdit>(QStringLiteral("sheetAddress")).setText(address);
+    click(QStringLiteral("sheetTest"));
+    const auto mayTest = [this] {
+        return find<QPushButton>(QStringLiteral("sheetTest")).isEnabled();
+    };
+    EXPECT_TRUE(QTest::qWaitFor(mayTest, 2000)) << result().toStdString();
+    EXPECT_NE(result().toStdString(), "Fetching\u2026");
+}
+
 TEST_F(CameraSheetTest, StoresWhatIsChosen)
 {
     sheet_.present(kCamera);

@@ -2,6 +2,7 @@
 #include "ui/HealthWindow.h"
 
 #include "WindowHouse.h"
+#include "admin/Administration.h"
 #include "cameras/CameraChoices.h"
 #include "health/HealthEngine.h"
 #include "support/MailDouble.h"
@@ -299,6 +300,22 @@ TEST_F(HealthWindowTest, TellsOfAnotherCameraInTheSameRowWhetherItIsNeverLate)
     ASSERT_EQ(replaced, SettingsChange::Made);
     book_.followTable();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !never.isChecked(); }));
+}
+
+// A command has removed the camera, and the book has not looked at the table since.
+TEST_F(HealthWindowTest, ChoosesNothingForACameraThatIsNoLongerThere)
+{
+    ASSERT_EQ(cell(table().currentIndex().row(), HealthTable::Camera),
+              QStringLiteral("0:3 Garage"));
+    const auto command = [this](const AdminCommand &asked) {
+        const auto none = [](const QString &) { return std::optional<qint64>(); };
+        EXPECT_EQ(administer(house_.house.tree.path(), asked, none).status, 0);
+        house_.house.engine.adoptSettings(); // as the command has it done
+    };
+    command(RemoveCommand{{0, 3}});
+    QTest::keyClick(&find<QCheckBox>("healthNever"), Qt::Key_Space);
+    command(AddCommand{QStringLiteral("http://new/a.jpg"), CameraAddress{0, 3}, {}, {}});
+    EXPECT_FALSE(HealthOptions(house_.house.settings).isNever({0, 3})) << "the new camera";
 }
 
 TEST_F(HealthWindowTest, StaysInOrderWhenSeveralChangeTogether)

@@ -151,6 +151,18 @@ TEST_F(RowReasons, OfAHeldCaptureStandBelowAndInTheTipOfPause)
     EXPECT_EQ(message(), QString());
 }
 
+// The image in hand when the capture was held is stored after one that could not be.
+TEST_F(RowReasons, OfAHeldCaptureStayBelowWhenAnImageCanBeStoredAgain)
+{
+    const QString why = QStringLiteral("the disk is nearly full");
+    Q_EMIT house_.house.store.storingFailed(QStringLiteral("No space left on device"));
+    house_.house.scheduler.suspend(why);
+    EXPECT_EQ(message(), why);
+    Q_EMIT house_.house.store.imageStored({0, 3}, QStringLiteral("20060307_1405090714.jpg"));
+    EXPECT_EQ(house_.find<QLabel>(QStringLiteral("lErr")).toolTip(), why);
+    EXPECT_EQ(message(), why);
+}
+
 TEST_F(RowReasons, AreElidedWhereTheyDoNotFit)
 {
     for (const char *const name : {"lMessage", "lReason"}) {

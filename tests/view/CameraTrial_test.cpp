@@ -66,6 +66,26 @@ TEST_P(CameraTrialTest, SaysNewOfWhatTheCaptureKeeps)
     EXPECT_EQ(verdict().contains(u"new: "), isKept()) << "after another picture";
 }
 
+class TrialOfALongAddress : public CaptureTest
+{
+};
+
+// The row would refuse it, but it can be typed into the sheet and tried.
+TEST_F(TrialOfALongAddress, EndsWithAVerdict)
+{
+    const QString address = QStringLiteral("http://cam/") + QString(250, u'a');
+    source_.answer(address, goodReply());
+    CameraTrial &trial = house_.view.trial();
+    QString verdict;
+    QObject context;
+    QObject::connect(&trial, &CameraTrial::ended, &context,
+                     [&](const TrialResult &result) { verdict = result.verdict; });
+    trial.begin({kCamera, address, {}, {}});
+    house_.finish();
+    EXPECT_EQ(house_.allTexts(), QStringList()) << house_.allTexts().join(u'|').toStdString();
+    EXPECT_FALSE(verdict.isEmpty());
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Answers, CameraTrialTest,
     testing::Combine(testing::Values(Keep::Dated, Keep::Differing, Keep::Clearly),

@@ -103,6 +103,26 @@ TEST_F(CaptureViewTest, TakesItsAddressesOutOfTheLogWhenItGoes)
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:3")});
 }
 
+// A command that comes before the start has loaded anything.
+TEST(CaptureViewBeforeTheStart, TakesNoCameraForANewOne)
+{
+    TempTree tree;
+    tree.write(u"Velmora.ini", "[Control]\r\nStRep=C:\\in\r\n[Liste0]\r\nlst3=http://cam/a.jpg\r\n"
+                               "[Groupe0]\r\nSB3=65280\r\n");
+    FakeClock clock;
+    ScriptedSource source{clock};
+    CaptureEngine engine(tree.path(), clock, source);
+    CaptureView view(engine);
+    engine.adoptSettings();
+    engine.storage().load();
+    engine.options().load();
+    view.page().load();
+    engine.storage().testSA();
+    engine.start();
+    EXPECT_EQ(view.page().remarks().of(kCamera).toStdString(), "");
+    runToEnd(engine.close());
+}
+
 TEST(CaptureWithoutView, StoresTheSameImage)
 {
     TempTree tree;

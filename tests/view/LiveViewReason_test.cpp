@@ -68,6 +68,77 @@ TEST_F(LiveReason, TheLampOfAnotherGroupIsLeftAlone)
     EXPECT_EQ(lamp(7), LampColour::Red);
 }
 
+// By a command, or another program that stores a list.
+TEST_F(LiveReason, TheLampOfACameraThatIsRemovedMeanwhileStaysRed)
+{
+    startGreen();
+    begin(kShown, cameraUrl(kShown));
+    house_.table.setUrl(kShown, u"");
+    house_.engine.adoptSettings();
+    EXPECT_EQ(lamp(7), LampColour::Red);
+    clock_.advance(3s);
+    EXPECT_EQ(lamp(7), LampColour::Red);
+}
+
+TEST_F(LiveReason, TheLampOfAnotherCameraThatGotTheRowMeanwhileIsItsOwn)
+{
+    startGreen();
+    begin(kShown, cameraUrl(kShown));
+    house_.table.setUrl(kShown, u"http://other/x.jpg");
+    house_.setValue(u"SB", kShown, kRed);
+    house_.engine.adoptSettings();
+    clock_.advance(3s);
+    EXPECT_EQ(lamp(7), LampColour::Red);
+}
+
+// Any setting, say.
+TEST_F(LiveReason, TheLampStaysOrangeWhenTheSettingsAreReadAgain)
+{
+    startGreen();
+    begin(kShown, cameraUrl(kShown));
+    house_.engine.adoptSettings();
+    EXPECT_EQ(lamp(7), LampColour::Orange);
+}
+
+TEST_F(LiveReason, TheLampOfACameraBeingCapturedStaysOrangeWhenTheSettingsAreReadAgain)
+{
+    startGreen();
+    house_.beginTick();
+    ASSERT_EQ(lamp(7), LampColour::Orange);
+    house_.engine.adoptSettings();
+    EXPECT_EQ(lamp(7), LampColour::Orange);
+    clock_.advance(3s);
+    EXPECT_EQ(lamp(7), LampColour::Green);
+}
+
+TEST_F(LiveReason, ThePicturesOfACameraThatIsRemovedGo)
+{
+    source_.answer(cameraUrl(kShown), goodReply());
+    show();
+    ASSERT_FALSE(live_.livePicture().isEmpty());
+    house_.table.setUrl(kShown, u"");
+    house_.engine.adoptSettings();
+    EXPECT_TRUE(live_.livePicture().isEmpty());
+}
+
+TEST_F(LiveReason, IsNotThatOfACameraThatWasRemoved)
+{
+    source_.answer(cameraUrl(kShown), failedReply());
+    show();
+    house_.table.setUrl(kShown, u"");
+    house_.engine.adoptSettings();
+    EXPECT_EQ(live_.reason(kShown), QString());
+}
+
+TEST_F(LiveReason, IsNotThatOfTheCameraThatHadTheRowBefore)
+{
+    source_.answer(cameraUrl(kShown), failedReply());
+    show();
+    house_.table.setUrl(kShown, u"http://other/x.jpg");
+    house_.engine.adoptSettings();
+    EXPECT_EQ(live_.reason(kShown), QString());
+}
+
 TEST_F(LiveReason, SaysWhyThereIsNoPicture)
 {
     source_.answer(cameraUrl(kShown), failedReply());

@@ -328,8 +328,8 @@ private:
         }
     }
 
-    // Those of transfers that succeeded serve the next ones: making and ending one takes a seventh
-    // of the time of a transfer. Cameras that are fetched less often than that leave nothing open.
+    // Of transfers that succeeded, for the next ones, since making and ending one takes a seventh
+    // of a transfer's time. Where no transfer ends for a while, they go.
     std::vector<MultiHandle> spares_;
     QTimer spareTimer_;
     QTimer timer_;

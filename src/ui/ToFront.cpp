@@ -8,6 +8,14 @@
 namespace velmora {
 namespace {
 
+void putInFront(QWidget &window)
+{
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 /// Lives until the window that it watches is on the screen.
 class ExposeWatch final : public QObject
 {
@@ -23,7 +31,7 @@ public:
     {
         if (event->type() == QEvent::Expose && static_cast<QWindow *>(watched)->isExposed()) {
             watched->removeEventFilter(this);
-            bringToFront(window_);
+            putInFront(window_);
             deleteLater();
         }
         return QObject::eventFilter(watched, event);
@@ -33,22 +41,31 @@ private:
     QWidget &window_;
 };
 
+// Does nothing when the other window is on the screen already.
+void putInFrontOnceThereIs(QWidget &other, QWidget &window)
+{
+    if (other.windowHandle() != nullptr && !other.windowHandle()->isExposed()) {
+        new ExposeWatch(window, other);
+    }
+}
+
 } // namespace
 
+// A window manager that is just bringing a minimised window back may leave the keyboard focus where
+// it was.
 void bringToFront(QWidget &window)
 {
-    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    window.show();
-    window.raise();
-    window.activateWindow();
+    const bool wasMinimised = window.isMinimized();
+    putInFront(window);
+    if (wasMinimised) {
+        putInFrontOnceThereIs(window, window);
+    }
 }
 
 void bringBefore(QWidget &window, QWidget &other)
 {
     bringToFront(window);
-    if (other.windowHandle() != nullptr && !other.windowHandle()->isExposed()) {
-        new ExposeWatch(window, other);
-    }
+    putInFrontOnceThereIs(other, window);
 }
 
 } // namespace velmora

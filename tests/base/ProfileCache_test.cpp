@@ -124,7 +124,10 @@ TEST_F(ProfileCacheTest, ReadsALargeFileThatChangedOnceItCanBeReadAgain)
     write("one");
     EXPECT_EQ(value(), QByteArray("one"));
     write("two");
-    QTest::qWait(200); // until the stamp of the file tells its changes
+    ASSERT_TRUE(QTest::qWaitFor([this] {
+        const auto now = std::chrono::system_clock::now().time_since_epoch();
+        return tellsChanges(fileStamp(path()).value(), now);
+    }));
     {
         const RefusedCall refused(Call::Read, EIO);
         EXPECT_EQ(value(), QByteArray("one"));

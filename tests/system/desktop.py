@@ -10,7 +10,7 @@ import tempfile
 from collections import namedtuple
 from pathlib import Path
 
-from program import Display, Program
+from program import Display, Program, session_bus
 from waiting import until
 
 LEFT, RIGHT = 1, 3
@@ -18,8 +18,9 @@ LEFT, RIGHT = 1, 3
 MANAGERS = {
     "openbox": ["openbox", "--sm-disable"],
     "metacity": ["metacity", "--no-composite", "--sm-disable"],
-    "xfwm4": ["dbus-run-session", "--", "xfwm4", "--compositor=off"],
+    "xfwm4": ["xfwm4", "--compositor=off"],
 }
+ON_A_BUS = ("xfwm4",)
 XWD_HEADER = struct.Struct(">25I")
 
 Place = namedtuple("Place", "x y width height")
@@ -69,7 +70,10 @@ class Desktop:
         home = tempfile.mkdtemp(prefix="velmora-manager-")
         test.addCleanup(shutil.rmtree, home, ignore_errors=True)
         folders = {key: home for key in ("HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR")}
-        program = Program(MANAGERS[manager], self._environment | folders | {"GSETTINGS_BACKEND": "memory"})
+        environment = self._environment | folders | {"GSETTINGS_BACKEND": "memory", "NO_AT_BRIDGE": "1"}
+        if manager in ON_A_BUS:
+            environment |= session_bus(test, environment)
+        program = Program(MANAGERS[manager], environment)
         test.addCleanup(program.end)
         until(lambda: self.property("_NET_SUPPORTING_WM_CHECK"), 20, program.report)
 

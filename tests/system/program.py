@@ -6,7 +6,7 @@ import signal
 import subprocess
 import threading
 
-from waiting import PATIENCE
+from waiting import PATIENCE, until
 
 DISPLAY_KEYS = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
 
@@ -91,6 +91,14 @@ class Program:
 
     def report(self):
         return "\n".join(["--- output", *self.out[-40:], "--- errors", *self.err[-40:]])
+
+
+def session_bus(test, environment):
+    """What leads to a bus of the test's own; what it starts ends with it."""
+    bus = Program(["dbus-daemon", "--session", "--nofork", "--print-address"], environment)
+    test.addCleanup(bus.end)
+    [address, *_] = until(lambda: bus.out, 10, bus.report)
+    return {"DBUS_SESSION_BUS_ADDRESS": address}
 
 
 class Display:

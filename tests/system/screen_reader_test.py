@@ -10,7 +10,7 @@ from browser_window import TITLE, BrowserWindow
 from desktop import Desktop
 from house import House, camera_lists
 from pictures import colour_of, plain
-from program import Program
+from program import Program, session_bus
 from waiting import until
 
 READER = Path(__file__).with_name("screen_reader.py")
@@ -28,12 +28,8 @@ class ScreenReaderTest(unittest.TestCase):
         self.house.write_settings(control, camera_lists(["http://127.0.0.1:9/a.jpg"]), {"Groupe0": {"lNew0": "12"}})
 
     def bus(self):
-        """A bus of the test's own; what it starts ends with it."""
         base = self.house.environment() | self.desktop.environment()
-        bus = Program(["dbus-daemon", "--session", "--nofork", "--print-address"], base)
-        self.addCleanup(bus.end)
-        [address, *_] = until(lambda: bus.out, 10, bus.report)
-        return base | {"DBUS_SESSION_BUS_ADDRESS": address, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+        return base | session_bus(self, base) | {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
     def told(self, environment):
         words = [SYSTEM_PYTHON, "-B", READER, "Velmora"]

@@ -57,6 +57,8 @@ ProgramDesk::ProgramDesk(const QString &programFolder, const CameraTable &table,
     connect(
         &store, &ImageStore::cameraFailed, this,
         [this](CameraAddress camera, const QString &reason) { asked_[camera].failure = reason; });
+    connect(&store, &ImageStore::cameraAnswered, this,
+            [this](CameraAddress camera) { asked_[camera].failure.clear(); });
     connect(&server_, &QLocalServer::newConnection, this, &ProgramDesk::receive);
 }
 

@@ -63,15 +63,18 @@ bool hasFailed(const Sources &sources, CameraAddress camera, const std::optional
     return isRed && (failure || (!hasHealth && CameraTable::wasLoaded(sources.settings, camera)));
 }
 
-// State and failure.
+// State and failure. Settings that cannot be written keep an old lamp, so that what the running
+// program says counts for more.
 void takeState(CameraStatus &status, const Sources &sources, const CameraHealth &health)
 {
-    if (CameraTable::hasLamp(sources.settings, status.camera, LampColour::Green)) {
+    const bool isTold = sources.report && sources.report->failures.contains(status.camera);
+    const bool isGreen = CameraTable::hasLamp(sources.settings, status.camera, LampColour::Green);
+    if (isGreen && !isTold) {
         status.state = CameraState::Good;
     } else {
         status.failure = lastFailure(sources.report, status.camera, health);
-        status.state = hasFailed(sources, status.camera, status.failure) ? CameraState::Failed
-                                                                         : CameraState::Unknown;
+        const bool isFailed = isTold || hasFailed(sources, status.camera, status.failure);
+        status.state = isFailed ? CameraState::Failed : CameraState::Unknown;
     }
     if (sources.report && sources.report->loading == status.camera) {
         status.state = CameraState::Loading;

@@ -294,6 +294,7 @@ void Program::end()
         return;
     }
     ending_ = true;
+    Q_EMIT ended();
     shutdown_.launch(leave());
 }
 

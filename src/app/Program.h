@@ -37,6 +37,10 @@ public:
 
     [[nodiscard]] const HealthBook &health() { return health_.book(); }
 
+Q_SIGNALS:
+    /// The program is ending.
+    void ended();
+
 private:
     void connectMain();
     void connectSheet();

@@ -38,6 +38,10 @@ public:
 
     [[nodiscard]] Claim claim(Front front);
 
+    /// The program is ending and has no window to show any more: a call is refused, and whoever
+    /// calls waits for the end.
+    void stopAnswering() { server_.close(); }
+
     /// The process that has the folder, after a claim that was not the first; 0 when it does not
     /// say.
     [[nodiscard]] pid_t holder() const { return holder_.process; }

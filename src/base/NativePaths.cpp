@@ -3,6 +3,7 @@
 #include "base/Folders.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -38,7 +39,8 @@ std::optional<QString> NativePaths::driveRoot(QChar letter) const
     if (folderExists(mapped)) {
         return mapped;
     }
-    return letter.toLower() == u'c' ? std::optional(QDir::homePath()) : std::nullopt;
+    const bool isAway = QFileInfo(mapped).isSymLink(); // the disk that the link leads to
+    return letter.toLower() == u'c' && !isAway ? std::optional(QDir::homePath()) : std::nullopt;
 }
 
 std::optional<QString> NativePaths::native(QStringView text) const

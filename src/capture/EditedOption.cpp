@@ -14,14 +14,19 @@ EditedOption::EditedOption(const SettingsFile &settings, const TextKey &key,
 
 void EditedOption::load()
 {
-    show(shown_(key_.read(settings_)));
+    seen_ = key_.read(settings_);
+    show(shown_(seen_));
 }
 
 void EditedOption::adoptStored()
 {
     const QString stored = key_.read(settings_);
-    elsewhere_ = isEdited_ && stored != text_ ? std::optional(stored) : std::nullopt;
-    if (!isEdited_) {
+    if (stored == std::exchange(seen_, stored)) {
+        return;
+    }
+    if (isEdited_) {
+        elsewhere_ = stored;
+    } else {
         show(shown_(stored));
     }
 }
@@ -66,6 +71,7 @@ void EditedOption::store(const QString &text)
 {
     text_ = text;
     key_.write(settings_, text_);
+    seen_ = key_.read(settings_);
     Q_EMIT changed(text_);
 }
 

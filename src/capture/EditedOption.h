@@ -51,6 +51,7 @@ private:
     TextKey key_;
     QString (*shown_)(const QString &stored);
     QString text_;
+    QString seen_; // the stored text, which may be none of what is shown
 
     bool isEdited_ = false;
     bool isCorrectionHeldBack_ = false;

@@ -152,6 +152,10 @@ QCoro::Task<> ImageStore::store(Arrival *arrival)
         arrival->isRecorded = arrival->isRecorded && change == SettingsChange::Made;
         if (left.size() > atOnce) {
             co_await uses_.clock.yield();
+            arrival->settings = settings.snapshot();
+            if (!arrival->isForItsRow()) {
+                break;
+            }
         }
     }
 }
@@ -260,7 +264,7 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
     const bool isStored = result.outcome == StoreOutcome::Stored;
     const int count = isStored ? countNew(arrival) : 0;
     co_await recordGood(arrival);
-    if (isStored) {
+    if (isStored && arrival->isForItsRow()) {
         marks_.keep(camera, arrival->answer.mark, arrival->isRecorded);
         tellStored(*arrival, count);
     }
@@ -284,7 +288,11 @@ QCoro::Task<> ImageStore::recordGood(Arrival *arrival)
     recordBestTime(arrival);
     arrival->set(keys::kLocalTime, dateText(uses_.clock.localNow()));
     co_await store(arrival);
-    Q_EMIT cameraAnswered(camera, arrival->remark);
+    if (arrival->isForItsRow()) {
+        Q_EMIT cameraAnswered(camera, arrival->remark);
+    } else {
+        giveUp(*arrival);
+    }
 }
 
 void ImageStore::recordBestTime(Arrival *arrival)
@@ -349,7 +357,11 @@ QCoro::Task<> ImageStore::fail(Arrival *arrival, QString reason)
 {
     setLamp(arrival, LampColour::Red);
     co_await store(arrival);
-    Q_EMIT cameraFailed(arrival->camera, reason);
+    if (arrival->isForItsRow()) {
+        Q_EMIT cameraFailed(arrival->camera, reason);
+    } else {
+        giveUp(*arrival);
+    }
 }
 
 void ImageStore::setLamp(Arrival *arrival, LampColour colour)

@@ -94,6 +94,9 @@ public:
 
     [[nodiscard]] bool isSuspended() const { return suspensions_ > 0; }
 
+    /// A pass has reached all cameras; one that was cut short has not.
+    [[nodiscard]] bool isFirstPassDone() const { return firstPassDone_; }
+
     /// The program is ending: stops the timer, waits for a running pass, then runs one tick at
     /// which fixed cameras are due. While the capture is suspended no camera starts: a waiting pass
     /// ends without its remaining cameras, and there is no last one.

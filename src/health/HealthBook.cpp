@@ -108,9 +108,6 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
     if (isOther || isRenamed) {
         Q_EMIT changed(camera);
     }
-    if (CameraTable::hasLamp(settings, camera, LampColour::Green)) {
-        addSuccess(camera);
-    }
 }
 
 CameraHealth &HealthBook::recordOf(CameraAddress camera)
@@ -139,9 +136,10 @@ std::optional<seconds> HealthBook::quiet(CameraAddress camera) const
 
 void HealthBook::forgive(milliseconds duration)
 {
+    const milliseconds now = clock_.monotonicNow();
     for (Seen &seen : seen_) {
-        if (seen.quietSince) {
-            *seen.quietSince += duration;
+        if (seen.quietSince) { // a camera may have come after the time that is forgiven began
+            *seen.quietSince = std::min(now, *seen.quietSince + duration);
         }
     }
 }
@@ -209,9 +207,9 @@ void HealthBook::addFailure(CameraAddress camera, const QString &reason)
     change(camera);
 }
 
-// The camera gives pictures again.
 void HealthBook::addSuccess(CameraAddress camera)
 {
+    catchUp(camera, storage_.cameraFolder(camera));
     CameraHealth &health = recordOf(camera);
     if (health.failures > 0) {
         health.failures = 0;

@@ -76,6 +76,9 @@ public:
     void addImage(CameraAddress camera, const QString &fileName);
     void addFailure(CameraAddress camera, const QString &reason);
 
+    /// The camera answers again, whether or not its picture is new.
+    void addSuccess(CameraAddress camera);
+
     /// A camera's images were not only captured, but deleted or brought in: counts its folder
     /// again.
     void recount(CameraAddress camera);
@@ -114,7 +117,6 @@ private:
     QCoro::Task<> countWaiting();
     QCoro::Task<> count(CameraAddress camera);
     void change(CameraAddress camera);
-    void addSuccess(CameraAddress camera);
 
     const CameraTable &table_;
     const StorageFolder &storage_;

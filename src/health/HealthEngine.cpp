@@ -22,6 +22,7 @@ void HealthEngine::follow(ImageStore &store)
 {
     connect(&store, &ImageStore::imageStored, &book_, &HealthBook::addImage);
     connect(&store, &ImageStore::cameraFailed, &book_, &HealthBook::addFailure);
+    connect(&store, &ImageStore::cameraAnswered, &book_, &HealthBook::addSuccess);
 }
 
 void HealthEngine::start()

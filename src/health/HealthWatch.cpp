@@ -38,9 +38,14 @@ HealthWatch::HealthWatch(StorageFolder &storage, Clock &clock, HealthBook &book,
     , oldest_(oldest)
     , options_(book.settings())
 {
-    connect(&scheduler_, &Scheduler::passEnded, this, &HealthWatch::trust);
-    connect(&book_, &HealthBook::cameBack, this,
-            [this](CameraAddress camera) { back_.insert(camera); });
+    connect(&scheduler_, &Scheduler::passEnded, this, [this] {
+        if (scheduler_.isFirstPassDone()) {
+            trust();
+        }
+    });
+    connect(&book_, &HealthBook::cameBack, this, [this](CameraAddress camera) {
+        back_.insert_or_assign(camera, book_.camera(camera).folder);
+    });
 }
 
 QCoro::Task<> HealthWatch::run(std::stop_token stop)
@@ -145,8 +150,11 @@ void HealthWatch::lookAtCameras()
 void HealthWatch::tellBack()
 {
     std::vector<CameraAddress> back;
-    std::ranges::set_intersection(std::exchange(back_, {}), book_.cameras(),
-                                  std::back_inserter(back));
+    for (const auto &[camera, folder] : std::exchange(back_, {})) {
+        if (book_.camera(camera).folder == folder) { // of a camera removed, it is empty
+            back.push_back(camera);
+        }
+    }
     if (back.empty()) {
         return;
     }

@@ -9,8 +9,8 @@
 
 #include <QObject>
 
+#include <map>
 #include <optional>
-#include <set>
 
 namespace velmora {
 
@@ -27,7 +27,7 @@ public:
     /// Checks every few seconds until a stop is requested.
     QCoro::Task<> run(std::stop_token stop);
 
-    /// A pass has ended: from now on a camera that is quiet may be called late.
+    /// All cameras have been asked: from now on one that is quiet may be called late.
     void trust() { isTrusted_ = true; }
 
     /// The room on the storage folder's disk when it was last checked.
@@ -67,8 +67,8 @@ private:
     Scheduler &scheduler_;
     OldestFirst &oldest_;
     HealthOptions options_;
-    std::set<CameraAddress> back_;
-    std::vector<CameraAddress> marked_; // late, as last told
+    std::map<CameraAddress, QString> back_; // with its folder, to know it again
+    std::vector<CameraAddress> marked_;     // late, as last told
     std::optional<DiskRoom> room_;
     std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
     QString seenStorage_; // the storage folder that was there when last looked at

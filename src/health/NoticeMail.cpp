@@ -4,6 +4,9 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -32,6 +35,7 @@ void NoticeMail::add(const QString &text)
     waiting_.append(dateText(clock_.localNow()) + QStringLiteral("  ") + text);
     if (waiting_.size() > kMostLines) {
         waiting_.removeFirst();
+        inMail_ = std::max<qsizetype>(0, inMail_ - 1);
     }
     if (!running_) {
         running_ = true;
@@ -61,11 +65,12 @@ QCoro::Task<> NoticeMail::post()
         co_return;
     }
     last_ = clock_.monotonicNow();
-    const qsizetype lines = waiting_.size();
+    inMail_ = waiting_.size();
     const auto problem = co_await mailer_.send(QStringLiteral("Velmora: cameras"),
                                                waiting_.join(u'\n') + u'\n', scope_.stopToken());
+    const qsizetype sent = std::exchange(inMail_, 0);
     if (!problem || isOfSettings(problem->kind)) {
-        waiting_.remove(0, std::min(lines, waiting_.size()));
+        waiting_.remove(0, sent);
     }
     if (problem && problem->kind != MailFailure::Stopped) {
         Q_EMIT failed(mailProblemText(*problem));

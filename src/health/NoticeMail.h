@@ -36,6 +36,7 @@ private:
     Clock &clock_;
     TaskScope &scope_;
     QStringList waiting_;
+    qsizetype inMail_ = 0; // how many of them, from the first on, are being sent
     std::optional<std::chrono::milliseconds> last_; // when the last one was sent
     bool running_ = false;
 };

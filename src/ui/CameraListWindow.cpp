@@ -112,7 +112,16 @@ void CameraListWindow::show(const ListPlan &plan)
     }
     ui_->listPreview->resizeColumnsToContents();
     ui_->listMessage->setText(summary(plan));
-    ui_->listStore->setEnabled(plan.isSound() && countOf(plan, Fate::Added) > 0);
+    showStore(plan.isSound() && countOf(plan, Fate::Added) > 0);
+}
+
+// A button that is disabled gives the focus to the next one, which closes the window.
+void CameraListWindow::showStore(bool mayStore)
+{
+    if (!mayStore && focusWidget() == ui_->listStore) {
+        ui_->listPreview->setFocus();
+    }
+    ui_->listStore->setEnabled(mayStore);
 }
 
 void CameraListWindow::showLine(int line, const PlannedCamera &planned)

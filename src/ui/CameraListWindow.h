@@ -49,6 +49,7 @@ protected:
 
 private:
     void show(const ListPlan &plan);
+    void showStore(bool mayStore);
     void showLine(int line, const PlannedCamera &planned);
     void read(const QByteArray &bytes);
     void store();

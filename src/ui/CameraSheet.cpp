@@ -157,7 +157,6 @@ void CameraSheet::fill()
     ui_->sheetDifference->clear();
     ui_->sheetPicture->setEmptyText(tr("no picture yet"));
     ui_->sheetPicture->clear();
-    ui_->sheetTest->setEnabled(true);
     showPercent();
 }
 
@@ -172,9 +171,10 @@ KeepChoice CameraSheet::keep() const
     return {choice, choice == Keep::Clearly ? ui_->sheetPercent->value() : 0};
 }
 
+// The button stays enabled, since a second press of its key would then fall on the next one, which
+// stores: it begins the test again.
 void CameraSheet::test()
 {
-    ui_->sheetTest->setEnabled(false);
     ui_->sheetResult->setText(tr("Fetching…"));
     trial_.begin({camera_,
                   ui_->sheetAddress->text().trimmed(),
@@ -185,7 +185,6 @@ void CameraSheet::test()
 void CameraSheet::showResult(const TrialResult &result)
 {
     const Shown shown = shownPicture(result.picture);
-    ui_->sheetTest->setEnabled(true);
     ui_->sheetResult->setText(factsOf(result, shown));
     ui_->sheetDifference->setText(
         result.differencePercent ? tr("measured: %1 %").arg(*result.differencePercent, 0, 'f', 1)

@@ -216,13 +216,14 @@ void HealthWindow::showNever()
     ui_->healthNever->setChecked(camera && options_.isNever(*camera));
 }
 
-// The row may have lost its camera since the table was last looked at; the next one to get the row
-// must not inherit the choice.
+// The row may have lost its camera, or got another one, since the table was last looked at: the
+// choice was made for the one shown.
 void HealthWindow::setNever(bool never)
 {
     const auto camera = current();
+    const QString folder = camera ? book_.camera(*camera).folder : QString();
     book_.followTable();
-    if (camera && camera == current()) {
+    if (camera && camera == current() && book_.camera(*camera).folder == folder) {
         options_.setNever(*camera, never);
     }
 }

@@ -110,8 +110,17 @@ void StorageBox::showState(const StorageState &state)
 {
     controls_.LampSA.setColour(state.lamp);
     controls_.Import.setEnabled(state.captureEnabled && !held_);
-    controls_.MakeDir.setVisible(state.canMakeFolder);
+    showMakeDir(state.canMakeFolder);
     showHideButton(state.hideButton);
+}
+
+// A button that goes gives the focus to the next box, in which its keys would then be typed.
+void StorageBox::showMakeDir(bool canMakeFolder)
+{
+    if (!canMakeFolder && window_.focusWidget() == &controls_.MakeDir) {
+        controls_.Selecteur.setFocus();
+    }
+    controls_.MakeDir.setVisible(canMakeFolder);
 }
 
 // A new text drops the shortcut of a button, so that is set after it.

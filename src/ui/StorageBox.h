@@ -46,6 +46,7 @@ private:
     void choose(const QString &nativeFolder);
     void showText(const QString &text);
     void showState(const StorageState &state);
+    void showMakeDir(bool canMakeFolder);
     void showHideButton(HideButton button);
     void browse();
 

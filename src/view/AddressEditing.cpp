@@ -91,11 +91,13 @@ bool AddressEditing::acceptAddress(CameraAddress camera, const QString &address)
     return true;
 }
 
-// The folder is that of the address still stored.
+// The folder is that of the address still stored, without one the storage folder itself. One that
+// was in use is not made again: its disk may be away.
 void AddressEditing::makeFolderBefore(CameraAddress camera, const QString &address)
 {
     const QString folder = storage_.native(storage_.cameraFolderText(camera));
-    const bool isWanted = !folder.isEmpty() && !address.isEmpty() && !storage_.isBeingEdited();
+    const bool isWanted =
+        !folder.isEmpty() && !address.isEmpty() && !storage_.isBeingEdited() && !storage_.isAway();
     if (!isWanted || folderExists(folder)) {
         return;
     }

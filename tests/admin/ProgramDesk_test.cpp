@@ -114,6 +114,20 @@ TEST_F(ProgramDeskTest, LaysAFailureToTheCameraThatWasAsked)
     EXPECT_TRUE(beside([this] { return askProgram(folder); })->failures.empty());
 }
 
+TEST_F(ProgramDeskTest, LeavesOutTheFailureOfACameraThatIsGoodAgain)
+{
+    house.addCamera({3, 7}, QStringLiteral("http://cam/a.jpg"));
+    ProgramDesk desk(folder, house.table, house.store);
+    desk.open();
+    Q_EMIT house.store.loadBegan({3, 7}, {});
+    Q_EMIT house.store.cameraFailed({3, 7}, QStringLiteral("no answer"));
+    Q_EMIT house.store.loadBegan({3, 7}, {});
+    Q_EMIT house.store.cameraAnswered({3, 7}, {});
+    const std::optional<ProgramReport> report = beside([this] { return askProgram(folder); });
+    ASSERT_TRUE(report);
+    EXPECT_FALSE(report->failures.contains({3, 7}));
+}
+
 TEST_F(ProgramDeskTest, LoadsNothingBehindTheEndOfALoad)
 {
     ProgramDesk desk(folder, house.table, house.store);

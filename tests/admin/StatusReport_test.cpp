@@ -116,6 +116,17 @@ TEST_F(Status, TellsTheProgramAndItsCameras)
     EXPECT_EQ(statusResult(status(), {}).status, 0);
 }
 
+// The lamp stays green in a file that cannot be written.
+TEST_F(Status, BelievesTheRunningProgramThatACameraFailsMoreThanItsStoredLamp)
+{
+    settings.write(u"Groupe0", u"SB3", u"65280");
+    report.failures[{0, 3}] = QStringLiteral("no answer");
+    const QJsonObject camera = json(status())[u"cameras"][0].toObject();
+    EXPECT_EQ(camera[u"state"].toString(), QStringLiteral("failed"));
+    EXPECT_EQ(camera[u"failure"].toString(), QStringLiteral("no answer"));
+    EXPECT_EQ(statusResult(status(), {}).status, kRefused);
+}
+
 TEST_F(Status, TellsWhyACameraFailed)
 {
     showRed();
@@ -195,7 +206,7 @@ TEST_F(Status, ShowsTheAddressWhereThereIsNoName)
 TEST_F(Status, IsWellAgainWithTheCamera)
 {
     settings.write(u"Groupe0", u"SB3", u"65280");
-    report.failures[{0, 3}] = QStringLiteral("no answer");
+    knowHealth(nativeFolder(), QStringLiteral("no answer"));
     EXPECT_FALSE(status().cameras.front().failure);
     EXPECT_EQ(statusResult(status(), {}).status, 0);
 }

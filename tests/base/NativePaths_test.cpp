@@ -112,6 +112,15 @@ TEST_F(NativePathsTest, TakesNoFileAndNoBrokenLinkForADrive)
     EXPECT_FALSE(paths.native(u"E:\\in").has_value());
 }
 
+TEST_F(NativePathsTest, DoesNotTakeTheHomeFolderForADriveWhoseDiskIsAway)
+{
+    tree.makeFolder(u"drives");
+    ASSERT_TRUE(QFile::link(tree.path(u"disk"), tree.path(u"drives/c")));
+    EXPECT_FALSE(paths.native(u"C:\\in").has_value());
+    tree.makeFolder(u"disk");
+    EXPECT_EQ(paths.native(u"C:\\in").value_or(QString()), tree.path(u"drives/c/in"));
+}
+
 TEST_F(NativePathsTest, SeesADriveThatComesAndGoes)
 {
     EXPECT_FALSE(paths.native(u"D:\\").has_value());

@@ -290,6 +290,18 @@ TEST_P(NamedElsewhere, WaitsUntilTheUnchangedBoxIsLeft)
     EXPECT_EQ(stored(GetParam().key), QStringLiteral("20"));
 }
 
+// The file without the values has the defaults; a command changes something else.
+TEST_P(NamedElsewhere, StoresNoDefaultThatWasOnlyShown)
+{
+    leave();
+    store("");
+    (options_.get()->*GetParam().begin)();
+    settings_.write(u"Liste0", u"lst0", u"http://cam/a.jpg");
+    options_->adoptStored();
+    leave();
+    EXPECT_EQ(stored(GetParam().key), QString());
+}
+
 TEST_P(NamedElsewhere, IsTakenAtOnceByTheOtherBox)
 {
     const QString before = shown();

@@ -365,6 +365,27 @@ TEST_F(LargeSettings, LetEventsThroughBetweenTwoValues)
     EXPECT_EQ(house_.value(u"LastModified", kCamera), kLastModifiedStored);
 }
 
+TEST_F(LargeSettings, GiveNothingToACameraThatTakesTheRowBetweenTwoValues)
+{
+    const QString file = QStringLiteral("Velmora.ini");
+    house_.tree.write(file, house_.tree.read(file) + "[Notes]\r\n" + QByteArray(1'000'000, ';'));
+    add(kCamera);
+    LoopTurns loop;
+    QObject::connect(&house_.store, &ImageStore::downloaded, &house_, [&] {
+        loop.then(2, [this] {
+            static_cast<void>(house_.settings.change([](SettingsDraft &draft) {
+                setUrl(draft, kCamera, u"http://other/a.jpg");
+                forgetRow(draft, kCamera);
+            }));
+        });
+    });
+    house_.load(kCamera);
+    EXPECT_EQ(house_.table.url(kCamera), QStringLiteral("http://other/a.jpg"));
+    for (const QStringView word : {u"LastModified", u"lNew", u"SB", u"LocalTime", u"TimeLoad"}) {
+        EXPECT_EQ(house_.value(word, kCamera), QString()) << word.toString().toStdString();
+    }
+}
+
 TEST_F(LargeSettings, AreNoneInAnOrdinaryFile)
 {
     EXPECT_EQ(turnsWhileStoring(), 0);

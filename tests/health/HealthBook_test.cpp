@@ -45,6 +45,20 @@ TEST_F(HealthBookTest, HearsOfImagesAndFailures)
     EXPECT_EQ(book_.camera(kOne).failure, QStringLiteral("the camera is out"));
 }
 
+TEST_F(HealthBookTest, KeepsAFailureThatTheSettingsCouldNotTake)
+{
+    add(kOne);
+    book_.load();
+    house_.load(kOne);
+    ASSERT_EQ(house_.value(u"SB", kOne), kGreen);
+    ASSERT_TRUE(QFile::setPermissions(house_.settings.path(), QFile::ReadOwner));
+    source_.answer(cameraUrl(kOne), failedReply());
+    house_.load(kOne);
+    ASSERT_EQ(book_.camera(kOne).failures, 1);
+    book_.followTable();
+    EXPECT_EQ(book_.camera(kOne).failures, 1);
+}
+
 TEST_F(HealthBookTest, KnowsAgainAfterARestart)
 {
     add(kOne);
@@ -251,6 +265,23 @@ TEST_F(HealthBookTest, ForgetsNothingWhileTheDriveOfTheStorageFolderIsAway)
     book_.followTable();
     EXPECT_EQ(book_.camera(kOne).images, 1);
     EXPECT_EQ(book_.camera(kOne).lateSince, since);
+}
+
+// The drive is a link to a disk, which is unplugged.
+TEST_F(HealthBookTest, ForgetsNothingWhileTheDiskBehindTheLinkOfDriveCIsAway)
+{
+    QDir drives(house_.tree.path(u"drives"));
+    QDir tree(house_.tree.path());
+    ASSERT_TRUE(tree.rename(QStringLiteral("drives/c"), QStringLiteral("disk")));
+    ASSERT_TRUE(
+        QFile::link(tree.filePath(QStringLiteral("disk")), drives.filePath(QStringLiteral("c"))));
+    add(kOne);
+    book_.load();
+    book_.addImage(kOne, kImage);
+    ASSERT_TRUE(tree.rename(QStringLiteral("disk"), QStringLiteral("unplugged")));
+    book_.followTable();
+    EXPECT_EQ(book_.camera(kOne).images, 1);
+    EXPECT_EQ(house_.storage.native(QStringLiteral("C:\\in")), QString());
 }
 
 TEST_F(HealthBookTest, ForgetsNothingWhileTheSettingsCannotBeRead)

@@ -154,6 +154,57 @@ TEST_F(HealthWatchTest, CallsNoCameraBackThatTookTheRowOfALateOne)
     EXPECT_TRUE(book_.camera(kOne).newest);
 }
 
+TEST_F(HealthWatchTest, CallsNoCameraBackThatTookTheRowOfOneThatCameBack)
+{
+    deliver(kOne, 3);
+    clock_.advance(20min);
+    book_.addImage(kOne, QStringLiteral("x"));
+    house_.addCamera(kOne, QStringLiteral("http://other/a.jpg"));
+    clock_.advance(5s);
+    EXPECT_EQ(notices_.size(), 1) << notices_.last().toStdString();
+}
+
+TEST_F(HealthWatchTest, JudgesNoCameraThatAPassCutShortHasNotAsked)
+{
+    for (int i = 0; i < 3; ++i) {
+        book_.addImage(kTwo, QStringLiteral("x"));
+        clock_.advance(1min);
+    }
+    clock_.advance(20min);
+    ASSERT_FALSE(isLate(kTwo)) << "no pass has asked it yet";
+    const QDir drive(house_.tree.path(u"drives/c"));
+    ASSERT_TRUE(QDir(drive).rename(QStringLiteral("in"), QStringLiteral("away")));
+    const QSignalSpy ended(&house_.scheduler, &Scheduler::passEnded);
+    house_.beginTick();
+    house_.storage.testSA(); // in the middle of the first pass
+    clock_.advance(2s);
+    ASSERT_EQ(ended.size(), 1);
+    ASSERT_EQ(house_.stored(), QStringList());
+    ASSERT_TRUE(QDir(drive).rename(QStringLiteral("away"), QStringLiteral("in")));
+    house_.storage.testSA();
+    clock_.advance(10s);
+    EXPECT_FALSE(isLate(kTwo));
+}
+
+TEST_F(HealthWatchTest, ForgivesACameraOnlyTheTimeSinceItCame)
+{
+    constexpr CameraAddress kThree{0, 3};
+    watch_.trust();
+    house_.storage.beginEdit();
+    clock_.advance(2h);
+    add(kThree);
+    for (int second = 0; second < 4; ++second) {
+        house_.putImage(kThree, QStringLiteral("20060307_1405%1").arg(second) +
+                                    QStringLiteral("00714.jpg"));
+    }
+    clock_.advance(10s);
+    ASSERT_EQ(book_.camera(kThree).images, 4);
+    house_.storage.putInForce();
+    clock_.advance(20min);
+    EXPECT_GT(book_.quiet(kThree).value_or(0s), 15min);
+    EXPECT_TRUE(isLate(kThree));
+}
+
 TEST_F(HealthWatchTest, KnowsNoRoomWhereTheStorageFolderIsGone)
 {
     ASSERT_TRUE(watch_.room());

@@ -120,6 +120,21 @@ TEST_F(NoticeMailTest, SendsAgainWhatDidNotGo)
     EXPECT_TRUE(sender_.texts.last().contains("Camera 0:1 is late"));
 }
 
+TEST_F(NoticeMailTest, SendsWhatCameWhileAFullMailWasOnItsWay)
+{
+    for (int i = 0; i < 200; ++i) {
+        mail_.add(QStringLiteral("old %1.").arg(i));
+    }
+    clock_.advance(20s);
+    ASSERT_EQ(sender_.texts.size(), 1);
+    mail_.add(QStringLiteral("The storage folder is gone"));
+    finish();
+    clock_.advance(10min);
+    ASSERT_EQ(sender_.texts.size(), 2);
+    EXPECT_TRUE(sender_.texts.last().contains("The storage folder is gone"));
+    EXPECT_FALSE(sender_.texts.last().contains("old 1"));
+}
+
 TEST_F(NoticeMailTest, TellsOnceThatNoServerIsSet)
 {
     settings_.write(u"Mail", u"Server", QString());

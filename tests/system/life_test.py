@@ -114,6 +114,21 @@ class LifeTest(unittest.TestCase):
         release.append(True)
         self.expect_last_pass(program)
 
+    def test_a_second_start_is_not_promised_the_window_of_one_that_ends(self):
+        env = self.display()
+        program = self.start_and_load_all(env)
+        self.server.answer(self.paths[5], hang)
+        program.terminate()
+        until(lambda: self.server.count(self.paths[5]) == 2, 20, "the last pass")
+        second = self.house.start(env=env)
+        self.assertEqual(1, second.wait(20), second.report())
+        self.assertTrue(program.runs)
+        third = self.house.start(env=env)
+        program.terminate()
+        self.assertEqual(0, program.wait(20), program.report())
+        until(lambda: self.server.count(self.paths[0]) == 3, 20, third.report)
+        third.kill()
+
     def test_a_storage_folder_that_is_gone_does_not_keep_it(self):
         program = self.start_and_load_all()
         self.house.storage.rename(self.house.root / "away")

@@ -63,6 +63,16 @@ TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShows)
     EXPECT_EQ(settings_.read(u"Liste0", u"lst1"), QStringLiteral("http://a/"));
 }
 
+TEST_F(CameraListWindowTest, ItsStoreKeyPressedTwiceLeavesItOpen)
+{
+    paste(QStringLiteral("http://a/\n"));
+    store_.setFocus();
+    QTest::keyClick(window_.focusWidget(), Qt::Key_Space);
+    ASSERT_EQ(message_.text(), QStringLiteral("Stored."));
+    QTest::keyClick(window_.focusWidget(), Qt::Key_Space);
+    EXPECT_TRUE(window_.isVisible()) << window_.focusWidget()->objectName().toStdString();
+}
+
 // As when an address that is being typed in the main window is stored first.
 TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShowsOnceWhatIsTypedIsStored)
 {

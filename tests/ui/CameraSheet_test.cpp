@@ -116,11 +116,9 @@ TEST_F(CameraSheetTest, MayBeTestedAgainAfterAnAddressThatIsTooLong)
     house_.source.answer(address, {jpeg(2000), {}, {}, {}, {}});
     find<QLineEdit>(QStringLiteral("sheetAddress")).setText(address);
     click(QStringLiteral("sheetTest"));
-    const auto mayTest = [this] {
-        return find<QPushButton>(QStringLiteral("sheetTest")).isEnabled();
-    };
-    EXPECT_TRUE(QTest::qWaitFor(mayTest, 2000)) << result().toStdString();
-    EXPECT_NE(result().toStdString(), "Fetching\u2026");
+    const auto hasEnded = [this] { return result() != QStringLiteral("Fetching\u2026"); };
+    EXPECT_TRUE(QTest::qWaitFor(hasEnded, 2000)) << result().toStdString();
+    EXPECT_TRUE(find<QPushButton>(QStringLiteral("sheetTest")).isEnabled());
 }
 
 TEST_F(CameraSheetTest, StoresWhatIsChosen)
@@ -376,6 +374,21 @@ TEST_F(CameraSheetTest, ComparesWhereItIsChosen)
     house_.house.putImage(kCamera, QStringLiteral("20060307_1405090714.jpg"));
     house_.house.settings.write(u"Camera03", u"Keep", u"differing");
     EXPECT_TRUE(verdict({jpeg(2000), {}, {}, {}, {}}).startsWith(u"new: it differs"));
+}
+
+TEST_F(CameraSheetTest, ItsTestPressedTwiceByKeyStoresNothing)
+{
+    house_.source.answer(kUrl, {jpeg(2000), {}, {}, {}, {}});
+    sheet_.present(kCamera);
+    type(QStringLiteral("sheetName"), QStringLiteral("Half"));
+    QSignalSpy ended(&trial_, &CameraTrial::ended);
+    find<QPushButton>(QStringLiteral("sheetTest")).setFocus();
+    QTest::keyClick(sheet_.focusWidget(), Qt::Key_Space);
+    QTest::keyClick(sheet_.focusWidget(), Qt::Key_Space);
+    EXPECT_TRUE(sheet_.isVisible());
+    EXPECT_EQ(house_.house.settings.read(u"Camera03", u"Name"), QString());
+    EXPECT_TRUE(ended.size() == 1 || ended.wait(5000));
+    EXPECT_EQ(sheet_.focusWidget()->objectName(), QStringLiteral("sheetTest"));
 }
 
 TEST_F(CameraSheetTest, EveryControlHasANameThatAPersonUnderstands)

@@ -318,6 +318,20 @@ TEST_F(HealthWindowTest, ChoosesNothingForACameraThatIsNoLongerThere)
     EXPECT_FALSE(HealthOptions(house_.house.settings).isNever({0, 3})) << "the new camera";
 }
 
+// Another camera was put into its row, and the book has not looked at the table since.
+TEST_F(HealthWindowTest, ChoosesNothingForACameraThatHasTakenItsRow)
+{
+    ASSERT_EQ(cell(table().currentIndex().row(), HealthTable::Camera),
+              QStringLiteral("0:3 Garage"));
+    EXPECT_EQ(house_.house.settings.change([](SettingsDraft &draft) {
+        forgetCamera(draft, {0, 3});
+        setUrl(draft, {0, 3}, u"http://new/a.jpg");
+    }),
+              SettingsChange::Made);
+    QTest::keyClick(&find<QCheckBox>("healthNever"), Qt::Key_Space);
+    EXPECT_FALSE(HealthOptions(house_.house.settings).isNever({0, 3})) << "the new camera";
+}
+
 TEST_F(HealthWindowTest, StaysInOrderWhenSeveralChangeTogether)
 {
     for (int row = 0; row < kCameras; ++row) {

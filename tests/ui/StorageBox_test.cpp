@@ -129,6 +129,19 @@ TEST_F(StorageBoxTest, TheButtonMakesTheFolderAndThoseOfTheCameras)
     EXPECT_FALSE(house_.house.storage.isBeingEdited());
 }
 
+TEST_F(StorageBoxTest, TheButtonThatGoesLeavesItsKeysToNoBox)
+{
+    house_.type(QStringLiteral("StRep"), QStringLiteral("x"));
+    auto &button = house_.find<QAbstractButton>(QStringLiteral("MakeDir"));
+    button.setFocus();
+    QTest::keyClick(&button, Qt::Key_Space);
+    ASSERT_FALSE(button.isVisible());
+    QWidget *const focused = house_.window.focusWidget();
+    QTest::keyClick(focused, Qt::Key_Space); // pressed twice
+    EXPECT_EQ(house_.house.options.tempo(), QStringLiteral("60"))
+        << focused->objectName().toStdString();
+}
+
 TEST_F(StorageBoxTest, SaysThatAFolderCannotBeMade)
 {
     house_.house.tree.write(u"drives/c/file", "x");

@@ -3,6 +3,8 @@
 #include "cameras/CamerasFixture.h"
 #include "view/CameraPage.h"
 
+#include <QDir>
+
 namespace velmora {
 namespace {
 
@@ -105,6 +107,18 @@ TEST_F(SourceTest, MakesTheStorageFolderItselfForARowThatHadNoAddress)
     leave(0, QStringLiteral("new"));
     EXPECT_EQ(tree.folders(u"drives/c"), QStringList{QStringLiteral("in")});
     EXPECT_EQ(tree.folders(u"drives/c/in"), QStringList());
+}
+
+TEST_F(SourceTest, MakesNoStorageFolderThatWasThereAndIsAway)
+{
+    useStorage();
+    tree.makeFolder(u"drives/c/in/cam");
+    ASSERT_TRUE(QDir(tree.path(u"drives/c")).rename(QStringLiteral("in"), QStringLiteral("away")));
+    storage.recheck();
+    ASSERT_TRUE(storage.isAway());
+    leave(0, QStringLiteral("new"));
+    EXPECT_EQ(tree.folders(u"drives/c"), QStringList{QStringLiteral("away")});
+    EXPECT_EQ(setting(u"Liste0", u"lst0"), QStringLiteral("new"));
 }
 
 TEST_F(SourceTest, MakesOneLevelOfFolderAlone)

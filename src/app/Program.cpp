@@ -94,10 +94,16 @@ void Program::connectBrowser()
     connect(&engine_.store(), &ImageStore::imageStored, &windows_->browser, &planche::showStored);
     connect(&engine_.store(), &ImageStore::cameraFailed, &windows_->browser, &planche::showFailed);
     connect(&engine_.store(), &ImageStore::undatedNoticed, this, &Program::tellUndated);
-    connect(&windows_->browser, &planche::cameraShown, this, [this](CameraAddress camera) {
-        windows_->film.nameCamera(namedTitle(engine_.settings().snapshot(), camera));
-    });
+    connect(&windows_->browser, &planche::cameraShown, this, &Program::nameFilm);
+    connect(&images_.film(), &Slideshow::begun, this, &Program::nameFilm);
     connect(&view_.page(), &CameraPage::pageReread, &windows_->browser, &planche::rename);
+}
+
+// A paused film keeps its camera while the browser shows another.
+void Program::nameFilm()
+{
+    const CameraAddress camera = images_.film().camera();
+    windows_->film.nameCamera(namedTitle(engine_.settings().snapshot(), camera));
 }
 
 // A line rather than a box: it appears unasked, and nothing is wrong.

@@ -46,6 +46,7 @@ private:
     void connectSheet();
     void connectBrowser();
     void connectAlarm();
+    void nameFilm();
     void tellUndated(CameraAddress camera);
     void connectKeeping();
     void keepFilm();

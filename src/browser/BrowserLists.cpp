@@ -82,9 +82,14 @@ QCoro::Task<> BrowserLists::refresh()
 {
     co_await DirImage();
     if (data_.state.view() == View::Group) {
-        selection_.selectRow(data_.state.camera().row);
-        co_await listCamera();
+        co_await reselect(data_.state.camera().row);
     }
+}
+
+QCoro::Task<> BrowserLists::reselect(int row)
+{
+    selection_.selectRow(row);
+    co_await listCamera();
 }
 
 QCoro::Task<> BrowserLists::LitDir()
@@ -174,6 +179,7 @@ void BrowserLists::selectFile(int index)
 {
     data_.files.setListIndex(index);
     chosen_ = data_.files.file(index);
+    ++choices_;
     if (data_.state.view() == View::Camera) {
         LstDir_Click();
     }
@@ -220,10 +226,16 @@ QCoro::Task<> BrowserLists::Vue_Click(int cell)
 void BrowserLists::clickImage(int cell)
 {
     const int index = data_.files.ListIndex() - data_.state.CadreActif() + cell;
+    clicked_ = data_.files.file(index);
     if (index >= 0 && index < data_.files.count()) {
         selectFile(index);
         Q_EMIT filesWanted();
     }
+}
+
+ImageFile BrowserLists::clicked() const
+{
+    return data_.files.find(clicked_) ? clicked_ : ImageFile();
 }
 
 QCoro::Task<> BrowserLists::clickCamera(int cell)

@@ -46,6 +46,9 @@ public:
     /// The same, and in group view the selected camera's row is selected afterwards.
     QCoro::Task<> refresh();
 
+    /// Selects a row of the group view that was filled again; a film of its camera plays on.
+    QCoro::Task<> reselect(int row);
+
     /// Lists the selected camera's folder ("lit le répertoire"), which is made if missing.
     QCoro::Task<> LitDir();
 
@@ -55,6 +58,10 @@ public:
 
     /// Fills the group view: the newest image of each camera of the group. No row is selected then.
     QCoro::Task<> DirCam();
+
+    /// In group view: lists the selected camera's images if others are listed, unless a film is
+    /// open.
+    QCoro::Task<> followGroup();
 
     /// Shows the ten images around the selected one, or around the last one when none is selected.
     void LstDir_Click();
@@ -70,8 +77,14 @@ public:
     /// chosen before. What is chosen from now on, while it waits or reads, stays.
     void forgetChoice() { chosen_ = {}; }
 
+    /// Images of the list selected so far.
+    [[nodiscard]] int choices() const { return choices_; }
+
     /// A camera of the group view was selected: it is the selected camera from now on.
     QCoro::Task<> LstDirCam_Click(int row);
+
+    /// The image that the last click on a cell has selected; none if it is not listed any more.
+    [[nodiscard]] ImageFile clicked() const;
 
     /// A cell was clicked: selects its image, or its camera in group view.
     QCoro::Task<> Vue_Click(int cell);
@@ -94,7 +107,6 @@ Q_SIGNALS:
 private:
     QCoro::Task<> findNewest(CameraAddress camera);
     QCoro::Task<> listCamera();
-    QCoro::Task<> followGroup();
     void clickImage(int cell);
     QCoro::Task<> clickCamera(int cell);
     QCoro::Task<> followFilm();
@@ -107,6 +119,8 @@ private:
     SliceView &slice_;
     bool isOwed_ = false;
     ImageFile chosen_; // since a rebuild was last requested
+    int choices_ = 0;
+    ImageFile clicked_; // by the last click on a cell
 };
 
 } // namespace velmora

@@ -140,8 +140,10 @@ void Calendar::goTo(const Goal &goal)
         waiting_ = goal;
         browser_.refresh();
     } else {
+        waiting_.reset();
         select(goal);
     }
+    wishes_ = browser_.wishes();
 }
 
 // A paused film keeps its list, and so the calendar, when another group is chosen.
@@ -162,7 +164,7 @@ void Calendar::goOn()
         return;
     }
     const std::optional<Goal> goal = std::exchange(waiting_, std::nullopt);
-    if (goal && goal->camera == files().camera()) {
+    if (goal && wishes_ == browser_.wishes() && goal->camera == files().camera()) {
         select(*goal);
     }
 }

@@ -34,6 +34,9 @@ public:
 
     void close() { open_ = false; }
 
+    /// The camera whose images are counted.
+    [[nodiscard]] CameraAddress camera() const { return files().camera(); }
+
     /// Days with images, in order.
     [[nodiscard]] const std::vector<DayCount> &days() const { return days_; }
 
@@ -105,6 +108,7 @@ private:
     std::optional<std::chrono::year_month_day> chosen_;
     std::optional<std::chrono::year_month_day> anchor_; // the end of the range that stays
     std::optional<Goal> waiting_;                       // until the list has been read
+    int wishes_ = 0;                                    // of the browser, as the goal was set
     qsizetype most_ = 0;
     bool open_ = false;
 };

@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-/// Holds the film as long as it lives.
+/// Holds the film as long as it lives; one that is paused meanwhile stays so.
 class FilmPause
 {
 public:
@@ -13,6 +13,7 @@ public:
     FilmPause(Projector &film, bool wanted)
         : film_(film)
         , isPaused_(wanted)
+        , wasPlaying_(film.isPlaying())
     {
         if (isPaused_) {
             film_.stopTimer();
@@ -23,7 +24,7 @@ public:
 
     ~FilmPause()
     {
-        if (isPaused_) {
+        if (isPaused_ && (film_.isPlaying() || !wasPlaying_)) {
             film_.startTimer();
         }
     }
@@ -31,6 +32,7 @@ public:
 private:
     Projector &film_;
     bool isPaused_;
+    bool wasPlaying_;
 };
 
 } // namespace velmora

@@ -48,11 +48,13 @@ void GridActions::ZoomImage_Click()
     sheet_.hideZoom();
 }
 
-// The click that precedes every double click has already selected the cell's image.
+// The click that precedes every double click has already selected the cell's image; a refresh may
+// have selected another one since.
 void GridActions::Vue_DblClick(int cell)
 {
-    if (!sheet_.image(cell).isNone()) {
-        Q_EMIT openWanted(nativePath(storage_, data_.files.selected()));
+    const ImageFile clicked = lists_.clicked();
+    if (!sheet_.image(cell).isNone() && !clicked.isNone()) {
+        Q_EMIT openWanted(nativePath(storage_, clicked));
     }
 }
 

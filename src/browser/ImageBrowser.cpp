@@ -4,6 +4,8 @@
 
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -43,8 +45,10 @@ void ImageBrowser::connectParts()
     connect(&parts_->grid, &GridActions::openWanted, this, &ImageBrowser::openWanted);
     connect(&parts_->grid, &GridActions::copyWanted, this, &ImageBrowser::copyWanted);
     connect(&parts_->modes, &BrowserModes::scanDue, this, [this] {
-        if (!walking_) { // the next step does not overtake one that takes longer than the timer
-            parts_->line.launch(Kind::Walk, [this] { return walk(); });
+        if (!walking_) { // the next step does not overtake one that waits or takes longer
+            const auto step = std::make_shared<QScopedValueRollback<bool>>(walking_, true);
+            parts_->line.launch(Kind::Walk,
+                                [this, step] { return parts_->modes.TimerScan_Timer(); });
         }
     });
 }
@@ -55,7 +59,18 @@ void ImageBrowser::connectFilm(Projector &film)
     connect(&film, &Projector::closed, this, [this] {
         data_.sheet.hideZoom();
         data_.state.filmClosed();
+        releaseList();
     });
+}
+
+// An open film keeps the list that it plays; what came in between is made up for.
+void ImageBrowser::releaseList()
+{
+    const bool isOther =
+        data_.state.view() == View::Group && !parts_->updates.isListed(data_.state.camera());
+    if (std::exchange(isListHeld_, false) || isOther) {
+        parts_->line.launch(Kind::Walk, [this] { return parts_->updates.catchUp(); });
+    }
 }
 
 BrowserFace ImageBrowser::face() const
@@ -75,19 +90,15 @@ void ImageBrowser::followStorage()
                          (parts_->folders.hasMissedReading() && !usable.isEmpty());
     if (isOther && !storage_.isBeingEdited() && data_.state.LectureOK()) {
         shownStorage_ = usable;
-        refresh();
+        if (!usable.isEmpty()) { // what is on show stays while the folder is away
+            refresh();
+        }
     }
 }
 
 QString ImageBrowser::usableStorage() const
 {
     return storage_.isUsable() ? storage_.inForce() : QString();
-}
-
-QCoro::Task<> ImageBrowser::walk()
-{
-    const QScopedValueRollback walking(walking_, true);
-    co_await parts_->modes.TimerScan_Timer();
 }
 
 void ImageBrowser::load()
@@ -117,7 +128,9 @@ void ImageBrowser::close()
 void ImageBrowser::showDeletion(CameraAddress camera)
 {
     const BrowserState &state = data_.state;
-    if (state.view() == View::Camera && camera == state.camera() && !state.CineActif()) {
+    if (state.CineActif()) {
+        isListHeld_ = isListHeld_ || camera == data_.files.camera();
+    } else if (state.view() == View::Camera && camera == state.camera()) {
         parts_->line.launch(Kind::Walk, [this] { return parts_->updates.dropDeleted(); });
     }
 }
@@ -142,6 +155,11 @@ void ImageBrowser::chooseFile(int index)
     if (!parts_->line.isClosed()) {
         parts_->lists.selectFile(index);
     }
+}
+
+int ImageBrowser::wishes() const
+{
+    return parts_->line.rebuilds() + parts_->lists.choices();
 }
 
 void ImageBrowser::chooseCameraRow(int row)
@@ -305,10 +323,12 @@ void ImageBrowser::follow(CameraAddress camera)
     }
 }
 
-// Not before the folders may be read: the start has its own road to the first display.
+// Not before the folders may be read: the start has its own road to the first display. An address
+// that comes back while the folder of another is read leaves that reading without a result.
 void ImageBrowser::followAddress(CameraAddress camera)
 {
-    if (data_.state.LectureOK() && parts_->updates.isOutdated(camera)) {
+    const bool isUnfinished = parts_->lists.isOwed() && camera == data_.state.camera();
+    if (data_.state.LectureOK() && (isUnfinished || parts_->updates.isOutdated(camera))) {
         parts_->line.launch(Kind::Follow,
                             [this, camera] { return parts_->updates.followAddress(camera); });
     }

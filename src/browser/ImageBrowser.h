@@ -96,6 +96,11 @@ public:
     void chooseCameraAgain();
 
     void chooseFile(int index);
+
+    /// A number that changes whenever an image is chosen or the display is to be built anew: as
+    /// long as it stays, nothing else was wanted.
+    [[nodiscard]] int wishes() const;
+
     void chooseCameraRow(int row);
 
     /// The left button was pressed on a cell with a picture, and released; then the click.
@@ -165,12 +170,12 @@ Q_SIGNALS:
 private:
     void connectParts();
     void connectFilm(Projector &film);
-    QCoro::Task<> walk();
     QCoro::Task<> showCameraRow(CameraAddress camera);
     QCoro::Task<> clickCamera(CameraAddress camera);
     [[nodiscard]] bool isInGroupView(CameraAddress camera) const;
     void selectAtOnce(int row);
     void followStorage();
+    void releaseList();
     [[nodiscard]] QString usableStorage() const;
 
     BrowserData &data_;
@@ -180,6 +185,7 @@ private:
     std::unique_ptr<BrowserParts> parts_;
     QString shownStorage_;
     bool walking_ = false;
+    bool isListHeld_ = false; // images were deleted from it while a film was open
 };
 
 } // namespace velmora

@@ -22,7 +22,7 @@ bool ListUpdates::isListed(CameraAddress camera) const
 QCoro::Task<> ListUpdates::relist()
 {
     if (data_.state.view() == View::Group) {
-        co_await lists_.refresh();
+        co_await rebuild();
         co_return;
     }
     const bool wasListed = isListed(data_.state.camera());
@@ -65,12 +65,22 @@ QCoro::Task<> ListUpdates::followAddress(CameraAddress camera)
     }
 }
 
+QCoro::Task<> ListUpdates::catchUp()
+{
+    if (data_.state.view() == View::Camera) {
+        co_await dropDeleted();
+    } else {
+        co_await lists_.followGroup();
+        selection_.announce();
+    }
+}
+
 QCoro::Task<> ListUpdates::rebuild()
 {
     const int row = selection_.row();
     co_await lists_.DirImage();
     if (data_.state.view() == View::Group && row >= 0) {
-        co_await lists_.LstDirCam_Click(row);
+        co_await lists_.reselect(row);
     }
 }
 

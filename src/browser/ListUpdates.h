@@ -34,8 +34,13 @@ public:
     /// the newest is.
     QCoro::Task<> dropDeleted();
 
-private:
+    /// True when the list is that of the camera's folder.
     [[nodiscard]] bool isListed(CameraAddress camera) const;
+
+    /// Shows what the list has missed while a film was open, which keeps it.
+    QCoro::Task<> catchUp();
+
+private:
     QCoro::Task<> rebuild();
 
     const BrowserData &data_;

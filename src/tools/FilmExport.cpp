@@ -156,6 +156,10 @@ void FilmExport::takeNext()
         startEncoder(order_.size.isEmpty() ? next.size : order_.size);
         next = picture(name); // now that the film's size is known
     }
+    if (next.state == FilmPictureState::Gone && !folderExists(order_.folder)) {
+        fail(tr("The folder of the images is not there: %1").arg(order_.folder));
+        return;
+    }
     tally_.gone += next.state == FilmPictureState::Gone ? 1 : 0;
     tally_.broken += next.state == FilmPictureState::Broken ? 1 : 0;
     if (next.state == FilmPictureState::Good) {

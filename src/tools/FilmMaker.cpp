@@ -81,7 +81,7 @@ FilmWish FilmMaker::usualWish() const
     if (!hasImages()) {
         return wish;
     }
-    const PlayRange range = uses_.film.isOpen() && isOfShownCamera()
+    const PlayRange range = uses_.film.isOfList() && isOfShownCamera()
                                 ? uses_.film.face().range
                                 : PlayRange{1, static_cast<int>(names()->count())};
     wish.from = momentAt(range.start - 1, 1);
@@ -140,7 +140,7 @@ QString FilmMaker::picture(const FilmWish &wish, qsizetype at) const
 void FilmMaker::play(const FilmWish &wish)
 {
     const auto span = filmSpan(wish.from, wish.to);
-    if (!uses_.film.isOpen() || !span || !isOfShownCamera()) {
+    if (!uses_.film.isOfList() || !span || !isOfShownCamera()) {
         return;
     }
     const ImageNames &names = uses_.data.files.names();

@@ -337,6 +337,8 @@ void Import::followStorage()
         atOnce_.request_stop();
     } else if (open_ && !isStillTarget()) {
         chooseTarget();
+    } else if (open_ && face_.iTarget.isEmpty() && uses_.storage.isUsable()) {
+        showTarget(); // its folder may be back
     } else if (open_) {
         showButton();
         Q_EMIT changed();
@@ -376,8 +378,13 @@ void Import::end(const ImportResult &result)
     face_.running = false;
     face_.failure = result.failure;
     identical_ = result.end == ImportEnd::Identical;
-    showButton();
-    Q_EMIT changed();
+    if (isStillTarget()) {
+        showButton();
+        Q_EMIT changed();
+    } else {
+        storage_ = uses_.storage.inForce();
+        showTarget();
+    }
     if (result.end != ImportEnd::Identical) {
         Q_EMIT imagesAdded(target_);
     }

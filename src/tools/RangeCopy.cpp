@@ -1,6 +1,7 @@
 #include "tools/RangeCopy.h"
 
 #include "base/FilePath.h"
+#include "base/Folders.h"
 
 #include <QFile>
 
@@ -68,7 +69,8 @@ void RangeCopy::finish(const CopyOrder &order)
     if (result.outcome != StoreOutcome::Failed) {
         return;
     }
-    if (QFile::exists(filePath(order.folder, QFile::decodeName(name_)))) {
+    const bool isThere = QFile::exists(filePath(order.folder, QFile::decodeName(name_)));
+    if (isThere || !folderExists(order.folder)) { // a disk that is away has lost no images
         tally_.error = result.error;
     } else {
         ++tally_.gone;

@@ -79,6 +79,7 @@ void Slideshow::begin()
         load();
     }
     face_.count = data_.files.count();
+    camera_ = data_.files.camera();
     folder_ = data_.files.folder();
     current_ = 0;
     told_ = 0;
@@ -97,6 +98,7 @@ void Slideshow::begin()
     }
     face_.image = fileAt(1);
     face_.nFich = face_.image.name.left(kStemLetters);
+    Q_EMIT begun();
     Q_EMIT changed();
 }
 

@@ -55,6 +55,12 @@ public:
 
     [[nodiscard]] bool isOpen() const override { return open_; }
 
+    /// The camera whose images are played.
+    [[nodiscard]] CameraAddress camera() const { return camera_; }
+
+    /// False for a paused show once the browser lists another folder's images.
+    [[nodiscard]] bool isOfList() const { return open_ && folder_ == data_.files.folder(); }
+
     [[nodiscard]] bool isPlaying() const override;
 
     [[nodiscard]] bool isRunning() const override { return timer_.isActive(); }
@@ -97,6 +103,9 @@ public:
 
 Q_SIGNALS:
     void opened();
+
+    /// It has begun with the whole list.
+    void begun();
     void closing();
 
     /// The face has changed.
@@ -117,6 +126,7 @@ private:
     const BrowserData &data_;
     QTimer timer_;
     FilmFace face_;
+    CameraAddress camera_;
     QString folder_; // whose images are played
     int current_ = 0;
     int told_ = 0; // the position in the counters: that of the image on show, once it plays

@@ -48,6 +48,11 @@ void SourceList::setListIndex(int index)
     Q_EMIT selectionChanged(index_);
 }
 
+void SourceList::press(int index)
+{
+    pressed_ = name(index).toByteArray();
+}
+
 QByteArrayView SourceList::name(int index) const
 {
     return names_->list()[static_cast<std::size_t>(index)].view();

@@ -25,6 +25,12 @@ public:
 
     void setListIndex(int index);
 
+    /// The button was pressed on a file: it is meant at the release, wherever it is listed by then.
+    void press(int index);
+
+    /// Where that file is listed now; -1 if it is not.
+    [[nodiscard]] int pressedIndex() const { return find(pressed_); }
+
     /// Native bytes; empty when none is selected.
     [[nodiscard]] QByteArray selected() const;
 
@@ -40,6 +46,7 @@ private:
 
     SortedNames names_;
     int index_ = -1;
+    QByteArray pressed_;
 };
 
 } // namespace velmora

@@ -12,6 +12,8 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -221,10 +223,25 @@ std::optional<year_month_day> CalendarMap::dayAt(QPoint place) const
     return date.ok() ? std::optional(date) : std::nullopt;
 }
 
+void CalendarMap::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton) {
+        pressed_ = dayAt(event->position().toPoint());
+        pressedAt_ = event->position().toPoint();
+        pressedCamera_ = calendar_.camera();
+    }
+}
+
+// The day that was under the pointer at the press is meant, whatever is listed in between.
 void CalendarMap::mouseReleaseEvent(QMouseEvent *event)
 {
-    const auto day = dayAt(event->position().toPoint());
-    if (!day || event->button() != Qt::LeftButton) {
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    const auto day = std::exchange(pressed_, std::nullopt);
+    const QPoint way = event->position().toPoint() - pressedAt_;
+    const bool isThere = std::abs(way.x()) < cellWidth() && std::abs(way.y()) < lineHeight();
+    if (!day || !isThere || pressedCamera_ != calendar_.camera()) {
         return;
     }
     if (event->modifiers() & Qt::ShiftModifier) {

@@ -30,6 +30,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool viewportEvent(QEvent *event) override;
@@ -52,6 +53,9 @@ private:
 
     Calendar &calendar_;
     DayNumbers *numbers_;
+    std::optional<std::chrono::year_month_day> pressed_; // by the left button
+    QPoint pressedAt_;
+    CameraAddress pressedCamera_;
 };
 
 } // namespace velmora

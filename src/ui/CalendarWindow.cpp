@@ -4,6 +4,7 @@
 #include "ui/HourBars.h"
 #include "ui/ToFront.h"
 
+#include <QHideEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -42,9 +43,12 @@ void CalendarWindow::showDay()
                         : tr("%1 (a film of them: Keep, in the browser)").arg(map_->choiceText()));
 }
 
+// A minimised window is not closed.
 void CalendarWindow::hideEvent(QHideEvent *event)
 {
-    calendar_.close();
+    if (!event->spontaneous()) {
+        calendar_.close();
+    }
     QWidget::hideEvent(event);
 }
 

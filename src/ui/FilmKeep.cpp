@@ -74,6 +74,7 @@ void FilmKeep::bindRange()
 
 void FilmKeep::bindFilm()
 {
+    connect(&film_, &Slideshow::begun, this, &FilmKeep::keepRange);
     connect(&film_, &Slideshow::changed, this, &FilmKeep::takeFilmRange);
     connect(&maker_, &FilmMaker::imagesChanged, this, &FilmKeep::showForecast);
     connect(&maker_, &FilmMaker::advanced, this, &FilmKeep::showProgress);
@@ -114,6 +115,7 @@ FilmWish FilmKeep::wish() const
 void FilmKeep::showWish(const FilmWish &wish)
 {
     settled_ = wish;
+    isGiven_ = false;
     ui_->filmFrom->setText(wish.from);
     ui_->filmTo->setText(wish.to);
     restartPreview();
@@ -128,6 +130,8 @@ bool FilmKeep::isTyping() const
 
 void FilmKeep::takeTyped()
 {
+    isGiven_ =
+        isGiven_ || ui_->filmFrom->text() != settled_.from || ui_->filmTo->text() != settled_.to;
     restartPreview();
     play(wish());
 }
@@ -140,11 +144,20 @@ void FilmKeep::play(const FilmWish &wish)
     maker_.play(wish);
 }
 
+// A film that begins anew, for which a stored image is enough, begins with the range given here.
+void FilmKeep::keepRange()
+{
+    if (isVisible() && isGiven_ && maker_.isOfShownCamera()) {
+        play(settled_);
+        seenRange_ = film_.face().range;
+    }
+}
+
 // The film's sliders were moved, or its list has grown.
 void FilmKeep::takeFilmRange()
 {
     const PlayRange range = film_.face().range;
-    if (isVisible() && film_.isOpen() && range != seenRange_ && !maker_.isBusy() &&
+    if (isVisible() && film_.isOfList() && range != seenRange_ && !maker_.isBusy() &&
         maker_.isOfShownCamera()) {
         seenRange_ = range;
         if (!isTyping() && !isSettingFilm_) {
@@ -169,12 +182,13 @@ void FilmKeep::showDays(const DayRange &days)
     wished.from = text(days.first);
     wished.to = text(days.last);
     showWish(wished);
+    isGiven_ = true;
     play(wished);
 }
 
 void FilmKeep::present(const std::optional<DayRange> &days)
 {
-    if (!maker_.isBusy()) {
+    if (!maker_.isBusy() && findChild<QFileDialog *>() == nullptr) {
         begin(days);
     }
     bringToFront(*this);

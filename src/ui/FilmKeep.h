@@ -53,6 +53,7 @@ private:
     [[nodiscard]] bool isTyping() const;
     void takeTyped();
     void play(const FilmWish &wish);
+    void keepRange();
     void takeFilmRange();
     void begin(const std::optional<DayRange> &days);
     void showDays(const DayRange &days);
@@ -73,6 +74,7 @@ private:
     qsizetype previewAt_ = 0;
     PlayRange seenRange_;
     FilmWish settled_;           // the range in the boxes, without what is being typed
+    bool isGiven_ = false;       // it was typed, or chosen in the calendar
     bool isSettingFilm_ = false; // the film is being given that range
 };
 

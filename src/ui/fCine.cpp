@@ -77,7 +77,10 @@ void fCine::bindControls()
     connect(ui_->iCine, &PictureView::clicked, &film_, &Slideshow::iCine_Click);
     connect(ui_->iCine, &PictureView::resized, this, &fCine::showPicture);
     for (QLineEdit *const box : {ui_->tDebut, ui_->tFin}) {
-        connect(box, &QLineEdit::returnPressed, this, [this, box] { film_.find(box->text()); });
+        connect(box, &QLineEdit::returnPressed, this, [this, box] {
+            box->setModified(false); // it is not being typed any more
+            film_.find(box->text());
+        });
     }
     connect(new QShortcut(Qt::Key_Space, this), &QShortcut::activated, &film_,
             &Slideshow::PauseCine_MouseDown);

@@ -65,7 +65,12 @@ void frmImport::bindSource()
             [this] { ui_->Dir1->showRow(import_.folders().openRow()); });
     connect(ui_->Filtre, &QLineEdit::textChanged, &import_, &Import::setFilter);
     connect(ui_->File1, &FileView::chosen, &import_, &Import::chooseFile);
-    connect(ui_->File1, &FileView::rowReleased, &import_, &Import::chooseFile);
+    connect(ui_->File1, &FileView::rowPressed, &import_.files(), &SourceList::press);
+    connect(ui_->File1, &FileView::rowReleased, &import_, [this] {
+        if (const int index = import_.files().pressedIndex(); index >= 0) {
+            import_.chooseFile(index);
+        }
+    });
     connect(&import_.files(), &SourceList::selectionChanged, ui_->File1, &FileView::showRow);
     connect(ui_->iSource, &PictureView::resized, this, &frmImport::showPictures);
     connect(ui_->iTarget, &PictureView::resized, this, &frmImport::showPictures);

@@ -272,5 +272,23 @@ TEST_F(ProgramBrowser, KeepsOldImagesOfACameraWhoseBoxIsNotTicked)
     EXPECT_EQ(tree_.files(kFolder).size(), 4);
 }
 
+TEST_F(ProgramBrowser, APausedFilmKeepsTheNameOfTheCameraWhoseImageItShows)
+{
+    putImages(3);
+    start();
+    engine_->settings().write(u"Camera00", u"Name", u"Yard");
+    engine_->settings().write(u"Camera01", u"Name", u"Gate");
+    click(kBrowser, QStringLiteral("bFilm"));
+    click(kBrowser, QStringLiteral("cAuto")); // lists the folder again
+    ASSERT_TRUE(topLevel(kFilm)->windowTitle().contains(QStringLiteral("Yard")));
+    QTest::mousePress(control(kFilm, QStringLiteral("PauseCine")), Qt::LeftButton);
+    auto *const cameras = static_cast<QListView *>(control(kBrowser, QStringLiteral("lstCam")));
+    QTest::mouseClick(cameras->viewport(), Qt::LeftButton, {},
+                      cameras->visualRect(cameras->model()->index(1, 0)).center());
+    settle();
+    EXPECT_TRUE(topLevel(kFilm)->windowTitle().contains(QStringLiteral("Yard")))
+        << topLevel(kFilm)->windowTitle().toStdString();
+}
+
 } // namespace
 } // namespace velmora::test

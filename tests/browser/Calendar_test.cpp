@@ -138,5 +138,65 @@ TEST_F(CalendarTest, LeavesTheGroupViewForTheImage)
     EXPECT_EQ(selected(), 0);
 }
 
+TEST_F(CalendarTest, GoesToTheDayChosenLastThoughTheListIsStillReadForTheOneBefore)
+{
+    house_.showGroup(0);
+    state().cameraChosen(kCamera);
+    calendar_.goToDay(2006y / 12 / 30);
+    calendar_.goToDay(2006y / 12 / 31);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(selected(), 1);
+}
+
+TEST_F(CalendarTest, LeavesAnImageThatIsChosenWhileTheListIsReadForADay)
+{
+    const QString stored = QStringLiteral("20070103_1000000110.jpg");
+    house_.capture.putImage(kCamera, stored);
+    calendar_.follow(kCamera, stored);
+    calendar_.goToDay(2007y / 1 / 3);
+    browser_.chooseFile(1);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(selected(), 1) << "chosen after the day";
+}
+
+TEST_F(CalendarTest, ForgetsADayThatTheGroupViewOvertook)
+{
+    house_.showGroup(0);
+    calendar_.goToDay(2006y / 12 / 30);
+    browser_.setMode(Mode::Camera, true);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    ASSERT_EQ(state().view(), View::Group);
+    browser_.setMode(Mode::Camera, false);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(selected(), 3) << "the newest";
+}
+
+TEST_F(CalendarTest, ForgetsADayWhoseListCouldNotBeRead)
+{
+    QCoreApplication::processEvents(); // what the first listing has left
+    const QString stored = QStringLiteral("20070101_1000000110.jpg");
+    house_.capture.putImage(kCamera, stored);
+    calendar_.follow(kCamera, stored);
+    house_.capture.storage.beginEdit();
+    calendar_.goToDay(2007y / 1 / 1);
+    house_.finish();
+    calendar_.goToDay(2006y / 12 / 30);
+    ASSERT_EQ(selected(), 0);
+    house_.capture.storage.putInForce();
+    QCoreApplication::processEvents();
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(selected(), 4) << "the newest: another day was chosen since";
+}
+
 } // namespace
 } // namespace velmora::test

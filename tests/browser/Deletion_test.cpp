@@ -81,5 +81,17 @@ TEST_F(Deletion, YieldsToACameraThatIsChosenMeanwhile)
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
 }
 
+TEST_F(Deletion, ShowsWhatIsLeftOnceTheFilmIsClosed)
+{
+    browser_.toggleFilm();
+    house_.finish();
+    ASSERT_TRUE(state().CineActif());
+    deleteFirst(5);
+    browser_.toggleFilm();
+    house_.finish();
+    ASSERT_FALSE(state().CineActif());
+    EXPECT_EQ(house_.data.files.count(), 25);
+}
+
 } // namespace
 } // namespace velmora::test

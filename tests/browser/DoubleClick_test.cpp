@@ -92,5 +92,20 @@ TEST_F(DoubleClick, OpensTheCamerasFolderOnTheList)
               house_.capture.tree.path(house_.capture.folder({3, 5})));
 }
 
+TEST_F(DoubleClick, OpensTheImageThatWasClickedThoughARefreshComesInBetween)
+{
+    showImages(20, 10);
+    browser_.clickCell(8);
+    house_.finish();
+    house_.put(kCamera, imageName(50));
+    browser_.setMode(Mode::Auto, true);
+    browser_.follow(kCamera);
+    house_.finish();
+    browser_.doubleClickCell(8);
+    ASSERT_EQ(opened_.size(), 1);
+    EXPECT_EQ(opened_[0][0].toString(),
+              house_.capture.tree.path(house_.capture.folder(kCamera) + u'/' + imageName(14)));
+}
+
 } // namespace
 } // namespace velmora::test

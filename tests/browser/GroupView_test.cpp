@@ -323,5 +323,28 @@ TEST_F(GroupView, MovesTheFrameToTheRowClickedNext)
     EXPECT_EQ(house_.framed(), QList<int>({2}));
 }
 
+TEST_F(GroupView, SelectsNoRowByItselfWhenARenamingHasEnded)
+{
+    house_.addImages({0, 1}, 3);
+    house_.showGroup(0);
+    ASSERT_EQ(browser_.face().cameraRow, -1);
+    Q_EMIT house_.conformity.ended();
+    house_.finish();
+    EXPECT_EQ(browser_.face().cameraRow, -1);
+    EXPECT_EQ(house_.framed(), QList<int>());
+}
+
+TEST_F(GroupView, KeepsItsImagesWhileTheStorageFolderIsAway)
+{
+    house_.addImages({0, 1}, 3);
+    browser_.begin();
+    house_.showGroup(0);
+    ASSERT_EQ(house_.cells().value(1), imageName(2));
+    loseStorage();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(house_.cells().value(1), imageName(2));
+}
+
 } // namespace
 } // namespace velmora::test

@@ -300,5 +300,20 @@ TEST_F(Overtaking, KeepsAChoiceThatWaitsWhenImagesAreImportedMeanwhile)
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
 }
 
+TEST_F(Overtaking, MovesByOneCameraForTicksThatCameWhileAnotherActionWasReading)
+{
+    activateAll();
+    for (int row = 0; row < kRows; ++row) {
+        house_.addImages({0, row}, 2);
+    }
+    house_.addFullFolder({1, 0});
+    browser_.chooseGroup(1);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    house_.fireScan();
+    house_.fireScan();
+    house_.finish();
+    EXPECT_EQ(state().camera(), (CameraAddress{1, 1}));
+}
+
 } // namespace
 } // namespace velmora::test

@@ -372,5 +372,20 @@ TEST_F(Succession, ReportsAnErrorOfAnActionAndGoesOn)
     EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
 }
 
+TEST_F(Succession, ShowsTheImagesOfAnAddressThatIsGivenBackWhileAnotherIsRead)
+{
+    house_.show(kSmall);
+    ASSERT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+    const QString before = house_.capture.table.url(kSmall);
+    house_.capture.addCamera(kSmall, house_.capture.table.url(kFull));
+    browser_.followAddress(kSmall);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    house_.capture.addCamera(kSmall, before);
+    browser_.followAddress(kSmall);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+    EXPECT_EQ(house_.cells().value(2), imageName(2));
+}
+
 } // namespace
 } // namespace velmora::test

@@ -2,6 +2,8 @@
 // run changes the captions.
 #include "ImportTest.h"
 
+#include <QDir>
+
 namespace velmora::test {
 namespace {
 
@@ -384,6 +386,35 @@ TEST_F(ImportTarget, AfterAStopTheNextRunCopiesAgain)
     EXPECT_TRUE(face().cmdGo);
     go();
     EXPECT_EQ(messages_, QStringList{QStringLiteral("1 file copied")});
+}
+
+TEST_F(ImportTarget, TheStoredImageIsShownOnceTheStorageFolderIsBack)
+{
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450001.jpg"));
+    QDir(house_.tree.path(u"drives/c")).rename(QStringLiteral("in"), QStringLiteral("ni"));
+    house_.storage.testSA();
+    load();
+    ASSERT_EQ(face().iTarget, QString());
+    QDir(house_.tree.path(u"drives/c")).rename(QStringLiteral("ni"), QStringLiteral("in"));
+    house_.storage.testSA();
+    finish();
+    EXPECT_EQ(face().iTarget, picture(QStringLiteral("20061005_1230450001.jpg")));
+}
+
+TEST_F(ImportTarget, NoImageOfAnotherStorageFolderIsShownAfterARunThatItEnded)
+{
+    house_.putImage(kCamera, QStringLiteral("20061005_1230450001.jpg"));
+    put(QStringLiteral("a.jpg"));
+    load();
+    ASSERT_NE(face().iTarget, QString());
+    house_.tree.makeFolder(u"drives/c/other");
+    import_.go();
+    ASSERT_TRUE(face().running);
+    house_.storage.edit(QStringLiteral("C:\\other"));
+    house_.storage.putInForce();
+    finish();
+    ASSERT_FALSE(face().running);
+    EXPECT_EQ(face().iTarget, QString());
 }
 
 } // namespace

@@ -283,5 +283,57 @@ TEST_F(SlideshowBrowser, StaysClosedThatIsClosedWhileTheFolderOfAClickedCellIsRe
     EXPECT_FALSE(house_.data.state.CineActif());
 }
 
+TEST_F(SlideshowBrowser, PlaysOnThoughAnotherCameraOfTheGroupGetsItsFirstImage)
+{
+    house_.addCamera({0, 7});
+    open(30);
+    house_.showGroup(0);
+    browser_.clickCell(0);
+    house_.finish();
+    film_.sFin_Change(20);
+    tick(5);
+    const int place = film_.current();
+    ASSERT_GT(place, 3);
+    house_.put({0, 7}, imageName(3));
+    browser_.follow({0, 7});
+    house_.finish();
+    ASSERT_FALSE(house_.rows().value(7).isEmpty());
+    EXPECT_EQ(face().range, (PlayRange{1, 20}));
+    EXPECT_EQ(film_.current(), place);
+}
+
+TEST_F(SlideshowBrowser, StaysPausedThatIsPausedWhileTheFolderOfAClickedCellIsRead)
+{
+    house_.addImages({0, 0}, 2);
+    house_.addFullFolder({0, 3});
+    house_.show({0, 0});
+    house_.showGroup(0);
+    pressFilm();
+    browser_.clickCell(3);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    film_.PauseCine_MouseDown();
+    if (face().PauseCine == QStringLiteral("Pause")) {
+        film_.PauseCine_MouseDown(); // pressed again, since nothing happened
+    }
+    ASSERT_EQ(face().PauseCine, QStringLiteral("Start"));
+    house_.finish();
+    EXPECT_EQ(face().PauseCine, QStringLiteral("Start"));
+    EXPECT_FALSE(isRunning());
+}
+
+TEST_F(SlideshowBrowser, LeavesTheFilmButtonToTheCameraOfTheGroupWhenItCloses)
+{
+    open(30);
+    film_.PauseCine_MouseDown();
+    house_.addCamera({4, 0});
+    house_.showGroup(0);
+    browser_.chooseGroup(4);
+    house_.finish();
+    film_.close();
+    house_.finish();
+    EXPECT_FALSE(browser_.face().isFilmEnabled);
+    EXPECT_EQ(house_.data.files.camera(), (CameraAddress{4, 0}));
+}
+
 } // namespace
 } // namespace velmora::test

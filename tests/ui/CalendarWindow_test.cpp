@@ -191,5 +191,47 @@ TEST(LateColour, CanBeReadOnEveryGroundAndIsRed)
     }
 }
 
+TEST_F(CalendarWindowTest, TheDayPressedIsMeantThoughTheListChangesBeforeTheRelease)
+{
+    house_.house.putImage({0, 0}, QStringLiteral("20060310_1200000101.jpg"));
+    house_.browser.chooseCameraAgain();
+    house_.settle();
+    auto &map = dynamic_cast<QAbstractScrollArea &>(part("calendarDays"));
+    QTest::mousePress(map.viewport(), Qt::LeftButton, {}, placeOfDay(map, 7));
+    house_.house.putImage({0, 0}, QStringLiteral("20060101_1200000101.jpg")); // by an import
+    house_.browser.chooseCameraAgain();
+    house_.settle();
+    QTest::mouseRelease(map.viewport(), Qt::LeftButton, {}, placeOfDay(map, 7));
+    using namespace std::chrono;
+    EXPECT_EQ(calendar_.chosen(), (year{2006} / 3 / 7));
+}
+
+TEST_F(CalendarWindowTest, FollowsTheCameraOnShowAfterItWasMinimised)
+{
+    house_.addImages({0, 1}, 3);
+    window_.showMinimized();
+    QCoreApplication::processEvents();
+    window_.showNormal(); // as a window manager does it
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(window_.isVisible());
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    using namespace std::chrono;
+    EXPECT_EQ(calendar_.imagesOf(year{2006} / 3 / 7), 3);
+}
+
+TEST_F(CalendarWindowTest, KeepsTheChosenDaysWhenItIsMinimisedAndRaised)
+{
+    house_.house.putImage({0, 0}, QStringLiteral("20060310_1200000101.jpg"));
+    house_.browser.chooseCameraAgain();
+    house_.settle();
+    QTest::keyClick(&part("calendarDays"), Qt::Key_Home);
+    QTest::keyClick(&part("calendarDays"), Qt::Key_End, Qt::ShiftModifier);
+    ASSERT_TRUE(calendar_.range());
+    window_.showMinimized();
+    QCoreApplication::processEvents();
+    window_.present();
+    EXPECT_TRUE(calendar_.range());
+}
+
 } // namespace
 } // namespace velmora::test

@@ -2,8 +2,11 @@
 // the pointer shows.
 #include "BrowserWindowHouse.h"
 
+#include <QApplication>
 #include <QClipboard>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QMouseEvent>
 
 #include <gtest/gtest.h>
 
@@ -313,6 +316,26 @@ TEST_F(PlancheCells, TheFilmFollowsAClick)
     house_.click(name(0));
     EXPECT_EQ(house_.film.current(), 21);
     EXPECT_TRUE(house_.film.isRunning());
+}
+
+TEST_F(PlancheCells, ADoubleClickOpensTheImageUnderItThoughANewOneIsShownInBetween)
+{
+    house_.openOn(20);
+    house_.tick(QStringLiteral("cAuto"));
+    house_.browser.chooseFile(10);
+    house_.settle();
+    QTest::mouseClick(&house_.cell(8), Qt::LeftButton);
+    house_.settle();
+    ASSERT_EQ(house_.data.files.ListIndex(), 14);
+    house_.house.putImage({0, 0}, storedName(20), pictureBytes(Qt::red));
+    Q_EMIT house_.house.store.imageStored({0, 0}, storedName(20));
+    house_.settle();
+    const QPointF at = house_.cell(8).rect().center();
+    QMouseEvent second(QEvent::MouseButtonDblClick, at, house_.cell(8).mapToGlobal(at),
+                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&house_.cell(8), &second);
+    ASSERT_EQ(house_.opener.opened.size(), 1);
+    EXPECT_EQ(QFileInfo(house_.opener.opened.first()).fileName(), storedName(14));
 }
 
 } // namespace

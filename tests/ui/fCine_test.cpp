@@ -373,5 +373,19 @@ TEST_F(FilmWindow, ThePictureIsLoadedForAnotherSize)
     EXPECT_TRUE(isSharp(view));
 }
 
+TEST_F(FilmWindow, ADayThatWasSearchedForIsNotKeptForAnotherCamera)
+{
+    openFilm(12);
+    house_.filmWindow.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.filmWindow));
+    house_.retype(QStringLiteral("tDebut"), QStringLiteral("2006"));
+    house_.key(QStringLiteral("tDebut"), Qt::Key_Return);
+    house_.addImages({0, 1}, 0);
+    house_.house.putImage({0, 1}, QStringLiteral("20070102_0000000100.jpg"));
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    EXPECT_EQ(house_.film.face().tDebut, QStringLiteral("20070102"));
+    EXPECT_EQ(box(QStringLiteral("tDebut")), QStringLiteral("20070102"));
+}
+
 } // namespace
 } // namespace velmora::test

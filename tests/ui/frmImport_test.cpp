@@ -277,5 +277,21 @@ TEST_F(ImportWindow, ReopenedItLooksAgain)
     EXPECT_EQ(house_.shown("iSource"), QStringLiteral("new.jpg"));
 }
 
+TEST_F(ImportWindow, TheFilePressedIsMeantThoughTheListIsReadAgainBeforeTheRelease)
+{
+    house_.put(QStringLiteral("b.jpg"));
+    house_.put(QStringLiteral("c.jpg"));
+    house_.open();
+    auto &list = house_.find<QListView>("File1");
+    const QPoint second = list.visualRect(list.model()->index(1, 0)).center();
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, second);
+    house_.put(QStringLiteral("a.jpg"));
+    house_.import.setFilter(QStringLiteral("*.jpg"));
+    house_.settle();
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, second);
+    house_.settle();
+    EXPECT_EQ(house_.shown("iSource"), QStringLiteral("c.jpg"));
+}
+
 } // namespace
 } // namespace velmora::test

@@ -1,0 +1,221 @@
+// The range of a film to keep: what is typed, the film's sliders, and the days of the calendar.
+#include "FilmKeepTest.h"
+
+namespace velmora::test {
+namespace {
+
+TEST_F(FilmKeepTest, WhatIsTypedIsTheRangeOfTheFilm)
+{
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    window_.present({});
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:05"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, kImages}));
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, 20}));
+}
+
+TEST_F(FilmKeepTest, TheSlidersOfTheFilmAreItsRange)
+{
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    window_.present({});
+    find<QPushButton>("filmMake").setFocus();
+    house_.film.sDebut_Change(11);
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images")));
+}
+
+TEST_F(FilmKeepTest, TheSlidersReachABoxInWhichTheCursorStands)
+{
+    openFilm();
+    find<QLineEdit>("filmTo").setFocus();
+    house_.film.sDebut_Change(11);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    house_.film.sFin_Change(25);
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:24"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeEndsWithAnImageThatWasStoredSince)
+{
+    store(storedName(kImages));
+    openFilm();
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("31 images"))) << forecast().toStdString();
+}
+
+TEST_F(FilmKeepTest, ItsRangeGrowsWithAPausedFilm)
+{
+    pauseFilm();
+    find<QLineEdit>("filmFrom").setFocus();
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("31 images"))) << forecast().toStdString();
+}
+
+TEST_F(FilmKeepTest, ItsRangeEndsWithTheLastImageLeft)
+{
+    pauseFilm();
+    for (int i = 20; i < kImages; ++i) {
+        ASSERT_TRUE(QFile::remove(house_.imagePath({0, 0}, storedName(i))));
+    }
+    store(storedName(5));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
+    house_.film.sDebut_Change(3);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:02"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
+}
+
+TEST_F(FilmKeepTest, LeavesAPausedFilmPaused)
+{
+    pauseFilm();
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:05"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, kImages}));
+    expectPaused();
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, 20}));
+    expectPaused();
+    using std::chrono::year;
+    window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 9});
+    EXPECT_EQ(house_.film.face().range, (PlayRange{1, kImages}));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-09")); // as it was chosen
+    expectPaused();
+}
+
+TEST_F(FilmKeepTest, AMomentHalfTypedIsNotTakenWhenAnotherWindowComesUp)
+{
+    store(QStringLiteral("20060308_1200000812.jpg"));
+    openFilm();
+    find<QLineEdit>("filmTo").setFocus();
+    retype("filmTo", QStringLiteral("2006-03-07"));
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    EXPECT_EQ(house_.film.face().range, (PlayRange{1, kImages + 1}));
+    house_.film.sDebut_Change(5);
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07"));
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    QTest::keyClicks(&find<QLineEdit>("filmTo"), QStringLiteral(" 00:00:15"));
+    find<QPushButton>("filmMake").setFocus(); // leaves the box
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:15"));
+    EXPECT_EQ(house_.film.face().range.end, 16);
+}
+
+TEST_F(FilmKeepTest, WhatIsNoMomentYetOutlivesAnotherWindow)
+{
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    window_.present({});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    find<QLineEdit>("filmFrom").setFocus();
+    retype("filmFrom", QStringLiteral("2006-0"));
+    house_.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house_.window));
+    house_.film.sDebut_Change(11);
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-0"));
+}
+
+TEST_F(FilmKeepTest, TakesTheDaysOfTheCalendar)
+{
+    using namespace std::chrono;
+    window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 9});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07"));
+    EXPECT_EQ(find<QLineEdit>("filmTo").text(), QStringLiteral("2006-03-09"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images")));
+}
+
+TEST_F(FilmKeepTest, BeginsWithTheDaysThatAreChosen)
+{
+    window_.close();
+    using std::chrono::year;
+    window_.present(DayRange{year{2006} / 3 / 6, year{2006} / 3 / 9});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-06"));
+    EXPECT_EQ(find<QLineEdit>("filmTo").text(), QStringLiteral("2006-03-09"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images")));
+}
+
+TEST_F(FilmKeepTest, TakesNoDaysOfAnotherCamera)
+{
+    house_.addImages({0, 1}, 3);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    using std::chrono::year;
+    window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 9});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:00"));
+}
+
+TEST_F(FilmKeepTest, KeepsItsRangeWhenAFilmOfAnotherCameraPlays)
+{
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    find<QComboBox>("filmForm").setFocus();
+    house_.addImages({0, 1}, 3);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    house_.click(QStringLiteral("bFilm"));
+    house_.settle();
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
+}
+
+TEST_F(FilmKeepTest, KeepsWhatIsTypedWhenItIsOpenedAgain)
+{
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    using std::chrono::year;
+    window_.present(DayRange{year{2006} / 3 / 6, year{2006} / 3 / 9});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:10"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images")));
+    house_.addImages({0, 1}, 3);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    window_.present({});
+    EXPECT_EQ(find<QLineEdit>("filmFrom").text(), QStringLiteral("2006-03-07 00:00:00"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("3 images")));
+}
+
+TEST_F(FilmKeepTest, KeepsTheRangeThatWasTypedWhenTheCaptureRestartsTheFilm)
+{
+    openFilm();
+    house_.tick(QStringLiteral("cAuto"));
+    house_.holdFilm();
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    find<QLineEdit>("filmFrom").setFocus();
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    find<QPushButton>("filmCopy").setFocus();
+    ASSERT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
+    house_.house.putImage({0, 0}, storedName(kImages), pictureBytes(Qt::red));
+    Q_EMIT house_.house.store.imageStored({0, 0}, storedName(kImages));
+    house_.settle();
+    house_.holdFilm();
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+}
+
+TEST_F(FilmKeepTest, KeepsTheRangeThatWasTypedWhenTheFilmIsOpened)
+{
+    find<QLineEdit>("filmFrom").setFocus();
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    find<QPushButton>("filmMake").setFocus();
+    house_.click(QStringLiteral("bFilm"));
+    house_.holdFilm();
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+}
+
+TEST_F(FilmKeepTest, BeginsWithAllImagesThoughAPausedFilmOfAnotherCameraHasARange)
+{
+    pauseFilm();
+    house_.film.setRange({5, 10});
+    window_.close();
+    house_.addImages({0, 1}, 20);
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    window_.present({});
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:00"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
+}
+
+} // namespace
+} // namespace velmora::test

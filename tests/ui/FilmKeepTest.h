@@ -1,0 +1,127 @@
+// A window that makes films and copies of a range, over the browser with thirty images.
+#pragma once
+
+#include "BrowserWindowHouse.h"
+#include "ui/FilmKeep.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QPushButton>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+
+inline constexpr int kImages = 30;
+
+class FilmKeepTest : public testing::Test
+{
+protected:
+    FilmKeepTest()
+    {
+        house_.openOn(kImages);
+        house_.house.tree.makeFolder(u"out");
+        window_.present({});
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+    }
+
+    ~FilmKeepTest() override
+    {
+        maker_.cancel();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !maker_.isBusy(); }));
+    }
+
+    FilmKeepTest(const FilmKeepTest &) = delete;
+    FilmKeepTest &operator=(const FilmKeepTest &) = delete;
+    FilmKeepTest(FilmKeepTest &&) = delete;
+    FilmKeepTest &operator=(FilmKeepTest &&) = delete;
+
+    template <typename Control>
+    Control &find(const char *name)
+    {
+        return *window_.findChild<Control *>(QLatin1String(name));
+    }
+
+    void retype(const char *box, const QString &text)
+    {
+        find<QLineEdit>(box).selectAll();
+        QTest::keyClicks(&find<QLineEdit>(box), text);
+    }
+
+    void click(const char *button)
+    {
+        QTest::mouseClick(&find<QPushButton>(button), Qt::LeftButton);
+    }
+
+    QString text(const char *box) { return find<QLineEdit>(box).text(); }
+
+    /// The capture stores an image, and the browser lists the folder again.
+    void store(const QString &name)
+    {
+        house_.house.putImage({0, 0}, name, pictureBytes(Qt::red));
+        house_.browser.refresh();
+        house_.settle();
+    }
+
+    void openFilm()
+    {
+        house_.click(QStringLiteral("bFilm"));
+        house_.holdFilm();
+        window_.present({});
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+    }
+
+    void pauseFilm()
+    {
+        openFilm();
+        QTest::mousePress(&house_.find<QPushButton>(QStringLiteral("PauseCine")), Qt::LeftButton);
+        QTest::mouseRelease(&house_.find<QPushButton>(QStringLiteral("PauseCine")), Qt::LeftButton);
+        ASSERT_FALSE(house_.film.isRunning());
+    }
+
+    void expectPaused()
+    {
+        EXPECT_FALSE(house_.film.isRunning());
+        EXPECT_EQ(house_.film.face().PauseCine, QStringLiteral("Start"));
+    }
+
+    [[nodiscard]] QString forecast() { return find<QLabel>("filmForecast").text(); }
+
+    /// Answers the box that asks for a file or a folder.
+    void choose(const QString &path)
+    {
+        auto *const box = window_.findChild<QFileDialog *>();
+        auto *const name = box->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        name->setText(path); // pasted: the box completes typed text from what it has read
+        const auto buttons = box->findChild<QDialogButtonBox *>()->buttons();
+        for (QAbstractButton *const button : buttons) {
+            if (box->findChild<QDialogButtonBox *>()->buttonRole(button) ==
+                QDialogButtonBox::AcceptRole) {
+                QTest::mouseClick(button, Qt::LeftButton);
+                return;
+            }
+        }
+    }
+
+    /// The same, and waits for the end.
+    QString answer(const QString &path)
+    {
+        QSignalSpy ended(&maker_, &FilmMaker::ended);
+        choose(path);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }, 20'000));
+        return find<QLabel>("filmTimeLeft").text();
+    }
+
+    [[nodiscard]] QString out(const QString &name = {}) const
+    {
+        return house_.house.tree.path(QStringLiteral("out") + name);
+    }
+
+    BrowserWindowHouse house_;
+    FilmMaker maker_{{house_.house.table, house_.house.storage, house_.data, house_.film,
+                      house_.clock, house_.house.scope}};
+    FilmKeep window_{maker_, house_.film};
+};
+
+} // namespace velmora::test

@@ -25,11 +25,10 @@ const SwitchKey &keyOf(Mode mode)
 
 } // namespace
 
-BrowserModes::BrowserModes(const Uses &uses, const BrowserData &data, Sheet &sheet,
-                           CameraFolders &folders, Selection &selection, BrowserLists &lists)
+BrowserModes::BrowserModes(const Uses &uses, const BrowserData &data, CameraFolders &folders,
+                           Selection &selection, BrowserLists &lists)
     : uses_(uses)
     , data_(data)
-    , sheet_(sheet)
     , folders_(folders)
     , selection_(selection)
     , lists_(lists)
@@ -57,7 +56,7 @@ QCoro::Task<> BrowserModes::load()
         takeStored(mode);
     }
     cScan_Click();
-    sheet_.hideZoom();
+    uses_.sheet.hideZoom();
     if (isOn(Mode::Camera)) {
         co_await cCamera_Click();
         co_await lists_.LstDirCam_Click(data_.state.camera().row);
@@ -98,7 +97,7 @@ QCoro::Task<> BrowserModes::cCamera_Click()
 {
     selection_.setView(isOn(Mode::Camera) ? View::Group : View::Camera);
     if (isOn(Mode::Camera)) {
-        sheet_.hideZoom();
+        uses_.sheet.hideZoom();
         showNow();
     }
     co_await lists_.lstGroupe_MouseUp();
@@ -157,13 +156,13 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
     }
     const CameraAddress camera = data_.state.camera();
     if (data_.state.view() == View::Group) {
-        sheet_.hideZoom();
+        uses_.sheet.hideZoom();
         selection_.setGroup(nextGroup(camera.group, activeGroups()));
         co_await lists_.DirCam();
     } else {
         const CameraAddress next = nextCamera(camera, activeGroups());
         if (next.group != camera.group) {
-            sheet_.hideZoom();
+            uses_.sheet.hideZoom();
         }
         selection_.setGroup(next.group);
         selection_.setCamera(next.row);
@@ -189,7 +188,7 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
 void BrowserModes::closeFilm()
 {
     uses_.film.stopTimer();
-    sheet_.hideZoom();
+    uses_.sheet.hideZoom();
     uses_.film.close();
 }
 

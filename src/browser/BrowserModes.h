@@ -15,9 +15,10 @@ class BrowserModes : public QObject
     Q_OBJECT
 
 public:
-    /// What it uses besides the browser's own parts.
+    /// What it uses besides the browser's lists and selection.
     struct Uses
     {
+        Sheet &sheet;
         const SettingsFile &settings;
         StorageFolder &storage;
         Scheduler &scheduler;
@@ -26,7 +27,7 @@ public:
     };
 
     /// Everything passed in outlives the object.
-    BrowserModes(const Uses &uses, const BrowserData &data, Sheet &sheet, CameraFolders &folders,
+    BrowserModes(const Uses &uses, const BrowserData &data, CameraFolders &folders,
                  Selection &selection, BrowserLists &lists);
 
     /// `TimerScan`: runs exactly while the scan is on and the storage folder can be used.
@@ -87,7 +88,6 @@ private:
 
     Uses uses_;
     const BrowserData &data_;
-    Sheet &sheet_;
     CameraFolders &folders_;
     Selection &selection_;
     BrowserLists &lists_;

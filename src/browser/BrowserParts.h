@@ -21,9 +21,9 @@ struct BrowserParts
                 selection)
         , lists({uses.settings, uses.log, uses.problems, film}, data, folders, selection, slice)
         , updates(data, folders, selection, lists)
-        , modes({uses.settings, uses.storage, uses.scheduler, uses.clock, film}, data, data.sheet,
+        , modes({data.sheet, uses.settings, uses.storage, uses.scheduler, uses.clock, film}, data,
                 folders, selection, lists)
-        , grid(uses.storage, folders, data, data.sheet, selection, lists)
+        , grid({uses.storage, folders, data.sheet}, data, selection, lists)
         , files(uses.storage, folders, data, selection, lists)
         , line(uses.scope, folders, lists)
         , choice(data, selection, lists, line)

@@ -2,13 +2,10 @@
 
 namespace velmora {
 
-GridActions::GridActions(const StorageFolder &storage, const CameraFolders &folders,
-                         const BrowserData &data, Sheet &sheet, const Selection &selection,
+GridActions::GridActions(const Uses &uses, const BrowserData &data, const Selection &selection,
                          BrowserLists &lists)
-    : storage_(storage)
-    , folders_(folders)
+    : uses_(uses)
     , data_(data)
-    , sheet_(sheet)
     , selection_(selection)
     , lists_(lists)
 {
@@ -17,35 +14,35 @@ GridActions::GridActions(const StorageFolder &storage, const CameraFolders &fold
 void GridActions::frameCell(int cell)
 {
     if (!data_.state.DirCamEnCours()) {
-        sheet_.press(cell);
+        uses_.sheet.press(cell);
     }
 }
 
 void GridActions::releaseCell()
 {
-    sheet_.release();
+    uses_.sheet.release();
 }
 
 void GridActions::zoom(const ImageFile &image)
 {
     if (!image.isNone()) {
-        sheet_.showZoom(image);
-        Q_EMIT copyWanted(nativePath(storage_, image));
+        uses_.sheet.showZoom(image);
+        Q_EMIT copyWanted(nativePath(uses_.storage, image));
     }
 }
 
 void GridActions::toggleZoom()
 {
-    if (sheet_.isZoomVisible()) {
-        sheet_.hideZoom();
+    if (uses_.sheet.isZoomVisible()) {
+        uses_.sheet.hideZoom();
     } else if (!selection_.image().isNone()) {
-        sheet_.showZoom(selection_.image());
+        uses_.sheet.showZoom(selection_.image());
     }
 }
 
 void GridActions::ZoomImage_Click()
 {
-    sheet_.hideZoom();
+    uses_.sheet.hideZoom();
 }
 
 // The click that precedes every double click has already selected the cell's image; a refresh may
@@ -53,14 +50,14 @@ void GridActions::ZoomImage_Click()
 void GridActions::Vue_DblClick(int cell)
 {
     const ImageFile clicked = lists_.clicked();
-    if (!sheet_.image(cell).isNone() && !clicked.isNone()) {
-        Q_EMIT openWanted(nativePath(storage_, clicked));
+    if (!uses_.sheet.image(cell).isNone() && !clicked.isNone()) {
+        Q_EMIT openWanted(nativePath(uses_.storage, clicked));
     }
 }
 
 void GridActions::LstDir_DblClick()
 {
-    Q_EMIT openWanted(storage_.native(folders_.of(data_.state.camera())));
+    Q_EMIT openWanted(uses_.storage.native(uses_.folders.of(data_.state.camera())));
 }
 
 SearchOutcome GridActions::NomFichier(const QString &lDate, const QString &lTime)

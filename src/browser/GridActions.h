@@ -13,9 +13,17 @@ class GridActions : public QObject
     Q_OBJECT
 
 public:
+    /// What it uses besides the browser's lists and selection.
+    struct Uses
+    {
+        const StorageFolder &storage;
+        const CameraFolders &folders;
+        Sheet &sheet;
+    };
+
     /// Everything passed in outlives the object.
-    GridActions(const StorageFolder &storage, const CameraFolders &folders, const BrowserData &data,
-                Sheet &sheet, const Selection &selection, BrowserLists &lists);
+    GridActions(const Uses &uses, const BrowserData &data, const Selection &selection,
+                BrowserLists &lists);
 
     /// The left button was pressed on a cell with a picture: it too is framed until the button is
     /// released.
@@ -48,10 +56,8 @@ Q_SIGNALS:
     void copyWanted(const QString &path);
 
 private:
-    const StorageFolder &storage_;
-    const CameraFolders &folders_;
+    Uses uses_;
     const BrowserData &data_;
-    Sheet &sheet_;
     const Selection &selection_;
     BrowserLists &lists_;
 };

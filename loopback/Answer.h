@@ -18,7 +18,7 @@ struct Answer
     QByteArray repeated;                // then sent again and again, until the client goes away
     std::chrono::milliseconds delay{0}; // before the first byte
     int turns = 0;                      // of the event loop, after the delay
-    std::function<bool()> isHeld;       // asked once a turn, then: not sent while it is true
+    std::function<bool()> isHeld;       // then asked once a turn: nothing is sent while it is true
     qsizetype pieceBytes = 0;           // how many to send at a time; 0: all
     std::chrono::milliseconds pause{0}; // between pieces, at least a turn of the event loop
     AtEnd atEnd = AtEnd::Close;

@@ -63,8 +63,8 @@ bool hasFailed(const Sources &sources, CameraAddress camera, const std::optional
     return isRed && (failure || (!hasHealth && CameraTable::wasLoaded(sources.settings, camera)));
 }
 
-// State and failure. Settings that cannot be written keep an old lamp, so that what the running
-// program says counts for more.
+// State and failure. Where the settings cannot be written, an old lamp stays in them: the running
+// program's word counts for more.
 void takeState(CameraStatus &status, const Sources &sources, const CameraHealth &health)
 {
     const bool isTold = sources.report && sources.report->failures.contains(status.camera);

@@ -300,7 +300,7 @@ void Program::end()
         return;
     }
     ending_ = true;
-    Q_EMIT ended();
+    Q_EMIT ending();
     shutdown_.launch(leave());
 }
 

@@ -38,8 +38,8 @@ public:
     [[nodiscard]] const HealthBook &health() { return health_.book(); }
 
 Q_SIGNALS:
-    /// The program is ending.
-    void ended();
+    /// The program has begun to end; no window comes back.
+    void ending();
 
 private:
     void connectMain();

@@ -161,7 +161,7 @@ int runWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWa
     const auto unfollow = follow(desk, program.health());
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
     QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
-    QObject::connect(&program, &Program::ended, &instance, &SingleInstance::stopAnswering);
+    QObject::connect(&program, &Program::ending, &instance, &SingleInstance::stopAnswering);
     program.start();
     tellTrouble(engine, instance);
     return QApplication::exec();

@@ -37,9 +37,6 @@ public:
 
     [[nodiscard]] bool isClosed() const { return isClosed_; }
 
-    /// Rebuilds requested so far.
-    [[nodiscard]] int rebuilds() const { return rebuilds_; }
-
 private:
     QCoro::Task<> inTurn(Kind kind, int rebuild, Story story);
     QCoro::Task<> run(Kind kind, int rebuild, Story story);

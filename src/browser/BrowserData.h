@@ -9,10 +9,8 @@
 
 namespace velmora {
 
-/// The choice, the view and what is selected change in `Selection`, the lists in `BrowserLists`;
-/// the sheet's pictures also where its cells are filled, and its zoom image where a click or a mode
-/// shows it or puts it away. Everything else reads: the browser's other parts, the slideshow, the
-/// film maker, the alarm and the windows.
+/// The browser's parts change it: choice, view and selection in `Selection` alone, the lists in
+/// `BrowserLists` alone. Whatever is outside the browser only reads it.
 struct BrowserData
 {
     BrowserState state;

@@ -179,7 +179,6 @@ void BrowserLists::selectFile(int index)
 {
     data_.files.setListIndex(index);
     chosen_ = data_.files.file(index);
-    ++choices_;
     if (data_.state.view() == View::Camera) {
         LstDir_Click();
     }

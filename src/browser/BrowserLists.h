@@ -77,9 +77,6 @@ public:
     /// chosen before. What is chosen from now on, while it waits or reads, stays.
     void forgetChoice() { chosen_ = {}; }
 
-    /// Images of the list selected so far.
-    [[nodiscard]] int choices() const { return choices_; }
-
     /// A camera of the group view was selected: it is the selected camera from now on.
     QCoro::Task<> LstDirCam_Click(int row);
 
@@ -118,8 +115,7 @@ private:
     Selection &selection_;
     SliceView &slice_;
     bool isOwed_ = false;
-    ImageFile chosen_; // since a rebuild was last requested
-    int choices_ = 0;
+    ImageFile chosen_;  // since a rebuild was last requested
     ImageFile clicked_; // by the last click on a cell
 };
 

@@ -137,11 +137,13 @@ void ImageBrowser::showDeletion(CameraAddress camera)
 
 void ImageBrowser::chooseGroup(int group)
 {
+    ++wishes_;
     parts_->choice.takeGroup(group);
 }
 
 void ImageBrowser::chooseCamera(int row)
 {
+    ++wishes_;
     parts_->choice.takeCamera(row);
 }
 
@@ -152,18 +154,15 @@ void ImageBrowser::chooseCameraAgain()
 
 void ImageBrowser::chooseFile(int index)
 {
+    ++wishes_;
     if (!parts_->line.isClosed()) {
         parts_->lists.selectFile(index);
     }
 }
 
-int ImageBrowser::wishes() const
-{
-    return parts_->line.rebuilds() + parts_->lists.choices();
-}
-
 void ImageBrowser::chooseCameraRow(int row)
 {
+    ++wishes_;
     if (parts_->line.isClosed()) {
         return;
     }
@@ -205,6 +204,7 @@ QCoro::Task<> ImageBrowser::clickCamera(CameraAddress camera)
 
 void ImageBrowser::clickCell(int cell)
 {
+    ++wishes_;
     if (parts_->line.isClosed()) {
         return;
     }
@@ -260,6 +260,7 @@ void ImageBrowser::openFolder()
 
 SearchOutcome ImageBrowser::search(const QString &date, const QString &time)
 {
+    ++wishes_;
     return parts_->grid.NomFichier(date, time);
 }
 
@@ -276,6 +277,7 @@ void ImageBrowser::zoomCell(int cell, const ImageFile &image)
 
 void ImageBrowser::setMode(Mode mode, bool on)
 {
+    ++wishes_;
     parts_->modes.set(mode, on);
     switch (mode) {
     case Mode::Auto:
@@ -292,6 +294,7 @@ void ImageBrowser::setMode(Mode mode, bool on)
 
 void ImageBrowser::refresh()
 {
+    ++wishes_;
     parts_->line.launch(Kind::Rebuild, [this] { return parts_->lists.refresh(); });
 }
 
@@ -308,6 +311,7 @@ std::optional<KillQuestion> ImageBrowser::killQuestion() const
 
 void ImageBrowser::kill(const ImageFile &target)
 {
+    ++wishes_;
     parts_->line.launch(Kind::Rebuild, [this, target] { return parts_->files.kill(target); });
 }
 

@@ -97,9 +97,8 @@ public:
 
     void chooseFile(int index);
 
-    /// A number that changes whenever an image is chosen or the display is to be built anew: as
-    /// long as it stays, nothing else was wanted.
-    [[nodiscard]] int wishes() const;
+    /// Changes with everything that the user asks for; images that arrive do not count.
+    [[nodiscard]] int wishes() const { return wishes_; }
 
     void chooseCameraRow(int row);
 
@@ -184,6 +183,7 @@ private:
     TaskScope &scope_;
     std::unique_ptr<BrowserParts> parts_;
     QString shownStorage_;
+    int wishes_ = 0;
     bool walking_ = false;
     bool isListHeld_ = false; // images were deleted from it while a film was open
 };

@@ -69,6 +69,8 @@ QCoro::Task<> ListUpdates::catchUp()
 {
     if (data_.state.view() == View::Camera) {
         co_await dropDeleted();
+    } else if (isListed(data_.state.camera())) {
+        co_await lists_.LitDir();
     } else {
         co_await lists_.followGroup();
         selection_.announce();

@@ -34,6 +34,7 @@ void EditedOption::adoptStored()
 void EditedOption::set(const QString &text)
 {
     if (text != text_) {
+        elsewhere_.reset(); // overwritten
         store(text);
     }
 }

@@ -153,7 +153,7 @@ QCoro::Task<> ImageStore::store(Arrival *arrival)
         if (left.size() > atOnce) {
             co_await uses_.clock.yield();
             arrival->settings = settings.snapshot();
-            if (!arrival->isForItsRow()) {
+            if (!arrival->isForItsRow()) { // another camera must not inherit the rest
                 break;
             }
         }

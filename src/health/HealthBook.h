@@ -33,6 +33,7 @@ public:
     /// Loads what is stored, and starts to count the rest.
     void load();
 
+    /// Nothing is known of any camera before that.
     [[nodiscard]] bool isLoaded() const { return isLoaded_; }
 
     /// Stores what has changed since it was last called.

@@ -62,7 +62,6 @@ struct TransferLoop::Transfer
     CURL *easy = nullptr;
     MultiHandle multi;
     AtEnd atEnd = AtEnd::Close;
-    bool hasSucceeded = false;
     OneShot<End> *waiter = nullptr; // none once it is connected
     Time due = Time::max();
     Time pausedSince = Time::max();
@@ -74,13 +73,10 @@ struct TransferLoop::Transfer
 
     ~Transfer()
     {
-        curl_multi_remove_handle(multi.get(), easy);
-        if (hasSucceeded && atEnd == AtEnd::Close) {
-            keepSpare();
+        if (multi) {
+            curl_multi_remove_handle(multi.get(), easy);
         }
     }
-
-    void keepSpare();
 };
 
 class TransferLoop::Transfers : public QObject
@@ -132,21 +128,15 @@ public:
             return;
         }
         OneShot<End> *const waiter = std::exchange(found->second->waiter, nullptr);
-        found->second->hasSucceeded = end == End{CURLE_OK};
-        if (found->second->atEnd == AtEnd::Close || !found->second->hasSucceeded) {
+        if (end != End{CURLE_OK}) {
+            disconnect(easy);
+        } else if (found->second->atEnd == AtEnd::Close) {
+            keepSpare(*found->second);
             disconnect(easy);
         }
         if (waiter != nullptr) {
             waiter->set(end);
         }
-    }
-
-    void keepSpare(MultiHandle multi)
-    {
-        curl_multi_setopt(multi.get(), CURLMOPT_SOCKETFUNCTION, nullptr);
-        curl_multi_setopt(multi.get(), CURLMOPT_TIMERFUNCTION, nullptr);
-        spares_.push_back(std::move(multi));
-        spareTimer_.start(kSpareTime);
     }
 
     [[nodiscard]] int spareDescriptors() const
@@ -176,6 +166,20 @@ public:
     }
 
 private:
+    void keepSpare(Transfer &transfer)
+    {
+        CURLM *const multi = transfer.multi.get();
+        curl_multi_remove_handle(multi, transfer.easy);
+        curl_multi_setopt(multi, CURLMOPT_SOCKETFUNCTION, nullptr);
+        curl_multi_setopt(multi, CURLMOPT_TIMERFUNCTION, nullptr);
+        try {
+            spares_.push_back(std::move(transfer.multi));
+        } catch (const std::bad_alloc &) {
+            return; // it goes with its transfer
+        }
+        spareTimer_.start(kSpareTime);
+    }
+
     MultiHandle takeMulti()
     {
         if (spares_.empty()) {
@@ -341,11 +345,6 @@ private:
     std::unordered_map<CURL *, std::unique_ptr<Transfer>> live_; // destroyed first
 };
 
-void TransferLoop::Transfer::keepSpare()
-{
-    owner->keepSpare(std::move(multi));
-}
-
 void EasyCleanUp::operator()(void *easy) const
 {
     curl_easy_cleanup(easy);
@@ -366,6 +365,7 @@ EasyHandle TransferLoop::newTransfer()
         throw std::bad_alloc();
     }
     setOption(easy.get(), CURLOPT_NOSIGNAL, 1L);
+    setOption(easy.get(), CURLOPT_DNS_CACHE_TIMEOUT, 0L); // a camera's address may have changed
     setOption(easy.get(), CURLOPT_QUICK_EXIT, 1L); // or a cancel waits for a slow name lookup
     return easy;
 }

@@ -171,8 +171,8 @@ KeepChoice CameraSheet::keep() const
     return {choice, choice == Keep::Clearly ? ui_->sheetPercent->value() : 0};
 }
 
-// The button stays enabled, since a second press of its key would then fall on the next one, which
-// stores: it begins the test again.
+// A disabled button passes the focus on, and a second press of its key would fall on the next one,
+// which stores. So it stays enabled, and begins the test again.
 void CameraSheet::test()
 {
     ui_->sheetResult->setText(tr("Fetching…"));

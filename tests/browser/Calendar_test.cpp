@@ -163,6 +163,22 @@ TEST_F(CalendarTest, LeavesAnImageThatIsChosenWhileTheListIsReadForADay)
     EXPECT_EQ(selected(), 1) << "chosen after the day";
 }
 
+TEST_F(CalendarTest, GoesToTheDayThoughAnImageThatIsFollowedArrivesBeforeItsListIsRead)
+{
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    const QString stored = QStringLiteral("20070103_1000000110.jpg");
+    house_.capture.putImage(kCamera, stored);
+    house_.capture.putImage(kCamera, QStringLiteral("20070104_1000000110.jpg"));
+    calendar_.follow(kCamera, stored);
+    calendar_.goToDay(2007y / 1 / 3);
+    browser_.follow(kCamera);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(house_.data.files.selected().name, stored);
+}
+
 TEST_F(CalendarTest, ForgetsADayThatTheGroupViewOvertook)
 {
     house_.showGroup(0);

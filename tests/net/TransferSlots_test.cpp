@@ -117,9 +117,10 @@ TEST_F(TransferSlotsTest, WhatIsHeldByPicturesLeavesRoomForFewer)
 
 TEST_F(TransferSlotsTest, OneThatWaitsCanGiveUp)
 {
-    const OpenFileLimit limit(1);
+    const OpenFileLimit limit(256);
     std::stop_source stop;
     begin(1);
+    held_ = 250;
     tasks_.push_back(enter(7, stop.get_token()));
     tasks_.push_back(enter(8));
     stop.request_stop();

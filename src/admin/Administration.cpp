@@ -4,6 +4,7 @@
 #include "admin/RunningProgram.h"
 #include "admin/SettingKeys.h"
 #include "admin/StatusReport.h"
+#include "settings/SettingsFaults.h"
 
 namespace velmora {
 namespace {
@@ -76,7 +77,7 @@ QString deafNote(qint64 process)
 CommandResult administer(const QString &programFolder, const AdminCommand &command,
                          const FindHolder &findHolder)
 {
-    if (const auto fault = SettingsFile(programFolder).readingFault()) {
+    if (const auto fault = readingFault(SettingsFile(programFolder))) {
         return CommandResult::refused(*fault);
     }
     CommandResult result = std::visit(Desk(programFolder, findHolder), command);

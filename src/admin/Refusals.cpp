@@ -1,6 +1,7 @@
 #include "admin/Refusals.h"
 
 #include "cameras/Credentials.h"
+#include "settings/SettingsFaults.h"
 
 #include <QFileInfo>
 
@@ -8,7 +9,7 @@ namespace velmora {
 
 QString notStoredText(const SettingsFile &settings)
 {
-    const std::optional<QString> warning = settings.sizeWarning();
+    const std::optional<QString> warning = sizeWarning(settings);
     return QStringLiteral("The settings file cannot be written") +
            (warning ? QStringLiteral(". ") + *warning : QString());
 }

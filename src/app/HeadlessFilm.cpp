@@ -7,6 +7,7 @@
 #include "cameras/FolderName.h"
 #include "cameras/StorageFolder.h"
 #include "cameras/StoragePath.h"
+#include "settings/SettingsFaults.h"
 #include "settings/SettingsFile.h"
 
 #include <QCoreApplication>
@@ -49,7 +50,7 @@ void HeadlessFilm::start()
 QString HeadlessFilm::imageFolder()
 {
     const SettingsFile file(programFolder_);
-    if (const auto fault = file.readingFault()) {
+    if (const auto fault = readingFault(file)) {
         problem_ = *fault;
         return {};
     }

@@ -15,6 +15,7 @@
 #include "base/KeptMemory.h"
 #include "base/SignalWatcher.h"
 #include "capture/PictureSources.h"
+#include "settings/SettingsFaults.h"
 #include "ui/Accessibility.h"
 #include "ui/ToFront.h"
 
@@ -171,7 +172,7 @@ int runIn(const QString &folder, SingleInstance &instance, const RunRequest &req
 {
     SignalWatcher signalWatcher;
     prepareSettings(folder, qEnvironmentVariable("windir"));
-    if (const auto fault = SettingsFile(folder).readingFault()) {
+    if (const auto fault = readingFault(SettingsFile(folder))) {
         return refuseToStart(*fault, signalWatcher, instance, request.headless);
     }
     SystemClock clock;

@@ -3,8 +3,9 @@
 #include "base/Folders.h"
 
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
 
+#include <sys/stat.h>
 #include <utility>
 
 namespace velmora {
@@ -36,10 +37,12 @@ NativePaths::NativePaths(QString programFolder)
 std::optional<QString> NativePaths::driveRoot(QChar letter) const
 {
     const QString mapped = programFolder_ + QStringLiteral("/drives/") + letter.toLower();
-    if (folderExists(mapped)) {
+    struct stat entry = {};
+    const bool isThere = ::lstat(QFile::encodeName(mapped).constData(), &entry) == 0;
+    if (isThere && (S_ISDIR(entry.st_mode) || folderExists(mapped))) {
         return mapped;
     }
-    const bool isAway = QFileInfo(mapped).isSymLink(); // the disk that the link leads to
+    const bool isAway = isThere && S_ISLNK(entry.st_mode); // the disk that the link leads to
     return letter.toLower() == u'c' && !isAway ? std::optional(QDir::homePath()) : std::nullopt;
 }
 

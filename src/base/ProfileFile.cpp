@@ -3,7 +3,6 @@
 #include "base/FileReader.h"
 #include "base/FileWriter.h"
 #include "base/ProfileLock.h"
-#include "base/ProfileText.h"
 #include "base/SystemCalls.h"
 #include "base/UniqueFd.h"
 
@@ -107,31 +106,6 @@ bool mayWrite(const OpenProfile &profile)
     return profile.missing || (profile.bytes && (profile.mode & kAnyWriter) != 0);
 }
 
-QByteArray changedText(QByteArray bytes, std::span<const ProfileValue> values)
-{
-    for (const ProfileValue &value : values) {
-        const ProfileEdit edit = ProfileText(bytes).edit(value.section, value.key, value.value);
-        if (!edit.isEmpty()) {
-            bytes.replace(edit.offset, edit.removed, edit.inserted);
-        }
-    }
-    return bytes;
-}
-
-// Each of different keys, as if it were the only one.
-std::vector<ProfileEdit> separateEdits(const ProfileText &text,
-                                       std::span<const ProfileValue> values)
-{
-    std::vector<ProfileEdit> edits;
-    for (const ProfileValue &value : values) {
-        ProfileEdit edit = text.edit(value.section, value.key, value.value);
-        if (!edit.isEmpty()) {
-            edits.push_back(std::move(edit));
-        }
-    }
-    return edits;
-}
-
 QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 {
     while (!text.isEmpty() && text.back() == ' ') {
@@ -203,7 +177,7 @@ ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValu
         return ProfileWrite::Failed;
     }
     const ProfileText text(std::move(profile.bytes).value_or(QByteArray()));
-    const std::vector<ProfileEdit> edits = separateEdits(text, values);
+    const std::vector<ProfileEdit> edits = text.edits(values);
     if (edits.empty()) {
         return ProfileWrite::Unchanged;
     }
@@ -216,7 +190,7 @@ ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValu
     };
     const bool written = std::ranges::all_of(edits, isInPlace)
                              ? std::ranges::all_of(edits, write)
-                             : !replaceFile(path, changedText(before, values));
+                             : !replaceFile(path, text.with(values));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }
 

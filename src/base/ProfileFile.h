@@ -1,6 +1,8 @@
 // A settings file on disk. Nothing is kept between calls.
 #pragma once
 
+#include "base/ProfileText.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -49,14 +51,6 @@ inline constexpr qint64 kMostReadBytes = qint64{256} * 1024 * 1024;
 /// permission stays as it is, even for an administrator; so does one larger than kMostProfileBytes.
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value);
-
-/// A value that is to be stored.
-struct ProfileValue
-{
-    QByteArray section;
-    QByteArray key;
-    QByteArray value;
-};
 
 /// Gives different keys their values. Where no value changes its length, each is written like a
 /// single one, but the file is opened and read only once; otherwise all of them reach the disk

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 #include <utility>
 
 namespace velmora {
@@ -153,13 +154,24 @@ std::optional<KeyLine> keyLine(QByteArrayView bytes, const Line &line)
     return KeyLine{line, name, line.begin + equals + 1};
 }
 
+// Tells most other lines at a glance.
+bool mayBeginWith(QByteArrayView key, QByteArrayView bytes, const Line &line)
+{
+    qsizetype at = line.begin;
+    while (at < line.end && isBlank(bytes[at])) {
+        ++at;
+    }
+    return key.isEmpty() || (at < line.end && lowerCase(bytes[at]) == lowerCase(key.front()));
+}
+
 std::optional<KeyLine> findKey(QByteArrayView bytes, qsizetype begin, qsizetype end,
                                QByteArrayView key)
 {
     const QByteArrayView body = bytes.first(end);
     while (begin < end) {
         const Line line = lineAt(body, begin);
-        const std::optional<KeyLine> found = keyLine(body, line);
+        const std::optional<KeyLine> found =
+            mayBeginWith(key, body, line) ? keyLine(body, line) : std::nullopt;
         if (found && sameName(found->name, key)) {
             return found;
         }
@@ -235,6 +247,33 @@ QByteArrayView findSection(QByteArrayView bytes, QByteArrayView section)
     return {};
 }
 
+QByteArray withEach(QByteArray bytes, std::span<const ProfileValue> values)
+{
+    for (const ProfileValue &value : values) {
+        const ProfileEdit edit = ProfileText(bytes).edit(value.section, value.key, value.value);
+        bytes.replace(edit.offset, edit.removed, edit.inserted);
+    }
+    return bytes;
+}
+
+// Keys added at the same place stay in their order.
+QByteArray withAll(QByteArrayView bytes, const std::vector<ProfileEdit> &edits)
+{
+    std::multimap<qsizetype, ProfileEdit> ordered;
+    for (const ProfileEdit &edit : edits) {
+        ordered.emplace(edit.offset, edit);
+    }
+    QByteArray result;
+    result.reserve(bytes.size() + std::ssize(edits) * kUsualSectionBytes);
+    qsizetype copied = 0;
+    for (const auto &[offset, edit] : ordered) {
+        result += bytes.sliced(copied, edit.offset - copied);
+        result += edit.inserted;
+        copied = edit.offset + edit.removed;
+    }
+    return result += bytes.sliced(copied);
+}
+
 } // namespace
 
 ProfileText::ProfileText(QByteArray bytes)
@@ -308,6 +347,32 @@ ProfileEdit ProfileText::edit(QByteArrayView section, QByteArrayView key,
     return where != nullptr
                ? insertLine(behindLastKey(bytes_, where->bodyBegin, where->bodyEnd), line)
                : appendSection(trimmedBlanks(section), line);
+}
+
+std::vector<ProfileEdit> ProfileText::edits(std::span<const ProfileValue> values) const
+{
+    std::vector<ProfileEdit> edits;
+    for (const ProfileValue &value : values) {
+        ProfileEdit change = edit(value.section, value.key, value.value);
+        if (!change.isEmpty()) {
+            edits.push_back(std::move(change));
+        }
+    }
+    return edits;
+}
+
+QByteArray ProfileText::with(std::span<const ProfileValue> values) const
+{
+    return areIndependent(values) ? withAll(bytes_, edits(values)) : withEach(bytes_, values);
+}
+
+// A new section, or a line end that the last line lacks, would come with each of the edits.
+bool ProfileText::areIndependent(std::span<const ProfileValue> values) const
+{
+    return !bytes_.isEmpty() && isLineEnd(bytes_.back()) &&
+           std::ranges::all_of(values, [this](const ProfileValue &value) {
+               return find(value.section) != nullptr;
+           });
 }
 
 // The last line of the text may have no line end; it gets one with the value.

@@ -7,6 +7,7 @@
 #include <compare>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace velmora {
@@ -20,6 +21,14 @@ struct ProfileEdit
 
     /// True when the change alters nothing.
     [[nodiscard]] bool isEmpty() const { return removed == 0 && inserted.isEmpty(); }
+};
+
+/// A value that is to be stored.
+struct ProfileValue
+{
+    QByteArray section;
+    QByteArray key;
+    QByteArray value;
 };
 
 /// A parsed settings text. Its rules: lines end with CR, LF or CR LF; only a leading ";" makes a
@@ -48,6 +57,13 @@ public:
     [[nodiscard]] ProfileEdit edit(QByteArrayView section, QByteArrayView key,
                                    std::optional<QByteArrayView> value) const;
 
+    /// The changes that give different keys these values, each as if it were the only one. Keys
+    /// that have their value already need none.
+    [[nodiscard]] std::vector<ProfileEdit> edits(std::span<const ProfileValue> values) const;
+
+    /// The text in which different keys have these values: as if they were edited one by one.
+    [[nodiscard]] QByteArray with(std::span<const ProfileValue> values) const;
+
 private:
     struct IndexedKey
     {
@@ -66,6 +82,7 @@ private:
     };
 
     [[nodiscard]] const Section *find(QByteArrayView section) const;
+    [[nodiscard]] bool areIndependent(std::span<const ProfileValue> values) const;
     [[nodiscard]] ProfileEdit replaceValue(qsizetype lineEnd, qsizetype valueBegin,
                                            QByteArrayView value) const;
     [[nodiscard]] ProfileEdit appendSection(QByteArrayView section, QByteArrayView line) const;

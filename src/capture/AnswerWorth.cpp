@@ -24,6 +24,15 @@ Worth worthOf(const Answer &answer)
                                                                 : Worth::NotDated;
 }
 
+Worth worthIn(const QString &folder, Answer answer)
+{
+    answer.folder = FolderState::HoldsFiles; // in an empty one every picture is new
+    if (worthOf(answer) != Worth::New) {
+        answer.folder = folderState(folder);
+    }
+    return worthOf(answer);
+}
+
 ImageDates imageDates(const QString &header, const QString &stored, const KeepChoice &choice)
 {
     const std::optional<WallTime> modified = CalculDate(header);

@@ -35,6 +35,10 @@ enum class Worth {
 /// Whether the picture is kept, by the rule that the user has chosen for the camera.
 [[nodiscard]] Worth worthOf(const Answer &answer);
 
+/// The same with what the picture finds in its camera's folder, which is read only where that
+/// decides. folder: native path.
+[[nodiscard]] Worth worthIn(const QString &folder, Answer answer);
+
 /// The dates of a picture. header: Last-Modified as sent; stored: the text stored for the last
 /// image kept. For a camera whose undated pictures are compared, a header that is not a date is
 /// none; otherwise it has rules of its own.

@@ -1,6 +1,7 @@
 #include "capture/CaptureEngine.h"
 
 #include "base/WorkFile.h"
+#include "settings/SettingsFaults.h"
 
 namespace velmora {
 
@@ -31,7 +32,7 @@ CaptureEngine::CaptureEngine(const QString &programFolder, Clock &clock, Picture
 
 void CaptureEngine::checkSettings()
 {
-    for (const auto &warning : {settings_.sizeWarning(), settings_.mountWarning()}) {
+    for (const auto &warning : {sizeWarning(settings_), mountWarning(settings_)}) {
         if (warning) {
             problems_.warn(*warning);
         }

@@ -59,10 +59,32 @@ ImageStore::ImageStore(const Uses &uses)
 {
 }
 
+ImageStore::~ImageStore()
+{
+    settle();
+}
+
 void ImageStore::readAhead(const SettingsSnapshot &settings, CameraAddress camera,
                            const QString &url)
 {
     uses_.transfers.begin(camera, uses_.requests.stored(settings, camera, url));
+}
+
+void ImageStore::gather()
+{
+    if (uses_.table.settings().gather()) {
+        QMetaObject::invokeMethod(this, &ImageStore::settle, Qt::QueuedConnection);
+    }
+}
+
+void ImageStore::settle()
+{
+    const bool isStored = uses_.table.settings().settle() == SettingsChange::Made;
+    for (const auto &[camera, mark] : std::exchange(unsettled_, {})) {
+        if (!isStored) {
+            marks_.keep(camera, mark, false);
+        }
+    }
 }
 
 int ImageStore::automaticCounter(CameraAddress camera) const
@@ -96,11 +118,12 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
 {
     const StorageUse use(uses_.storage);
     const CameraAddress camera = arrival->camera;
-    arrival->place = {uses_.storage.native(folder), uses_.storage.workFolder(), {}};
+    arrival->place.folder = uses_.storage.native(folder);
     arrival->place.error = makeFolder(arrival->place.folder); // shows when the image is stored
     announce(url, camera);
 
     HttpRequest request = uses_.requests.stored(arrival->settings, camera, url);
+    arrival->place.workFolder = request.workFolder;
     HttpReply reply = co_await uses_.transfers.fetch(camera, std::move(request));
     arrival->settings = uses_.table.settings().snapshot();
     if (reply.outcome == FetchOutcome::Stopped || !use.mayGoOn() || !arrival->isForItsRow()) {
@@ -202,15 +225,14 @@ void ImageStore::judge(Arrival &arrival, const HttpReply &reply) const
     Answer &answer = arrival.answer;
     arrival.record = uses_.table.record(arrival.settings, arrival.camera);
     answer.dates = imageDates(reply.lastModified, arrival.record.lastModified, answer.choice);
-    answer.folder = folderState(arrival.place.folder);
     if (!isCompared(answer)) {
-        arrival.worth = worthOf(answer);
+        arrival.worth = worthIn(arrival.place.folder, answer);
         const QString remark = dateRemark(answer.dates);
         arrival.remark = arrival.remark.isEmpty() ? remark : arrival.remark;
         return;
     }
     answer.stored = marks_.of(arrival.settings, arrival.camera);
-    arrival.worth = worthOf(answer);
+    arrival.worth = worthIn(arrival.place.folder, answer);
     const WallTime now = uses_.clock.universalNow();
     answer.dates.modified =
         arrival.worth == Worth::New
@@ -265,9 +287,16 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
     const int count = isStored ? countNew(arrival) : 0;
     co_await recordGood(arrival);
     if (isStored && arrival->isForItsRow()) {
-        marks_.keep(camera, arrival->answer.mark, arrival->isRecorded);
+        keepMark(*arrival);
         tellStored(*arrival, count);
     }
+}
+
+// Whether values that are gathered are stored is known when they are settled.
+void ImageStore::keepMark(const Arrival &arrival)
+{
+    marks_.keep(arrival.camera, arrival.answer.mark, arrival.isRecorded);
+    unsettled_.emplace_back(arrival.camera, arrival.answer.mark);
 }
 
 int ImageStore::countNew(Arrival *arrival)

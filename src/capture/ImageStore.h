@@ -12,6 +12,9 @@
 #include <QCoro/QCoroTask>
 #include <QObject>
 
+#include <utility>
+#include <vector>
+
 namespace velmora {
 
 /// Owns what becomes of a camera's answer: whether it is kept, its file, and the camera's stored
@@ -37,6 +40,8 @@ public:
     };
 
     explicit ImageStore(const Uses &uses);
+    Q_DISABLE_COPY_MOVE(ImageStore)
+    ~ImageStore() override;
 
     /// A pass expects to load this camera: starts its transfer now. url: as for ChargeFile.
     void readAhead(const SettingsSnapshot &settings, CameraAddress camera, const QString &url);
@@ -49,6 +54,13 @@ public:
     /// or when the row gets another address or none, or the storage box is entered, during it. Ends
     /// with `loaded` in every case.
     QCoro::Task<> ChargeFile(QString url, QString folder, CameraAddress camera);
+
+    /// Until the next turn of the event loop, the changes of all cameras loaded reach the settings
+    /// file together. Whoever reads the settings sees them at once.
+    void gather();
+
+    /// Stores what was gathered.
+    void settle();
 
     /// Seconds by which a camera's reference time lies after its last download: 1 once an image was
     /// stored in automatic mode.
@@ -100,6 +112,7 @@ private:
     void name(Arrival &arrival, const QString &url, const QString &contentType) const;
     void noticeDates(const Arrival &arrival);
     QCoro::Task<> keep(Arrival *arrival);
+    void keepMark(const Arrival &arrival);
     [[nodiscard]] int countNew(Arrival *arrival);
     QCoro::Task<> recordGood(Arrival *arrival);
     QCoro::Task<> store(Arrival *arrival);
@@ -114,6 +127,7 @@ private:
     Uses uses_;
     UndatedWatch undatedWatch_;
     KeptMarks marks_;
+    std::vector<std::pair<CameraAddress, PictureMark>> unsettled_; // kept since the last settle()
     PerCamera<qint8> automaticCounters_;
 };
 

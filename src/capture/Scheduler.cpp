@@ -199,6 +199,7 @@ QCoro::Task<> Scheduler::ChargeUrl()
     int end = kCameras; // a failure in the middle does not make the next pass a first one
     const auto atEnd = qScopeGuard([this, &end] {
         uses_.store.dropTransfers();
+        uses_.store.settle();
         ChargeOff();
         firstPassDone_ = firstPassDone_ || end == kCameras;
         Q_EMIT passEnded();
@@ -329,6 +330,7 @@ QCoro::Task<int> Scheduler::walkTable()
         const std::optional<CameraSchedule> camera = cameraToLoad(*settings, cameraAt(index));
         if (camera) {
             settings.reset();
+            uses_.store.gather();
             co_await load(*camera, cameraAt(index), &index);
         } else {
             ++index;

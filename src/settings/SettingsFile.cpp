@@ -5,8 +5,6 @@
 #include "base/ProfileFile.h"
 #include "settings/Numbers.h"
 
-#include <QLocale>
-
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -16,16 +14,6 @@ namespace {
 
 // Values are read into a buffer of 255 characters, including the terminating one.
 constexpr qsizetype kBufferSize = 255;
-
-QString resultOfSize(qint64 bytes)
-{
-    if (bytes > kMostReadBytes) {
-        return QStringLiteral("nothing of it is read");
-    }
-    return bytes > kMostProfileBytes
-               ? QStringLiteral("no change of a setting is stored in it any more")
-               : QStringLiteral("every change of a setting takes its time");
-}
 
 template <typename Settings, typename Convert>
 auto wholeNumber(const Settings &settings, QStringView section, QStringView key, Convert convert)
@@ -46,6 +34,16 @@ QStringView firstLine(QStringView value)
     const auto *const end =
         std::ranges::find_if(value, [](QChar c) { return c == u'\r' || c == u'\n' || c == u'\0'; });
     return value.first(end - value.begin());
+}
+
+ProfileValue profileValue(QStringView section, QStringView key, QStringView value)
+{
+    return {toAnsi(section), toAnsi(key), toAnsi(firstLine(value))};
+}
+
+SettingsChange changeOf(ProfileWrite written)
+{
+    return written == ProfileWrite::Failed ? SettingsChange::Failed : SettingsChange::Made;
 }
 
 QString readFrom(const ProfileText &text, QStringView section, QStringView key)
@@ -121,7 +119,8 @@ QString SettingsFile::path() const
 
 QString SettingsFile::read(QStringView section, QStringView key) const
 {
-    return fromAnsi(cache_.value(toAnsi(section), toAnsi(key), kBufferSize));
+    return gathered_ ? readFrom(*gathered_->text(), section, key)
+                     : fromAnsi(cache_.value(toAnsi(section), toAnsi(key), kBufferSize));
 }
 
 double SettingsFile::number(QStringView section, QStringView key) const
@@ -141,7 +140,11 @@ qint32 SettingsFile::int32(QStringView section, QStringView key) const
 
 void SettingsFile::write(QStringView section, QStringView key, QStringView value) const
 {
-    WriteINI(section, key, value, path());
+    if (gathered_) {
+        gathered_->add(profileValue(section, key, value));
+    } else {
+        WriteINI(section, key, value, path());
+    }
 }
 
 void SettingsFile::write(QStringView section, QStringView key, qint64 value) const
@@ -153,64 +156,57 @@ SettingsChange SettingsFile::write(std::span<const SettingsValue> values) const
 {
     std::vector<ProfileValue> stored;
     for (const SettingsValue &value : values) {
-        stored.push_back(
-            {toAnsi(value.section), toAnsi(value.key), toAnsi(firstLine(value.value))});
+        stored.push_back(profileValue(value.section, value.key, value.value));
     }
-    return writeProfileValues(path(), stored) == ProfileWrite::Failed ? SettingsChange::Failed
-                                                                      : SettingsChange::Made;
+    if (!gathered_) {
+        return changeOf(writeProfileValues(path(), stored));
+    }
+    for (ProfileValue &value : stored) {
+        gathered_->add(std::move(value));
+    }
+    return SettingsChange::Made;
+}
+
+bool SettingsFile::gather() const
+{
+    if (gathered_ || isLarge()) {
+        return false;
+    }
+    gathered_.emplace(cache_.text());
+    return true;
+}
+
+SettingsChange SettingsFile::settle() const
+{
+    const std::optional<GatheredValues> gathered = std::exchange(gathered_, std::nullopt);
+    return gathered && !gathered->values().empty()
+               ? changeOf(writeProfileValues(path(), gathered->values()))
+               : SettingsChange::Made;
 }
 
 SettingsSnapshot SettingsFile::snapshot() const
 {
-    return SettingsSnapshot(cache_.text());
+    return SettingsSnapshot(gathered_ ? gathered_->text() : cache_.text());
 }
 
 bool SettingsFile::isLarge() const
 {
+    if (gathered_) { // which only a small one allows
+        return false;
+    }
     const std::optional<FileStamp> stamp = fileStamp(path());
     return stamp && stamp->bytes > ProfileCache::kLargeBytes;
 }
 
-std::optional<QString> SettingsFile::readingFault() const
-{
-    const std::error_code error = profileFault(path());
-    return error ? std::optional(QStringLiteral("The settings file %1 cannot be read: %2")
-                                     .arg(path(), QString::fromStdString(error.message())))
-                 : std::nullopt;
-}
-
-std::optional<QString> SettingsFile::sizeWarning() const
-{
-    const std::optional<FileStamp> stamp = fileStamp(path());
-    if (!stamp || stamp->bytes <= ProfileCache::kLargeBytes) {
-        return std::nullopt;
-    }
-    const QString size = QLocale::c().formattedDataSize(stamp->bytes, 1, QLocale::DataSizeSIFormat);
-    return QStringLiteral("The settings file %1 is %2 large, so that %3. Settings need a few "
-                          "kilobytes: remove what does not belong there.")
-        .arg(path(), size, resultOfSize(stamp->bytes));
-}
-
-std::optional<QString> SettingsFile::mountWarning() const
-{
-    return isProfileMounted(path())
-               ? std::optional(
-                     QStringLiteral(
-                         "The settings file %1 is mounted by itself, so that it cannot be "
-                         "replaced: "
-                         "most changes of a setting are not stored. Mount its folder instead.")
-                         .arg(path()))
-               : std::nullopt;
-}
-
 SettingsChange SettingsFile::change(const std::function<void(SettingsDraft &)> &change) const
 {
-    const ProfileWrite written = changeProfile(path(), [&change](const QByteArray &bytes) {
+    const SettingsChange settled = settle();
+    Q_UNUSED(settled); // as silent as a single value that cannot be stored
+    return changeOf(changeProfile(path(), [&change](const QByteArray &bytes) {
         SettingsDraft draft(bytes);
         change(draft);
         return draft.bytes();
-    });
-    return written == ProfileWrite::Failed ? SettingsChange::Failed : SettingsChange::Made;
+    }));
 }
 
 } // namespace velmora

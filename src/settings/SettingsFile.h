@@ -1,9 +1,10 @@
 // The settings file: the program's only store. Every value is read when it is needed and written
-// the moment it changes.
+// the moment it changes; what one step changes can be gathered and written together.
 #pragma once
 
 #include "base/ProfileCache.h"
 #include "base/ProfileText.h"
+#include "settings/GatheredValues.h"
 
 #include <QString>
 
@@ -119,27 +120,26 @@ public:
     [[nodiscard]] SettingsSnapshot snapshot() const;
 
     /// Reads, decides and writes as one step that no other program can interrupt: all that `change`
-    /// writes is stored together or not at all.
+    /// writes is stored together or not at all. What was gathered is settled before.
     [[nodiscard]] SettingsChange
     change(const std::function<void(SettingsDraft &draft)> &change) const;
 
     /// True for a file that has grown too large to be read or changed quickly.
     [[nodiscard]] bool isLarge() const;
 
-    /// A sentence that says why a file that is there cannot be read; nothing for one that can, or
-    /// is missing.
-    [[nodiscard]] std::optional<QString> readingFault() const;
+    /// Values written from here on are gathered until settle() stores them together, so that a step
+    /// that changes many of them replaces the file once. Reading gives them at once. Not for longer
+    /// than a turn of the event loop, since a kill loses them. False, without effect, while values
+    /// are being gathered already and for a file that has grown large.
+    bool gather() const;
 
-    /// A sentence that names path and size of a file grown too large to be read quickly; nothing
-    /// for one of ordinary size.
-    [[nodiscard]] std::optional<QString> sizeWarning() const;
-
-    /// A sentence about a file that is mounted by itself; nothing for any other.
-    [[nodiscard]] std::optional<QString> mountWarning() const;
+    /// Stores what was gathered. Does nothing when nothing was.
+    SettingsChange settle() const;
 
 private:
     QString programFolder_;
-    mutable ProfileCache cache_; // only for a file grown beyond reason
+    mutable ProfileCache cache_;
+    mutable std::optional<GatheredValues> gathered_;
 };
 
 } // namespace velmora

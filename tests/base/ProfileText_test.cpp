@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
+#include <vector>
 
 namespace velmora {
 namespace {
@@ -136,6 +138,25 @@ TEST(ProfileText, FindsBothWaysTheSameInRandomTexts)
         found += indexed ? 1 : 0;
     }
     EXPECT_GT(found, 500) << "too few of the texts hold the key to say anything";
+}
+
+TEST(ProfileText, SetsKeysTogetherAsOneByOneInRandomTexts)
+{
+    std::mt19937 random(20061005);
+    std::uniform_int_distribution<int> some(0, 3);
+    const std::array keys = {QByteArray("k"), QByteArray("x"), QByteArray("new"), QByteArray("s")};
+    for (int i = 0; i < 20000; ++i) {
+        const QByteArray before = (i % 2 == 0 ? QByteArray() : QByteArray("[s]\n[x]\nk=1\n")) +
+                                  randomText(random, 40) + (i % 3 == 0 ? "" : "\r\n");
+        std::vector<ProfileValue> values;
+        QByteArray oneByOne = before;
+        for (const QByteArray &key : keys) {
+            const QByteArray section = some(random) == 0 ? "x" : "s";
+            values.push_back({section, key, QByteArray(some(random), 'v')});
+            oneByOne = set(oneByOne, section, key, values.back().value);
+        }
+        ASSERT_EQ(ProfileText(before).with(values), oneByOne) << before.toHex().toStdString();
+    }
 }
 
 TEST(ProfileText, ReadsBackWhatItSetInRandomTexts)

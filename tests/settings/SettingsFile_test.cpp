@@ -2,6 +2,7 @@
 #include "settings/SettingsFile.h"
 
 #include "settings/Numbers.h"
+#include "settings/SettingsFaults.h"
 #include "support/TempTree.h"
 
 #include <QFile>
@@ -216,9 +217,9 @@ TEST_F(SettingsFileTest, MakesTheFileForTheUserAlone)
 TEST_F(SettingsFileTest, WarnsOfAFileBeyondAllMeasure)
 {
     tree.write(u"Velmora.ini", QByteArray(1'000'000, ';'));
-    EXPECT_EQ(settings.sizeWarning(), std::nullopt);
+    EXPECT_EQ(sizeWarning(settings), std::nullopt);
     tree.write(u"Velmora.ini", QByteArray(2'500'000, ';') + "\n[s]\nk=v\n");
-    const QString warning = settings.sizeWarning().value_or(QString());
+    const QString warning = sizeWarning(settings).value_or(QString());
     EXPECT_TRUE(warning.contains(settings.path())) << warning.toStdString();
     EXPECT_TRUE(warning.contains(QStringLiteral("2.5 MB"))) << warning.toStdString();
     EXPECT_EQ(settings.read(u"s", u"k"), QStringLiteral("v"));
@@ -233,7 +234,7 @@ TEST_F(SettingsFileTest, ReadsAFileOfAnySizeButChangesNoneAboveSixteenMegabytes)
     settings.write(u"s", u"k", u"new");
     EXPECT_TRUE(text() == large);
     EXPECT_EQ(settings.read(u"s", u"k"), QStringLiteral("old"));
-    const QString warning = settings.sizeWarning().value_or(QString());
+    const QString warning = sizeWarning(settings).value_or(QString());
     EXPECT_TRUE(warning.contains(QStringLiteral("no change of a setting is stored")));
 }
 
@@ -242,7 +243,7 @@ TEST_F(SettingsFileTest, SaysThatNothingIsReadOfAFileThatCannotBeSettings)
     store("[s]\r\nk=old\r\n");
     ASSERT_TRUE(QFile::resize(settings.path(), qint64{1} << 40)); // all holes
     EXPECT_EQ(settings.read(u"s", u"k"), QString());
-    const QString warning = settings.sizeWarning().value_or(QString());
+    const QString warning = sizeWarning(settings).value_or(QString());
     EXPECT_TRUE(warning.contains(QStringLiteral("nothing of it is read")));
 }
 

@@ -37,8 +37,8 @@ void HeadlessCapture::connectReports()
                 ++stored_;
                 say(QStringLiteral("stored %1 %2").arg(title(camera), fileName));
             });
-    connect(&health_, &HealthEngine::noticed, this,
-            [this](const QString &text) { out_ << text << Qt::endl; });
+    connect(&engine_.store(), &ImageStore::settled, this, [this] { out_.flush(); });
+    connect(&health_, &HealthEngine::noticed, this, &HeadlessCapture::print);
     connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
     connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
         if (failures_.remove(identity(camera)) > 0) {
@@ -87,7 +87,16 @@ QString HeadlessCapture::identity(CameraAddress camera) const
 void HeadlessCapture::say(const QString &text)
 {
     hasNews_ = true;
-    out_ << text << Qt::endl;
+    print(text);
+}
+
+// A line comes out once the settings hold what it tells of.
+void HeadlessCapture::print(const QString &text)
+{
+    out_ << text << '\n';
+    if (!engine_.settings().isGathering()) {
+        out_.flush();
+    }
 }
 
 // The same failure recurs at every pass while a camera has no image; it is reported once.

@@ -32,6 +32,7 @@ private:
     void connectReports();
     void reportStandstills();
     void say(const QString &text);
+    void print(const QString &text);
     void reportFailure(CameraAddress camera, const QString &reason);
     void reportPass();
     [[nodiscard]] SettingsSnapshot settings() const;

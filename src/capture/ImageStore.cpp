@@ -61,7 +61,8 @@ ImageStore::ImageStore(const Uses &uses)
 
 ImageStore::~ImageStore()
 {
-    settle();
+    const SettingsChange last = uses_.table.settings().settle(); // nobody listens any more
+    Q_UNUSED(last);
 }
 
 void ImageStore::readAhead(const SettingsSnapshot &settings, CameraAddress camera,
@@ -72,7 +73,7 @@ void ImageStore::readAhead(const SettingsSnapshot &settings, CameraAddress camer
 
 void ImageStore::gather()
 {
-    if (uses_.table.settings().gather()) {
+    if (!uses_.log.isOn() && uses_.table.settings().gather()) {
         QMetaObject::invokeMethod(this, &ImageStore::settle, Qt::QueuedConnection);
     }
 }
@@ -85,6 +86,7 @@ void ImageStore::settle()
             marks_.keep(camera, mark, false);
         }
     }
+    Q_EMIT settled();
 }
 
 int ImageStore::automaticCounter(CameraAddress camera) const

@@ -56,7 +56,8 @@ public:
     QCoro::Task<> ChargeFile(QString url, QString folder, CameraAddress camera);
 
     /// Until the next turn of the event loop, the changes of all cameras loaded reach the settings
-    /// file together. Whoever reads the settings sees them at once.
+    /// file together. Whoever reads the settings sees them at once. Not while the log is on: what
+    /// one of its lines tells of is stored already.
     void gather();
 
     /// Stores what was gathered.
@@ -95,6 +96,9 @@ Q_SIGNALS:
 
     /// The camera has sent three pictures without a date, of which the usual rule keeps one.
     void undatedNoticed(velmora::CameraAddress camera);
+
+    /// What was told of cameras so far stands in the settings file, if it could be stored.
+    void settled();
 
     /// The camera is finished: the capture timer may run again.
     void loaded();

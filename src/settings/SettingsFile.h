@@ -133,6 +133,8 @@ public:
     /// are being gathered already and for a file that has grown large.
     bool gather() const;
 
+    [[nodiscard]] bool isGathering() const { return gathered_.has_value(); }
+
     /// Stores what was gathered. Does nothing when nothing was.
     SettingsChange settle() const;
 

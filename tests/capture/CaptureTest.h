@@ -39,6 +39,7 @@ inline ScriptedReply failedReply()
 /// Whether the engine's own work takes time, by the busy clock.
 enum class EngineWork { TakesNoTime, TakesTime };
 
+/// The log is off, as it usually is: what a turn stores is stored together.
 class CaptureTest : public testing::Test
 {
 protected:
@@ -52,12 +53,13 @@ protected:
     /// Number of fetches so far.
     [[nodiscard]] qsizetype fetches() const { return source_.requested().size(); }
 
-    CaptureTest() = default;
+    CaptureTest() { house_.log.setOn(false); }
 
     explicit CaptureTest(EngineWork work)
         : house_(source_, clock_,
                  work == EngineWork::TakesTime ? static_cast<Clock &>(busy_) : clock_)
     {
+        house_.log.setOn(false);
     }
 
     FakeClock clock_;

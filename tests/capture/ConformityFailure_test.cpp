@@ -42,6 +42,7 @@ TEST_F(ConformityFailure, DoesNotStopThePass)
 
 TEST_F(ConformityFailure, IsLoggedWithItsReason)
 {
+    house_.log.setOn(true);
     put(kShort);
     put(kCurrent);
     run();
@@ -52,6 +53,7 @@ TEST_F(ConformityFailure, IsLoggedWithItsReason)
 
 TEST_F(ConformityFailure, OfReadingAFolderToItsEndIsLogged)
 {
+    house_.log.setOn(true);
     put(kShort);
     const RefusedCall failing(Call::ReadFolder, EIO, 1, 1);
     run();

@@ -230,6 +230,7 @@ TEST_F(ConformityTest, ShowsWhatItDoesInTheMainWindow)
 
 TEST_F(ConformityTest, LogsEachFile)
 {
+    house_.log.setOn(true);
     put("20060307_140509.jpg");
     run();
     EXPECT_EQ(house_.logText(), QStringLiteral("Mise en conformité:20060307_140509.jpg\n"));
@@ -237,6 +238,7 @@ TEST_F(ConformityTest, LogsEachFile)
 
 TEST_F(ConformityTest, ShowsAndLogsANameWithLineEndsOnOneLine)
 {
+    house_.log.setOn(true);
     put("2006\n307_1405\r9.jpg");
     run();
     const auto shown = QStringLiteral("Mise en conformité:2006 307_1405 9.jpg");

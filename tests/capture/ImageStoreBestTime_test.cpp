@@ -26,6 +26,7 @@ class ChargeFileBestTime : public CaptureTest, public testing::WithParamInterfac
 
 TEST_P(ChargeFileBestTime, IsTheShortestInterval)
 {
+    house_.log.setOn(true);
     add(kCamera);
     house_.putImage(kCamera, QStringLiteral("20060101_0000000100.jpg"));
     house_.setValue(u"LastModified", kCamera, GetParam().lastModified);

@@ -12,6 +12,7 @@ class CaptureHides : public CaptureTest, public testing::WithParamInterface<cons
 protected:
     CaptureHides()
     {
+        house_.log.setOn(true);
         house_.addCamera(kCamera, url_);
         house_.showGroup(0);
     }

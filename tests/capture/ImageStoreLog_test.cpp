@@ -29,6 +29,7 @@ protected:
 
 TEST_F(ChargeFileSays, EachStepOfAStoreInTheLog)
 {
+    house_.log.setOn(true);
     add(kCamera);
     house_.load(kCamera);
     EXPECT_EQ(house_.logText(),
@@ -39,6 +40,7 @@ TEST_F(ChargeFileSays, EachStepOfAStoreInTheLog)
 
 TEST_F(ChargeFileSays, NoStoreOfAnImageThatIsNotNew)
 {
+    house_.log.setOn(true);
     add(kCamera);
     house_.putImage(kCamera, kImageName);
     house_.setValue(u"LastModified", kCamera, kLastModifiedStored);
@@ -49,6 +51,7 @@ TEST_F(ChargeFileSays, NoStoreOfAnImageThatIsNotNew)
 
 TEST_F(ChargeFileSays, NothingMoreOfAFailure)
 {
+    house_.log.setOn(true);
     add(kCamera, failedReply());
     house_.load(kCamera);
     EXPECT_EQ(house_.logText(), kBegin);

@@ -305,6 +305,7 @@ TEST_F(ChargeFile, GivesTheTransferTheTimeoutOfTheBox)
 
 TEST_F(ChargeFile, DoesNothingForARowWithoutAddress)
 {
+    house_.log.setOn(true);
     const QByteArray before = house_.tree.read(u"Velmora.ini");
     int loaded = 0;
     QObject::connect(&house_.store, &ImageStore::loaded, &house_, [&loaded] { ++loaded; });

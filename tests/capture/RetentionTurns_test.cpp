@@ -42,6 +42,7 @@ TEST_F(RetentionTurns, ComeAtMostOnceAnHourForEachCamera)
 
 TEST_F(RetentionTurns, ComeOnceForAnImageThatIsStoredWhileTheCameraWaits)
 {
+    house_.log.setOn(true);
     retention_.begin();
     retention_.follow(kKept);
     house_.finish();

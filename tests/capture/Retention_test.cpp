@@ -122,6 +122,7 @@ TEST_F(RetentionRule, TouchesNothingInTheStorageFolderItselfForARowWithoutAddres
 
 TEST_F(RetentionRule, DeletesNothingWhileTheClockIsBeforeTheNewestImage)
 {
+    house_.log.setOn(true);
     put(kOld);
     put(QStringLiteral("20060307_1410100714.jpg"));
     begin();
@@ -189,6 +190,7 @@ TEST_F(RetentionRule, KeepsFoldersAndLinksOfThatName)
 
 TEST_F(RetentionRule, LeavesACameraFolderAloneThatIsALink)
 {
+    house_.log.setOn(true);
     house_.tree.write(QStringLiteral("home/") + kOld, "old");
     house_.tree.write(QStringLiteral("home/") + kNewest, "new");
     ASSERT_TRUE(QDir(path()).removeRecursively());
@@ -215,6 +217,7 @@ TEST_F(RetentionRule, ToleratesAMissingFolder)
 
 TEST_F(RetentionRule, LogsEachRun)
 {
+    house_.log.setOn(true);
     put(kOld);
     put(QStringLiteral("20060101_0000000101.jpg"));
     begin();
@@ -224,6 +227,7 @@ TEST_F(RetentionRule, LogsEachRun)
 
 TEST_F(RetentionRule, LogsWhatCannotBeDeletedAndWhy)
 {
+    house_.log.setOn(true);
     put(kOld);
     house_.tree.write(u"Velmora.log", "");
     const auto allow = [](const QString &path, mode_t mode) {
@@ -254,6 +258,7 @@ TEST_F(RetentionRule, SaysThatImagesAreGone)
 
 TEST_F(RetentionRule, SaysNothingWhenNothingIsGone)
 {
+    house_.log.setOn(true);
     begin();
     EXPECT_TRUE(deleted_.isEmpty());
     EXPECT_TRUE(house_.logText().contains(QStringLiteral("Retention 0:0: 0 images")));

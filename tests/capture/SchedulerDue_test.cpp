@@ -138,6 +138,7 @@ class DueInGroup : public CaptureTest, public testing::WithParamInterface<Switch
 
 TEST_P(DueInGroup, WhoseSwitchIsExactlyOne)
 {
+    house_.log.setOn(true);
     add({3, 4});
     house_.settings.write(u"Liste3", u"LstAct", GetParam().stored);
     house_.tick();
@@ -157,6 +158,7 @@ INSTANTIATE_TEST_SUITE_P(Scheduler, DueInGroup, testing::ValuesIn(kSwitches),
 
 TEST_F(Due, NeverWithoutAnAddress)
 {
+    house_.log.setOn(true);
     add(kCamera);
     house_.table.setUrl(kCamera, u"");
     makeAutomatic(kCamera, QStringLiteral("00:00:01"), QStringLiteral("01/01/2006 00:00:00"));

@@ -71,6 +71,28 @@ TEST_F(Gathering, DoesNotWaitForACameraThatIsSlow)
     EXPECT_EQ(onDisk(u"lNew", cameras_[2]), QStringLiteral("1"));
 }
 
+TEST_F(Gathering, StoresBeforeALineOfTheLogTellsOfIt)
+{
+    house_.log.setOn(true);
+    QString onDisk;
+    QObject::connect(&house_.store, &ImageStore::imageStored, &house_,
+                     [&](CameraAddress camera) { onDisk = this->onDisk(u"lNew", camera); });
+    add(cameras_[0]);
+    house_.tick();
+    EXPECT_EQ(onDisk, QStringLiteral("1"));
+}
+
+TEST_F(Gathering, SaysWhenWhatWasToldIsStored)
+{
+    QStringList onDisk;
+    QObject::connect(&house_.store, &ImageStore::settled, &house_,
+                     [&] { onDisk.append(this->onDisk(u"lNew", cameras_[0])); });
+    add(cameras_[0]);
+    house_.tick();
+    ASSERT_FALSE(onDisk.isEmpty());
+    EXPECT_EQ(onDisk.first(), QStringLiteral("1"));
+}
+
 TEST_F(Gathering, KeepsAValueThatIsWrittenInTheSameTurn)
 {
     QObject::connect(&house_.store, &ImageStore::imageStored, &house_, [&](CameraAddress camera) {

@@ -9,6 +9,8 @@ using namespace std::chrono_literals;
 class PassLog : public CaptureTest
 {
 protected:
+    PassLog() { house_.log.setOn(true); }
+
     /// Log lines of the scheduler itself, each with the blank line before it.
     [[nodiscard]] QStringList lines() const
     {

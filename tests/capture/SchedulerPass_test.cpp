@@ -34,6 +34,7 @@ TEST_F(Pass, StoresInTheOrderOfTheTableWhateverTheOrderOfTheReplies)
 
 TEST_F(Pass, EndsOneCameraBeforeTheNextBegins)
 {
+    house_.log.setOn(true);
     std::chrono::milliseconds delay = 3s;
     for (const CameraAddress camera : kScattered) {
         add(camera, delayedReply(delay));

@@ -55,6 +55,7 @@ TEST_F(Suspend, EndsWithResume)
 
 TEST_F(Suspend, LetsNoTickThrough)
 {
+    house_.log.setOn(true);
     add(kFirst);
     house_.scheduler.suspend();
     house_.tick();

@@ -107,6 +107,7 @@ TEST_F(Tick, DoesNothingBeforeTheFirstCheckOfTheStorageFolder)
 
 TEST_F(Tick, ChecksTheStorageFolderOnRequest)
 {
+    house_.log.setOn(true);
     add(kCamera);
     house_.storage.requestCheck();
     house_.tick();
@@ -136,6 +137,7 @@ TEST_F(Tick, SeesTheRedLampAfterTheCheck)
 
 TEST_F(Tick, StopsTheTimersWhileTheStorageBoxIsEdited)
 {
+    house_.log.setOn(true);
     add(kCamera);
     int stopped = 0;
     QObject::connect(&house_.scheduler, &Scheduler::timersStopped, &house_,
@@ -162,6 +164,7 @@ TEST_F(Tick, LoadsAgainWhenTheStorageBoxWasLeft)
 
 TEST_F(Tick, ChecksTheStorageFolderBeforeItStopsTheTimers)
 {
+    house_.log.setOn(true);
     house_.storage.beginEdit();
     house_.storage.requestCheck();
     house_.tick();

@@ -60,6 +60,7 @@ TEST_F(StorageWatchTest, LooksEveryTwoSeconds)
 
 TEST_F(StorageWatchTest, SaysNothingWhileNothingChanges)
 {
+    house_.log.setOn(true);
     int checks = 0;
     QObject::connect(&house_.storage, &StorageFolder::checked, &house_, [&checks] { ++checks; });
     clock_.advance(1h);

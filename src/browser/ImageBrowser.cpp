@@ -130,7 +130,7 @@ void ImageBrowser::showDeletion(CameraAddress camera)
     const BrowserState &state = data_.state;
     if (state.CineActif()) {
         isListHeld_ = isListHeld_ || camera == data_.files.camera();
-    } else if (state.view() == View::Camera && camera == state.camera()) {
+    } else if (camera == state.camera()) {
         parts_->line.launch(Kind::Walk, [this] { return parts_->updates.dropDeleted(); });
     }
 }

@@ -67,10 +67,8 @@ QCoro::Task<> ListUpdates::followAddress(CameraAddress camera)
 
 QCoro::Task<> ListUpdates::catchUp()
 {
-    if (data_.state.view() == View::Camera) {
+    if (data_.state.view() == View::Camera || isListed(data_.state.camera())) {
         co_await dropDeleted();
-    } else if (isListed(data_.state.camera())) {
-        co_await lists_.LitDir();
     } else {
         co_await lists_.followGroup();
         selection_.announce();
@@ -89,6 +87,10 @@ QCoro::Task<> ListUpdates::rebuild()
 QCoro::Task<> ListUpdates::dropDeleted()
 {
     if (!isListed(data_.state.camera())) {
+        co_return;
+    }
+    if (data_.state.view() == View::Group) {
+        co_await lists_.LitDir();
         co_return;
     }
     const FileList::Selected before = co_await lists_.listAgain();

@@ -31,7 +31,8 @@ public:
     QCoro::Task<> followAddress(CameraAddress camera);
 
     /// Lists the folder again after old images were deleted; the same image stays selected, or else
-    /// the newest is.
+    /// the newest is. In group view nothing on show changes, but the list does, which calendar and
+    /// film have from it.
     QCoro::Task<> dropDeleted();
 
     /// True when the list is that of the camera's folder.

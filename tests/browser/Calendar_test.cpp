@@ -179,6 +179,18 @@ TEST_F(CalendarTest, GoesToTheDayThoughAnImageThatIsFollowedArrivesBeforeItsList
     EXPECT_EQ(house_.data.files.selected().name, stored);
 }
 
+TEST_F(CalendarTest, CountsNoImagesThatWereDeletedForTheirAgeInGroupView)
+{
+    house_.show(kCamera);
+    house_.showGroup(0);
+    ASSERT_EQ(calendar_.imagesOf(2006y / 12 / 30), 1);
+    house_.remove(kCamera, QStringLiteral("20061230_1200003012.jpg"));
+    browser_.showDeletion(kCamera);
+    house_.finish();
+    EXPECT_EQ(calendar_.imagesOf(2006y / 12 / 30), 0);
+    EXPECT_EQ(state().view(), View::Group);
+}
+
 TEST_F(CalendarTest, ForgetsADayThatTheGroupViewOvertook)
 {
     house_.showGroup(0);

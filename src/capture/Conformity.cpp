@@ -86,7 +86,13 @@ bool Conformity::wants(const QString &path) const
 
 QCoro::Task<> Conformity::run()
 {
-    if (running_) {
+    if (running_ || waiting_) {
+        co_return;
+    }
+    waiting_ = true;
+    co_await unused_.pass(stop_);
+    waiting_ = false;
+    if (stop_.stop_requested()) {
         co_return;
     }
     begin();
@@ -106,10 +112,16 @@ QCoro::Task<> Conformity::run()
     }
 }
 
+QCoro::Task<> Conformity::whileRunning(std::stop_token stop)
+{
+    co_await idle_.pass(std::move(stop));
+}
+
 void Conformity::begin()
 {
     const QString text = QStringLiteral("Mise en conformité des fichiers");
     running_ = true;
+    idle_.shut();
     failures_.clear();
     scheduler_.suspend();
     Q_EMIT began();
@@ -121,6 +133,7 @@ void Conformity::end()
 {
     Q_EMIT statusChanged(QStringLiteral("Poursuite du chargement"));
     running_ = false;
+    idle_.open();
     scheduler_.resume();
     Q_EMIT ended();
 }
@@ -191,6 +204,20 @@ Conformity::Circumstances Conformity::circumstances(const QByteArray &folder,
         now.fileChanged = stampOf(info).changed;
     }
     return now;
+}
+
+NamesInUse::NamesInUse(Conformity &conformity)
+    : conformity_(conformity)
+{
+    ++conformity_.uses_;
+    conformity_.unused_.shut();
+}
+
+NamesInUse::~NamesInUse()
+{
+    if (--conformity_.uses_ == 0) {
+        conformity_.unused_.open();
+    }
 }
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/Gate.h"
 #include "base/TaskScope.h"
 #include "base/WorkSlice.h"
 #include "cameras/StorageFolder.h"
@@ -38,10 +39,14 @@ public:
     /// One pass; does nothing while another is running. To be launched in the scope. Captures are
     /// suspended from start to end, however it ends. No existing file is replaced, and a file that
     /// cannot be renamed stays as it is. While the storage box is being edited the pass stands
-    /// still; then it starts over, since its folders may have changed.
+    /// still; then it starts over, since its folders may have changed. While listed names are in
+    /// use it waits before its start.
     QCoro::Task<> run();
 
     [[nodiscard]] bool isRunning() const { return running_; }
+
+    /// Returns when no pass is running, or when a stop is requested.
+    QCoro::Task<> whileRunning(std::stop_token stop);
 
     /// True when a pass would find this file and might rename it. A file that could not be renamed
     /// is not wanted again until something that matters has changed: the name in its way, the
@@ -81,6 +86,8 @@ private:
 
     static Circumstances circumstances(const QByteArray &folder, const QByteArray &name);
 
+    friend class NamesInUse;
+
     void begin();
     void end();
     QCoro::Task<std::set<QByteArray>> shortNames(QString folder, StorageUse use);
@@ -95,7 +102,24 @@ private:
     std::stop_token stop_;
     WorkSlice slice_;
     QHash<QString, Failure> failures_; // keyed by path
+    Gate idle_;                        // shut while a pass is running
+    Gate unused_;                      // shut while listed names are in use
+    int uses_ = 0;
     bool running_ = false;
+    bool waiting_ = false;
+};
+
+/// While one lives, no pass begins: for work that goes through listed names one by one, such as a
+/// copy of images, and would take a renamed image for a deleted one. Begun when no pass is running.
+class NamesInUse
+{
+public:
+    explicit NamesInUse(Conformity &conformity);
+    Q_DISABLE_COPY_MOVE(NamesInUse)
+    ~NamesInUse();
+
+private:
+    Conformity &conformity_;
 };
 
 } // namespace velmora

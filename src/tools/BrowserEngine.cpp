@@ -18,8 +18,8 @@ BrowserEngine::BrowserEngine(CaptureEngine &capture, MailSender &sender)
     , alarm_(capture.storage(), data_, capture.clock(), capture.scope())
     , mail_(capture.settings(), sender, capture.clock(), capture.scope())
     , calendar_(browser_)
-    , filmMaker_(
-          {capture.table(), capture.storage(), data_, film_, capture.clock(), capture.scope()})
+    , filmMaker_({capture.table(), capture.storage(), data_, film_, capture.conformity(),
+                  capture.clock(), capture.scope()})
 {
     QObject::connect(&capture.store(), &ImageStore::imageStored, &browser_, &ImageBrowser::follow);
     QObject::connect(&capture.store(), &ImageStore::imageStored, &calendar_, &Calendar::follow);

@@ -151,7 +151,8 @@ void FilmMaker::play(const FilmWish &wish)
     }
 }
 
-// A disk that is away has lost no images: false then, and the end has been reported.
+// A disk that is away has lost no images, nor have those been deleted that get other names: false
+// then, and the end has been reported.
 bool FilmMaker::begin(const QString &target)
 {
     result_.clear();
@@ -159,6 +160,11 @@ bool FilmMaker::begin(const QString &target)
         Q_EMIT ended(tr("The folder of the images is not there: %1").arg(folderText_));
         return false;
     }
+    if (uses_.conformity.isRunning()) {
+        Q_EMIT ended(tr("The images are being renamed. Begin again when that is done."));
+        return false;
+    }
+    inUse_.emplace(uses_.conformity);
     began_ = uses_.clock.monotonicNow();
     target_ = target;
     return true;
@@ -176,6 +182,7 @@ void FilmMaker::makeFilm(const FilmWish &wish, const QString &target)
 
 void FilmMaker::end(FilmEnd end, const QString &text)
 {
+    inUse_.reset();
     if (end == FilmEnd::Made) {
         result_ = target_;
     }
@@ -212,6 +219,7 @@ QCoro::Task<> FilmMaker::copy(CopyOrder order)
     const std::stop_callback atEnd(uses_.scope.stopToken(), [this] { stopCopy_.request_stop(); });
     co_await copy_.run(std::move(order), stopCopy_.get_token());
     copying_ = false;
+    inUse_.reset();
     const CopyTally &tally = copy_.tally();
     const bool hasCopies = !tally.error && !tally.readError && tally.copied + tally.there > 0;
     result_ = hasCopies ? target_ : QString();

@@ -5,6 +5,7 @@
 #include "base/TaskScope.h"
 #include "browser/BrowserData.h"
 #include "cameras/StorageFolder.h"
+#include "capture/Conformity.h"
 #include "tools/FilmExport.h"
 #include "tools/RangeCopy.h"
 #include "tools/Slideshow.h"
@@ -55,6 +56,7 @@ public:
         const StorageFolder &storage;
         const BrowserData &data;
         Slideshow &film;
+        Conformity &conformity;
         Clock &clock;
         TaskScope &scope;
     };
@@ -142,6 +144,7 @@ private:
     QString camera_;
     QString target_;
     QString result_;
+    std::optional<NamesInUse> inUse_; // while busy
     std::chrono::milliseconds began_{};
     bool copying_ = false;
 };

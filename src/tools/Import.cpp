@@ -317,6 +317,8 @@ QCoro::Task<> Import::copy()
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
     const std::stop_callback ending(uses_.scope.stopToken(), [this] { atOnce_.request_stop(); });
+    co_await uses_.conformity.whileRunning(atOnce_.get_token());
+    const NamesInUse names(uses_.conformity); // the source may be a camera's folder
     if (hasTarget()) { // otherwise it has lost its address since it was chosen
         result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
     }

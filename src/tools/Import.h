@@ -5,6 +5,7 @@
 #include "base/Clock.h"
 #include "base/TaskScope.h"
 #include "cameras/StorageFolder.h"
+#include "capture/Conformity.h"
 #include "tools/FolderList.h"
 #include "tools/ImportRun.h"
 #include "tools/SourceList.h"
@@ -46,6 +47,7 @@ public:
     {
         const SettingsFile &settings;
         StorageFolder &storage;
+        Conformity &conformity;
         EventLog &log;
         Problems &problems;
         Clock &clock;

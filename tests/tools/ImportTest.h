@@ -93,8 +93,8 @@ protected:
     FakeClock clock_;
     ScriptedSource source_{clock_};
     CaptureHouse house_{source_, clock_};
-    Import import_{
-        {house_.settings, house_.storage, house_.log, house_.problems, clock_, house_.scope}};
+    Import import_{{house_.settings, house_.storage, house_.engine.conformity(), house_.log,
+                    house_.problems, clock_, house_.scope}};
     SourceList &files_ = import_.files();
     FolderList &folders_ = import_.folders();
     QStringList messages_;

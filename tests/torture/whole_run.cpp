@@ -39,8 +39,8 @@ public:
     explicit WholeRun(const QString &folder)
         : source_(clock_)
         , engine_(folder, clock_, source_)
-        , import_({engine_.settings(), engine_.storage(), engine_.log(), engine_.problems(), clock_,
-                   engine_.scope()})
+        , import_({engine_.settings(), engine_.storage(), engine_.conformity(), engine_.log(),
+                   engine_.problems(), clock_, engine_.scope()})
     {
         QObject::connect(&engine_.problems(), &Problems::warned, &engine_,
                          [](const QString &text) { QTextStream(stderr) << text << Qt::endl; });

@@ -120,7 +120,7 @@ protected:
 
     BrowserWindowHouse house_;
     FilmMaker maker_{{house_.house.table, house_.house.storage, house_.data, house_.film,
-                      house_.clock, house_.house.scope}};
+                      house_.conformity, house_.clock, house_.house.scope}};
     FilmKeep window_{maker_, house_.film};
 };
 

@@ -247,5 +247,56 @@ TEST_F(FilmKeepTest, ImagesThatAreAwayInTheMiddleOfAFilmAreNotCalledDeleted)
     EXPECT_FALSE(told.contains(QStringLiteral("deleted"))) << told.toStdString();
 }
 
+TEST_F(FilmKeepTest, ImagesThatAreToBeRenamedWhileAFilmIsMadeAreInIt)
+{
+    for (int i = kImages; i < 300; ++i) {
+        house_.house.putImage({0, 0}, storedName(i), pictureBytes(Qt::red));
+    }
+    for (int i = 0; i < 10; ++i) { // of the older form, not in view yet
+        house_.house.putImage({0, 0}, QStringLiteral("20060308_12000%1.jpg").arg(i),
+                              pictureBytes(Qt::red));
+        house_.house.putImage({0, 0}, QStringLiteral("20060309_12000%10912.jpg").arg(i),
+                              pictureBytes(Qt::red));
+    }
+    house_.browser.refresh();
+    house_.settle();
+    QSignalSpy renamed(&house_.conformity, &Conformity::ended);
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    qsizetype renamedMeanwhile = -1;
+    QObject::connect(&maker_, &FilmMaker::ended, &maker_,
+                     [&] { renamedMeanwhile = renamed.size(); });
+    window_.present({});
+    QObject::connect(
+        &maker_, &FilmMaker::advanced, &maker_, [this] { house_.browser.chooseFile(305); },
+        Qt::SingleShotConnection);
+    maker_.makeFilm(maker_.usualWish(), out(QStringLiteral("/a.mp4")));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            house_.clock.advance(std::chrono::milliseconds{0});
+            return !ended.isEmpty();
+        },
+        20'000));
+    EXPECT_EQ(ended.first().first().toString(), QStringLiteral("The film is ready: 320 images."));
+    EXPECT_EQ(renamedMeanwhile, 0);
+    house_.settle();
+    EXPECT_EQ(renamed.size(), 1);
+}
+
+TEST_F(FilmKeepTest, WaitsForNoRenamingAndSaysSo)
+{
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    house_.house.scope.launch(house_.conformity.run());
+    ASSERT_TRUE(house_.conformity.isRunning());
+    maker_.copyImages(maker_.usualWish(), out());
+    EXPECT_FALSE(maker_.isBusy());
+    ASSERT_EQ(ended.size(), 1);
+    EXPECT_EQ(ended.first().first().toString(),
+              QStringLiteral("The images are being renamed. Begin again when that is done."));
+    house_.settle();
+    maker_.copyImages(maker_.usualWish(), out());
+    EXPECT_TRUE(maker_.isBusy());
+    house_.settle();
+}
+
 } // namespace
 } // namespace velmora::test

@@ -75,7 +75,8 @@ public:
     FakeClock clock;
     ScriptedSource source{clock};
     CaptureHouse house{source, clock};
-    Import import{{house.settings, house.storage, house.log, house.problems, clock, house.scope}};
+    Import import{{house.settings, house.storage, house.engine.conformity(), house.log,
+                   house.problems, clock, house.scope}};
     PictureCache cache{qsizetype{48} * 1024 * 1024};
     PictureLoader loader{cache, clock, house.scope};
     frmImport window{import, loader};

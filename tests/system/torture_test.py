@@ -17,6 +17,7 @@ import time
 import unittest
 from collections import Counter
 from concurrent.futures import ThreadPoolExecutor
+from functools import partial
 from pathlib import Path
 
 from house import encode_folder_name, ill_formed_lines, parse_settings
@@ -69,7 +70,8 @@ def body(url):
 class Stage:
     """A program folder with some of everything in it."""
 
-    def __init__(self):
+    def __init__(self, log):
+        self.log = log
         self.root = Path(tempfile.mkdtemp(prefix="velmora-torture-"))
         self.storage = self.root / "drives" / "c" / "in"
         self.card = self.storage.parent / "card"
@@ -77,7 +79,7 @@ class Stage:
             folder.mkdir(parents=True)
         text = "".join(
             f"[{section}]\r\n" + "".join(f"{key}={value}\r\n" for key, value in keys.items())
-            for section, keys in SETTINGS.items()
+            for section, keys in self.settings().items()
         )
         (self.root / "windows" / "Velmora.ini").write_bytes(text.encode())
         (self.root / "Velmora.ini").write_bytes(b"[Control]\r\nStRep=C:\\before\r\n")
@@ -85,6 +87,9 @@ class Stage:
         self.images = {}  # path -> bytes of what was there before
         for url, name in ((CAMERAS[0], SHORT_NAME), (CAMERAS[1], OLD_NAME), (CAMERAS[1], NEWEST_NAME)):
             self.put(self.folder(url) / name, f"{url} {name}".encode() * 100)
+
+    def settings(self):
+        return SETTINGS | {"Control": SETTINGS["Control"] | {"Debug": "1" if self.log else "0"}}
 
     def folder(self, url):
         return self.storage / encode_folder_name(url)
@@ -139,7 +144,7 @@ class Stage:
         if ill_formed_lines(now):
             yield f"settings with lines of no form: {ill_formed_lines(now)[:3]}"
         values = parse_settings(now.decode("cp1252"))
-        for section, keys in SETTINGS.items():
+        for section, keys in self.settings().items():
             for key, value in keys.items():
                 found = values.get(section, {}).get(key)
                 if found != value and key not in CHANGED:
@@ -170,22 +175,22 @@ class Stage:
         if (self.root / "Velmora.ini").stat().st_mode & 0o077 and not self.settings_were_there:
             yield "others may read the settings"
         log = b"".join((self.root / name).read_bytes() for name in ("Velmora.log",))
-        if not log.endswith(b"\n") or b"cut by a ki\n" not in log:
+        if self.log and (not log.endswith(b"\n") or b"cut by a ki\n" not in log):
             yield "the log has a line without its end"
 
     settings_were_there = True
 
 
-def filled_stage():
-    stage = Stage()
+def filled_stage(log):
+    stage = Stage(log)
     for name, content in CARD.items():
         (stage.card / name).write_bytes(content)
     return stage
 
 
-def counts():
+def counts(log):
     """How often a whole run makes a call of each kind."""
-    stage = filled_stage()
+    stage = filled_stage(log)
     with tempfile.NamedTemporaryFile() as report:
         status, said = stage.run(VELMORA_FAIL_REPORT=report.name, VELMORA_FAIL_AT="0")
         lines = Path(report.name).read_text(encoding="utf-8").split("\n")
@@ -196,10 +201,10 @@ def counts():
     return {kind: int(count) for kind, count in (line.split() for line in lines if line)}
 
 
-def make_fail(case):
+def make_fail(log, case):
     """What went wrong after one call failed in one way; an empty text if nothing did."""
     kind, number, way = case
-    stage = filled_stage()
+    stage = filled_stage(log)
     as_number = way if way == "short" else str(getattr(errno, way))
     try:
         status, said = stage.run(VELMORA_FAIL_CALL=kind, VELMORA_FAIL_AT=str(number), VELMORA_FAIL_AS=as_number)
@@ -219,9 +224,9 @@ def every_case(calls):
     return [(kind, number, way) for kind, ways in WAYS.items() for number in range(1, calls[kind] + 1) for way in ways]
 
 
-def kill_at(seconds):
+def kill_at(log, seconds):
     """(whether the kill came in time, what went wrong)."""
-    stage = filled_stage()
+    stage = filled_stage(log)
     try:
         killed = stage.kill_after(seconds)
         faults = stage.faults()
@@ -234,7 +239,10 @@ def kill_at(seconds):
 
 
 class TortureTest(unittest.TestCase):
+    """With the log on each camera's values are stored by themselves, without it those of a turn together."""
+
     ALL = False
+    LOG = True
     maxDiff = None
 
     def setUp(self):
@@ -252,27 +260,31 @@ class TortureTest(unittest.TestCase):
             yield result
 
     def test_loses_nothing_whichever_call_fails(self):
-        calls = counts()
+        calls = counts(self.LOG)
         for kind in WAYS:
             self.assertGreater(calls[kind], 0, f"no call of the kind {kind} was seen")
         cases = every_case(calls)
         chosen = self.lot.sample(cases, len(cases) if self.ALL else FAILURES_OF_A_PART)
-        faults = [fault for fault in self.results(make_fail, chosen) if fault]
+        faults = [fault for fault in self.results(partial(make_fail, self.LOG), chosen) if fault]
         print(f"{len(chosen)} of {len(cases)} failures, {len(faults)} with a fault;", end=" ", flush=True)
         print(", ".join(f"{kind} {count}" for kind, count in Counter(kind for kind, _, _ in chosen).items()))
         self.assertEqual([], faults)
 
     def test_loses_nothing_whenever_it_is_killed(self):
-        stage = filled_stage()
+        stage = filled_stage(self.LOG)
         began = time.monotonic()
         stage.run()
         whole = time.monotonic() - began
         stage.remove()
         moments = [self.lot.uniform(0, whole) for _ in range(KILLS_OF_ALL if self.ALL else KILLS_OF_A_PART)]
-        ended = list(self.workers.map(kill_at, moments))
+        ended = list(self.workers.map(partial(kill_at, self.LOG), moments))
         print(f"{len(moments)} kills, {sum(killed for killed, _ in ended)} before the end of the run")
         self.assertEqual([], [fault for _, fault in ended if fault])
         self.assertGreater(sum(killed for killed, _ in ended), len(moments) // 4)
+
+
+class TortureWithoutLogTest(TortureTest):
+    LOG = False
 
 
 if __name__ == "__main__":

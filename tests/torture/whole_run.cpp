@@ -53,7 +53,6 @@ public:
         pass(QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"));
         await(engine_.conformity().run());
         importAll();
-        engine_.debugSwitch().set(true);
         engine_.settings().write(u"Velmora", u"Torture", QStringLiteral("a value of some length"));
         answer(QStringLiteral("Tue, 07 Mar 2006 15:05:09 GMT"));
         await(engine_.scheduler().lastTick());

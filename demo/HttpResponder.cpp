@@ -101,7 +101,7 @@ Answer resource(const QString &path, const QDateTime &now)
 
 Answer answerTo(const loopback::Request &request, const QDateTime &now)
 {
-    const std::optional<QString> path = pathOf(request.path);
+    const std::optional<QString> path = pathOf(request.target);
     if (!path) {
         return errorAnswer("400 Bad Request");
     }

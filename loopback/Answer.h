@@ -9,6 +9,7 @@
 
 namespace velmora::loopback {
 
+/// What becomes of the connection once everything is sent.
 enum class AtEnd { Close, KeepOpen };
 
 /// Bytes to send, and how.

@@ -1,5 +1,5 @@
 // One client of a camera server: reads its request, sends the answer in the way that is wanted, and
-// closes. Deletes itself when the client is gone.
+// closes.
 #pragma once
 
 #include "loopback/Answer.h"
@@ -13,8 +13,11 @@
 
 namespace velmora::loopback {
 
+/// Says what is sent in answer to a request.
 using Answerer = std::function<Answer(const Request &)>;
 
+/// Serves one request; whatever else the client sends is ignored. Goes away, with its socket, once
+/// the connection is closed.
 class Connection : public QObject
 {
 public:

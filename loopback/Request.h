@@ -14,7 +14,7 @@ namespace velmora::loopback {
 struct Request
 {
     QByteArray method;  // methods are case-sensitive
-    QByteArray path;    // with the query; a proxy is sent a whole address
+    QByteArray target;  // path and query; a proxy is sent a whole address
     QByteArray version; // "HTTP/1.0" or "HTTP/1.1"
     QList<std::pair<QByteArray, QByteArray>> headers;
 

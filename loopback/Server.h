@@ -11,6 +11,8 @@
 
 namespace velmora::loopback {
 
+/// Gives each client a connection of its own, with one answer, until it is destroyed. All run in
+/// the event loop of whoever made it.
 class Server : public QObject
 {
 public:
@@ -22,8 +24,10 @@ public:
     /// says why.
     [[nodiscard]] bool listen(quint16 port);
 
+    /// Why it does not listen, as a text of the system.
     [[nodiscard]] QString errorText() const { return listener_->errorString(); }
 
+    /// Where it listens; 0 before listen().
     [[nodiscard]] quint16 port() const { return listener_->serverPort(); }
 
     /// "127.0.0.1:port".

@@ -56,7 +56,7 @@ TEST_F(HttpClientTest, AsksForThePathAsWritten)
     EXPECT_EQ(fetch(camera_.url("/cgi/snap.cgi?res=2&q=%20x")).outcome, FetchOutcome::Arrived);
     const CameraRequest request = onlyRequest();
     EXPECT_EQ(request.method, "GET");
-    EXPECT_EQ(request.path, "/cgi/snap.cgi?res=2&q=%20x");
+    EXPECT_EQ(request.target, "/cgi/snap.cgi?res=2&q=%20x");
     EXPECT_EQ(request.version, "HTTP/1.1");
     EXPECT_EQ(request.header("Host"), camera_.host());
     EXPECT_EQ(request.header("Authorization"), "");
@@ -69,7 +69,7 @@ TEST_F(HttpClientTest, AsksForJpgInTheOldForm)
     EXPECT_EQ(fetch(requestFor(typed, kAmpleLimit)).outcome, FetchOutcome::Arrived);
     const CameraRequest request = onlyRequest();
     EXPECT_EQ(request.method, "GET");
-    EXPECT_EQ(request.path, "/img/a.JPG");
+    EXPECT_EQ(request.target, "/img/a.JPG");
     EXPECT_EQ(request.version, "HTTP/1.0");
     EXPECT_EQ(request.header("Authorization"), "");
     EXPECT_EQ(request.header("Accept"), "");
@@ -93,7 +93,7 @@ TEST_F(HttpClientTest, GoesThroughTheProxyOfTheSystem)
     const ScopedEnv proxy("http_proxy", camera_.url({}));
     camera_.answer("http://cam.example/a.jpg", picture(10));
     EXPECT_EQ(fetch("http://cam.example/a.jpg", HttpForm::Http10).body.whole(), jpeg(10));
-    EXPECT_EQ(onlyRequest().path, "http://cam.example/a.jpg");
+    EXPECT_EQ(onlyRequest().target, "http://cam.example/a.jpg");
 }
 
 TEST_F(HttpClientTest, TakesAnEmptyAnswer)

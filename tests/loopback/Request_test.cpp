@@ -15,7 +15,7 @@ TEST(LoopbackRequest, HasMethodPathVersionAndHeaders)
     const auto request = parsedRequest("GET /a.jpg?x=1 HTTP/1.1\r\nHost: cam:80\r\nX-Empty:");
     ASSERT_TRUE(request);
     EXPECT_EQ(request->method, "GET");
-    EXPECT_EQ(request->path, "/a.jpg?x=1");
+    EXPECT_EQ(request->target, "/a.jpg?x=1");
     EXPECT_EQ(request->version, "HTTP/1.1");
     EXPECT_EQ(request->header("hOST"), "cam:80");
     EXPECT_EQ(request->header("X-Empty"), "");

@@ -20,11 +20,11 @@ void LoopbackCamera::answer(const QByteArray &path, const CameraAnswer &answer)
 CameraAnswer LoopbackCamera::take(const CameraRequest &request)
 {
     requests_.append(request);
-    const auto found = answers_.constFind(request.path);
+    const auto found = answers_.constFind(request.target);
     if (found == answers_.constEnd()) {
         return response("404 Not Found", "Content-Type: text/html\r\n", QByteArray(5000, 'n'));
     }
-    const bool open = opens(found->lock, request.header("Authorization"), request.path);
+    const bool open = opens(found->lock, request.header("Authorization"), request.target);
     CameraAnswer answer = open ? *found : askForUser(found->lock.kind);
     answer.isHeld = [this, company = answer.company] { return requests_.size() < company; };
     return answer;

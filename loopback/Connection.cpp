@@ -1,5 +1,9 @@
 #include "loopback/Connection.h"
 
+#include <QSslSocket>
+
+#include <sys/socket.h>
+
 namespace velmora::loopback {
 namespace {
 
@@ -39,9 +43,10 @@ void Connection::read()
         return;
     }
     received_ += bytes;
-    const qsizetype end = received_.left(kMaxHeadBytes).indexOf("\r\n\r\n");
+    const QByteArray head = received_.left(kMaxHeadBytes).replace("\r\n", "\n");
+    const qsizetype end = head.indexOf("\n\n");
     if (end >= 0) {
-        const std::optional<Request> request = parsedRequest(received_.first(end));
+        const std::optional<Request> request = parsedRequest(head.first(end));
         answer(request ? answerer_(*request) : refusal("400 Bad Request"));
     } else if (received_.size() >= kMaxHeadBytes) {
         answer(refusal("431 Request Header Fields Too Large"));
@@ -99,6 +104,7 @@ void Connection::goOn()
         socket_.write(answer_.repeated);
     } else if (state_ == State::Closing) {
         after(kCloseLimit, &Connection::abort);
+        endSending();
     }
 }
 
@@ -106,7 +112,19 @@ void Connection::close()
 {
     state_ = State::Closing;
     after(kCloseLimit, &Connection::abort);
-    socket_.disconnectFromHost();
+    endSending();
+}
+
+// Only this direction ends, and the client closes the other: what it still sends to a socket that
+// is closed altogether comes back as a reset, and may cost it the answer. TLS has an end of its
+// own.
+void Connection::endSending()
+{
+    if (qobject_cast<QSslSocket *>(&socket_) != nullptr) {
+        socket_.disconnectFromHost();
+    } else if (socket_.bytesToWrite() == 0) {
+        ::shutdown(static_cast<int>(socket_.socketDescriptor()), SHUT_WR);
+    }
 }
 
 void Connection::abort()

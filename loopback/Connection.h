@@ -16,8 +16,8 @@ namespace velmora::loopback {
 /// Says what is sent in answer to a request.
 using Answerer = std::function<Answer(const Request &)>;
 
-/// Serves one request; whatever else the client sends is ignored. Goes away, with its socket, once
-/// the connection is closed.
+/// Serves one request; whatever else the client sends is ignored. Goes away, with its socket, when
+/// the client has closed, or takes nothing more of an answer that has an end.
 class Connection : public QObject
 {
 public:
@@ -37,6 +37,7 @@ private:
     void finish();
     void goOn();
     void close();
+    void endSending();
     void abort();
     void after(std::chrono::milliseconds delay, Step step);
 

@@ -22,8 +22,8 @@ struct Request
     [[nodiscard]] QByteArray header(QByteArrayView name) const;
 };
 
-/// head: the lines before the empty one. Nothing when it is not a valid request of HTTP/1.0 or 1.1
-/// (RFC 9112), such as one of HTTP/1.1 without a Host.
+/// head: the lines before the empty one, each but the last with its end, LF or CR LF. Nothing when
+/// it is not a valid request of HTTP/1.0 or 1.1 (RFC 9112), such as one of HTTP/1.1 without a Host.
 [[nodiscard]] std::optional<Request> parsedRequest(const QByteArray &head);
 
 } // namespace velmora::loopback

@@ -37,9 +37,9 @@ protected:
     }
 
     loopback::Answer answer_ = loopback::response("200 OK", "A: b\r\n", "picture");
-    int requests_ = 0;
-    loopback::Server server_{[this](const loopback::Request &) {
-        ++requests_;
+    QList<loopback::Request> requests_;
+    loopback::Server server_{[this](const loopback::Request &request) {
+        requests_.append(request);
         return answer_;
     }};
 };
@@ -60,20 +60,35 @@ TEST_F(LoopbackServer, SendsAllPiecesInTheirOrder)
 TEST_F(LoopbackServer, AnswersOneRequestForEachConnection)
 {
     EXPECT_EQ(replyTo(kRequest + kRequest), answer_.bytes);
-    EXPECT_EQ(requests_, 1);
+    EXPECT_EQ(requests_.size(), 1);
+}
+
+TEST_F(LoopbackServer, TakesLineFeedsAloneAsEndsOfLines)
+{
+    EXPECT_EQ(replyTo("GET /a.jpg HTTP/1.1\nHost: cam\nX-Last: z\n\n"), answer_.bytes);
+    ASSERT_EQ(requests_.size(), 1);
+    EXPECT_EQ(requests_.first().version, "HTTP/1.1");
+    EXPECT_EQ(requests_.first().header("Host"), "cam");
+    EXPECT_EQ(requests_.first().header("X-Last"), "z");
+}
+
+TEST_F(LoopbackServer, AnswersAClientThatGoesOnSending)
+{
+    answer_.bytes += QByteArray(1 << 20, 'a');
+    EXPECT_EQ(replyTo(kRequest + QByteArray(1 << 26, 'x')).size(), answer_.bytes.size());
 }
 
 TEST_F(LoopbackServer, RefusesWhatIsNotARequest)
 {
     EXPECT_TRUE(replyTo("nonsense\r\n\r\n").startsWith("HTTP/1.1 400 Bad Request\r\n"));
-    EXPECT_EQ(requests_, 0);
+    EXPECT_TRUE(requests_.isEmpty());
 }
 
 TEST_F(LoopbackServer, RefusesAHeadThatIsTooLong)
 {
     const QByteArray reply = replyTo("GET / HTTP/1.0\r\nX: " + QByteArray(8192, 'x'));
     EXPECT_TRUE(reply.startsWith("HTTP/1.1 431 Request Header Fields Too Large\r\n"));
-    EXPECT_EQ(requests_, 0);
+    EXPECT_TRUE(requests_.isEmpty());
 }
 
 } // namespace

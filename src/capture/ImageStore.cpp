@@ -185,6 +185,17 @@ QCoro::Task<> ImageStore::store(Arrival *arrival)
     }
 }
 
+// False when the row has got another camera meanwhile: then nothing is told of this one.
+QCoro::Task<bool> ImageStore::storeOrGiveUp(Arrival *arrival)
+{
+    co_await store(arrival);
+    const bool isForItsRow = arrival->isForItsRow();
+    if (!isForItsRow) {
+        giveUp(*arrival);
+    }
+    co_return isForItsRow;
+}
+
 void ImageStore::announce(const QString &url, CameraAddress camera)
 {
     const QString address = withoutCredentials(url);
@@ -313,16 +324,13 @@ int ImageStore::countNew(Arrival *arrival)
 
 QCoro::Task<> ImageStore::recordGood(Arrival *arrival)
 {
-    const CameraAddress camera = arrival->camera;
     setLamp(arrival, LampColour::Green);
     noticeDates(*arrival);
     recordBestTime(arrival);
     arrival->set(keys::kLocalTime, dateText(uses_.clock.localNow()));
-    co_await store(arrival);
-    if (arrival->isForItsRow()) {
-        Q_EMIT cameraAnswered(camera, arrival->remark);
-    } else {
-        giveUp(*arrival);
+    const bool isForItsRow = co_await storeOrGiveUp(arrival);
+    if (isForItsRow) {
+        Q_EMIT cameraAnswered(arrival->camera, arrival->remark);
     }
 }
 
@@ -387,11 +395,9 @@ QString ImageStore::title(CameraAddress camera) const
 QCoro::Task<> ImageStore::fail(Arrival *arrival, QString reason)
 {
     setLamp(arrival, LampColour::Red);
-    co_await store(arrival);
-    if (arrival->isForItsRow()) {
+    const bool isForItsRow = co_await storeOrGiveUp(arrival);
+    if (isForItsRow) {
         Q_EMIT cameraFailed(arrival->camera, reason);
-    } else {
-        giveUp(*arrival);
     }
 }
 

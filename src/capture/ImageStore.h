@@ -120,6 +120,7 @@ private:
     [[nodiscard]] int countNew(Arrival *arrival);
     QCoro::Task<> recordGood(Arrival *arrival);
     QCoro::Task<> store(Arrival *arrival);
+    QCoro::Task<bool> storeOrGiveUp(Arrival *arrival);
     void recordBestTime(Arrival *arrival);
     void tellStored(const Arrival &arrival, int count);
     QCoro::Task<> failToStore(Arrival *arrival, std::error_code error);

@@ -10,8 +10,10 @@
 namespace velmora {
 namespace {
 
-// Sizes and times differ from one failure to the next.
-QString withoutNumbers(QString reason)
+// The kind of a failure: its sentence without sizes and times, which differ from one failure to the
+// next. Most sentences are libcurl's, the system's or ffmpeg's own, and tell more kinds apart than
+// a list of ours could.
+QString kindOf(QString reason)
 {
     reason.removeIf([](QChar c) { return c.isDigit(); });
     return reason;
@@ -103,7 +105,7 @@ void HeadlessCapture::print(const QString &text)
 void HeadlessCapture::reportFailure(CameraAddress camera, const QString &reason)
 {
     ++failed_;
-    const QString kind = withoutNumbers(reason);
+    const QString kind = kindOf(reason);
     if (failures_.value(identity(camera)) != kind) {
         failures_.insert(identity(camera), kind);
         const bool isNamed = !cameraName(settings(), camera).isEmpty();

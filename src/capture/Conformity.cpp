@@ -86,7 +86,7 @@ bool Conformity::wants(const QString &path) const
 
 QCoro::Task<> Conformity::run()
 {
-    if (running_ || waiting_) {
+    if (isRunning() || waiting_) {
         co_return;
     }
     waiting_ = true;
@@ -120,10 +120,9 @@ QCoro::Task<> Conformity::whileRunning(std::stop_token stop)
 void Conformity::begin()
 {
     const QString text = QStringLiteral("Mise en conformité des fichiers");
-    running_ = true;
     idle_.shut();
     failures_.clear();
-    scheduler_.suspend();
+    suspension_ = scheduler_.suspend();
     Q_EMIT began();
     Q_EMIT stepTaken(text);
     Q_EMIT statusChanged(text);
@@ -132,9 +131,10 @@ void Conformity::begin()
 void Conformity::end()
 {
     Q_EMIT statusChanged(QStringLiteral("Poursuite du chargement"));
-    running_ = false;
     idle_.open();
-    scheduler_.resume();
+    if (suspension_) {
+        scheduler_.resume(*std::exchange(suspension_, std::nullopt));
+    }
     Q_EMIT ended();
 }
 

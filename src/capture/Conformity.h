@@ -15,6 +15,7 @@
 #include <QHash>
 #include <QObject>
 
+#include <optional>
 #include <set>
 #include <stop_token>
 #include <system_error>
@@ -43,7 +44,7 @@ public:
     /// use it waits before its start.
     QCoro::Task<> run();
 
-    [[nodiscard]] bool isRunning() const { return running_; }
+    [[nodiscard]] bool isRunning() const { return suspension_.has_value(); }
 
     /// Returns when no pass is running, or when a stop is requested.
     QCoro::Task<> whileRunning(std::stop_token stop);
@@ -101,11 +102,11 @@ private:
     Clock &clock_;
     std::stop_token stop_;
     WorkSlice slice_;
-    QHash<QString, Failure> failures_; // keyed by path
-    Gate idle_;                        // shut while a pass is running
-    Gate unused_;                      // shut while listed names are in use
+    QHash<QString, Failure> failures_;     // keyed by path
+    std::optional<Suspension> suspension_; // while running
+    Gate idle_;                            // shut while a pass is running
+    Gate unused_;                          // shut while listed names are in use
     int uses_ = 0;
-    bool running_ = false;
     bool waiting_ = false;
 };
 

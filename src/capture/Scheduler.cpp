@@ -105,26 +105,27 @@ QString Scheduler::standstill() const
         return QStringLiteral("The capture has stopped: the storage folder %1 is not there")
             .arg(storage.inForce());
     }
-    return suspendedFor_.value(0);
+    for (const auto &[suspension, why] : suspensions_) {
+        if (!why.isEmpty()) {
+            return why;
+        }
+    }
+    return {};
 }
 
-void Scheduler::suspend(const QString &why)
+Suspension Scheduler::suspend(const QString &why)
 {
-    ++suspensions_;
-    if (!why.isEmpty()) {
-        suspendedFor_.append(why);
-    }
+    const Suspension suspension{++lastSuspension_};
+    suspensions_.emplace(suspension, why);
     regulate();
+    return suspension;
 }
 
-void Scheduler::resume(const QString &why)
+void Scheduler::resume(Suspension suspension)
 {
-    if (!isSuspended()) {
-        return;
+    if (suspensions_.erase(suspension) > 0) {
+        regulate();
     }
-    --suspensions_;
-    suspendedFor_.removeOne(why);
-    regulate();
 }
 
 void Scheduler::ArretTimer()

@@ -12,9 +12,13 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <optional>
 
 namespace velmora {
+
+/// One hold of the capture, known by a number from suspend() to resume(). 0: none.
+enum class Suspension : int {};
 
 /// Owns when cameras are loaded: the tick counter, what holds the capture, and the pass under way,
 /// of which there is never more than one. The composition starts and ends it; anyone may hold it
@@ -84,15 +88,16 @@ public:
     [[nodiscard]] int ticksLeft() const { return kLastTick - counter_; }
 
     /// Holds the capture: no tick and no camera starts until resume(), whatever else would start
-    /// the timer. A pass under way waits before its next camera. Calls nest: each suspend() needs
-    /// its resume(). why: what standstill() says meanwhile; empty where other texts say it.
-    void suspend(const QString &why = {});
+    /// the timer. A pass under way waits before its next camera. There may be several at a time,
+    /// and each needs its resume(). why: what standstill() says meanwhile, if no older one says
+    /// why; empty where other texts say it.
+    [[nodiscard]] Suspension suspend(const QString &why = {});
 
-    /// Undoes a suspend(), and takes back its reason: the pass goes on, and the timer runs if the
-    /// storage folder allows it. Does nothing without a suspend().
-    void resume(const QString &why = {});
+    /// Ends a suspension: after the last one the pass goes on, and the timer runs if the storage
+    /// folder allows it. Does nothing for one that has ended.
+    void resume(Suspension suspension);
 
-    [[nodiscard]] bool isSuspended() const { return suspensions_ > 0; }
+    [[nodiscard]] bool isSuspended() const { return !suspensions_.empty(); }
 
     /// A pass has reached all cameras; one that was cut short has not.
     [[nodiscard]] bool isFirstPassDone() const { return firstPassDone_; }
@@ -162,8 +167,8 @@ private:
     std::function<QString(int)> shownAddress_;
     Gate gate_; // shut while the capture is held
     int counter_ = 0;
-    int suspensions_ = 0;
-    QStringList suspendedFor_;   // the reasons of these
+    std::map<Suspension, QString> suspensions_; // with their reasons, oldest first
+    int lastSuspension_ = 0;                    // its number
     quint64 storageVersion_ = 0; // of the storage folder when transfers were last dropped for it
     quint64 readAheadAt_ = 0;    // storageVersion_ at the last read-ahead
     PerCamera<bool> reached_;    // by the first pass

@@ -16,11 +16,6 @@ constexpr auto kPause = 5s;
 constexpr int kPausesBetweenSaves = 12;
 constexpr std::size_t kMostNamed = 10;
 
-QString standstillText()
-{
-    return HealthWatch::tr("The capture has stopped: the disk is nearly full");
-}
-
 // So that a disk at its limit is not reported again and again.
 qint64 wellAbove(qint64 limit)
 {
@@ -241,13 +236,12 @@ void HealthWatch::keepRoom(const DiskRoom &room, qint64 limit)
 void HealthWatch::holdCapture(const DiskRoom &room, qint64 limit)
 {
     const bool isWanted = options_.isOn(HealthChoice::StopWhenFull);
-    if (!isHeld_ && isWanted && room.freeBytes < limit / 2) {
-        isHeld_ = true;
-        scheduler_.suspend(standstillText());
+    if (!suspension_ && isWanted && room.freeBytes < limit / 2) {
+        suspension_ = scheduler_.suspend(tr("The capture has stopped: the disk is nearly full"));
         Q_EMIT noticed(tr("The capture is stopped, since the disk is nearly full."));
-    } else if (isHeld_ && (!isWanted || room.freeBytes >= limit)) {
-        isHeld_ = false;
-        scheduler_.resume(standstillText());
+    } else if (suspension_ && (!isWanted || room.freeBytes >= limit)) {
+        scheduler_.resume(*suspension_);
+        suspension_.reset();
         Q_EMIT noticed(tr("The capture goes on."));
     }
 }

@@ -70,12 +70,12 @@ private:
     std::map<CameraAddress, QString> back_; // with its folder, to know it again
     std::vector<CameraAddress> marked_;     // late, as last told
     std::optional<DiskRoom> room_;
+    std::optional<Suspension> suspension_;                 // while the disk is too full
     std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
     QString seenStorage_; // the storage folder that was there when last looked at
     bool isGone_ = false; // the storage folder, as last reported
     bool isTrusted_ = false;
     bool isDiskLow_ = false;
-    bool isHeld_ = false;
 };
 
 } // namespace velmora

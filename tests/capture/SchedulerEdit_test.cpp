@@ -277,10 +277,10 @@ TEST_F(Starting, BeginsFromTheFirstCameraForAnotherStorageFolder)
 
 TEST_F(Starting, GoesOnAfterASuspension)
 {
-    house_.scheduler.suspend();
+    const Suspension held = house_.scheduler.suspend();
     clock_.advance(1min);
     EXPECT_LT(fetches(), kAll);
-    house_.scheduler.resume();
+    house_.scheduler.resume(held);
     clock_.advance(0ms);
     EXPECT_EQ(fetches(), kAll);
     clock_.advance(2s);
@@ -341,11 +341,11 @@ TEST_F(FirstPass, IsStillTheFirstWhenTheStorageFolderVanishedInIt)
 TEST_F(FirstPass, ComesLaterWhileTheCaptureIsHeldAtTheStart)
 {
     add({0, 0});
-    house_.scheduler.suspend();
+    const Suspension held = house_.scheduler.suspend();
     house_.scope.launch(house_.scheduler.firstTick());
     clock_.advance(1min);
     EXPECT_EQ(fetches(), 0);
-    house_.scheduler.resume();
+    house_.scheduler.resume(held);
     clock_.advance(10ms);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
     EXPECT_EQ(house_.scheduler.ticksLeft(), 4);

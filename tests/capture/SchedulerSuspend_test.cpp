@@ -14,6 +14,10 @@ constexpr CameraAddress kSecond{0, 1};
 class Suspend : public CaptureTest
 {
 protected:
+    void suspend() { suspension_ = house_.scheduler.suspend(); }
+
+    void resume() { house_.scheduler.resume(suspension_); }
+
     void removeStorage() const
     {
         ASSERT_TRUE(QDir(house_.tree.path(u"drives/c/in")).removeRecursively());
@@ -25,7 +29,7 @@ protected:
         add(kFirst, delayedReply(1s));
         add(kSecond);
         house_.beginTick();
-        house_.scheduler.suspend();
+        suspend();
         clock_.advance(5s);
     }
 
@@ -34,21 +38,23 @@ protected:
         house_.scope.launch(house_.scheduler.lastTick());
         clock_.advance(10ms);
     }
+
+    Suspension suspension_{}; // the latest
 };
 
 TEST_F(Suspend, StopsTheTimer)
 {
     ASSERT_TRUE(house_.timer.isActive());
     EXPECT_FALSE(house_.scheduler.isSuspended());
-    house_.scheduler.suspend();
+    suspend();
     EXPECT_TRUE(house_.scheduler.isSuspended());
     EXPECT_FALSE(house_.timer.isActive());
 }
 
 TEST_F(Suspend, EndsWithResume)
 {
-    house_.scheduler.suspend();
-    house_.scheduler.resume();
+    suspend();
+    resume();
     EXPECT_FALSE(house_.scheduler.isSuspended());
     EXPECT_TRUE(house_.timer.isActive());
 }
@@ -57,7 +63,7 @@ TEST_F(Suspend, LetsNoTickThrough)
 {
     house_.log.setOn(true);
     add(kFirst);
-    house_.scheduler.suspend();
+    suspend();
     house_.tick();
     EXPECT_EQ(fetches(), 0);
     EXPECT_EQ(house_.scheduler.ticksLeft(), 5);
@@ -67,10 +73,10 @@ TEST_F(Suspend, LetsNoTickThrough)
 TEST_F(Suspend, LeavesARequestedCheckToALaterTick)
 {
     house_.storage.requestCheck();
-    house_.scheduler.suspend();
+    suspend();
     house_.tick();
     EXPECT_TRUE(house_.storage.isCheckRequested());
-    house_.scheduler.resume();
+    resume();
     house_.tick();
     EXPECT_FALSE(house_.storage.isCheckRequested());
 }
@@ -78,7 +84,7 @@ TEST_F(Suspend, LeavesARequestedCheckToALaterTick)
 TEST_F(Suspend, IsNotEndedByALoadedCamera)
 {
     add(kFirst);
-    house_.scheduler.suspend();
+    suspend();
     house_.load(kFirst);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
     EXPECT_FALSE(house_.timer.isActive());
@@ -86,14 +92,14 @@ TEST_F(Suspend, IsNotEndedByALoadedCamera)
 
 TEST_F(Suspend, IsNotEndedByAStorageCheck)
 {
-    house_.scheduler.suspend();
+    suspend();
     house_.storage.testSA();
     EXPECT_FALSE(house_.timer.isActive());
 }
 
 TEST_F(Suspend, IsNotEndedByTheStorageBoxThatIsLeft)
 {
-    house_.scheduler.suspend();
+    suspend();
     house_.storage.beginEdit();
     house_.storage.putInForce();
     EXPECT_FALSE(house_.timer.isActive());
@@ -103,7 +109,7 @@ TEST_F(Suspend, IsNotEndedByTheReturnOfTheStorageFolder)
 {
     removeStorage();
     house_.storage.recheck();
-    house_.scheduler.suspend();
+    suspend();
     house_.tree.makeFolder(u"drives/c/in");
     house_.storage.recheck();
     EXPECT_EQ(house_.storage.lamp(), LampColour::Green);
@@ -114,12 +120,12 @@ TEST_F(Suspend, IsNotEndedByTheEndOfAPass)
 {
     add({9, 9}, delayedReply(1s));
     house_.beginTick();
-    house_.scheduler.suspend();
+    suspend();
     clock_.advance(5s);
     EXPECT_EQ(house_.scope.running(), 0);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("9:9")});
     EXPECT_FALSE(house_.timer.isActive());
-    house_.scheduler.resume();
+    resume();
     EXPECT_TRUE(house_.timer.isActive());
 }
 
@@ -134,7 +140,7 @@ TEST_F(Suspend, HoldsThePassInFrontOfItsNextCamera)
 TEST_F(Suspend, LetsThePassGoOnAfterwards)
 {
     beginHeldPass();
-    house_.scheduler.resume();
+    resume();
     clock_.advance(10ms);
     EXPECT_EQ(house_.stored(), (QStringList{QStringLiteral("0:0"), QStringLiteral("0:1")}));
     EXPECT_EQ(house_.scope.running(), 0);
@@ -146,7 +152,7 @@ TEST_F(Suspend, LetsThePassSeeWhatHasChangedMeanwhile)
 {
     beginHeldPass();
     house_.table.setUrl(kSecond, QString());
-    house_.scheduler.resume();
+    resume();
     clock_.advance(10ms);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
 }
@@ -155,10 +161,10 @@ TEST_F(Suspend, HoldsAPassThatHasNotBegun)
 {
     add(kFirst);
     house_.scope.launch(house_.scheduler.Timer_Timer());
-    house_.scheduler.suspend();
+    suspend();
     clock_.advance(5s);
     EXPECT_EQ(fetches(), 0);
-    house_.scheduler.resume();
+    resume();
     clock_.advance(10ms);
     EXPECT_EQ(house_.stored(), QStringList{QStringLiteral("0:0")});
     EXPECT_TRUE(house_.timer.isActive());
@@ -166,14 +172,32 @@ TEST_F(Suspend, HoldsAPassThatHasNotBegun)
 
 TEST_F(Suspend, Nests)
 {
-    house_.scheduler.suspend();
-    house_.scheduler.suspend();
-    house_.scheduler.resume();
+    const Suspension outer = house_.scheduler.suspend();
+    suspend();
+    resume();
     EXPECT_TRUE(house_.scheduler.isSuspended());
     EXPECT_FALSE(house_.timer.isActive());
-    house_.scheduler.resume();
+    house_.scheduler.resume(outer);
     EXPECT_FALSE(house_.scheduler.isSuspended());
     EXPECT_TRUE(house_.timer.isActive());
+}
+
+TEST_F(Suspend, GivesTheOldestReasonThatIsLeft)
+{
+    const QString disk = QStringLiteral("the disk");
+    const QString user = QStringLiteral("the user");
+    suspend(); // says nothing
+    const Suspension first = house_.scheduler.suspend(disk);
+    const Suspension second = house_.scheduler.suspend(user);
+    const Suspension third = house_.scheduler.suspend(disk);
+    EXPECT_EQ(house_.scheduler.standstill(), disk);
+    house_.scheduler.resume(first);
+    EXPECT_EQ(house_.scheduler.standstill(), user);
+    house_.scheduler.resume(second);
+    EXPECT_EQ(house_.scheduler.standstill(), disk);
+    house_.scheduler.resume(third);
+    EXPECT_EQ(house_.scheduler.standstill(), QString());
+    EXPECT_TRUE(house_.scheduler.isSuspended());
 }
 
 using Resume = Suspend;
@@ -181,26 +205,35 @@ using Resume = Suspend;
 TEST_F(Resume, DoesNothingWithoutASuspension)
 {
     house_.timer.stop();
-    house_.scheduler.resume();
+    resume();
     EXPECT_FALSE(house_.timer.isActive());
-    house_.scheduler.suspend();
+    suspend();
+    EXPECT_TRUE(house_.scheduler.isSuspended());
+}
+
+TEST_F(Resume, EndsNoOtherSuspensionWhenItIsRepeated)
+{
+    suspend();
+    resume();
+    [[maybe_unused]] const Suspension other = house_.scheduler.suspend();
+    resume();
     EXPECT_TRUE(house_.scheduler.isSuspended());
 }
 
 TEST_F(Resume, LeavesTheTimerStoppedWithoutStorageFolder)
 {
-    house_.scheduler.suspend();
+    suspend();
     removeStorage();
     house_.storage.testSA();
-    house_.scheduler.resume();
+    resume();
     EXPECT_FALSE(house_.timer.isActive());
 }
 
 TEST_F(Resume, LeavesTheTimerStoppedWhileTheStorageBoxIsEdited)
 {
-    house_.scheduler.suspend();
+    suspend();
     house_.storage.beginEdit();
-    house_.scheduler.resume();
+    resume();
     EXPECT_FALSE(house_.timer.isActive());
     house_.storage.putInForce();
     EXPECT_TRUE(house_.timer.isActive());
@@ -210,8 +243,8 @@ TEST_F(Resume, LeavesTheTimerToThePassThatRuns)
 {
     add(kFirst, delayedReply(1s));
     house_.beginTick();
-    house_.scheduler.suspend();
-    house_.scheduler.resume();
+    suspend();
+    resume();
     EXPECT_FALSE(house_.timer.isActive());
     clock_.advance(1s);
     EXPECT_TRUE(house_.timer.isActive());
@@ -229,7 +262,7 @@ TEST_F(Suspend, EndsWithGivingUp)
 TEST_F(Suspend, DoesNotHoldTheLastTickUp)
 {
     add(kFirst);
-    house_.scheduler.suspend();
+    suspend();
     beginLastTick();
     EXPECT_EQ(house_.scope.running(), 0);
     EXPECT_EQ(fetches(), 0);
@@ -246,17 +279,17 @@ TEST_F(Suspend, LetsThePassThatWaitsEndAtTheLastTick)
 
 TEST_F(Suspend, LeavesTheTimerStoppedAfterTheLastTick)
 {
-    house_.scheduler.suspend();
+    suspend();
     beginLastTick();
-    house_.scheduler.resume();
+    resume();
     EXPECT_FALSE(house_.timer.isActive());
 }
 
 TEST_F(Resume, BringsTheLastTickBack)
 {
     add(kFirst);
-    house_.scheduler.suspend();
-    house_.scheduler.resume();
+    suspend();
+    resume();
     beginLastTick();
     EXPECT_EQ(fetches(), 1);
 }

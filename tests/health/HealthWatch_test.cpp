@@ -254,9 +254,9 @@ TEST_F(HealthWatchTest, DoesNotCountTheTimeInWhichAGroupIsOff)
 TEST_F(HealthWatchTest, DoesNotCountTheTimeInWhichTheCaptureIsHeld)
 {
     deliver(kOne, 3);
-    house_.scheduler.suspend();
+    const Suspension held = house_.scheduler.suspend();
     clock_.advance(20min);
-    house_.scheduler.resume();
+    house_.scheduler.resume(held);
     clock_.advance(5min);
     EXPECT_EQ(notices_, QStringList());
 }
@@ -265,10 +265,10 @@ TEST_F(HealthWatchTest, TellsNotAgainOfALateCameraBecauseTheCaptureWasHeld)
 {
     deliver(kOne, 3);
     clock_.advance(20min);
-    house_.scheduler.suspend();
+    const Suspension held = house_.scheduler.suspend();
     clock_.advance(1min);
     EXPECT_TRUE(isLate(kOne));
-    house_.scheduler.resume();
+    house_.scheduler.resume(held);
     clock_.advance(1min);
     EXPECT_EQ(notices_.size(), 1);
 }

@@ -141,11 +141,11 @@ TEST_F(RowReasons, OfAHeldCaptureStandBelowAndInTheTipOfPause)
 {
     const QString why = QStringLiteral("the disk is nearly full");
     auto &step = house_.find<QLabel>(QStringLiteral("lErr"));
-    house_.house.scheduler.suspend(why);
+    const Suspension held = house_.house.scheduler.suspend(why);
     EXPECT_EQ(step.text(), QStringLiteral("Pause"));
     EXPECT_EQ(step.toolTip(), why);
     EXPECT_EQ(message(), why);
-    house_.house.scheduler.resume(why);
+    house_.house.scheduler.resume(held);
     EXPECT_EQ(step.text(), QStringLiteral("Wait"));
     EXPECT_EQ(step.toolTip(), QString());
     EXPECT_EQ(message(), QString());
@@ -156,7 +156,7 @@ TEST_F(RowReasons, OfAHeldCaptureStayBelowWhenAnImageCanBeStoredAgain)
 {
     const QString why = QStringLiteral("the disk is nearly full");
     Q_EMIT house_.house.store.storingFailed(QStringLiteral("No space left on device"));
-    house_.house.scheduler.suspend(why);
+    [[maybe_unused]] const Suspension held = house_.house.scheduler.suspend(why);
     EXPECT_EQ(message(), why);
     Q_EMIT house_.house.store.imageStored({0, 3}, QStringLiteral("20060307_1405090714.jpg"));
     EXPECT_EQ(house_.find<QLabel>(QStringLiteral("lErr")).toolTip(), why);
@@ -267,12 +267,12 @@ TEST_F(BrowserReasons, TheLineSaysAgainWhatTheCaptureIsHeldFor)
 {
     const QString why = QStringLiteral("the disk is nearly full");
     house_.openOn(2);
-    house_.house.scheduler.suspend(why);
+    const Suspension held = house_.house.scheduler.suspend(why);
     EXPECT_EQ(line(), why);
     house_.window.showMessage(QStringLiteral("no such day"));
     load(kCamera, kOut);
     EXPECT_EQ(line(), why);
-    house_.house.scheduler.resume(why);
+    house_.house.scheduler.resume(held);
     EXPECT_NE(line(), why);
 }
 

@@ -81,12 +81,12 @@ TEST_F(PlancheTest, ANoticeThatAStandstillHidIsOverAfterItsMinute)
 {
     house_.open();
     house_.window.showNotice(QStringLiteral("Camera 0:1 is back."));
-    house_.house.scheduler.suspend(QStringLiteral("The disk is full"));
+    const Suspension held = house_.house.scheduler.suspend(QStringLiteral("The disk is full"));
     EXPECT_EQ(text(QStringLiteral("txtLog")), QStringLiteral("The disk is full"));
     auto &minute = *house_.find<QLabel>(QStringLiteral("txtLog")).findChild<QTimer *>();
     minute.start(0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !minute.isActive(); }));
-    house_.house.scheduler.resume(QStringLiteral("The disk is full"));
+    house_.house.scheduler.resume(held);
     EXPECT_EQ(text(QStringLiteral("txtLog")), QString());
     house_.house.addCamera({1, 2}, cameraUrl({1, 2}));
     house_.house.load({1, 2});

@@ -62,15 +62,15 @@ TEST_F(CaptureViewTest, ACameraAnsweringWhileTheStorageBoxIsEditedLeavesThePause
 TEST_F(CaptureViewTest, SaysPauseWhileTheCaptureIsHeldForAReason)
 {
     const QString why = QStringLiteral("the disk");
-    house_.scheduler.suspend(why);
+    const Suspension held = house_.scheduler.suspend(why);
     EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Pause"));
     EXPECT_EQ(house_.status.text(Caption::Standstill), why);
     house_.load(kCamera); // under way when it was held
     EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Pause"));
-    house_.scheduler.suspend(); // for renaming, which tells itself what it does
-    house_.scheduler.resume();
+    // For renaming, which tells itself what it does.
+    house_.scheduler.resume(house_.scheduler.suspend());
     EXPECT_EQ(house_.status.text(Caption::Standstill), why);
-    house_.scheduler.resume(why);
+    house_.scheduler.resume(held);
     EXPECT_EQ(house_.status.text(Caption::Step), QStringLiteral("Wait"));
     EXPECT_EQ(house_.status.text(Caption::Standstill), QString());
 }

@@ -16,7 +16,8 @@ constexpr int kTickBeforeLast = 59;
 House::House(const QString &programFolder)
     : engine_(programFolder, clock_, http_)
     , view_(engine_)
-    , window_(engine_, view_, opener_)
+    , window_({engine_.timer(), engine_.table(), engine_.storage(), engine_.options(),
+               engine_.debugSwitch(), engine_.log(), view_, opener_})
 {
     engine_.storage().load();
     engine_.options().load();

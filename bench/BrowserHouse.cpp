@@ -38,7 +38,8 @@ BrowserHouse::BrowserHouse(int names, int pictures, double megapixels)
     , cameraFolder_(house_.engine().storage().cameraFolder(kCamera))
     , names_(names)
     , images_(house_.engine(), mail_)
-    , window_(images_.browser(), house_.engine(), house_.view(), images_.loader())
+    , window_({images_.browser(), house_.engine().table(), house_.engine().storage(),
+               house_.engine().log(), house_.view(), images_.loader()})
 {
     fillCamera(cameraFolder_, names, pictures, megapixels);
 }

@@ -8,10 +8,13 @@
 namespace velmora {
 
 ProgramWindows::ProgramWindows(const Uses &uses)
-    : interface(uses.engine, uses.view, uses.opener)
+    : interface({uses.engine.timer(), uses.engine.table(), uses.engine.storage(),
+                 uses.engine.options(), uses.engine.debugSwitch(), uses.engine.log(), uses.view,
+                 uses.opener})
     , sheet(uses.engine.settings(), uses.view.trial())
     , list(uses.engine.settings())
-    , browser(uses.images.browser(), uses.engine, uses.view, uses.images.loader())
+    , browser({uses.images.browser(), uses.engine.table(), uses.engine.storage(), uses.engine.log(),
+               uses.view, uses.images.loader()})
     , film(uses.images.film(), uses.engine.settings(), uses.engine.storage())
     , import(uses.imports.import(), uses.imports.loader())
     , alarm(uses.images.alarm(), uses.images.mail())

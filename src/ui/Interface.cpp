@@ -26,22 +26,20 @@ constexpr int kStartWidth = 980;
 
 } // namespace
 
-Interface::Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &opener)
-    : engine_(engine)
-    , view_(view)
-    , opener_(opener)
+Interface::Interface(const Uses &uses)
+    : uses_(uses)
     , ui_(std::make_unique<Ui::Interface>())
 {
     ui_->setupUi(this);
     ui_->lVersion->setText(QStringLiteral("Vers. ") + QCoreApplication::applicationVersion());
-    engine_.timer().setObjectName(QStringLiteral("Timer"));
-    engine_.timer().setParent(this);
+    uses_.timer.setObjectName(QStringLiteral("Timer"));
+    uses_.timer.setParent(this);
     makeTabs();
     makeRows();
     bindStorage();
     bindOptions();
     bindPage();
-    bindLive(view_.liveView());
+    bindLive(uses_.view.liveView());
     bindStatus();
     ui_->Selecteur->setFocus(); // with the focus in the storage box, nothing would be captured
     resize(kStartWidth, sizeHint().height());
@@ -49,7 +47,7 @@ Interface::Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &op
 
 Interface::~Interface()
 {
-    engine_.timer().setParent(nullptr);
+    uses_.timer.setParent(nullptr);
 }
 
 void Interface::makeTabs()
@@ -66,10 +64,11 @@ void Interface::makeRows()
 {
     QWidget *last = ui_->RAZ;
     for (int row = 0; row < kRows; ++row) {
-        rows_.at(static_cast<std::size_t>(row)) = new CameraRowBoxes(row, *ui_->rows, view_.page());
+        rows_.at(static_cast<std::size_t>(row)) =
+            new CameraRowBoxes(row, *ui_->rows, uses_.view.page());
         last = rows_.at(static_cast<std::size_t>(row))->orderTabs(*last);
     }
-    paste_ = new AddressPaste(rows_, view_.page(), engine_.table(), *this);
+    paste_ = new AddressPaste(rows_, uses_.view.page(), uses_.table, *this);
     connect(paste_, &AddressPaste::filled, ui_->Selecteur, qOverload<>(&QWidget::setFocus));
     for (CameraRowBoxes *const row : rows_) {
         bindRow(*row);
@@ -85,7 +84,7 @@ void Interface::bindRow(CameraRowBoxes &row)
     connect(&row, &CameraRowBoxes::linesPasted, paste_, &AddressPaste::offer);
     connect(&row, &CameraRowBoxes::sheetWanted, this, [this](int wanted) {
         endAddress();
-        Q_EMIT sheetWanted({view_.page().group(), wanted});
+        Q_EMIT sheetWanted({uses_.view.page().group(), wanted});
     });
     connect(&row, &CameraRowBoxes::listWanted, this, [this] {
         endAddress();
@@ -103,9 +102,9 @@ void Interface::bindStorage()
 {
     storageBox_ = new StorageBox({*ui_->LampSA, *ui_->StRep, *ui_->Browse, *ui_->MakeDir,
                                   *ui_->Import, *ui_->Cache, *ui_->Selecteur},
-                                 engine_.storage(), *this);
-    connect(&engine_.storage(), &StorageFolder::checked, this, &Interface::showStorageHint);
-    connect(&engine_.storage(), &StorageFolder::told, this, &Interface::showMessage);
+                                 uses_.storage, *this);
+    connect(&uses_.storage, &StorageFolder::checked, this, &Interface::showStorageHint);
+    connect(&uses_.storage, &StorageFolder::told, this, &Interface::showMessage);
     connect(ui_->Cache, &QAbstractButton::clicked, this, &Interface::Cache_Click);
     connect(ui_->Import, &QAbstractButton::clicked, this, &Interface::Import_Click);
 }
@@ -123,7 +122,7 @@ void Interface::showStorageHint(const StorageState &state)
 
 void Interface::bindOptions()
 {
-    CaptureOptions &options = engine_.options();
+    CaptureOptions &options = uses_.options;
     const auto show = [](QLineEdit *box, const QString &text) {
         if (box->text() != text) {
             const QSignalBlocker blocker(box);
@@ -140,8 +139,7 @@ void Interface::bindOptions()
     bindEdit(*ui_->TIO, &CaptureOptions::beginTimeoutEdit, &CaptureOptions::endTimeoutEdit);
     connect(ui_->tempo, &QLineEdit::textChanged, &options, &CaptureOptions::setTempo);
     connect(ui_->TIO, &QLineEdit::textChanged, &options, &CaptureOptions::setTimeout);
-    connect(ui_->cDebug, &QCheckBox::toggled, this,
-            [this](bool on) { engine_.debugSwitch().set(on); });
+    connect(ui_->cDebug, &QCheckBox::toggled, this, [this](bool on) { uses_.debugSwitch.set(on); });
     connect(ui_->cmdDebug, &QAbstractButton::pressed, this, &Interface::cmdDebug_MouseDown);
 }
 
@@ -149,8 +147,8 @@ void Interface::bindOptions()
 void Interface::bindEdit(BoxEdit &box, void (CaptureOptions::*begin)(),
                          void (CaptureOptions::*end)())
 {
-    connect(&box, &BoxEdit::entered, &engine_.options(), begin);
-    connect(&box, &BoxEdit::left, &engine_.options(), end);
+    connect(&box, &BoxEdit::entered, &uses_.options, begin);
+    connect(&box, &BoxEdit::left, &uses_.options, end);
     connect(&box, &BoxEdit::enterPressed, &box, &BoxEdit::leave);
 }
 
@@ -159,11 +157,11 @@ void Interface::bindPage()
     connect(ui_->Selecteur, &QTabBar::currentChanged, this, &Interface::selectGroup);
     connect(ui_->Selecteur, &GroupTabs::currentClicked, this, &Interface::selectGroup);
     connect(ui_->ActLst, &QCheckBox::toggled, this,
-            [this](bool on) { view_.page().setGroupActive(on); });
-    connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { view_.page().RAZ(); });
-    connect(&view_.page(), &CameraPage::pageLoaded, this, &Interface::showPage);
-    connect(&view_.page(), &CameraPage::pageReread, this, &Interface::refreshPage);
-    connect(&view_.page(), &CameraPage::rowChanged, this,
+            [this](bool on) { uses_.view.page().setGroupActive(on); });
+    connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { uses_.view.page().RAZ(); });
+    connect(&uses_.view.page(), &CameraPage::pageLoaded, this, &Interface::showPage);
+    connect(&uses_.view.page(), &CameraPage::pageReread, this, &Interface::refreshPage);
+    connect(&uses_.view.page(), &CameraPage::rowChanged, this,
             [this](int row) { rows_.at(static_cast<std::size_t>(row))->showCounters(); });
     showPage();
 }
@@ -175,20 +173,20 @@ void Interface::bindLive(LiveView &live)
     ui_->iTarget->setEmptyText(tr("stored image"));
     ui_->iWeb->setEmptyText(tr("live picture"));
     connect(ui_->iTarget, &PictureView::clicked, this, [this] {
-        const CameraPage &page = view_.page();
-        view_.liveView().iTarget_Click({page.group(), page.currentRow()});
+        const CameraPage &page = uses_.view.page();
+        uses_.view.liveView().iTarget_Click({page.group(), page.currentRow()});
     });
-    new ReasonLine(*ui_->lReason, rows_, view_.page(), live);
+    new ReasonLine(*ui_->lReason, rows_, uses_.view.page(), live);
     connect(box, &LiveBox::zoomWanted, this, &Interface::zoomWanted);
-    connect(&view_.page(), &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
+    connect(&uses_.view.page(), &CameraPage::liveViewWanted, &live, &LiveView::Affiche);
 }
 
 void Interface::fillAddress(CameraAddress camera, const QString &address)
 {
-    if (camera.group == view_.page().group()) {
+    if (camera.group == uses_.view.page().group()) {
         rows_.at(static_cast<std::size_t>(camera.row))->fill(address);
     } else {
-        view_.page().storeElsewhere(camera, address);
+        uses_.view.page().storeElsewhere(camera, address);
     }
 }
 
@@ -212,7 +210,7 @@ void Interface::bindStatus()
     holdSize(*ui_->lErr, QStringLiteral("Load 0:0"));
     holdSize(*ui_->lHeure, QStringLiteral("00:00:00"));
     holdSize(*ui_->lCompte, QStringLiteral("00"));
-    connect(&view_.status(), &CaptureStatus::changed, this, &Interface::showCaption);
+    connect(&uses_.view.status(), &CaptureStatus::changed, this, &Interface::showCaption);
 }
 
 // The tab stays; changes made by another program are shown.
@@ -228,14 +226,14 @@ void Interface::showSwitches()
 {
     const QSignalBlocker noActLst(ui_->ActLst);
     const QSignalBlocker noDebug(ui_->cDebug);
-    ui_->ActLst->setChecked(view_.page().isGroupActive());
-    ui_->cDebug->setChecked(engine_.debugSwitch().isOn());
+    ui_->ActLst->setChecked(uses_.view.page().isGroupActive());
+    ui_->cDebug->setChecked(uses_.debugSwitch.isOn());
 }
 
 void Interface::showPage()
 {
     const QSignalBlocker noSelecteur(ui_->Selecteur);
-    ui_->Selecteur->setCurrentIndex(view_.page().group());
+    ui_->Selecteur->setCurrentIndex(uses_.view.page().group());
     showSwitches();
     for (CameraRowBoxes *const row : rows_) {
         row->showRow();
@@ -273,7 +271,7 @@ void Interface::showCaption(Caption caption, const QString &text)
 void Interface::showStandstill(const QString &text)
 {
     setPlainToolTip(*ui_->lErr, text);
-    if (!text.isEmpty() && engine_.storage().isUsable()) {
+    if (!text.isEmpty() && uses_.storage.isUsable()) {
         tell(Message::Standstill, text);
     } else if (message_ == Message::Standstill) {
         showMessage({});
@@ -287,7 +285,7 @@ void Interface::showTrouble(const QString &text)
         showMessage(text);
     } else if (message_ == Message::Other) {
         showMessage({});
-        showStandstill(view_.status().text(Caption::Standstill));
+        showStandstill(uses_.view.status().text(Caption::Standstill));
     }
 }
 
@@ -305,7 +303,7 @@ void Interface::showMarks()
         ui_->Selecteur->setTabTextColor(group, isLate ? lateColour(palette()) : QColor());
     }
     for (int row = 0; row < kRows; ++row) {
-        const CameraAddress camera{view_.page().group(), row};
+        const CameraAddress camera{uses_.view.page().group(), row};
         rows_.at(static_cast<std::size_t>(row))
             ->showLate(std::ranges::find(late_, camera) != late_.end());
     }
@@ -342,7 +340,8 @@ void Interface::leaveAddress()
 void Interface::selectGroup(int group)
 {
     leaveAddress();
-    view_.page().Selecteur_Click(group, isVisible() ? WindowState::Visible : WindowState::Hidden);
+    uses_.view.page().Selecteur_Click(group,
+                                      isVisible() ? WindowState::Visible : WindowState::Hidden);
 }
 
 void Interface::bringUp()
@@ -353,8 +352,8 @@ void Interface::bringUp()
 
 void Interface::Cache_Click()
 {
-    engine_.log().trace(QStringLiteral("Interface Cache_Click"));
-    if (engine_.storage().lamp() == LampColour::Red) {
+    uses_.log.trace(QStringLiteral("Interface Cache_Click"));
+    if (uses_.storage.lamp() == LampColour::Red) {
         Q_EMIT endWanted();
         return;
     }
@@ -366,7 +365,7 @@ void Interface::Cache_Click()
 
 void Interface::Import_Click()
 {
-    engine_.log().trace(QStringLiteral("Interface Import_Click"));
+    uses_.log.trace(QStringLiteral("Interface Import_Click"));
     Q_EMIT importWanted();
 }
 
@@ -375,9 +374,9 @@ void Interface::cmdDebug_MouseDown()
     const bool wantsSettings = QGuiApplication::keyboardModifiers().testFlags(Qt::ShiftModifier) &&
                                QGuiApplication::keyboardModifiers().testFlags(Qt::ControlModifier);
     if (wantsSettings) {
-        openIfThere(engine_.settings().path(), tr("There is no settings file yet"));
+        openIfThere(uses_.table.settings().path(), tr("There is no settings file yet"));
     } else {
-        openIfThere(engine_.log().path(),
+        openIfThere(uses_.log.path(),
                     tr("There is no log file yet: tick \"Debug\" and it is written"));
     }
 }
@@ -393,9 +392,9 @@ void Interface::openIfThere(const QString &path, const QString &otherwise)
 
 void Interface::openFolder(int row)
 {
-    const QString why = view_.page().whyNothingToOpen(row);
+    const QString why = uses_.view.page().whyNothingToOpen(row);
     if (why.isEmpty()) {
-        open(view_.page().folderToOpen(row));
+        open(uses_.view.page().folderToOpen(row));
     } else {
         showMessage(why);
     }
@@ -403,7 +402,7 @@ void Interface::openFolder(int row)
 
 void Interface::open(const QString &path)
 {
-    if (opener_.open(path) == OpenOutcome::NoOpener) {
+    if (uses_.opener.open(path) == OpenOutcome::NoOpener) {
         showMessage(
             tr("%1 cannot be opened: xdg-open is not installed").arg(pathWithoutCredentials(path)));
     }

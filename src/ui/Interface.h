@@ -36,9 +36,20 @@ class Interface : public QWidget
     Q_OBJECT
 
 public:
-    /// While the window exists, the capture timer is in its object tree, but is not owned by it.
-    /// Everything passed in outlives the window.
-    Interface(CaptureEngine &engine, CaptureView &view, DesktopOpener &opener);
+    /// What the window shows and changes; all of it outlives the window.
+    struct Uses
+    {
+        QTimer &timer; // of the capture: in the window's object tree, but not owned by it
+        const CameraTable &table;
+        StorageFolder &storage;
+        CaptureOptions &options;
+        DebugSwitch &debugSwitch;
+        EventLog &log;
+        CaptureView &view;
+        DesktopOpener &opener;
+    };
+
+    explicit Interface(const Uses &uses);
     Q_DISABLE_COPY_MOVE(Interface)
     ~Interface() override;
 
@@ -130,9 +141,7 @@ private:
     void openIfThere(const QString &path, const QString &otherwise);
     void open(const QString &path);
 
-    CaptureEngine &engine_;
-    CaptureView &view_;
-    DesktopOpener &opener_;
+    Uses uses_;
     std::unique_ptr<Ui::Interface> ui_;
     StorageBox *storageBox_ = nullptr;
     AddressPaste *paste_ = nullptr;

@@ -31,25 +31,22 @@ std::unique_ptr<Ui::planche> setUp(planche &window)
 
 } // namespace
 
-planche::planche(ImageBrowser &browser, CaptureEngine &engine, CaptureView &view,
-                 PictureLoader &loader)
-    : browser_(browser)
-    , pressed_(browser)
-    , engine_(engine)
-    , view_(view)
+planche::planche(const Uses &uses)
+    : uses_(uses)
+    , pressed_(uses.browser)
     , ui_(setUp(*this))
-    , lists_({*ui_->lstGroupe, *ui_->lstCam, *ui_->LstDir, *ui_->LstDirCam}, browser, pressed_)
-    , search_(*ui_->lDate, *ui_->lTime, browser)
-    , mouse_(*ui_->contactSheet, *ui_->MousePos, browser, pressed_, engine_.table())
-    , captions_(*ui_->contactSheet, browser.shown(), view_.page().remarks())
-    , status_({*ui_->ctrT, *ui_->NbCapt, *ui_->Capt, *ui_->txtLog}, view_.status())
+    , lists_({*ui_->lstGroupe, *ui_->lstCam, *ui_->LstDir, *ui_->LstDirCam}, uses.browser, pressed_)
+    , search_(*ui_->lDate, *ui_->lTime, uses.browser)
+    , mouse_(*ui_->contactSheet, *ui_->MousePos, uses.browser, pressed_, uses.table)
+    , captions_(*ui_->contactSheet, uses.browser.shown(), uses.view.page().remarks())
+    , status_({*ui_->ctrT, *ui_->NbCapt, *ui_->Capt, *ui_->txtLog}, uses.view.status())
 {
     ui_->contactSheet->setControls(*ui_->controls);
     place_ = new FramePlace(*this);
     connect(place_, &FramePlace::framed, this, &planche::fitScreen);
-    pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, browser_.shown().sheet,
-                                                engine_.storage(), loader);
-    browser_.scanTimer().setParent(this);
+    pictures_ = std::make_unique<SheetPictures>(*ui_->contactSheet, uses_.browser.shown().sheet,
+                                                uses_.storage, uses.loader);
+    uses_.browser.scanTimer().setParent(this);
     bindShown();
     bindModes();
     bindButtons();
@@ -62,21 +59,22 @@ planche::planche(ImageBrowser &browser, CaptureEngine &engine, CaptureView &view
 
 planche::~planche()
 {
-    browser_.scanTimer().setParent(nullptr);
+    uses_.browser.scanTimer().setParent(nullptr);
 }
 
 void planche::bindShown()
 {
-    connect(&browser_, &ImageBrowser::changed, this, &planche::showFace);
-    connect(&browser_.fileRows(), &QAbstractItemModel::modelReset, this, &planche::showCamera);
-    connect(&browser_.shown().sheet, &Sheet::imageChanged, this, [this] { captions_.show(); });
-    connect(&browser_.shown().sheet, &Sheet::zoomChanged, this, [this] { captions_.show(); });
-    connect(&browser_, &ImageBrowser::copyWanted, this, &planche::copyWanted);
-    connect(&browser_, &ImageBrowser::imageSpared, this, &planche::tellSpared);
-    connect(&browser_, &ImageBrowser::openWanted, this, &planche::openWanted);
-    connect(&view_.page(), &CameraPage::addressStored, this, &planche::showCamera);
-    connect(&view_.page(), &CameraPage::addressStored, &browser_, &ImageBrowser::followAddress);
-    connect(&view_.page().remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
+    connect(&uses_.browser, &ImageBrowser::changed, this, &planche::showFace);
+    connect(&uses_.browser.fileRows(), &QAbstractItemModel::modelReset, this, &planche::showCamera);
+    connect(&uses_.browser.shown().sheet, &Sheet::imageChanged, this, [this] { captions_.show(); });
+    connect(&uses_.browser.shown().sheet, &Sheet::zoomChanged, this, [this] { captions_.show(); });
+    connect(&uses_.browser, &ImageBrowser::copyWanted, this, &planche::copyWanted);
+    connect(&uses_.browser, &ImageBrowser::imageSpared, this, &planche::tellSpared);
+    connect(&uses_.browser, &ImageBrowser::openWanted, this, &planche::openWanted);
+    connect(&uses_.view.page(), &CameraPage::addressStored, this, &planche::showCamera);
+    connect(&uses_.view.page(), &CameraPage::addressStored, &uses_.browser,
+            &ImageBrowser::followAddress);
+    connect(&uses_.view.page().remarks(), &CameraRemarks::changed, this, &planche::showRemarks);
     connect(&lists_, &BrowserListBoxes::keyUsed, this, &planche::useKey);
 }
 
@@ -84,24 +82,24 @@ void planche::bindModes()
 {
     const auto bind = [this](QCheckBox *box, Mode mode) {
         connect(box, &QCheckBox::toggled, this,
-                [this, mode](bool on) { browser_.setMode(mode, on); });
+                [this, mode](bool on) { uses_.browser.setMode(mode, on); });
         connect(box, &QCheckBox::pressed, this, [this, mode] {
             if (mode != Mode::Auto) {
-                browser_.hideZoom();
+                uses_.browser.hideZoom();
             }
         });
     };
     bind(ui_->cAuto, Mode::Auto);
     bind(ui_->cCamera, Mode::Camera);
     bind(ui_->cScan, Mode::Scan);
-    connect(&browser_, &ImageBrowser::searchTextsChanged, &search_, &SearchBoxes::setTexts);
+    connect(&uses_.browser, &ImageBrowser::searchTextsChanged, &search_, &SearchBoxes::setTexts);
     connect(&mouse_, &CellMouse::cellPressed, &search_, &SearchBoxes::leave);
     connect(&search_, &SearchBoxes::searched, &status_, &BrowserStatus::tellSearch);
 }
 
 void planche::bindButtons()
 {
-    connect(ui_->bFilm, &QAbstractButton::pressed, &browser_, &ImageBrowser::toggleFilm);
+    connect(ui_->bFilm, &QAbstractButton::pressed, &uses_.browser, &ImageBrowser::toggleFilm);
     connect(ui_->CmdAlarm, &QAbstractButton::clicked, this, &planche::alarmWanted);
     connect(ui_->bKeep, &QAbstractButton::clicked, this, &planche::keepWanted);
     connect(ui_->bCalendar, &QAbstractButton::clicked, this, &planche::calendarWanted);
@@ -110,7 +108,7 @@ void planche::bindButtons()
     connect(ui_->cSetUp, &QAbstractButton::released, this, &planche::setUpReleased);
     connect(ui_->Mini, &QAbstractButton::clicked, this, &QWidget::showMinimized);
     connect(ui_->Quitter, &QAbstractButton::clicked, this, &QWidget::close);
-    connect(ui_->ctrT, &ClickLabel::clicked, &browser_, &ImageBrowser::ctrT_Click);
+    connect(ui_->ctrT, &ClickLabel::clicked, &uses_.browser, &ImageBrowser::ctrT_Click);
 }
 
 void planche::bindKeys()
@@ -120,15 +118,15 @@ void planche::bindKeys()
     };
     bind(Qt::Key_F5, [this] {
         pictures_->refresh();
-        browser_.refresh();
+        uses_.browser.refresh();
     });
-    bind(Qt::Key_Escape, [this] { browser_.hideZoom(); });
+    bind(Qt::Key_Escape, [this] { uses_.browser.hideZoom(); });
 }
 
 // Passes what the parts below report to the controls.
 void planche::showFace()
 {
-    const BrowserFace face = browser_.face();
+    const BrowserFace face = uses_.browser.face();
     const QSignalBlocker noAuto(ui_->cAuto);
     const QSignalBlocker noCamera(ui_->cCamera);
     const QSignalBlocker noScan(ui_->cScan);
@@ -139,7 +137,7 @@ void planche::showFace()
     search_.setEnabled(face.view == View::Camera);
     ui_->NbI->setText(face.NbI);
     ui_->bFilm->setEnabled(face.isFilmEnabled);
-    if (browser_.shown().state.camera() != shownCamera_) {
+    if (uses_.browser.shown().state.camera() != shownCamera_) {
         showCamera();
     } else {
         captions_.show(); // the view may have changed
@@ -148,12 +146,12 @@ void planche::showFace()
 
 void planche::showCamera()
 {
-    shownCamera_ = browser_.shown().state.camera();
-    const SettingsSnapshot settings = engine_.settings().snapshot();
+    shownCamera_ = uses_.browser.shown().state.camera();
+    const SettingsSnapshot settings = uses_.table.settings().snapshot();
     const QString camera = shownCamera(settings, shownCamera_);
     captions_.takeNames(settings);
     lists_.showNames(settings);
-    Q_EMIT cameraShown(browser_.shown().files.camera());
+    Q_EMIT cameraShown(uses_.browser.shown().files.camera());
     ui_->lCamera->setText(camera.isEmpty() ? tr("no camera") : camera);
     setPlainToolTip(*ui_->lCamera, camera);
     showRemarks();
@@ -163,8 +161,8 @@ void planche::showCamera()
 // cell where its next picture would be.
 void planche::showRemarks()
 {
-    const SettingsSnapshot settings = engine_.settings().snapshot();
-    const QString remark = view_.page().remarks().of(shownCamera_);
+    const SettingsSnapshot settings = uses_.table.settings().snapshot();
+    const QString remark = uses_.view.page().remarks().of(shownCamera_);
     const QString unread = unreadFolder();
     const QString most = unread.isEmpty() ? remark : unread;
     status_.keep(most.isEmpty()
@@ -176,7 +174,7 @@ void planche::showRemarks()
 // Why the list lacks images of the camera on show; empty when it has all of them.
 QString planche::unreadFolder() const
 {
-    const FileList &files = browser_.shown().files;
+    const FileList &files = uses_.browser.shown().files;
     const std::error_code error = files.names().readError();
     return error && files.camera() == shownCamera_ ? unreadFolderText(error) : QString();
 }
@@ -194,7 +192,7 @@ void planche::useKey(ListKey key)
         askToKill();
         break;
     case ListKey::Zoom:
-        browser_.toggleZoom();
+        uses_.browser.toggleZoom();
         break;
     case ListKey::Play:
         Q_EMIT playWanted();
@@ -204,8 +202,8 @@ void planche::useKey(ListKey key)
 
 void planche::askToKill()
 {
-    if (const std::optional<KillQuestion> question = browser_.killQuestion()) {
-        velmora::askToKill(*this, browser_, *question, engine_.settings().snapshot());
+    if (const std::optional<KillQuestion> question = uses_.browser.killQuestion()) {
+        velmora::askToKill(*this, uses_.browser, *question, uses_.table.settings().snapshot());
     } else {
         status_.showStandstill();
     }
@@ -214,7 +212,7 @@ void planche::askToKill()
 // The question was asked over this window alone: the storage folder can be changed meanwhile.
 void planche::tellSpared(const ImageFile &image)
 {
-    status_.tell(engine_.storage().isBeingEdited()
+    status_.tell(uses_.storage.isBeingEdited()
                      ? tr("%1 was not deleted: the storage folder is being changed").arg(image.name)
                      : tr("%1 was not deleted: the storage folder has changed").arg(image.name));
 }
@@ -228,7 +226,7 @@ void planche::present()
 {
     if (!loaded_) {
         loaded_ = true;
-        browser_.load();
+        uses_.browser.load();
     }
     bringToFront(*this);
 }
@@ -252,10 +250,10 @@ void planche::unload()
         return;
     }
     loaded_ = false;
-    writePlace(engine_.settings(), kBrowserPlace,
+    writePlace(uses_.table.settings(), kBrowserPlace,
                {twips(place_->corner().y()), twips(place_->corner().x())});
-    engine_.log().trace(QStringLiteral("Planche Form_Unload"));
-    browser_.unload();
+    uses_.log.trace(QStringLiteral("Planche Form_Unload"));
+    uses_.browser.unload();
     hide();
 }
 
@@ -266,7 +264,7 @@ void planche::showStored(CameraAddress camera)
 
 void planche::showFailed(CameraAddress camera, const QString &reason)
 {
-    const SettingsSnapshot settings = engine_.settings().snapshot();
+    const SettingsSnapshot settings = uses_.table.settings().snapshot();
     status_.showFailed(cameraTitle(settings, camera), reason);
 }
 

@@ -37,8 +37,18 @@ class planche : public QWidget
     Q_OBJECT
 
 public:
-    /// Everything passed in outlives the window.
-    planche(ImageBrowser &browser, CaptureEngine &engine, CaptureView &view, PictureLoader &loader);
+    /// What the window shows and changes; all of it outlives the window.
+    struct Uses
+    {
+        ImageBrowser &browser;
+        const CameraTable &table;
+        const StorageFolder &storage;
+        EventLog &log;
+        CaptureView &view;
+        PictureLoader &loader;
+    };
+
+    explicit planche(const Uses &uses);
     Q_DISABLE_COPY_MOVE(planche)
     ~planche() override;
 
@@ -105,10 +115,8 @@ private:
     void askToKill();
     void tellSpared(const ImageFile &image);
 
-    ImageBrowser &browser_;
+    Uses uses_;
     PressedEntry pressed_;
-    CaptureEngine &engine_;
-    CaptureView &view_;
     std::unique_ptr<Ui::planche> ui_;
     BrowserListBoxes lists_;
     SearchBoxes search_;

@@ -115,7 +115,7 @@ public:
     PictureCache &cache = images.pictures();
     PictureLoader &loader = images.loader();
 
-    planche window{browser, house.engine, house.view, loader};
+    planche window{{browser, house.table, house.storage, house.log, house.view, loader}};
     fCine filmWindow{film, house.settings, house.storage};
 };
 

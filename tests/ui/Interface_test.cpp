@@ -163,7 +163,9 @@ TEST_F(InterfaceTest, HoldsTheCaptureTimerByName)
 TEST_F(InterfaceTest, SaysHideAndShowsNoColourBeforeTheFirstCheck)
 {
     CaptureHouse unchecked(house_.source, house_.clock, FirstCheck::Outstanding);
-    const Interface window(unchecked.engine, unchecked.view, house_.opener);
+    const Interface window({unchecked.timer, unchecked.table, unchecked.storage, unchecked.options,
+                            unchecked.engine.debugSwitch(), unchecked.log, unchecked.view,
+                            house_.opener});
     EXPECT_EQ(window.findChild<QAbstractButton *>(QStringLiteral("Cache"))->text(),
               QStringLiteral("Hide"));
     EXPECT_EQ(window.findChild<Lamp *>(QStringLiteral("LampSA"))->FillColor(), 0);

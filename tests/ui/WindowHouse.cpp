@@ -8,7 +8,8 @@
 namespace velmora::test {
 
 WindowHouse::WindowHouse()
-    : window(house.engine, house.view, opener)
+    : window({house.timer, house.table, house.storage, house.options, debugSwitch, house.log,
+              house.view, opener})
 {
     window.bringUp();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));

@@ -12,6 +12,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -106,6 +107,16 @@ bool mayWrite(const OpenProfile &profile)
     return profile.missing || (profile.bytes && (profile.mode & kAnyWriter) != 0);
 }
 
+// Another program may have changed the file since the values were decided upon.
+std::vector<ProfileValue> stillWanted(const ProfileText &text, std::span<const ProfileValue> values)
+{
+    std::vector<ProfileValue> wanted;
+    std::ranges::copy_if(values, std::back_inserter(wanted), [&text](const ProfileValue &value) {
+        return !value.only || text.meets(*value.only);
+    });
+    return wanted;
+}
+
 QByteArrayView withoutTrailingBlanks(QByteArrayView text)
 {
     while (!text.isEmpty() && text.back() == ' ') {
@@ -177,7 +188,8 @@ ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValu
         return ProfileWrite::Failed;
     }
     const ProfileText text(std::move(profile.bytes).value_or(QByteArray()));
-    const std::vector<ProfileEdit> edits = text.edits(values);
+    const std::vector<ProfileValue> wanted = stillWanted(text, values);
+    const std::vector<ProfileEdit> edits = text.edits(wanted);
     if (edits.empty()) {
         return ProfileWrite::Unchanged;
     }
@@ -190,7 +202,7 @@ ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValu
     };
     const bool written = std::ranges::all_of(edits, isInPlace)
                              ? std::ranges::all_of(edits, write)
-                             : !replaceFile(path, text.with(values));
+                             : !replaceFile(path, text.with(wanted));
     return written ? ProfileWrite::Written : ProfileWrite::Failed;
 }
 

@@ -52,9 +52,9 @@ inline constexpr qint64 kMostReadBytes = qint64{256} * 1024 * 1024;
 ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByteArrayView key,
                                std::optional<QByteArrayView> value);
 
-/// Gives different keys their values. Where no value changes its length, each is written like a
-/// single one, but the file is opened and read only once; otherwise all of them reach the disk
-/// together or none.
+/// Gives different keys their values, except those whose condition the file does not meet any more.
+/// Where no value changes its length, each is written like a single one, but the file is opened and
+/// read only once; otherwise all of them reach the disk together or none.
 ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValue> values);
 
 /// Writes many values at once: `change` takes the current text, empty when there is no file, and

@@ -312,6 +312,13 @@ std::optional<QByteArrayView> ProfileText::value(QByteArrayView section, QByteAr
     return found ? std::optional(valueOf(bytes_, *found)) : std::nullopt;
 }
 
+bool ProfileText::meets(const ProfileCondition &condition) const
+{
+    const QByteArrayView stored =
+        value(condition.section, condition.key).value_or(QByteArrayView());
+    return stored.first(std::min(stored.size(), condition.size - 1)) == condition.value;
+}
+
 void ProfileText::index()
 {
     for (Section &section : sections_) {

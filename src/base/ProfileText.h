@@ -23,12 +23,22 @@ struct ProfileEdit
     [[nodiscard]] bool isEmpty() const { return removed == 0 && inserted.isEmpty(); }
 };
 
+/// What a key must hold for a value to be stored; cut to size - 1 bytes, as it was read.
+struct ProfileCondition
+{
+    QByteArray section;
+    QByteArray key;
+    QByteArray value;
+    qsizetype size = 0;
+};
+
 /// A value that is to be stored.
 struct ProfileValue
 {
     QByteArray section;
     QByteArray key;
     QByteArray value;
+    std::optional<ProfileCondition> only = std::nullopt;
 };
 
 /// A parsed settings text. Its rules: lines end with CR, LF or CR LF; only a leading ";" makes a
@@ -46,6 +56,9 @@ public:
     /// missing. The view lives as long as this object.
     [[nodiscard]] std::optional<QByteArrayView> value(QByteArrayView section,
                                                       QByteArrayView key) const;
+
+    /// True when the key holds that value, which is empty for a missing one.
+    [[nodiscard]] bool meets(const ProfileCondition &condition) const;
 
     /// Makes lookups in long sections quick; worth it for a text with many lookups.
     void index();

@@ -141,6 +141,11 @@ SettingsValue CameraTable::valueToSet(RowKey key, CameraAddress camera, QString 
     return {groupSection(camera.group), rowKey(key.word, camera.row), std::move(value)};
 }
 
+SettingsValue CameraTable::urlOf(CameraAddress camera, QString url)
+{
+    return {listSection(camera.group), rowKey(keys::kUrl.word, camera.row), std::move(url)};
+}
+
 void CameraTable::setUrl(CameraAddress camera, QStringView url) const
 {
     settings_.write(listSection(camera.group), rowKey(keys::kUrl.word, camera.row), url);

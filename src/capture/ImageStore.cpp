@@ -170,10 +170,11 @@ QCoro::Task<> ImageStore::store(Arrival *arrival)
 {
     const SettingsFile &settings = uses_.table.settings();
     const std::vector<SettingsValue> changes = std::exchange(arrival->changes, {});
+    const SettingsValue row = CameraTable::urlOf(arrival->camera, arrival->address);
     const std::size_t atOnce = settings.isLarge() ? 1 : changes.size();
     arrival->isRecorded = true;
     for (std::span<const SettingsValue> left(changes); !left.empty(); left = left.subspan(atOnce)) {
-        const SettingsChange change = settings.write(left.first(atOnce));
+        const SettingsChange change = settings.write(left.first(atOnce), row);
         arrival->isRecorded = arrival->isRecorded && change == SettingsChange::Made;
         if (left.size() > atOnce) {
             co_await uses_.clock.yield();

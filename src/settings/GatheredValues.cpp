@@ -15,7 +15,7 @@ void put(std::vector<ProfileValue> &values, ProfileValue value)
     if (known == values.end()) {
         values.push_back(std::move(value));
     } else {
-        known->value = std::move(value.value);
+        *known = std::move(value);
     }
 }
 

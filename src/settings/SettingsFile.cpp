@@ -41,6 +41,12 @@ ProfileValue profileValue(QStringView section, QStringView key, QStringView valu
     return {toAnsi(section), toAnsi(key), toAnsi(firstLine(value))};
 }
 
+std::optional<ProfileCondition> conditionOf(const SettingsValue &value)
+{
+    return ProfileCondition{toAnsi(value.section), toAnsi(value.key), toAnsi(value.value),
+                            kBufferSize};
+}
+
 SettingsChange changeOf(ProfileWrite written)
 {
     return written == ProfileWrite::Failed ? SettingsChange::Failed : SettingsChange::Made;
@@ -152,11 +158,14 @@ void SettingsFile::write(QStringView section, QStringView key, qint64 value) con
     write(section, key, QString::number(value));
 }
 
-SettingsChange SettingsFile::write(std::span<const SettingsValue> values) const
+SettingsChange SettingsFile::write(std::span<const SettingsValue> values,
+                                   const std::optional<SettingsValue> &only) const
 {
+    const std::optional<ProfileCondition> condition = only ? conditionOf(*only) : std::nullopt;
     std::vector<ProfileValue> stored;
     for (const SettingsValue &value : values) {
         stored.push_back(profileValue(value.section, value.key, value.value));
+        stored.back().only = condition;
     }
     if (!gathered_) {
         return changeOf(writeProfileValues(path(), stored));

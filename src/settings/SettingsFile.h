@@ -114,8 +114,10 @@ public:
     void write(QStringView section, QStringView key, QStringView value) const;
     void write(QStringView section, QStringView key, qint64 value) const;
 
-    /// Writes values of different keys in one go.
-    SettingsChange write(std::span<const SettingsValue> values) const;
+    /// Writes values of different keys in one go. only: what the file must still hold when they
+    /// reach it, for values that are of no use after another program has changed that.
+    SettingsChange write(std::span<const SettingsValue> values,
+                         const std::optional<SettingsValue> &only = std::nullopt) const;
 
     [[nodiscard]] SettingsSnapshot snapshot() const;
 

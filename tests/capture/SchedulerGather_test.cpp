@@ -103,6 +103,26 @@ TEST_F(Gathering, KeepsAValueThatIsWrittenInTheSameTurn)
     EXPECT_EQ(onDisk(u"lNew", cameras_[0]), QStringLiteral("0"));
 }
 
+// As a command does while the program runs.
+TEST_F(Gathering, GivesNothingToACameraThatTakesTheRowInTheSameTurn)
+{
+    const CameraAddress camera = cameras_[0];
+    const SettingsFile otherProgram(house_.settings.programFolder());
+    SettingsChange replaced = SettingsChange::Failed;
+    QObject::connect(&house_.store, &ImageStore::imageStored, &house_, [&] {
+        replaced = otherProgram.change([&](SettingsDraft &draft) {
+            forgetRow(draft, camera);
+            setUrl(draft, camera, u"http://other/b.jpg");
+        });
+    });
+    add(camera);
+    house_.tick();
+    ASSERT_EQ(replaced, SettingsChange::Made);
+    EXPECT_EQ(onDisk(u"lNew", camera), QString());
+    EXPECT_EQ(onDisk(u"LastModified", camera), QString());
+    EXPECT_EQ(onDisk(u"SB", camera), QString());
+}
+
 TEST_F(Gathering, LosesNothingWhenTheProgramEndsInTheSameTurn)
 {
     CameraRequests requests(house_.settings, house_.storage, house_.options);

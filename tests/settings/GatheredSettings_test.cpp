@@ -89,6 +89,36 @@ TEST_F(GatheredSettings, LeaveWhatAnotherProgramHasWrittenMeanwhile)
     EXPECT_EQ(settings.read(u"Liste0", u"SB0"), QStringLiteral("65280"));
 }
 
+TEST_F(GatheredSettings, AreLeftOutOnceWhatTheyBelongToHasChanged)
+{
+    const SettingsValue url{QStringLiteral("Liste0"), QStringLiteral("URL0"),
+                            QStringLiteral("http://cam/a.jpg")};
+    const std::array values = {
+        SettingsValue{QStringLiteral("Liste0"), QStringLiteral("SB0"), QStringLiteral("65280")}};
+    ASSERT_TRUE(settings.gather());
+    EXPECT_EQ(settings.write(values, url), SettingsChange::Made);
+    settings.write(u"Other", u"x", u"2");
+    store(QByteArray(kBefore).replace("a.jpg", "b.jpg"));
+    EXPECT_EQ(settings.settle(), SettingsChange::Made);
+    EXPECT_EQ(text(), QByteArray(kBefore).replace("a.jpg", "b.jpg").replace("x=1", "x=2"));
+    EXPECT_EQ(settings.write(values, url), SettingsChange::Made);
+    EXPECT_EQ(settings.read(u"Liste0", u"SB0"), QStringLiteral("255"));
+}
+
+// Of a longer one that stands in the file, a reader sees the beginning.
+TEST_F(GatheredSettings, BelongToAValueAsItIsRead)
+{
+    store("[Liste0]\r\nURL0=" + QByteArray(300, 'a') + "\r\nSB0=255\r\n");
+    const SettingsValue url{QStringLiteral("Liste0"), QStringLiteral("URL0"),
+                            settings.read(u"Liste0", u"URL0")};
+    const std::array values = {
+        SettingsValue{QStringLiteral("Liste0"), QStringLiteral("SB0"), QStringLiteral("65280")}};
+    ASSERT_TRUE(settings.gather());
+    EXPECT_EQ(settings.write(values, url), SettingsChange::Made);
+    EXPECT_EQ(settings.settle(), SettingsChange::Made);
+    EXPECT_EQ(settings.read(u"Liste0", u"SB0"), QStringLiteral("65280"));
+}
+
 TEST_F(GatheredSettings, AreWrittenOneByOneAgainOnceTheyAreSettled)
 {
     ASSERT_TRUE(settings.gather());

@@ -53,6 +53,15 @@ TEST_F(Deletion, LeavesAnotherCamerasListAlone)
     EXPECT_EQ(house_.newLog(), QStringList());
 }
 
+TEST_F(Deletion, ShowsWhatIsLeftOfAFolderThatAnotherRowHasToo)
+{
+    const CameraAddress twin{0, 1};
+    house_.capture.addCamera(twin, house_.capture.table.url(kCamera));
+    ASSERT_EQ(house_.capture.folder(twin), house_.capture.folder(kCamera));
+    deleteFirst(5, twin);
+    EXPECT_EQ(house_.data.files.count(), 25);
+}
+
 TEST_F(Deletion, LeavesTheListOfAFilmAlone)
 {
     browser_.toggleFilm();

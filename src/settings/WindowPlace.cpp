@@ -1,8 +1,19 @@
 #include "settings/WindowPlace.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace velmora {
+namespace {
+
+// On a second screen a window may be farther away than the settings can say.
+int storable(int twips)
+{
+    using Limits = std::numeric_limits<qint16>;
+    return std::clamp<int>(twips, Limits::min(), Limits::max());
+}
+
+} // namespace
 
 WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys, Problems &problems)
 {
@@ -12,8 +23,8 @@ WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys,
 
 void writePlace(const SettingsFile &settings, const WindowPlaceKeys &keys, WindowPlace place)
 {
-    keys.top.write(settings, place.top);
-    keys.left.write(settings, place.left);
+    keys.top.write(settings, storable(place.top));
+    keys.left.write(settings, storable(place.left));
 }
 
 } // namespace velmora

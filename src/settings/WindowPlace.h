@@ -30,6 +30,7 @@ inline constexpr WindowPlaceKeys kSlideshowPlace{keys::kFilmTop, keys::kFilmLeft
 [[nodiscard]] WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys,
                                     Problems &problems);
 
+/// A place too far away for 16 bits is stored as the farthest.
 void writePlace(const SettingsFile &settings, const WindowPlaceKeys &keys, WindowPlace place);
 
 } // namespace velmora

@@ -63,6 +63,16 @@ TEST_F(WindowPlaceTest, CapsThePlaceOfTheSlideshow)
     EXPECT_EQ(readPlace(settings, kSlideshowPlace, problems), (WindowPlace{6225, 11175}));
 }
 
+// On the right one of two screens, for instance.
+TEST_F(WindowPlaceTest, FartherThanCanBeStoredIsStoredAsTheFarthest)
+{
+    writePlace(settings, kBrowserPlace, {40000, 45000});
+    EXPECT_EQ(readPlace(settings, kBrowserPlace, problems), (WindowPlace{330, 4485}));
+    writePlace(settings, kBrowserPlace, {-40000, -45000});
+    EXPECT_EQ(readPlace(settings, kBrowserPlace, problems), (WindowPlace{-32768, -32768}));
+    EXPECT_EQ(shown, QStringList());
+}
+
 TEST_F(WindowPlaceTest, IsStoredUnderTheKeysOfItsWindow)
 {
     writePlace(settings, kBrowserPlace, {1, 2});

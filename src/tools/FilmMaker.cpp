@@ -1,10 +1,11 @@
 #include "tools/FilmMaker.h"
 
+#include "base/DateText.h"
 #include "base/FilePath.h"
 #include "base/Folders.h"
+#include "base/NameStamp.h"
 #include "cameras/CameraChoices.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QImageReader>
 
@@ -13,10 +14,16 @@
 namespace velmora {
 namespace {
 
-constexpr qsizetype kMomentLetters = 15;
 constexpr qint64 kEnoughToTell = 20; // images, before the remaining time is more than a guess
 constexpr QSize kUsualSize{640, 480};
 constexpr int kMostLooked = 1000; // names without a date
+
+// "2006-03-07 14:05:09", as a user would type it.
+QString typedMoment(WallTime moment)
+{
+    return QString::fromLatin1(dayKey(moment).insert(6, '-').insert(4, '-')) + u' ' +
+           timeText(moment);
+}
 
 } // namespace
 
@@ -65,10 +72,8 @@ QString FilmMaker::momentAt(qsizetype position, int step) const
     const std::shared_ptr<const ImageNames> names = this->names();
     qsizetype at = std::clamp<qsizetype>(position, 0, names->count() - 1);
     for (int looked = 0; looked < kMostLooked && at >= 0 && at < names->count(); ++looked) {
-        const QString name = QFile::decodeName(names->name(at).left(kMomentLetters));
-        const QDateTime moment = QDateTime::fromString(name, QStringLiteral("yyyyMMdd_HHmmss"));
-        if (moment.isValid()) {
-            return moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        if (const auto moment = momentOfName(names->name(at))) {
+            return typedMoment(*moment);
         }
         at += step;
     }

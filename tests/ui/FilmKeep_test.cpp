@@ -3,12 +3,18 @@
 
 #include "FilmKeepTest.h"
 #include "support/RefusedCalls.h"
+#include "support/ScopedEnv.h"
 
 #include <QComboBox>
 #include <QDir>
 #include <QImageReader>
 #include <QProgressBar>
+#include <QScopeGuard>
 #include <QSpinBox>
+
+#include <ctime>
+#include <optional>
+#include <utility>
 
 namespace velmora::test {
 namespace {
@@ -65,6 +71,25 @@ TEST_F(FilmKeepTest, BeginsAndEndsWithTheImagesThatHaveADate)
     window_.present({});
     EXPECT_EQ(maker_.usualWish().from, QStringLiteral("2006-03-07 00:00:00"));
     EXPECT_EQ(maker_.usualWish().to, QStringLiteral("2006-03-07 00:00:29"));
+}
+
+// The names hold universal time; on the clocks here, that hour did not exist.
+TEST_F(FilmKeepTest, BeginsAndEndsWithImagesOfTheHourThatTheLocalClocksSkipped)
+{
+    std::optional<ScopedEnv> zone(std::in_place, "TZ", "Europe/Paris");
+    ::tzset();
+    const auto atEnd = qScopeGuard([&zone] {
+        zone.reset();
+        ::tzset();
+    });
+    house_.house.putImage({0, 0}, QStringLiteral("20050327_0215000000.jpg"));
+    house_.house.putImage({0, 0}, QStringLiteral("20060326_0230000000.jpg"));
+    house_.browser.chooseCameraAgain();
+    house_.settle();
+    window_.present({});
+    EXPECT_EQ(maker_.usualWish().from, QStringLiteral("2005-03-27 02:15:00"));
+    EXPECT_EQ(maker_.usualWish().to, QStringLiteral("2006-03-26 02:30:00"));
+    EXPECT_EQ(maker_.forecast(maker_.usualWish()).images, 32);
 }
 
 TEST_F(FilmKeepTest, SaysThatTheImagesAreAwayInsteadOfCopyingNone)

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <ranges>
+#include <set>
 #include <vector>
 
 namespace velmora {
@@ -77,6 +78,10 @@ void CameraHealth::addImage(Moment when, qint64 size)
     while (hours_.size() > kBars) {
         hours_.pop_front();
     }
+}
+
+void CameraHealth::succeed()
+{
     failure.clear();
     failedSince.reset();
     failures = 0;
@@ -186,8 +191,11 @@ qint64 CameraHealth::secondsWithImages(Moment now) const
 qint64 bytesADay(const CameraHealths &cameras, Moment now)
 {
     qint64 sum = 0;
+    std::set<QString> folders;
     for (const CameraHealth &camera : cameras) {
-        sum += camera.bytesADay(now);
+        if (folders.insert(camera.folder).second) {
+            sum += camera.bytesADay(now);
+        }
     }
     return sum;
 }

@@ -35,6 +35,9 @@ public:
     /// An image arrived, or was found to have arrived.
     void addImage(Moment when, qint64 size);
 
+    /// The camera answered, with an image or that it has none that is new.
+    void succeed();
+
     /// The camera gave no image.
     void fail(Moment when, const QString &reason);
 
@@ -92,7 +95,7 @@ private:
 
 using CameraHealths = PerCamera<CameraHealth>;
 
-/// What all cameras together deliver in a day.
+/// What all cameras together deliver in a day; a folder that several of them have counts once.
 [[nodiscard]] qint64 bytesADay(const CameraHealths &cameras, Moment now);
 
 /// When a camera counts as late.

@@ -181,8 +181,19 @@ void HealthBook::addImage(CameraAddress camera, const QString &fileName)
     if (!seen_[camera].isConfigured) {
         return;
     }
-    CameraHealth &health = recordOf(camera);
+    recordOf(camera).succeed();
     const qint64 bytes = QFileInfo(filePath(folder, fileName)).size();
+    for (const CameraAddress each : cameras()) {
+        if (recordOf(each).folder == folder) {
+            takeImage(each, bytes);
+        }
+    }
+}
+
+// Of rows with the same address the first one asked stores the image; the others find it there.
+void HealthBook::takeImage(CameraAddress camera, qint64 bytes)
+{
+    CameraHealth &health = recordOf(camera);
     health.addImage(now(), bytes);
     seen_[camera].quietSince = clock_.monotonicNow();
     const bool wasLate = health.lateSince.has_value();
@@ -212,9 +223,7 @@ void HealthBook::addSuccess(CameraAddress camera)
     catchUp(camera, storage_.cameraFolder(camera));
     CameraHealth &health = recordOf(camera);
     if (health.failures > 0) {
-        health.failures = 0;
-        health.failure.clear();
-        health.failedSince.reset();
+        health.succeed();
         change(camera);
     }
 }

@@ -112,6 +112,7 @@ private:
 
     [[nodiscard]] CameraHealth &recordOf(CameraAddress camera);
     void catchUp(CameraAddress camera, const QString &folder);
+    void takeImage(CameraAddress camera, qint64 bytes);
     void takeCamera(const SettingsSnapshot &settings, CameraAddress camera);
     void anchor(CameraAddress camera);
     void startCounting(CameraAddress camera);

@@ -58,8 +58,10 @@ TEST(CameraHealth, AllTogetherDeliverTheSum)
 {
     const CameraHealth camera = delivering(26, 1h);
     CameraHealths cameras;
-    cameras[{0, 3}] = camera;
-    cameras[{9, 9}] = camera;
+    for (const CameraAddress address : {CameraAddress{0, 3}, CameraAddress{9, 9}}) {
+        cameras[address] = camera;
+        cameras[address].folder = QString::number(address.group);
+    }
     const Moment now = kBegin + 25h + 20min;
     EXPECT_EQ(bytesADay(cameras, now), 2 * camera.bytesADay(now));
     EXPECT_GT(bytesADay(cameras, now), 0);
@@ -85,7 +87,7 @@ TEST(CameraHealth, CountsFailuresInARowSinceTheFirst)
     EXPECT_EQ(camera.failures, 2);
     EXPECT_EQ(camera.failure, QStringLiteral("time-out"));
     EXPECT_EQ(camera.failedSince, kBegin + 2min);
-    camera.addImage(kBegin + 4min, 1000);
+    camera.succeed();
     EXPECT_EQ(camera.failures, 0);
     EXPECT_EQ(camera.failure, QString());
     EXPECT_FALSE(camera.failedSince);

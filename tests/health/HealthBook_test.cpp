@@ -350,6 +350,21 @@ TEST_F(HealthBookTest, CountsForAllCamerasThatShareAFolder)
     EXPECT_EQ(book_.camera(kTwo).images, 0);
 }
 
+TEST_F(HealthBookTest, ForecastsAFolderThatCamerasShareOnce)
+{
+    add(kOne);
+    house_.putImage(kOne, kImage, QByteArray(500, 'x'));
+    book_.load();
+    house_.finish();
+    const qint64 alone = book_.bytesADay();
+    ASSERT_GT(alone, 0);
+    house_.addCamera(kTwo, cameraUrl(kOne));
+    book_.followTable();
+    house_.finish();
+    ASSERT_EQ(book_.camera(kTwo).images, 1);
+    EXPECT_EQ(book_.bytesADay(), alone);
+}
+
 TEST_F(HealthBookTest, TakesADateThatIsStillToComeForNow)
 {
     add(kOne);

@@ -39,6 +39,23 @@ TEST_F(HealthWatchTest, TellsOnceOfACameraThatIsLateAndOnceWhenItIsBack)
     EXPECT_FALSE(isLate(kOne));
 }
 
+// Rows with the same address: the first one asked stores each image, the other finds it there.
+TEST_F(HealthWatchTest, CallsNoCameraLateIntoWhoseFolderAnotherRowStores)
+{
+    house_.putImage(kOne, QStringLiteral("20060307_1300000714.jpg"));
+    house_.putImage(kOne, QStringLiteral("20060307_1301000714.jpg"));
+    house_.addCamera(kTwo, cameraUrl(kOne));
+    book_.followTable();
+    clock_.advance(1s);
+    ASSERT_EQ(book_.camera(kTwo).usualInterval(), 1min);
+    deliver(kOne, 2);
+    book_.addFailure(kTwo, QStringLiteral("status 401"));
+    deliver(kOne, 28);
+    EXPECT_EQ(notices_, QStringList());
+    EXPECT_EQ(book_.camera(kTwo).images, book_.camera(kOne).images);
+    EXPECT_EQ(book_.camera(kTwo).failures, 1) << "of its own login, perhaps";
+}
+
 TEST_F(HealthWatchTest, TellsTogetherOfThoseThatAreLateTogether)
 {
     for (int i = 0; i < 3; ++i) {

@@ -64,6 +64,11 @@ QCoro::Task<ImageFile> CameraFolders::newest(CameraAddress camera)
     co_return ImageFile{folder, QFile::decodeName(found->name)};
 }
 
+bool CameraFolders::hasLost(const ImageFile &image) const
+{
+    return !image.isNone() && storage_.isUsable() && !QFile::exists(nativePath(storage_, image));
+}
+
 // A missing camera folder is made along with all the others. A failure is reported once, and the
 // storage folder itself is never made here: its disk may just be away.
 void CameraFolders::make(const QString &folder)

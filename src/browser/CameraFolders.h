@@ -54,6 +54,9 @@ public:
     /// The image that the group view shows for a camera; none for a row without an address.
     QCoro::Task<ImageFile> newest(CameraAddress camera);
 
+    /// True when an image that was shown is gone, while its storage folder is not.
+    [[nodiscard]] bool hasLost(const ImageFile &image) const;
+
     /// A newer action takes over: readings under way end with Superseded, and so does every reading
     /// before that action may start.
     void supersede();

@@ -124,16 +124,15 @@ void ImageBrowser::close()
     parts_->line.close();
 }
 
-// The group view shows each camera's newest image, which is never deleted for its age. Rows with
-// the same address have one folder.
+// Rows with the same address have one folder.
 void ImageBrowser::showDeletion(CameraAddress camera)
 {
     const BrowserState &state = data_.state;
     const bool isOfList = parts_->updates.isListed(camera);
     if (state.CineActif()) {
         isListHeld_ = isListHeld_ || isOfList;
-    } else if (isOfList) {
-        parts_->line.launch(Kind::Walk, [this] { return parts_->updates.dropDeleted(); });
+    } else if (isOfList || parts_->updates.hasLost(camera)) {
+        parts_->line.launch(Kind::Walk, [this, camera] { return parts_->updates.dropDeleted(camera); });
     }
 }
 

@@ -68,7 +68,7 @@ QCoro::Task<> ListUpdates::followAddress(CameraAddress camera)
 QCoro::Task<> ListUpdates::catchUp()
 {
     if (data_.state.view() == View::Camera || isListed(data_.state.camera())) {
-        co_await dropDeleted();
+        co_await dropDeleted(data_.state.camera());
     } else {
         co_await lists_.followGroup();
         selection_.announce();
@@ -84,17 +84,34 @@ QCoro::Task<> ListUpdates::rebuild()
     }
 }
 
-QCoro::Task<> ListUpdates::dropDeleted()
+// The group view shows what was written last on a camera's newest day; the image with the latest
+// date, which is never deleted for its age, may be another.
+bool ListUpdates::hasLost(CameraAddress camera) const
 {
-    if (!isListed(data_.state.camera())) {
-        co_return;
+    const QString folder = folders_.of(camera);
+    for (int row = 0; row < kRows; ++row) {
+        const ImageFile &image = data_.state.DerniereImage(row);
+        if (image.folder == folder && folders_.hasLost(image)) {
+            return true;
+        }
     }
+    return false;
+}
+
+QCoro::Task<> ListUpdates::dropDeleted(CameraAddress camera)
+{
+    const bool isOfList = isListed(camera) && isListed(data_.state.camera());
     if (data_.state.view() == View::Group) {
-        co_await lists_.LitDir();
-        co_return;
+        if (hasLost(camera)) {
+            co_await rebuild();
+        }
+        if (isOfList) {
+            co_await lists_.LitDir();
+        }
+    } else if (isOfList) {
+        const FileList::Selected before = co_await lists_.listAgain();
+        lists_.showAround(data_.files.find(before.image).value_or(-1));
     }
-    const FileList::Selected before = co_await lists_.listAgain();
-    lists_.showAround(data_.files.find(before.image).value_or(-1));
 }
 
 } // namespace velmora

@@ -30,10 +30,13 @@ public:
     /// row of the group view stays selected.
     QCoro::Task<> followAddress(CameraAddress camera);
 
-    /// Lists the folder again after old images were deleted; the same image stays selected, or else
-    /// the newest is. In group view nothing on show changes, but the list does, which calendar and
-    /// film have from it.
-    QCoro::Task<> dropDeleted();
+    /// True when an image in this camera's folder that the group view shows is there no longer.
+    [[nodiscard]] bool hasLost(CameraAddress camera) const;
+
+    /// Reads again after old images of this camera were deleted; the same image stays selected, or
+    /// else the newest is, and in group view the same row. There the list is read too, which
+    /// calendar and film go by.
+    QCoro::Task<> dropDeleted(CameraAddress camera);
 
     /// True when the list is that of the camera's folder.
     [[nodiscard]] bool isListed(CameraAddress camera) const;

@@ -80,6 +80,21 @@ TEST_F(Deletion, LeavesTheGroupAlone)
     EXPECT_EQ(house_.newLog(), QStringList());
 }
 
+// Of a day's images the group view shows the one that was written last, while the one with the
+// latest date stays.
+TEST_F(Deletion, PutsTheNextInThePlaceOfAnImageThatTheGroupViewShowed)
+{
+    house_.put(kCamera, imageName(3), QStringLiteral("2030-01-01T00:00:00"));
+    house_.showGroup(0);
+    browser_.chooseCameraRow(0);
+    house_.finish();
+    ASSERT_EQ(state().DerniereImage(0).name, imageName(3));
+    deleteFirst(5);
+    EXPECT_NE(state().DerniereImage(0).name, imageName(3));
+    EXPECT_EQ(house_.rows().first().trimmed(), state().DerniereImage(0).name);
+    EXPECT_EQ(browser_.face().cameraRow, 0);
+}
+
 TEST_F(Deletion, YieldsToACameraThatIsChosenMeanwhile)
 {
     const CameraAddress other{0, 1};

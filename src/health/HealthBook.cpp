@@ -87,6 +87,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
     const bool isNamed = !url.isEmpty() && !storage_.cameraFolderName(camera).isEmpty();
     const QString folder = isNamed ? storage_.cameraFolder(camera) : QString();
     seen.isConfigured = isNamed;
+    seen.url = url;
     const QString title = cameraLabel(settings, camera);
     const bool isAway = isNamed && folder.isEmpty(); // with its drive: nothing is forgotten
     const bool isOther = !isAway && recordOf(camera).folder != folder;
@@ -185,20 +186,22 @@ void HealthBook::addImage(CameraAddress camera, const QString &fileName)
     const qint64 bytes = QFileInfo(filePath(folder, fileName)).size();
     for (const CameraAddress each : cameras()) {
         if (recordOf(each).folder == folder) {
-            takeImage(each, bytes);
+            recordOf(each).addImage(now(), bytes);
+            change(each);
+        }
+        if (seen_[each].url == seen_[camera].url) {
+            hearFrom(each);
         }
     }
 }
 
 // Of rows with the same address the first one asked stores the image; the others find it there.
-void HealthBook::takeImage(CameraAddress camera, qint64 bytes)
+// Different addresses whose names are cut to one folder are different cameras.
+void HealthBook::hearFrom(CameraAddress camera)
 {
-    CameraHealth &health = recordOf(camera);
-    health.addImage(now(), bytes);
     seen_[camera].quietSince = clock_.monotonicNow();
-    const bool wasLate = health.lateSince.has_value();
+    const bool wasLate = recordOf(camera).lateSince.has_value();
     setLate(camera, false);
-    change(camera);
     if (wasLate) {
         Q_EMIT cameBack(camera);
     }

@@ -105,6 +105,7 @@ private:
     {
         std::optional<std::chrono::milliseconds> quietSince; // by the monotonic clock
         QString title;
+        QString url;
         bool isConfigured = false;
         bool isTried = false;                                              // its count has begun
         std::chrono::milliseconds from = std::chrono::milliseconds::min(); // when it was added
@@ -112,7 +113,7 @@ private:
 
     [[nodiscard]] CameraHealth &recordOf(CameraAddress camera);
     void catchUp(CameraAddress camera, const QString &folder);
-    void takeImage(CameraAddress camera, qint64 bytes);
+    void hearFrom(CameraAddress camera);
     void takeCamera(const SettingsSnapshot &settings, CameraAddress camera);
     void anchor(CameraAddress camera);
     void startCounting(CameraAddress camera);

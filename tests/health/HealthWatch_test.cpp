@@ -56,6 +56,19 @@ TEST_F(HealthWatchTest, CallsNoCameraLateIntoWhoseFolderAnotherRowStores)
     EXPECT_EQ(book_.camera(kTwo).failures, 1) << "of its own login, perhaps";
 }
 
+TEST_F(HealthWatchTest, CallsACameraLateThoughAnotherWhoseAddressIsCutToTheSameFolderDelivers)
+{
+    const QString url = QStringLiteral("http://cam/") + QString(90, u'1');
+    house_.addCamera(kOne, url + u'1');
+    house_.addCamera(kTwo, url + u'2');
+    ASSERT_EQ(house_.folder(kOne), house_.folder(kTwo));
+    book_.followTable();
+    deliver(kTwo, 3);
+    deliver(kOne, 20);
+    EXPECT_FALSE(isLate(kOne));
+    EXPECT_TRUE(isLate(kTwo));
+}
+
 TEST_F(HealthWatchTest, TellsTogetherOfThoseThatAreLateTogether)
 {
     for (int i = 0; i < 3; ++i) {

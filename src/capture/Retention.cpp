@@ -2,6 +2,7 @@
 
 #include "base/DateText.h"
 #include "cameras/CameraChoices.h"
+#include "cameras/FolderName.h"
 #include "capture/OldImages.h"
 
 #include <QScopeGuard>
@@ -106,12 +107,25 @@ QCoro::Task<> Retention::run()
     }
 }
 
+// Still, and by every camera whose images are in the folder: long addresses that differ may be cut
+// to the same folder name.
+bool Retention::isWanted(const SettingsSnapshot &settings, CameraAddress camera)
+{
+    const QString url = CameraTable::url(settings, camera);
+    const auto keepsThere = [&](CameraAddress other) {
+        const QString otherUrl = CameraTable::url(settings, other);
+        return otherUrl != url && encodeFolderName(otherUrl) == encodeFolderName(url) &&
+               !CameraTable::deletesOld(settings, other);
+    };
+    return CameraTable::deletesOld(settings, camera) &&
+           std::ranges::none_of(kAllCameras, keepsThere);
+}
+
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
     const StorageUse use(storage_);
     const FolderFiles folder(storage_.cameraFolder(camera), FolderLinks::Refused);
-    const bool isWanted = CameraTable::deletesOld(table_.settings().snapshot(), camera); // still
-    if (!folder.isOpen() || !isWanted || isOver()) {
+    if (!folder.isOpen() || !isWanted(table_.settings().snapshot(), camera) || isOver()) {
         co_return;
     }
     lastTurns_[camera] = clock_.monotonicNow();

@@ -95,6 +95,22 @@ TEST_F(RetentionRule, LeavesCamerasAloneWhoseBoxIsNotTicked)
     EXPECT_EQ(left(other), QStringList({kOld}));
 }
 
+// Two long addresses that differ behind what is left of their folder's name.
+TEST_F(RetentionRule, LeavesImagesAloneThatACameraWhoseBoxIsNotTickedHasInTheSameFolder)
+{
+    const CameraAddress ticked{0, 1};
+    const CameraAddress other{0, 2};
+    const QString url = QStringLiteral("http://cam/") + QString(90, u'1');
+    house_.addCamera(ticked, url + u'1');
+    house_.addCamera(other, url + u'2');
+    ASSERT_EQ(house_.folder(ticked), house_.folder(other));
+    tick(ticked);
+    put(kNewest, other);
+    put(kOld, other);
+    begin();
+    EXPECT_EQ(left(other), QStringList({kOld}));
+}
+
 TEST_F(RetentionRule, GoesThroughAllTickedCamerasAtTheStartInGroupsThatAreOffToo)
 {
     const CameraAddress other{9, 9};

@@ -131,8 +131,9 @@ void ImageBrowser::showDeletion(CameraAddress camera)
     const bool isOfList = parts_->updates.isListed(camera);
     if (state.CineActif()) {
         isListHeld_ = isListHeld_ || isOfList;
-    } else if (isOfList || parts_->updates.hasLost(camera)) {
-        parts_->line.launch(Kind::Walk, [this, camera] { return parts_->updates.dropDeleted(camera); });
+    } else if (isOfList || (state.view() == View::Group && parts_->updates.hasLost(camera))) {
+        parts_->line.launch(Kind::Walk,
+                            [this, camera] { return parts_->updates.dropDeleted(camera); });
     }
 }
 

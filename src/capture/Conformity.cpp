@@ -132,8 +132,8 @@ void Conformity::end()
 {
     Q_EMIT statusChanged(QStringLiteral("Poursuite du chargement"));
     idle_.open();
-    if (suspension_) {
-        scheduler_.resume(*std::exchange(suspension_, std::nullopt));
+    if (const auto held = std::exchange(suspension_, std::nullopt)) {
+        scheduler_.resume(*held);
     }
     Q_EMIT ended();
 }

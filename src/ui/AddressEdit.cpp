@@ -11,7 +11,22 @@
 #include <QMimeData>
 #include <QMouseEvent>
 
+#include <algorithm>
+
 namespace velmora {
+namespace {
+
+// By its text, which the toolkit follows with the shortcut: its name depends on the version.
+QAction *pasteOf(const QMenu &menu)
+{
+    const QList<QAction *> actions = menu.actions();
+    const auto paste = std::ranges::find_if(actions, [](const QAction *action) {
+        return action->text().startsWith(QLineEdit::tr("&Paste"));
+    });
+    return paste == actions.end() ? nullptr : *paste;
+}
+
+} // namespace
 
 void AddressEdit::keyPressEvent(QKeyEvent *event)
 {
@@ -52,7 +67,7 @@ void AddressEdit::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu *const menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (auto *const paste = menu->findChild<QAction *>(QStringLiteral("edit-paste"))) {
+    if (QAction *const paste = pasteOf(*menu)) {
         paste->disconnect(SIGNAL(triggered(bool)));
         connect(paste, &QAction::triggered, this, [this] { pasteFrom(QClipboard::Clipboard); });
     }

@@ -1,9 +1,15 @@
 // Several addresses pasted into an address box: the question, and the rows that they fill.
 #include "WindowHouse.h"
 
+#include <QAction>
 #include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -170,6 +176,47 @@ TEST_F(AddressPasteTest, ShowsTheLivePictureOfTheFirstAlone)
     paste(2, QStringLiteral("a\nb\nc"));
     answer(QMessageBox::Yes);
     EXPECT_EQ(wanted, QStringList{QStringLiteral("a")});
+}
+
+TEST_F(AddressPasteTest, IsOfferedByTheMenuOfTheBox)
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("a\nb"));
+    auto &box = house_.find<QLineEdit>(QStringLiteral("Source3"));
+    box.setFocus();
+    QContextMenuEvent wish(QContextMenuEvent::Keyboard, {5, 5}, box.mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(&box, &wish);
+    auto *const menu = box.findChild<QMenu *>();
+    ASSERT_NE(menu, nullptr);
+    for (QAction *const action : menu->actions()) {
+        if (action->text().contains(QStringLiteral("Paste"))) {
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+        }
+    }
+    ASSERT_NE(question(), nullptr);
+    EXPECT_TRUE(question()->text().startsWith(QStringLiteral("2 addresses were pasted.")));
+    answer(QMessageBox::No);
+}
+
+TEST_F(AddressPasteTest, ADropIsOneToo)
+{
+    auto &box = house_.find<QLineEdit>(QStringLiteral("Source3"));
+    const auto drop = [&box](const QString &text) {
+        QMimeData data;
+        data.setText(text);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &enter);
+        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &event);
+        return event.isAccepted();
+    };
+    EXPECT_TRUE(drop(QStringLiteral("http://cam/a.jpg\n")));
+    EXPECT_EQ(box.text(), QStringLiteral("http://cam/a.jpg"));
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_TRUE(drop(QStringLiteral("a\nb\nc")));
+    ASSERT_NE(question(), nullptr);
+    EXPECT_TRUE(question()->text().startsWith(QStringLiteral("3 addresses were pasted.")));
+    answer(QMessageBox::No);
+    EXPECT_EQ(box.text(), QStringLiteral("http://cam/a.jpg"));
 }
 
 } // namespace

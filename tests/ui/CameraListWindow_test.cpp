@@ -2,8 +2,10 @@
 #include "ui/CameraListWindow.h"
 
 #include "WindowHouse.h"
+#include "support/FileSizeLimit.h"
 #include "support/RefusedCalls.h"
 
+#include <QFileDialog>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -23,6 +25,15 @@ protected:
     {
         window_.present();
         text_.setPlainText(text);
+    }
+
+    void choose(const char *button, const QString &path)
+    {
+        window_.findChild<QPushButton *>(QLatin1String(button))->click();
+        auto *const dialog = window_.findChild<QFileDialog *>();
+        ASSERT_NE(dialog, nullptr);
+        Q_EMIT dialog->fileSelected(path);
+        delete dialog;
     }
 
     QString cell(int line, int column) { return preview_.item(line, column)->text(); }
@@ -201,6 +212,31 @@ TEST_F(CameraListWindowTest, ReadsAFile)
     window_.openFile(tree_.path(u"long.txt"));
     EXPECT_FALSE(store_.isEnabled());
     EXPECT_TRUE(message_.text().contains(QStringLiteral("longer")));
+}
+
+TEST_F(CameraListWindowTest, ReadsAndWritesTheFilesThatItsDialogsChoose)
+{
+    window_.present();
+    settings_.write(u"Liste0", u"lst0", u"http://cam/a.jpg");
+    const QString path = tree_.path(u"cameras.csv");
+    choose("listExport", path);
+    EXPECT_EQ(message_.text(), QStringLiteral("Written to ") + path);
+    settings_.write(u"Liste0", u"lst0", QString());
+    choose("listOpen", path);
+    ASSERT_EQ(preview_.rowCount(), 1);
+    EXPECT_EQ(cell(0, 2), QStringLiteral("http://cam/a.jpg"));
+    choose("listExport", QStringLiteral("/dev/full"));
+    EXPECT_TRUE(message_.text().contains(QStringLiteral("/dev/full")))
+        << message_.text().toStdString();
+}
+
+TEST_F(CameraListWindowTest, SaysThatTheSettingsCannotBeWritten)
+{
+    paste(QStringLiteral("http://a/\n"));
+    const FileSizeLimit limit(2);
+    QTest::mouseClick(&store_, Qt::LeftButton);
+    EXPECT_EQ(message_.text(), QStringLiteral("The settings file cannot be written"));
+    EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QString());
 }
 
 } // namespace

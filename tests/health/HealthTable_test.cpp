@@ -81,6 +81,25 @@ TEST_F(HealthTableTest, PutsTheLongestFailingAboveThoseThatDoNotFail)
     EXPECT_GT(failing(1), failing(2));
 }
 
+TEST_F(HealthTableTest, SortsColumnsByTheirNumbersNotByTheirTexts)
+{
+    table_.refresh();
+    deliver(kOne, 12);
+    deliver(kTwo, 3);
+    const auto value = [this](int row, HealthTable::Column column) {
+        return table_.index(row, column).data(HealthTable::kSortRole).toLongLong();
+    };
+    EXPECT_EQ(value(0, HealthTable::Day), 12);
+    EXPECT_EQ(value(1, HealthTable::Day), 3);
+    EXPECT_EQ(value(2, HealthTable::Day), 0);
+    EXPECT_GT(value(0, HealthTable::Age), value(1, HealthTable::Age)) << "older";
+    EXPECT_GT(value(2, HealthTable::Age), value(0, HealthTable::Age)) << "none at all";
+    EXPECT_EQ(value(0, HealthTable::Interval), 60);
+    EXPECT_EQ(value(2, HealthTable::Interval), 0);
+    EXPECT_GE(value(0, HealthTable::ADay), value(1, HealthTable::ADay));
+    EXPECT_GE(value(0, HealthTable::InAll), value(1, HealthTable::InAll));
+}
+
 TEST_F(HealthTableTest, ShowsWhatIsKnown)
 {
     table_.refresh();

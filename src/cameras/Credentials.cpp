@@ -7,11 +7,13 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace velmora {
 namespace {
 
 const QString kMask = QStringLiteral("***");
+constexpr int kMostRounds = 8; // an address takes one, garbage two or three
 
 // Makers keep inventing names for passwords; those that tell one picture from another are few.
 constexpr std::array kHarmlessNames = {
@@ -202,7 +204,13 @@ QString withMaskedFields(const QString &text)
 
 QString withoutCredentials(const QString &address)
 {
-    return withMaskedFields(withoutUser(address));
+    QString before = address;
+    QString shown = withMaskedFields(withoutUser(before));
+    // Without what was masked, the rest may begin with an address that was cut.
+    for (int round = 0; shown != before && round < kMostRounds; ++round) {
+        before = std::exchange(shown, withMaskedFields(withoutUser(shown)));
+    }
+    return shown;
 }
 
 QString pathWithoutCredentials(const QString &path)

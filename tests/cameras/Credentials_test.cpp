@@ -287,5 +287,12 @@ INSTANTIATE_TEST_SUITE_P(Credentials, PasswordSign,
                                          '+', ',', '-', '.', '/', ':', ';', '<', '=', '>', '?', '@',
                                          '[', '\\', ']', '^', '_', '`', '{', '|', '}', '~'));
 
+TEST(Credentials, OfAnAddressThatBeginsBehindAnotherAreNotShownEither)
+{
+    const QString shown = withoutCredentials(QStringLiteral("p@host/a?x(http://u:secret<"));
+    EXPECT_EQ(shown, QStringLiteral("host/a?x(http://***"));
+    EXPECT_EQ(withoutCredentials(shown), shown);
+}
+
 } // namespace
 } // namespace velmora::test

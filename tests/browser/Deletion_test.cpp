@@ -78,6 +78,18 @@ TEST_F(Deletion, LeavesTheGroupAlone)
     deleteFirst(5);
     EXPECT_EQ(house_.rows().size(), kRows);
     EXPECT_EQ(house_.newLog(), QStringList());
+    EXPECT_EQ(house_.NbI(), QString()) << "no row is selected";
+}
+
+TEST_F(Deletion, CountsWhatIsLeftBehindTheSelectedRowOfTheGroup)
+{
+    house_.showGroup(0);
+    browser_.chooseCameraRow(0);
+    house_.finish();
+    ASSERT_EQ(house_.NbI(), QStringLiteral("30"));
+    deleteFirst(5);
+    EXPECT_EQ(house_.NbI(), QStringLiteral("25"));
+    EXPECT_EQ(browser_.face().cameraRow, 0);
 }
 
 // Of a day's images the group view shows the one that was written last, while the one with the

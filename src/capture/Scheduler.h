@@ -17,7 +17,7 @@
 
 namespace velmora {
 
-/// One hold of the capture, known by a number from suspend() to resume(). 0: none.
+/// One hold of the capture, known by a number from suspend() to resume().
 enum class Suspension : int {};
 
 /// Owns when cameras are loaded: the tick counter, what holds the capture, and the pass under way,

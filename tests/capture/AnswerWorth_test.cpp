@@ -2,6 +2,7 @@
 #include "capture/AnswerWorth.h"
 
 #include "capture/HttpDate.h"
+#include "support/TempTree.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,18 @@ TEST_P(AnswerWorth, FollowsTheRuleThatIsChosen)
     const KeepChoice choice{row.keep};
     const ImageDates dates = imageDates(row.header, kStored, choice);
     EXPECT_EQ(worthOf({dates, choice, kMark, row.stored, row.folder}), row.worth);
+}
+
+TEST_P(AnswerWorth, IsTheSameByTheFolderItself)
+{
+    const WorthRow &row = GetParam();
+    const TempTree tree;
+    if (row.folder == FolderState::HoldsFiles) {
+        tree.write(u"image.jpg", "1");
+    }
+    const KeepChoice choice{row.keep};
+    const ImageDates dates = imageDates(row.header, kStored, choice);
+    EXPECT_EQ(worthIn(tree.path(), {dates, choice, kMark, row.stored, {}}), row.worth);
 }
 
 const WorthRow kRows[] = {

@@ -176,20 +176,10 @@ TEST_F(FilmKeepTest, KeepsWhatIsTypedWhenItIsOpenedAgain)
 
 TEST_F(FilmKeepTest, KeepsTheRangeThatWasTypedWhenTheCaptureRestartsTheFilm)
 {
-    openFilm();
-    house_.tick(QStringLiteral("cAuto"));
-    house_.holdFilm();
-    window_.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
-    find<QLineEdit>("filmFrom").setFocus();
-    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
-    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    beginRangeOfFollowingFilm(QStringLiteral("2006-03-07 00:00:10"));
     find<QPushButton>("filmCopy").setFocus();
     ASSERT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
-    house_.house.putImage({0, 0}, storedName(kImages), pictureBytes(Qt::red));
-    Q_EMIT house_.house.store.imageStored({0, 0}, storedName(kImages));
-    house_.settle();
-    house_.holdFilm();
+    storeAnImage();
     EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
 }
 

@@ -86,6 +86,29 @@ protected:
         EXPECT_EQ(house_.film.face().PauseCine, QStringLiteral("Start"));
     }
 
+    /// Opens the film, which follows images that arrive but does not play on by itself, and types
+    /// the beginning of its range.
+    void beginRangeOfFollowingFilm(const QString &from)
+    {
+        openFilm();
+        house_.tick(QStringLiteral("cAuto"));
+        house_.holdFilm();
+        window_.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+        find<QLineEdit>("filmFrom").setFocus();
+        retype("filmFrom", from);
+        QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    }
+
+    /// The capture stores one more image of the film's camera.
+    void storeAnImage()
+    {
+        house_.house.putImage({0, 0}, storedName(kImages), pictureBytes(Qt::red));
+        Q_EMIT house_.house.store.imageStored({0, 0}, storedName(kImages));
+        house_.settle();
+        house_.holdFilm();
+    }
+
     [[nodiscard]] QString forecast() { return find<QLabel>("filmForecast").text(); }
 
     /// Answers the box that asks for a file or a folder.

@@ -212,22 +212,12 @@ TEST_F(FilmKeepTest, EscapeClosesIt)
 
 TEST_F(FilmKeepTest, CopiesTheRangeThatWasAgreedThoughTheCaptureStoresAnImageMeanwhile)
 {
-    openFilm();
-    house_.tick(QStringLiteral("cAuto"));
-    house_.holdFilm();
-    window_.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
-    find<QLineEdit>("filmFrom").setFocus();
-    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
-    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    beginRangeOfFollowingFilm(QStringLiteral("2006-03-07 00:00:10"));
     find<QLineEdit>("filmTo").setFocus();
     retype("filmTo", QStringLiteral("2006-03-07 00:00:14"));
     QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
     click("filmCopy");
-    house_.house.putImage({0, 0}, storedName(kImages), pictureBytes(Qt::red));
-    Q_EMIT house_.house.store.imageStored({0, 0}, storedName(kImages));
-    house_.settle();
-    house_.holdFilm();
+    storeAnImage();
     answer(out());
     EXPECT_EQ(QDir(out()).entryList(QDir::Files).size(), 5);
 }

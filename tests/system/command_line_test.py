@@ -153,6 +153,25 @@ class StartTest(unittest.TestCase):
         run = self.house.capture("--passes", "2")
         self.assertEqual([f"pass {n}: 0 stored, 0 failed, 0 unchanged" for n in (1, 2)], run.out)
 
+    def test_names_no_image_that_the_settings_do_not_know(self):
+        urls = [self.server.url(f"/camera{number}.jpg") for number in range(60)]
+        for number in range(60):
+            self.server.answer(f"/camera{number}.jpg", fresh(20_000))
+        self.house.write_settings({"Control": {"StRep": "C:\\in\\"}}, camera_lists(urls))
+        program = subprocess.Popen(
+            [VELMORA, "--program-folder", self.house.root, "--capture", "--passes", "1"],
+            env=self.house.environment(), stdout=subprocess.PIPE, encoding="utf-8",
+        )
+        self.addCleanup(program.kill)
+        unknown, named = [], 0
+        with program.stdout as lines:
+            for line in lines:
+                if line.startswith("stored "):
+                    named += 1
+                    camera = int(line[7]) * 10 + int(line[9])
+                    unknown += [] if self.house.camera_value(camera, "LastModified") else [line]
+        self.assertEqual((0, 60, []), (program.wait(20), named, unknown))
+
     def start_first(self, *options, env=None):
         self.house.write_settings(*self.sections)
         first = self.house.start(*options, env=env)

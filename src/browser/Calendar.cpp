@@ -197,8 +197,8 @@ void Calendar::follow(CameraAddress camera, const QString &fileName)
 {
     const QByteArray name = QFile::encodeName(fileName);
     const auto day = dayOfName(name);
-    const bool isListed = files().names().find(name).has_value();
-    if (!open_ || camera != files().camera() || !day || isListed) {
+    const bool isKnown = files().names().find(name).has_value();
+    if (!open_ || !browser_.isListed(camera) || !day || isKnown) {
         return;
     }
     add(*day);

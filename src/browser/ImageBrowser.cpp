@@ -124,11 +124,15 @@ void ImageBrowser::close()
     parts_->line.close();
 }
 
-// Rows with the same address have one folder.
+bool ImageBrowser::isListed(CameraAddress camera) const
+{
+    return parts_->updates.isListed(camera);
+}
+
 void ImageBrowser::showDeletion(CameraAddress camera)
 {
     const BrowserState &state = data_.state;
-    const bool isOfList = parts_->updates.isListed(camera);
+    const bool isOfList = isListed(camera);
     if (state.CineActif()) {
         isListHeld_ = isListHeld_ || isOfList;
     } else if (isOfList || (state.view() == View::Group && parts_->updates.hasLost(camera))) {

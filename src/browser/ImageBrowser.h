@@ -86,6 +86,9 @@ public:
 
     [[nodiscard]] QAbstractItemModel &cameraRows() { return data_.cameraRows; }
 
+    /// True when the list is that of this camera's folder, which rows with the same address share.
+    [[nodiscard]] bool isListed(CameraAddress camera) const;
+
     /// `TimerScan`.
     [[nodiscard]] QTimer &scanTimer();
 

@@ -1,6 +1,7 @@
 #include "browser/ListUpdates.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace velmora {
 
@@ -31,13 +32,17 @@ QCoro::Task<> ListUpdates::relist()
     lists_.showAround(wasListed ? std::min(before.index, last) : -1);
 }
 
+// Rows with the same address have one folder.
 bool ListUpdates::showsNoneOf(CameraAddress camera) const
 {
-    const BrowserState &state = data_.state;
-    if (state.view() == View::Group) {
-        return camera.group == state.camera().group && state.DerniereImage(camera.row).isNone();
+    if (data_.state.view() == View::Group) {
+        return std::ranges::any_of(
+            std::views::iota(0, kRows), [this, folder = folders_.of(camera)](int row) {
+                return data_.state.DerniereImage(row).isNone() &&
+                       folders_.of({data_.state.camera().group, row}) == folder;
+            });
     }
-    return camera == state.camera() && (data_.files.count() == 0 || !isListed(camera));
+    return isListed(camera) ? data_.files.count() == 0 : camera == data_.state.camera();
 }
 
 QCoro::Task<> ListUpdates::showFirst(CameraAddress camera)

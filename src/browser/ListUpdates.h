@@ -16,8 +16,8 @@ public:
     /// Lists the folder again after files were renamed; the position stays.
     QCoro::Task<> relist();
 
-    /// True when the view would show images of this camera but has none: its folder's list, or its
-    /// row of the group, is empty.
+    /// True when the view would show images of this camera but has none: its folder's list, or a
+    /// row of the group with that folder, is empty.
     [[nodiscard]] bool showsNoneOf(CameraAddress camera) const;
 
     /// Shows the first image of such a camera; the selected row of the group view stays selected.

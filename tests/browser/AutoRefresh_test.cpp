@@ -105,6 +105,24 @@ TEST_F(FirstImage, OfACameraThatHasJustGotItsAddressAppears)
     EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 1"));
 }
 
+TEST_F(FirstImage, OfARowWithTheSameAddressAppears)
+{
+    house_.capture.addCamera({4, 0}, house_.capture.table.url({2, 5}));
+    store({4, 0});
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 1"));
+    EXPECT_EQ(state().camera(), (CameraAddress{2, 5}));
+}
+
+TEST_F(FirstImage, AppearsInTheGroupForARowWithTheSameAddress)
+{
+    house_.capture.addCamera({4, 0}, house_.capture.table.url({2, 5}));
+    house_.showGroup(2);
+    store({4, 0});
+    EXPECT_EQ(house_.cells().value(5), imageName(100));
+    store({4, 1});
+    EXPECT_EQ(house_.framed(), QList<int>());
+}
+
 TEST_F(FirstImage, AppearsInTheGroupWithoutTakingTheSelection)
 {
     house_.showGroup(2);

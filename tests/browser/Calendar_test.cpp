@@ -74,6 +74,20 @@ TEST_F(CalendarTest, CountsAnImageThatIsStored)
     EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 3), 1);
 }
 
+TEST_F(CalendarTest, CountsWhatARowWithTheSameAddressStores)
+{
+    house_.capture.addCamera({4, 0}, house_.capture.table.url(kCamera));
+    calendar_.follow({4, 0}, QStringLiteral("20070103_1000000110.jpg"));
+    EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 3), 1);
+}
+
+TEST_F(CalendarTest, DoesNotCountWhatIsStoredForTheCamerasNextAddress)
+{
+    house_.capture.addCamera(kCamera, QStringLiteral("http://other/a.jpg"));
+    calendar_.follow(kCamera, QStringLiteral("20070103_1000000110.jpg"));
+    EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 3), 0);
+}
+
 TEST_F(CalendarTest, CountsAnImageThatIsStoredInTheHoursOfItsDay)
 {
     calendar_.follow(kCamera, QStringLiteral("20070102_1000000110.jpg"));

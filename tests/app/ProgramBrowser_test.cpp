@@ -1,5 +1,6 @@
 // How one window of the running program leads to another, and how renaming files affects them.
 #include "ProgramHouse.h"
+#include "cameras/CameraChoices.h"
 
 #include <QAbstractButton>
 #include <QClipboard>
@@ -142,6 +143,22 @@ TEST_F(ProgramBrowser, SaysWhichCameraStoredAnImageAndWhichFailed)
     engine_->launch(engine_->scheduler().Timer_Timer());
     settle();
     EXPECT_EQ(text(kBrowser, QStringLiteral("txtLog")), QStringLiteral("Camera 0:0: gone"));
+}
+
+TEST_F(ProgramBrowser, TellsThatOfACameraWithoutDatesOnlyOnePictureIsKept)
+{
+    source_.answer(QStringLiteral("http://cam/a.png"), {QByteArray(2000, 'x'), {}, {}, {}, {}});
+    start();
+    for (int pass = 1; pass < 3; ++pass) {
+        EXPECT_FALSE(text(kMain, QStringLiteral("lMessage")).contains(QStringLiteral("date")));
+        engine_->scheduler().setTickCounter(59);
+        engine_->launch(engine_->scheduler().Timer_Timer());
+        settle();
+    }
+    const QString notice = undatedNotice(SettingsFile(tree_.path()).snapshot(), {0, 0});
+    EXPECT_EQ(text(kMain, QStringLiteral("lMessage")), notice);
+    EXPECT_EQ(text(kBrowser, QStringLiteral("txtLog")), notice);
+    EXPECT_EQ(logLines().count(notice), 1);
 }
 
 TEST_F(ProgramBrowser, ACaptureShowsInTheBrowserThatFollows)

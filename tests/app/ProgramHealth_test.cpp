@@ -118,5 +118,59 @@ TEST_F(ProgramHealth, MarksNoLongerWhatDeliversAgain)
     expectMarks(false);
 }
 
+class ProgramHealthRow : public ProgramHealth
+{
+protected:
+    void SetUp() override
+    {
+        SettingsFile(tree_.path()).write(u"Liste3", u"lst2", u"http://cam/b.png");
+        start();
+        click(kBrowser, QStringLiteral("bHealth"));
+        topLevel(kBrowser)->hide();
+    }
+
+    void clickItsRow() { QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, middle()); }
+
+    /// The middle of the row of camera 2 of group 3.
+    [[nodiscard]] QPoint middle()
+    {
+        const QAbstractItemModel &rows = *table().model();
+        const QModelIndexList found =
+            rows.match(rows.index(0, HealthTable::Camera), Qt::DisplayRole, QStringLiteral("3:2"));
+        return table().visualRect(found.value(0)).center();
+    }
+
+    [[nodiscard]] QTableView &table()
+    {
+        return *topLevel(QStringLiteral("health"))
+                    ->findChild<QTableView *>(QStringLiteral("healthTable"));
+    }
+
+    void expectItsCameraInTheBrowser()
+    {
+        settle();
+        EXPECT_TRUE(isVisible(kBrowser));
+        const auto row = [](const QString &list) {
+            return topLevel(kBrowser)->findChild<QListWidget *>(list)->currentRow();
+        };
+        EXPECT_EQ(row(QStringLiteral("lstGroupe")), 3);
+        EXPECT_EQ(row(QStringLiteral("lstCam")), 2);
+    }
+};
+
+TEST_F(ProgramHealthRow, GoesToItsCameraByADoubleClick)
+{
+    clickItsRow();
+    QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, middle());
+    expectItsCameraInTheBrowser();
+}
+
+TEST_F(ProgramHealthRow, GoesToItsCameraByEnter)
+{
+    clickItsRow();
+    QTest::keyClick(&table(), Qt::Key_Return);
+    expectItsCameraInTheBrowser();
+}
+
 } // namespace
 } // namespace velmora::test

@@ -9,6 +9,8 @@
 
 #include <QBuffer>
 #include <QComboBox>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -86,6 +88,24 @@ TEST_F(CameraSheetTest, OpensByAKeyInTheRow)
     QTest::keyClick(&house_.find<QLineEdit>(QStringLiteral("Source3")), Qt::Key_F4);
     ASSERT_EQ(wanted.size(), 1);
     EXPECT_EQ(wanted.front().front().value<CameraAddress>(), kCamera);
+}
+
+TEST_F(CameraSheetTest, IsOfferedByTheMenuOfEachLabelInTheRow)
+{
+    QSignalSpy wanted(&house_.window, &Interface::sheetWanted);
+    for (const QString &name : {QStringLiteral("n3"), QStringLiteral("SB3"),
+                                QStringLiteral("TimeLoad3"), QStringLiteral("lNew3")}) {
+        auto &label = house_.find<QWidget>(name);
+        const QPoint middle = label.rect().center();
+        QContextMenuEvent wish(QContextMenuEvent::Mouse, middle, label.mapToGlobal(middle));
+        QApplication::sendEvent(&label, &wish);
+        auto *const menu = label.findChild<QMenu *>();
+        ASSERT_NE(menu, nullptr) << name.toStdString();
+        QTest::mouseClick(menu, Qt::LeftButton, {},
+                          menu->actionGeometry(menu->actions().front()).center());
+    }
+    ASSERT_EQ(wanted.size(), 4);
+    EXPECT_EQ(wanted.back().front().value<CameraAddress>(), kCamera);
 }
 
 TEST_F(CameraSheetTest, BeginsWithTheAddressThatIsBeingTyped)

@@ -28,7 +28,11 @@ HeadlessFilm::HeadlessFilm(FilmRequest request, QString programFolder, Clock &cl
     : request_(std::move(request))
     , programFolder_(std::move(programFolder))
     , clock_(clock)
-    , scope_([this](const QString &text) { say(text); })
+    , shutdown_([](const QString &text) {
+        say(text);
+        QCoreApplication::quit();
+    })
+    , scope_([this](const QString &text) { report(FilmEnd::Failed, text); })
     , reader_(clock)
     , film_(clock)
 {
@@ -79,7 +83,7 @@ QCoro::Task<> HeadlessFilm::run()
         co_return;
     }
     order.names = co_await reader_.names(order.folder, scope_.stopToken());
-    if (!order.names) {
+    if (!order.names || scope_.stopToken().stop_requested()) {
         report(FilmEnd::Cancelled, {});
         co_return;
     }
@@ -118,15 +122,12 @@ void HeadlessFilm::report(FilmEnd end, const QString &text)
     } else {
         say(end == FilmEnd::Cancelled ? tr("interrupted, no film made") : text);
     }
-    const int status = end == FilmEnd::Made     ? kMade
-                       : end == FilmEnd::Failed ? kFailed
-                                                : kInterrupted;
-    leave(status);
+    status_ = end == FilmEnd::Made ? kMade : end == FilmEnd::Failed ? kFailed : kInterrupted;
+    shutdown_.launch(leave());
 }
 
-QCoro::Task<> HeadlessFilm::leave(int status)
+QCoro::Task<> HeadlessFilm::leave()
 {
-    status_ = status;
     co_await clock_.yield(); // the caller may itself be a task that is waited for
     scope_.requestStop();
     co_await scope_.join();

@@ -40,12 +40,13 @@ private:
     [[nodiscard]] QString imageFolder();
     void follow();
     void report(FilmEnd end, const QString &text);
-    QCoro::Task<> leave(int status);
-    void say(const QString &text);
+    QCoro::Task<> leave();
+    static void say(const QString &text);
 
     FilmRequest request_;
     QString programFolder_;
     Clock &clock_;
+    TaskScope shutdown_;
     TaskScope scope_;
     FolderReader reader_;
     FilmExport film_;

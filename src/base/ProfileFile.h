@@ -16,7 +16,7 @@ namespace velmora {
 enum class ProfileWrite {
     Written,
     Unchanged, // the key already had this value; the file was not touched
-    Failed     // the file is as it was
+    Failed     // the file is as it was, but see writeProfileValues()
 };
 
 /// A larger file is read, but no longer changed: replacing it at every change would hold up
@@ -54,7 +54,8 @@ ProfileWrite writeProfileValue(const QString &path, QByteArrayView section, QByt
 
 /// Gives different keys their values, except those whose condition the file does not meet any more.
 /// Where no value changes its length, each is written like a single one, but the file is opened and
-/// read only once; otherwise all of them reach the disk together or none.
+/// read only once: after a failure those before it are written. Otherwise all of them reach the
+/// disk together or none.
 ProfileWrite writeProfileValues(const QString &path, std::span<const ProfileValue> values);
 
 /// Writes many values at once: `change` takes the current text, empty when there is no file, and

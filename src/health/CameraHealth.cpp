@@ -16,6 +16,12 @@ using namespace std::chrono;
 constexpr std::size_t kIntervals = 12;
 constexpr qint64 kHourSeconds = 3600;
 constexpr qint64 kDaySeconds = kBars * kHourSeconds;
+constexpr Moment kFirstMoment{sys_days(year(1) / January / 1)};
+constexpr Moment kLastMoment{sys_days(year(9999) / December / 31)};
+constexpr qint64 kLongestInterval = 100 * 366 * kDaySeconds;
+constexpr qint64 kMostWhole = qint64{1} << 53;         // what a number in JSON holds
+constexpr qint64 kMostInARow = 10'000'000;             // attempts, or images of an hour
+constexpr qint64 kMostBytesADay = 100'000'000'000'000; // times the seconds of a day: still a number
 
 qint64 hourOf(Moment when)
 {
@@ -27,9 +33,23 @@ QJsonValue momentJson(const std::optional<Moment> &when)
     return when ? QJsonValue(static_cast<qint64>(when->time_since_epoch().count())) : QJsonValue();
 }
 
+// A damaged file may hold any number: what cannot be is taken for missing.
+std::optional<qint64> numberFrom(const QJsonValue &value, qint64 least, qint64 most)
+{
+    const qint64 number = value.toInteger(least - 1);
+    return number >= least && number <= most ? std::optional(number) : std::nullopt;
+}
+
+qint64 countFrom(const QJsonValue &value, qint64 most)
+{
+    return numberFrom(value, 0, most).value_or(0);
+}
+
 std::optional<Moment> momentFrom(const QJsonValue &value)
 {
-    return value.isDouble() ? std::optional(Moment(seconds(value.toInteger()))) : std::nullopt;
+    const auto since1970 = numberFrom(value, kFirstMoment.time_since_epoch().count(),
+                                      kLastMoment.time_since_epoch().count());
+    return since1970 ? std::optional(Moment(seconds(*since1970))) : std::nullopt;
 }
 
 QString tr(const char *text)
@@ -165,10 +185,10 @@ qint64 CameraHealth::bytesADay(Moment now) const
 {
     qint64 sum = 0;
     for (const HourBar &hour : bars(now)) {
-        sum += hour.bytes;
+        sum = std::min(kMostBytesADay, sum + std::min(kMostBytesADay, hour.bytes));
     }
     const qint64 seconds = std::max<qint64>(1, secondsWithImages(now));
-    return sum / seconds * kDaySeconds + sum % seconds * kDaySeconds / seconds;
+    return std::min(kMostBytesADay, sum * kDaySeconds / seconds);
 }
 
 // Since the first image of the last 24 hours. When in its hour that one came is not known exactly:
@@ -234,23 +254,26 @@ CameraHealth CameraHealth::fromJson(const QJsonObject &object)
     camera.folder = object[QStringLiteral("folder")].toString();
     camera.isCounted = object[QStringLiteral("counted")].toBool();
     camera.newest = momentFrom(object[QStringLiteral("newest")]);
-    camera.images = object[QStringLiteral("images")].toInteger();
-    camera.bytes = object[QStringLiteral("bytes")].toInteger();
+    camera.images = countFrom(object[QStringLiteral("images")], kMostWhole);
+    camera.bytes = countFrom(object[QStringLiteral("bytes")], kMostWhole);
     camera.failure = object[QStringLiteral("failure")].toString();
     camera.failedSince = momentFrom(object[QStringLiteral("failedSince")]);
-    camera.failures = object[QStringLiteral("failures")].toInt();
+    camera.failures = static_cast<int>(countFrom(object[QStringLiteral("failures")], kMostInARow));
     camera.lateSince = momentFrom(object[QStringLiteral("lateSince")]);
     const QJsonArray intervals = object[QStringLiteral("intervals")].toArray();
     for (const auto &interval : intervals) {
-        if (camera.intervals_.size() < kIntervals && interval.toInteger() > 0) {
-            camera.intervals_.push_back(interval.toInteger());
+        const qint64 length = countFrom(interval, kLongestInterval);
+        if (camera.intervals_.size() < kIntervals && length > 0) {
+            camera.intervals_.push_back(length);
         }
     }
     const QJsonArray hourly = object[QStringLiteral("hours")].toArray();
     for (const auto &entry : hourly) {
         const QJsonArray hour = entry.toArray();
-        if (camera.hours_.size() < kBars) {
-            camera.bar(hour.at(0).toInteger()) = {hour.at(1).toInt(), hour.at(2).toInteger()};
+        const auto number = numberFrom(hour.at(0), hourOf(kFirstMoment), hourOf(kLastMoment));
+        if (number && camera.hours_.size() < kBars) {
+            camera.bar(*number) = {static_cast<int>(countFrom(hour.at(1), kMostInARow)),
+                                   countFrom(hour.at(2), kMostBytesADay)};
         }
     }
     return camera;

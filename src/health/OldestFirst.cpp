@@ -1,7 +1,7 @@
 #include "health/OldestFirst.h"
 
 #include "base/DateText.h"
-#include "base/LogRotation.h"
+#include "base/LogFile.h"
 #include "cameras/CameraChoices.h"
 #include "capture/ImageAge.h"
 #include "capture/OldImages.h"
@@ -11,7 +11,6 @@
 #include <QScopeGuard>
 
 #include <algorithm>
-#include <fcntl.h>
 
 namespace velmora {
 namespace {
@@ -20,8 +19,6 @@ constexpr std::chrono::minutes kRest{10};
 constexpr int kMostInVain = 100;
 constexpr std::size_t kAtOnce = 1000; // images chosen in one look through all folders
 constexpr qint64 kMostLogBytes = 1'000'000;
-constexpr int kAppending = O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-constexpr mode_t kRights = 0666; // less the process's mask
 
 QString logPath(const QString &programFolder)
 {
@@ -172,14 +169,10 @@ void OldestFirst::record(const Candidate &candidate)
 {
     const QString path = logPath(table_.settings().programFolder());
     rotateLog(path, path + QStringLiteral(".old"), kMostLogBytes);
-    QFile log;
-    const int file = ::open(QFile::encodeName(path).constData(), kAppending, kRights);
-    if (file >= 0 && log.open(file, QIODevice::Append, QFileDevice::AutoCloseHandle)) {
-        log.write(QStringLiteral("%1 %2 %3\n")
-                      .arg(dateText(clock_.localNow()), cameraText(candidate.camera),
-                           QFile::decodeName(candidate.name))
-                      .toUtf8());
-    }
+    const QString line = QStringLiteral("%1 %2 %3\n")
+                             .arg(dateText(clock_.localNow()), cameraText(candidate.camera),
+                                  QFile::decodeName(candidate.name));
+    static_cast<void>(appendToLog(path, line.toUtf8()));
 }
 
 } // namespace velmora

@@ -188,9 +188,11 @@ bool SettingsFile::gather() const
 SettingsChange SettingsFile::settle() const
 {
     const std::optional<GatheredValues> gathered = std::exchange(gathered_, std::nullopt);
-    return gathered && !gathered->values().empty()
-               ? changeOf(writeProfileValues(path(), gathered->values()))
-               : SettingsChange::Made;
+    const SettingsChange early = std::exchange(early_, SettingsChange::Made);
+    const SettingsChange last = gathered && !gathered->values().empty()
+                                    ? changeOf(writeProfileValues(path(), gathered->values()))
+                                    : SettingsChange::Made;
+    return early == SettingsChange::Failed ? early : last;
 }
 
 SettingsSnapshot SettingsFile::snapshot() const
@@ -209,8 +211,7 @@ bool SettingsFile::isLarge() const
 
 SettingsChange SettingsFile::change(const std::function<void(SettingsDraft &)> &change) const
 {
-    const SettingsChange settled = settle();
-    Q_UNUSED(settled); // as silent as a single value that cannot be stored
+    early_ = settle();
     return changeOf(changeProfile(path(), [&change](const QByteArray &bytes) {
         SettingsDraft draft(bytes);
         change(draft);

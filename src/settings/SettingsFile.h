@@ -137,13 +137,15 @@ public:
 
     [[nodiscard]] bool isGathering() const { return gathered_.has_value(); }
 
-    /// Stores what was gathered. Does nothing when nothing was.
+    /// Stores what was gathered, unless change() has done so; tells whether it is stored. Does
+    /// nothing when nothing was gathered.
     SettingsChange settle() const;
 
 private:
     QString programFolder_;
     mutable ProfileCache cache_;
     mutable std::optional<GatheredValues> gathered_;
+    mutable SettingsChange early_ = SettingsChange::Made; // of what change() had to settle
 };
 
 } // namespace velmora

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace velmora {
 namespace {
 
@@ -143,6 +145,40 @@ TEST(CameraHealth, TakesNothingThatCannotBe)
     EXPECT_EQ(read.failures, 0);
     EXPECT_FALSE(read.usualInterval());
     EXPECT_EQ(read.toJson()[QStringLiteral("hours")].toArray().size(), kBars);
+}
+
+// As a damaged file may have them.
+TEST(CameraHealth, TakesNoNumbersThatNoCameraReaches)
+{
+    constexpr qint64 kHuge = 9'000'000'000'000'000'000;
+    const qint64 hour = kBegin.time_since_epoch().count() / 3600;
+    const QJsonArray hours{QJsonArray{hour - 1, 1, kHuge}, QJsonArray{hour, 1, kHuge},
+                           QJsonArray{kHuge, 1, 1}, QJsonArray{-kHuge, 1, 1}};
+    CameraHealth read = CameraHealth::fromJson({{QStringLiteral("newest"), -kHuge},
+                                                {QStringLiteral("failedSince"), kHuge},
+                                                {QStringLiteral("failures"), 2147483647},
+                                                {QStringLiteral("images"), kHuge},
+                                                {QStringLiteral("bytes"), kHuge},
+                                                {QStringLiteral("intervals"), QJsonArray{kHuge}},
+                                                {QStringLiteral("hours"), hours}});
+    EXPECT_FALSE(read.quietSince());
+    EXPECT_FALSE(read.usualInterval());
+    EXPECT_EQ(read.failures, 0);
+    EXPECT_EQ(read.bytes, 0);
+    EXPECT_EQ(read.imagesADay(kBegin), 2);
+    EXPECT_EQ(read.bytesADay(kBegin), 0);
+    read.addImage(kBegin, 1000);
+    EXPECT_EQ(read.bytesADay(kBegin), 1000 * 24);
+}
+
+TEST(CameraHealth, OfHugeFilesIsStillANumber)
+{
+    CameraHealths cameras;
+    for (const CameraAddress camera : kAllCameras) {
+        cameras[camera].folder = QString::number(indexOf(camera));
+        cameras[camera].addImage(kBegin, std::numeric_limits<qint64>::max() / 2);
+    }
+    EXPECT_GT(bytesADay(cameras, kBegin), 0);
 }
 
 TEST(CameraHealth, AddsWhatIsCountedToWhatCameMeanwhile)

@@ -2,11 +2,14 @@
 #include "health/OldestFirst.h"
 
 #include "HealthHouse.h"
+#include "base/UniqueFd.h"
 #include "support/BusyClock.h"
 #include "support/RefusedCalls.h"
 
 #include <QFile>
 
+#include <array>
+#include <fcntl.h>
 #include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -61,6 +64,20 @@ TEST_F(OldestFirstTest, DeletesTheOldestOfAllCamerasFirstAndWritesThemDown)
                                    QStringLiteral("0:2 20060101_0000000101.jpg")}));
     EXPECT_EQ(house_.images(kOne), QStringList({kNewest}));
     EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+}
+
+TEST_F(OldestFirstTest, WritesThemDownIntoAPipeWithoutKeepingItOpen)
+{
+    const QByteArray path = house_.tree.path(u"Velmora.deleted").toUtf8();
+    ASSERT_EQ(::mkfifo(path.constData(), 0600), 0);
+    const UniqueFd reader(::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    makeRoom();
+    std::array<char, 1000> text{};
+    const auto length = ::read(reader.get(), text.data(), text.size());
+    EXPECT_EQ(QByteArray(text.data(), length).count('\n'), 2);
+    EXPECT_EQ(::read(reader.get(), text.data(), text.size()), 0); // no writer is left
 }
 
 TEST_F(OldestFirstTest, DeletesNothingOfAFolderThatCannotBeReadToItsEnd)

@@ -147,6 +147,19 @@ TEST_F(GatheredSettings, AreSettledBeforeAChangeThatReadsAndDecides)
     EXPECT_TRUE(text().endsWith("[Other]\r\nx=2\r\ny=2\r\n"));
 }
 
+TEST_F(GatheredSettings, AreKnownNotToBeStoredWhereAChangeHadToSettleThem)
+{
+    ASSERT_TRUE(settings.gather());
+    settings.write(u"Other", u"x", u"long");
+    {
+        const FileSizeLimit full(1);
+        EXPECT_EQ(settings.change([](SettingsDraft &draft) { draft.write(u"Other", u"y", u"1"); }),
+                  SettingsChange::Failed);
+    }
+    EXPECT_EQ(settings.settle(), SettingsChange::Failed);
+    EXPECT_EQ(settings.settle(), SettingsChange::Made);
+}
+
 TEST_F(GatheredSettings, ReplaceTheFileOnlyIfALengthChanges)
 {
     const ino_t before = file();

@@ -1,5 +1,5 @@
-// When a log becomes the old one.
-#include "base/LogRotation.h"
+// When a log becomes the old one, and how lines get into it.
+#include "base/LogFile.h"
 
 #include "support/TempTree.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 kLimitBytes = 100;
 
-class LogRotation : public testing::Test
+class LogFile : public testing::Test
 {
 protected:
     void rotate() const { rotateLog(tree_.path(u"a.log"), tree_.path(u"a.old"), kLimitBytes); }
@@ -18,7 +18,7 @@ protected:
     test::TempTree tree_;
 };
 
-TEST_F(LogRotation, LeavesALogUpToItsLimit)
+TEST_F(LogFile, LeavesALogUpToItsLimit)
 {
     tree_.write(u"a.log", QByteArray(kLimitBytes, 'x'));
     rotate();
@@ -26,7 +26,7 @@ TEST_F(LogRotation, LeavesALogUpToItsLimit)
     EXPECT_FALSE(tree_.exists(u"a.old"));
 }
 
-TEST_F(LogRotation, ALargerLogTakesThePlaceOfTheOldOne)
+TEST_F(LogFile, ALargerLogTakesThePlaceOfTheOldOne)
 {
     tree_.write(u"a.log", QByteArray(kLimitBytes + 1, 'x'));
     tree_.write(u"a.old", "older");
@@ -35,7 +35,7 @@ TEST_F(LogRotation, ALargerLogTakesThePlaceOfTheOldOne)
     EXPECT_EQ(tree_.read(u"a.old"), QByteArray(kLimitBytes + 1, 'x'));
 }
 
-TEST_F(LogRotation, ALogThatCannotBecomeTheOldOneStays)
+TEST_F(LogFile, ALogThatCannotBecomeTheOldOneStays)
 {
     tree_.write(u"a.log", QByteArray(kLimitBytes + 1, 'x'));
     tree_.makeFolder(u"a.old");
@@ -43,11 +43,31 @@ TEST_F(LogRotation, ALogThatCannotBecomeTheOldOneStays)
     EXPECT_EQ(tree_.read(u"a.log"), QByteArray(kLimitBytes + 1, 'x'));
 }
 
-TEST_F(LogRotation, AMissingLogIsNone)
+TEST_F(LogFile, AMissingLogIsNone)
 {
     tree_.write(u"a.old", "older");
     rotate();
     EXPECT_EQ(tree_.read(u"a.old"), "older");
+}
+
+TEST_F(LogFile, BeginsWithItsFirstLine)
+{
+    EXPECT_FALSE(appendToLog(tree_.path(u"a.log"), "one\n"));
+    EXPECT_FALSE(appendToLog(tree_.path(u"a.log"), "two\n"));
+    EXPECT_EQ(tree_.read(u"a.log"), "one\ntwo\n");
+}
+
+TEST_F(LogFile, EndsALineThatAKillHasLeftUnfinished)
+{
+    tree_.write(u"a.log", "one\ntw");
+    EXPECT_FALSE(appendToLog(tree_.path(u"a.log"), "three\n"));
+    EXPECT_EQ(tree_.read(u"a.log"), "one\ntw\nthree\n");
+}
+
+TEST_F(LogFile, TellsThatALineCannotBeWritten)
+{
+    tree_.makeFolder(u"a.log");
+    EXPECT_TRUE(appendToLog(tree_.path(u"a.log"), "one\n"));
 }
 
 } // namespace

@@ -35,9 +35,7 @@ QCoro::Task<> BrowserLists::lstGroupe_MouseUp()
     data_.sheet.EffaceVue();
     selection_.drop();
     co_await DirImage();
-    if (uses_.film.isPlaying()) {
-        co_await ResetCine();
-    }
+    co_await restartFilm();
 }
 
 QCoro::Task<> BrowserLists::lstCam_MouseUp()
@@ -53,9 +51,7 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
         co_await LitDir();
         co_await Vue_Click(data_.state.camera().row);
     }
-    if (uses_.film.isPlaying()) {
-        co_await ResetCine();
-    }
+    co_await restartFilm();
 }
 
 QCoro::Task<> BrowserLists::DirImage()
@@ -187,9 +183,7 @@ void BrowserLists::selectFile(int index)
 QCoro::Task<> BrowserLists::LstDirCam_Click(int row)
 {
     selection_.selectRow(row);
-    if (uses_.film.isPlaying()) {
-        co_await ResetCine();
-    }
+    co_await restartFilm();
     co_await listCamera();
 }
 
@@ -252,6 +246,13 @@ QCoro::Task<> BrowserLists::followFilm()
         uses_.film.moveTo(data_.files.ListIndex());
     } else {
         co_await LitDir();
+        co_await ResetCine();
+    }
+}
+
+QCoro::Task<> BrowserLists::restartFilm()
+{
+    if (uses_.film.isPlaying()) {
         co_await ResetCine();
     }
 }

@@ -89,6 +89,9 @@ public:
     /// Opens the slideshow on the selected camera's images, or restarts it.
     QCoro::Task<> ResetCine();
 
+    /// Restarts it if it is playing.
+    QCoro::Task<> restartFilm();
+
     /// True from the start of building the display until it is complete: a superseded rebuild is
     /// still to be done.
     [[nodiscard]] bool isOwed() const { return isOwed_; }

@@ -47,8 +47,13 @@ bool ListUpdates::showsNoneOf(CameraAddress camera) const
 
 QCoro::Task<> ListUpdates::showFirst(CameraAddress camera)
 {
-    if (showsNoneOf(camera)) { // unless shown by an action in between
-        co_await rebuild();
+    if (!showsNoneOf(camera)) { // shown by an action in between
+        co_return;
+    }
+    const bool hasFilmNone = isListed(camera) && data_.files.count() == 0;
+    co_await rebuild();
+    if (hasFilmNone) {
+        co_await lists_.restartFilm();
     }
 }
 

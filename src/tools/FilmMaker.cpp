@@ -3,6 +3,7 @@
 #include "base/DateText.h"
 #include "base/FilePath.h"
 #include "base/Folders.h"
+#include "base/ImagesText.h"
 #include "base/NameStamp.h"
 #include "cameras/CameraChoices.h"
 
@@ -201,9 +202,9 @@ QString FilmMaker::endText(FilmEnd end, const QString &text) const
     }
     const FilmTally &tally = film_.tally();
     return tally.leftOut() == 0
-               ? tr("The film is ready: %1 images.").arg(tally.shown)
-               : tr("The film is ready: %1 images, %2 left out (%3 not pictures, %4 deleted).")
-                     .arg(tally.shown)
+               ? tr("The film is ready: %1.").arg(imagesText(tally.shown))
+               : tr("The film is ready: %1, %2 left out (%3 not pictures, %4 deleted).")
+                     .arg(imagesText(tally.shown))
                      .arg(tally.leftOut())
                      .arg(tally.broken)
                      .arg(tally.gone);
@@ -234,7 +235,7 @@ QCoro::Task<> FilmMaker::copy(CopyOrder order)
 QString FilmMaker::copyText() const
 {
     const CopyTally &tally = copy_.tally();
-    QString text = tr("%1 images copied").arg(tally.copied);
+    QString text = tr("%1 copied").arg(imagesText(tally.copied));
     if (tally.there > 0) {
         text += tr(", %1 were there").arg(tally.there);
     }

@@ -1,5 +1,6 @@
 #include "ui/CalendarMap.h"
 
+#include "base/ImagesText.h"
 #include "ui/DayNumbers.h"
 #include "ui/HeatColour.h"
 
@@ -78,9 +79,8 @@ CalendarMap::CalendarMap(Calendar &calendar)
 
 QString CalendarMap::dayText(year_month_day day, qsizetype images)
 {
-    return tr("%1: %2 images")
-        .arg(QLocale().toString(toDate(day), QLocale::LongFormat))
-        .arg(images);
+    return tr("%1: %2").arg(QLocale().toString(toDate(day), QLocale::LongFormat),
+                            imagesText(images));
 }
 
 QSize CalendarMap::sizeHint() const
@@ -291,9 +291,8 @@ QString CalendarMap::choiceText() const
     const auto text = [](year_month_day day) {
         return QLocale().toString(toDate(day), QLocale::LongFormat);
     };
-    return tr("%1 to %2: %3 images")
-        .arg(text(range->first), text(range->last))
-        .arg(calendar_.imagesOf(*range));
+    return tr("%1 to %2: %3")
+        .arg(text(range->first), text(range->last), imagesText(calendar_.imagesOf(*range)));
 }
 
 bool CalendarMap::viewportEvent(QEvent *event)

@@ -1,5 +1,6 @@
 #include "ui/FilmKeep.h"
 
+#include "base/ImagesText.h"
 #include "pictures/PictureReader.h"
 #include "ui/BoxEdit.h"
 #include "ui/PictureView.h"
@@ -218,8 +219,8 @@ QString FilmKeep::forecastText(const FilmForecast &found) const
         return tr("There are no images.");
     }
     return found.isRangeGood
-               ? tr("%1 images, %2 seconds, about %3")
-                     .arg(found.images)
+               ? tr("%1, %2 seconds, about %3")
+                     .arg(imagesText(found.images))
                      .arg(found.seconds, 0, 'f', 1)
                      .arg(QLocale().formattedDataSize(found.bytes))
                : tr("From and to are days or times, as 2006-03-07 or 2006-03-07 14:30.");

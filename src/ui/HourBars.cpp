@@ -1,5 +1,6 @@
 #include "ui/HourBars.h"
 
+#include "base/ImagesText.h"
 #include "ui/HeatColour.h"
 
 #include <QHelpEvent>
@@ -46,7 +47,8 @@ void HourBars::showHour()
 
 QString HourBars::hourText(int hour) const
 {
-    return calendar_.chosen() ? tr("%1 h: %2 images").arg(hour).arg(imagesOf(hour)) : QString();
+    return calendar_.chosen() ? tr("%1 h: %2").arg(hour).arg(imagesText(imagesOf(hour)))
+                              : QString();
 }
 
 int HourBars::hourAt(int x) const

@@ -137,16 +137,24 @@ void planche::showFace()
     search_.setEnabled(face.view == View::Camera);
     ui_->NbI->setText(face.NbI);
     ui_->bFilm->setEnabled(face.isFilmEnabled);
-    if (uses_.browser.shown().state.camera() != shownCamera_) {
+    if (cameraOnShow() != shownCamera_) {
         showCamera();
     } else {
         captions_.show(); // the view may have changed
     }
 }
 
+// While folders are left alone, the images of the camera chosen before stay on show.
+CameraAddress planche::cameraOnShow() const
+{
+    const BrowserData &shown = uses_.browser.shown();
+    const bool hasImages = shown.state.view() == View::Camera && shown.files.count() > 0;
+    return hasImages ? shown.files.camera() : shown.state.camera();
+}
+
 void planche::showCamera()
 {
-    shownCamera_ = uses_.browser.shown().state.camera();
+    shownCamera_ = cameraOnShow();
     const SettingsSnapshot settings = uses_.table.settings().snapshot();
     const QString camera = shownCamera(settings, shownCamera_);
     captions_.takeNames(settings);

@@ -108,6 +108,7 @@ private:
     void bindKeys();
     void fitScreen(const QRect &frame);
     void showFace();
+    [[nodiscard]] CameraAddress cameraOnShow() const;
     void showCamera();
     void showRemarks();
     [[nodiscard]] QString unreadFolder() const;

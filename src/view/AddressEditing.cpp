@@ -40,19 +40,22 @@ std::optional<QString> AddressEditing::leave(int row, const QString &text)
         box(row).told.clear();
     }
     const QString stored = table_.url(camera);
-    const QString before = std::exchange(box(row).typedOver, std::nullopt).value_or(stored);
-    if (address == before && before != stored) {
+    std::optional<QString> &before = box(row).typedOver;
+    if (address != stored && address == before.value_or(address)) {
+        before.reset();
         return stored; // nothing was typed that would count for more than the other camera
     }
     if (!acceptAddress(camera, address)) {
         return std::nullopt;
     }
     makeFolderBefore(camera, address);
-    if (before == stored || address == stored) {
+    if (address == stored || before == stored) {
         storeAddress(camera, address);
     } else {
         giveRow(camera, address);
     }
+    before.reset();
+    type(row, address); // unless it was stored
     return address;
 }
 

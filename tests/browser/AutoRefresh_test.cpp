@@ -123,6 +123,44 @@ TEST_F(FirstImage, AppearsInTheGroupForARowWithTheSameAddress)
     EXPECT_EQ(house_.framed(), QList<int>());
 }
 
+TEST_F(FirstImage, RestartsAFilmThatHadNone)
+{
+    film_.play();
+    store({2, 5});
+    EXPECT_EQ(film_.calls.last(), QStringLiteral("begin"));
+    film_.calls.clear();
+    store({2, 4});
+    EXPECT_EQ(film_.calls, QStringList());
+}
+
+TEST_F(FirstImage, LeavesAPausedFilmAlone)
+{
+    film_.pause();
+    store({2, 5});
+    EXPECT_FALSE(film_.calls.contains(QStringLiteral("begin")));
+}
+
+TEST_F(FirstImage, RestartsAFilmThatHadNoneInTheGroup)
+{
+    house_.showGroup(2);
+    browser_.chooseCameraRow(5);
+    house_.finish();
+    film_.play();
+    store({2, 5});
+    EXPECT_EQ(film_.calls.last(), QStringLiteral("begin"));
+    EXPECT_EQ(house_.data.files.count(), 1);
+}
+
+TEST_F(FirstImage, OfAnotherCameraOfTheGroupLeavesTheFilmAlone)
+{
+    house_.showGroup(2);
+    browser_.chooseCameraRow(3);
+    house_.finish();
+    film_.play();
+    store({2, 5});
+    EXPECT_EQ(film_.calls, QStringList());
+}
+
 TEST_F(FirstImage, AppearsInTheGroupWithoutTakingTheSelection)
 {
     house_.showGroup(2);

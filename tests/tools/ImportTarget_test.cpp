@@ -1,6 +1,7 @@
 // The import's target and its runs: when the button is enabled, what is said at the end, and how a
 // run changes the captions.
 #include "ImportTest.h"
+#include "support/TypedAddress.h"
 
 #include <QDir>
 
@@ -62,12 +63,12 @@ TEST_F(ImportTarget, AnAddressGivenMeanwhileIsNoticed)
     QObject::connect(&house_.page, &CameraPage::addressStored, &import_, &Import::noticeAddress);
     load();
     import_.chooseCamera(1);
-    house_.page.leaveSource(2, QStringLiteral("http://cam/2.jpg"));
+    typeAddress(house_.page, 2, QStringLiteral("http://cam/2.jpg"));
     EXPECT_FALSE(face().cmdGo);
-    house_.page.leaveSource(1, QStringLiteral("http://cam/1.jpg"));
+    typeAddress(house_.page, 1, QStringLiteral("http://cam/1.jpg"));
     EXPECT_TRUE(face().cmdGo);
     EXPECT_EQ(face().whyNot, QString());
-    house_.page.leaveSource(1, QString());
+    typeAddress(house_.page, 1, QString());
     EXPECT_FALSE(face().cmdGo);
 }
 

@@ -1,5 +1,6 @@
 // A camera on show gets another address: the browser leaves the images of the old one alone.
 #include "SelectionTest.h"
+#include "support/TypedAddress.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,7 @@ protected:
     }
 
     /// As the row's box does when it is left.
-    void type(const QString &address) { house_.house.page.leaveSource(kCamera.row, address); }
+    void type(const QString &address) { typeAddress(house_.house.page, kCamera.row, address); }
 
     /// As when another program says that it has changed the settings.
     void changeOutside(CameraAddress camera, const QString &address)

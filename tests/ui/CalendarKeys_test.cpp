@@ -147,7 +147,7 @@ TEST_F(CalendarKeys, TheTipOfADayTellsItsImages)
     QApplication::sendEvent(map.viewport(), &help);
     const QString text = QToolTip::text();
     EXPECT_TRUE(text.contains(QStringLiteral("31 January 2005"))) << text.toStdString();
-    EXPECT_TRUE(text.endsWith(QStringLiteral(": 1 images"))) << text.toStdString();
+    EXPECT_TRUE(text.endsWith(QStringLiteral(": 1 image"))) << text.toStdString();
     QToolTip::hideText();
 }
 

@@ -68,6 +68,24 @@ protected:
     const QString kZoom = QStringLiteral("ZoomImage");
 };
 
+TEST_F(PlancheReading, TheLabelNamesTheCameraWhoseImagesAreOnShow)
+{
+    house_.openOn(12);
+    const QString first = house_.text(QStringLiteral("lCamera"));
+    house_.house.addCamera({0, 1}, cameraUrl({0, 1}));
+    house_.house.storage.edit(QStringLiteral("C:\\half-typed")); // no folder is read meanwhile
+    QTest::mouseClick(view(kCameras).viewport(), Qt::LeftButton, {}, middle(kCameras, 1));
+    house_.settle();
+    ASSERT_EQ(view(kImages).model()->rowCount(), 12);
+    EXPECT_EQ(house_.text(QStringLiteral("lCamera")), first);
+    house_.house.storage.edit(QStringLiteral("C:\\in"));
+    house_.house.storage.putInForce();
+    QTest::mouseClick(view(kCameras).viewport(), Qt::LeftButton, {}, middle(kCameras, 1));
+    house_.settle();
+    EXPECT_TRUE(house_.text(QStringLiteral("lCamera")).contains(QStringLiteral("cam")));
+    EXPECT_NE(house_.text(QStringLiteral("lCamera")), first);
+}
+
 TEST_F(PlancheReading, TheQuestionNamesTheCameraWhoseImageItIsAbout)
 {
     chooseLarge();

@@ -3,6 +3,7 @@
 #include "BrowserWindowHouse.h"
 #include "WindowHouse.h"
 #include "admin/StatusReport.h"
+#include "support/TypedAddress.h"
 #include "ui/ElideLabel.h"
 
 #include <QTabBar>
@@ -280,7 +281,7 @@ TEST_F(BrowserReasons, TheLabelFollowsTheAddress)
 {
     house_.open();
     EXPECT_EQ(house_.text(QStringLiteral("lCamera")), QStringLiteral("no camera"));
-    house_.house.page.leaveSource(0, QStringLiteral("http://cam/new.jpg"));
+    typeAddress(house_.house.page, 0, QStringLiteral("http://cam/new.jpg"));
     EXPECT_EQ(house_.text(QStringLiteral("lCamera")), QStringLiteral("cam/new.jpg"));
 }
 

@@ -1,6 +1,7 @@
 // The import's window under mouse and keys.
 #include "ImportHouse.h"
 #include "support/RefusedCalls.h"
+#include "support/TypedAddress.h"
 
 #include <gtest/gtest.h>
 
@@ -43,7 +44,7 @@ TEST_F(ImportWindow, AButtonThatIsOffSaysWhy)
     EXPECT_FALSE(button.isEnabled());
     EXPECT_TRUE(button.toolTip().startsWith(u"Camera 0:4 has no address"));
     EXPECT_EQ(house_.text("lStatus"), button.toolTip());
-    house_.house.page.leaveSource(4, QStringLiteral("http://cam/4.jpg"));
+    typeAddress(house_.house.page, 4, QStringLiteral("http://cam/4.jpg"));
     EXPECT_TRUE(button.isEnabled());
     EXPECT_EQ(house_.text("lStatus"), QString());
 }

@@ -2,6 +2,7 @@
 #include "view/AddressEditing.h"
 
 #include "cameras/CamerasFixture.h"
+#include "support/FileSizeLimit.h"
 
 namespace velmora::test {
 namespace {
@@ -42,6 +43,7 @@ TEST_F(AddressEditingTest, TellsNothingOfTheSameAddress)
 
 TEST_F(AddressEditingTest, LeavesATextThatCannotBeStoredInItsBox)
 {
+    editing.type(kCamera.row, QString(256, u'a'));
     EXPECT_EQ(editing.leave(kCamera.row, QString(256, u'a')), std::nullopt);
     EXPECT_EQ(table.url(kCamera), kOld);
     EXPECT_EQ(changed, QStringList());
@@ -61,8 +63,37 @@ TEST_F(AddressEditingTest, ForgetsWhatWasTypedWithTheGroup)
     editing.type(kCamera.row, kOld + u'x');
     editing.begin(kCamera.group);
     table.setUrl(kCamera, kNew);
-    EXPECT_EQ(editing.leave(kCamera.row, kOld), kOld);
-    EXPECT_EQ(table.url(kCamera), kOld);
+    EXPECT_EQ(editing.leave(kCamera.row, kOld + u'x'), kNew);
+    EXPECT_EQ(table.url(kCamera), kNew);
+}
+
+TEST_F(AddressEditingTest, WhereNothingWasTypedShowsWhatAnotherProgramHasStored)
+{
+    table.setUrl(kCamera, kNew);
+    EXPECT_EQ(editing.leave(kCamera.row, kOld), kNew);
+    EXPECT_EQ(table.url(kCamera), kNew);
+    EXPECT_EQ(changed, QStringList());
+}
+
+TEST_F(AddressEditingTest, KeepsATextThatCannotBeStoredInItsBoxWheneverItIsLeft)
+{
+    const QString tooLong(256, u'a');
+    editing.type(kCamera.row, tooLong);
+    EXPECT_EQ(editing.leave(kCamera.row, tooLong), std::nullopt);
+    EXPECT_EQ(editing.leave(kCamera.row, tooLong), std::nullopt);
+    EXPECT_EQ(shown.size(), 1);
+}
+
+TEST_F(AddressEditingTest, TriesAgainToStoreWhatTheSettingsCouldNotTake)
+{
+    editing.type(kCamera.row, kNew);
+    {
+        const FileSizeLimit full(1);
+        EXPECT_EQ(editing.leave(kCamera.row, kNew), kNew);
+    }
+    ASSERT_EQ(table.url(kCamera), kOld);
+    EXPECT_EQ(editing.leave(kCamera.row, kNew), kNew);
+    EXPECT_EQ(table.url(kCamera), kNew);
 }
 
 } // namespace

@@ -1,11 +1,13 @@
 // What a row says about its camera, and what it says when its address changes.
 #include "cameras/CamerasFixture.h"
+#include "support/TypedAddress.h"
 #include "view/CameraPage.h"
 
 namespace velmora {
 namespace {
 
 using test::CamerasFixture;
+using test::typeAddress;
 
 class RowReason : public CamerasFixture
 {
@@ -47,9 +49,9 @@ TEST_F(RowReason, IsNoneOfAGoodCamera)
 TEST_F(RowReason, IsThatOfTheNewAddressOnceItIsStored)
 {
     page.remarks().set({0, 1}, QStringLiteral("out"));
-    page.leaveSource(1, QStringLiteral("c"));
+    typeAddress(page, 1, QStringLiteral("c"));
     EXPECT_EQ(page.reason(1), QStringLiteral("not fetched yet"));
-    page.leaveSource(1, QString());
+    typeAddress(page, 1, QString());
     EXPECT_EQ(page.reason(1), QString());
 }
 
@@ -72,9 +74,9 @@ TEST_F(RowReason, IsNotThatOfTheCameraThatHadTheRowBefore)
 TEST_F(RowReason, AddressesAreAnnouncedOnlyWhenTheyChange)
 {
     page.remarks().set({0, 1}, QStringLiteral("out"));
-    page.leaveSource(1, QStringLiteral("a"));
+    typeAddress(page, 1, QStringLiteral("a"));
     EXPECT_EQ(page.reason(1), QStringLiteral("out"));
-    page.leaveSource(2, QStringLiteral("c"));
+    typeAddress(page, 2, QStringLiteral("c"));
     EXPECT_EQ(told, QList<int>{2});
 }
 

@@ -1,6 +1,7 @@
 // The address box of a row: what triggers the live view, what stores an address, and which folder
 // is made.
 #include "cameras/CamerasFixture.h"
+#include "support/TypedAddress.h"
 #include "view/CameraPage.h"
 
 #include <QDir>
@@ -9,6 +10,7 @@ namespace velmora {
 namespace {
 
 using test::CamerasFixture;
+using test::typeAddress;
 
 class SourceTest : public CamerasFixture
 {
@@ -23,7 +25,7 @@ protected:
             });
     }
 
-    void leave(int row, const QString &text) { page.leaveSource(row, text); }
+    void leave(int row, const QString &text) { typeAddress(page, row, text); }
 
     CameraPage page{table, storage, log, problems};
     QStringList wanted;

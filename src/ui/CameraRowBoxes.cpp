@@ -247,6 +247,7 @@ void CameraRowBoxes::storeAddress()
 void CameraRowBoxes::fill(const QString &address)
 {
     showAddress(address);
+    page_.fillSource(row_, address);
     if (Source->isInHand()) {
         Source->leave();
     } else {

@@ -209,6 +209,11 @@ void CameraPage::leaveSource(int row, const QString &text)
     }
 }
 
+void CameraPage::fillSource(int row, const QString &text)
+{
+    editing_.type(row, text);
+}
+
 void CameraPage::storeElsewhere(CameraAddress camera, const QString &text)
 {
     editing_.store(camera, text);

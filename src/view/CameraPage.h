@@ -66,6 +66,10 @@ public:
     void clickSource(int row, const QString &text);
     void leaveSource(int row, const QString &text);
 
+    /// A row's box was filled with an address that the user gave elsewhere: as if it were typed,
+    /// but the live view stays.
+    void fillSource(int row, const QString &text);
+
     /// Stores an address that was typed elsewhere for a camera whose group is not on screen, under
     /// the rules of its row's box.
     void storeElsewhere(CameraAddress camera, const QString &text);

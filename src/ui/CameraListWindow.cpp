@@ -5,6 +5,7 @@
 #include "base/FileReader.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
+#include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui_CameraListWindow.h"
 
@@ -62,7 +63,7 @@ CameraListWindow::CameraListWindow(const SettingsFile &settings)
     ui_->setupUi(this);
     ui_->listPreview->horizontalHeader()->setStretchLastSection(true);
     ui_->listPreview->verticalHeader()->hide();
-    resize(kStartSize);
+    resizeOnScreen(*this, kStartSize);
     connect(ui_->listText, &QPlainTextEdit::textChanged, this,
             [this] { read(ui_->listText->toPlainText().toUtf8()); });
     connect(ui_->listOpen, &QAbstractButton::clicked, this, &CameraListWindow::chooseFile);

@@ -2,6 +2,7 @@
 
 #include "ui/HourBarsDelegate.h"
 #include "ui/LampDelegate.h"
+#include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui_HealthWindow.h"
 
@@ -22,7 +23,6 @@ constexpr int kBarsWidth = 130;
 constexpr int kStateWidth = 130;
 constexpr int kCameraWidth = 220;
 constexpr int kFailureWidth = 200;
-constexpr QMargins kFrame{8, 0, 8, 40}; // about what a window manager puts around a window
 
 } // namespace
 
@@ -153,7 +153,7 @@ void HealthWindow::placeFirst()
     if (std::exchange(isPlaced_, true)) {
         return;
     }
-    const QRect room = screen()->availableGeometry().marginsRemoved(kFrame);
+    const QRect room = screenRoom(*this);
     resize(size().boundedTo(room.size()));
     move(room.right() - width() + 1, room.top());
 }

@@ -6,6 +6,7 @@
 #include "ui/LateColour.h"
 #include "ui/LiveBox.h"
 #include "ui/ReasonLine.h"
+#include "ui/ScreenRoom.h"
 #include "ui/StorageBox.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
@@ -42,7 +43,7 @@ Interface::Interface(const Uses &uses)
     bindLive(uses_.view.liveView());
     bindStatus();
     ui_->Selecteur->setFocus(); // with the focus in the storage box, nothing would be captured
-    resize(kStartWidth, sizeHint().height());
+    resizeOnScreen(*this, {kStartWidth, sizeHint().height()});
 }
 
 Interface::~Interface()

@@ -3,6 +3,7 @@
 
 #include "base/LeadingNumber.h"
 #include "pictures/PictureReader.h"
+#include "ui/ScreenRoom.h"
 #include "ui/Twips.h"
 #include "ui_fCine.h"
 
@@ -38,7 +39,7 @@ fCine::fCine(Slideshow &film, const SettingsFile &settings, const StorageFolder 
     , place_(new FramePlace(*this))
 {
     ui_->setupUi(this);
-    resize(kStartSize);
+    resizeOnScreen(*this, kStartSize);
     film_.timer().setParent(this);
     Timer1.setParent(this);
     Timer1.setObjectName(QStringLiteral("Timer1"));

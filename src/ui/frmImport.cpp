@@ -2,6 +2,7 @@
 #include "ui/frmImport.h"
 
 #include "ui/ClickLabel.h"
+#include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui_frmImport.h"
@@ -31,7 +32,7 @@ frmImport::frmImport(Import &import, PictureLoader &loader)
     , ui_(std::make_unique<Ui::frmImport>())
 {
     ui_->setupUi(this);
-    resize(kStartSize);
+    resizeOnScreen(*this, kStartSize);
     holdSize(*ui_->NbF, QStringLiteral(" 000000"));
     holdSize(*ui_->ctr, QStringLiteral("000000"));
     ui_->iSource->setEmptyText(tr("no file"));

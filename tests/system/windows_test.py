@@ -250,6 +250,17 @@ class PlaceTest(WindowCase):
 class FirstStartTest(WindowCase):
     """Without a storage folder the main window comes first: the user has to name one."""
 
+    def test_the_main_window_fits_on_a_low_screen(self):
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.begin(manager, "1024x600")
+                shutil.rmtree(self.house.storage)
+                self.program = self.house.start(env=self.desktop.environment())
+                main = self.desktop.window(MAIN, MAIN_WIDTH)
+                until(lambda: not self.splash(), 10, "the end of the start box")
+                self.expect_on_screen(main, "1024x600")
+                self.doCleanups()
+
     def test_the_main_window_is_in_front_with_the_keyboard(self):
         for manager in MANAGERS:
             with self.subTest(manager=manager):

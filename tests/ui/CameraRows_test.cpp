@@ -3,6 +3,8 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QWheelEvent>
@@ -21,6 +23,34 @@ protected:
 
     WindowHouse house_;
 };
+
+// As on a screen of 600 lines, or of 1080 that are shown at twice the size.
+TEST_F(CameraRows, ScrollInAWindowThatIsLowerThanAllOfThem)
+{
+    constexpr int kLow = 500;
+    house_.window.resize(house_.window.width(), kLow);
+    ASSERT_EQ(house_.window.height(), kLow);
+    const auto isShown = [this](const QString &name) {
+        auto &control = house_.find<QWidget>(name);
+        return control.visibleRegion().boundingRect() == control.rect();
+    };
+    EXPECT_TRUE(isShown(QStringLiteral("lMessage")));
+    EXPECT_TRUE(isShown(QStringLiteral("Cache")));
+    EXPECT_TRUE(isShown(QStringLiteral("Source0")));
+    EXPECT_FALSE(isShown(QStringLiteral("Source9")));
+    house_.click(QStringLiteral("Source0"));
+    for (int key = 0; key < 100 && !isShown(QStringLiteral("Source9")); ++key) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_TRUE(isShown(QStringLiteral("Source9")));
+}
+
+TEST_F(CameraRows, HaveNoScrollBarWhereThereIsRoom)
+{
+    const auto &area = house_.find<QScrollArea>(QStringLiteral("pageArea"));
+    EXPECT_FALSE(area.verticalScrollBar()->isVisible());
+    EXPECT_EQ(area.height(), area.sizeHint().height());
+}
 
 TEST_F(CameraRows, ShowTheStoredRowOfTheSelectedGroup)
 {

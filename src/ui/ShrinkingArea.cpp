@@ -1,0 +1,42 @@
+#include "ui/ShrinkingArea.h"
+
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+constexpr int kLeastLines = 6; // of text: a heading and two rows of boxes
+
+} // namespace
+
+ShrinkingArea::ShrinkingArea(QWidget *parent)
+    : QScrollArea(parent)
+{
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+QSize ShrinkingArea::sizeHint() const
+{
+    const int frame = 2 * frameWidth();
+    return widget() == nullptr ? QScrollArea::sizeHint()
+                               : widget()->sizeHint() + QSize(frame, frame);
+}
+
+QSize ShrinkingArea::minimumSizeHint() const
+{
+    if (widget() == nullptr) {
+        return QScrollArea::minimumSizeHint();
+    }
+    const QSize content = widget()->minimumSizeHint();
+    const int bar = verticalScrollBar()->sizeHint().width();
+    const int frame = 2 * frameWidth();
+    return {content.width() + bar + frame,
+            std::min(content.height(), kLeastLines * fontMetrics().height()) + frame};
+}
+
+} // namespace velmora

@@ -1,0 +1,21 @@
+// A scroll area for a window that must also fit on a low screen.
+#pragma once
+
+#include <QScrollArea>
+
+namespace velmora {
+
+/// As high as its content; where the window has less room it scrolls, but never sideways. Of the
+/// room beyond, it takes nothing.
+class ShrinkingArea : public QScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit ShrinkingArea(QWidget *parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+};
+
+} // namespace velmora

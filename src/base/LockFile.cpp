@@ -1,6 +1,7 @@
 #include "base/LockFile.h"
 
 #include "base/OwnFile.h"
+#include "base/SameFile.h"
 #include "base/SystemCalls.h"
 
 #include <QFile>
@@ -10,7 +11,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace velmora {
@@ -28,15 +28,6 @@ struct flock wholeFile()
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
     return lock;
-}
-
-// False when its last holder removed the file between its opening and its locking.
-bool standsUnderItsName(int file, const QByteArray &path)
-{
-    struct stat mine = {};
-    struct stat there = {};
-    return ::fstat(file, &mine) == 0 && ::lstat(path.constData(), &there) == 0 &&
-           mine.st_dev == there.st_dev && mine.st_ino == there.st_ino;
 }
 
 // Where this process counts: the numbers of a container, or of another machine that sees the same
@@ -99,7 +90,7 @@ LockFile::LockFile(const QString &path)
 
 LockFile::~LockFile()
 {
-    if (file_ && standsUnderItsName(file_->get(), path_)) {
+    if (file_ && isFileAt(file_->get(), path_)) {
         ::unlink(path_.constData()); // while locked: others who opened it check again
     }
 }
@@ -124,7 +115,8 @@ LockAttempt LockFile::take(const QByteArray &note)
                        ? LockAttempt{LockOutcome::HeldByAnother, awaitHolder(opened.file.get()), {}}
                        : LockAttempt{LockOutcome::Impossible, {}, error};
         }
-        if (standsUnderItsName(opened.file.get(), path_)) {
+        // Its last holder may have removed the file between its opening and its locking.
+        if (isFileAt(opened.file.get(), path_)) {
             tellOthers(opened.file.get(), note);
             file_.emplace(std::move(opened.file));
             return {LockOutcome::Taken, {}, {}};

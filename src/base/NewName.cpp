@@ -1,5 +1,6 @@
 #include "base/NewName.h"
 
+#include "base/SameFile.h"
 #include "base/SystemCalls.h"
 #include "base/UniqueFd.h"
 
@@ -24,11 +25,6 @@ constexpr int kMostSteps = 5;
 std::error_code result(int returned)
 {
     return returned == 0 ? std::error_code() : lastError();
-}
-
-bool isSameFile(const struct stat &one, const struct stat &other)
-{
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
 // A network file system may lose the answer, ask again, and be told that the name is taken: by the

@@ -5,6 +5,7 @@
 #include "base/Folders.h"
 #include "base/LocalDisk.h"
 #include "base/NewName.h"
+#include "base/SameFile.h"
 #include "base/SystemCalls.h"
 
 #include <QByteArrayList>
@@ -80,14 +81,6 @@ Lock tryLock(int file)
     return errno == EWOULDBLOCK ? Lock::Others : Lock::Unknown;
 }
 
-bool standsAt(const QByteArray &path, int file)
-{
-    struct stat open = {};
-    struct stat there = {};
-    return ::fstat(file, &open) == 0 && ::lstat(path.constData(), &there) == 0 &&
-           open.st_dev == there.st_dev && open.st_ino == there.st_ino;
-}
-
 // Where locks tell nothing, only a file's age shows that no one is writing it any more.
 bool isOld(int file)
 {
@@ -116,7 +109,7 @@ void clearWorkFile(const QByteArray &path)
     }
     const Lock lock = tryLock(file.get());
     const bool isHeld = lock == Lock::Others || (!isTold(lock, path) && !isOld(file.get()));
-    if (!isHeld && standsAt(path, file.get())) {
+    if (!isHeld && isFileAt(file.get(), path)) {
         ::unlink(path.constData());
     }
 }
@@ -189,7 +182,7 @@ WorkFile::~WorkFile()
 
 void WorkFile::dropName()
 {
-    if (hasName() && standsAt(path_, file_.get())) {
+    if (hasName() && isFileAt(file_.get(), path_)) {
         ::unlink(path_.constData());
     }
     path_.clear();
@@ -219,7 +212,7 @@ void WorkFile::openNamed()
         const QByteArray path = workPath(folder_, i);
         file_ = UniqueFd(::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, rights_));
         error_ = file_ ? std::error_code() : lastError();
-        if (file_ && (tryLock(file_.get()) == Lock::Others || !standsAt(path, file_.get()))) {
+        if (file_ && (tryLock(file_.get()) == Lock::Others || !isFileAt(file_.get(), path))) {
             error_ = std::make_error_code(std::errc::file_exists);
         } else if (file_) {
             path_ = path;
@@ -244,7 +237,7 @@ std::error_code WorkFile::appearAs(const QByteArray &target)
     if (error == std::errc::cross_device_link) {
         return appearAsCopy(folderOf(target), target, Naming::WhenWhole);
     }
-    const bool isRemoved = hasName() && error && !standsAt(path_, file_.get());
+    const bool isRemoved = hasName() && error && !isFileAt(file_.get(), path_);
     if (isRemoved || (!hasName() && meansNoSuchCall(error))) {
         return appearAsCopy(folder_, target, Naming::AtOnce);
     }
@@ -260,7 +253,7 @@ std::error_code WorkFile::giveName(const QByteArray &target)
     if (::close(::dup(file_.get())) != 0) {
         return lastError();
     }
-    if (!standsAt(path_, file_.get())) { // another machine may have taken it for a killed run's
+    if (!isFileAt(file_.get(), path_)) { // another machine may have taken it for a killed run's
         return std::make_error_code(std::errc::no_such_file_or_directory);
     }
     const std::error_code error = renameToNew(path_, target);

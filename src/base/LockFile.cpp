@@ -3,6 +3,7 @@
 #include "base/OwnFile.h"
 #include "base/SameFile.h"
 #include "base/SystemCalls.h"
+#include "base/WholeFileLock.h"
 
 #include <QFile>
 
@@ -21,14 +22,6 @@ constexpr qsizetype kMostBytes = 4096;
 constexpr std::size_t kMostNameBytes = 64;
 constexpr int kLooks = 20; // a holder writes the note just after taking the lock
 constexpr int kLookAgainMs = 10;
-
-struct flock wholeFile()
-{
-    struct flock lock = {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    return lock;
-}
 
 // Where this process counts: the numbers of a container, or of another machine that sees the same
 // folder, name other processes here. Empty where the system does not say.
@@ -108,8 +101,7 @@ LockAttempt LockFile::take(const QByteArray &note)
         if (!opened.isTrusted) {
             return {LockOutcome::Impossible, {}, std::make_error_code(std::errc::file_exists)};
         }
-        struct flock lock = wholeFile();
-        if (::fcntl(opened.file.get(), F_OFD_SETLK, &lock) != 0) {
+        if (!lockWholeFile(opened.file.get())) {
             const std::error_code error = lastError();
             return isHeld(error)
                        ? LockAttempt{LockOutcome::HeldByAnother, awaitHolder(opened.file.get()), {}}
@@ -129,9 +121,7 @@ std::optional<LockHolder> lockHolder(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
     const UniqueFd file(::open(name.constData(), O_RDONLY | kOwnFileFlags));
-    struct flock lock = wholeFile();
-    const bool isLocked = file && isOwnFile(file.get(), name) &&
-                          ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    const bool isLocked = file && isOwnFile(file.get(), name) && isLockedByAnother(file.get());
     return isLocked ? std::optional(awaitHolder(file.get())) : std::nullopt;
 }
 

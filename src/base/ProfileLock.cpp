@@ -1,13 +1,13 @@
 #include "base/ProfileLock.h"
 
 #include "base/OwnFile.h"
+#include "base/WholeFileLock.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
 #include <chrono>
-#include <fcntl.h>
 #include <thread>
 #include <utility>
 
@@ -34,16 +34,11 @@ bool isBusy(int error)
 
 } // namespace
 
-// The lock belongs to the open file, so it ends with this object, and closing another does not
-// release it.
 ProfileLock::ProfileLock(const QString &path)
     : file_(openLockOf(path))
 {
-    struct flock lock = {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
     for (int step = 0; file_ && step < kMostSteps; ++step) {
-        const bool isHeld = ::fcntl(file_.get(), F_OFD_SETLK, &lock) == 0;
+        const bool isHeld = lockWholeFile(file_.get());
         if (isHeld || !isBusy(errno)) {
             return;
         }

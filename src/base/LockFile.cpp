@@ -1,5 +1,6 @@
 #include "base/LockFile.h"
 
+#include "base/BootId.h"
 #include "base/OwnFile.h"
 #include "base/SameFile.h"
 #include "base/SystemCalls.h"
@@ -27,12 +28,9 @@ constexpr int kLookAgainMs = 10;
 // folder, name other processes here. Empty where the system does not say.
 QByteArray countingPlace()
 {
-    QFile start(QStringLiteral("/proc/sys/kernel/random/boot_id"));
-    const QByteArray machine =
-        start.open(QIODevice::ReadOnly) ? start.readAll().trimmed() : QByteArray();
     std::array<char, kMostNameBytes> names = {};
     const ssize_t count = ::readlink("/proc/self/ns/pid", names.data(), names.size());
-    return count > 0 ? machine + ' ' + QByteArray(names.data(), count) : QByteArray();
+    return count > 0 ? bootId() + ' ' + QByteArray(names.data(), count) : QByteArray();
 }
 
 LockHolder readHolder(int file)

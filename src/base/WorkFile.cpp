@@ -1,5 +1,6 @@
 #include "base/WorkFile.h"
 
+#include "base/BootId.h"
 #include "base/FilePath.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
@@ -34,14 +35,9 @@ constexpr time_t kOldSeconds = time_t{24} * 60 * 60;
 
 enum class Lock { Mine, Others, Unknown };
 
-// Distinguishes this machine, from its start to its end, from all others; its containers share it.
 const QByteArray &machineTag()
 {
-    static const QByteArray tag = [] {
-        QFile id(QStringLiteral("/proc/sys/kernel/random/boot_id"));
-        const QByteArray text = id.open(QIODevice::ReadOnly) ? id.readAll() : QByteArray();
-        return text.left(kTagLength).leftJustified(kTagLength, '0');
-    }();
+    static const QByteArray tag = bootId().left(kTagLength).leftJustified(kTagLength, '0');
     return tag;
 }
 

@@ -167,11 +167,8 @@ qint64 FileCopy::copyThroughBuffer(qint64 mostBytes)
     if (!means_.buffer) {
         means_.buffer = std::make_unique_for_overwrite<char[]>(kBufferBytes);
     }
-    ssize_t count = -1;
-    do {
-        count = ::read(source_.get(), means_.buffer.get(),
-                       static_cast<std::size_t>(std::min(mostBytes, kBufferBytes)));
-    } while (count < 0 && errno == EINTR);
+    const ssize_t count =
+        readSome(source_.get(), means_.buffer.get(), std::min(mostBytes, kBufferBytes));
     const bool failed = count > 0 && target_->write({means_.buffer.get(), count});
     return failed ? -1 : count;
 }

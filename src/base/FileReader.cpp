@@ -6,10 +6,8 @@
 #include <QFile>
 
 #include <algorithm>
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace velmora {
@@ -18,16 +16,6 @@ namespace {
 WholeFile failed(std::errc reason)
 {
     return {std::nullopt, std::make_error_code(reason)};
-}
-
-// The number of bytes read, 0 at the end of the file, -1 after an error.
-ssize_t readSome(int fd, char *to, qint64 most)
-{
-    ssize_t count = -1;
-    do {
-        count = ::read(fd, to, static_cast<std::size_t>(most));
-    } while (count < 0 && errno == EINTR);
-    return count;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "base/HiddenFile.h"
 
+#include "base/SystemCalls.h"
+
 #include <QFile>
 
 #include <sys/stat.h>
@@ -13,7 +15,7 @@ HiddenFile::HiddenFile(const QString &folder)
 
 QByteArray HiddenFile::pathForHeir() const
 {
-    return "/proc/self/fd/" + QByteArray::number(descriptor());
+    return descriptorPath(descriptor());
 }
 
 qint64 HiddenFile::bytes() const

@@ -122,7 +122,7 @@ std::error_code linkToNew(int file, const QByteArray &to)
     if (errno != ENOENT && errno != EPERM) {
         return lastError();
     }
-    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(file);
+    const QByteArray handle = descriptorPath(file);
     const std::error_code error =
         result(::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, to.constData(), AT_SYMLINK_FOLLOW));
     const bool hasNoHandle = error == std::errc::no_such_file_or_directory &&

@@ -1,6 +1,7 @@
 #include "base/OwnFile.h"
 
 #include "base/NewName.h"
+#include "base/SystemCalls.h"
 
 #include <cerrno>
 #include <sys/stat.h>
@@ -25,7 +26,7 @@ void shutOthersOut(int file)
 bool takeBackRights(const QByteArray &path)
 {
     const UniqueFd file(::open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
-    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(file.get());
+    const QByteArray handle = descriptorPath(file.get());
     return file && isOwnFile(file.get(), path) && ::chmod(handle.constData(), kOwnerAlone) == 0;
 }
 

@@ -11,7 +11,23 @@ std::error_code lastError()
     return {errno, std::generic_category()};
 }
 
+QByteArray descriptorPath(int fd)
+{
+    return "/proc/self/fd/" + QByteArray::number(fd);
+}
+
 namespace {
+
+// read: returns the number of bytes read, or -1.
+template <typename Read>
+ssize_t uninterrupted(Read read)
+{
+    ssize_t count = -1;
+    do {
+        count = read();
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
 
 // write: passes the next bytes to the system and returns the number taken, or -1.
 template <typename Write>
@@ -31,6 +47,16 @@ std::error_code untilAllAreWritten(QByteArrayView bytes, Write write)
 }
 
 } // namespace
+
+ssize_t readSome(int fd, char *to, qint64 most)
+{
+    return uninterrupted([=] { return ::read(fd, to, static_cast<std::size_t>(most)); });
+}
+
+ssize_t readSomeAt(int fd, char *to, qint64 most, qint64 offset)
+{
+    return uninterrupted([=] { return ::pread(fd, to, static_cast<std::size_t>(most), offset); });
+}
 
 std::error_code writeAll(int fd, QByteArrayView bytes)
 {

@@ -30,7 +30,7 @@ constexpr int kNamesTried = 16;
 constexpr qsizetype kTagLength = 8;
 const QByteArray kPrefix = QByteArrayLiteral(".velmora-");
 const QByteArray kSuffix = QByteArrayLiteral(".part");
-constexpr std::size_t kBufferBytes = std::size_t{256} * 1024;
+constexpr qsizetype kBufferBytes = qsizetype{256} * 1024;
 constexpr time_t kOldSeconds = time_t{24} * 60 * 60;
 
 enum class Lock { Mine, Others, Unknown };
@@ -128,10 +128,7 @@ std::error_code copyBytes(int from, int to)
     std::vector<char> buffer(kBufferBytes);
     off_t at = 0;
     for (;;) {
-        const ssize_t count = ::pread(from, buffer.data(), buffer.size(), at);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
+        const ssize_t count = readSomeAt(from, buffer.data(), kBufferBytes, at);
         if (count <= 0) {
             return count == 0 ? std::error_code() : lastError();
         }

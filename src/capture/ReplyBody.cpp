@@ -5,8 +5,6 @@
 #include <QFile>
 
 #include <algorithm>
-#include <cerrno>
-#include <unistd.h>
 #include <utility>
 
 namespace velmora {
@@ -156,12 +154,12 @@ std::optional<QByteArray> ReplyBody::piece(qint64 from, qint64 mostBytes) const
     QByteArray bytes(count, Qt::Uninitialized);
     qsizetype filled = 0;
     while (filled < count) {
-        const ssize_t read = ::pread(file_->fd(), bytes.data() + filled,
-                                     static_cast<std::size_t>(count - filled), from + filled);
-        if (read <= 0 && (read == 0 || errno != EINTR)) {
+        const ssize_t read =
+            readSomeAt(file_->fd(), bytes.data() + filled, count - filled, from + filled);
+        if (read <= 0) {
             return std::nullopt;
         }
-        filled += std::max<qsizetype>(read, 0);
+        filled += read;
     }
     return bytes;
 }

@@ -1,11 +1,11 @@
 #include "pictures/PictureFile.h"
 
 #include "base/PictureFormat.h"
+#include "base/SystemCalls.h"
 #include "pictures/JpegStream.h"
 
 #include <QFile>
 
-#include <cerrno>
 #include <fcntl.h>
 #include <utility>
 
@@ -20,15 +20,6 @@ UniqueFd openPicture(const QString &path)
 {
     return UniqueFd(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-}
-
-qint64 readAt(int fd, char *to, qint64 bytes, qint64 offset)
-{
-    ssize_t got = 0;
-    do {
-        got = ::pread(fd, to, static_cast<std::size_t>(bytes), offset);
-    } while (got < 0 && errno == EINTR);
-    return got;
 }
 
 // A camera may send any amount of bytes after a picture, or megabytes in which none begins.
@@ -75,7 +66,7 @@ std::optional<QByteArray> PictureFile::readFirst(qint64 bytes) const
     qint64 have = 0;
     qint64 got = 1;
     for (; got > 0 && have < bytes; have += qMax<qint64>(got, 0)) {
-        got = readAt(fd_.get(), read.data() + have, bytes - have, have);
+        got = readSomeAt(fd_.get(), read.data() + have, bytes - have, have);
     }
     read.truncate(have);
     return got < 0 ? std::nullopt : std::optional(std::move(read));

@@ -3,6 +3,7 @@
 #include "net/CurlOption.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 
 #include <curl/curl.h>
 
@@ -10,8 +11,6 @@
 #include <openssl/err.h>
 #include <openssl/pem.h>
 #include <openssl/ssl.h>
-#include <optional>
-#include <sys/stat.h>
 #include <utility>
 
 namespace velmora {
@@ -39,28 +38,6 @@ bool addNext(BIO *file, X509_STORE *store)
 
 } // namespace
 
-struct Authorities::FileStamp
-{
-    ino_t inode = 0;
-    off_t bytes = 0;
-    timespec modified = {};
-
-    static FileStamp of(const QByteArray &path)
-    {
-        struct stat info = {};
-        return ::stat(path.constData(), &info) == 0
-                   ? FileStamp{info.st_ino, info.st_size, info.st_mtim}
-                   : FileStamp{};
-    }
-
-    bool operator==(const FileStamp &other) const
-    {
-        return inode == other.inode && bytes == other.bytes &&
-               modified.tv_sec == other.modified.tv_sec &&
-               modified.tv_nsec == other.modified.tv_nsec;
-    }
-};
-
 struct Authorities::Reading
 {
     struct Close
@@ -68,7 +45,7 @@ struct Authorities::Reading
         void operator()(BIO *open) const { BIO_free(open); }
     };
 
-    FileStamp stamp;
+    std::optional<FileStamp> stamp;   // none for a missing one
     std::unique_ptr<BIO, Close> file; // none if it cannot be read
     Store store;
 };
@@ -94,7 +71,7 @@ Authorities::~Authorities() = default;
 
 QCoro::Task<> Authorities::load()
 {
-    if (isLoaded() && *stamp_ == FileStamp::of(places_.file)) {
+    if (isLoaded() && stamp_ == fileStamp(QFile::decodeName(places_.file))) {
         co_return;
     }
     begin();
@@ -110,7 +87,7 @@ void Authorities::begin()
         return;
     }
     auto reading = std::make_unique<Reading>();
-    reading->stamp = FileStamp::of(places_.file);
+    reading->stamp = fileStamp(QFile::decodeName(places_.file));
     reading->file.reset(BIO_new_file(places_.file.constData(), "r"));
     reading->store.reset(X509_STORE_new());
     X509_STORE *const store = storeOf(reading->store.get());
@@ -143,7 +120,7 @@ void Authorities::finish()
 {
     turns_.stop();
     store_ = std::move(reading_->store);
-    stamp_ = std::make_unique<FileStamp>(reading_->stamp);
+    stamp_ = reading_->stamp;
     reading_.reset();
     for (OneShot<bool> *const waiter : std::exchange(waiting_, {})) {
         waiter->set(true);

@@ -2,6 +2,7 @@
 // loop: libcurl would read them all in one go at the first encrypted connection.
 #pragma once
 
+#include "base/FileStamp.h"
 #include "base/OneShot.h"
 
 #include <QByteArray>
@@ -9,6 +10,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace velmora {
@@ -44,7 +46,6 @@ public:
     void applyTo(void *easy);
 
 private:
-    struct FileStamp;
     struct Reading;
 
     struct FreeStore
@@ -59,7 +60,7 @@ private:
     void finish();
 
     AuthorityPlaces places_;
-    std::unique_ptr<FileStamp> stamp_; // of the file as read
+    std::optional<FileStamp> stamp_;   // of the file as read; none for a missing one
     std::unique_ptr<Reading> reading_; // while loading
     Store store_;
     QTimer turns_;

@@ -41,6 +41,7 @@ Ffmpeg::Ffmpeg(qint64 memoryBytes, int heir)
     setChildProcessModifier([parent = ::getpid(), bytes = static_cast<rlim_t>(memoryBytes), heir] {
         prepare(parent, bytes, heir);
     });
+    connect(this, &QProcess::stateChanged, this, &Ffmpeg::killRest);
     connect(this, &QProcess::readyReadStandardError, this, &Ffmpeg::take);
     connect(this, &QProcess::finished, this, &Ffmpeg::report);
     connect(this, &QProcess::errorOccurred, this, &Ffmpeg::reportError, Qt::QueuedConnection);
@@ -61,12 +62,26 @@ void Ffmpeg::begin(const QStringList &arguments)
 
 void Ffmpeg::killAll()
 {
+    killGroup();
+    if (state() != NotRunning) {
+        kill(); // it may not have left our group yet
+    }
+}
+
+void Ffmpeg::killGroup()
+{
     if (group_ > 0) {
         ::kill(static_cast<pid_t>(-group_), SIGKILL);
         group_ = 0;
     }
-    if (state() != NotRunning) {
-        kill(); // it may not have left our group yet
+}
+
+// Once the leader is reaped and the last of its group has ended, the system may give the group's
+// number to another: only at the leader's end is it certain to be ours.
+void Ffmpeg::killRest(ProcessState state)
+{
+    if (state == NotRunning) {
+        killGroup();
     }
 }
 

@@ -31,7 +31,7 @@ public:
     /// Starts the ffmpeg on PATH; `ended` follows from the event loop in every case.
     void begin(const QStringList &arguments);
 
-    /// Kills it with all that it started, even if it has ended itself.
+    /// Kills it with all that it started. When it ends itself, the rest is killed then.
     void killAll();
 
     /// The end of what it has written to its standard error: some kilobytes.
@@ -44,6 +44,8 @@ Q_SIGNALS:
     void ended(velmora::FfmpegEnd end);
 
 private:
+    void killGroup();
+    void killRest(ProcessState state);
     void take();
     void reportError(ProcessError error);
     void report(int exitCode, ExitStatus status);

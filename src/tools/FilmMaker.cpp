@@ -4,6 +4,7 @@
 #include "base/FilePath.h"
 #include "base/Folders.h"
 #include "base/ImagesText.h"
+#include "base/LinkedStop.h"
 #include "base/NameStamp.h"
 #include "cameras/CameraChoices.h"
 
@@ -222,7 +223,7 @@ void FilmMaker::copyImages(const FilmWish &wish, const QString &folder)
 
 QCoro::Task<> FilmMaker::copy(CopyOrder order)
 {
-    const std::stop_callback atEnd(uses_.scope.stopToken(), [this] { stopCopy_.request_stop(); });
+    const LinkedStop atEnd(uses_.scope.stopToken(), stopCopy_);
     co_await copy_.run(std::move(order), stopCopy_.get_token());
     copying_ = false;
     inUse_.reset();

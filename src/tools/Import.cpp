@@ -2,6 +2,7 @@
 
 #include "base/FilePath.h"
 #include "base/Folders.h"
+#include "base/LinkedStop.h"
 #include "base/NameStamp.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
@@ -241,8 +242,7 @@ std::stop_token Import::restarted(std::stop_source &source) const
 
 QCoro::Task<> Import::readFolders(std::stop_token stop)
 {
-    const std::stop_callback atEnd(uses_.scope.stopToken(),
-                                   [this] { readingFolders_.request_stop(); });
+    const LinkedStop atEnd(uses_.scope.stopToken(), readingFolders_);
     const SortedNames names = co_await reader_.folders(native(folders_.path()), stop);
     if (names) {
         folders_.setSubFolders(names);
@@ -261,8 +261,7 @@ void Import::count()
 
 QCoro::Task<> Import::readFiles(std::stop_token stop)
 {
-    const std::stop_callback atEnd(uses_.scope.stopToken(),
-                                   [this] { readingFiles_.request_stop(); });
+    const LinkedStop atEnd(uses_.scope.stopToken(), readingFiles_);
     const SortedNames names =
         co_await reader_.files(native(folders_.path()), filterPattern(face_.Filtre), stop);
     if (names) {
@@ -285,8 +284,7 @@ void Import::showSource()
 
 QCoro::Task<> Import::readTarget(std::stop_token stop)
 {
-    const std::stop_callback atEnd(uses_.scope.stopToken(),
-                                   [this] { readingTarget_.request_stop(); });
+    const LinkedStop atEnd(uses_.scope.stopToken(), readingTarget_);
     const QString folder = native(uses_.storage.cameraFolderText(camera()));
     const std::optional<QByteArray> name =
         co_await reader_.first(folder, FilePattern(kImagePattern), stop);
@@ -316,7 +314,7 @@ QCoro::Task<> Import::copy()
     begin();
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
-    const std::stop_callback ending(uses_.scope.stopToken(), [this] { atOnce_.request_stop(); });
+    const LinkedStop ending(uses_.scope.stopToken(), atOnce_);
     co_await uses_.conformity.whileRunning(atOnce_.get_token());
     const NamesInUse names(uses_.conformity); // the source may be a camera's folder
     if (hasTarget()) { // otherwise it has lost its address since it was chosen

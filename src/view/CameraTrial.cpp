@@ -1,5 +1,6 @@
 #include "view/CameraTrial.h"
 
+#include "base/LinkedStop.h"
 #include "capture/PictureRemark.h"
 #include "capture/StoredMark.h"
 
@@ -80,7 +81,7 @@ void CameraTrial::giveUp()
 QCoro::Task<> CameraTrial::run(TrialRequest request, std::stop_source abandon)
 {
     const std::stop_token stop = abandon.get_token();
-    const std::stop_callback atEnd(uses_.scope.stopToken(), [&abandon] { abandon.request_stop(); });
+    const LinkedStop atEnd(uses_.scope.stopToken(), abandon);
     HttpRequest asked = uses_.requests.trial(request.address, request.login);
     HttpReply reply = co_await uses_.source.fetch(std::move(asked), stop);
     if (stop.stop_requested()) {

@@ -4,6 +4,7 @@
 #include "base/FilePattern.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
+#include "base/LinkedStop.h"
 #include "base/NameStamp.h"
 #include "base/WorkSlice.h"
 #include "cameras/CameraChoices.h"
@@ -95,7 +96,7 @@ void LiveView::forget(CameraAddress camera)
 QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source abandon)
 {
     const std::stop_token stop = abandon.get_token();
-    const std::stop_callback atEnd(scope_.stopToken(), [&abandon] { abandon.request_stop(); });
+    const LinkedStop atEnd(scope_.stopToken(), abandon);
     co_await storage_.gate().pass(stop);
     if (stop.stop_requested()) {
         co_return;
@@ -173,7 +174,7 @@ QCoro::Task<HttpReply> LiveView::fetch(CameraAddress camera, QString url, std::s
         const StorageUse use(storage_);
         const HttpRequest request = requests_.live(camera, url);
         std::stop_source attempt;
-        const std::stop_callback abandoned(stop, [&attempt] { attempt.request_stop(); });
+        const LinkedStop abandoned(stop, attempt);
         attempt_ = attempt;
         HttpReply reply = co_await source_.fetch(request, attempt.get_token());
         if (stop.stop_requested() || use.mayGoOn()) {

@@ -50,6 +50,14 @@ QString shownSource(const QString &folder)
     return decoded == folder ? folder : withoutCredentials(decoded);
 }
 
+// Stops the job that the source belongs to, and makes it that of the next one.
+std::stop_token restarted(std::stop_source &source)
+{
+    source.request_stop();
+    source = std::stop_source();
+    return source.get_token();
+}
+
 } // namespace
 
 Import::Import(const Uses &uses)
@@ -231,13 +239,6 @@ QString Import::whyNoCopy() const
     }
     return identical_ ? QStringLiteral("Source and target are identical: choose another camera")
                       : QString();
-}
-
-std::stop_token Import::restarted(std::stop_source &source) const
-{
-    source.request_stop();
-    source = std::stop_source();
-    return source.get_token();
 }
 
 QCoro::Task<> Import::readFolders(std::stop_token stop)

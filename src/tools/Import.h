@@ -122,7 +122,6 @@ private:
     void begin();
     void end(const ImportResult &result);
     void tell(const ImportResult &result);
-    std::stop_token restarted(std::stop_source &source) const;
 
     Uses uses_;
     NameReader reader_;

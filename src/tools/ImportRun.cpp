@@ -103,7 +103,7 @@ QCoro::Task<ImportEnd> ImportRun::copyAll(SortedNames names, std::stop_token aft
         }
         ++progress_.copied;
         progress_.collisions = collisions_;
-        co_await letEventsRun(atOnce);
+        co_await pauseIfDue(atOnce);
     }
     co_return ImportEnd::Copied;
 }
@@ -137,11 +137,11 @@ QCoro::Task<> ImportRun::copyPiece(FileCopy *copy, bool *more, std::stop_token a
         pieceBytes_ = std::min(pieceBytes_ * 2, FileCopy::kMostBytes);
     }
     if (*more) {
-        co_await letEventsRun(atOnce);
+        co_await pauseIfDue(atOnce);
     }
 }
 
-QCoro::Task<> ImportRun::letEventsRun(std::stop_token atOnce)
+QCoro::Task<> ImportRun::pauseIfDue(std::stop_token atOnce)
 {
     if (slice_.isOver() || piecesInSlice_ >= kMostPiecesInSlice) {
         Q_EMIT advanced();
@@ -175,7 +175,7 @@ QCoro::Task<ImportEnd> ImportRun::giveName(FileCopy *copy, QByteArray name, std:
         if (tried.outcome == StoreOutcome::Failed) {
             co_return abort(QString::fromStdString(tried.error.message()));
         }
-        co_await letEventsRun(atOnce);
+        co_await pauseIfDue(atOnce);
         if (atOnce.stop_requested()) {
             co_return ImportEnd::Stopped;
         }

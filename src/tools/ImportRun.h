@@ -77,7 +77,7 @@ private:
                                    std::stop_token atOnce);
     QCoro::Task<ImportEnd> copyFile(QByteArray name, std::stop_token atOnce);
     QCoro::Task<> copyPiece(FileCopy *copy, bool *more, std::stop_token atOnce);
-    QCoro::Task<> letEventsRun(std::stop_token atOnce);
+    QCoro::Task<> pauseIfDue(std::stop_token atOnce);
     ImportEnd abort(const QString &reason);
     [[nodiscard]] std::optional<QByteArray> newName(const QByteArray &name) const;
     QCoro::Task<ImportEnd> giveName(FileCopy *copy, QByteArray name, std::stop_token atOnce);

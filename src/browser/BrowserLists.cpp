@@ -61,7 +61,7 @@ QCoro::Task<> BrowserLists::DirImage()
         co_await DirCam();
     } else {
         isOwed_ = true;
-        selection_.showPlace(Place::None);
+        selection_.showPosition(ShownPosition::None);
         data_.state.allowReading();
         co_await LitDir();
         if (const std::optional<int> chosen = data_.files.find(chosen_)) {
@@ -107,7 +107,7 @@ QCoro::Task<FileList::Selected> BrowserLists::listAgain()
     const FileList::Selected before = data_.files.selection();
     data_.files.bind(camera, folder, names);
     selection_.enableFilm(data_.files.count() > 0);
-    selection_.showPlace(Place::Count);
+    selection_.showPosition(ShownPosition::Count);
     co_return before;
 }
 
@@ -145,7 +145,7 @@ QCoro::Task<> BrowserLists::followGroup()
     if (!uses_.film.isOpen() && data_.files.folder() != folders_.of(data_.state.camera())) {
         selection_.enableFilm(false);
         co_await LitDir();
-        selection_.showPlace(Place::None);
+        selection_.showPosition(ShownPosition::None);
     }
 }
 
@@ -190,7 +190,7 @@ QCoro::Task<> BrowserLists::LstDirCam_Click(int row)
 QCoro::Task<> BrowserLists::listCamera()
 {
     co_await LitDir();
-    selection_.showPlace(Place::Count);
+    selection_.showPosition(ShownPosition::Count);
 }
 
 QCoro::Task<> BrowserLists::Vue_Click(int cell)

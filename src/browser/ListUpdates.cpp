@@ -117,7 +117,8 @@ QCoro::Task<> ListUpdates::dropDeleted(CameraAddress camera)
         }
         if (isOfList) {
             co_await lists_.LitDir();
-            selection_.showPlace(selection_.row() < 0 ? Place::None : Place::Count);
+            selection_.showPosition(selection_.row() < 0 ? ShownPosition::None
+                                                         : ShownPosition::Count);
         }
     } else if (isOfList) {
         const FileList::Selected before = co_await lists_.listAgain();

@@ -34,25 +34,25 @@ void Selection::setCamera(int row)
 void Selection::setView(View view)
 {
     data_.state.viewSwitched(view);
-    showPlace(Place::None);
+    showPosition(ShownPosition::None);
 }
 
 QString Selection::NbI() const
 {
-    switch (place_) {
-    case Place::None:
+    switch (shown_) {
+    case ShownPosition::None:
         return {};
-    case Place::Count:
+    case ShownPosition::Count:
         return QString::number(count_);
-    case Place::Position:
+    case ShownPosition::Position:
         break;
     }
     return QStringLiteral("%1 / %2").arg(position_).arg(count_);
 }
 
-void Selection::showPlace(Place place)
+void Selection::showPosition(ShownPosition shown)
 {
-    place_ = place;
+    shown_ = shown;
     position_ = data_.files.ListIndex() + 1;
     count_ = data_.files.count();
     Q_EMIT changed();
@@ -61,7 +61,7 @@ void Selection::showPlace(Place place)
 void Selection::selectRow(int row)
 {
     if (row != row_) {
-        showPlace(Place::None); // of the previous row
+        showPosition(ShownPosition::None); // of the previous row
     }
     row_ = row;
     data_.sheet.clearFrames();
@@ -78,7 +78,7 @@ void Selection::drop()
     }
     row_ = -1;
     data_.sheet.clearFrames();
-    showPlace(Place::None);
+    showPosition(ShownPosition::None);
 }
 
 void Selection::frame(int cell)

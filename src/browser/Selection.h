@@ -8,7 +8,7 @@
 namespace velmora {
 
 /// What is shown of the place in the list of images.
-enum class Place {
+enum class ShownPosition {
     None,
     Count,   // how many images the selected camera has
     Position // and where among them the selected one is
@@ -55,7 +55,7 @@ public:
     void frame(int cell);
 
     /// Shows the place as it is now.
-    void showPlace(Place place);
+    void showPosition(ShownPosition shown);
 
     /// Shown with the next change.
     void enableFilm(bool enabled) { isFilmEnabled_ = enabled; }
@@ -69,7 +69,7 @@ Q_SIGNALS:
 
 private:
     BrowserData &data_;
-    Place place_ = Place::None;
+    ShownPosition shown_ = ShownPosition::None;
     int position_ = 0; // from 1 on
     int count_ = 0;
     int row_ = -1;

@@ -19,7 +19,7 @@ void SliceView::show()
     showFrom(slice.start);
     selection_.frame(slice.frame);
     uses_.log.trace(QStringLiteral("Load Fin"));
-    selection_.showPlace(Place::Position);
+    selection_.showPosition(ShownPosition::Position);
 }
 
 void SliceView::showFrom(int start)

@@ -79,26 +79,26 @@ QString withoutUser(const QString &text)
 }
 
 // How the piece between two separators is to be read.
-enum class Place {
+enum class UrlPart {
     Host,   // with its port, and whatever stands before it
     Path,   // the name of a folder, name=value or name:value
     Matrix, // fields within the path, after ";" or "&"; a "/" ends them
     Query   // fields to the end
 };
 
-Place placeBehind(QChar separator, Place before)
+UrlPart partBehind(QChar separator, UrlPart before)
 {
-    if (before == Place::Query || separator == u'?' || separator == u'#') {
-        return Place::Query; // a fragment is never sent
+    if (before == UrlPart::Query || separator == u'?' || separator == u'#') {
+        return UrlPart::Query; // a fragment is never sent
     }
-    return separator == u'/' || separator == u'\\' ? Place::Path : Place::Matrix;
+    return separator == u'/' || separator == u'\\' ? UrlPart::Path : UrlPart::Matrix;
 }
 
-bool separates(QChar c, Place place)
+bool separates(QChar c, UrlPart part)
 {
-    const bool isFragment = c == u'#' && (place == Place::Path || place == Place::Host);
+    const bool isFragment = c == u'#' && (part == UrlPart::Path || part == UrlPart::Host);
     return QStringView(u"?&;").contains(c) || isFragment ||
-           (place != Place::Query && QStringView(u"/\\").contains(c));
+           (part != UrlPart::Query && QStringView(u"/\\").contains(c));
 }
 
 // The server may read the codes of "@" and "=", also coded themselves, as a user or a field.
@@ -150,24 +150,24 @@ QString shownColonField(const QString &piece, qsizetype colon)
     return isShown ? piece : shownName(name) + u':' + kMask;
 }
 
-bool isOfPath(Place place)
+bool isOfPath(UrlPart part)
 {
-    return place == Place::Path || place == Place::Host;
+    return part == UrlPart::Path || part == UrlPart::Host;
 }
 
-QString shownPiece(const QString &piece, Place place)
+QString shownPiece(const QString &piece, UrlPart part)
 {
     const qsizetype equals = piece.indexOf(u'=');
     const QString name = piece.left(equals);
     if (holdsCodedSecret(name)) {
         return kMask;
     }
-    const qsizetype colon = place == Place::Path ? colonOfField(piece) : -1;
+    const qsizetype colon = part == UrlPart::Path ? colonOfField(piece) : -1;
     if (colon >= 0 && (equals < 0 || colon < equals)) {
         return shownColonField(piece, colon);
     }
     if (equals < 0) {
-        const bool isShown = isOfPath(place) || piece.isEmpty() || isHarmlessName(piece);
+        const bool isShown = isOfPath(part) || piece.isEmpty() || isHarmlessName(piece);
         return isShown ? piece : kMask;
     }
     const QString value = piece.sliced(equals + 1);
@@ -188,16 +188,16 @@ QString withMaskedFields(const QString &text)
 {
     QString shown;
     const qsizetype host = beginOfHost(text);
-    Place place = Place::Host;
+    UrlPart part = UrlPart::Host;
     qsizetype begin = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (separates(text[i], place)) {
-            shown += shownPiece(text.sliced(begin, i - begin), place) + text[i];
+        if (separates(text[i], part)) {
+            shown += shownPiece(text.sliced(begin, i - begin), part) + text[i];
             begin = i + 1;
-            place = begin <= host ? Place::Host : placeBehind(text[i], place);
+            part = begin <= host ? UrlPart::Host : partBehind(text[i], part);
         }
     }
-    return shown + shownPiece(text.sliced(begin), place);
+    return shown + shownPiece(text.sliced(begin), part);
 }
 
 } // namespace

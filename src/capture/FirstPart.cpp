@@ -93,7 +93,7 @@ FirstPart::State FirstPart::feed(QByteArrayView bytes, ReplyBody &body)
         return state_;
     }
     rest_.append(bytes);
-    if (place_ != Place::Body) {
+    if (stage_ != Stage::Body) {
         readLines(body);
     } else if (length_) {
         takeCounted(body);
@@ -106,7 +106,7 @@ FirstPart::State FirstPart::feed(QByteArrayView bytes, ReplyBody &body)
 void FirstPart::readLines(ReplyBody &body)
 {
     qsizetype at = 0;
-    while (state_ == State::Reading && place_ != Place::Body) {
+    while (state_ == State::Reading && stage_ != Stage::Body) {
         const qsizetype end = rest_.indexOf('\n', at);
         if (end < 0) {
             break;
@@ -120,7 +120,7 @@ void FirstPart::readLines(ReplyBody &body)
     if (state_ == State::Broken) {
         return;
     }
-    if (place_ != Place::Body) {
+    if (stage_ != Stage::Body) {
         if (skipped_ + rest_.size() > kMostBefore) {
             breakOff(QStringLiteral("the stream does not come to a picture"));
         }
@@ -134,18 +134,18 @@ void FirstPart::readLines(ReplyBody &body)
 
 void FirstPart::readLine(QByteArrayView line)
 {
-    if (place_ == Place::Preamble) {
+    if (stage_ == Stage::Preamble) {
         const QByteArrayView core = withoutDashes(line);
         const bool isDelimiter = boundary_.isEmpty() ? line.startsWith("--") : core == boundary_;
         if (isDelimiter) {
             dashes_ = qMin(line.size() - core.size(), kUsualDashes);
             boundary_ = boundary_.isEmpty() ? core.toByteArray() : boundary_;
-            place_ = Place::Headers;
+            stage_ = Stage::Headers;
         }
         return;
     }
     if (line.isEmpty()) {
-        place_ = Place::Body;
+        stage_ = Stage::Body;
         return;
     }
     if (const QByteArrayView type = headerValue(line, "Content-Type"); !type.isEmpty()) {

@@ -38,7 +38,7 @@ public:
     [[nodiscard]] const QString &fault() const { return fault_; }
 
 private:
-    enum class Place { Preamble, Headers, Body };
+    enum class Stage { Preamble, Headers, Body };
 
     void readLines(ReplyBody &body);
     void readLine(QByteArrayView line);
@@ -51,7 +51,7 @@ private:
     QByteArray boundary_;  // without its dashes; empty while unknown
     qsizetype dashes_ = 0; // least number before a boundary, as before the first one
     QByteArray rest_;      // received, but not consumed yet
-    Place place_ = Place::Preamble;
+    Stage stage_ = Stage::Preamble;
     State state_ = State::Reading;
     std::optional<qint64> length_; // remaining bytes of the part
     qint64 skipped_ = 0;           // bytes before the part

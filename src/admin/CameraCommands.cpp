@@ -66,7 +66,7 @@ CommandResult addTo(SettingsDraft &draft, const AddCommand &command)
 {
     const SettingsSnapshot settings = draft.snapshot();
     const std::optional<CameraAddress> place =
-        command.camera ? command.camera : firstFreeRow(settings, std::nullopt);
+        command.camera ? command.camera : firstFreeRow(settings);
     if (!place) {
         return CommandResult::refused(QStringLiteral("All hundred rows are taken"));
     }
@@ -157,7 +157,7 @@ CommandResult importInto(SettingsDraft &draft, const CameraList &list)
         }
     }
     result.error = (notes + offHints(draft.snapshot(), plan)).join(u'\n');
-    carryOut(plan, draft);
+    applyPlan(plan, draft);
     return result;
 }
 

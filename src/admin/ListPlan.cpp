@@ -32,7 +32,7 @@ public:
         }
         for (PlannedCamera &planned : plan.cameras) {
             if (planned.fate == Fate::Added && !planned.place) {
-                dealOut(planned);
+                distribute(planned);
             }
         }
         return plan;
@@ -78,7 +78,7 @@ private:
         return planned;
     }
 
-    void dealOut(PlannedCamera &planned)
+    void distribute(PlannedCamera &planned)
     {
         for (const CameraAddress place : kAllCameras) {
             const bool fits = !planned.camera.group || *planned.camera.group == place.group;
@@ -131,7 +131,7 @@ ListPlan planList(CameraList list, const SettingsSnapshot &settings)
     return Planner(settings).plan(std::move(list));
 }
 
-void carryOut(const ListPlan &plan, SettingsDraft &draft)
+void applyPlan(const ListPlan &plan, SettingsDraft &draft)
 {
     for (const PlannedCamera &planned : plan.cameras) {
         if (planned.fate == Fate::Added && planned.place) {
@@ -153,16 +153,13 @@ void storeCamera(SettingsDraft &draft, CameraAddress camera, const QString &addr
     }
 }
 
-std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings,
-                                          std::optional<int> group)
+std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings)
 {
-    for (const CameraAddress camera : kAllCameras) {
-        const bool fits = !group || *group == camera.group;
-        if (fits && CameraTable::url(settings, camera).isEmpty()) {
-            return camera;
-        }
-    }
-    return std::nullopt;
+    const auto isFree = [&settings](CameraAddress camera) {
+        return CameraTable::url(settings, camera).isEmpty();
+    };
+    const auto found = std::ranges::find_if(kAllCameras, isFree);
+    return found == kAllCameras.end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<ListedCamera> tableAsList(const SettingsSnapshot &settings)

@@ -46,16 +46,15 @@ struct ListPlan
 [[nodiscard]] ListPlan planList(CameraList list, const SettingsSnapshot &settings);
 
 /// Stores what is to be added.
-void carryOut(const ListPlan &plan, SettingsDraft &draft);
+void applyPlan(const ListPlan &plan, SettingsDraft &draft);
 
 /// Makes a camera in a row that has none. Nothing is left of an earlier one; what was chosen for a
 /// row that never had one is meant for this, except for its name if one is given.
 void storeCamera(SettingsDraft &draft, CameraAddress camera, const QString &address,
                  const QString &name);
 
-/// The first row without an address, in a group or in all.
-[[nodiscard]] std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings,
-                                                        std::optional<int> group);
+/// The first row without an address.
+[[nodiscard]] std::optional<CameraAddress> firstFreeRow(const SettingsSnapshot &settings);
 
 /// The cameras of the table as a list.
 [[nodiscard]] std::vector<ListedCamera> tableAsList(const SettingsSnapshot &settings);

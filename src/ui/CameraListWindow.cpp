@@ -157,7 +157,7 @@ void CameraListWindow::store()
     const SettingsChange change = settings_.change([&](SettingsDraft &draft) {
         isAsShown = planList(readCameraList(list_), draft.snapshot()) == plan_;
         if (isAsShown) {
-            carryOut(plan_, draft);
+            applyPlan(plan_, draft);
         }
     });
     if (change == SettingsChange::Failed) {

@@ -36,7 +36,7 @@ Scheduler::Scheduler(const Uses &uses)
     : uses_(uses)
 {
     connect(&uses_.timer, &QTimer::timeout, this, [this] { uses_.scope.launch(Timer_Timer()); });
-    connect(&uses_.store, &ImageStore::loaded, &uses_.timer, [this] { startTimer(); });
+    connect(&uses_.store, &ImageStore::loaded, this, &Scheduler::startTimer);
     connect(&uses_.storage, &StorageFolder::checked, this, &Scheduler::followStorage);
     connect(&uses_.storage, &StorageFolder::editBegan, this, &Scheduler::ArretTimer);
     connect(&uses_.storage, &StorageFolder::editBegan, this, &Scheduler::followStorage);

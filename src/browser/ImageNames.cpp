@@ -79,7 +79,7 @@ QByteArray ImageNames::name(qsizetype index) const
 
 std::optional<qsizetype> ImageNames::find(QByteArrayView name) const
 {
-    const qsizetype place = namesBefore(name);
+    const qsizetype place = countBefore(name);
     return place < count() && this->name(place) == name ? std::optional(place) : std::nullopt;
 }
 
@@ -96,7 +96,7 @@ std::optional<qsizetype> ImageNames::firstContaining(QByteArrayView key) const
 
 std::optional<qsizetype> ImageNames::firstBeginningWith(QByteArrayView text) const
 {
-    const qsizetype place = namesBefore(inCapitals(text));
+    const qsizetype place = countBefore(inCapitals(text));
     return place < count() && nameBeginsWith(name(place), text) ? std::optional(place)
                                                                 : std::nullopt;
 }
@@ -123,7 +123,7 @@ qsizetype ImageNames::standardsBefore(QByteArrayView text) const
     return std::ranges::partition_point(standards_, isBefore) - standards_.begin();
 }
 
-qsizetype ImageNames::namesBefore(QByteArrayView text) const
+qsizetype ImageNames::countBefore(QByteArrayView text) const
 {
     const std::vector<ListedName> &odds = odds_.list();
     const auto isBefore = [text](const ListedName &odd) {

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::optional<qsizetype> firstBeginningWith(QByteArrayView text) const;
 
     /// Number of names that come before a text in the list's order.
-    [[nodiscard]] qsizetype countBefore(QByteArrayView text) const { return namesBefore(text); }
+    [[nodiscard]] qsizetype countBefore(QByteArrayView text) const;
 
     /// Why the folder could not be read to its end; none when these are all of its images.
     [[nodiscard]] std::error_code readError() const { return readError_; }
@@ -50,9 +50,7 @@ private:
     static constexpr unsigned kSuffixBits = 4;
     static constexpr quint64 kMostSuffixes = 1U << kSuffixBits;
 
-    // Number of standard names, or of all names, before a text.
     [[nodiscard]] qsizetype standardsBefore(QByteArrayView text) const;
-    [[nodiscard]] qsizetype namesBefore(QByteArrayView text) const;
 
     [[nodiscard]] QByteArray standard(qsizetype index) const;
     [[nodiscard]] qsizetype placeOfStandard(qsizetype index) const;

@@ -20,7 +20,7 @@ class HealthWatch : public QObject
     Q_OBJECT
 
 public:
-    /// Everything passed in outlives the object; the scope is joined before it is destroyed.
+    /// Everything passed in outlives the object, which outlives run().
     HealthWatch(StorageFolder &storage, Clock &clock, HealthBook &book, Scheduler &scheduler,
                 OldestFirst &oldest);
 

@@ -68,7 +68,7 @@ void AddressEdit::contextMenuEvent(QContextMenuEvent *event)
     QMenu *const menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (QAction *const paste = pasteOf(*menu)) {
-        paste->disconnect(SIGNAL(triggered(bool)));
+        disconnect(paste, &QAction::triggered, nullptr, nullptr);
         connect(paste, &QAction::triggered, this, [this] { pasteFrom(QClipboard::Clipboard); });
     }
     if (!actions().isEmpty()) {

@@ -411,9 +411,7 @@ void Interface::open(const QString &path)
 
 void Interface::closeEvent(QCloseEvent *event)
 {
-    for (CameraRowBoxes *const row : rows_) {
-        row->leave();
-    }
+    endAddress();
     event->setAccepted(mayClose_);
     if (mayClose_) {
         storageBox_->setAside();

@@ -190,7 +190,6 @@ QString planche::unreadFolder() const
 void planche::rename()
 {
     showCamera();
-    captions_.show();
 }
 
 void planche::useKey(ListKey key)

@@ -54,7 +54,8 @@ bool isDigit(QChar c)
 
 QString cameraSection(CameraAddress camera)
 {
-    return QStringLiteral("Camera") + QString::number(camera.group) + QString::number(camera.row);
+    return keys::kCameraWord.toString() + QString::number(camera.group) +
+           QString::number(camera.row);
 }
 
 QString cameraText(CameraAddress camera)
@@ -184,7 +185,7 @@ QString neverLateKey(CameraAddress camera)
 
 void forgetCamera(SettingsDraft &draft, CameraAddress camera)
 {
-    for (const CameraKey key : keys::kChosen) {
+    for (const CameraKey key : keys::kCameraChoices) {
         writeOrRemove(draft, camera, key, {});
     }
     const QString neverLate = neverLateKey(camera);

@@ -36,12 +36,12 @@ QString readUrl(const Settings &settings, CameraAddress camera)
 
 QString listSection(int group)
 {
-    return QStringLiteral("Liste") + QString::number(group);
+    return keys::kListWord.toString() + QString::number(group);
 }
 
 QString groupSection(int group)
 {
-    return QStringLiteral("Groupe") + QString::number(group);
+    return keys::kGroupWord.toString() + QString::number(group);
 }
 
 QString rowKey(QStringView word, int row)
@@ -51,7 +51,7 @@ QString rowKey(QStringView word, int row)
 
 void forgetRow(SettingsDraft &draft, CameraAddress camera)
 {
-    for (const RowKey key : keys::kGathered) {
+    for (const RowKey key : keys::kValuesOfARow) {
         draft.remove(groupSection(camera.group), rowKey(key.word, camera.row));
     }
 }

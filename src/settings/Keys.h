@@ -148,7 +148,10 @@ inline constexpr TextKey kImportFolder{kControl, u"Dir"};
 inline constexpr TextKey kImportDrive{kControl, u"Drive"};
 inline constexpr TextKey kImportFilter{kControl, u"Patern", u"*.jpg"};
 
-// The cameras: addresses in the group's list, options and counters in the group.
+// The cameras: addresses in the group's list, options and counters in the group. The group's number
+// follows the word of either section.
+inline constexpr QStringView kListWord = u"Liste";
+inline constexpr QStringView kGroupWord = u"Groupe";
 inline constexpr RowKey kUrl{u"lst"};
 inline constexpr QStringView kGroupSwitch = u"LstAct";
 inline constexpr RowKey kAutoDelai{u"AutoDelai"};
@@ -159,17 +162,19 @@ inline constexpr RowKey kTimeLoad{u"TimeLoad"};
 inline constexpr RowKey kNewImages{u"lNew"};
 inline constexpr RowKey kLastModified{u"LastModified"};
 inline constexpr RowKey kLocalTime{u"LocalTime"};
-inline constexpr std::array kGathered{kAutoDelai, kEffM,      kBestTime,     kSB,
-                                      kTimeLoad,  kNewImages, kLastModified, kLocalTime};
+inline constexpr std::array kValuesOfARow{kAutoDelai, kEffM,      kBestTime,     kSB,
+                                          kTimeLoad,  kNewImages, kLastModified, kLocalTime};
 
-// A single camera; digest and look are those of the last picture kept.
+// A single camera; digest and look are those of the last picture kept. Group and row follow the
+// section's word.
+inline constexpr QStringView kCameraWord = u"Camera";
 inline constexpr CameraKey kName{u"Name"};
 inline constexpr CameraKey kKeep{u"Keep"};
 inline constexpr CameraKey kUser{u"User"};
 inline constexpr CameraKey kPassword{u"Password"};
 inline constexpr CameraKey kDigest{u"Digest"};
 inline constexpr CameraKey kLook{u"Look"};
-inline constexpr std::array kChosen{kName, kKeep, kUser, kPassword, kDigest, kLook};
+inline constexpr std::array kCameraChoices{kName, kKeep, kUser, kPassword, kDigest, kLook};
 
 // Camera health; each camera has a key that says it is never late.
 inline constexpr SwitchKey kNotices{kHealth, u"Notices", true};

@@ -7,10 +7,10 @@ namespace velmora {
 namespace {
 
 // On a second screen a window may be farther away than the settings can say.
-int storable(int twips)
+int storable(double twips)
 {
     using Limits = std::numeric_limits<qint16>;
-    return std::clamp<int>(twips, Limits::min(), Limits::max());
+    return static_cast<int>(std::clamp<double>(twips, Limits::min(), Limits::max()));
 }
 
 } // namespace
@@ -19,6 +19,12 @@ WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys,
 {
     return {std::min(keys.top.read(settings, problems), keys.cap.top),
             std::min(keys.left.read(settings, problems), keys.cap.left)};
+}
+
+std::optional<int> storedTwips(const SettingsFile &settings, const Int16Key &key)
+{
+    const QString stored = settings.read(key.section, key.key);
+    return stored.isEmpty() ? std::nullopt : std::optional(storable(leadingNumber(stored)));
 }
 
 void writePlace(const SettingsFile &settings, const WindowPlaceKeys &keys, WindowPlace place)

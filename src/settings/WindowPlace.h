@@ -3,6 +3,8 @@
 
 #include "settings/Keys.h"
 
+#include <optional>
+
 namespace velmora {
 
 /// Position of a window's upper left corner in twips, 1/1440 inch.
@@ -29,6 +31,10 @@ inline constexpr WindowPlaceKeys kSlideshowPlace{keys::kFilmTop, keys::kFilmLeft
 /// The stored place, 0 where none is stored; larger values are capped, negative ones are kept.
 [[nodiscard]] WindowPlace readPlace(const SettingsFile &settings, const WindowPlaceKeys &keys,
                                     Problems &problems);
+
+/// One coordinate of it in twips, as stored; nothing where none is stored. One too far away for 16
+/// bits counts as the farthest.
+[[nodiscard]] std::optional<int> storedTwips(const SettingsFile &settings, const Int16Key &key);
 
 /// A place too far away for 16 bits is stored as the farthest.
 void writePlace(const SettingsFile &settings, const WindowPlaceKeys &keys, WindowPlace place);

@@ -1,7 +1,6 @@
 // The slideshow's window: its place, its sliders, and staying above the browser.
 #include "ui/fCine.h"
 
-#include "base/LeadingNumber.h"
 #include "pictures/PictureReader.h"
 #include "ui/ScreenRoom.h"
 #include "ui/Twips.h"
@@ -26,7 +25,6 @@ constexpr Qt::WindowFlags kKind =
     Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
 constexpr int kFastBelowMs = 100; // then painting must not take longer than decoding
 constexpr QSize kStartSize{660, 606};
-constexpr double kFarthest = 32767; // twips, the largest place that can be stored
 
 } // namespace
 
@@ -124,12 +122,8 @@ void fCine::takeStoredPlace()
 
 int fCine::storedPixels(const Int16Key &key, int now) const
 {
-    const QString stored = settings_.read(key.section, key.key);
-    if (stored.isEmpty()) {
-        return now;
-    }
-    const double twips = leadingNumber(stored);
-    return pixels(static_cast<int>(std::clamp(twips, -kFarthest, kFarthest)));
+    const std::optional<int> stored = storedTwips(settings_, key);
+    return stored ? pixels(*stored) : now;
 }
 
 void fCine::storePlace()

@@ -7,6 +7,7 @@ from pathlib import Path
 
 MAX_FUNCTIONS = 15  # public, without constructors and destructor; signals are emitted, not called
 MAX_MEMBERS = 12
+MAX_LINES = 36  # of a function's body
 
 
 def sources(root, *endings):
@@ -111,15 +112,28 @@ def transitive_headers(root):
     return counts
 
 
-def function_lengths(root):
-    """Lines of the bodies of functions defined in sources."""
-    lengths = []
-    for path in sources(root, ".cpp"):
-        text = path.read_text(encoding="utf-8")
-        for head in re.finditer(r"^[^\s#/}].*\)(?: const)?(?: noexcept)?\n(?:    [:,].*\n)*\{\n", text, re.M):
-            end = text.find("\n}\n", head.end() - 1)
-            lengths.append(text[head.end():end].count("\n") + 1 if end >= head.end() else 0)
-    return sorted(lengths)
+def functions(text):
+    """(line, head, lines of the body) of each function, also of those in a class. A body's "{" is alone in its line, as
+    clang-format puts it; a head may go on over several lines, which are indented more than the first."""
+    lines = text.splitlines()
+    for at, line in enumerate(lines):
+        if line.strip() != "{":
+            continue
+        margin = line.index("{")
+        first = at - 1
+        while first > 0 and len(lines[first]) - len(lines[first].lstrip()) > margin:
+            first -= 1
+        head = " ".join(part.strip() for part in lines[first:at])
+        if "(" in head:
+            end = next((n for n in range(at, len(lines)) if lines[n].rstrip(";") == " " * margin + "}"), len(lines))
+            yield first + 1, head, end - at - 1
+
+
+def all_functions(root):
+    """(file, line, head, lines of the body)."""
+    for path in sources(root, ".h", ".cpp"):
+        for line, head, length in functions(path.read_text(encoding="utf-8")):
+            yield path.relative_to(root), line, head, length
 
 
 def middle(values):
@@ -129,7 +143,7 @@ def middle(values):
 def table(root):
     files = sources(root, ".h", ".cpp")
     lines = [len(p.read_text(encoding="utf-8").splitlines()) for p in files]
-    lengths = function_lengths(root)
+    lengths = sorted(row[3] for row in all_functions(root))
     found = list(all_classes(root))
     public = sorted(row[2] for row in found)
     members = sorted(row[3] for row in found)
@@ -141,7 +155,7 @@ def table(root):
         ("lines", sum(lines)),
         ("lines a file: median, longest", f"{middle(sorted(lines))}, {max(lines)}"),
         ("files over 300 lines", len(long_files)),
-        ("functions in sources", len(lengths)),
+        ("functions written over several lines", len(lengths)),
         ("lines a function: median, longest", f"{middle(lengths)}, {max(lengths)}"),
         ("classes", len(found)),
         ("public functions a class: median, most", f"{middle(public)}, {max(public)}"),
@@ -154,7 +168,7 @@ def table(root):
 
 
 def check(root):
-    """A class that is larger than others must say why, in docs/metrics.md."""
+    """No function is longer than others. A class that is larger must say why, in docs/metrics.md."""
     text = Path(root, "docs/metrics.md").read_text(encoding="utf-8")
     reasons = dict(re.findall(r"^\| `(\w+)` \| ([^|\n]*\w{3}[^|\n]*) \|$", text, re.M))
     large = {name: row for row in beyond(root) for name in [row[1]]}
@@ -164,9 +178,12 @@ def check(root):
         if name not in reasons
     ]
     found += [f"docs/metrics.md: {name} is not that large any more" for name in reasons if name not in large]
+    found += [
+        f"{file}:{line}: {lines} lines: {head}" for file, line, head, lines in all_functions(root) if lines > MAX_LINES
+    ]
     return found, (
-        f"Split a class of more than {MAX_FUNCTIONS} public functions or {MAX_MEMBERS} members, or say in a "
-        "sentence in docs/metrics.md why it is better whole."
+        f"Split a function of more than {MAX_LINES} lines. Split a class of more than {MAX_FUNCTIONS} public "
+        f"functions or {MAX_MEMBERS} members, or say in a sentence in docs/metrics.md why it is better whole."
     )
 
 

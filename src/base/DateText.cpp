@@ -1,5 +1,7 @@
 #include "base/DateText.h"
 
+#include "base/Digits.h"
+
 #include <QList>
 #include <QStringBuilder>
 
@@ -14,17 +16,8 @@ constexpr int kLastYear = 9999;
 // Digits only: a sign or blank inside a field makes it no date.
 std::optional<int> field(QStringView text, qsizetype maxDigits)
 {
-    if (text.isEmpty() || text.size() > maxDigits) {
-        return std::nullopt;
-    }
-    int value = 0;
-    for (const QChar c : text) {
-        if (c < u'0' || c > u'9') {
-            return std::nullopt;
-        }
-        value = value * 10 + (c.unicode() - u'0');
-    }
-    return value;
+    const bool isNumber = !text.isEmpty() && text.size() <= maxDigits && areDigits(text);
+    return isNumber ? std::optional(text.toInt()) : std::nullopt;
 }
 
 std::optional<WallTime> dayFromText(QStringView text)

@@ -1,6 +1,6 @@
 #include "base/NameStamp.h"
 
-#include <algorithm>
+#include "base/Digits.h"
 
 namespace velmora {
 namespace {
@@ -8,11 +8,6 @@ namespace {
 using namespace std::chrono;
 
 constexpr qsizetype kTimeAt = kDayLength + 1;
-
-bool areDigits(QByteArrayView text)
-{
-    return std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
-}
 
 // text: digits only.
 int number(QByteArrayView text)

@@ -1,5 +1,7 @@
 #include "browser/ImageNames.h"
 
+#include "base/Digits.h"
+#include "base/NameStamp.h"
 #include "browser/StandardName.h"
 
 #include <algorithm>
@@ -9,7 +11,6 @@
 namespace velmora {
 namespace {
 
-constexpr qsizetype kDayLength = 8;
 constexpr std::size_t kLongestName = 255; // a file system's limit
 
 // A standard name's text, built on the stack for comparisons.
@@ -33,9 +34,7 @@ private:
 // Eight digits, followed by nothing or by "_" and more.
 bool asksForDay(QByteArrayView key)
 {
-    return key.size() >= kDayLength &&
-           std::all_of(key.begin(), key.begin() + kDayLength,
-                       [](char c) { return c >= '0' && c <= '9'; }) &&
+    return key.size() >= kDayLength && areDigits(key.first(kDayLength)) &&
            (key.size() == kDayLength || key[kDayLength] == '_');
 }
 

@@ -1,5 +1,8 @@
 #include "browser/StandardName.h"
 
+#include "base/Digits.h"
+#include "base/NameStamp.h"
+
 #include <QtEndian>
 
 #include <cstring>
@@ -7,8 +10,7 @@
 namespace velmora {
 namespace {
 
-constexpr qsizetype kDayLength = 8;
-constexpr qsizetype kOlderLength = 15;
+constexpr qsizetype kOlderLength = kMomentLength;
 constexpr quint64 kTimes = 1'000'000;  // of a day
 constexpr quint64 kDownloads = 10'001; // of a time: none, or four digits
 constexpr quint64 kHundred = 100;
@@ -24,7 +26,7 @@ quint64 eightBytes(const char *text)
     return qFromLittleEndian<quint64>(text);
 }
 
-bool areDigits(quint64 eight)
+bool areEightDigits(quint64 eight)
 {
     return ((eight & kUpperHalves) ^ kZeros) == 0 &&
            (((eight + kSixes) & kUpperHalves) ^ kZeros) == 0;
@@ -39,11 +41,6 @@ quint64 number(quint64 eight)
     constexpr quint64 kOuter = 100 + (1'000'000ULL << 32);
     constexpr quint64 kInner = 1 + (10'000ULL << 32);
     return ((((eight & kMask) * kOuter) + (((eight >> 16) & kMask) * kInner)) >> 32) & 0xFFFF'FFFF;
-}
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
 }
 
 quint64 digit(char c)
@@ -62,7 +59,7 @@ std::optional<quint64> currentForm(QByteArrayView name, quint64 day)
     const quint64 middle = eightBytes(name.data() + kDayLength + 1);
     const char tens = name[kLongestDigits - 2];
     const char ones = name[kLongestDigits - 1];
-    if (!areDigits(middle) || !isDigit(tens) || !isDigit(ones)) {
+    if (!areEightDigits(middle) || !isDigit(tens) || !isDigit(ones)) {
         return std::nullopt;
     }
     const quint64 timeAndDay = number(middle);
@@ -77,7 +74,7 @@ std::optional<quint64> olderForm(QByteArrayView name, quint64 day)
     constexpr quint64 kTwoBytes = 0xFFFF;
     // Two characters before the time are included and count as zeros.
     const quint64 time = (eightBytes(name.data() + kDayLength - 1) & ~kTwoBytes) | kTwoZeros;
-    if (name[kOlderLength] != '.' || !areDigits(time)) {
+    if (name[kOlderLength] != '.' || !areEightDigits(time)) {
         return std::nullopt;
     }
     return (day * kTimes + number(time)) * kDownloads;
@@ -99,7 +96,7 @@ std::optional<StandardName> standardName(QByteArrayView name)
         return std::nullopt;
     }
     const quint64 day = eightBytes(name.data());
-    if (!areDigits(day)) {
+    if (!areEightDigits(day)) {
         return std::nullopt;
     }
     const bool current = name.size() >= kLongestDigits && name[kOlderLength] != '.';

@@ -1,5 +1,7 @@
 #include "browser/TypedDate.h"
 
+#include "base/Digits.h"
+
 #include <QLocale>
 #include <QRegularExpression>
 #include <QStringList>
@@ -17,8 +19,7 @@ constexpr int kFirstOfLastCentury = 30; // from here on a two-digit year is one 
 
 bool isNumber(const QString &text)
 {
-    return !text.isEmpty() &&
-           std::ranges::all_of(text, [](QChar c) { return c >= u'0' && c <= u'9'; });
+    return !text.isEmpty() && areDigits(text);
 }
 
 QString withoutAccents(const QString &text)

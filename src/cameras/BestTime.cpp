@@ -1,6 +1,7 @@
 #include "cameras/BestTime.h"
 
 #include "base/DateText.h"
+#include "base/Digits.h"
 
 #include <QList>
 
@@ -11,8 +12,7 @@ namespace {
 
 bool isTwoDigitNumber(QStringView text)
 {
-    return !text.isEmpty() && text.size() <= 2 &&
-           std::ranges::all_of(text, [](QChar c) { return c >= u'0' && c <= u'9'; });
+    return !text.isEmpty() && text.size() <= 2 && areDigits(text);
 }
 
 } // namespace

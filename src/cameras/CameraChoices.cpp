@@ -1,6 +1,7 @@
 #include "cameras/CameraChoices.h"
 
 #include "base/AnsiText.h"
+#include "base/Digits.h"
 #include "base/OneLine.h"
 #include "cameras/CameraTable.h"
 #include "cameras/ShownAddress.h"
@@ -43,11 +44,6 @@ QString nameIn(const Settings &settings, CameraAddress camera)
 QString titleOf(CameraAddress camera, const QString &name)
 {
     return name.isEmpty() ? cameraText(camera) : cameraText(camera) + u' ' + name;
-}
-
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
 }
 
 } // namespace

@@ -1,8 +1,7 @@
 #include "capture/ImageAge.h"
 
+#include "base/Digits.h"
 #include "base/NameStamp.h"
-
-#include <algorithm>
 
 namespace velmora {
 namespace {
@@ -12,8 +11,7 @@ constexpr qsizetype kDot = 19;
 bool isCurrentForm(QByteArrayView name)
 {
     return isStamped(name) && name.size() > kDot && name[kDot] == '.' &&
-           std::ranges::all_of(name.sliced(kMomentLength, kDot - kMomentLength),
-                               [](char c) { return c >= '0' && c <= '9'; });
+           areDigits(name.sliced(kMomentLength, kDot - kMomentLength));
 }
 
 } // namespace

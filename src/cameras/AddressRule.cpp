@@ -1,14 +1,10 @@
 #include "cameras/AddressRule.h"
 
 #include "base/AnsiText.h"
+#include "cameras/FolderName.h"
+#include "settings/StoredText.h"
 
 namespace velmora {
-namespace {
-
-constexpr qsizetype kMaxUrlLength = 255;
-constexpr qsizetype kMaxReadBack = 254;
-
-} // namespace
 
 std::optional<QString> addressRefusal(QStringView url, int row)
 {
@@ -23,7 +19,7 @@ std::optional<QString> addressRefusal(QStringView url, int row)
 
 std::optional<QString> addressLoss(QStringView url, int row)
 {
-    if (url.size() <= kMaxReadBack && fitsAnsi(url)) {
+    if (url.size() <= kMostReadBack && fitsAnsi(url)) {
         return std::nullopt;
     }
     return QStringLiteral("The settings file cannot hold the address of row %1 as it is: it "

@@ -9,7 +9,6 @@
 namespace velmora {
 namespace {
 
-constexpr qsizetype kMaxUrlLength = 255; // positions in the address are held in a byte
 constexpr qsizetype kMostEncoded = 255;
 constexpr int kHexBase = 16;
 constexpr qsizetype kMostCodeLength = 3;

@@ -7,6 +7,9 @@ namespace velmora {
 
 class NativePaths;
 
+/// Characters of an address at most: positions in it are held in a byte.
+inline constexpr qsizetype kMaxUrlLength = 255;
+
 /// "\" + encoded address + "\", or an empty text for an empty address. The code is the character's
 /// Windows-1252 code in upper-case hexadecimal without leading zeros; the encoded text is cut to
 /// 255 characters, the length limit of a file name. Throws OverflowError for an address of more

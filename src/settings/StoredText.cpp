@@ -4,11 +4,6 @@
 #include "base/OneLine.h"
 
 namespace velmora {
-namespace {
-
-constexpr qsizetype kMostReadBack = 254; // characters
-
-} // namespace
 
 bool isStorable(QStringView text)
 {

@@ -1,5 +1,7 @@
 #include "base/OneLine.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace velmora {
@@ -22,6 +24,12 @@ QString onOneLine(QString text)
 {
     std::ranges::replace_if(text, isControl, QChar(u' '));
     return text;
+}
+
+QStringList nonEmptyLines(const QString &text)
+{
+    static const QRegularExpression lineEnds(QStringLiteral("[\\r\\n\\x{2028}\\x{2029}]+"));
+    return text.split(lineEnds, Qt::SkipEmptyParts);
 }
 
 } // namespace velmora

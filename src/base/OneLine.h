@@ -1,7 +1,8 @@
-// Keeps outside text (file names, server answers, settings) on one line.
+// Keeps outside text (file names, server answers, settings) on one line, or takes its lines apart.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace velmora {
 
@@ -10,5 +11,9 @@ namespace velmora {
 
 /// The text with its control characters replaced by blanks.
 [[nodiscard]] QString onOneLine(QString text);
+
+/// The lines of a text without the empty ones. Carriage returns, line feeds and Unicode's
+/// separators of lines and paragraphs end them.
+[[nodiscard]] QStringList nonEmptyLines(const QString &text);
 
 } // namespace velmora

@@ -1,14 +1,13 @@
 #include "cameras/PastedAddresses.h"
 
-#include <QRegularExpression>
+#include "base/OneLine.h"
 
 namespace velmora {
 
 QStringList addressLines(const QString &text)
 {
-    static const QRegularExpression lineEnds(QStringLiteral("[\\r\\n\\x{2028}\\x{2029}]+"));
     QStringList addresses;
-    const QStringList lines = text.split(lineEnds);
+    const QStringList lines = nonEmptyLines(text);
     for (const QString &line : lines) {
         if (const QString address = line.trimmed(); !address.isEmpty()) {
             addresses.append(address);

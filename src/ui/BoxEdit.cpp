@@ -1,10 +1,11 @@
 #include "ui/BoxEdit.h"
 
+#include "base/OneLine.h"
+
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QRegularExpression>
 #include <QValidator>
 
 #include <algorithm>
@@ -21,11 +22,8 @@ public:
 
     State validate(QString &input, int &caret) const override
     {
-        static const QRegularExpression lineEnds(QStringLiteral("[\\r\\n\\x{2028}\\x{2029}]+"));
-        if (input.contains(lineEnds)) {
-            input = input.split(lineEnds, Qt::SkipEmptyParts).value(0);
-            caret = std::min(caret, static_cast<int>(input.size()));
-        }
+        input = nonEmptyLines(input).value(0);
+        caret = std::min(caret, static_cast<int>(input.size()));
         return Acceptable;
     }
 };

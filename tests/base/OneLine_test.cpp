@@ -21,5 +21,14 @@ TEST(HoldsControls, IsTrueOfLineBreaksOfAnyKind)
     EXPECT_FALSE(holdsControls({}));
 }
 
+TEST(NonEmptyLines, EndsThemAtBreaksOfAnyKind)
+{
+    const QString text = QStringLiteral("\n\na\r\n b \rc\u2028\u2029d\te\n");
+    EXPECT_EQ(nonEmptyLines(text), (QStringList{QStringLiteral("a"), QStringLiteral(" b "),
+                                                QStringLiteral("c"), QStringLiteral("d\te")}));
+    EXPECT_EQ(nonEmptyLines(QStringLiteral("a")), QStringList{QStringLiteral("a")});
+    EXPECT_TRUE(nonEmptyLines({}).isEmpty());
+}
+
 } // namespace
 } // namespace velmora

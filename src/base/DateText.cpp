@@ -53,6 +53,11 @@ std::optional<std::chrono::seconds> timeOfDayFromText(QStringView text)
     return *hour * 1h + *minute * 1min + *second * 1s;
 }
 
+QString yearText(int year)
+{
+    return QString::number(year).rightJustified(4, u'0');
+}
+
 } // namespace
 
 WallFields wallFields(WallTime time)
@@ -81,8 +86,13 @@ QString dateText(WallTime time)
 QString dayText(WallTime time)
 {
     const WallFields at = wallFields(time);
-    const QString year = QString::number(at.year).rightJustified(4, u'0');
-    return twoDigits(at.day) % u'/' % twoDigits(at.month) % u'/' % year;
+    return twoDigits(at.day) % u'/' % twoDigits(at.month) % u'/' % yearText(at.year);
+}
+
+QString isoDayText(WallTime time)
+{
+    const WallFields at = wallFields(time);
+    return yearText(at.year) % u'-' % twoDigits(at.month) % u'-' % twoDigits(at.day);
 }
 
 QString timeText(WallTime time)
@@ -98,10 +108,7 @@ QString timeText(int hours, int minutes, int seconds)
 
 QString universalTimeText(WallTime time)
 {
-    const WallFields at = wallFields(time);
-    return QStringLiteral("%1-%2-%3T%4Z")
-        .arg(at.year, 4, 10, QLatin1Char('0'))
-        .arg(twoDigits(at.month), twoDigits(at.day), timeText(time));
+    return isoDayText(time) % u'T' % timeText(time) % u'Z';
 }
 
 std::optional<WallTime> dateFromText(QStringView text)

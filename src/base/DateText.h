@@ -27,6 +27,9 @@ struct WallFields
 [[nodiscard]] QString dayText(WallTime time);
 [[nodiscard]] QString timeText(WallTime time);
 
+/// "2006-03-07".
+[[nodiscard]] QString isoDayText(WallTime time);
+
 /// "14:05:09" of numbers that need not be a time of day.
 [[nodiscard]] QString timeText(int hours, int minutes, int seconds);
 

@@ -23,8 +23,7 @@ constexpr int kMostLooked = 1000; // names without a date
 // "2006-03-07 14:05:09", as a user would type it.
 QString typedMoment(WallTime moment)
 {
-    return QString::fromLatin1(dayKey(moment).insert(6, '-').insert(4, '-')) + u' ' +
-           timeText(moment);
+    return isoDayText(moment) + u' ' + timeText(moment);
 }
 
 } // namespace

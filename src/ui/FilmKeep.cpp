@@ -1,5 +1,6 @@
 #include "ui/FilmKeep.h"
 
+#include "base/DateText.h"
 #include "base/ImagesText.h"
 #include "pictures/PictureReader.h"
 #include "ui/BoxEdit.h"
@@ -176,12 +177,9 @@ void FilmKeep::takeDays(const DayRange &days)
 
 void FilmKeep::showDays(const DayRange &days)
 {
-    const auto text = [](std::chrono::year_month_day day) {
-        return QString::fromLatin1(dayKey(day).insert(6, '-').insert(4, '-'));
-    };
     FilmWish wished = wish();
-    wished.from = text(days.first);
-    wished.to = text(days.last);
+    wished.from = isoDayText(std::chrono::local_days{days.first});
+    wished.to = isoDayText(std::chrono::local_days{days.last});
     showWish(wished);
     isGiven_ = true;
     play(wished);

@@ -126,6 +126,7 @@ TEST(DateText, TakesATimeBeforeTheEpochApart)
 TEST(DateText, HasADayAndATime)
 {
     EXPECT_EQ(dayText(day(2006, 3, 7) + 4h + 5min + 9s), QStringLiteral("07/03/2006"));
+    EXPECT_EQ(isoDayText(day(206, 3, 7) + 4h + 5min + 9s), QStringLiteral("0206-03-07"));
     EXPECT_EQ(timeText(day(2006, 3, 7) + 4h + 5min + 9s), QStringLiteral("04:05:09"));
     EXPECT_EQ(timeText(100, 5, 9), QStringLiteral("100:05:09"));
 }

@@ -1,5 +1,7 @@
 #include "pictures/GifFrame.h"
 
+#include "pictures/ByteAt.h"
+
 #include <QtEndian>
 
 namespace velmora {
@@ -12,11 +14,6 @@ constexpr unsigned kHasColours = 0x80;
 constexpr unsigned kColourBits = 0x07;
 constexpr char kExtension = 0x21;
 constexpr char kFrame = 0x2C;
-
-unsigned byteAt(QByteArrayView bytes, qsizetype at)
-{
-    return static_cast<unsigned char>(bytes[at]);
-}
 
 int numberAt(QByteArrayView bytes, qsizetype at)
 {

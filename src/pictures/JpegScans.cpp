@@ -1,5 +1,7 @@
 #include "pictures/JpegScans.h"
 
+#include "pictures/ByteAt.h"
+
 #include <QtEndian>
 
 #include <string_view>
@@ -13,11 +15,6 @@ constexpr uchar kScan = 0xDA;
 constexpr qsizetype kMarkerBytes = 2;
 constexpr qsizetype kComponentsInFrame = 9; // after marker, length, bits, height and width
 constexpr qsizetype kComponentsInScan = 4;
-
-uchar byteAt(QByteArrayView bytes, qsizetype at)
-{
-    return static_cast<uchar>(bytes[at]);
-}
 
 // Segments whose length the decoder reads as we do: tables, comments and frames that are not
 // progressive.

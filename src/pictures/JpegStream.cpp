@@ -1,5 +1,7 @@
 #include "pictures/JpegStream.h"
 
+#include "pictures/ByteAt.h"
+
 #include <cstring>
 
 namespace velmora {
@@ -11,11 +13,6 @@ constexpr unsigned char kEnd = 0xd9;
 constexpr unsigned char kScan = 0xda;
 constexpr unsigned char kExif = 0xe1;
 constexpr qsizetype kFrameBytes = 8; // length, bits, height, width, components
-
-unsigned char byteAt(QByteArrayView bytes, qsizetype at)
-{
-    return static_cast<unsigned char>(bytes[at]);
-}
 
 int word(QByteArrayView bytes, qsizetype at)
 {

@@ -26,8 +26,6 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kMostListBytes = 2LL * 1024 * 1024; // more than a list may have
-
 CommandResult stored(const SettingsFile &settings, SettingsChange change, CommandResult result)
 {
     if (change == SettingsChange::Failed) {
@@ -114,10 +112,10 @@ QString cameraLine(const SettingsSnapshot &settings, CameraAddress camera)
 WholeFile readList(const QString &path)
 {
     if (path == QStringLiteral("-")) {
-        return readToEnd(STDIN_FILENO, kMostListBytes);
+        return readToEnd(STDIN_FILENO, kMostListFileBytes);
     }
     const UniqueFd file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC));
-    return file ? readToEnd(file.get(), kMostListBytes) : WholeFile{std::nullopt, lastError()};
+    return file ? readToEnd(file.get(), kMostListFileBytes) : WholeFile{std::nullopt, lastError()};
 }
 
 // Of the groups into which cameras go.
@@ -225,9 +223,8 @@ CommandResult importList(const SettingsFile &settings, const ImportListCommand &
 {
     const WholeFile file = readList(command.file);
     if (!file.bytes) {
-        return CommandResult::refused(
-            QStringLiteral("The list %1 cannot be read: %2")
-                .arg(shownTypedPath(command.file), QString::fromStdString(file.error.message())));
+        return CommandResult::refused(unreadListText(shownTypedPath(command.file),
+                                                     QString::fromStdString(file.error.message())));
     }
     const CameraList list = readCameraList(*file.bytes);
     CommandResult result;

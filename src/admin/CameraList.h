@@ -28,6 +28,9 @@ struct CameraList
     QString fault; // why it could not be read, empty when it could
 };
 
+/// More bytes than a list may have.
+inline constexpr qint64 kMostListFileBytes = 2LL * 1024 * 1024;
+
 /// Reads a list. Encoding and separator (comma, semicolon, tab) are detected; a first line with the
 /// word "address" names the columns (name, address, group, row, in any order), otherwise a table
 /// has them in this order, or the address before the name. Lines that begin with "#" are ignored.

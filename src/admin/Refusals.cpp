@@ -7,11 +7,20 @@
 
 namespace velmora {
 
+QString notStoredText()
+{
+    return QStringLiteral("The settings file cannot be written");
+}
+
 QString notStoredText(const SettingsFile &settings)
 {
     const std::optional<QString> warning = sizeWarning(settings);
-    return QStringLiteral("The settings file cannot be written") +
-           (warning ? QStringLiteral(". ") + *warning : QString());
+    return notStoredText() + (warning ? QStringLiteral(". ") + *warning : QString());
+}
+
+QString unreadListText(const QString &path, const QString &why)
+{
+    return QStringLiteral("The list %1 cannot be read: %2").arg(path, why);
 }
 
 QString shownTypedPath(const QString &path)

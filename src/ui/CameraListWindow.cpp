@@ -2,6 +2,7 @@
 
 #include "admin/CameraCommands.h"
 #include "admin/ListText.h"
+#include "admin/Refusals.h"
 #include "base/FileReader.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
@@ -19,7 +20,6 @@ namespace {
 
 constexpr QSize kStartSize{760, 560};
 constexpr int kMostShown = 200; // of a list whose rest would be refused anyway
-constexpr qint64 kMostBytes = 2LL * 1024 * 1024;
 
 qsizetype countOf(const ListPlan &plan, Fate fate)
 {
@@ -137,15 +137,14 @@ void CameraListWindow::showLine(int line, const PlannedCamera &planned)
 
 void CameraListWindow::openFile(const QString &path)
 {
-    const WholeFile file = readWholeFile(path, kMostBytes);
+    const WholeFile file = readWholeFile(path, kMostListFileBytes);
     const QByteArray bytes = file.bytes.value_or(QByteArray());
     ui_->listText->setPlainText(shownText(bytes));
     if (ui_->listText->document()->isEmpty()) {
         read(bytes); // which says why nothing is shown
     }
     if (!file.bytes) {
-        ui_->listMessage->setText(
-            tr("The list %1 cannot be read: %2").arg(path, readingFault(file.error)));
+        ui_->listMessage->setText(unreadListText(path, readingFault(file.error)));
     }
 }
 
@@ -161,7 +160,7 @@ void CameraListWindow::store()
         }
     });
     if (change == SettingsChange::Failed) {
-        ui_->listMessage->setText(tr("The settings file cannot be written"));
+        ui_->listMessage->setText(notStoredText());
         return;
     }
     if (isAsShown) {

@@ -1,5 +1,6 @@
 #include "ui/CameraSheet.h"
 
+#include "admin/Refusals.h"
 #include "base/PictureFormat.h"
 #include "cameras/AddressRule.h"
 #include "pictures/JpegScans.h"
@@ -211,7 +212,7 @@ void CameraSheet::save()
     }
     giveAddress(now.address);
     if (store(now) == SettingsChange::Failed) {
-        ui_->sheetMessage->setText(tr("The settings file cannot be written"));
+        ui_->sheetMessage->setText(notStoredText());
         return;
     }
     Q_EMIT saved();

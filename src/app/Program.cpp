@@ -2,7 +2,7 @@
 
 #include "app/ProgramWindows.h"
 #include "cameras/CameraChoices.h"
-#include "cameras/Credentials.h"
+#include "ui/NoOpener.h"
 #include "ui/PictureClipboard.h"
 #include "ui/ToFront.h"
 #include "ui/TopMost.h"
@@ -275,8 +275,7 @@ void Program::closeImages()
 void Program::open(const QString &path)
 {
     if (opener_.open(path) == OpenOutcome::NoOpener) {
-        windows_->browser.showMessage(
-            tr("%1 cannot be opened: xdg-open is not installed").arg(pathWithoutCredentials(path)));
+        windows_->browser.showMessage(noOpenerText(path));
     }
 }
 

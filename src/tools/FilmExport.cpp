@@ -40,6 +40,11 @@ QString reason(const std::error_code &error)
 
 } // namespace
 
+QString missingFolderText(const QString &folder)
+{
+    return FilmExport::tr("The folder of the images is not there: %1").arg(folder);
+}
+
 FilmExport::FilmExport(const Clock &clock)
     : clock_(clock)
     , slice_(clock)
@@ -157,7 +162,7 @@ void FilmExport::takeNext()
         next = picture(name); // now that the film's size is known
     }
     if (next.state == FilmPictureState::Gone && !folderExists(order_.folder)) {
-        fail(tr("The folder of the images is not there: %1").arg(order_.folder));
+        fail(missingFolderText(order_.folder));
         return;
     }
     tally_.gone += next.state == FilmPictureState::Gone ? 1 : 0;

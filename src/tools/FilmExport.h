@@ -40,6 +40,9 @@ struct FilmTally
     [[nodiscard]] qint64 leftOut() const { return broken + gone; }
 };
 
+/// That the folder of the images has gone; folder: as shown.
+[[nodiscard]] QString missingFolderText(const QString &folder);
+
 enum class FilmEnd { Made, Failed, Cancelled };
 
 /// One film at a time.

@@ -163,7 +163,7 @@ bool FilmMaker::begin(const QString &target)
 {
     result_.clear();
     if (!folderExists(folder_)) {
-        Q_EMIT ended(tr("The folder of the images is not there: %1").arg(folderText_));
+        Q_EMIT ended(missingFolderText(folderText_));
         return false;
     }
     if (uses_.conformity.isRunning()) {

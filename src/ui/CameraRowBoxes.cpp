@@ -189,7 +189,7 @@ void CameraRowBoxes::showLate(bool late)
         colours.setColor(QPalette::Link, lateColour(colours));
     }
     n->setPalette(colours);
-    n->setAccessibleDescription(late ? tr("late: nothing new for a long time") : QString());
+    n->setAccessibleDescription(late ? lateText() : QString());
 }
 
 void CameraRowBoxes::showCounters()

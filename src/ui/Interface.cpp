@@ -1,10 +1,10 @@
 // The main window: storage folder, options and camera table bound to their owners.
 #include "ui/Interface.h"
 
-#include "cameras/Credentials.h"
 #include "ui/AddressPaste.h"
 #include "ui/LateColour.h"
 #include "ui/LiveBox.h"
+#include "ui/NoOpener.h"
 #include "ui/ReasonLine.h"
 #include "ui/ScreenRoom.h"
 #include "ui/StorageBox.h"
@@ -404,8 +404,7 @@ void Interface::openFolder(int row)
 void Interface::open(const QString &path)
 {
     if (uses_.opener.open(path) == OpenOutcome::NoOpener) {
-        showMessage(
-            tr("%1 cannot be opened: xdg-open is not installed").arg(pathWithoutCredentials(path)));
+        showMessage(noOpenerText(path));
     }
 }
 

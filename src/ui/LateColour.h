@@ -1,4 +1,4 @@
-// The colour in which late cameras are named.
+// The colour in which late cameras are named, and the words for those who see no colours.
 #pragma once
 
 #include "ui/HeatColour.h"
@@ -10,6 +10,11 @@ namespace velmora {
 {
     constexpr double kTowardsText = 0.35;
     return mixedColour(Qt::red, palette.color(QPalette::Text), kTowardsText);
+}
+
+[[nodiscard]] inline QString lateText()
+{
+    return QStringLiteral("late: nothing new for a long time");
 }
 
 } // namespace velmora

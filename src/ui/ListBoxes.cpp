@@ -65,7 +65,7 @@ void ChoiceList::showTip(int row)
 {
     QStringList lines{item(row)->data(kTipRole).toString()};
     if (item(row)->data(kLateRole).toBool()) {
-        lines.append(tr("late: nothing new for a long time"));
+        lines.append(lateText());
     }
     lines.removeAll(QString());
     const QString tip = lines.join(u'\n');

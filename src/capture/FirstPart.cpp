@@ -1,5 +1,7 @@
 #include "capture/FirstPart.h"
 
+#include "capture/PictureRemark.h"
+
 namespace velmora {
 namespace {
 
@@ -173,7 +175,7 @@ void FirstPart::readLength(QByteArrayView text)
 void FirstPart::beginBody()
 {
     if (length_.value_or(0) > kMostPart) {
-        breakOff(QStringLiteral("the stream sends more than a picture can have"));
+        breakOff(endlessPictureRemark());
     } else if (!length_ && boundary_.isEmpty()) {
         breakOff(QStringLiteral("the stream tells neither length nor boundary of its pictures"));
     }
@@ -211,7 +213,7 @@ void FirstPart::takeUntilBoundary(ReplyBody &body)
         rest_.remove(0, taken);
     }
     if (body.size() > kMostPart) {
-        breakOff(QStringLiteral("the stream sends more than a picture can have"));
+        breakOff(endlessPictureRemark());
     }
 }
 

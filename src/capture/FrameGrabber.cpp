@@ -5,6 +5,7 @@
 #include "base/OneShot.h"
 #include "base/PictureFormat.h"
 #include "cameras/Credentials.h"
+#include "capture/PictureRemark.h"
 
 #include <QElapsedTimer>
 #include <QScopeGuard>
@@ -104,9 +105,8 @@ public:
         } else {
             reply.failure = end == GrabEnd::TimeOut
                                 ? QStringLiteral("the stream gave no picture in time")
-                            : end == GrabEnd::TooLong
-                                ? QStringLiteral("the stream sends more than a picture can have")
-                                : complaint();
+                            : end == GrabEnd::TooLong ? endlessPictureRemark()
+                                                      : complaint();
         }
         return reply;
     }

@@ -25,6 +25,11 @@ QString failureRemark(const QString &url, const QString &reason)
                            : reason;
 }
 
+QString endlessPictureRemark()
+{
+    return QStringLiteral("the stream sends more than a picture can have");
+}
+
 QString contentRemark(const QString &url, QByteArrayView head, const QString &type)
 {
     if (!pictureFormat(head).isEmpty()) {

@@ -12,6 +12,9 @@ namespace velmora {
 /// look like. url: as requested; reason: without credentials.
 [[nodiscard]] QString failureRemark(const QString &url, const QString &reason);
 
+/// Why a stream gave no picture: what it sends as one does not end.
+[[nodiscard]] QString endlessPictureRemark();
+
 /// What is odd about an answer that was accepted as a picture; empty for a good one. head: the
 /// first 16 bytes of the body or more, fewer only if it is shorter; type: of the content, as sent.
 [[nodiscard]] QString contentRemark(const QString &url, QByteArrayView head, const QString &type);

@@ -9,15 +9,21 @@ constexpr qsizetype kMaxTexts = 10;
 
 } // namespace
 
+QMessageBox *newWarningBox(const QString &title)
+{
+    auto *const box = new QMessageBox(QMessageBox::Warning, title, {}, QMessageBox::Ok,
+                                      QApplication::activeWindow());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setWindowModality(Qt::NonModal);
+    return box;
+}
+
 void MessageBoxes::warn(const QString &text)
 {
     if (!box_) {
         texts_.clear();
-        box_ = new QMessageBox(QMessageBox::Warning, QCoreApplication::applicationName(), {},
-                               QMessageBox::Ok, QApplication::activeWindow());
-        box_->setAttribute(Qt::WA_DeleteOnClose);
-        box_->setTextFormat(Qt::PlainText);
-        box_->setWindowModality(Qt::NonModal);
+        box_ = newWarningBox(QCoreApplication::applicationName());
     }
     texts_.append(text);
     const bool tooMany = texts_.size() > kMaxTexts;

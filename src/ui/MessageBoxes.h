@@ -7,6 +7,10 @@
 
 namespace velmora {
 
+/// A box of plain text with "OK" over the active window, which need not be answered; deleted when
+/// it is closed.
+[[nodiscard]] QMessageBox *newWarningBox(const QString &title);
+
 /// A message that arrives while an earlier one is still open is added to its box, so that a damaged
 /// file with a hundred wrong numbers gives one box.
 class MessageBoxes : public QObject

@@ -2,8 +2,7 @@
 #include "ui/mOuvreLien.h"
 
 #include "base/LinkTarget.h"
-
-#include <QApplication>
+#include "ui/MessageBoxes.h"
 
 #include <array>
 #include <string_view>
@@ -113,11 +112,7 @@ QCoro::Task<int> mOuvreLien::result(QString target)
 void mOuvreLien::show(const QString &message)
 {
     if (!box_) {
-        box_ = new QMessageBox(QMessageBox::Warning, QStringLiteral("Erreur"), {}, QMessageBox::Ok,
-                               QApplication::activeWindow());
-        box_->setAttribute(Qt::WA_DeleteOnClose);
-        box_->setTextFormat(Qt::PlainText);
-        box_->setWindowModality(Qt::NonModal);
+        box_ = newWarningBox(QStringLiteral("Erreur"));
     }
     box_->setText(message);
     box_->show();

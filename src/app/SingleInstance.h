@@ -39,7 +39,7 @@ public:
     [[nodiscard]] Claim claim(Front front);
 
     /// The program is ending and has no window to show any more: a call is refused. The caller
-    /// tries again for two seconds, and then starts or is told that the folder is taken.
+    /// tries again for two seconds, and then starts or learns that the folder is in use.
     void stopAnswering() { server_.close(); }
 
     /// The process that has the folder, after a claim that was not the first; 0 when it does not

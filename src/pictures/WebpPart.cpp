@@ -19,7 +19,7 @@ struct Ground
     Qt::GlobalColor colour;
 };
 
-// Both have their bytes in the order in which the decoder is told to write them.
+// Both have the byte order requested from the decoder.
 Ground groundOf(const WebPBitstreamFeatures &picture)
 {
     return picture.has_alpha != 0 ? Ground{QImage::Format_ARGB32_Premultiplied, Qt::transparent}

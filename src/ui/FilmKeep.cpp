@@ -146,7 +146,7 @@ void FilmKeep::play(const FilmWish &wish)
     maker_.play(wish);
 }
 
-// A film that begins anew, for which a stored image is enough, begins with the range given here.
+// A film that is restarted, for which a stored image is enough, begins with the range given here.
 void FilmKeep::keepRange()
 {
     if (isVisible() && isGiven_ && maker_.isOfShownCamera()) {

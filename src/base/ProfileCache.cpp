@@ -36,11 +36,11 @@ QByteArray ProfileCache::value(QByteArrayView section, QByteArrayView key, qsize
 
 QByteArray ProfileCache::read()
 {
-    static_cast<void>(readAnew());
+    static_cast<void>(reload());
     return whole_;
 }
 
-bool ProfileCache::readAnew()
+bool ProfileCache::reload()
 {
     std::optional<QByteArray> bytes = readProfile(path_);
     if (!bytes) {
@@ -69,7 +69,7 @@ std::shared_ptr<const ProfileText> ProfileCache::keptText()
         return nullptr;
     }
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    if (!kept_ && tellsChanges(*stamp, now) && readAnew() && whole_.size() == stamp->bytes) {
+    if (!kept_ && tellsChanges(*stamp, now) && reload() && whole_.size() == stamp->bytes) {
         auto text = std::make_shared<ProfileText>(whole_);
         text->index();
         kept_ = std::move(text);

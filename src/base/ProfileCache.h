@@ -34,7 +34,7 @@ public:
 private:
     [[nodiscard]] std::shared_ptr<const ProfileText> keptText();
     [[nodiscard]] QByteArray read();
-    [[nodiscard]] bool readAnew(); // false when that failed
+    [[nodiscard]] bool reload(); // false when that failed
 
     QString path_;
     bool isLarge_ = false;           // when it was last read

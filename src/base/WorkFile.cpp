@@ -85,7 +85,7 @@ bool isOld(int file)
 }
 
 // A file system shared over a network may keep the locks of each machine apart.
-bool isTold(Lock lock, const QByteArray &path)
+bool isConclusive(Lock lock, const QByteArray &path)
 {
     const qsizetype slash = path.lastIndexOf('/');
     return lock != Lock::Unknown &&
@@ -104,7 +104,7 @@ void clearWorkFile(const QByteArray &path)
         return;
     }
     const Lock lock = tryLock(file.get());
-    const bool isHeld = lock == Lock::Others || (!isTold(lock, path) && !isOld(file.get()));
+    const bool isHeld = lock == Lock::Others || (!isConclusive(lock, path) && !isOld(file.get()));
     if (!isHeld && isFileAt(file.get(), path)) {
         ::unlink(path.constData());
     }

@@ -16,7 +16,7 @@ SocketSet::SocketSet()
     : epoll_(::epoll_create1(EPOLL_CLOEXEC))
     , notifier_(epoll_.get(), QSocketNotifier::Read)
 {
-    connect(&notifier_, &QSocketNotifier::activated, this, &SocketSet::tellReadySockets);
+    connect(&notifier_, &QSocketNotifier::activated, this, &SocketSet::handleReadySockets);
 }
 
 void SocketSet::watch(int socket, SocketEvents wanted)
@@ -35,7 +35,7 @@ void SocketSet::forget(int socket)
 }
 
 // One at a time, so that the system keeps those that have waited longest at the head of the queue.
-void SocketSet::tellReadySockets()
+void SocketSet::handleReadySockets()
 {
     QElapsedTimer turn;
     turn.start();

@@ -37,7 +37,7 @@ Q_SIGNALS:
     void ready(int socket, velmora::SocketEvents events);
 
 private:
-    void tellReadySockets();
+    void handleReadySockets();
 
     UniqueFd epoll_;
     QSocketNotifier notifier_;

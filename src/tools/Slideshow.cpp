@@ -82,7 +82,7 @@ void Slideshow::begin()
     camera_ = data_.files.camera();
     folder_ = data_.files.folder();
     current_ = 0;
-    told_ = 0;
+    shownPosition_ = 0;
     face_.range = {1, face_.count};
     face_.tDebut = fileAt(1).name.left(kDayLetters);
     face_.tFin = fileAt(face_.count).name.left(kDayLetters);
@@ -129,9 +129,9 @@ void Slideshow::followList()
 void Slideshow::keepPlace()
 {
     const std::optional<int> shown = data_.files.find(face_.image);
-    if (shown && told_ > 0) {
-        current_ += *shown + 1 - told_;
-        told_ = *shown + 1;
+    if (shown && shownPosition_ > 0) {
+        current_ += *shown + 1 - shownPosition_;
+        shownPosition_ = *shown + 1;
     }
 }
 
@@ -206,7 +206,7 @@ void Slideshow::sDebut_Change(int value)
         range.end = range.start;
     }
     current_ = std::max(current_, range.start);
-    told_ = current_;
+    shownPosition_ = current_;
     showRange();
 }
 
@@ -226,7 +226,7 @@ void Slideshow::sFin_Change(int value)
     } else {
         startTimer();
     }
-    told_ = current_;
+    shownPosition_ = current_;
     showRange();
 }
 
@@ -239,8 +239,8 @@ void Slideshow::setRange(const PlayRange &range)
     if (current_ < range.start || current_ > range.end) {
         current_ = range.start;
     }
-    if (told_ < range.start || told_ > range.end) {
-        told_ = current_;
+    if (shownPosition_ < range.start || shownPosition_ > range.end) {
+        shownPosition_ = current_;
     }
     if (isPlaying() && range.start == range.end) {
         timer_.stop();
@@ -252,7 +252,7 @@ void Slideshow::setRange(const PlayRange &range)
 
 void Slideshow::showRange()
 {
-    showNumbers(told_);
+    showNumbers(shownPosition_);
     if (face_.range.start >= 1) {
         face_.tDebut = fileAt(face_.range.start).name.left(kDayLetters);
     }
@@ -264,8 +264,8 @@ void Slideshow::showRange()
 
 void Slideshow::showCounters()
 {
-    told_ = current_;
-    showNumbers(told_);
+    shownPosition_ = current_;
+    showNumbers(shownPosition_);
 }
 
 void Slideshow::showNumbers(int position)

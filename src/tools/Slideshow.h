@@ -129,7 +129,8 @@ private:
     CameraAddress camera_;
     QString folder_; // whose images are played
     int current_ = 0;
-    int told_ = 0; // the position in the counters: that of the image on show, once it plays
+    int shownPosition_ =
+        0; // the position in the counters: that of the image on show, once it plays
     bool open_ = false;
     bool paused_ = false;
     bool held_ = false;

@@ -30,22 +30,23 @@ QString plainTip(const QWidget &widget)
     return Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
 }
 
-/// Announces a label's new text. A label tells no one, but is repainted.
+/// Announces a label's new text. QLabel does not announce a change of its text; its
+/// repaint is used instead.
 class TextWatch final : public QObject
 {
 public:
     explicit TextWatch(QLabel &label)
         : QObject(&label)
         , label_(label)
-        , told_(label.text())
+        , announced_(label.text())
     {
         label_.installEventFilter(this);
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint && label_.text() != told_) {
-            told_ = label_.text();
+        if (event->type() == QEvent::Paint && label_.text() != announced_) {
+            announced_ = label_.text();
             QAccessibleEvent change(&label_, QAccessible::NameChanged);
             QAccessible::updateAccessibility(&change);
         }
@@ -54,7 +55,7 @@ public:
 
 private:
     QLabel &label_;
-    QString told_;
+    QString announced_;
 };
 
 /// Serves labels of all kinds: a label may get its name only after this was made for it.

@@ -37,28 +37,28 @@ void BrowserStatus::showStored(CameraAddress camera)
     ++stored_;
     widgets_.NbCapt.setText(QString::number(stored_));
     widgets_.Capt.setText(cameraText(camera));
-    line_.tellEvent(tr("Image stored"));
+    line_.showCaptureEvent(tr("Image stored"));
 }
 
 void BrowserStatus::showFailed(const QString &camera, const QString &reason)
 {
-    line_.tellEvent(tr("Camera %1: %2").arg(camera, reason));
+    line_.showCaptureEvent(tr("Camera %1: %2").arg(camera, reason));
 }
 
-void BrowserStatus::tellNotice(const QString &text)
+void BrowserStatus::showNotice(const QString &text)
 {
-    line_.tellNotice(text);
+    line_.showNotice(text);
     notice_->start();
 }
 
-void BrowserStatus::tellSearch(const QString &text)
+void BrowserStatus::showSearch(const QString &text)
 {
-    line_.tellSearch(text);
+    line_.showSearch(text);
 }
 
 void BrowserStatus::showStandstill()
 {
-    line_.tellHalt();
+    line_.showHalt();
 }
 
 } // namespace velmora

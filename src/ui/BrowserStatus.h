@@ -31,14 +31,14 @@ public:
     void showFailed(const QString &camera, const QString &reason);
 
     /// A message for the user.
-    void tell(const QString &text) { line_.tell(text); }
+    void showMessage(const QString &text) { line_.showMessage(text); }
 
     /// A message that is to be read beside a hundred cameras: it stays for a minute, whatever the
     /// capture does.
-    void tellNotice(const QString &text);
+    void showNotice(const QString &text);
 
     /// The outcome of a search; an empty text when it found the image.
-    void tellSearch(const QString &text);
+    void showSearch(const QString &text);
 
     /// A lasting remark on the camera on show; empty for none.
     void keep(const QString &text) { line_.keep(text); }

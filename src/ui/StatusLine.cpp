@@ -18,12 +18,12 @@ StatusLine::Words StatusLine::standing() const
     return halt_.isEmpty() ? Words{Kind::Kept, kept_} : Words{Kind::Halt, halt_};
 }
 
-void StatusLine::tell(const QString &text)
+void StatusLine::showMessage(const QString &text)
 {
     show(text.isEmpty() ? standing() : Words{Kind::Message, text});
 }
 
-void StatusLine::tellNotice(const QString &text)
+void StatusLine::showNotice(const QString &text)
 {
     show({Kind::Notice, text});
 }
@@ -39,7 +39,7 @@ void StatusLine::endNotice()
     }
 }
 
-void StatusLine::tellSearch(const QString &text)
+void StatusLine::showSearch(const QString &text)
 {
     if (!text.isEmpty()) {
         show({Kind::Search, text});
@@ -48,7 +48,7 @@ void StatusLine::tellSearch(const QString &text)
     }
 }
 
-void StatusLine::tellEvent(const QString &text)
+void StatusLine::showCaptureEvent(const QString &text)
 {
     const bool isOther = std::exchange(lastEvent_, text) != text;
     if (shown_.kind == Kind::Notice) {
@@ -86,7 +86,7 @@ void StatusLine::halt(const QString &text)
     }
 }
 
-void StatusLine::tellHalt()
+void StatusLine::showHalt()
 {
     if (!halt_.isEmpty()) {
         show({Kind::Halt, halt_});

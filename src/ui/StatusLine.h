@@ -18,18 +18,18 @@ public:
     }
 
     /// A message for the user; an empty one clears the previous one.
-    void tell(const QString &text);
+    void showMessage(const QString &text);
 
     /// A message that stays while the capture goes on, until another takes its place or
     /// endNotice().
-    void tellNotice(const QString &text);
+    void showNotice(const QString &text);
     void endNotice();
 
     /// The outcome of a search. An empty text clears such a message, and no other.
-    void tellSearch(const QString &text);
+    void showSearch(const QString &text);
 
     /// Something that the capture did. Not shown while there is a lasting remark.
-    void tellEvent(const QString &text);
+    void showCaptureEvent(const QString &text);
 
     /// A lasting remark; an empty text for none.
     void keep(const QString &text);
@@ -39,7 +39,7 @@ public:
     void halt(const QString &text);
 
     /// Repeats that, replacing what was said since; does nothing while the capture runs.
-    void tellHalt();
+    void showHalt();
 
 private:
     enum class Kind { Message, Notice, Search, Event, Kept, Halt };

@@ -69,7 +69,7 @@ void planche::bindShown()
     connect(&uses_.browser.shown().sheet, &Sheet::imageChanged, this, [this] { captions_.show(); });
     connect(&uses_.browser.shown().sheet, &Sheet::zoomChanged, this, [this] { captions_.show(); });
     connect(&uses_.browser, &ImageBrowser::copyWanted, this, &planche::copyWanted);
-    connect(&uses_.browser, &ImageBrowser::imageSpared, this, &planche::tellSpared);
+    connect(&uses_.browser, &ImageBrowser::imageSpared, this, &planche::showSpared);
     connect(&uses_.browser, &ImageBrowser::openWanted, this, &planche::openWanted);
     connect(&uses_.view.page(), &CameraPage::addressStored, this, &planche::showCamera);
     connect(&uses_.view.page(), &CameraPage::addressStored, &uses_.browser,
@@ -94,7 +94,7 @@ void planche::bindModes()
     bind(ui_->cScan, Mode::Scan);
     connect(&uses_.browser, &ImageBrowser::searchTextsChanged, &search_, &SearchBoxes::setTexts);
     connect(&mouse_, &CellMouse::cellPressed, &search_, &SearchBoxes::leave);
-    connect(&search_, &SearchBoxes::searched, &status_, &BrowserStatus::tellSearch);
+    connect(&search_, &SearchBoxes::searched, &status_, &BrowserStatus::showSearch);
 }
 
 void planche::bindButtons()
@@ -217,11 +217,12 @@ void planche::askToKill()
 }
 
 // The question was asked over this window alone: the storage folder can be changed meanwhile.
-void planche::tellSpared(const ImageFile &image)
+void planche::showSpared(const ImageFile &image)
 {
-    status_.tell(uses_.storage.isBeingEdited()
-                     ? tr("%1 was not deleted: the storage folder is being changed").arg(image.name)
-                     : tr("%1 was not deleted: the storage folder has changed").arg(image.name));
+    status_.showMessage(
+        uses_.storage.isBeingEdited()
+            ? tr("%1 was not deleted: the storage folder is being changed").arg(image.name)
+            : tr("%1 was not deleted: the storage folder has changed").arg(image.name));
 }
 
 void planche::moveTo(WindowPlace place)
@@ -288,12 +289,12 @@ void planche::showLate(const std::vector<CameraAddress> &late)
 
 void planche::showNotice(const QString &text)
 {
-    status_.tellNotice(text);
+    status_.showNotice(text);
 }
 
 void planche::showMessage(const QString &text)
 {
-    status_.tell(text);
+    status_.showMessage(text);
 }
 
 void planche::closeEvent(QCloseEvent *event)

@@ -114,7 +114,7 @@ private:
     [[nodiscard]] QString unreadFolder() const;
     void useKey(ListKey key);
     void askToKill();
-    void tellSpared(const ImageFile &image);
+    void showSpared(const ImageFile &image);
 
     Uses uses_;
     PressedEntry pressed_;

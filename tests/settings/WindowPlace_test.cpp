@@ -83,6 +83,15 @@ TEST_F(WindowPlaceTest, IsStoredUnderTheKeysOfItsWindow)
             "[Control]\r\nPlanche.Top=1\r\nPlanche.Left=2\r\nfCine.Top=3\r\nfCine.left=4\r\n"));
 }
 
+TEST_F(WindowPlaceTest, IsKnownByCoordinateAndUncapped)
+{
+    EXPECT_EQ(storedTwips(settings, kSlideshowPlace.top), std::nullopt);
+    tree.write(u"Velmora.ini", "[Control]\r\nfCine.Top=20000\r\nfCine.left=-99999\r\n");
+    EXPECT_EQ(storedTwips(settings, kSlideshowPlace.top), 20000);
+    EXPECT_EQ(storedTwips(settings, kSlideshowPlace.left), -32768);
+    EXPECT_EQ(shown, QStringList());
+}
+
 TEST_F(WindowPlaceTest, WarnsOfANumberOutOfRangeAndTakesZero)
 {
     tree.write(u"Velmora.ini", "[Control]\r\nPlanche.Top=40000\r\nPlanche.Left=7\r\n");

@@ -67,6 +67,52 @@ bool isCutUser(QStringView authority, bool hasScheme)
     return tooLong.match(authority).hasMatch() || (hasScheme && noPort.match(authority).hasMatch());
 }
 
+// The ":" of "user:password" or "host:port" at the start of a text without a scheme; -1 if there is
+// none. One in an IPv6 address or between alternatives is part of the host, and one before a blank
+// goes on with a sentence.
+qsizetype colonOfLogin(const QString &text)
+{
+    static const QRegularExpression colon(
+        QStringLiteral("^(?:[^:/\\\\?#<\\[]++|\\[[0-9A-Fa-f:.]*+\\]|\\[|<[^>]*+>|<(?![^>]*>)|"
+                       ":(?=\\s))*+(:)(?![/\\\\]|$)"));
+    return colon.match(text).capturedStart(1);
+}
+
+bool isCertainHost(QStringView host)
+{
+    return host.contains(u'.') || host.endsWith(u']') ||
+           host.compare(u"localhost", Qt::CaseInsensitive) == 0;
+}
+
+// Without a path behind it, a number may be the beginning of a password.
+bool isPort(QStringView host, QStringView value)
+{
+    static const QRegularExpression port(QStringLiteral("^[0-9]{1,5}(?:([/\\\\])|[?#]|$)"));
+    const QRegularExpressionMatch found = port.match(value);
+    return found.hasMatch() && (found.hasCaptured(1) || isCertainHost(host));
+}
+
+// "Camera 0:1: …", the place of a camera in the table.
+bool isRowOfTable(QStringView group, QStringView row)
+{
+    static const QRegularExpression digit(QStringLiteral("(?:^|\\s)[0-9]$"));
+    static const QRegularExpression digits(QStringLiteral("^[0-9]{1,2}(?::?\\s.*)?$"));
+    return digit.match(group).hasMatch() && digits.match(row).hasMatch();
+}
+
+// A login whose "@" and host are still to be typed.
+QString withoutTypedPassword(const QString &text)
+{
+    const qsizetype colon = colonOfLogin(text);
+    if (colon < 0) {
+        return text;
+    }
+    const QStringView before = QStringView(text).first(colon);
+    const QStringView behind = QStringView(text).sliced(colon + 1);
+    const bool isShown = isPort(before, behind) || isRowOfTable(before, behind);
+    return isShown ? text : text.first(colon + 1) + kMask;
+}
+
 QString withoutUser(const QString &text)
 {
     const qsizetype begin = beginOfAuthority(text);
@@ -75,7 +121,10 @@ QString withoutUser(const QString &text)
         return text.first(begin) + text.sliced(at + 1);
     }
     const bool isCut = isCutUser(QStringView(text).sliced(begin), begin > 0);
-    return isCut ? text.first(begin) + kMask : text;
+    if (isCut) {
+        return text.first(begin) + kMask;
+    }
+    return begin > 0 ? text : withoutTypedPassword(text);
 }
 
 // How the piece between two separators is to be read.

@@ -11,8 +11,9 @@ namespace velmora {
 /// "/a=b/", "/a:b/") whose name is not known to be harmless, of which a name with brackets is cut.
 /// A field without a name counts as a value, with or without the "=" at the end of Base64, and so
 /// does a part that holds the code of "@" or "=", and whatever follows a "#". An address that was
-/// cut before its "@" ends with "***" behind its "://". Text before the address
-/// ("Test http://…") stays, as do brackets and quotes around it.
+/// cut before its "@" ends with "***" behind its "://", and one without a scheme ("admin:secret")
+/// behind its ":", unless a port follows there. Text before the address ("Test http://…") stays, as
+/// do brackets and quotes around it.
 [[nodiscard]] QString withoutCredentials(const QString &address);
 
 /// A native path as messages show it: of folders named after an address, without what

@@ -219,6 +219,14 @@ TEST_F(SettingKeys, RepeatNoPassword)
     EXPECT_FALSE(getKeys(settings, paths, {{address}}).error.contains(text("secret")));
 }
 
+TEST_F(SettingKeys, RepeatTheKeyOfACameraThatIsNone)
+{
+    for (const char *const wrong : {"camera.0:0.bogus", "camera.0:10.name"}) {
+        const QString error = set({text(wrong) + text("=x")}).error;
+        EXPECT_TRUE(error.contains(text(wrong))) << error.toStdString();
+    }
+}
+
 TEST_F(SettingKeys, AreChangedTogetherOrNotAtAll)
 {
     EXPECT_EQ(set({text("tick=7"), text("debug=maybe")}).status, kMalformed);

@@ -84,6 +84,15 @@ TEST_F(PassLog, HidesTheCredentialsOfTheRowOnScreen)
     EXPECT_EQ(lines(), QStringList{QStringLiteral("Chargement de http://cam/a.jpg 2:3")});
 }
 
+TEST_F(PassLog, HidesALoginThatIsBeingTyped)
+{
+    add({0, 3}, failedReply());
+    house_.showGroup(0);
+    house_.page.changeSource(3, QStringLiteral("admin:Geheim7"));
+    house_.tick();
+    EXPECT_EQ(lines(), QStringList{QStringLiteral("Chargement de admin:*** 0:3")});
+}
+
 TEST_F(PassLog, TellsOfACameraThatIsDueInAutomaticMode)
 {
     add({0, 3});

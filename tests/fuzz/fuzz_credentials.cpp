@@ -1,6 +1,7 @@
-// Fuzzes what is shown of an address: nothing from before its last "@", no value of a field that is
-// not known to be harmless, and nothing that was not there. Input: three lengths (user, password,
-// field), those three texts, then the rest of an address.
+// Fuzzes what is shown of an address: nothing from before its last "@", nothing of a password whose
+// "@" is not typed yet, no value of a field that is not known to be harmless, and nothing that was
+// not there. Input: three lengths (user, password, field), those three texts, then the rest of an
+// address.
 #include "Require.h"
 #include "cameras/Credentials.h"
 
@@ -50,6 +51,16 @@ void checkPassword(const QString &user, const QString &password, const QString &
     }
 }
 
+// A login being typed, before its "@" and its host.
+void checkTyped(const QString &password)
+{
+    if (password.contains(u'@')) {
+        return;
+    }
+    const QString shown = withoutCredentials(QStringLiteral("me:") + kSecret + password + kSecret);
+    require(!shown.contains(kSecret), "no password is shown while it is typed");
+}
+
 // A value cannot end where there is no separator.
 void checkField(const QString &path, const QString &value)
 {
@@ -83,6 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString password = taken(rest, length(1));
     const QString field = taken(rest, length(2));
     checkPassword(user, password, QString::fromUtf8(rest));
+    checkTyped(password);
     checkField(user, field);
     return 0;
 }

@@ -194,9 +194,14 @@ void Import::chooseCamera(int row)
 
 void Import::chooseTarget()
 {
+    face_.failure.clear();
+    takeTarget();
+}
+
+void Import::takeTarget()
+{
     identical_ = false;
     storage_ = uses_.storage.inForce();
-    face_.failure.clear();
     showTarget();
 }
 
@@ -321,10 +326,23 @@ QCoro::Task<> Import::copy()
     if (hasTarget()) { // otherwise it has lost its address since it was chosen
         result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
     }
-    if (!isStillTarget()) {
+    if (overtaken_) {
         result.end = ImportEnd::Aborted;
         result.failure = QStringLiteral("another storage folder is in use now");
+    } else if (result.end == ImportEnd::Aborted) {
+        const QString missing = missingFolder();
+        result.failure = missing.isEmpty() ? result.failure : missing;
     }
+}
+
+// For a target that is gone, the copy names the file that it could not copy.
+QString Import::missingFolder() const
+{
+    if (!uses_.storage.isPresent()) {
+        return QStringLiteral("the storage folder %1 is not there").arg(uses_.storage.inForce());
+    }
+    const bool isMissing = !target_.isEmpty() && !folderExists(target_);
+    return isMissing ? QStringLiteral("the camera's folder is not there") : QString();
 }
 
 bool Import::isStillTarget() const
@@ -335,9 +353,10 @@ bool Import::isStillTarget() const
 void Import::followStorage()
 {
     if (face_.running && !isStillTarget()) {
+        overtaken_ = true;
         atOnce_.request_stop();
     } else if (open_ && !isStillTarget()) {
-        chooseTarget();
+        takeTarget();
     } else if (open_ && face_.iTarget.isEmpty() && uses_.storage.isUsable()) {
         showTarget(); // its folder may be back
     } else if (open_) {
@@ -350,6 +369,7 @@ void Import::begin()
 {
     copying_ = std::stop_source();
     atOnce_ = std::stop_source();
+    overtaken_ = false;
     storage_ = uses_.storage.inForce();
     target_ = uses_.storage.cameraFolder(camera());
     initialCount_ = counting_ ? std::nullopt : std::optional(shownCount_);

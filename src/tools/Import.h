@@ -107,7 +107,9 @@ private:
     void showFolder(const QString &path);
     void moveTo(const QString &path);
     void chooseTarget();
+    void takeTarget();
     [[nodiscard]] bool isStillTarget() const;
+    [[nodiscard]] QString missingFolder() const;
     void followStorage();
     void showTarget();
     void showButton();
@@ -139,6 +141,7 @@ private:
     std::optional<qint64> initialCount_; // none when the run started before the files were counted
     qint64 shownCount_ = 0;              // as NbF shows it
     bool counting_ = false;
+    bool overtaken_ = false; // another storage folder came into force during the run
     bool identical_ = false; // source and target were identical, and no target was chosen since
     bool open_ = false;
 };

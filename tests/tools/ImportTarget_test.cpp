@@ -336,7 +336,19 @@ TEST_F(ImportTarget, AMissingCameraFolderAborts)
                               house_.tree.path(u"drives/c/away")));
     go();
     EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_EQ(face().failure, QStringLiteral("the camera's folder is not there"));
     EXPECT_TRUE(face().cmdGo);
+}
+
+TEST_F(ImportTarget, AStorageFolderThatVanishesIsTheReasonAndNotTheFile)
+{
+    put(kKept);
+    load();
+    import_.go();
+    QDir(house_.tree.path(u"drives/c")).rename(QStringLiteral("in"), QStringLiteral("ni"));
+    finish();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+    EXPECT_EQ(face().failure, QStringLiteral("the storage folder C:\\in\\ is not there"));
 }
 
 TEST_F(ImportTarget, ARunKeepsToTheChoicesWithWhichItBegan)

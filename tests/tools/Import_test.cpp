@@ -351,5 +351,62 @@ TEST_F(ImportTest, EndsARunThatWasMeantForAnotherStorageFolder)
     EXPECT_TRUE(face().cmdGo);
 }
 
+/// A run of which the storage folder is another for a while.
+class ImportBetweenFolders : public ImportTest
+{
+protected:
+    ImportBetweenFolders()
+    {
+        addCamera(kCamera);
+        put(kKept);
+        house_.tree.makeFolder(u"drives/c/other");
+        load();
+        import_.go();
+        use(QStringLiteral("C:\\other"));
+    }
+
+    void use(const QString &folder)
+    {
+        house_.storage.edit(folder);
+        house_.storage.putInForce();
+    }
+
+    void expectReason()
+    {
+        finish();
+        EXPECT_FALSE(face().running);
+        EXPECT_EQ(house_.images(kCamera), QStringList());
+        EXPECT_EQ(messages_, QStringList{QStringLiteral("Copy aborted")});
+        EXPECT_EQ(face().failure, QStringLiteral("another storage folder is in use now"));
+        EXPECT_TRUE(face().cmdGo);
+    }
+};
+
+TEST_F(ImportBetweenFolders, EndsWithItsReasonWhenTheFormerOneIsBackAtOnce)
+{
+    use(QStringLiteral("C:\\in"));
+    expectReason();
+}
+
+TEST_F(ImportBetweenFolders, KeepsItsReasonWhenTheFormerOneIsBackLater)
+{
+    finish();
+    use(QStringLiteral("C:\\in"));
+    expectReason();
+}
+
+TEST_F(ImportBetweenFolders, EndsWithItsReasonWhenTheWindowOpensAgainMeanwhile)
+{
+    import_.close();
+    import_.load();
+    expectReason();
+}
+
+TEST_F(ImportBetweenFolders, EndsWithItsReasonWhenACameraIsChosenMeanwhile)
+{
+    import_.chooseCamera(kCamera.row);
+    expectReason();
+}
+
 } // namespace
 } // namespace velmora::test

@@ -43,6 +43,7 @@ void HeadlessCapture::connectReports()
     connect(&health_, &HealthEngine::noticed, this, &HeadlessCapture::print);
     connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
     connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
+        ++good_;
         if (failures_.remove(identity(camera)) > 0) {
             say(QStringLiteral("good again ") + title(camera));
         }
@@ -52,7 +53,6 @@ void HeadlessCapture::connectReports()
                             << "; so does --set camera." << cameraText(camera) << ".keep=differing"
                             << Qt::endl;
     });
-    connect(&engine_.store(), &ImageStore::loaded, this, [this] { ++loaded_; });
     connect(&engine_.scheduler(), &Scheduler::passEnded, this, &HeadlessCapture::reportPass);
     connect(&engine_.problems(), &Problems::warned, this,
             [](const QString &text) { QTextStream(stderr) << "velmora: " << text << Qt::endl; });
@@ -114,14 +114,15 @@ void HeadlessCapture::reportFailure(CameraAddress camera, const QString &reason)
     }
 }
 
+// A camera that was given up neither failed nor answered.
 void HeadlessCapture::reportPass()
 {
     ++pass_;
     if (std::exchange(hasNews_, false) || passesLeft_) {
         out_ << "pass " << pass_ << ": " << stored_ << " stored, " << failed_ << " failed, "
-             << loaded_ - stored_ - failed_ << " unchanged" << Qt::endl;
+             << good_ - stored_ << " unchanged" << Qt::endl;
     }
-    loaded_ = stored_ = failed_ = 0;
+    good_ = stored_ = failed_ = 0;
     if (passesLeft_ && --*passesLeft_ == 0 && !ending_) {
         ending_ = true;
         QMetaObject::invokeMethod(

@@ -49,8 +49,8 @@ private:
     QTextStream out_;
     QHash<QString, QString> failures_; // of cameras whose last fetch failed: the kind, by identity
     int pass_ = 0;
-    int loaded_ = 0;
-    int stored_ = 0;
+    int good_ = 0;   // cameras that answered with a picture in this pass, new or not
+    int stored_ = 0; // those of them whose picture was new
     int failed_ = 0;
     bool hasNews_ = true; // the first pass is always reported
     bool ending_ = false;

@@ -94,7 +94,17 @@ class LifeTest(unittest.TestCase):
         self.assertEqual([], self.house.work_files())
 
     def test_gives_the_last_pass_up_on_a_second_signal(self):
-        self.expect_given_up_at_once(self.start_and_load_all())
+        program = self.start_and_load_all()
+        self.expect_given_up_at_once(program)
+        self.assertEqual("pass 2: 5 stored, 0 failed, 0 unchanged", program.out[-1])
+
+    def test_counts_no_camera_that_is_removed_while_it_is_loaded(self):
+        self.server.answer(self.paths[0], hang)
+        program = self.house.start("--capture")
+        until(lambda: self.server.count(self.paths[0]), 20, program.report)
+        remove = [house.VELMORA, "--program-folder", self.house.root, "--remove", "0:0"]
+        self.assertEqual(0, self.house.start_command(remove).wait(20))
+        until(lambda: f"pass 1: {CAMERAS - 1} stored, 0 failed, 0 unchanged" in program.out, 20, program.report)
 
     def test_gives_the_last_pass_up_behind_its_windows_on_a_second_signal(self):
         self.expect_given_up_at_once(self.start_and_load_all(self.display()))

@@ -14,15 +14,14 @@ LiveBox::LiveBox(const LiveControls &controls, LiveView &live, QWidget &window)
     connect(&live_, &LiveView::targetChanged, this,
             [this](const QString &path) { load(controls_.iTarget, path); });
     connect(&live_, &LiveView::webChanged, this, &LiveBox::showLive);
-    for (PictureView *const view : {&controls_.iTarget, &controls_.iWeb}) {
-        connect(view, &PictureView::resized, this, [view] {
-            const QString path = view->path();
-            load(*view, path);
-        });
-    }
+    connect(&controls_.iTarget, &PictureView::resized, this, [this] { reload(controls_.iTarget); });
+    connect(&controls_.iWeb, &PictureView::resized, this, [this] {
+        if (live_.isLivePictureThere()) {
+            reload(controls_.iWeb);
+        }
+    });
     connect(&live_, &LiveView::zoomWanted, this, &LiveBox::zoomWanted);
-    connect(&controls_.iWeb, &PictureView::clicked, this,
-            [this] { Q_EMIT zoomWanted(live_.livePicture()); });
+    connect(&controls_.iWeb, &PictureView::clicked, &live_, &LiveView::iWeb_Click);
     showCaptions();
 }
 
@@ -33,6 +32,12 @@ void LiveBox::load(PictureView &view, const QString &path)
     } else {
         view.showPicture(path, readPicture(path, {view.pixels(), Fit::AtLeast}));
     }
+}
+
+void LiveBox::reload(PictureView &view)
+{
+    const QString path = view.path();
+    load(view, path);
 }
 
 void LiveBox::showLive(const QString &path)

@@ -32,6 +32,7 @@ Q_SIGNALS:
 
 private:
     static void load(PictureView &view, const QString &path);
+    static void reload(PictureView &view);
     void showLive(const QString &path);
     void showCaptions();
 

@@ -29,7 +29,7 @@ Zoom::Zoom()
     layout->addWidget(iZoom);
     resize(kStartSize.boundedTo(screen()->availableSize() * kShareOfScreen));
     connect(iZoom, &PictureView::clicked, this, &QWidget::close);
-    connect(iZoom, &PictureView::resized, this, &Zoom::load);
+    connect(iZoom, &PictureView::resized, this, &Zoom::reload);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 }
 
@@ -39,16 +39,22 @@ void Zoom::present(const QString &path)
         return;
     }
     path_ = path;
+    stamp_ = fileStamp(path);
     setWindowTitle(QFileInfo(path).fileName());
     bringToFront(*this);
     load(); // the picture has its place and size only now
 }
 
+// Another file may have taken that name, as that of each live picture does.
+void Zoom::reload()
+{
+    if (!path_.isEmpty() && fileStamp(path_) == stamp_) {
+        load();
+    }
+}
+
 void Zoom::load()
 {
-    if (path_.isEmpty()) {
-        return;
-    }
     iZoom->showPicture(path_, readPicture(path_, {iZoom->pixels(), Fit::AtLeast}));
 }
 

@@ -1,6 +1,7 @@
 // A window of its own for one enlarged picture.
 #pragma once
 
+#include "base/FileStamp.h"
 #include "ui/PictureView.h"
 
 namespace velmora {
@@ -18,9 +19,11 @@ public:
 
 private:
     void load();
+    void reload();
 
     PictureView *iZoom;
     QString path_;
+    std::optional<FileStamp> stamp_; // of the file on show
 };
 
 } // namespace velmora

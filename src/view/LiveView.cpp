@@ -150,6 +150,29 @@ QCoro::Task<> LiveView::enlarge(CameraAddress camera)
     }
 }
 
+// The file's name is fixed: another program with the same storage folder writes its own live
+// picture there.
+bool LiveView::isLivePictureThere() const
+{
+    return live_.stamp && fileStamp(live_.path) == live_.stamp;
+}
+
+void LiveView::iWeb_Click()
+{
+    if (live_.path.isEmpty()) {
+        return;
+    }
+    if (isLivePictureThere()) {
+        Q_EMIT zoomWanted(live_.path);
+        return;
+    }
+    const QString why = storage_.isAway()
+                            ? awayText(storage_.inForce())
+                            : QStringLiteral("another program has replaced or deleted its file");
+    Q_EMIT troubleChanged(QStringLiteral("The live picture of camera %1 cannot be enlarged: %2")
+                              .arg(cameraText(live_.camera), why));
+}
+
 QString LiveView::reason(CameraAddress camera) const
 {
     return camera == reasonOf_ ? reason_ : QString();
@@ -187,7 +210,7 @@ QCoro::Task<HttpReply> LiveView::fetch(CameraAddress camera, QString url, std::s
 void LiveView::makeStorageFolder(CameraAddress camera)
 {
     if (storage_.makeForUse() == StoragePlace::Away) {
-        tellTrouble(camera, awayText(storage_.inForce()));
+        tellNotStored(camera, awayText(storage_.inForce()));
     }
 }
 
@@ -231,8 +254,9 @@ void LiveView::keep(CameraAddress camera, HttpReply &reply)
         return;
     }
     const QString failure = whyNotStored(folder, reply.body);
-    tellTrouble(camera, failure);
-    setLive(failure.isEmpty() ? targetIn(folder) : QString());
+    tellNotStored(camera, failure);
+    const QString target = targetIn(folder);
+    setLive(failure.isEmpty() ? LiveFile{target, camera, fileStamp(target)} : LiveFile{});
 }
 
 // Why the picture could not be written; empty when it was.
@@ -256,7 +280,7 @@ QString LiveView::store(const QString &folder, ReplyBody &body) const
 }
 
 // Without a reason it was stored.
-void LiveView::tellTrouble(CameraAddress camera, const QString &reason)
+void LiveView::tellNotStored(CameraAddress camera, const QString &reason)
 {
     Q_EMIT troubleChanged(reason.isEmpty()
                               ? QString()
@@ -279,10 +303,10 @@ void LiveView::setCaptions(const LiveCaptions &captions)
     }
 }
 
-void LiveView::setLive(const QString &path)
+void LiveView::setLive(const LiveFile &file)
 {
-    live_ = path;
-    Q_EMIT webChanged(live_);
+    live_ = file;
+    Q_EMIT webChanged(live_.path);
 }
 
 } // namespace velmora

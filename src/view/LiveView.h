@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/FileStamp.h"
 #include "base/TaskScope.h"
 #include "cameras/StorageFolder.h"
 #include "capture/CameraRequests.h"
@@ -22,6 +23,14 @@ struct LiveCaptions
     QString local; // above the stored one
 
     bool operator==(const LiveCaptions &) const = default;
+};
+
+/// The file of a live picture.
+struct LiveFile
+{
+    QString path; // native; empty for none
+    CameraAddress camera;
+    std::optional<FileStamp> stamp; // as it was written
 };
 
 /// Pictures are passed as native paths; the window finds out whether a file can be shown, and says
@@ -50,6 +59,12 @@ public:
     /// The camera is the one on show, or else `current`.
     void iTarget_Click(CameraAddress current);
 
+    /// The live picture was clicked: it is to be enlarged, or it is told why it cannot be.
+    void iWeb_Click();
+
+    /// False once another program has replaced or deleted the file of the live picture.
+    [[nodiscard]] bool isLivePictureThere() const;
+
     /// The last live picture given could not be shown, though it begins like one.
     void tellUnreadable();
 
@@ -61,7 +76,7 @@ public:
 
     /// The file of the live picture once it has been written, else empty. Always the same file,
     /// \tmp\Target.jpg in the storage folder.
-    [[nodiscard]] QString livePicture() const { return live_; }
+    [[nodiscard]] QString livePicture() const { return live_.path; }
 
 Q_SIGNALS:
     void captionsChanged();
@@ -73,7 +88,8 @@ Q_SIGNALS:
     /// A camera's transfer has ended.
     void downloaded(velmora::CameraAddress camera, int seconds);
 
-    /// Why the live picture cannot be stored, as a text for the user; empty once it was stored.
+    /// Why the live picture cannot be stored or enlarged, as a text for the user; empty once one
+    /// was stored.
     void troubleChanged(const QString &text);
 
     /// The status line of the view is to be emptied.
@@ -104,10 +120,10 @@ private:
     void tellReason(CameraAddress camera, const QString &reason);
     [[nodiscard]] QString whyNotStored(const QString &folder, ReplyBody &body) const;
     [[nodiscard]] QString store(const QString &folder, ReplyBody &body) const;
-    void tellTrouble(CameraAddress camera, const QString &reason);
+    void tellNotStored(CameraAddress camera, const QString &reason);
     void finish();
     void setCaptions(const LiveCaptions &captions);
-    void setLive(const QString &path);
+    void setLive(const LiveFile &file);
 
     StorageFolder &storage_;
     CameraRequests &requests_;
@@ -117,7 +133,7 @@ private:
     std::stop_source current_;
     std::stop_source attempt_; // the download under way
     LiveCaptions captions_;
-    QString live_;
+    LiveFile live_;
     std::optional<CameraAddress> shown_; // since the view was last cleared
     CameraAddress reasonOf_;
     QString reason_;

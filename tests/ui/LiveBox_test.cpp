@@ -4,6 +4,8 @@
 #include "ui/PictureView.h"
 #include "ui/Zoom.h"
 
+#include <QDir>
+
 #include <gtest/gtest.h>
 
 namespace velmora::test {
@@ -166,6 +168,80 @@ TEST_F(LiveBoxTest, AnEmptyPictureOpensNothing)
     house_.click(kStored);
     house_.click(kLive);
     EXPECT_FALSE(zoom_.isVisible());
+}
+
+// Of two programs with one storage folder, the live picture of each is in the same file.
+class ForeignLivePicture : public LiveBoxTest
+{
+protected:
+    ForeignLivePicture()
+    {
+        select();
+        arrive();
+    }
+
+    void replace()
+    {
+        QFile::remove(targetFile());
+        house_.house.tree.write(u"drives/c/in/tmp/Target.jpg", pictureBytes(Qt::blue));
+    }
+
+    void expectRefusal(const QString &why)
+    {
+        house_.click(kLive);
+        EXPECT_FALSE(zoom_.isVisible());
+        EXPECT_EQ(text(QStringLiteral("lMessage")),
+                  QStringLiteral("The live picture of camera 0:2 cannot be enlarged: ") + why);
+    }
+
+    inline static const QString kForeign =
+        QStringLiteral("another program has replaced or deleted its file");
+
+    static QColor middle(PictureView &view)
+    {
+        const QImage look = view.grab().toImage();
+        return look.pixelColor(look.width() / 2, look.height() / 2);
+    }
+};
+
+TEST_F(ForeignLivePicture, IsNotEnlarged)
+{
+    replace();
+    expectRefusal(kForeign);
+}
+
+TEST_F(ForeignLivePicture, IsNotEnlargedWhenThereIsNone)
+{
+    QFile::remove(targetFile());
+    expectRefusal(kForeign);
+}
+
+TEST_F(ForeignLivePicture, IsNotBlamedWhenTheStorageFolderIsAway)
+{
+    ASSERT_TRUE(QDir(house_.house.tree.path(u"drives/c"))
+                    .rename(QStringLiteral("in"), QStringLiteral("ni")));
+    expectRefusal(QStringLiteral("the storage folder C:\\in\\ is not there; its disk may be away. "
+                                 "\"Create folder\" makes a new one"));
+}
+
+TEST_F(ForeignLivePicture, IsForgottenWithTheNextOfItsOwn)
+{
+    replace();
+    expectRefusal(kForeign);
+    select();
+    arrive();
+    EXPECT_EQ(text(QStringLiteral("lMessage")), QString());
+    house_.click(kLive);
+    EXPECT_TRUE(zoom_.isVisible());
+}
+
+TEST_F(ForeignLivePicture, TakesNoPlaceInAWindowOfAnotherSize)
+{
+    replace();
+    house_.window.resize(house_.window.size() + QSize(120, 90));
+    QApplication::sendPostedEvents();
+    EXPECT_GT(middle(picture(kLive)).red(), 200);
+    EXPECT_LT(middle(picture(kLive)).blue(), 50);
 }
 
 TEST_F(LiveBoxTest, AnotherGroupEmptiesBothPictures)

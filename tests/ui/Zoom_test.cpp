@@ -70,6 +70,21 @@ TEST_F(ZoomTest, ThePictureIsLoadedForAnotherSize)
     EXPECT_TRUE(isSharp(picture()));
 }
 
+TEST_F(ZoomTest, AnotherFileOfThatNameIsNotLoadedForAnotherSize)
+{
+    const QString path = put(u"a.jpg", pictureBytes(Qt::red));
+    window_.present(path);
+    QFile::remove(path);
+    for (const QSize more : {QSize(60, 40), QSize(120, 80)}) {
+        window_.resize(window_.size() + more);
+        QApplication::sendPostedEvents();
+        const QImage look = picture().grab().toImage();
+        EXPECT_GT(look.pixelColor(look.width() / 2, look.height() / 2).red(), 200);
+        EXPECT_EQ(picture().accessibleDescription(), path);
+        put(u"a.jpg", pictureBytes(Qt::blue));
+    }
+}
+
 TEST_F(ZoomTest, AnotherPictureTakesItsPlace)
 {
     window_.present(put(u"a.jpg", pictureBytes(Qt::red)));

@@ -56,6 +56,7 @@ LiveView::LiveView(StorageFolder &storage, CameraRequests &requests, PictureSour
     , scope_(scope)
 {
     connect(&storage_, &StorageFolder::editBegan, this, [this] { attempt_.request_stop(); });
+    connect(&storage_, &StorageFolder::checked, this, &LiveView::followStorage);
 }
 
 void LiveView::Affiche(CameraAddress camera, const QString &url)
@@ -64,7 +65,7 @@ void LiveView::Affiche(CameraAddress camera, const QString &url)
         return;
     }
     giveUp();
-    shown_ = camera;
+    shown_ = Shown{camera, {}};
     current_ = std::stop_source();
     scope_.launch(show(camera, url, current_));
 }
@@ -74,7 +75,7 @@ void LiveView::giveUp()
 {
     current_.request_stop();
     Q_EMIT fetchEnded();
-    tellReason(reasonOf_, QString());
+    tellReason(reason_.camera, QString());
 }
 
 void LiveView::clear()
@@ -88,7 +89,7 @@ void LiveView::clear()
 
 void LiveView::forget(CameraAddress camera)
 {
-    if (shown_ == camera) {
+    if (shown_ && shown_->camera == camera) {
         clear();
     }
 }
@@ -104,12 +105,10 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     makeStorageFolder(camera);
     announce(camera);
 
-    const QString stored = co_await newestImage(storage_.cameraFolder(camera), stop);
+    co_await showStored(camera, stop);
     if (stop.stop_requested()) {
         co_return;
     }
-    Q_EMIT targetChanged(stored);
-
     if (isRtsp(url)) { // for each letter typed, a program would be started
         const Wake wake = co_await clock_.sleep(kTypingPause, stop);
         if (wake == Wake::Stopped) {
@@ -128,17 +127,44 @@ QCoro::Task<> LiveView::show(CameraAddress camera, QString url, std::stop_source
     finish();
 }
 
+// The live picture stays: it is the camera's, wherever its file is.
+void LiveView::followStorage()
+{
+    const bool isLookedFor = shown_ && !shown_->storage.isEmpty();
+    if (isLookedFor && !scope_.stopToken().stop_requested() &&
+        shown_->storage != storage_.inForce()) {
+        scope_.launch(showStored(shown_->camera, current_.get_token()));
+    }
+}
+
+// Of readings that overlap, the last one counts.
+QCoro::Task<> LiveView::showStored(CameraAddress camera, std::stop_token stop)
+{
+    reading_.request_stop();
+    std::stop_source reading;
+    const std::stop_callback abandoned(stop, [&reading] { reading.request_stop(); });
+    const std::stop_callback atEnd(scope_.stopToken(), [&reading] { reading.request_stop(); });
+    reading_ = reading;
+    shown_ = Shown{camera, storage_.inForce()};
+    co_await storage_.gate().pass(reading.get_token());
+    const QString stored = co_await newestImage(storage_.cameraFolder(camera), reading.get_token());
+    if (!reading.stop_requested()) {
+        Q_EMIT targetChanged(stored);
+    }
+}
+
 void LiveView::tellUnreadable()
 {
-    if (reason_.isEmpty()) {
-        tellReason(reasonOf_, QStringLiteral("the picture is damaged: nothing of it can be shown"));
+    if (reason_.text.isEmpty()) {
+        tellReason(reason_.camera,
+                   QStringLiteral("the picture is damaged: nothing of it can be shown"));
     }
 }
 
 void LiveView::iTarget_Click(CameraAddress current)
 {
     if (!scope_.stopToken().stop_requested()) {
-        scope_.launch(enlarge(shown_.value_or(current)));
+        scope_.launch(enlarge(shown_ ? shown_->camera : current));
     }
 }
 
@@ -175,14 +201,13 @@ void LiveView::iWeb_Click()
 
 QString LiveView::reason(CameraAddress camera) const
 {
-    return camera == reasonOf_ ? reason_ : QString();
+    return camera == reason_.camera ? reason_.text : QString();
 }
 
 void LiveView::tellReason(CameraAddress camera, const QString &reason)
 {
-    const bool isSame = reason == reason_ && (camera == reasonOf_ || reason.isEmpty());
-    reasonOf_ = camera;
-    reason_ = reason;
+    const bool isSame = reason == reason_.text && (camera == reason_.camera || reason.isEmpty());
+    reason_ = {camera, reason};
     if (!isSame) {
         Q_EMIT reasonChanged();
     }

@@ -109,8 +109,22 @@ Q_SIGNALS:
     void webChanged(const QString &nativePath);
 
 private:
+    struct Reason
+    {
+        CameraAddress camera;
+        QString text;
+    };
+
+    struct Shown
+    {
+        CameraAddress camera;
+        QString storage; // the storage folder of its stored image; empty before that is looked for
+    };
+
     void giveUp();
     QCoro::Task<> show(CameraAddress camera, QString url, std::stop_source abandon);
+    void followStorage();
+    QCoro::Task<> showStored(CameraAddress camera, std::stop_token stop);
     QCoro::Task<HttpReply> fetch(CameraAddress camera, QString url, std::stop_token stop);
     QCoro::Task<> enlarge(CameraAddress camera);
     void makeStorageFolder(CameraAddress camera);
@@ -134,9 +148,9 @@ private:
     std::stop_source attempt_; // the download under way
     LiveCaptions captions_;
     LiveFile live_;
-    std::optional<CameraAddress> shown_; // since the view was last cleared
-    CameraAddress reasonOf_;
-    QString reason_;
+    std::optional<Shown> shown_; // since the view was last cleared
+    std::stop_source reading_;   // of the newest stored image
+    Reason reason_;
 };
 
 } // namespace velmora

@@ -237,6 +237,111 @@ TEST_F(Affiche, ClearsTheStoredImageOfTheCameraBefore)
     EXPECT_EQ(events_.filter(QStringLiteral("target")).last(), QStringLiteral("target"));
 }
 
+// The storage folder changes while a camera is on show.
+class OtherStorage : public LiveViewTest
+{
+protected:
+    OtherStorage()
+    {
+        house_.putImage(kShown, kStored);
+        house_.tree.makeFolder(u"drives/c/other");
+    }
+
+    void use(const QString &folder)
+    {
+        house_.storage.edit(folder);
+        house_.storage.putInForce();
+        clock_.advance(0ms);
+    }
+
+    [[nodiscard]] QString otherFolder() const
+    {
+        return house_.folder(kShown).replace(QStringLiteral("/in/"), QStringLiteral("/other/"));
+    }
+
+    [[nodiscard]] QString putThere(const QString &name) const
+    {
+        const QString file = otherFolder() + u'/' + name;
+        house_.tree.write(file, "other");
+        return house_.tree.path(file);
+    }
+};
+
+TEST_F(OtherStorage, ShowsItsNewestStoredImage)
+{
+    show();
+    ASSERT_EQ(storedPicture_, imagePath(kStored));
+    const QString newest = putThere(QStringLiteral("20260307_1405090714.jpg"));
+    static_cast<void>(putThere(QStringLiteral("20260306_1405090714.jpg")));
+    use(QStringLiteral("C:\\other"));
+    EXPECT_EQ(storedPicture_, newest);
+    EXPECT_EQ(fetches(), 1);
+    EXPECT_EQ(target(), goodReply().body);
+    EXPECT_EQ(live_.livePicture(), house_.tree.path(kTarget));
+}
+
+TEST_F(OtherStorage, ShowsNoStoredImageWhereItHasNone)
+{
+    show();
+    use(QStringLiteral("C:\\other"));
+    EXPECT_EQ(storedPicture_, QString());
+    use(QStringLiteral("C:\\in"));
+    EXPECT_EQ(storedPicture_, imagePath(kStored));
+}
+
+TEST_F(OtherStorage, ShowsItsStoredImageWhileTheLiveOneIsFetched)
+{
+    source_.answer(cameraUrl(kShown), delayedReply(3s));
+    begin(kShown, cameraUrl(kShown));
+    ASSERT_EQ(storedPicture_, imagePath(kStored));
+    const QString newest = putThere(kStored);
+    use(QStringLiteral("C:\\other"));
+    EXPECT_EQ(storedPicture_, newest);
+    EXPECT_EQ(live_.captions().web, kLoading);
+    clock_.advance(10s);
+    EXPECT_EQ(storedPicture_, newest);
+    EXPECT_TRUE(house_.tree.exists(u"drives/c/other/tmp/Target.jpg"));
+    EXPECT_EQ(target(), "-");
+}
+
+TEST_F(OtherStorage, ShowsItsStoredImageWhenAReadingOfTheFormerOneIsUnderWay)
+{
+    constexpr int kImages = 3000;
+    for (int i = 0; i < kImages; ++i) {
+        house_.putImage(kShown, QStringLiteral("20270307_%1.jpg").arg(i, 10, 10, QLatin1Char('0')));
+    }
+    const QString newest = putThere(kStored);
+    live_.Affiche(kShown, cameraUrl(kShown));
+    use(QStringLiteral("C:\\other"));
+    clock_.advance(10s);
+    EXPECT_EQ(storedPicture_, newest);
+}
+
+TEST_F(OtherStorage, IsNotLookedIntoWhileItsBoxIsEditedNorForNoCamera)
+{
+    show();
+    events_.clear();
+    house_.storage.edit(QStringLiteral("C:\\other"));
+    clock_.advance(1s);
+    EXPECT_EQ(events_.filter(QStringLiteral("target")), QStringList());
+    live_.clear();
+    events_.clear();
+    house_.storage.putInForce();
+    clock_.advance(1s);
+    EXPECT_EQ(events_.filter(QStringLiteral("target")), QStringList());
+}
+
+TEST_F(OtherStorage, ThatIsNoneLeavesTheStoredImageAsItIs)
+{
+    show();
+    events_.clear();
+    house_.storage.beginEdit();
+    house_.storage.putInForce();
+    house_.storage.testSA();
+    clock_.advance(1s);
+    EXPECT_EQ(events_.filter(QStringLiteral("target")), QStringList());
+}
+
 class Newer : public LiveViewTest
 {
 protected:

@@ -142,8 +142,8 @@ QCoro::Task<> LiveView::showStored(CameraAddress camera, std::stop_token stop)
 {
     reading_.request_stop();
     std::stop_source reading;
-    const std::stop_callback abandoned(stop, [&reading] { reading.request_stop(); });
-    const std::stop_callback atEnd(scope_.stopToken(), [&reading] { reading.request_stop(); });
+    const LinkedStop abandoned(stop, reading);
+    const LinkedStop atEnd(scope_.stopToken(), reading);
     reading_ = reading;
     shown_ = Shown{camera, storage_.inForce()};
     co_await storage_.gate().pass(reading.get_token());

@@ -18,7 +18,7 @@ constexpr qint64 kHourSeconds = 3600;
 constexpr qint64 kDaySeconds = kBars * kHourSeconds;
 constexpr Moment kFirstMoment{sys_days(year(1) / January / 1)};
 constexpr Moment kLastMoment{sys_days(year(9999) / December / 31)};
-constexpr qint64 kLongestInterval = 100 * 366 * kDaySeconds;
+constexpr qint64 kLongestInterval = kDaySeconds * 366 * 100;
 constexpr qint64 kMostWhole = qint64{1} << 53;         // what a number in JSON holds
 constexpr qint64 kMostInARow = 10'000'000;             // attempts, or images of an hour
 constexpr qint64 kMostBytesADay = 100'000'000'000'000; // times the seconds of a day: still a number

@@ -28,7 +28,10 @@ class LifeTest(unittest.TestCase):
         self.server = CameraServer(self, {path: fresh(20_000) for path in self.paths})
         self.urls = [self.server.url(path) for path in self.paths]
         self.house = House(self)
-        control = {"Control": {"StRep": "C:\\in\\", "Tempo": "60", "TIO": "30"}}
+        self.write_settings(timeout=30)
+
+    def write_settings(self, timeout):
+        control = {"Control": {"StRep": "C:\\in\\", "Tempo": "60", "TIO": str(timeout)}}
         self.house.write_settings(control, camera_lists(self.urls))
 
     def start_and_load_all(self, env=None):
@@ -99,6 +102,7 @@ class LifeTest(unittest.TestCase):
         self.assertEqual("pass 2: 5 stored, 0 failed, 0 unchanged", program.out[-1])
 
     def test_counts_no_camera_that_is_removed_while_it_is_loaded(self):
+        self.write_settings(timeout=3)
         self.server.answer(self.paths[0], hang)
         program = self.house.start("--capture")
         until(lambda: self.server.count(self.paths[0]), 20, program.report)

@@ -89,17 +89,19 @@ QString keepOf(const SettingsSnapshot &settings, CameraAddress camera)
 
 QJsonObject cameraObject(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return {{QStringLiteral("group"), camera.group},
-            {QStringLiteral("row"), camera.row},
-            {QStringLiteral("address"), withoutCredentials(CameraTable::url(settings, camera))},
-            {QStringLiteral("name"), cameraName(settings, camera)},
-            {QStringLiteral("on"), CameraTable::isGroupActive(settings, camera.group)},
-            {QStringLiteral("keep"), keepOf(settings, camera)}};
+    return {
+        {QStringLiteral("group"), camera.group},
+        {QStringLiteral("row"), camera.row},
+        {QStringLiteral("address"), addressWithoutCredentials(CameraTable::url(settings, camera))},
+        {QStringLiteral("name"), cameraName(settings, camera)},
+        {QStringLiteral("on"), CameraTable::isGroupActive(settings, camera.group)},
+        {QStringLiteral("keep"), keepOf(settings, camera)}};
 }
 
 QString cameraLine(const SettingsSnapshot &settings, CameraAddress camera)
 {
-    return QStringList{cameraText(camera), withoutCredentials(CameraTable::url(settings, camera)),
+    return QStringList{cameraText(camera),
+                       addressWithoutCredentials(CameraTable::url(settings, camera)),
                        cameraName(settings, camera),
                        CameraTable::isGroupActive(settings, camera.group) ? QStringLiteral("on")
                                                                           : QStringLiteral("off"),
@@ -144,7 +146,7 @@ CommandResult importInto(SettingsDraft &draft, const CameraList &list)
     CommandResult result;
     QStringList notes;
     for (const PlannedCamera &planned : plan.cameras) {
-        const QString address = withoutCredentials(planned.camera.address);
+        const QString address = addressWithoutCredentials(planned.camera.address);
         if (planned.fate == Fate::Added) {
             result.out +=
                 cameraText(planned.place.value_or(CameraAddress{})) + u' ' + address + u'\n';

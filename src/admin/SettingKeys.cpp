@@ -241,12 +241,10 @@ std::optional<Key> parsedKey(const QString &text)
     return keyOf(Scope::Program, program.match(text).capturedView(1), {});
 }
 
-// The ":" of a camera's key is no login's.
 CommandResult unknownKey(const QString &text)
 {
-    static const QRegularExpression camera(QStringLiteral("^camera\\.[0-9]+:[0-9]+\\.[a-z]+$"));
-    const QString shown = camera.match(text).hasMatch() ? text : withoutCredentials(text);
-    return CommandResult::malformed(QStringLiteral("There is no setting '%1'.").arg(shown));
+    return CommandResult::malformed(
+        QStringLiteral("There is no setting '%1'.").arg(withoutCredentials(text)));
 }
 
 CommandResult assign(Target &target, const QString &assignment)

@@ -183,6 +183,7 @@ QJsonObject statusObject(const ProgramStatus &status)
             {QStringLiteral("storage_present"), status.storagePresent},
             {QStringLiteral("free_bytes"), orNull(status.freeBytes)},
             {QStringLiteral("full_in_days"), orNull(status.fullInDays)},
+            {QStringLiteral("disk_low"), status.isDiskLow},
             {QStringLiteral("cameras"), cameras}};
 }
 

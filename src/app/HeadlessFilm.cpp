@@ -1,6 +1,7 @@
 #include "app/HeadlessFilm.h"
 
 #include "base/Folders.h"
+#include "base/ImagesText.h"
 #include "base/NativePaths.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/CameraTable.h"
@@ -116,7 +117,7 @@ void HeadlessFilm::report(FilmEnd end, const QString &text)
     }
     if (end == FilmEnd::Made) {
         const FilmTally &tally = film_.tally();
-        QTextStream(stdout) << request_.target << ": " << tally.shown << " images, "
+        QTextStream(stdout) << request_.target << ": " << imagesText(tally.shown) << ", "
                             << tally.size.width() << "x" << tally.size.height() << ", "
                             << tally.leftOut() << " left out" << Qt::endl;
     } else {

@@ -96,7 +96,7 @@ void Program::connectBrowser()
     connect(&engine_.store(), &ImageStore::undatedNoticed, this, &Program::tellUndated);
     connect(&windows_->browser, &planche::cameraShown, this, &Program::nameFilm);
     connect(&images_.film(), &Slideshow::begun, this, &Program::nameFilm);
-    connect(&view_.page(), &CameraPage::pageReread, &windows_->browser, &planche::rename);
+    connect(&view_.page(), &CameraPage::pageReread, &windows_->browser, &planche::showCamera);
 }
 
 // A paused film keeps its camera while the browser shows another.

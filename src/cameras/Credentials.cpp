@@ -67,14 +67,14 @@ bool isCutUser(QStringView authority, bool hasScheme)
     return tooLong.match(authority).hasMatch() || (hasScheme && noPort.match(authority).hasMatch());
 }
 
-// The ":" of "user:password" or "host:port" at the start of a text without a scheme; -1 if there is
-// none. One in an IPv6 address or between alternatives is part of the host, and one before a blank
-// goes on with a sentence.
+// The ":" of "user:password" or "host:port" at the start of an address without a scheme; -1 if
+// there is none. One in an IPv6 address or between alternatives is part of the host, and one before
+// a blank goes on with a sentence.
 qsizetype colonOfLogin(const QString &text)
 {
-    static const QRegularExpression colon(
-        QStringLiteral("^(?:[^:/\\\\?#<\\[]++|\\[[0-9A-Fa-f:.]*+\\]|\\[|<[^>]*+>|<(?![^>]*>)|"
-                       ":(?=\\s))*+(:)(?![/\\\\]|$)"));
+    static const QRegularExpression colon(QStringLiteral(
+        "^(?:[^:/\\\\?#<\\[]++|\\[[0-9A-Fa-f:.]*+(?:%[\\w.]*+)?\\]|\\[|<[^>]*+>|<(?![^>]*>)|"
+        ":(?=\\s))*+(:)(?![/\\\\]|$)"));
     return colon.match(text).capturedStart(1);
 }
 
@@ -92,14 +92,6 @@ bool isPort(QStringView host, QStringView value)
     return found.hasMatch() && (found.hasCaptured(1) || isCertainHost(host));
 }
 
-// "Camera 0:1: …", the place of a camera in the table.
-bool isRowOfTable(QStringView group, QStringView row)
-{
-    static const QRegularExpression digit(QStringLiteral("(?:^|\\s)[0-9]$"));
-    static const QRegularExpression digits(QStringLiteral("^[0-9]{1,2}(?::?\\s.*)?$"));
-    return digit.match(group).hasMatch() && digits.match(row).hasMatch();
-}
-
 // A login whose "@" and host are still to be typed.
 QString withoutTypedPassword(const QString &text)
 {
@@ -109,8 +101,7 @@ QString withoutTypedPassword(const QString &text)
     }
     const QStringView before = QStringView(text).first(colon);
     const QStringView behind = QStringView(text).sliced(colon + 1);
-    const bool isShown = isPort(before, behind) || isRowOfTable(before, behind);
-    return isShown ? text : text.first(colon + 1) + kMask;
+    return isPort(before, behind) ? text : text.first(colon + 1) + kMask;
 }
 
 QString withoutUser(const QString &text)
@@ -121,10 +112,7 @@ QString withoutUser(const QString &text)
         return text.first(begin) + text.sliced(at + 1);
     }
     const bool isCut = isCutUser(QStringView(text).sliced(begin), begin > 0);
-    if (isCut) {
-        return text.first(begin) + kMask;
-    }
-    return begin > 0 ? text : withoutTypedPassword(text);
+    return isCut ? text.first(begin) + kMask : text;
 }
 
 // How the piece between two separators is to be read.
@@ -262,12 +250,18 @@ QString withoutCredentials(const QString &address)
     return shown;
 }
 
+QString addressWithoutCredentials(const QString &address)
+{
+    const QString typed = address.contains(u'@') ? address : withoutTypedPassword(address);
+    return withoutTypedPassword(withoutCredentials(typed));
+}
+
 QString pathWithoutCredentials(const QString &path)
 {
     QStringList names = path.split(u'/');
     for (QString &name : names) {
         const QString address = DecodeFolderName(name);
-        const QString shown = withoutCredentials(address);
+        const QString shown = addressWithoutCredentials(address);
         if (address != name && shown != address) {
             name = encodeFolderName(shown).remove(u'\\');
         }

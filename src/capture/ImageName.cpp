@@ -57,7 +57,7 @@ bool tellsNoSecret(const QString &extension, const QString &url)
     const bool isPicture = std::ranges::any_of(kPictureExtensions, [&](const char *known) {
         return extension.compare(QLatin1String(known), Qt::CaseInsensitive) == 0;
     });
-    return isPicture || withoutCredentials(url).endsWith(extension);
+    return isPicture || addressWithoutCredentials(url).endsWith(extension);
 }
 
 } // namespace

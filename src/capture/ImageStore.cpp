@@ -199,7 +199,7 @@ QCoro::Task<bool> ImageStore::storeOrGiveUp(Arrival *arrival)
 
 void ImageStore::announce(const QString &url, CameraAddress camera)
 {
-    const QString address = withoutCredentials(url);
+    const QString address = addressWithoutCredentials(url);
     Q_EMIT loadBegan(camera, address);
     uses_.log.trace(QStringLiteral("Load ") + cameraText(camera));
     uses_.requests.normaliseLimit();

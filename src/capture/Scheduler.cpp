@@ -369,7 +369,8 @@ void Scheduler::traceRow(const QString &text, CameraAddress address)
     if (!uses_.log.isOn()) {
         return;
     }
-    const QString url = shownAddress_ ? withoutCredentials(shownAddress_(address.row)) : QString();
+    const QString url =
+        shownAddress_ ? addressWithoutCredentials(shownAddress_(address.row)) : QString();
     uses_.log.trace(QStringLiteral("\r\n") + text + url + u' ' + cameraText(address));
 }
 

@@ -20,7 +20,8 @@ constexpr Moment kFirstMoment{sys_days(year(1) / January / 1)};
 constexpr Moment kLastMoment{sys_days(year(9999) / December / 31)};
 constexpr qint64 kLongestInterval = kDaySeconds * 366 * 100;
 constexpr qint64 kMostWhole = qint64{1} << 53;         // what a number in JSON holds
-constexpr qint64 kMostInARow = 10'000'000;             // attempts, or images of an hour
+constexpr qint64 kMostAnHour = 10'000'000;             // images
+constexpr qint64 kMostInARow = 1'000'000'000;          // attempts: thirty years of one a second
 constexpr qint64 kMostBytesADay = 100'000'000'000'000; // times the seconds of a day: still a number
 
 qint64 hourOf(Moment when)
@@ -272,7 +273,7 @@ CameraHealth CameraHealth::fromJson(const QJsonObject &object)
         const QJsonArray hour = entry.toArray();
         const auto number = numberFrom(hour.at(0), hourOf(kFirstMoment), hourOf(kLastMoment));
         if (number && camera.hours_.size() < kBars) {
-            camera.bar(*number) = {static_cast<int>(countFrom(hour.at(1), kMostInARow)),
+            camera.bar(*number) = {static_cast<int>(countFrom(hour.at(1), kMostAnHour)),
                                    countFrom(hour.at(2), kMostBytesADay)};
         }
     }

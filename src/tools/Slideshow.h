@@ -129,8 +129,7 @@ private:
     CameraAddress camera_;
     QString folder_; // whose images are played
     int current_ = 0;
-    int shownPosition_ =
-        0; // the position in the counters: that of the image on show, once it plays
+    int shownPosition_ = 0; // in the counters: of the image on show, once it plays
     bool open_ = false;
     bool paused_ = false;
     bool held_ = false;

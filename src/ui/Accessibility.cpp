@@ -30,8 +30,8 @@ QString plainTip(const QWidget &widget)
     return Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
 }
 
-/// Announces a label's new text. QLabel does not announce a change of its text; its
-/// repaint is used instead.
+/// Announces a label's new text. QLabel does not announce a change of its text; its repaint is used
+/// instead.
 class TextWatch final : public QObject
 {
 public:

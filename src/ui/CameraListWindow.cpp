@@ -129,7 +129,8 @@ void CameraListWindow::showLine(int line, const PlannedCamera &planned)
 {
     const QStringList texts{planned.place ? cameraText(*planned.place) : QString(),
                             planned.camera.name.left(kMaxNameLength),
-                            withoutCredentials(planned.camera.address).left(255), planned.remark};
+                            addressWithoutCredentials(planned.camera.address).left(255),
+                            planned.remark};
     for (int column = 0; column < static_cast<int>(texts.size()); ++column) {
         ui_->listPreview->setItem(line, column, new QTableWidgetItem(texts.at(column)));
     }

@@ -141,6 +141,7 @@ void CameraRowBoxes::offerSheet()
 void CameraRowBoxes::showRow()
 {
     showAddress(page_.row(row_).url);
+    page_.restoreSource(row_);
     showChoices();
 }
 

@@ -1,5 +1,7 @@
 #include "ui/ShrinkingArea.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -18,6 +20,25 @@ ShrinkingArea::ShrinkingArea(QWidget *parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     setFocusPolicy(Qt::NoFocus);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget *, QWidget *now) { showFocus(now); });
+}
+
+// A press of the mouse shall not move what is under the pointer.
+void ShrinkingArea::showFocus(QWidget *now)
+{
+    const bool isMine = now != nullptr && widget() != nullptr && widget()->isAncestorOf(now);
+    if (isMine && QGuiApplication::mouseButtons() == Qt::NoButton) {
+        ensureWidgetVisible(now);
+    }
+}
+
+bool ShrinkingArea::event(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest) {
+        updateGeometry(); // the content has another size
+    }
+    return QScrollArea::event(event);
 }
 
 QSize ShrinkingArea::sizeHint() const

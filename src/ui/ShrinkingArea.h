@@ -5,8 +5,8 @@
 
 namespace velmora {
 
-/// As high as its content; where the window has less room it scrolls, but never sideways. Of the
-/// room beyond, it takes nothing.
+/// As high as its content; where the window has less room it scrolls, but never sideways, and to
+/// the control that gets the focus by a key. Of the room beyond, it takes nothing.
 class ShrinkingArea : public QScrollArea
 {
     Q_OBJECT
@@ -16,6 +16,12 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+
+private:
+    void showFocus(QWidget *now);
 };
 
 } // namespace velmora

@@ -187,11 +187,6 @@ QString planche::unreadFolder() const
     return error && files.camera() == shownCamera_ ? unreadFolderText(error) : QString();
 }
 
-void planche::rename()
-{
-    showCamera();
-}
-
 void planche::useKey(ListKey key)
 {
     switch (key) {

@@ -60,8 +60,8 @@ public:
     /// Stores the window's place and hides it; its timer stands still until it is shown again.
     void unload();
 
-    /// Names of cameras have changed: shows them.
-    void rename();
+    /// Shows which camera is on show, and the cameras' names as they are now.
+    void showCamera();
 
     /// A new image is in its folder, or a camera gave none.
     void showStored(CameraAddress camera);
@@ -109,7 +109,6 @@ private:
     void fitScreen(const QRect &frame);
     void showFace();
     [[nodiscard]] CameraAddress cameraOnShow() const;
-    void showCamera();
     void showRemarks();
     [[nodiscard]] QString unreadFolder() const;
     void useKey(ListKey key);

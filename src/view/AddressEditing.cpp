@@ -23,6 +23,13 @@ void AddressEditing::begin(int group)
     boxes_ = {};
 }
 
+void AddressEditing::begin(CameraAddress camera)
+{
+    if (camera.group == group_) {
+        box(camera.row) = {};
+    }
+}
+
 void AddressEditing::type(int row, const QString &text)
 {
     std::optional<QString> &before = box(row).typedOver;

@@ -25,6 +25,9 @@ public:
     /// The boxes show the stored addresses of this group, and nothing is being typed.
     void begin(int group);
 
+    /// A row's box shows the stored address again.
+    void begin(CameraAddress camera);
+
     /// A row's box was changed to this text, and not left yet.
     void type(int row, const QString &text);
 

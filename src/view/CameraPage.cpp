@@ -209,6 +209,11 @@ void CameraPage::leaveSource(int row, const QString &text)
     }
 }
 
+void CameraPage::restoreSource(int row)
+{
+    editing_.begin({group_, row});
+}
+
 void CameraPage::fillSource(int row, const QString &text)
 {
     editing_.type(row, text);

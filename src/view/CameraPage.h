@@ -66,8 +66,11 @@ public:
     void clickSource(int row, const QString &text);
     void leaveSource(int row, const QString &text);
 
-    /// A row's box was filled with an address that the user gave elsewhere: as if it were typed,
-    /// but the live view stays.
+    /// A row's box shows the stored address again.
+    void restoreSource(int row);
+
+    /// A row's box was filled with an address that the user gave elsewhere: it counts as
+    /// typed, but the live view stays.
     void fillSource(int row, const QString &text);
 
     /// Stores an address that was typed elsewhere for a camera whose group is not on screen, under

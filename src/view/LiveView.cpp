@@ -140,6 +140,9 @@ void LiveView::followStorage()
 // Of readings that overlap, the last one counts.
 QCoro::Task<> LiveView::showStored(CameraAddress camera, std::stop_token stop)
 {
+    if (stop.stop_requested()) {
+        co_return;
+    }
     reading_.request_stop();
     std::stop_source reading;
     const LinkedStop abandoned(stop, reading);
@@ -177,10 +180,12 @@ QCoro::Task<> LiveView::enlarge(CameraAddress camera)
 }
 
 // The file's name is fixed: another program with the same storage folder writes its own live
-// picture there.
+// picture there. Some file systems number their files anew, and a backup may link them.
 bool LiveView::isLivePictureThere() const
 {
-    return live_.stamp && fileStamp(live_.path) == live_.stamp;
+    const std::optional<FileStamp> now = fileStamp(live_.path);
+    return now && live_.stamp && now->bytes == live_.stamp->bytes &&
+           now->modified == live_.stamp->modified;
 }
 
 void LiveView::iWeb_Click()

@@ -234,6 +234,17 @@ TEST_F(Status, IsOneWithoutTheStorageFolder)
     EXPECT_EQ(statusResult(status(), {}).status, 1);
 }
 
+TEST_F(Status, IsOneWithADiskThatIsNearlyFull)
+{
+    ProgramStatus low = status();
+    low.isDiskLow = false;
+    EXPECT_EQ(json(low)[QStringLiteral("disk_low")], false);
+    low.isDiskLow = true;
+    EXPECT_EQ(json(low)[QStringLiteral("disk_low")], true);
+    EXPECT_TRUE(statusResult(low, {}).out.contains(QStringLiteral("disk nearly full")));
+    EXPECT_EQ(statusResult(low, {}).status, 1);
+}
+
 TEST_F(Status, IsTwoWhenNothingRuns)
 {
     EXPECT_EQ(statusResult(status(std::nullopt), {}).status, 2);

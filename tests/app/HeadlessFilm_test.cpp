@@ -39,7 +39,9 @@ protected:
 
     static void runUntilItQuits()
     {
-        QTimer::singleShot(20s, qApp, &QCoreApplication::quit);
+        QTimer limit;
+        QObject::connect(&limit, &QTimer::timeout, qApp, &QCoreApplication::quit);
+        limit.start(20s);
         QCoreApplication::exec();
     }
 

@@ -29,13 +29,13 @@ TEST(LinkedStop, LeavesTheServiceAloneAndTheNextJob)
 {
     std::stop_source service;
     std::stop_source job;
-    {
-        const LinkedStop link(service.get_token(), job);
-        std::stop_source(job).request_stop();
-        job = std::stop_source(); // that of the next job
-    }
+    const std::stop_source first = job;
+    const LinkedStop link(service.get_token(), job);
+    job.request_stop();
     EXPECT_FALSE(service.stop_requested());
+    job = std::stop_source(); // that of the next job
     service.request_stop();
+    EXPECT_TRUE(first.stop_requested());
     EXPECT_FALSE(job.stop_requested());
 }
 

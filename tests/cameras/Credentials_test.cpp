@@ -177,6 +177,38 @@ const ShownRow kRows[] = {
     {"HostInASentence", u"http://h: refused", u"http://h: refused"},
     {"NumberedHostWithoutUser", u"http://[fe80::1]:81/a", u"http://[fe80::1]:81/a"},
     {"AlternativesInTheHost", u"http://cam<1:two>/a.jpg", u"http://cam<1:two>/a.jpg"},
+    {"RowOfTheTable", u"0:10", u"0:10"},
+    {"LongRowOfTheTable", u"10:0", u"10:0"},
+    {"ChoiceWithAColon", u"clearly:five", u"clearly:five"},
+    {"FileWithATime", u"shot 14:05.csv", u"shot 14:05.csv"},
+    {"SentenceWithoutAnAddress", u"Error opening input: Connection refused",
+     u"Error opening input: Connection refused"},
+    {"NothingButAHost", u"http://h", u"http://h"},
+    {"NothingButAScheme", u"http://", u"http://"},
+    {"NothingButAnAtSign", u"@", u""},
+    {"Empty", u"", u""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Credentials, WithoutCredentials, testing::ValuesIn(kRows),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+class AddressWithoutCredentials : public testing::TestWithParam<ShownRow>
+{
+};
+
+TEST_P(AddressWithoutCredentials, ShowsNoLoginThatIsBeingTyped)
+{
+    EXPECT_EQ(addressWithoutCredentials(QString::fromUtf16(GetParam().given)),
+              QString::fromUtf16(GetParam().shown));
+}
+
+TEST_P(AddressWithoutCredentials, ShowsTheSameWhenItIsAskedTwice)
+{
+    const QString shown = QString::fromUtf16(GetParam().shown);
+    EXPECT_EQ(addressWithoutCredentials(shown), shown);
+}
+
+const ShownRow kTyped[] = {
     {"TypedLogin", u"admin:Geheim7", u"admin:***"},
     {"TypedLoginWithASlash", u"u:p/Geheim7", u"u:***"},
     {"TypedLoginWithAQuestionMark", u"admin:7?camera", u"admin:***"},
@@ -201,16 +233,11 @@ const ShownRow kRows[] = {
     {"PortBeforeAField", u"cam.lan:81?size=1", u"cam.lan:81?size=1"},
     {"AlternativesWithoutAScheme", u"cam<1:two>.lan:81/a.jpg", u"cam<1:two>.lan:81/a.jpg"},
     {"ColonBehindTheHost", u"cam.lan/channel:1/a.jpg", u"cam.lan/channel:1/a.jpg"},
-    {"RowOfTheTable", u"0:10", u"0:10"},
-    {"SentenceWithoutAnAddress", u"Error opening input: Connection refused",
-     u"Error opening input: Connection refused"},
-    {"NothingButAHost", u"http://h", u"http://h"},
-    {"NothingButAScheme", u"http://", u"http://"},
-    {"NothingButAnAtSign", u"@", u""},
-    {"Empty", u"", u""},
+    {"PortBehindAZone", u"[fe80::1%eth0]:81/a.jpg", u"[fe80::1%eth0]:81/a.jpg"},
+    {"LoginBehindItsHost", u"http://me:s@cam/a.jpg", u"http://cam/a.jpg"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Credentials, WithoutCredentials, testing::ValuesIn(kRows),
+INSTANTIATE_TEST_SUITE_P(Credentials, AddressWithoutCredentials, testing::ValuesIn(kTyped),
                          [](const auto &info) { return std::string(info.param.name); });
 
 const QString kSecret = QStringLiteral("s3cret");

@@ -57,7 +57,8 @@ void checkTyped(const QString &password)
     if (password.contains(u'@')) {
         return;
     }
-    const QString shown = withoutCredentials(QStringLiteral("me:") + kSecret + password + kSecret);
+    const QString shown =
+        addressWithoutCredentials(QStringLiteral("me:") + kSecret + password + kSecret);
     require(!shown.contains(kSecret), "no password is shown while it is typed");
 }
 

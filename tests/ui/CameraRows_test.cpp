@@ -45,6 +45,35 @@ TEST_F(CameraRows, ScrollInAWindowThatIsLowerThanAllOfThem)
     EXPECT_TRUE(isShown(QStringLiteral("Source9")));
 }
 
+TEST_F(CameraRows, ScrollToTheOneThatGetsTheFocusFromOutside)
+{
+    house_.window.resize(house_.window.width(), 500);
+    auto &bar = *house_.find<QScrollArea>(QStringLiteral("pageArea")).verticalScrollBar();
+    bar.setValue(bar.maximum());
+    house_.find<QWidget>(QStringLiteral("RAZ")).setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("Source0"));
+    EXPECT_EQ(bar.value(), 0);
+    house_.find<QWidget>(QStringLiteral("BoutonLien")).setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget()->visibleRegion().boundingRect(),
+              QApplication::focusWidget()->rect());
+}
+
+TEST_F(CameraRows, StayUnderThePointerWhenTheyAreClicked)
+{
+    house_.window.resize(house_.window.width(), 500);
+    auto &bar = *house_.find<QScrollArea>(QStringLiteral("pageArea")).verticalScrollBar();
+    for (int row = 0; row < kRows && bar.value() == 0; ++row) {
+        auto &box = house_.find<QCheckBox>(QStringLiteral("EffM%1").arg(row));
+        if (!box.visibleRegion().isEmpty()) {
+            QTest::mousePress(&box, Qt::LeftButton, {}, {5, 2});
+            EXPECT_EQ(bar.value(), 0) << row;
+            QTest::mouseRelease(&box, Qt::LeftButton, {}, {5, 2});
+        }
+    }
+}
+
 TEST_F(CameraRows, HaveNoScrollBarWhereThereIsRoom)
 {
     const auto &area = house_.find<QScrollArea>(QStringLiteral("pageArea"));

@@ -67,6 +67,15 @@ TEST_F(AddressEditingTest, ForgetsWhatWasTypedWithTheGroup)
     EXPECT_EQ(table.url(kCamera), kNew);
 }
 
+TEST_F(AddressEditingTest, ForgetsWhatWasTypedOnceTheBoxShowsTheStoredAddress)
+{
+    editing.type(kCamera.row, kOld + u'x');
+    editing.begin(kCamera);
+    table.setUrl(kCamera, kNew);
+    EXPECT_EQ(editing.leave(kCamera.row, kOld), kNew);
+    EXPECT_EQ(table.url(kCamera), kNew);
+}
+
 TEST_F(AddressEditingTest, WhereNothingWasTypedShowsWhatAnotherProgramHasStored)
 {
     table.setUrl(kCamera, kNew);

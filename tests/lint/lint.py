@@ -39,6 +39,16 @@ def words(root):
     return list(lines_matching(tracked(root, *ends), pattern)), "State the rule and its reason; finish what is open."
 
 
+def keys(root):
+    """Keys and sections of the settings stand in one table. Controls of windows have some of their names."""
+    table = Path(root, "src", "settings", "Keys.h")
+    names = "|".join(sorted(set(re.findall(r'\bu"([A-Za-z]\w*)"', table.read_text(encoding="utf-8")))))
+    files = [p for p in tracked(root, ".h", ".cpp") if p.is_relative_to(Path(root, "src")) and p != table]
+    below_windows = [p for p in files if p.parent.name not in ("ui", "app")]
+    found = list(lines_matching(below_windows, rf'(\bu|QStringLiteral\(|QLatin1String\()"({names})"'))
+    return found, "Take the key from settings/Keys.h."
+
+
 def sleeps(root):
     """No test waits for time to pass."""
     files = [p for p in tracked(root, ".cpp", ".h") if "tests" in p.parts]
@@ -122,7 +132,7 @@ def format(root):
 
 def main():
     rule, root = sys.argv[1:]
-    rules = {f.__name__: f for f in (words, sleeps, includes, sizes, vocabulary, behaviour, format)}
+    rules = {f.__name__: f for f in (words, keys, sleeps, includes, sizes, vocabulary, behaviour, format)}
     rules |= {"layers": layers.check, "metrics": metrics.check}
     found, mend = rules[rule](root)
     print("\n".join(found))

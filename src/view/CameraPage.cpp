@@ -204,7 +204,10 @@ void CameraPage::clickSource(int row, const QString &text)
 
 void CameraPage::leaveSource(int row, const QString &text)
 {
-    if (const std::optional<QString> address = editing_.leave(row, text)) {
+    const std::optional<QString> address = editing_.leave(row, text);
+    if (address && *address != text.trimmed()) {
+        reread(); // the camera that another program has put there, with all that is its own
+    } else if (address) {
         at(row).url = *address;
     }
 }

@@ -90,6 +90,21 @@ TEST_F(SourceTest, StoresTheAddressWhenTheBoxIsLeft)
     EXPECT_EQ(shown, QStringList());
 }
 
+TEST_F(SourceTest, TakesOverTheWholeRowThatAnotherProgramHasChanged)
+{
+    store("[Liste0]\r\nlst0=old\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
+    QList<int> told;
+    QObject::connect(&page, &CameraPage::addressStored, &page,
+                     [&told](CameraAddress camera) { told.append(camera.row); });
+    store("[Liste0]\r\nlst0=new\r\n[Groupe0]\r\nEffM0=1\r\n[Camera00]\r\nName=Gate\r\n");
+    page.leaveSource(0, QStringLiteral("old"));
+    EXPECT_EQ(page.row(0).url, QStringLiteral("new"));
+    EXPECT_TRUE(page.row(0).deleteOld);
+    EXPECT_EQ(page.title(0), QStringLiteral("0:0 Gate"));
+    EXPECT_EQ(told, QList<int>{0});
+}
+
 TEST_F(SourceTest, MakesTheFolderOfTheAddressBeforeTheEdit)
 {
     useStorage();

@@ -93,7 +93,12 @@ QString StorageFolder::native(const QString &pathText) const
 
 QString StorageFolder::cameraFolderName(CameraAddress camera) const
 {
-    return problems_.orDefault([&] { return table_.CameraFolderName(camera); }, QString());
+    return folderNameOf(table_.url(camera));
+}
+
+QString StorageFolder::folderNameOf(QStringView address) const
+{
+    return problems_.orDefault([&] { return encodeFolderName(address); }, QString());
 }
 
 QString StorageFolder::cameraFolderText(CameraAddress camera) const

@@ -99,6 +99,9 @@ public:
     /// folder name can hold, of which the user is warned.
     [[nodiscard]] QString cameraFolderName(CameraAddress camera) const;
 
+    /// The same for an address that was read from the table.
+    [[nodiscard]] QString folderNameOf(QStringView address) const;
+
     /// Text of that folder in the folder in force; without a name, that of the folder in force
     /// itself.
     [[nodiscard]] QString cameraFolderText(CameraAddress camera) const;

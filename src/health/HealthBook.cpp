@@ -84,8 +84,9 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
 {
     const QString url = CameraTable::url(settings, camera);
     Seen &seen = seen_[camera];
-    const bool isNamed = !url.isEmpty() && !storage_.cameraFolderName(camera).isEmpty();
-    const QString folder = isNamed ? storage_.cameraFolder(camera) : QString();
+    const QString name = storage_.folderNameOf(url);
+    const bool isNamed = !name.isEmpty();
+    const QString folder = isNamed ? storage_.native(storage_.folderText(name)) : QString();
     seen.isConfigured = isNamed;
     seen.url = url;
     const QString title = cameraLabel(settings, camera);
@@ -286,7 +287,7 @@ QCoro::Task<> HealthBook::countWaiting()
 // the next start: to read it again and again would keep the disk busy.
 QCoro::Task<> HealthBook::count(CameraAddress camera)
 {
-    const QString folder = storage_.cameraFolder(camera);
+    const QString folder = this->camera(camera).folder;
     HealthCount counting(folder);
     if (!counting.isOpen()) {
         co_return;

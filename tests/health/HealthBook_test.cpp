@@ -122,6 +122,17 @@ TEST_F(HealthBookTest, TakesARowWithAnotherAddressForAnotherCamera)
     EXPECT_FALSE(book_.camera(kOne).newest);
 }
 
+// It does so every few seconds, for a hundred cameras.
+TEST_F(HealthBookTest, FollowsTheTableByReadingTheSettingsOnce)
+{
+    add(kOne);
+    add({0, 2});
+    book_.load();
+    const RefusedCall none(Call::OpenToRead, EIO, RefusedCall::kEachTime, 100);
+    book_.followTable();
+    EXPECT_EQ(none.passed(), 1);
+}
+
 TEST_F(HealthBookTest, LaysAFailureToTheCameraThatHasTheRowNow)
 {
     add(kOne);

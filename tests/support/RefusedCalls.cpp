@@ -143,8 +143,14 @@ namespace velmora::test {
 
 RefusedCall::RefusedCall(Call call, int error, int times, int passed)
     : call_(call)
+    , toPass_(passed)
 {
     of(call_) = {error, times, passed};
+}
+
+int RefusedCall::passed() const
+{
+    return toPass_ - of(call_).passed;
 }
 
 RefusedCall::~RefusedCall()

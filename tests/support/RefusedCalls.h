@@ -33,8 +33,12 @@ public:
     Q_DISABLE_COPY_MOVE(RefusedCall)
     ~RefusedCall();
 
+    /// How many calls were let pass so far.
+    [[nodiscard]] int passed() const;
+
 private:
     Call call_;
+    int toPass_;
 };
 
 } // namespace velmora::test

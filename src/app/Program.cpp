@@ -66,15 +66,18 @@ void Program::connectMain()
 
 void Program::connectSheet()
 {
-    connect(&windows_->interface, &Interface::sheetWanted, &windows_->sheet, &CameraSheet::present);
-    connect(&windows_->sheet, &CameraSheet::addressChosen, &windows_->interface,
-            &Interface::fillAddress);
-    connect(&windows_->sheet, &CameraSheet::saved, &view_.page(), &CameraPage::reread);
-    connect(&windows_->interface, &Interface::listWanted, &windows_->list,
-            &CameraListWindow::present);
-    connect(&windows_->list, &CameraListWindow::storing, &windows_->interface,
-            &Interface::endAddress);
-    connect(&windows_->list, &CameraListWindow::stored, &view_.page(), &CameraPage::reread);
+    connect(&windows_->interface, &Interface::sheetWanted, this,
+            [this](CameraAddress camera) { windows_->sheet.wanted().present(camera); });
+    windows_->sheet.onMade([this](CameraSheet &sheet) {
+        connect(&sheet, &CameraSheet::addressChosen, &windows_->interface, &Interface::fillAddress);
+        connect(&sheet, &CameraSheet::saved, &view_.page(), &CameraPage::reread);
+    });
+    connect(&windows_->interface, &Interface::listWanted, this,
+            [this] { windows_->list.wanted().present(); });
+    windows_->list.onMade([this](CameraListWindow &list) {
+        connect(&list, &CameraListWindow::storing, &windows_->interface, &Interface::endAddress);
+        connect(&list, &CameraListWindow::stored, &view_.page(), &CameraPage::reread);
+    });
 }
 
 void Program::connectBrowser()
@@ -128,25 +131,31 @@ void Program::connectAlarm()
 
 void Program::connectKeeping()
 {
-    connect(&windows_->browser, &planche::calendarWanted, &windows_->calendar,
-            &CalendarWindow::present);
+    connect(&windows_->browser, &planche::calendarWanted, this,
+            [this] { windows_->calendar.wanted().present(); });
     connect(&windows_->browser, &planche::keepWanted, this, &Program::keepFilm);
-    connect(&images_.calendar(), &Calendar::rangeChosen, &windows_->filmKeep, &FilmKeep::takeDays);
-    connect(&windows_->film, &fCine::keepWanted, this, [this] { windows_->filmKeep.present({}); });
-    connect(&windows_->filmKeep, &FilmKeep::openWanted, this, &Program::open);
+    connect(&windows_->film, &fCine::keepWanted, this,
+            [this] { windows_->filmKeep.wanted().present({}); });
+    windows_->filmKeep.onMade([this](FilmKeep &keep) {
+        connect(&images_.calendar(), &Calendar::rangeChosen, &keep, &FilmKeep::takeDays);
+        connect(&keep, &FilmKeep::openWanted, this, &Program::open);
+    });
 }
 
 // For the days chosen in the calendar, if it is open.
 void Program::keepFilm()
 {
-    windows_->filmKeep.present(windows_->calendar.isVisible() ? images_.calendar().range()
-                                                              : std::nullopt);
+    windows_->filmKeep.wanted().present(windows_->calendar.isVisible() ? images_.calendar().range()
+                                                                       : std::nullopt);
 }
 
 void Program::connectHealth()
 {
-    connect(&windows_->browser, &planche::healthWanted, &windows_->health, &HealthWindow::present);
-    connect(&windows_->health, &HealthWindow::cameraWanted, this, &Program::goTo);
+    connect(&windows_->browser, &planche::healthWanted, this,
+            [this] { windows_->health.wanted().present(); });
+    windows_->health.onMade([this](HealthWindow &health) {
+        connect(&health, &HealthWindow::cameraWanted, this, &Program::goTo);
+    });
     connect(&health_, &HealthEngine::noticed, &windows_->browser, &planche::showNotice);
     connect(&health_.watch(), &HealthWatch::lateChanged, this, [this] {
         windows_->browser.showLate(health_.watch().late());

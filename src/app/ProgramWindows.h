@@ -1,6 +1,7 @@
 // All windows of the program.
 #pragma once
 
+#include "app/LateWindow.h"
 #include "ui/Alarm.h"
 #include "ui/CalendarWindow.h"
 #include "ui/CameraListWindow.h"
@@ -20,7 +21,7 @@ class BrowserEngine;
 class HealthEngine;
 class ImportEngine;
 
-/// A member for each window, all hidden at first.
+/// A member for each window, all hidden at first. Those that a start never shows are made late.
 struct ProgramWindows
 {
     /// Outlives the windows.
@@ -37,15 +38,15 @@ struct ProgramWindows
     explicit ProgramWindows(const Uses &uses);
 
     Interface interface;
-    CameraSheet sheet;
-    CameraListWindow list;
+    LateWindow<CameraSheet> sheet;
+    LateWindow<CameraListWindow> list;
     planche browser;
     fCine film;
     frmImport import;
     Alarm alarm;
-    CalendarWindow calendar;
-    HealthWindow health;
-    FilmKeep filmKeep;
+    LateWindow<CalendarWindow> calendar;
+    LateWindow<HealthWindow> health;
+    LateWindow<FilmKeep> filmKeep;
     Zoom zoom;
     frmSplash splash;
     frmQuitte closing;

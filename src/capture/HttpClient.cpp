@@ -3,7 +3,7 @@
 #include "capture/HttpClient.h"
 
 #include "capture/AnswerIntake.h"
-#include "net/CurlOption.h"
+#include "net/Curl.h"
 
 #include <QDeadlineTimer>
 #include <QScopeGuard>
@@ -11,6 +11,7 @@
 #include <array>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <sys/socket.h>
 #include <utility>
 
@@ -26,7 +27,7 @@ constexpr int kFirstRedirectStatus = 300;
 
 struct FreeHeaders
 {
-    void operator()(curl_slist *list) const { curl_slist_free_all(list); }
+    void operator()(curl_slist *list) const { curl().slistFreeAll(list); }
 };
 
 /// A transfer and what has arrived so far.
@@ -54,7 +55,7 @@ bool isGoodStatus(long status)
 long statusOf(CURL *easy)
 {
     long status = 0;
-    curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
+    curl().easyGetinfo(easy, CURLINFO_RESPONSE_CODE, &status);
     return status;
 }
 
@@ -125,7 +126,7 @@ bool namesUser(const QByteArray &url)
 
 void addHeader(Transfer &transfer, const char *header)
 {
-    curl_slist *const longer = curl_slist_append(transfer.headers.get(), header);
+    curl_slist *const longer = curl().slistAppend(transfer.headers.get(), header);
     if (longer == nullptr) {
         throw std::bad_alloc();
     }
@@ -161,14 +162,14 @@ void setFormOptions(Transfer &transfer, const HttpRequest &request)
 QString headerText(CURL *easy, const char *name)
 {
     curl_header *header = nullptr;
-    const bool sent = curl_easy_header(easy, name, 0, CURLH_HEADER, -1, &header) == CURLHE_OK;
+    const bool sent = curl().easyHeader(easy, name, 0, CURLH_HEADER, -1, &header) == CURLHE_OK;
     return sent ? QString::fromLatin1(header->value).trimmed() : QString();
 }
 
 bool wasAsked(CURL *easy)
 {
     long sent = 0;
-    curl_easy_getinfo(easy, CURLINFO_REQUEST_SIZE, &sent);
+    curl().easyGetinfo(easy, CURLINFO_REQUEST_SIZE, &sent);
     return sent > 0;
 }
 
@@ -205,7 +206,7 @@ QString failureText(const Transfer &transfer, CURLcode code)
         return QStringLiteral("the server sends lines that are not headers");
     }
     return isEndlessLine(transfer, code) ? refusalText(Refusal::Headers)
-                                         : QString::fromLatin1(curl_easy_strerror(code));
+                                         : QString::fromLatin1(curl().easyStrerror(code));
 }
 
 bool hasArrived(const Transfer &transfer, CURLcode code)
@@ -221,8 +222,8 @@ HttpReply replyOf(Transfer &transfer, CURLcode code)
     const std::optional<FirstPart> &stream = transfer.intake.stream();
     curl_off_t duration = 0;
     char *type = nullptr;
-    curl_easy_getinfo(easy, CURLINFO_TOTAL_TIME_T, &duration);
-    curl_easy_getinfo(easy, CURLINFO_CONTENT_TYPE, &type);
+    curl().easyGetinfo(easy, CURLINFO_TOTAL_TIME_T, &duration);
+    curl().easyGetinfo(easy, CURLINFO_CONTENT_TYPE, &type);
     HttpReply reply;
     if (hasArrived(transfer, code)) {
         reply.outcome = FetchOutcome::Arrived;
@@ -261,7 +262,7 @@ HttpReply stopped()
 
 } // namespace
 
-HttpClient::HttpClient(AuthorityPlaces authorities)
+HttpClient::HttpClient(std::optional<AuthorityPlaces> authorities)
     : authorities_(std::move(authorities))
 {
 }
@@ -282,6 +283,8 @@ QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token st
         reply = co_await transfer(std::move(request), std::move(stop));
     } catch (const std::bad_alloc &) {
         reply = failed(refusalText(Refusal::Memory));
+    } catch (const std::runtime_error &error) { // there is no libcurl
+        reply = failed(QString::fromUtf8(error.what()));
     }
     co_return reply;
 }

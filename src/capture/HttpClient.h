@@ -36,8 +36,8 @@ public:
 class HttpClient final : public PictureSource
 {
 public:
-    /// authorities: where the trusted certificates are.
-    explicit HttpClient(AuthorityPlaces authorities = usualAuthorityPlaces());
+    /// authorities: where the trusted certificates are; none for libcurl's own places.
+    explicit HttpClient(std::optional<AuthorityPlaces> authorities = {});
 
     QCoro::Task<HttpReply> fetch(HttpRequest request, std::stop_token stop) override;
 

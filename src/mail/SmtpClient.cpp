@@ -4,7 +4,7 @@
 
 #include "mail/SmtpReply.h"
 #include "net/ConnectedStream.h"
-#include "net/CurlOption.h"
+#include "net/Curl.h"
 
 #include <QHash>
 #include <QScopeGuard>
@@ -52,7 +52,7 @@ Problem problemOf(std::optional<int> end, const QByteArray &heard = {})
     if (kind == MailFailure::Nonsense && last.isRefusal()) {
         return MailProblem{MailFailure::ServerRefused, last.shown({})};
     }
-    return MailProblem{kind, QString::fromLatin1(curl_easy_strerror(static_cast<CURLcode>(code)))};
+    return MailProblem{kind, QString::fromLatin1(curl().easyStrerror(static_cast<CURLcode>(code)))};
 }
 
 std::size_t onReply(char *bytes, std::size_t size, std::size_t count, void *user)

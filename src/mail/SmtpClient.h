@@ -27,7 +27,7 @@ struct SmtpOptions
 {
     std::chrono::milliseconds connectLimit = std::chrono::seconds{10}; // up to the login
     std::chrono::milliseconds totalLimit = std::chrono::seconds{30};
-    AuthorityPlaces authorities = usualAuthorityPlaces();
+    std::optional<AuthorityPlaces> authorities; // none for libcurl's own
 };
 
 /// Sends with libcurl. One session, no retry; certificates are checked. If one recipient is

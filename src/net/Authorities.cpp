@@ -1,11 +1,9 @@
 #include "net/Authorities.h"
 
-#include "net/CurlOption.h"
+#include "net/Curl.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-
-#include <curl/curl.h>
 
 #include <new>
 #include <openssl/err.h>
@@ -36,6 +34,12 @@ bool addNext(BIO *file, X509_STORE *store)
     return !isEnd;
 }
 
+AuthorityPlaces usualPlaces()
+{
+    const curl_version_info_data *const built = curl().versionInfo(CURLVERSION_NOW);
+    return {built->cainfo, built->capath};
+}
+
 } // namespace
 
 struct Authorities::Reading
@@ -55,13 +59,7 @@ void Authorities::FreeStore::operator()(void *store) const
     X509_STORE_free(storeOf(store));
 }
 
-AuthorityPlaces usualAuthorityPlaces()
-{
-    const curl_version_info_data *const curl = curl_version_info(CURLVERSION_NOW);
-    return {curl->cainfo, curl->capath};
-}
-
-Authorities::Authorities(AuthorityPlaces places)
+Authorities::Authorities(std::optional<AuthorityPlaces> places)
     : places_(std::move(places))
 {
     connect(&turns_, &QTimer::timeout, this, &Authorities::readSome);
@@ -71,7 +69,10 @@ Authorities::~Authorities() = default;
 
 QCoro::Task<> Authorities::load()
 {
-    if (isLoaded() && stamp_ == fileStamp(QFile::decodeName(places_.file))) {
+    if (!places_) {
+        places_ = usualPlaces();
+    }
+    if (isLoaded() && stamp_ == fileStamp(QFile::decodeName(places_->file))) {
         co_return;
     }
     begin();
@@ -87,16 +88,16 @@ void Authorities::begin()
         return;
     }
     auto reading = std::make_unique<Reading>();
-    reading->stamp = fileStamp(QFile::decodeName(places_.file));
-    reading->file.reset(BIO_new_file(places_.file.constData(), "r"));
+    reading->stamp = fileStamp(QFile::decodeName(places_->file));
+    reading->file.reset(BIO_new_file(places_->file.constData(), "r"));
     reading->store.reset(X509_STORE_new());
     X509_STORE *const store = storeOf(reading->store.get());
     if (store == nullptr) {
         throw std::bad_alloc();
     }
     X509_STORE_set_flags(store, X509_V_FLAG_TRUSTED_FIRST | X509_V_FLAG_PARTIAL_CHAIN);
-    if (!places_.folder.isEmpty()) {
-        X509_STORE_load_path(store, places_.folder.constData());
+    if (!places_->folder.isEmpty()) {
+        X509_STORE_load_path(store, places_->folder.constData());
     }
     ERR_clear_error();
     reading_ = std::move(reading);
@@ -138,7 +139,7 @@ void Authorities::applyTo(void *easy)
         return CURLE_OK;
     };
     // refused by a libcurl that uses another library for TLS, which then reads its own store
-    if (curl_easy_setopt(easy, CURLOPT_SSL_CTX_FUNCTION, use) == CURLE_OK) {
+    if (curl().easySetopt(easy, CURLOPT_SSL_CTX_FUNCTION, use) == CURLE_OK) {
         setOption(easy, CURLOPT_SSL_CTX_DATA, this);
         setOption(easy, CURLOPT_CAINFO, nullptr);
         setOption(easy, CURLOPT_CAPATH, nullptr);

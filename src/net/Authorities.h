@@ -22,14 +22,12 @@ struct AuthorityPlaces
     QByteArray folder; // holds one file for each, named by its hash; empty for none
 };
 
-/// The places that libcurl was built with.
-[[nodiscard]] AuthorityPlaces usualAuthorityPlaces();
-
 /// Shared by all transfers that encrypt; outlives them.
 class Authorities : public QObject
 {
 public:
-    explicit Authorities(AuthorityPlaces places = usualAuthorityPlaces());
+    /// places: none for those that libcurl was built with.
+    explicit Authorities(std::optional<AuthorityPlaces> places);
     Q_DISABLE_COPY_MOVE(Authorities)
     ~Authorities() override;
 
@@ -59,7 +57,7 @@ private:
     void readSome();
     void finish();
 
-    AuthorityPlaces places_;
+    std::optional<AuthorityPlaces> places_;
     std::optional<FileStamp> stamp_;   // of the file as read; none for a missing one
     std::unique_ptr<Reading> reading_; // while loading
     Store store_;

@@ -1,10 +1,9 @@
 #include "net/ConnectedStream.h"
 
 #include "base/OneShot.h"
+#include "net/Curl.h"
 
 #include <QTimer>
-
-#include <curl/curl.h>
 
 #include <algorithm>
 #include <array>
@@ -20,7 +19,7 @@ using End = std::optional<int>; // the code, or nothing when stopped
 int activeSocket(CURL *easy)
 {
     curl_socket_t socket = CURL_SOCKET_BAD;
-    curl_easy_getinfo(easy, CURLINFO_ACTIVESOCKET, &socket);
+    curl().easyGetinfo(easy, CURLINFO_ACTIVESOCKET, &socket);
     return socket;
 }
 
@@ -44,8 +43,8 @@ QCoro::Task<End> ConnectedStream::send(QByteArray bytes)
     End end = CURLE_OK;
     for (qsizetype sent = 0; sent < bytes.size() && end == CURLE_OK;) {
         std::size_t count = 0;
-        const CURLcode code = curl_easy_send(easy_, bytes.constData() + sent,
-                                             static_cast<std::size_t>(bytes.size() - sent), &count);
+        const CURLcode code = curl().easySend(
+            easy_, bytes.constData() + sent, static_cast<std::size_t>(bytes.size() - sent), &count);
         sent += static_cast<qsizetype>(count);
         if (code == CURLE_AGAIN) {
             end = co_await wait(QSocketNotifier::Write);
@@ -63,7 +62,7 @@ QCoro::Task<End> ConnectedStream::receive(QByteArray *into)
     std::array<char, kPieceBytes> piece{};
     for (;;) {
         std::size_t count = 0;
-        const CURLcode code = curl_easy_recv(easy_, piece.data(), piece.size(), &count);
+        const CURLcode code = curl().easyRecv(easy_, piece.data(), piece.size(), &count);
         if (code == CURLE_OK && count > 0) {
             into->append(piece.data(), static_cast<qsizetype>(count));
             co_return CURLE_OK;

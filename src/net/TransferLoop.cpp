@@ -4,13 +4,11 @@
 #include "net/TransferLoop.h"
 
 #include "base/OneShot.h"
-#include "net/CurlOption.h"
+#include "net/Curl.h"
 #include "net/SocketSet.h"
 
 #include <QObject>
 #include <QTimer>
-
-#include <curl/curl.h>
 
 #include <algorithm>
 #include <chrono>
@@ -33,7 +31,7 @@ constexpr int kDescriptorsOfSpare = 2; // for waking libcurl
 
 struct MultiCleanUp
 {
-    void operator()(CURLM *multi) const { curl_multi_cleanup(multi); }
+    void operator()(CURLM *multi) const { curl().multiCleanup(multi); }
 };
 
 using MultiHandle = std::unique_ptr<CURLM, MultiCleanUp>;
@@ -42,14 +40,6 @@ int selectMask(SocketEvents events)
 {
     return (events.read ? CURL_CSELECT_IN : 0) | (events.write ? CURL_CSELECT_OUT : 0) |
            (events.error ? CURL_CSELECT_ERR : 0);
-}
-
-// With the first transfer, since it takes a twentieth of the time to the first window. If this
-// fails, so does making the transfer.
-void initialiseCurlOnce()
-{
-    static const CURLcode done = curl_global_init(CURL_GLOBAL_DEFAULT);
-    static_cast<void>(done);
 }
 
 } // namespace
@@ -74,7 +64,7 @@ struct TransferLoop::Transfer
     ~Transfer()
     {
         if (multi) {
-            curl_multi_remove_handle(multi.get(), easy);
+            curl().multiRemoveHandle(multi.get(), easy);
         }
     }
 };
@@ -111,11 +101,11 @@ public:
         transfer.waiter = &end;
         transfer.multi = takeMulti(); // without memory for it, nothing can be added
         CURLM *const multi = transfer.multi.get();
-        curl_multi_setopt(multi, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
-        curl_multi_setopt(multi, CURLMOPT_SOCKETDATA, &transfer);
-        curl_multi_setopt(multi, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
-        curl_multi_setopt(multi, CURLMOPT_TIMERDATA, &transfer);
-        if (curl_multi_add_handle(multi, easy) != CURLM_OK) {
+        curl().multiSetopt(multi, CURLMOPT_SOCKETFUNCTION, &Transfers::onSocket);
+        curl().multiSetopt(multi, CURLMOPT_SOCKETDATA, &transfer);
+        curl().multiSetopt(multi, CURLMOPT_TIMERFUNCTION, &Transfers::onTimer);
+        curl().multiSetopt(multi, CURLMOPT_TIMERDATA, &transfer);
+        if (curl().multiAddHandle(multi, easy) != CURLM_OK) {
             finish(easy, CURLE_FAILED_INIT);
         }
     }
@@ -169,9 +159,9 @@ private:
     void keepSpare(Transfer &transfer)
     {
         CURLM *const multi = transfer.multi.get();
-        curl_multi_remove_handle(multi, transfer.easy);
-        curl_multi_setopt(multi, CURLMOPT_SOCKETFUNCTION, nullptr);
-        curl_multi_setopt(multi, CURLMOPT_TIMERFUNCTION, nullptr);
+        curl().multiRemoveHandle(multi, transfer.easy);
+        curl().multiSetopt(multi, CURLMOPT_SOCKETFUNCTION, nullptr);
+        curl().multiSetopt(multi, CURLMOPT_TIMERFUNCTION, nullptr);
         try {
             spares_.push_back(std::move(transfer.multi));
         } catch (const std::bad_alloc &) {
@@ -183,7 +173,7 @@ private:
     MultiHandle takeMulti()
     {
         if (spares_.empty()) {
-            return MultiHandle(curl_multi_init());
+            return MultiHandle(curl().multiInit());
         }
         MultiHandle multi = std::move(spares_.back());
         spares_.pop_back();
@@ -247,7 +237,7 @@ private:
         CURL *const easy = transfer.easy;
         transfer.pausedSince = Time::max();
         beginPart(transfer);
-        const CURLcode code = curl_easy_pause(easy, CURLPAUSE_CONT);
+        const CURLcode code = curl().easyPause(easy, CURLPAUSE_CONT);
         acting_ = nullptr;
         if (code != CURLE_OK) {
             finish(easy, code); // libcurl would report it to no one else
@@ -316,7 +306,7 @@ private:
         int running = 0;
         beginPart(transfer);
         const CURLMcode code =
-            curl_multi_socket_action(transfer.multi.get(), socket, mask, &running);
+            curl().multiSocketAction(transfer.multi.get(), socket, mask, &running);
         acting_ = nullptr;
         if (code == CURLM_OUT_OF_MEMORY) {
             finish(easy, CURLE_OUT_OF_MEMORY); // no one would hear of its end any more
@@ -326,7 +316,7 @@ private:
             wakeBy(transfer.pausedSince, transfer.pausedSince);
         }
         int left = 0;
-        const CURLMsg *const message = curl_multi_info_read(transfer.multi.get(), &left);
+        const CURLMsg *const message = curl().multiInfoRead(transfer.multi.get(), &left);
         if (message != nullptr && message->msg == CURLMSG_DONE) {
             finish(easy, message->data.result);
         }
@@ -347,7 +337,7 @@ private:
 
 void EasyCleanUp::operator()(void *easy) const
 {
-    curl_easy_cleanup(easy);
+    curl().easyCleanup(easy);
 }
 
 TransferLoop::TransferLoop()
@@ -359,8 +349,7 @@ TransferLoop::~TransferLoop() = default;
 
 EasyHandle TransferLoop::newTransfer()
 {
-    initialiseCurlOnce();
-    EasyHandle easy(curl_easy_init());
+    EasyHandle easy(curl().easyInit());
     if (easy == nullptr) {
         throw std::bad_alloc();
     }

@@ -62,7 +62,7 @@ class HttpClientTrusting : public HttpExchange
 {
 protected:
     HttpClientTrusting()
-        : HttpExchange({selfSignedCertificate(), {}})
+        : HttpExchange(AuthorityPlaces{selfSignedCertificate(), {}})
     {
     }
 
@@ -98,7 +98,7 @@ class HttpClientChanging : public HttpExchange
 {
 protected:
     HttpClientChanging()
-        : HttpExchange({QFile::encodeName(places().path(u"all.pem")), {}})
+        : HttpExchange(AuthorityPlaces{QFile::encodeName(places().path(u"all.pem")), {}})
     {
     }
 

@@ -15,7 +15,7 @@ namespace velmora::test {
 class HttpExchange : public testing::Test
 {
 protected:
-    explicit HttpExchange(const AuthorityPlaces &authorities = usualAuthorityPlaces())
+    explicit HttpExchange(const std::optional<AuthorityPlaces> &authorities = {})
         : client_(authorities)
     {
     }

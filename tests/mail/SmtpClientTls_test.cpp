@@ -33,7 +33,8 @@ protected:
     /// Turns of the event loop from the start of sending until the server hears of it.
     int turnsUntilConnected(const QByteArray &authorities)
     {
-        SmtpClient client{{std::chrono::seconds{20}, std::chrono::seconds{20}, {authorities, {}}}};
+        SmtpClient client{
+            {std::chrono::seconds{20}, std::chrono::seconds{20}, AuthorityPlaces{authorities, {}}}};
         server_.script.tls = MailTls::FromTheStart;
         const LoopTurns loop;
         int turns = 0;

@@ -86,8 +86,8 @@ protected:
     inline static const QByteArray kText = "Subject: Alarm\r\n\r\nessai\r\n";
 
     LoopbackMail server_;
-    SmtpClient client_{
-        {std::chrono::seconds{5}, std::chrono::seconds{5}, {selfSignedCertificate(), {}}}};
+    SmtpClient client_{{std::chrono::seconds{5}, std::chrono::seconds{5},
+                        AuthorityPlaces{selfSignedCertificate(), {}}}};
 };
 
 } // namespace velmora::test

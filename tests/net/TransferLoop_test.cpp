@@ -2,12 +2,12 @@
 #include "net/TransferLoop.h"
 
 #include "loopback/Server.h"
+#include "net/Curl.h"
 #include "support/RunTask.h"
 
 #include <QTest>
 #include <QTimer>
 
-#include <curl/curl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -50,9 +50,9 @@ public:
     explicit Transfer(const QByteArray &url)
         : easy_(TransferLoop::newTransfer())
     {
-        curl_easy_setopt(get(), CURLOPT_URL, url.constData());
-        curl_easy_setopt(get(), CURLOPT_WRITEFUNCTION, &dropBody);
-        curl_easy_setopt(get(), CURLOPT_TIMEOUT_MS, 10000L);
+        setOption(get(), CURLOPT_URL, url.constData());
+        setOption(get(), CURLOPT_WRITEFUNCTION, &dropBody);
+        setOption(get(), CURLOPT_TIMEOUT_MS, 10000L);
     }
 
     [[nodiscard]] void *get() const { return easy_.get(); }
@@ -233,8 +233,8 @@ private:
 QCoro::Task<> readInto(TransferLoop &loop, QByteArray url, SlowReader &reader, End &end)
 {
     const Transfer transfer(url);
-    curl_easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, &SlowReader::onBody);
-    curl_easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &reader);
+    setOption(transfer.get(), CURLOPT_WRITEFUNCTION, &SlowReader::onBody);
+    setOption(transfer.get(), CURLOPT_WRITEDATA, &reader);
     end = co_await loop.run(transfer.get(), {});
 }
 

@@ -54,15 +54,26 @@ class LifeTest(unittest.TestCase):
         self.assertEqual(["2"] * CAMERAS, [self.house.camera_value(i, "lNew") for i in range(CAMERAS)])
         self.assertEqual([], self.house.work_files())
 
-    def test_starts_without_the_toolkits_picture_plugins(self):
-        """To load them takes as long as to make the windows."""
+    def test_starts_without_the_libraries_that_its_windows_do_not_need(self):
+        """To load the picture plugins takes as long as to make the windows, to load libcurl half as long."""
         self.house.write_settings({"Control": {"StRep": "C:\\in\\", "Tempo": "60"}})
         desktop = Desktop(self)
         program = self.house.start(env=desktop.environment())
         desktop.window(TITLE)
-        self.assertNotIn("/imageformats/", Path(f"/proc/{program.process.pid}/maps").read_text())
+        maps = Path(f"/proc/{program.process.pid}/maps").read_text()
+        self.assertNotIn("/imageformats/", maps)
+        self.assertNotIn("/libcurl", maps)
         program.terminate()
         self.assertEqual(0, program.wait(30), program.report())
+
+    def test_says_so_when_there_is_no_libcurl(self):
+        libraries = self.house.root / "libraries"
+        libraries.mkdir()
+        (libraries / "libcurl.so.4").touch()
+        program = self.house.start("--capture", "--passes", "1", env={"LD_LIBRARY_PATH": str(libraries)})
+        self.assertEqual(0, program.wait(30), program.report())
+        self.assertIn("Cannot load library libcurl", program.out[0])
+        self.assertIn(f"pass 1: 0 stored, {CAMERAS} failed, 0 unchanged", program.out)
 
     def test_ends_with_a_last_pass_on_sigterm(self):
         program = self.start_and_load_all()

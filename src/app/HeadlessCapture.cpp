@@ -137,7 +137,7 @@ bool HeadlessCapture::start()
     engine_.storage().load();
     engine_.options().load();
     engine_.storage().testSA();
-    if (engine_.storage().lamp() == LampColour::Red) {
+    if (engine_.storage().lastCheck() == StorageCheck::Missing) {
         QTextStream(stderr) << "velmora: the storage folder " << engine_.storage().inForce()
                             << " does not exist. Make it, or choose another in the main window."
                             << Qt::endl;

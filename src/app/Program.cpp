@@ -224,7 +224,7 @@ QCoro::Task<> Program::startUp()
     engine_.storage().testSA();
     engine_.start();
     health_.start();
-    if (engine_.storage().lamp() == LampColour::Red) {
+    if (engine_.storage().lastCheck() == StorageCheck::Missing) {
         showSettings();
         bringBefore(windows_->interface, windows_->browser);
         windows_->splash.standAbove(windows_->interface);

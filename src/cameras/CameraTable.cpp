@@ -141,7 +141,7 @@ SettingsValue CameraTable::valueToSet(RowKey key, CameraAddress camera, QString 
     return {groupSection(camera.group), rowKey(key.word, camera.row), std::move(value)};
 }
 
-SettingsValue CameraTable::urlOf(CameraAddress camera, QString url)
+SettingsValue CameraTable::whileUrlIs(CameraAddress camera, QString url)
 {
     return {listSection(camera.group), rowKey(keys::kUrl.word, camera.row), std::move(url)};
 }

@@ -95,8 +95,8 @@ public:
     /// The same to be written along with others.
     [[nodiscard]] static SettingsValue valueToSet(RowKey key, CameraAddress camera, QString value);
 
-    /// That the row has this address.
-    [[nodiscard]] static SettingsValue urlOf(CameraAddress camera, QString url);
+    /// The condition that the row still has this address, for changes that belong to its camera.
+    [[nodiscard]] static SettingsValue whileUrlIs(CameraAddress camera, QString url);
 
     void setUrl(CameraAddress camera, QStringView url) const;
     void setGroupActive(int group, bool active) const;

@@ -33,9 +33,8 @@ QString storedText(const SettingsSnapshot &settings)
 
 StorageState storageState(bool folderPresent, Editing editing)
 {
-    return folderPresent
-               ? StorageState{LampColour::Green, editing == Editing::No, false, HideButton::Ok}
-               : StorageState{LampColour::Red, false, true, HideButton::Quits};
+    return {folderPresent ? StorageCheck::Found : StorageCheck::Missing,
+            folderPresent && editing == Editing::No};
 }
 
 std::optional<QString> storageRefusal(const NativePaths &paths, const QString &nativeFolder)
@@ -289,7 +288,7 @@ bool StorageFolder::choose(const QString &nativeFolder)
 
 void StorageFolder::recheck()
 {
-    const bool wasPresent = state_.lamp != LampColour::Red;
+    const bool wasPresent = state_.check != StorageCheck::Missing;
     if (isThere(text_) != wasPresent) {
         testSA();
     }

@@ -5,7 +5,6 @@
 #include "base/Gate.h"
 #include "base/NativePaths.h"
 #include "cameras/CameraTable.h"
-#include "cameras/LampColour.h"
 #include "settings/EventLog.h"
 #include "settings/Problems.h"
 
@@ -16,20 +15,14 @@ namespace velmora {
 /// Whether the box of the storage folder is being edited.
 enum class Editing { No, Yes };
 
-/// What the button that hides the main window does.
-enum class HideButton {
-    Plain, // hides it, before anything was checked
-    Ok,    // hides it, and the images are shown
-    Quits  // ends the program, since there is no folder to work in
-};
+/// What a check of the storage folder has found.
+enum class StorageCheck { NotYet, Found, Missing };
 
-/// What a check of the storage folder sets in the windows.
+/// What follows from a check.
 struct StorageState
 {
-    LampColour lamp = LampColour::None;
+    StorageCheck check = StorageCheck::NotYet;
     bool captureEnabled = false; // timers and import; a timer runs only if its own switch is on too
-    bool canMakeFolder = false;  // the make-folder button is shown
-    HideButton hideButton = HideButton::Plain;
 
     bool operator==(const StorageState &) const = default;
 };
@@ -77,8 +70,8 @@ public:
     /// Text of the folder in force; after a check it ends with "\".
     [[nodiscard]] const QString &inForce() const { return inForce_; }
 
-    /// For the text in the box.
-    [[nodiscard]] LampColour lamp() const { return state_.lamp; }
+    /// Whether the folder named by the text in the box was there.
+    [[nodiscard]] StorageCheck lastCheck() const { return state_.check; }
 
     [[nodiscard]] const StorageState &state() const { return state_; }
 

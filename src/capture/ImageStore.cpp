@@ -170,7 +170,7 @@ QCoro::Task<> ImageStore::store(Arrival *arrival)
 {
     const SettingsFile &settings = uses_.table.settings();
     const std::vector<SettingsValue> changes = std::exchange(arrival->changes, {});
-    const SettingsValue row = CameraTable::urlOf(arrival->camera, arrival->address);
+    const SettingsValue row = CameraTable::whileUrlIs(arrival->camera, arrival->address);
     const std::size_t atOnce = settings.isLarge() ? 1 : changes.size();
     arrival->isRecorded = true;
     for (std::span<const SettingsValue> left(changes); !left.empty(); left = left.subspan(atOnce)) {

@@ -101,7 +101,7 @@ QString Scheduler::standstill() const
         return QStringLiteral("The capture waits for the storage folder: its box is being edited "
                               "in the main window");
     }
-    if (storage.lamp() == LampColour::Red) {
+    if (storage.lastCheck() == StorageCheck::Missing) {
         return QStringLiteral("The capture has stopped: the storage folder %1 is not there")
             .arg(storage.inForce());
     }
@@ -155,7 +155,7 @@ QCoro::Task<> Scheduler::Timer_Timer()
         ArretTimer();
         co_return;
     }
-    if (uses_.storage.lamp() != LampColour::Green) {
+    if (uses_.storage.lastCheck() != StorageCheck::Found) {
         co_return;
     }
     RegleTempo();

@@ -79,7 +79,7 @@ void HealthWatch::lookAtStorage()
     if (storage_.isBeingEdited()) {
         return; // a folder only being typed: no one has lost anything by it
     }
-    const bool isGone = storage_.lamp() == LampColour::Red;
+    const bool isGone = storage_.lastCheck() == StorageCheck::Missing;
     const QString folder = storage_.inForce();
     const bool wasSeen = seenStorage_ == folder;
     if (!isGone) {

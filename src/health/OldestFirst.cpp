@@ -54,7 +54,7 @@ std::optional<qint64> OldestFirst::freeBytes() const
 bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
 {
     const auto free = freeBytes();
-    return !free || *free >= wantedFreeBytes || storage_.lamp() != LampColour::Green;
+    return !free || *free >= wantedFreeBytes || storage_.lastCheck() != StorageCheck::Found;
 }
 
 QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)

@@ -30,8 +30,6 @@ public:
     /// Everything passed in outlives the object; the scope is joined before it is destroyed.
     OldestFirst(const CameraTable &table, StorageFolder &storage, Clock &clock, TaskScope &scope);
 
-    [[nodiscard]] bool isRunning() const { return running_; }
-
     /// Deletes until that many bytes are free on the storage folder's disk, or nothing is left that
     /// may go, or a hundred images went without gain (a disk that keeps old states does not free
     /// what is deleted). cameras: those whose images may be deleted. Does nothing while it is

@@ -113,7 +113,7 @@ void Interface::bindStorage()
 // The line at the foot says what to do, unless it shows something else.
 void Interface::showStorageHint(const StorageState &state)
 {
-    if (state.canMakeFolder) {
+    if (state.check == StorageCheck::Missing) {
         tell(Message::StorageHint,
              tr("The storage folder does not exist. Type another, or press \"Create folder\"."));
     } else if (message_ == Message::StorageHint) {
@@ -354,7 +354,7 @@ void Interface::bringUp()
 void Interface::Cache_Click()
 {
     uses_.log.trace(QStringLiteral("Interface Cache_Click"));
-    if (uses_.storage.lamp() == LampColour::Red) {
+    if (uses_.storage.lastCheck() == StorageCheck::Missing) {
         Q_EMIT endWanted();
         return;
     }

@@ -108,10 +108,11 @@ void StorageBox::showText(const QString &text)
 
 void StorageBox::showState(const StorageState &state)
 {
-    controls_.LampSA.setColour(state.lamp);
+    const StorageFace face = storageFace(state.check);
+    controls_.LampSA.setColour(face.lamp);
     controls_.Import.setEnabled(state.captureEnabled && !held_);
-    showMakeDir(state.canMakeFolder);
-    showHideButton(state.hideButton);
+    showMakeDir(face.canMakeFolder);
+    showHideButton(face.hideButton);
 }
 
 // A button that goes gives the focus to the next box, in which its keys would then be typed.

@@ -1,9 +1,9 @@
 // Binds the storage line of the main window: lamp, folder box, buttons.
 #pragma once
 
-#include "cameras/StorageFolder.h"
 #include "ui/BoxEdit.h"
 #include "ui/Lamp.h"
+#include "view/StorageFace.h"
 
 #include <QAbstractButton>
 

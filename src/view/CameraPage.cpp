@@ -243,7 +243,7 @@ QString CameraPage::storedFolder(int row) const
 
 QString CameraPage::folderToOpen(int row) const
 {
-    return storage_.lamp() == LampColour::Green ? storedFolder(row) : QString();
+    return storage_.lastCheck() == StorageCheck::Found ? storedFolder(row) : QString();
 }
 
 QString CameraPage::reason(int row) const
@@ -258,7 +258,7 @@ QString CameraPage::reason(int row) const
 
 QString CameraPage::whyNothingToOpen(int row) const
 {
-    if (storage_.lamp() != LampColour::Green) {
+    if (storage_.lastCheck() != StorageCheck::Found) {
         return QStringLiteral("Nothing to open: the storage folder does not exist");
     }
     return folderExists(storedFolder(row))

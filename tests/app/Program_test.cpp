@@ -240,11 +240,11 @@ TEST_F(ProgramTest, StopsWhenTheStorageGoesAndGoesOnWhenItIsBack)
     start();
     ASSERT_TRUE(QFile::rename(tree_.path(u"drives/c/in"), tree_.path(u"drives/c/away")));
     clock_.advance(3s);
-    EXPECT_EQ(engine_->storage().lamp(), LampColour::Red);
+    EXPECT_EQ(engine_->storage().lastCheck(), StorageCheck::Missing);
     EXPECT_FALSE(engine_->timer().isActive());
     ASSERT_TRUE(QFile::rename(tree_.path(u"drives/c/away"), tree_.path(u"drives/c/in")));
     clock_.advance(3s);
-    EXPECT_EQ(engine_->storage().lamp(), LampColour::Green);
+    EXPECT_EQ(engine_->storage().lastCheck(), StorageCheck::Found);
     EXPECT_TRUE(engine_->timer().isActive());
 }
 

@@ -155,7 +155,7 @@ TEST_F(LitDir, ReadsNothingWhenThatCheckFindsTheStorageFolderGone)
     house_.pullStorage();
     house_.capture.storage.requestCheck();
     read();
-    EXPECT_EQ(house_.capture.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.capture.storage.lastCheck(), StorageCheck::Missing);
     EXPECT_EQ(steps_.selection.NbI(), QString());
 }
 
@@ -231,7 +231,7 @@ TEST_F(LitDir, NeverMakesTheStorageFolderItself)
     house_.pullStorage();
     read();
     EXPECT_FALSE(house_.capture.tree.exists(u"drives/c/in"));
-    EXPECT_EQ(house_.capture.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.capture.storage.lastCheck(), StorageCheck::Missing);
     EXPECT_EQ(house_.data.files.count(), 0);
 }
 

@@ -192,7 +192,7 @@ TEST_F(ScanTimer, ChecksTheStorageFolderFirstWhenThatIsWanted)
     house_.pullStorage();
     house_.capture.storage.requestCheck();
     tick();
-    EXPECT_EQ(house_.capture.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.capture.storage.lastCheck(), StorageCheck::Missing);
     EXPECT_EQ(state().camera(), (CameraAddress{3, 4}));
 }
 

@@ -58,7 +58,7 @@ TEST_F(FolderInForce, StaysWhileAnotherIsTyped)
     storage.edit(QStringLiteral("C:\\other"));
     EXPECT_EQ(storage.text(), kOther);
     EXPECT_EQ(setting(u"Control", u"StRep"), kOther);
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_TRUE(isInForce(kBefore));
     EXPECT_EQ(storage.folderText(u"\\a\\"), QStringLiteral("C:\\in\\\\a\\"));
     EXPECT_FALSE(storage.isUsable());

@@ -46,7 +46,7 @@ TEST_F(MakeDir, LeavesWhatIsThereAlone)
 TEST_F(MakeDir, ChecksAndStoresTheText)
 {
     make(QStringLiteral("C:\\in"));
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_EQ(storage.text(), QStringLiteral("C:\\in\\"));
     EXPECT_EQ(setting(u"Control", u"StRep"), QStringLiteral("C:\\in\\"));
 }
@@ -102,7 +102,7 @@ TEST_F(MakeDir, TellsOfADriveThatDoesNotExist)
     make(QStringLiteral("Z:\\in"));
     EXPECT_EQ(shown, QStringList{QStringLiteral(
                          "The folder Z:\\in\\ cannot be made: there is no such drive")});
-    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Missing);
 }
 
 TEST_F(MakeDir, TellsOfAFileInTheWay)
@@ -112,7 +112,7 @@ TEST_F(MakeDir, TellsOfAFileInTheWay)
     const QString reason =
         QString::fromStdString(std::make_error_code(std::errc::file_exists).message());
     EXPECT_EQ(shown, QStringList{QStringLiteral("The folder C:\\in\\ cannot be made: ") + reason});
-    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Missing);
 }
 
 TEST_F(MakeDir, TellsOfACameraFolderWithoutItsAddressAndMakesTheOthers)
@@ -139,7 +139,7 @@ TEST_F(MakeDir, MakesAFolderFromTheRootOfTheFileSystem)
     const QString text = QString(tree.path(u"srv/cams")).replace(u'/', u'\\');
     make(text);
     EXPECT_EQ(tree.folders(u"srv"), QStringList{QStringLiteral("cams")});
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
 }
 
 } // namespace

@@ -11,8 +11,8 @@ namespace {
 using test::CamerasFixture;
 using test::StorageFolderTest;
 
-const StorageState kPresent{LampColour::Green, true, false, HideButton::Ok};
-const StorageState kMissing{LampColour::Red, false, true, HideButton::Quits};
+const StorageState kPresent{StorageCheck::Found, true};
+const StorageState kMissing{StorageCheck::Missing, false};
 
 TEST(StorageState, FollowsFromTheFolder)
 {
@@ -38,7 +38,7 @@ TEST_F(StorageFolderTest, TakesInOfDriveCWhenNothingIsStored)
 TEST_F(StorageFolderTest, ChecksNothingWhenLoaded)
 {
     storage.load();
-    EXPECT_EQ(storage.lamp(), LampColour::None);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::NotYet);
     EXPECT_TRUE(checks.isEmpty());
 }
 
@@ -48,7 +48,7 @@ TEST_F(StorageFolderTest, IsGreenWhenTheFolderIsThere)
     storage.load();
     storage.testSA();
     EXPECT_EQ(checks, QList<StorageState>{kPresent});
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_TRUE(storage.isPresent());
 }
 
@@ -57,7 +57,7 @@ TEST_F(StorageFolderTest, IsRedWhenTheFolderIsMissing)
     storage.load();
     storage.testSA();
     EXPECT_EQ(checks, QList<StorageState>{kMissing});
-    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Missing);
     EXPECT_FALSE(storage.isPresent());
 }
 
@@ -66,14 +66,14 @@ TEST_F(StorageFolderTest, IsRedWhenAFileStandsThere)
     tree.write(u"drives/c/in", "");
     storage.load();
     storage.testSA();
-    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Missing);
 }
 
 TEST_F(StorageFolderTest, IsRedOnADriveThatDoesNotExist)
 {
     storage.edit(QStringLiteral("Z:\\in"));
     storage.putInForce();
-    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Missing);
     EXPECT_FALSE(storage.isPresent());
     EXPECT_EQ(storage.native(storage.text()), QString());
 }
@@ -106,10 +106,10 @@ TEST_F(StorageFolderTest, StoresTheTextAtEveryKeystroke)
     makeStorage();
     storage.edit(QStringLiteral("C:\\i"));
     EXPECT_EQ(setting(u"Control", u"StRep"), QStringLiteral("C:\\i\\"));
-    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Missing);
     storage.edit(QStringLiteral("C:\\in\\"));
     EXPECT_EQ(setting(u"Control", u"StRep"), QStringLiteral("C:\\in\\"));
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_EQ(checks.size(), 2);
 }
 
@@ -139,7 +139,7 @@ TEST_F(StorageFolderTest, StopsTheTimersWhileItIsEdited)
     EXPECT_TRUE(storage.isBeingEdited());
     EXPECT_EQ(editsBegun, 1);
     storage.edit(QStringLiteral("C:\\in"));
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_TRUE(storage.isBeingEdited()) << "the box still has the focus";
 }
 
@@ -172,13 +172,13 @@ TEST_F(StorageFolderTest, RechecksOnlyWhenTheFolderCameOrWent)
     removeStorage();
     storage.recheck();
     EXPECT_EQ(checks.size(), 2);
-    EXPECT_EQ(storage.lamp(), LampColour::Red);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Missing);
     storage.recheck();
     EXPECT_EQ(checks.size(), 2);
     makeStorage();
     storage.recheck();
     EXPECT_EQ(checks.size(), 3);
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
 }
 
 TEST_F(StorageFolderTest, LetsTheTimersRunWhenTheFolderComesBackAfterAnEdit)
@@ -198,7 +198,7 @@ TEST_F(StorageFolderTest, KeepsTheTimersStoppedWhenTheFolderComesWhileItIsEdited
     storage.beginEdit();
     makeStorage();
     storage.recheck();
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_TRUE(storage.isBeingEdited());
 }
 
@@ -216,7 +216,7 @@ TEST_F(MissingFolder, IsMadeWhenNothingWasEverCaptured)
     storage.testSA();
     EXPECT_EQ(make(), StoragePlace::Made);
     EXPECT_TRUE(isThere());
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_EQ(make(), StoragePlace::There);
 }
 
@@ -263,7 +263,7 @@ TEST_F(StorageFolderTest, TakesAChosenFolder)
     storage.choose(tree.path(u"drives/c/in"));
     EXPECT_EQ(storage.text(), QStringLiteral("C:\\in\\"));
     EXPECT_EQ(setting(u"Control", u"StRep"), QStringLiteral("C:\\in\\"));
-    EXPECT_EQ(storage.lamp(), LampColour::Green);
+    EXPECT_EQ(storage.lastCheck(), StorageCheck::Found);
     EXPECT_EQ(shown, QStringList());
 }
 

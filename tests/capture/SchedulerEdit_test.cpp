@@ -206,7 +206,7 @@ TEST_F(Edit, KeepsTheTimerStoppedWhenTheTypedFolderIsThere)
 {
     house_.storage.edit(QStringLiteral("C:\\i"));
     house_.storage.edit(QStringLiteral("C:\\in"));
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Green);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Found);
     EXPECT_FALSE(house_.timer.isActive());
 }
 
@@ -309,7 +309,7 @@ TEST_F(Starting, EndsWhenTheStorageFolderIsNotThere)
 {
     removeStorage();
     house_.storage.testSA();
-    ASSERT_EQ(house_.storage.lamp(), LampColour::Red);
+    ASSERT_EQ(house_.storage.lastCheck(), StorageCheck::Missing);
     clock_.advance(1min);
     EXPECT_EQ(house_.stored(), QStringList());
     EXPECT_EQ(house_.scope.running(), 0);

@@ -245,7 +245,7 @@ TEST_F(Pass, EndsWhenTheStorageFolderVanishes)
     EXPECT_EQ(house_.failed(), QStringList{QStringLiteral("0:0")});
     EXPECT_EQ(house_.value(u"SB", {0, 1}), QString());
     house_.tick();
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Missing);
 }
 
 TEST_F(Pass, TellsItsEndOnce)

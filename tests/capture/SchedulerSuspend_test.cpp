@@ -112,7 +112,7 @@ TEST_F(Suspend, IsNotEndedByTheReturnOfTheStorageFolder)
     suspend();
     house_.tree.makeFolder(u"drives/c/in");
     house_.storage.recheck();
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Green);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Found);
     EXPECT_FALSE(house_.timer.isActive());
 }
 

@@ -131,7 +131,7 @@ TEST_F(Tick, SeesTheRedLampAfterTheCheck)
     ASSERT_TRUE(QDir(house_.tree.path(u"drives/c/in")).removeRecursively());
     house_.storage.requestCheck();
     house_.tick();
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Missing);
     EXPECT_FALSE(house_.timer.isActive());
 }
 

@@ -35,7 +35,7 @@ TEST_F(StorageWatchTest, SeesThatTheFolderWentAway)
 {
     removeFolder();
     clock_.advance(2s);
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Missing);
     EXPECT_FALSE(house_.timer.isActive());
 }
 
@@ -45,7 +45,7 @@ TEST_F(StorageWatchTest, SeesThatTheFolderCameBack)
     clock_.advance(2s);
     makeFolder();
     clock_.advance(2s);
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Green);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Found);
     EXPECT_TRUE(house_.timer.isActive());
 }
 
@@ -53,9 +53,9 @@ TEST_F(StorageWatchTest, LooksEveryTwoSeconds)
 {
     removeFolder();
     clock_.advance(2s - 1ms);
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Green);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Found);
     clock_.advance(1ms);
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Red);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Missing);
 }
 
 TEST_F(StorageWatchTest, SaysNothingWhileNothingChanges)

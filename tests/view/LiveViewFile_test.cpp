@@ -181,7 +181,7 @@ TEST_F(LiveFolder, ThatIsMadeTurnsTheLampGreenAndIsReported)
     name(house_.storage, QStringLiteral("C:\\new"));
     show();
     EXPECT_TRUE(house_.tree.exists(u"drives/c/new/tmp/Target.jpg"));
-    EXPECT_EQ(house_.storage.lamp(), LampColour::Green);
+    EXPECT_EQ(house_.storage.lastCheck(), StorageCheck::Found);
     EXPECT_TRUE(house_.timer.isActive());
     EXPECT_EQ(told, QStringList{QStringLiteral("The storage folder C:\\new\\ was made")});
 }

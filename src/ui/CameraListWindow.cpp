@@ -1,9 +1,7 @@
 #include "ui/CameraListWindow.h"
 
 #include "admin/CameraCommands.h"
-#include "admin/ListText.h"
 #include "admin/Refusals.h"
-#include "base/FileReader.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
 #include "ui/ScreenRoom.h"
@@ -21,43 +19,11 @@ namespace {
 constexpr QSize kStartSize{760, 560};
 constexpr int kMostShown = 200; // of a list whose rest would be refused anyway
 
-qsizetype countOf(const ListPlan &plan, Fate fate)
-{
-    return std::ranges::count_if(
-        plan.cameras, [fate](const PlannedCamera &planned) { return planned.fate == fate; });
-}
-
-QString summary(const ListPlan &plan)
-{
-    if (!plan.fault.isEmpty()) {
-        return plan.fault;
-    }
-    const qsizetype wrong = countOf(plan, Fate::Wrong);
-    const QString counts = CameraListWindow::tr("%1 new, %2 double, %3 wrong")
-                               .arg(countOf(plan, Fate::Added))
-                               .arg(countOf(plan, Fate::Double))
-                               .arg(wrong);
-    return wrong > 0 ? counts + CameraListWindow::tr(". Nothing is stored while a line is wrong.")
-                     : counts;
-}
-
-// The user corrects the file's own text. One that cannot be read, or is far too long, is not shown.
-QString shownText(const QByteArray &bytes)
-{
-    return readCameraList(bytes).fault.isEmpty() ? listText(bytes).value_or(QString()) : QString();
-}
-
-QString readingFault(std::error_code error)
-{
-    return error == std::errc::file_too_large
-               ? CameraListWindow::tr("it is far longer than a hundred cameras can be")
-               : QString::fromStdString(error.message());
-}
-
 } // namespace
 
 CameraListWindow::CameraListWindow(const SettingsFile &settings)
     : settings_(settings)
+    , edit_(settings)
     , ui_(std::make_unique<Ui::CameraListWindow>())
 {
     ui_->setupUi(this);
@@ -85,35 +51,31 @@ void CameraListWindow::present()
     bringToFront(*this);
 }
 
-// Rows may have been taken meanwhile, in another window or by another program.
 bool CameraListWindow::event(QEvent *event)
 {
-    if (event->type() == QEvent::WindowActivate) {
-        const ListPlan plan = planList(readCameraList(list_), settings_.snapshot());
-        if (plan != plan_) {
-            show(plan);
-        }
+    if (event->type() == QEvent::WindowActivate && edit_.planAgain()) {
+        showPlan();
     }
     return QWidget::event(event);
 }
 
 void CameraListWindow::read(const QByteArray &bytes)
 {
-    list_ = bytes;
-    show(planList(readCameraList(list_), settings_.snapshot()));
+    edit_.read(bytes);
+    showPlan();
 }
 
-void CameraListWindow::show(const ListPlan &plan)
+void CameraListWindow::showPlan()
 {
-    plan_ = plan;
-    const auto shown = static_cast<int>(std::min<std::size_t>(plan.cameras.size(), kMostShown));
+    const std::vector<PlannedCamera> &cameras = edit_.plan().cameras;
+    const auto shown = static_cast<int>(std::min<std::size_t>(cameras.size(), kMostShown));
     ui_->listPreview->setRowCount(shown);
     for (int line = 0; line < shown; ++line) {
-        showLine(line, plan.cameras[static_cast<std::size_t>(line)]);
+        showLine(line, cameras[static_cast<std::size_t>(line)]);
     }
     ui_->listPreview->resizeColumnsToContents();
-    ui_->listMessage->setText(summary(plan));
-    showStore(plan.isSound() && countOf(plan, Fate::Added) > 0);
+    ui_->listMessage->setText(edit_.summary());
+    showStore(edit_.mayStore());
 }
 
 // A button that is disabled gives the focus to the next one, which closes the window.
@@ -138,39 +100,32 @@ void CameraListWindow::showLine(int line, const PlannedCamera &planned)
 
 void CameraListWindow::openFile(const QString &path)
 {
-    const WholeFile file = readWholeFile(path, kMostListFileBytes);
-    const QByteArray bytes = file.bytes.value_or(QByteArray());
-    ui_->listText->setPlainText(shownText(bytes));
+    const ListFile file = readListFile(path);
+    ui_->listText->setPlainText(file.text);
     if (ui_->listText->document()->isEmpty()) {
-        read(bytes); // which says why nothing is shown
+        read(file.bytes); // which says why nothing is shown
     }
-    if (!file.bytes) {
-        ui_->listMessage->setText(unreadListText(path, readingFault(file.error)));
+    if (!file.fault.isEmpty()) {
+        ui_->listMessage->setText(file.fault);
     }
 }
 
-// Cameras go where the preview shows them, or nowhere: the table may have changed since.
 void CameraListWindow::store()
 {
     Q_EMIT storing();
-    bool isAsShown = false;
-    const SettingsChange change = settings_.change([&](SettingsDraft &draft) {
-        isAsShown = planList(readCameraList(list_), draft.snapshot()) == plan_;
-        if (isAsShown) {
-            applyPlan(plan_, draft);
-        }
-    });
-    if (change == SettingsChange::Failed) {
+    const ListStoring outcome = edit_.store();
+    if (outcome == ListStoring::Failed) {
         ui_->listMessage->setText(notStoredText());
         return;
     }
-    if (isAsShown) {
+    if (outcome == ListStoring::Stored) {
         Q_EMIT stored();
     }
-    read(list_);
-    ui_->listMessage->setText(isAsShown ? tr("Stored.")
-                                        : tr("The cameras have changed meanwhile. This is how the "
-                                             "list would go in now."));
+    showPlan();
+    ui_->listMessage->setText(outcome == ListStoring::Stored
+                                  ? tr("Stored.")
+                                  : tr("The cameras have changed meanwhile. This is how the list "
+                                       "would go in now."));
 }
 
 void CameraListWindow::chooseFile()

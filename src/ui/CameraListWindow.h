@@ -8,7 +8,7 @@
 //     listOpen  listExport              listStore  listClose
 #pragma once
 
-#include "admin/ListPlan.h"
+#include "admin/ListEdit.h"
 
 #include <QWidget>
 
@@ -48,7 +48,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void show(const ListPlan &plan);
+    void showPlan();
     void showStore(bool mayStore);
     void showLine(int line, const PlannedCamera &planned);
     void read(const QByteArray &bytes);
@@ -57,9 +57,8 @@ private:
     void chooseTarget();
 
     const SettingsFile &settings_;
+    ListEdit edit_;
     std::unique_ptr<Ui::CameraListWindow> ui_;
-    QByteArray list_;
-    ListPlan plan_; // shown in the preview
 };
 
 } // namespace velmora

@@ -1,16 +1,11 @@
 #include "ui/CameraSheet.h"
 
 #include "admin/Refusals.h"
-#include "base/PictureFormat.h"
-#include "cameras/AddressRule.h"
-#include "pictures/JpegScans.h"
-#include "pictures/PictureReader.h"
+#include "pictures/TimelyPicture.h"
 #include "ui/ToFront.h"
 #include "ui_CameraSheet.h"
 
-#include <QBuffer>
 #include <QCloseEvent>
-#include <QImageReader>
 #include <QShortcut>
 
 namespace velmora {
@@ -18,44 +13,13 @@ namespace {
 
 constexpr QSize kMostShown{1280, 960};
 
-// Decoded in one go, during which the whole program waits. JPEG can be decoded at a smaller size,
-// but each of its scans goes through the whole picture.
-constexpr qint64 kMostPixels = 10'000'000;
-constexpr qint64 kMostJpegPixels = 100'000'000;
-
-struct Shown
-{
-    QImage image; // no larger than the sheet needs
-    QSize size;   // of the picture itself
-    QString why;  // there is no image
-};
-
-QSize storedSize(QByteArray bytes)
-{
-    QBuffer buffer(&bytes);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    return reader.size();
-}
-
-bool takesTooLong(const QByteArray &bytes, QSize size)
-{
-    const qint64 pixels = qint64{size.width()} * size.height();
-    return pictureFormat(bytes) == kJpegFormat ? pixels * countJpegScans(bytes) > kMostJpegPixels
-                                               : pixels > kMostPixels;
-}
-
-Shown shownPicture(const QByteArray &bytes)
+QString whyNotShown(const QByteArray &bytes, const TimelyPicture &picture)
 {
     if (bytes.isEmpty()) {
-        return {{}, {}, CameraSheet::tr("no picture")};
+        return CameraSheet::tr("no picture");
     }
-    const QSize size = storedSize(bytes);
-    if (takesTooLong(bytes, size)) {
-        return {{}, size, CameraSheet::tr("too large to show")};
-    }
-    return {decodePicture(bytes, {kMostShown, Fit::KeepShape}), size,
-            CameraSheet::tr("cannot be shown")};
+    return picture.isTooLarge ? CameraSheet::tr("too large to show")
+                              : CameraSheet::tr("cannot be shown");
 }
 
 QString orNone(const QString &text)
@@ -63,7 +27,7 @@ QString orNone(const QString &text)
     return text.isEmpty() ? CameraSheet::tr("none") : text;
 }
 
-QString factsOf(const TrialResult &result, const Shown &shown)
+QString factsOf(const TrialResult &result, const TimelyPicture &shown)
 {
     QStringList lines{result.verdict};
     if (!result.picture.isEmpty()) {
@@ -85,7 +49,7 @@ QString factsOf(const TrialResult &result, const Shown &shown)
 } // namespace
 
 CameraSheet::CameraSheet(const SettingsFile &settings, CameraTrial &trial)
-    : settings_(settings)
+    : edit_(settings)
     , trial_(trial)
     , ui_(std::make_unique<Ui::CameraSheet>())
 {
@@ -108,10 +72,10 @@ CameraSheet::~CameraSheet() = default;
 
 void CameraSheet::present(CameraAddress camera)
 {
-    const bool isChanged = isVisible() && fields() != filled_;
+    const bool isChanged = isVisible() && edit_.isChanged(fields());
     if (!isChanged) {
         begin(camera);
-    } else if (camera != camera_) {
+    } else if (camera != edit_.camera()) {
         ui_->sheetMessage->setText(
             tr("Save or cancel this first; then open camera %1 again").arg(cameraText(camera)));
     }
@@ -120,16 +84,16 @@ void CameraSheet::present(CameraAddress camera)
 
 void CameraSheet::begin(CameraAddress camera)
 {
-    camera_ = camera;
     trial_.giveUp();
-    fill();
-    filled_ = fields();
+    fill(edit_.begin(camera));
+    setWindowTitle(tr("Camera %1").arg(edit_.title()));
+    edit_.setFilled(fields());
     ui_->sheetName->setFocus();
     const auto length = static_cast<int>(ui_->sheetName->text().size());
     ui_->sheetName->setSelection(length, -length); // a long name is seen from its start
 }
 
-CameraSheet::Fields CameraSheet::fields() const
+CameraFields CameraSheet::fields() const
 {
     return {ui_->sheetName->text(),
             ui_->sheetAddress->text().trimmed(),
@@ -137,21 +101,16 @@ CameraSheet::Fields CameraSheet::fields() const
             keep()};
 }
 
-void CameraSheet::fill()
+void CameraSheet::fill(const CameraFields &stored)
 {
-    const SettingsSnapshot settings = settings_.snapshot();
-    stored_ = CameraTable::url(settings, camera_);
-    const CameraLogin login = cameraLogin(settings, camera_);
-    const KeepChoice choice = cameraKeep(settings, camera_);
-    setWindowTitle(tr("Camera %1").arg(cameraTitle(settings, camera_)));
-    ui_->sheetName->setText(cameraName(settings, camera_));
-    ui_->sheetAddress->setText(stored_);
+    ui_->sheetName->setText(stored.name);
+    ui_->sheetAddress->setText(stored.address);
     ui_->sheetAddress->setCursorPosition(0);
-    ui_->sheetUser->setText(login.user);
-    ui_->sheetPassword->setText(login.password);
-    ui_->sheetKeep->setCurrentIndex(static_cast<int>(choice.keep));
-    if (choice.keep == Keep::Clearly) {
-        ui_->sheetPercent->setValue(choice.percent);
+    ui_->sheetUser->setText(stored.login.user);
+    ui_->sheetPassword->setText(stored.login.password);
+    ui_->sheetKeep->setCurrentIndex(static_cast<int>(stored.keep.keep));
+    if (stored.keep.keep == Keep::Clearly) {
+        ui_->sheetPercent->setValue(stored.keep.percent);
     }
     ui_->sheetMessage->clear();
     ui_->sheetResult->clear();
@@ -177,41 +136,31 @@ KeepChoice CameraSheet::keep() const
 void CameraSheet::test()
 {
     ui_->sheetResult->setText(tr("Fetching…"));
-    trial_.begin({camera_,
-                  ui_->sheetAddress->text().trimmed(),
-                  {ui_->sheetUser->text(), ui_->sheetPassword->text()},
-                  keep()});
+    const CameraFields now = fields();
+    trial_.begin({edit_.camera(), now.address, now.login, now.keep});
 }
 
 void CameraSheet::showResult(const TrialResult &result)
 {
-    const Shown shown = shownPicture(result.picture);
+    const TimelyPicture shown = decodeInTime(result.picture, {kMostShown, Fit::KeepShape});
     ui_->sheetResult->setText(factsOf(result, shown));
     ui_->sheetDifference->setText(
         result.differencePercent ? tr("measured: %1 %").arg(*result.differencePercent, 0, 'f', 1)
                                  : QString());
-    ui_->sheetPicture->setEmptyText(shown.why);
+    ui_->sheetPicture->setEmptyText(whyNotShown(result.picture, shown));
     ui_->sheetPicture->showPicture({}, shown.image);
 }
 
 // A value that cannot be stored stays in its field, and the sheet stays open.
 void CameraSheet::save()
 {
-    const Fields now = fields();
-    for (const auto &refusal : {addressRefusal(now.address, camera_.row), nameRefusal(now.name),
-                                loginRefusal(now.login)}) {
-        if (refusal) {
-            ui_->sheetMessage->setText(*refusal);
-            return;
-        }
-    }
-    if (!isOfSameCamera()) {
-        ui_->sheetMessage->setText(tr("The row has got another address meanwhile: nothing was "
-                                      "stored. Cancel, and open the sheet again"));
+    const CameraFields now = fields();
+    if (const auto refusal = edit_.refusal(now)) {
+        ui_->sheetMessage->setText(*refusal);
         return;
     }
-    giveAddress(now.address);
-    if (store(now) == SettingsChange::Failed) {
+    giveAddress(now);
+    if (edit_.store(now) == SettingsChange::Failed) {
         ui_->sheetMessage->setText(notStoredText());
         return;
     }
@@ -219,42 +168,14 @@ void CameraSheet::save()
     close();
 }
 
-// What is in the sheet, the login above all, is not meant for a camera that was put into the row
-// since the sheet was filled.
-bool CameraSheet::isOfSameCamera() const
-{
-    return CameraTable::url(settings_.snapshot(), camera_) == stored_;
-}
-
 // Before anything else, since the row forgets what another address leaves behind, but the login in
 // the sheet is meant for the one beside it.
-void CameraSheet::giveAddress(const QString &address)
+void CameraSheet::giveAddress(const CameraFields &now)
 {
-    if (address != filled_.address) {
-        Q_EMIT addressChosen(camera_, address);
-        stored_ = CameraTable::url(settings_.snapshot(), camera_);
+    if (edit_.changesAddress(now)) {
+        Q_EMIT addressChosen(edit_.camera(), now.address);
+        edit_.followAddress();
     }
-}
-
-// The other fields may have been changed elsewhere since the sheet was filled. Nothing is chosen
-// for a row that was emptied.
-SettingsChange CameraSheet::store(const Fields &now) const
-{
-    const bool isEmptied = now.address.isEmpty() && !filled_.address.isEmpty();
-    if (isEmptied) {
-        return SettingsChange::Made;
-    }
-    return settings_.change([&](SettingsDraft &draft) {
-        if (now.name != filled_.name) {
-            setCameraName(draft, camera_, now.name);
-        }
-        if (now.keep != filled_.keep) {
-            setCameraKeep(draft, camera_, now.keep);
-        }
-        if (now.login != filled_.login || now.address != filled_.address) {
-            setCameraLogin(draft, camera_, now.login);
-        }
-    });
 }
 
 void CameraSheet::closeEvent(QCloseEvent *event)

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "view/CameraTrial.h"
+#include "view/ChoicesEdit.h"
 
 #include <QWidget>
 
@@ -44,34 +45,19 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    struct Fields
-    {
-        QString name;
-        QString address;
-        CameraLogin login;
-        KeepChoice keep;
-
-        bool operator==(const Fields &) const = default;
-    };
-
     [[nodiscard]] KeepChoice keep() const;
-    [[nodiscard]] Fields fields() const;
+    [[nodiscard]] CameraFields fields() const;
     void begin(CameraAddress camera);
-    void fill();
+    void fill(const CameraFields &stored);
     void test();
     void save();
-    [[nodiscard]] bool isOfSameCamera() const;
-    void giveAddress(const QString &address);
-    [[nodiscard]] SettingsChange store(const Fields &now) const;
+    void giveAddress(const CameraFields &now);
     void showResult(const TrialResult &result);
     void showPercent();
 
-    const SettingsFile &settings_;
+    ChoicesEdit edit_;
     CameraTrial &trial_;
     std::unique_ptr<Ui::CameraSheet> ui_;
-    CameraAddress camera_;
-    Fields filled_;  // before any change
-    QString stored_; // the camera's address at that time
 };
 
 } // namespace velmora

@@ -69,35 +69,33 @@ Authorities::~Authorities() = default;
 
 QCoro::Task<> Authorities::load()
 {
-    if (!places_) {
-        places_ = usualPlaces();
-    }
-    if (isLoaded() && stamp_ == fileStamp(QFile::decodeName(places_->file))) {
+    const AuthorityPlaces &places = places_ ? *places_ : places_.emplace(usualPlaces());
+    if (isLoaded() && stamp_ == fileStamp(QFile::decodeName(places.file))) {
         co_return;
     }
-    begin();
+    begin(places);
     OneShot<bool> read;
     waiting_.push_back(&read);
     const bool done = co_await read;
     Q_UNUSED(done);
 }
 
-void Authorities::begin()
+void Authorities::begin(const AuthorityPlaces &places)
 {
     if (reading_) {
         return;
     }
     auto reading = std::make_unique<Reading>();
-    reading->stamp = fileStamp(QFile::decodeName(places_->file));
-    reading->file.reset(BIO_new_file(places_->file.constData(), "r"));
+    reading->stamp = fileStamp(QFile::decodeName(places.file));
+    reading->file.reset(BIO_new_file(places.file.constData(), "r"));
     reading->store.reset(X509_STORE_new());
     X509_STORE *const store = storeOf(reading->store.get());
     if (store == nullptr) {
         throw std::bad_alloc();
     }
     X509_STORE_set_flags(store, X509_V_FLAG_TRUSTED_FIRST | X509_V_FLAG_PARTIAL_CHAIN);
-    if (!places_->folder.isEmpty()) {
-        X509_STORE_load_path(store, places_->folder.constData());
+    if (!places.folder.isEmpty()) {
+        X509_STORE_load_path(store, places.folder.constData());
     }
     ERR_clear_error();
     reading_ = std::move(reading);

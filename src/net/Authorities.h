@@ -53,7 +53,7 @@ private:
 
     using Store = std::unique_ptr<void, FreeStore>;
 
-    void begin();
+    void begin(const AuthorityPlaces &places);
     void readSome();
     void finish();
 

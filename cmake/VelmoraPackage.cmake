@@ -12,7 +12,7 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # Libraries are found by Debian's own tool; their packages bring the toolkit's plugins for X and JPEG.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libcurl4") # loaded by name, which that tool cannot see
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libcurl4 (>= 7.88)") # loaded by name, which that tool cannot see
 # Without these the program runs, but: https cameras are refused without the authorities' certificates; RTSP
 # streams give no picture and films are not made without ffmpeg; the buttons that open folders and images need
 # xdg-open; WebP pictures are stored, but not shown, without the toolkit's plugin for them; the toolkit runs on a

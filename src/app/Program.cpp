@@ -100,6 +100,7 @@ void Program::connectBrowser()
     connect(&windows_->browser, &planche::cameraShown, this, &Program::nameFilm);
     connect(&images_.film(), &Slideshow::begun, this, &Program::nameFilm);
     connect(&view_.page(), &CameraPage::pageReread, &windows_->browser, &planche::showCamera);
+    connect(&view_.page(), &CameraPage::rowReread, &windows_->browser, &planche::showCamera);
 }
 
 // A paused film keeps its camera while the browser shows another.

@@ -1,7 +1,7 @@
 // All windows of the program.
 #pragma once
 
-#include "app/LateWindow.h"
+#include "app/WindowOnDemand.h"
 #include "ui/Alarm.h"
 #include "ui/CalendarWindow.h"
 #include "ui/CameraListWindow.h"
@@ -21,7 +21,8 @@ class BrowserEngine;
 class HealthEngine;
 class ImportEngine;
 
-/// A member for each window, all hidden at first. Those that a start never shows are made late.
+/// A member for each window, all hidden at first. Those of the program's own additions are made on
+/// demand.
 struct ProgramWindows
 {
     /// Outlives the windows.
@@ -38,15 +39,15 @@ struct ProgramWindows
     explicit ProgramWindows(const Uses &uses);
 
     Interface interface;
-    LateWindow<CameraSheet> sheet;
-    LateWindow<CameraListWindow> list;
+    WindowOnDemand<CameraSheet> sheet;
+    WindowOnDemand<CameraListWindow> list;
     planche browser;
     fCine film;
     frmImport import;
     Alarm alarm;
-    LateWindow<CalendarWindow> calendar;
-    LateWindow<HealthWindow> health;
-    LateWindow<FilmKeep> filmKeep;
+    WindowOnDemand<CalendarWindow> calendar;
+    WindowOnDemand<HealthWindow> health;
+    WindowOnDemand<FilmKeep> filmKeep;
     Zoom zoom;
     frmSplash splash;
     frmQuitte closing;

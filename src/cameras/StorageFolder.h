@@ -52,7 +52,7 @@ enum class StoragePlace {
     Away     // it was in use before, so its disk may be away: it is not made automatically
 };
 
-/// Owns two things. The text follows every keystroke, and so do the lamp, the state and what is
+/// Owns two things. The text follows every keystroke, and so do the check, the state and what is
 /// stored. The folder in force is where all work in folders is done: it takes over the text only
 /// when that is meant, and while the box is being edited no work is done in folders at all. When
 /// the box is not being edited, both are the same.
@@ -78,7 +78,7 @@ public:
     /// True when work in folders may go on: the folder is there and its box is not being edited.
     [[nodiscard]] bool isUsable() const { return state_.captureEnabled; }
 
-    /// True while the folder in force exists, whatever the lamp says.
+    /// True while the folder in force exists, whatever the last check says.
     [[nodiscard]] bool isPresent() const;
 
     /// Text of the folder with that name, "\…\", in the folder in force.

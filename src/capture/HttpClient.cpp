@@ -11,7 +11,6 @@
 #include <array>
 #include <new>
 #include <optional>
-#include <stdexcept>
 #include <sys/socket.h>
 #include <utility>
 
@@ -283,7 +282,7 @@ QCoro::Task<HttpReply> HttpClient::fetch(HttpRequest request, std::stop_token st
         reply = co_await transfer(std::move(request), std::move(stop));
     } catch (const std::bad_alloc &) {
         reply = failed(refusalText(Refusal::Memory));
-    } catch (const std::runtime_error &error) { // there is no libcurl
+    } catch (const NoCurl &error) {
         reply = failed(QString::fromUtf8(error.what()));
     }
     co_return reply;

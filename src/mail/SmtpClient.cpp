@@ -139,9 +139,23 @@ SmtpClient::SmtpClient(SmtpOptions options)
 {
 }
 
+QCoro::Task<Problem> SmtpClient::send(MailAccount account, QByteArray text, std::stop_token stop)
+{
+    Problem problem;
+    try {
+        problem = co_await trySend(account, std::move(text), std::move(stop));
+    } catch (const NoCurl &error) {
+        problem = MailProblem{MailFailure::Other, QString::fromUtf8(error.what())};
+    }
+    if (problem) {
+        problem->server = account.serverText;
+    }
+    co_return problem;
+}
+
 // Whether a server encrypts shows only in the middle of the greeting, so the certificates are read
 // first.
-QCoro::Task<Problem> SmtpClient::send(MailAccount account, QByteArray text, std::stop_token stop)
+QCoro::Task<Problem> SmtpClient::trySend(MailAccount account, QByteArray text, std::stop_token stop)
 {
     co_await authorities_.load();
     const QDeadlineTimer limit(options_.totalLimit, Qt::PreciseTimer);
@@ -155,9 +169,6 @@ QCoro::Task<Problem> SmtpClient::send(MailAccount account, QByteArray text, std:
         const auto close = qScopeGuard([this, &easy] { loop_.disconnect(easy.get()); });
         Session session{account, ConnectedStream(easy.get(), limit, stop), {}};
         problem = co_await handOver(&session, text);
-    }
-    if (problem) {
-        problem->server = account.serverText;
     }
     co_return problem;
 }

@@ -42,6 +42,9 @@ public:
                                                  std::stop_token stop) override;
 
 private:
+    QCoro::Task<std::optional<MailProblem>> trySend(MailAccount account, QByteArray text,
+                                                    std::stop_token stop);
+
     SmtpOptions options_;
     Authorities authorities_;
     TransferLoop loop_;

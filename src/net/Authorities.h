@@ -32,7 +32,7 @@ public:
     ~Authorities() override;
 
     /// Returns once the certificates are read: at once if they have been, unless the file has
-    /// changed since. Events are handled every few milliseconds.
+    /// changed since. Events are handled every few milliseconds. Throws NoCurl.
     QCoro::Task<> load();
 
     [[nodiscard]] bool isLoaded() const { return store_ != nullptr; }

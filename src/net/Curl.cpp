@@ -2,35 +2,35 @@
 
 #include <QLibrary>
 
-#include <stdexcept>
-
 namespace velmora {
 namespace {
-
-constexpr int kInterfaceVersion = 4;
 
 template <typename Function>
 void take(Function &function, QLibrary &library, const char *symbol)
 {
     function = reinterpret_cast<Function>(library.resolve(symbol));
     if (function == nullptr) {
-        throw std::runtime_error(library.errorString().toStdString());
+        throw NoCurl(
+            (library.fileName() + QStringLiteral(" lacks ") + QLatin1String(symbol)).toStdString());
     }
 }
 
 // With the first transfer, since it takes a while. If it fails, so does making the transfer.
 Curl initialised()
 {
-    Curl curl = loadCurl(QStringLiteral("libcurl"));
+    Curl curl = loadCurl(QStringLiteral("libcurl.so.4"));
     curl.globalInit(CURL_GLOBAL_DEFAULT);
     return curl;
 }
 
 } // namespace
 
-Curl loadCurl(const QString &name)
+Curl loadCurl(const QString &file)
 {
-    QLibrary library(name, kInterfaceVersion);
+    QLibrary library(file);
+    if (!library.load()) {
+        throw NoCurl(library.errorString().toStdString());
+    }
     Curl curl;
     take(curl.easyCleanup, library, "curl_easy_cleanup");
     take(curl.easyGetinfo, library, "curl_easy_getinfo");

@@ -7,6 +7,7 @@
 #include <curl/curl.h>
 
 #include <new>
+#include <stdexcept>
 
 namespace velmora {
 
@@ -35,10 +36,16 @@ struct Curl
     decltype(&curl_version_info) versionInfo = nullptr;
 };
 
-/// The library of that name, without its ending, with the binary interface of libcurl 4.
-/// Throws std::runtime_error, which says what the system said, if there is none, or if it lacks one
-/// of the functions.
-[[nodiscard]] Curl loadCurl(const QString &name);
+/// There is no libcurl, or one that lacks a function: what the system says about it.
+class NoCurl : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The functions of the library in that file; a name alone is looked for where the system keeps
+/// libraries. Throws NoCurl.
+[[nodiscard]] Curl loadCurl(const QString &file);
 
 /// libcurl, loaded and initialised by the first call. Throws as above, and tries again at the next
 /// call.

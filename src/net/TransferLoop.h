@@ -29,7 +29,7 @@ public:
     ~TransferLoop();
 
     /// A new handle with the options that every transfer of the program needs, to be set up and run
-    /// by the caller. Throws std::bad_alloc.
+    /// by the caller. Throws std::bad_alloc, or NoCurl.
     [[nodiscard]] static EasyHandle newTransfer();
 
     /// Runs an easy handle, which must outlive the run. Gives its code (CURLcode), or nothing when

@@ -1,5 +1,7 @@
 #include "tools/AlarmMail.h"
 
+#include <QScopeGuard>
+
 namespace velmora {
 
 AlarmMail::AlarmMail(const SettingsFile &settings, MailSender &sender, const Clock &clock,
@@ -21,8 +23,11 @@ void AlarmMail::send(const QString &text)
 
 QCoro::Task<> AlarmMail::post(QString text)
 {
-    const auto problem = co_await mailer_.send(QStringLiteral("Alarm"), text, scope_.stopToken());
-    sending_ = false;
+    std::optional<MailProblem> problem;
+    {
+        const auto done = qScopeGuard([this] { sending_ = false; });
+        problem = co_await mailer_.send(QStringLiteral("Alarm"), text, scope_.stopToken());
+    }
     if (!problem) {
         Q_EMIT sent();
     } else if (problem->kind != MailFailure::Stopped) {

@@ -47,7 +47,7 @@ int drivePosition(const QStringList &drives, const QString &stored)
 QString shownSource(const QString &folder)
 {
     const QString decoded = DecodeFolderName(folder);
-    return decoded == folder ? folder : addressWithoutCredentials(decoded);
+    return decoded == folder ? folder : withoutCredentials(decoded);
 }
 
 // Stops the job that the source belongs to, and makes it that of the next one.

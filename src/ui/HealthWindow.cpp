@@ -117,8 +117,6 @@ void HealthWindow::present()
     ui_->healthLimit->leave();
     if (!isVisible()) {
         ui_->healthFilter->clear();
-        // Its picture is searched for in all icon themes: half the time of making the windows.
-        ui_->healthFilter->setClearButtonEnabled(true);
     }
     book_.followTable();
     table_.refresh();

@@ -162,6 +162,8 @@ void Interface::bindPage()
     connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { uses_.view.page().RAZ(); });
     connect(&uses_.view.page(), &CameraPage::pageLoaded, this, &Interface::showPage);
     connect(&uses_.view.page(), &CameraPage::pageReread, this, &Interface::refreshPage);
+    connect(&uses_.view.page(), &CameraPage::rowReread, this,
+            [this](int row) { rows_.at(static_cast<std::size_t>(row))->refreshRow(); });
     connect(&uses_.view.page(), &CameraPage::rowChanged, this,
             [this](int row) { rows_.at(static_cast<std::size_t>(row))->showCounters(); });
     showPage();

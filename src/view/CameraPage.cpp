@@ -105,12 +105,28 @@ void CameraPage::followAddresses()
 {
     const SettingsSnapshot settings = table_.settings().snapshot();
     for (const CameraAddress camera : kAllCameras) {
-        const QString address = CameraTable::url(settings, camera);
-        if (std::exchange(addresses_[camera], address) != address) {
-            takeOther(camera, address);
-            forgetLive(camera);
-        }
+        followStored(camera, CameraTable::url(settings, camera));
     }
+}
+
+void CameraPage::followStored(CameraAddress camera, const QString &address)
+{
+    if (std::exchange(addresses_[camera], address) != address) {
+        takeOther(camera, address);
+        forgetLive(camera);
+    }
+}
+
+// The camera that another program has put there, with all that is its own. The boxes of other rows
+// may hold what could not be stored.
+void CameraPage::takeRow(CameraAddress camera, const QString &address)
+{
+    {
+        const QScopedValueRollback loading(loading_, true);
+        rereadRow(camera.row);
+        followStored(camera, address);
+    }
+    Q_EMIT rowReread(camera.row);
 }
 
 // What is fetched of the camera that had the row before is of no interest any more.
@@ -204,9 +220,10 @@ void CameraPage::clickSource(int row, const QString &text)
 
 void CameraPage::leaveSource(int row, const QString &text)
 {
+    const CameraAddress camera{group_, row};
     const std::optional<QString> address = editing_.leave(row, text);
-    if (address && *address != text.trimmed()) {
-        reread(); // the camera that another program has put there, with all that is its own
+    if (address && *address != text.trimmed() && *address != addresses_[camera]) {
+        takeRow(camera, *address);
     } else if (address) {
         at(row).url = *address;
     }

@@ -111,6 +111,9 @@ Q_SIGNALS:
     /// Rows and switch were loaded again while the user may be typing in one of them.
     void pageReread();
 
+    /// The same for one row.
+    void rowReread(int row);
+
     /// A camera's address was stored, and it has changed.
     void addressStored(velmora::CameraAddress camera);
 
@@ -147,6 +150,8 @@ private:
     void forgetLive(CameraAddress camera);
     void followAddress(CameraAddress camera, const QString &address);
     void followAddresses();
+    void followStored(CameraAddress camera, const QString &address);
+    void takeRow(CameraAddress camera, const QString &address);
     void takeOther(CameraAddress camera, const QString &address);
     void keepForLive(CameraAddress camera, LampColour colour);
     [[nodiscard]] int rememberedRow() const;

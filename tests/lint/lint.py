@@ -57,7 +57,7 @@ def sleeps(root):
 
 
 def includes(root):
-    """libcurl stays where it belongs, and is never linked; which layer includes which is for the rule "layers"."""
+    """libcurl stays where it belongs; which layer includes which is for the rule "layers"."""
     files = [p for p in tracked(root, ".h", ".cpp") if p.parent.parent == Path(root, "src")]
     others = [p for p in files if p.name not in CURL_USERS]
     found = list(lines_matching(others, r'#include "net/Curl.h"'))

@@ -1,8 +1,9 @@
 #include "net/Curl.h"
 
+#include "support/TempTree.h"
+
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
 namespace velmora::test {
@@ -12,22 +13,37 @@ std::string troubleWith(const QString &library)
 {
     try {
         static_cast<void>(loadCurl(library));
-    } catch (const std::runtime_error &error) {
+    } catch (const NoCurl &error) {
         return error.what();
     }
     return {};
 }
 
-TEST(Curl, NamesTheLibraryThatIsMissing)
+TEST(Curl, SaysWhatTheSystemSaysOfALibraryThatIsMissing)
 {
-    const std::string trouble = troubleWith(QStringLiteral("no-such-library"));
-    EXPECT_NE(trouble.find("no-such-library"), std::string::npos) << trouble;
+    const std::string trouble = troubleWith(QStringLiteral("libnone.so.4"));
+    EXPECT_NE(trouble.find("libnone.so.4: cannot open shared object file"), std::string::npos)
+        << trouble;
 }
 
-TEST(Curl, IsLoadedOnce)
+TEST(Curl, SaysWhatTheSystemSaysOfALibraryThatIsBroken)
 {
-    EXPECT_EQ(&curl(), &curl());
+    const TempTree tree;
+    tree.write(u"libcurl.so.4", {});
+    const std::string trouble = troubleWith(tree.path(u"libcurl.so.4"));
+    EXPECT_NE(trouble.find("file too short"), std::string::npos) << trouble;
+}
+
+TEST(Curl, SaysWhichFunctionALibraryLacks)
+{
+    const std::string trouble = troubleWith(QStringLiteral("libm.so.6"));
+    EXPECT_NE(trouble.find("lacks curl_easy_cleanup"), std::string::npos) << trouble;
+}
+
+TEST(Curl, IsReadyForUse)
+{
     EXPECT_STREQ(curl().easyStrerror(CURLE_OK), "No error");
+    EXPECT_GE(curl().versionInfo(CURLVERSION_NOW)->version_num, LIBCURL_VERSION_NUM);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "mail/SmtpClient.h"
 
 #include <memory>
+#include <new>
 
 namespace velmora::test {
 
@@ -14,6 +15,9 @@ public:
     QCoro::Task<std::optional<MailProblem>> send(MailAccount account, QByteArray text,
                                                  std::stop_token stop) override
     {
+        if (breaksDown) {
+            throw std::bad_alloc();
+        }
         accounts.append(account);
         texts.append(text);
         const auto end = end_;
@@ -29,6 +33,7 @@ public:
         std::exchange(end_, std::make_shared<End>())->set(std::move(problem));
     }
 
+    bool breaksDown = false; // throws, instead of sending
     QList<MailAccount> accounts;
     QByteArrayList texts;
 

@@ -130,6 +130,20 @@ class MailTest(AlarmCase):
         self.expect_warning(server)
         self.end()
 
+    def test_warns_when_there_is_no_libcurl(self):
+        server = EximServer(self)
+        libraries = self.house.root / "libraries"
+        libraries.mkdir()
+        (libraries / "libcurl.so.4").touch()
+        self.open_alarm(self.mail_settings(server), ["env", f"LD_LIBRARY_PATH={libraries}"])
+        self.wait_for_no_splash()
+        self.press_button()
+        self.expect_warning(server)
+        self.desktop.focus(self.window)
+        self.desktop.press("space")  # which the button takes again
+        self.expect_warning(server)
+        self.end()
+
     def test_warns_of_a_wrong_password(self):
         server = EximServer(self, "offered", with_login=True)
         settings = self.mail_settings(server, login=True) | {"Password": "guessed"}

@@ -89,6 +89,7 @@ class PackageTest(unittest.TestCase):
         self.assertLessEqual(needed, depends)
         self.assertLessEqual(depends - needed, {"libgcc-s1", "libqcoro6core0"})
         self.assertIn("libqt6widgets6 (>= ", PACKAGE.field("Depends"))
+        self.assertIn("libcurl4 (>= 7.88)", PACKAGE.field("Depends"))
 
     def test_recommends_what_it_also_works_without(self):
         self.assertEqual(RECOMMENDED, set(PACKAGE.packages("Recommends")))

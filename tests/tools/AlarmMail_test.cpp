@@ -52,6 +52,16 @@ protected:
     QString warning_;
 };
 
+TEST_F(AlarmMailTest, IsNotKeptFromTheNextMailByOneThatBrokeDown)
+{
+    sender_.breaksDown = true;
+    send();
+    sender_.breaksDown = false;
+    send();
+    finish();
+    EXPECT_EQ(events_, QStringLiteral("bbs"));
+}
+
 TEST_F(AlarmMailTest, SendsTheTextUnderTheSubjectAlarm)
 {
     house_.clock.setUtcOffset(2h);

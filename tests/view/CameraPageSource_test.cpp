@@ -105,6 +105,32 @@ TEST_F(SourceTest, TakesOverTheWholeRowThatAnotherProgramHasChanged)
     EXPECT_EQ(told, QList<int>{0});
 }
 
+// The boxes of other rows may hold what could not be stored.
+TEST_F(SourceTest, TakesOverNoOtherRow)
+{
+    store("[Liste0]\r\nlst0=old\r\nlst3=b\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
+    QList<int> reread;
+    QObject::connect(&page, &CameraPage::rowReread, &page,
+                     [&reread](int row) { reread.append(row); });
+    QObject::connect(&page, &CameraPage::pageReread, &page, [&reread] { reread.append(-1); });
+    store("[Liste0]\r\nlst0=new\r\nlst3=c\r\n");
+    page.leaveSource(0, QStringLiteral("old"));
+    EXPECT_EQ(reread, QList<int>{0});
+    EXPECT_EQ(page.row(3).url, QStringLiteral("b"));
+}
+
+TEST_F(SourceTest, TakesABlankAroundAStoredAddressForNoOtherCamera)
+{
+    store("[Liste0]\r\nlst0=\"old \"\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
+    int reread = 0;
+    QObject::connect(&page, &CameraPage::rowReread, &page, [&reread] { ++reread; });
+    page.leaveSource(0, QStringLiteral("old "));
+    EXPECT_EQ(reread, 0);
+    EXPECT_EQ(page.row(0).url, QStringLiteral("old "));
+}
+
 TEST_F(SourceTest, MakesTheFolderOfTheAddressBeforeTheEdit)
 {
     useStorage();

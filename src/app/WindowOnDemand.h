@@ -10,18 +10,18 @@
 namespace velmora {
 
 template <typename Window>
-class LateWindow
+class WindowOnDemand
 {
 public:
     using Make = std::function<std::unique_ptr<Window>()>;
 
-    explicit LateWindow(Make make)
+    explicit WindowOnDemand(Make make)
         : make_(std::move(make))
     {
     }
 
-    Q_DISABLE_COPY_MOVE(LateWindow)
-    ~LateWindow() = default;
+    Q_DISABLE_COPY_MOVE(WindowOnDemand)
+    ~WindowOnDemand() = default;
 
     /// `connect` is called with the window once, as soon as it is made.
     void onMade(std::function<void(Window &)> connect) { connect_ = std::move(connect); }

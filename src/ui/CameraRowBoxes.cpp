@@ -10,6 +10,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 
@@ -105,6 +106,9 @@ void CameraRowBoxes::bind()
             [this](bool on) { page_.setAutomatic(row_, on); });
     connect(BestTime, &ClickLabel::clicked, this, [this] { page_.resetBestTime(row_); });
     connect(EffM, &QCheckBox::toggled, this, [this](bool on) { page_.setDeleteOld(row_, on); });
+    for (const QCheckBox *const box : {AutoDelay, EffM}) {
+        connect(box, &QCheckBox::released, this, &CameraRowBoxes::showSwitches);
+    }
 }
 
 QAction *CameraRowBoxes::action(const QString &text, Qt::Key key)
@@ -157,13 +161,22 @@ void CameraRowBoxes::refreshRow()
 
 void CameraRowBoxes::showChoices()
 {
-    const QSignalBlocker noAutoDelay(AutoDelay);
-    const QSignalBlocker noEffM(EffM);
-    const CameraRow &row = page_.row(row_);
-    AutoDelay->setChecked(row.automatic);
-    EffM->setChecked(row.deleteOld);
+    showSwitches();
     showName();
     showCounters();
+}
+
+// The release of a pressed one inverts what it shows: that is to be what was seen at the press.
+void CameraRowBoxes::showSwitches()
+{
+    const CameraRow &row = page_.row(row_);
+    for (const auto &[box, on] :
+         {std::pair(AutoDelay, row.automatic), std::pair(EffM, row.deleteOld)}) {
+        if (!box->isDown()) {
+            const QSignalBlocker noChange(box);
+            box->setChecked(on);
+        }
+    }
 }
 
 // A name goes below a box's own tip; without one the tips are as usual.

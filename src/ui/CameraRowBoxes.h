@@ -76,6 +76,7 @@ private:
     [[nodiscard]] std::array<QWidget *, 8> boxes() const;
     void place(QGridLayout &grid);
     void showChoices();
+    void showSwitches();
     void showName();
     void showReason();
     void bind();

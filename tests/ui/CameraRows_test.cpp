@@ -338,6 +338,37 @@ TEST_F(CameraRows, ACaptureLeavesTheAddressThatIsBeingTyped)
               QStringLiteral("http://cam/e.png?x=1"));
 }
 
+TEST_F(CameraRows, AClickDoesWhatWasSeenAtThePressThoughTheRowIsReadAgainMeanwhile)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    auto &box = house_.find<QCheckBox>(QStringLiteral("AutoDelay4"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.table.setValue(keys::kAutoDelai, camera, u"1");
+    house_.house.table.setValue(keys::kEffM, camera, u"1");
+    house_.house.page.reread();
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("EffM4")).isChecked());
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    EXPECT_TRUE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Groupe0", u"AutoDelai4"), QStringLiteral("1"));
+}
+
+TEST_F(CameraRows, APressThatIsTakenBackShowsWhatTheRowHas)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    auto &box = house_.find<QCheckBox>(QStringLiteral("AutoDelay4"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.table.setValue(keys::kAutoDelai, camera, u"1");
+    house_.house.page.reread();
+    QTest::mouseMove(&box, {-50, -50});
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {-50, -50});
+    EXPECT_TRUE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Groupe0", u"AutoDelai4"), QStringLiteral("1"));
+}
+
 TEST_F(CameraRows, ClosingTheWindowLeavesTheBoxOnce)
 {
     house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));

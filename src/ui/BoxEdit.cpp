@@ -55,6 +55,17 @@ bool BoxEdit::event(QEvent *event)
     return QLineEdit::event(event);
 }
 
+void BoxEdit::beginEdit()
+{
+    setFocus();
+    if (hand_ == Hand::Off) {
+        takeUp();
+        if (!hasFocus()) {
+            setAside();
+        }
+    }
+}
+
 void BoxEdit::leave()
 {
     if (std::exchange(hand_, Hand::Off) != Hand::Off) {

@@ -17,6 +17,11 @@ public:
     /// True from the start of an edit to its end, whether or not it is set aside.
     [[nodiscard]] bool isInHand() const { return hand_ != Hand::Off; }
 
+    /// Begins an edit, unless there is one, and gives the box the focus: for a text that came
+    /// without a key, dropped or put there by a tool. In a window that is not active the box is set
+    /// aside.
+    void beginEdit();
+
     /// Ends the edit now, wherever the focus is; does nothing unless the box is being edited.
     void leave();
 

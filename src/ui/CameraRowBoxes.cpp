@@ -94,8 +94,7 @@ void CameraRowBoxes::bind()
         box->installEventFilter(this);
     }
     connect(n, &ClickLabel::clicked, this, [this] { Q_EMIT folderClicked(row_); });
-    connect(Source, &BoxEdit::textChanged, this,
-            [this](const QString &text) { page_.changeSource(row_, text); });
+    connect(Source, &BoxEdit::textChanged, this, &CameraRowBoxes::changeAddress);
     connect(Source, &BoxEdit::clicked, this, [this] { page_.clickSource(row_, Source->text()); });
     connect(Source, &BoxEdit::enterPressed, this,
             [this] { page_.clickSource(row_, Source->text()); });
@@ -245,6 +244,13 @@ void CameraRowBoxes::showAddress(const QString &address)
     const QSignalBlocker noSource(Source);
     Source->setText(address);
     Source->setCursorPosition(0);
+}
+
+// Text may also be dropped into the box: it is stored when the box is left, as any other.
+void CameraRowBoxes::changeAddress(const QString &text)
+{
+    Source->beginEdit();
+    page_.changeSource(row_, text);
 }
 
 // The stored address may lack surrounding blanks.

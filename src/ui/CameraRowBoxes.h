@@ -85,6 +85,7 @@ private:
     void offerSheet();
     QAction *action(const QString &text, Qt::Key key);
     void showAddress(const QString &address);
+    void changeAddress(const QString &text);
     void storeAddress();
 
     int row_;

@@ -91,7 +91,7 @@ void StorageBox::leave()
 // Text may also be dropped into the box from elsewhere.
 void StorageBox::edit(const QString &typed)
 {
-    controls_.StRep.setFocus();
+    controls_.StRep.beginEdit();
     const int caret = caretAfterCleaning(withBackslashes(typed), controls_.StRep.cursorPosition());
     storage_.edit(typed);
     controls_.StRep.setCursorPosition(caret);

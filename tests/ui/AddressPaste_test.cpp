@@ -54,6 +54,18 @@ protected:
         return house_.find<QLineEdit>(QStringLiteral("Source%1").arg(row)).text();
     }
 
+    bool drop(int row, const QString &text)
+    {
+        auto &box = house_.find<QLineEdit>(QStringLiteral("Source%1").arg(row));
+        QMimeData data;
+        data.setText(text);
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &enter);
+        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &event);
+        return event.isAccepted();
+    }
+
     WindowHouse house_;
 
     // Row 2 gets another camera between the first question and its answer.
@@ -199,24 +211,38 @@ TEST_F(AddressPasteTest, IsOfferedByTheMenuOfTheBox)
 
 TEST_F(AddressPasteTest, ADropIsOneToo)
 {
-    auto &box = house_.find<QLineEdit>(QStringLiteral("Source3"));
-    const auto drop = [&box](const QString &text) {
-        QMimeData data;
-        data.setText(text);
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &enter);
-        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &event);
-        return event.isAccepted();
-    };
-    EXPECT_TRUE(drop(QStringLiteral("http://cam/a.jpg\n")));
-    EXPECT_EQ(box.text(), QStringLiteral("http://cam/a.jpg"));
+    EXPECT_TRUE(drop(3, QStringLiteral("http://cam/a.jpg\n")));
+    EXPECT_EQ(box(3), QStringLiteral("http://cam/a.jpg"));
     EXPECT_EQ(question(), nullptr);
-    EXPECT_TRUE(drop(QStringLiteral("a\nb\nc")));
+    EXPECT_TRUE(drop(3, QStringLiteral("a\nb\nc")));
     ASSERT_NE(question(), nullptr);
     EXPECT_TRUE(question()->text().startsWith(QStringLiteral("3 addresses were pasted.")));
     answer(QMessageBox::No);
-    EXPECT_EQ(box.text(), QStringLiteral("http://cam/a.jpg"));
+    EXPECT_EQ(box(3), QStringLiteral("http://cam/a.jpg"));
+}
+
+TEST_F(AddressPasteTest, ADroppedAddressIsStoredOnceItsBoxIsLeft)
+{
+    drop(3, QStringLiteral("http://cam/a.jpg"));
+    EXPECT_EQ(stored(3), QString());
+    drop(4, QStringLiteral("http://cam/b.jpg"));
+    EXPECT_EQ(stored(3), QStringLiteral("http://cam/a.jpg"));
+    house_.selectTab(1);
+    EXPECT_EQ(stored(4), QStringLiteral("http://cam/b.jpg"));
+}
+
+// It is dragged from a window that is active meanwhile, and may stay so.
+TEST_F(AddressPasteTest, ADroppedAddressIsStoredThoughTheWindowIsNotActivated)
+{
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    drop(3, QStringLiteral("http://cam/a.jpg"));
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(box(3), QStringLiteral("http://cam/a.jpg"));
+    house_.window.close();
+    EXPECT_EQ(stored(3), QStringLiteral("http://cam/a.jpg"));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "ui/CameraRowBoxes.h"
 
 #include "ui/LateColour.h"
+#include "ui/ShownSwitch.h"
 #include "ui/ToolTips.h"
 
 #include <QAction>
@@ -165,17 +166,10 @@ void CameraRowBoxes::showChoices()
     showCounters();
 }
 
-// The release of a pressed one inverts what it shows: that is to be what was seen at the press.
 void CameraRowBoxes::showSwitches()
 {
-    const CameraRow &row = page_.row(row_);
-    for (const auto &[box, on] :
-         {std::pair(AutoDelay, row.automatic), std::pair(EffM, row.deleteOld)}) {
-        if (!box->isDown()) {
-            const QSignalBlocker noChange(box);
-            box->setChecked(on);
-        }
-    }
+    showSwitch(*AutoDelay, page_.row(row_).automatic);
+    showSwitch(*EffM, page_.row(row_).deleteOld);
 }
 
 // A name goes below a box's own tip; without one the tips are as usual.

@@ -7,6 +7,7 @@
 #include "ui/NoOpener.h"
 #include "ui/ReasonLine.h"
 #include "ui/ScreenRoom.h"
+#include "ui/ShownSwitch.h"
 #include "ui/StorageBox.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
@@ -159,6 +160,9 @@ void Interface::bindPage()
     connect(ui_->Selecteur, &GroupTabs::currentClicked, this, &Interface::selectGroup);
     connect(ui_->ActLst, &QCheckBox::toggled, this,
             [this](bool on) { uses_.view.page().setGroupActive(on); });
+    for (const QCheckBox *const box : {ui_->ActLst, ui_->cDebug}) {
+        connect(box, &QCheckBox::released, this, &Interface::showSwitches);
+    }
     connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { uses_.view.page().RAZ(); });
     connect(&uses_.view.page(), &CameraPage::pageLoaded, this, &Interface::showPage);
     connect(&uses_.view.page(), &CameraPage::pageReread, this, &Interface::refreshPage);
@@ -227,10 +231,8 @@ void Interface::refreshPage()
 
 void Interface::showSwitches()
 {
-    const QSignalBlocker noActLst(ui_->ActLst);
-    const QSignalBlocker noDebug(ui_->cDebug);
-    ui_->ActLst->setChecked(uses_.view.page().isGroupActive());
-    ui_->cDebug->setChecked(uses_.debugSwitch.isOn());
+    showSwitch(*ui_->ActLst, uses_.view.page().isGroupActive());
+    showSwitch(*ui_->cDebug, uses_.debugSwitch.isOn());
 }
 
 void Interface::showPage()

@@ -98,6 +98,46 @@ TEST_F(InterfaceOptions, TheDebugBoxSwitchesTheLogAndIsStored)
     EXPECT_EQ(house_.stored(u"Control", u"Debug"), QStringLiteral("0"));
 }
 
+// A command has done the same meanwhile: the click must not take it back.
+TEST_F(InterfaceOptions, AClickSwitchesTheGroupAsWasSeenAtThePress)
+{
+    auto &box = house_.find<QCheckBox>(QStringLiteral("ActLst"));
+    const QPoint at(5, box.height() / 2);
+    ASSERT_FALSE(box.isChecked());
+    QTest::mousePress(&box, Qt::LeftButton, {}, at);
+    house_.house.table.setGroupActive(0, true);
+    house_.house.engine.adoptSettings();
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, at);
+    EXPECT_TRUE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Liste0", u"LstAct"), QStringLiteral("1"));
+}
+
+TEST_F(InterfaceOptions, AClickSwitchesTheLogAsWasSeenAtThePress)
+{
+    auto &box = house_.find<QCheckBox>(QStringLiteral("cDebug"));
+    const QPoint at(5, box.height() / 2);
+    ASSERT_TRUE(box.isChecked());
+    QTest::mousePress(&box, Qt::LeftButton, {}, at);
+    keys::kDebug.write(house_.house.settings, false);
+    house_.house.engine.adoptSettings();
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, at);
+    EXPECT_FALSE(box.isChecked());
+    EXPECT_FALSE(house_.house.log.isOn());
+    EXPECT_EQ(house_.stored(u"Control", u"Debug"), QStringLiteral("0"));
+}
+
+TEST_F(InterfaceOptions, ASwitchWhosePressIsTakenBackShowsWhatIsStored)
+{
+    auto &box = house_.find<QCheckBox>(QStringLiteral("ActLst"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.table.setGroupActive(0, true);
+    house_.house.engine.adoptSettings();
+    QTest::mouseMove(&box, {-50, -50});
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {-50, -50});
+    EXPECT_TRUE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Liste0", u"LstAct"), QStringLiteral("1"));
+}
+
 TEST_F(InterfaceOptions, ImportLogsItsClick)
 {
     house_.click(QStringLiteral("Import"));

@@ -102,13 +102,25 @@ void CameraRowBoxes::bind()
     connect(Source, &BoxEdit::left, this, &CameraRowBoxes::storeAddress);
     connect(Source, &AddressEdit::linesPasted, this,
             [this](const QStringList &addresses) { Q_EMIT linesPasted(row_, addresses); });
-    connect(AutoDelay, &QCheckBox::toggled, this,
-            [this](bool on) { page_.setAutomatic(row_, on); });
     connect(BestTime, &ClickLabel::clicked, this, [this] { page_.resetBestTime(row_); });
-    connect(EffM, &QCheckBox::toggled, this, [this](bool on) { page_.setDeleteOld(row_, on); });
-    for (const QCheckBox *const box : {AutoDelay, EffM}) {
-        connect(box, &QCheckBox::released, this, &CameraRowBoxes::showSwitches);
-    }
+    bindSwitch(*AutoDelay, &CameraPage::setAutomatic);
+    bindSwitch(*EffM, &CameraPage::setDeleteOld);
+}
+
+// A press is meant for the camera that the row had then: another's images must not be deleted for
+// it.
+void CameraRowBoxes::bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row, bool on))
+{
+    connect(&box, &QCheckBox::pressed, this, [this] { pressedFor_ = page_.row(row_).url; });
+    connect(&box, &QCheckBox::toggled, this, [this, set](bool on) {
+        if (pressedFor_.value_or(page_.row(row_).url) == page_.row(row_).url) {
+            (page_.*set)(row_, on);
+        }
+    });
+    connect(&box, &QCheckBox::released, this, [this] {
+        pressedFor_.reset();
+        showSwitches();
+    });
 }
 
 QAction *CameraRowBoxes::action(const QString &text, Qt::Key key)

@@ -14,6 +14,7 @@
 #include <QLabel>
 
 #include <array>
+#include <optional>
 
 namespace velmora {
 
@@ -80,6 +81,7 @@ private:
     void showName();
     void showReason();
     void bind();
+    void bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row, bool on));
     void setNames();
     void setTips();
     void offerSheet();
@@ -98,6 +100,7 @@ private:
     QLabel *TimeLoad;
     QLabel *lNew;
     QCheckBox *EffM;
+    std::optional<QString> pressedFor_; // address of the camera for which a switch is pressed
 };
 
 } // namespace velmora

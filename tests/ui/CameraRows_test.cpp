@@ -369,6 +369,22 @@ TEST_F(CameraRows, APressThatIsTakenBackShowsWhatTheRowHas)
     EXPECT_EQ(house_.stored(u"Groupe0", u"AutoDelai4"), QStringLiteral("1"));
 }
 
+TEST_F(CameraRows, APressChoosesNothingForACameraThatIsPutIntoTheRowMeanwhile)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    auto &box = house_.find<QCheckBox>(QStringLiteral("EffM4"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.addCamera(camera, QStringLiteral("http://cam/other.png"));
+    house_.house.page.reread();
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    EXPECT_FALSE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QString());
+    QTest::mouseClick(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QStringLiteral("1"));
+}
+
 TEST_F(CameraRows, ClosingTheWindowLeavesTheBoxOnce)
 {
     house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));

@@ -1,6 +1,7 @@
 #include "view/CameraPage.h"
 
 #include "base/Folders.h"
+#include "cameras/AddressRule.h"
 #include "cameras/CameraChoices.h"
 
 #include <QScopedValueRollback>
@@ -86,17 +87,20 @@ void CameraPage::reread()
     Q_EMIT pageReread();
 }
 
-// A camera that is being fetched stays orange.
+// A camera that is being fetched stays orange, and a text that cannot be stored stays in its box.
 void CameraPage::rereadRow(int row)
 {
     const CameraAddress camera{group_, row};
-    const LampColour before = at(row).lamp;
+    const CameraRow before = at(row);
     at(row) = table_.row(camera);
     if (at(row).url.isEmpty()) {
         at(row) = {};
         at(row).lamp = LampColour::Red;
-    } else if (before == LampColour::Orange && at(row).url == addresses_[camera]) {
-        at(row).lamp = before;
+    } else if (before.lamp == LampColour::Orange && at(row).url == addresses_[camera]) {
+        at(row).lamp = before.lamp;
+    }
+    if (addressRefusal(before.url, row)) {
+        at(row).url = before.url;
     }
 }
 

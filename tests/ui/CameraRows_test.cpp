@@ -263,6 +263,23 @@ TEST_F(CameraRows, AnAddressTooLongIsRefusedWithAMessage)
     EXPECT_TRUE(warned.first().first().toString().contains(QStringLiteral("300")));
 }
 
+// Another camera's sheet or a command has the rows read again, in the middle of the typing or
+// later.
+TEST_F(CameraRows, AnAddressTooLongStaysInItsBoxThoughTheRowsAreReadAgain)
+{
+    const QString tooLong(256, u'a');
+    house_.retype(QStringLiteral("Source2"), tooLong);
+    house_.house.engine.adoptSettings();
+    house_.leaveBox();
+    auto &box = house_.find<QLineEdit>(QStringLiteral("Source2"));
+    EXPECT_EQ(box.text(), tooLong);
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(box.text(), tooLong);
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QString());
+    house_.selectTab(0);
+    EXPECT_EQ(box.text(), QString());
+}
+
 TEST_F(CameraRows, OddAddressesAreTakenAsTheyAre)
 {
     const QStringList addresses{QStringLiteral("\"quoted\""), QStringLiteral("a;b#c=[d]"),

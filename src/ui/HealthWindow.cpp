@@ -3,6 +3,7 @@
 #include "ui/HourBarsDelegate.h"
 #include "ui/LampDelegate.h"
 #include "ui/ScreenRoom.h"
+#include "ui/ShownSwitch.h"
 #include "ui/ToFront.h"
 #include "ui_HealthWindow.h"
 
@@ -98,7 +99,12 @@ void HealthWindow::bindChoices()
     bindChoice(*ui_->healthMail, HealthChoice::Mail);
     bindChoice(*ui_->healthDelete, HealthChoice::DeleteOldest);
     bindChoice(*ui_->healthStop, HealthChoice::StopWhenFull);
+    connect(ui_->healthNever, &QCheckBox::pressed, this, [this] { pressedFor_ = chosen(); });
     connect(ui_->healthNever, &QCheckBox::toggled, this, &HealthWindow::setNever);
+    connect(ui_->healthNever, &QCheckBox::released, this, [this] {
+        pressedFor_.reset();
+        showNever();
+    });
 }
 
 void HealthWindow::bindNumbers()
@@ -206,23 +212,27 @@ std::optional<CameraAddress> HealthWindow::current() const
     return index.isValid() ? std::optional(table_.address(index.row())) : std::nullopt;
 }
 
+std::optional<HealthWindow::Chosen> HealthWindow::chosen() const
+{
+    const auto camera = current();
+    return camera ? std::optional(Chosen{*camera, book_.camera(*camera).folder}) : std::nullopt;
+}
+
 void HealthWindow::showNever()
 {
     const auto camera = current();
-    const QSignalBlocker noChange(ui_->healthNever);
     ui_->healthNever->setEnabled(camera.has_value());
-    ui_->healthNever->setChecked(camera && options_.isNever(*camera));
+    showSwitch(*ui_->healthNever, camera && options_.isNever(*camera));
 }
 
-// The row may have lost its camera, or got another one, since the table was last looked at: the
-// choice was made for the one shown.
+// The row may have lost its camera, or got another one, since the press, or since the table was
+// last looked at: the choice was made for the one shown.
 void HealthWindow::setNever(bool never)
 {
-    const auto camera = current();
-    const QString folder = camera ? book_.camera(*camera).folder : QString();
+    const auto meant = pressedFor_ ? pressedFor_ : chosen();
     book_.followTable();
-    if (camera && camera == current() && book_.camera(*camera).folder == folder) {
-        options_.setNever(*camera, never);
+    if (meant && meant == chosen()) {
+        options_.setNever(meant->camera, never);
     }
 }
 

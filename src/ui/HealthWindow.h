@@ -43,6 +43,14 @@ Q_SIGNALS:
     void cameraWanted(velmora::CameraAddress camera);
 
 private:
+    struct Chosen
+    {
+        CameraAddress camera;
+        QString folder; // tells it from another camera in the same row
+
+        bool operator==(const Chosen &) const = default;
+    };
+
     void setUpTable();
     void bindTable();
     void bindKeys();
@@ -59,13 +67,15 @@ private:
     void goToCamera();
     void copy();
     [[nodiscard]] std::optional<CameraAddress> current() const;
+    [[nodiscard]] std::optional<Chosen> chosen() const;
 
     HealthBook &book_;
     HealthWatch &watch_;
     HealthOptions options_;
     std::unique_ptr<Ui::HealthWindow> ui_;
     HealthTable table_;
-    QSortFilterProxyModel shown_; // the table, filtered and sorted
+    QSortFilterProxyModel shown_;      // the table, filtered and sorted
+    std::optional<Chosen> pressedFor_; // "Never late", between press and release
     bool isPlaced_ = false;
 };
 

@@ -332,6 +332,21 @@ TEST_F(HealthWindowTest, ChoosesNothingForACameraThatHasTakenItsRow)
     EXPECT_FALSE(HealthOptions(house_.house.settings).isNever({0, 3})) << "the new camera";
 }
 
+TEST_F(HealthWindowTest, APressChoosesNothingForTheCameraThatIsSelectedMeanwhile)
+{
+    auto &never = find<QCheckBox>("healthNever");
+    const QPoint at(5, never.height() / 2);
+    QTest::mousePress(&never, Qt::LeftButton, {}, at);
+    house_.house.addCamera({0, 3}, {});
+    house_.house.engine.adoptSettings();
+    const QString selected = cell(table().currentIndex().row(), HealthTable::Camera).left(3);
+    QTest::mouseRelease(&never, Qt::LeftButton, {}, at);
+    EXPECT_FALSE(HealthOptions(house_.house.settings).isNever(*cameraFromText(selected)));
+    EXPECT_FALSE(never.isChecked());
+    QTest::mouseClick(&never, Qt::LeftButton, {}, at);
+    EXPECT_TRUE(HealthOptions(house_.house.settings).isNever(*cameraFromText(selected)));
+}
+
 TEST_F(HealthWindowTest, StaysInOrderWhenSeveralChangeTogether)
 {
     for (int row = 0; row < kCameras; ++row) {

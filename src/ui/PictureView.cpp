@@ -1,5 +1,6 @@
 #include "ui/PictureView.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -124,7 +125,10 @@ void PictureView::paintCaption(QPainter &painter) const
 
 void PictureView::mousePressEvent(QMouseEvent *event)
 {
-    pressed_ = pressed_ || event->button() == Qt::LeftButton;
+    if (event->button() == Qt::LeftButton) {
+        pressed_ = true;
+        pressedAt_ = event->timestamp();
+    }
     Q_EMIT pressed(event->button(), event->modifiers());
 }
 
@@ -139,12 +143,19 @@ void PictureView::mouseReleaseEvent(QMouseEvent *event)
     }
 }
 
+// The toolkit also calls a press the second one when the first has removed what was in front.
+bool PictureView::isSecondClick(const QMouseEvent &event) const
+{
+    const auto interval = static_cast<quint64>(QApplication::doubleClickInterval());
+    return pressedAt_ && event.timestamp() <= *pressedAt_ + interval;
+}
+
 void PictureView::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton) {
-        Q_EMIT doubleClicked();
-    } else {
+    if (event->button() != Qt::LeftButton) {
         mousePressEvent(event);
+    } else if (isSecondClick(*event)) {
+        Q_EMIT doubleClicked();
     }
 }
 

@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QWidget>
 
+#include <optional>
+
 namespace velmora {
 
 /// The accessible description is the native path of the file on show, empty if there is none.
@@ -62,6 +64,8 @@ Q_SIGNALS:
     /// Pressed and released with the left button; not emitted for the second click of a double
     /// click.
     void clicked();
+
+    /// Both clicks were on this picture.
     void doubleClicked();
     void pointerMoved(QPoint position);
 
@@ -77,6 +81,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    [[nodiscard]] bool isSecondClick(const QMouseEvent &event) const;
     void paintPicture(QPainter &painter) const;
     void paintPlaceholder(QPainter &painter) const;
     void paintCaption(QPainter &painter) const;
@@ -89,6 +94,7 @@ private:
     Shape shape_ = Shape::Kept;
     Scaling scaling_ = Scaling::Smooth;
     bool pressed_ = false;
+    std::optional<quint64> pressedAt_; // ms, as mouse events count
 };
 
 } // namespace velmora

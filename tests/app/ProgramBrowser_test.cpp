@@ -98,8 +98,8 @@ TEST_F(ProgramBrowser, ADoubleClickOpensTheImageOnTheDesktop)
     putImages(3);
     start();
     QWidget *const cell = control(kBrowser, QStringLiteral("Vue0"));
-    QTest::mouseClick(cell, Qt::LeftButton);
-    QTest::mouseDClick(cell, Qt::LeftButton);
+    QTest::mouseDClick(cell->window()->windowHandle(), Qt::LeftButton, {},
+                       cell->mapTo(cell->window(), cell->rect().center()));
     settle();
     EXPECT_EQ(opener_.opened, QStringList{tree_.path(
                                   QString(kFolder + QStringLiteral("20050101_0000000101.png")))});

@@ -324,13 +324,30 @@ void ImageBrowser::kill(const ImageFile &target)
 void ImageBrowser::follow(CameraAddress camera)
 {
     if (parts_->modes.isFollowing(camera)) {
-        parts_->line.launch(Kind::Rebuild,
-                            [this, camera] { return parts_->modes.refreshAfter(camera); });
+        refreshFor(camera);
     } else if (parts_->updates.showsNoneOf(camera)) {
         // After any reading under way, whose list is empty only until it has been read.
         parts_->line.launch(Kind::Follow,
                             [this, camera] { return parts_->updates.showFirst(camera); });
     }
+}
+
+// Images may come faster than their folder is read: a refresh under way ends, and all that came
+// since have one after it, unless the user has asked for something in between.
+void ImageBrowser::refreshFor(CameraAddress camera)
+{
+    parts_->lists.forgetChoice();
+    if (const auto waiting = followed_.lock(); waiting && followedAt_ == wishes_) {
+        *waiting = camera;
+        return;
+    }
+    const auto followed = std::make_shared<CameraAddress>(camera);
+    followed_ = followed;
+    followedAt_ = wishes_;
+    parts_->line.launch(Kind::Walk, [this, followed] {
+        followed_.reset();
+        return parts_->modes.refreshAfter(*followed);
+    });
 }
 
 // Not before the folders may be read: the start has its own road to the first display. An address

@@ -172,6 +172,7 @@ Q_SIGNALS:
 private:
     void connectParts();
     void connectFilm(Projector &film);
+    void refreshFor(CameraAddress camera);
     QCoro::Task<> showCameraRow(CameraAddress camera);
     QCoro::Task<> clickCamera(CameraAddress camera);
     [[nodiscard]] bool isInGroupView(CameraAddress camera) const;
@@ -187,6 +188,8 @@ private:
     std::unique_ptr<BrowserParts> parts_;
     QString shownStorage_;
     int wishes_ = 0;
+    std::weak_ptr<CameraAddress> followed_; // by a refresh that has not begun
+    int followedAt_ = 0;                    // the wishes then
     bool walking_ = false;
     bool isListHeld_ = false; // images were deleted from it while a film was open
 };

@@ -387,5 +387,41 @@ TEST_F(Succession, ShowsTheImagesOfAnAddressThatIsGivenBackWhileAnotherIsRead)
     EXPECT_EQ(house_.cells().value(2), imageName(2));
 }
 
+TEST_F(Succession, ShowsImagesThatAreFollowedThoughTheyComeFasterThanTheirFolderIsRead)
+{
+    constexpr int kImages = 100;
+    house_.show(kFull);
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    int shown = 0;
+    QObject::connect(&house_.data.files, &QAbstractItemModel::modelReset, &house_,
+                     [&] { ++shown; });
+    for (int image = 0; image < kImages; ++image) {
+        touchFolder(kFull);
+        browser_.follow(kFull);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_GT(shown, 1);
+    EXPECT_LT(house_.capture.scope.running(), kImages) << "each would be read for";
+    browser_.chooseFile(2);
+    browser_.follow(kFull);
+    house_.finish();
+    EXPECT_EQ(house_.NbI(), QStringLiteral("36000 / 36000"));
+}
+
+TEST_F(Succession, SelectsTheLastOfTheCamerasThatAreFollowedInAGroup)
+{
+    house_.showGroup(0);
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    touchFolder(kFull);
+    for (const int row : {1, 2, 1, 2}) {
+        browser_.follow({0, row});
+    }
+    house_.finish();
+    EXPECT_EQ(browser_.face().cameraRow, 2);
+    EXPECT_EQ(house_.rows().size(), kRows);
+}
+
 } // namespace
 } // namespace velmora::test

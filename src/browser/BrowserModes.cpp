@@ -43,8 +43,9 @@ BrowserModes::BrowserModes(const Uses &uses, const BrowserData &data, CameraFold
 
 void BrowserModes::takeStored(Mode mode)
 {
-    if (keyOf(mode).read(uses_.settings)) {
-        set(mode, true);
+    const bool stored = keyOf(mode).read(uses_.settings);
+    if (stored != isOn(mode)) {
+        set(mode, stored);
     }
 }
 
@@ -57,8 +58,11 @@ QCoro::Task<> BrowserModes::load()
     }
     cScan_Click();
     uses_.sheet.hideZoom();
-    if (isOn(Mode::Camera)) {
+    const bool wasGroup = data_.state.view() == View::Group;
+    if (isOn(Mode::Camera) || wasGroup) {
         co_await cCamera_Click();
+    }
+    if (isOn(Mode::Camera)) {
         co_await lists_.LstDirCam_Click(data_.state.camera().row);
     } else if (isOn(Mode::Auto)) {
         co_await cAuto_Click();

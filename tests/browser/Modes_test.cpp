@@ -238,5 +238,25 @@ TEST_F(Modes, SetTheTickCounterToFiftyFiveForAClickOnTheCountdown)
     EXPECT_EQ(house_.capture.scheduler.ticksLeft(), 5);
 }
 
+TEST_F(Modes, AreOffAgainWhenThatWasStoredWhileTheWindowWasClosed)
+{
+    house_.addImages(kCamera, 3);
+    for (const auto *const key : {u"Auto", u"Camera", u"Scan"}) {
+        house_.store(key, u"1");
+    }
+    load();
+    ASSERT_EQ(on(), QList<bool>({true, true, true}));
+    browser_.unload();
+    for (const auto *const key : {u"Auto", u"Camera", u"Scan"}) {
+        house_.store(key, u"0");
+    }
+    load();
+    EXPECT_EQ(on(), QList<bool>({false, false, false}));
+    EXPECT_EQ(state().view(), View::Camera);
+    EXPECT_FALSE(browser_.scanTimer().isActive());
+    EXPECT_EQ(house_.stored(u"Scan"), QStringLiteral("0"));
+    EXPECT_EQ(house_.NbI(), QStringLiteral("3 / 3"));
+}
+
 } // namespace
 } // namespace velmora::test

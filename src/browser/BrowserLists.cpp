@@ -139,10 +139,11 @@ QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
 }
 
 // The list of images follows the selected camera, even in another group, since the film button
-// belongs to it. An open film keeps the list that it plays.
+// belongs to it, and a playing film. A paused one keeps the list that it plays.
 QCoro::Task<> BrowserLists::followGroup()
 {
-    if (!uses_.film.isOpen() && data_.files.folder() != folders_.of(data_.state.camera())) {
+    const bool isHeld = uses_.film.isOpen() && !uses_.film.isPlaying();
+    if (!isHeld && data_.files.folder() != folders_.of(data_.state.camera())) {
         selection_.enableFilm(false);
         co_await LitDir();
         selection_.showPosition(ShownPosition::None);

@@ -59,8 +59,8 @@ public:
     /// Fills the group view: the newest image of each camera of the group. No row is selected then.
     QCoro::Task<> DirCam();
 
-    /// In group view: lists the selected camera's images if others are listed, unless a film is
-    /// open.
+    /// In group view: lists the selected camera's images if others are listed, unless a paused film
+    /// plays these.
     QCoro::Task<> followGroup();
 
     /// Shows the ten images around the selected one, or around the last one when none is selected.

@@ -335,5 +335,23 @@ TEST_F(SlideshowBrowser, LeavesTheFilmButtonToTheCameraOfTheGroupWhenItCloses)
     EXPECT_EQ(house_.data.files.camera(), (CameraAddress{4, 0}));
 }
 
+TEST_F(SlideshowBrowser, StartsOverInTheGroupThoughTheChoiceOfAGroupIsOvertaken)
+{
+    open(30);
+    house_.addFullFolder({4, 0});
+    house_.showGroup(0);
+    browser_.clickCell(0);
+    house_.finish();
+    ASSERT_TRUE(film_.isPlaying());
+    browser_.chooseGroup(4);
+    ASSERT_GT(house_.capture.scope.running(), 0);
+    browser_.setMode(Mode::Auto, true);
+    house_.finish();
+    EXPECT_EQ(house_.data.state.camera(), (CameraAddress{4, 0}));
+    EXPECT_EQ(film_.camera(), (CameraAddress{4, 0}));
+    EXPECT_EQ(face().image.folder, house_.data.files.folder());
+    EXPECT_EQ(face().count, kFullFolder);
+}
+
 } // namespace
 } // namespace velmora::test

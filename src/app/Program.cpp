@@ -99,6 +99,7 @@ void Program::connectBrowser()
     connect(&engine_.store(), &ImageStore::undatedNoticed, this, &Program::tellUndated);
     connect(&windows_->browser, &planche::cameraShown, this, &Program::nameFilm);
     connect(&images_.film(), &Slideshow::begun, this, &Program::nameFilm);
+    connect(&images_.film(), &Slideshow::cameraChanged, this, &Program::nameFilm);
     connect(&view_.page(), &CameraPage::pageReread, &windows_->browser, &planche::showCamera);
     connect(&view_.page(), &CameraPage::rowReread, &windows_->browser, &planche::showCamera);
 }

@@ -73,14 +73,24 @@ void Slideshow::load()
     Q_EMIT opened();
 }
 
+// What is played is the browser's list, also when a paused show goes on after that has become
+// another camera's.
+void Slideshow::takeList()
+{
+    folder_ = data_.files.folder();
+    if (camera_ != data_.files.camera()) {
+        camera_ = data_.files.camera();
+        Q_EMIT cameraChanged();
+    }
+}
+
 void Slideshow::begin()
 {
     if (!open_) {
         load();
     }
     face_.count = data_.files.count();
-    camera_ = data_.files.camera();
-    folder_ = data_.files.folder();
+    takeList();
     current_ = 0;
     shownPosition_ = 0;
     face_.range = {1, face_.count};
@@ -169,6 +179,7 @@ void Slideshow::cine_Timer()
         timer_.stop();
         return;
     }
+    takeList();
     face_.image = fileAt(current_ > 0 ? current_ : range.start); // there is no image 0
     face_.nFich = face_.image.name.left(kStemLetters);
     current_ = std::max(current_, range.start);

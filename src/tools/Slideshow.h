@@ -106,6 +106,9 @@ Q_SIGNALS:
 
     /// It has begun with the whole list.
     void begun();
+
+    /// It plays another camera's images from now on.
+    void cameraChanged();
     void closing();
 
     /// The face has changed.
@@ -114,6 +117,7 @@ Q_SIGNALS:
 private:
     void load();
     void setPaused(bool paused);
+    void takeList();
     void followList();
     void keepPlace();
     void showRange();

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QSlider>
+#include <QTimer>
 
 namespace velmora::test {
 namespace {
@@ -304,6 +305,24 @@ TEST_F(ProgramBrowser, APausedFilmKeepsTheNameOfTheCameraWhoseImageItShows)
                       cameras->visualRect(cameras->model()->index(1, 0)).center());
     settle();
     EXPECT_TRUE(topLevel(kFilm)->windowTitle().contains(QStringLiteral("Yard")))
+        << topLevel(kFilm)->windowTitle().toStdString();
+}
+
+TEST_F(ProgramBrowser, AFilmThatGoesOnIsNamedAfterTheCameraThatItPlays)
+{
+    putImages(3);
+    start();
+    engine_->settings().write(u"Camera01", u"Name", u"Gate");
+    click(kBrowser, QStringLiteral("bFilm"));
+    QTest::mouseClick(control(kFilm, QStringLiteral("PauseCine")), Qt::LeftButton);
+    auto *const cameras = static_cast<QListView *>(control(kBrowser, QStringLiteral("lstCam")));
+    QTest::mouseClick(cameras->viewport(), Qt::LeftButton, {},
+                      cameras->visualRect(cameras->model()->index(1, 0)).center());
+    settle();
+    QTest::mouseClick(control(kFilm, QStringLiteral("PauseCine")), Qt::LeftButton);
+    auto *const cine = topLevel(kFilm)->findChild<QTimer *>(QStringLiteral("cine"));
+    ASSERT_TRUE(QMetaObject::invokeMethod(cine, "timeout", Qt::DirectConnection));
+    EXPECT_TRUE(topLevel(kFilm)->windowTitle().contains(QStringLiteral("Gate")))
         << topLevel(kFilm)->windowTitle().toStdString();
 }
 

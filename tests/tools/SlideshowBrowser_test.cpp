@@ -335,6 +335,38 @@ TEST_F(SlideshowBrowser, LeavesTheFilmButtonToTheCameraOfTheGroupWhenItCloses)
     EXPECT_EQ(house_.data.files.camera(), (CameraAddress{4, 0}));
 }
 
+TEST_F(SlideshowBrowser, BelongsToTheCameraWhoseImagesItPlaysWhenItGoesOnAfterAPause)
+{
+    open(30);
+    tick(3);
+    film_.PauseCine_MouseDown();
+    house_.addImages({0, 1}, 6);
+    house_.show({0, 1});
+    ASSERT_EQ(film_.camera(), kCamera);
+    const QSignalSpy changed(&film_, &Slideshow::cameraChanged);
+    film_.PauseCine_MouseDown();
+    tick();
+    EXPECT_EQ(face().image, house_.data.files.file(3));
+    EXPECT_EQ(film_.camera(), (CameraAddress{0, 1}));
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_TRUE(film_.isOfList());
+    browser_.refresh(); // a list that is read again is not another one
+    house_.finish();
+    EXPECT_EQ(film_.current(), 5);
+}
+
+TEST_F(SlideshowBrowser, BelongsToTheCameraWhoseImagesAResumedOnePlays)
+{
+    open(30);
+    film_.PauseCine_MouseDown();
+    film_.sFin_Change(20); // lets it run on
+    house_.addImages({0, 1}, 6);
+    house_.show({0, 1});
+    ASSERT_TRUE(isRunning());
+    tick();
+    EXPECT_EQ(film_.camera(), (CameraAddress{0, 1}));
+}
+
 TEST_F(SlideshowBrowser, StartsOverInTheGroupThoughTheChoiceOfAGroupIsOvertaken)
 {
     open(30);

@@ -8,8 +8,11 @@
 namespace velmora {
 
 /// A box of plain text with "OK" over the active window, which need not be answered; deleted when
-/// it is closed.
+/// it is closed, and not before: it outlives a dialog over which it was opened.
 [[nodiscard]] QMessageBox *newWarningBox(const QString &title);
+
+/// False as well for one that was answered and is about to be deleted.
+[[nodiscard]] bool isOpen(const QMessageBox *box);
 
 /// A message that arrives while an earlier one is still open is added to its box, so that a damaged
 /// file with a hundred wrong numbers gives one box.

@@ -111,7 +111,7 @@ QCoro::Task<int> mOuvreLien::result(QString target)
 
 void mOuvreLien::show(const QString &message)
 {
-    if (!box_) {
+    if (!isOpen(box_)) {
         box_ = newWarningBox(QStringLiteral("Erreur"));
     }
     box_->setText(message);

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QFileDialog>
 #include <QLineEdit>
 
 namespace velmora::test {
@@ -51,6 +52,17 @@ protected:
     }
 
     bool timerRuns() { return engine_->timer().isActive(); }
+
+    static QList<QMessageBox *> messageBoxes()
+    {
+        QList<QMessageBox *> boxes;
+        for (QWidget *const widget : QApplication::topLevelWidgets()) {
+            if (auto *const box = qobject_cast<QMessageBox *>(widget)) {
+                boxes.append(box);
+            }
+        }
+        return boxes;
+    }
 
     [[nodiscard]] QDir in() const { return QDir(tree_.path(u"drives/c/in")); }
 };
@@ -107,6 +119,25 @@ TEST_F(ProgramStorage, ThatIsGoneIsReportedByTheBrowser)
     clock_.advance(3s);
     EXPECT_FALSE(browserLine().contains(QStringLiteral("stopped")));
     EXPECT_TRUE(timerRuns());
+}
+
+TEST_F(ProgramStorage, WhoseChoiceIsRefusedSaysWhyWhenTheDialogIsGone)
+{
+    tree_.makeFolder(u"drives/c/My Pics");
+    start();
+    openSetup();
+    click(QStringLiteral("Interface"), QStringLiteral("Browse"));
+    auto *const dialog = topLevel(QStringLiteral("Interface"))->findChild<QFileDialog *>();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+    auto *const name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    name->setText(tree_.path(u"drives/c/My Pics"));
+    QTest::keyClick(name, Qt::Key_Return);
+    settle();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(topLevel(QStringLiteral("Interface"))->findChild<QFileDialog *>(), nullptr);
+    const QList<QMessageBox *> boxes = messageBoxes();
+    ASSERT_EQ(boxes.size(), 1);
+    EXPECT_TRUE(boxes.first()->text().contains(QStringLiteral("blank")));
 }
 
 TEST_F(ProgramStorage, IsNotCalledGoneOnceItIsBack)

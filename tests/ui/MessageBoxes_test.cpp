@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
@@ -70,6 +72,71 @@ TEST_F(MessageBoxesTest, StartsOverOnceAnswered)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(openBoxes().isEmpty());
     messages_.warn(QStringLiteral("two"));
+    ASSERT_EQ(openBoxes().size(), 1);
+    EXPECT_EQ(openBoxes().first()->text(), QStringLiteral("two"));
+}
+
+class WarningOverADialog : public MessageBoxesTest
+{
+protected:
+    WarningOverADialog()
+    {
+        window_.show();
+        question_->setAttribute(Qt::WA_DeleteOnClose);
+        question_->open();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(question_));
+        messages_.warn(QStringLiteral("disk full"));
+    }
+
+    static QMessageBox *warning()
+    {
+        const QList<QMessageBox *> boxes = openBoxes();
+        const auto found =
+            std::ranges::find(boxes, QStringLiteral("disk full"), &QMessageBox::text);
+        return found == boxes.end() ? nullptr : *found;
+    }
+
+    static void deleteClosed()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    QWidget window_;
+    QPointer<QMessageBox> question_ = new QMessageBox(&window_);
+};
+
+TEST_F(WarningOverADialog, OutlivesIt)
+{
+    question_->close();
+    deleteClosed();
+    ASSERT_EQ(question_, nullptr);
+    ASSERT_NE(warning(), nullptr);
+    EXPECT_EQ(warning()->parentWidget(), &window_);
+}
+
+TEST_F(WarningOverADialog, CanBeAnsweredFirst)
+{
+    QTest::mouseClick(warning()->button(QMessageBox::Ok), Qt::LeftButton);
+    question_->close();
+    deleteClosed();
+    EXPECT_EQ(openBoxes(), QList<QMessageBox *>());
+}
+
+TEST_F(WarningOverADialog, CanBeAnsweredAfterIt)
+{
+    question_->close();
+    deleteClosed();
+    QTest::mouseClick(warning()->button(QMessageBox::Ok), Qt::LeftButton);
+    deleteClosed();
+    EXPECT_EQ(openBoxes(), QList<QMessageBox *>());
+}
+
+TEST_F(MessageBoxesTest, ShowsWhatComesAtTheMomentOfTheAnswer)
+{
+    messages_.warn(QStringLiteral("one"));
+    openBoxes().first()->button(QMessageBox::Ok)->click();
+    messages_.warn(QStringLiteral("two"));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_EQ(openBoxes().size(), 1);
     EXPECT_EQ(openBoxes().first()->text(), QStringLiteral("two"));
 }

@@ -122,7 +122,7 @@ void frmImport::showChoices(const ImportFace &face)
     const QSignalBlocker noFilter(ui_->Filtre);
     const QSignalBlocker noGroup(ui_->Cam);
     const QSignalBlocker noCamera(ui_->Lien);
-    if (ui_->Drive1->count() != face.drives.size()) {
+    if (std::exchange(drives_, face.drives) != face.drives) {
         ui_->Drive1->clear();
         ui_->Drive1->addItems(face.drives);
     }

@@ -57,6 +57,7 @@ private:
     Import &import_;
     PictureLoader &loader_;
     std::unique_ptr<Ui::frmImport> ui_;
+    QStringList drives_; // as the list shows them
     QList<PictureOrder> pictures_;
     bool loaded_ = false;
     bool focusGo_ = false; // the button had the focus when the run started

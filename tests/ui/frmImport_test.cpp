@@ -3,6 +3,8 @@
 #include "support/RefusedCalls.h"
 #include "support/TypedAddress.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
 namespace velmora::test {
@@ -142,6 +144,19 @@ TEST_F(ImportWindow, AnotherDriveIsOpenedAndStored)
     EXPECT_EQ(house_.rows("Dir1"), QStringList{QStringLiteral("E:\\")});
     EXPECT_EQ(house_.rows("File1"), QStringList{QStringLiteral("photo.jpg")});
     EXPECT_EQ(house_.shown("iSource"), QStringLiteral("photo.jpg"));
+}
+
+TEST_F(ImportWindow, ReopenedItOffersTheDrivesThatThereAreNow)
+{
+    house_.house.tree.makeFolder(u"drives/e");
+    house_.open();
+    auto &drives = house_.find<QComboBox>("Drive1");
+    EXPECT_EQ(drives.itemText(1), QStringLiteral("E:"));
+    house_.window.close();
+    ASSERT_TRUE(
+        QFile::rename(house_.house.tree.path(u"drives/e"), house_.house.tree.path(u"drives/f")));
+    house_.open();
+    EXPECT_EQ(drives.itemText(1), QStringLiteral("F:"));
 }
 
 TEST_F(ImportWindow, TheFilterIsStoredAndCountedKeyByKey)

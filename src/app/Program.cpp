@@ -337,6 +337,7 @@ void Program::hideWindows()
 QCoro::Task<> Program::lastPass()
 {
     windows_->closing.present();
+    co_await engine_.conformity().finish(); // it holds the captures
     const std::chrono::milliseconds limit = 2 * engine_.options().downloadLimit() + 5s;
     engine_.launch(giveUpAfter(limit));
     co_await engine_.scheduler().lastTick();

@@ -62,7 +62,7 @@ Conformity::Conformity(StorageFolder &storage, Scheduler &scheduler, EventLog &l
     , scheduler_(scheduler)
     , log_(log)
     , clock_(clock)
-    , stop_(scope.stopToken())
+    , link_(scope.stopToken(), stop_)
     , slice_(clock)
 {
 }
@@ -90,7 +90,7 @@ QCoro::Task<> Conformity::run()
         co_return;
     }
     waiting_ = true;
-    co_await unused_.pass(stop_);
+    co_await users_.gone.pass(stop_.get_token());
     waiting_ = false;
     if (stop_.stop_requested()) {
         co_return;
@@ -101,7 +101,7 @@ QCoro::Task<> Conformity::run()
     slice_.begin();
     int index = 0;
     while (index < kCameras && !stop_.stop_requested()) {
-        co_await storage_.gate().pass(stop_);
+        co_await storage_.gate().pass(stop_.get_token());
         const StorageUse use(storage_);
         const QString folder = storage_.cameraFolder(cameraAt(index));
         if (!folder.isEmpty() && use.mayGoOn()) {
@@ -115,6 +115,12 @@ QCoro::Task<> Conformity::run()
 QCoro::Task<> Conformity::whileRunning(std::stop_token stop)
 {
     co_await idle_.pass(std::move(stop));
+}
+
+QCoro::Task<> Conformity::finish()
+{
+    stop_.request_stop();
+    co_await idle_.pass({});
 }
 
 void Conformity::begin()
@@ -209,14 +215,14 @@ Conformity::Circumstances Conformity::circumstances(const QByteArray &folder,
 NamesInUse::NamesInUse(Conformity &conformity)
     : conformity_(conformity)
 {
-    ++conformity_.uses_;
-    conformity_.unused_.shut();
+    ++conformity_.users_.count;
+    conformity_.users_.gone.shut();
 }
 
 NamesInUse::~NamesInUse()
 {
-    if (--conformity_.uses_ == 0) {
-        conformity_.unused_.open();
+    if (--conformity_.users_.count == 0) {
+        conformity_.users_.gone.open();
     }
 }
 

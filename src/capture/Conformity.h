@@ -4,6 +4,7 @@
 
 #include "base/Clock.h"
 #include "base/Gate.h"
+#include "base/LinkedStop.h"
 #include "base/TaskScope.h"
 #include "base/WorkSlice.h"
 #include "cameras/StorageFolder.h"
@@ -49,6 +50,10 @@ public:
     /// Returns when no pass is running, or when a stop is requested.
     QCoro::Task<> whileRunning(std::stop_token stop);
 
+    /// The program ends: a pass ends early, and none begins any more. Returns when captures run
+    /// again, as far as this holds them.
+    QCoro::Task<> finish();
+
     /// True when a pass would find this file and might rename it. A file that could not be renamed
     /// is not wanted again until something that matters has changed: the name in its way, the
     /// folder's permissions, or the file itself. path: native path in a camera folder.
@@ -77,6 +82,13 @@ private:
         bool operator==(const Circumstances &) const = default;
     };
 
+    /// Those that go through listed names.
+    struct Users
+    {
+        int count = 0;
+        Gate gone; // shut while there are any
+    };
+
     /// A file that could not be renamed; native bytes.
     struct Failure
     {
@@ -100,13 +112,13 @@ private:
     Scheduler &scheduler_;
     EventLog &log_;
     Clock &clock_;
-    std::stop_token stop_;
+    std::stop_source stop_;
+    LinkedStop link_; // stops with the scope
     WorkSlice slice_;
     QHash<QString, Failure> failures_;     // keyed by path
     std::optional<Suspension> suspension_; // while running
     Gate idle_;                            // shut while a pass is running
-    Gate unused_;                          // shut while listed names are in use
-    int uses_ = 0;
+    Users users_;
     bool waiting_ = false;
 };
 

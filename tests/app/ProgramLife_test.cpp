@@ -1,6 +1,7 @@
 // The program while it runs and ends: the last pass, a second start, uncaught errors, and no log
 // unless wanted.
 #include "ProgramHouse.h"
+#include "support/BusyClock.h"
 
 #include <QLineEdit>
 #include <QRegularExpression>
@@ -30,6 +31,68 @@ TEST_F(ProgramLife, AClickInTheClosingBoxGivesTheLastPassUp)
     ended_ = true;
     EXPECT_EQ(source_.stopped().size(), 1);
     EXPECT_EQ(engine_->settings().read(u"Groupe0", u"lNew0"), QStringLiteral("1"));
+}
+
+// Images of the older form of name are renamed, which takes many turns of the event loop.
+class EndWhileRenaming : public ProgramHouse
+{
+protected:
+    EndWhileRenaming()
+    {
+        engine_ = std::make_unique<CaptureEngine>(tree_.path(), busy_, source_);
+        program_ = std::make_unique<Program>(*engine_, opener_, mail_);
+        program_->start();
+        settle();
+        for (int i = 100; i < 200; ++i) {
+            tree_.write(QString(kFolder + QStringLiteral("20060307_140%1.jpg")).arg(i), "x");
+        }
+    }
+
+    void rename() { engine_->launch(engine_->conformity().run()); }
+
+    void endInTheMiddle()
+    {
+        busy_.setOnYield([this](int) {
+            if (engine_->conformity().isRunning()) {
+                busy_.setOnYield({});
+                program_->end();
+            }
+        });
+        rename();
+        settle();
+        ended_ = true;
+    }
+
+    [[nodiscard]] qsizetype shortNames() const
+    {
+        const QRegularExpression shortName(QStringLiteral("^.{15}\\."));
+        return tree_.files(kFolder).filter(shortName).size();
+    }
+
+    static inline const QString kFolder = QStringLiteral("drives/c/in/http%3A%2F%2Fcam%2Fa%2Epng/");
+    BusyClock busy_{clock_};
+};
+
+TEST_F(EndWhileRenaming, RunsTheLastPass)
+{
+    ASSERT_EQ(source_.requested().size(), 1);
+    endInTheMiddle();
+    EXPECT_EQ(source_.requested().size(), 2);
+    EXPECT_GT(shortNames(), 0) << "the end does not wait for them";
+}
+
+TEST_F(EndWhileRenaming, BeginsNoRenamingThatWaitedForAnImport)
+{
+    auto import = std::make_unique<NamesInUse>(engine_->conformity());
+    rename();
+    busy_.setOnYield([this, &import](int) {
+        if (isVisible(QStringLiteral("frmQuitte"))) {
+            import.reset();
+        }
+    });
+    end();
+    EXPECT_EQ(source_.requested().size(), 2);
+    EXPECT_EQ(shortNames(), 100);
 }
 
 // A command run while the windows are being made is answered in the first turn of the event loop,

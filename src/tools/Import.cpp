@@ -318,13 +318,14 @@ ImportOrder Import::order() const
 QCoro::Task<> Import::copy()
 {
     begin();
+    const ImportOrder order = this->order(); // before the wait, in which an address may change
     ImportResult result;
     const auto atEnd = qScopeGuard([this, &result] { end(result); });
     const LinkedStop ending(uses_.scope.stopToken(), atOnce_);
     co_await uses_.conformity.whileRunning(atOnce_.get_token());
     const NamesInUse names(uses_.conformity); // the source may be a camera's folder
     if (hasTarget()) { // otherwise it has lost its address since it was chosen
-        result = co_await run_.run(order(), copying_.get_token(), atOnce_.get_token());
+        result = co_await run_.run(order, copying_.get_token(), atOnce_.get_token());
     }
     if (overtaken_) {
         result.end = ImportEnd::Aborted;

@@ -1,6 +1,7 @@
 // An import from a camera's folder whose images of the older form of name get the current one.
 #include "ImportTest.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
 namespace velmora::test {
@@ -49,6 +50,20 @@ TEST_F(ImportRenaming, EndsBeforeTheCopyBegins)
     import_.go();
     EXPECT_TRUE(face().running);
     expectAllCopiedAndRenamed();
+}
+
+TEST_F(ImportRenaming, LeavesTheCopyTheTargetWithWhichItBegan)
+{
+    const QString target = house_.tree.path(house_.folder({0, 0}));
+    const QSignalSpy added(&import_, &Import::imagesAdded);
+    launchRenaming();
+    import_.go();
+    house_.addCamera({0, 0}, QStringLiteral("http://cam/another.jpg"));
+    import_.noticeAddress({0, 0});
+    finish();
+    EXPECT_EQ(messages_, QStringList{QStringLiteral("90 files copied")});
+    EXPECT_EQ(added.value(0).value(0).toString(), target);
+    EXPECT_EQ(QDir(target).entryList(QDir::Files).size(), kFiles);
 }
 
 TEST_F(ImportRenaming, IsNotWaitedForOnceTheCopyIsToEnd)

@@ -42,7 +42,8 @@ QStringList withoutToolkitOptions(QStringList arguments)
         QStringLiteral("-platform"),        QStringLiteral("-plugin"),
         QStringLiteral("-style"),           QStringLiteral("-stylesheet"),
         QStringLiteral("-platformtheme"),   QStringLiteral("-platformpluginpath"),
-        QStringLiteral("-qwindowgeometry"), QStringLiteral("-display")};
+        QStringLiteral("-qwindowgeometry"), QStringLiteral("-display"),
+        QStringLiteral("-session")}; // added by desktops that restore what was open
     for (qsizetype i = arguments.size() - 2; i > 0; --i) {
         if (known.contains(arguments.at(i))) {
             arguments.remove(i, 2);

@@ -14,6 +14,7 @@ namespace velmora {
 bool namesDisplay(const QStringList &arguments)
 {
     return arguments.contains(QStringLiteral("-platform")) ||
+           arguments.contains(QStringLiteral("-display")) ||
            !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");

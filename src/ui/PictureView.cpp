@@ -1,5 +1,7 @@
 #include "ui/PictureView.h"
 
+#include "ui/HeatColour.h"
+
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -8,6 +10,7 @@ namespace velmora {
 namespace {
 
 constexpr int kCaptionRoom = 4;
+constexpr double kNoticeStrength = 0.6; // of the window's text
 const QColor kCaptionBack(0, 0, 0, 200);
 const QColor kSurround(24, 24, 24);
 
@@ -108,7 +111,8 @@ void PictureView::paintPlaceholder(QPainter &painter) const
         QPen(palette().color(QPalette::Mid), 1, path_.isEmpty() ? Qt::DotLine : Qt::SolidLine));
     painter.setBrush(dark ? back.lighter(115) : back.darker(104));
     painter.drawRoundedRect(frame, 4, 4);
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    // not the palette's colour for placeholders, which some dark palettes leave black
+    painter.setPen(mixedColour(back, palette().color(QPalette::WindowText), kNoticeStrength));
     painter.drawText(frame, Qt::AlignCenter | Qt::TextWordWrap, notice());
 }
 

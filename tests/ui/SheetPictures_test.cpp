@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace velmora::test {
 namespace {
 
@@ -304,6 +307,29 @@ TEST_F(SheetPicturesTest, EmptyCellsTakeThePaletteAndPicturesDoNot)
     house_.settle();
     EXPECT_TRUE(isLike(colourAt(0, 0.5, 0.4), Qt::red));
     EXPECT_GT(colourAt(5, 0.5, 0.2).lightness(), 150);
+}
+
+// A desktop whose colours are dark does not name one for such texts: black is left for them.
+TEST(EmptyPicture, SaysSoOnEveryGround)
+{
+    for (const QColor &ground : {QColor(49, 54, 59), QColor(239, 240, 241)}) {
+        PictureView view;
+        QPalette palette;
+        palette.setColor(QPalette::Window, ground);
+        palette.setColor(QPalette::WindowText, ground.lightness() < 128 ? Qt::white : Qt::black);
+        palette.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+        view.setPalette(palette);
+        view.setEmptyText(QStringLiteral("▉▉▉▉▉▉"));
+        view.resize(200, 100);
+        const QImage image = view.grab().toImage();
+        const int back = image.pixelColor(100, 20).lightness();
+        int farthest = 0;
+        for (int x = 60; x < 140; ++x) {
+            const int lightness = image.pixelColor(x, 50).lightness();
+            farthest = std::max(farthest, std::abs(lightness - back));
+        }
+        EXPECT_GT(farthest, 80) << ground.name().toStdString();
+    }
 }
 
 } // namespace

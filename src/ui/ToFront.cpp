@@ -1,19 +1,33 @@
 #include "ui/ToFront.h"
 
+#include <QDialog>
 #include <QEvent>
 #include <QObject>
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
+// The window itself, or the dialog over it that is to be answered first.
+QWidget &takerOfKeys(QWidget &window)
+{
+    const QList<QDialog *> dialogs = window.findChildren<QDialog *>();
+    const auto found = std::ranges::find_if(
+        dialogs, [](const QDialog *dialog) { return dialog->isVisible() && dialog->isModal(); });
+    return found == dialogs.end() ? window : takerOfKeys(**found);
+}
+
+// The keyboard focus is asked for where it will be: given to a window that a dialog blocks, it is
+// lost between the two, and keys do nothing until the dialog is clicked.
 void putInFront(QWidget &window)
 {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();
-    window.activateWindow();
+    takerOfKeys(window).activateWindow();
 }
 
 /// Lives until the window that it watches is on the screen.

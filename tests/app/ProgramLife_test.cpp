@@ -221,6 +221,21 @@ TEST_F(ProgramLife, ASecondStartLeavesNoBoxInWhichAnAddressIsTyped)
     EXPECT_EQ(engine_->settings().read(u"Liste0", u"lst2"), QString());
 }
 
+TEST_F(ProgramLife, ASecondStartLeavesTheKeyboardToAQuestion)
+{
+    start();
+    QWidget *const list = control(QStringLiteral("planche"), QStringLiteral("LstDir"));
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Delete);
+    const QPointer<QMessageBox> question =
+        topLevel(QStringLiteral("planche"))->findChild<QMessageBox *>();
+    ASSERT_NE(question, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(question));
+    program_->bringToFront();
+    settle();
+    EXPECT_EQ(QApplication::activeWindow(), question);
+}
+
 TEST_F(ProgramLife, ASecondStartShowsNothingWhileItEnds)
 {
     start();

@@ -114,10 +114,23 @@ class StackingTest(WindowCase):
         self.expect_no_change_of_order()
         self.expect_above(question, film, "the question above the film")
         self.give_keyboard(question, "the question with the keyboard")
-        self.desktop.press("Escape")
-        self.desktop.wait_until_gone(QUESTION)
+        self.expect_keys_answer_the_question(browser, question)
         self.expect_setup_when_minimised(browser)
         self.expect_a_key_ends_the_last_pass()
+
+    def expect_keys_answer_the_question(self, browser, question):
+        """After a second start, which brings back the window over which it was asked."""
+        self.minimise(browser)
+        second = self.house.start(env=self.desktop.environment())
+        self.assertEqual(0, second.wait(30), second.report())
+        until(lambda: not self.is_hidden(question), 10, "the question on the screen again")
+        self.wait_for_keyboard(question, "the question with the keyboard again")
+
+        def is_answered():
+            self.desktop.press("Escape")
+            return not self.desktop.windows(QUESTION)
+
+        until(is_answered, 10, "the answer")
 
     def expect_no_change_of_order(self):
         order, end = self.desktop.stacking(), time.monotonic() + TICKS_SECONDS

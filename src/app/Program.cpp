@@ -230,9 +230,11 @@ QCoro::Task<> Program::startUp()
         showSettings();
         bringBefore(windows_->interface, windows_->browser);
         windows_->splash.standAbove(windows_->interface);
+        messages_.standAbove(windows_->interface);
     } else {
         showImages();
         windows_->splash.standAbove(windows_->browser);
+        messages_.standAbove(windows_->browser);
     }
     engine_.checkSettings(); // after the windows, so that its messages appear in front of them
     images_.browser().begin();

@@ -54,4 +54,12 @@ void MessageBoxes::warn(const QString &text)
     box_->show();
 }
 
+void MessageBoxes::standAbove(QWidget &window)
+{
+    if (isOpen(box_) && box_->parentWidget() == nullptr) {
+        openOver(*box_, &window);
+        box_->show();
+    }
+}
+
 } // namespace velmora

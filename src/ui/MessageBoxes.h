@@ -24,6 +24,9 @@ public:
     /// Shows a warning; does not wait for the answer.
     void warn(const QString &text);
 
+    /// Puts a warning from before there was any window above this one, which would cover it.
+    void standAbove(QWidget &window);
+
 private:
     QPointer<QMessageBox> box_;
     QStringList texts_;

@@ -187,6 +187,16 @@ TEST_F(ProgramLife, StoresNoKeysOfItsOwnAmongTheOthers)
     }
 }
 
+TEST_F(ProgramLife, AWarningFromBeforeTheImagesStandsAboveThem)
+{
+    tree_.makeFolder(u"Velmora.log"); // no line can be written
+    start();
+    auto *const box = topLevel(QStringLiteral("planche"))->findChild<QMessageBox *>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_TRUE(box->text().contains(QStringLiteral("log file"))) << box->text().toStdString();
+}
+
 TEST_F(ProgramLife, ASecondStartBringsTheImagesToTheFront)
 {
     start();

@@ -21,6 +21,16 @@ bool isRow(int number)
     return number >= 0 && number < kRows;
 }
 
+// Without a camera the counters mean nothing, but what the two boxes say holds for the next one.
+CameraRow emptyRow(const CameraRow &stored)
+{
+    CameraRow row;
+    row.automatic = stored.automatic;
+    row.deleteOld = stored.deleteOld;
+    row.lamp = LampColour::Red;
+    return row;
+}
+
 } // namespace
 
 CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, EventLog &log,
@@ -94,8 +104,7 @@ void CameraPage::rereadRow(int row)
     const CameraRow before = at(row);
     at(row) = table_.row(camera);
     if (at(row).url.isEmpty()) {
-        at(row) = {};
-        at(row).lamp = LampColour::Red;
+        at(row) = emptyRow(at(row));
     } else if (before.lamp == LampColour::Orange && at(row).url == addresses_[camera]) {
         at(row).lamp = before.lamp;
     }

@@ -355,6 +355,17 @@ TEST_F(CameraRows, ACaptureLeavesTheAddressThatIsBeingTyped)
               QStringLiteral("http://cam/e.png?x=1"));
 }
 
+// A camera that is then typed into the row gets what its boxes say, not something unseen.
+TEST_F(CameraRows, TheBoxesOfARowWithoutAnAddressStayWhenTheRowsAreReadAgain)
+{
+    house_.click(QStringLiteral("EffM4"));
+    house_.click(QStringLiteral("AutoDelay4"));
+    house_.house.engine.adoptSettings();
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("EffM4")).isChecked());
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("AutoDelay4")).isChecked());
+    EXPECT_EQ(lamp(QStringLiteral("SB4")), 255);
+}
+
 TEST_F(CameraRows, AClickDoesWhatWasSeenAtThePressThoughTheRowIsReadAgainMeanwhile)
 {
     const CameraAddress camera{0, 4};

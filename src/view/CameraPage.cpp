@@ -249,6 +249,7 @@ void CameraPage::restoreSource(int row)
 
 void CameraPage::fillSource(int row, const QString &text)
 {
+    restoreSource(row); // what was typed before does not count any more
     editing_.type(row, text);
 }
 

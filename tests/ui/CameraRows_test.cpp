@@ -413,6 +413,21 @@ TEST_F(CameraRows, APressChoosesNothingForACameraThatIsPutIntoTheRowMeanwhile)
     EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QStringLiteral("1"));
 }
 
+// The same address typed over itself is no change of the row, but saving it in the sheet is one.
+TEST_F(CameraRows, AnAddressFromTheSheetIsStoredWhateverIsBeingTypedInTheRow)
+{
+    const CameraAddress camera{0, 2};
+    const QString address = QStringLiteral("http://cam/a.jpg");
+    house_.house.addCamera(camera, address);
+    house_.selectTab(0);
+    house_.retype(QStringLiteral("Source2"), address);
+    house_.house.table.setUrl(camera, {}); // as a command that removes the camera
+    house_.house.engine.adoptSettings();
+    house_.window.fillAddress(camera, address);
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), address);
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source2")).text(), address);
+}
+
 TEST_F(CameraRows, ClosingTheWindowLeavesTheBoxOnce)
 {
     house_.type(QStringLiteral("Source2"), QStringLiteral("ab"));

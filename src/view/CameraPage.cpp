@@ -21,16 +21,6 @@ bool isRow(int number)
     return number >= 0 && number < kRows;
 }
 
-// Without a camera the counters mean nothing, but what the two boxes say holds for the next one.
-CameraRow emptyRow(const CameraRow &stored)
-{
-    CameraRow row;
-    row.automatic = stored.automatic;
-    row.deleteOld = stored.deleteOld;
-    row.lamp = LampColour::Red;
-    return row;
-}
-
 } // namespace
 
 CameraPage::CameraPage(const CameraTable &table, const StorageFolder &storage, EventLog &log,
@@ -104,7 +94,7 @@ void CameraPage::rereadRow(int row)
     const CameraRow before = at(row);
     at(row) = table_.row(camera);
     if (at(row).url.isEmpty()) {
-        at(row) = emptyRow(at(row));
+        at(row).lamp = LampColour::Red;
     } else if (before.lamp == LampColour::Orange && at(row).url == addresses_[camera]) {
         at(row).lamp = before.lamp;
     }

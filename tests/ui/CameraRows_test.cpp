@@ -366,6 +366,25 @@ TEST_F(CameraRows, TheBoxesOfARowWithoutAnAddressStayWhenTheRowsAreReadAgain)
     EXPECT_EQ(lamp(QStringLiteral("SB4")), 255);
 }
 
+// They are set to zero in the file at the next tab switch; an address typed before that goes on
+// with what the file has.
+TEST_F(CameraRows, TheCountersOfAClearedRowAreThoseStoredWhenTheRowsAreReadAgain)
+{
+    house_.house.addCamera({0, 4}, QStringLiteral("http://cam/e.png"));
+    house_.house.setValue(u"lNew", {0, 4}, QStringLiteral("3"));
+    house_.house.setValue(u"BestTime", {0, 4}, QStringLiteral("00:10:00"));
+    house_.selectTab(0);
+    house_.retype(QStringLiteral("Source4"), QString());
+    house_.leaveBox();
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(lamp(QStringLiteral("SB4")), 255);
+    EXPECT_EQ(text(QStringLiteral("lNew4")), QStringLiteral("3"));
+    EXPECT_EQ(text(QStringLiteral("BestTime4")), QStringLiteral("00:10:00"));
+    house_.selectTab(0);
+    EXPECT_EQ(text(QStringLiteral("lNew4")), QStringLiteral("0"));
+    EXPECT_EQ(house_.stored(u"Groupe0", u"lNew4"), QStringLiteral("0"));
+}
+
 TEST_F(CameraRows, AClickDoesWhatWasSeenAtThePressThoughTheRowIsReadAgainMeanwhile)
 {
     const CameraAddress camera{0, 4};

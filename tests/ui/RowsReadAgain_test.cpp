@@ -1,0 +1,129 @@
+// The camera rows of the main window while a command or a sheet has them read again.
+#include "WindowHouse.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+class RowsReadAgain : public testing::Test
+{
+protected:
+    QString text(const QString &label) { return house_.find<QLabel>(label).text(); }
+
+    int lamp(const QString &name) { return house_.find<Lamp>(name).property("FillColor").toInt(); }
+
+    WindowHouse house_;
+};
+
+// Another camera's sheet or a command has the rows read again, in the middle of the typing or
+// later.
+TEST_F(RowsReadAgain, LeaveAnAddressTooLongInItsBox)
+{
+    const QString tooLong(256, u'a');
+    house_.retype(QStringLiteral("Source2"), tooLong);
+    house_.house.engine.adoptSettings();
+    house_.leaveBox();
+    auto &box = house_.find<QLineEdit>(QStringLiteral("Source2"));
+    EXPECT_EQ(box.text(), tooLong);
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(box.text(), tooLong);
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), QString());
+    house_.selectTab(0);
+    EXPECT_EQ(box.text(), QString());
+}
+
+// A camera that is then typed into the row gets what its boxes say, not something unseen.
+TEST_F(RowsReadAgain, KeepTheSwitchesOfARowWithoutAnAddress)
+{
+    house_.click(QStringLiteral("EffM4"));
+    house_.click(QStringLiteral("AutoDelay4"));
+    house_.house.engine.adoptSettings();
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("EffM4")).isChecked());
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("AutoDelay4")).isChecked());
+    EXPECT_EQ(lamp(QStringLiteral("SB4")), 255);
+}
+
+// They are set to zero in the file at the next tab switch; an address typed before that goes on
+// with what the file has.
+TEST_F(RowsReadAgain, ShowTheStoredCountersOfAClearedRow)
+{
+    house_.house.addCamera({0, 4}, QStringLiteral("http://cam/e.png"));
+    house_.house.setValue(u"lNew", {0, 4}, QStringLiteral("3"));
+    house_.house.setValue(u"BestTime", {0, 4}, QStringLiteral("00:10:00"));
+    house_.selectTab(0);
+    house_.retype(QStringLiteral("Source4"), QString());
+    house_.leaveBox();
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(lamp(QStringLiteral("SB4")), 255);
+    EXPECT_EQ(text(QStringLiteral("lNew4")), QStringLiteral("3"));
+    EXPECT_EQ(text(QStringLiteral("BestTime4")), QStringLiteral("00:10:00"));
+    house_.selectTab(0);
+    EXPECT_EQ(text(QStringLiteral("lNew4")), QStringLiteral("0"));
+    EXPECT_EQ(house_.stored(u"Groupe0", u"lNew4"), QStringLiteral("0"));
+}
+
+TEST_F(RowsReadAgain, LetAClickDoWhatWasSeenAtThePress)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    auto &box = house_.find<QCheckBox>(QStringLiteral("AutoDelay4"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.table.setValue(keys::kAutoDelai, camera, u"1");
+    house_.house.table.setValue(keys::kEffM, camera, u"1");
+    house_.house.page.reread();
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("EffM4")).isChecked());
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    EXPECT_TRUE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Groupe0", u"AutoDelai4"), QStringLiteral("1"));
+}
+
+TEST_F(RowsReadAgain, AreShownOnceAPressIsTakenBack)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    auto &box = house_.find<QCheckBox>(QStringLiteral("AutoDelay4"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.table.setValue(keys::kAutoDelai, camera, u"1");
+    house_.house.page.reread();
+    QTest::mouseMove(&box, {-50, -50});
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {-50, -50});
+    EXPECT_TRUE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Groupe0", u"AutoDelai4"), QStringLiteral("1"));
+}
+
+TEST_F(RowsReadAgain, LetAPressChooseNothingForAnotherCamera)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    auto &box = house_.find<QCheckBox>(QStringLiteral("EffM4"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.addCamera(camera, QStringLiteral("http://cam/other.png"));
+    house_.house.page.reread();
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    EXPECT_FALSE(box.isChecked());
+    EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QString());
+    QTest::mouseClick(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QStringLiteral("1"));
+}
+
+// The same address typed over itself is no change of the row, but saving it in the sheet is one.
+TEST_F(RowsReadAgain, GiveWayToAnAddressFromTheSheet)
+{
+    const CameraAddress camera{0, 2};
+    const QString address = QStringLiteral("http://cam/a.jpg");
+    house_.house.addCamera(camera, address);
+    house_.selectTab(0);
+    house_.retype(QStringLiteral("Source2"), address);
+    house_.house.table.setUrl(camera, {}); // as a command that removes the camera
+    house_.house.engine.adoptSettings();
+    house_.window.fillAddress(camera, address);
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst2"), address);
+    EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source2")).text(), address);
+}
+
+} // namespace
+} // namespace velmora::test

@@ -29,6 +29,13 @@ QString storedText(const SettingsSnapshot &settings)
     return stored == kNothingCleaned && !before.isEmpty() ? before : stored;
 }
 
+// While the box is empty the folder before is stored too, and may be the very one that another
+// program then names.
+QString asStored(const SettingsSnapshot &settings)
+{
+    return keys::kStRep.read(settings) + u'\n' + keys::kStorageBefore.read(settings);
+}
+
 } // namespace
 
 StorageState storageState(bool folderPresent, Editing editing)
@@ -155,13 +162,13 @@ void StorageFolder::store()
             }
         }));
     }
-    lastSeen_ = storedStorage(settings.snapshot());
+    lastSeen_ = asStored(settings.snapshot());
 }
 
 void StorageFolder::load()
 {
     const SettingsSnapshot settings = table_.settings().snapshot();
-    lastSeen_ = storedStorage(settings);
+    lastSeen_ = asStored(settings);
     setText(storedText(settings));
     takeText();
     if (text_ != keys::kStRep.read(settings)) {
@@ -171,11 +178,12 @@ void StorageFolder::load()
 
 void StorageFolder::adoptStored()
 {
-    const QString stored = storedStorage(table_.settings().snapshot());
-    if (stored == std::exchange(lastSeen_, stored)) {
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    const QString seen = asStored(settings);
+    if (seen == std::exchange(lastSeen_, seen)) {
         return;
     }
-    storedElsewhere_ = stored;
+    storedElsewhere_ = storedStorage(settings);
     if (!isBeingEdited()) {
         putInForce();
     }

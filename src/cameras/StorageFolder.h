@@ -211,7 +211,7 @@ private:
     Problems &problems_;
     QString text_;
     QString inForce_;
-    QString lastSeen_;                       // of the folder as stored, also by another program
+    QString lastSeen_;                       // what the settings had, also from another program
     std::optional<QString> storedElsewhere_; // by another program, since the edit began
     StorageState state_;
     Gate gate_;

@@ -241,6 +241,17 @@ TEST_F(FolderInForce, IsTheLastOneNamedElsewhere)
     EXPECT_TRUE(isInForce(kBefore));
 }
 
+TEST_F(FolderInForce, IsTheLastOneNamedElsewhereThoughItIsTheOneBeforeAnEmptiedBox)
+{
+    storage.beginEdit();
+    nameElsewhere(kOther);
+    storage.edit(QString());
+    nameElsewhere(kBefore);
+    storage.putInForce();
+    EXPECT_TRUE(isInForce(kBefore));
+    EXPECT_EQ(setting(u"Control", u"StRep"), kBefore);
+}
+
 TEST_F(FolderInForce, StaysWhenTheSettingsCannotHoldWhatWasTyped)
 {
     for (const QString &typed :

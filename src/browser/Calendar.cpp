@@ -134,8 +134,8 @@ void Calendar::goTo(const Goal &goal)
 {
     if (browser_.shown().state.view() == View::Group) {
         waiting_ = goal;
+        showCamera(goal.camera); // first, so that the camera view lists no other camera's images
         browser_.setMode(Mode::Camera, false);
-        showCamera(goal.camera);
     } else if (imagesAt(goal).first >= files().count() && imagesAt(goal).count > 0) {
         waiting_ = goal;
         browser_.refresh();

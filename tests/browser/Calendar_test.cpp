@@ -3,6 +3,11 @@
 
 #include "browser/BrowserTest.h"
 
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
 namespace velmora::test {
 namespace {
 
@@ -238,6 +243,27 @@ TEST_F(CalendarTest, ForgetsADayWhoseListCouldNotBeRead)
     QCoreApplication::processEvents();
     house_.finish();
     EXPECT_EQ(selected(), 4) << "the newest: another day was chosen since";
+}
+
+TEST_F(CalendarTest, GoesToTheDayOfAPausedFilmThoughItsFolderTakesLongerToRead)
+{
+    const CameraAddress filmed{2, 0};
+    house_.addFullFolder(filmed);
+    house_.addImages({3, 0}, 2);
+    house_.show(filmed);
+    film_.pause();
+    state().filmOpened();
+    house_.showGroup(3);
+    ASSERT_EQ(calendar_.camera(), filmed);
+    const StorageFolder &storage = house_.capture.storage;
+    const QByteArray folder = QFile::encodeName(storage.native(storage.cameraFolderText(filmed)));
+    ASSERT_EQ(::utimensat(AT_FDCWD, folder.constData(), nullptr, 0), 0); // to be read again
+    calendar_.goToDay(2006y / 3 / 7);
+    house_.finish();
+    QCoreApplication::processEvents();
+    house_.finish();
+    EXPECT_EQ(state().camera(), filmed);
+    EXPECT_EQ(selected(), 0);
 }
 
 } // namespace

@@ -197,8 +197,8 @@ void Calendar::follow(CameraAddress camera, const QString &fileName)
 {
     const QByteArray name = QFile::encodeName(fileName);
     const auto day = dayOfName(name);
-    const bool isKnown = files().names().find(name).has_value();
-    if (!open_ || !browser_.isListed(camera) || !day || isKnown) {
+    const bool isNew = isListedName(name) && !files().names().find(name);
+    if (!open_ || !browser_.isListed(camera) || !day || !isNew) {
         return;
     }
     add(*day);

@@ -14,6 +14,13 @@
 
 namespace velmora {
 
+/// True for a file that is listed as an image, by its name ("20*.*"). An undated picture, whose
+/// name begins with the year 1899, is not.
+[[nodiscard]] inline bool isListedName(QByteArrayView name)
+{
+    return name.startsWith("20");
+}
+
 /// The names of a folder's images, sorted, in compact form: nearly every name is date digits and an
 /// ending that it shares with others, and takes eight bytes. The order is that of compareNames().
 /// Names are native bytes, indexes 0-based.

@@ -15,7 +15,7 @@ constexpr std::size_t kPlacesAStep = 512;
 
 void ImageNamesBuilder::add(QByteArrayView name)
 {
-    if (!name.startsWith("20")) {
+    if (!isListedName(name)) {
         return;
     }
     const std::optional<StandardName> standard = standardName(name);

@@ -245,6 +245,12 @@ TEST_F(CalendarTest, ForgetsADayWhoseListCouldNotBeRead)
     EXPECT_EQ(selected(), 4) << "the newest: another day was chosen since";
 }
 
+TEST_F(CalendarTest, DoesNotCountAnImageWhoseNameTheBrowserDoesNotList)
+{
+    calendar_.follow(kCamera, QStringLiteral("18991230_0000000714.jpg"));
+    EXPECT_EQ(calendar_.days().front().day, 2006y / 12 / 30);
+}
+
 TEST_F(CalendarTest, GoesToTheDayOfAPausedFilmThoughItsFolderTakesLongerToRead)
 {
     const CameraAddress filmed{2, 0};

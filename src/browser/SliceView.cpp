@@ -31,10 +31,12 @@ void SliceView::showFrom(int start)
     }
 }
 
+// The files of a row without an address are those of the storage folder itself, which a pass leaves
+// alone: it would be due again each time its end lists them.
 void SliceView::startConformity(const ImageFile &image)
 {
     if (image.isNone() || uses_.conformity.isRunning() || !uses_.storage.isUsable() ||
-        !Conformity::isShortForm(image.name.toUtf8())) {
+        image.folder == uses_.storage.inForce() || !Conformity::isShortForm(image.name.toUtf8())) {
         return;
     }
     if (uses_.conformity.wants(nativePath(uses_.storage, image))) {

@@ -80,6 +80,19 @@ TEST_F(ConformityStart, StaysOnItsPositionAfterwards)
     EXPECT_EQ(house_.NbI(), QStringLiteral("4 / 31"));
 }
 
+TEST_F(ConformityStart, LeavesAFileInTheStorageFolderItselfAlone)
+{
+    constexpr int kTurns = 200;
+    house_.capture.tree.write(u"drives/c/in/20060307_140509.jpg", "photo");
+    browser_.chooseCamera(5); // no camera: the files there are on show
+    for (int turn = 0; turn < kTurns; ++turn) {
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(house_.NbI(), QStringLiteral("1 / 1"));
+    EXPECT_EQ(passes_.size(), 0);
+    EXPECT_EQ(house_.capture.scope.running(), 0);
+}
+
 TEST_F(ConformityStart, IsNotStartedAgainWhileItRuns)
 {
     house_.addCamera(kCamera);

@@ -94,6 +94,9 @@ void StorageBox::edit(const QString &typed)
     controls_.StRep.beginEdit();
     const int caret = caretAfterCleaning(withBackslashes(typed), controls_.StRep.cursorPosition());
     storage_.edit(typed);
+    if (!controls_.StRep.hasFocus()) { // in a window that is not active
+        storage_.setAside();
+    }
     controls_.StRep.setCursorPosition(caret);
 }
 

@@ -1,7 +1,10 @@
 // The storage line of the main window, typed into key by key.
 #include "WindowHouse.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileDialog>
+#include <QMimeData>
 
 #include <gtest/gtest.h>
 
@@ -251,6 +254,23 @@ TEST_F(TypedFolder, ThatIsTheOldOneAgainDoesNotHoldTheCaptureBehindAnotherWindow
     EXPECT_EQ(house_.house.status.text(Caption::Standstill), QString());
     bringUp(house_.window);
     EXPECT_FALSE(timerRuns()) << "the cursor stands in the box again";
+}
+
+TEST_F(TypedFolder, ThatADropBehindAnotherWindowMakesTheOldOneDoesNotHoldTheCapture)
+{
+    QMimeData data;
+    data.setText(QStringLiteral("C:\\in\\"));
+    box().setFocus();
+    box().selectAll();
+    QTest::keyClick(&box(), Qt::Key_Delete);
+    bringUp(another_);
+    ASSERT_FALSE(timerRuns());
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&box(), &enter);
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&box(), &drop);
+    EXPECT_EQ(box().text(), storage().inForce());
+    EXPECT_TRUE(timerRuns());
 }
 
 TEST_F(TypedFolder, IsInForceWhenTheFocusWentElsewhereBehindAnotherWindow)

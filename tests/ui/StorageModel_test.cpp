@@ -6,6 +6,9 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QRandomGenerator>
 
 #include <gtest/gtest.h>
@@ -123,6 +126,18 @@ protected:
         return May::Type;
     }
 
+    // From another program's window, which may stay the active one.
+    May dropText()
+    {
+        QMimeData data;
+        data.setText(pick(kTexts));
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box(), &enter);
+        QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box(), &drop);
+        return May::Type;
+    }
+
     May press(Qt::Key key)
     {
         const bool isMeant = box().hasFocus();
@@ -236,13 +251,14 @@ protected:
 
     May act()
     {
-        static const std::array<std::function<May(StorageModel &)>, 18> events{
+        static const std::array<std::function<May(StorageModel &)>, 19> events{
             &StorageModel::enter,
             &StorageModel::enter,
             &StorageModel::typeText,
             &StorageModel::typeText,
             &StorageModel::typeKey,
             &StorageModel::emptyBox,
+            &StorageModel::dropText,
             [](StorageModel &model) { return model.press(Qt::Key_Tab); },
             [](StorageModel &model) { return model.press(Qt::Key_Return); },
             &StorageModel::makeFolder,

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QSlider>
 
 namespace velmora::test {
 namespace {
@@ -43,6 +44,7 @@ protected:
                                     picture);
         }
         house_.open();
+        house_.images.calendar().open();
     }
 
     void addCamera(CameraAddress camera, int images, const QByteArray &picture)
@@ -99,6 +101,7 @@ private:
 
     void type()
     {
+        letGo(); // no one types with a button held
         if (!isGroupView()) {
             house_.retype(QStringLiteral("lTime"),
                           QStringLiteral("00:00:%1").arg(below(20), 2, 10, QLatin1Char('0')));
@@ -213,6 +216,46 @@ private:
 
     void imported() { house_.browser.chooseCameraAgain(); }
 
+    void pauseFilm()
+    {
+        house_.film.PauseCine_MouseDown();
+        house_.holdFilm();
+    }
+
+    void moveFilmsEnd()
+    {
+        if (house_.filmWindow.isVisible()) {
+            auto &end = house_.find<QSlider>(QStringLiteral("sFin"));
+            end.setValue(1 + below(end.maximum()));
+            house_.holdFilm();
+        }
+    }
+
+    void clickFilm()
+    {
+        if (house_.filmWindow.isVisible()) {
+            QTest::mouseClick(&house_.find<QWidget>(QStringLiteral("iCine")), Qt::LeftButton);
+            house_.holdFilm();
+        }
+    }
+
+    void closeFilm() { house_.filmWindow.close(); }
+
+    void closeAndReopen()
+    {
+        letGo();
+        house_.window.unload();
+        house_.window.present();
+    }
+
+    void goToHour() { house_.images.calendar().goToHour(below(24)); }
+
+    void deletedForItsAge()
+    {
+        vanishedImage();
+        house_.browser.showDeletion(cameras_.at(below(static_cast<int>(cameras_.size()))));
+    }
+
     // True at every instant, even while a folder is being read.
     void look()
     {
@@ -286,7 +329,17 @@ private:
             lookAtImages();
         }
         lookAtZoom();
+        lookAtFilm();
         house_.settle();
+    }
+
+    void lookAtFilm()
+    {
+        EXPECT_EQ(house_.film.isOpen(), house_.filmWindow.isVisible());
+        EXPECT_EQ(house_.film.isOpen(), house_.data.state.CineActif());
+        if (isRead() && !house_.film.isOpen()) {
+            EXPECT_EQ(isFilmEnabled(), house_.data.files.count() > 0);
+        }
     }
 
     void lookAtGroup()
@@ -302,7 +355,7 @@ private:
         }
         EXPECT_EQ(frames(), QList<int>{selected});
         EXPECT_EQ(row(kCameras), selected);
-        EXPECT_EQ(position(), QString::number(house_.data.files.count()));
+        EXPECT_TRUE(!isRead() || position() == QString::number(house_.data.files.count()));
         const QString newest = view(kRowsOfGroup).model()->index(selected, 0).data().toString();
         EXPECT_EQ(targetOfDelete(kRowsOfGroup), isRead() ? newest.trimmed() : QString());
     }
@@ -386,7 +439,14 @@ const QList<SelectionModel::Kind> SelectionModel::kKinds{
     {"put folder in force", &SelectionModel::putInForce},
     {"refresh", &SelectionModel::refresh},
     {"other address", &SelectionModel::otherAddress},
-    {"import", &SelectionModel::imported}};
+    {"import", &SelectionModel::imported},
+    {"pause film", &SelectionModel::pauseFilm},
+    {"film's end", &SelectionModel::moveFilmsEnd},
+    {"click film", &SelectionModel::clickFilm},
+    {"close film", &SelectionModel::closeFilm},
+    {"close and reopen", &SelectionModel::closeAndReopen},
+    {"hour", &SelectionModel::goToHour},
+    {"deleted for its age", &SelectionModel::deletedForItsAge}};
 
 const QList<SelectionModel::Kind> SelectionModel::kBehind{
     {"scan", &SelectionModel::scan},

@@ -58,14 +58,18 @@ std::vector<DayCount> countDays(const ImageNames &names)
     return days;
 }
 
+ImageRun countHour(const ImageNames &names, year_month_day day, int hour)
+{
+    const QByteArray text = dayKey(day) + '_' + twoDigits(hour).toLatin1();
+    const qsizetype first = names.countBefore(text);
+    return {first, names.countBefore(behind(text)) - first};
+}
+
 HourCounts countHours(const ImageNames &names, year_month_day day)
 {
     HourCounts hours;
-    const QByteArray key = dayKey(day) + '_';
     for (int hour = 0; hour < kHoursOfDay; ++hour) {
-        const QByteArray text = key + twoDigits(hour).toLatin1();
-        const qsizetype first = names.countBefore(text);
-        hours.at(static_cast<std::size_t>(hour)) = {first, names.countBefore(behind(text)) - first};
+        hours.at(static_cast<std::size_t>(hour)) = countHour(names, day, hour);
     }
     return hours;
 }

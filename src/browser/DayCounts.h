@@ -37,7 +37,11 @@ using HourCounts = std::array<ImageRun, kHoursOfDay>;
 /// The days that have images, in order. Names that do not begin with a day are skipped.
 [[nodiscard]] std::vector<DayCount> countDays(const ImageNames &names);
 
-/// The images of each hour of a day, by the times in their names.
+/// The images of one hour of a day, 0 to 23, by the times in their names.
+[[nodiscard]] ImageRun countHour(const ImageNames &names, std::chrono::year_month_day day,
+                                 int hour);
+
+/// The same for each hour of the day.
 [[nodiscard]] HourCounts countHours(const ImageNames &names, std::chrono::year_month_day day);
 
 /// The image whose time is nearest to a moment, "20060307_143000"; of two equally near, the

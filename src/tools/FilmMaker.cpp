@@ -95,14 +95,23 @@ FilmWish FilmMaker::usualWish() const
     return wish;
 }
 
-FilmMaker::Plan FilmMaker::plan(const FilmWish &wish) const
+const FilmMaker::Plan &FilmMaker::plan(const FilmWish &wish) const
+{
+    const std::shared_ptr<const ImageNames> names = this->names();
+    if (lastPlan_.names != names || lastPlan_.wish != wish) {
+        lastPlan_ = {names, wish, newPlan(*names, wish)};
+    }
+    return lastPlan_.plan;
+}
+
+FilmMaker::Plan FilmMaker::newPlan(const ImageNames &names, const FilmWish &wish)
 {
     Plan plan{{}, {wish.picturesPerSecond, 1}};
     const auto span = filmSpan(wish.from, wish.to);
     if (!span) {
         return plan;
     }
-    plan.picks = filmPicks(*names(), *span, wish.hours);
+    plan.picks = filmPicks(names, *span, wish.hours);
     if (wish.thinning == FilmThinning::Every) {
         plan.picks.keepEvery(wish.thinningNumber);
     } else if (wish.thinning == FilmThinning::Seconds) {
@@ -113,7 +122,7 @@ FilmMaker::Plan FilmMaker::plan(const FilmWish &wish) const
 
 FilmForecast FilmMaker::forecast(const FilmWish &wish) const
 {
-    const Plan plan = this->plan(wish);
+    const Plan &plan = this->plan(wish);
     FilmForecast forecast;
     forecast.isRangeGood = filmSpan(wish.from, wish.to).has_value();
     forecast.images = plan.picks.count();
@@ -181,7 +190,7 @@ void FilmMaker::makeFilm(const FilmWish &wish, const QString &target)
     if (isBusy() || !begin(target)) {
         return;
     }
-    const Plan plan = this->plan(wish);
+    const Plan &plan = this->plan(wish);
     film_.start(
         {folder_, names(), plan.picks, plan.rate, wish.size, wish.isStamped, camera_, target});
 }

@@ -32,6 +32,8 @@ struct FilmWish
     int picturesPerSecond = 25;
     bool isStamped = false;
     FilmForm form = FilmForm::Mp4;
+
+    bool operator==(const FilmWish &) const = default;
 };
 
 struct FilmForecast
@@ -124,7 +126,17 @@ private:
         FilmRate rate;
     };
 
-    [[nodiscard]] Plan plan(const FilmWish &wish) const;
+    /// Of the last wish: the images of some hours of many days are not picked out again for each
+    /// picture of a preview.
+    struct LastPlan
+    {
+        std::shared_ptr<const ImageNames> names;
+        FilmWish wish;
+        Plan plan;
+    };
+
+    [[nodiscard]] static Plan newPlan(const ImageNames &names, const FilmWish &wish);
+    [[nodiscard]] const Plan &plan(const FilmWish &wish) const;
     [[nodiscard]] QSize sizeOfFirst(const Plan &plan) const;
     [[nodiscard]] QString pathOf(const Plan &plan, qsizetype at) const;
     [[nodiscard]] QString momentAt(qsizetype position, int step) const;
@@ -139,6 +151,7 @@ private:
     RangeCopy copy_;
     std::stop_source stopCopy_;
     std::shared_ptr<const ImageNames> names_; // as last listed, once another camera is on show
+    mutable LastPlan lastPlan_;               // without names before the first
     QString folder_;                          // native path
     QString folderText_;
     QString camera_;

@@ -33,13 +33,14 @@ std::optional<QByteArray> momentKey(const QString &typed)
 }
 
 // Adds the hours of a day that lie in a range of positions, in order.
-void addDay(FilmPicks &picks, const HourCounts &counts, const FilmHours &hours, qsizetype first,
-            qsizetype end)
+void addDay(FilmPicks &picks, const ImageNames &names, std::chrono::year_month_day day,
+            const FilmHours &hours, const ImageRun &range)
 {
+    const qsizetype end = range.first + range.count;
     for (int hour = 0; hour < kHoursOfDay; ++hour) {
-        const ImageRun &run = counts.at(static_cast<std::size_t>(hour));
         if (hours.contains(hour)) {
-            picks.add(std::max(run.first, first), std::min(run.first + run.count, end));
+            const ImageRun run = countHour(names, day, hour);
+            picks.add(std::max(run.first, range.first), std::min(run.first + run.count, end));
         }
     }
 }
@@ -124,7 +125,7 @@ FilmPicks filmPicks(const ImageNames &names, qsizetype first, qsizetype last,
             ++at;
             continue;
         }
-        addDay(picks, countHours(names, *day), hours, at, last + 1);
+        addDay(picks, names, *day, hours, {at, last + 1 - at});
         at = std::max(at + 1, names.countBefore(dayKey(*day) + '\xff'));
     }
     return picks;

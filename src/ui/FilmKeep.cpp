@@ -32,6 +32,8 @@ FilmKeep::FilmKeep(FilmMaker &maker, Slideshow &film)
 {
     ui_->setupUi(this);
     ui_->filmPreview->setShape(PictureView::Shape::Kept);
+    previewTimer_.setParent(this);
+    previewTimer_.setObjectName(QStringLiteral("filmPreviewTimer"));
     fillChoices();
     bindRange();
     bindFilm();
@@ -235,10 +237,22 @@ void FilmKeep::showForecast()
     }
 }
 
+// Nothing wakes the program for a window that is closed.
+void FilmKeep::showEvent(QShowEvent *event)
+{
+    previewTimer_.start();
+    QWidget::showEvent(event);
+}
+
+void FilmKeep::hideEvent(QHideEvent *event)
+{
+    previewTimer_.stop();
+    QWidget::hideEvent(event);
+}
+
 void FilmKeep::restartPreview()
 {
     previewAt_ = 0;
-    previewTimer_.start(kMsInSecond / ui_->filmRate->value());
     showNextPicture();
 }
 

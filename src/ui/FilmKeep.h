@@ -43,6 +43,10 @@ Q_SIGNALS:
     /// Native path of a film or a folder.
     void openWanted(const QString &path);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
 private:
     void fillChoices();
     void bindRange();

@@ -1,5 +1,6 @@
 // The range of a film to keep: what is typed, the film's sliders, and the days of the calendar.
 #include "FilmKeepTest.h"
+#include "ui/PictureView.h"
 
 namespace velmora::test {
 namespace {
@@ -15,6 +16,28 @@ TEST_F(FilmKeepTest, WhatIsTypedIsTheRangeOfTheFilm)
     retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
     QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
     EXPECT_EQ(house_.film.face().range, (PlayRange{6, 20}));
+}
+
+TEST_F(FilmKeepTest, PreviewsTheImagesOfItsRangeAsTheyComeAndGo)
+{
+    const auto &preview = find<PictureView>("filmPreview");
+    const auto shows = [&](int second) {
+        const QString path = house_.imagePath({0, 0}, storedName(second));
+        return QTest::qWaitFor([&] { return preview.path() == path; });
+    };
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:06"));
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:05"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    EXPECT_TRUE(shows(5));
+    EXPECT_TRUE(shows(6));
+    ASSERT_TRUE(QFile::remove(house_.imagePath({0, 0}, storedName(6))));
+    store(storedName(kImages));
+    ASSERT_TRUE(shows(5));
+    const QSignalSpy ticks(&find<QTimer>("filmPreviewTimer"), &QTimer::timeout);
+    for (int tick = 1; tick <= 3; ++tick) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return ticks.count() >= tick; }));
+        EXPECT_EQ(preview.path(), house_.imagePath({0, 0}, storedName(5)));
+    }
 }
 
 TEST_F(FilmKeepTest, TheSlidersOfTheFilmAreItsRange)

@@ -204,6 +204,16 @@ TEST_F(FilmKeepTest, ItsPartsHaveNamesThatPeopleUnderstand)
     }
 }
 
+TEST_F(FilmKeepTest, ClosedItPlaysNothing)
+{
+    const auto &timer = find<QTimer>("filmPreviewTimer");
+    EXPECT_TRUE(timer.isActive());
+    QTest::keyClick(&window_, Qt::Key_Escape);
+    EXPECT_FALSE(timer.isActive());
+    window_.present({});
+    EXPECT_TRUE(timer.isActive());
+}
+
 TEST_F(FilmKeepTest, EscapeClosesIt)
 {
     QTest::keyClick(&window_, Qt::Key_Escape);

@@ -154,7 +154,7 @@ void CameraPage::loadRow(int row)
         table_.clearRow(camera);
     }
     at(row) = table_.row(camera);
-    addresses_[camera] = at(row).url;
+    followStored(camera, at(row).url);
 }
 
 int CameraPage::rememberedRow() const

@@ -432,7 +432,7 @@ TEST_F(CameraSheetTest, TheNameStandsInTheTipsOfTheRow)
     house_.house.page.reread();
     EXPECT_EQ(source.toolTip(), QStringLiteral("Enter link\n0:3 Garage"));
     EXPECT_EQ(house_.find<QWidget>(QStringLiteral("SB3")).toolTip(),
-              QStringLiteral("0:3 Garage\nthe last download failed"));
+              QStringLiteral("0:3 Garage\nnot fetched yet"));
 }
 
 TEST_F(CameraSheetTest, WhatIsTypedStaysWhenAnotherProgramChangesTheSettings)

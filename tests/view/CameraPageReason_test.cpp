@@ -15,6 +15,7 @@ protected:
     RowReason()
     {
         store("[Liste0]\r\nlst1=a\r\nlst2=b\r\n[Groupe0]\r\nSB1=255\r\nSB2=65280\r\n");
+        page.load();
         page.Selecteur_Click(0, WindowState::Visible);
         QObject::connect(&page, &CameraPage::addressStored, &page,
                          [this](CameraAddress camera) { told.append(camera.row); });
@@ -69,6 +70,18 @@ TEST_F(RowReason, IsNotThatOfTheCameraThatHadTheRowBefore)
     EXPECT_EQ(page.reason(2), QStringLiteral("slow"));
     EXPECT_EQ(page.remarks().of({3, 4}), QString());
     EXPECT_EQ(told, (QList<int>{1, 4}));
+}
+
+// Written into the settings by hand, of which nothing else tells.
+TEST_F(RowReason, IsThatOfTheCameraThatATabSwitchFinds)
+{
+    page.remarks().set({0, 1}, QStringLiteral("out"));
+    page.remarks().set({0, 2}, QStringLiteral("slow"));
+    store("[Liste0]\r\nlst1=c\r\nlst2=b\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
+    EXPECT_EQ(page.reason(1), QStringLiteral("not fetched yet"));
+    EXPECT_EQ(page.reason(2), QStringLiteral("slow"));
+    EXPECT_EQ(told, QList<int>{1});
 }
 
 TEST_F(RowReason, AddressesAreAnnouncedOnlyWhenTheyChange)

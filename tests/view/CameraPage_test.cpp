@@ -207,6 +207,7 @@ TEST_F(CameraPageTest, StoresTheBoxesOfARow)
 TEST_F(CameraPageTest, ResetsTheBestTimeOfARow)
 {
     store("[Liste0]\r\nlst2=a\r\n[Groupe0]\r\nBestTime2=00:10:00\r\n");
+    page.load();
     page.Selecteur_Click(0, WindowState::Visible);
     page.resetBestTime(2);
     EXPECT_EQ(setting(u"Groupe0", u"BestTime2"), QStringLiteral("00:00:00"));
@@ -228,6 +229,7 @@ TEST_F(CameraPageTest, ResetsTheNewImagesOfItsGroupAlone)
 {
     store("[Liste1]\r\nlst0=a\r\nlst9=b\r\n"
           "[Groupe1]\r\nlNew0=4\r\nlNew9=5\r\nTimeLoad0=3\r\n[Groupe2]\r\nlNew0=6\r\n");
+    page.load();
     page.Selecteur_Click(1, WindowState::Visible);
     page.RAZ();
     for (int row = 0; row < kRows; ++row) {

@@ -64,18 +64,14 @@ void Alarm::showPicture(AlarmPicture which)
 
 void Alarm::showSending()
 {
-    buttonHadFocus_ = ui_->Command1->hasFocus();
-    ui_->Command1->setEnabled(false);
+    focus_.disable(*ui_->Command1);
     ui_->lStatus->setText(tr("Sending…"));
 }
 
-// A button loses the focus when it is disabled, and Space would then act elsewhere.
 void Alarm::showEnd(const QString &status)
 {
     ui_->Command1->setEnabled(true);
-    if (buttonHadFocus_) {
-        ui_->Command1->setFocus();
-    }
+    focus_.giveBack(*ui_->Command1, focus_.isUntouched(*this));
     ui_->lStatus->setText(status);
 }
 

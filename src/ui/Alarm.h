@@ -7,6 +7,7 @@
 
 #include "tools/AlarmMail.h"
 #include "tools/MotionAlarm.h"
+#include "ui/LentFocus.h"
 
 #include <QWidget>
 
@@ -48,7 +49,7 @@ private:
     MotionAlarm &alarm_;
     AlarmMail &mail_;
     std::unique_ptr<Ui::Alarm> ui_;
-    bool buttonHadFocus_ = false;
+    LentFocus focus_; // of the button, while a mail is sent
 };
 
 } // namespace velmora

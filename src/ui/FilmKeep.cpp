@@ -306,9 +306,14 @@ void FilmKeep::chooseFolder()
 
 void FilmKeep::setBusy(bool busy)
 {
-    ui_->filmMake->setEnabled(!busy);
-    ui_->filmCopy->setEnabled(!busy);
     ui_->filmCancel->setEnabled(busy);
+    for (QWidget *const button : {ui_->filmMake, ui_->filmCopy}) {
+        if (busy) {
+            focus_.disable(*button);
+        } else {
+            button->setEnabled(true);
+        }
+    }
     ui_->filmOpen->setEnabled(!busy && !maker_.result().isEmpty());
     ui_->filmShowFolder->setEnabled(ui_->filmOpen->isEnabled());
 }
@@ -329,10 +334,11 @@ void FilmKeep::showProgress()
 
 void FilmKeep::showEnd(const QString &text)
 {
+    const bool isUntouched = focus_.isUntouched(*this);
     setBusy(false);
     showForecast();
     ui_->filmTimeLeft->setText(text);
-    (ui_->filmOpen->isEnabled() ? ui_->filmOpen : ui_->filmMake)->setFocus();
+    focus_.giveBack(ui_->filmOpen->isEnabled() ? *ui_->filmOpen : *ui_->filmMake, isUntouched);
 }
 
 } // namespace velmora

@@ -138,23 +138,28 @@ void frmImport::showChoices(const ImportFace &face)
     ui_->ctr->setText(face.ctr);
 }
 
-// A run keeps the choices with which it started; they can be changed after it. A disabled button
-// cannot keep the focus, so it gets it back.
+// A run keeps the choices with which it started; they can be changed after it.
 void frmImport::showRun(const ImportFace &face)
 {
-    focusGo_ = focusGo_ || (face.running && ui_->cmdGo->hasFocus());
     for (QWidget *const control : std::initializer_list<QWidget *>{
              ui_->Drive1, ui_->Dir1, ui_->Filtre, ui_->Cam, ui_->Lien}) {
         control->setEnabled(!face.running);
     }
-    ui_->cmdGo->setEnabled(face.cmdGo);
+    enableGo(face);
     setPlainToolTip(*ui_->cmdGo, face.cmdGo ? tr("Copy files") : face.whyNot);
     showStatus(face);
-    if (!face.running && std::exchange(focusGo_, false) && face.cmdGo) {
-        ui_->cmdGo->setFocus();
-    }
     ui_->Progress->setRange(0, std::max(1, face.progress.files));
     ui_->Progress->setValue(face.progress.copied);
+}
+
+void frmImport::enableGo(const ImportFace &face)
+{
+    if (face.running) {
+        focus_.disable(*ui_->cmdGo);
+        return;
+    }
+    ui_->cmdGo->setEnabled(face.cmdGo);
+    focus_.giveBack(*ui_->cmdGo, face.cmdGo && focus_.isUntouched(*this));
 }
 
 // While files are copied, the bar is the status.

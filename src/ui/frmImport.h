@@ -11,6 +11,7 @@
 
 #include "pictures/PictureLoader.h"
 #include "tools/Import.h"
+#include "ui/LentFocus.h"
 
 #include <QWidget>
 
@@ -47,6 +48,7 @@ private:
     void showFace();
     void showChoices(const ImportFace &face);
     void showRun(const ImportFace &face);
+    void enableGo(const ImportFace &face);
     void showStatus(const ImportFace &face);
     void showPictures();
     void showPicture(const PictureOrder &order, const QImage &image);
@@ -60,7 +62,7 @@ private:
     QStringList drives_; // as the list shows them
     QList<PictureOrder> pictures_;
     bool loaded_ = false;
-    bool focusGo_ = false; // the button had the focus when the run started
+    LentFocus focus_; // of the button, during a run
 };
 
 } // namespace velmora

@@ -158,6 +158,19 @@ TEST_F(FilmKeepTest, MakesAFilmAndOpensIt)
     EXPECT_EQ(opened.back().front().toString(), out());
 }
 
+TEST_F(FilmKeepTest, WhoTypesWhileAFilmIsMadeKeepsTheKeys)
+{
+    click("filmMake");
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    choose(out(QStringLiteral("/a")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return maker_.isBusy(); }));
+    auto &box = find<QLineEdit>("filmTo");
+    QTest::mouseClick(&box, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }, 20'000));
+    EXPECT_TRUE(find<QPushButton>("filmOpen").isEnabled());
+    EXPECT_EQ(window_.focusWidget(), &box);
+}
+
 TEST_F(FilmKeepTest, CancelLeavesNothingBehind)
 {
     click("filmMake");

@@ -247,6 +247,22 @@ TEST_F(ImportWindow, WhileItCopiesTheChoicesAreOffAndTheKeysComeBack)
     EXPECT_EQ(house_.window.focusWidget(), &go);
 }
 
+TEST_F(ImportWindow, TheKeysStayWhereTheyWereTakenDuringTheCopy)
+{
+    house_.put(kKept);
+    house_.open();
+    auto &go = house_.find<QAbstractButton>("cmdGo");
+    go.setFocus();
+    QTest::keyClick(&go, Qt::Key_Space);
+    auto &files = house_.find<QWidget>("File1");
+    ASSERT_NE(house_.window.focusWidget(), &files);
+    files.setFocus();
+    house_.settle();
+    ASSERT_NE(house_.message(), nullptr);
+    QTest::keyClick(house_.message(), Qt::Key_Return);
+    EXPECT_EQ(house_.window.focusWidget(), &files);
+}
+
 class ImportTargetList : public ImportWindow, public testing::WithParamInterface<const char *>
 {
 };

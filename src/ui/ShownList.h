@@ -11,9 +11,9 @@
 
 namespace velmora {
 
-/// A row is chosen by a plain click of the left button, pressed and released on it, or by a key
-/// that moves the selection. Nothing else moves the highlight: no other button, no Ctrl, no
-/// dragging, no click below the rows, no gaining of the focus.
+/// A row is chosen by a plain click of the left button, pressed and released on it, by a key that
+/// moves the selection, or by a screen reader. Nothing else moves the highlight: no other button,
+/// no Ctrl, no dragging, no click below the rows, no gaining of the focus.
 template <typename View>
 class ShownList : public View
 {
@@ -46,7 +46,8 @@ protected:
     /// The button was released where it was pressed, on that row; it may hold another entry by now.
     virtual void rowWasClicked(int row) = 0;
 
-    /// A key was used that means this row, which may be the selected one; -1 in an empty list.
+    /// A key was used that means this row, which may be the selected one, or a screen reader chose
+    /// it; -1 in an empty list.
     virtual void rowWasKeyed(int row) = 0;
 
     /// A double click of the left button, on a row or below the rows (-1).
@@ -115,6 +116,13 @@ protected:
         showRow(shown_);
     }
 
+    // Later, when whatever moves both the selection and the current row has moved both.
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &before) override
+    {
+        View::selectionChanged(selected, before);
+        QMetaObject::invokeMethod(this, [this] { takeSelection(); }, Qt::QueuedConnection);
+    }
+
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &,
                                                          const QEvent *) const override
     {
@@ -122,6 +130,19 @@ protected:
     }
 
 private:
+    // A screen reader changes the selection without moving the current row.
+    void takeSelection()
+    {
+        const QModelIndex selected = View::selectionModel()->selectedIndexes().value(0);
+        if (selected == View::currentIndex()) {
+            return;
+        }
+        if (selected.isValid() && View::isEnabled()) {
+            rowWasKeyed(selected.row());
+        }
+        View::selectionModel()->select(View::currentIndex(), QItemSelectionModel::ClearAndSelect);
+    }
+
     int shown_ = -1;
     int pressed_ = -1;
     QPoint pressedAt_;

@@ -2,6 +2,7 @@
 // playing.
 #include "BrowserWindowHouse.h"
 
+#include <QAccessible>
 #include <QFile>
 #include <QListWidget>
 #include <QPushButton>
@@ -23,6 +24,22 @@ protected:
     bool exists(CameraAddress camera, int second)
     {
         return QFile::exists(house_.imagePath(camera, storedName(second)));
+    }
+
+    // What a screen reader does with a row of a list.
+    void chooseAsReader(const QString &list, int row)
+    {
+        QAccessibleInterface *const rows =
+            QAccessible::queryAccessibleInterface(&house_.find<QListView>(list));
+        QAccessibleActionInterface *const told = rows->child(row)->actionInterface();
+        told->doAction(QAccessibleActionInterface::toggleAction());
+        house_.settle();
+    }
+
+    int highlighted(const QString &list)
+    {
+        const auto rows = house_.find<QListView>(list).selectionModel()->selectedIndexes();
+        return rows.isEmpty() ? -1 : rows.constFirst().row();
     }
 
     // The same cameras in group view: camera 0 with three images, camera 2 with two.
@@ -326,6 +343,37 @@ TEST_F(PlancheLists, ACharacterWithWhichNoNameBeginsSelectsNothing)
     house_.openOn(30);
     house_.key(QStringLiteral("LstDir"), Qt::Key_X);
     EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("30 / 30"));
+}
+
+TEST_F(PlancheLists, TheImageThatAScreenReaderChoosesIsTheOneThatIsDeleted)
+{
+    house_.openOn(5);
+    chooseAsReader(QStringLiteral("LstDir"), 1);
+    EXPECT_EQ(highlighted(QStringLiteral("LstDir")), 1);
+    EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("2 / 5"));
+    house_.key(QStringLiteral("LstDir"), Qt::Key_Delete);
+    ASSERT_NE(house_.question(), nullptr);
+    EXPECT_EQ(house_.question()->text(), QStringLiteral("Kill ") + storedName(1));
+}
+
+TEST_F(PlancheLists, AScreenReaderChoosesACamera)
+{
+    house_.addImages({0, 0}, 3);
+    house_.addImages({0, 2}, 4);
+    house_.open();
+    chooseAsReader(QStringLiteral("lstCam"), 2);
+    EXPECT_EQ(highlighted(QStringLiteral("lstCam")), 2);
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("2"));
+    EXPECT_EQ(rows(QStringLiteral("LstDir")), 4);
+}
+
+TEST_F(PlancheLists, AScreenReaderChoosesACameraOfTheGroupView)
+{
+    openGroup();
+    chooseAsReader(QStringLiteral("LstDirCam"), 2);
+    EXPECT_EQ(highlighted(QStringLiteral("LstDirCam")), 2);
+    EXPECT_EQ(house_.framed(), QList<int>{2});
+    EXPECT_EQ(house_.text(QStringLiteral("NbI")), QStringLiteral("2"));
 }
 
 TEST_F(PlancheLists, GroupViewListsTheNewestImageOfEachCamera)

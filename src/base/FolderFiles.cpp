@@ -49,6 +49,12 @@ bool FolderFiles::isOnDiskOf(const FolderFiles &other) const
            mine.st_dev == others.st_dev;
 }
 
+bool FolderFiles::has(const char *name) const
+{
+    struct stat info = {};
+    return ::fstatat(folder_.get(), name, &info, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
 bool FolderFiles::isOnlyName(const char *name) const
 {
     struct stat info = {};

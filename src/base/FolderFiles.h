@@ -40,6 +40,9 @@ public:
     /// True when both folders are on the same disk; false when that cannot be told.
     [[nodiscard]] bool isOnDiskOf(const FolderFiles &other) const;
 
+    /// True while the folder has anything of that name.
+    [[nodiscard]] bool has(const char *name) const;
+
     /// True for a file of the folder that has no other name, so that deleting it frees its room.
     [[nodiscard]] bool isOnlyName(const char *name) const;
 

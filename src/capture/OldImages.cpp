@@ -48,6 +48,9 @@ bool OldImages::isClockPlausible() const
 
 bool OldImages::deleteSome()
 {
+    if (newest_ && !folder_.has(newestName_.constData())) {
+        return false; // the newest that is left may be among the old ones
+    }
     if (!sweep_) {
         sweep_.emplace(folder_.scan(kSmallBuffer));
     }

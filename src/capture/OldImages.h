@@ -13,7 +13,7 @@ namespace velmora {
 
 /// Works in steps of some ten files: call lookSome() until it returns false, then, if the clock can
 /// be trusted, deleteSome() likewise. Only files named like captured images are touched, and never
-/// the newest of them. The folder outlives this object.
+/// the newest of them, nor any once the newest has gone. The folder outlives this object.
 class OldImages
 {
 public:
@@ -33,6 +33,8 @@ public:
 
     /// Nothing if there is no image.
     [[nodiscard]] std::optional<WallTime> newest() const { return newest_; }
+
+    [[nodiscard]] const QByteArray &newestName() const { return newestName_; }
 
     /// Images dated earlier are deleted.
     [[nodiscard]] WallTime limit() const { return limit_; }

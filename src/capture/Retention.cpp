@@ -124,7 +124,8 @@ bool Retention::isWanted(const SettingsSnapshot &settings, CameraAddress camera)
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
     const StorageUse use(storage_);
-    const FolderFiles folder(storage_.cameraFolder(camera), FolderLinks::Refused);
+    const QString path = storage_.cameraFolder(camera);
+    const FolderFiles folder(path, FolderLinks::Refused);
     if (!folder.isOpen() || !isWanted(table_.settings().snapshot(), camera) || isOver()) {
         co_return;
     }
@@ -137,13 +138,28 @@ QCoro::Task<> Retention::clear(CameraAddress camera)
             co_return;
         }
     }
-    while (use.mayGoOn() && images.isComplete() && images.isClockPlausible() && !isOver() &&
-           images.deleteSome()) {
-        co_await letEventsRun(&slice_, &clock_);
+    if (images.isComplete() && images.isClockPlausible()) {
+        co_await sweep(camera, path, &images, use);
     }
     report(camera, images);
     if (!use.mayGoOn()) {
         putBack(camera);
+    }
+}
+
+// In slices, before each of which the user may have thought better of it.
+QCoro::Task<> Retention::sweep(CameraAddress camera, QString path, OldImages *images,
+                               StorageUse use)
+{
+    while (use.mayGoOn() && !isOver() && storage_.cameraFolder(camera) == path &&
+           isWanted(table_.settings().snapshot(), camera)) {
+        do {
+            if (!images->deleteSome()) {
+                co_return;
+            }
+        } while (!slice_.isOver());
+        co_await clock_.yield();
+        slice_.begin();
     }
 }
 

@@ -53,6 +53,7 @@ private:
     [[nodiscard]] bool isOver() const;
     QCoro::Task<> run();
     QCoro::Task<> clear(CameraAddress camera);
+    QCoro::Task<> sweep(CameraAddress camera, QString path, OldImages *images, StorageUse use);
     void putBack(CameraAddress camera);
     void report(CameraAddress camera, const OldImages &images);
 

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QTime>
 
+#include <functional>
+
 namespace velmora::test {
 namespace {
 
@@ -192,6 +194,55 @@ TEST_F(RetentionTurns, BeginAFolderAgainInTheMiddleOfWhichTheBoxWasEntered)
     house_.storage.putInForce();
     house_.finish();
     EXPECT_EQ(left(), QStringList());
+}
+
+/// Something happens as soon as some of many old images are deleted.
+class RetentionUnderWay : public RetentionTest
+{
+protected:
+    void run(const std::function<void()> &happen)
+    {
+        for (int i = 0; i < kMany; ++i) {
+            put(QStringLiteral("20060110_000000%1.jpg").arg(i, 4, 10, QLatin1Char('0')));
+        }
+        busy_.setCost(5ms);
+        busy_.setOnYield([&](int) {
+            if (left_ == kMany) {
+                left_ = left().size();
+                if (left_ < kMany) {
+                    happen();
+                }
+            }
+        });
+        Retention retention(house_.table, house_.storage, house_.log, busy_, house_.scope);
+        retention.begin();
+        house_.finish();
+    }
+
+    static constexpr qsizetype kMany = 300;
+    qsizetype left_ = kMany; // at that moment
+};
+
+TEST_F(RetentionUnderWay, EndsWhenTheBoxIsUnticked)
+{
+    run([&] { tick(kKept, QStringLiteral("0")); });
+    EXPECT_LT(left_, kMany);
+    EXPECT_EQ(left().size(), left_);
+}
+
+TEST_F(RetentionUnderWay, EndsWhenTheCameraIsTakenOutOfTheTable)
+{
+    const QString folder = house_.folder(kKept);
+    run([&] { house_.addCamera(kKept, {}); });
+    EXPECT_LT(left_, kMany);
+    EXPECT_EQ(house_.tree.files(folder).size(), left_ + 1);
+}
+
+TEST_F(RetentionUnderWay, EndsWhenTheNewestImageIsDeletedByOthers)
+{
+    run([&] { QFile::remove(path(kNewest)); });
+    EXPECT_LT(left_, kMany);
+    EXPECT_EQ(left().size(), left_);
 }
 
 } // namespace

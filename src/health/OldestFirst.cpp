@@ -33,6 +33,7 @@ OldestFirst::OldestFirst(const CameraTable &table, StorageFolder &storage, Clock
     , storage_(storage)
     , clock_(clock)
     , scope_(scope)
+    , options_(table.settings())
     , slice_(clock)
 {
 }
@@ -64,7 +65,7 @@ QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress
     co_await clock_.yield();
     slice_.begin();
     oldest_.clear();
-    folders_ = {};
+    looked_ = {};
     for (const CameraAddress camera : cameras) {
         co_await look(camera, use);
     }
@@ -101,14 +102,15 @@ QCoro::Task<bool> OldestFirst::removeOldest(qint64 wantedFreeBytes, StorageUse u
 // Candidates from a folder that is no longer in force would be deleted in another.
 bool OldestFirst::mayGoOn(const StorageUse &use) const
 {
-    return use.mayGoOn() && !scope_.stopToken().stop_requested();
+    return use.mayGoOn() && !scope_.stopToken().stop_requested() &&
+           options_.isOn(HealthChoice::DeleteOldest);
 }
 
 // Looks twice: a folder's newest image is known only after reading all of it.
 QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
 {
-    folders_[camera] = storage_.cameraFolder(camera);
-    const FolderFiles folder(folders_[camera], FolderLinks::Refused);
+    const QString path = storage_.cameraFolder(camera);
+    const FolderFiles folder(path, FolderLinks::Refused);
     const FolderFiles storage(storage_.native(storage_.inForce()));
     if (!folder.isOpen() || !folder.isOnDiskOf(storage) || !mayGoOn(use)) {
         co_return;
@@ -122,6 +124,7 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
     if (!mayGoOn(use) || !images.isComplete() || !images.isClockPlausible() || !newest) {
         co_return;
     }
+    looked_[camera] = {path, images.newestName()};
     FolderScan scan = folder.scan();
     const auto visit = [&](QByteArrayView name) {
         const auto date = dateInName(name);
@@ -149,15 +152,18 @@ void OldestFirst::take(const Candidate &candidate, const FolderFiles &folder)
     }
 }
 
-// With a different address the row has a different camera, which has images of the same names.
+// With a different address the row has a different camera, which has images of the same names. Once
+// the newest image has gone, the newest that is left may be among those that were found.
 bool OldestFirst::remove(const Candidate &candidate)
 {
     const QString path = storage_.cameraFolder(candidate.camera);
-    if (path != folders_[candidate.camera]) {
+    const Looked &looked = looked_[candidate.camera];
+    if (path != looked.path) {
         return false;
     }
     const FolderFiles folder(path, FolderLinks::Refused);
-    if (!folder.isOpen() || folder.remove(candidate.name.constData())) {
+    if (!folder.isOpen() || !folder.has(looked.newest.constData()) ||
+        folder.remove(candidate.name.constData())) {
         return false;
     }
     record(candidate);

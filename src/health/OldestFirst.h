@@ -6,6 +6,7 @@
 #include "base/TaskScope.h"
 #include "base/WorkSlice.h"
 #include "cameras/StorageFolder.h"
+#include "health/HealthOptions.h"
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
@@ -34,7 +35,8 @@ public:
     /// may go, or a hundred images went without gain (a disk that keeps old states does not free
     /// what is deleted). cameras: those whose images may be deleted. Does nothing while it is
     /// running, and for ten minutes after it found nothing to delete or gained nothing: looking
-    /// through all folders is work. Stops where it is when the storage box is entered.
+    /// through all folders is work. Stops where it is when the storage box is entered, or when
+    /// this is no longer chosen.
     void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
 
 Q_SIGNALS:
@@ -53,6 +55,13 @@ private:
         }
     };
 
+    /// A camera's folder when it was looked through.
+    struct Looked
+    {
+        QString path;
+        QByteArray newest;
+    };
+
     QCoro::Task<> run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
     QCoro::Task<> look(CameraAddress camera, StorageUse use);
     QCoro::Task<bool> removeOldest(qint64 wantedFreeBytes, StorageUse use);
@@ -67,9 +76,10 @@ private:
     StorageFolder &storage_;
     Clock &clock_;
     TaskScope &scope_;
+    HealthOptions options_;
     WorkSlice slice_;
     std::set<Candidate> oldest_;
-    PerCamera<QString> folders_;             // of the candidates, as they were looked through
+    PerCamera<Looked> looked_;
     std::chrono::milliseconds restsUntil_{}; // by the monotonic clock
     bool running_ = false;
 };

@@ -29,6 +29,7 @@ class OldestFirstTest : public HealthTest
 protected:
     OldestFirstTest()
     {
+        HealthOptions(house_.settings).set(HealthChoice::DeleteOldest, true);
         for (const CameraAddress camera : {kOne, kTwo}) {
             add(camera);
             house_.putImage(camera, kNewest);
@@ -236,6 +237,41 @@ TEST_F(OldestFirstTest, StartsAnotherFileWhenTheListGetsLong)
     makeRoom();
     EXPECT_EQ(went(), QStringList({QStringLiteral("0:1 ") + kOld}));
     EXPECT_TRUE(house_.tree.exists(u"Velmora.deleted.old"));
+}
+
+// Someone deletes it in the browser after the folder was looked through.
+TEST_F(OldestFirstTest, KeepsWhatBecameTheNewestMeanwhile)
+{
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    BusyClock busy{clock_, 5ms};
+    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+    busy.setOnYield([&](int) {
+        if (!house_.images(kTwo).contains(kOlder)) {
+            QFile::remove(house_.tree.path(house_.folder(kOne) + u'/' + kNewest));
+        }
+    });
+    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
+    house_.finish();
+    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld}));
+}
+
+TEST_F(OldestFirstTest, EndsWhereItIsWhenThatIsNoLongerChosen)
+{
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    BusyClock busy{clock_, 5ms};
+    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+    busy.setOnYield([&](int) {
+        if (!house_.images(kTwo).contains(kOlder)) {
+            HealthOptions(house_.settings).set(HealthChoice::DeleteOldest, false);
+        }
+    });
+    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
+    house_.finish();
+    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
 } // namespace

@@ -81,7 +81,7 @@ void CameraFolders::make(const QString &folder)
         storage_.recheck();
         return;
     }
-    storage_.MakeDir_Click();
+    storage_.makeMissing();
     rememberNotMade();
 }
 

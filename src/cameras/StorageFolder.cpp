@@ -304,6 +304,22 @@ void StorageFolder::recheck()
 
 void StorageFolder::MakeDir_Click()
 {
+    makeFolders();
+    store();
+}
+
+// What another program has stored and not told yet stays for adoptStored(), or for the next start.
+void StorageFolder::makeMissing()
+{
+    const bool isNamedElsewhere = asStored(table_.settings().snapshot()) != lastSeen_;
+    makeFolders();
+    if (!isNamedElsewhere) {
+        store();
+    }
+}
+
+void StorageFolder::makeFolders()
+{
     log_.trace(QStringLiteral("Interface MkDir"));
     takeBackEmptied();
     takeBackUnstorable();
@@ -314,7 +330,6 @@ void StorageFolder::MakeDir_Click()
     makeCameraFolders();
     setText(text_.chopped(1));
     putInForce();
-    store();
     Q_EMIT folderMade();
     if (!wasThere && isPresent()) {
         Q_EMIT told(madeText());

@@ -160,6 +160,10 @@ public:
     /// text in force; reports what cannot be made.
     void MakeDir_Click();
 
+    /// The same without a user, who would have meant the text in the box: a folder that another
+    /// program has stored meanwhile stays stored.
+    void makeMissing();
+
     /// Makes one level of the folder in force if it is missing and no image can have been stored in
     /// it: the user has just named it, or nothing was ever captured. Says what was made.
     StoragePlace makeForUse();
@@ -201,6 +205,7 @@ private:
     [[nodiscard]] QString madeText() const;
     [[nodiscard]] bool isThere(const QString &pathText) const;
     [[nodiscard]] bool mayHoldImages() const;
+    void makeFolders();
     void makeLevels();
     void makeCameraFolders();
     void make(const QString &pathText, const QString &shown);

@@ -256,6 +256,18 @@ TEST_F(LitDir, MakesACameraFolderAgainThatWentAwayAgain)
     EXPECT_TRUE(isThere(kCamera));
 }
 
+TEST_F(LitDir, LeavesTheStorageFolderThatAnotherProgramHasStoredWhenItMakesACameraFolder)
+{
+    house_.capture.tree.makeFolder(u"drives/c/other");
+    house_.capture.addCamera(kCamera, cameraUrl(kCamera));
+    house_.store(u"StRep", u"C:\\other\\");
+    read();
+    EXPECT_TRUE(isThere(kCamera));
+    EXPECT_EQ(house_.stored(u"StRep"), QStringLiteral("C:\\other\\"));
+    house_.capture.storage.adoptStored();
+    EXPECT_EQ(house_.capture.storage.inForce(), QStringLiteral("C:\\other\\"));
+}
+
 TEST_F(LitDir, ListsTheStorageFolderForARowWithoutAddress)
 {
     house_.capture.tree.write(u"drives/c/in/20060307_0000000714.jpg", "x");

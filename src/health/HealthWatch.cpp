@@ -11,8 +11,10 @@ namespace velmora {
 namespace {
 
 using namespace std::chrono_literals;
+using std::chrono::milliseconds;
 
 constexpr auto kPause = 5s;
+constexpr auto kLongestPause = 1min; // of a machine at work
 constexpr int kPausesBetweenSaves = 12;
 constexpr std::size_t kMostNamed = 10;
 
@@ -65,6 +67,7 @@ void HealthWatch::look()
     lookAtStorage();
     lookAtStandstill();
     lookAtDisk();
+    forgiveStall();
     if (isTrusted_ && !standsSince_) {
         lookAtCameras();
     }
@@ -108,6 +111,18 @@ void HealthWatch::lookAtStandstill()
     } else if (!stands && standsSince_) {
         book_.forgive(clock_.monotonicNow() - *standsSince_);
         standsSince_.reset();
+    }
+}
+
+// A disk that does not answer holds up the whole program, this watch too: no camera was asked
+// meanwhile. A standstill is forgiven at its end.
+void HealthWatch::forgiveStall()
+{
+    const milliseconds now = clock_.monotonicNow();
+    const auto before =
+        std::exchange(lookedAt_, standsSince_ ? std::nullopt : std::optional(now)).value_or(now);
+    if (!standsSince_ && now - before > kLongestPause) {
+        book_.forgive(now - before);
     }
 }
 

@@ -51,6 +51,7 @@ private:
     void look();
     void lookAtStorage();
     void lookAtStandstill();
+    void forgiveStall();
     void lookAtCameras();
     void tellBack();
     void tellMarks();
@@ -72,6 +73,7 @@ private:
     std::optional<DiskRoom> room_;
     std::optional<Suspension> suspension_;                 // while the disk is too full
     std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
+    std::optional<std::chrono::milliseconds> lookedAt_;    // at the cameras, last
     QString seenStorage_; // the storage folder that was there when last looked at
     bool isGone_ = false; // the storage folder, as last reported
     bool isTrusted_ = false;

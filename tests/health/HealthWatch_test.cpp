@@ -291,6 +291,16 @@ TEST_F(HealthWatchTest, DoesNotCountTheTimeInWhichTheCaptureIsHeld)
     EXPECT_EQ(notices_, QStringList());
 }
 
+TEST_F(HealthWatchTest, DoesNotCountTheTimeInWhichTheProgramStoodStill)
+{
+    deliver(kOne, 3);
+    clock_.stall(3h);
+    clock_.advance(5s);
+    EXPECT_EQ(notices_, QStringList());
+    clock_.advance(20min);
+    EXPECT_TRUE(isLate(kOne));
+}
+
 TEST_F(HealthWatchTest, TellsNotAgainOfALateCameraBecauseTheCaptureWasHeld)
 {
     deliver(kOne, 3);

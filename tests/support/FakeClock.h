@@ -49,6 +49,10 @@ public:
     /// woken coroutine counts too. Nothing waits for real time.
     void advance(std::chrono::milliseconds duration);
 
+    /// Lets both times run on while nothing is woken, as when a disk that does not answer holds up
+    /// the program; what fell due meanwhile is woken by the next advance().
+    void stall(std::chrono::milliseconds duration) { now_ += duration; }
+
     /// Number of sleeps that have not ended.
     [[nodiscard]] int sleeping() const { return static_cast<int>(sleeps_.size()); }
 

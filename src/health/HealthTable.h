@@ -19,6 +19,8 @@ public:
     /// Better first.
     enum class State { Good, Unknown, Failing, Late };
 
+    static constexpr std::size_t kStates = 4;
+
     enum Column { Lamp, Camera, Age, Interval, Day, Failure, FailedFor, Failures, ADay, InAll };
 
     static constexpr int kColumns = InAll + 1;

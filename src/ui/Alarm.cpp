@@ -2,10 +2,10 @@
 #include "ui/Alarm.h"
 
 #include "ui/ToFront.h"
+#include "ui/WindowKeys.h"
 #include "ui_Alarm.h"
 
 #include <QCloseEvent>
-#include <QShortcut>
 
 namespace velmora {
 
@@ -18,7 +18,7 @@ Alarm::Alarm(MotionAlarm &alarm, AlarmMail &mail)
     ui_->iVide->setEmptyText(tr("Click to scan"));
     bindScan();
     bindMail();
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
 }
 
 Alarm::~Alarm() = default;

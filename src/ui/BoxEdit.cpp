@@ -134,7 +134,8 @@ void BoxEdit::mousePressEvent(QMouseEvent *event)
 void BoxEdit::keyPressEvent(QKeyEvent *event)
 {
     QLineEdit::keyPressEvent(event);
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && !event->isAutoRepeat()) {
         Q_EMIT enterPressed();
     }
 }

@@ -50,7 +50,7 @@ Q_SIGNALS:
 
     void clicked();
 
-    /// Enter, on either part of the keyboard.
+    /// Enter, on either part of the keyboard; once each time it is pressed.
     void enterPressed();
 
 protected:

@@ -3,9 +3,9 @@
 #include "ui/CalendarMap.h"
 #include "ui/HourBars.h"
 #include "ui/ToFront.h"
+#include "ui/WindowKeys.h"
 
 #include <QHideEvent>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace velmora {
@@ -26,7 +26,7 @@ CalendarWindow::CalendarWindow(Calendar &calendar)
     lines->addWidget(new HourBars(calendar_));
     connect(&calendar_, &Calendar::counted, this, &CalendarWindow::showDay);
     connect(&calendar_, &Calendar::dayChosen, this, &CalendarWindow::showDay);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
     map_->setFocus();
 }
 

@@ -6,10 +6,10 @@
 #include "cameras/Credentials.h"
 #include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
+#include "ui/WindowKeys.h"
 #include "ui_CameraListWindow.h"
 
 #include <QFileDialog>
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -36,7 +36,7 @@ CameraListWindow::CameraListWindow(const SettingsFile &settings)
     connect(ui_->listExport, &QAbstractButton::clicked, this, &CameraListWindow::chooseTarget);
     connect(ui_->listStore, &QAbstractButton::clicked, this, &CameraListWindow::store);
     connect(ui_->listClose, &QAbstractButton::clicked, this, &QWidget::close);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
 }
 
 CameraListWindow::~CameraListWindow() = default;

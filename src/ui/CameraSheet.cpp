@@ -3,10 +3,10 @@
 #include "admin/Refusals.h"
 #include "pictures/TimelyPicture.h"
 #include "ui/ToFront.h"
+#include "ui/WindowKeys.h"
 #include "ui_CameraSheet.h"
 
 #include <QCloseEvent>
-#include <QShortcut>
 
 namespace velmora {
 namespace {
@@ -60,7 +60,7 @@ CameraSheet::CameraSheet(const SettingsFile &settings, CameraTrial &trial)
     connect(ui_->sheetSave, &QAbstractButton::clicked, this, &CameraSheet::save);
     connect(ui_->sheetCancel, &QAbstractButton::clicked, this, &QWidget::close);
     connect(&trial_, &CameraTrial::ended, this, &CameraSheet::showResult);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
     for (QLineEdit *const box :
          {ui_->sheetName, ui_->sheetAddress, ui_->sheetUser, ui_->sheetPassword}) {
         connect(box, &QLineEdit::returnPressed, this, &CameraSheet::save);

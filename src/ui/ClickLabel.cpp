@@ -17,7 +17,8 @@ void holdSize(QLabel &label, const QString &widestText)
 bool isClickKey(const QKeyEvent &event)
 {
     const int key = event.key();
-    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+    return !event.isAutoRepeat() &&
+           (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter);
 }
 
 void paintFocus(QWidget &widget)

@@ -9,7 +9,7 @@ namespace velmora {
 /// capture would lay out the whole window again, and move what is beside it.
 void holdSize(QLabel &label, const QString &widestText);
 
-/// True for Space and Enter, which click whatever has the focus.
+/// True for Space and Enter, which click whatever has the focus, once each time they are pressed.
 [[nodiscard]] bool isClickKey(const QKeyEvent &event);
 
 /// Draws the focus frame of a widget.

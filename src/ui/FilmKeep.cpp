@@ -6,13 +6,13 @@
 #include "ui/BoxEdit.h"
 #include "ui/PictureView.h"
 #include "ui/ToFront.h"
+#include "ui/WindowKeys.h"
 #include "ui_FilmKeep.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
 #include <QScopedValueRollback>
-#include <QShortcut>
 
 #include <array>
 
@@ -84,7 +84,7 @@ void FilmKeep::bindFilm()
     connect(&maker_, &FilmMaker::advanced, this, &FilmKeep::showProgress);
     connect(&maker_, &FilmMaker::ended, this, &FilmKeep::showEnd);
     connect(&previewTimer_, &QTimer::timeout, this, &FilmKeep::showNextPicture);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
 }
 
 void FilmKeep::bindButtons()

@@ -5,6 +5,7 @@
 #include "ui/ScreenRoom.h"
 #include "ui/ShownSwitch.h"
 #include "ui/ToFront.h"
+#include "ui/WindowKeys.h"
 #include "ui_HealthWindow.h"
 
 #include <QClipboard>
@@ -77,15 +78,15 @@ void HealthWindow::bindTable()
 void HealthWindow::bindKeys()
 {
     const auto key = [this](const QKeySequence &keys, auto action) {
-        auto *const shortcut = new QShortcut(keys, ui_->healthTable);
-        shortcut->setContext(Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, action);
+        QShortcut &shortcut = addKeys(*ui_->healthTable, keys);
+        shortcut.setContext(Qt::WidgetShortcut);
+        connect(&shortcut, &QShortcut::activated, this, action);
     };
     key(Qt::Key_Return, [this] { goToCamera(); });
     key(Qt::Key_Enter, [this] { goToCamera(); });
     key(QKeySequence::Copy, [this] { copy(); });
     key(Qt::CTRL | Qt::Key_S, [this] { sortByCursor(); });
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
 }
 
 void HealthWindow::bindChoice(QCheckBox &box, HealthChoice choice)

@@ -129,7 +129,9 @@ void FileView::timerEvent(QTimerEvent *event)
 void FileView::keyPressEvent(QKeyEvent *event)
 {
     if (const auto key = listKey(event->key())) {
-        Q_EMIT keyUsed(*key);
+        if (!event->isAutoRepeat()) {
+            Q_EMIT keyUsed(*key);
+        }
     } else {
         ShownList::keyPressEvent(event);
     }

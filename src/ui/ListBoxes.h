@@ -69,7 +69,7 @@ Q_SIGNALS:
     /// A key moved the selection to this row.
     void chosen(int row);
 
-    /// One of the keys that act on the selected entry.
+    /// One of the keys that act on the selected entry; once each time it is pressed.
     void keyUsed(velmora::ListKey key);
 
     /// A double click, on a row or below the rows (-1).

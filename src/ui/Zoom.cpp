@@ -3,10 +3,10 @@
 
 #include "pictures/PictureReader.h"
 #include "ui/ToFront.h"
+#include "ui/WindowKeys.h"
 
 #include <QFileInfo>
 #include <QScreen>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace velmora {
@@ -30,7 +30,7 @@ Zoom::Zoom()
     resize(kStartSize.boundedTo(screen()->availableSize() * kShareOfScreen));
     connect(iZoom, &PictureView::clicked, this, &QWidget::close);
     connect(iZoom, &PictureView::resized, this, &Zoom::reload);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
 }
 
 void Zoom::present(const QString &path)

@@ -4,6 +4,7 @@
 #include "pictures/PictureReader.h"
 #include "ui/ScreenRoom.h"
 #include "ui/Twips.h"
+#include "ui/WindowKeys.h"
 #include "ui_fCine.h"
 
 #include <QApplication>
@@ -81,9 +82,9 @@ void fCine::bindControls()
             film_.find(box->text());
         });
     }
-    connect(new QShortcut(Qt::Key_Space, this), &QShortcut::activated, &film_,
+    connect(&addKeys(*this, Qt::Key_Space), &QShortcut::activated, &film_,
             &Slideshow::PauseCine_MouseDown);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
 }
 
 void fCine::moveTo(WindowPlace place)

@@ -5,12 +5,12 @@
 #include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
+#include "ui/WindowKeys.h"
 #include "ui_frmImport.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QMessageBox>
-#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -97,7 +97,7 @@ void frmImport::bindButtons()
         import_.traceQuit();
         close();
     });
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(*this);
 }
 
 void frmImport::present()

@@ -8,6 +8,7 @@
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
 #include "ui/Twips.h"
+#include "ui/WindowKeys.h"
 #include "ui_planche.h"
 
 #include <QCloseEvent>
@@ -114,7 +115,7 @@ void planche::bindButtons()
 void planche::bindKeys()
 {
     const auto bind = [this](const QKeySequence &keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+        connect(&addKeys(*this, keys), &QShortcut::activated, this, action);
     };
     bind(Qt::Key_F5, [this] {
         pictures_->refresh();

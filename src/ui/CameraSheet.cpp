@@ -3,6 +3,7 @@
 #include "admin/Refusals.h"
 #include "pictures/TimelyPicture.h"
 #include "ui/ToFront.h"
+#include "ui/WheelFocus.h"
 #include "ui/WindowKeys.h"
 #include "ui_CameraSheet.h"
 
@@ -54,6 +55,7 @@ CameraSheet::CameraSheet(const SettingsFile &settings, CameraTrial &trial)
     , ui_(std::make_unique<Ui::CameraSheet>())
 {
     ui_->setupUi(this);
+    turnBoxesOnlyWithFocus(*this);
     ui_->sheetName->setMaxLength(kMaxNameLength);
     connect(ui_->sheetKeep, &QComboBox::currentIndexChanged, this, &CameraSheet::showPercent);
     connect(ui_->sheetTest, &QAbstractButton::clicked, this, &CameraSheet::test);

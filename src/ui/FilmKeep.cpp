@@ -6,6 +6,7 @@
 #include "ui/BoxEdit.h"
 #include "ui/PictureView.h"
 #include "ui/ToFront.h"
+#include "ui/WheelFocus.h"
 #include "ui/WindowKeys.h"
 #include "ui_FilmKeep.h"
 
@@ -31,6 +32,7 @@ FilmKeep::FilmKeep(FilmMaker &maker, Slideshow &film)
     , ui_(std::make_unique<Ui::FilmKeep>())
 {
     ui_->setupUi(this);
+    turnBoxesOnlyWithFocus(*this);
     ui_->filmPreview->setShape(PictureView::Shape::Kept);
     previewTimer_.setParent(this);
     previewTimer_.setObjectName(QStringLiteral("filmPreviewTimer"));

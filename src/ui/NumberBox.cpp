@@ -1,9 +1,10 @@
 #include "ui/NumberBox.h"
 
+#include "ui/WheelFocus.h"
+
 #include <QFocusEvent>
 #include <QHideEvent>
 #include <QLineEdit>
-#include <QWheelEvent>
 
 namespace velmora {
 
@@ -11,7 +12,7 @@ NumberBox::NumberBox(QWidget *parent)
     : QSpinBox(parent)
 {
     setKeyboardTracking(false);
-    setFocusPolicy(Qt::StrongFocus);
+    turnOnlyWithFocus(*this);
 }
 
 void NumberBox::focusOutEvent(QFocusEvent *event)
@@ -31,15 +32,6 @@ void NumberBox::hideEvent(QHideEvent *event)
 {
     if (!event->spontaneous()) {
         QSpinBox::hideEvent(event);
-    }
-}
-
-void NumberBox::wheelEvent(QWheelEvent *event)
-{
-    if (hasFocus()) {
-        QSpinBox::wheelEvent(event);
-    } else {
-        event->ignore();
     }
 }
 

@@ -21,7 +21,6 @@ public:
 protected:
     void focusOutEvent(QFocusEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
 };
 
 } // namespace velmora

@@ -5,6 +5,7 @@
 #include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
+#include "ui/WheelFocus.h"
 #include "ui/WindowKeys.h"
 #include "ui_frmImport.h"
 
@@ -32,6 +33,7 @@ frmImport::frmImport(Import &import, PictureLoader &loader)
     , ui_(std::make_unique<Ui::frmImport>())
 {
     ui_->setupUi(this);
+    turnBoxesOnlyWithFocus(*this);
     resizeOnScreen(*this, kStartSize);
     holdSize(*ui_->NbF, QStringLiteral(" 000000"));
     holdSize(*ui_->ctr, QStringLiteral("000000"));

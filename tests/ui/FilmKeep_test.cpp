@@ -2,6 +2,7 @@
 #include "ui/FilmKeep.h"
 
 #include "FilmKeepTest.h"
+#include "TurnedWheel.h"
 #include "support/RefusedCalls.h"
 #include "support/ScopedEnv.h"
 
@@ -27,6 +28,18 @@ TEST_F(FilmKeepTest, BeginsWithAllImages)
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("30 images, 1.2 seconds, about ")));
     EXPECT_FALSE(find<QPushButton>("filmCancel").isEnabled());
     EXPECT_FALSE(find<QPushButton>("filmOpen").isEnabled());
+}
+
+TEST_F(FilmKeepTest, TheWheelChangesNothingThatHasNotTheFocus)
+{
+    find<QWidget>("filmFrom").setFocus();
+    for (QWidget *const box :
+         {&find<QWidget>("filmForm"), &find<QWidget>("filmSize"), &find<QWidget>("filmRate")}) {
+        turnWheel(*box);
+    }
+    EXPECT_EQ(find<QComboBox>("filmForm").currentIndex(), 0);
+    EXPECT_EQ(find<QComboBox>("filmSize").currentIndex(), 0);
+    EXPECT_FALSE(find<QWidget>("filmRate").hasFocus());
 }
 
 TEST_F(FilmKeepTest, ForecastsWhatIsTypedAndChosen)

@@ -1,6 +1,7 @@
 // The health of the cameras, under mouse and keys.
 #include "ui/HealthWindow.h"
 
+#include "TurnedWheel.h"
 #include "WindowHouse.h"
 #include "admin/Administration.h"
 #include "cameras/CameraChoices.h"
@@ -235,17 +236,11 @@ TEST_F(HealthWindowTest, TheWheelTurnsOnlyTheNumberThatHasTheCursor)
 {
     const HealthOptions options(house_.house.settings);
     auto &limit = find<QSpinBox>("healthLimit");
-    const auto turn = [&] {
-        const QPointF middle = limit.rect().center();
-        QWheelEvent wheel(middle, limit.mapToGlobal(middle), {}, {0, 120}, Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&limit, &wheel);
-    };
-    turn();
+    turnWheel(limit, 1);
     EXPECT_FALSE(limit.hasFocus());
     EXPECT_EQ(options.limitMegabytes(), 0);
     limit.setFocus();
-    turn();
+    turnWheel(limit, 1);
     EXPECT_EQ(options.limitMegabytes(), 100);
 }
 

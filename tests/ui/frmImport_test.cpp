@@ -1,5 +1,6 @@
 // The import's window under mouse and keys.
 #include "ImportHouse.h"
+#include "TurnedWheel.h"
 #include "support/RefusedCalls.h"
 #include "support/TypedAddress.h"
 
@@ -110,6 +111,22 @@ TEST_F(ImportWindow, ADoubleClickOpensAFolderAndASingleOneDoesNot)
     EXPECT_EQ(house_.stored(u"Dir"), QStringLiteral("C:\\card\\DCIM"));
     EXPECT_EQ(house_.rows("Dir1").join(u'|'), QStringLiteral("C:\\|card|DCIM"));
     EXPECT_EQ(house_.find<QListView>("Dir1").currentIndex().row(), 2);
+}
+
+TEST_F(ImportWindow, TheWheelTurnsOnlyTheChoiceThatHasTheFocus)
+{
+    house_.open();
+    for (const char *const name : {"Cam", "Lien"}) {
+        auto &box = house_.find<QComboBox>(name);
+        house_.find<QListView>("File1").setFocus();
+        turnWheel(box);
+        EXPECT_FALSE(box.hasFocus());
+        EXPECT_EQ(box.currentIndex(), 0);
+        box.setFocus();
+        turnWheel(box);
+        EXPECT_EQ(box.currentIndex(), 1);
+    }
+    EXPECT_EQ(house_.stored(u"ICam"), QStringLiteral("1"));
 }
 
 TEST_F(ImportWindow, EnterOpensTheFolderToo)

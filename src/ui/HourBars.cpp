@@ -10,6 +10,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -93,10 +94,28 @@ void HourBars::paintEvent(QPaintEvent *)
     }
 }
 
+HourBars::Pressed HourBars::pressedAt(int x) const
+{
+    return {hourAt(x), calendar_.camera(), calendar_.chosen()};
+}
+
+void HourBars::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton) {
+        pressed_ = pressedAt(event->position().toPoint().x());
+    }
+}
+
+// The hour under the pointer at the press is meant, of the day that was shown then.
 void HourBars::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
-        hour_ = hourAt(static_cast<int>(event->position().x()));
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    const QPoint place = event->position().toPoint();
+    const auto pressed = std::exchange(pressed_, std::nullopt);
+    if (pressed == pressedAt(place.x()) && rect().contains(place)) {
+        hour_ = pressed->hour;
         showHour();
         calendar_.goToHour(hour_);
     }

@@ -23,17 +23,29 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    struct Pressed
+    {
+        int hour;
+        CameraAddress camera;
+        std::optional<std::chrono::year_month_day> day;
+
+        bool operator==(const Pressed &) const = default;
+    };
+
     void showHour();
+    [[nodiscard]] Pressed pressedAt(int x) const;
     [[nodiscard]] qsizetype imagesOf(int hour) const;
     [[nodiscard]] QString hourText(int hour) const;
     [[nodiscard]] int hourAt(int x) const;
 
     Calendar &calendar_;
     int hour_ = 12;
+    std::optional<Pressed> pressed_; // by the left button
 };
 
 } // namespace velmora

@@ -84,6 +84,28 @@ TEST_F(CalendarWindowTest, AClickOnAnHourGoesToTheNearestImage)
     EXPECT_TRUE(hours.accessibleDescription().startsWith(QStringLiteral("23 h")));
 }
 
+TEST_F(CalendarWindowTest, AnHourIsMeantOnlyIfItIsReleasedWhereItWasPressed)
+{
+    QWidget &hours = part("calendarHours");
+    house_.browser.chooseFile(5);
+    QTest::mousePress(&hours, Qt::LeftButton, {}, {3, 5});
+    QTest::mouseRelease(&hours, Qt::LeftButton, {}, {hours.width() - 3, 5});
+    EXPECT_EQ(house_.browser.shown().files.ListIndex(), 5);
+    EXPECT_TRUE(hours.accessibleDescription().startsWith(QStringLiteral("12 h")));
+}
+
+TEST_F(CalendarWindowTest, TheHourPressedIsNotThatOfAnotherCamerasDay)
+{
+    house_.addImages({0, 1}, kImages);
+    QWidget &hours = part("calendarHours");
+    QTest::mousePress(&hours, Qt::LeftButton, {}, {3, 5});
+    house_.browser.chooseCamera(1); // as the scan does
+    house_.settle();
+    ASSERT_EQ(house_.browser.shown().files.ListIndex(), kImages - 1);
+    QTest::mouseRelease(&hours, Qt::LeftButton, {}, {3, 5});
+    EXPECT_EQ(house_.browser.shown().files.ListIndex(), kImages - 1);
+}
+
 TEST_F(CalendarWindowTest, TheTipOfTheHoursIsThatOfTheHourUnderThePointer)
 {
     QWidget &hours = part("calendarHours");

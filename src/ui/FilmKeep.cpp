@@ -82,7 +82,7 @@ void FilmKeep::bindFilm()
 {
     connect(&film_, &Slideshow::begun, this, &FilmKeep::keepRange);
     connect(&film_, &Slideshow::changed, this, &FilmKeep::takeFilmRange);
-    connect(&maker_, &FilmMaker::imagesChanged, this, &FilmKeep::showForecast);
+    connect(&maker_, &FilmMaker::imagesChanged, this, &FilmKeep::followImages);
     connect(&maker_, &FilmMaker::advanced, this, &FilmKeep::showProgress);
     connect(&maker_, &FilmMaker::ended, this, &FilmKeep::showEnd);
     connect(&previewTimer_, &QTimer::timeout, this, &FilmKeep::showNextPicture);
@@ -122,6 +122,7 @@ void FilmKeep::showWish(const FilmWish &wish)
 {
     settled_ = wish;
     isGiven_ = false;
+    isOfAll_ = false;
     ui_->filmFrom->setText(wish.from);
     ui_->filmTo->setText(wish.to);
     restartPreview();
@@ -172,6 +173,27 @@ void FilmKeep::takeFilmRange()
     }
 }
 
+// Without a film, all images are the range until one is given.
+void FilmKeep::showAll()
+{
+    showWish(maker_.usualWish());
+    isOfAll_ = !film_.isOfList();
+}
+
+void FilmKeep::followImages()
+{
+    const bool isFree = isVisible() && !maker_.isBusy() && !isAsking() && !isTyping();
+    if (isFree && isOfAll_ && !isGiven_ && !film_.isOfList()) {
+        showAll();
+    }
+    showForecast();
+}
+
+bool FilmKeep::isAsking() const
+{
+    return findChild<QFileDialog *>() != nullptr;
+}
+
 void FilmKeep::takeDays(const DayRange &days)
 {
     if (isVisible() && !maker_.isBusy() && maker_.isOfShownCamera()) {
@@ -191,7 +213,7 @@ void FilmKeep::showDays(const DayRange &days)
 
 void FilmKeep::present(const std::optional<DayRange> &days)
 {
-    if (!maker_.isBusy() && findChild<QFileDialog *>() == nullptr) {
+    if (!maker_.isBusy() && !isAsking()) {
         begin(days);
     }
     bringToFront(*this);
@@ -210,7 +232,7 @@ void FilmKeep::begin(const std::optional<DayRange> &days)
     if (!keepsRange && days) {
         showDays(*days);
     } else if (!keepsRange) {
-        showWish(maker_.usualWish());
+        showAll();
     }
     showForecast();
 }

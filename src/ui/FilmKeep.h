@@ -62,6 +62,9 @@ private:
     void takeFilmRange();
     void begin(const std::optional<DayRange> &days);
     void showDays(const DayRange &days);
+    void showAll();
+    void followImages();
+    [[nodiscard]] bool isAsking() const;
     void showForecast();
     [[nodiscard]] QString forecastText(const FilmForecast &found) const;
     void showProgress();
@@ -81,6 +84,7 @@ private:
     PlayRange seenRange_;
     FilmWish settled_;           // the range in the boxes, without what is being typed
     bool isGiven_ = false;       // it was typed, or chosen in the calendar
+    bool isOfAll_ = false;       // it is that of all images, which may become more
     bool isSettingFilm_ = false; // the film is being given that range
 };
 

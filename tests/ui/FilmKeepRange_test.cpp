@@ -71,6 +71,32 @@ TEST_F(FilmKeepTest, ItsRangeEndsWithAnImageThatWasStoredSince)
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("31 images"))) << forecast().toStdString();
 }
 
+TEST_F(FilmKeepTest, ItsRangeGrowsWithoutAFilm)
+{
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("31 images"))) << forecast().toStdString();
+}
+
+TEST_F(FilmKeepTest, ItsRangeStaysWithoutAFilmWhileTheFolderIsChosen)
+{
+    click("filmCopy");
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:29"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeStaysWithoutAFilmOnceItIsTyped)
+{
+    find<QLineEdit>("filmTo").setFocus();
+    retype("filmTo", QStringLiteral("2006-03-07 00:00:19"));
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    store(storedName(kImages + 1));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
+}
+
 TEST_F(FilmKeepTest, ItsRangeGrowsWithAPausedFilm)
 {
     pauseFilm();

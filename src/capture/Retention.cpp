@@ -38,6 +38,15 @@ QString outcome(const OldImages &images)
 
 } // namespace
 
+// A camera's folder being gone through.
+struct Retention::Turn
+{
+    CameraAddress camera;
+    QString folder; // native path
+    WallTime began; // universal time
+    StorageUse use;
+};
+
 Retention::Retention(const CameraTable &table, StorageFolder &storage, EventLog &log, Clock &clock,
                      TaskScope &scope)
     : table_(table)
@@ -123,51 +132,61 @@ bool Retention::isWanted(const SettingsSnapshot &settings, CameraAddress camera)
 
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
-    const StorageUse use(storage_);
-    const QString path = storage_.cameraFolder(camera);
-    const FolderFiles folder(path, FolderLinks::Refused);
+    const Turn turn{camera, storage_.cameraFolder(camera), clock_.universalNow(),
+                    StorageUse(storage_)};
+    const FolderFiles folder(turn.folder, FolderLinks::Refused);
     if (!folder.isOpen() || !isWanted(table_.settings().snapshot(), camera) || isOver()) {
         co_return;
     }
     lastTurns_[camera] = clock_.monotonicNow();
-    const WallTime local = clock_.localNow();
-    OldImages images(folder, local, local - clock_.utcOffset());
-    while (use.mayGoOn() && images.lookSome()) {
-        co_await letEventsRun(&slice_, &clock_);
-        if (isOver()) {
-            co_return;
-        }
+    OldImages images(folder, clock_.localNow(), turn.began);
+    bool goesOn = true;
+    while (goesOn && images.lookSome()) {
+        goesOn = co_await mayGoOn(&turn);
     }
-    if (images.isComplete() && images.isClockPlausible()) {
-        co_await sweep(camera, path, &images, use);
+    if (isOver()) {
+        co_return;
+    }
+    goesOn = goesOn && images.isComplete() && images.isClockPlausible();
+    while (goesOn && images.deleteSome()) {
+        goesOn = co_await mayGoOn(&turn);
     }
     report(camera, images);
-    if (!use.mayGoOn()) {
-        putBack(camera);
-    }
+    end(turn);
 }
 
-// In slices, before each of which the user may have thought better of it.
-QCoro::Task<> Retention::sweep(CameraAddress camera, QString path, OldImages *images,
-                               StorageUse use)
+// Asked after each time in which others ran.
+QCoro::Task<bool> Retention::mayGoOn(const Turn *turn)
 {
-    while (use.mayGoOn() && !isOver() && storage_.cameraFolder(camera) == path &&
-           isWanted(table_.settings().snapshot(), camera)) {
-        do {
-            if (!images->deleteSome()) {
-                co_return;
-            }
-        } while (!slice_.isOver());
-        co_await clock_.yield();
-        slice_.begin();
+    if (!slice_.isOver()) {
+        co_return true;
     }
+    co_await letEventsRun(&slice_, &clock_);
+    co_return !isOver() && !mustBeginAgain(*turn) && isStillWanted(*turn);
 }
 
-// Its folder may have changed by now.
-void Retention::putBack(CameraAddress camera)
+// The folder may have changed by now, and by the clock as it is now the images may not be old.
+bool Retention::mustBeginAgain(const Turn &turn) const
 {
-    lastTurns_[camera].reset();
-    waiting_.push_front(camera);
+    return !turn.use.mayGoOn() || clock_.universalNow() < turn.began;
+}
+
+// With a different address the row has a different camera, and without one the images stay.
+bool Retention::isStillWanted(const Turn &turn) const
+{
+    return storage_.cameraFolder(turn.camera) == turn.folder &&
+           isWanted(table_.settings().snapshot(), turn.camera);
+}
+
+// One that was broken off does not count.
+void Retention::end(const Turn &turn)
+{
+    if (mustBeginAgain(turn)) {
+        lastTurns_[turn.camera].reset();
+        waiting_.push_front(turn.camera);
+    } else if (!isStillWanted(turn)) {
+        lastTurns_[turn.camera].reset();
+    }
 }
 
 void Retention::report(CameraAddress camera, const OldImages &images)

@@ -19,8 +19,9 @@ namespace velmora {
 class OldImages;
 
 /// Each camera's folder is gone through at most once an hour. While the storage box is being edited
-/// nothing is deleted; a folder interrupted by that is gone through again. A camera folder that is
-/// a link is left alone, since it may lead anywhere.
+/// nothing is deleted; a folder interrupted by that, or by the clock being set back, is gone
+/// through again. Nothing more is deleted once the camera's box is unticked or its row has another
+/// camera or none. A camera folder that is a link is left alone, since it may lead anywhere.
 class Retention : public QObject
 {
     Q_OBJECT
@@ -45,6 +46,7 @@ Q_SIGNALS:
     void imagesDeleted(velmora::CameraAddress camera);
 
 private:
+    struct Turn;
     using Moment = std::optional<std::chrono::milliseconds>; // by the monotonic clock
 
     void request(const SettingsSnapshot &settings, CameraAddress camera);
@@ -53,8 +55,10 @@ private:
     [[nodiscard]] bool isOver() const;
     QCoro::Task<> run();
     QCoro::Task<> clear(CameraAddress camera);
-    QCoro::Task<> sweep(CameraAddress camera, QString path, OldImages *images, StorageUse use);
-    void putBack(CameraAddress camera);
+    QCoro::Task<bool> mayGoOn(const Turn *turn);
+    [[nodiscard]] bool mustBeginAgain(const Turn &turn) const;
+    [[nodiscard]] bool isStillWanted(const Turn &turn) const;
+    void end(const Turn &turn);
     void report(CameraAddress camera, const OldImages &images);
 
     const CameraTable &table_;

@@ -300,9 +300,20 @@ QCoro::Task<> Import::readTarget(std::stop_token stop)
     }
 }
 
+void Import::press()
+{
+    pressedFor_ = uses_.storage.cameraFolderName(camera());
+}
+
 void Import::go()
 {
-    if (face_.cmdGo) {
+    const QString name = uses_.storage.cameraFolderName(camera());
+    const bool isOther = std::exchange(pressedFor_, std::nullopt).value_or(name) != name;
+    if (face_.cmdGo && isOther) {
+        face_.failure =
+            QStringLiteral("camera %1 has another address now").arg(cameraText(camera()));
+        Q_EMIT changed();
+    } else if (face_.cmdGo) {
         uses_.scope.launch(copy());
     }
 }

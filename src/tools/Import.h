@@ -81,7 +81,11 @@ public:
     /// A camera has gained or lost its address.
     void noticeAddress(CameraAddress camera);
 
-    /// Copies the files; does nothing while that is not possible.
+    /// The button was pressed: what go() then copies is for the camera that the row has now.
+    void press();
+
+    /// Copies the files; does nothing while that is not possible. Nothing is copied if the row has
+    /// got another address since the press.
     void go();
 
 Q_SIGNALS:
@@ -141,7 +145,8 @@ private:
     std::optional<qint64> initialCount_; // none when the run started before the files were counted
     qint64 shownCount_ = 0;              // as NbF shows it
     bool counting_ = false;
-    bool overtaken_ = false; // another storage folder came into force during the run
+    bool overtaken_ = false;            // another storage folder came into force during the run
+    std::optional<QString> pressedFor_; // name of the camera's folder
     bool identical_ = false; // source and target were identical, and no target was chosen since
     bool open_ = false;
 };

@@ -94,6 +94,7 @@ void frmImport::bindTarget()
 
 void frmImport::bindButtons()
 {
+    connect(ui_->cmdGo, &QAbstractButton::pressed, &import_, &Import::press);
     connect(ui_->cmdGo, &QAbstractButton::clicked, &import_, &Import::go);
     connect(ui_->cmdQuit, &QAbstractButton::clicked, this, [this] {
         import_.traceQuit();

@@ -244,6 +244,23 @@ TEST_F(ImportWindow, ADoubleClickOnCopyCopiesOnce)
     EXPECT_EQ(house_.window.findChildren<QMessageBox *>().size(), 1);
 }
 
+TEST_F(ImportWindow, APressOnCopyIsForTheCameraThatTheRowHadThen)
+{
+    house_.put(kKept);
+    house_.open();
+    auto &go = house_.find<QAbstractButton>("cmdGo");
+    QTest::mousePress(&go, Qt::LeftButton);
+    house_.house.addCamera(ImportHouse::kCamera, QStringLiteral("http://cam/other.jpg"));
+    house_.house.tree.makeFolder(house_.house.folder(ImportHouse::kCamera));
+    house_.import.noticeAddress(ImportHouse::kCamera);
+    QTest::mouseRelease(&go, Qt::LeftButton);
+    house_.settle();
+    EXPECT_EQ(house_.house.images(ImportHouse::kCamera), QStringList());
+    EXPECT_TRUE(house_.text("lStatus").contains(QStringLiteral("another address")));
+    house_.click("cmdGo");
+    EXPECT_EQ(house_.house.images(ImportHouse::kCamera), QStringList{kKept});
+}
+
 TEST_F(ImportWindow, WhileItCopiesTheChoicesAreOffAndTheKeysComeBack)
 {
     house_.put(kKept);

@@ -102,7 +102,8 @@ void CameraRowBoxes::bind()
     connect(Source, &BoxEdit::left, this, &CameraRowBoxes::storeAddress);
     connect(Source, &AddressEdit::linesPasted, this,
             [this](const QStringList &addresses) { Q_EMIT linesPasted(row_, addresses); });
-    connect(BestTime, &ClickLabel::clicked, this, [this] { page_.resetBestTime(row_); });
+    connect(BestTime, &ClickLabel::pressed, this, [this] { resetFor_ = page_.row(row_).url; });
+    connect(BestTime, &ClickLabel::clicked, this, &CameraRowBoxes::resetBestTime);
     bindSwitch(*AutoDelay, &CameraPage::setAutomatic);
     bindSwitch(*EffM, &CameraPage::setDeleteOld);
 }
@@ -121,6 +122,13 @@ void CameraRowBoxes::bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row,
         pressedFor_.reset();
         showSwitches();
     });
+}
+
+void CameraRowBoxes::resetBestTime()
+{
+    if (resetFor_ == page_.row(row_).url) {
+        page_.resetBestTime(row_);
+    }
 }
 
 QAction *CameraRowBoxes::action(const QString &text, Qt::Key key)

@@ -82,6 +82,7 @@ private:
     void showReason();
     void bind();
     void bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row, bool on));
+    void resetBestTime();
     void setNames();
     void setTips();
     void offerSheet();
@@ -101,6 +102,7 @@ private:
     QLabel *lNew;
     QCheckBox *EffM;
     std::optional<QString> pressedFor_; // address of the camera for which a switch is pressed
+    QString resetFor_;                  // and of that for which the best time was, last
 };
 
 } // namespace velmora

@@ -40,6 +40,14 @@ ClickLabel::ClickLabel(QWidget *parent)
     setCursor(Qt::PointingHandCursor);
 }
 
+void ClickLabel::mousePressEvent(QMouseEvent *event)
+{
+    QLabel::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) {
+        Q_EMIT pressed();
+    }
+}
+
 void ClickLabel::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
@@ -50,6 +58,7 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent *event)
 void ClickLabel::keyPressEvent(QKeyEvent *event)
 {
     if (isClickKey(*event)) {
+        Q_EMIT pressed();
         Q_EMIT clicked();
     } else {
         QLabel::keyPressEvent(event);

@@ -23,9 +23,12 @@ public:
     explicit ClickLabel(QWidget *parent = nullptr);
 
 Q_SIGNALS:
+    /// Before each click.
+    void pressed();
     void clicked();
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;

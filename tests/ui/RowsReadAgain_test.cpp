@@ -110,6 +110,22 @@ TEST_F(RowsReadAgain, LetAPressChooseNothingForAnotherCamera)
     EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QStringLiteral("1"));
 }
 
+TEST_F(RowsReadAgain, LetAPressResetNoBestTimeOfAnotherCamera)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    auto &label = house_.find<QLabel>(QStringLiteral("BestTime4"));
+    QTest::mousePress(&label, Qt::LeftButton);
+    house_.house.addCamera(camera, QStringLiteral("http://cam/other.png"));
+    house_.house.setValue(u"BestTime", camera, QStringLiteral("00:05:00"));
+    house_.house.page.reread();
+    QTest::mouseRelease(&label, Qt::LeftButton);
+    EXPECT_EQ(house_.stored(u"Groupe0", u"BestTime4"), QStringLiteral("00:05:00"));
+    QTest::mouseClick(&label, Qt::LeftButton);
+    EXPECT_EQ(house_.stored(u"Groupe0", u"BestTime4"), QStringLiteral("00:00:00"));
+}
+
 // The same address typed over itself is no change of the row, but saving it in the sheet is one.
 TEST_F(RowsReadAgain, GiveWayToAnAddressFromTheSheet)
 {

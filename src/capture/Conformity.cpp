@@ -1,9 +1,11 @@
 #include "capture/Conformity.h"
 
+#include "base/DateText.h"
 #include "base/FileDates.h"
 #include "base/FilePath.h"
 #include "base/FilePattern.h"
 #include "base/FileStamp.h"
+#include "base/FolderFiles.h"
 #include "base/FolderScan.h"
 #include "base/Folders.h"
 #include "base/NameStamp.h"
@@ -21,11 +23,21 @@
 namespace velmora {
 namespace {
 
+constexpr int kMostDays = 31;
+constexpr int kHours = 24;
+
 // The pattern of the pass: the folders also hold names of the same length that are not images.
 bool isListed(QByteArrayView name)
 {
     static const FilePattern shortImageNames(kShortImagePattern);
     return shortImageNames.matches(name) && Conformity::isShortForm(name);
+}
+
+QByteArray withDayAndHour(const QByteArray &name, const QByteArray &dayAndHour)
+{
+    const qsizetype dot = name.indexOf('.');
+    const QByteArray extension = name.sliced(dot);
+    return name.first(dot) + dayAndHour + (extension == "." ? QByteArray(".jpg") : extension);
 }
 
 // Nothing when the file has no date.
@@ -35,10 +47,7 @@ std::optional<QByteArray> currentName(const QByteArray &folder, const QByteArray
     if (!modified) {
         return std::nullopt;
     }
-    const qsizetype dot = name.indexOf('.');
-    const QByteArray extension = name.sliced(dot);
-    return name.first(dot) + dayAndHourKey(*modified) +
-           (extension == "." ? QByteArray(".jpg") : extension);
+    return withDayAndHour(name, dayAndHourKey(*modified));
 }
 
 std::error_code rename(const QByteArray &folder, const QByteArray &name)
@@ -72,6 +81,24 @@ bool Conformity::isShortForm(QByteArrayView name)
     static const FilePattern fifteenCharacters("???????????????");
     const qsizetype dot = name.indexOf('.');
     return dot >= 0 && fifteenCharacters.matches(name.first(dot));
+}
+
+// Its date is gone with it, but there are not many days and hours.
+bool Conformity::isRenamed(const QString &folder, const QByteArray &name)
+{
+    const FolderFiles files(folder);
+    if (!isListed(name) || files.has(name.constData())) {
+        return false;
+    }
+    for (int day = 1; day <= kMostDays; ++day) {
+        for (int hour = 0; hour < kHours; ++hour) {
+            const QByteArray key = (twoDigits(day) + twoDigits(hour)).toLatin1();
+            if (files.has(withDayAndHour(name, key).constData())) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 bool Conformity::wants(const QString &path) const

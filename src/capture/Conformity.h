@@ -38,6 +38,10 @@ public:
     /// not UTF-8 counts as a character.
     [[nodiscard]] static bool isShortForm(QByteArrayView name);
 
+    /// True when an image of that older name is gone, and one is there that a pass, of this program
+    /// or another, may have made of it. folder: native path.
+    [[nodiscard]] static bool isRenamed(const QString &folder, const QByteArray &name);
+
     /// One pass; does nothing while another is running. To be launched in the scope. Captures are
     /// suspended from start to end, however it ends. No existing file is replaced, and a file that
     /// cannot be renamed stays as it is. While the storage box is being edited the pass stands

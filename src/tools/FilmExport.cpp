@@ -2,6 +2,7 @@
 
 #include "base/FilePath.h"
 #include "base/Folders.h"
+#include "capture/Conformity.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -43,6 +44,11 @@ QString reason(const std::error_code &error)
 QString missingFolderText(const QString &folder)
 {
     return FilmExport::tr("The folder of the images is not there: %1").arg(folder);
+}
+
+QString renamingText()
+{
+    return FilmExport::tr("The images are being renamed. Begin again when that is done.");
 }
 
 FilmExport::FilmExport(const Clock &clock)
@@ -163,6 +169,11 @@ void FilmExport::takeNext()
     }
     if (next.state == FilmPictureState::Gone && !folderExists(order_.folder)) {
         fail(missingFolderText(order_.folder));
+        return;
+    }
+    if (next.state == FilmPictureState::Gone &&
+        Conformity::isRenamed(order_.folder, QFile::encodeName(name))) {
+        fail(renamingText()); // by another program: those of this one wait
         return;
     }
     tally_.gone += next.state == FilmPictureState::Gone ? 1 : 0;

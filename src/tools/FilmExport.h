@@ -43,6 +43,9 @@ struct FilmTally
 /// That the folder of the images has gone; folder: as shown.
 [[nodiscard]] QString missingFolderText(const QString &folder);
 
+/// That images get other names at the moment.
+[[nodiscard]] QString renamingText();
+
 enum class FilmEnd { Made, Failed, Cancelled };
 
 /// One film at a time.

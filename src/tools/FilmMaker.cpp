@@ -176,7 +176,7 @@ bool FilmMaker::begin(const QString &target)
         return false;
     }
     if (uses_.conformity.isRunning()) {
-        Q_EMIT ended(tr("The images are being renamed. Begin again when that is done."));
+        Q_EMIT ended(renamingText());
         return false;
     }
     inUse_.emplace(uses_.conformity);

@@ -362,6 +362,15 @@ class EndTest(FilmCase):
         self.assertGreater(COUNT_AT_END, shown)
         self.assertIn(f"{COUNT_AT_END - shown} left out", program.out[-1])
 
+    def test_fails_when_images_are_renamed(self):
+        """As a program on this storage folder does with names of the older form."""
+        older = [path.rename(path.with_name(path.name.replace("0101.", "."))) for path in self.folder.iterdir()]
+        program, encoder = self.begin()
+        for path in older:
+            path.rename(path.with_name(path.name.replace(".", "0101.")))
+        os.kill(encoder, signal.SIGCONT)
+        self.expect_failure(program, "The images are being renamed. Begin again when that is done.")
+
 
 class TerminalTest(FilmCase):
     def test_shows_its_progress_on_a_terminal_only(self):

@@ -80,6 +80,19 @@ TEST_F(AddressChange, TheImagesOfACameraThatIsRemovedAreNotShown)
     EXPECT_EQ(house_.text(QStringLiteral("lCamera")), QStringLiteral("no camera"));
 }
 
+TEST_F(AddressChange, IsNoticedThoughItsTabIsChosenFirst)
+{
+    openOn(3);
+    house_.house.page.load();
+    house_.house.tree.write(folderOf(kOther) + u'/' + storedName(7), pictureBytes(Qt::red));
+    house_.house.table.setUrl(kCamera, kOther);
+    house_.house.page.Selecteur_Click(kCamera.group, WindowState::Visible);
+    house_.house.page.reread();
+    house_.settle();
+    expectImage(0, 1);
+    EXPECT_EQ(listed(0), storedName(7));
+}
+
 TEST_F(AddressChange, ThatOfAnotherCameraChangesNothing)
 {
     openOn(3);

@@ -40,6 +40,7 @@ protected:
     CameraSheetTest()
     {
         house_.house.addCamera(kCamera, kUrl);
+        house_.house.page.load(); // as at a start with this camera
         house_.selectTab(0);
     }
 
@@ -447,7 +448,7 @@ TEST_F(CameraSheetTest, TheNameStandsInTheTipsOfTheRow)
     house_.house.page.reread();
     EXPECT_EQ(source.toolTip(), QStringLiteral("Enter link\n0:3 Garage"));
     EXPECT_EQ(house_.find<QWidget>(QStringLiteral("SB3")).toolTip(),
-              QStringLiteral("0:3 Garage\nnot fetched yet"));
+              QStringLiteral("0:3 Garage\nthe last download failed"));
 }
 
 TEST_F(CameraSheetTest, WhatIsTypedStaysWhenAnotherProgramChangesTheSettings)

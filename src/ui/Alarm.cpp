@@ -1,6 +1,7 @@
 // The motion alarm's window: its pictures, its scan and its test mail.
 #include "ui/Alarm.h"
 
+#include "ui/LentFocus.h"
 #include "ui/ToFront.h"
 #include "ui/WindowKeys.h"
 #include "ui_Alarm.h"
@@ -64,14 +65,14 @@ void Alarm::showPicture(AlarmPicture which)
 
 void Alarm::showSending()
 {
-    focus_.disable(*ui_->Command1);
+    disableButton(*ui_->Command1, *ui_->lStatus);
     ui_->lStatus->setText(tr("Sending…"));
 }
 
 void Alarm::showEnd(const QString &status)
 {
     ui_->Command1->setEnabled(true);
-    focus_.giveBack(*ui_->Command1, focus_.isUntouched(*this));
+    returnFocus(*ui_->lStatus, *ui_->Command1);
     ui_->lStatus->setText(status);
 }
 

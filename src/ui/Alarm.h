@@ -7,7 +7,6 @@
 
 #include "tools/AlarmMail.h"
 #include "tools/MotionAlarm.h"
-#include "ui/LentFocus.h"
 
 #include <QWidget>
 
@@ -49,7 +48,6 @@ private:
     MotionAlarm &alarm_;
     AlarmMail &mail_;
     std::unique_ptr<Ui::Alarm> ui_;
-    LentFocus focus_; // of the button, while a mail is sent
 };
 
 } // namespace velmora

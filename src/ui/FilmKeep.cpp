@@ -4,6 +4,7 @@
 #include "base/ImagesText.h"
 #include "pictures/PictureReader.h"
 #include "ui/BoxEdit.h"
+#include "ui/LentFocus.h"
 #include "ui/PictureView.h"
 #include "ui/ToFront.h"
 #include "ui/WheelFocus.h"
@@ -330,12 +331,11 @@ void FilmKeep::chooseFolder()
 
 void FilmKeep::setBusy(bool busy)
 {
-    ui_->filmCancel->setEnabled(busy);
-    for (QWidget *const button : {ui_->filmMake, ui_->filmCopy}) {
-        if (busy) {
-            focus_.disable(*button);
-        } else {
+    for (QWidget *const button : {ui_->filmMake, ui_->filmCopy, ui_->filmCancel}) {
+        if (busy == (button == ui_->filmCancel)) {
             button->setEnabled(true);
+        } else {
+            disableButton(*button, *ui_->filmProgress);
         }
     }
     ui_->filmOpen->setEnabled(!busy && !maker_.result().isEmpty());
@@ -358,11 +358,10 @@ void FilmKeep::showProgress()
 
 void FilmKeep::showEnd(const QString &text)
 {
-    const bool isUntouched = focus_.isUntouched(*this);
     setBusy(false);
     showForecast();
     ui_->filmTimeLeft->setText(text);
-    focus_.giveBack(ui_->filmOpen->isEnabled() ? *ui_->filmOpen : *ui_->filmMake, isUntouched);
+    returnFocus(*ui_->filmProgress, ui_->filmOpen->isEnabled() ? *ui_->filmOpen : *ui_->filmMake);
 }
 
 } // namespace velmora

@@ -10,7 +10,6 @@
 
 #include "browser/Calendar.h"
 #include "tools/FilmMaker.h"
-#include "ui/LentFocus.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -78,7 +77,6 @@ private:
     FilmMaker &maker_;
     Slideshow &film_;
     std::unique_ptr<Ui::FilmKeep> ui_;
-    LentFocus focus_; // of the buttons, while a film is made
     QTimer previewTimer_;
     qsizetype previewAt_ = 0;
     PlayRange seenRange_;

@@ -2,6 +2,7 @@
 #include "ui/frmImport.h"
 
 #include "ui/ClickLabel.h"
+#include "ui/LentFocus.h"
 #include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
@@ -158,11 +159,11 @@ void frmImport::showRun(const ImportFace &face)
 void frmImport::enableGo(const ImportFace &face)
 {
     if (face.running) {
-        focus_.disable(*ui_->cmdGo);
+        disableButton(*ui_->cmdGo, *ui_->Progress);
         return;
     }
     ui_->cmdGo->setEnabled(face.cmdGo);
-    focus_.giveBack(*ui_->cmdGo, face.cmdGo && focus_.isUntouched(*this));
+    returnFocus(*ui_->Progress, *ui_->cmdGo);
 }
 
 // While files are copied, the bar is the status.

@@ -11,7 +11,6 @@
 
 #include "pictures/PictureLoader.h"
 #include "tools/Import.h"
-#include "ui/LentFocus.h"
 
 #include <QWidget>
 
@@ -62,7 +61,6 @@ private:
     QStringList drives_; // as the list shows them
     QList<PictureOrder> pictures_;
     bool loaded_ = false;
-    LentFocus focus_; // of the button, during a run
 };
 
 } // namespace velmora

@@ -126,8 +126,19 @@ void FileView::timerEvent(QTimerEvent *event)
     }
 }
 
+// From a row that is not laid out, the toolkit lets some keys lead to the first one.
+void FileView::layOutAll()
+{
+    setLayoutMode(SinglePass);
+    doItemsLayout();
+    setLayoutMode(Batched);
+}
+
 void FileView::keyPressEvent(QKeyEvent *event)
 {
+    if (layingOut_) {
+        layOutAll();
+    }
     if (const auto key = listKey(event->key())) {
         if (!event->isAutoRepeat()) {
             Q_EMIT keyUsed(*key);

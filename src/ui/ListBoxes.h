@@ -88,6 +88,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    void layOutAll();
+
     bool layingOut_ = false; // the end of a long list is not laid out yet
 };
 

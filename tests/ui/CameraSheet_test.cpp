@@ -1,7 +1,6 @@
 // A camera's sheet, under mouse and keys.
 #include "ui/CameraSheet.h"
 
-#include "TurnedWheel.h"
 #include "WindowHouse.h"
 #include "support/LoopbackCameraAnswers.h"
 #include "ui/ListBoxes.h"
@@ -141,20 +140,6 @@ TEST_F(CameraSheetTest, MayBeTestedAgainAfterAnAddressThatIsTooLong)
     const auto hasEnded = [this] { return result() != QStringLiteral("Fetching\u2026"); };
     EXPECT_TRUE(QTest::qWaitFor(hasEnded, 2000)) << result().toStdString();
     EXPECT_TRUE(find<QPushButton>(QStringLiteral("sheetTest")).isEnabled());
-}
-
-TEST_F(CameraSheetTest, TheWheelChangesNothingThatHasNotTheFocus)
-{
-    sheet_.present(kCamera);
-    auto &keep = find<QComboBox>(QStringLiteral("sheetKeep"));
-    const int chosen = keep.currentIndex();
-    turnWheel(keep);
-    EXPECT_EQ(keep.currentIndex(), chosen);
-    keep.setCurrentIndex(static_cast<int>(Keep::Clearly));
-    auto &percent = find<QSpinBox>(QStringLiteral("sheetPercent"));
-    const int shown = percent.value();
-    turnWheel(percent);
-    EXPECT_EQ(percent.value(), shown);
 }
 
 TEST_F(CameraSheetTest, StoresWhatIsChosen)

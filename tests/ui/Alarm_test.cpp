@@ -385,6 +385,21 @@ TEST_F(AlarmWindow, TheFocusComesBackToTheButton)
     EXPECT_EQ(alarm_.passes, 0);
 }
 
+TEST_F(AlarmWindow, SpacePressedTwiceOnTheButtonDoesNotScan)
+{
+    open(1);
+    find<QWidget>(kButton).setFocus();
+    QTest::keyClick(window_.windowHandle(), Qt::Key_Space);
+    settleMail();
+    ASSERT_FALSE(find<QWidget>(kButton).isEnabled());
+    QTest::keyClick(window_.windowHandle(), Qt::Key_Space);
+    settleMail();
+    EXPECT_EQ(alarm_.passes, 0);
+    mailer_.finish();
+    settleMail();
+    EXPECT_EQ(window_.focusWidget(), &find<QWidget>(kButton));
+}
+
 TEST_F(AlarmWindow, AMailOutlivesTheClosedWindow)
 {
     open(1);

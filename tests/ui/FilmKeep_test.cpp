@@ -184,6 +184,19 @@ TEST_F(FilmKeepTest, WhoTypesWhileAFilmIsMadeKeepsTheKeys)
     EXPECT_EQ(window_.focusWidget(), &box);
 }
 
+TEST_F(FilmKeepTest, AKeyPressedTwiceDoesNotCancel)
+{
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    find<QPushButton>("filmMake").setFocus();
+    QTest::keyClick(&find<QPushButton>("filmMake"), Qt::Key_Space);
+    choose(out(QStringLiteral("/a")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return maker_.isBusy(); }));
+    QTest::keyClick(window_.focusWidget(), Qt::Key_Space);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }, 20'000));
+    EXPECT_TRUE(QFile::exists(out(QStringLiteral("/a.mp4"))));
+    EXPECT_EQ(window_.focusWidget(), &find<QPushButton>("filmOpen"));
+}
+
 TEST_F(FilmKeepTest, CancelLeavesNothingBehind)
 {
     click("filmMake");

@@ -281,6 +281,21 @@ TEST_F(ImportWindow, WhileItCopiesTheChoicesAreOffAndTheKeysComeBack)
     EXPECT_EQ(house_.window.focusWidget(), &go);
 }
 
+TEST_F(ImportWindow, SpacePressedTwiceOnCopyDoesNotQuit)
+{
+    house_.put(kKept);
+    house_.open();
+    auto &go = house_.find<QAbstractButton>("cmdGo");
+    go.setFocus();
+    QTest::keyClick(&go, Qt::Key_Space);
+    ASSERT_FALSE(go.isEnabled());
+    QTest::keyClick(house_.window.focusWidget(), Qt::Key_Space);
+    EXPECT_TRUE(house_.window.isVisible());
+    house_.settle();
+    EXPECT_EQ(house_.house.images(ImportHouse::kCamera), QStringList{kKept});
+    EXPECT_EQ(house_.window.focusWidget(), &go);
+}
+
 TEST_F(ImportWindow, TheKeysStayWhereTheyWereTakenDuringTheCopy)
 {
     house_.put(kKept);

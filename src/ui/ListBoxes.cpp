@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QTextDocument>
 
+#include <algorithm>
 #include <optional>
 
 namespace velmora {
@@ -126,19 +127,46 @@ void FileView::timerEvent(QTimerEvent *event)
     }
 }
 
-// From a row that is not laid out, the toolkit lets some keys lead to the first one.
-void FileView::layOutAll()
+int FileView::rowsMoved(CursorAction action, int page, int last)
 {
-    setLayoutMode(SinglePass);
-    doItemsLayout();
-    setLayoutMode(Batched);
+    switch (action) {
+    case MoveUp:
+    case MovePrevious:
+        return -1;
+    case MoveDown:
+    case MoveNext:
+        return 1;
+    case MovePageUp:
+        return -page;
+    case MovePageDown:
+        return page;
+    case MoveHome:
+        return -last;
+    case MoveEnd:
+        return last;
+    case MoveLeft:
+    case MoveRight:
+        break;
+    }
+    return 0;
+}
+
+// From a row that is not laid out yet, the toolkit lets every key lead to the first one.
+QModelIndex FileView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const QModelIndex current = currentIndex();
+    if (!layingOut_ || !current.isValid()) {
+        return QListView::moveCursor(action, modifiers);
+    }
+    const int last = model()->rowCount() - 1;
+    const int height = std::max(1, sizeHintForRow(current.row()));
+    const int page = std::max(1, viewport()->height() / height - 1); // one row stays in sight
+    const int row = current.row() + rowsMoved(action, page, last);
+    return model()->index(std::clamp(row, 0, last), 0);
 }
 
 void FileView::keyPressEvent(QKeyEvent *event)
 {
-    if (layingOut_) {
-        layOutAll();
-    }
     if (const auto key = listKey(event->key())) {
         if (!event->isAutoRepeat()) {
             Q_EMIT keyUsed(*key);

@@ -87,8 +87,10 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+
 private:
-    void layOutAll();
+    [[nodiscard]] static int rowsMoved(CursorAction action, int page, int last);
 
     bool layingOut_ = false; // the end of a long list is not laid out yet
 };

@@ -60,9 +60,10 @@ TEST_P(FileViewKeys, LeadToTheSameRowWhileTheListIsLaidOut)
     model_.readAgain();
     view_.showRow(kRows - 1);
     EXPECT_EQ(rowBehind(GetParam()), usual);
-    QCoreApplication::processEvents();
     EXPECT_EQ(view_.currentIndex().row(), kRows - 1);
-    EXPECT_TRUE(view_.visualRect(view_.currentIndex()).intersects(view_.viewport()->rect()));
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        return view_.visualRect(view_.currentIndex()).intersects(view_.viewport()->rect());
+    }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Move, FileViewKeys,

@@ -115,13 +115,13 @@ void HealthWatch::lookAtStandstill()
 }
 
 // A disk that does not answer holds up the whole program, this watch too: no camera was asked
-// meanwhile. A standstill is forgiven at its end.
+// meanwhile. What follows of a standstill, which may begin with the answer, is forgiven at its end.
 void HealthWatch::forgiveStall()
 {
-    const milliseconds now = clock_.monotonicNow();
+    const milliseconds now = standsSince_.value_or(clock_.monotonicNow());
     const auto before =
         std::exchange(lookedAt_, standsSince_ ? std::nullopt : std::optional(now)).value_or(now);
-    if (!standsSince_ && now - before > kLongestPause) {
+    if (now - before > kLongestPause) {
         book_.forgive(now - before);
     }
 }

@@ -301,6 +301,17 @@ TEST_F(HealthWatchTest, DoesNotCountTheTimeInWhichTheProgramStoodStill)
     EXPECT_TRUE(isLate(kOne));
 }
 
+TEST_F(HealthWatchTest, DoesNotCountTheTimeInWhichTheProgramStoodStillBeforeTheCaptureWasHeld)
+{
+    deliver(kOne, 3);
+    clock_.stall(3h);
+    const Suspension held = house_.scheduler.suspend();
+    clock_.advance(5s);
+    house_.scheduler.resume(held);
+    clock_.advance(10s);
+    EXPECT_EQ(notices_, QStringList());
+}
+
 TEST_F(HealthWatchTest, TellsNotAgainOfALateCameraBecauseTheCaptureWasHeld)
 {
     deliver(kOne, 3);

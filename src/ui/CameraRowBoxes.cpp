@@ -102,7 +102,8 @@ void CameraRowBoxes::bind()
     connect(Source, &BoxEdit::left, this, &CameraRowBoxes::storeAddress);
     connect(Source, &AddressEdit::linesPasted, this,
             [this](const QStringList &addresses) { Q_EMIT linesPasted(row_, addresses); });
-    connect(BestTime, &ClickLabel::pressed, this, [this] { resetFor_ = page_.row(row_).url; });
+    connect(BestTime, &ClickLabel::pressed, this,
+            [this] { resetFor_ = page_.storedAddress(row_); });
     connect(BestTime, &ClickLabel::clicked, this, &CameraRowBoxes::resetBestTime);
     bindSwitch(*AutoDelay, &CameraPage::setAutomatic);
     bindSwitch(*EffM, &CameraPage::setDeleteOld);
@@ -112,9 +113,10 @@ void CameraRowBoxes::bind()
 // it.
 void CameraRowBoxes::bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row, bool on))
 {
-    connect(&box, &QCheckBox::pressed, this, [this] { pressedFor_ = page_.row(row_).url; });
+    connect(&box, &QCheckBox::pressed, this, [this] { pressedFor_ = page_.storedAddress(row_); });
     connect(&box, &QCheckBox::toggled, this, [this, set](bool on) {
-        if (pressedFor_.value_or(page_.row(row_).url) == page_.row(row_).url) {
+        const QString address = page_.storedAddress(row_);
+        if (pressedFor_.value_or(address) == address) {
             (page_.*set)(row_, on);
         }
     });
@@ -126,7 +128,7 @@ void CameraRowBoxes::bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row,
 
 void CameraRowBoxes::resetBestTime()
 {
-    if (resetFor_ == page_.row(row_).url) {
+    if (resetFor_ == page_.storedAddress(row_)) {
         page_.resetBestTime(row_);
     }
 }

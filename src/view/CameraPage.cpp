@@ -257,6 +257,11 @@ void CameraPage::followAddress(CameraAddress camera, const QString &address)
     takeOther(camera, address);
 }
 
+QString CameraPage::storedAddress(int row) const
+{
+    return table_.url({group_, row});
+}
+
 QString CameraPage::storedFolder(int row) const
 {
     return storage_.native(storage_.cameraFolderText({group_, row}));
@@ -273,8 +278,7 @@ QString CameraPage::reason(int row) const
     if (!remark.isEmpty() || at(row).lamp != LampColour::Red) {
         return remark;
     }
-    return table_.url({group_, row}).isEmpty() ? QString()
-                                               : QStringLiteral("the last download failed");
+    return storedAddress(row).isEmpty() ? QString() : QStringLiteral("the last download failed");
 }
 
 QString CameraPage::whyNothingToOpen(int row) const

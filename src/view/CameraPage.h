@@ -37,6 +37,9 @@ public:
         return rows_.at(static_cast<std::size_t>(row));
     }
 
+    /// The address of the camera that a row has, whatever stands in its box.
+    [[nodiscard]] QString storedAddress(int row) const;
+
     /// "3:7 Garage" for a row whose camera has a name; empty for any other.
     [[nodiscard]] QString title(int row) const;
 

@@ -110,6 +110,22 @@ TEST_F(RowsReadAgain, LetAPressChooseNothingForAnotherCamera)
     EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QStringLiteral("1"));
 }
 
+// What stands in the box does not tell which camera the row has.
+TEST_F(RowsReadAgain, LetAPressChooseNothingForAnotherCameraBehindARefusedAddress)
+{
+    const CameraAddress camera{0, 4};
+    house_.house.addCamera(camera, QStringLiteral("http://cam/e.png"));
+    house_.house.page.reread();
+    house_.retype(QStringLiteral("Source4"), QString(256, u'a'));
+    house_.leaveBox();
+    auto &box = house_.find<QCheckBox>(QStringLiteral("EffM4"));
+    QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    house_.house.addCamera(camera, QStringLiteral("http://cam/other.png"));
+    house_.house.page.reread();
+    QTest::mouseRelease(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+    EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QString());
+}
+
 TEST_F(RowsReadAgain, LetAPressResetNoBestTimeOfAnotherCamera)
 {
     const CameraAddress camera{0, 4};

@@ -3,6 +3,7 @@
 #include "base/OneLine.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -138,6 +139,13 @@ void BoxEdit::keyPressEvent(QKeyEvent *event)
     if (isEnter && !event->isAutoRepeat()) {
         Q_EMIT enterPressed();
     }
+}
+
+// The toolkit drops text into a box without entering it: it would never be left either.
+void BoxEdit::dropEvent(QDropEvent *event)
+{
+    beginEdit();
+    QLineEdit::dropEvent(event);
 }
 
 } // namespace velmora

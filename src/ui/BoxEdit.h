@@ -18,8 +18,8 @@ public:
     [[nodiscard]] bool isInHand() const { return hand_ != Hand::Off; }
 
     /// Begins an edit, unless there is one, and gives the box the focus: for a text that came
-    /// without a key, dropped or put there by a tool. In a window that is not active the box is set
-    /// aside.
+    /// without a key, put there by a tool; a drop does so by itself. In a window that is not active
+    /// the box is set aside.
     void beginEdit();
 
     /// Ends the edit now, wherever the focus is; does nothing unless the box is being edited.
@@ -59,6 +59,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     enum class Hand {

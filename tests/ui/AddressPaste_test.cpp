@@ -1,15 +1,13 @@
 // Several addresses pasted into an address box: the question, and the rows that they fill.
+#include "DroppedText.h"
 #include "WindowHouse.h"
 
 #include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QDragEnterEvent>
-#include <QDropEvent>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -56,14 +54,7 @@ protected:
 
     bool drop(int row, const QString &text)
     {
-        auto &box = house_.find<QLineEdit>(QStringLiteral("Source%1").arg(row));
-        QMimeData data;
-        data.setText(text);
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &enter);
-        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &event);
-        return event.isAccepted();
+        return dropText(house_.find<QLineEdit>(QStringLiteral("Source%1").arg(row)), text);
     }
 
     WindowHouse house_;

@@ -1,6 +1,8 @@
 // What a text box reports about the focus, the mouse and the Enter key.
 #include "ui/BoxEdit.h"
 
+#include "DroppedText.h"
+
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -53,6 +55,18 @@ TEST_F(BoxEditTest, TellsThatItWasEnteredAndLeft)
     QTest::keyClick(&other_, Qt::Key_Tab);
     EXPECT_EQ(entered.count(), 1);
     EXPECT_EQ(left.count(), 0);
+    QTest::keyClick(&box_, Qt::Key_Tab);
+    EXPECT_EQ(left.count(), 1);
+}
+
+// What is dropped is typed text: it has to be left to count.
+TEST_F(BoxEditTest, IsEnteredByTextThatIsDropped)
+{
+    const QSignalSpy entered(&box_, &BoxEdit::entered);
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    EXPECT_TRUE(test::dropText(box_, QStringLiteral("20")));
+    EXPECT_EQ(entered.count(), 1);
+    EXPECT_TRUE(box_.hasFocus());
     QTest::keyClick(&box_, Qt::Key_Tab);
     EXPECT_EQ(left.count(), 1);
 }

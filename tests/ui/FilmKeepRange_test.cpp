@@ -1,4 +1,5 @@
 // The range of a film to keep: what is typed, the film's sliders, and the days of the calendar.
+#include "DroppedText.h"
 #include "FilmKeepTest.h"
 #include "ui/PictureView.h"
 
@@ -76,6 +77,18 @@ TEST_F(FilmKeepTest, ItsRangeGrowsWithoutAFilm)
     store(storedName(kImages));
     EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("31 images"))) << forecast().toStdString();
+}
+
+TEST_F(FilmKeepTest, ItsRangeStaysWithoutAFilmOnceItIsDropped)
+{
+    find<QWidget>("filmMake").setFocus();
+    find<QLineEdit>("filmTo").clear();
+    dropText(find<QWidget>("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
+    find<QWidget>("filmMake").setFocus();
+    store(storedName(kImages + 1));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
 }
 
 TEST_F(FilmKeepTest, ItsRangeStaysWithoutAFilmWhileTheFolderIsChosen)

@@ -1,10 +1,8 @@
 // The storage line of the main window, typed into key by key.
+#include "DroppedText.h"
 #include "WindowHouse.h"
 
-#include <QDragEnterEvent>
-#include <QDropEvent>
 #include <QFileDialog>
-#include <QMimeData>
 
 #include <gtest/gtest.h>
 
@@ -258,17 +256,12 @@ TEST_F(TypedFolder, ThatIsTheOldOneAgainDoesNotHoldTheCaptureBehindAnotherWindow
 
 TEST_F(TypedFolder, ThatADropBehindAnotherWindowMakesTheOldOneDoesNotHoldTheCapture)
 {
-    QMimeData data;
-    data.setText(QStringLiteral("C:\\in\\"));
     box().setFocus();
     box().selectAll();
     QTest::keyClick(&box(), Qt::Key_Delete);
     bringUp(another_);
     ASSERT_FALSE(timerRuns());
-    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(&box(), &enter);
-    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(&box(), &drop);
+    dropText(box(), QStringLiteral("C:\\in\\"));
     EXPECT_EQ(box().text(), storage().inForce());
     EXPECT_TRUE(timerRuns());
 }

@@ -1,14 +1,12 @@
 // Random sequences of what a user, a timer and a disk can do around the storage folder, checked
 // against what must be true after every single event. VELMORA_MODEL_SEQUENCES sets their number.
+#include "DroppedText.h"
 #include "WindowHouse.h"
 #include "cameras/StoragePath.h"
 #include "capture/Retention.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QDragEnterEvent>
-#include <QDropEvent>
-#include <QMimeData>
 #include <QRandomGenerator>
 
 #include <gtest/gtest.h>
@@ -129,12 +127,7 @@ protected:
     // From another program's window, which may stay the active one.
     May dropText()
     {
-        QMimeData data;
-        data.setText(pick(kTexts));
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box(), &enter);
-        QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box(), &drop);
+        test::dropText(box(), pick(kTexts));
         return May::Type;
     }
 

@@ -251,6 +251,9 @@ QString FilmMaker::copyText() const
     if (tally.gone > 0) {
         text += tr(", %1 deleted meanwhile").arg(tally.gone);
     }
+    if (tally.isRenaming) {
+        return text + QStringLiteral(". ") + renamingText();
+    }
     if (tally.error) {
         text += tr("; then: %1").arg(QString::fromStdString(tally.error.message()));
     } else if (tally.done < tally.all) {

@@ -2,6 +2,7 @@
 
 #include "base/FilePath.h"
 #include "base/Folders.h"
+#include "capture/Conformity.h"
 
 #include <QFile>
 
@@ -41,7 +42,7 @@ QCoro::Task<> RangeCopy::run(CopyOrder order, std::stop_token stop)
 // Copies a piece of a file, or ends one and starts the next; false when all is done.
 bool RangeCopy::copySome(const CopyOrder &order)
 {
-    if (tally_.error || (!copy_ && tally_.done == tally_.all)) {
+    if (tally_.error || tally_.isRenaming || (!copy_ && tally_.done == tally_.all)) {
         return false;
     }
     if (!copy_) {
@@ -72,6 +73,8 @@ void RangeCopy::finish(const CopyOrder &order)
     const bool isThere = QFile::exists(filePath(order.folder, QFile::decodeName(name_)));
     if (isThere || !folderExists(order.folder)) { // a disk that is away has lost no images
         tally_.error = result.error;
+    } else if (Conformity::isRenamed(order.folder, name_)) {
+        tally_.isRenaming = true; // by another program: those of this one wait
     } else {
         ++tally_.gone;
     }

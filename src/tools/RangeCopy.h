@@ -28,6 +28,7 @@ struct CopyTally
     qint64 copied = 0;
     qint64 there = 0;          // a file of that name existed and is left alone
     qint64 gone = 0;           // deleted meanwhile
+    bool isRenaming = false;   // another program gives the images other names
     std::error_code error;     // of the target
     std::error_code readError; // why images of the range may be missing from the list
 };
@@ -43,7 +44,8 @@ public:
 
     [[nodiscard]] const CopyTally &tally() const { return tally_; }
 
-    /// Copies until all is done, the target fails or a stop is requested.
+    /// Copies until all is done, the target fails, an image has got another name or a stop is
+    /// requested.
     QCoro::Task<> run(CopyOrder order, std::stop_token stop);
 
 Q_SIGNALS:

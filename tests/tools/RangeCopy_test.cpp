@@ -31,13 +31,11 @@ protected:
         }
     }
 
-    void run()
+    void run(const QByteArrayList &names = kNames)
     {
-        CopyOrder order{tree_.path(u"in"),
-                        std::make_shared<ImageNames>(listOf(kNames)),
-                        {},
-                        tree_.path(u"out")};
-        order.picks.add(0, kNames.size());
+        CopyOrder order{
+            tree_.path(u"in"), std::make_shared<ImageNames>(listOf(names)), {}, tree_.path(u"out")};
+        order.picks.add(0, names.size());
         runToEnd(copy_.run(order, {}), std::chrono::seconds{10});
     }
 
@@ -52,6 +50,14 @@ TEST_F(RangeCopyTest, BringsEachImage)
     run();
     EXPECT_EQ(copy_.tally().copied, 3);
     EXPECT_EQ(tree_.files(u"out").size(), 3);
+}
+
+TEST_F(RangeCopyTest, GoesOnWhenAnImageOfTheOlderFormIsDeleted)
+{
+    run({"20060307_095959.jpg", kNames[0]});
+    EXPECT_EQ(copy_.tally().gone, 1);
+    EXPECT_FALSE(copy_.tally().isRenaming);
+    EXPECT_EQ(copy_.tally().copied, 1);
 }
 
 TEST_F(RangeCopyTest, EndsAtAFileThatChangesWhileItIsCopied)

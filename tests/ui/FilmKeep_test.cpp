@@ -225,6 +225,20 @@ TEST_F(FilmKeepTest, CopiesARangeToAFolder)
     EXPECT_EQ(opened.front().front().toString(), out());
 }
 
+// It has not been deleted: listed again, it can be copied.
+TEST_F(FilmKeepTest, SaysThatAnotherProgramRenamesTheImagesOfACopy)
+{
+    const QString older = house_.imagePath({0, 0}, QStringLiteral("20060101_000000.jpg"));
+    ASSERT_TRUE(QFile::copy(house_.imagePath({0, 0}, storedName(0)), older));
+    store(storedName(kImages));
+    ASSERT_TRUE(
+        QFile::rename(older, house_.imagePath({0, 0}, QStringLiteral("20060101_0000000100.jpg"))));
+    click("filmCopy");
+    EXPECT_TRUE(answer(out()).endsWith(
+        QStringLiteral(" copied. The images are being renamed. Begin again when that is done.")));
+    EXPECT_EQ(house_.house.tree.files(u"out"), QStringList());
+}
+
 TEST_F(FilmKeepTest, CopiesOverNothing)
 {
     house_.house.tree.write(QStringLiteral("out/") + storedName(3), "mine");

@@ -124,9 +124,12 @@ void FilmKeep::showWish(const FilmWish &wish)
     settled_ = wish;
     isGiven_ = false;
     isOfAll_ = false;
+    const bool hasOtherBegin = ui_->filmFrom->text() != wish.from;
     ui_->filmFrom->setText(wish.from);
     ui_->filmTo->setText(wish.to);
-    restartPreview();
+    if (hasOtherBegin) { // else it would not get beyond it while images are stored
+        restartPreview();
+    }
 }
 
 // Text in a box that was not left yet, whichever window is active.

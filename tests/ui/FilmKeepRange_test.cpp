@@ -3,6 +3,8 @@
 #include "FilmKeepTest.h"
 #include "ui/PictureView.h"
 
+#include <QSpinBox>
+
 namespace velmora::test {
 namespace {
 
@@ -39,6 +41,18 @@ TEST_F(FilmKeepTest, PreviewsTheImagesOfItsRangeAsTheyComeAndGo)
         ASSERT_TRUE(QTest::qWaitFor([&] { return ticks.count() >= tick; }));
         EXPECT_EQ(preview.path(), house_.imagePath({0, 0}, storedName(5)));
     }
+}
+
+TEST_F(FilmKeepTest, ItsPreviewGoesOnWhenAnImageIsStored)
+{
+    const auto &preview = find<PictureView>("filmPreview");
+    const QString first = house_.imagePath({0, 0}, storedName(0));
+    find<QSpinBox>("filmRate").setValue(5);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return preview.path() == first; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return preview.path() != first; }));
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+    EXPECT_NE(preview.path(), first);
 }
 
 TEST_F(FilmKeepTest, TheSlidersOfTheFilmAreItsRange)

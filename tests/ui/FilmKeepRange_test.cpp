@@ -47,7 +47,7 @@ TEST_F(FilmKeepTest, ItsPreviewGoesOnWhenAnImageIsStored)
 {
     const auto &preview = find<PictureView>("filmPreview");
     const QString first = house_.imagePath({0, 0}, storedName(0));
-    find<QSpinBox>("filmRate").setValue(5);
+    find<QSpinBox>("filmRate").setValue(2); // slower than what follows
     ASSERT_TRUE(QTest::qWaitFor([&] { return preview.path() == first; }));
     ASSERT_TRUE(QTest::qWaitFor([&] { return preview.path() != first; }));
     store(storedName(kImages));

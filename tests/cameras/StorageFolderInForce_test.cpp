@@ -205,6 +205,17 @@ TEST_F(FolderInForce, IsNotOneThatWasOnlyTypedWhenAnotherSettingIsChanged)
     EXPECT_TRUE(isInForce(kBefore));
 }
 
+// It is stored already, as the user's.
+TEST_F(FolderInForce, IsNotOneThatWasTypedAndTakenBackThoughACommandNamedThatVeryText)
+{
+    storage.edit(kOther);
+    nameElsewhere(kOther);
+    storage.edit(kBefore);
+    storage.putInForce();
+    EXPECT_TRUE(isInForce(kBefore));
+    EXPECT_EQ(setting(u"Control", u"StRep"), kBefore);
+}
+
 TEST_F(FolderInForce, IsTheOneNamedElsewhereAfterAnEmptiedBox)
 {
     storage.edit(QString());

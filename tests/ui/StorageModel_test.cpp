@@ -231,12 +231,16 @@ protected:
         return May::Neither;
     }
 
-    // A command does, and tells the program.
+    // A command does, and tells the program. The very text that is being typed is the user's: it
+    // is stored already, and may be taken back.
     May nameFolder()
     {
-        named_ = FormRep(withBackslashes(pick(kTexts)));
+        const QString named = FormRep(withBackslashes(pick(kTexts)));
+        if (!house_.storage.isBeingEdited() || named != rooms_.stored(u"Control", u"StRep")) {
+            named_ = named;
+        }
         EXPECT_EQ(
-            house_.settings.change([this](SettingsDraft &draft) { setStorage(draft, named_); }),
+            house_.settings.change([&named](SettingsDraft &draft) { setStorage(draft, named); }),
             SettingsChange::Made);
         house_.engine.adoptSettings();
         return May::Name;

@@ -119,11 +119,10 @@ FilmWish FilmKeep::wish() const
     return wish;
 }
 
-void FilmKeep::showWish(const FilmWish &wish)
+void FilmKeep::showRange(const FilmWish &wish, RangeOf whose)
 {
+    rangeOf_ = whose;
     settled_ = wish;
-    isGiven_ = false;
-    isOfAll_ = false;
     const bool hasOtherBegin = ui_->filmFrom->text() != wish.from;
     ui_->filmFrom->setText(wish.from);
     ui_->filmTo->setText(wish.to);
@@ -141,8 +140,9 @@ bool FilmKeep::isTyping() const
 
 void FilmKeep::takeTyped()
 {
-    isGiven_ =
-        isGiven_ || ui_->filmFrom->text() != settled_.from || ui_->filmTo->text() != settled_.to;
+    if (ui_->filmFrom->text() != settled_.from || ui_->filmTo->text() != settled_.to) {
+        rangeOf_ = RangeOf::TheUser;
+    }
     restartPreview();
     play(wish());
 }
@@ -158,7 +158,7 @@ void FilmKeep::play(const FilmWish &wish)
 // A film that is restarted, for which a stored image is enough, begins with the range given here.
 void FilmKeep::keepRange()
 {
-    if (isVisible() && isGiven_ && maker_.isOfShownCamera()) {
+    if (isVisible() && rangeOf_ == RangeOf::TheUser && maker_.isOfShownCamera()) {
         play(settled_);
         seenRange_ = film_.face().range;
     }
@@ -172,7 +172,7 @@ void FilmKeep::takeFilmRange()
         maker_.isOfShownCamera()) {
         seenRange_ = range;
         if (!isTyping() && !isSettingFilm_) {
-            showWish(maker_.usualWish());
+            showRange(maker_.usualWish(), RangeOf::TheFilm);
         }
     }
 }
@@ -180,14 +180,13 @@ void FilmKeep::takeFilmRange()
 // Without a film, all images are the range until one is given.
 void FilmKeep::showAll()
 {
-    showWish(maker_.usualWish());
-    isOfAll_ = !film_.isOfList();
+    showRange(maker_.usualWish(), film_.isOfList() ? RangeOf::TheFilm : RangeOf::AllImages);
 }
 
 void FilmKeep::followImages()
 {
     const bool isFree = isVisible() && !maker_.isBusy() && !isAsking() && !isTyping();
-    if (isFree && isOfAll_ && !isGiven_ && !film_.isOfList()) {
+    if (isFree && rangeOf_ == RangeOf::AllImages && !film_.isOfList()) {
         showAll();
     }
     showForecast();
@@ -210,8 +209,7 @@ void FilmKeep::showDays(const DayRange &days)
     FilmWish wished = wish();
     wished.from = isoDayText(std::chrono::local_days{days.first});
     wished.to = isoDayText(std::chrono::local_days{days.last});
-    showWish(wished);
-    isGiven_ = true;
+    showRange(wished, RangeOf::TheUser);
     play(wished);
 }
 

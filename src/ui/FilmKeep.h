@@ -48,12 +48,19 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    /// Where the range in the boxes is from.
+    enum class RangeOf {
+        TheFilm,
+        AllImages, // which may become more
+        TheUser    // typed, or chosen in the calendar
+    };
+
     void fillChoices();
     void bindRange();
     void bindFilm();
     void bindButtons();
     [[nodiscard]] FilmWish wish() const;
-    void showWish(const FilmWish &wish);
+    void showRange(const FilmWish &wish, RangeOf whose);
     [[nodiscard]] bool isTyping() const;
     void takeTyped();
     void play(const FilmWish &wish);
@@ -80,9 +87,8 @@ private:
     QTimer previewTimer_;
     qsizetype previewAt_ = 0;
     PlayRange seenRange_;
-    FilmWish settled_;           // the range in the boxes, without what is being typed
-    bool isGiven_ = false;       // it was typed, or chosen in the calendar
-    bool isOfAll_ = false;       // it is that of all images, which may become more
+    FilmWish settled_; // the range in the boxes, without what is being typed
+    RangeOf rangeOf_ = RangeOf::TheFilm;
     bool isSettingFilm_ = false; // the film is being given that range
 };
 

@@ -363,7 +363,7 @@ QCoro::Task<> Program::leave()
         co_await lastPass();
     }
     co_await engine_.close();
-    QCoreApplication::quit();
+    QCoreApplication::exit();
 }
 
 // Whatever is thrown on the way out, the program does not stay behind without windows.
@@ -381,7 +381,7 @@ QCoro::Task<> Program::leaveAtOnce()
     windows_->browser.allowClose();
     windows_->closing.close();
     co_await engine_.close();
-    QCoreApplication::quit();
+    QCoreApplication::exit();
 }
 
 } // namespace velmora

@@ -4,6 +4,7 @@
 #include "admin/RunningProgram.h"
 #include "app/CommandLine.h"
 #include "app/DesktopIdentity.h"
+#include "app/DesktopSession.h"
 #include "app/HeadlessCapture.h"
 #include "app/HeadlessFilm.h"
 #include "app/Program.h"
@@ -153,14 +154,16 @@ int captureWithoutWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatche
     return capture.start() ? QCoreApplication::exec() : kNoStorageStatus;
 }
 
-int runWindows(CaptureEngine &engine, ProgramDesk &desk, SignalWatcher &signalWatcher,
-               SingleInstance &instance)
+int runWindows(const QString &folder, CaptureEngine &engine, ProgramDesk &desk,
+               SignalWatcher &signalWatcher, SingleInstance &instance)
 {
     XdgOpener opener;
     SmtpClient mail;
+    const DesktopSession session(folder);
     Program program(engine, opener, mail);
     const auto unfollow = follow(desk, program.health());
     QObject::connect(&signalWatcher, &SignalWatcher::endRequested, &program, &Program::end);
+    QObject::connect(&session, &DesktopSession::ended, &program, &Program::end);
     QObject::connect(&instance, &SingleInstance::shown, &program, &Program::bringToFront);
     QObject::connect(&program, &Program::ending, &instance, &SingleInstance::stopAnswering);
     program.start();
@@ -183,7 +186,7 @@ int runIn(const QString &folder, SingleInstance &instance, const RunRequest &req
     desk.open(); // before the windows are made, so that no command meets a program without a desk
     return request.headless
                ? captureWithoutWindows(engine, desk, signalWatcher, instance, request.passes)
-               : runWindows(engine, desk, signalWatcher, instance);
+               : runWindows(folder, engine, desk, signalWatcher, instance);
 }
 
 QString missingForWindows(const QStringList &arguments)

@@ -5,17 +5,18 @@ import hashlib
 import json
 import os
 import socket
+import sys
 import time
 import unittest
 from pathlib import Path
 
 import house
 from answers import fresh, hang
-from browser_window import TITLE
+from browser_window import MAIN, TITLE
 from camera_server import CameraServer
 from desktop import Desktop
 from house import GREEN, House, camera_lists
-from program import Display
+from program import Display, Program
 from waiting import until
 
 CAMERAS = 12
@@ -65,6 +66,43 @@ class LifeTest(unittest.TestCase):
         self.assertNotIn("/libcurl", maps)
         program.terminate()
         self.assertEqual(0, program.wait(30), program.report())
+
+    def session(self):
+        """A session manager that is ended by terminate(), and where it listens."""
+        manager = Program([sys.executable, "-B", Path(__file__).with_name("session_manager.py")])
+        self.addCleanup(manager.kill)
+        [addresses] = until(lambda: manager.out, 10, manager.report)
+        return manager, {"SESSION_MANAGER": addresses}
+
+    def test_ends_with_a_last_pass_when_the_user_logs_out(self):
+        manager, session = self.session()
+        program = self.start_and_load_all(self.display() | session)
+        until(lambda: len(manager.out) > 1, 10, manager.report)
+        manager.terminate()
+        self.expect_last_pass(program)
+        self.assertEqual(0, manager.wait(10), manager.report())
+
+    def test_ends_when_the_user_logs_out_with_the_settings_open(self):
+        """Closing that window only hides it, which is how the toolkit would end the program."""
+        manager, session = self.session()
+        self.house.storage.rmdir()
+        desktop = Desktop(self)
+        program = self.house.start(env=desktop.environment() | session)
+        desktop.window(MAIN, at_least=300)
+        manager.terminate()
+        self.assertEqual(0, program.wait(30), program.report())
+
+    def test_a_restored_session_brings_it_back_in_its_program_folder(self):
+        manager, session = self.session()
+        environment = self.display() | session
+        program = self.start_and_load_all(environment)
+        until(lambda: len(manager.out) > 1, 10, manager.report)
+        program.terminate()
+        self.expect_last_pass(program)
+        restored = self.house.start_command(manager.out[1].split("\t"), environment)
+        until(lambda: {self.house.camera_value(i, "lNew") for i in range(CAMERAS)} == {"3"}, 30, restored.report)
+        restored.terminate()
+        self.assertEqual(0, restored.wait(30), restored.report())
 
     def test_says_so_when_there_is_no_libcurl(self):
         libraries = self.house.root / "libraries"

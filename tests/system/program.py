@@ -12,9 +12,9 @@ DISPLAY_KEYS = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
 
 
 def bare_environment():
-    """The environment without anything that would give the program a display, or a folder of this user."""
+    """The environment without anything that would give the program a display, a session or a folder of this user."""
     kept = {k: v for k, v in os.environ.items() if k not in DISPLAY_KEYS}
-    for key in ("windir", "VELMORA_PROGRAM_FOLDER", "XDG_DATA_HOME"):
+    for key in ("windir", "VELMORA_PROGRAM_FOLDER", "XDG_DATA_HOME", "SESSION_MANAGER"):
         kept.pop(key, None)
     return kept
 

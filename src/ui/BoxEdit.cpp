@@ -44,6 +44,12 @@ BoxEdit::BoxEdit(QWidget *parent)
             [this](const QWidget *, const QWidget *now) { followFocus(now); });
 }
 
+// The toolkit takes the focus away from what is left of it.
+BoxEdit::~BoxEdit()
+{
+    qApp->disconnect(this);
+}
+
 bool BoxEdit::event(QEvent *event)
 {
     if (event->type() == QEvent::ShortcutOverride) {

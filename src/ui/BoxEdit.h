@@ -13,6 +13,10 @@ class BoxEdit : public QLineEdit
 
 public:
     explicit BoxEdit(QWidget *parent = nullptr);
+    Q_DISABLE_COPY_MOVE(BoxEdit)
+
+    /// Says nothing more, whether or not it has the cursor.
+    ~BoxEdit() override;
 
     /// True from the start of an edit to its end, whether or not it is set aside.
     [[nodiscard]] bool isInHand() const { return hand_ != Hand::Off; }

@@ -24,6 +24,12 @@ ShrinkingArea::ShrinkingArea(QWidget *parent)
             [this](const QWidget *, QWidget *now) { showFocus(now); });
 }
 
+// What it holds is destroyed later, and then loses the focus.
+ShrinkingArea::~ShrinkingArea()
+{
+    qApp->disconnect(this);
+}
+
 // A press of the mouse shall not move what is under the pointer.
 void ShrinkingArea::showFocus(QWidget *now)
 {

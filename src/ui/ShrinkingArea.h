@@ -13,6 +13,8 @@ class ShrinkingArea : public QScrollArea
 
 public:
     explicit ShrinkingArea(QWidget *parent = nullptr);
+    Q_DISABLE_COPY_MOVE(ShrinkingArea)
+    ~ShrinkingArea() override;
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

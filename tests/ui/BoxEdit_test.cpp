@@ -2,6 +2,7 @@
 #include "ui/BoxEdit.h"
 
 #include "DroppedText.h"
+#include "ui/ShrinkingArea.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -186,6 +187,22 @@ TEST_F(BoxEditTest, IsEnteredAgainByTypingAfterItsEditingWasEnded)
     EXPECT_EQ(entered.count(), 1);
     other_.setFocus();
     EXPECT_EQ(left.count(), 1);
+}
+
+// Nor does what it stands in look for it.
+TEST_F(BoxEditTest, SaysNothingWhenItIsDestroyedWithTheCursor)
+{
+    auto *const area = new ShrinkingArea(&window_);
+    auto *const box = new BoxEdit;
+    area->setWidget(box);
+    area->show();
+    box->setFocus();
+    ASSERT_TRUE(box->hasFocus());
+    const QSignalSpy left(box, &BoxEdit::left);
+    const QSignalSpy aside(box, &BoxEdit::wasSetAside);
+    delete area;
+    EXPECT_EQ(left.count(), 0);
+    EXPECT_EQ(aside.count(), 0);
 }
 
 } // namespace

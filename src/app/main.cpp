@@ -15,6 +15,7 @@
 #include "base/DesktopOpener.h"
 #include "base/KeptMemory.h"
 #include "base/SignalWatcher.h"
+#include "base/StandardFiles.h"
 #include "capture/PictureSources.h"
 #include "settings/SettingsFaults.h"
 #include "ui/Accessibility.h"
@@ -277,6 +278,7 @@ int makeFilm(int argc, char **argv, const FilmRequest &request)
 
 int main(int argc, char **argv)
 {
+    holdStandardFiles();
     keepFreedMemory();
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit then fails with an error
     const StartRequest request = parseCommandLine(argumentList(argc, argv));

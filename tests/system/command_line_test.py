@@ -206,6 +206,15 @@ class StartTest(unittest.TestCase):
         self.expect_refused_beside(first, env=env)
         self.expect_undisturbed(first)
 
+    def test_writes_into_none_of_its_files_when_it_is_started_without_outputs(self):
+        self.house.write_settings(*self.sections)
+        closed = ["sh", "-c", 'exec "$@" <&- >&- 2>&-', "sh"]
+        first = self.house.start_command([*closed, VELMORA, "--program-folder", self.house.root, "--capture"])
+        until(lambda: self.house.images(self.url), 30, lambda: f"an image ({first.report()})")
+        until(lambda: self.house.camera_value(0, "LastModified"), 30, first.report)
+        self.expect_refused_beside(first, "--capture")
+        self.expect_undisturbed(first)
+
     def test_leaves_a_folder_to_the_windows_that_run_on_it(self):
         env = self.display()
         first = self.start_first(env=env)

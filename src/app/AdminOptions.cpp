@@ -54,8 +54,7 @@ Parsed addCommand(const QCommandLineParser &parser)
     AddCommand command;
     command.address = parser.value(kAdd).trimmed();
     command.name = parser.value(kName);
-    const bool isOption = command.address.startsWith(u'-'); // the address was forgotten
-    if (command.address.isEmpty() || isOption) {
+    if (isLeftOut(command.address) || command.address == u'-') {
         return QStringLiteral("--add needs an address.");
     }
     if (parser.isSet(kCamera)) {
@@ -101,7 +100,7 @@ Parsed parsedCommand(const QCommandLineParser &parser, const QString &command)
     if (command == kGet) {
         return AdminCommand{GetCommand{parser.values(kGet)}};
     }
-    if (parser.value(command).isEmpty()) {
+    if (isLeftOut(parser.value(command))) {
         return QStringLiteral("--%1 needs a file.").arg(command);
     }
     return command == kImportList ? AdminCommand{ImportListCommand{parser.value(command)}}
@@ -139,6 +138,11 @@ void addAdminOptions(QCommandLineParser &parser)
 QStringList repeatableOptions()
 {
     return {kSet, kGet};
+}
+
+bool isLeftOut(const QString &value)
+{
+    return value.isEmpty() || (value.startsWith(u'-') && value != u'-');
 }
 
 std::optional<Parsed> adminCommand(const QCommandLineParser &parser)

@@ -15,6 +15,9 @@ void addAdminOptions(QCommandLineParser &parser);
 /// Those that may be given several times.
 [[nodiscard]] QStringList repeatableOptions();
 
+/// True for a value that was left out: an empty one, or the next option in its place. "-" is none.
+[[nodiscard]] bool isLeftOut(const QString &value);
+
 /// Nothing when none of these options was given; else the one command, or what is wrong with it.
 [[nodiscard]] std::optional<std::variant<AdminCommand, QString>>
 adminCommand(const QCommandLineParser &parser);

@@ -141,7 +141,7 @@ StartRequest parseCommandLine(const QStringList &arguments)
     if (const QString twice = optionGivenTwice(parser); !twice.isEmpty()) {
         return usageError(QStringLiteral("--%1 can be given only once.").arg(twice));
     }
-    if (parser.isSet(kFolder) && parser.value(kFolder).isEmpty()) {
+    if (parser.isSet(kFolder) && isLeftOut(parser.value(kFolder))) {
         return usageError(QStringLiteral("--program-folder needs a folder."));
     }
     if (asksForFilm(parser)) {

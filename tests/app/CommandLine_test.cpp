@@ -117,9 +117,18 @@ TEST(CommandLine, RefusesCommandsThatAreMalformed)
                                     "--import-list",
                                     "--import-list=",
                                     "--export-list=",
+                                    "--export-list --json",
+                                    "--import-list --list",
                                     "--list --capture",
                                     "--list extra"}) {
         EXPECT_TRUE(std::holds_alternative<UsageError>(parse(words(wrong)))) << wrong;
+    }
+}
+
+TEST(CommandLine, TakesADashForStandardInputAndOutput)
+{
+    for (const char *const options : {"--import-list -", "--export-list -"}) {
+        EXPECT_TRUE(std::holds_alternative<AdminRequest>(parse(words(options)))) << options;
     }
 }
 
@@ -192,6 +201,8 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow)
                                    {QStringLiteral("file")},
                                    {QStringLiteral("--program-folder")},
                                    {QStringLiteral("--program-folder=")},
+                                   {QStringLiteral("--program-folder"), QStringLiteral("--status")},
+                                   {QStringLiteral("--program-folder"), QStringLiteral("-v")},
                                    {QStringLiteral("--capture"), QStringLiteral("--passes=0")},
                                    {QStringLiteral("--capture"), QStringLiteral("--passes=-1")},
                                    {QStringLiteral("--capture"), QStringLiteral("--passes=abc")},

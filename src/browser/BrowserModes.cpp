@@ -51,7 +51,6 @@ void BrowserModes::takeStored(Mode mode)
 
 QCoro::Task<> BrowserModes::load()
 {
-    unloaded_ = false;
     showNow();
     for (const Mode mode : {Mode::Auto, Mode::Camera, Mode::Scan}) {
         takeStored(mode);
@@ -67,6 +66,11 @@ QCoro::Task<> BrowserModes::load()
     } else if (isOn(Mode::Auto)) {
         co_await cAuto_Click();
     }
+}
+
+void BrowserModes::open()
+{
+    unloaded_ = false;
 }
 
 void BrowserModes::unload()
@@ -107,10 +111,11 @@ QCoro::Task<> BrowserModes::cCamera_Click()
     co_await lists_.lstGroupe_MouseUp();
 }
 
-// A missing storage folder does not matter here: the walk waits for it.
+// A missing storage folder does not matter here: the walk waits for it. The window may have been
+// closed while its modes waited for a folder to be read.
 void BrowserModes::cScan_Click()
 {
-    if (isOn(Mode::Scan)) {
+    if (isOn(Mode::Scan) && !unloaded_) {
         timer_.start();
     } else {
         timer_.stop();

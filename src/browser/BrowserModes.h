@@ -35,6 +35,9 @@ public:
 
     [[nodiscard]] bool isOn(Mode mode) const { return on_.at(static_cast<std::size_t>(mode)); }
 
+    /// The window is about to be shown. At once, while loading waits for its turn.
+    void open();
+
     /// Loads the stored modes, each as if it had been clicked, and shows today's date.
     QCoro::Task<> load();
 

@@ -231,6 +231,27 @@ TEST_F(Modes, EndTheWalkWhenTheWindowCloses)
     EXPECT_FALSE(browser_.scanTimer().isActive());
 }
 
+TEST_F(Modes, BeginNoWalkInAWindowThatWasClosedBeforeItsFolderWasRead)
+{
+    house_.addFullFolder(kCamera);
+    house_.store(u"Scan", u"1");
+    browser_.load();
+    browser_.unload();
+    house_.finish();
+    EXPECT_FALSE(browser_.scanTimer().isActive());
+}
+
+TEST_F(Modes, BeginTheWalkInAWindowThatWasClosedAndReopenedBeforeItsFolderWasRead)
+{
+    house_.addFullFolder(kCamera);
+    house_.store(u"Scan", u"1");
+    browser_.load();
+    browser_.unload();
+    browser_.load();
+    house_.finish();
+    EXPECT_TRUE(browser_.scanTimer().isActive());
+}
+
 TEST_F(Modes, SetTheTickCounterToFiftyFiveForAClickOnTheCountdown)
 {
     house_.capture.scheduler.setTickCounter(12);

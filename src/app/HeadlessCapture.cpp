@@ -39,7 +39,7 @@ void HeadlessCapture::connectReports()
                 ++stored_;
                 say(QStringLiteral("stored %1 %2").arg(title(camera), fileName));
             });
-    connect(&engine_.store(), &ImageStore::settled, this, [this] { out_.flush(); });
+    connect(&engine_.store(), &ImageStore::settled, this, &HeadlessCapture::flush);
     connect(&health_, &HealthEngine::noticed, this, &HeadlessCapture::print);
     connect(&engine_.store(), &ImageStore::cameraFailed, this, &HeadlessCapture::reportFailure);
     connect(&engine_.store(), &ImageStore::cameraAnswered, this, [this](CameraAddress camera) {
@@ -97,8 +97,16 @@ void HeadlessCapture::print(const QString &text)
 {
     out_ << text << '\n';
     if (!engine_.settings().isGathering()) {
-        out_.flush();
+        flush();
     }
+}
+
+// After a failure the stream would write nothing more, and keep all that comes: a full disk may
+// have room again.
+void HeadlessCapture::flush()
+{
+    out_.flush();
+    out_.resetStatus();
 }
 
 // The same failure recurs at every pass while a camera has no image; it is reported once.
@@ -120,7 +128,8 @@ void HeadlessCapture::reportPass()
     ++pass_;
     if (std::exchange(hasNews_, false) || passesLeft_) {
         out_ << "pass " << pass_ << ": " << stored_ << " stored, " << failed_ << " failed, "
-             << good_ - stored_ << " unchanged" << Qt::endl;
+             << good_ - stored_ << " unchanged\n";
+        flush();
     }
     good_ = stored_ = failed_ = 0;
     if (passesLeft_ && --*passesLeft_ == 0 && !ending_) {

@@ -33,6 +33,7 @@ private:
     void reportStandstills();
     void say(const QString &text);
     void print(const QString &text);
+    void flush();
     void reportFailure(CameraAddress camera, const QString &reason);
     void reportPass();
     [[nodiscard]] SettingsSnapshot settings() const;

@@ -8,7 +8,7 @@ import house
 from answers import fresh, is_whole
 from camera_server import CameraServer
 from film_test import FilmCase, encoded
-from house import GREEN, RED, House, camera_lists, parse_settings
+from house import GREEN, RED, VELMORA, House, camera_lists, parse_settings
 from small_disk import Disk, enter_own_mounts
 from waiting import until
 
@@ -76,6 +76,23 @@ class FullDiskTest(unittest.TestCase):
         self.assertEqual(1, program.wait(20), program.report())
         self.assertIn("No space left", "\n".join(program.err))
         self.assertFalse(target.exists())
+
+    def test_prints_again_what_it_stores_once_there_is_room(self):
+        self.house = House(self)
+        disk = Disk(self, self.house.storage)
+        self.write_settings()
+        lines = self.house.storage / "lines.txt"
+        lines.touch()
+        disk.leave(0)
+        command = [VELMORA, "--program-folder", self.house.root, "--capture"]
+        program = self.house.start_command(["sh", "-c", 'exec "$@" >> "$0"', lines, *command])
+        until(lambda: min(self.server.count(f"/camera{i}.jpg") for i in range(CAMERAS)) >= 2, 30, program.report)
+        self.assertEqual("", lines.read_text())
+        disk.give_back()
+        until(lambda: len(self.stored()) == CAMERAS, 30, lambda: f"all images ({program.report()})")
+        self.end(program)
+        for index in range(CAMERAS):
+            self.assertIn(f"\nstored {index // 10}:{index % 10} ", lines.read_text())
 
     def expect_some_stored(self, program):
         stored = self.stored()

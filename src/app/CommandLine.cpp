@@ -35,20 +35,40 @@ void addOptions(QCommandLineParser &parser)
     addFilmOptions(parser);
 }
 
-// The toolkit's options that take a value.
+// Of the toolkit; each is followed by its value.
+const QStringList kToolkitValues{
+    QStringLiteral("-platform"),
+    QStringLiteral("-plugin"),
+    QStringLiteral("-style"),
+    QStringLiteral("-stylesheet"),
+    QStringLiteral("-platformtheme"),
+    QStringLiteral("-platformpluginpath"),
+    QStringLiteral("-qwindowgeometry"),
+    QStringLiteral("-geometry"),
+    QStringLiteral("-qwindowtitle"),
+    QStringLiteral("-title"),
+    QStringLiteral("-qwindowicon"),
+    QStringLiteral("-icon"),
+    QStringLiteral("-display"),
+    QStringLiteral("-session")}; // added by desktops that restore what was open
+
+const QStringList kToolkitSwitches{QStringLiteral("-reverse"), QStringLiteral("-nograb"),
+                                   QStringLiteral("-dograb"), QStringLiteral("-widgetcount")};
+
+bool isToolkitSwitch(const QString &argument)
+{
+    return kToolkitSwitches.contains(argument) || argument.startsWith(QStringLiteral("-style=")) ||
+           argument.startsWith(QStringLiteral("-stylesheet="));
+}
+
 QStringList withoutToolkitOptions(QStringList arguments)
 {
-    const QStringList known{
-        QStringLiteral("-platform"),        QStringLiteral("-plugin"),
-        QStringLiteral("-style"),           QStringLiteral("-stylesheet"),
-        QStringLiteral("-platformtheme"),   QStringLiteral("-platformpluginpath"),
-        QStringLiteral("-qwindowgeometry"), QStringLiteral("-display"),
-        QStringLiteral("-session")}; // added by desktops that restore what was open
     for (qsizetype i = arguments.size() - 2; i > 0; --i) {
-        if (known.contains(arguments.at(i))) {
+        if (kToolkitValues.contains(arguments.at(i))) {
             arguments.remove(i, 2);
         }
     }
+    arguments.removeIf(isToolkitSwitch);
     return arguments;
 }
 

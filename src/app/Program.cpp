@@ -7,7 +7,8 @@
 #include "ui/ToFront.h"
 #include "ui/TopMost.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QTimer>
 
@@ -23,6 +24,19 @@ QString guide()
 {
     return QDir::cleanPath(QCoreApplication::applicationDirPath() +
                            QStringLiteral("/../share/velmora/guide/index.html"));
+}
+
+// What they ask about is given up, so that an answer would do nothing. Hidden only: the toolkit's
+// own dialogs may be waiting for one over them.
+void hideQuestions()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *const window : windows) {
+        auto *const dialog = qobject_cast<QDialog *>(window);
+        if (dialog != nullptr && dialog->isVisible() && dialog->isModal()) {
+            dialog->hide();
+        }
+    }
 }
 
 } // namespace
@@ -318,6 +332,7 @@ void Program::end()
 
 void Program::hideWindows()
 {
+    hideQuestions();
     windows_->interface.allowClose();
     windows_->browser.allowClose();
     images_.browser().close();

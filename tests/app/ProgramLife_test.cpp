@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 #include <QTabBar>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace velmora::test {
@@ -253,6 +254,39 @@ TEST_F(ProgramLife, ASecondStartShowsNothingWhileItEnds)
     program_->bringToFront();
     EXPECT_FALSE(isVisible(QStringLiteral("planche")));
     EXPECT_FALSE(isVisible(QStringLiteral("Interface")));
+}
+
+TEST_F(ProgramLife, ItsEndLeavesNoQuestionBehind)
+{
+    start();
+    source_.answer(QStringLiteral("http://cam/a.png"),
+                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    QWidget *const list = control(QStringLiteral("planche"), QStringLiteral("LstDir"));
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Delete);
+    const QPointer<QMessageBox> question =
+        topLevel(QStringLiteral("planche"))->findChild<QMessageBox *>();
+    ASSERT_NE(question, nullptr);
+    program_->end();
+    settle();
+    ASSERT_TRUE(isVisible(QStringLiteral("frmQuitte")));
+    EXPECT_TRUE(question.isNull() || !question->isVisible());
+    EXPECT_EQ(QApplication::activeWindow(), topLevel(QStringLiteral("frmQuitte")));
+}
+
+TEST_F(ProgramLife, ItsEndLeavesAWarningToBeRead)
+{
+    start();
+    source_.answer(QStringLiteral("http://cam/a.png"),
+                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    engine_->problems().warn(QStringLiteral("to be read"));
+    program_->end();
+    settle();
+    ASSERT_TRUE(isVisible(QStringLiteral("frmQuitte")));
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    EXPECT_TRUE(std::ranges::any_of(windows, [](const QWidget *window) {
+        return qobject_cast<const QMessageBox *>(window) != nullptr && window->isVisible();
+    }));
 }
 
 QCoro::Task<> failing()

@@ -423,8 +423,13 @@ void Import::end(const ImportResult &result)
     }
 }
 
+// A window closed meanwhile says nothing, even if that was within the last file. One that is open
+// again says how the run has ended.
 void Import::tell(const ImportResult &result)
 {
+    if (!open_) {
+        return;
+    }
     switch (result.end) {
     case ImportEnd::Identical:
         Q_EMIT messageWanted(QStringLiteral("Source and target are identical"));

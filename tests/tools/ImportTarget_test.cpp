@@ -387,6 +387,24 @@ TEST_F(ImportTarget, ClosingStopsARunBehindAFileAndSaysNothing)
     EXPECT_EQ(refreshes_, 1);
 }
 
+TEST_F(ImportTarget, ClosingWithinTheLastFileSaysNothing)
+{
+    const QByteArray large(qsizetype{48} << 20, 'x');
+    put(kKept, large);
+    load();
+    bool isUnderWay = false;
+    QObject::connect(&import_, &Import::changed, &import_, [&] {
+        if (std::exchange(isUnderWay, face().running)) {
+            import_.close();
+        }
+    });
+    go();
+    EXPECT_EQ(messages_, QStringList());
+    EXPECT_FALSE(face().running);
+    EXPECT_EQ(house_.images(kCamera), QStringList{kKept});
+    EXPECT_EQ(refreshes_, 1);
+}
+
 TEST_F(ImportTarget, AfterAStopTheNextRunCopiesAgain)
 {
     put(kKept);

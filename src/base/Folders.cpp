@@ -2,6 +2,7 @@
 
 #include "base/FolderScan.h"
 #include "base/NewName.h"
+#include "base/SameFile.h"
 
 #include <QFile>
 
@@ -16,12 +17,36 @@ namespace {
 constexpr mode_t kNewFolderMode = 0755;
 constexpr std::size_t kFewRecords = 1024; // only one file is wanted
 
+// By exactly this name: a disk may also find a folder by a name with other capital letters.
+bool isListed(const QByteArray &path)
+{
+    const QByteArray name = path.sliced(path.lastIndexOf('/') + 1);
+    FolderScan scan(QFile::decodeName(folderOf(path)));
+    bool found = false;
+    while (!found && scan.readSomeEntries([&](QByteArrayView n) { found = found || n == name; })) {
+    }
+    return found;
+}
+
 } // namespace
 
 bool folderExists(const QString &path)
 {
     struct stat info = {};
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+// A disk that is mounted by a program may number one folder anew for each name that finds it.
+bool isSameFolder(const QString &one, const QString &other)
+{
+    const QByteArray paths[] = {QFile::encodeName(one), QFile::encodeName(other)};
+    struct stat first = {};
+    struct stat second = {};
+    if (::stat(paths[0].constData(), &first) != 0 || ::stat(paths[1].constData(), &second) != 0) {
+        return false;
+    }
+    return isSameFile(first, second) || (paths[0].compare(paths[1], Qt::CaseInsensitive) == 0 &&
+                                         !(isListed(paths[0]) && isListed(paths[1])));
 }
 
 std::error_code makeFolder(const QString &path)

@@ -1,8 +1,8 @@
 #include "capture/Retention.h"
 
 #include "base/DateText.h"
+#include "base/Folders.h"
 #include "cameras/CameraChoices.h"
-#include "cameras/FolderName.h"
 #include "capture/OldImages.h"
 
 #include <QScopeGuard>
@@ -117,14 +117,17 @@ QCoro::Task<> Retention::run()
 }
 
 // Still, and by every camera whose images are in the folder: long addresses that differ may be cut
-// to the same folder name.
-bool Retention::isWanted(const SettingsSnapshot &settings, CameraAddress camera)
+// to the same folder name, and two names may lead to one folder.
+bool Retention::isWanted(const SettingsSnapshot &settings, CameraAddress camera) const
 {
     const QString url = CameraTable::url(settings, camera);
+    const QString folder = storage_.folderOf(url);
     const auto keepsThere = [&](CameraAddress other) {
         const QString otherUrl = CameraTable::url(settings, other);
-        return otherUrl != url && encodeFolderName(otherUrl) == encodeFolderName(url) &&
-               !CameraTable::deletesOld(settings, other);
+        const bool keeps =
+            !otherUrl.isEmpty() && otherUrl != url && !CameraTable::deletesOld(settings, other);
+        const QString otherFolder = keeps ? storage_.folderOf(otherUrl) : QString();
+        return keeps && (otherFolder == folder || isSameFolder(otherFolder, folder));
     };
     return CameraTable::deletesOld(settings, camera) &&
            std::ranges::none_of(kAllCameras, keepsThere);

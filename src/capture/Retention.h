@@ -50,7 +50,7 @@ private:
     using Moment = std::optional<std::chrono::milliseconds>; // by the monotonic clock
 
     void request(const SettingsSnapshot &settings, CameraAddress camera);
-    [[nodiscard]] static bool isWanted(const SettingsSnapshot &settings, CameraAddress camera);
+    [[nodiscard]] bool isWanted(const SettingsSnapshot &settings, CameraAddress camera) const;
     [[nodiscard]] bool isDue(CameraAddress camera) const;
     [[nodiscard]] bool isOver() const;
     QCoro::Task<> run();

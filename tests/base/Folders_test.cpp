@@ -36,6 +36,23 @@ TEST_F(Folders, FindsAFolderAndALinkToOne)
     EXPECT_TRUE(folderExists(tree.path(u"link")));
 }
 
+TEST_F(Folders, AreTheSameBehindALink)
+{
+    tree.makeFolder(u"here");
+    link(u"here", u"link");
+    EXPECT_TRUE(isSameFolder(tree.path(u"link"), tree.path(u"here")));
+}
+
+TEST_F(Folders, AreNotTheSameUnderOtherNames)
+{
+    tree.makeFolder(u"here");
+    tree.makeFolder(u"Here");
+    tree.makeFolder(u"there");
+    EXPECT_FALSE(isSameFolder(tree.path(u"here"), tree.path(u"there")));
+    EXPECT_FALSE(isSameFolder(tree.path(u"here"), tree.path(u"Here")));
+    EXPECT_FALSE(isSameFolder(tree.path(u"here"), tree.path(u"HERE")));
+}
+
 TEST_F(Folders, FindsAFolderWhoseNameIsNotAscii)
 {
     tree.makeFolder(u"d\u00e9p\u00f4t \u4e2d");

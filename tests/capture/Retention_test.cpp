@@ -111,6 +111,17 @@ TEST_F(RetentionRule, LeavesImagesAloneThatACameraWhoseBoxIsNotTickedHasInTheSam
     EXPECT_EQ(left(other), QStringList({kOld}));
 }
 
+// So does a disk that takes capital and small letters for the same lead two names to one folder.
+TEST_F(RetentionRule, LeavesImagesAloneThatACameraWhoseBoxIsNotTickedHasByAnotherNameOfTheFolder)
+{
+    const CameraAddress other{0, 2};
+    add(other);
+    put(kOld);
+    ASSERT_TRUE(QFile::link(path(), house_.tree.path(house_.folder(other))));
+    begin();
+    EXPECT_EQ(left(), QStringList({kOld}));
+}
+
 TEST_F(RetentionRule, GoesThroughAllTickedCamerasAtTheStartInGroupsThatAreOffToo)
 {
     const CameraAddress other{9, 9};

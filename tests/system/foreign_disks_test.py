@@ -55,6 +55,23 @@ class ForeignDisksTest(unittest.TestCase):
         self.assertIn("is mounted by itself", run.report())
         self.assertEqual(1, len(self.house.images(self.urls[0])))
 
+    def test_keeps_old_images_of_a_camera_whose_folder_another_shares_but_for_capitals(self):
+        """Only the other one's box for the deletion of old images is ticked."""
+        self.server = CameraServer(self, {path: fresh(SIZES[0]) for path in ("/Snap.jpg", "/snap.jpg")})
+        ticked, kept = self.server.url("/Snap.jpg"), self.server.url("/snap.jpg")
+        self.house = House(self)
+        DISKS["exfat"](self, self.house)
+        settings = {"Control": {"StRep": "C:\\in\\"}, "Groupe0": {"EffM0": "1"}}
+        self.house.write_settings(settings, camera_lists([ticked, kept]))
+        folder = self.house.folder(kept)
+        folder.mkdir()
+        old = [folder / "20000101_1200000112.jpg", folder / "20000102_1200000212.jpg"]
+        for path in old:
+            path.write_bytes(b"x" * 1000)
+        self.assertTrue((self.house.folder(ticked) / old[0].name).exists())
+        self.house.capture("--passes", "1")
+        self.assertEqual(old, self.house.images(kept)[:2])
+
     def test_captures_to_ntfs(self):
         self.expect_captures(DISKS["ntfs"])
 

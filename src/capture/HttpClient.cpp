@@ -95,6 +95,7 @@ void setTransferOptions(Transfer &transfer, const HttpRequest &request)
     CURL *const easy = transfer.easy.get();
     setOption(easy, CURLOPT_URL, request.url.constData());
     setOption(easy, CURLOPT_DEFAULT_PROTOCOL, "http");
+    setOption(easy, CURLOPT_PATH_AS_IS, 1L);
     setOption(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     setOption(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     setOption(easy, CURLOPT_FOLLOWLOCATION, 1L);

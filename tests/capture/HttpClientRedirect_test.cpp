@@ -35,6 +35,13 @@ TEST_F(HttpClientRedirect, IsFollowedInTheOldForm)
     EXPECT_EQ(camera_.requests().last().version, "HTTP/1.0");
 }
 
+TEST_F(HttpClientRedirect, LeadsUpFromTheFolderOfTheAddress)
+{
+    camera_.answer("/cgi/bin/old", redirect("../new"));
+    camera_.answer("/cgi/new", picture(10));
+    EXPECT_EQ(fetch(camera_.url("/cgi/bin/old")).body.whole(), jpeg(10));
+}
+
 TEST_F(HttpClientRedirect, LeadsToAnotherServer)
 {
     LoopbackCamera other;

@@ -62,6 +62,15 @@ TEST_F(HttpClientTest, AsksForThePathAsWritten)
     EXPECT_EQ(request.header("Authorization"), "");
 }
 
+TEST_F(HttpClientTest, LeavesTheDotsInAPathToTheServer)
+{
+    const QByteArray snap = "/cgi/../a/./snap";
+    camera_.answer(snap, picture(10));
+    EXPECT_EQ(fetch(camera_.url(snap)).outcome, FetchOutcome::Arrived);
+    camera_.answer(snap + ".jpg", picture(10));
+    EXPECT_EQ(fetch(camera_.url(snap + ".jpg"), HttpForm::Http10).outcome, FetchOutcome::Arrived);
+}
+
 TEST_F(HttpClientTest, AsksForJpgInTheOldForm)
 {
     camera_.answer("/img/a.JPG", picture(10));

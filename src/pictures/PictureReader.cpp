@@ -21,18 +21,12 @@
 namespace velmora {
 namespace {
 
-constexpr qint64 kMaxPixels = qint64{64} * 1024 * 1024;
 constexpr int kMaxImageMegabytes = 256; // of kMaxPixels in 32 bits
 constexpr qint64 kMaxScannedPixels = 16 * kMaxPixels;
 
 // Below 50, Qt's JPEG decoder uses the fast transform and merged upsampling. The loss is smaller
 // than that of the reduction.
 constexpr int kReducedQuality = 40;
-
-bool isBearable(QSize stored)
-{
-    return !stored.isEmpty() && qint64{stored.width()} * stored.height() <= kMaxPixels;
-}
 
 // A few bytes can make the decoder go through all coefficients once more.
 bool isBearableJpeg(const QByteArray &bytes, QSize stored)

@@ -10,6 +10,11 @@ bool fitsInto(QSize size, QSize frame)
 
 } // namespace
 
+bool isBearable(QSize stored)
+{
+    return !stored.isEmpty() && qint64{stored.width()} * stored.height() <= kMaxPixels;
+}
+
 QSize wantedSize(QSize own, const PictureWish &wish)
 {
     if (wish.shown.isEmpty() || fitsInto(own, wish.shown)) {

@@ -7,6 +7,13 @@
 
 namespace velmora {
 
+/// Of the largest picture: more would take too much memory.
+inline constexpr qint64 kMaxPixels = qint64{64} * 1024 * 1024;
+
+/// False for a size that no picture has, and for one of more pixels than that: what has it counts
+/// as no picture.
+[[nodiscard]] bool isBearable(QSize stored);
+
 /// The final size of a picture of size `own` (upright); for Fit::AtLeast, its lower bound.
 [[nodiscard]] QSize wantedSize(QSize own, const PictureWish &wish);
 

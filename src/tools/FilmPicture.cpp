@@ -5,6 +5,7 @@
 #include "pictures/JpegStream.h"
 #include "pictures/PictureFile.h"
 #include "pictures/PictureReader.h"
+#include "pictures/PictureSize.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -77,7 +78,8 @@ FilmPicture filmPicture(const QString &path)
     }
     QByteArray bytes = file.read();
     const auto stream = jpegStream(bytes);
-    if (stream && stream->isPlain && !(stream->isTagged && isTurned(bytes))) {
+    if (stream && stream->isPlain && isBearable(stream->size) &&
+        !(stream->isTagged && isTurned(bytes))) {
         bytes.truncate(stream->bytes);
         return {FilmPictureState::Good, bytes, stream->size};
     }

@@ -12,6 +12,7 @@ import threading
 import unittest
 from pathlib import Path
 
+import hostile_pictures
 import house
 from house import House, VELMORA, camera_lists
 from pictures import plain
@@ -176,6 +177,15 @@ class FilmTest(FilmCase):
             found = probe(target)
             self.assertEqual(("3", 3840, 2160), (found["nb_read_frames"], found["width"], found["height"]))
             target.unlink()
+
+    def test_leaves_out_a_picture_that_is_too_large_to_be_shown(self):
+        """Nor has the film its size, though it is the first."""
+        self.store(3, pictures=[hostile_pictures.jpeg(9000, 9000), jpeg(COLOURS[1]), jpeg(COLOURS[2])])
+        for words in ([], ["--stamp"]):
+            program, target = self.make("all.mp4", *words)
+            self.assertIn("1 left out", program.out[-1])
+            found = probe(target)
+            self.assertEqual(("2", WIDTH, HEIGHT), (found["nb_read_frames"], found["width"], found["height"]))
 
     def test_leaves_out_what_is_no_picture(self):
         whole = [jpeg(colour) for colour in COLOURS]

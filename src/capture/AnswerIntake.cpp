@@ -84,6 +84,9 @@ void AnswerIntake::takeLine(QByteArrayView line, bool isGood)
         takeHeader(std::exchange(header_, {}).trimmed(), isGood);
     }
     header_ += line;
+    if (refusal_ == Refusal::None && (line == "\r\n" || line == "\n")) {
+        refusal_ = refusalOfHead();
+    }
 }
 
 void AnswerIntake::takeHeader(QByteArrayView header, bool isGood)
@@ -109,6 +112,12 @@ Refusal AnswerIntake::refusalOfLength(QByteArrayView header, bool isGood)
     // Room for an ordinary body at once; growing it step by step copies it several times.
     body_.reserve(value.toLongLong());
     return length_.take(value) || !isGood ? Refusal::None : Refusal::Lengths;
+}
+
+// A stream may declare any length: its first picture has one of its own.
+Refusal AnswerIntake::refusalOfHead() const
+{
+    return !stream_ && length_.isAbove(kMaxBodyBytes) ? Refusal::TooLong : Refusal::None;
 }
 
 // The page that comes with an error status may be endless: it is not read.

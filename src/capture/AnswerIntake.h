@@ -46,6 +46,7 @@ public:
 private:
     [[nodiscard]] Refusal refusalOfStream(QByteArrayView bytes);
     [[nodiscard]] Refusal refusalOfLength(QByteArrayView header, bool isGood);
+    [[nodiscard]] Refusal refusalOfHead() const;
     void takeLine(QByteArrayView line, bool isGood);
     void takeHeader(QByteArrayView header, bool isGood);
     void take(QByteArrayView bytes, bool isGood);

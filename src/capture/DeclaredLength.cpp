@@ -1,5 +1,7 @@
 #include "capture/DeclaredLength.h"
 
+#include "base/Digits.h"
+
 namespace velmora {
 
 bool DeclaredLength::take(QByteArrayView value)
@@ -13,6 +15,13 @@ bool DeclaredLength::take(QByteArrayView value)
         }
     }
     return true;
+}
+
+bool DeclaredLength::isAbove(qint64 most) const
+{
+    bool isNumber = false;
+    const qint64 length = first_.toLongLong(&isNumber);
+    return isNumber ? length > most : !first_.isEmpty() && areDigits(first_);
 }
 
 } // namespace velmora

@@ -13,6 +13,9 @@ public:
     /// False when one differs from the first, so that none can be believed.
     [[nodiscard]] bool take(QByteArrayView value);
 
+    /// True for a length above `most`, also one that is too large for a number.
+    [[nodiscard]] bool isAbove(qint64 most) const;
+
     /// A new answer begins.
     void forget() { first_.clear(); }
 

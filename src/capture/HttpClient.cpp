@@ -102,8 +102,6 @@ void setTransferOptions(Transfer &transfer, const HttpRequest &request)
     setOption(easy, CURLOPT_MAXREDIRS, kMaxRedirects);
     setOption(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(request.limit.count()));
     setOption(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request.limit.count()));
-    setOption(easy, CURLOPT_MAXFILESIZE_LARGE,
-              static_cast<curl_off_t>(AnswerIntake::kMaxBodyBytes));
     setOption(easy, CURLOPT_BUFFERSIZE, kReceiveBufferBytes);
     setOption(easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
     // Small cameras serve few connections at once; an idle one of ours would shut others out.
@@ -198,9 +196,6 @@ QString failureText(const Transfer &transfer, CURLcode code)
     }
     if (refusal != Refusal::None) {
         return refusalText(refusal);
-    }
-    if (code == CURLE_FILESIZE_EXCEEDED) {
-        return refusalText(Refusal::TooLong);
     }
     if (code == CURLE_BAD_FUNCTION_ARGUMENT && wasAsked(transfer.easy.get())) {
         return QStringLiteral("the server sends lines that are not headers");

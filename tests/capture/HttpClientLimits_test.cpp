@@ -82,6 +82,17 @@ TEST_F(HttpClientLimits, RefuseADeclaredLengthAtOnce)
     EXPECT_FALSE(ranOutOfTime(reply));
 }
 
+TEST_F(HttpClientLimits, RefuseADeclaredLengthThatIsNoNumberAnyMoreAtOnce)
+{
+    CameraAnswer answer = pictureDeclared(5000, kMaxBytes);
+    answer.bytes.replace("Content-Length: ", "Content-Length: 99999999999999999999");
+    answer.atEnd = AtEnd::KeepOpen;
+    camera_.answer("/big", answer);
+    const HttpReply reply = fetch(camera_.url("/big"));
+    EXPECT_EQ(reply.outcome, FetchOutcome::Failed);
+    EXPECT_EQ(reply.failure, QStringLiteral("the server sends more than a picture can have"));
+}
+
 TEST_F(HttpClientLimits, TakeABodyOfTheLargestSize)
 {
     CameraAnswer answer = pictureDeclared(0, kMaxBytes);

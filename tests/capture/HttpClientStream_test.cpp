@@ -36,6 +36,19 @@ TEST_F(HttpClientStream, GivesItsFirstPictureAndHangsUp)
     EXPECT_EQ(reply.contentType, QStringLiteral("image/jpeg"));
 }
 
+// Some cameras declare the largest length they know for what does not end.
+TEST_F(HttpClientStream, GivesItsFirstPictureWhateverLengthIsDeclaredForAll)
+{
+    for (const QByteArray length : {"67108865", "2147483647", "99999999999999999999"}) {
+        CameraAnswer endless = stream(part(jpeg(3000)), part(jpeg(5000)));
+        endless.bytes.replace("Date:", "Content-Length: " + length + "\r\nDate:");
+        camera_.answer("/video", endless);
+        const HttpReply reply = fetch(camera_.url("/video"));
+        ASSERT_EQ(reply.outcome, FetchOutcome::Arrived) << reply.failure.toStdString();
+        EXPECT_EQ(reply.body.whole(), jpeg(3000));
+    }
+}
+
 TEST_F(HttpClientStream, HasNoDateButTheServersClock)
 {
     camera_.answer("/video", stream(part(jpeg(3000))));

@@ -29,6 +29,9 @@ struct CameraSchedule
     bool automatic = false;
     BestTime bestTime;
     QString lastImage; // local date of the last good download, as text
+
+    /// Automatic, and its best time is known: it does not wait for the fixed period.
+    [[nodiscard]] bool hasOwnPeriod() const { return automatic && !bestTime.isUnknown(); }
 };
 
 /// What the image store needs to know about a camera.

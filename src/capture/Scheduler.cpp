@@ -198,7 +198,10 @@ QCoro::Task<> Scheduler::ChargeUrl()
     }
     ChargeOn();
     int end = kCameras; // a failure in the middle does not make the next pass a first one
-    const auto atEnd = qScopeGuard([this, &end] {
+    const std::chrono::milliseconds began = uses_.clock.monotonicNow();
+    const auto atEnd = qScopeGuard([this, &end, began] {
+        const bool isRound = counter_ >= kLastTick || !firstPassDone_;
+        lastRound_ = end == kCameras && isRound ? std::optional(began) : lastRound_;
         uses_.store.dropTransfers();
         uses_.store.settle();
         ChargeOff();
@@ -218,8 +221,8 @@ bool Scheduler::isFixedDue(CameraAddress address) const
 
 bool Scheduler::isAutomatic(const CameraSchedule &camera, CameraAddress address) const
 {
-    return camera.automatic && !camera.bestTime.isUnknown() &&
-           uses_.store.automaticCounter(address) < kMaxAutomaticCounter && firstPassDone_;
+    return camera.hasOwnPeriod() && uses_.store.automaticCounter(address) < kMaxAutomaticCounter &&
+           firstPassDone_;
 }
 
 bool Scheduler::isDue(const CameraSchedule &camera, CameraAddress address) const

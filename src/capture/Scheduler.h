@@ -102,6 +102,9 @@ public:
     /// A pass has reached all cameras; one that was cut short has not.
     [[nodiscard]] bool isFirstPassDone() const { return firstPassDone_; }
 
+    /// When the last pass began that has asked all cameras in fixed mode, by the monotonic clock.
+    [[nodiscard]] std::optional<std::chrono::milliseconds> lastRound() const { return lastRound_; }
+
     /// The program is ending: stops the timer, waits for a running pass, then runs one tick at
     /// which fixed cameras are due. While the capture is suspended no camera starts: a waiting pass
     /// ends without its remaining cameras, and there is no last one.
@@ -172,6 +175,7 @@ private:
     quint64 storageVersion_ = 0; // of the storage folder when transfers were last dropped for it
     quint64 readAheadAt_ = 0;    // storageVersion_ at the last read-ahead
     PerCamera<bool> reached_;    // by the first pass
+    std::optional<std::chrono::milliseconds> lastRound_; // see lastRound()
     bool firstPassDone_ = false;
     bool ticking_ = false;
     bool passing_ = false;

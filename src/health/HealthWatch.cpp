@@ -126,11 +126,21 @@ void HealthWatch::forgiveStall()
     }
 }
 
-bool HealthWatch::isLate(CameraAddress camera) const
+bool HealthWatch::isLate(const SettingsSnapshot &settings, CameraAddress camera) const
 {
     const auto patience = options_.rule(camera).patience(book_.camera(camera));
     const auto quiet = book_.quiet(camera);
-    return patience && quiet && *quiet > *patience;
+    return patience && quiet && *quiet - sinceAsked(settings, camera) > *patience;
+}
+
+// A round takes an hour with the longest tick, or when a silent camera without images holds up each
+// pass: a camera that waits for the next one cannot have anything new.
+milliseconds HealthWatch::sinceAsked(const SettingsSnapshot &settings, CameraAddress camera) const
+{
+    const auto round = scheduler_.lastRound();
+    return round && !CameraTable::schedule(settings, camera).hasOwnPeriod()
+               ? clock_.monotonicNow() - *round
+               : 0ms;
 }
 
 void HealthWatch::lookAtCameras()
@@ -142,7 +152,7 @@ void HealthWatch::lookAtCameras()
             book_.excuse(camera);
         }
         const bool wasLate = book_.camera(camera).lateSince.has_value();
-        const bool isNow = isLate(camera);
+        const bool isNow = isLate(settings, camera);
         if (isNow && !wasLate) {
             late.push_back(camera);
         }

@@ -59,7 +59,9 @@ private:
     void judgeRoom(const DiskRoom &room, qint64 limit);
     void keepRoom(const DiskRoom &room, qint64 limit);
     void holdCapture(const DiskRoom &room, qint64 limit);
-    [[nodiscard]] bool isLate(CameraAddress camera) const;
+    [[nodiscard]] bool isLate(const SettingsSnapshot &settings, CameraAddress camera) const;
+    [[nodiscard]] std::chrono::milliseconds sinceAsked(const SettingsSnapshot &settings,
+                                                       CameraAddress camera) const;
     [[nodiscard]] QString list(const std::vector<CameraAddress> &cameras) const;
 
     StorageFolder &storage_;

@@ -216,6 +216,32 @@ TEST_F(HealthWatchTest, JudgesNoCameraThatAPassCutShortHasNotAsked)
     EXPECT_FALSE(isLate(kTwo));
 }
 
+// A round of 61 ticks takes long when these do, or when a silent camera holds up each pass.
+TEST_F(HealthWatchTest, CallsNoCameraLateThatHasNotBeenAskedSince)
+{
+    house_.scheduler.setTickCounter(59);
+    house_.beginTick();
+    clock_.advance(2s);
+    deliver(kOne, 3);
+    clock_.advance(30min);
+    EXPECT_FALSE(isLate(kOne));
+    house_.scheduler.setTickCounter(59);
+    house_.beginTick(); // it has nothing new
+    clock_.advance(10s);
+    EXPECT_TRUE(isLate(kOne));
+}
+
+TEST_F(HealthWatchTest, JudgesACameraInAutomaticModeBetweenTheRounds)
+{
+    house_.beginTick();
+    clock_.advance(2s);
+    deliver(kOne, 3);
+    house_.setValue(u"AutoDelai", kOne, QStringLiteral("1"));
+    house_.setValue(u"BestTime", kOne, QStringLiteral("00:01:00"));
+    clock_.advance(30min);
+    EXPECT_TRUE(isLate(kOne));
+}
+
 TEST_F(HealthWatchTest, ForgivesACameraOnlyTheTimeSinceItCame)
 {
     constexpr CameraAddress kThree{0, 3};

@@ -11,6 +11,7 @@
 #include "app/ProgramFolder.h"
 #include "app/SettingsPreparation.h"
 #include "app/SingleInstance.h"
+#include "app/UserHome.h"
 #include "app/WindowSupport.h"
 #include "base/DesktopOpener.h"
 #include "base/KeptMemory.h"
@@ -279,6 +280,7 @@ int makeFilm(int argc, char **argv, const FilmRequest &request)
 int main(int argc, char **argv)
 {
     holdStandardFiles();
+    provideHome();
     keepFreedMemory();
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit then fails with an error
     const StartRequest request = parseCommandLine(argumentList(argc, argv));

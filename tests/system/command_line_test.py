@@ -4,9 +4,11 @@ start."""
 import hashlib
 import json
 import os
+import pwd
 import socket
 import subprocess
 import unittest
+from pathlib import Path
 
 import house
 from answers import fresh, too_short
@@ -270,6 +272,15 @@ class StartTest(unittest.TestCase):
         told = json.loads("\n".join(status.out))
         self.assertEqual((True, None), (told["running"], told["pid"]), status.report())
         self.assertTrue(first.runs)
+
+    def test_drive_c_is_the_home_folder_of_the_account_when_the_environment_names_none(self):
+        self.house.storage.parent.rename(self.house.root / "away")
+        storage = str(Path(pwd.getpwuid(os.geteuid()).pw_dir) / "in")
+        for home in ("-u HOME", "HOME=", "HOME=home"):
+            with self.subTest(home):
+                command = ["env", *home.split(), VELMORA, "--program-folder", self.house.root, "--get", "storage"]
+                program = self.house.start_command(command)
+                self.assertEqual((0, [storage]), (program.wait(20), program.out), program.report())
 
     def test_a_killed_run_leaves_the_folder_free(self):
         first = self.start_first("--capture")

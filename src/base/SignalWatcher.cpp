@@ -43,7 +43,7 @@ extern "C" void onSignal(int signal)
         ::raise(signal);
     }
     const char byte = 1;
-    static_cast<void>(::write(sockets[0], &byte, 1));
+    static_cast<void>(::write(sockets[0], &byte, 1)); // to none once the watcher is gone
     errno = before;
 }
 
@@ -74,10 +74,10 @@ SignalWatcher::SignalWatcher()
     handle(SIGINT, onSignal);
 }
 
+// The handler stays: the program has done its work, and a signal that comes while it goes away
+// would give it another exit status. If it does not go away, it is deaf.
 SignalWatcher::~SignalWatcher()
 {
-    handle(SIGTERM, SIG_DFL);
-    handle(SIGINT, SIG_DFL);
     for (int &socket : sockets) {
         ::close(std::exchange(socket, -1));
     }

@@ -5,8 +5,8 @@
 
 namespace velmora {
 
-/// One at a time in a process. A signal ends the process as usual when an earlier one has waited
-/// for the event loop for more than five seconds.
+/// One at a time in a process; once it is gone, signals change nothing. A signal ends the process
+/// as usual when an earlier one has waited for the event loop for more than five seconds.
 class SignalWatcher : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 
 namespace velmora {
 namespace {
@@ -23,14 +24,17 @@ TEST(SignalWatcher, TellsTermAndInterruptThroughTheEventLoop)
     EXPECT_EQ(spy.count(), 2);
 }
 
-TEST(SignalWatcher, GivesTheSignalsBack)
+TEST(SignalWatcher, LeavesTheExitStatusAsItIsOnceItIsGone)
 {
-    {
-        const SignalWatcher watcher;
-    }
-    struct sigaction action = {};
-    ::sigaction(SIGTERM, nullptr, &action);
-    EXPECT_EQ(action.sa_handler, SIG_DFL);
+    const auto endedMeanwhile = [] {
+        {
+            const SignalWatcher watcher;
+        }
+        std::raise(SIGTERM);
+        std::raise(SIGINT);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(endedMeanwhile(), testing::ExitedWithCode(0), "");
 }
 
 TEST(SignalWatcher, LeavesTheErrorNumberOfWhatItInterrupts)

@@ -2,6 +2,7 @@
 
 #include "app/ProgramWindows.h"
 #include "cameras/CameraChoices.h"
+#include "ui/HiddenInput.h"
 #include "ui/NoOpener.h"
 #include "ui/PictureClipboard.h"
 #include "ui/ToFront.h"
@@ -349,6 +350,7 @@ void Program::hideWindows()
     windows_->interface.close();
     windows_->browser.close();
     windows_->splash.close();
+    new HiddenInput(this); // which would open windows again
 }
 
 QCoro::Task<> Program::lastPass()

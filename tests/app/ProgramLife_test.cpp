@@ -274,6 +274,27 @@ TEST_F(ProgramLife, ItsEndLeavesNoQuestionBehind)
     EXPECT_EQ(QApplication::activeWindow(), topLevel(QStringLiteral("frmQuitte")));
 }
 
+// A button pressed by its access key is clicked a tenth of a second later.
+TEST_F(ProgramLife, ItsEndOpensNoWindowForAKeyThatWasPressedBefore)
+{
+    start();
+    source_.answer(QStringLiteral("http://cam/a.png"),
+                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    settle();
+    QWidget *const main = topLevel(QStringLiteral("Interface"));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main));
+    QTest::keyClick(main->windowHandle(), Qt::Key_I, Qt::AltModifier);
+    auto *const button = qobject_cast<QAbstractButton *>(
+        control(QStringLiteral("Interface"), QStringLiteral("Import")));
+    ASSERT_TRUE(button->isDown());
+    program_->end();
+    settle();
+    ASSERT_TRUE(isVisible(QStringLiteral("frmQuitte")));
+    QTest::qWait(300); // past the release
+    EXPECT_FALSE(isVisible(QStringLiteral("frmImport")));
+}
+
 TEST_F(ProgramLife, ItsEndLeavesAWarningToBeRead)
 {
     start();

@@ -42,6 +42,9 @@ extern "C" void onSignal(int signal)
         ::signal(signal, SIG_DFL);
         ::raise(signal);
     }
+    if (signal == SIGHUP) {
+        ::signal(SIGHUP, SIG_IGN); // the terminal's shell sends it again
+    }
     const char byte = 1;
     static_cast<void>(::write(sockets[0], &byte, 1)); // to none once the watcher is gone
     errno = before;
@@ -53,6 +56,13 @@ void handle(int signal, void (*handler)(int))
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     ::sigaction(signal, &action, nullptr);
+}
+
+// By who started the program, as nohup does.
+bool isIgnored(int signal)
+{
+    struct sigaction action = {};
+    return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
 } // namespace
@@ -72,6 +82,9 @@ SignalWatcher::SignalWatcher()
     });
     handle(SIGTERM, onSignal);
     handle(SIGINT, onSignal);
+    if (!isIgnored(SIGHUP)) {
+        handle(SIGHUP, onSignal);
+    }
 }
 
 // The handler stays: the program has done its work, and a signal that comes while it goes away

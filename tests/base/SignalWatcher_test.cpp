@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-TEST(SignalWatcher, TellsTermAndInterruptThroughTheEventLoop)
+TEST(SignalWatcher, TellsTermInterruptAndHangUpThroughTheEventLoop)
 {
     const SignalWatcher watcher;
     QSignalSpy spy(&watcher, &SignalWatcher::endRequested);
@@ -21,7 +21,33 @@ TEST(SignalWatcher, TellsTermAndInterruptThroughTheEventLoop)
     EXPECT_TRUE(spy.wait(1000));
     std::raise(SIGINT);
     EXPECT_TRUE(spy.wait(1000));
-    EXPECT_EQ(spy.count(), 2);
+    std::raise(SIGHUP);
+    EXPECT_TRUE(spy.wait(1000));
+    EXPECT_EQ(spy.count(), 3);
+    std::signal(SIGHUP, SIG_DFL);
+}
+
+TEST(SignalWatcher, TellsOnceThatTheTerminalIsClosed)
+{
+    const SignalWatcher watcher;
+    QSignalSpy spy(&watcher, &SignalWatcher::endRequested);
+    std::raise(SIGHUP);
+    EXPECT_TRUE(spy.wait(1000));
+    std::raise(SIGHUP); // from the shell in it
+    EXPECT_FALSE(spy.wait(50));
+    std::signal(SIGHUP, SIG_DFL);
+}
+
+TEST(SignalWatcher, LeavesAHangUpIgnoredThatWasIgnoredBefore)
+{
+    std::signal(SIGHUP, SIG_IGN);
+    {
+        const SignalWatcher watcher;
+        QSignalSpy spy(&watcher, &SignalWatcher::endRequested);
+        std::raise(SIGHUP);
+        EXPECT_FALSE(spy.wait(50));
+    }
+    std::signal(SIGHUP, SIG_DFL);
 }
 
 TEST(SignalWatcher, LeavesTheExitStatusAsItIsOnceItIsGone)

@@ -125,6 +125,11 @@ class LifeTest(unittest.TestCase):
         program.interrupt()
         self.expect_last_pass(program)
 
+    def test_ends_with_a_last_pass_when_its_terminal_is_closed(self):
+        program = self.start_and_load_all()
+        program.hang_up()
+        self.expect_last_pass(program)
+
     def test_ends_with_a_last_pass_behind_its_windows(self):
         program = self.start_and_load_all(self.display())
         program.terminate()

@@ -56,6 +56,9 @@ class Program:
     def interrupt(self):
         self.process.send_signal(signal.SIGINT)
 
+    def hang_up(self):
+        self.process.send_signal(signal.SIGHUP)
+
     def kill(self):
         if self.runs:
             self.process.kill()

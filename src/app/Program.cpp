@@ -99,7 +99,7 @@ void Program::connectBrowser()
 {
     connect(&windows_->browser, &planche::setUpPressed, this, [this] {
         showSettings();
-        images_.film().close();
+        images_.browser().closeFilm();
     });
     connect(&windows_->browser, &planche::setUpReleased, &windows_->interface, &QWidget::show);
     connect(&windows_->browser, &planche::closeWanted, this, &Program::closeImages);

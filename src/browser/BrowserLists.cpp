@@ -246,7 +246,6 @@ QCoro::Task<> BrowserLists::followFilm()
     if (data_.state.view() == View::Camera) {
         uses_.film.moveTo(data_.files.ListIndex());
     } else {
-        co_await LitDir();
         co_await ResetCine();
     }
 }

@@ -76,6 +76,7 @@ void BrowserModes::open()
 void BrowserModes::unload()
 {
     unloaded_ = true;
+    forgetFilm();
     timer_.stop();
 }
 
@@ -187,10 +188,15 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
     if (data_.state.view() == View::Group) {
         co_await lists_.LitDir();
     }
+    if (filmPresses_ == 0) {
+        co_return;
+    }
+    const int later = --filmPresses_;
     if (data_.files.count() > 0 && !uses_.film.isOpen()) {
         co_await lists_.ResetCine();
     } else {
         closeFilm();
+        filmPresses_ = later; // these still count
     }
 }
 

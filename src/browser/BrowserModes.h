@@ -66,6 +66,12 @@ public:
     /// One step of the automatic walk.
     QCoro::Task<> TimerScan_Timer();
 
+    /// The film button was pressed; what it does then comes in its turn.
+    void pressFilm() { ++filmPresses_; }
+
+    /// The film was closed by other means: what was pressed before that opens it no more.
+    void forgetFilm() { filmPresses_ = 0; }
+
     /// The film button: opens the slideshow, or closes it.
     QCoro::Task<> bFilm_MouseDown();
 
@@ -96,6 +102,7 @@ private:
     BrowserLists &lists_;
     QTimer timer_;
     std::array<bool, kModes> on_{};
+    int filmPresses_ = 0;   // whose turn has not come
     bool unloaded_ = false; // the window is closed
 };
 

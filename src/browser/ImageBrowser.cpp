@@ -15,13 +15,14 @@ using Kind = ActionLine::Kind;
 
 ImageBrowser::ImageBrowser(const Uses &uses, BrowserData &data, Projector &film)
     : data_(data)
+    , film_(film)
     , storage_(uses.storage)
     , scheduler_(uses.scheduler)
     , scope_(uses.scope)
     , parts_(std::make_unique<BrowserParts>(uses, data, film))
 {
     connectParts();
-    connectFilm(film);
+    connectFilm();
     connect(&uses.conformity, &Conformity::ended, this, [this] {
         parts_->line.launch(Kind::Rebuild, [this] { return parts_->updates.relist(); });
     });
@@ -53,12 +54,13 @@ void ImageBrowser::connectParts()
     });
 }
 
-void ImageBrowser::connectFilm(Projector &film)
+void ImageBrowser::connectFilm()
 {
-    connect(&film, &Projector::fileChosen, this, &ImageBrowser::chooseFile);
-    connect(&film, &Projector::closed, this, [this] {
+    connect(&film_, &Projector::fileChosen, this, &ImageBrowser::chooseFile);
+    connect(&film_, &Projector::closed, this, [this] {
         data_.sheet.hideZoom();
         data_.state.filmClosed();
+        parts_->modes.forgetFilm();
         releaseList();
     });
 }
@@ -307,7 +309,14 @@ void ImageBrowser::refresh()
 
 void ImageBrowser::toggleFilm()
 {
+    parts_->modes.pressFilm();
     parts_->line.launch(Kind::Follow, [this] { return parts_->modes.bFilm_MouseDown(); });
+}
+
+void ImageBrowser::closeFilm()
+{
+    parts_->modes.forgetFilm();
+    film_.close();
 }
 
 std::optional<KillQuestion> ImageBrowser::killQuestion() const

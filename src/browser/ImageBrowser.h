@@ -129,6 +129,9 @@ public:
     void refresh();
     void toggleFilm();
 
+    /// Closes the film, also one that is still to be opened.
+    void closeFilm();
+
     /// What to ask before the selected image is deleted; nothing when there is none.
     [[nodiscard]] std::optional<KillQuestion> killQuestion() const;
 
@@ -171,7 +174,7 @@ Q_SIGNALS:
 
 private:
     void connectParts();
-    void connectFilm(Projector &film);
+    void connectFilm();
     void refreshFor(CameraAddress camera);
     QCoro::Task<> showCameraRow(CameraAddress camera);
     QCoro::Task<> clickCamera(CameraAddress camera);
@@ -182,6 +185,7 @@ private:
     [[nodiscard]] QString usableStorage() const;
 
     BrowserData &data_;
+    Projector &film_;
     StorageFolder &storage_;
     Scheduler &scheduler_;
     TaskScope &scope_;

@@ -1,6 +1,7 @@
 // How one window of the running program leads to another, and how renaming files affects them.
 #include "ProgramHouse.h"
 #include "cameras/CameraChoices.h"
+#include "support/BusyClock.h"
 
 #include <QAbstractButton>
 #include <QClipboard>
@@ -46,6 +47,28 @@ TEST_F(ProgramBrowser, SetupClosesTheFilm)
     click(kBrowser, QStringLiteral("cSetUp"));
     EXPECT_FALSE(isVisible(kFilm));
     EXPECT_TRUE(isVisible(kMain));
+}
+
+// The film button reads the folder first, which takes several turns of the event loop.
+TEST_F(ProgramBrowser, SetupOpensNoFilmThatWasStillToBeOpened)
+{
+    writeSettings("StRep=C:\\in\\\r\nCamera=1\r\n");
+    putImages(3);
+    BusyClock busy(clock_, 0ms);
+    engine_ = std::make_unique<CaptureEngine>(tree_.path(), busy, source_);
+    program_ = std::make_unique<Program>(*engine_, opener_, mail_);
+    program_->start();
+    settle();
+    busy.setCost(10ms);
+    putImage(QStringLiteral("20050102_0000000101.png"));
+    QTest::mouseClick(control(kBrowser, QStringLiteral("bFilm")), Qt::LeftButton);
+    EXPECT_GT(engine_->scope().running(), 0);
+    click(kBrowser, QStringLiteral("cSetUp"));
+    EXPECT_TRUE(isVisible(kMain));
+    EXPECT_FALSE(isVisible(kFilm));
+    end();
+    program_.reset();
+    engine_.reset();
 }
 
 TEST_F(ProgramBrowser, SetupReadsTheRowsOfTheMainWindowAgain)

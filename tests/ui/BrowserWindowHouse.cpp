@@ -27,6 +27,7 @@ BrowserWindowHouse::BrowserWindowHouse()
     QObject::connect(&house.store, &ImageStore::imageStored, &window, &planche::showStored);
     QObject::connect(&house.store, &ImageStore::cameraFailed, &window, &planche::showFailed);
     QObject::connect(&window, &planche::playWanted, &film, &Slideshow::PauseCine_MouseDown);
+    QObject::connect(&window, &planche::setUpPressed, &browser, &ImageBrowser::closeFilm);
     QObject::connect(&window, &planche::copyWanted, &window, &copyPicture);
     QObject::connect(&window, &planche::openWanted, &window,
                      [this](const QString &path) { opener.open(path); });

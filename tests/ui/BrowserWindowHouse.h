@@ -3,6 +3,7 @@
 #pragma once
 
 #include "RecordingOpener.h"
+#include "support/BusyClock.h"
 #include "support/CaptureHouse.h"
 #include "support/CaptureHouseSource.h"
 #include "support/MailDouble.h"
@@ -101,8 +102,9 @@ public:
     [[nodiscard]] QString stored(QStringView key) const;
 
     FakeClock clock;
+    BusyClock busy{clock, std::chrono::milliseconds{0}}; // work takes no time unless a test says so
     ScriptedSource source{clock};
-    CaptureHouse house{source, clock};
+    CaptureHouse house{source, clock, busy};
     MailDouble mail;
     BrowserEngine images{house.engine, mail};
     RecordingOpener opener;

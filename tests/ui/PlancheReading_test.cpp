@@ -178,5 +178,113 @@ TEST_F(PlancheReading, AFilmToKeepIsNamedAfterTheCameraWhoseImagesAreInIt)
         << keep.windowTitle().toStdString();
 }
 
+class FilmReading : public PlancheReading
+{
+protected:
+    // Two cameras in the group view, whose folders take several turns to read and get another image
+    // in each of them.
+    FilmReading()
+    {
+        house_.house.settings.write(u"Control", u"Camera", 1);
+        house_.house.settings.write(u"Control", u"Vitesse", 1000);
+        house_.addImages({0, 0}, 3);
+        house_.addImages({0, 3}, 3);
+        house_.open();
+        house_.busy.setCost(std::chrono::milliseconds{10});
+        house_.busy.setOnYield([this](int yield) {
+            storeImages();
+            if (yield == closeAt_) {
+                house_.filmWindow.close();
+            }
+        });
+        storeImages();
+    }
+
+    ~FilmReading() override { house_.busy.setOnYield({}); }
+
+    void storeImages()
+    {
+        ++stored_;
+        for (const CameraAddress camera : {CameraAddress{0, 0}, CameraAddress{0, 3}}) {
+            house_.house.putImage(camera, storedName(100 + stored_), "x");
+        }
+    }
+
+    void mouseOn(const QString &button)
+    {
+        QTest::mouseClick(&house_.find<QWidget>(button), Qt::LeftButton);
+    }
+
+    void pressFilm()
+    {
+        storeImages();
+        mouseOn(QStringLiteral("bFilm"));
+        ASSERT_GT(house_.house.scope.running(), 0);
+    }
+
+    int stored_ = 0;
+    int closeAt_ = 0; // a turn in which the user closes the film
+};
+
+TEST_F(FilmReading, SetupOpensNoFilmThatWasStillToBeOpened)
+{
+    pressFilm();
+    mouseOn(QStringLiteral("cSetUp"));
+    house_.settle();
+    EXPECT_FALSE(house_.filmWindow.isVisible());
+    mouseOn(QStringLiteral("bFilm"));
+    house_.settle();
+    EXPECT_TRUE(house_.filmWindow.isVisible());
+}
+
+TEST_F(FilmReading, AFilmThatWasClosedIsNotOpenedByAPressBeforeThat)
+{
+    pressFilm();
+    house_.settle();
+    ASSERT_TRUE(house_.filmWindow.isVisible());
+    pressFilm(); // which is to close it
+    house_.filmWindow.close();
+    house_.settle();
+    EXPECT_FALSE(house_.filmWindow.isVisible());
+}
+
+TEST_F(FilmReading, NoFilmOpensOverABrowserThatWasClosedMeanwhile)
+{
+    pressFilm();
+    house_.window.unload();
+    house_.settle();
+    EXPECT_FALSE(house_.filmWindow.isVisible());
+}
+
+TEST_F(FilmReading, EveryPressOfTheFilmButtonCounts)
+{
+    for (int press = 0; press < 3; ++press) {
+        pressFilm();
+    }
+    house_.settle();
+    EXPECT_TRUE(house_.filmWindow.isVisible());
+}
+
+TEST_F(FilmReading, AFilmThatIsClosedWhileAClickedCameraIsReadStaysClosed)
+{
+    constexpr int kMostTurns = 100;
+    for (int turn = 1; turn <= kMostTurns; ++turn) {
+        closeAt_ = 0;
+        pressFilm();
+        house_.settle();
+        ASSERT_TRUE(house_.filmWindow.isVisible());
+        closeAt_ = turn;
+        storeImages();
+        house_.busy.takeYields();
+        QTest::mouseClick(&house_.cell(turn % 2 == 0 ? 0 : 3), Qt::LeftButton);
+        house_.settle();
+        if (house_.busy.yields() < turn) {
+            return; // it was closed in each turn of the reading
+        }
+        EXPECT_FALSE(house_.filmWindow.isVisible()) << "closed in turn " << turn;
+    }
+    FAIL() << "the reading takes more turns";
+}
+
 } // namespace
 } // namespace velmora::test

@@ -113,8 +113,8 @@ void Slideshow::begin()
 }
 
 // A playing show restarts with the list of another folder; in its own it keeps range and place,
-// whatever comes or goes. A paused one keeps its place; new images lie beyond its end, and are
-// included if it extended to the last one.
+// whatever comes or goes, and its sliders reach what has come. A paused one keeps its place; new
+// images lie beyond its end, and are included if it extended to the last one.
 void Slideshow::followList()
 {
     const int count = data_.files.count();
@@ -123,16 +123,19 @@ void Slideshow::followList()
         begin();
         return;
     }
-    const bool isPaused = open_ && paused_;
-    if (!isPaused || !isSameFolder || count <= face_.count) {
+    if (!open_ || !isSameFolder || count <= face_.count) {
         return;
     }
-    if (face_.range.end == face_.count) {
+    if (paused_ && face_.range.end == face_.count) {
         face_.range.end = count;
     }
     face_.count = count;
-    keepPlace();
-    showRange();
+    if (paused_) {
+        keepPlace();
+        showRange();
+    } else {
+        Q_EMIT changed();
+    }
 }
 
 // The new images may stand before the one on show.

@@ -83,6 +83,7 @@ void FilmKeep::bindFilm()
 {
     connect(&film_, &Slideshow::begun, this, &FilmKeep::keepRange);
     connect(&film_, &Slideshow::changed, this, &FilmKeep::takeFilmRange);
+    connect(&film_, &Slideshow::closed, this, &FilmKeep::leaveFilm);
     connect(&maker_, &FilmMaker::imagesChanged, this, &FilmKeep::followImages);
     connect(&maker_, &FilmMaker::advanced, this, &FilmKeep::showProgress);
     connect(&maker_, &FilmMaker::ended, this, &FilmKeep::showEnd);
@@ -156,24 +157,35 @@ void FilmKeep::play(const FilmWish &wish)
 }
 
 // A film that is restarted, for which a stored image is enough, begins with the range given here.
+// Otherwise its range is a new one, even where the numbers are the same: the images may be others.
 void FilmKeep::keepRange()
 {
+    seenRange_.reset();
     if (isVisible() && rangeOf_ == RangeOf::TheUser && maker_.isOfShownCamera()) {
         play(settled_);
         seenRange_ = film_.face().range;
     }
 }
 
-// The film's sliders were moved, or its list has grown.
+// The film's sliders were moved, or it has begun.
 void FilmKeep::takeFilmRange()
 {
     const PlayRange range = film_.face().range;
-    if (isVisible() && film_.isOfList() && range != seenRange_ && !maker_.isBusy() &&
+    if (isVisible() && film_.isOfList() && range != seenRange_ && !maker_.isBusy() && !isAsking() &&
         maker_.isOfShownCamera()) {
         seenRange_ = range;
         if (!isTyping() && !isSettingFilm_) {
             showRange(maker_.usualWish(), RangeOf::TheFilm);
         }
+    }
+}
+
+// A film that played all images leaves them all as the range, as if there had been none.
+void FilmKeep::leaveFilm()
+{
+    const FilmWish all = maker_.usualWish();
+    if (rangeOf_ == RangeOf::TheFilm && settled_.from == all.from && settled_.to == all.to) {
+        rangeOf_ = RangeOf::AllImages;
     }
 }
 
@@ -186,15 +198,25 @@ void FilmKeep::showAll()
 void FilmKeep::followImages()
 {
     const bool isFree = isVisible() && !maker_.isBusy() && !isAsking() && !isTyping();
-    if (isFree && rangeOf_ == RangeOf::AllImages && !film_.isOfList()) {
+    if (isFree && rangeOf_ == RangeOf::TheUser) {
+        play(settled_);
+    } else if (isFree && (rangeOf_ == RangeOf::AllImages || film_.isOfList())) {
         showAll();
     }
     showForecast();
 }
 
+// What was agreed has stayed until a target was chosen, and while the film was made.
+void FilmKeep::catchUp()
+{
+    takeFilmRange();
+    followImages();
+}
+
 bool FilmKeep::isAsking() const
 {
-    return findChild<QFileDialog *>() != nullptr;
+    const auto *const box = findChild<QFileDialog *>();
+    return box != nullptr && box->isVisible();
 }
 
 void FilmKeep::takeDays(const DayRange &days)
@@ -315,7 +337,7 @@ void FilmKeep::chooseTarget()
         setBusy(true);
         maker_.makeFilm(wish(), path);
     });
-    box->open();
+    ask(*box);
 }
 
 void FilmKeep::chooseFolder()
@@ -327,7 +349,14 @@ void FilmKeep::chooseFolder()
         setBusy(true);
         maker_.copyImages(wish(), path);
     });
-    box->open();
+    ask(*box);
+}
+
+// Queued, since a box ends before it tells what was chosen.
+void FilmKeep::ask(QFileDialog &box)
+{
+    connect(&box, &QDialog::finished, this, &FilmKeep::catchUp, Qt::QueuedConnection);
+    box.open();
 }
 
 void FilmKeep::setBusy(bool busy)
@@ -360,7 +389,7 @@ void FilmKeep::showProgress()
 void FilmKeep::showEnd(const QString &text)
 {
     setBusy(false);
-    showForecast();
+    catchUp();
     ui_->filmTimeLeft->setText(text);
     returnFocus(*ui_->filmProgress, ui_->filmOpen->isEnabled() ? *ui_->filmOpen : *ui_->filmMake);
 }

@@ -16,6 +16,8 @@
 
 #include <memory>
 
+class QFileDialog;
+
 namespace Ui {
 class FilmKeep;
 }
@@ -66,10 +68,12 @@ private:
     void play(const FilmWish &wish);
     void keepRange();
     void takeFilmRange();
+    void leaveFilm();
     void begin(const std::optional<DayRange> &days);
     void showDays(const DayRange &days);
     void showAll();
     void followImages();
+    void catchUp();
     [[nodiscard]] bool isAsking() const;
     void showForecast();
     [[nodiscard]] QString forecastText(const FilmForecast &found) const;
@@ -79,6 +83,7 @@ private:
     void restartPreview();
     void chooseTarget();
     void chooseFolder();
+    void ask(QFileDialog &box);
     void setBusy(bool busy);
 
     FilmMaker &maker_;
@@ -86,8 +91,8 @@ private:
     std::unique_ptr<Ui::FilmKeep> ui_;
     QTimer previewTimer_;
     qsizetype previewAt_ = 0;
-    PlayRange seenRange_;
-    FilmWish settled_; // the range in the boxes, without what is being typed
+    std::optional<PlayRange> seenRange_; // of the film, since it began
+    FilmWish settled_;                   // the range in the boxes, without what is being typed
     RangeOf rangeOf_ = RangeOf::TheFilm;
     bool isSettingFilm_ = false; // the film is being given that range
 };

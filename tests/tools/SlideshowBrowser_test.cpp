@@ -169,6 +169,24 @@ TEST_F(SlideshowBrowser, GoesOnInItsRangeWhenARefreshFindsFewerImages)
     EXPECT_TRUE(isRunning());
 }
 
+TEST_F(SlideshowBrowser, ReachesWhatARefreshFindsThoughItGoesOnInItsRange)
+{
+    open(12);
+    tick(3);
+    film_.sFin_Change(5);
+    for (int i = 12; i < 30; ++i) {
+        house_.put(kCamera, imageName(i));
+    }
+    browser_.refresh();
+    house_.finish();
+    EXPECT_EQ(face().range, (PlayRange{1, 5}));
+    EXPECT_EQ(face().count, 30);
+    EXPECT_EQ(face().Compte, QStringLiteral("4 / 5"));
+    EXPECT_TRUE(isRunning());
+    film_.sDebut_Change(11);
+    EXPECT_EQ(face().range, (PlayRange{11, 20}));
+}
+
 TEST_F(SlideshowBrowser, StaysAsItIsWhenTheCameraChangesWhilePaused)
 {
     open(30);

@@ -3,6 +3,7 @@
 #include "FilmKeepTest.h"
 #include "ui/PictureView.h"
 
+#include <QSlider>
 #include <QSpinBox>
 
 namespace velmora::test {
@@ -281,6 +282,124 @@ TEST_F(FilmKeepTest, BeginsWithAllImagesThoughAPausedFilmOfAnotherCameraHasARang
     EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:00"));
     EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:19"));
     EXPECT_TRUE(forecast().startsWith(QStringLiteral("20 images"))) << forecast().toStdString();
+}
+
+TEST_F(FilmKeepTest, ItsRangeEndsWithTheNewestImageThoughThereAreAsManyAsBefore)
+{
+    openFilm();
+    house_.tick(QStringLiteral("cAuto"));
+    ASSERT_TRUE(QFile::remove(house_.imagePath({0, 0}, storedName(0))));
+    storeAnImage();
+    ASSERT_EQ(house_.film.face().range, (PlayRange{1, kImages}));
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:01"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeGrowsAfterAFilmOfAllImagesWasClosed)
+{
+    openFilm();
+    house_.filmWindow.close();
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeStaysAfterAFilmOfSomeImagesWasClosed)
+{
+    openFilm();
+    house_.film.sDebut_Change(11);
+    house_.filmWindow.close();
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:29"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeIsThatOfTheFilmAlsoWhenImagesAreGone)
+{
+    openFilm();
+    house_.film.sDebut_Change(11);
+    ASSERT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+    removeFirst(5);
+    ASSERT_EQ(house_.film.face().range.start, 11);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:15"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:29"));
+}
+
+TEST_F(FilmKeepTest, ATypedRangeStaysThatOfTheFilmWhenImagesAreGone)
+{
+    openFilm();
+    find<QLineEdit>("filmFrom").setFocus();
+    retype("filmFrom", QStringLiteral("2006-03-07 00:00:10"));
+    QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    ASSERT_EQ(house_.film.face().range, (PlayRange{11, kImages}));
+    removeFirst(5);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+    EXPECT_EQ(house_.film.face().range, (PlayRange{6, kImages - 5}));
+}
+
+TEST_F(FilmKeepTest, TheSlidersReachTheEndOfATypedRangeThatHasGrown)
+{
+    openFilm();
+    find<QLineEdit>("filmTo").setFocus();
+    retype("filmTo", QStringLiteral("2006-03-07"));
+    QTest::keyClick(&find<QLineEdit>("filmTo"), Qt::Key_Return);
+    store(storedName(kImages));
+    EXPECT_EQ(house_.film.face().range, (PlayRange{1, kImages + 1}));
+    EXPECT_EQ(house_.find<QSlider>(QStringLiteral("sFin")).value(), kImages + 1);
+}
+
+TEST_F(FilmKeepTest, ItsRangeStaysUnderAFilmThatBeginsAgainWhileTheFolderIsChosen)
+{
+    openFilm();
+    house_.tick(QStringLiteral("cAuto"));
+    house_.film.sDebut_Change(11);
+    ASSERT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+    click("filmCopy");
+    storeAnImage();
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:10"));
+    answer(out());
+    EXPECT_EQ(QDir(out()).entryList(QDir::Files).size(), kImages - 10);
+}
+
+TEST_F(FilmKeepTest, ItsRangeIsTheFilmsAgainOnceItIsMade)
+{
+    openFilm();
+    house_.tick(QStringLiteral("cAuto"));
+    click("filmCopy");
+    storeAnImage();
+    ASSERT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:29"));
+    answer(out());
+    EXPECT_EQ(QDir(out()).entryList(QDir::Files).size(), kImages);
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeIsTheFilmsAgainWhenNoFolderIsChosen)
+{
+    openFilm();
+    house_.tick(QStringLiteral("cAuto"));
+    click("filmCopy");
+    storeAnImage();
+    ASSERT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:29"));
+    window_.findChild<QFileDialog *>()->reject();
+    house_.settle();
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+}
+
+TEST_F(FilmKeepTest, TheFirstImageOfACameraIsItsRangeWhenAFilmOfOneImageWasPlayedBefore)
+{
+    house_.addImages({0, 1}, 1);
+    house_.house.addCamera({0, 2}, cameraUrl({0, 2}));
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    openFilm();
+    house_.click(QStringLiteral("bFilm"));
+    house_.clickRow(QStringLiteral("lstCam"), 2);
+    window_.close();
+    window_.present({});
+    house_.clickRow(QStringLiteral("lstCam"), 0);
+    house_.click(QStringLiteral("bFilm"));
+    house_.house.putImage({0, 2}, storedName(7), pictureBytes(Qt::red));
+    house_.clickRow(QStringLiteral("lstCam"), 2);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:07"));
+    EXPECT_TRUE(forecast().startsWith(QStringLiteral("1 image,"))) << forecast().toStdString();
 }
 
 } // namespace

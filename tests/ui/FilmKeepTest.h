@@ -109,6 +109,17 @@ protected:
         house_.holdFilm();
     }
 
+    /// Another program deletes the oldest images, and the browser lists the folder again.
+    void removeFirst(int images)
+    {
+        for (int i = 0; i < images; ++i) {
+            ASSERT_TRUE(QFile::remove(house_.imagePath({0, 0}, storedName(i))));
+        }
+        house_.browser.refresh();
+        house_.settle();
+        house_.holdFilm();
+    }
+
     [[nodiscard]] QString forecast() { return find<QLabel>("filmForecast").text(); }
 
     /// Answers the box that asks for a file or a folder.

@@ -37,6 +37,12 @@ Refusal refusalOfCoding(QByteArrayView header)
     return coding.isEmpty() || (isInChunks && isPlain) ? Refusal::None : Refusal::Coding;
 }
 
+// For libcurl, so it is too with more behind the carriage return.
+bool isEndOfHead(QByteArrayView line)
+{
+    return line.startsWith('\r') || line.startsWith('\n');
+}
+
 } // namespace
 
 AnswerIntake::AnswerIntake(ReplyBody body)
@@ -84,7 +90,7 @@ void AnswerIntake::takeLine(QByteArrayView line, bool isGood)
         takeHeader(std::exchange(header_, {}).trimmed(), isGood);
     }
     header_ += line;
-    if (refusal_ == Refusal::None && (line == "\r\n" || line == "\n")) {
+    if (refusal_ == Refusal::None && isEndOfHead(line)) {
         refusal_ = refusalOfHead();
     }
 }

@@ -2,7 +2,20 @@
 
 #include "base/Digits.h"
 
+#include <algorithm>
+
 namespace velmora {
+namespace {
+
+// As libcurl reads a length: a plus may precede it, and whatever follows does not matter.
+QByteArray leadingDigits(const QByteArray &text)
+{
+    const auto begin = text.begin() + (text.startsWith('+') ? 1 : 0);
+    const auto end = std::find_if_not(begin, text.end(), [](char c) { return isDigit(c); });
+    return {begin, end - begin};
+}
+
+} // namespace
 
 bool DeclaredLength::take(QByteArrayView value)
 {
@@ -19,9 +32,10 @@ bool DeclaredLength::take(QByteArrayView value)
 
 bool DeclaredLength::isAbove(qint64 most) const
 {
-    bool isNumber = false;
-    const qint64 length = first_.toLongLong(&isNumber);
-    return isNumber ? length > most : !first_.isEmpty() && areDigits(first_);
+    const QByteArray digits = leadingDigits(first_);
+    bool fits = false;
+    const qint64 length = digits.toLongLong(&fits);
+    return fits ? length > most : !digits.isEmpty();
 }
 
 } // namespace velmora

@@ -39,6 +39,9 @@ bool folderExists(const QString &path)
 // A disk that is mounted by a program may number one folder anew for each name that finds it.
 bool isSameFolder(const QString &one, const QString &other)
 {
+    if (one == other) {
+        return true;
+    }
     const QByteArray paths[] = {QFile::encodeName(one), QFile::encodeName(other)};
     struct stat first = {};
     struct stat second = {};

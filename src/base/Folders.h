@@ -10,8 +10,8 @@ namespace velmora {
 /// True when the path is a folder (or a link to one).
 [[nodiscard]] bool folderExists(const QString &path);
 
-/// True when both paths lead to one folder: through a link, or on a disk for which capital and
-/// small letters are the same.
+/// True when both paths are the same or lead to one folder: through a link, or on a disk for which
+/// capital and small letters are the same.
 [[nodiscard]] bool isSameFolder(const QString &one, const QString &other);
 
 /// Makes one level of folder; an existing folder is no error.

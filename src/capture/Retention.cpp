@@ -8,6 +8,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <set>
 
 namespace velmora {
 namespace {
@@ -45,6 +46,8 @@ struct Retention::Turn
     QString folder; // native path
     WallTime began; // universal time
     StorageUse use;
+    std::set<QString> others = {}; // of cameras that keep their images, looked at so far
+    bool isShared = false;         // one of them is this folder
 };
 
 Retention::Retention(const CameraTable &table, StorageFolder &storage, EventLog &log, Clock &clock,
@@ -116,34 +119,20 @@ QCoro::Task<> Retention::run()
     }
 }
 
-// Still, and by every camera whose images are in the folder: long addresses that differ may be cut
-// to the same folder name, and two names may lead to one folder.
-bool Retention::isWanted(const SettingsSnapshot &settings, CameraAddress camera) const
-{
-    const QString url = CameraTable::url(settings, camera);
-    const QString folder = storage_.folderOf(url);
-    const auto keepsThere = [&](CameraAddress other) {
-        const QString otherUrl = CameraTable::url(settings, other);
-        const bool keeps =
-            !otherUrl.isEmpty() && otherUrl != url && !CameraTable::deletesOld(settings, other);
-        const QString otherFolder = keeps ? storage_.folderOf(otherUrl) : QString();
-        return keeps && (otherFolder == folder || isSameFolder(otherFolder, folder));
-    };
-    return CameraTable::deletesOld(settings, camera) &&
-           std::ranges::none_of(kAllCameras, keepsThere);
-}
-
 QCoro::Task<> Retention::clear(CameraAddress camera)
 {
-    const Turn turn{camera, storage_.cameraFolder(camera), clock_.universalNow(),
-                    StorageUse(storage_)};
+    Turn turn{camera, storage_.cameraFolder(camera), clock_.universalNow(), StorageUse(storage_)};
     const FolderFiles folder(turn.folder, FolderLinks::Refused);
-    if (!folder.isOpen() || !isWanted(table_.settings().snapshot(), camera) || isOver()) {
+    if (!folder.isOpen() || isOver()) {
         co_return;
     }
     lastTurns_[camera] = clock_.monotonicNow();
     OldImages images(folder, clock_.localNow(), turn.began);
-    bool goesOn = true;
+    bool goesOn = co_await mayDelete(&turn);
+    if (!goesOn) {
+        end(turn);
+        co_return;
+    }
     while (goesOn && images.lookSome()) {
         goesOn = co_await mayGoOn(&turn);
     }
@@ -159,13 +148,45 @@ QCoro::Task<> Retention::clear(CameraAddress camera)
 }
 
 // Asked after each time in which others ran.
-QCoro::Task<bool> Retention::mayGoOn(const Turn *turn)
+QCoro::Task<bool> Retention::mayGoOn(Turn *turn)
 {
     if (!slice_.isOver()) {
         co_return true;
     }
     co_await letEventsRun(&slice_, &clock_);
-    co_return !isOver() && !mustBeginAgain(*turn) && isStillWanted(*turn);
+    co_return co_await mayDelete(turn);
+}
+
+// Every camera whose images are in the folder must wish it.
+QCoro::Task<bool> Retention::mayDelete(Turn *turn)
+{
+    while (!isOver() && !mustBeginAgain(*turn) && isStillWanted(*turn)) {
+        if (lookAtOthers(*turn)) {
+            co_return true;
+        }
+        co_await letEventsRun(&slice_, &clock_);
+    }
+    co_return false;
+}
+
+// Long addresses that differ may be cut to the same folder name, and two names may lead to one
+// folder. The disk may be slow to tell, and is asked once for each. True once all were looked at.
+bool Retention::lookAtOthers(Turn &turn) const
+{
+    const SettingsSnapshot settings = table_.settings().snapshot();
+    const QString url = CameraTable::url(settings, turn.camera);
+    for (const CameraAddress other : kAllCameras) {
+        const QString otherUrl = CameraTable::url(settings, other);
+        if (otherUrl == url || CameraTable::deletesOld(settings, other)) {
+            continue;
+        }
+        const auto [folder, isNew] = turn.others.insert(storage_.folderOf(otherUrl));
+        turn.isShared = isNew && isSameFolder(*folder, turn.folder);
+        if (turn.isShared || (isNew && slice_.isOver())) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // The folder may have changed by now, and by the clock as it is now the images may not be old.
@@ -177,8 +198,8 @@ bool Retention::mustBeginAgain(const Turn &turn) const
 // With a different address the row has a different camera, and without one the images stay.
 bool Retention::isStillWanted(const Turn &turn) const
 {
-    return storage_.cameraFolder(turn.camera) == turn.folder &&
-           isWanted(table_.settings().snapshot(), turn.camera);
+    return !turn.isShared && storage_.cameraFolder(turn.camera) == turn.folder &&
+           CameraTable::deletesOld(table_.settings().snapshot(), turn.camera);
 }
 
 // One that was broken off does not count.

@@ -50,12 +50,13 @@ private:
     using Moment = std::optional<std::chrono::milliseconds>; // by the monotonic clock
 
     void request(const SettingsSnapshot &settings, CameraAddress camera);
-    [[nodiscard]] bool isWanted(const SettingsSnapshot &settings, CameraAddress camera) const;
     [[nodiscard]] bool isDue(CameraAddress camera) const;
     [[nodiscard]] bool isOver() const;
     QCoro::Task<> run();
     QCoro::Task<> clear(CameraAddress camera);
-    QCoro::Task<bool> mayGoOn(const Turn *turn);
+    QCoro::Task<bool> mayGoOn(Turn *turn);
+    QCoro::Task<bool> mayDelete(Turn *turn);
+    [[nodiscard]] bool lookAtOthers(Turn &turn) const;
     [[nodiscard]] bool mustBeginAgain(const Turn &turn) const;
     [[nodiscard]] bool isStillWanted(const Turn &turn) const;
     void end(const Turn &turn);

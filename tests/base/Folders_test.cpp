@@ -43,6 +43,11 @@ TEST_F(Folders, AreTheSameBehindALink)
     EXPECT_TRUE(isSameFolder(tree.path(u"link"), tree.path(u"here")));
 }
 
+TEST_F(Folders, AreTheSameUnderTheSameNameThoughTheyCannotBeSeen)
+{
+    EXPECT_TRUE(isSameFolder(tree.path(u"gone"), tree.path(u"gone")));
+}
+
 TEST_F(Folders, AreNotTheSameUnderOtherNames)
 {
     tree.makeFolder(u"here");

@@ -137,6 +137,27 @@ TEST_F(RetentionTurns, LetEventsRun)
     EXPECT_GE(busy_.yields(), 5);
 }
 
+// A disk may take long to tell whether a folder is another one's.
+TEST_F(RetentionTurns, LetEventsRunWhileOtherCamerasFoldersAreLookedAtAndLookOnce)
+{
+    const auto yieldsOfATurn = [this] {
+        putMany();
+        Retention retention = busyRetention();
+        const int before = busy_.yields();
+        retention.begin();
+        house_.finish();
+        EXPECT_EQ(left(), QStringList());
+        return busy_.yields() - before;
+    };
+    const int alone = yieldsOfATurn();
+    for (int index = 1; index < kCameras; ++index) {
+        add(cameraAt(index));
+    }
+    const int amongAll = yieldsOfATurn();
+    EXPECT_GE(amongAll, alone + 10);
+    EXPECT_LE(amongAll, alone + 50);
+}
+
 TEST_F(RetentionTurns, BeginNothingOnceTheProgramEnds)
 {
     put(kOld);

@@ -120,6 +120,34 @@ TEST_F(RetentionRule, LeavesImagesAloneThatACameraWhoseBoxIsNotTickedHasByAnothe
     ASSERT_TRUE(QFile::link(path(), house_.tree.path(house_.folder(other))));
     begin();
     EXPECT_EQ(left(), QStringList({kOld}));
+    tick(other);
+    follow();
+    EXPECT_EQ(left(), QStringList()) << "a turn in which that was found counts for none";
+}
+
+TEST_F(RetentionRule, DeletesWhatTwoTickedCamerasHaveInOneFolder)
+{
+    const CameraAddress ticked{0, 1};
+    const CameraAddress other{0, 2};
+    const QString url = QStringLiteral("http://cam/") + QString(90, u'1');
+    house_.addCamera(ticked, url + u'1');
+    house_.addCamera(other, url + u'2');
+    tick(ticked);
+    tick(other);
+    put(kNewest, other);
+    put(kOld, other);
+    begin();
+    EXPECT_EQ(left(other), QStringList());
+}
+
+// Rows with the same address have the same camera.
+TEST_F(RetentionRule, DeletesOldImagesOfACameraWhoseBoxIsTickedInOneOfItsRows)
+{
+    const CameraAddress again{0, 2};
+    house_.addCamera(again, house_.table.url(kKept));
+    put(kOld);
+    begin();
+    EXPECT_EQ(left(), QStringList());
 }
 
 TEST_F(RetentionRule, GoesThroughAllTickedCamerasAtTheStartInGroupsThatAreOffToo)

@@ -181,8 +181,11 @@ bool Retention::lookAtOthers(Turn &turn) const
             continue;
         }
         const auto [folder, isNew] = turn.others.insert(storage_.folderOf(otherUrl));
-        turn.isShared = isNew && isSameFolder(*folder, turn.folder);
-        if (turn.isShared || (isNew && slice_.isOver())) {
+        if (!isNew) {
+            continue;
+        }
+        turn.isShared = isSameFolder(*folder, turn.folder);
+        if (turn.isShared || slice_.isOver()) {
             return false;
         }
     }

@@ -134,13 +134,14 @@ bool HealthWatch::isLate(const SettingsSnapshot &settings, CameraAddress camera)
 }
 
 // A round takes an hour with the longest tick, or when a silent camera without images holds up each
-// pass: a camera that waits for the next one cannot have anything new.
+// pass: a camera that waits for the next one cannot have anything new. One without images is asked
+// in each.
 milliseconds HealthWatch::sinceAsked(const SettingsSnapshot &settings, CameraAddress camera) const
 {
     const auto round = scheduler_.lastRound();
-    return round && !CameraTable::schedule(settings, camera).hasOwnPeriod()
-               ? clock_.monotonicNow() - *round
-               : 0ms;
+    const bool waits =
+        book_.camera(camera).images > 0 && !CameraTable::schedule(settings, camera).hasOwnPeriod();
+    return round && waits ? clock_.monotonicNow() - *round : 0ms;
 }
 
 void HealthWatch::lookAtCameras()

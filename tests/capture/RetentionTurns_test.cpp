@@ -247,6 +247,17 @@ TEST_F(RetentionTurns, EndInTheMiddleOfAFolderOnceTheBoxIsNoLongerTicked)
     EXPECT_EQ(left(), QStringList()) << "a turn that did not come to its end counts for none";
 }
 
+TEST_F(RetentionTurns, EndInTheMiddleOfAFolderWhenTheWhileIsOver)
+{
+    putMany();
+    Retention retention = busyRetention();
+    beginDeletion(retention);
+    retention.end();
+    busy_.setCost(3s);
+    house_.finish();
+    EXPECT_GT(left().size(), 0);
+}
+
 TEST_F(RetentionTurns, EndInTheMiddleOfAFolderWhoseCameraIsTakenAway)
 {
     putMany();

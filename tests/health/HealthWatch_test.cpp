@@ -219,15 +219,46 @@ TEST_F(HealthWatchTest, JudgesNoCameraThatAPassCutShortHasNotAsked)
 // A round of 61 ticks takes long when these do, or when a silent camera holds up each pass.
 TEST_F(HealthWatchTest, CallsNoCameraLateThatHasNotBeenAskedSince)
 {
-    house_.scheduler.setTickCounter(59);
-    house_.beginTick();
+    house_.beginTick(); // the first one asks all
     clock_.advance(2s);
     deliver(kOne, 3);
     clock_.advance(30min);
     EXPECT_FALSE(isLate(kOne));
+    house_.beginTick(); // it is not due
+    clock_.advance(10s);
+    EXPECT_FALSE(isLate(kOne));
     house_.scheduler.setTickCounter(59);
     house_.beginTick(); // it has nothing new
     clock_.advance(10s);
+    EXPECT_TRUE(isLate(kOne));
+}
+
+TEST_F(HealthWatchTest, JudgesNoCameraAsOfARoundThatWasCutShort)
+{
+    house_.beginTick();
+    clock_.advance(2s);
+    deliver(kTwo, 3);
+    clock_.advance(30min);
+    const QDir drive(house_.tree.path(u"drives/c"));
+    ASSERT_TRUE(QDir(drive).rename(QStringLiteral("in"), QStringLiteral("away")));
+    const QSignalSpy ended(&house_.scheduler, &Scheduler::passEnded);
+    house_.scheduler.setTickCounter(59);
+    house_.beginTick();
+    house_.storage.testSA(); // in the middle of it
+    clock_.advance(2s);
+    ASSERT_EQ(ended.size(), 1);
+    ASSERT_TRUE(QDir(drive).rename(QStringLiteral("away"), QStringLiteral("in")));
+    house_.storage.testSA();
+    clock_.advance(10s);
+    EXPECT_FALSE(isLate(kTwo));
+}
+
+// It is asked in each pass.
+TEST_F(HealthWatchTest, JudgesACameraWithoutImagesBetweenTheRounds)
+{
+    add(kOne, failedReply());
+    house_.beginTick();
+    clock_.advance(20min);
     EXPECT_TRUE(isLate(kOne));
 }
 

@@ -90,12 +90,19 @@ int onSocketMade(void *, curl_socket_t socket, curlsocktype)
     return CURL_SOCKOPT_OK;
 }
 
+// libcurl either resolves "." and ".." in the path, or leaves them in the address and in the
+// targets of its redirects, which a client has to resolve.
+bool mayHaveDots(const QByteArray &url)
+{
+    return url.contains("/.");
+}
+
 void setTransferOptions(Transfer &transfer, const HttpRequest &request)
 {
     CURL *const easy = transfer.easy.get();
     setOption(easy, CURLOPT_URL, request.url.constData());
     setOption(easy, CURLOPT_DEFAULT_PROTOCOL, "http");
-    setOption(easy, CURLOPT_PATH_AS_IS, 1L);
+    setOption(easy, CURLOPT_PATH_AS_IS, mayHaveDots(request.url) ? 1L : 0L);
     setOption(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     setOption(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     setOption(easy, CURLOPT_FOLLOWLOCATION, 1L);

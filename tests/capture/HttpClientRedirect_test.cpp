@@ -42,6 +42,16 @@ TEST_F(HttpClientRedirect, LeadsUpFromTheFolderOfTheAddress)
     EXPECT_EQ(fetch(camera_.url("/cgi/bin/old")).body.whole(), jpeg(10));
 }
 
+// Which servers may refuse, for fear of being led out of their folder.
+TEST_F(HttpClientRedirect, AsksForNoDotsThatItsTargetHas)
+{
+    camera_.answer("/cgi/new", picture(10));
+    for (const QByteArray target : {"bin/../new", "/bin/.././cgi/new", "././new"}) {
+        camera_.answer("/cgi/old", redirect(target));
+        EXPECT_EQ(fetch(camera_.url("/cgi/old")).body.whole(), jpeg(10)) << target.toStdString();
+    }
+}
+
 TEST_F(HttpClientRedirect, LeadsToAnotherServer)
 {
     LoopbackCamera other;

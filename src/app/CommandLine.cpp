@@ -37,19 +37,13 @@ void addOptions(QCommandLineParser &parser)
 
 // Of the toolkit; each is followed by its value.
 const QStringList kToolkitValues{
-    QStringLiteral("-platform"),
-    QStringLiteral("-plugin"),
-    QStringLiteral("-style"),
-    QStringLiteral("-stylesheet"),
-    QStringLiteral("-platformtheme"),
-    QStringLiteral("-platformpluginpath"),
-    QStringLiteral("-qwindowgeometry"),
-    QStringLiteral("-geometry"),
-    QStringLiteral("-qwindowtitle"),
-    QStringLiteral("-title"),
-    QStringLiteral("-qwindowicon"),
-    QStringLiteral("-icon"),
-    QStringLiteral("-display"),
+    QStringLiteral("-platform"),        QStringLiteral("-plugin"),
+    QStringLiteral("-style"),           QStringLiteral("-stylesheet"),
+    QStringLiteral("-platformtheme"),   QStringLiteral("-platformpluginpath"),
+    QStringLiteral("-qwindowgeometry"), QStringLiteral("-geometry"),
+    QStringLiteral("-qwindowtitle"),    QStringLiteral("-title"),
+    QStringLiteral("-qwindowicon"),     QStringLiteral("-icon"),
+    QStringLiteral("-display"),         QStringLiteral("-visual"),
     QStringLiteral("-session")}; // added by desktops that restore what was open
 
 const QStringList kToolkitSwitches{QStringLiteral("-reverse"), QStringLiteral("-nograb"),

@@ -181,8 +181,8 @@ TEST(CommandLine, LeavesTheToolkitWhatItTakesInAnyForm)
 {
     for (const char *const options :
          {"-geometry 800x600", "-qwindowgeometry 800x600", "-title x", "-qwindowtitle x", "-icon x",
-          "-qwindowicon x", "-style=fusion", "-stylesheet=x", "-reverse", "-nograb", "-dograb",
-          "-widgetcount", "-reverse -style fusion -geometry 800x600"}) {
+          "-qwindowicon x", "-visual 33", "-style=fusion", "-stylesheet=x", "-reverse", "-nograb",
+          "-dograb", "-widgetcount", "-reverse -style fusion -geometry 800x600"}) {
         const StartRequest asked = parse(words(options) << words("--program-folder /x"));
         ASSERT_TRUE(std::holds_alternative<RunRequest>(asked)) << options;
         EXPECT_EQ(std::get<RunRequest>(asked).programFolder, QStringLiteral("/x")) << options;

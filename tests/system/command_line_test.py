@@ -217,6 +217,16 @@ class StartTest(unittest.TestCase):
         self.expect_refused_beside(first, "--capture")
         self.expect_undisturbed(first)
 
+    def test_a_command_fails_without_the_standard_file_that_it_needs(self):
+        """Not even an empty list is read then."""
+        self.house.write_settings(*self.sections)
+        for closed, options in (("<&-", ("--import-list", "-")), (">&-", ("--list",)), (">&-", ("--version",))):
+            with self.subTest(options):
+                command = ["sh", "-c", f'exec "$@" {closed}', "sh", VELMORA, "--program-folder", self.house.root]
+                program = self.house.start_command([*command, *options])
+                self.assertEqual(1, program.wait(20), program.report())
+                self.assertTrue(program.err)
+
     def test_leaves_a_folder_to_the_windows_that_run_on_it(self):
         env = self.display()
         first = self.start_first(env=env)

@@ -85,8 +85,8 @@ TEST_F(HttpClientLimits, RefuseADeclaredLengthAtOnce)
 TEST_F(HttpClientLimits, RefuseADeclaredLengthThatIsNoNumberAnyMoreAtOnce)
 {
     const QByteArray length = "99999999999999999999";
-    for (const QByteArray &line :
-         {length + "\r\n", '+' + length + "\r\n", length + ";x\r\n", length + "\r\n\r\r\n"}) {
+    for (const QByteArray &line : {length + "\r\n", '+' + length + "\r\n", length + ";x\r\n",
+                                   length + "\r\n\r\r\n", length + "\n\n"}) {
         CameraAnswer answer = picture(5000);
         answer.bytes.replace("Content-Length: 5000\r\n", "Content-Length: " + line);
         camera_.answer("/big", answer);

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "BrowserWindowHouse.h"
+#include "FileBox.h"
 #include "ui/FilmKeep.h"
 
-#include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QPushButton>
 #include <QSignalSpy>
 
@@ -122,21 +121,7 @@ protected:
 
     [[nodiscard]] QString forecast() { return find<QLabel>("filmForecast").text(); }
 
-    /// Answers the box that asks for a file or a folder.
-    void choose(const QString &path)
-    {
-        auto *const box = window_.findChild<QFileDialog *>();
-        auto *const name = box->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        name->setText(path); // pasted: the box completes typed text from what it has read
-        const auto buttons = box->findChild<QDialogButtonBox *>()->buttons();
-        for (QAbstractButton *const button : buttons) {
-            if (box->findChild<QDialogButtonBox *>()->buttonRole(button) ==
-                QDialogButtonBox::AcceptRole) {
-                QTest::mouseClick(button, Qt::LeftButton);
-                return;
-            }
-        }
-    }
+    void choose(const QString &path) { answerFileBox(window_, path); }
 
     /// The same, and waits for the end.
     QString answer(const QString &path)

@@ -266,6 +266,11 @@ QCoro::Task<> BrowserLists::ResetCine()
     if (wasOpen && !uses_.film.isOpen()) {
         co_return; // closed by the user meanwhile
     }
+    beginFilm();
+}
+
+void BrowserLists::beginFilm()
+{
     uses_.film.begin();
     data_.state.filmOpened();
 }

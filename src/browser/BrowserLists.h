@@ -89,6 +89,9 @@ public:
     /// Opens the slideshow on the selected camera's images, or restarts it.
     QCoro::Task<> ResetCine();
 
+    /// The same on the images that are listed now, without reading them again.
+    void beginFilm();
+
     /// Restarts it if it is playing.
     QCoro::Task<> restartFilm();
 

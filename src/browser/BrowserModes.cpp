@@ -193,7 +193,7 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
     }
     const int later = --filmPresses_;
     if (data_.files.count() > 0 && !uses_.film.isOpen()) {
-        co_await lists_.ResetCine();
+        lists_.beginFilm(); // at once: it could be closed again during another reading
     } else {
         closeFilm();
         filmPresses_ = later; // these still count

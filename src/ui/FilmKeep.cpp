@@ -353,7 +353,7 @@ void FilmKeep::chooseFolder()
 }
 
 // Queued, since a box ends before it tells what was chosen.
-void FilmKeep::ask(QFileDialog &box)
+void FilmKeep::ask(QFileDialog &box) const
 {
     connect(&box, &QDialog::finished, this, &FilmKeep::catchUp, Qt::QueuedConnection);
     box.open();

@@ -83,7 +83,7 @@ private:
     void restartPreview();
     void chooseTarget();
     void chooseFolder();
-    void ask(QFileDialog &box);
+    void ask(QFileDialog &box) const;
     void setBusy(bool busy);
 
     FilmMaker &maker_;

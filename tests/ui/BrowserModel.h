@@ -324,7 +324,8 @@ protected:
         }
         EXPECT_EQ(frames(), QList<int>{selected});
         EXPECT_EQ(row(kCameras), selected);
-        EXPECT_TRUE(!isRead() || position() == QString::number(house_.data.files.count()));
+        EXPECT_TRUE(!isRead() || position() == QString::number(house_.data.files.count()))
+            << position().toStdString() << " of " << house_.data.files.count();
         const QString newest = view(kRowsOfGroup).model()->index(selected, 0).data().toString();
         const QString target = targetOfDelete(kRowsOfGroup);
         EXPECT_TRUE(target == (isRead() ? newest.trimmed() : QString()) ||

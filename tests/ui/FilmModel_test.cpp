@@ -76,6 +76,7 @@ private:
     {
         house_.busy.setCost(std::chrono::milliseconds{0});
         letGo();
+        house_.settle();
         closeKeep();
         calendar_.close();
         closeFilm();

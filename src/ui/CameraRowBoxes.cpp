@@ -173,7 +173,7 @@ void CameraRowBoxes::showRow()
 
 void CameraRowBoxes::refreshRow()
 {
-    const bool isEdited = Source->isInHand() && Source->isModified();
+    const bool isEdited = Source->isInHand() && isTyped_;
     if (isEdited || Source->text() == page_.row(row_).url) {
         showChoices();
     } else {
@@ -260,12 +260,14 @@ void CameraRowBoxes::showAddress(const QString &address)
     const QSignalBlocker noSource(Source);
     Source->setText(address);
     Source->setCursorPosition(0);
+    isTyped_ = false;
 }
 
 // Text may also be dropped into the box: it is stored when the box is left, as any other.
 void CameraRowBoxes::changeAddress(const QString &text)
 {
     Source->beginEdit();
+    isTyped_ = true;
     page_.changeSource(row_, text);
 }
 
@@ -277,7 +279,7 @@ void CameraRowBoxes::storeAddress()
         showAddress(page_.row(row_).url);
     }
     showName(); // which goes with a camera that is taken away
-    Source->setModified(false);
+    isTyped_ = false;
 }
 
 void CameraRowBoxes::fill(const QString &address)

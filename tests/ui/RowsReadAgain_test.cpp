@@ -157,5 +157,17 @@ TEST_F(RowsReadAgain, GiveWayToAnAddressFromTheSheet)
     EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source2")).text(), address);
 }
 
+// As an aid for those who cannot type does.
+TEST_F(RowsReadAgain, LeaveATextThatAToolHasPutIntoItsBox)
+{
+    const QString address = QStringLiteral("http://cam/e.png");
+    auto &box = house_.find<QLineEdit>(QStringLiteral("Source4"));
+    box.setText(address);
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(box.text(), address);
+    house_.leaveBox();
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst4"), address);
+}
+
 } // namespace
 } // namespace velmora::test

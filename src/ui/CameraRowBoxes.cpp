@@ -102,21 +102,19 @@ void CameraRowBoxes::bind()
     connect(Source, &BoxEdit::left, this, &CameraRowBoxes::storeAddress);
     connect(Source, &AddressEdit::linesPasted, this,
             [this](const QStringList &addresses) { Q_EMIT linesPasted(row_, addresses); });
-    connect(BestTime, &ClickLabel::pressed, this,
-            [this] { resetFor_ = page_.storedAddress(row_); });
+    connect(BestTime, &ClickLabel::pressed, this, [this] { resetFor_ = page_.shownCamera(row_); });
     connect(BestTime, &ClickLabel::clicked, this, &CameraRowBoxes::resetBestTime);
     bindSwitch(*AutoDelay, &CameraPage::setAutomatic);
     bindSwitch(*EffM, &CameraPage::setDeleteOld);
 }
 
-// A press is meant for the camera that the row had then: another's images must not be deleted for
-// it.
+// A press is meant for the camera that the row showed then: another's images must not be deleted
+// for it.
 void CameraRowBoxes::bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row, bool on))
 {
-    connect(&box, &QCheckBox::pressed, this, [this] { pressedFor_ = page_.storedAddress(row_); });
+    connect(&box, &QCheckBox::pressed, this, [this] { pressedFor_ = page_.shownCamera(row_); });
     connect(&box, &QCheckBox::toggled, this, [this, set](bool on) {
-        const QString address = page_.storedAddress(row_);
-        if (pressedFor_.value_or(address) == address) {
+        if (page_.isStillThere(pressedFor_.value_or(page_.shownCamera(row_)))) {
             (page_.*set)(row_, on);
         }
     });
@@ -128,7 +126,7 @@ void CameraRowBoxes::bindSwitch(QCheckBox &box, void (CameraPage::*set)(int row,
 
 void CameraRowBoxes::resetBestTime()
 {
-    if (resetFor_ == page_.storedAddress(row_)) {
+    if (page_.isStillThere(resetFor_)) {
         page_.resetBestTime(row_);
     }
 }

@@ -101,9 +101,9 @@ private:
     QLabel *TimeLoad;
     QLabel *lNew;
     QCheckBox *EffM;
-    bool isTyped_ = false; // since the box was last left or filled, also by a tool
-    std::optional<QString> pressedFor_; // address of the camera for which a switch is pressed
-    QString resetFor_;                  // and of that for which the best time was, last
+    bool isTyped_ = false;                  // since the box was last left or filled, also by a tool
+    std::optional<ShownCamera> pressedFor_; // the camera for which a switch is pressed
+    ShownCamera resetFor_;                  // and that for which the best time was, last
 };
 
 } // namespace velmora

@@ -158,8 +158,10 @@ void Interface::bindPage()
 {
     connect(ui_->Selecteur, &QTabBar::currentChanged, this, &Interface::selectGroup);
     connect(ui_->Selecteur, &GroupTabs::currentClicked, this, &Interface::selectGroup);
-    connect(ui_->ActLst, &QCheckBox::toggled, this,
-            [this](bool on) { uses_.view.page().setGroupActive(on); });
+    connect(ui_->ActLst, &QCheckBox::pressed, this,
+            [this] { pressedGroup_ = uses_.view.page().group(); });
+    connect(ui_->ActLst, &QCheckBox::toggled, this, &Interface::switchGroup);
+    connect(ui_->ActLst, &QCheckBox::released, this, [this] { pressedGroup_.reset(); });
     for (const QCheckBox *const box : {ui_->ActLst, ui_->cDebug}) {
         connect(box, &QCheckBox::released, this, &Interface::showSwitches);
     }
@@ -233,6 +235,15 @@ void Interface::showSwitches()
 {
     showSwitch(*ui_->ActLst, uses_.view.page().isGroupActive());
     showSwitch(*ui_->cDebug, uses_.debugSwitch.isOn());
+}
+
+// A tab may be selected between press and release.
+void Interface::switchGroup(bool on)
+{
+    const int group = uses_.view.page().group();
+    if (pressedGroup_.value_or(group) == group) {
+        uses_.view.page().setGroupActive(on);
+    }
 }
 
 void Interface::showPage()

@@ -19,6 +19,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Ui {
@@ -122,6 +123,7 @@ private:
     void showPage();
     void refreshPage();
     void showSwitches();
+    void switchGroup(bool on);
     void showCaption(Caption caption, const QString &text);
     void showStandstill(const QString &text);
     void showTrouble(const QString &text);
@@ -148,6 +150,7 @@ private:
     std::array<CameraRowBoxes *, kRows> rows_{};
     std::vector<CameraAddress> late_;
     Message message_ = Message::Other;
+    std::optional<int> pressedGroup_; // whose switch is pressed
     bool mayClose_ = false;
 };
 

@@ -132,6 +132,17 @@ void CameraPage::takeRow(CameraAddress camera, const QString &address)
     Q_EMIT rowReread(camera.row);
 }
 
+// Another program may have changed the settings without a word.
+bool CameraPage::takeIfOther(CameraAddress camera)
+{
+    const QString address = table_.url(camera);
+    const bool isOther = address != addresses_[camera];
+    if (isOther) {
+        takeRow(camera, address);
+    }
+    return isOther;
+}
+
 // What is fetched of the camera that had the row before is of no interest any more.
 void CameraPage::forgetLive(CameraAddress camera)
 {
@@ -255,6 +266,21 @@ void CameraPage::followAddress(CameraAddress camera, const QString &address)
     }
     addresses_[camera] = table_.url(camera);
     takeOther(camera, address);
+}
+
+ShownCamera CameraPage::shownCamera(int row) const
+{
+    const CameraAddress camera{group_, row};
+    return {camera, addresses_[camera]};
+}
+
+bool CameraPage::isStillThere(const ShownCamera &shown)
+{
+    if (shown.camera.group != group_) {
+        return false;
+    }
+    takeIfOther(shown.camera);
+    return addresses_[shown.camera] == shown.address;
 }
 
 QString CameraPage::storedAddress(int row) const

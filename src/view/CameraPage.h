@@ -16,6 +16,13 @@ namespace velmora {
 
 enum class WindowState { Hidden, Visible };
 
+/// A camera as a row shows it, which is no longer there once the row has a different address.
+struct ShownCamera
+{
+    CameraAddress camera;
+    QString address;
+};
+
 class CameraPage : public QObject
 {
     Q_OBJECT
@@ -37,8 +44,12 @@ public:
         return rows_.at(static_cast<std::size_t>(row));
     }
 
-    /// The address of the camera that a row has, whatever stands in its box.
-    [[nodiscard]] QString storedAddress(int row) const;
+    /// The camera that a row shows, whatever stands in its box.
+    [[nodiscard]] ShownCamera shownCamera(int row) const;
+
+    /// True when that camera is on screen and still has its row: what the user does to it may be
+    /// done. A row to which another program has given a different one is loaded again.
+    [[nodiscard]] bool isStillThere(const ShownCamera &shown);
 
     /// "3:7 Garage" for a row whose camera has a name; empty for any other.
     [[nodiscard]] QString title(int row) const;
@@ -147,6 +158,7 @@ private:
         LampColour colour; // as last set by the capture
     };
 
+    [[nodiscard]] QString storedAddress(int row) const;
     [[nodiscard]] QString storedFolder(int row) const;
     void loadRow(int row);
     void rereadRow(int row);
@@ -155,6 +167,7 @@ private:
     void followAddresses();
     void followStored(CameraAddress camera, const QString &address);
     void takeRow(CameraAddress camera, const QString &address);
+    bool takeIfOther(CameraAddress camera);
     void takeOther(CameraAddress camera, const QString &address);
     void keepForLive(CameraAddress camera, LampColour colour);
     [[nodiscard]] int rememberedRow() const;

@@ -160,6 +160,7 @@ TEST_F(CameraRows, TheRefreshTimeObeysTheKeyboardToo)
 {
     house_.house.addCamera({0, 0}, QStringLiteral("http://cam/b.jpg"));
     house_.house.setValue(u"BestTime", {0, 0}, QStringLiteral("00:05:00"));
+    house_.selectTab(0);
     QTest::keyClick(&house_.find<QLabel>(QStringLiteral("BestTime0")), Qt::Key_Space);
     EXPECT_EQ(house_.stored(u"Groupe0", u"BestTime0"), QStringLiteral("00:00:00"));
 }

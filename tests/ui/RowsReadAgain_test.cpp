@@ -1,6 +1,8 @@
 // The camera rows of the main window while a command or a sheet has them read again.
 #include "WindowHouse.h"
 
+#include <QTabBar>
+
 #include <gtest/gtest.h>
 
 namespace velmora::test {
@@ -157,6 +159,40 @@ TEST_F(RowsReadAgain, GiveWayToAnAddressFromTheSheet)
     EXPECT_EQ(house_.find<QLineEdit>(QStringLiteral("Source2")).text(), address);
 }
 
+// Neither row has a camera, so their addresses do not tell them apart. A tool can select a tab
+// while a button is held.
+TEST_F(RowsReadAgain, LetAPressChooseNothingInAnotherGroup)
+{
+    for (const QString &name :
+         {QStringLiteral("EffM4"), QStringLiteral("AutoDelay4"), QStringLiteral("ActLst")}) {
+        house_.selectTab(0);
+        auto &box = house_.find<QCheckBox>(name);
+        QTest::mousePress(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+        house_.find<QTabBar>(QStringLiteral("Selecteur")).setCurrentIndex(1);
+        QTest::mouseRelease(&box, Qt::LeftButton, {}, {5, box.height() / 2});
+        EXPECT_FALSE(box.isChecked()) << name.toStdString();
+    }
+    EXPECT_EQ(house_.stored(u"Groupe1", u"EffM4"), QString());
+    EXPECT_EQ(house_.stored(u"Groupe1", u"AutoDelai4"), QString());
+    EXPECT_EQ(house_.stored(u"Liste1", u"LstAct"), QString());
+    house_.click(QStringLiteral("ActLst"));
+    EXPECT_EQ(house_.stored(u"Liste1", u"LstAct"), QStringLiteral("1"));
+}
+
+TEST_F(RowsReadAgain, LetAPressResetNoBestTimeInAnotherGroup)
+{
+    for (const int group : {0, 1}) {
+        house_.house.addCamera({group, 4}, QStringLiteral("http://cam/e.png"));
+        house_.house.setValue(u"BestTime", {group, 4}, QStringLiteral("00:05:00"));
+    }
+    house_.selectTab(0);
+    auto &label = house_.find<QLabel>(QStringLiteral("BestTime4"));
+    QTest::mousePress(&label, Qt::LeftButton);
+    house_.find<QTabBar>(QStringLiteral("Selecteur")).setCurrentIndex(1);
+    QTest::mouseRelease(&label, Qt::LeftButton);
+    EXPECT_EQ(house_.stored(u"Groupe1", u"BestTime4"), QStringLiteral("00:05:00"));
+}
+
 // As an aid for those who cannot type does.
 TEST_F(RowsReadAgain, LeaveATextThatAToolHasPutIntoItsBox)
 {
@@ -167,6 +203,45 @@ TEST_F(RowsReadAgain, LeaveATextThatAToolHasPutIntoItsBox)
     EXPECT_EQ(box.text(), address);
     house_.leaveBox();
     EXPECT_EQ(house_.stored(u"Liste0", u"lst4"), address);
+}
+
+/// The settings file is changed by hand, and the window does not hear of it.
+class RowsChangedUnheard : public RowsReadAgain
+{
+protected:
+    RowsChangedUnheard()
+    {
+        house_.house.addCamera(kCamera, QStringLiteral("http://cam/shown.png"));
+        house_.selectTab(0);
+        house_.house.table.setUrl(kCamera, kOther);
+        house_.house.setValue(u"BestTime", kCamera, QStringLiteral("00:05:00"));
+        house_.house.settings.write(u"Camera04", u"Name", u"Gate");
+        house_.house.settings.write(u"Camera04", u"User", u"me");
+    }
+
+    QLineEdit &box() { return house_.find<QLineEdit>(QStringLiteral("Source4")); }
+
+    static constexpr CameraAddress kCamera{0, 4};
+    const QString kOther = QStringLiteral("http://cam/other.png");
+};
+
+// What deletes the images of one camera must not be ticked for another.
+TEST_F(RowsChangedUnheard, ShowTheOtherCameraInsteadOfChoosingForIt)
+{
+    house_.click(QStringLiteral("EffM4"));
+    EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QString());
+    EXPECT_FALSE(house_.find<QCheckBox>(QStringLiteral("EffM4")).isChecked());
+    EXPECT_EQ(box().text(), kOther);
+    house_.click(QStringLiteral("EffM4"));
+    EXPECT_EQ(house_.stored(u"Groupe0", u"EffM4"), QStringLiteral("1"));
+}
+
+TEST_F(RowsChangedUnheard, ShowTheOtherCameraInsteadOfResettingItsBestTime)
+{
+    house_.click(QStringLiteral("BestTime4"));
+    EXPECT_EQ(house_.stored(u"Groupe0", u"BestTime4"), QStringLiteral("00:05:00"));
+    EXPECT_EQ(text(QStringLiteral("BestTime4")), QStringLiteral("00:05:00"));
+    EXPECT_EQ(box().text(), kOther);
 }
 
 } // namespace

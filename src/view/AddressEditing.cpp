@@ -30,12 +30,11 @@ void AddressEditing::begin(CameraAddress camera)
     }
 }
 
-void AddressEditing::type(int row, const QString &text)
+void AddressEditing::type(int row, const QString &text, const QString &shown)
 {
     std::optional<QString> &before = box(row).typedOver;
-    if (!before) {
-        const QString stored = table_.url({group_, row});
-        before = text == stored ? std::nullopt : std::optional(stored);
+    if (!before && text != shown) {
+        before = shown;
     }
 }
 
@@ -62,7 +61,7 @@ std::optional<QString> AddressEditing::leave(int row, const QString &text)
         giveRow(camera, address);
     }
     before.reset();
-    type(row, address); // unless it was stored
+    type(row, address, table_.url(camera)); // unless it was stored
     return address;
 }
 

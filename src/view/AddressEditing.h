@@ -28,8 +28,9 @@ public:
     /// A row's box shows the stored address again.
     void begin(CameraAddress camera);
 
-    /// A row's box was changed to this text, and not left yet.
-    void type(int row, const QString &text);
+    /// A row's box was changed to this text, and not left yet. shown: the address of the camera
+    /// that the row shows, on which what is typed is based.
+    void type(int row, const QString &text, const QString &shown);
 
     /// A row's box was left with this text: makes the folder of the address still stored, then
     /// stores this one. The address that the box is to show; nothing for a text that cannot be
@@ -48,7 +49,7 @@ private:
     /// What is known of a box since its text was last the stored address.
     struct Box
     {
-        std::optional<QString> typedOver; // the stored address on which what is typed is based
+        std::optional<QString> typedOver; // the address on which what is typed is based
         QString left;                     // the text with which it was last left
         QStringList told;                 // what was reported about that text
     };

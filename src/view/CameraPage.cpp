@@ -217,7 +217,7 @@ void CameraPage::changeSource(int row, const QString &text)
     }
     currentRow_ = row;
     at(row).url = text;
-    editing_.type(row, text);
+    editing_.type(row, text, shownCamera(row).address);
     if (text != lastUrlShown_) {
         Q_EMIT liveViewWanted({group_, row}, text);
         lastUrlShown_ = text;
@@ -234,11 +234,8 @@ void CameraPage::clickSource(int row, const QString &text)
 
 void CameraPage::leaveSource(int row, const QString &text)
 {
-    const CameraAddress camera{group_, row};
     const std::optional<QString> address = editing_.leave(row, text);
-    if (address && *address != text.trimmed() && *address != addresses_[camera]) {
-        takeRow(camera, *address);
-    } else if (address) {
+    if (address && !takeIfOther({group_, row})) {
         at(row).url = *address;
     }
 }
@@ -251,7 +248,7 @@ void CameraPage::restoreSource(int row)
 void CameraPage::fillSource(int row, const QString &text)
 {
     restoreSource(row); // what was typed before does not count any more
-    editing_.type(row, text);
+    editing_.type(row, text, storedAddress(row));
 }
 
 void CameraPage::storeElsewhere(CameraAddress camera, const QString &text)

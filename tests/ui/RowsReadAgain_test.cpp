@@ -244,5 +244,41 @@ TEST_F(RowsChangedUnheard, ShowTheOtherCameraInsteadOfResettingItsBestTime)
     EXPECT_EQ(box().text(), kOther);
 }
 
+TEST_F(RowsChangedUnheard, KeepTheOtherCameraWhenWhatWasTypedIsTakenBack)
+{
+    house_.type(QStringLiteral("Source4"), QStringLiteral("x"));
+    QTest::keyClick(&box(), Qt::Key_Backspace);
+    house_.leaveBox();
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst4"), kOther);
+    EXPECT_EQ(box().text(), kOther);
+}
+
+TEST_F(RowsChangedUnheard, KeepNoLoginOfTheOtherCameraForWhatIsTyped)
+{
+    house_.type(QStringLiteral("Source4"), QStringLiteral("x"));
+    house_.leaveBox();
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst4"), QStringLiteral("http://cam/shown.pngx"));
+    EXPECT_EQ(house_.stored(u"Camera04", u"User"), QString());
+    EXPECT_EQ(house_.stored(u"Camera04", u"Name"), QString());
+}
+
+TEST_F(RowsChangedUnheard, AreShownWholeWhenTheSameAddressIsTyped)
+{
+    house_.house.setValue(u"EffM", kCamera, QStringLiteral("1"));
+    house_.retype(QStringLiteral("Source4"), kOther);
+    house_.leaveBox();
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("EffM4")).isChecked());
+    EXPECT_EQ(text(QStringLiteral("BestTime4")), QStringLiteral("00:05:00"));
+    EXPECT_EQ(house_.stored(u"Camera04", u"Name"), QStringLiteral("Gate"));
+}
+
+TEST_F(RowsChangedUnheard, KeepWhatASheetShowsBesideANewAddress)
+{
+    const QString moved = QStringLiteral("http://cam/moved.png");
+    house_.window.fillAddress(kCamera, moved);
+    EXPECT_EQ(house_.stored(u"Liste0", u"lst4"), moved);
+    EXPECT_EQ(house_.stored(u"Camera04", u"Name"), QStringLiteral("Gate"));
+}
+
 } // namespace
 } // namespace velmora::test

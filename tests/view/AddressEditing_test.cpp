@@ -28,7 +28,7 @@ protected:
 
 TEST_F(AddressEditingTest, StoresWhatWasTypedWithoutItsBlanks)
 {
-    editing.type(kCamera.row, kNew + u' ');
+    editing.type(kCamera.row, kNew + u' ', kOld);
     EXPECT_EQ(table.url(kCamera), kOld);
     EXPECT_EQ(editing.leave(kCamera.row, kNew + u' '), kNew);
     EXPECT_EQ(table.url(kCamera), kNew);
@@ -43,7 +43,7 @@ TEST_F(AddressEditingTest, TellsNothingOfTheSameAddress)
 
 TEST_F(AddressEditingTest, LeavesATextThatCannotBeStoredInItsBox)
 {
-    editing.type(kCamera.row, QString(256, u'a'));
+    editing.type(kCamera.row, QString(256, u'a'), kOld);
     EXPECT_EQ(editing.leave(kCamera.row, QString(256, u'a')), std::nullopt);
     EXPECT_EQ(table.url(kCamera), kOld);
     EXPECT_EQ(changed, QStringList());
@@ -52,7 +52,7 @@ TEST_F(AddressEditingTest, LeavesATextThatCannotBeStoredInItsBox)
 
 TEST_F(AddressEditingTest, ShowsWhatWasStoredMeanwhileWhenNothingElseWasTyped)
 {
-    editing.type(kCamera.row, kOld + u'x');
+    editing.type(kCamera.row, kOld + u'x', kOld);
     table.setUrl(kCamera, kNew);
     EXPECT_EQ(editing.leave(kCamera.row, kOld), kNew);
     EXPECT_EQ(table.url(kCamera), kNew);
@@ -60,7 +60,7 @@ TEST_F(AddressEditingTest, ShowsWhatWasStoredMeanwhileWhenNothingElseWasTyped)
 
 TEST_F(AddressEditingTest, ForgetsWhatWasTypedWithTheGroup)
 {
-    editing.type(kCamera.row, kOld + u'x');
+    editing.type(kCamera.row, kOld + u'x', kOld);
     editing.begin(kCamera.group);
     table.setUrl(kCamera, kNew);
     EXPECT_EQ(editing.leave(kCamera.row, kOld + u'x'), kNew);
@@ -69,7 +69,7 @@ TEST_F(AddressEditingTest, ForgetsWhatWasTypedWithTheGroup)
 
 TEST_F(AddressEditingTest, ForgetsWhatWasTypedOnceTheBoxShowsTheStoredAddress)
 {
-    editing.type(kCamera.row, kOld + u'x');
+    editing.type(kCamera.row, kOld + u'x', kOld);
     editing.begin(kCamera);
     table.setUrl(kCamera, kNew);
     EXPECT_EQ(editing.leave(kCamera.row, kOld), kNew);
@@ -87,15 +87,24 @@ TEST_F(AddressEditingTest, WhereNothingWasTypedShowsWhatAnotherProgramHasStored)
 TEST_F(AddressEditingTest, KeepsATextThatCannotBeStoredInItsBoxWheneverItIsLeft)
 {
     const QString tooLong(256, u'a');
-    editing.type(kCamera.row, tooLong);
+    editing.type(kCamera.row, tooLong, kOld);
     EXPECT_EQ(editing.leave(kCamera.row, tooLong), std::nullopt);
     EXPECT_EQ(editing.leave(kCamera.row, tooLong), std::nullopt);
     EXPECT_EQ(shown.size(), 1);
 }
 
+// Whether the window has heard of the change or not.
+TEST_F(AddressEditingTest, StartsFromTheAddressThatTheRowShows)
+{
+    table.setUrl(kCamera, kNew);
+    editing.type(kCamera.row, kOld + u'x', kOld);
+    EXPECT_EQ(editing.leave(kCamera.row, kOld), kNew);
+    EXPECT_EQ(table.url(kCamera), kNew);
+}
+
 TEST_F(AddressEditingTest, TriesAgainToStoreWhatTheSettingsCouldNotTake)
 {
-    editing.type(kCamera.row, kNew);
+    editing.type(kCamera.row, kNew, kOld);
     {
         const FileSizeLimit full(1);
         EXPECT_EQ(editing.leave(kCamera.row, kNew), kNew);

@@ -179,6 +179,7 @@ TEST_F(SourceTest, MakesNoFolderForAnAddressThatIsCleared)
 {
     useStorage();
     store("[Liste0]\r\nlst0=old\r\n");
+    page.Selecteur_Click(0, WindowState::Visible);
     leave(0, QString());
     EXPECT_EQ(tree.folders(u"drives/c/in"), QStringList());
     EXPECT_EQ(setting(u"Liste0", u"lst0"), QString());

@@ -65,10 +65,23 @@ bool BoxEdit::event(QEvent *event)
 void BoxEdit::beginEdit()
 {
     setFocus();
+    if (!hasFocus()) {
+        leaveOthers();
+    }
     if (hand_ == Hand::Off) {
         takeUp();
         if (!hasFocus()) {
             setAside();
+        }
+    }
+}
+
+// In a window that is not active, the focus moves without any event for the box that had it.
+void BoxEdit::leaveOthers() const
+{
+    for (BoxEdit *const box : window()->findChildren<BoxEdit *>()) {
+        if (box != this) {
+            box->leave();
         }
     }
 }
@@ -98,7 +111,7 @@ void BoxEdit::takeUp()
     }
 }
 
-// In a window that is not active, the focus moves without any event for the box that had it.
+// Once its window is active again, a box learns where the focus went.
 void BoxEdit::followFocus(const QWidget *now)
 {
     if (hand_ == Hand::Aside && now != nullptr && now != this && now->window() == window()) {

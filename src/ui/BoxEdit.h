@@ -73,6 +73,7 @@ private:
     };
 
     void takeUp();
+    void leaveOthers() const;
     void followFocus(const QWidget *now);
 
     Hand hand_ = Hand::Off;

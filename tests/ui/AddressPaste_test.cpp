@@ -236,5 +236,17 @@ TEST_F(AddressPasteTest, ADroppedAddressIsStoredThoughTheWindowIsNotActivated)
     EXPECT_EQ(stored(3), QStringLiteral("http://cam/a.jpg"));
 }
 
+TEST_F(AddressPasteTest, ADroppedAddressIsStoredByTheNextDropThoughTheWindowIsNotActivated)
+{
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    drop(3, QStringLiteral("http://cam/a.jpg"));
+    drop(4, QStringLiteral("http://cam/b.jpg"));
+    EXPECT_EQ(stored(3), QStringLiteral("http://cam/a.jpg"));
+    EXPECT_EQ(stored(4), QString());
+}
+
 } // namespace
 } // namespace velmora::test

@@ -133,6 +133,21 @@ TEST_F(BoxEditTest, IsLeftWhenTheFocusMovesOnBehindAnotherWindow)
     EXPECT_FALSE(box_.isInHand());
 }
 
+TEST_F(BoxEditTest, IsLeftWhenTextIsDroppedOnAnotherBehindAnotherWindow)
+{
+    BoxEdit next;
+    window_.layout()->addWidget(&next);
+    box_.setFocus();
+    const QSignalSpy left(&box_, &BoxEdit::left);
+    bringUp(another_);
+    test::dropText(next, QStringLiteral("a"));
+    EXPECT_EQ(left.count(), 1);
+    EXPECT_TRUE(next.isInHand());
+    bringUp(window_);
+    EXPECT_EQ(left.count(), 1);
+    EXPECT_TRUE(next.hasFocus());
+}
+
 TEST_F(BoxEditTest, IsLeftOnceForEachTimeItWasEntered)
 {
     const QSignalSpy left(&box_, &BoxEdit::left);

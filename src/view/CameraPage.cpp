@@ -93,9 +93,12 @@ void CameraPage::rereadRow(int row)
     const CameraAddress camera{group_, row};
     const CameraRow before = at(row);
     at(row) = table_.row(camera);
-    if (at(row).url.isEmpty()) {
-        at(row).lamp = LampColour::Red;
-    } else if (before.lamp == LampColour::Orange && at(row).url == addresses_[camera]) {
+    at(row).lamp = at(row).url.isEmpty() ? LampColour::Red : at(row).lamp;
+    if (live_ && live_->camera == camera && live_->colour != LampColour::Orange) {
+        live_->colour = at(row).lamp;
+    }
+    const bool isOfSame = !at(row).url.isEmpty() && at(row).url == addresses_[camera];
+    if (before.lamp == LampColour::Orange && isOfSame) {
         at(row).lamp = before.lamp;
     }
     if (addressRefusal(before.url, row)) {

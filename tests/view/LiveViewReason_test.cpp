@@ -100,6 +100,17 @@ TEST_F(LiveReason, TheLampStaysOrangeWhenTheSettingsAreReadAgain)
     EXPECT_EQ(lamp(7), LampColour::Orange);
 }
 
+TEST_F(LiveReason, TheLampGoesBackToWhatWasStoredMeanwhile)
+{
+    startGreen();
+    begin(kShown, cameraUrl(kShown));
+    house_.setValue(u"SB", kShown, kRed);
+    house_.engine.adoptSettings();
+    EXPECT_EQ(lamp(7), LampColour::Orange);
+    clock_.advance(3s);
+    EXPECT_EQ(lamp(7), LampColour::Red);
+}
+
 TEST_F(LiveReason, TheLampOfACameraBeingCapturedStaysOrangeWhenTheSettingsAreReadAgain)
 {
     startGreen();

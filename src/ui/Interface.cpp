@@ -165,7 +165,9 @@ void Interface::bindPage()
     for (const QCheckBox *const box : {ui_->ActLst, ui_->cDebug}) {
         connect(box, &QCheckBox::released, this, &Interface::showSwitches);
     }
-    connect(ui_->RAZ, &QAbstractButton::clicked, this, [this] { uses_.view.page().RAZ(); });
+    connect(ui_->RAZ, &QAbstractButton::pressed, this,
+            [this] { resetGroup_ = uses_.view.page().group(); });
+    connect(ui_->RAZ, &QAbstractButton::clicked, this, &Interface::resetGroup);
     connect(&uses_.view.page(), &CameraPage::pageLoaded, this, &Interface::showPage);
     connect(&uses_.view.page(), &CameraPage::pageReread, this, &Interface::refreshPage);
     connect(&uses_.view.page(), &CameraPage::rowReread, this,
@@ -243,6 +245,13 @@ void Interface::switchGroup(bool on)
     const int group = uses_.view.page().group();
     if (pressedGroup_.value_or(group) == group) {
         uses_.view.page().setGroupActive(on);
+    }
+}
+
+void Interface::resetGroup()
+{
+    if (resetGroup_ == uses_.view.page().group()) {
+        uses_.view.page().RAZ();
     }
 }
 

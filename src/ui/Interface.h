@@ -124,6 +124,7 @@ private:
     void refreshPage();
     void showSwitches();
     void switchGroup(bool on);
+    void resetGroup();
     void showCaption(Caption caption, const QString &text);
     void showStandstill(const QString &text);
     void showTrouble(const QString &text);
@@ -151,6 +152,7 @@ private:
     std::vector<CameraAddress> late_;
     Message message_ = Message::Other;
     std::optional<int> pressedGroup_; // whose switch is pressed
+    int resetGroup_ = 0;              // whose reset was, last
     bool mayClose_ = false;
 };
 

@@ -193,6 +193,19 @@ TEST_F(RowsReadAgain, LetAPressResetNoBestTimeInAnotherGroup)
     EXPECT_EQ(house_.stored(u"Groupe1", u"BestTime4"), QStringLiteral("00:05:00"));
 }
 
+TEST_F(RowsReadAgain, LetAPressResetNoCountersOfAnotherGroup)
+{
+    house_.house.addCamera({1, 4}, QStringLiteral("http://cam/e.png"));
+    house_.house.setValue(u"lNew", {1, 4}, QStringLiteral("7"));
+    auto &button = house_.find<QWidget>(QStringLiteral("RAZ"));
+    QTest::mousePress(&button, Qt::LeftButton);
+    house_.find<QTabBar>(QStringLiteral("Selecteur")).setCurrentIndex(1);
+    QTest::mouseRelease(&button, Qt::LeftButton);
+    EXPECT_EQ(house_.stored(u"Groupe1", u"lNew4"), QStringLiteral("7"));
+    house_.click(QStringLiteral("RAZ"));
+    EXPECT_EQ(house_.stored(u"Groupe1", u"lNew4"), QStringLiteral("0"));
+}
+
 // As an aid for those who cannot type does.
 TEST_F(RowsReadAgain, LeaveATextThatAToolHasPutIntoItsBox)
 {

@@ -135,17 +135,6 @@ void CameraPage::takeRow(CameraAddress camera, const QString &address)
     Q_EMIT rowReread(camera.row);
 }
 
-// Another program may have changed the settings without a word.
-bool CameraPage::takeIfOther(CameraAddress camera)
-{
-    const QString address = table_.url(camera);
-    const bool isOther = address != addresses_[camera];
-    if (isOther) {
-        takeRow(camera, address);
-    }
-    return isOther;
-}
-
 // What is fetched of the camera that had the row before is of no interest any more.
 void CameraPage::forgetLive(CameraAddress camera)
 {
@@ -237,8 +226,12 @@ void CameraPage::clickSource(int row, const QString &text)
 
 void CameraPage::leaveSource(int row, const QString &text)
 {
+    const CameraAddress camera{group_, row};
+    const bool wasOther = table_.url(camera) != addresses_[camera];
     const std::optional<QString> address = editing_.leave(row, text);
-    if (address && !takeIfOther({group_, row})) {
+    if (address && wasOther) {
+        takeRow(camera, table_.url(camera)); // what is typed gets its switches, which must be seen
+    } else if (address) {
         at(row).url = *address;
     }
 }
@@ -279,8 +272,11 @@ bool CameraPage::isStillThere(const ShownCamera &shown)
     if (shown.camera.group != group_) {
         return false;
     }
-    takeIfOther(shown.camera);
-    return addresses_[shown.camera] == shown.address;
+    const QString address = table_.url(shown.camera);
+    if (address != addresses_[shown.camera]) {
+        takeRow(shown.camera, address);
+    }
+    return address == shown.address;
 }
 
 QString CameraPage::storedAddress(int row) const

@@ -167,7 +167,6 @@ private:
     void followAddresses();
     void followStored(CameraAddress camera, const QString &address);
     void takeRow(CameraAddress camera, const QString &address);
-    bool takeIfOther(CameraAddress camera);
     void takeOther(CameraAddress camera, const QString &address);
     void keepForLive(CameraAddress camera, LampColour colour);
     [[nodiscard]] int rememberedRow() const;

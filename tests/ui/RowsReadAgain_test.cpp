@@ -285,6 +285,16 @@ TEST_F(RowsChangedUnheard, AreShownWholeWhenTheSameAddressIsTyped)
     EXPECT_EQ(house_.stored(u"Camera04", u"Name"), QStringLiteral("Gate"));
 }
 
+// It is deleted after a month like the one that was not seen.
+TEST_F(RowsChangedUnheard, ShowWhatIsStoredForTheAddressThatIsTyped)
+{
+    house_.house.setValue(u"EffM", kCamera, QStringLiteral("1"));
+    house_.type(QStringLiteral("Source4"), QStringLiteral("x"));
+    house_.leaveBox();
+    EXPECT_TRUE(house_.find<QCheckBox>(QStringLiteral("EffM4")).isChecked());
+    EXPECT_EQ(box().text(), QStringLiteral("http://cam/shown.pngx"));
+}
+
 TEST_F(RowsChangedUnheard, KeepWhatASheetShowsBesideANewAddress)
 {
     const QString moved = QStringLiteral("http://cam/moved.png");

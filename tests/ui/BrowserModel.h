@@ -11,14 +11,6 @@
 
 namespace velmora::test {
 
-/// From the environment.
-inline int numberFrom(const char *variable, int otherwise)
-{
-    bool isNumber = false;
-    const int number = qEnvironmentVariableIntValue(variable, &isNumber);
-    return isNumber ? number : otherwise;
-}
-
 /// Five cameras in two groups, some of them in another storage folder too.
 class BrowserModel : public RandomHands
 {

@@ -1,8 +1,9 @@
 // Whatever a user, the capture and other programs do around the film, the film to keep, the
 // calendar and the search, in any order: the film shows what FilmRule says, its window and the film
 // to keep agree with it, the browser's own rules hold, and no file goes but those that were acted
-// on. VELMORA_SEQUENCES sets the number of sequences, VELMORA_FIRST_SEQUENCE the first of them.
+// on.
 #include "FilmHands.h"
+#include "Sequences.h"
 #include "base/ImagesText.h"
 
 #include <QProgressBar>
@@ -307,9 +308,8 @@ const QList<FilmModel::Kind> FilmModel::kKinds{
 
 TEST_F(FilmModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const int first = numberFrom("VELMORA_FIRST_SEQUENCE", 0);
-    const int last = first + numberFrom("VELMORA_SEQUENCES", kSequences);
-    for (int sequence = first; sequence < last && !HasFailure(); ++sequence) {
+    const Sequences all = sequencesToPlay(kSequences);
+    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
         play(sequence);
     }
 }

@@ -1,8 +1,9 @@
 // Whatever a user and the program's own events do to the browser, in any order: what is highlighted
 // is selected, framed, counted, enlarged and acted on by keys, and nothing is deleted but that, nor
 // outside the storage folder in force. Sequences of random events, each followed by a check of the
-// window. VELMORA_SEQUENCES sets their number, VELMORA_FIRST_SEQUENCE the first of them.
+// window.
 #include "BrowserModel.h"
+#include "Sequences.h"
 
 namespace velmora::test {
 namespace {
@@ -90,9 +91,8 @@ const QList<SelectionModel::Kind> SelectionModel::kKinds{
 
 TEST_F(SelectionModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const int first = numberFrom("VELMORA_FIRST_SEQUENCE", 0);
-    const int last = first + numberFrom("VELMORA_SEQUENCES", kSequences);
-    for (int sequence = first; sequence < last && !HasFailure(); ++sequence) {
+    const Sequences all = sequencesToPlay(kSequences);
+    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
         play(sequence);
     }
 }

@@ -291,8 +291,7 @@ TEST_F(ProgramLife, ItsEndOpensNoWindowForAKeyThatWasPressedBefore)
     program_->end();
     settle();
     ASSERT_TRUE(isVisible(QStringLiteral("frmQuitte")));
-    QTest::qWait(300); // past the release
-    EXPECT_FALSE(isVisible(QStringLiteral("frmImport")));
+    EXPECT_FALSE(QTest::qWaitFor([this] { return isVisible(QStringLiteral("frmImport")); }, 300));
 }
 
 TEST_F(ProgramLife, ItsEndLeavesAWarningToBeRead)

@@ -157,10 +157,8 @@ void FilmKeep::play(const FilmWish &wish)
 }
 
 // A film that is restarted, for which a stored image is enough, begins with the range given here.
-// Otherwise its range is a new one, even where the numbers are the same: the images may be others.
 void FilmKeep::keepRange()
 {
-    seenRange_.reset();
     if (isVisible() && rangeOf_ == RangeOf::TheUser && maker_.isOfShownCamera()) {
         play(settled_);
         seenRange_ = film_.face().range;
@@ -215,8 +213,7 @@ void FilmKeep::catchUp()
 
 bool FilmKeep::isAsking() const
 {
-    const auto *const box = findChild<QFileDialog *>();
-    return box != nullptr && box->isVisible();
+    return findChild<QFileDialog *>() != nullptr;
 }
 
 void FilmKeep::takeDays(const DayRange &days)

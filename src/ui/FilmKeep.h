@@ -91,8 +91,8 @@ private:
     std::unique_ptr<Ui::FilmKeep> ui_;
     QTimer previewTimer_;
     qsizetype previewAt_ = 0;
-    std::optional<PlayRange> seenRange_; // of the film, since it began
-    FilmWish settled_;                   // the range in the boxes, without what is being typed
+    PlayRange seenRange_;
+    FilmWish settled_; // the range in the boxes, without what is being typed
     RangeOf rangeOf_ = RangeOf::TheFilm;
     bool isSettingFilm_ = false; // the film is being given that range
 };

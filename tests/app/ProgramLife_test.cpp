@@ -17,13 +17,27 @@ using namespace std::chrono_literals;
 
 class ProgramLife : public ProgramHouse
 {
+protected:
+    /// Whose next image takes so long that the last pass can be looked at.
+    void startBesideASlowCamera()
+    {
+        start();
+        source_.answer(QStringLiteral("http://cam/a.png"),
+                       {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    }
+
+    QMessageBox *askToDelete()
+    {
+        QWidget *const list = control(QStringLiteral("planche"), QStringLiteral("LstDir"));
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Delete);
+        return topLevel(QStringLiteral("planche"))->findChild<QMessageBox *>();
+    }
 };
 
 TEST_F(ProgramLife, AClickInTheClosingBoxGivesTheLastPassUp)
 {
-    start();
-    source_.answer(QStringLiteral("http://cam/a.png"),
-                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    startBesideASlowCamera();
     topLevel(QStringLiteral("planche"))->close();
     settle();
     QTest::mouseClick(control(QStringLiteral("frmQuitte"), QStringLiteral("Frame1")),
@@ -235,11 +249,7 @@ TEST_F(ProgramLife, ASecondStartLeavesNoBoxInWhichAnAddressIsTyped)
 TEST_F(ProgramLife, ASecondStartLeavesTheKeyboardToAQuestion)
 {
     start();
-    QWidget *const list = control(QStringLiteral("planche"), QStringLiteral("LstDir"));
-    list->setFocus();
-    QTest::keyClick(list, Qt::Key_Delete);
-    const QPointer<QMessageBox> question =
-        topLevel(QStringLiteral("planche"))->findChild<QMessageBox *>();
+    const QPointer<QMessageBox> question = askToDelete();
     ASSERT_NE(question, nullptr);
     ASSERT_TRUE(QTest::qWaitForWindowActive(question));
     program_->bringToFront();
@@ -258,14 +268,8 @@ TEST_F(ProgramLife, ASecondStartShowsNothingWhileItEnds)
 
 TEST_F(ProgramLife, ItsEndLeavesNoQuestionBehind)
 {
-    start();
-    source_.answer(QStringLiteral("http://cam/a.png"),
-                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
-    QWidget *const list = control(QStringLiteral("planche"), QStringLiteral("LstDir"));
-    list->setFocus();
-    QTest::keyClick(list, Qt::Key_Delete);
-    const QPointer<QMessageBox> question =
-        topLevel(QStringLiteral("planche"))->findChild<QMessageBox *>();
+    startBesideASlowCamera();
+    const QPointer<QMessageBox> question = askToDelete();
     ASSERT_NE(question, nullptr);
     program_->end();
     settle();
@@ -277,9 +281,7 @@ TEST_F(ProgramLife, ItsEndLeavesNoQuestionBehind)
 // A button pressed by its access key is clicked a tenth of a second later.
 TEST_F(ProgramLife, ItsEndOpensNoWindowForAKeyThatWasPressedBefore)
 {
-    start();
-    source_.answer(QStringLiteral("http://cam/a.png"),
-                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    startBesideASlowCamera();
     click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
     settle();
     QWidget *const main = topLevel(QStringLiteral("Interface"));
@@ -296,9 +298,7 @@ TEST_F(ProgramLife, ItsEndOpensNoWindowForAKeyThatWasPressedBefore)
 
 TEST_F(ProgramLife, ItsEndLeavesAWarningToBeRead)
 {
-    start();
-    source_.answer(QStringLiteral("http://cam/a.png"),
-                   {QByteArray(2000, 'y'), QString(), {}, 4000ms, {}});
+    startBesideASlowCamera();
     engine_->problems().warn(QStringLiteral("to be read"));
     program_->end();
     settle();

@@ -14,6 +14,15 @@ using namespace std::chrono_literals;
 
 class RetentionRule : public RetentionTest
 {
+protected:
+    /// By long addresses that differ only behind what is left of them in their folder's name.
+    void addInOneFolder(CameraAddress one, CameraAddress other)
+    {
+        const QString url = QStringLiteral("http://cam/") + QString(90, u'1');
+        house_.addCamera(one, url + u'1');
+        house_.addCamera(other, url + u'2');
+        ASSERT_EQ(house_.folder(one), house_.folder(other));
+    }
 };
 
 TEST_F(RetentionRule, DeletesAnImageOfMoreThanAMonth)
@@ -95,15 +104,11 @@ TEST_F(RetentionRule, LeavesCamerasAloneWhoseBoxIsNotTicked)
     EXPECT_EQ(left(other), QStringList({kOld}));
 }
 
-// Two long addresses that differ behind what is left of their folder's name.
 TEST_F(RetentionRule, LeavesImagesAloneThatACameraWhoseBoxIsNotTickedHasInTheSameFolder)
 {
     const CameraAddress ticked{0, 1};
     const CameraAddress other{0, 2};
-    const QString url = QStringLiteral("http://cam/") + QString(90, u'1');
-    house_.addCamera(ticked, url + u'1');
-    house_.addCamera(other, url + u'2');
-    ASSERT_EQ(house_.folder(ticked), house_.folder(other));
+    addInOneFolder(ticked, other);
     tick(ticked);
     put(kNewest, other);
     put(kOld, other);
@@ -129,9 +134,7 @@ TEST_F(RetentionRule, DeletesWhatTwoTickedCamerasHaveInOneFolder)
 {
     const CameraAddress ticked{0, 1};
     const CameraAddress other{0, 2};
-    const QString url = QStringLiteral("http://cam/") + QString(90, u'1');
-    house_.addCamera(ticked, url + u'1');
-    house_.addCamera(other, url + u'2');
+    addInOneFolder(ticked, other);
     tick(ticked);
     tick(other);
     put(kNewest, other);

@@ -384,6 +384,53 @@ TEST_F(FilmKeepTest, ItsRangeIsTheFilmsAgainWhenNoFolderIsChosen)
     EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
 }
 
+TEST_F(FilmKeepTest, TheDaysChosenInTheCalendarStayItsRangeWhenImagesOfTheFilmAreGone)
+{
+    using std::chrono::year;
+    openFilm();
+    window_.takeDays({year{2006} / 3 / 7, year{2006} / 3 / 8});
+    removeFirst(5);
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-08"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeStaysAfterAFilmOfSomeImagesFollowedTheOthersAndWasClosed)
+{
+    openFilm();
+    house_.film.sDebut_Change(11);
+    removeFirst(5);
+    house_.filmWindow.close();
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:15"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:29"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeStaysThatWasTypedThoughItIsThatOfAllImagesOfAClosedFilm)
+{
+    openFilm();
+    find<QLineEdit>("filmFrom").setFocus();
+    for (const int second : {5, 0}) {
+        retype("filmFrom", QStringLiteral("2006-03-07 00:00:0%1").arg(second));
+        QTest::keyClick(&find<QLineEdit>("filmFrom"), Qt::Key_Return);
+    }
+    house_.filmWindow.close();
+    store(storedName(kImages));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:29"));
+}
+
+TEST_F(FilmKeepTest, ItsRangeIsThatOfTheFilmThatComesBackFromAnotherCameraOfAsManyImages)
+{
+    house_.addImages({0, 1}, kImages);
+    openFilm();
+    house_.clickRow(QStringLiteral("lstCam"), 1);
+    ASSERT_TRUE(QFile::remove(house_.imagePath({0, 0}, storedName(0))));
+    house_.house.putImage({0, 0}, storedName(kImages), pictureBytes(Qt::red));
+    house_.clickRow(QStringLiteral("lstCam"), 0);
+    ASSERT_EQ(house_.film.face().range, (PlayRange{1, kImages}));
+    EXPECT_EQ(text("filmFrom"), QStringLiteral("2006-03-07 00:00:01"));
+    EXPECT_EQ(text("filmTo"), QStringLiteral("2006-03-07 00:00:30"));
+}
+
 TEST_F(FilmKeepTest, TheFirstImageOfACameraIsItsRangeWhenAFilmOfOneImageWasPlayedBefore)
 {
     house_.addImages({0, 1}, 1);

@@ -26,6 +26,10 @@ ImageBrowser::ImageBrowser(const Uses &uses, BrowserData &data, Projector &film)
     connect(&uses.conformity, &Conformity::ended, this, [this] {
         parts_->line.launch(Kind::Rebuild, [this] { return parts_->updates.relist(); });
     });
+    // At once, since it may have changed back by the time that it is followed; an action that has
+    // begun in between has listed the other folder.
+    connect(&storage_, &StorageFolder::checked, this,
+            [this] { isStorageOther_ = isStorageOther_ || usableStorage() != shownStorage_; });
     // Queued, since the check of the storage folder has not ended yet.
     connect(&storage_, &StorageFolder::checked, this, &ImageBrowser::followStorage,
             Qt::QueuedConnection);
@@ -65,7 +69,8 @@ void ImageBrowser::connectFilm()
     });
 }
 
-// An open film keeps the list that it plays; what came in between is made up for.
+// An open film keeps the list that it plays, and the group view beside it; what came in between is
+// made up for.
 void ImageBrowser::releaseList()
 {
     const bool isOther =
@@ -87,11 +92,11 @@ BrowserFace ImageBrowser::face() const
 void ImageBrowser::followStorage()
 {
     const QString usable = usableStorage();
-    const bool isOther = usable != shownStorage_ ||
-                         (parts_->lists.isOwed() && !parts_->line.isActing()) ||
+    const bool isOther = isStorageOther_ || (parts_->lists.isOwed() && !parts_->line.isActing()) ||
                          (parts_->folders.hasMissedReading() && !usable.isEmpty());
     if (isOther && !storage_.isBeingEdited() && data_.state.LectureOK()) {
         shownStorage_ = usable;
+        isStorageOther_ = false;
         if (!usable.isEmpty()) { // what is on show stays while the folder is away
             refresh();
         }
@@ -114,6 +119,7 @@ void ImageBrowser::begin()
 {
     data_.state.allowReading();
     shownStorage_ = usableStorage();
+    isStorageOther_ = false;
     parts_->line.launch(Kind::Rebuild, [this] { return parts_->lists.lstCam_MouseUp(); });
 }
 
@@ -135,10 +141,11 @@ bool ImageBrowser::isListed(CameraAddress camera) const
 void ImageBrowser::showDeletion(CameraAddress camera)
 {
     const BrowserState &state = data_.state;
-    const bool isOfList = isListed(camera);
+    const bool concerns =
+        isListed(camera) || (state.view() == View::Group && parts_->updates.hasLost(camera));
     if (state.CineActif()) {
-        isListHeld_ = isListHeld_ || isOfList;
-    } else if (isOfList || (state.view() == View::Group && parts_->updates.hasLost(camera))) {
+        isListHeld_ = isListHeld_ || concerns;
+    } else if (concerns) {
         parts_->line.launch(Kind::Walk,
                             [this, camera] { return parts_->updates.dropDeleted(camera); });
     }

@@ -194,8 +194,9 @@ private:
     int wishes_ = 0;
     std::weak_ptr<CameraAddress> followed_; // by a refresh that has not begun
     int followedAt_ = 0;                    // the wishes then
+    bool isStorageOther_ = false;           // it has not been shownStorage_ all the time
     bool walking_ = false;
-    bool isListHeld_ = false; // images were deleted from it while a film was open
+    bool isListHeld_ = false; // images on show were deleted while a film was open
 };
 
 } // namespace velmora

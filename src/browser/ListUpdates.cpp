@@ -77,6 +77,9 @@ QCoro::Task<> ListUpdates::followAddress(CameraAddress camera)
 
 QCoro::Task<> ListUpdates::catchUp()
 {
+    if (data_.state.view() == View::Group && hasLostAny()) {
+        co_await rebuild();
+    }
     if (data_.state.view() == View::Camera || isListed(data_.state.camera())) {
         co_await dropDeleted(data_.state.camera());
     } else {
@@ -99,13 +102,17 @@ QCoro::Task<> ListUpdates::rebuild()
 bool ListUpdates::hasLost(CameraAddress camera) const
 {
     const QString folder = folders_.of(camera);
-    for (int row = 0; row < kRows; ++row) {
+    return std::ranges::any_of(std::views::iota(0, kRows), [this, &folder](int row) {
         const ImageFile &image = data_.state.DerniereImage(row);
-        if (image.folder == folder && folders_.hasLost(image)) {
-            return true;
-        }
-    }
-    return false;
+        return image.folder == folder && folders_.hasLost(image);
+    });
+}
+
+bool ListUpdates::hasLostAny() const
+{
+    return std::ranges::any_of(std::views::iota(0, kRows), [this](int row) {
+        return folders_.hasLost(data_.state.DerniereImage(row));
+    });
 }
 
 QCoro::Task<> ListUpdates::dropDeleted(CameraAddress camera)

@@ -41,11 +41,12 @@ public:
     /// True when the list is that of the camera's folder.
     [[nodiscard]] bool isListed(CameraAddress camera) const;
 
-    /// Shows what the list has missed while a film was open, which keeps it.
+    /// Shows what the list and the group view have missed while a film was open, which keeps them.
     QCoro::Task<> catchUp();
 
 private:
     QCoro::Task<> rebuild();
+    [[nodiscard]] bool hasLostAny() const;
 
     const BrowserData &data_;
     CameraFolders &folders_;

@@ -129,5 +129,27 @@ TEST_F(Deletion, ShowsWhatIsLeftOnceTheFilmIsClosed)
     EXPECT_EQ(house_.data.files.count(), 25);
 }
 
+// A film of one camera plays beside the newest images of all.
+TEST_F(Deletion, PutsTheNextInThePlaceOfAnotherCamerasImageOnceTheFilmIsClosed)
+{
+    const CameraAddress played{0, 1};
+    house_.addImages(played, 3);
+    house_.put(kCamera, imageName(3), QStringLiteral("2030-01-01T00:00:00"));
+    house_.showGroup(0);
+    browser_.chooseCameraRow(played.row);
+    browser_.toggleFilm();
+    house_.finish();
+    ASSERT_TRUE(state().CineActif());
+    ASSERT_EQ(state().DerniereImage(0).name, imageName(3));
+    deleteFirst(5);
+    EXPECT_EQ(state().DerniereImage(0).name, imageName(3));
+    browser_.toggleFilm();
+    house_.finish();
+    ASSERT_FALSE(state().CineActif());
+    EXPECT_NE(state().DerniereImage(0).name, imageName(3));
+    EXPECT_EQ(browser_.face().cameraRow, played.row);
+    EXPECT_EQ(house_.data.files.count(), 3);
+}
+
 } // namespace
 } // namespace velmora::test

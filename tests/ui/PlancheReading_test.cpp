@@ -88,6 +88,23 @@ TEST_F(PlancheReading, TheLabelNamesTheCameraWhoseImagesAreOnShow)
     EXPECT_NE(house_.text(QStringLiteral("lCamera")), first);
 }
 
+// A folder that is in force for less than a turn of the event loop may be listed all the same.
+TEST_F(PlancheReading, AStorageFolderThatIsSoonTheOldOneAgainLeavesItsImagesOnShow)
+{
+    house_.openOn(12);
+    StorageFolder &storage = house_.house.storage;
+    house_.house.tree.makeFolder(u"drives/c/other");
+    storage.edit(QStringLiteral("C:\\other"));
+    storage.putInForce();
+    QTest::mouseClick(view(kCameras).viewport(), Qt::LeftButton, {}, middle(kCameras, 0));
+    ASSERT_EQ(view(kImages).model()->rowCount(), 0);
+    storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
+    house_.settle();
+    EXPECT_EQ(view(kImages).model()->rowCount(), 12);
+    EXPECT_EQ(house_.data.files.folder(), storage.cameraFolderText({0, 0}));
+}
+
 TEST_F(PlancheReading, TheQuestionNamesTheCameraWhoseImageItIsAbout)
 {
     chooseLarge();

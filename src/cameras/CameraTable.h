@@ -20,6 +20,9 @@ struct CameraRow
     LampColour lamp = LampColour::None;
     int loadSeconds = 0; // duration of the last download
     int newImages = 0;   // since the last reset
+
+    /// What its lamp shows while nothing is fetched: without a camera it is red.
+    [[nodiscard]] LampColour lampAtRest() const { return url.isEmpty() ? LampColour::Red : lamp; }
 };
 
 /// What the scheduler needs to know about a camera.

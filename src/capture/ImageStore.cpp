@@ -160,8 +160,7 @@ QCoro::Task<> ImageStore::load(QString url, QString folder, Arrival *arrival)
 void ImageStore::giveUp(const Arrival &arrival)
 {
     if (!arrival.isForItsRow()) {
-        const CameraRow row = uses_.table.row(arrival.camera);
-        Q_EMIT lampChanged(arrival.camera, row.url.isEmpty() ? LampColour::Red : row.lamp);
+        Q_EMIT lampChanged(arrival.camera, uses_.table.row(arrival.camera).lampAtRest());
     }
 }
 

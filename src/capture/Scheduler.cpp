@@ -360,7 +360,7 @@ QCoro::Task<> Scheduler::load(CameraSchedule camera, CameraAddress address, int 
     co_await uses_.store.ChargeFile(expandTemplate(camera.url), folderText(uses_.storage, camera),
                                     address);
     if (storageVersion_ != before) {
-        Q_EMIT lampChanged(address, uses_.table.row(address).lamp);
+        Q_EMIT lampChanged(address, uses_.table.row(address).lampAtRest());
     } else if (!uses_.storage.isCheckRequested()) {
         reached_[cameraAt((*index)++)] = true;
     }

@@ -93,7 +93,7 @@ void CameraPage::rereadRow(int row)
     const CameraAddress camera{group_, row};
     const CameraRow before = at(row);
     at(row) = table_.row(camera);
-    at(row).lamp = at(row).url.isEmpty() ? LampColour::Red : at(row).lamp;
+    at(row).lamp = at(row).lampAtRest();
     if (live_ && live_->camera == camera && live_->colour != LampColour::Orange) {
         live_->colour = at(row).lamp;
     }

@@ -73,6 +73,16 @@ TEST_F(Edit, TakesTheOrangeOfTheCameraInHandAway)
     EXPECT_EQ(house_.page.row(1).lamp, before);
 }
 
+TEST_F(Edit, LeavesARowRedWhoseCameraWasTakenAwayMeanwhile)
+{
+    beginPass();
+    house_.table.setUrl({0, 1}, u"");
+    house_.engine.adoptSettings();
+    house_.storage.beginEdit();
+    clock_.advance(0ms);
+    EXPECT_EQ(house_.page.row(1).lamp, LampColour::Red);
+}
+
 TEST_F(Edit, LetsThePassGoOnAfterwardsWithTheCameraThatWasInHand)
 {
     beginPass();

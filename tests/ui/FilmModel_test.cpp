@@ -3,8 +3,8 @@
 // to keep agree with it, the browser's own rules hold, and no file goes but those that were acted
 // on.
 #include "FilmHands.h"
-#include "Sequences.h"
 #include "base/ImagesText.h"
+#include "support/Sequences.h"
 
 #include <QProgressBar>
 

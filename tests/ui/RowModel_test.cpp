@@ -2,10 +2,10 @@
 // can do to the camera rows, each followed by a check of the settings file and of the window
 // against what the rules make of them.
 #include "RowHands.h"
-#include "Sequences.h"
 #include "admin/CameraCommands.h"
 #include "admin/SettingKeys.h"
 #include "cameras/CameraChoices.h"
+#include "support/Sequences.h"
 #include "ui/CameraListWindow.h"
 #include "ui/CameraSheet.h"
 

@@ -3,7 +3,7 @@
 // outside the storage folder in force. Sequences of random events, each followed by a check of the
 // window.
 #include "BrowserModel.h"
-#include "Sequences.h"
+#include "support/Sequences.h"
 
 namespace velmora::test {
 namespace {

@@ -1,10 +1,10 @@
 // Random sequences of what a user, a timer and a disk can do around the storage folder, checked
 // against what must be true after every single event.
 #include "DroppedText.h"
-#include "Sequences.h"
 #include "WindowHouse.h"
 #include "cameras/StoragePath.h"
 #include "capture/Retention.h"
+#include "support/Sequences.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,0 +1,209 @@
+// Random sequences of all that happens to a capture: after each event its files, settings, log,
+// lamps and counters are those that the rules give.
+#include "CaptureHands.h"
+#include "support/Sequences.h"
+
+#include <QDirIterator>
+
+#include <vector>
+
+namespace velmora::test {
+namespace {
+
+constexpr int kSequences = 30;
+constexpr int kEvents = 60;
+
+class CaptureRun : public CaptureHands
+{
+public:
+    using CaptureHands::CaptureHands;
+
+    void play(int sequence)
+    {
+        for (int i = 0; i < kEvents && !testing::Test::HasFailure(); ++i) {
+            const Kind &kind = anyKind();
+            done_.append(QString::fromLatin1(kind.name));
+            (this->*kind.run)();
+            town_.settle();
+            SCOPED_TRACE("sequence " + std::to_string(sequence));
+            compare();
+        }
+        EXPECT_FALSE(testing::Test::HasFailure()) << text(done_);
+    }
+
+    [[nodiscard]] qsizetype stored() const { return house_.stored().size(); }
+
+private:
+    struct Kind
+    {
+        const char *name;
+        void (CaptureHands::*run)();
+        int chances = 1;
+    };
+
+    static const std::vector<Kind> kKinds;
+
+    const Kind &anyKind()
+    {
+        int left = 0;
+        for (const Kind &kind : kKinds) {
+            left += kind.chances;
+        }
+        left = below(left);
+        auto kind = kKinds.begin();
+        while ((left -= kind->chances) >= 0) {
+            ++kind;
+        }
+        return *kind;
+    }
+
+    static std::string text(const QStringList &list)
+    {
+        return list.join(QStringLiteral(", ")).toStdString();
+    }
+
+    void compare()
+    {
+        compareFolders();
+        compareSettings();
+        compareLog();
+        EXPECT_EQ(text(house_.stored()), text(rules_.stored));
+        EXPECT_EQ(text(house_.failed()), text(rules_.failed));
+        EXPECT_EQ(lamps_, rules_.lamps);
+        EXPECT_EQ(house_.scheduler.ticksLeft(), 60 - rules_.counter);
+        if (!rules_.isPassing) { // while it runs, each camera that was loaded starts the timer
+            EXPECT_EQ(house_.timer.isActive(), rules_.isTimerOn());
+        }
+        for (const CameraAddress camera : kCamerasUsed) {
+            EXPECT_EQ(house_.store.automaticCounter(camera), rules_.automatic[camera])
+                << camera.group << ':' << camera.row;
+        }
+    }
+
+    // What stands under a name, whole.
+    [[nodiscard]] RuleFolder onDisk(const QString &name) const
+    {
+        const QFileInfo info(native(name));
+        if (info.isSymLink()) {
+            return {RuleFolder::Is::Link, QFile::symLinkTarget(native(name)).section(u'/', -1), {}};
+        }
+        if (!info.exists()) {
+            return {};
+        }
+        RuleFolder folder{info.isDir() ? RuleFolder::Is::Folder : RuleFolder::Is::File, {}, {}};
+        for (const QString &file : info.isDir() ? house_.tree.files(pathOf(name)) : QStringList()) {
+            folder.files[file] = house_.tree.read(pathOf(name) + u'/' + file);
+        }
+        return folder;
+    }
+
+    void compareFolders()
+    {
+        QStringList names = house_.tree.folders(storage()) + house_.tree.files(storage());
+        names.removeAll(QStringLiteral("tmp"));
+        for (const QString &name : names) {
+            EXPECT_TRUE(rules_.disk.folders.contains(name)) << name.toStdString();
+        }
+        for (const QString &name : rules_.disk.folders.keys()) {
+            const RuleFolder folder = onDisk(name);
+            const RuleFolder &rules = rules_.disk.folders[name];
+            EXPECT_EQ(folder.is, rules.is) << name.toStdString();
+            EXPECT_EQ(folder.target.toStdString(), rules.target.toStdString())
+                << name.toStdString();
+            EXPECT_EQ(text(folder.files.keys()), text(rules.files.keys())) << name.toStdString();
+            EXPECT_TRUE(folder.files == rules.files) << name.toStdString();
+        }
+        const QString work = storage() + QStringLiteral("/tmp");
+        EXPECT_TRUE(rules_.disk.isRefusing || !house_.tree.exists(work) ||
+                    house_.tree.files(work).isEmpty());
+        EXPECT_EQ(house_.tree.exists(rules_.disk.isThere ? kAway : kIn), false);
+    }
+
+    // As another program would read them.
+    [[nodiscard]] RuleValues settings() const
+    {
+        RuleValues values;
+        QString section;
+        for (const QByteArray &bytes : house_.tree.read(u"Velmora.ini").split('\n')) {
+            const QString line = QString::fromLatin1(bytes.trimmed());
+            if (line.startsWith(u'[')) {
+                section = line.mid(1).chopped(1);
+            } else if (section != u"Control" && !line.startsWith(u"Digest=")) {
+                values.insert(section + u' ' + line.section(u'=', 0, 0), line.section(u'=', 1));
+            }
+        }
+        return values;
+    }
+
+    static RuleValues withoutEmpty(RuleValues values)
+    {
+        values.removeIf([](const auto &value) { return value->isEmpty(); });
+        return values;
+    }
+
+    void compareSettings()
+    {
+        const RuleValues program = withoutEmpty(settings());
+        const RuleValues rules = withoutEmpty(rules_.values);
+        if (program == rules) {
+            return;
+        }
+        for (const QString &key : program.keys() + rules.keys()) {
+            EXPECT_EQ(program[key].toStdString(), rules[key].toStdString()) << key.toStdString();
+        }
+    }
+
+    void compareLog()
+    {
+        EXPECT_EQ(house_.logText().toStdString(), rules_.log.toStdString());
+        QFile::remove(house_.tree.path(u"Velmora.log"));
+        rules_.log.clear();
+    }
+};
+
+const std::vector<CaptureRun::Kind> CaptureRun::kKinds{
+    {"tick", &CaptureHands::tick, 12},
+    {"seconds", &CaptureHands::passSeconds, 8},
+    {"time", &CaptureHands::passTime, 3},
+    {"set clock", &CaptureHands::setClock},
+    {"midnight", &CaptureHands::toMidnight},
+    {"summer time", &CaptureHands::changeSummerTime},
+    {"address", &CaptureHands::changeUrl, 3},
+    {"group", &CaptureHands::switchGroup, 2},
+    {"row", &CaptureHands::changeRow, 4},
+    {"nearly due", &CaptureHands::nearlyDue, 4},
+    {"choose", &CaptureHands::choose, 3},
+    {"time-out", &CaptureHands::setTimeout},
+    {"debug", &CaptureHands::debug},
+    {"hear", &CaptureHands::hear},
+    {"suspend", &CaptureHands::suspend},
+    {"resume", &CaptureHands::resume, 2},
+    {"edit storage", &CaptureHands::editStorage, 2},
+    {"check", &CaptureHands::check, 2},
+    {"move storage", &CaptureHands::moveStorage},
+    {"refuse files", &CaptureHands::refuseFiles},
+    {"folder", &CaptureHands::changeFolder, 4},
+    {"answer", &CaptureHands::changeAnswer, 8},
+};
+
+class CaptureModel : public testing::Test
+{
+protected:
+    FakeClock clock_;
+    CaptureTown town_{clock_};
+};
+
+TEST_F(CaptureModel, HoldsAfterEveryEventOfRandomSequences)
+{
+    const Sequences all = sequencesToPlay(kSequences);
+    qsizetype stored = 0;
+    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
+        CaptureRun run(town_, clock_, sequence);
+        run.play(sequence);
+        stored += run.stored();
+    }
+    EXPECT_GT(stored, 0);
+}
+
+} // namespace
+} // namespace velmora::test

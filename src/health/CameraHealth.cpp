@@ -4,6 +4,7 @@
 #include <QJsonArray>
 
 #include <algorithm>
+#include <numeric>
 #include <ranges>
 #include <set>
 #include <vector>
@@ -142,13 +143,27 @@ void CameraHealth::takeHours(const CameraHealth &counted)
     }
 }
 
+// Only what is older than what is known, which the folder shows once more, with gaps where images
+// were deleted.
 void CameraHealth::takeIntervals(const CameraHealth &counted)
 {
+    const std::optional<Moment> known = knownSince();
+    Moment end = counted.newest.value_or(Moment());
     for (const qint64 interval : counted.intervals_ | std::views::reverse) {
-        if (intervals_.size() < kIntervals) {
+        if (intervals_.size() < kIntervals && (!known || end <= *known)) {
             intervals_.push_front(interval);
         }
+        end -= seconds(interval);
     }
+}
+
+// Nothing before the second image.
+std::optional<Moment> CameraHealth::knownSince() const
+{
+    if (intervals_.empty() || !newest) {
+        return std::nullopt;
+    }
+    return *newest - seconds(std::accumulate(intervals_.begin(), intervals_.end(), qint64{0}));
 }
 
 std::optional<seconds> CameraHealth::usualInterval() const

@@ -82,6 +82,7 @@ private:
     void forgetHoursAfter(Moment when);
     void takeHours(const CameraHealth &counted);
     void takeIntervals(const CameraHealth &counted);
+    [[nodiscard]] std::optional<Moment> knownSince() const;
 
     struct Hour
     {

@@ -206,6 +206,30 @@ TEST(CameraHealth, AddsNoHistoryTwice)
     EXPECT_EQ(camera.toJson(), once);
 }
 
+TEST(CameraHealth, AddsNoShortHistoryTwice)
+{
+    CameraHealth camera;
+    camera.takeCount(delivering(4, 1h));
+    camera.addImage(kBegin + 3h + 1min, 500);
+    camera.addImage(kBegin + 3h + 2min, 500);
+    camera.addImage(kBegin + 3h + 3min, 500);
+    const std::optional<std::chrono::seconds> before = camera.usualInterval();
+    CameraHealth left = delivering(4, 1h); // of which one was deleted
+    left.addImage(kBegin + 3h + 3min, 500);
+    camera.takeCount(left);
+    EXPECT_EQ(before, 1min);
+    EXPECT_EQ(camera.usualInterval(), before);
+}
+
+TEST(CameraHealth, AddsAnOlderHistoryThatWasBroughtInLater)
+{
+    CameraHealth camera;
+    camera.addImage(kBegin + 30h, 500);
+    camera.addImage(kBegin + 30h + 1min, 500);
+    camera.takeCount(delivering(4, 1h));
+    EXPECT_EQ(camera.usualInterval(), 1h);
+}
+
 TEST(LateRule, WaitsTenUsualIntervalsButAQuarterOfAnHourAtLeast)
 {
     EXPECT_EQ(LateRule().patience(delivering(5, 10min)), 100min);

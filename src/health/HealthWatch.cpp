@@ -35,14 +35,21 @@ HealthWatch::HealthWatch(StorageFolder &storage, Clock &clock, HealthBook &book,
     , oldest_(oldest)
     , options_(book.settings())
 {
-    connect(&scheduler_, &Scheduler::passEnded, this, [this] {
-        if (scheduler_.isFirstPassDone()) {
-            trust();
-        }
-    });
+    connect(&scheduler_, &Scheduler::ticked, this, [this] { asking_ = clock_.monotonicNow(); });
+    connect(&scheduler_, &Scheduler::passEnded, this, &HealthWatch::followPass);
     connect(&book_, &HealthBook::cameBack, this, [this](CameraAddress camera) {
         back_.insert_or_assign(camera, book_.camera(camera).folder);
     });
+}
+
+void HealthWatch::followPass()
+{
+    if (scheduler_.isFirstPassDone()) {
+        trust();
+    }
+    if (std::exchange(round_, scheduler_.lastRound()) != scheduler_.lastRound()) {
+        asked_ = asking_;
+    }
 }
 
 QCoro::Task<> HealthWatch::run(std::stop_token stop)
@@ -109,7 +116,7 @@ void HealthWatch::lookAtStandstill()
     if (stands && !standsSince_) {
         standsSince_ = clock_.monotonicNow();
     } else if (!stands && standsSince_) {
-        book_.forgive(clock_.monotonicNow() - *standsSince_);
+        forgive(clock_.monotonicNow() - *standsSince_);
         standsSince_.reset();
     }
 }
@@ -122,7 +129,19 @@ void HealthWatch::forgiveStall()
     const auto before =
         std::exchange(lookedAt_, standsSince_ ? std::nullopt : std::optional(now)).value_or(now);
     if (now - before > kLongestPause) {
-        book_.forgive(now - before);
+        forgive(now - before);
+    }
+}
+
+// The moment at which cameras were asked moves on as well: otherwise what came after it would be
+// forgiven twice.
+void HealthWatch::forgive(milliseconds duration)
+{
+    book_.forgive(duration);
+    for (std::optional<milliseconds> *const moment : {&asked_, &asking_}) {
+        if (*moment) {
+            **moment = std::min(clock_.monotonicNow(), **moment + duration);
+        }
     }
 }
 
@@ -138,10 +157,9 @@ bool HealthWatch::isLate(const SettingsSnapshot &settings, CameraAddress camera)
 // in each.
 milliseconds HealthWatch::sinceAsked(const SettingsSnapshot &settings, CameraAddress camera) const
 {
-    const auto round = scheduler_.lastRound();
     const bool waits =
         book_.camera(camera).images > 0 && !CameraTable::schedule(settings, camera).hasOwnPeriod();
-    return round && waits ? clock_.monotonicNow() - *round : 0ms;
+    return asked_ && waits ? clock_.monotonicNow() - *asked_ : 0ms;
 }
 
 void HealthWatch::lookAtCameras()

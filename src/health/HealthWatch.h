@@ -52,6 +52,8 @@ private:
     void lookAtStorage();
     void lookAtStandstill();
     void forgiveStall();
+    void forgive(std::chrono::milliseconds duration);
+    void followPass();
     void lookAtCameras();
     void tellBack();
     void tellMarks();
@@ -76,6 +78,9 @@ private:
     std::optional<Suspension> suspension_;                 // while the disk is too full
     std::optional<std::chrono::milliseconds> standsSince_; // nothing can come from any camera
     std::optional<std::chrono::milliseconds> lookedAt_;    // at the cameras, last
+    std::optional<std::chrono::milliseconds> round_;       // the last one that has asked all
+    std::optional<std::chrono::milliseconds> asked_;       // then, without what was forgiven since
+    std::optional<std::chrono::milliseconds> asking_;      // the same of the pass under way
     QString seenStorage_; // the storage folder that was there when last looked at
     bool isGone_ = false; // the storage folder, as last reported
     bool isTrusted_ = false;

@@ -381,6 +381,28 @@ TEST_F(HealthWatchTest, TellsNotAgainOfALateCameraBecauseTheCaptureWasHeld)
     EXPECT_EQ(notices_.size(), 1);
 }
 
+// In the middle of that round, and after it.
+TEST_F(HealthWatchTest, TellsNotAgainOfALateCameraBecauseTheCaptureWasHeldSinceTheLastRound)
+{
+    house_.beginTick(); // the first one asks all
+    clock_.advance(2s);
+    deliver(kOne, 3);
+    source_.answer(cameraUrl(kTwo), delayedReply(2s));
+    for (const std::chrono::minutes quiet : {20min, 2min}) {
+        clock_.advance(quiet);
+        house_.scheduler.setTickCounter(59);
+        house_.beginTick(); // it has nothing new
+        for (const std::chrono::seconds more : {10s, 1s}) {
+            const Suspension held = house_.scheduler.suspend();
+            clock_.advance(30min);
+            house_.scheduler.resume(held);
+            clock_.advance(more);
+        }
+        EXPECT_TRUE(isLate(kOne));
+    }
+    EXPECT_EQ(notices_.size(), 1);
+}
+
 TEST_F(HealthWatchTest, TellsOfTheStorageFolderAndBlamesNoCameraForIt)
 {
     deliver(kOne, 3);

@@ -197,7 +197,9 @@ void Calendar::follow(CameraAddress camera, const QString &fileName)
 {
     const QByteArray name = QFile::encodeName(fileName);
     const auto day = dayOfName(name);
-    const bool isNew = isListedName(name) && !files().names().find(name);
+    const bool isKnown =
+        files().names().find(name) || std::ranges::find(stored_, name) != stored_.end();
+    const bool isNew = isListedName(name) && !isKnown;
     if (!open_ || !browser_.isListed(camera) || !day || !isNew) {
         return;
     }

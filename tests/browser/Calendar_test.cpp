@@ -104,6 +104,15 @@ TEST_F(CalendarTest, CountsAnImageThatIsStoredInTheHoursOfItsDay)
     EXPECT_EQ(calendar_.hours().at(10).count, 1);
 }
 
+// Someone has deleted it in between.
+TEST_F(CalendarTest, CountsAnImageOnceThatIsStoredAgain)
+{
+    calendar_.follow(kCamera, QStringLiteral("20070102_1000000110.jpg"));
+    calendar_.follow(kCamera, QStringLiteral("20070102_1000000110.jpg"));
+    EXPECT_EQ(calendar_.imagesOf(2007y / 1 / 2), 2);
+    EXPECT_EQ(calendar_.hours().at(10).count, 1);
+}
+
 TEST_F(CalendarTest, GoesToAnImageThatWasStoredSinceTheListWasRead)
 {
     const QString stored = QStringLiteral("20070103_1000000110.jpg");

@@ -98,7 +98,7 @@ void HealthBook::takeCamera(const SettingsSnapshot &settings, CameraAddress came
         recordOf(camera).folder = folder;
         seen.quietSince.reset();
         seen.isTried = false;
-        seen.from = isLoaded_ ? clock_.monotonicNow() : milliseconds::min();
+        seen.from = isLoaded_ ? std::optional(clock_.monotonicNow()) : std::nullopt;
         isChanged_ = true;
     }
     if (seen.isConfigured && (isOther || !seen.quietSince)) {
@@ -125,7 +125,8 @@ void HealthBook::anchor(CameraAddress camera)
     if (const auto since = this->camera(camera).quietSince()) {
         const auto age = std::max(seconds(0), now() - *since);
         Seen &seen = seen_[camera];
-        seen.quietSince = std::max<milliseconds>(seen.from, clock_.monotonicNow() - age);
+        const milliseconds began = clock_.monotonicNow() - age;
+        seen.quietSince = std::max(began, seen.from.value_or(began));
     }
 }
 
@@ -139,9 +140,13 @@ std::optional<seconds> HealthBook::quiet(CameraAddress camera) const
 void HealthBook::forgive(milliseconds duration)
 {
     const milliseconds now = clock_.monotonicNow();
+    const auto later = [&](milliseconds moment) { return std::min(now, moment + duration); };
     for (Seen &seen : seen_) {
         if (seen.quietSince) { // a camera may have come after the time that is forgiven began
-            *seen.quietSince = std::min(now, *seen.quietSince + duration);
+            seen.quietSince = later(*seen.quietSince);
+        }
+        if (seen.from) {
+            seen.from = later(*seen.from);
         }
     }
 }
@@ -149,8 +154,9 @@ void HealthBook::forgive(milliseconds duration)
 void HealthBook::excuse(CameraAddress camera)
 {
     Seen &seen = seen_[camera];
+    seen.from = clock_.monotonicNow();
     if (seen.quietSince) {
-        seen.quietSince = clock_.monotonicNow();
+        seen.quietSince = seen.from;
     }
 }
 

@@ -103,12 +103,13 @@ Q_SIGNALS:
 private:
     struct Seen // in this run
     {
-        std::optional<std::chrono::milliseconds> quietSince; // by the monotonic clock
+        // By the monotonic clock.
+        std::optional<std::chrono::milliseconds> quietSince;
+        std::optional<std::chrono::milliseconds> from; // added, or excused, in this run
         QString title;
         QString url;
         bool isConfigured = false;
-        bool isTried = false;                                              // its count has begun
-        std::chrono::milliseconds from = std::chrono::milliseconds::min(); // when it was added
+        bool isTried = false; // its count has begun
     };
 
     [[nodiscard]] CameraHealth &recordOf(CameraAddress camera);

@@ -320,6 +320,25 @@ TEST_F(HealthBookTest, BlamesNoCameraForTheTimeBeforeItWasAdded)
     EXPECT_GE(book_.quiet(kOne), 20min);
 }
 
+// Its images are found only afterwards, as the storage folder was away for instance.
+TEST_F(HealthBookTest, BlamesNoCameraForTheTimeThatIsForgivenBeforeItsImagesAreFound)
+{
+    book_.load();
+    add(kOne);
+    add(kTwo);
+    book_.followTable();
+    house_.finish();
+    clock_.advance(1h);
+    book_.forgive(50min);
+    book_.excuse(kTwo);
+    house_.putImage(kOne, kImage);
+    house_.putImage(kTwo, kImage);
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(book_.quiet(kOne), 10min);
+    EXPECT_EQ(book_.quiet(kTwo), 0s);
+}
+
 TEST_F(HealthBookTest, CountsNothingTwice)
 {
     add(kOne);

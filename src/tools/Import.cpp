@@ -75,7 +75,10 @@ void Import::load()
 {
     uses_.log.trace(QStringLiteral("frmImport Form_Load"));
     open_ = true;
-    face_.ctr = kNone;
+    if (!face_.running) {
+        face_.progress = {};
+    }
+    face_.ctr = QString::number(face_.progress.copied);
     loadSource();
     face_.Cam = keys::kImportGroup.read(settings(), uses_.problems);
     face_.Lien = keys::kImportRow.read(settings(), uses_.problems);

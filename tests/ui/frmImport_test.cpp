@@ -358,6 +358,19 @@ TEST_F(ImportWindow, ReopenedItLooksAgain)
     EXPECT_EQ(house_.shown("iSource"), QStringLiteral("new.jpg"));
 }
 
+TEST_F(ImportWindow, ReopenedItShowsNoProgressOfAFormerRun)
+{
+    house_.put(kKept);
+    house_.open();
+    house_.click("cmdGo");
+    QTest::keyClick(house_.message(), Qt::Key_Return);
+    ASSERT_EQ(house_.find<QProgressBar>("Progress").value(), 1);
+    house_.click("cmdQuit");
+    house_.open();
+    EXPECT_EQ(house_.find<QProgressBar>("Progress").value(), 0);
+    EXPECT_EQ(house_.text("ctr"), QStringLiteral("0"));
+}
+
 TEST_F(ImportWindow, TheFilePressedIsMeantThoughTheListIsReadAgainBeforeTheRelease)
 {
     house_.put(QStringLiteral("b.jpg"));

@@ -288,6 +288,7 @@ void Import::showSource()
     const QByteArray name = files_.selected();
     face_.iSource =
         name.isEmpty() ? QString() : filePath(native(folders_.path()), QFile::decodeName(name));
+    ++face_.looks;
     Q_EMIT changed();
 }
 
@@ -299,6 +300,7 @@ QCoro::Task<> Import::readTarget(std::stop_token stop)
         co_await reader_.first(folder, FilePattern(kImagePattern), stop);
     if (name && !name->isEmpty()) {
         face_.iTarget = filePath(folder, QFile::decodeName(*name));
+        ++face_.looks;
         Q_EMIT changed();
     }
 }

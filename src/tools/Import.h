@@ -33,6 +33,7 @@ struct ImportFace
     ImportProgress progress; // progress of the run
     QString iSource;         // native paths of the pictures, empty for none
     QString iTarget;
+    int looks = 0; // at the two files so far: one looked at again may hold another picture
 };
 
 /// Every choice is stored at once. Coroutines run in the scope, which is joined before this object

@@ -199,10 +199,12 @@ QList<PictureOrder> frmImport::wantedPictures() const
 void frmImport::showPictures()
 {
     const QList<PictureOrder> wanted = wantedPictures();
-    if (wanted == pictures_ || !loaded_) {
+    const int looks = import_.face().looks;
+    if ((wanted == pictures_ && looks == looks_) || !loaded_) {
         return;
     }
     pictures_ = wanted;
+    looks_ = looks;
     for (const int place : {kSourcePlace, kTargetPlace}) {
         if (std::ranges::count(wanted, place, &PictureOrder::place) == 0) {
             view(place).clear();

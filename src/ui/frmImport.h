@@ -60,6 +60,7 @@ private:
     std::unique_ptr<Ui::frmImport> ui_;
     QStringList drives_; // as the list shows them
     QList<PictureOrder> pictures_;
+    int looks_ = 0; // at their files
     bool loaded_ = false;
 };
 

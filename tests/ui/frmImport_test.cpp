@@ -102,6 +102,29 @@ TEST_F(ImportWindow, AFileThatIsNoPictureShowsNone)
     EXPECT_EQ(house_.shown("iSource"), QString());
 }
 
+TEST_F(ImportWindow, AClickLooksAtAFileAgainThatWasNotWholeYet)
+{
+    house_.house.tree.write(u"drives/c/card/a.jpg", "half");
+    house_.open();
+    ASSERT_EQ(house_.shown("iSource"), QString());
+    house_.put(QStringLiteral("a.jpg"));
+    house_.clickRow("File1", 0);
+    EXPECT_EQ(house_.shown("iSource"), QStringLiteral("a.jpg"));
+    ASSERT_TRUE(QFile::remove(house_.house.tree.path(u"drives/c/card/a.jpg")));
+    house_.clickRow("File1", 0);
+    EXPECT_EQ(house_.shown("iSource"), QString());
+}
+
+TEST_F(ImportWindow, ACameraChosenOnceMoreIsLookedAtAgain)
+{
+    house_.house.putImage(ImportHouse::kCamera, kKept, "half");
+    house_.open();
+    ASSERT_EQ(house_.shown("iTarget"), QString());
+    house_.house.putImage(ImportHouse::kCamera, kKept, pictureBytes(Qt::blue));
+    house_.pick("Lien", 0);
+    EXPECT_EQ(house_.shown("iTarget"), kKept);
+}
+
 TEST_F(ImportWindow, ADoubleClickOpensAFolderAndASingleOneDoesNot)
 {
     house_.open();

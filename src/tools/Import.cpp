@@ -75,6 +75,7 @@ void Import::load()
 {
     uses_.log.trace(QStringLiteral("frmImport Form_Load"));
     open_ = true;
+    reopened_ = face_.running;
     if (!face_.running) {
         face_.progress = {};
     }
@@ -387,6 +388,7 @@ void Import::begin()
     copying_ = std::stop_source();
     atOnce_ = std::stop_source();
     overtaken_ = false;
+    reopened_ = false;
     storage_ = uses_.storage.inForce();
     target_ = uses_.storage.cameraFolder(camera());
     initialCount_ = counting_ ? std::nullopt : std::optional(shownCount_);
@@ -402,7 +404,7 @@ void Import::showProgress()
 {
     face_.progress = run_.progress();
     face_.ctr = QString::number(face_.progress.copied);
-    if (face_.progress.copied > 0) {
+    if (face_.progress.copied > 0 && !reopened_) {
         const qint64 before = initialCount_.value_or(face_.progress.files);
         shownCount_ = before - face_.progress.collisions;
         face_.NbF = QString::number(shownCount_);

@@ -147,6 +147,7 @@ private:
     qint64 shownCount_ = 0;              // as NbF shows it
     bool counting_ = false;
     bool overtaken_ = false;            // another storage folder came into force during the run
+    bool reopened_ = false;             // the window was, during the run, and has its own count
     std::optional<QString> pressedFor_; // name of the camera's folder
     bool identical_ = false; // source and target were identical, and no target was chosen since
     bool open_ = false;

@@ -394,6 +394,24 @@ TEST_F(ImportWindow, ReopenedItShowsNoProgressOfAFormerRun)
     EXPECT_EQ(house_.text("ctr"), QStringLiteral("0"));
 }
 
+TEST_F(ImportWindow, ReopenedDuringARunItKeepsItsOwnCount)
+{
+    const QByteArray large(qsizetype{48} << 20, 'x'); // so that events are handled within it
+    house_.house.tree.write(QString(QStringLiteral("drives/c/card/") + kKept), large);
+    house_.put(QStringLiteral("b.jpg"));
+    house_.open();
+    QTest::mouseClick(&house_.find<QWidget>("cmdGo"), Qt::LeftButton);
+    const auto &bar = house_.find<QProgressBar>("Progress");
+    ASSERT_TRUE(QTest::qWaitFor([&bar] { return bar.maximum() == 2; }));
+    QTest::mouseClick(&house_.find<QWidget>("cmdQuit"), Qt::LeftButton);
+    house_.window.present();
+    ASSERT_FALSE(house_.find<QWidget>("cmdGo").isEnabled());
+    house_.settle();
+    EXPECT_EQ(house_.house.images(ImportHouse::kCamera), QStringList{kKept});
+    EXPECT_EQ(house_.text("ctr"), QStringLiteral("1"));
+    EXPECT_EQ(house_.text("NbF"), QStringLiteral(" 2"));
+}
+
 TEST_F(ImportWindow, TheFilePressedIsMeantThoughTheListIsReadAgainBeforeTheRelease)
 {
     house_.put(QStringLiteral("b.jpg"));

@@ -13,6 +13,7 @@ namespace velmora {
 namespace {
 
 constexpr QSize kMostShown{1280, 960};
+constexpr int kUsualPercent = 5; // until another is chosen
 
 QString whyNotShown(const QByteArray &bytes, const TimelyPicture &picture)
 {
@@ -111,9 +112,8 @@ void CameraSheet::fill(const CameraFields &stored)
     ui_->sheetUser->setText(stored.login.user);
     ui_->sheetPassword->setText(stored.login.password);
     ui_->sheetKeep->setCurrentIndex(static_cast<int>(stored.keep.keep));
-    if (stored.keep.keep == Keep::Clearly) {
-        ui_->sheetPercent->setValue(stored.keep.percent);
-    }
+    ui_->sheetPercent->setValue(stored.keep.keep == Keep::Clearly ? stored.keep.percent
+                                                                  : kUsualPercent);
     ui_->sheetMessage->clear();
     ui_->sheetResult->clear();
     ui_->sheetDifference->clear();

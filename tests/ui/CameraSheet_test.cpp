@@ -170,6 +170,15 @@ TEST_F(CameraSheetTest, ShowsWhatIsStored)
     EXPECT_FALSE(find<QSpinBox>(QStringLiteral("sheetPercent")).isEnabled());
 }
 
+TEST_F(CameraSheetTest, OffersThePercentageOfNoOtherCamera)
+{
+    house_.house.settings.write(u"Camera03", u"Keep", u"clearly:40");
+    sheet_.present(kCamera);
+    sheet_.present({0, 4});
+    QTest::keyClick(&find<QComboBox>(QStringLiteral("sheetKeep")), Qt::Key_End);
+    EXPECT_EQ(find<QSpinBox>(QStringLiteral("sheetPercent")).value(), 5);
+}
+
 TEST_F(CameraSheetTest, LeavesTheSettingsAsTheyAreWhenNothingIsChosen)
 {
     const QByteArray before = house_.house.tree.read(u"Velmora.ini");

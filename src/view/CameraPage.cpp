@@ -94,11 +94,12 @@ void CameraPage::rereadRow(int row)
     const CameraRow before = at(row);
     at(row) = table_.row(camera);
     at(row).lamp = at(row).lampAtRest();
-    if (live_ && live_->camera == camera && live_->colour != LampColour::Orange) {
+    const bool isLive = live_ && live_->camera == camera; // also by an address not yet stored
+    if (isLive && live_->colour != LampColour::Orange) {
         live_->colour = at(row).lamp;
     }
-    const bool isOfSame = !at(row).url.isEmpty() && at(row).url == addresses_[camera];
-    if (before.lamp == LampColour::Orange && isOfSame) {
+    const bool isOfSame = at(row).url == addresses_[camera];
+    if (before.lamp == LampColour::Orange && isOfSame && (isLive || !at(row).url.isEmpty())) {
         at(row).lamp = before.lamp;
     }
     if (addressRefusal(before.url, row)) {

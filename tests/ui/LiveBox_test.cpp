@@ -49,6 +49,11 @@ protected:
 
     QString shown(const QString &name) { return picture(name).accessibleDescription(); }
 
+    int lamp(int row)
+    {
+        return house_.find<Lamp>(QStringLiteral("SB%1").arg(row)).property("FillColor").toInt();
+    }
+
     QString targetFile() const { return house_.house.tree.path(u"drives/c/in/tmp/Target.jpg"); }
 
     static constexpr CameraAddress kCamera{0, 2};
@@ -69,7 +74,18 @@ TEST_F(LiveBoxTest, SaysThatItIsLoading)
     select();
     EXPECT_EQ(text(QStringLiteral("Locale")), QStringLiteral("Local 2"));
     EXPECT_EQ(text(QStringLiteral("lWeb")), kLoading);
-    EXPECT_EQ(house_.find<Lamp>(QStringLiteral("SB2")).property("FillColor").toInt(), 33023);
+    EXPECT_EQ(lamp(2), 33023);
+}
+
+// Any setting, say.
+TEST_F(LiveBoxTest, ARowWhoseFirstAddressIsBeingTypedStaysOrangeWhenTheSettingsAreReadAgain)
+{
+    house_.retype(QStringLiteral("Source5"), cameraUrl(kCamera));
+    house_.clock.advance(100ms);
+    house_.house.engine.adoptSettings();
+    EXPECT_EQ(lamp(5), 33023);
+    arrive();
+    EXPECT_EQ(lamp(5), 255);
 }
 
 TEST_F(LiveBoxTest, EmptiesTheStatusLineAtItsBeginAndItsEnd)

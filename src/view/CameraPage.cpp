@@ -245,7 +245,11 @@ void CameraPage::restoreSource(int row)
 void CameraPage::fillSource(int row, const QString &text)
 {
     restoreSource(row); // what was typed before does not count any more
-    editing_.type(row, text, storedAddress(row));
+    const QString stored = storedAddress(row);
+    editing_.type(row, text, stored);
+    if (text != stored) {
+        Q_EMIT cameraReplaced({group_, row});
+    }
 }
 
 void CameraPage::storeElsewhere(CameraAddress camera, const QString &text)

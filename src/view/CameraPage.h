@@ -84,7 +84,7 @@ public:
     void restoreSource(int row);
 
     /// A row's box was filled with an address that the user gave elsewhere: it counts as
-    /// typed, but the live view stays.
+    /// typed, but the live view does not show it.
     void fillSource(int row, const QString &text);
 
     /// Stores an address that was typed elsewhere for a camera whose group is not on screen, under
@@ -131,7 +131,7 @@ Q_SIGNALS:
     /// A camera's address was stored, and it has changed.
     void addressStored(velmora::CameraAddress camera);
 
-    /// Another program has given a row another camera, or none.
+    /// A row is given another camera, or none, elsewhere than in its box.
     void cameraReplaced(velmora::CameraAddress camera);
 
     /// The pictures of the live view no longer belong to the page.

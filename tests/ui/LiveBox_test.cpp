@@ -1,6 +1,7 @@
 // The two pictures of the main window: the stored image and the live one of the current row.
 #include "WindowHouse.h"
 #include "support/StoredPictures.h"
+#include "ui/CameraSheet.h"
 #include "ui/PictureView.h"
 #include "ui/Zoom.h"
 
@@ -162,6 +163,70 @@ TEST_F(LiveBoxTest, TheNextLivePictureTakesThePlaceOfTheLast)
     arrive();
     const QImage look = picture(kLive).grab().toImage();
     EXPECT_GT(look.pixelColor(look.width() / 2, look.height() / 2).blue(), 200);
+}
+
+class LiveViewAndSheet : public LiveBoxTest
+{
+protected:
+    LiveViewAndSheet()
+    {
+        Interface &main = house_.window;
+        QObject::connect(&main, &Interface::sheetWanted, &sheet_, &CameraSheet::present);
+        QObject::connect(&sheet_, &CameraSheet::addressChosen, &main, &Interface::fillAddress);
+        house_.house.putImage(kCamera, storedName(1), pictureBytes(Qt::red));
+    }
+
+    void give(const QString &url)
+    {
+        QTest::keyClick(&house_.find<QLineEdit>(QStringLiteral("Source2")), Qt::Key_F4);
+        auto &address = *sheet_.findChild<QLineEdit *>(QStringLiteral("sheetAddress"));
+        address.selectAll();
+        QTest::keyClick(&address, Qt::Key_Delete);
+        QTest::keyClicks(&address, url);
+        QTest::keyClick(&address, Qt::Key_Return);
+        house_.clock.advance(100ms);
+    }
+
+    CameraSheet sheet_{house_.house.settings, house_.house.view.trial()};
+};
+
+TEST_F(LiveViewAndSheet, AnotherAddressTakesThePicturesOfTheCameraBeforeAway)
+{
+    select();
+    arrive();
+    ASSERT_NE(shown(kLive), QString());
+    give(cameraUrl({1, 1}));
+    EXPECT_EQ(shown(kLive), QString());
+    EXPECT_EQ(shown(kStored), QString());
+}
+
+TEST_F(LiveViewAndSheet, NoPictureOfTheCameraBeforeComesLate)
+{
+    select();
+    give(cameraUrl({1, 1}));
+    EXPECT_EQ(text(QStringLiteral("lWeb")), kAskToClick);
+    EXPECT_EQ(lamp(2), 255);
+    arrive();
+    EXPECT_EQ(shown(kLive), QString());
+    EXPECT_EQ(text(QStringLiteral("TimeLoad2")), QStringLiteral("0"));
+}
+
+TEST_F(LiveViewAndSheet, TheReasonOfTheCameraBeforeGoes)
+{
+    house_.source.answer(cameraUrl(kCamera), {{}, {}, {}, {}, QStringLiteral("gone")});
+    select();
+    arrive();
+    ASSERT_TRUE(text(QStringLiteral("lReason")).endsWith(u"live picture: gone"));
+    give(QString());
+    EXPECT_EQ(text(QStringLiteral("lReason")), QString());
+}
+
+TEST_F(LiveViewAndSheet, TheSameAddressLeavesThePictures)
+{
+    select();
+    arrive();
+    give(cameraUrl(kCamera));
+    EXPECT_EQ(shown(kLive), targetFile());
 }
 
 TEST_F(LiveBoxTest, EachPictureOpensEnlargedWhenItIsClicked)

@@ -6,11 +6,13 @@
 #include "LiveReference.h"
 #include "WindowHouse.h"
 #include "support/StoredPictures.h"
+#include "ui/CameraSheet.h"
 #include "ui/PictureView.h"
 #include "ui/Zoom.h"
 
 #include <QClipboard>
 #include <QDir>
+#include <QMessageBox>
 #include <QRandomGenerator>
 #include <QTabBar>
 
@@ -33,7 +35,11 @@ protected:
     LiveHands()
     {
         another_.show();
-        QObject::connect(&rooms_.window, &Interface::zoomWanted, &zoom_, &Zoom::present);
+        Interface &main = rooms_.window; // connected as the program does
+        QObject::connect(&main, &Interface::zoomWanted, &zoom_, &Zoom::present);
+        QObject::connect(&main, &Interface::sheetWanted, &sheet_, &CameraSheet::present);
+        QObject::connect(&sheet_, &CameraSheet::addressChosen, &main, &Interface::fillAddress);
+        QObject::connect(&sheet_, &CameraSheet::saved, &house_.page, &CameraPage::reread);
         for (int row = 0; row < kUsedRows; ++row) {
             QObject::connect(&box(row), &QLineEdit::textChanged, &another_,
                              [this, row](const QString &text) { change(row, text); });
@@ -155,6 +161,64 @@ protected:
             QTest::keyClick(&box, Qt::Key_Delete);
         }
     }
+
+    // Two addresses, one a line, fill two rows after a question.
+    void pasteLines()
+    {
+        if (!mayUseMain() || rowWithCursor() < 0 || rowWithCursor() == kUsedRows - 1) {
+            return;
+        }
+        const int row = rowWithCursor();
+        const QString first = anyUrl();
+        const QString second = anyUrl();
+        const QStringList stored{storedUrl(row), storedUrl(row + 1)};
+        QGuiApplication::clipboard()->setText(first + u'\n' + second);
+        QTest::keyClick(&box(row), Qt::Key_V, Qt::ControlModifier);
+        auto *const question = rooms_.window.findChild<QMessageBox *>();
+        ASSERT_NE(question, nullptr);
+        const bool isYes = !oneIn(3);
+        QTest::mouseClick(question->button(isYes ? QMessageBox::Yes : QMessageBox::No),
+                          Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(question, QEvent::DeferredDelete);
+        if (isYes) {
+            give(row, stored.at(0), first);
+            give(row + 1, stored.at(1), second);
+            change(row, first);
+        }
+    }
+
+    // Another address for the camera, or none.
+    void saveInSheet()
+    {
+        if (!mayUseMain()) {
+            return;
+        }
+        const int row = below(kUsedRows);
+        box(row).setFocus(Qt::TabFocusReason);
+        taken_ = row;
+        QTest::keyClick(&box(row), Qt::Key_F4);
+        ASSERT_TRUE(sheet_.isVisible());
+        auto &address = *sheet_.findChild<QLineEdit *>(QStringLiteral("sheetAddress"));
+        const QString before = address.text();
+        const QString url = oneIn(5) ? QString() : anyUrl();
+        address.selectAll();
+        QTest::keyClick(&address, Qt::Key_Delete);
+        QTest::keyClicks(&address, url);
+        QTest::keyClick(&address, Qt::Key_Return);
+        EXPECT_FALSE(sheet_.isVisible());
+        give(row, before, url);
+    }
+
+    // Elsewhere than in the box.
+    void give(int row, const QString &before, const QString &url)
+    {
+        typed_.insert(row);
+        if (url != before) {
+            live_.replace({group(), row});
+        }
+    }
+
+    QString storedUrl(int row) { return house_.table.url({group(), row}); }
 
     void tabKey()
     {
@@ -295,6 +359,7 @@ protected:
     WindowHouse rooms_;
     CaptureHouse &house_ = rooms_.house;
     Zoom zoom_;
+    CameraSheet sheet_{house_.settings, house_.view.trial()};
     QWidget another_;
     QRandomGenerator random_;
     LiveReference live_{{[this](const QString &url) { return script(url); },

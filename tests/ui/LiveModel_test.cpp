@@ -333,6 +333,8 @@ const std::vector<LiveModel::Kind> LiveModel::kKinds{
     {"paste", &LiveModel::paste, 3},
     {"type a letter", &LiveModel::typeLetter},
     {"empty", &LiveModel::empty},
+    {"paste lines", &LiveModel::pasteLines},
+    {"save in the sheet", &LiveModel::saveInSheet},
     {"tab key", &LiveModel::tabKey},
     {"drop", &LiveModel::drop},
     {"click a tab", &LiveModel::clickTab},

@@ -3,6 +3,8 @@
 #include "cameras/CameraTable.h"
 #include "capture/CameraUrl.h"
 
+#include <QDir>
+
 namespace velmora {
 
 CameraRequests::CameraRequests(const SettingsFile &settings, const StorageFolder &storage,
@@ -39,9 +41,13 @@ HttpRequest CameraRequests::live(CameraAddress camera, const QString &url) const
                      isStored ? cameraLogin(settings, camera) : CameraLogin{});
 }
 
+// Nothing is stored of what is only tried, and no storage folder need be there for it.
 HttpRequest CameraRequests::trial(const QString &address, const CameraLogin &login) const
 {
-    return completed(requestFor(expandTemplate(address), options_.downloadLimit()), login);
+    HttpRequest request =
+        completed(requestFor(expandTemplate(address), options_.downloadLimit()), login);
+    request.workFolder = QDir::tempPath();
+    return request;
 }
 
 } // namespace velmora

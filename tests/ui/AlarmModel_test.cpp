@@ -3,7 +3,7 @@
 // scan and of the test mail make of them.
 #include "AlarmReference.h"
 #include "BrowserModel.h"
-#include "Sequences.h"
+#include "support/Sequences.h"
 #include "ui/Alarm.h"
 
 #include <vector>

@@ -2,8 +2,8 @@
 // storage folder and late pictures come in between, each followed by a check of what the window
 // shows against what the rules of the live view make of them.
 #include "LiveHands.h"
-#include "Sequences.h"
 #include "admin/CameraCommands.h"
+#include "support/Sequences.h"
 
 #include <utility>
 #include <vector>

@@ -1,9 +1,9 @@
 // Random sequences of what a user can do in a camera's sheet while commands, the capture and late
 // answers change what is around it, each followed by a check of the sheet and of the settings file
 // against what the rules make of them.
-#include "Sequences.h"
 #include "SheetHands.h"
 #include "admin/CameraCommands.h"
+#include "support/Sequences.h"
 
 #include <vector>
 

@@ -21,7 +21,7 @@ public:
     void play(int sequence)
     {
         for (int i = 0; i < kEvents && !testing::Test::HasFailure(); ++i) {
-            const Kind &kind = anyKind();
+            const Kind &kind = anyOfKinds(kKinds, [this](int bound) { return below(bound); });
             done_.append(QString::fromLatin1(kind.name));
             (this->*kind.run)();
             town_.settle();
@@ -42,20 +42,6 @@ private:
     };
 
     static const std::vector<Kind> kKinds;
-
-    const Kind &anyKind()
-    {
-        int left = 0;
-        for (const Kind &kind : kKinds) {
-            left += kind.chances;
-        }
-        left = below(left);
-        auto kind = kKinds.begin();
-        while ((left -= kind->chances) >= 0) {
-            ++kind;
-        }
-        return *kind;
-    }
 
     static std::string text(const QStringList &list)
     {

@@ -3,6 +3,8 @@
 
 #include <QtGlobal>
 
+#include <vector>
+
 namespace velmora::test {
 
 inline int numberFrom(const char *variable, int otherwise)
@@ -25,6 +27,23 @@ inline Sequences sequencesToPlay(int count)
 {
     const int first = numberFrom("VELMORA_FIRST_SEQUENCE", 0);
     return {first, first + numberFrom("VELMORA_SEQUENCES", count)};
+}
+
+/// One of the kinds of events, each as often as its `chances` say. below: gives a random number
+/// from 0 up to below a bound.
+template <typename Kind, typename Below>
+const Kind &anyOfKinds(const std::vector<Kind> &kinds, Below below)
+{
+    int left = 0;
+    for (const Kind &kind : kinds) {
+        left += kind.chances;
+    }
+    left = below(left);
+    auto kind = kinds.begin();
+    while ((left -= kind->chances) >= 0) {
+        ++kind;
+    }
+    return *kind;
 }
 
 } // namespace velmora::test

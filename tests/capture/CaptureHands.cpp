@@ -20,14 +20,15 @@ CameraAnswer ok(const QByteArray &headers, const QByteArray &body)
 // No two are the same.
 QByteArray CaptureHands::anyBody()
 {
-    static const QList<int> sizes{1000, 2000, 2000, 5000, 20000};
+    static const QList<int> sizes{1000, 2000, 2000, 5000, 300000};
     const QByteArray begin = oneIn(4) ? "\x89PNG\r\n\x1a\n" : "\xFF\xD8\xFF\xE0";
     return (begin + QByteArray::number(++pictures_)).leftJustified(anyOf(sizes), 'x');
 }
 
 void CaptureHands::date(ServerAnswer *answer, QByteArray *headers)
 {
-    static const QList<int> ahead{0, -1, 4, -7, 61, -3600, 7 * 3600, -30 * 3600, 101 * 3600};
+    static const QList<int> ahead{0,     -1,       4,          -7,         61,
+                                  -3600, 7 * 3600, -30 * 3600, 101 * 3600, -40 * 86400};
     static const QStringList none{QString(),
                                   QString(),
                                   QStringLiteral("  "),
@@ -57,7 +58,7 @@ CameraAnswer CaptureHands::refusal(const QString &path, const QByteArray &header
 {
     CameraAnswer broken;
     broken.bytes = (oneIn(2) ? "HTTP/1.1 200 OK\r\nContent-Length: 70000000\r\n"
-                             : "HTTP/1.1 200 OK\r\nContent-Length: 30000\r\n") +
+                             : "HTTP/1.1 200 OK\r\nContent-Length: 3000000\r\n") +
                    headers + "\r\n" + body;
     const QList<CameraAnswer> all{response("404 Not Found", headers, body),
                                   response("304 Not Modified", headers, {}),

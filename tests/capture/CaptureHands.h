@@ -58,6 +58,8 @@ public:
             setUrl(camera);
             setValue(QStringLiteral("Groupe%1").arg(camera.group),
                      QStringLiteral("AutoDelai%1").arg(camera.row), QString::number(below(2)));
+            setValue(QStringLiteral("Groupe%1").arg(camera.group),
+                     QStringLiteral("EffM%1").arg(camera.row), QString::number(below(3) / 2));
             setValue(QStringLiteral("Camera%1%2").arg(camera.group).arg(camera.row),
                      QStringLiteral("Keep"), oneIn(2) ? QStringLiteral("differing") : QString());
         }
@@ -149,6 +151,8 @@ public:
             {QStringLiteral("AutoDelai"),
              {QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("2"),
               QString(), QStringLiteral("abc")}},
+            {QStringLiteral("EffM"),
+             {QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("0"), QString()}},
             {QStringLiteral("BestTime"),
              {QStringLiteral("00:00:04"), QStringLiteral("00:01:00"), QStringLiteral("26:00:00"),
               QStringLiteral("99:10:00"), QStringLiteral("00:00:00"), QStringLiteral("0"),

@@ -16,6 +16,7 @@ constexpr int kGreen = 65280;
 constexpr int kRed = 255;
 constexpr int kRound = 60;
 constexpr qsizetype kShortest = 1000;
+constexpr qsizetype kLong = qsizetype{256} * 1024;
 
 const WallTime kNoDate =
     std::chrono::local_days{std::chrono::year{1899} / std::chrono::December / 30};
@@ -23,11 +24,6 @@ const WallTime kNoDate =
 QString two(qint64 number)
 {
     return QStringLiteral("%1").arg(number, 2, 10, QChar(u'0'));
-}
-
-QString name(CameraAddress camera)
-{
-    return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
 }
 
 // Hours, minutes and seconds of a best time; none if it is unknown.
@@ -63,6 +59,11 @@ double ruleNumber(const QString &text)
 {
     static const QRegularExpression number(QStringLiteral("^[-+]?\\d+(\\.\\d+)?"));
     return number.match(text).captured().toDouble();
+}
+
+QString rowName(CameraAddress camera)
+{
+    return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
 }
 
 CaptureRules::CaptureRules(Server server, std::function<QString(int)> shown, WallTime start)
@@ -111,6 +112,7 @@ void CaptureRules::tick()
             index_ = kCameras;
             endPass();
         }
+        takeTurns();
     }
 }
 
@@ -122,6 +124,7 @@ void CaptureRules::passSecond()
         answer(transfer);
     }
     walk();
+    takeTurns();
 }
 
 void CaptureRules::passIdle(std::chrono::seconds time)
@@ -139,6 +142,7 @@ void CaptureRules::resume()
 {
     isSuspended = false;
     walk();
+    takeTurns();
 }
 
 void CaptureRules::beginEdit()
@@ -157,6 +161,7 @@ void CaptureRules::endEdit()
     isEdited = false;
     check();
     walk();
+    takeTurns();
 }
 
 void CaptureRules::check()
@@ -171,6 +176,7 @@ void CaptureRules::recheck()
     if (isGreen != disk.isThere) {
         check();
         walk();
+        takeTurns();
     }
 }
 
@@ -248,6 +254,7 @@ void CaptureRules::answer(Transfer &transfer) const
                                             transfer.request.password == QStringLiteral("secret"));
     given.isGood = given.isGood && isOpen && !transfer.isLate;
     given.delay = transfer.seconds;
+    given.isLost = given.body.size() > kLong && (disk.isRefusing || !disk.isThere);
     transfer.answer = given;
 }
 
@@ -290,7 +297,7 @@ void CaptureRules::endPass()
 
 void CaptureRules::beginLoad(CameraAddress camera)
 {
-    const QString row = addressWithoutCredentials(shown_(camera.row)) + u' ' + name(camera);
+    const QString row = addressWithoutCredentials(shown_(camera.row)) + u' ' + rowName(camera);
     if (isAutomatic(camera) && isAutomaticDue(camera)) {
         write(QStringLiteral("\r\nTest true pour Auto ") + row);
     }
@@ -301,7 +308,7 @@ void CaptureRules::beginLoad(CameraAddress camera)
     loadingUrl_ = url(camera);
     loadingRequest_ = request(camera).url;
     disk.make(ruleFolder(loadingUrl_));
-    write(QStringLiteral("Load ") + name(camera));
+    write(QStringLiteral("Load ") + rowName(camera));
     timeout = std::max(5, timeout);
     write(QStringLiteral("Test ") + addressWithoutCredentials(loadingRequest_));
     const auto found = transfers_.find(camera);
@@ -341,7 +348,13 @@ void CaptureRules::fail(CameraAddress camera)
 {
     lamps[camera] = kRed;
     row(camera, QStringLiteral("SB")) = QString::number(kRed);
-    failed.append(name(camera));
+    failed.append(rowName(camera));
+}
+
+// A long one was written as it came.
+bool CaptureRules::isRefused(const ServerAnswer &answer) const
+{
+    return answer.body.size() > kLong ? answer.isLost : disk.isRefusing;
 }
 
 void CaptureRules::take(CameraAddress camera, const ServerAnswer &answer)
@@ -353,7 +366,7 @@ void CaptureRules::take(CameraAddress camera, const ServerAnswer &answer)
     const Picture picture = judge(camera, answer);
     if (!picture.isNew) {
         learn(camera, picture);
-    } else if (disk.open(ruleFolder(url(camera))) == nullptr || disk.isRefusing) {
+    } else if (disk.open(ruleFolder(url(camera))) == nullptr || isRefused(answer)) {
         isCheckWanted_ = isCheckWanted_ || !disk.isThere;
         fail(camera);
     } else {
@@ -414,7 +427,8 @@ void CaptureRules::keep(CameraAddress camera, const Picture &picture)
     write(QStringLiteral(" Ecrit ") + file + u' ' + ruleDate(local) + QStringLiteral("\r\n"));
     write(QStringLiteral("Ajout de ") + file);
     automatic[camera] = ruleNumber(row(camera, QStringLiteral("AutoDelai"))) == 1 ? 1 : 0;
-    stored.append(name(camera));
+    stored.append(rowName(camera));
+    wishTurn(camera);
 }
 
 void CaptureRules::learn(CameraAddress camera, const Picture &picture)

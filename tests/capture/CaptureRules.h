@@ -27,10 +27,14 @@ struct ServerAnswer
     std::optional<WallTime> clock; // the server's own
     int delay = 0;
     bool isLocked = false; // nothing without the login "user", "secret"
+    bool isLost = false;   // too long for memory, and could not be written as it came
 };
 
 /// The values of the settings by "section key", without the empty ones.
 using RuleValues = QMap<QString, QString>;
+
+/// "group:row".
+[[nodiscard]] QString rowName(CameraAddress camera);
 
 /// The number at the beginning of a text; 0 if there is none.
 [[nodiscard]] double ruleNumber(const QString &text);
@@ -76,7 +80,8 @@ public:
     bool isSuspended = false;
     bool isEdited = false;
 
-    QString log;        // since it was last emptied
+    QString log;        // since it was last emptied, without the turns of deletion
+    QStringList turns;  // these, since it was last emptied
     QStringList stored; // "group:row"
     QStringList failed;
     std::map<CameraAddress, int> lamps;     // as last painted
@@ -135,10 +140,15 @@ private:
     void write(const QString &line);
     void fail(CameraAddress camera);
     void take(CameraAddress camera, const ServerAnswer &answer);
+    [[nodiscard]] bool isRefused(const ServerAnswer &answer) const;
     [[nodiscard]] Picture judge(CameraAddress camera, const ServerAnswer &answer);
     void keep(CameraAddress camera, const Picture &picture);
     void learn(CameraAddress camera, const Picture &picture);
     void learnBestTime(CameraAddress camera, const Picture &picture);
+    void wishTurn(CameraAddress camera);
+    void takeTurns();
+    void takeTurn(CameraAddress camera);
+    [[nodiscard]] bool isOthers(CameraAddress camera);
     [[nodiscard]] QString fileName(const Picture &picture) const;
 
     Server server_;
@@ -152,8 +162,10 @@ private:
     std::map<CameraAddress, bool> reached_;
     std::map<CameraAddress, Transfer> transfers_;
     std::optional<CameraAddress> loading_;
-    QString loadingUrl_;                       // of its row at the beginning
-    QString loadingRequest_;                   // the address asked for
+    QString loadingUrl_;                                  // of its row at the beginning
+    QString loadingRequest_;                              // the address asked for
+    std::map<CameraAddress, std::chrono::seconds> turns_; // the last ones
+    QList<CameraAddress> waiting_;                        // for their turns
     std::map<CameraAddress, QByteArray> kept_; // the last picture, where they are compared
 };
 

@@ -2,6 +2,9 @@
 
 #include <QDateTime>
 
+#include <map>
+#include <utility>
+
 namespace velmora::test {
 
 RuleFolder *DiskRules::follow(const QString &name)
@@ -62,6 +65,33 @@ std::optional<WallTime> ruleDate(const QString &text)
     date.setTimeSpec(Qt::UTC);
     return date.isValid() ? std::optional(WallTime{std::chrono::seconds{date.toSecsSinceEpoch()}})
                           : std::nullopt;
+}
+
+QString deleteOld(RuleFolder *folder, WallTime earlier, WallTime later)
+{
+    std::map<std::pair<WallTime, QString>, QString> images;
+    for (const QString &name : folder->files.keys()) {
+        QDateTime date = QDateTime::fromString(name.left(15), QStringLiteral("yyyyMMdd_HHmmss"));
+        date.setTimeSpec(Qt::UTC);
+        const WallTime taken{std::chrono::seconds{date.toSecsSinceEpoch()}};
+        if (date.isValid() && date.date().year() > 1899 && name.indexOf(u'.') == 19) {
+            images[{taken, name}] = name;
+        }
+    }
+    if (!images.empty() && images.rbegin()->first.first > later + std::chrono::minutes{5}) {
+        return QStringLiteral("the clock is before the newest image, nothing deleted");
+    }
+    const QDateTime now =
+        QDateTime::fromSecsSinceEpoch(earlier.time_since_epoch().count(), Qt::UTC);
+    const WallTime limit{std::chrono::seconds{now.addMonths(-1).toSecsSinceEpoch()}};
+    int deleted = 0;
+    for (auto image = images.begin(); image != images.end(); ++image) {
+        const bool isNewest = std::next(image) == images.end();
+        if (!isNewest && image->first.first < limit) {
+            deleted += static_cast<int>(folder->files.remove(image->second));
+        }
+    }
+    return QStringLiteral("%1 images from before %2 deleted").arg(deleted).arg(ruleDate(limit));
 }
 
 } // namespace velmora::test

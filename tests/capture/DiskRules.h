@@ -47,4 +47,8 @@ private:
 [[nodiscard]] QString ruleDate(WallTime time);
 [[nodiscard]] std::optional<WallTime> ruleDate(const QString &text);
 
+/// Deletes what is dated more than a calendar month before the earlier time, except the newest, and
+/// nothing if that is dated well after the later one. Gives what the log says of it.
+QString deleteOld(RuleFolder *folder, WallTime earlier, WallTime later);
+
 } // namespace velmora::test

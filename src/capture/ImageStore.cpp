@@ -283,7 +283,8 @@ QCoro::Task<> ImageStore::keep(Arrival *arrival)
         co_await failToStore(arrival, QStringLiteral("there is no such drive"));
         co_return;
     }
-    if (arrival->worth != Worth::New) {
+    const bool isUnread = isCompared(arrival->answer) && arrival->answer.mark.digest.isEmpty();
+    if (arrival->worth != Worth::New && !isUnread) { // an unread one says below why it is lost
         co_await recordGood(arrival);
         co_return;
     }

@@ -139,7 +139,7 @@ QByteArrayView ReplyBody::head() const
 
 QByteArray ReplyBody::digest() const
 {
-    return digest_ && !error_ ? digest_->text() : QByteArray();
+    return digest_ ? digest_->text() : QByteArray();
 }
 
 std::optional<QByteArray> ReplyBody::piece(qint64 from, qint64 mostBytes) const

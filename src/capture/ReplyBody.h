@@ -82,8 +82,8 @@ public:
     /// The first bytes, kHeadBytes at most.
     [[nodiscard]] QByteArrayView head() const;
 
-    /// The text of its BodyDigest; empty when none was asked for, and of a body that cannot be
-    /// kept.
+    /// The text of its BodyDigest, also of a body that cannot be kept; empty when none was asked
+    /// for.
     [[nodiscard]] QByteArray digest() const;
 
     /// Why the body cannot be kept; none when it can.

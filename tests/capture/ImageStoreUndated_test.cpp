@@ -50,6 +50,39 @@ TEST_F(Undated, StoresAPictureThatDiffers)
     EXPECT_EQ(house_.value(u"SB", kCamera), kGreen);
 }
 
+// A long one goes to the disk as it comes; what is chosen meanwhile finds it lost.
+TEST_F(Undated, FailsWithALongPictureThatTheDiskDidNotTake)
+{
+    house_.tree.write(u"in the way", "a file");
+    ScriptedReply lost = goodReply({}, 300'000);
+    lost.workFolder = house_.tree.path(u"in the way");
+    lost.delay = 1s;
+    load(2000);
+    add(kCamera, lost);
+    house_.beginLoad(kCamera);
+    choose({Keep::Differing});
+    clock_.advance(1s);
+    EXPECT_EQ(house_.value(u"SB", kCamera), kRed);
+    house_.setValue(u"SB", kCamera, kGreen);
+    house_.beginLoad(kCamera);
+    clock_.advance(1s);
+    EXPECT_EQ(house_.value(u"SB", kCamera), kRed);
+    EXPECT_EQ(house_.failed(), (QStringList{QStringLiteral("0:3"), QStringLiteral("0:3")}));
+}
+
+TEST_F(Undated, KnowsALongPictureAgainThatTheDiskDidNotTake)
+{
+    choose({Keep::Differing});
+    load(300'000);
+    house_.tree.write(u"in the way", "a file");
+    ScriptedReply lost = goodReply({}, 300'000);
+    lost.workFolder = house_.tree.path(u"in the way");
+    add(kCamera, lost);
+    house_.load(kCamera);
+    EXPECT_EQ(house_.value(u"SB", kCamera), kGreen);
+    EXPECT_EQ(house_.images(kCamera).size(), 1);
+}
+
 TEST_F(Undated, IsNamedInUniversalTime)
 {
     clock_.setUtcOffset(1h);

@@ -119,6 +119,19 @@ TEST_F(ReplyBodyTest, HasADigestOfItsBytesHoweverTheyCameAndAreKept)
     EXPECT_EQ(filled(40'000).digest(), QByteArray());
 }
 
+TEST_F(ReplyBodyTest, HasItsDigestThoughTheDiskDoesNotTakeIt)
+{
+    tree_.write(u"in the way", "a file");
+    ReplyBody lost(tree_.path(u"in the way"), stock_);
+    ReplyBody whole(work_, stock_);
+    for (ReplyBody *const body : {&lost, &whole}) {
+        body->digestAlong();
+        body->append(bytesFrom(0, ReplyBody::kMostInMemory + 1));
+    }
+    ASSERT_FALSE(lost.whole());
+    EXPECT_EQ(lost.digest(), whole.digest());
+}
+
 TEST_F(ReplyBodyTest, KeepsOnlyItsHeadInMemoryOnceItIsLong)
 {
     const ReplyBody body = filled(1'000'000);

@@ -21,12 +21,13 @@ QCoro::Task<HttpReply> ScriptedSource::fetch(HttpRequest request, std::stop_toke
     co_return reply;
 }
 
-ReplyBody ScriptedSource::bodyOf(const ScriptedReply &script)
+ReplyBody ScriptedSource::bodyOf(const ScriptedReply &script, HttpRequest request)
 {
     if (script.workFolder.isEmpty()) {
         return script.body;
     }
-    ReplyBody body(script.workFolder, stock_);
+    request.workFolder = script.workFolder;
+    ReplyBody body = emptyBody(request, stock_);
     body.append(script.body);
     return body;
 }
@@ -51,7 +52,7 @@ QCoro::Task<HttpReply> ScriptedSource::reply(HttpRequest request, std::stop_toke
         reply.failure = script.failure;
     } else {
         reply.outcome = FetchOutcome::Arrived;
-        reply.body = bodyOf(script);
+        reply.body = bodyOf(script, request);
         reply.lastModified = script.lastModified;
         reply.contentType = script.contentType;
     }

@@ -44,7 +44,7 @@ public:
     [[nodiscard]] int underWay() const { return underWay_; }
 
 private:
-    [[nodiscard]] ReplyBody bodyOf(const ScriptedReply &script);
+    [[nodiscard]] ReplyBody bodyOf(const ScriptedReply &script, HttpRequest request);
     QCoro::Task<HttpReply> reply(HttpRequest request, std::stop_token stop);
 
     Clock &clock_;

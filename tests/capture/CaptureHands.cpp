@@ -20,7 +20,7 @@ CameraAnswer ok(const QByteArray &headers, const QByteArray &body)
 // No two are the same.
 QByteArray CaptureHands::anyBody()
 {
-    static const QList<int> sizes{1000, 2000, 2000, 5000, 300000};
+    static const QList<int> sizes{1000, 1000, 2000, 2000, 2000, 5000, 5000, 20000, 300000};
     const QByteArray begin = oneIn(4) ? "\x89PNG\r\n\x1a\n" : "\xFF\xD8\xFF\xE0";
     return (begin + QByteArray::number(++pictures_)).leftJustified(anyOf(sizes), 'x');
 }

@@ -18,8 +18,7 @@
 namespace velmora::test {
 
 inline const QList<CameraAddress> kCamerasUsed{{0, 0}, {0, 3}, {0, 4}, {2, 1}, {2, 9}, {9, 5}};
-inline const QString kIn = QStringLiteral("drives/c/in");
-inline const QString kAway = QStringLiteral("drives/c/away");
+inline const QStringList kStorages{QStringLiteral("in"), QStringLiteral("other")};
 
 /// The last two have one folder, since its name is cut.
 inline const QStringList kPaths{QStringLiteral("/one.jpg"),
@@ -47,6 +46,9 @@ public:
                          [this](CameraAddress camera, LampColour lamp) { paint(camera, lamp); });
         QObject::connect(&house_.scheduler, &Scheduler::cameraLoading, &house_,
                          [this](CameraAddress camera) { paint(camera, LampColour::Orange); });
+        house_.tree.makeFolder(u"drives/c/other");
+        house_.settings.write(u"Control", u"StRep", u"C:\\in\\");
+        house_.engine.adoptSettings();
         clock_.setLocal(kFakeStart);
         clock_.setUtcOffset({});
         for (const QString &path : kPaths) {
@@ -222,7 +224,11 @@ public:
         house_.engine.debugSwitch().set(rules_.isLogOn);
     }
 
-    void hear() { house_.engine.adoptSettings(); }
+    void hear()
+    {
+        house_.engine.adoptSettings();
+        rules_.hear();
+    }
 
     // What holds the capture.
     void suspend()
@@ -244,12 +250,28 @@ public:
 
     void editStorage()
     {
-        if (!rules_.isEdited) {
+        if (rules_.isEdited && !oneIn(4)) {
+            house_.storage.putInForce();
+            rules_.endEdit();
+        } else if (oneIn(2)) {
             house_.storage.beginEdit();
             rules_.beginEdit();
         } else {
-            house_.storage.putInForce();
-            rules_.endEdit();
+            const QString storage = anyOf(kStorages);
+            done_.append(storage);
+            house_.storage.edit(QStringLiteral("C:\\") + storage);
+            rules_.type(storage);
+        }
+    }
+
+    void nameStorageElsewhere()
+    {
+        const QString storage = anyOf(kStorages);
+        done_.append(storage);
+        rules_.storedStorage = storage;
+        outside_.write(u"Control", u"StRep", QStringLiteral("C:\\%1\\").arg(storage));
+        if (oneIn(2)) {
+            hear();
         }
     }
 
@@ -267,23 +289,24 @@ public:
     // Folders, by whoever may.
     void moveStorage()
     {
-        const QString from = rules_.disk.isThere ? kIn : kAway;
-        const QString to = rules_.disk.isThere ? kAway : kIn;
+        DiskRules &disk = rules_.disk();
+        const QString from = place(rules_.inForce, disk.isThere);
+        const QString to = place(rules_.inForce, !disk.isThere);
         EXPECT_TRUE(QDir().rename(house_.tree.path(from), house_.tree.path(to)));
-        rules_.disk.isThere = !rules_.disk.isThere;
+        disk.isThere = !disk.isThere;
     }
 
     // A file in place of the folder for working files.
     void refuseFiles()
     {
         const QString tmp = house_.tree.path(storage() + QStringLiteral("/tmp"));
-        if (rules_.disk.isRefusing) {
+        if (rules_.disk().isRefusing) {
             EXPECT_TRUE(QFile::remove(tmp));
         } else {
             QDir(tmp).removeRecursively();
             house_.tree.write(storage() + QStringLiteral("/tmp"), "in the way");
         }
-        rules_.disk.isRefusing = !rules_.disk.isRefusing;
+        rules_.disk().isRefusing = !rules_.disk().isRefusing;
     }
 
     void changeFolder()
@@ -314,14 +337,17 @@ protected:
 
     QString anyFolder() { return ruleFolder(town_.url(anyOf(kPaths))); }
 
-    [[nodiscard]] QString storage() const { return rules_.disk.isThere ? kIn : kAway; }
-
-    [[nodiscard]] QString pathOf(const QString &folder) const { return storage() + u'/' + folder; }
-
-    [[nodiscard]] QString native(const QString &folder) const
+    // Where a storage folder is, or where it is put while it is away.
+    [[nodiscard]] static QString place(const QString &storage, bool isThere)
     {
-        return house_.tree.path(pathOf(folder));
+        return (isThere ? QStringLiteral("drives/c/") : QStringLiteral("drives/c/away-")) + storage;
     }
+
+    [[nodiscard]] QString storage() { return place(rules_.inForce, rules_.disk().isThere); }
+
+    [[nodiscard]] QString pathOf(const QString &folder) { return storage() + u'/' + folder; }
+
+    [[nodiscard]] QString native(const QString &folder) { return house_.tree.path(pathOf(folder)); }
 
     void passSecond()
     {
@@ -348,7 +374,7 @@ protected:
 
     void removeFolder(const QString &name)
     {
-        RuleFolder &folder = rules_.disk.folders[name];
+        RuleFolder &folder = rules_.disk().folders[name];
         if (folder.is == RuleFolder::Is::Folder) {
             EXPECT_TRUE(QDir(native(name)).removeRecursively());
         } else if (folder.is != RuleFolder::Is::Missing) {
@@ -359,7 +385,7 @@ protected:
 
     void emptyFolder(const QString &name)
     {
-        RuleFolder &folder = rules_.disk.folders[name];
+        RuleFolder &folder = rules_.disk().folders[name];
         if (folder.is == RuleFolder::Is::Folder) {
             removeFolder(name);
             house_.tree.makeFolder(pathOf(name) + QStringLiteral("/old"));
@@ -370,8 +396,8 @@ protected:
     void renameFolder(const QString &name)
     {
         const QString to = anyFolder();
-        RuleFolder &target = rules_.disk.folders[to];
-        RuleFolder &folder = rules_.disk.folders[name];
+        RuleFolder &target = rules_.disk().folders[to];
+        RuleFolder &folder = rules_.disk().folders[name];
         if (folder.is == RuleFolder::Is::Folder && target.is == RuleFolder::Is::Missing) {
             EXPECT_TRUE(QDir().rename(native(name), native(to)));
             std::swap(folder, target);
@@ -381,7 +407,7 @@ protected:
     // A picture that someone copies there, or a remark.
     void putFile(const QString &name)
     {
-        RuleFolder &folder = rules_.disk.folders[name];
+        RuleFolder &folder = rules_.disk().folders[name];
         if (folder.is == RuleFolder::Is::Folder) {
             const QString file =
                 oneIn(2) ? QStringLiteral("read me") : QStringLiteral("18991230_0000000714.jpg");
@@ -396,7 +422,7 @@ protected:
         if (to != name) {
             removeFolder(name);
             EXPECT_TRUE(QFile::link(to, native(name)));
-            rules_.disk.folders[name] = {RuleFolder::Is::Link, to, {}};
+            rules_.disk().folders[name] = {RuleFolder::Is::Link, to, {}};
         }
     }
 
@@ -404,7 +430,7 @@ protected:
     {
         removeFolder(name);
         house_.tree.write(pathOf(name), "a file");
-        rules_.disk.folders[name] = {RuleFolder::Is::File, {}, {}};
+        rules_.disk().folders[name] = {RuleFolder::Is::File, {}, {}};
     }
 
     void answer(const QString &path);
@@ -415,7 +441,8 @@ protected:
     CaptureHouse house_{town_, clock_};
     SettingsFile outside_{house_.settings.programFolder()};
     CaptureRules rules_{[this](const QString &url) { return town_.rule(url); },
-                        [this](int row) { return house_.page.row(row).url; }, kFakeStart};
+                        [this](int row) { return house_.page.row(row).url; }, kFakeStart,
+                        kStorages.first()};
     std::map<CameraAddress, int> lamps_;
     QStringList done_; // with what was chosen by chance
 

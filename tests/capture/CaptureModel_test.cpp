@@ -10,7 +10,7 @@
 namespace velmora::test {
 namespace {
 
-constexpr int kSequences = 30;
+constexpr int kSequences = 15;
 constexpr int kEvents = 60;
 
 class CaptureRun : public CaptureHands
@@ -66,43 +66,51 @@ private:
         }
     }
 
-    // What stands under a name, whole.
-    [[nodiscard]] RuleFolder onDisk(const QString &name) const
+    // What is there, whole. path: in the tree.
+    [[nodiscard]] RuleFolder onDisk(const QString &path) const
     {
-        const QFileInfo info(native(name));
+        const QFileInfo info(house_.tree.path(path));
         if (info.isSymLink()) {
-            return {RuleFolder::Is::Link, QFile::symLinkTarget(native(name)).section(u'/', -1), {}};
+            return {
+                RuleFolder::Is::Link, QFile::symLinkTarget(info.filePath()).section(u'/', -1), {}};
         }
         if (!info.exists()) {
             return {};
         }
         RuleFolder folder{info.isDir() ? RuleFolder::Is::Folder : RuleFolder::Is::File, {}, {}};
-        for (const QString &file : info.isDir() ? house_.tree.files(pathOf(name)) : QStringList()) {
-            folder.files[file] = house_.tree.read(pathOf(name) + u'/' + file);
+        for (const QString &file : info.isDir() ? house_.tree.files(path) : QStringList()) {
+            folder.files[file] = house_.tree.read(path + u'/' + file);
         }
         return folder;
     }
 
     void compareFolders()
     {
-        QStringList names = house_.tree.folders(storage()) + house_.tree.files(storage());
+        for (const QString &storage : kStorages) {
+            const DiskRules &rules = rules_.disks[storage];
+            compareStorage(place(storage, rules.isThere), rules);
+            EXPECT_FALSE(house_.tree.exists(place(storage, !rules.isThere)));
+        }
+    }
+
+    void compareStorage(const QString &path, const DiskRules &rules)
+    {
+        QStringList names = house_.tree.folders(path) + house_.tree.files(path);
         names.removeAll(QStringLiteral("tmp"));
         for (const QString &name : names) {
-            EXPECT_TRUE(rules_.disk.folders.contains(name)) << name.toStdString();
+            EXPECT_TRUE(rules.folders.contains(name)) << name.toStdString();
         }
-        for (const QString &name : rules_.disk.folders.keys()) {
-            const RuleFolder folder = onDisk(name);
-            const RuleFolder &rules = rules_.disk.folders[name];
-            EXPECT_EQ(folder.is, rules.is) << name.toStdString();
-            EXPECT_EQ(folder.target.toStdString(), rules.target.toStdString())
-                << name.toStdString();
-            EXPECT_EQ(text(folder.files.keys()), text(rules.files.keys())) << name.toStdString();
-            EXPECT_TRUE(folder.files == rules.files) << name.toStdString();
+        for (const QString &name : rules.folders.keys()) {
+            const RuleFolder folder = onDisk(path + u'/' + name);
+            const RuleFolder &wanted = rules.folders[name];
+            EXPECT_EQ(folder.is, wanted.is) << name.toStdString();
+            EXPECT_EQ(folder.target.toStdString(), wanted.target.toStdString());
+            EXPECT_EQ(text(folder.files.keys()), text(wanted.files.keys())) << name.toStdString();
+            EXPECT_TRUE(folder.files == wanted.files) << name.toStdString();
         }
-        const QString work = storage() + QStringLiteral("/tmp");
-        EXPECT_TRUE(rules_.disk.isRefusing || !house_.tree.exists(work) ||
+        const QString work = path + QStringLiteral("/tmp");
+        EXPECT_TRUE(rules.isRefusing || !house_.tree.exists(work) ||
                     house_.tree.files(work).isEmpty());
-        EXPECT_EQ(house_.tree.exists(rules_.disk.isThere ? kAway : kIn), false);
     }
 
     // As another program would read them.
@@ -175,6 +183,7 @@ const std::vector<CaptureRun::Kind> CaptureRun::kKinds{
     {"resume", &CaptureHands::resume, 2},
     {"edit storage", &CaptureHands::editStorage, 2},
     {"check", &CaptureHands::check, 2},
+    {"name storage elsewhere", &CaptureHands::nameStorageElsewhere},
     {"move storage", &CaptureHands::moveStorage},
     {"refuse files", &CaptureHands::refuseFiles},
     {"folder", &CaptureHands::changeFolder, 4},
@@ -197,7 +206,7 @@ TEST_F(CaptureModel, HoldsAfterEveryEventOfRandomSequences)
         run.play(sequence);
         stored += run.stored();
     }
-    EXPECT_GT(stored, 0);
+    EXPECT_TRUE(stored > 0 || all.end - all.first < kSequences);
 }
 
 } // namespace

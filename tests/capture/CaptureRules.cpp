@@ -66,10 +66,15 @@ QString rowName(CameraAddress camera)
     return QStringLiteral("%1:%2").arg(camera.group).arg(camera.row);
 }
 
-CaptureRules::CaptureRules(Server server, std::function<QString(int)> shown, WallTime start)
-    : local(start)
+CaptureRules::CaptureRules(Server server, std::function<QString(int)> shown, WallTime start,
+                           const QString &storage)
+    : inForce(storage)
+    , storedStorage(storage)
+    , local(start)
     , server_(std::move(server))
     , shown_(std::move(shown))
+    , typed_(storage)
+    , seenStorage_(storage)
 {
 }
 
@@ -145,41 +150,6 @@ void CaptureRules::resume()
     takeTurns();
 }
 
-void CaptureRules::beginEdit()
-{
-    write(QStringLiteral("arret Timers"));
-    isEdited = true;
-    mustReadAhead_ = true;
-    transfers_.clear();
-    if (loading_) { // begun again when the box is left
-        giveUp();
-    }
-}
-
-void CaptureRules::endEdit()
-{
-    isEdited = false;
-    check();
-    walk();
-    takeTurns();
-}
-
-void CaptureRules::check()
-{
-    write(QStringLiteral("Interface TestSA"));
-    isCheckWanted_ = false;
-    isGreen = disk.isThere;
-}
-
-void CaptureRules::recheck()
-{
-    if (isGreen != disk.isThere) {
-        check();
-        walk();
-        takeTurns();
-    }
-}
-
 bool CaptureRules::isAutomatic(CameraAddress camera)
 {
     return ruleNumber(row(camera, QStringLiteral("AutoDelai"))) != 0 &&
@@ -210,7 +180,7 @@ bool CaptureRules::mustLoad(CameraAddress camera)
 {
     const QString on = values[QStringLiteral("Liste%1 LstAct").arg(camera.group)];
     return ruleNumber(on) == 1 && !url(camera).isEmpty() &&
-           (isDue(camera) || !disk.mayHoldFile(ruleFolder(url(camera))));
+           (isDue(camera) || !disk().mayHoldFile(ruleFolder(url(camera))));
 }
 
 CaptureRules::Request CaptureRules::request(CameraAddress camera) const
@@ -244,7 +214,7 @@ void CaptureRules::begin(CameraAddress camera)
     transfers_[camera] = transfer;
 }
 
-void CaptureRules::answer(Transfer &transfer) const
+void CaptureRules::answer(Transfer &transfer)
 {
     if (transfer.answer || now_ < transfer.began + std::chrono::seconds{transfer.seconds}) {
         return;
@@ -254,7 +224,7 @@ void CaptureRules::answer(Transfer &transfer) const
                                             transfer.request.password == QStringLiteral("secret"));
     given.isGood = given.isGood && isOpen && !transfer.isLate;
     given.delay = transfer.seconds;
-    given.isLost = given.body.size() > kLong && (disk.isRefusing || !disk.isThere);
+    given.isLost = given.body.size() > kLong && (disk().isRefusing || !disk().isThere);
     transfer.answer = given;
 }
 
@@ -307,7 +277,7 @@ void CaptureRules::beginLoad(CameraAddress camera)
     loading_ = camera;
     loadingUrl_ = url(camera);
     loadingRequest_ = request(camera).url;
-    disk.make(ruleFolder(loadingUrl_));
+    disk().make(ruleFolder(loadingUrl_));
     write(QStringLiteral("Load ") + rowName(camera));
     timeout = std::max(5, timeout);
     write(QStringLiteral("Test ") + addressWithoutCredentials(loadingRequest_));
@@ -352,9 +322,9 @@ void CaptureRules::fail(CameraAddress camera)
 }
 
 // A long one was written as it came.
-bool CaptureRules::isRefused(const ServerAnswer &answer) const
+bool CaptureRules::isRefused(const ServerAnswer &answer)
 {
-    return answer.body.size() > kLong ? answer.isLost : disk.isRefusing;
+    return answer.body.size() > kLong ? answer.isLost : disk().isRefusing;
 }
 
 void CaptureRules::take(CameraAddress camera, const ServerAnswer &answer)
@@ -366,8 +336,8 @@ void CaptureRules::take(CameraAddress camera, const ServerAnswer &answer)
     const Picture picture = judge(camera, answer);
     if (!picture.isNew) {
         learn(camera, picture);
-    } else if (disk.open(ruleFolder(url(camera))) == nullptr || isRefused(answer)) {
-        isCheckWanted_ = isCheckWanted_ || !disk.isThere;
+    } else if (disk().open(ruleFolder(url(camera))) == nullptr || isRefused(answer)) {
+        isCheckWanted_ = isCheckWanted_ || !disk().isThere;
         fail(camera);
     } else {
         keep(camera, picture);
@@ -377,7 +347,7 @@ void CaptureRules::take(CameraAddress camera, const ServerAnswer &answer)
 CaptureRules::Picture CaptureRules::judge(CameraAddress camera, const ServerAnswer &answer)
 {
     const bool compares = choice(camera, QStringLiteral("Keep")) == QStringLiteral("differing");
-    const bool isEmpty = !disk.mayHoldFile(ruleFolder(url(camera)));
+    const bool isEmpty = !disk().mayHoldFile(ruleFolder(url(camera)));
     Picture picture{answer, compares && !answer.date, isEmpty, answer.date,
                     ruleDate(row(camera, QStringLiteral("LastModified")))};
     if (!picture.isCompared) {
@@ -409,7 +379,7 @@ QString CaptureRules::fileName(const Picture &picture) const
 void CaptureRules::keep(CameraAddress camera, const Picture &picture)
 {
     const QString file = fileName(picture);
-    RuleFolder &folder = *disk.open(ruleFolder(url(camera)));
+    RuleFolder &folder = *disk().open(ruleFolder(url(camera)));
     const bool isTaken = folder.files.contains(file);
     QString &count = row(camera, QStringLiteral("lNew"));
     if (!isTaken) {

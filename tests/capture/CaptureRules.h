@@ -45,7 +45,8 @@ public:
     using Server = std::function<ServerAnswer(const QString &url)>;
 
     /// shown: the text in a row of the page on screen.
-    CaptureRules(Server server, std::function<QString(int)> shown, WallTime start);
+    CaptureRules(Server server, std::function<QString(int)> shown, WallTime start,
+                 const QString &storage);
 
     /// One event each.
     void tick();
@@ -57,7 +58,9 @@ public:
     void suspend();
     void resume();
     void beginEdit();
+    void type(const QString &storage); // into the storage box
     void endEdit();
+    void hear(); // of what another program has stored
     void check();
     void recheck();
 
@@ -69,8 +72,13 @@ public:
     /// Between two passes.
     [[nodiscard]] bool isTimerOn() const { return isGreen && !isHeld(); }
 
+    /// The storage folder in force.
+    [[nodiscard]] DiskRules &disk() { return disks[inForce]; }
+
     RuleValues values;
-    DiskRules disk;
+    std::map<QString, DiskRules> disks;
+    QString inForce;
+    QString storedStorage; // whoever stored it
     WallTime local;
     std::chrono::seconds utcOffset{0};
     int counter = 55;
@@ -131,16 +139,18 @@ private:
     [[nodiscard]] Request request(CameraAddress camera) const;
     bool readAhead();
     void begin(CameraAddress camera);
-    void answer(Transfer &transfer) const;
+    void answer(Transfer &transfer);
     void walk();
     void beginLoad(CameraAddress camera);
     void endLoad();
     void endPass();
     void giveUp();
+    void dropTransfers();
+    void put(const QString &storage);
     void write(const QString &line);
     void fail(CameraAddress camera);
     void take(CameraAddress camera, const ServerAnswer &answer);
-    [[nodiscard]] bool isRefused(const ServerAnswer &answer) const;
+    [[nodiscard]] bool isRefused(const ServerAnswer &answer);
     [[nodiscard]] Picture judge(CameraAddress camera, const ServerAnswer &answer);
     void keep(CameraAddress camera, const Picture &picture);
     void learn(CameraAddress camera, const Picture &picture);
@@ -154,6 +164,9 @@ private:
     Server server_;
     std::function<QString(int)> shown_;
     std::chrono::seconds now_{0};
+    QString typed_;       // what is in the storage box
+    QString seenStorage_; // as last known to be stored
+    QString elsewhere_;   // stored by another program while the box is edited; empty for nothing
     bool isGreen = true;
     bool isCheckWanted_ = false;
     bool isFirstPassDone_ = false;

@@ -27,20 +27,20 @@ void CaptureRules::takeTurns()
 // Who does not wish it keeps all that is in the folder.
 bool CaptureRules::isOthers(CameraAddress camera)
 {
-    RuleFolder *const folder = disk.open(ruleFolder(url(camera)));
+    RuleFolder *const folder = disk().open(ruleFolder(url(camera)));
     return std::ranges::any_of(kAllCameras, [&](CameraAddress other) {
         return !url(other).isEmpty() && url(other) != url(camera) &&
                ruleNumber(row(other, QStringLiteral("EffM"))) == 0 &&
-               disk.open(ruleFolder(url(other))) == folder;
+               disk().open(ruleFolder(url(other))) == folder;
     });
 }
 
 void CaptureRules::takeTurn(CameraAddress camera)
 {
     const QString name = ruleFolder(url(camera));
-    RuleFolder *const folder = disk.open(name);
+    RuleFolder *const folder = disk().open(name);
     const bool isChosen = ruleNumber(row(camera, QStringLiteral("EffM"))) != 0;
-    if (folder == nullptr || disk.folders[name].is == RuleFolder::Is::Link || !isChosen ||
+    if (folder == nullptr || disk().folders[name].is == RuleFolder::Is::Link || !isChosen ||
         isOthers(camera)) {
         return;
     }

@@ -118,15 +118,18 @@ CameraHealth &HealthBook::recordOf(CameraAddress camera)
 }
 
 // Where the monotonic clock was when the camera became quiet, as far as that can be its fault: a
-// camera that has just been added, whose folder holds images from before, has had no turn yet. A
-// date in the future comes from a clock that was wrong.
+// camera that has just been added, whose folder holds images from before, has had no turn yet, and
+// one that was there from the start, none in the time that was forgiven since. A date in the future
+// comes from a clock that was wrong.
 void HealthBook::anchor(CameraAddress camera)
 {
     if (const auto since = this->camera(camera).quietSince()) {
-        const auto age = std::max(seconds(0), now() - *since);
+        const auto age = std::max(seconds(0), this->now() - *since);
         Seen &seen = seen_[camera];
-        const milliseconds began = clock_.monotonicNow() - age;
-        seen.quietSince = std::max(began, seen.from.value_or(began));
+        const milliseconds now = clock_.monotonicNow();
+        const milliseconds began = now - age;
+        seen.quietSince =
+            seen.from ? std::max(began, *seen.from) : std::min(now, began + forgiven_);
     }
 }
 
@@ -139,6 +142,7 @@ std::optional<seconds> HealthBook::quiet(CameraAddress camera) const
 
 void HealthBook::forgive(milliseconds duration)
 {
+    forgiven_ += duration;
     const milliseconds now = clock_.monotonicNow();
     const auto later = [&](milliseconds moment) { return std::min(now, moment + duration); };
     for (Seen &seen : seen_) {

@@ -129,6 +129,7 @@ private:
     WorkSlice slice_;
     CameraHealths healths_;
     PerCamera<Seen> seen_;
+    std::chrono::milliseconds forgiven_{0}; // in this run
     std::deque<CameraAddress> toCount_;
     bool counting_ = false;
     bool isChanged_ = false;

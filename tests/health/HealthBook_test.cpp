@@ -339,6 +339,19 @@ TEST_F(HealthBookTest, BlamesNoCameraForTheTimeThatIsForgivenBeforeItsImagesAreF
     EXPECT_EQ(book_.quiet(kTwo), 0s);
 }
 
+TEST_F(HealthBookTest, BlamesNoCameraForATimeThatIsForgivenBeforeItsFolderIsThere)
+{
+    add(kOne);
+    book_.load();
+    house_.finish();
+    clock_.advance(1h);
+    book_.forgive(50min);
+    house_.putImage(kOne, QStringLiteral("20060307_1400090714.jpg")); // five minutes before
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(book_.quiet(kOne), 15min);
+}
+
 TEST_F(HealthBookTest, CountsNothingTwice)
 {
     add(kOne);

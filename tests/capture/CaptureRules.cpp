@@ -384,6 +384,7 @@ void CaptureRules::keep(CameraAddress camera, const Picture &picture)
     QString &count = row(camera, QStringLiteral("lNew"));
     if (!isTaken) {
         folder.files[file] = picture.answer.body;
+        ++cameNow_[&folder];
         count = QString::number(static_cast<int>(ruleNumber(count)) + 1);
     }
     row(camera, QStringLiteral("LastModified")) = ruleDate(picture.date.value_or(kNoDate));

@@ -87,6 +87,7 @@ public:
     bool isPassing = false;
     bool isSuspended = false;
     bool isEdited = false;
+    bool isUnsure = false; // images came into a folder before or after old ones were deleted in it
 
     QString log;        // since it was last emptied, without the turns of deletion
     QStringList turns;  // these, since it was last emptied
@@ -178,6 +179,7 @@ private:
     QString loadingUrl_;                                  // of its row at the beginning
     QString loadingRequest_;                              // the address asked for
     std::map<CameraAddress, std::chrono::seconds> turns_; // the last ones
+    std::map<const RuleFolder *, int> cameNow_;           // images, since turns were taken
     QList<CameraAddress> waiting_;                        // for their turns
     std::map<CameraAddress, QByteArray> kept_; // the last picture, where they are compared
 };

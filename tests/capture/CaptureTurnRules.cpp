@@ -22,6 +22,7 @@ void CaptureRules::takeTurns()
     while (!isEdited && !waiting_.isEmpty()) {
         takeTurn(waiting_.takeFirst());
     }
+    cameNow_.clear();
 }
 
 // Who does not wish it keeps all that is in the folder.
@@ -45,6 +46,7 @@ void CaptureRules::takeTurn(CameraAddress camera)
         return;
     }
     turns_[camera] = now_;
+    isUnsure = isUnsure || cameNow_[folder] > 1;
     const QString done =
         deleteOld(folder, std::min(local, universal()), std::max(local, universal()));
     turns += isLogOn ? QStringList{QStringLiteral("Retention %1: %2").arg(rowName(camera), done)}

@@ -95,7 +95,7 @@ bool keepsItsName(const QString &name)
 QString firstStored(const QString &folder)
 {
     static const QRegularExpression shape(
-        QRegularExpression::anchoredPattern(QStringLiteral(".{8}_.{10}(\\..*)?")));
+        QRegularExpression::anchoredPattern(QStringLiteral(".{8}_.{10}\\..*|[^.]{8}_[^.]{10}")));
     for (const QString &name : inOrder(QDir(folder).entryList(QDir::Files | QDir::Hidden))) {
         if (shape.match(name).hasMatch()) {
             return folder + u'/' + name;

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "ImportHands.h"
+#include "support/FileSizeLimit.h"
+#include "support/RefusedCalls.h"
 
 #include <QLineEdit>
 #include <QPointer>
@@ -55,6 +57,8 @@ protected:
                                         QStringLiteral("e."),
                                         QStringLiteral("2abc.jpg"),
                                         QStringLiteral("A0061005_1230450000.jpg"),
+                                        QStringLiteral("20061005_123045.jpg"),
+                                        QStringLiteral("20061006_000000.jpg"),
                                         QString(252, u'n'),
                                         QString(230, u'm') + QStringLiteral(".jpg")};
         return any(kNames);
@@ -66,8 +70,8 @@ protected:
         static const QByteArray kPicture = pictureBytes(Qt::red, {16, 12});
         const QByteArray number = QByteArray::number(++contents_);
         QByteArray bytes = oneIn(4) ? "text " + number : kPicture + number;
-        if (oneIn(12)) {
-            bytes += QByteArray(qsizetype{1200} << 10, 'x');
+        if (oneIn(10)) {
+            bytes += QByteArray(qsizetype{3} << 20, 'x');
         }
         return bytes;
     }
@@ -174,6 +178,57 @@ protected:
         away_.insert(there, away);
         tookEffect();
         mayAbort();
+    }
+
+    // The next folder that is read breaks off.
+    void failReading()
+    {
+        disturb();
+        const RefusedCall failing(Call::ReadFolder, EIO, 1, below(3));
+        files_.isDisturbed = files_.isDue;
+        mayBeUnread_ = files_.isDue;
+        if (run_) {
+            run_->isAlone = false;
+            run_->mayAbort = true;
+        }
+        ImportHands::turn();
+    }
+
+    // The same, while a list is read.
+    void failListing()
+    {
+        if (!mayChoose() || choices_.filter.count(u'*') != choices_.filter.size()) {
+            return;
+        }
+        const RefusedCall failing(Call::ReadFolder, EIO, 1, below(3));
+        QTest::keyClick(&rooms_.find<QWidget>("Filtre"), Qt::Key_Asterisk);
+        choices_.filter += u'*';
+        store(QStringLiteral("Patern"), choices_.filter);
+        count();
+        disturb();
+        ImportHands::turn();
+    }
+
+    void fillTheDisk()
+    {
+        if (run_) {
+            run_->isAlone = false;
+            run_->mayAbort = true;
+        }
+        const FileSizeLimit full(rlim_t{700} << 10);
+        for (int turns = below(4); turns > 0; --turns) {
+            ImportHands::turn();
+        }
+    }
+
+    // Copies under way need a name on such a file system.
+    void changeFileSystem()
+    {
+        if (!nameless_) {
+            nameless_.emplace(Call::OpenNameless, EOPNOTSUPP);
+        } else {
+            nameless_.reset();
+        }
     }
 
     // All disks and folders are there again.
@@ -383,6 +438,18 @@ protected:
         mayAbort();
     }
 
+    // By the conformity pass: "20061005_123045.jpg" gets day and hour after its time.
+    static bool isRenamed(const QString &from, const QString &to)
+    {
+        constexpr int kShort = 15;
+        constexpr int kLong = 19;
+        const QFileInfo before(from);
+        const QFileInfo after(to);
+        return before.path() == after.path() && before.fileName().indexOf(u'.') == kShort &&
+               after.fileName().indexOf(u'.') == kLong &&
+               after.fileName().first(kShort) == before.fileName().first(kShort);
+    }
+
     // In group view the question has the end of the path.
     static bool isNamed(QString path, const QString &end)
     {
@@ -406,6 +473,7 @@ protected:
 
     std::set<QByteArray> known_; // what was ever put into a file
     std::set<QByteArray> captured_;
+    std::optional<RefusedCall> nameless_;
     QMap<QString, QString> away_; // where what is or was away belongs, and where it is
     QString storage_;
     QString deleted_; // is deleted as soon as the browser can

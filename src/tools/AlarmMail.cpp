@@ -25,7 +25,7 @@ QCoro::Task<> AlarmMail::post(QString text)
 {
     std::optional<MailProblem> problem;
     {
-        const auto done = qScopeGuard([this] { sending_ = false; });
+        const auto done = qScopeGuard([this] { end(); });
         problem = co_await mailer_.send(QStringLiteral("Alarm"), text, scope_.stopToken());
     }
     if (!problem) {
@@ -33,6 +33,12 @@ QCoro::Task<> AlarmMail::post(QString text)
     } else if (problem->kind != MailFailure::Stopped) {
         Q_EMIT failed(mailProblemText(*problem));
     }
+}
+
+void AlarmMail::end()
+{
+    sending_ = false;
+    Q_EMIT ended();
 }
 
 } // namespace velmora

@@ -27,6 +27,9 @@ public:
 Q_SIGNALS:
     void began();
 
+    /// The mail is no longer on its way, even if sending broke down; before sent() or failed().
+    void ended();
+
     /// The server has accepted the mail.
     void sent();
 
@@ -35,6 +38,7 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> post(QString text);
+    void end();
 
     Mailer mailer_;
     TaskScope &scope_;

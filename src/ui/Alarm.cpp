@@ -41,8 +41,8 @@ void Alarm::bindMail()
     connect(ui_->Command1, &QAbstractButton::clicked, this,
             [this] { mail_.send(QStringLiteral("essai")); });
     connect(&mail_, &AlarmMail::began, this, &Alarm::showSending);
-    connect(&mail_, &AlarmMail::sent, this, [this] { showEnd(tr("Sent")); });
-    connect(&mail_, &AlarmMail::failed, this, [this] { showEnd(tr("Not sent")); });
+    connect(&mail_, &AlarmMail::ended, this, &Alarm::showEnd);
+    connect(&mail_, &AlarmMail::sent, this, [this] { ui_->lStatus->setText(tr("Sent")); });
 }
 
 PictureView &Alarm::view(AlarmPicture which) const
@@ -69,11 +69,12 @@ void Alarm::showSending()
     ui_->lStatus->setText(tr("Sending…"));
 }
 
-void Alarm::showEnd(const QString &status)
+// Unless the server has accepted it, which is said next.
+void Alarm::showEnd()
 {
     ui_->Command1->setEnabled(true);
     returnFocus(*ui_->lStatus, *ui_->Command1);
-    ui_->lStatus->setText(status);
+    ui_->lStatus->setText(tr("Not sent"));
 }
 
 void Alarm::present()

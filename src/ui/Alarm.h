@@ -42,7 +42,7 @@ private:
     void bindMail();
     void showPicture(AlarmPicture which);
     void showSending();
-    void showEnd(const QString &status);
+    void showEnd();
     [[nodiscard]] PictureView &view(AlarmPicture which) const;
 
     MotionAlarm &alarm_;

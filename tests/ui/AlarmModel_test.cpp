@@ -211,20 +211,23 @@ protected:
 
     QLabel &status() { return in<QLabel>(QStringLiteral("lStatus")); }
 
-    // Settings that name no server end the mail at once.
+    // Settings that name no server end the mail at once, and so does a sender that breaks down, of
+    // which no mail's failure tells.
     void takeFailure()
     {
         house_.clock.advance(std::chrono::milliseconds{0});
         if (house_.house.settings.read(u"Mail", u"Server").isEmpty()) {
-            endMail(QStringLiteral("Not sent"));
+            endMail(QStringLiteral("Not sent"), 1);
+        } else if (mailer_.breaksDown) {
+            endMail(QStringLiteral("Not sent"), 0);
         }
     }
 
-    void endMail(const QString &status)
+    void endMail(const QString &status, int failures)
     {
         isSending_ = false;
         status_ = status;
-        EXPECT_EQ(std::exchange(failures_, 0), status == u"Not sent" ? 1 : 0);
+        EXPECT_EQ(std::exchange(failures_, 0), failures);
         EXPECT_NE(alarm_.focusWidget(), &this->status());
     }
 
@@ -238,7 +241,7 @@ protected:
             isGood ? std::nullopt : std::optional(MailProblem{MailFailure::TimedOut, {}, {}});
         mailer_.finish(problem);
         house_.clock.advance(std::chrono::milliseconds{0});
-        endMail(isGood ? QStringLiteral("Sent") : QStringLiteral("Not sent"));
+        endMail(isGood ? QStringLiteral("Sent") : QStringLiteral("Not sent"), isGood ? 0 : 1);
     }
 
     void otherServer() { nameServer(oneIn(2) ? QString() : QStringLiteral("mail.example.org")); }
@@ -255,6 +258,8 @@ protected:
         activateBrowser();
         refresh();
     }
+
+    void breakDown() { mailer_.breaksDown = oneIn(3); }
 
     void ask()
     {
@@ -370,6 +375,7 @@ const std::vector<AlarmModel::Kind> AlarmModel::kKinds{
     {"press mail", &AlarmModel::pressMail, 2},
     {"finish mail", &AlarmModel::finishMail, 2},
     {"other server", &AlarmModel::otherServer},
+    {"break down", &AlarmModel::breakDown},
     {"a turn", &AlarmModel::passATurn, 8},
     {"rest", &AlarmModel::rest},
     {"click a row", &AlarmModel::clickRow, 3},

@@ -373,6 +373,20 @@ TEST_F(AlarmWindow, AMailThatFailsFreesTheButton)
     EXPECT_EQ(mailer_.texts.size(), 2);
 }
 
+TEST_F(AlarmWindow, AMailThatBreaksDownFreesTheButton)
+{
+    open(1);
+    mailer_.breaksDown = true;
+    click(kButton);
+    settleMail();
+    EXPECT_EQ(status(), QStringLiteral("Not sent"));
+    EXPECT_TRUE(find<QWidget>(kButton).isEnabled());
+    mailer_.breaksDown = false;
+    click(kButton);
+    settleMail();
+    EXPECT_EQ(mailer_.texts.size(), 1);
+}
+
 TEST_F(AlarmWindow, TheFocusComesBackToTheButton)
 {
     open(1);

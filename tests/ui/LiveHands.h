@@ -271,7 +271,7 @@ protected:
 
     void hide()
     {
-        if (mayUseMain()) {
+        if (mayUseMain() && QFileInfo::exists(storagePath())) {
             rooms_.click(QStringLiteral("Cache"));
             activate(another_);
         }
@@ -365,6 +365,7 @@ protected:
     LiveReference live_{{[this](const QString &url) { return script(url); },
                          [this](CameraAddress camera) { return newest(camera); },
                          [this] { return house_.storage.inForce(); },
+                         [this] { return QFileInfo::exists(storagePath()); },
                          [this] { return rooms_.clock.monotonicNow(); }}};
     QString lastUrl_;
     QSet<int> typed_;          // rows, since they were loaded

@@ -47,6 +47,7 @@ public:
         std::function<LiveScript(const QString &url)> script; // as it answers now
         std::function<QString(CameraAddress)> newest;         // path of its newest stored image
         std::function<QString()> storage;                     // the folder in force
+        std::function<bool()> isStorageThere;
         std::function<std::chrono::milliseconds()> now;
     };
 
@@ -119,8 +120,9 @@ public:
             return std::nullopt;
         }
         const LiveFetch ended = *std::exchange(fetch_, std::nullopt);
-        reason = whyNone(ended);
-        const bool hasCome = isThere(ended);
+        const bool hasCome = isThere(ended) && asks_.isStorageThere();
+        const bool isSeen = hasCome || ended.script.answer != LiveAnswer::Damaged;
+        reason = isThere(ended) && !isSeen ? QString() : whyNone(ended);
         isFile = hasCome;
         file = hasCome ? ended.script.reply.body : QByteArray();
         picture = ended.script.answer == LiveAnswer::Picture ? file : QByteArray();

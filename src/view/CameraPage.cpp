@@ -94,12 +94,13 @@ void CameraPage::rereadRow(int row)
     const CameraRow before = at(row);
     at(row) = table_.row(camera);
     at(row).lamp = at(row).lampAtRest();
-    const bool isLive = live_ && live_->camera == camera; // also by an address not yet stored
+    const bool isLive = live_ && live_->camera == camera;
     if (isLive && live_->colour != LampColour::Orange) {
         live_->colour = at(row).lamp;
     }
     const bool isOfSame = at(row).url == addresses_[camera];
-    if (before.lamp == LampColour::Orange && isOfSame && (isLive || !at(row).url.isEmpty())) {
+    const bool isTyped = isLive && live_->address.isEmpty(); // and perhaps not stored yet
+    if (before.lamp == LampColour::Orange && isOfSame && (isTyped || !at(row).url.isEmpty())) {
         at(row).lamp = before.lamp;
     }
     if (addressRefusal(before.url, row)) {
@@ -356,7 +357,7 @@ void CameraPage::beginLive(CameraAddress camera)
     endLive();
     changeShown(camera, [&](CameraRow &row) {
         currentRow_ = camera.row;
-        live_ = {camera, row.lamp};
+        live_ = {camera, row.lamp, addresses_[camera]};
         row.lamp = LampColour::Orange;
     });
 }

@@ -156,6 +156,7 @@ private:
     {
         CameraAddress camera;
         LampColour colour; // as last set by the capture
+        QString address;   // stored when the fetch began
     };
 
     [[nodiscard]] QString storedAddress(int row) const;

@@ -92,7 +92,7 @@ protected:
         typed_.insert(row);
         if (text != lastUrl_) {
             lastUrl_ = text;
-            live_.show({group(), row}, text);
+            show(row, text);
         }
     }
 
@@ -100,7 +100,13 @@ protected:
     void take(int row)
     {
         current_ = row;
-        live_.show({group(), row}, box(row).text());
+        show(row, box(row).text());
+    }
+
+    void show(int row, const QString &url)
+    {
+        live_.show({group(), row}, url);
+        began_ = url.isEmpty() ? began_ : storedUrl(row);
     }
 
     // Events.
@@ -368,6 +374,7 @@ protected:
                          [this] { return QFileInfo::exists(storagePath()); },
                          [this] { return rooms_.clock.monotonicNow(); }}};
     QString lastUrl_;
+    QString began_;            // the stored address as the fetch began
     QSet<int> typed_;          // rows, since they were loaded
     int current_ = 0;          // row
     std::optional<int> taken_; // row that was clicked last or has the focus

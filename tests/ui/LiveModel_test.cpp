@@ -255,7 +255,8 @@ protected:
             const int lamp =
                 rooms_.find<Lamp>(QStringLiteral("SB%1").arg(row)).property("FillColor").toInt();
             const bool isLive = live_.isFetching() && live_.camera()->camera == camera;
-            if (isLive && !touched_) {
+            const bool isEmptied = !began_.isEmpty() && storedUrl(row).isEmpty();
+            if (isLive && !touched_ && !isEmptied) {
                 EXPECT_EQ(lamp, kOrange) << row;
             } else if (isQuiet && !house_.table.url(camera).isEmpty() && !typed_.contains(row)) {
                 EXPECT_EQ(lamp, house_.value(u"SB", camera).toInt()) << row;

@@ -22,9 +22,9 @@
 
 namespace velmora::test {
 
-inline const QStringList kLiveUrls{QStringLiteral("http://a/1.jpg"),
-                                   QStringLiteral("http://a/2.jpg"),
-                                   QStringLiteral("http://b/1.png"), QStringLiteral("http://c")};
+inline const QStringList kLiveUrls{
+    QStringLiteral("http://a/1.jpg"), QStringLiteral("http://a/2.jpg"),
+    QStringLiteral("http://b/1.png"), QStringLiteral("http://c"), QStringLiteral("rtsp://d/s")};
 
 class LiveHands : public testing::Test
 {

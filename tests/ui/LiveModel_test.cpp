@@ -47,8 +47,10 @@ protected:
     {
         QString address = url.trimmed();
         address.remove(QStringLiteral("http://")); // wherever it stands
+        const QString scheme =
+            address.startsWith(u"rtsp://") ? QString() : QStringLiteral("http://");
         return scripts_.value(
-            QStringLiteral("http://") + address,
+            scheme + address,
             {LiveAnswer::None, {{}, {}, {}, {}, QStringLiteral("no such camera")}});
     }
 

@@ -22,10 +22,12 @@ struct LiveScript
     ScriptedReply reply;
 };
 
-/// A fetch of the live view; without a moment to end, it waits for the storage folder.
+/// A fetch of the live view; without a moment to end, it waits for the storage folder. That of a
+/// stream begins only after a pause, in which more may be typed.
 struct LiveFetch
 {
     QString url;
+    std::optional<std::chrono::milliseconds> begins;
     LiveScript script;
     std::optional<std::chrono::milliseconds> ends;
     std::chrono::milliseconds taken{0};
@@ -70,7 +72,12 @@ public:
         picture = QByteArray();
         isFile = false;
         reason.clear();
-        begin(url);
+        fetch_ = LiveFetch{url, {}, {}, {}, {}};
+        if (url.startsWith(u"rtsp://")) {
+            fetch_->begins = asks_.now() + kPause;
+        } else {
+            begin(asks_.now());
+        }
     }
 
     /// It shows nothing, as after a change of group.
@@ -104,8 +111,9 @@ public:
     /// It is not edited any more, or never was: another folder may be in force.
     void goOn()
     {
-        if (fetch_ && !fetch_->ends) {
-            begin(fetch_->url);
+        const auto now = asks_.now();
+        if (fetch_ && !fetch_->ends && fetch_->begins.value_or(now) <= now) {
+            begin(std::exchange(fetch_->begins, std::nullopt).value_or(now));
         }
         if (camera_ && camera_->storage != asks_.storage()) {
             camera_->storage = asks_.storage();
@@ -150,12 +158,13 @@ public:
 
 private:
     static constexpr std::chrono::milliseconds kLimit{5000};
+    static constexpr std::chrono::milliseconds kPause{300};
 
-    void begin(const QString &url)
+    void begin(std::chrono::milliseconds moment)
     {
-        const LiveScript script = asks_.script(url);
-        const auto taken = std::min(script.reply.delay, kLimit);
-        fetch_ = LiveFetch{url, script, asks_.now() + taken, taken};
+        fetch_->script = asks_.script(fetch_->url);
+        fetch_->taken = std::min(fetch_->script.reply.delay, kLimit);
+        fetch_->ends = moment + fetch_->taken;
     }
 
     static bool isThere(const LiveFetch &fetch)

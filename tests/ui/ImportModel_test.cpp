@@ -3,7 +3,7 @@
 // replaced or lost, and the browser shows what came. Sequences of random events, each followed by a
 // check of the window and of every file.
 #include "ImportChecks.h"
-#include "Sequences.h"
+#include "support/Sequences.h"
 
 #include <vector>
 

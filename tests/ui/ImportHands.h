@@ -155,8 +155,8 @@ protected:
     void count()
     {
         isSelectionFree_ = isSelectionFree_ || files_.isDue;
-        files_ = {true};
-        mayBeUnread_ = false;
+        files_ = {true, isFailing_};
+        mayBeUnread_ = isFailing_;
         countText_.clear();
     }
 
@@ -456,6 +456,7 @@ protected:
     QStringList listed_; // in File1
     QString selected_;   // of them; empty for the first
     bool isSelectionFree_ = false;
+    bool isFailing_ = false;   // one of the next folders that are read
     bool mayBeUnread_ = false; // the end of the folder, which was gone before
     QString failure_;          // beginning of the line at the foot
     QString countText_; // NbF after a run that was aborted; empty when it is the number listed

@@ -82,9 +82,7 @@ QStringList wantedFiles(const QString &folder, const QString &filter)
 
 QStringList subFoldersOf(const QString &folder)
 {
-    QStringList names = QDir(folder).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
-    names.removeOne(QStringLiteral("tmp"));
-    return inOrder(names);
+    return inOrder(QDir(folder).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot));
 }
 
 bool keepsItsName(const QString &name)

@@ -18,7 +18,7 @@ namespace velmora::test {
 /// The wanted files of a native folder in the order in which they are listed and copied.
 [[nodiscard]] QStringList wantedFiles(const QString &folder, const QString &filter);
 
-/// Subfolders of a native folder, in their order, but not the program's own "tmp".
+/// Subfolders of a native folder, in their order.
 [[nodiscard]] QStringList subFoldersOf(const QString &folder);
 
 /// A name that is a date already, with its dot at the 20th place.

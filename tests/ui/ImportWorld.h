@@ -185,13 +185,13 @@ protected:
     {
         disturb();
         const RefusedCall failing(Call::ReadFolder, EIO, 1, below(3));
-        files_.isDisturbed = files_.isDue;
-        mayBeUnread_ = files_.isDue;
+        isFailing_ = true;
         if (run_) {
             run_->isAlone = false;
             run_->mayAbort = true;
         }
         ImportHands::turn();
+        isFailing_ = false;
     }
 
     // The same, while a list is read.
@@ -204,9 +204,10 @@ protected:
         QTest::keyClick(&rooms_.find<QWidget>("Filtre"), Qt::Key_Asterisk);
         choices_.filter += u'*';
         store(QStringLiteral("Patern"), choices_.filter);
+        isFailing_ = true;
         count();
-        disturb();
         ImportHands::turn();
+        isFailing_ = false;
     }
 
     void fillTheDisk()

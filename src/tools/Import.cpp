@@ -21,6 +21,7 @@ namespace velmora {
 namespace {
 
 const QString kNone = QStringLiteral("0");
+const QString kOtherStorage = QStringLiteral("another storage folder is in use now");
 
 QString countText(qint64 count)
 {
@@ -306,18 +307,25 @@ QCoro::Task<> Import::readTarget(std::stop_token stop)
     }
 }
 
+Import::Target Import::target() const
+{
+    return {uses_.storage.inForce(), uses_.storage.cameraFolderName(camera())};
+}
+
 void Import::press()
 {
-    pressedFor_ = uses_.storage.cameraFolderName(camera());
+    pressedFor_ = target();
 }
 
 void Import::go()
 {
-    const QString name = uses_.storage.cameraFolderName(camera());
-    const bool isOther = std::exchange(pressedFor_, std::nullopt).value_or(name) != name;
-    if (face_.cmdGo && isOther) {
+    const Target now = target();
+    const Target meant = std::exchange(pressedFor_, std::nullopt).value_or(now);
+    if (face_.cmdGo && now != meant) {
         face_.failure =
-            QStringLiteral("camera %1 has another address now").arg(cameraText(camera()));
+            now.storage != meant.storage
+                ? kOtherStorage
+                : QStringLiteral("camera %1 has another address now").arg(cameraText(camera()));
         Q_EMIT changed();
     } else if (face_.cmdGo) {
         uses_.scope.launch(copy());
@@ -346,7 +354,7 @@ QCoro::Task<> Import::copy()
     }
     if (overtaken_) {
         result.end = ImportEnd::Aborted;
-        result.failure = QStringLiteral("another storage folder is in use now");
+        result.failure = kOtherStorage;
     } else if (result.end == ImportEnd::Aborted) {
         const QString missing = missingFolder();
         result.failure = missing.isEmpty() ? result.failure : missing;

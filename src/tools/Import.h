@@ -82,11 +82,12 @@ public:
     /// A camera has gained or lost its address.
     void noticeAddress(CameraAddress camera);
 
-    /// The button was pressed: what go() then copies is for the camera that the row has now.
+    /// The button was pressed: what go() then copies is for the camera that the row has now, in the
+    /// storage folder that is in force.
     void press();
 
     /// Copies the files; does nothing while that is not possible. Nothing is copied if the row has
-    /// got another address since the press.
+    /// got another address since the press, or another storage folder is in force.
     void go();
 
 Q_SIGNALS:
@@ -100,9 +101,20 @@ Q_SIGNALS:
     void imagesAdded(const QString &folder);
 
 private:
+    /// What a press on the button is for.
+    struct Target
+    {
+        QString storage;
+        QString folderName; // of the camera
+
+        bool operator==(const Target &) const = default;
+    };
+
     [[nodiscard]] const SettingsFile &settings() const { return uses_.settings; }
 
     [[nodiscard]] CameraAddress camera() const { return {face_.Cam, face_.Lien}; }
+
+    [[nodiscard]] Target target() const;
 
     [[nodiscard]] bool hasTarget() const;
     [[nodiscard]] QString native(const QString &folder) const;
@@ -146,9 +158,9 @@ private:
     std::optional<qint64> initialCount_; // none when the run started before the files were counted
     qint64 shownCount_ = 0;              // as NbF shows it
     bool counting_ = false;
-    bool overtaken_ = false;            // another storage folder came into force during the run
-    bool reopened_ = false;             // the window was, during the run, and has its own count
-    std::optional<QString> pressedFor_; // name of the camera's folder
+    bool overtaken_ = false; // another storage folder came into force during the run
+    bool reopened_ = false;  // the window was, during the run, and has its own count
+    std::optional<Target> pressedFor_;
     bool identical_ = false; // source and target were identical, and no target was chosen since
     bool open_ = false;
 };

@@ -376,6 +376,7 @@ protected:
         isGoPressed_ = true;
         isGoMeant_ = go.isEnabled();
         goFor_ = address(target());
+        goInto_ = inForce();
         QTest::mousePress(&go, Qt::LeftButton);
     }
 
@@ -388,14 +389,17 @@ protected:
         const bool isElsewhere = oneIn(5);
         const bool isMeant = isGoMeant_ && go.isEnabled() && choices_.isOpen && !isElsewhere;
         std::optional<ImportRunSeen> run;
-        if (isMeant && goFor_ == address(target())) {
+        const bool isSameFolder = goInto_ == inForce();
+        if (isMeant && goFor_ == address(target()) && isSameFolder) {
             run = runNow();
         }
         QTest::mouseRelease(&go, Qt::LeftButton, {}, isElsewhere ? QPoint(-200, 5) : QPoint(5, 5));
         if (isMeant && !run) {
-            failure_ = QStringLiteral("Copy aborted: camera %1:%2 has another address now")
-                           .arg(choices_.group)
-                           .arg(choices_.row);
+            failure_ = isSameFolder
+                           ? QStringLiteral("Copy aborted: camera %1:%2 has another address now")
+                                 .arg(choices_.group)
+                                 .arg(choices_.row)
+                           : QStringLiteral("Copy aborted: another storage folder is in use now");
         }
         begin(run);
     }
@@ -465,6 +469,7 @@ protected:
     bool isGoPressed_ = false;
     bool isGoMeant_ = false;
     QString goFor_;
+    QString goInto_; // the storage folder then
     bool isFilePressed_ = false;
     QPoint filePressedAt_;
     QString pressedFile_;

@@ -4,6 +4,7 @@
 #include "support/RefusedCalls.h"
 #include "support/TypedAddress.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -282,6 +283,26 @@ TEST_F(ImportWindow, APressOnCopyIsForTheCameraThatTheRowHadThen)
     EXPECT_TRUE(house_.text("lStatus").contains(QStringLiteral("another address")));
     house_.click("cmdGo");
     EXPECT_EQ(house_.house.images(ImportHouse::kCamera), QStringList{kKept});
+}
+
+TEST_F(ImportWindow, APressOnCopyIsForTheStorageFolderOfThen)
+{
+    house_.put(kKept);
+    house_.open();
+    auto &go = house_.find<QAbstractButton>("cmdGo");
+    QTest::mousePress(&go, Qt::LeftButton);
+    house_.house.tree.makeFolder(u"drives/c/other");
+    house_.house.storage.choose(house_.house.tree.path(u"drives/c/other"));
+    const QDir target(house_.house.storage.cameraFolder(ImportHouse::kCamera));
+    ASSERT_TRUE(target.mkpath(QStringLiteral(".")));
+    house_.settle();
+    QTest::mouseRelease(&go, Qt::LeftButton);
+    house_.settle();
+    EXPECT_EQ(target.entryList(QDir::Files), QStringList());
+    EXPECT_EQ(house_.text("lStatus"),
+              QStringLiteral("Copy aborted: another storage folder is in use now"));
+    house_.click("cmdGo");
+    EXPECT_EQ(target.entryList(QDir::Files), QStringList{kKept});
 }
 
 TEST_F(ImportWindow, WhileItCopiesTheChoicesAreOffAndTheKeysComeBack)

@@ -20,6 +20,7 @@ SPLASH_WIDTH = 400  # at most; the main window of the same title is wider
 TICKS_SECONDS = 2.3  # two ticks of the timer that keeps the film in front
 AT_ONCE_SECONDS = 5  # of a time-out of sixty
 BUTTON_SECONDS = 0.2  # a button pressed by its key stays down for half of that, and takes no key meanwhile
+SETTLED_SECONDS = 0.4  # a window that has just appeared asks for the keyboard once its program knows that it is there
 OTHER_PROGRAM = "Event Tester"
 
 
@@ -69,9 +70,18 @@ class WindowCase(unittest.TestCase):
         return "_NET_WM_STATE_HIDDEN" in self.desktop.property("_NET_WM_STATE", window)
 
     def minimise(self, window):
-        """Done once the window manager has passed the keyboard focus on."""
-        self.desktop.tool("windowminimize", "--sync", window)
-        until(lambda: self.is_hidden(window), 30, "the minimised window")
+        """Done once the window manager has passed the keyboard focus on. Again for a window that comes back, because it
+        had asked for the keyboard before."""
+        hidden_since = time.monotonic()
+
+        def stays_hidden():
+            nonlocal hidden_since
+            if not self.is_hidden(window):
+                self.desktop.tool("windowminimize", "--sync", window)
+                hidden_since = time.monotonic()
+            return time.monotonic() > hidden_since + SETTLED_SECONDS
+
+        until(stays_hidden, 30, "the minimised window")
         until(lambda: self.desktop.active() not in (None, window), 10, "another window with the keyboard")
 
     def corner(self, window):

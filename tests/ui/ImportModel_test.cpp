@@ -35,7 +35,9 @@ public:
         open();
         QStringList done;
         for (int i = 0; i < kEvents && !HasFailure(); ++i) {
-            const Kind &kind = run_ && oneIn(3) ? kKinds.back() : anyKind();
+            const Kind &kind = run_ && oneIn(3)
+                                   ? kKinds.back()
+                                   : anyOfKinds(kKinds, [this](int bound) { return below(bound); });
             done.append(QString::fromLatin1(kind.name));
             SCOPED_TRACE("sequence " + std::to_string(sequence_) + ": " +
                          done.join(QStringLiteral(", ")).toStdString());
@@ -65,20 +67,6 @@ private:
             house().clock.advance(0ms);
         }
         check();
-    }
-
-    const Kind &anyKind()
-    {
-        int left = 0;
-        for (const Kind &kind : kKinds) {
-            left += kind.chances;
-        }
-        left = below(left);
-        auto kind = kKinds.begin();
-        while ((left -= kind->chances) >= 0) {
-            ++kind;
-        }
-        return *kind;
     }
 
     void fillSettings()

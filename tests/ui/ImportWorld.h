@@ -20,9 +20,9 @@ protected:
     ImportWorld()
     {
         house().log.setOn(false);
-        QObject::connect(&house().store, &ImageStore::loaded, &rooms_.window,
+        QObject::connect(&house().store, &ImageStore::loaded, &following_,
                          [this] { isCapturing_ = false; });
-        QObject::connect(&house().storage, &StorageFolder::checked, &rooms_.window,
+        QObject::connect(&house().storage, &StorageFolder::checked, &following_,
                          [this] { followStorage(); });
     }
 
@@ -477,7 +477,8 @@ protected:
     std::optional<RefusedCall> nameless_;
     QMap<QString, QString> away_; // where what is or was away belongs, and where it is
     QString storage_;
-    QString deleted_; // is deleted as soon as the browser can
+    QObject following_; // ends before the rooms, which check the storage folder while they end
+    QString deleted_;   // is deleted as soon as the browser can
     int contents_ = 0;
     bool isCapturing_ = false;
     bool isStirred_ = false;    // since all was last at rest

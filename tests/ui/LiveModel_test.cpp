@@ -281,26 +281,12 @@ protected:
         hasDownloaded_ = false;
     }
 
-    const Kind &anyKind()
-    {
-        int left = 0;
-        for (const Kind &kind : kKinds) {
-            left += kind.chances;
-        }
-        left = below(left);
-        auto kind = kKinds.begin();
-        while ((left -= kind->chances) >= 0) {
-            ++kind;
-        }
-        return *kind;
-    }
-
     void play(int sequence)
     {
         random_.seed(static_cast<quint32>(sequence));
         QStringList done;
         for (int i = 0; i < kEvents && !HasFailure(); ++i) {
-            const Kind &kind = anyKind();
+            const Kind &kind = anyOfKinds(kKinds, [this](int bound) { return below(bound); });
             done.append(QString::fromLatin1(kind.name));
             SCOPED_TRACE("sequence " + std::to_string(sequence) + ": " +
                          done.join(QStringLiteral(", ")).toStdString());

@@ -57,9 +57,10 @@ CommandResult setSwitch(Target &target, const SwitchKey &key, const QString &val
     return {};
 }
 
+// "$" would let a line end pass.
 bool isNumber(const QString &text)
 {
-    static const QRegularExpression number(QStringLiteral("^[+-]?[0-9]+(\\.[0-9]+)?$"));
+    static const QRegularExpression number(QStringLiteral("^[+-]?[0-9]+(\\.[0-9]+)?\\z"));
     return number.match(text).hasMatch();
 }
 
@@ -228,9 +229,9 @@ std::optional<Key> keyOf(Scope scope, QStringView word, CameraAddress camera)
 
 std::optional<Key> parsedKey(const QString &text)
 {
-    static const QRegularExpression program(QStringLiteral("^([a-z]+)$"));
-    static const QRegularExpression group(QStringLiteral("^([a-z]+)\\.([0-9])$"));
-    static const QRegularExpression camera(QStringLiteral("^camera\\.([0-9]:[0-9])\\.([a-z]+)$"));
+    static const QRegularExpression program(QStringLiteral("^([a-z]+)\\z"));
+    static const QRegularExpression group(QStringLiteral("^([a-z]+)\\.([0-9])\\z"));
+    static const QRegularExpression camera(QStringLiteral("^camera\\.([0-9]:[0-9])\\.([a-z]+)\\z"));
     if (const auto match = group.match(text); match.hasMatch()) {
         return keyOf(Scope::Group, match.capturedView(1), {match.capturedView(2).toInt(), 0});
     }

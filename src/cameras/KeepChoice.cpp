@@ -1,5 +1,7 @@
 #include "cameras/KeepChoice.h"
 
+#include "base/Digits.h"
+
 namespace velmora {
 namespace {
 
@@ -33,8 +35,8 @@ std::optional<KeepChoice> keepFromText(QStringView text)
     const QStringView number = text.startsWith(kClearly) ? text.sliced(kClearly.size()) : u"";
     bool isNumber = false;
     const int percent = number.toInt(&isNumber);
-    return isNumber && number.front().isDigit() ? std::optional(KeepChoice{Keep::Clearly, percent})
-                                                : std::nullopt;
+    return isNumber && areDigits(number) ? std::optional(KeepChoice{Keep::Clearly, percent})
+                                         : std::nullopt;
 }
 
 QString percentRefusal()

@@ -199,6 +199,16 @@ TEST_F(SettingKeys, TakeNothingMalformed)
     EXPECT_EQ(getKeys(settings, paths, {{text("foo")}}).status, kMalformed);
 }
 
+TEST_F(SettingKeys, TakeNoLineEndBehindKeyOrValue)
+{
+    for (const char *const wrong : {"tick=7\n", "tick\n=7", "group.1\n=on", "camera.0:0.name\n=x",
+                                    "camera.0:0.keep=clearly:5\n", "camera.0:0.keep=clearly:5 "}) {
+        EXPECT_EQ(set({text(wrong)}).status, kMalformed) << wrong;
+    }
+    EXPECT_EQ(getKeys(settings, paths, {{text("tick\n")}}).status, kMalformed);
+    EXPECT_FALSE(tree.exists(u"Velmora.ini"));
+}
+
 TEST_F(SettingKeys, AreMalformedEvenWhereNothingCanBeWritten)
 {
     tree.makeFolder(u"Velmora.ini");

@@ -144,7 +144,7 @@ ListedCamera tableCamera(const TableLine &line, const Columns &columns)
     ListedCamera camera;
     camera.line = line.number;
     camera.name = fieldAt(line, columns.name);
-    camera.address = fieldAt(line, columns.address);
+    camera.address = bareAddress(fieldAt(line, columns.address));
     camera.fault = addressFault(camera.address);
     if (const auto refusal = nameRefusal(camera.name)) {
         camera.fault = *refusal;
@@ -167,8 +167,9 @@ void readLines(CameraList &list, const QString &text)
     int number = 0;
     for (const QStringView line : QStringView(text).split(lineEnd)) {
         ++number;
-        const QString address = line.trimmed().toString();
-        if (!address.isEmpty() && !address.startsWith(u'#')) {
+        const QStringView typed = line.trimmed();
+        if (!typed.isEmpty() && !typed.startsWith(u'#')) {
+            const QString address = bareAddress(typed.toString());
             ListedCamera camera;
             camera.line = number;
             camera.address = address;

@@ -5,6 +5,24 @@
 #include "settings/StoredText.h"
 
 namespace velmora {
+namespace {
+
+bool isInQuotes(const QString &text)
+{
+    return text.size() > 1 && text.front() == text.back() &&
+           (text.front() == u'"' || text.front() == u'\'');
+}
+
+} // namespace
+
+QString bareAddress(const QString &text)
+{
+    QString bare = text.trimmed();
+    while (isInQuotes(bare)) {
+        bare = bare.sliced(1, bare.size() - 2).trimmed();
+    }
+    return bare;
+}
 
 std::optional<QString> addressRefusal(QStringView url, int row)
 {

@@ -13,4 +13,7 @@ namespace velmora {
 /// What the settings file would lose of an address. Nothing when it keeps all of it.
 [[nodiscard]] std::optional<QString> addressLoss(QStringView url, int row);
 
+/// An address without the blanks and quotes around it, none of which the settings file gives back.
+[[nodiscard]] QString bareAddress(const QString &text);
+
 } // namespace velmora

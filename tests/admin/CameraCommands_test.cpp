@@ -149,6 +149,19 @@ TEST_F(CameraCommands, ImportStoresAllOrNothing)
     EXPECT_EQ(importList(settings, {tree.path(u"missing")}).status, kRefused);
 }
 
+// The settings file takes the quotes off.
+TEST_F(CameraCommands, ImportKnowsAnAddressInQuotesAgain)
+{
+    for (const char *const list :
+         {"\"http://a/\"\n'http://b/'\n", "address,row,group\n\"\"\"http://c/\"\"\",,\n"}) {
+        ASSERT_EQ(import(list).status, kDone);
+        const QJsonArray before = listed();
+        EXPECT_EQ(import(list).out, QString());
+        EXPECT_EQ(listed(), before);
+    }
+    EXPECT_EQ(listed().first()[QStringLiteral("address")], QStringLiteral("http://a/"));
+}
+
 TEST_F(CameraCommands, AnAddressInThePlaceOfAFileShowsNoPassword)
 {
     for (const char16_t *const address :

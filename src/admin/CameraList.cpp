@@ -8,7 +8,9 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace velmora {
 namespace {
@@ -78,21 +80,23 @@ bool haveAddressFirst(const std::vector<TableLine> &lines)
 struct Layout
 {
     Columns columns;
-    std::size_t firstCamera = 0; // among its lines
+    std::ptrdiff_t firstCamera = 0; // among its lines
 };
 
-// A table without column names has an address in the second field of its first line, or addresses
-// first. Nothing for lines that are no table.
-std::optional<Layout> layoutOf(const std::vector<TableLine> &lines)
+// A table without column names has an address in the second field of its first line.
+std::optional<Layout> usualLayout(const std::vector<TableLine> &lines)
 {
     if (const std::optional<Columns> named = namedColumns(lines.front())) {
         return Layout{*named, 1};
     }
     const QStringList &first = lines.front().fields;
-    if (first.size() > 1 && !first[0].contains(QStringLiteral("://")) &&
-        looksLikeAddress(first[1])) {
-        return Layout{};
-    }
+    const bool isTable =
+        first.size() > 1 && !first[0].contains(QStringLiteral("://")) && looksLikeAddress(first[1]);
+    return isTable ? std::optional(Layout{}) : std::nullopt;
+}
+
+std::optional<Layout> addressFirstLayout(const std::vector<TableLine> &lines)
+{
     return haveAddressFirst(lines) ? std::optional(Layout{kAddressFirst, 0}) : std::nullopt;
 }
 
@@ -154,11 +158,24 @@ ListedCamera tableCamera(const TableLine &line, const Columns &columns)
     return camera;
 }
 
-void readTable(CameraList &list, const std::vector<TableLine> &lines, const Layout &layout)
+// False for a text that is no table. A separator that is only part of an address must not make one
+// with the address first.
+bool readTable(CameraList &list, const QString &text)
 {
-    for (std::size_t i = layout.firstCamera; i < lines.size(); ++i) {
-        list.cameras.push_back(tableCamera(lines[i], layout.columns));
+    for (const auto &layoutOf : {usualLayout, addressFirstLayout}) {
+        for (const QChar separator : kSeparators) {
+            const std::vector<TableLine> lines = tableLines(text, separator);
+            const auto layout = lines.empty() ? std::nullopt : layoutOf(lines);
+            if (layout) {
+                std::transform(lines.begin() + layout->firstCamera, lines.end(),
+                               std::back_inserter(list.cameras), [&layout](const TableLine &line) {
+                                   return tableCamera(line, layout->columns);
+                               });
+                return true;
+            }
+        }
     }
+    return false;
 }
 
 void readLines(CameraList &list, const QString &text)
@@ -196,16 +213,7 @@ CameraList readCameraList(QByteArrayView bytes)
         return unreadable(QStringLiteral("The list is not a text file"));
     }
     CameraList list;
-    bool wasTable = false;
-    for (const QChar separator : kSeparators) {
-        const std::vector<TableLine> lines = tableLines(*text, separator);
-        const auto layout = wasTable || lines.empty() ? std::nullopt : layoutOf(lines);
-        if (layout) {
-            readTable(list, lines, *layout);
-            wasTable = true;
-        }
-    }
-    if (!wasTable) {
+    if (!readTable(list, *text)) {
         readLines(list, *text);
     }
     return list.cameras.size() > kMostLines

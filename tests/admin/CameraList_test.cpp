@@ -84,6 +84,16 @@ TEST(CameraList, TakesNoPartOfAnAddressForAName)
     }
 }
 
+TEST(CameraList, TakesNoSeparatorInAnAddressForThatOfTheTable)
+{
+    for (const char *const line : {"Gate,http://cam/a;b,3,7", "Gate;http://cam/a\tb;3;7"}) {
+        const CameraList list = readCameraList(line);
+        ASSERT_EQ(list.cameras.size(), 1U) << line;
+        EXPECT_EQ(list.cameras.front().name, QStringLiteral("Gate")) << line;
+        EXPECT_EQ(list.cameras.front().row, 7) << line;
+    }
+}
+
 TEST(CameraList, KnowsTheLineEndsOfAllPlatforms)
 {
     const CameraList list = readCameraList("http://a/\r# none\rhttp://b/\r\nhttp://c/\n\r\nd.jpg");

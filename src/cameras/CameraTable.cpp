@@ -165,8 +165,12 @@ int CameraTable::number(const SettingsSnapshot &settings, RowKey key, CameraAddr
 
 CameraRow CameraTable::row(CameraAddress camera) const
 {
+    return row(settings_.snapshot(), camera);
+}
+
+CameraRow CameraTable::row(const SettingsSnapshot &settings, CameraAddress camera) const
+{
     CameraRow row;
-    const SettingsSnapshot settings = settings_.snapshot();
     row.url = url(settings, camera);
     row.automatic = isOn(velmora::number(settings, keys::kAutoDelai, camera));
     row.deleteOld = deletesOld(settings, camera);

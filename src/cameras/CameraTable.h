@@ -76,6 +76,7 @@ public:
     [[nodiscard]] bool isGroupActive(int group) const;
 
     [[nodiscard]] CameraRow row(CameraAddress camera) const;
+    [[nodiscard]] CameraRow row(const SettingsSnapshot &settings, CameraAddress camera) const;
 
     [[nodiscard]] static QString url(const SettingsSnapshot &settings, CameraAddress camera);
     [[nodiscard]] static bool isGroupActive(const SettingsSnapshot &settings, int group);

@@ -76,23 +76,26 @@ void CameraPage::Selecteur_Click(int group, WindowState window)
     Q_EMIT picturesCleared();
 }
 
+// Of one state of the settings: an address that another command stores meanwhile would count as
+// known before its row is read.
 void CameraPage::reread()
 {
     const QScopedValueRollback loading(loading_, true);
+    const SettingsSnapshot settings = table_.settings().snapshot();
     for (int row = 0; row < kRows; ++row) {
-        rereadRow(row);
+        rereadRow(settings, row);
     }
-    groupActive_ = table_.isGroupActive(group_);
-    followAddresses();
+    groupActive_ = CameraTable::isGroupActive(settings, group_);
+    followAddresses(settings);
     Q_EMIT pageReread();
 }
 
 // A camera that is being fetched stays orange, and a text that cannot be stored stays in its box.
-void CameraPage::rereadRow(int row)
+void CameraPage::rereadRow(const SettingsSnapshot &settings, int row)
 {
     const CameraAddress camera{group_, row};
     const CameraRow before = at(row);
-    at(row) = table_.row(camera);
+    at(row) = table_.row(settings, camera);
     at(row).lamp = at(row).lampAtRest();
     const bool isLive = live_ && live_->camera == camera;
     if (isLive && live_->colour != LampColour::Orange) {
@@ -109,9 +112,8 @@ void CameraPage::rereadRow(int row)
 }
 
 // Whichever group is on screen: a remark is about a camera, not about its row.
-void CameraPage::followAddresses()
+void CameraPage::followAddresses(const SettingsSnapshot &settings)
 {
-    const SettingsSnapshot settings = table_.settings().snapshot();
     for (const CameraAddress camera : kAllCameras) {
         followStored(camera, CameraTable::url(settings, camera));
     }
@@ -127,12 +129,13 @@ void CameraPage::followStored(CameraAddress camera, const QString &address)
 
 // The camera that another program has put there, with all that is its own. The boxes of other rows
 // may hold what could not be stored.
-void CameraPage::takeRow(CameraAddress camera, const QString &address)
+void CameraPage::takeRow(CameraAddress camera)
 {
     {
         const QScopedValueRollback loading(loading_, true);
-        rereadRow(camera.row);
-        followStored(camera, address);
+        const SettingsSnapshot settings = table_.settings().snapshot();
+        rereadRow(settings, camera.row);
+        followStored(camera, CameraTable::url(settings, camera));
     }
     Q_EMIT rowReread(camera.row);
 }
@@ -232,7 +235,7 @@ void CameraPage::leaveSource(int row, const QString &text)
     const bool wasOther = table_.url(camera) != addresses_[camera];
     const std::optional<QString> address = editing_.leave(row, text);
     if (address && wasOther) {
-        takeRow(camera, table_.url(camera)); // what is typed gets its switches, which must be seen
+        takeRow(camera); // what is typed gets its switches, which must be seen
     } else if (address) {
         at(row).url = *address;
     }
@@ -278,11 +281,10 @@ bool CameraPage::isStillThere(const ShownCamera &shown)
     if (shown.camera.group != group_) {
         return false;
     }
-    const QString address = table_.url(shown.camera);
-    if (address != addresses_[shown.camera]) {
-        takeRow(shown.camera, address);
+    if (table_.url(shown.camera) != addresses_[shown.camera]) {
+        takeRow(shown.camera);
     }
-    return address == shown.address;
+    return addresses_[shown.camera] == shown.address;
 }
 
 QString CameraPage::storedAddress(int row) const

@@ -162,12 +162,12 @@ private:
     [[nodiscard]] QString storedAddress(int row) const;
     [[nodiscard]] QString storedFolder(int row) const;
     void loadRow(int row);
-    void rereadRow(int row);
+    void rereadRow(const SettingsSnapshot &settings, int row);
     void forgetLive(CameraAddress camera);
     void followAddress(CameraAddress camera, const QString &address);
-    void followAddresses();
+    void followAddresses(const SettingsSnapshot &settings);
     void followStored(CameraAddress camera, const QString &address);
-    void takeRow(CameraAddress camera, const QString &address);
+    void takeRow(CameraAddress camera);
     void takeOther(CameraAddress camera, const QString &address);
     void keepForLive(CameraAddress camera, LampColour colour);
     [[nodiscard]] int rememberedRow() const;

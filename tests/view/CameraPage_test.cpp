@@ -279,5 +279,23 @@ TEST_F(CameraPageTest, MakesALoadingRowOrangeAndCurrent)
     EXPECT_EQ(page.currentRow(), 7);
 }
 
+// Two commands at once: the second stores its camera while the rows are read for the first.
+TEST_F(CameraPageTest, ReadsAllOfItsRowsOfOneStateOfTheSettings)
+{
+    store("[Groupe0]\r\nlNew9=99999999999\r\n");
+    page.load();
+    page.Selecteur_Click(0, WindowState::Visible);
+    page.beginLive({0, 1}); // an address is being typed
+    const SettingsFile other(tree.path());
+    other.write(u"Groupe0", u"lNew9", u"88888888888");
+    QObject::connect(&problems, &Problems::warned, &page,
+                     [&other] { other.write(u"Liste0", u"lst1", u"http://b/"); });
+    page.reread();
+    ASSERT_EQ(table.url({0, 1}), QStringLiteral("http://b/"));
+    page.reread();
+    EXPECT_EQ(page.row(1).url, QStringLiteral("http://b/"));
+    EXPECT_NE(page.row(1).lamp, LampColour::Orange);
+}
+
 } // namespace
 } // namespace velmora

@@ -1,7 +1,7 @@
 // Random sequences of what a user, commands from outside, a camera's sheet, a list and the capture
 // can do to the camera rows, each followed by a check of the settings file and of the window
 // against what the rules make of them.
-#include "RowHands.h"
+#include "RowWorld.h"
 #include "admin/CameraCommands.h"
 #include "admin/SettingKeys.h"
 #include "cameras/CameraChoices.h"
@@ -23,7 +23,7 @@ using namespace std::chrono_literals;
 constexpr int kSequences = 24;
 constexpr int kEvents = 60;
 
-class RowModel : public RowHands
+class RowModel : public RowWorld
 {
 protected:
     struct Kind
@@ -37,7 +37,6 @@ protected:
     {
         house_.log.setOn(false);
         connectWindows();
-        connectCapture();
     }
 
     // As the program does.
@@ -50,38 +49,6 @@ protected:
         QObject::connect(&list_, &CameraListWindow::storing, &main, &Interface::endAddress);
         QObject::connect(&list_, &CameraListWindow::stored, &house_.page, &CameraPage::reread);
     }
-
-    // The dates of what is captured are the answers' own.
-    void connectCapture()
-    {
-        ImageStore &store = house_.store;
-        const auto seconds = [this](CameraAddress camera, int taken) {
-            rules_.showLoadSeconds(camera, taken);
-        };
-        QObject::connect(&store, &ImageStore::downloaded, &another_, seconds);
-        QObject::connect(&rooms_.live, &LiveView::downloaded, &another_, seconds);
-        QObject::connect(&store, &ImageStore::cameraAnswered, &another_,
-                         [this](CameraAddress camera) {
-                             takeTimes(camera);
-                             rules_.answer(camera, now(camera, u"LastModified"));
-                         });
-        QObject::connect(&store, &ImageStore::cameraFailed, &another_,
-                         [this](CameraAddress camera) {
-                             takeTimes(camera);
-                             rules_.fail(camera);
-                         });
-        QObject::connect(&store, &ImageStore::imageStored, &another_,
-                         [this](CameraAddress camera) { rules_.countImage(camera); });
-    }
-
-    void takeTimes(CameraAddress camera)
-    {
-        for (const QString &word : {QStringLiteral("TimeLoad"), QStringLiteral("LocalTime")}) {
-            rules_.at(camera).row[word] = now(camera, word);
-        }
-    }
-
-    QString now(CameraAddress camera, QStringView word) { return house_.value(word, camera); }
 
     void hear()
     {
@@ -111,9 +78,9 @@ protected:
 
     void behind() override
     {
-        static const std::array kinds{&RowModel::tick, &RowModel::passTime,
-                                      &RowModel::hear, &RowModel::editByHand,
-                                      &RowModel::add,  &RowModel::remove};
+        static const std::array<void (RowModel::*)(), 6> kinds{
+            &RowModel::tick,       &RowModel::passTime, &RowModel::hear,
+            &RowModel::editByHand, &RowModel::add,      &RowModel::remove};
         (this->*kinds.at(static_cast<std::size_t>(below(6))))();
     }
 
@@ -158,24 +125,6 @@ protected:
         }
         hearMostly();
     }
-
-    void tick()
-    {
-        for (const QString &url : kUrls) {
-            const QDateTime date = QDateTime({2006, 3, 7}, {0, 0}).addSecs(60 * ++answers_ / 3);
-            rooms_.source.answer(
-                url, {QByteArray(oneIn(5) ? 500 : 2000, 'x'),
-                      QLocale::c().toString(date, QStringLiteral("ddd, dd MMM yyyy HH:mm:ss")) +
-                          QStringLiteral(" GMT"),
-                      {},
-                      std::chrono::seconds{below(4)},
-                      {}});
-        }
-        house_.scheduler.setTickCounter(59);
-        house_.scope.launch(house_.scheduler.Timer_Timer());
-    }
-
-    void passTime() { rooms_.clock.advance(std::chrono::milliseconds{below(4) * 1000}); }
 
     template <typename Control>
     Control &inSheet(const QString &name)
@@ -296,72 +245,6 @@ protected:
         listedFor_ = place == listedFor_ ? std::nullopt : place;
     }
 
-    // Everything about cameras and groups, as another program would read it.
-    QMap<QString, QString> file()
-    {
-        QMap<QString, QString> values;
-        QString section;
-        for (const QByteArray &bytes : house_.tree.read(u"Velmora.ini").split('\n')) {
-            const QString line = QString::fromLatin1(bytes.trimmed());
-            if (line.startsWith(u'[')) {
-                section = line.mid(1).chopped(1);
-            } else if (section != u"Control" || line.startsWith(u"Selecteur")) {
-                values.insert(section + u' ' + line.section(u'=', 0, 0), line.section(u'=', 1));
-            }
-        }
-        values.removeIf([](const auto &value) { return value->isEmpty(); });
-        return values;
-    }
-
-    void checkFile()
-    {
-        const QMap<QString, QString> stored = file();
-        const QMap<QString, QString> rules = rules_.file();
-        if (stored == rules) {
-            return;
-        }
-        for (const QString &key : (stored.keys() + rules.keys())) {
-            EXPECT_EQ(stored[key], rules[key]) << key.toStdString();
-        }
-    }
-
-    void checkSwitch(const QString &name, bool on)
-    {
-        if (!isPressed(name)) {
-            EXPECT_EQ(rooms_.find<QCheckBox>(name).isChecked(), on) << name.toStdString();
-        }
-    }
-
-    void checkWindow()
-    {
-        checkSwitch(QStringLiteral("ActLst"), rules_.groupOn);
-        for (int row = 0; row < kRows; ++row) {
-            const ShownRow &rules = rules_.shown(row);
-            EXPECT_EQ(box(row).text(), rules.box) << row;
-            checkSwitch(rowKey(u"AutoDelay", row), rules.automatic);
-            checkSwitch(rowKey(u"EffM", row), rules.deletes);
-            checkLabel(rowKey(u"BestTime", row), rules.bestTime);
-            checkLabel(rowKey(u"lNew", row), QString::number(rules.newImages));
-            checkLabel(rowKey(u"TimeLoad", row), QString::number(rules.loadSeconds));
-        }
-    }
-
-    void checkLabel(const QString &name, const QString &text)
-    {
-        EXPECT_EQ(rooms_.find<QLabel>(name).text(), text) << name.toStdString();
-    }
-
-    // No camera is being fetched. The end of a fetch for an address that the row has no more shows
-    // what is stored for the one that it has.
-    void checkLamps()
-    {
-        for (int row = 0; row < kRows; ++row) {
-            const int lamp = rooms_.find<Lamp>(rowKey(u"SB", row)).property("FillColor").toInt();
-            EXPECT_TRUE(lamp == rules_.shown(row).lamp || lamp == rules_.storedLamp(row))
-                << row << ": " << lamp << " for " << rules_.shown(row).lamp;
-        }
-    }
-
     void check() override
     {
         rooms_.clock.advance(0ms);
@@ -407,8 +290,6 @@ protected:
         check();
     }
 
-    [[nodiscard]] qsizetype stored() const { return house_.stored().size(); }
-
     static bool HasFailure() { return testing::Test::HasFailure(); }
 
 private:
@@ -423,7 +304,6 @@ private:
     SheetFields inSheet_;
     QString listed_;
     std::optional<CameraAddress> listedFor_;
-    int answers_ = 0;
 };
 
 const std::vector<RowModel::Kind> RowModel::kKinds{

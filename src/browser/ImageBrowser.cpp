@@ -27,9 +27,11 @@ ImageBrowser::ImageBrowser(const Uses &uses, BrowserData &data, Projector &film)
         parts_->line.launch(Kind::Rebuild, [this] { return parts_->updates.relist(); });
     });
     // At once, since it may have changed back by the time that it is followed; an action that has
-    // begun in between has listed the other folder.
-    connect(&storage_, &StorageFolder::checked, this,
-            [this] { isStorageOther_ = isStorageOther_ || usableStorage() != shownStorage_; });
+    // begun in between has listed the other folder. While it is edited, none is listed.
+    connect(&storage_, &StorageFolder::checked, this, [this] {
+        const bool isOther = !storage_.isBeingEdited() && usableStorage() != shownStorage_;
+        isStorageOther_ = isStorageOther_ || isOther;
+    });
     // Queued, since the check of the storage folder has not ended yet.
     connect(&storage_, &StorageFolder::checked, this, &ImageBrowser::followStorage,
             Qt::QueuedConnection);

@@ -105,6 +105,21 @@ TEST_F(PlancheReading, AStorageFolderThatIsSoonTheOldOneAgainLeavesItsImagesOnSh
     EXPECT_EQ(house_.data.files.folder(), storage.cameraFolderText({0, 0}));
 }
 
+// While it is typed, no folder is read, so nothing else can have been listed.
+TEST_F(PlancheReading, AStorageTextThatIsTakenBackLeavesTheImageSelected)
+{
+    house_.openOn(12);
+    QTest::mouseClick(view(kImages).viewport(), Qt::LeftButton, {}, middle(kImages, 3));
+    house_.settle();
+    ASSERT_EQ(row(kImages), 3);
+    StorageFolder &storage = house_.house.storage;
+    storage.edit(QStringLiteral("C:\\inn"));
+    storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
+    house_.settle();
+    EXPECT_EQ(row(kImages), 3);
+}
+
 TEST_F(PlancheReading, TheQuestionNamesTheCameraWhoseImageItIsAbout)
 {
     chooseLarge();

@@ -41,12 +41,14 @@ HttpRequest CameraRequests::live(CameraAddress camera, const QString &url) const
                      isStored ? cameraLogin(settings, camera) : CameraLogin{});
 }
 
-// Nothing is stored of what is only tried, and no storage folder need be there for it.
+// Nothing is stored of what is only tried, and no storage folder need be there for it. It is judged
+// even where the disk does not take it.
 HttpRequest CameraRequests::trial(const QString &address, const CameraLogin &login) const
 {
     HttpRequest request =
         completed(requestFor(expandTemplate(address), options_.downloadLimit()), login);
     request.workFolder = QDir::tempPath();
+    request.isCompared = true;
     return request;
 }
 

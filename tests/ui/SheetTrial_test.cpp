@@ -1,10 +1,13 @@
 // The test in a camera's sheet, of a picture too long to stay in memory while it arrives.
 #include "WindowHouse.h"
+#include "cameras/CameraChoices.h"
+#include "support/ScopedEnv.h"
 #include "support/StoredPictures.h"
 #include "ui/CameraSheet.h"
 #include "ui/PictureView.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -30,7 +33,8 @@ public:
         HttpReply reply;
         reply.outcome = FetchOutcome::Arrived;
         reply.body = emptyBody(request, stock_);
-        reply.body.append(picture_);
+        reply.body.append(QByteArrayView(picture_).first(1000));
+        reply.body.append(QByteArrayView(picture_).sliced(1000));
         co_await clock_.yield();
         co_return reply;
     }
@@ -74,6 +78,21 @@ TEST_F(TrialOfALongPicture, LeavesTheStorageFolderAsItIs)
 {
     test();
     EXPECT_EQ(QDir(storage()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+}
+
+// A new picture must not be called unchanged because the disk has no room for it.
+TEST_F(TrialOfALongPicture, IsJudgedThoughTheDiskTakesNothing)
+{
+    const ScopedEnv temporary("TMPDIR", QFile::encodeName(house_.tree.path(u"in the way")));
+    house_.tree.write(u"in the way", "a file");
+    house_.addCamera(kCamera, cameraUrl(kCamera));
+    house_.putImage(kCamera, storedName(1));
+    ASSERT_EQ(house_.settings.change(
+                  [](SettingsDraft &draft) { setCameraKeep(draft, kCamera, {Keep::Differing}); }),
+              SettingsChange::Made);
+    test();
+    const QString result = sheet_.findChild<QLabel *>(QStringLiteral("sheetResult"))->text();
+    EXPECT_TRUE(result.contains(u"new: it differs")) << result.toStdString();
 }
 
 } // namespace

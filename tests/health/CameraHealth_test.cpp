@@ -221,6 +221,17 @@ TEST(CameraHealth, AddsNoShortHistoryTwice)
     EXPECT_EQ(camera.usualInterval(), before);
 }
 
+TEST(CameraHealth, AddsTheHistoryUpToTheFirstImageThatItKnows)
+{
+    CameraHealth camera;
+    camera.addImage(kBegin + 2h, 500);
+    camera.addImage(kBegin + 2h + 1min, 500);
+    CameraHealth folder = delivering(3, 1h);
+    folder.addImage(kBegin + 2h + 1min, 500);
+    camera.takeCount(folder);
+    EXPECT_EQ(camera.usualInterval(), 1h);
+}
+
 TEST(CameraHealth, AddsAnOlderHistoryThatWasBroughtInLater)
 {
     CameraHealth camera;

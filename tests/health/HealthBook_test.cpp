@@ -352,6 +352,31 @@ TEST_F(HealthBookTest, BlamesNoCameraForATimeThatIsForgivenBeforeItsFolderIsTher
     EXPECT_EQ(book_.quiet(kOne), 15min);
 }
 
+TEST_F(HealthBookTest, ATimeThatIsForgivenExcusesNoFailureAfterIt)
+{
+    add(kOne);
+    book_.load();
+    house_.finish();
+    clock_.advance(1h);
+    book_.forgive(50min);
+    book_.addFailure(kOne, QStringLiteral("gone"));
+    clock_.advance(20min);
+    EXPECT_EQ(book_.quiet(kOne), 20min);
+}
+
+TEST_F(HealthBookTest, BlamesACameraSinceAnImageThatItGotAfterItWasAdded)
+{
+    book_.load();
+    add(kOne);
+    book_.followTable();
+    house_.finish();
+    clock_.advance(1h);
+    house_.putImage(kOne, QStringLiteral("20060307_1455090714.jpg")); // ten minutes before
+    book_.followTable();
+    house_.finish();
+    EXPECT_EQ(book_.quiet(kOne), 10min);
+}
+
 TEST_F(HealthBookTest, CountsNothingTwice)
 {
     add(kOne);

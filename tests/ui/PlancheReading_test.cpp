@@ -105,6 +105,23 @@ TEST_F(PlancheReading, AStorageFolderThatIsSoonTheOldOneAgainLeavesItsImagesOnSh
     EXPECT_EQ(house_.data.files.folder(), storage.cameraFolderText({0, 0}));
 }
 
+// The folder is looked at for many reasons.
+TEST_F(PlancheReading, AnotherStorageFolderIsListedOnceAndNotAtEachCheck)
+{
+    house_.openOn(12);
+    StorageFolder &storage = house_.house.storage;
+    storage.edit(QStringLiteral("C:\\other"));
+    storage.putInForce();
+    storage.edit(QStringLiteral("C:\\in"));
+    storage.putInForce();
+    house_.settle();
+    QTest::mouseClick(view(kImages).viewport(), Qt::LeftButton, {}, middle(kImages, 3));
+    house_.settle();
+    storage.testSA();
+    house_.settle();
+    EXPECT_EQ(row(kImages), 3);
+}
+
 // While it is typed, no folder is read, so nothing else can have been listed.
 TEST_F(PlancheReading, AStorageTextThatIsTakenBackLeavesTheImageSelected)
 {

@@ -34,15 +34,8 @@ struct OpenProfile
     bool missing = false;
     mode_t mode = 0;
     std::optional<QByteArray> bytes; // nothing when there is a file that cannot be read
-    std::error_code error;           // why, unless it is too large
+    std::error_code error;           // why, unless it is no regular file or too large
 };
-
-// As programs say it that read any file.
-std::error_code faultOfKind(mode_t mode)
-{
-    return std::make_error_code(S_ISDIR(mode) ? std::errc::is_a_directory
-                                              : std::errc::invalid_argument);
-}
 
 OpenProfile tryToOpen(const QString &path, int access)
 {
@@ -60,12 +53,11 @@ OpenProfile tryToOpen(const QString &path, int access)
         return profile;
     }
     struct stat info = {};
-    if (::fstat(profile.file.get(), &info) != 0) {
-        profile.error = lastError();
-    } else if (!S_ISREG(info.st_mode)) {
-        profile.error = faultOfKind(info.st_mode);
-    } else if (info.st_size <= (access == O_RDONLY ? kMostReadBytes : kMostProfileBytes)) {
+    if (::fstat(profile.file.get(), &info) == 0 && S_ISREG(info.st_mode)) {
         profile.mode = info.st_mode;
+        if (info.st_size > (access == O_RDONLY ? kMostReadBytes : kMostProfileBytes)) {
+            return profile;
+        }
         WholeFile read = readExactly(profile.file.get(), info.st_size);
         profile.bytes = std::move(read.bytes);
         profile.error = read.error;

@@ -173,22 +173,6 @@ TEST_F(ProgramDeskTest, ACommandSaysNothingOfAProgramThatIsNotRunning)
     EXPECT_EQ(administer(folder, command, none).error, QString());
 }
 
-TEST_F(ProgramDeskTest, ACommandTakesAFolderInThePlaceOfTheSettingsForNoEmptyOnes)
-{
-    ASSERT_TRUE(QFile::remove(house.settings.path()));
-    house.tree.makeFolder(u"Velmora.ini");
-    const auto none = [](const QString &) { return std::optional<qint64>(); };
-    const QString list = house.tree.path(u"list.csv");
-    for (const AdminCommand &command :
-         {AdminCommand(ExportListCommand{list}), AdminCommand(ListCommand{}),
-          AdminCommand(GetCommand{{QStringLiteral("tick")}})}) {
-        const CommandResult result = administer(folder, command, none);
-        EXPECT_EQ(result.status, kRefused) << result.out.toStdString();
-        EXPECT_TRUE(result.error.contains(u"cannot be read")) << result.error.toStdString();
-    }
-    EXPECT_FALSE(house.tree.exists(u"list.csv"));
-}
-
 TEST_F(ProgramDeskTest, HangsUpOnACallerThatTalksTooMuch)
 {
     ProgramDesk desk(folder, house.table, house.store);

@@ -5,7 +5,6 @@
 #include "support/RefusedCalls.h"
 #include "support/TempTree.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -413,16 +412,6 @@ TEST_F(ProfileFile, SaysWhyItCannotBeRead)
     const RefusedCall refused(Call::Read, EIO);
     EXPECT_EQ(readProfile(path()), std::nullopt);
     EXPECT_EQ(profileFault(path()), std::errc::io_error);
-}
-
-TEST_F(ProfileFile, OfAnotherKindInItsPlaceCannotBeRead)
-{
-    ASSERT_TRUE(QDir().mkpath(path()));
-    EXPECT_EQ(readProfile(path()), std::nullopt);
-    EXPECT_EQ(profileFault(path()), std::errc::is_a_directory);
-    ASSERT_TRUE(QDir().rmdir(path()));
-    ASSERT_EQ(::mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
-    EXPECT_EQ(profileFault(path()), std::errc::invalid_argument);
 }
 
 } // namespace

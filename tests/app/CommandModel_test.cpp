@@ -26,12 +26,7 @@ constexpr int kEvents = 50;
 class CommandModel : public CommandWriter
 {
 protected:
-    struct Kind
-    {
-        const char *name;
-        void (CommandModel::*run)();
-        int chances = 1;
-    };
+    using Kind = EventKind<CommandModel>;
 
     CommandModel()
     {

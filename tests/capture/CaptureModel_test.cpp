@@ -37,12 +37,7 @@ public:
     [[nodiscard]] qsizetype stored() const { return house_.stored().size(); }
 
 private:
-    struct Kind
-    {
-        const char *name;
-        void (CaptureHands::*run)();
-        int chances = 1;
-    };
+    using Kind = EventKind<CaptureHands>;
 
     static const std::vector<Kind> kKinds;
 

@@ -1,8 +1,11 @@
-// How many random sequences the models play.
+// The random sequences of events that the models play.
 #pragma once
 
-#include <QtGlobal>
+#include <QStringList>
 
+#include <gtest/gtest.h>
+
+#include <string>
 #include <vector>
 
 namespace velmora::test {
@@ -21,6 +24,12 @@ struct Sequences
     int end;
 };
 
+struct Sequence
+{
+    int number;
+    int events;
+};
+
 /// VELMORA_SEQUENCES sets their number, otherwise `count`; VELMORA_FIRST_SEQUENCE the first of
 /// them, otherwise 0.
 inline Sequences sequencesToPlay(int count)
@@ -29,13 +38,22 @@ inline Sequences sequencesToPlay(int count)
     return {first, first + numberFrom("VELMORA_SEQUENCES", count)};
 }
 
+/// What may happen next, and how often beside the others.
+template <typename Hands>
+struct EventKind
+{
+    const char *name;
+    void (Hands::*run)();
+    int chances = 1;
+};
+
 /// One of the kinds of events, each as often as its `chances` say. below: gives a random number
 /// from 0 up to below a bound.
-template <typename Kind, typename Below>
-const Kind &anyOfKinds(const std::vector<Kind> &kinds, Below below)
+template <typename Hands, typename Below>
+const EventKind<Hands> &anyOfKinds(const std::vector<EventKind<Hands>> &kinds, Below below)
 {
     int left = 0;
-    for (const Kind &kind : kinds) {
+    for (const EventKind<Hands> &kind : kinds) {
         left += kind.chances;
     }
     left = below(left);
@@ -44,6 +62,23 @@ const Kind &anyOfKinds(const std::vector<Kind> &kinds, Below below)
         ++kind;
     }
     return *kind;
+}
+
+/// Plays random events, a check after each, up to the first failure, which names the sequence and
+/// the events up to it.
+template <typename Hands, typename Below, typename Check>
+void playEvents(Hands &hands, const std::vector<EventKind<Hands>> &kinds, Sequence sequence,
+                Below below, Check check)
+{
+    QStringList done;
+    for (int i = 0; i < sequence.events && !testing::Test::HasFailure(); ++i) {
+        const EventKind<Hands> &kind = anyOfKinds(kinds, below);
+        done.append(QString::fromLatin1(kind.name));
+        SCOPED_TRACE("sequence " + std::to_string(sequence.number) + ": " +
+                     done.join(QStringLiteral(", ")).toStdString());
+        (hands.*kind.run)();
+        check();
+    }
 }
 
 } // namespace velmora::test

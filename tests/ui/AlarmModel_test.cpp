@@ -57,12 +57,7 @@ private:
 class AlarmModel : public BrowserModel
 {
 protected:
-    struct Kind
-    {
-        const char *name;
-        void (AlarmModel::*run)();
-        int chances = 1;
-    };
+    using Kind = EventKind<AlarmModel>;
 
     AlarmModel()
     {
@@ -311,15 +306,9 @@ protected:
     void play(int sequence)
     {
         seed(sequence);
-        QStringList done;
-        for (int i = 0; i < kEvents && !HasFailure(); ++i) {
-            const Kind &kind = anyOfKinds(kKinds, [this](int bound) { return below(bound); });
-            done.append(QString::fromLatin1(kind.name));
-            SCOPED_TRACE("sequence " + std::to_string(sequence) + ": " +
-                         done.join(QStringLiteral(", ")).toStdString());
-            (this->*kind.run)();
-            check();
-        }
+        playEvents(
+            *this, kKinds, {sequence, kEvents}, [this](int bound) { return below(bound); },
+            [this] { check(); });
         letGo();
         putInForce();
         finishMail();

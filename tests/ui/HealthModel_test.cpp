@@ -31,12 +31,7 @@ public:
     }
 
 private:
-    struct Kind
-    {
-        const char *name;
-        void (HealthHands::*run)();
-        int chances = 1;
-    };
+    using Kind = EventKind<HealthHands>;
 
     static const std::vector<Kind> kKinds;
 

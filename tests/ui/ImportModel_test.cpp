@@ -54,12 +54,7 @@ public:
     }
 
 private:
-    struct Kind
-    {
-        const char *name;
-        void (ImportModel::*run)();
-        int chances = 1;
-    };
+    using Kind = EventKind<ImportModel>;
 
     void settle()
     {

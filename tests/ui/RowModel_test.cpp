@@ -26,12 +26,7 @@ constexpr int kEvents = 60;
 class RowModel : public RowWorld
 {
 protected:
-    struct Kind
-    {
-        const char *name;
-        void (RowModel::*run)();
-        int chances = 1;
-    };
+    using Kind = EventKind<RowModel>;
 
     RowModel()
     {
@@ -261,15 +256,9 @@ protected:
     void play(int sequence)
     {
         random_.seed(static_cast<quint32>(sequence));
-        QStringList done;
-        for (int i = 0; i < kEvents && !HasFailure(); ++i) {
-            const Kind &kind = anyOfKinds(kKinds, [this](int bound) { return below(bound); });
-            done.append(QString::fromLatin1(kind.name));
-            (this->*kind.run)();
-            SCOPED_TRACE("sequence " + std::to_string(sequence) + ": " +
-                         done.join(QStringLiteral(", ")).toStdString());
-            check();
-        }
+        playEvents(
+            *this, kKinds, {sequence, kEvents}, [this](int bound) { return below(bound); },
+            [this] { check(); });
     }
 
     // A new house costs more than a sequence.

@@ -20,12 +20,7 @@ const QString kNoCamera = QStringLiteral("no such camera");
 class SheetModel : public SheetHands
 {
 protected:
-    struct Kind
-    {
-        const char *name;
-        void (SheetModel::*run)();
-        int chances = 1;
-    };
+    using Kind = EventKind<SheetModel>;
 
     SheetModel()
     {
@@ -313,15 +308,9 @@ protected:
     void play(int sequence)
     {
         random_.seed(static_cast<quint32>(sequence));
-        QStringList done;
-        for (int i = 0; i < kEvents && !HasFailure(); ++i) {
-            const Kind &kind = anyOfKinds(kKinds, [this](int bound) { return below(bound); });
-            done.append(QString::fromLatin1(kind.name));
-            SCOPED_TRACE("sequence " + std::to_string(sequence) + ": " +
-                         done.join(QStringLiteral(", ")).toStdString());
-            (this->*kind.run)();
-            check();
-        }
+        playEvents(
+            *this, kKinds, {sequence, kEvents}, [this](int bound) { return below(bound); },
+            [this] { check(); });
     }
 
     // A new house costs more than a sequence.

@@ -456,6 +456,21 @@ TEST_F(ReopenedDuringARun, ItsNextRunLessensItsCount)
     EXPECT_TRUE(counts.contains(QStringLiteral("1"))); // one of the two is there already
 }
 
+TEST_F(ImportWindow, OpenedDuringARunItSaysHowManyThatHasCopied)
+{
+    house_.put(kKept);
+    const QByteArray large(qsizetype{48} << 20, 'x'); // so that events are handled within it
+    house_.house.tree.write(u"drives/c/card/b.jpg", large);
+    house_.open();
+    QTest::mouseClick(&house_.find<QWidget>("cmdGo"), Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return house_.text("ctr") == QStringLiteral("1"); }));
+    QTest::mouseClick(&house_.find<QWidget>("cmdQuit"), Qt::LeftButton);
+    house_.window.present();
+    ASSERT_FALSE(house_.find<QWidget>("cmdGo").isEnabled());
+    EXPECT_EQ(house_.text("ctr"), QStringLiteral("1"));
+    house_.settle();
+}
+
 TEST_F(ImportWindow, TheFilePressedIsMeantThoughTheListIsReadAgainBeforeTheRelease)
 {
     house_.put(QStringLiteral("b.jpg"));

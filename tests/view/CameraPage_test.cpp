@@ -279,6 +279,19 @@ TEST_F(CameraPageTest, MakesALoadingRowOrangeAndCurrent)
     EXPECT_EQ(page.currentRow(), 7);
 }
 
+TEST_F(CameraPageTest, OnlyAnotherAddressGivenElsewhereTakesTheRowsCameraAway)
+{
+    store("[Liste0]\r\nlst1=http://a/\r\n");
+    page.load();
+    page.Selecteur_Click(0, WindowState::Visible);
+    int replaced = 0;
+    QObject::connect(&page, &CameraPage::cameraReplaced, &page, [&replaced] { ++replaced; });
+    page.fillSource(1, QStringLiteral("http://a/"));
+    EXPECT_EQ(replaced, 0);
+    page.fillSource(1, QStringLiteral("http://b/"));
+    EXPECT_EQ(replaced, 1);
+}
+
 // Two commands at once: the second stores its camera while the rows are read for the first.
 TEST_F(CameraPageTest, ReadsAllOfItsRowsOfOneStateOfTheSettings)
 {

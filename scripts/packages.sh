@@ -4,7 +4,7 @@ build_packages="clang-19 cmake ninja-build qt6-base-dev qcoro-qt6-dev libcurl4-o
     libwebp-dev libxxhash-dev zlib1g-dev
     cmark-gfm qt6-image-formats-plugins ca-certificates fonts-dejavu-core xdg-utils librsvg2-bin"
 test_packages="ccache libgtest-dev libbenchmark-dev clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19
-    xvfb xauth xdotool x11-utils openbox metacity xfwm4 xfconf dbus at-spi2-core python3-pyatspi
+    xvfb xauth xdotool x11-utils openbox metacity xfwm4 xfconf dbus at-spi2-core python3-pyatspi python3-xlib
     curl nginx-light apache2-bin exim4-daemon-light python3 python3-dbus python3-gi procps util-linux git
     ffmpeg gir1.2-gst-rtsp-server-1.0 gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     ntfs-3g exfat-fuse exfatprogs dpkg-dev file binutils lintian desktop-file-utils appstream man-db systemd proot"

@@ -9,6 +9,7 @@
 #include "ui/FilmKeep.h"
 #include "ui/HealthWindow.h"
 #include "ui/Interface.h"
+#include "ui/KeyboardFocus.h"
 #include "ui/TitleBox.h"
 #include "ui/Zoom.h"
 #include "ui/fCine.h"
@@ -51,6 +52,7 @@ struct ProgramWindows
     Zoom zoom;
     frmSplash splash;
     frmQuitte closing;
+    KeyboardFocus keyboard{std::chrono::milliseconds(300)};
 };
 
 } // namespace velmora

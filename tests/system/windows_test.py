@@ -193,6 +193,31 @@ class StackingTest(WindowCase):
         self.tell("xfwm4")
 
 
+class KeyboardTest(WindowCase):
+    def test_keys_reach_the_images_after_a_minimised_window_asked_for_them(self):
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.begin(manager)
+                browser = self.start()
+                self.wait_for_image()
+                self.give_keyboard(browser, "the images with the keyboard")
+                self.desktop.press(SETUP_KEY)
+                main = self.desktop.window(MAIN, MAIN_WIDTH)
+                self.wait_for_keyboard(main, "the main window with the keyboard")
+                self.minimise(main)
+                self.give_keyboard(browser, "the images with the keyboard")
+                self.desktop.echo_request_for_keyboard(main)
+                self.expect_film_by_key()
+                self.doCleanups()
+
+    def expect_film_by_key(self):
+        def is_open():
+            self.desktop.press(FILM_KEY)
+            return self.desktop.windows(FILM)
+
+        until(is_open, 10, "the film")
+
+
 class PlaceTest(WindowCase):
     """Where windows reappear, to the pixel."""
 

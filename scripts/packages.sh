@@ -1,7 +1,7 @@
 # Debian packages that the project needs, and how to get them. Read by ./run and ./test.
 
 build_packages="clang-19 cmake ninja-build qt6-base-dev qcoro-qt6-dev libcurl4-openssl-dev libssl-dev libjpeg-dev libpng-dev
-    libwebp-dev libxxhash-dev zlib1g-dev
+    libwebp-dev libxcb1-dev libxxhash-dev zlib1g-dev
     cmark-gfm qt6-image-formats-plugins ca-certificates fonts-dejavu-core xdg-utils librsvg2-bin"
 test_packages="ccache libgtest-dev libbenchmark-dev clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19
     xvfb xauth xdotool x11-utils openbox metacity xfwm4 xfconf dbus at-spi2-core python3-pyatspi python3-xlib

@@ -52,7 +52,7 @@ struct ProgramWindows
     Zoom zoom;
     frmSplash splash;
     frmQuitte closing;
-    KeyboardFocus keyboard{std::chrono::milliseconds(300)};
+    KeyboardFocus keyboard;
 };
 
 } // namespace velmora

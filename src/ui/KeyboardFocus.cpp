@@ -1,32 +1,45 @@
 #include "ui/KeyboardFocus.h"
 
 #include <QGuiApplication>
-#include <QTimer>
+
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <xcb/xcb.h>
 
 namespace velmora {
-KeyboardFocus::KeyboardFocus(std::chrono::milliseconds settling)
-    : settling_(settling)
-    , current_(QGuiApplication::focusWindow())
+namespace {
+
+constexpr std::uint8_t kKind = 0x7f; // of an event; the other bit says that a program sent it
+
+std::uint32_t numberOf(std::string_view name, xcb_connection_t *server)
 {
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &KeyboardFocus::windowChanged);
+    const xcb_intern_atom_cookie_t asked =
+        xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+        xcb_intern_atom_reply(server, asked, nullptr), &std::free);
+    return reply == nullptr ? 0 : reply->atom;
 }
 
-void KeyboardFocus::windowChanged(QWindow *window)
+} // namespace
+
+KeyboardFocus::KeyboardFocus()
 {
-    before_ = current_;
-    current_ = window;
-    if (before_ != nullptr && current_ != nullptr) {
-        QTimer::singleShot(settling_, this, &KeyboardFocus::check);
+    if (const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
+        request_ = numberOf("_NET_ACTIVE_WINDOW", x11->connection());
+        qGuiApp->installNativeEventFilter(this);
     }
 }
 
-void KeyboardFocus::check()
+KeyboardFocus::~KeyboardFocus()
 {
-    const bool isAtMinimised =
-        current_ != nullptr && current_->windowStates().testFlag(Qt::WindowMinimized);
-    if (isAtMinimised && before_ != nullptr && before_->isExposed()) {
-        before_->requestActivate();
-    }
+    qGuiApp->removeNativeEventFilter(this);
+}
+
+bool KeyboardFocus::nativeEventFilter(const QByteArray &, void *message, qintptr *)
+{
+    const auto &event = *static_cast<const xcb_client_message_event_t *>(message);
+    return (event.response_type & kKind) == XCB_CLIENT_MESSAGE && event.type == request_;
 }
 
 } // namespace velmora

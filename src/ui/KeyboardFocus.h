@@ -1,34 +1,29 @@
 // Which window the toolkit takes for the one with the keyboard focus.
 #pragma once
 
-#include <QObject>
-#include <QPointer>
-#include <QWindow>
+#include <QAbstractNativeEventFilter>
 
-#include <chrono>
+#include <cstdint>
 
 namespace velmora {
 
-/// The toolkit takes a window that asked for the keyboard focus for the one that has it, whether
-/// the window manager agrees or not. A window minimised in the moment in which it asks does not get
-/// it: until a click, shortcuts and access keys would do nothing, while the window manager shows
-/// the window before as the one with the focus. As long as this lives, that one then asks for
-/// itself.
-class KeyboardFocus final : public QObject
+/// As long as it lives, the window with the keyboard focus is the one that the X server names. A
+/// request for the focus comes back to the program that made it, and the toolkit takes it for the
+/// answer. If the window manager does not obey, since the window was minimised in that moment, for
+/// instance, keys would go to that window, and do nothing, until a click into the one with the
+/// focus.
+class KeyboardFocus final : public QAbstractNativeEventFilter
 {
-    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(KeyboardFocus)
 
 public:
-    /// settling: how long a window manager may take to restore a window that it gave the focus.
-    explicit KeyboardFocus(std::chrono::milliseconds settling);
+    KeyboardFocus();
+    ~KeyboardFocus() override;
+
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
 private:
-    void windowChanged(QWindow *window);
-    void check();
-
-    std::chrono::milliseconds settling_;
-    QPointer<QWindow> current_;
-    QPointer<QWindow> before_;
+    std::uint32_t request_ = 0; // the kind of message; 0 where there is no X server
 };
 
 } // namespace velmora

@@ -194,28 +194,37 @@ class StackingTest(WindowCase):
 
 
 class KeyboardTest(WindowCase):
+    """A window of the program asks for the keyboard focus, and does not get it."""
+
     def test_keys_reach_the_images_after_a_minimised_window_asked_for_them(self):
         for manager in MANAGERS:
             with self.subTest(manager=manager):
-                self.begin(manager)
-                browser = self.start()
-                self.wait_for_image()
-                self.give_keyboard(browser, "the images with the keyboard")
-                self.desktop.press(SETUP_KEY)
-                main = self.desktop.window(MAIN, MAIN_WIDTH)
-                self.wait_for_keyboard(main, "the main window with the keyboard")
+                main, browser = self.begin_with_both_windows(manager)
                 self.minimise(main)
-                self.give_keyboard(browser, "the images with the keyboard")
-                self.desktop.echo_request_for_keyboard(main)
-                self.expect_film_by_key()
+                self.expect_film_by_key(main, browser)
                 self.doCleanups()
 
-    def expect_film_by_key(self):
-        def is_open():
-            self.desktop.press(FILM_KEY)
-            return self.desktop.windows(FILM)
+    def test_keys_reach_the_images_after_a_window_beside_them_asked_for_them(self):
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.expect_film_by_key(*self.begin_with_both_windows(manager))
+                self.doCleanups()
 
-        until(is_open, 10, "the film")
+    def begin_with_both_windows(self, manager):
+        self.begin(manager)
+        browser = self.start()
+        self.wait_for_image()
+        self.give_keyboard(browser, "the images with the keyboard")
+        self.desktop.press(SETUP_KEY)
+        main = self.desktop.window(MAIN, MAIN_WIDTH)
+        self.wait_for_keyboard(main, "the main window with the keyboard")
+        return main, browser
+
+    def expect_film_by_key(self, asker, browser):
+        self.give_keyboard(browser, "the images with the keyboard")
+        self.desktop.echo_request_for_keyboard(asker)
+        self.desktop.press(FILM_KEY)
+        self.desktop.window(FILM)
 
 
 class PlaceTest(WindowCase):

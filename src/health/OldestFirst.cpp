@@ -61,22 +61,22 @@ bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
 QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
 {
     const auto atEnd = qScopeGuard([this] { running_ = false; });
-    const StorageUse use(storage_);
+    const Grounds grounds{StorageUse(storage_), options_.limitMegabytes()};
     co_await clock_.yield();
     slice_.begin();
     oldest_.clear();
     looked_ = {};
     for (const CameraAddress camera : cameras) {
-        co_await look(camera, use);
+        co_await look(camera, grounds);
     }
-    const bool hasGained = co_await removeOldest(wantedFreeBytes, use);
-    if (!hasGained && mayGoOn(use)) {
+    const bool hasGained = co_await removeOldest(wantedFreeBytes, grounds);
+    if (!hasGained && mayGoOn(grounds)) {
         restsUntil_ = clock_.monotonicNow() + kRest;
     }
 }
 
 // True when room was gained by it.
-QCoro::Task<bool> OldestFirst::removeOldest(qint64 wantedFreeBytes, StorageUse use)
+QCoro::Task<bool> OldestFirst::removeOldest(qint64 wantedFreeBytes, Grounds grounds)
 {
     const auto before = freeBytes();
     const std::set<Candidate> candidates = std::exchange(oldest_, {});
@@ -84,7 +84,7 @@ QCoro::Task<bool> OldestFirst::removeOldest(qint64 wantedFreeBytes, StorageUse u
     int removed = 0;
     const auto isVain = [&] { return removed >= kMostInVain && freeBytes() <= before; };
     for (const Candidate &candidate : candidates) {
-        if (isVain() || !mayGoOn(use) || isEnough(wantedFreeBytes)) {
+        if (isVain() || !mayGoOn(grounds) || isEnough(wantedFreeBytes)) {
             break;
         }
         if (remove(candidate)) {
@@ -99,29 +99,31 @@ QCoro::Task<bool> OldestFirst::removeOldest(qint64 wantedFreeBytes, StorageUse u
     co_return removed > 0 && !isVain();
 }
 
-// Candidates from a folder that is no longer in force would be deleted in another.
-bool OldestFirst::mayGoOn(const StorageUse &use) const
+// Candidates from a folder that is no longer in force would be deleted in another, and another limit
+// may be reached already.
+bool OldestFirst::mayGoOn(const Grounds &grounds) const
 {
-    return use.mayGoOn() && !scope_.stopToken().stop_requested() &&
-           options_.isOn(HealthChoice::DeleteOldest);
+    return grounds.use.mayGoOn() && !scope_.stopToken().stop_requested() &&
+           options_.isOn(HealthChoice::DeleteOldest) &&
+           options_.limitMegabytes() == grounds.limitMegabytes;
 }
 
 // Looks twice: a folder's newest image is known only after reading all of it.
-QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
+QCoro::Task<> OldestFirst::look(CameraAddress camera, Grounds grounds)
 {
     const QString path = storage_.cameraFolder(camera);
     const FolderFiles folder(path, FolderLinks::Refused);
     const FolderFiles storage(storage_.native(storage_.inForce()));
-    if (!folder.isOpen() || !folder.isOnDiskOf(storage) || !mayGoOn(use)) {
+    if (!folder.isOpen() || !folder.isOnDiskOf(storage) || !mayGoOn(grounds)) {
         co_return;
     }
     const WallTime local = clock_.localNow();
     OldImages images(folder, local, local - clock_.utcOffset());
-    while (mayGoOn(use) && images.lookSome()) {
+    while (mayGoOn(grounds) && images.lookSome()) {
         co_await letEventsRun(&slice_, &clock_);
     }
     const std::optional<WallTime> newest = images.newest();
-    if (!mayGoOn(use) || !images.isComplete() || !images.isClockPlausible() || !newest) {
+    if (!mayGoOn(grounds) || !images.isComplete() || !images.isClockPlausible() || !newest) {
         co_return;
     }
     looked_[camera] = {path, images.newestName()};
@@ -132,7 +134,7 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, StorageUse use)
             take({*date, camera, name.toByteArray()}, folder);
         }
     };
-    while (mayGoOn(use) && scan.readSome(visit)) {
+    while (mayGoOn(grounds) && scan.readSome(visit)) {
         co_await letEventsRun(&slice_, &clock_);
     }
     if (scan.hasFailed()) { // older ones may not have been seen

@@ -36,7 +36,7 @@ public:
     /// what is deleted). cameras: those whose images may be deleted. Does nothing while it is
     /// running, and for ten minutes after it found nothing to delete or gained nothing: looking
     /// through all folders is work. Stops where it is when the storage box is entered, or when
-    /// this is no longer chosen.
+    /// this is no longer chosen, or another limit is.
     void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
 
 Q_SIGNALS:
@@ -62,10 +62,17 @@ private:
         QByteArray newest;
     };
 
+    /// What a run goes by; when it has changed, another run must look again.
+    struct Grounds
+    {
+        StorageUse use;
+        int limitMegabytes;
+    };
+
     QCoro::Task<> run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
-    QCoro::Task<> look(CameraAddress camera, StorageUse use);
-    QCoro::Task<bool> removeOldest(qint64 wantedFreeBytes, StorageUse use);
-    [[nodiscard]] bool mayGoOn(const StorageUse &use) const;
+    QCoro::Task<> look(CameraAddress camera, Grounds grounds);
+    QCoro::Task<bool> removeOldest(qint64 wantedFreeBytes, Grounds grounds);
+    [[nodiscard]] bool mayGoOn(const Grounds &grounds) const;
     void take(const Candidate &candidate, const FolderFiles &folder);
     [[nodiscard]] std::optional<qint64> freeBytes() const;
     [[nodiscard]] bool isEnough(qint64 wantedFreeBytes) const;

@@ -274,5 +274,24 @@ TEST_F(OldestFirstTest, EndsWhereItIsWhenThatIsNoLongerChosen)
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
+// One in which someone had typed a digit too many.
+TEST_F(OldestFirstTest, EndsWhereItIsWhenAnotherLimitIsChosen)
+{
+    HealthOptions(house_.settings).setLimitMegabytes(999'999'999);
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    BusyClock busy{clock_, 5ms};
+    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+    busy.setOnYield([&](int) {
+        if (!house_.images(kTwo).contains(kOlder)) {
+            HealthOptions(house_.settings).setLimitMegabytes(1);
+        }
+    });
+    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
+    house_.finish();
+    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
 } // namespace
 } // namespace velmora::test

@@ -61,7 +61,7 @@ bool OldestFirst::isEnough(qint64 wantedFreeBytes) const
 QCoro::Task<> OldestFirst::run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras)
 {
     const auto atEnd = qScopeGuard([this] { running_ = false; });
-    const Grounds grounds{StorageUse(storage_), options_.limitMegabytes()};
+    const Grounds grounds{StorageUse(storage_), clock_.universalNow(), options_.limitMegabytes()};
     co_await clock_.yield();
     slice_.begin();
     oldest_.clear();
@@ -99,13 +99,14 @@ QCoro::Task<bool> OldestFirst::removeOldest(qint64 wantedFreeBytes, Grounds grou
     co_return removed > 0 && !isVain();
 }
 
-// Candidates from a folder that is no longer in force would be deleted in another, and another limit
-// may be reached already.
+// Candidates from a folder that is no longer in force would be deleted in another; by the clock as
+// it is now, the newest image may be of a later time; and another limit may be reached already.
 bool OldestFirst::mayGoOn(const Grounds &grounds) const
 {
     return grounds.use.mayGoOn() && !scope_.stopToken().stop_requested() &&
            options_.isOn(HealthChoice::DeleteOldest) &&
-           options_.limitMegabytes() == grounds.limitMegabytes;
+           options_.limitMegabytes() == grounds.limitMegabytes &&
+           clock_.universalNow() >= grounds.began;
 }
 
 // Looks twice: a folder's newest image is known only after reading all of it.

@@ -35,8 +35,8 @@ public:
     /// may go, or a hundred images went without gain (a disk that keeps old states does not free
     /// what is deleted). cameras: those whose images may be deleted. Does nothing while it is
     /// running, and for ten minutes after it found nothing to delete or gained nothing: looking
-    /// through all folders is work. Stops where it is when the storage box is entered, or when
-    /// this is no longer chosen, or another limit is.
+    /// through all folders is work. Stops where it is when the storage box is entered, when this is
+    /// no longer chosen or another limit is, and when the clock is set back.
     void makeRoom(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);
 
 Q_SIGNALS:
@@ -66,6 +66,7 @@ private:
     struct Grounds
     {
         StorageUse use;
+        WallTime began; // universal time
         int limitMegabytes;
     };
 

@@ -293,5 +293,22 @@ TEST_F(OldestFirstTest, EndsWhereItIsWhenAnotherLimitIsChosen)
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
+TEST_F(OldestFirstTest, DeletesNothingMoreByAClockThatIsSetBackMeanwhile)
+{
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    BusyClock busy{clock_, 5ms};
+    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+    busy.setOnYield([&](int) {
+        if (!house_.images(kTwo).contains(kOlder)) {
+            clock_.setLocal(kFakeStart - 24h);
+        }
+    });
+    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
+    house_.finish();
+    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
 } // namespace
 } // namespace velmora::test

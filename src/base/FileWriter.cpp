@@ -49,6 +49,11 @@ Found examine(const QByteArray &path, struct stat *info)
     return {false, isNone ? std::error_code() : error};
 }
 
+QByteArray placeOf(const QString &path, const Found &found)
+{
+    return QFile::encodeName(found.exists ? QFileInfo(path).canonicalFilePath() : path);
+}
+
 } // namespace
 
 StoreResult storeResult(std::error_code error)
@@ -71,6 +76,13 @@ StoreResult storeNewFile(const QString &workFolder, const QString &target, QByte
     return storeResult(file.appearAs(QFile::encodeName(target)));
 }
 
+ReplacedPlace placeToReplace(const QString &path)
+{
+    struct stat old = {};
+    const Found found = examine(QFile::encodeName(path), &old);
+    return {placeOf(path, found), found.refusal};
+}
+
 std::error_code replaceFile(const QString &path, QByteArrayView bytes)
 {
     return replaceFile(path, std::span(&bytes, 1));
@@ -79,22 +91,22 @@ std::error_code replaceFile(const QString &path, QByteArrayView bytes)
 std::error_code replaceFile(const QString &path, std::span<const QByteArrayView> pieces)
 {
     struct stat old = {};
-    const auto [exists, refusal] = examine(QFile::encodeName(path), &old);
-    if (refusal) {
-        return refusal;
+    const Found found = examine(QFile::encodeName(path), &old);
+    if (found.refusal) {
+        return found.refusal;
     }
-    const QByteArray target =
-        QFile::encodeName(exists ? QFileInfo(path).canonicalFilePath() : path);
+    const QByteArray target = placeOf(path, found);
     WorkFile file(folderOf(target), kPrivateMode, WorkFile::Naming::AtOnce);
     if (file.error()) {
         return file.error();
     }
-    if (exists) {
+    if (found.exists) {
         keepOwner(file.fd(), old);
     } else {
         giveToFolderOwner(file.fd(), target);
     }
-    ::fchmod(file.fd(), exists ? old.st_mode & kAllRights : kPrivateMode); // whatever the mask
+    ::fchmod(file.fd(),
+             found.exists ? old.st_mode & kAllRights : kPrivateMode); // whatever the mask
     for (const QByteArrayView piece : pieces) {
         if (const std::error_code error = file.write(piece)) {
             return error;

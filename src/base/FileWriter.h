@@ -31,6 +31,15 @@ StoreResult storeResult(std::error_code error);
 /// system, made when missing (one level). target: native path of the new file.
 StoreResult storeNewFile(const QString &workFolder, const QString &target, QByteArrayView bytes);
 
+/// Where a file appears that is to replace whatever is at a path: where a link leads.
+struct ReplacedPlace
+{
+    QByteArray path;         // native
+    std::error_code refusal; // what is there is not an ordinary file, or a link leads nowhere
+};
+
+[[nodiscard]] ReplacedPlace placeToReplace(const QString &path);
+
 /// Replaces a file's text; a missing file is made for its owner alone, who is the folder's when
 /// the administrator makes it. A link is followed; owner and permissions are kept. The file system
 /// writes the data out before the name changes, so not even a power cut empties the file. What is

@@ -1,5 +1,6 @@
 #include "base/HiddenFile.h"
 
+#include "base/NewName.h"
 #include "base/SystemCalls.h"
 
 #include <QFile>
@@ -8,8 +9,9 @@
 
 namespace velmora {
 
-HiddenFile::HiddenFile(const QString &folder)
-    : file_(QFile::encodeName(folder))
+HiddenFile::HiddenFile(const QString &target)
+    : place_(placeToReplace(target))
+    , file_(folderOf(place_.path))
 {
 }
 
@@ -25,11 +27,15 @@ qint64 HiddenFile::bytes() const
 }
 
 // An existing file is replaced in one step, so that the old or the new one is there at every
-// instant.
-std::error_code HiddenFile::finish(const QByteArray &target)
+// instant. What is there may have come since this file was made.
+std::error_code HiddenFile::finish()
 {
-    const std::error_code error = file_.appearAs(target);
-    return error == std::errc::file_exists ? file_.replace(target) : error;
+    const std::error_code error = file_.appearAs(place_.path);
+    if (error != std::errc::file_exists) {
+        return error;
+    }
+    const auto [path, refusal] = placeToReplace(QFile::decodeName(place_.path));
+    return refusal ? refusal : file_.replace(path);
 }
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 // A file that another program writes and that appears under its name only when it is whole.
 #pragma once
 
+#include "base/FileWriter.h"
 #include "base/WorkFile.h"
 
 #include <QByteArray>
@@ -14,11 +15,15 @@ namespace velmora {
 class HiddenFile
 {
 public:
-    /// folder: native path of the folder in which the file is to appear.
-    explicit HiddenFile(const QString &folder);
+    /// target: native path under which it is to appear; a link is followed.
+    explicit HiddenFile(const QString &target);
 
-    /// Why it could not be made.
-    [[nodiscard]] std::error_code error() const { return file_.error(); }
+    /// Why it could not be made. What is at the target and not an ordinary file, or a link that
+    /// leads nowhere, stays.
+    [[nodiscard]] std::error_code error() const
+    {
+        return place_.refusal ? place_.refusal : file_.error();
+    }
 
     /// The descriptor that the writing program must inherit.
     [[nodiscard]] int descriptor() const { return file_.fd(); }
@@ -28,10 +33,11 @@ public:
 
     [[nodiscard]] qint64 bytes() const;
 
-    /// Gives the file its path in the folder, replacing any file there. Native bytes.
-    [[nodiscard]] std::error_code finish(const QByteArray &target);
+    /// Gives the file its path, replacing any file there.
+    [[nodiscard]] std::error_code finish();
 
 private:
+    ReplacedPlace place_;
     WorkFile file_;
 };
 

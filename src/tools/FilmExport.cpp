@@ -89,7 +89,7 @@ void FilmExport::begin()
 
 void FilmExport::ask()
 {
-    file_ = std::make_unique<HiddenFile>(QFileInfo(order_.target).path());
+    file_ = std::make_unique<HiddenFile>(order_.target);
     if (file_->error()) {
         fail(tr("%1 cannot be written: %2").arg(order_.target, reason(file_->error())));
         return;
@@ -227,7 +227,7 @@ void FilmExport::takeFilm(FfmpegEnd end)
         fail(tr("%1 cannot be written: %2").arg(order_.target, writing));
     } else if (end != FfmpegEnd::Good || step_ != Step::Finishing || file_->bytes() == 0) {
         fail(tr("ffmpeg failed: %1").arg(said.isEmpty() ? tr("it does not say why") : said));
-    } else if (const std::error_code error = file_->finish(QFile::encodeName(order_.target))) {
+    } else if (const std::error_code error = file_->finish()) {
         fail(tr("%1 cannot be written: %2").arg(order_.target, reason(error)));
     } else {
         tally_.bytes = QFileInfo(order_.target).size();

@@ -132,6 +132,15 @@ protected:
         return find<QLabel>("filmTimeLeft").text();
     }
 
+    /// Makes a film of all images under a path; what is said at its end.
+    QString film(const QString &path)
+    {
+        QSignalSpy ended(&maker_, &FilmMaker::ended);
+        maker_.makeFilm(maker_.usualWish(), path);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }, 20'000));
+        return find<QLabel>("filmTimeLeft").text();
+    }
+
     [[nodiscard]] QString out(const QString &name = {}) const
     {
         return house_.house.tree.path(QStringLiteral("out") + name);

@@ -15,6 +15,7 @@
 
 #include <ctime>
 #include <optional>
+#include <sys/stat.h>
 #include <utility>
 
 namespace velmora::test {
@@ -169,6 +170,30 @@ TEST_F(FilmKeepTest, MakesAFilmAndOpensIt)
     ASSERT_EQ(opened.size(), 2);
     EXPECT_EQ(opened.front().front().toString(), out(QStringLiteral("/a.mp4")));
     EXPECT_EQ(opened.back().front().toString(), out());
+}
+
+TEST_F(FilmKeepTest, AFilmGoesWhereTheLinkInItsPlaceLeads)
+{
+    house_.house.tree.write(u"elsewhere/a.mp4", "old");
+    ASSERT_TRUE(
+        QFile::link(house_.house.tree.path(u"elsewhere/a.mp4"), out(QStringLiteral("/a.mp4"))));
+    EXPECT_EQ(film(out(QStringLiteral("/a.mp4"))), QStringLiteral("The film is ready: 30 images."));
+    EXPECT_TRUE(QFileInfo(out(QStringLiteral("/a.mp4"))).isSymLink());
+    EXPECT_GT(house_.house.tree.read(u"elsewhere/a.mp4").size(), 1000);
+    EXPECT_EQ(house_.house.tree.files(u"elsewhere"), QStringList({QStringLiteral("a.mp4")}));
+}
+
+TEST_F(FilmKeepTest, LeavesAloneWhatIsNoFileInThePlaceOfAFilm)
+{
+    const QString pipe = out(QStringLiteral("/pipe.mp4"));
+    const QString nowhere = out(QStringLiteral("/nowhere.mp4"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(house_.house.tree.path(u"gone/a.mp4"), nowhere));
+    EXPECT_EQ(film(pipe), pipe + QStringLiteral(" cannot be written: Invalid argument"));
+    EXPECT_EQ(film(nowhere),
+              nowhere + QStringLiteral(" cannot be written: No such file or directory"));
+    EXPECT_FALSE(QFileInfo(pipe).isFile());
+    EXPECT_TRUE(QFileInfo(nowhere).isSymLink());
 }
 
 TEST_F(FilmKeepTest, WhoTypesWhileAFilmIsMadeKeepsTheKeys)

@@ -74,7 +74,7 @@ void BrowserWindowHouse::settle()
     for (int turn = 0; turn < kMostTurns; ++turn) {
         clock.advance(0ms);
         QCoreApplication::processEvents();
-        if (loader.isIdle() && house.scope.running() == 0) {
+        if (loader.isIdle() && house.scope.running() <= endless) {
             break;
         }
     }

@@ -101,6 +101,8 @@ public:
     /// A value of the section "Control".
     [[nodiscard]] QString stored(QStringView key) const;
 
+    int endless = 0; // tasks that go on as long as the house, and are not waited for
+
     FakeClock clock;
     BusyClock busy{clock, std::chrono::milliseconds{0}}; // work takes no time unless a test says so
     ScriptedSource source{clock};

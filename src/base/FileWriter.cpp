@@ -40,8 +40,9 @@ struct Found
 Found examine(const QByteArray &path, struct stat *info)
 {
     if (::stat(path.constData(), info) == 0) {
-        return {true, S_ISREG(info->st_mode) ? std::error_code()
-                                             : std::make_error_code(std::errc::invalid_argument)};
+        const auto error =
+            S_ISDIR(info->st_mode) ? std::errc::is_a_directory : std::errc::invalid_argument;
+        return {true, S_ISREG(info->st_mode) ? std::error_code() : std::make_error_code(error)};
     }
     const std::error_code error = lastError();
     struct stat link = {};

@@ -186,12 +186,15 @@ TEST_F(FilmKeepTest, AFilmGoesWhereTheLinkInItsPlaceLeads)
 TEST_F(FilmKeepTest, LeavesAloneWhatIsNoFileInThePlaceOfAFilm)
 {
     const QString pipe = out(QStringLiteral("/pipe.mp4"));
+    const QString folder = out(QStringLiteral("/folder.mp4"));
     const QString nowhere = out(QStringLiteral("/nowhere.mp4"));
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     ASSERT_TRUE(QFile::link(house_.house.tree.path(u"gone/a.mp4"), nowhere));
+    ASSERT_TRUE(QDir().mkpath(folder));
     EXPECT_EQ(film(pipe), pipe + QStringLiteral(" cannot be written: Invalid argument"));
     EXPECT_EQ(film(nowhere),
               nowhere + QStringLiteral(" cannot be written: No such file or directory"));
+    EXPECT_EQ(film(folder), folder + QStringLiteral(" cannot be written: Is a directory"));
     EXPECT_FALSE(QFileInfo(pipe).isFile());
     EXPECT_TRUE(QFileInfo(nowhere).isSymLink());
 }

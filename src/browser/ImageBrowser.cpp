@@ -113,6 +113,7 @@ QString ImageBrowser::usableStorage() const
 void ImageBrowser::load()
 {
     parts_->modes.open();
+    parts_->lists.forgetChoice(); // made before the window was closed
     parts_->line.launch(Kind::Follow, [this] { return parts_->lists.load(); });
     parts_->line.launch(Kind::Rebuild, [this] { return parts_->modes.load(); });
 }

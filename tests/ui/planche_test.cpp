@@ -1,5 +1,6 @@
 // The browser's window: what it says about the capture, where it leads, and where it is placed.
 #include "BrowserWindowHouse.h"
+#include "base/FileStamp.h"
 #include "support/RefusedCalls.h"
 
 #include <QSignalSpy>
@@ -220,6 +221,24 @@ TEST_F(PlancheTest, AnUnloadedWindowIsLoadedAgainWhenItComesBack)
     house_.window.present();
     house_.settle();
     EXPECT_EQ(text(QStringLiteral("NbI")), QStringLiteral("4 / 4"));
+}
+
+// Its folder is known by then and not read again.
+TEST_F(PlancheTest, OpensOnTheNewestImageWhenItComesBack)
+{
+    house_.openOn(12);
+    const QString folder = house_.house.tree.path(house_.house.folder({0, 0}));
+    ASSERT_TRUE(QTest::qWaitFor([&folder] {
+        return tellsChanges(*folderStamp(folder),
+                            std::chrono::system_clock::now().time_since_epoch());
+    }));
+    house_.keyInWindow(Qt::Key_F5);
+    house_.clickRow(QStringLiteral("LstDir"), 3);
+    ASSERT_EQ(text(QStringLiteral("NbI")), QStringLiteral("4 / 12"));
+    house_.window.unload();
+    house_.window.present();
+    house_.settle();
+    EXPECT_EQ(text(QStringLiteral("NbI")), QStringLiteral("12 / 12"));
 }
 
 TEST_F(PlancheTest, NamesTheCameraWithoutItsPassword)

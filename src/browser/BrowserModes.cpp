@@ -176,6 +176,7 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
         }
         selection_.setGroup(next.group);
         selection_.setCamera(next.row);
+        lists_.forgetChoice(); // whose folder may be the next row's too
         co_await lists_.lstCam_MouseUp();
     }
     if (uses_.film.isOpen()) {

@@ -93,6 +93,18 @@ TEST_F(PlancheModes, TheScanWalksToTheNextCamera)
     EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("1"));
 }
 
+TEST_F(PlancheModes, TheScanShowsTheNewestImageOfARowWithTheSameAddress)
+{
+    house_.openOn(12);
+    house_.house.addCamera({0, 1}, cameraUrl({0, 0}));
+    house_.tick(kScan);
+    house_.clickRow(QStringLiteral("LstDir"), 3);
+    house_.fire(QStringLiteral("TimerScan"));
+    house_.settle();
+    EXPECT_EQ(house_.stored(u"lstImg"), QStringLiteral("1"));
+    EXPECT_EQ(position(), QStringLiteral("12 / 12"));
+}
+
 TEST_F(PlancheModes, TheScanEndsWhenTheWindowIsUnloaded)
 {
     house_.openOn(3);

@@ -139,11 +139,14 @@ QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
 }
 
 // The list of images follows the selected camera, even in another group, since the film button
-// belongs to it, and a playing film. A paused one keeps the list that it plays.
+// belongs to it, and a playing film. A paused one keeps the list that it plays. The button may
+// still be off for another list, of which nothing has come.
 QCoro::Task<> BrowserLists::followGroup()
 {
     const bool isHeld = uses_.film.isOpen() && !uses_.film.isPlaying();
-    if (!isHeld && data_.files.folder() != folders_.of(data_.state.camera())) {
+    if (isHeld || data_.files.folder() == folders_.of(data_.state.camera())) {
+        selection_.enableFilm(data_.files.count() > 0);
+    } else {
         selection_.enableFilm(false);
         co_await LitDir();
         selection_.showPosition(ShownPosition::None);

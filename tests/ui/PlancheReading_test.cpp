@@ -347,5 +347,20 @@ TEST_F(FilmReading, AFilmThatIsClosedWhileAClickedCameraIsReadStaysClosed)
     FAIL() << "the reading takes more turns";
 }
 
+// The list that the button is about is the old one again, without having been read anew.
+TEST_F(PlancheReading, TheFilmButtonIsBackWithTheGroupThatIsBackBeforeTheNextWasRead)
+{
+    addLarge({1, 0});
+    openGroup(0);
+    QTest::mouseClick(view(kGroups).viewport(), Qt::LeftButton, {}, middle(kGroups, 1));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !house_.browser.face().isFilmEnabled; }));
+    ASSERT_GT(house_.house.scope.running(), 0);
+    QTest::mouseClick(view(kGroups).viewport(), Qt::LeftButton, {}, middle(kGroups, 0));
+    house_.settle();
+    EXPECT_TRUE(isFilmEnabled());
+    house_.click(QStringLiteral("bFilm"));
+    EXPECT_TRUE(house_.filmWindow.isVisible());
+}
+
 } // namespace
 } // namespace velmora::test

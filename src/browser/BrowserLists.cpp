@@ -144,7 +144,10 @@ QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
 QCoro::Task<> BrowserLists::followGroup()
 {
     const bool isHeld = uses_.film.isOpen() && !uses_.film.isPlaying();
-    if (isHeld || data_.files.folder() == folders_.of(data_.state.camera())) {
+    const CameraAddress camera = data_.state.camera(); // which may share its folder with others
+    const bool isListed =
+        data_.files.camera() == camera && data_.files.folder() == folders_.of(camera);
+    if (isHeld || isListed) {
         selection_.enableFilm(data_.files.count() > 0);
     } else {
         selection_.enableFilm(false);

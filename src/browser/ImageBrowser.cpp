@@ -75,8 +75,9 @@ void ImageBrowser::connectFilm()
 // made up for.
 void ImageBrowser::releaseList()
 {
-    const bool isOther =
-        data_.state.view() == View::Group && !parts_->updates.isListed(data_.state.camera());
+    const CameraAddress camera = data_.state.camera();
+    const bool isListed = data_.files.camera() == camera && parts_->updates.isListed(camera);
+    const bool isOther = data_.state.view() == View::Group && !isListed;
     if (std::exchange(isListHeld_, false) || isOther) {
         parts_->line.launch(Kind::Walk, [this] { return parts_->updates.catchUp(); });
     }

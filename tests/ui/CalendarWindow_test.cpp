@@ -166,6 +166,27 @@ TEST_F(CalendarWindowTest, ADayLeadsToTheCameraOfAPausedFilmFromAnotherGroup)
     EXPECT_EQ(house_.shown(0), storedName(0));
 }
 
+// A camera that is in two groups.
+TEST_F(CalendarWindowTest, ADayLeadsToTheCameraOnShowThoughAnotherHasItsFolder)
+{
+    house_.house.addCamera({1, 0}, cameraUrl({0, 0}));
+    house_.tick(QStringLiteral("cCamera"));
+    for (const bool isOverFilm : {false, true}) {
+        house_.clickRow(QStringLiteral("lstGroupe"), 0);
+        if (isOverFilm) {
+            house_.click(QStringLiteral("bFilm"));
+            house_.film.PauseCine_MouseDown();
+        }
+        house_.clickRow(QStringLiteral("lstGroupe"), 1);
+        house_.filmWindow.close();
+        house_.settle();
+        QTest::keyClick(&part("calendarDays"), Qt::Key_Return);
+        house_.settle();
+        EXPECT_EQ(house_.browser.shown().state.camera(), (CameraAddress{1, 0})) << isOverFilm;
+        house_.tick(QStringLiteral("cCamera"));
+    }
+}
+
 /// Black on white, and white on black.
 std::array<QPalette, 2> plainPalettes()
 {

@@ -52,6 +52,10 @@ std::optional<int> PressedEntry::cellNow() const
                                                               : std::nullopt;
     }
     const FileList &files = browser_.shown().files;
+    const bool isBeingLeft = files.ListIndex() < 0 && files.count() > 0;
+    if (entry_->image.isNone() && isBeingLeft) {
+        return std::nullopt; // its place in the list counts from the selected image
+    }
     if (entry_->image == browser_.shown().sheet.image(entry_->cell)) {
         return entry_->cell; // including empty ones
     }

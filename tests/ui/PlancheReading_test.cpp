@@ -347,6 +347,22 @@ TEST_F(FilmReading, AFilmThatIsClosedWhileAClickedCameraIsReadStaysClosed)
     FAIL() << "the reading takes more turns";
 }
 
+// Nothing is selected then from which the cells could be counted.
+TEST_F(PlancheReading, AClickOnAnEmptyCellChoosesNothing)
+{
+    house_.openOn(12);
+    house_.key(kImages, Qt::Key_Home);
+    house_.house.putImage({0, 0}, storedName(30), pictureBytes(Qt::red));
+    house_.busy.setCost(std::chrono::milliseconds{10});
+    QTest::mouseClick(view(kGroups).viewport(), Qt::LeftButton, {}, middle(kGroups, 0));
+    ASSERT_GT(house_.house.scope.running(), 0);
+    ASSERT_TRUE(house_.data.sheet.image(5).isNone());
+    QTest::mouseClick(&house_.cell(5), Qt::LeftButton);
+    EXPECT_EQ(row(kImages), -1);
+    house_.settle();
+    expectImage(12, 13);
+}
+
 // The list that the button is about is the old one again, without having been read anew.
 TEST_F(PlancheReading, TheFilmButtonIsBackWithTheGroupThatIsBackBeforeTheNextWasRead)
 {

@@ -1,0 +1,120 @@
+// The same user in a hurry: the folders are slow to read, and nothing waits for what was asked for
+// before.
+#pragma once
+
+#include "ModesWindows.h"
+#include "support/Sequences.h"
+
+namespace velmora::test {
+
+class HurriedHands : public ModesWindows
+{
+protected:
+    /// Several events of these kinds.
+    template <typename Kinds, typename Run>
+    void hurry(const Kinds &kinds, Run run)
+    {
+        if (rule().film == ModesRule::Film::Paused) {
+            return; // its list may be kept, or that of a camera in between
+        }
+        focusOn(viewsList()); // what was typed is searched for
+        house_.settle();
+        hasStored_ = false;
+        roads_.beginHurry();
+        house_.busy.setCost(std::chrono::milliseconds{10});
+        for (int events = 2 + below(3); events > 0; --events) {
+            run(anyOfKinds(kinds, [this](int bound) { return below(bound); }));
+            for (int turns = below(4); turns > 0; --turns) {
+                QCoreApplication::processEvents();
+            }
+            toFront(house_.window);
+        }
+        house_.settle();
+        house_.busy.setCost(std::chrono::milliseconds{0});
+        roads_.endHurry(hasStored_, kDays);
+    }
+
+    void hurriedWalk()
+    {
+        if (house_.find<QTimer>(QStringLiteral("TimerScan")).isActive()) {
+            house_.fire(QStringLiteral("TimerScan"));
+            tell([](ModesRule &rule) { rule.walk(); }, [](const ModesRule &) { return false; });
+        }
+    }
+
+    // What is on show may be gone by the time that all has been read.
+    void hurriedImage()
+    {
+        if (!view(kImages).isVisible()) {
+            hurriedRow();
+            return;
+        }
+        const int from = row(kImages);
+        const bool isKey = oneIn(2);
+        const int cell = below(kCells);
+        const Qt::Key key = pick(kMoves);
+        const int to = moved(from, view(kImages).model()->rowCount(), key);
+        const QString name = !isKey       ? sheet().image(cell).name
+                             : to == from ? QString()
+                                          : view(kImages).model()->index(to, 0).data().toString();
+        if (isKey) {
+            QTest::keyClick(&view(kImages), key);
+        } else if (!house_.find<QWidget>(QStringLiteral("ZoomImage")).isVisible()) {
+            QTest::mouseClick(&house_.cell(cell), Qt::LeftButton);
+        } else {
+            return;
+        }
+        if (!name.isEmpty()) {
+            tell(
+                [name](ModesRule &rule) {
+                    if (!rule.isGroup && rule.list.contains(name)) {
+                        rule.chooseImage(static_cast<int>(rule.list.indexOf(name)));
+                    }
+                },
+                [start = roads_.begun()](const ModesRule &rule) { return rule.isWhere(start); });
+        }
+    }
+
+    void hurriedRow()
+    {
+        const int row = below(kRows);
+        const bool isLeft = std::ranges::any_of(roads_.all(), [this](const ModesRule &road) {
+            return !road.isGroup || road.camera.group != roads_.begun().camera.group;
+        });
+        if (isLeft || view(kRowsOfGroup).model()->rowCount() <= row) {
+            return; // its row may count for what follows
+        }
+        if (oneIn(2)) {
+            clickRowOf(kRowsOfGroup, row);
+        } else if (!house_.find<QWidget>(QStringLiteral("ZoomImage")).isVisible()) {
+            QTest::mouseClick(&house_.cell(row), Qt::LeftButton);
+        } else {
+            return;
+        }
+        tell([row](ModesRule &rule) { rule.isGroup ? rule.chooseRow(row) : void(); },
+             [](const ModesRule &) { return false; });
+    }
+
+    void hurriedStore()
+    {
+        const CameraAddress camera = anyCamera();
+        const QString name = anyName();
+        const QString path = rule().folderOf(camera) + u'/' + name;
+        const auto isShared = [&](CameraAddress other) {
+            return other != camera && rule().address(other) == rule().address(camera);
+        }; // of which one row may have been read before, and another after it
+        if (hasStored_ || QFile::exists(path) || std::ranges::any_of(kAllCameras, isShared)) {
+            return;
+        }
+        hasStored_ = true;
+        write(path);
+        Q_EMIT house_.house.store.imageStored(camera, name);
+        tell([=](ModesRule &rule) { rule.stored(camera, name); },
+             [](const ModesRule &) { return false; });
+    }
+
+private:
+    bool hasStored_ = false; // in this hurry
+};
+
+} // namespace velmora::test

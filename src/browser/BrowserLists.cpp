@@ -144,16 +144,23 @@ QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
 QCoro::Task<> BrowserLists::followGroup()
 {
     const bool isHeld = uses_.film.isOpen() && !uses_.film.isPlaying();
-    const CameraAddress camera = data_.state.camera(); // which may share its folder with others
-    const bool isListed =
-        data_.files.camera() == camera && data_.files.folder() == folders_.of(camera);
-    if (isHeld || isListed) {
+    if (isHeld || isGroupListed()) {
         selection_.enableFilm(data_.files.count() > 0);
     } else {
         selection_.enableFilm(false);
         co_await LitDir();
         selection_.showPosition(ShownPosition::None);
     }
+}
+
+// The camera may share its folder with another, and its first image may have come since.
+bool BrowserLists::isGroupListed() const
+{
+    const CameraAddress camera = data_.state.camera();
+    const bool hasNone =
+        data_.files.count() == 0 && !data_.state.DerniereImage(camera.row).isNone();
+    return data_.files.camera() == camera && data_.files.folder() == folders_.of(camera) &&
+           !hasNone;
 }
 
 void BrowserLists::LstDir_Click()

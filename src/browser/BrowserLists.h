@@ -109,6 +109,7 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> findNewest(CameraAddress camera);
+    [[nodiscard]] bool isGroupListed() const;
     QCoro::Task<> listCamera();
     void clickImage(int cell);
     QCoro::Task<> clickCamera(int cell);

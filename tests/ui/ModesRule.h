@@ -277,7 +277,9 @@ private:
     // A paused film keeps its list.
     void followGroup()
     {
-        const bool isOther = listOwner_ != camera || listed_ != folderOf(camera);
+        const QString &image = newest.at(static_cast<std::size_t>(camera.row));
+        const bool isOther = listOwner_ != camera || listed_ != folderOf(camera) ||
+                             (list.isEmpty() && !image.isEmpty());
         if (isGroup && film != Film::Paused && isOther) {
             read(camera);
         }

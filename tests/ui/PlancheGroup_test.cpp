@@ -75,6 +75,24 @@ TEST_F(PlancheGroup, ANewGroupSelectsNoRowAndForgetsTheCount)
     EXPECT_TRUE(isFilmEnabled());
 }
 
+TEST_F(PlancheGroup, TheFirstImageOfTheCameraTurnsTheFilmButtonOnThoughNoRowIsSelected)
+{
+    house_.house.addCamera({1, 5}, cameraUrl({1, 5}));
+    openGroup(5);
+    house_.clickRow(kGroups, 1);
+    ASSERT_FALSE(isFilmEnabled());
+    house_.source.answer(
+        cameraUrl({1, 5}),
+        {pictureBytes(Qt::red), QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"), {}, {}, {}});
+    house_.house.load({1, 5});
+    house_.settle();
+    ASSERT_TRUE(house_.cell(5).holdsPicture());
+    expectNoCamera();
+    EXPECT_TRUE(isFilmEnabled());
+    house_.click(QStringLiteral("bFilm"));
+    EXPECT_TRUE(house_.filmWindow.isVisible());
+}
+
 TEST_F(PlancheGroup, AScanStepSelectsNoRowAndForgetsTheCount)
 {
     house_.house.settings.write(u"Liste1", u"LstAct", 1);

@@ -20,10 +20,12 @@ protected:
         focusOn(viewsList()); // what was typed is searched for
         house_.settle();
         hasStored_ = false;
+        hasLeft_ = false;
         roads_.beginHurry();
         house_.busy.setCost(std::chrono::milliseconds{10});
         for (int events = 2 + below(3); events > 0; --events) {
             run(anyOfKinds(kinds, [this](int bound) { return below(bound); }));
+            hasLeft_ = hasLeft_ || isLeft();
             for (int turns = below(4); turns > 0; --turns) {
                 QCoreApplication::processEvents();
             }
@@ -78,10 +80,7 @@ protected:
     void hurriedRow()
     {
         const int row = below(kRows);
-        const bool isLeft = std::ranges::any_of(roads_.all(), [this](const ModesRule &road) {
-            return !road.isGroup || road.camera.group != roads_.begun().camera.group;
-        });
-        if (isLeft || view(kRowsOfGroup).model()->rowCount() <= row) {
+        if (hasLeft_ || view(kRowsOfGroup).model()->rowCount() <= row) {
             return; // its row may count for what follows
         }
         if (oneIn(2)) {
@@ -114,6 +113,14 @@ protected:
     }
 
 private:
+    bool isLeft()
+    {
+        return std::ranges::any_of(roads_.all(), [this](const ModesRule &road) {
+            return !road.isGroup || road.camera.group != roads_.begun().camera.group;
+        });
+    }
+
+    bool hasLeft_ = false;   // the group view, or its group, for a while
     bool hasStored_ = false; // in this hurry
 };
 

@@ -12,6 +12,14 @@ namespace {
 
 constexpr std::uint8_t kKind = 0x7f; // of an event; the other bit says that a program sent it
 
+// Nothing without one: a platform without a screen has the interface all the same, with no
+// connection behind it.
+xcb_connection_t *xServer()
+{
+    const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
+
 std::uint32_t numberOf(std::string_view name, xcb_connection_t *server)
 {
     const xcb_intern_atom_cookie_t asked =
@@ -25,8 +33,8 @@ std::uint32_t numberOf(std::string_view name, xcb_connection_t *server)
 
 KeyboardFocus::KeyboardFocus()
 {
-    if (const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
-        request_ = numberOf("_NET_ACTIVE_WINDOW", x11->connection());
+    if (xcb_connection_t *const server = xServer()) {
+        request_ = numberOf("_NET_ACTIVE_WINDOW", server);
         qGuiApp->installNativeEventFilter(this);
     }
 }

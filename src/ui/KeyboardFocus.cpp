@@ -39,11 +39,6 @@ KeyboardFocus::KeyboardFocus()
     }
 }
 
-KeyboardFocus::~KeyboardFocus()
-{
-    qGuiApp->removeNativeEventFilter(this);
-}
-
 bool KeyboardFocus::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     const auto &event = *static_cast<const xcb_client_message_event_t *>(message);

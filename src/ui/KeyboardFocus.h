@@ -14,11 +14,8 @@ namespace velmora {
 /// focus.
 class KeyboardFocus final : public QAbstractNativeEventFilter
 {
-    Q_DISABLE_COPY_MOVE(KeyboardFocus)
-
 public:
     KeyboardFocus();
-    ~KeyboardFocus() override;
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 

@@ -240,7 +240,7 @@ TEST_F(ReplaceFile, FailsInAMissingFolder)
 TEST_F(ReplaceFile, LeavesAFolderOfThatNameAlone)
 {
     tree.makeFolder(u"a.ini");
-    EXPECT_TRUE(replaceFile(tree.path(u"a.ini"), "x"));
+    EXPECT_EQ(replaceFile(tree.path(u"a.ini"), "x"), std::errc::is_a_directory);
     EXPECT_TRUE(QFileInfo(tree.path(u"a.ini")).isDir());
     EXPECT_EQ(tree.files(), QStringList());
 }

@@ -115,7 +115,7 @@ QCoro::Task<> OldestFirst::look(CameraAddress camera, Grounds grounds)
     const QString path = storage_.cameraFolder(camera);
     const FolderFiles folder(path, FolderLinks::Refused);
     const FolderFiles storage(storage_.native(storage_.inForce()));
-    if (!folder.isOpen() || !folder.isOnDiskOf(storage) || !mayGoOn(grounds)) {
+    if (!folder.isOpen() || !folder.isOnDiskOf(storage)) {
         co_return;
     }
     const WallTime local = clock_.localNow();

@@ -274,6 +274,46 @@ TEST_F(OldestFirstTest, EndsWhereItIsWhenThatIsNoLongerChosen)
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
+// While it looks through a folder, which may be long, as well as while it deletes.
+TEST_F(OldestFirstTest, EndsAtTheNextPauseWhereverItIs)
+{
+    for (int i = 0; i < 2000; ++i) {
+        house_.putImage(kOne, QStringLiteral("20040101_%1.jpg").arg(i, 10, 10, QChar(u'0')));
+    }
+    const HealthOptions options(house_.settings);
+    BusyClock busy{clock_, 5ms};
+    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+    for (int last = 1; last <= 10; ++last) {
+        busy.setOnYield([&](int number) {
+            if (number == last) {
+                options.set(HealthChoice::DeleteOldest, false);
+            }
+        });
+        options.set(HealthChoice::DeleteOldest, true);
+        oldest.makeRoom(kNeverEnough, {kOne, kTwo});
+        house_.finish();
+        EXPECT_EQ(busy.takeYields(), last);
+    }
+    EXPECT_FALSE(went().isEmpty());
+}
+
+TEST_F(OldestFirstTest, EndsWhereItIsWhenTheProgramEnds)
+{
+    house_.putImage(kOne, kOld);
+    house_.putImage(kTwo, kOlder);
+    BusyClock busy{clock_, 5ms};
+    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+    busy.setOnYield([&](int) {
+        if (!house_.images(kTwo).contains(kOlder)) {
+            house_.scope.requestStop();
+        }
+    });
+    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
+    house_.finish();
+    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
+}
+
 // One in which someone had typed a digit too many.
 TEST_F(OldestFirstTest, EndsWhereItIsWhenAnotherLimitIsChosen)
 {

@@ -11,7 +11,8 @@ namespace velmora {
 /// request for the focus comes back to the program that made it, and the toolkit takes it for the
 /// answer. If the window manager does not obey, since the window was minimised in that moment, for
 /// instance, keys would go to that window, and do nothing, until a click into the one with the
-/// focus.
+/// focus. Where the window manager has ended, no one else answers, and the toolkit is right: keys
+/// must reach a question even so.
 class KeyboardFocus final : public QAbstractNativeEventFilter
 {
 public:

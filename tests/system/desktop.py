@@ -77,6 +77,7 @@ class Desktop:
         program = Program(MANAGERS[manager], environment)
         test.addCleanup(program.end)
         until(lambda: self.property("_NET_SUPPORTING_WM_CHECK"), 20, program.report)
+        self.end_manager = program.end
 
     def environment(self):
         return self._display.environment()

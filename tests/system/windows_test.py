@@ -210,6 +210,22 @@ class KeyboardTest(WindowCase):
                 self.expect_film_by_key(*self.begin_with_both_windows(manager))
                 self.doCleanups()
 
+    def test_keys_answer_a_question_after_the_window_manager_has_ended(self):
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.begin(manager)
+                browser = self.start()
+                self.wait_for_image()
+                self.give_keyboard(browser, "the images with the keyboard")
+                self.desktop.end_manager()
+                self.desktop.focus(browser)
+                self.desktop.press("Delete")
+                self.desktop.window(QUESTION)
+                time.sleep(SETTLED_SECONDS)
+                self.desktop.press("Escape")
+                until(lambda: not self.desktop.windows(QUESTION), 5, "the end of the question")
+                self.doCleanups()
+
     def begin_with_both_windows(self, manager):
         self.begin(manager)
         browser = self.start()

@@ -84,6 +84,9 @@ void BrowserModes::set(Mode mode, bool on)
 {
     on_.at(static_cast<std::size_t>(mode)) = on;
     keyOf(mode).write(uses_.settings, on);
+    if (mode == Mode::Camera && on) {
+        showNow(); // at once: the group may be left again before its turn has come
+    }
     Q_EMIT changed();
 }
 

@@ -44,7 +44,8 @@ public:
     /// The window was closed: the walk ends.
     void unload();
 
-    /// A mode was switched: stores it at once. Acting on it is left to the box's own function.
+    /// A mode was switched: stores it, and shows the present time with the group, at once. Acting
+    /// on it is left to the box's own function.
     void set(Mode mode, bool on);
 
     /// The box that follows new images was clicked.

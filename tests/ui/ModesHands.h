@@ -158,9 +158,7 @@ protected:
             rule.leave();
             rule.setGroupView(!rule.isGroup);
         });
-        // When it is clicked again before its turn has come, nothing of the first click is left.
-        tell([at = now()](ModesRule &rule) { rule.isGroup ? rule.showNow(at) : void(); },
-             [isSure = !roads_.isHurried()](const ModesRule &) { return isSure; });
+        tell([at = now()](ModesRule &rule) { rule.isGroup ? rule.showNow(at) : void(); });
     }
 
     void clickScan()

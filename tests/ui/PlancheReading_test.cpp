@@ -65,9 +65,17 @@ protected:
         QApplication::sendEvent(&view, &move);
     }
 
+    void clickBox(const QString &box)
+    {
+        QTest::mouseClick(&house_.find<QWidget>(box), Qt::LeftButton, {}, QPoint(8, 8));
+    }
+
+    void clickView() { clickBox(QStringLiteral("cCamera")); }
+
     QSize copied() { return QGuiApplication::clipboard()->image().size(); }
 
     const QString kZoom = QStringLiteral("ZoomImage");
+    const QString kDate = QStringLiteral("lDate");
 };
 
 TEST_F(PlancheReading, TheLabelNamesTheCameraWhoseImagesAreOnShow)
@@ -227,6 +235,32 @@ TEST_F(PlancheReading, AFilmToKeepIsNamedAfterTheCameraWhoseImagesAreInIt)
     keep.present({});
     EXPECT_TRUE(keep.windowTitle().contains(QStringLiteral("0:0")))
         << keep.windowTitle().toStdString();
+}
+
+TEST_F(PlancheReading, TheSearchShowsThePresentTimeThoughTheGroupIsLeftBeforeItsTurn)
+{
+    chooseLarge();
+    house_.find<QWidget>(kDate).setFocus();
+    house_.find<QLineEdit>(kDate).selectAll();
+    QTest::keyClicks(&house_.find<QLineEdit>(kDate), QStringLiteral("01/01/2005"));
+    clickView();
+    EXPECT_EQ(house_.find<QLineEdit>(kDate).text(), QStringLiteral("07/03/2006"));
+    clickView();
+    house_.settle();
+    EXPECT_EQ(house_.find<QLineEdit>(kDate).text(), QStringLiteral("07/03/2006"));
+    EXPECT_TRUE(house_.find<QWidget>(kDate).isEnabled());
+}
+
+TEST_F(PlancheReading, WhatIsTypedAfterTheGroupWasLeftStaysInTheSearch)
+{
+    chooseLarge();
+    clickView();
+    clickView();
+    house_.find<QWidget>(kDate).setFocus();
+    house_.find<QLineEdit>(kDate).selectAll();
+    QTest::keyClicks(&house_.find<QLineEdit>(kDate), QStringLiteral("01/01/2005"));
+    house_.settle();
+    EXPECT_EQ(house_.find<QLineEdit>(kDate).text(), QStringLiteral("01/01/2005"));
 }
 
 class FilmReading : public PlancheReading

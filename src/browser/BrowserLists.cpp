@@ -44,6 +44,7 @@ QCoro::Task<> BrowserLists::lstCam_MouseUp()
         data_.sheet.clearImages();
     }
     keys::kBrowserRow.write(uses_.settings, data_.state.camera().row);
+    isListOwed_ = true;
     if (data_.state.view() == View::Camera) {
         co_await DirImage();
     } else {
@@ -95,6 +96,7 @@ QCoro::Task<> BrowserLists::LitDir()
 
 QCoro::Task<FileList::Selected> BrowserLists::listAgain()
 {
+    isListOwed_ = true;
     if (!folders_.beginReading()) {
         co_return data_.files.selection();
     }
@@ -106,6 +108,7 @@ QCoro::Task<FileList::Selected> BrowserLists::listAgain()
     }
     const FileList::Selected before = data_.files.selection();
     data_.files.bind(camera, folder, names);
+    isListOwed_ = false;
     selection_.enableFilm(data_.files.count() > 0);
     selection_.showPosition(ShownPosition::Count);
     co_return before;
@@ -139,11 +142,12 @@ QCoro::Task<> BrowserLists::findNewest(CameraAddress camera)
 }
 
 // The list of images follows the selected camera, even in another group, since the film button
-// belongs to it, and a playing film. A paused one keeps the list that it plays. The button may
-// still be off for another list, of which nothing has come.
+// belongs to it, and a playing film. A paused one keeps the list that it plays, unless that was to
+// be read anew and was overtaken. The button may still be off for another list, of which nothing
+// has come.
 QCoro::Task<> BrowserLists::followGroup()
 {
-    const bool isHeld = uses_.film.isOpen() && !uses_.film.isPlaying();
+    const bool isHeld = uses_.film.isOpen() && !uses_.film.isPlaying() && !isListOwed_;
     if (isHeld || isGroupListed()) {
         selection_.enableFilm(data_.files.count() > 0);
     } else {

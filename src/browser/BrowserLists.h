@@ -122,8 +122,9 @@ private:
     Selection &selection_;
     SliceView &slice_;
     bool isOwed_ = false;
-    ImageFile chosen_;  // since a rebuild was last requested
-    ImageFile clicked_; // by the last click on a cell
+    bool isListOwed_ = false; // the selected camera's list is still to be read
+    ImageFile chosen_;        // since a rebuild was last requested
+    ImageFile clicked_;       // by the last click on a cell
 };
 
 } // namespace velmora

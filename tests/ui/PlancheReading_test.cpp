@@ -72,6 +72,14 @@ protected:
 
     void clickView() { clickBox(QStringLiteral("cCamera")); }
 
+    void pauseFilm()
+    {
+        house_.click(QStringLiteral("bFilm"));
+        house_.click(QStringLiteral("PauseCine"));
+        ASSERT_EQ(house_.find<QAbstractButton>(QStringLiteral("PauseCine")).text(),
+                  QStringLiteral("Start"));
+    }
+
     QSize copied() { return QGuiApplication::clipboard()->image().size(); }
 
     const QString kZoom = QStringLiteral("ZoomImage");
@@ -261,6 +269,33 @@ TEST_F(PlancheReading, WhatIsTypedAfterTheGroupWasLeftStaysInTheSearch)
     QTest::keyClicks(&house_.find<QLineEdit>(kDate), QStringLiteral("01/01/2005"));
     house_.settle();
     EXPECT_EQ(house_.find<QLineEdit>(kDate).text(), QStringLiteral("01/01/2005"));
+}
+
+// A paused film keeps its list over a choice of the group alone.
+TEST_F(PlancheReading, APausedFilmHasTheListOfTheCameraChosenThoughTheGroupViewOvertakesIt)
+{
+    house_.house.settings.write(u"Control", u"Vitesse", 1000);
+    addLarge({0, 1});
+    house_.openOn(12);
+    pauseFilm();
+    QTest::mouseClick(view(kCameras).viewport(), Qt::LeftButton, {}, middle(kCameras, 1));
+    expectReading();
+    clickView();
+    house_.settle();
+    EXPECT_EQ(view(kImages).model()->rowCount(), kLarge);
+}
+
+TEST_F(PlancheReading, APausedFilmHasTheListOfTheCameraChosenThoughARefreshOfTheGroupOvertakesIt)
+{
+    house_.house.settings.write(u"Control", u"Vitesse", 1000);
+    addLarge({0, 1});
+    openGroup();
+    pauseFilm();
+    QTest::mouseClick(view(kCameras).viewport(), Qt::LeftButton, {}, middle(kCameras, 1));
+    ASSERT_GT(house_.house.scope.running(), 0);
+    clickBox(QStringLiteral("cAuto"));
+    house_.settle();
+    EXPECT_EQ(view(kImages).model()->rowCount(), kLarge);
 }
 
 class FilmReading : public PlancheReading

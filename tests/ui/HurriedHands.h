@@ -80,8 +80,8 @@ protected:
     void hurriedRow()
     {
         const int row = below(kRows);
-        if (hasLeft_ || view(kRowsOfGroup).model()->rowCount() <= row) {
-            return; // its row may count for what follows
+        if (view(kRowsOfGroup).model()->rowCount() <= row) {
+            return;
         }
         if (oneIn(2)) {
             clickRowOf(kRowsOfGroup, row);
@@ -90,8 +90,12 @@ protected:
         } else {
             return;
         }
-        tell([row](ModesRule &rule) { rule.isGroup ? rule.chooseRow(row) : void(); },
-             [](const ModesRule &) { return false; });
+        const auto never = [](const ModesRule &) { return false; };
+        if (hasLeft_) {
+            tell([row](ModesRule &rule) { rule.takeRowAlong(row); }, never);
+            tell([](ModesRule &rule) { rule.storeRow(); }, never); // by a click in between
+        }
+        tell([row](ModesRule &rule) { rule.isGroup ? rule.chooseRow(row) : void(); }, never);
     }
 
     void hurriedStore()

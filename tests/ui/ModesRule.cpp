@@ -20,6 +20,18 @@ QString ModesRule::folderOf(CameraAddress of) const
     return name.isEmpty() ? storage_ : storage_ + u'/' + name;
 }
 
+void ModesRule::takeRowAlong(int of)
+{
+    const bool isSelected = row >= 0;
+    camera.row = of;
+    show();
+    if (isGroup && isSelected) {
+        chooseRow(of);
+    } else {
+        restartFilm();
+    }
+}
+
 void ModesRule::clickCell(int cell)
 {
     const int at = start() + cell;

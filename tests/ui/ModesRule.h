@@ -58,6 +58,11 @@ public:
         listCamera();
     }
 
+    // Of a group that is being left: its camera is that of what follows.
+    void takeRowAlong(int of);
+
+    void storeRow() { storedRow = isGroup ? storedRow : camera.row; }
+
     // What was in the cell at the press is meant, though a search comes first.
     void clickCell(int cell);
 

@@ -72,6 +72,13 @@ protected:
 
     void clickView() { clickBox(QStringLiteral("cCamera")); }
 
+    void readLargeRow()
+    {
+        QTest::mouseClick(view(kRowsOfGroup).viewport(), Qt::LeftButton, {},
+                          middle(kRowsOfGroup, 1));
+        ASSERT_GT(house_.house.scope.running(), 0);
+    }
+
     void pauseFilm()
     {
         house_.click(QStringLiteral("bFilm"));
@@ -296,6 +303,34 @@ TEST_F(PlancheReading, APausedFilmHasTheListOfTheCameraChosenThoughARefreshOfThe
     clickBox(QStringLiteral("cAuto"));
     house_.settle();
     EXPECT_EQ(view(kImages).model()->rowCount(), kLarge);
+}
+
+// What the click has selected in the list of cameras is not taken back.
+TEST_F(PlancheReading, ARowOfAGroupThatIsBeingLeftIsTheCameraOfTheNextGroup)
+{
+    addLarge({0, 1});
+    openGroup();
+    readLargeRow();
+    QTest::mouseClick(view(kGroups).viewport(), Qt::LeftButton, {}, middle(kGroups, 1));
+    QTest::mouseClick(view(kRowsOfGroup).viewport(), Qt::LeftButton, {}, middle(kRowsOfGroup, 5));
+    EXPECT_EQ(row(kCameras), 5);
+    house_.settle();
+    EXPECT_EQ(row(kGroups), 1);
+    EXPECT_EQ(row(kCameras), 5);
+    EXPECT_EQ(row(kRowsOfGroup), -1);
+}
+
+TEST_F(PlancheReading, ARowOfAGroupViewThatIsBeingLeftIsTheCameraThatFollows)
+{
+    addLarge({0, 1});
+    openGroup();
+    readLargeRow();
+    clickView();
+    QTest::mouseClick(view(kRowsOfGroup).viewport(), Qt::LeftButton, {}, middle(kRowsOfGroup, 5));
+    EXPECT_EQ(row(kCameras), 5);
+    house_.settle();
+    EXPECT_EQ(row(kCameras), 5);
+    expectImage(3, 4);
 }
 
 class FilmReading : public PlancheReading

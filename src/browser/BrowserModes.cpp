@@ -189,9 +189,7 @@ QCoro::Task<> BrowserModes::TimerScan_Timer()
 
 QCoro::Task<> BrowserModes::bFilm_MouseDown()
 {
-    if (data_.state.view() == View::Group) {
-        co_await lists_.LitDir();
-    }
+    co_await listForFilm();
     if (filmPresses_ == 0) {
         co_return;
     }
@@ -201,6 +199,22 @@ QCoro::Task<> BrowserModes::bFilm_MouseDown()
     } else {
         closeFilm();
         filmPresses_ = later; // these still count
+    }
+}
+
+// Another row that is selected meanwhile has its own turn, which restarts the film: the press
+// counts for the list on show.
+QCoro::Task<> BrowserModes::listForFilm()
+{
+    const QString folder = folders_.of(data_.state.camera());
+    try {
+        if (data_.state.view() == View::Group) {
+            co_await lists_.LitDir();
+        }
+    } catch (const Superseded &) {
+        if (folder == folders_.of(data_.state.camera())) {
+            throw;
+        }
     }
 }
 

@@ -89,6 +89,7 @@ private:
     void takeStored(Mode mode);
     [[nodiscard]] ActiveGroups activeGroups() const;
     void showNow();
+    QCoro::Task<> listForFilm();
     void closeFilm();
     void runScan(const StorageState &state);
     void runFilm(const StorageState &state);

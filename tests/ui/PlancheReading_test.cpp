@@ -451,6 +451,27 @@ TEST_F(FilmReading, AFilmThatIsClosedWhileAClickedCameraIsReadStaysClosed)
     FAIL() << "the reading takes more turns";
 }
 
+TEST_F(FilmReading, APressCountsThoughAnotherRowIsSelectedWhileTheFirstIsRead)
+{
+    act_ = [this] { QTest::mouseClick(&house_.cell(3), Qt::LeftButton); };
+    for (int turn = 1; turn <= kMostTurns; ++turn) {
+        house_.clickRow(kRowsOfGroup, 0);
+        turn_ = turn;
+        house_.busy.takeYields();
+        pressFilm();
+        house_.settle();
+        if (house_.busy.yields() < turn) {
+            return; // it was selected in each turn of the reading
+        }
+        EXPECT_TRUE(house_.filmWindow.isVisible()) << "selected in turn " << turn;
+        EXPECT_EQ(house_.data.files.camera(), (CameraAddress{0, 3}));
+        turn_ = 0;
+        house_.filmWindow.close();
+        house_.settle();
+    }
+    FAIL() << "the reading takes more turns";
+}
+
 // Nothing is selected then from which the cells could be counted.
 TEST_F(PlancheReading, AClickOnAnEmptyCellChoosesNothing)
 {

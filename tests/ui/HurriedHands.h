@@ -14,13 +14,11 @@ protected:
     template <typename Kinds, typename Run>
     void hurry(const Kinds &kinds, Run run)
     {
-        if (rule().film == ModesRule::Film::Paused) {
-            return; // its list may be kept, or that of a camera in between
-        }
         focusOn(viewsList()); // what was typed is searched for
         house_.settle();
         hasStored_ = false;
         hasLeft_ = false;
+        hasChosen_ = false;
         roads_.beginHurry();
         house_.busy.setCost(std::chrono::milliseconds{10});
         for (int events = 2 + below(3); events > 0; --events) {
@@ -33,7 +31,13 @@ protected:
         }
         house_.settle();
         house_.busy.setCost(std::chrono::milliseconds{0});
-        roads_.endHurry(hasStored_, kDays);
+        roads_.endHurry(hasStored_, hasChosen_, kDays);
+    }
+
+    void hurriedCamera()
+    {
+        hasChosen_ = true;
+        oneIn(2) ? clickCamera() : keyCamera();
     }
 
     void hurriedWalk()
@@ -125,6 +129,7 @@ private:
     }
 
     bool hasLeft_ = false;   // the group view, or its group, for a while
+    bool hasChosen_ = false; // a camera in the list of cameras
     bool hasStored_ = false; // in this hurry
 };
 

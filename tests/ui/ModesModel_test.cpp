@@ -290,15 +290,10 @@ private:
 };
 
 const std::vector<EventKind<ModesModel>> ModesModel::kHurried{
-    {"click a group", &ModesModel::clickGroup},
-    {"key on the groups", &ModesModel::keyGroup},
-    {"click a camera", &ModesModel::clickCamera, 2},
-    {"key on the cameras", &ModesModel::keyCamera, 2},
-    {"an image", &ModesModel::hurriedImage, 4},
-    {"F5", &ModesModel::keyRefresh, 2},
-    {"click cAuto", &ModesModel::clickAuto},
-    {"click cCamera", &ModesModel::clickView, 2},
-    {"walk", &ModesModel::hurriedWalk, 3},
+    {"click a group", &ModesModel::clickGroup},   {"key on the groups", &ModesModel::keyGroup},
+    {"a camera", &ModesModel::hurriedCamera, 4},  {"an image", &ModesModel::hurriedImage, 4},
+    {"F5", &ModesModel::keyRefresh, 2},           {"click cAuto", &ModesModel::clickAuto},
+    {"click cCamera", &ModesModel::clickView, 2}, {"walk", &ModesModel::hurriedWalk, 3},
     {"store", &ModesModel::hurriedStore, 2}};
 
 const std::vector<EventKind<ModesModel>> ModesModel::kKinds{

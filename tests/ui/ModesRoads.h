@@ -35,8 +35,9 @@ public:
     }
 
     /// What was read may be what was there at the event, or what is there in the end.
-    /// hasStored: whether an image has come meanwhile. days: of all images, as in their names.
-    void endHurry(bool hasStored, const QStringList &days)
+    /// hasStored: whether an image has come meanwhile. hasChosen: whether a camera was chosen.
+    /// days: of all images, as in their names.
+    void endHurry(bool hasStored, bool hasChosen, const QStringList &days)
     {
         isHurried_ = false;
         std::vector<ModesRule> again = start_;
@@ -51,6 +52,7 @@ public:
         for (const ModesRule &road : std::vector(roads_)) {
             roads_.push_back(road.withListOf(begun()));
         }
+        addFilms(!hasChosen);
         addDays(days);
     }
 
@@ -97,6 +99,18 @@ private:
                 roads->push_back(without);
             }
             told.event(roads->at(i));
+        }
+    }
+
+    // A paused film may keep its list when the view is left and back before its turn has come, but
+    // not when a camera was chosen.
+    void addFilms(bool isOldKept)
+    {
+        for (const ModesRule &road : std::vector(roads_)) {
+            if (road.isHeld()) {
+                roads_.push_back(road.withOwnList());
+                roads_.push_back(isOldKept ? road.withFilmOf(begun()) : road);
+            }
         }
     }
 

@@ -193,6 +193,25 @@ int ModesRule::frame() const
     return isCentred ? 4 : index - start();
 }
 
+ModesRule ModesRule::withFilmOf(const ModesRule &other) const
+{
+    ModesRule road = *this;
+    road.list = other.list;
+    road.index = other.index;
+    road.isFilmEnabled = other.isFilmEnabled;
+    road.listed_ = other.listed_;
+    road.listOwner_ = other.listOwner_;
+    road.storedSince_ = other.storedSince_;
+    return road;
+}
+
+ModesRule ModesRule::withOwnList() const
+{
+    ModesRule road = *this;
+    road.read(camera);
+    return road;
+}
+
 const QHash<QString, QString> &ModesRule::writtenDays()
 {
     static const QHash<QString, QString> days = [] {

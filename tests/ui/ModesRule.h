@@ -207,6 +207,15 @@ public:
         return road;
     }
 
+    /// The group view selects no row, beside a paused film.
+    [[nodiscard]] bool isHeld() const { return isGroup && row < 0 && film == Film::Paused; }
+
+    /// With the list of another road, which a paused film may have kept.
+    [[nodiscard]] ModesRule withFilmOf(const ModesRule &other) const;
+
+    /// With the list of the camera selected, which a paused film has too if it was overtaken.
+    [[nodiscard]] ModesRule withOwnList() const;
+
     [[nodiscard]] QString selected() const
     {
         if (isGroup) {

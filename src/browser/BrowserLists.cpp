@@ -149,6 +149,7 @@ QCoro::Task<> BrowserLists::followGroup()
 {
     const bool isHeld = uses_.film.isOpen() && !uses_.film.isPlaying() && !isListOwed_;
     if (isHeld || isGroupListed()) {
+        isListOwed_ = false;
         selection_.enableFilm(data_.files.count() > 0);
     } else {
         selection_.enableFilm(false);

@@ -110,7 +110,6 @@ QCoro::Task<> BrowserModes::cCamera_Click()
     selection_.setView(isOn(Mode::Camera) ? View::Group : View::Camera);
     if (isOn(Mode::Camera)) {
         uses_.sheet.hideZoom();
-        showNow();
     }
     co_await lists_.lstGroupe_MouseUp();
 }

@@ -135,7 +135,7 @@ void planche::showFace()
     ui_->cCamera->setChecked(face.cCamera);
     ui_->cScan->setChecked(face.cScan);
     lists_.show(face);
-    search_.setEnabled(face.view == View::Camera);
+    search_.setEnabled(face.view == View::Camera && !face.cCamera);
     ui_->NbI->setText(face.NbI);
     ui_->bFilm->setEnabled(face.isFilmEnabled);
     if (cameraOnShow() != shownCamera_) {

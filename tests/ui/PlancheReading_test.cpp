@@ -258,6 +258,7 @@ TEST_F(PlancheReading, TheSearchShowsThePresentTimeThoughTheGroupIsLeftBeforeIts
     QTest::keyClicks(&house_.find<QLineEdit>(kDate), QStringLiteral("01/01/2005"));
     clickView();
     EXPECT_EQ(house_.find<QLineEdit>(kDate).text(), QStringLiteral("07/03/2006"));
+    EXPECT_FALSE(house_.find<QWidget>(kDate).isEnabled());
     clickView();
     house_.settle();
     EXPECT_EQ(house_.find<QLineEdit>(kDate).text(), QStringLiteral("07/03/2006"));

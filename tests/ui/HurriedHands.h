@@ -40,6 +40,23 @@ protected:
         oneIn(2) ? clickCamera() : keyCamera();
     }
 
+    // The button, and the list that it plays, may still be those of what was on show before.
+    void hurriedFilm()
+    {
+        auto &button = house_.find<QWidget>(QStringLiteral("bFilm"));
+        if (!button.isEnabled()) {
+            return;
+        }
+        QTest::mouseClick(&button, Qt::LeftButton);
+        const bool isSure = std::ranges::all_of(roads_.all(), &ModesRule::isFilmEnabled) &&
+                            roads_.begun().isFilmEnabled;
+        tell([](ModesRule &rule) { rule.pressEnabledFilm(); },
+             [isSure](const ModesRule &) { return isSure; });
+        if (!isSure) {
+            tell([](ModesRule &rule) { rule.openFilm(); }, [](const ModesRule &) { return false; });
+        }
+    }
+
     void hurriedWalk()
     {
         if (house_.find<QTimer>(QStringLiteral("TimerScan")).isActive()) {

@@ -293,8 +293,8 @@ const std::vector<EventKind<ModesModel>> ModesModel::kHurried{
     {"click a group", &ModesModel::clickGroup},   {"key on the groups", &ModesModel::keyGroup},
     {"a camera", &ModesModel::hurriedCamera, 4},  {"an image", &ModesModel::hurriedImage, 4},
     {"F5", &ModesModel::keyRefresh, 2},           {"click cAuto", &ModesModel::clickAuto},
-    {"click cCamera", &ModesModel::clickView, 2}, {"walk", &ModesModel::hurriedWalk, 3},
-    {"store", &ModesModel::hurriedStore, 2}};
+    {"click cCamera", &ModesModel::clickView, 2}, {"press bFilm", &ModesModel::hurriedFilm},
+    {"walk", &ModesModel::hurriedWalk, 3},        {"store", &ModesModel::hurriedStore, 2}};
 
 const std::vector<EventKind<ModesModel>> ModesModel::kKinds{
     {"click a group", &ModesModel::clickGroup},

@@ -108,9 +108,13 @@ void ModesRule::search()
 
 void ModesRule::pressFilm()
 {
-    if (!isFilmEnabled) {
-        return;
+    if (isFilmEnabled) {
+        pressEnabledFilm();
     }
+}
+
+void ModesRule::pressEnabledFilm()
+{
     if (isGroup) {
         listCamera();
     }

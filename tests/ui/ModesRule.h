@@ -112,6 +112,12 @@ public:
 
     void pressFilm();
 
+    /// The button may have been enabled for another list.
+    void pressEnabledFilm();
+
+    /// Opens on another list, and is restarted with this one.
+    void openFilm() { film = film == Film::Closed ? Film::Playing : film; }
+
     /// By any road.
     void closeFilm();
 

@@ -67,7 +67,7 @@ private:
     {
         StorageUse use;
         WallTime began; // universal time
-        int limitMegabytes;
+        int limitMegabytes = 0;
     };
 
     QCoro::Task<> run(qint64 wantedFreeBytes, std::vector<CameraAddress> cameras);

@@ -52,6 +52,28 @@ protected:
         ASSERT_GT(house_.house.scope.running(), 0);
     }
 
+    // Selects that row in each turn in which the list of the first is read for a film.
+    void selectDuringReading(CameraAddress other)
+    {
+        act_ = [this, other] { house_.clickRow(kRowsOfGroup, other.row); };
+        for (int turn = 1; turn <= kMostTurns; ++turn) {
+            house_.clickRow(kRowsOfGroup, 0);
+            turn_ = turn;
+            house_.busy.takeYields();
+            pressFilm();
+            house_.settle();
+            if (house_.busy.yields() < turn) {
+                return; // it was selected in each turn of the reading
+            }
+            EXPECT_TRUE(house_.filmWindow.isVisible()) << "selected in turn " << turn;
+            EXPECT_EQ(house_.data.files.camera(), other);
+            turn_ = 0;
+            house_.filmWindow.close();
+            house_.settle();
+        }
+        FAIL() << "the reading takes more turns";
+    }
+
     int stored_ = 0;
     int turn_ = 0;              // of the reading, in which
     std::function<void()> act_; // the user does this
@@ -126,23 +148,13 @@ TEST_F(FilmReading, AFilmThatIsClosedWhileAClickedCameraIsReadStaysClosed)
 
 TEST_F(FilmReading, APressCountsThoughAnotherRowIsSelectedWhileTheFirstIsRead)
 {
-    act_ = [this] { QTest::mouseClick(&house_.cell(3), Qt::LeftButton); };
-    for (int turn = 1; turn <= kMostTurns; ++turn) {
-        house_.clickRow(kRowsOfGroup, 0);
-        turn_ = turn;
-        house_.busy.takeYields();
-        pressFilm();
-        house_.settle();
-        if (house_.busy.yields() < turn) {
-            return; // it was selected in each turn of the reading
-        }
-        EXPECT_TRUE(house_.filmWindow.isVisible()) << "selected in turn " << turn;
-        EXPECT_EQ(house_.data.files.camera(), (CameraAddress{0, 3}));
-        turn_ = 0;
-        house_.filmWindow.close();
-        house_.settle();
-    }
-    FAIL() << "the reading takes more turns";
+    selectDuringReading({0, 3});
+}
+
+TEST_F(FilmReading, APressCountsThoughARowWithTheSameFolderIsSelectedWhileTheFirstIsRead)
+{
+    house_.house.addCamera({0, 5}, cameraUrl({0, 0}));
+    selectDuringReading({0, 5});
 }
 
 } // namespace

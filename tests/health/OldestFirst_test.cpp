@@ -10,6 +10,7 @@
 
 #include <array>
 #include <fcntl.h>
+#include <functional>
 #include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -40,6 +41,23 @@ protected:
     {
         oldest_.makeRoom(wanted, {kOne, kTwo});
         house_.finish();
+    }
+
+    // Each camera has one image that may go; something happens between the two deletions.
+    void whenTheFirstHasGone(const std::function<void()> &happens)
+    {
+        house_.putImage(kOne, kOld);
+        house_.putImage(kTwo, kOlder);
+        BusyClock busy{clock_, 5ms};
+        OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
+        busy.setOnYield([&](int) {
+            if (!house_.images(kTwo).contains(kOlder)) {
+                happens();
+            }
+        });
+        oldest.makeRoom(kNeverEnough, {kOne, kTwo});
+        house_.finish();
+        EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
     }
 
     [[nodiscard]] QStringList went() const
@@ -242,35 +260,15 @@ TEST_F(OldestFirstTest, StartsAnotherFileWhenTheListGetsLong)
 // Someone deletes it in the browser after the folder was looked through.
 TEST_F(OldestFirstTest, KeepsWhatBecameTheNewestMeanwhile)
 {
-    house_.putImage(kOne, kOld);
-    house_.putImage(kTwo, kOlder);
-    BusyClock busy{clock_, 5ms};
-    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
-    busy.setOnYield([&](int) {
-        if (!house_.images(kTwo).contains(kOlder)) {
-            QFile::remove(house_.tree.path(house_.folder(kOne) + u'/' + kNewest));
-        }
-    });
-    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
-    house_.finish();
-    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    whenTheFirstHasGone(
+        [&] { QFile::remove(house_.tree.path(house_.folder(kOne) + u'/' + kNewest)); });
     EXPECT_EQ(house_.images(kOne), QStringList({kOld}));
 }
 
 TEST_F(OldestFirstTest, EndsWhereItIsWhenThatIsNoLongerChosen)
 {
-    house_.putImage(kOne, kOld);
-    house_.putImage(kTwo, kOlder);
-    BusyClock busy{clock_, 5ms};
-    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
-    busy.setOnYield([&](int) {
-        if (!house_.images(kTwo).contains(kOlder)) {
-            HealthOptions(house_.settings).set(HealthChoice::DeleteOldest, false);
-        }
-    });
-    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
-    house_.finish();
-    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    whenTheFirstHasGone(
+        [&] { HealthOptions(house_.settings).set(HealthChoice::DeleteOldest, false); });
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
@@ -299,18 +297,7 @@ TEST_F(OldestFirstTest, EndsAtTheNextPauseWhereverItIs)
 
 TEST_F(OldestFirstTest, EndsWhereItIsWhenTheProgramEnds)
 {
-    house_.putImage(kOne, kOld);
-    house_.putImage(kTwo, kOlder);
-    BusyClock busy{clock_, 5ms};
-    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
-    busy.setOnYield([&](int) {
-        if (!house_.images(kTwo).contains(kOlder)) {
-            house_.scope.requestStop();
-        }
-    });
-    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
-    house_.finish();
-    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    whenTheFirstHasGone([&] { house_.scope.requestStop(); });
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
@@ -318,35 +305,13 @@ TEST_F(OldestFirstTest, EndsWhereItIsWhenTheProgramEnds)
 TEST_F(OldestFirstTest, EndsWhereItIsWhenAnotherLimitIsChosen)
 {
     HealthOptions(house_.settings).setLimitMegabytes(999'999'999);
-    house_.putImage(kOne, kOld);
-    house_.putImage(kTwo, kOlder);
-    BusyClock busy{clock_, 5ms};
-    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
-    busy.setOnYield([&](int) {
-        if (!house_.images(kTwo).contains(kOlder)) {
-            HealthOptions(house_.settings).setLimitMegabytes(1);
-        }
-    });
-    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
-    house_.finish();
-    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    whenTheFirstHasGone([&] { HealthOptions(house_.settings).setLimitMegabytes(1); });
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 
 TEST_F(OldestFirstTest, DeletesNothingMoreByAClockThatIsSetBackMeanwhile)
 {
-    house_.putImage(kOne, kOld);
-    house_.putImage(kTwo, kOlder);
-    BusyClock busy{clock_, 5ms};
-    OldestFirst oldest{house_.table, house_.storage, busy, house_.scope};
-    busy.setOnYield([&](int) {
-        if (!house_.images(kTwo).contains(kOlder)) {
-            clock_.setLocal(kFakeStart - 24h);
-        }
-    });
-    oldest.makeRoom(kNeverEnough, {kOne, kTwo});
-    house_.finish();
-    EXPECT_EQ(house_.images(kTwo), QStringList({kNewest}));
+    whenTheFirstHasGone([&] { clock_.setLocal(kFakeStart - 24h); });
     EXPECT_EQ(house_.images(kOne), QStringList({kOld, kNewest}));
 }
 

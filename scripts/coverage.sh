@@ -5,7 +5,7 @@ build=$1
 # Programs that a test kills leave unfinished profiles, which are left out.
 llvm-profdata-19 merge -failure-mode=all -sparse -o "$build/tests.profdata" "$build"/reports/*.profraw
 objects=""
-for program in "$build"/bin/*_test; do
+for program in "$build"/bin/*_test "$build"/lib/*.so; do
     objects="$objects -object $program"
 done
 layers=$(sed -n 's/^add_subdirectory(\(.*\))$/\1/p' src/CMakeLists.txt)

@@ -4,9 +4,9 @@
 #include "base/Clock.h"
 
 // These come after it: the toolkit's compiler can parse them only in this order.
-#include "app/FilmCommand.h"
 #include "base/TaskScope.h"
 #include "browser/FolderReader.h"
+#include "start/FilmCommand.h"
 #include "tools/FilmExport.h"
 
 #include <QObject>

@@ -1,8 +1,8 @@
 // The program with its windows: their order at start-up, how they lead to one another, and the end.
 #pragma once
 
-#include "app/ErrorExit.h"
 #include "health/HealthEngine.h"
+#include "start/ErrorExit.h"
 #include "tools/BrowserEngine.h"
 #include "tools/ImportEngine.h"
 #include "ui/MessageBoxes.h"

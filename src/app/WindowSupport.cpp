@@ -11,15 +11,15 @@
 
 namespace velmora {
 
-bool namesDisplay(const QStringList &arguments)
-{
-    return arguments.contains(QStringLiteral("-platform")) ||
-           arguments.contains(QStringLiteral("-display")) ||
-           !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-}
+const QString kNoDisplay = QStringLiteral(
+    "there is no display that can be opened. Use --capture to capture without windows.");
 
+namespace {
+
+const QString kNoThreads = QStringLiteral(
+    "the system allows no more threads or memory, without which there can be no windows");
+
+// As many as the toolkit will make, one for the display and one for the message bus.
 bool tryThreads()
 {
     constexpr int kThreads = 2;
@@ -35,6 +35,25 @@ bool tryThreads()
     }
     end.count_down();
     return isMade;
+}
+
+} // namespace
+
+bool namesDisplay(const QStringList &arguments)
+{
+    return arguments.contains(QStringLiteral("-platform")) ||
+           arguments.contains(QStringLiteral("-display")) ||
+           !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+QString missingForWindows(const QStringList &arguments)
+{
+    if (!namesDisplay(arguments)) {
+        return kNoDisplay;
+    }
+    return tryThreads() ? QString() : kNoThreads;
 }
 
 void avoidHangingBus()

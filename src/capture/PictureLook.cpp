@@ -1,12 +1,11 @@
 #include "capture/PictureLook.h"
 
-#include "base/PictureFormat.h"
+#include "base/OwnLibrary.h"
 #include "base/WorkSlice.h"
+#include "capture/GreyLibrary.h"
 #include "capture/JpegGrey.h"
 
-#include <QBuffer>
-#include <QImage>
-#include <QImageReader>
+#include <QSize>
 
 #include <array>
 #include <cstddef>
@@ -19,10 +18,6 @@ constexpr int kAcross = 16;
 constexpr int kDown = 9;
 constexpr QSize kLeastSize(kAcross * 10,
                            kDown * 10); // of a reduction that the cells are taken from
-
-// A picture decoded in one go holds everything else up and needs at least four bytes a pixel, so
-// it may be no larger than a full screen.
-constexpr qint64 kMostPixels = qint64{2} * 1024 * 1024;
 
 // The mean of each cell, of lines that come in any order.
 class Raster
@@ -67,19 +62,41 @@ private:
     std::array<Cell, std::size_t{kAcross} * kDown> cells_ = {};
 };
 
-QImage decoded(const QByteArray &bytes)
+struct Greys
 {
-    const QByteArray format = pictureFormat(bytes);
-    if (format.isEmpty()) {
-        return {};
+    QSize size;
+    QByteArray lines; // one after another
+};
+
+void keep(void *user, int width, int height, std::size_t step, const unsigned char *lines)
+{
+    auto *const greys = static_cast<Greys *>(user);
+    greys->size = {width, height};
+    greys->lines.reserve(qsizetype{width} * height);
+    for (int y = 0; y < height; ++y, lines += step) {
+        greys->lines.append(reinterpret_cast<const char *>(lines), width);
     }
-    QBuffer buffer;
-    buffer.setData(bytes);
-    QImageReader reader(&buffer, format);
-    reader.setAutoDetectImageFormat(false);
-    const QSize size = reader.size();
-    const bool isBearable = size.isValid() && qint64{size.width()} * size.height() <= kMostPixels;
-    return isBearable ? reader.read().convertToFormat(QImage::Format_Grayscale8) : QImage();
+}
+
+// None without the library.
+DecodeGreys greyDecoder()
+{
+    try {
+        return reinterpret_cast<DecodeGreys>(
+            libraryFunction(QLatin1String(kGreyLibrary), kDecodeGreys));
+    } catch (const NoLibrary &) {
+        return nullptr;
+    }
+}
+
+Greys decoded(const QByteArray &bytes)
+{
+    static const DecodeGreys decode = greyDecoder();
+    Greys greys;
+    if (decode != nullptr) {
+        decode(bytes.constData(), static_cast<std::size_t>(bytes.size()), &keep, &greys);
+    }
+    return greys;
 }
 
 QCoro::Task<Raster> rasterOfJpeg(QByteArray bytes, Clock *clock)
@@ -100,11 +117,12 @@ QCoro::Task<Raster> rasterOfJpeg(QByteArray bytes, Clock *clock)
 QCoro::Task<Raster> rasterOfOther(QByteArray bytes, Clock *clock)
 {
     Raster raster;
-    const QImage picture = decoded(bytes);
+    const Greys greys = decoded(bytes);
+    const auto width = static_cast<std::size_t>(greys.size.width());
+    const auto *line = reinterpret_cast<const unsigned char *>(greys.lines.constData());
     WorkSlice slice(*clock);
-    for (int y = 0; y < picture.height(); ++y) {
-        raster.add(picture.size(), y,
-                   {picture.constScanLine(y), static_cast<std::size_t>(picture.width())});
+    for (int y = 0; y < greys.size.height(); ++y, line += width) {
+        raster.add(greys.size, y, {line, width});
         co_await letEventsRun(&slice, clock);
     }
     co_return raster;

@@ -5,7 +5,7 @@
 #include "CommandRules.h"
 #include "admin/Administration.h"
 #include "admin/ProgramDesk.h"
-#include "app/CommandLine.h"
+#include "start/CommandLine.h"
 #include "ui/RowWorld.h"
 
 #include <QDeadlineTimer>

@@ -1,9 +1,9 @@
 """Runs clang-tidy over the program's own sources: tidy.py SOURCE_FOLDER BUILD_FOLDER.
 
 Nearly all of its time goes into the toolkit's headers, so many sources are checked at once, as one unit that
-includes them: sources whose local names do not clash, from all the layers that the windows see together, and from
-the composition. A constant that several sources of a unit have gets another name in all but one. A unit is not
-checked again while its sources, headers and configuration are as they were when it last passed.
+includes them: sources whose local names do not clash, from all the layers, compiled as the topmost one is, which sees
+the others. A constant that several sources of a unit have gets another name in all but one. A unit is not checked
+again while its sources, headers and configuration are as they were when it last passed.
 """
 
 import hashlib
@@ -20,7 +20,7 @@ import layers
 MOST = 60  # sources of a unit
 CONSTANT = r"\bk[A-Z]\w*"
 CLASH = "[clang-diagnostic-error"
-TOP = "app"  # its compile command has definitions that no other has
+LAYERS_OWN = r" -(?:DVELMORA_\w+=|I)\S+"  # what a layer defines, and where its headers are
 
 
 def fingerprint(root):
@@ -49,38 +49,44 @@ def shared_constants(root):
     return {name for text in texts for name in re.findall(CONSTANT, text)}
 
 
-def room(source):
-    """The kind of unit it is compiled in: the composition, or the layer below it, which sees all the others."""
-    return TOP if Path(source).parent.name == TOP else ""
-
-
 def units(sources, shared):
     """As few units as the sources' local names allow. shared: names that cannot be changed."""
     found = []
     for source in sources:
         names = {name for name in local_names(source) if name in shared or not re.fullmatch(CONSTANT, name)}
         for unit in found:
-            if unit["room"] == room(source) and len(unit["sources"]) < MOST and not unit["names"] & names:
+            if len(unit["sources"]) < MOST and not unit["names"] & names:
                 break
         else:
-            unit = {"room": room(source), "sources": [], "names": set()}
+            unit = {"sources": [], "names": set()}
             found.append(unit)
         unit["sources"].append(source)
         unit["names"] |= names
     return [unit["sources"] for unit in found]
 
 
-def topmost(root, sources):
-    """A source of the layer below the composition; the build lists the layers from the lowest up."""
-    top = [layer for layer in layers.listed(root) if layer != TOP][-1]
-    return next(source for source in sources if Path(source).parent.name == top)
+def compiling(root, commands):
+    """How a source of the topmost layer is compiled, with what belongs to the others: source, folder, command."""
+    top = Path(root, "src", layers.listed(root)[-1])
+    source = next(file for file in commands if Path(file).parent == top)
+    own = sorted({word for c in commands.values() for word in re.findall(LAYERS_OWN, c["command"])})
+    command = commands[source]
+    words = re.sub(LAYERS_OWN, "", command["command"]).replace(" -isystem", f"{''.join(own)} -isystem", 1)
+    return source, command["directory"], words
+
+
+def constants_of(source):
+    """The constants that it declares, those of a function too: they would hide another source's."""
+    text = Path(source).read_text(encoding="utf-8")
+    inner = re.findall(rf"^ +(?:static )?const(?:expr)? [\w:<>, ]+? ({CONSTANT})[ {{=;(]", text, re.M)
+    return {name for name in local_names(source) if re.fullmatch(CONSTANT, name)} | set(inner)
 
 
 def included(sources):
     """The lines that include the sources, with new names for constants that another one has."""
     known = set()
     for number, source in enumerate(sources):
-        constants = {name for name in local_names(source) if re.fullmatch(CONSTANT, name)}
+        constants = constants_of(source)
         again = sorted(constants & known)
         known |= constants
         yield from (f"#define {name} {name}{number}\n" for name in again)
@@ -88,14 +94,12 @@ def included(sources):
         yield from (f"#undef {name}\n" for name in again)
 
 
-def write_unit(number, sources, commands, top, folder):
-    """The compile command of a file that includes the sources. top: a source of the layer below the composition."""
+def write_unit(number, sources, model, folder):
+    """The compile command of a file that includes the sources. model: how it is compiled."""
     path = folder / f"unit{number}.cpp"
     path.write_text("".join(included(sources)))
-    model = sources[0] if room(sources[0]) else top
-    command = commands[model]
-    words = command["command"].replace(model, str(path))
-    return {"directory": command["directory"], "command": words, "file": str(path)}
+    source, directory, words = model
+    return {"directory": directory, "command": words.replace(source, str(path)), "file": str(path)}
 
 
 def check(unit, sources, build, digest, passed):
@@ -124,8 +128,8 @@ def main():
     passed = Path(build, "tidy")
     passed.mkdir(exist_ok=True)
     work = units(own, shared_constants(root))
-    top = topmost(root, own)
-    written = [write_unit(number, sources, commands, top, passed) for number, sources in enumerate(work)]
+    model = compiling(root, {file: commands[file] for file in own})
+    written = [write_unit(number, sources, model, passed) for number, sources in enumerate(work)]
     Path(passed, "compile_commands.json").write_text(json.dumps(written), encoding="utf-8")
     digest = fingerprint(root)
     with ThreadPoolExecutor(os.cpu_count()) as pool:

@@ -5,6 +5,8 @@ import hashlib
 import json
 import os
 import pwd
+import re
+import shutil
 import socket
 import subprocess
 import unittest
@@ -115,6 +117,24 @@ class StartTest(unittest.TestCase):
         )
         self.assertEqual(0, program.wait(20), program.report())
         self.assertEqual(1, len(self.house.images(self.url)))
+
+    def test_keeps_its_settings_beside_a_copy_of_it_which_has_its_windows_too(self):
+        self.house.write_settings(*self.sections)
+        copy = shutil.copy2(VELMORA, self.house.root)
+        program = self.house.start_command([copy], {"QT_QPA_PLATFORM": "offscreen"})
+        until(lambda: self.house.images(self.url), 20, "an image")
+        self.assertIn("libQt6Widgets", program.libraries())
+        program.terminate()
+        self.assertEqual(0, program.wait(20), program.report())
+
+    def test_loads_no_library_of_windows_to_capture_without_any(self):
+        self.house.write_settings(*self.sections)
+        program = self.house.start("--capture")
+        until(lambda: self.house.images(self.url), 20, "an image")
+        self.assertIn("libQt6Core", program.libraries())
+        self.assertEqual([], [name for name in program.libraries() if re.match("libQt6(Gui|Widgets|DBus)|libvelmora|libX", name)])
+        program.terminate()
+        self.assertEqual(0, program.wait(20), program.report())
 
     def test_takes_its_folder_from_the_option_first(self):
         self.house.write_settings(*self.sections)

@@ -16,6 +16,7 @@ from waiting import until
 DATA = ".local/share/velmora"
 IMAGE_BYTES = 20_000
 PROGRAM = "/usr/bin/velmora"
+LIBRARIES = ("usr/lib/velmora/parts/libvelmora-windows.so", "usr/lib/velmora/parts/libvelmora-greys.so")
 CLASS = '"velmora", "Velmora"'
 
 
@@ -80,9 +81,20 @@ class InstalledTest(unittest.TestCase):
 
     def test_finds_all_its_libraries(self):
         # Does what ldd does, which requires more than every way of running a program here can provide.
-        found = ROOT.run(self, "/usr/bin/env", "LD_TRACE_LOADED_OBJECTS=1", PROGRAM)
-        self.assertGreater(len(found.out), 10, found.report())
-        self.assertEqual([], [line for line in found.out if "not found" in line])
+        for own in ("", *(f"/{library}" for library in LIBRARIES)):
+            found = ROOT.run(self, "/usr/bin/env", "LD_TRACE_LOADED_OBJECTS=1", f"LD_PRELOAD={own}", PROGRAM)
+            self.assertGreater(len(found.out), 10, found.report())
+            self.assertIn(own, "\n".join(found.out))
+            self.assertEqual([], [line for line in found.out if "not found" in line])
+
+    def test_captures_without_the_library_of_its_windows_and_says_that_it_is_missing(self):
+        (ROOT.path / LIBRARIES[0]).unlink()
+        self.write_settings()
+        status, program = self.run_program("-platform", "offscreen")
+        self.assertEqual((1, []), (status, program.out), program.report())
+        self.assertRegex(program.err[0], "^velmora: the library of the windows cannot be loaded: .*libvelmora-windows.so.* --capture ")
+        self.capture()
+        self.expect_one_image()
 
     def test_shows_its_help_and_its_version(self):
         for option, first in (("--help", "Usage: velmora [options]"), ("--version", "Velmora ")):

@@ -6,13 +6,15 @@ import struct
 import unittest
 
 import house
-from debian_package import DebianPackage, output
+from debian_package import BUILD, DebianPackage, output
 
 SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
 SHARE = "usr/share"
 ICONS = f"{SHARE}/icons/hicolor"
 FILES = {
     "usr/bin/velmora",
+    "usr/lib/velmora/parts/libvelmora-greys.so",
+    "usr/lib/velmora/parts/libvelmora-windows.so",
     "usr/lib/systemd/user/velmora.service",
     "usr/lib/systemd/user/velmora@.service",
     f"{SHARE}/applications/velmora.desktop",
@@ -27,6 +29,7 @@ FILES = {
     f"{ICONS}/symbolic/apps/velmora-symbolic.svg",
 } | {f"{ICONS}/{size}x{size}/apps/velmora.png" for size in SIZES}
 RECOMMENDED = {"ca-certificates", "ffmpeg", "qt6-image-formats-plugins", "qt6-wayland", "xdg-utils"}
+CODE = sorted(path for path in FILES if path == "usr/bin/velmora" or path.endswith(".so"))
 COMPLETE = """
 compopt() { :; }  # acts on a completion that the shell itself has begun
 . "$1"; shift
@@ -117,17 +120,24 @@ class PackageTest(unittest.TestCase):
                 self.assertRegex(stanza, r"\nCopyright: \d{4}")
 
     def test_carries_the_program_without_its_debug_symbols(self):
-        sections = output("readelf", "--section-headers", "--wide", FOLDER / "usr/bin/velmora")
-        self.assertIn(".text", sections)
-        self.assertNotRegex(sections, r"\.(symtab|debug_\w+)\b")
+        for code in CODE:
+            sections = output("readelf", "--section-headers", "--wide", FOLDER / code)
+            self.assertIn(".text", sections)
+            self.assertNotRegex(sections, r"\.(symtab|debug_\w+)\b")
 
     def test_carries_a_program_that_is_hard_to_misuse(self):
         """Loaded anywhere in memory, its tables of calls read-only, its stack never executed."""
-        program = FOLDER / "usr/bin/velmora"
-        self.assertRegex(output("readelf", "--dynamic", "--wide", program), r"FLAGS_1\).* NOW PIE\n")
-        segments = output("readelf", "--program-headers", "--wide", program)
-        self.assertIn("GNU_RELRO", segments)
-        self.assertRegex(segments, r"GNU_STACK +(0x0+ ){3}(0x0+ ){2}RW ")
+        for code in CODE:
+            loading = output("readelf", "--dynamic", "--wide", FOLDER / code)
+            self.assertRegex(loading, r"FLAGS_1\).* NOW" + ("" if code.endswith(".so") else " PIE") + r"\n")
+            self.assertNotRegex(loading, "R(UN)?PATH")
+            segments = output("readelf", "--program-headers", "--wide", FOLDER / code)
+            self.assertIn("GNU_RELRO", segments)
+            self.assertRegex(segments, r"GNU_STACK +(0x0+ ){3}(0x0+ ){2}RW ")
+
+    def test_does_not_tell_where_it_was_built(self):
+        for code in CODE:
+            self.assertNotIn(str(BUILD), output("strings", FOLDER / code))
 
     def test_says_the_same_version_everywhere(self):
         version = output(house.VELMORA, "--version").split()[1]

@@ -2,9 +2,11 @@
 handle."""
 
 import os
+import re
 import signal
 import subprocess
 import threading
+from pathlib import Path
 
 from waiting import PATIENCE, until
 
@@ -49,6 +51,11 @@ class Program:
     @property
     def runs(self):
         return self.process.poll() is None
+
+    def libraries(self):
+        """The names of those that it has loaded, without their versions."""
+        maps = Path(f"/proc/{self.process.pid}/maps").read_text(encoding="utf-8", errors="replace")
+        return sorted({found.group(1) for found in re.finditer(r"/([^/\n]+?)\.so\b", maps)})
 
     def terminate(self):
         self.process.send_signal(signal.SIGTERM)

@@ -2,9 +2,9 @@
 // it: start, settings, a pass over the cameras, deletion of old images, conformity, import, the
 // last pass, end. whole_run FOLDER: a program folder; the former place of the settings is "windows"
 // in it. Exits with 1 if it could not start, and with 3 if it does not finish.
-#include "app/SettingsPreparation.h"
-#include "app/SingleInstance.h"
 #include "capture/CaptureEngine.h"
+#include "start/SettingsPreparation.h"
+#include "start/SingleInstance.h"
 #include "support/CaptureHouseSource.h"
 #include "tools/Import.h"
 

@@ -1,4 +1,4 @@
-#include "app/HeadlessCapture.h"
+#include "start/HeadlessCapture.h"
 
 #include "cameras/CameraChoices.h"
 

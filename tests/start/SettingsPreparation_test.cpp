@@ -1,5 +1,5 @@
 // Which settings file the program starts with.
-#include "app/SettingsPreparation.h"
+#include "start/SettingsPreparation.h"
 
 #include "base/ProfileFile.h"
 #include "settings/SettingsFile.h"

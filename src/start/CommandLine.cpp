@@ -1,7 +1,7 @@
-#include "app/CommandLine.h"
+#include "start/CommandLine.h"
 
-#include "app/AdminOptions.h"
 #include "cameras/Credentials.h"
+#include "start/AdminOptions.h"
 
 #include <QCommandLineParser>
 
@@ -134,6 +134,15 @@ StartRequest filmStart(const QCommandLineParser &parser)
 }
 
 } // namespace
+
+QStringList argumentList(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return arguments;
+}
 
 StartRequest parseCommandLine(const QStringList &arguments)
 {

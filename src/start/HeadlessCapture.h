@@ -1,8 +1,8 @@
 // Capture without windows: reports on standard output what it stores and what has changed.
 #pragma once
 
-#include "app/ErrorExit.h"
 #include "health/HealthEngine.h"
+#include "start/ErrorExit.h"
 
 #include <QHash>
 #include <QTextStream>

@@ -1,4 +1,4 @@
-#include "app/AdminOptions.h"
+#include "start/AdminOptions.h"
 
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"

@@ -1,6 +1,6 @@
-#include "app/SingleInstance.h"
+#include "start/SingleInstance.h"
 
-#include "app/ProgramFolder.h"
+#include "start/ProgramFolder.h"
 
 #include <QCryptographicHash>
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include "app/SettingsPreparation.h"
+#include "start/SettingsPreparation.h"
 
 #include "base/FileReader.h"
 #include "base/FileWriter.h"

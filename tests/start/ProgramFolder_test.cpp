@@ -1,5 +1,5 @@
 // Where the program keeps its settings.
-#include "app/ProgramFolder.h"
+#include "start/ProgramFolder.h"
 
 #include "support/ScopedEnv.h"
 #include "support/TempTree.h"

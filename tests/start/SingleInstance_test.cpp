@@ -1,5 +1,5 @@
 // One program per program folder: who has it, who is notified, and by which window.
-#include "app/SingleInstance.h"
+#include "start/SingleInstance.h"
 
 #include "support/ScopedEnv.h"
 #include "support/TempTree.h"

@@ -1,4 +1,4 @@
-#include "app/UserHome.h"
+#include "start/UserHome.h"
 
 #include <QByteArray>
 #include <QtGlobal>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "admin/AdminCommand.h"
-#include "app/FilmCommand.h"
+#include "start/FilmCommand.h"
 
 #include <QString>
 #include <QStringList>
@@ -40,6 +40,9 @@ struct UsageError
 };
 
 using StartRequest = std::variant<RunRequest, AdminRequest, FilmRequest, PrintRequest, UsageError>;
+
+/// What main() got, in the user's encoding.
+[[nodiscard]] QStringList argumentList(int argc, char **argv);
 
 /// arguments: the program's, its name first. Options of the windowing toolkit ("-platform
 /// offscreen", "-style fusion" and the like) are left to it.

@@ -5,6 +5,9 @@
 
 namespace velmora {
 
+/// What to say when it cannot be made.
+inline const QString kNoProgramFolder = QStringLiteral("the program folder cannot be made");
+
 /// What determines the program folder.
 struct ProgramPlace
 {

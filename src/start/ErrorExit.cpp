@@ -1,4 +1,4 @@
-#include "app/ErrorExit.h"
+#include "start/ErrorExit.h"
 
 #include <QCoreApplication>
 

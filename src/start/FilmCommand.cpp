@@ -1,4 +1,4 @@
-#include "app/FilmCommand.h"
+#include "start/FilmCommand.h"
 
 #include "cameras/CameraChoices.h"
 

@@ -1,4 +1,4 @@
-#include "app/ProgramFolder.h"
+#include "start/ProgramFolder.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,8 +1,5 @@
 // The options of the command line.
-#include "app/CommandLine.h"
-
-#include "app/WindowSupport.h"
-#include "support/ScopedEnv.h"
+#include "start/CommandLine.h"
 
 #include <gtest/gtest.h>
 
@@ -199,16 +196,6 @@ TEST(CommandLine, LeavesTheToolkitTheSessionThatADesktopRestores)
     const auto run = std::get<RunRequest>(
         parse({QStringLiteral("-session"), QStringLiteral("10b1f-8d2c_1700000000_1")}));
     EXPECT_FALSE(run.headless);
-}
-
-TEST(CommandLine, NamesADisplayWithTheToolkitsOption)
-{
-    const test::ScopedEnv noPlatform("QT_QPA_PLATFORM", "");
-    const test::ScopedEnv noDisplay("DISPLAY", "");
-    const test::ScopedEnv noWayland("WAYLAND_DISPLAY", "");
-    const QString program = QStringLiteral("velmora");
-    EXPECT_FALSE(namesDisplay({program}));
-    EXPECT_TRUE(namesDisplay({program, QStringLiteral("-display"), QStringLiteral(":1")}));
 }
 
 TEST(CommandLine, RefusesWhatItDoesNotKnow)

@@ -57,7 +57,6 @@ void FilmMaker::take()
     folderText_ = uses_.data.files.folder();
     folder_ = uses_.storage.native(folderText_);
     camera_ = cameraLabel(uses_.table.settings().snapshot(), uses_.data.files.camera());
-    result_.clear();
 }
 
 bool FilmMaker::isOfShownCamera() const

@@ -107,6 +107,8 @@ public:
     /// The last result: native path of a film or of a folder; empty if there is none.
     [[nodiscard]] const QString &result() const { return result_; }
 
+    void forgetResult() { result_.clear(); }
+
 Q_SIGNALS:
     /// Images of the camera have come or gone.
     void imagesChanged();

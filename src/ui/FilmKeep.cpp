@@ -17,6 +17,7 @@
 #include <QScopedValueRollback>
 
 #include <array>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -247,9 +248,12 @@ void FilmKeep::begin(const std::optional<DayRange> &days)
     maker_.take();
     seenRange_ = film_.face().range;
     setWindowTitle(tr("Keep as a film: %1").arg(maker_.camera()));
+    if (!std::exchange(isEndNews_, false)) {
+        maker_.forgetResult();
+        ui_->filmTimeLeft->clear();
+        ui_->filmProgress->reset();
+    }
     setBusy(false);
-    ui_->filmTimeLeft->clear();
-    ui_->filmProgress->reset();
     if (!keepsRange && days) {
         showDays(*days);
     } else if (!keepsRange) {
@@ -385,6 +389,7 @@ void FilmKeep::showProgress()
 
 void FilmKeep::showEnd(const QString &text)
 {
+    isEndNews_ = !isVisible();
     setBusy(false);
     catchUp();
     ui_->filmTimeLeft->setText(text);

@@ -95,6 +95,7 @@ private:
     FilmWish settled_; // the range in the boxes, without what is being typed
     RangeOf rangeOf_ = RangeOf::TheFilm;
     bool isSettingFilm_ = false; // the film is being given that range
+    bool isEndNews_ = false;     // what was made ended while the window was closed
 };
 
 } // namespace velmora

@@ -172,6 +172,26 @@ TEST_F(FilmKeepTest, MakesAFilmAndOpensIt)
     EXPECT_EQ(opened.back().front().toString(), out());
 }
 
+TEST_F(FilmKeepTest, TellsWhatEndedWhileItWasClosed)
+{
+    click("filmMake");
+    QSignalSpy ended(&maker_, &FilmMaker::ended);
+    choose(out(QStringLiteral("/a")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return maker_.isBusy(); }));
+    window_.close();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !ended.isEmpty(); }, 20'000));
+    window_.present({});
+    EXPECT_EQ(find<QLabel>("filmTimeLeft").text(), QStringLiteral("The film is ready: 30 images."));
+    QSignalSpy opened(&window_, &FilmKeep::openWanted);
+    click("filmOpen");
+    ASSERT_EQ(opened.size(), 1);
+    EXPECT_EQ(opened.front().front().toString(), out(QStringLiteral("/a.mp4")));
+    window_.close();
+    window_.present({});
+    EXPECT_EQ(find<QLabel>("filmTimeLeft").text(), QString());
+    EXPECT_FALSE(find<QPushButton>("filmOpen").isEnabled());
+}
+
 TEST_F(FilmKeepTest, AFilmGoesWhereTheLinkInItsPlaceLeads)
 {
     house_.house.tree.write(u"elsewhere/a.mp4", "old");

@@ -5,6 +5,7 @@
 #include "KeepWorld.h"
 
 #include <cerrno>
+#include <utility>
 
 namespace velmora::test {
 
@@ -31,9 +32,11 @@ public:
             keptText_ = house_.data.files.folder();
             source_ = QDir::cleanPath(house_.house.storage.native(keptText_));
             kept_ = listed();
-            hasResult_ = false;
             wasOpened_ = true;
-            told_.clear();
+            if (!std::exchange(isEndNews_, false)) {
+                hasResult_ = false;
+                told_.clear();
+            }
         }
         QCoreApplication::processEvents();
     }

@@ -32,8 +32,10 @@ KeepWorld::KeepWorld(const TempTree &out, int seed)
                      [this](const QString &path) { opened_ = path; });
     QObject::connect(&house_.data.files, &QAbstractItemModel::modelReset, &here_,
                      [this] { followList(); });
-    QObject::connect(&maker(), &FilmMaker::ended, &here_,
-                     [this](const QString &text) { ended_.append(text); });
+    QObject::connect(&maker(), &FilmMaker::ended, &here_, [this](const QString &text) {
+        ended_.append(text);
+        isEndNews_ = !keep_->isVisible();
+    });
     QObject::connect(&maker(), &FilmMaker::advanced, &here_, [this] { lookAtTargets(); });
 }
 

@@ -139,6 +139,7 @@ protected:
     bool wasOpened_ = false;
     bool hasResult_ = false;
     QString told_;
+    bool isEndNews_ = false; // it was told while the window was closed
 
 private:
     void followList();

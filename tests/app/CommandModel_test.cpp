@@ -360,11 +360,10 @@ const std::vector<CommandModel::Kind> CommandModel::kKinds{
 
 TEST_F(CommandModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
+    playSequences(kSequences, [this](int sequence) {
         tidyUp();
         play(sequence);
-    }
+    });
     EXPECT_GT(stored(), 0);
 }
 

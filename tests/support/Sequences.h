@@ -17,25 +17,26 @@ inline int numberFrom(const char *variable, int otherwise)
     return isNumber ? number : otherwise;
 }
 
-/// From `first` up to below `end`; the number of each is the seed of its random events.
-struct Sequences
-{
-    int first;
-    int end;
-};
-
+/// The number is the seed of its random events.
 struct Sequence
 {
     int number;
     int events;
 };
 
-/// VELMORA_SEQUENCES sets their number, otherwise `count`; VELMORA_FIRST_SEQUENCE the first of
-/// them, otherwise 0.
-inline Sequences sequencesToPlay(int count)
+/// Plays sequences by their numbers, up to the first failure, and returns how many.
+/// VELMORA_SEQUENCES sets how many are played, otherwise `count`; VELMORA_FIRST_SEQUENCE the number
+/// of the first, otherwise 0.
+template <typename Play>
+int playSequences(int count, Play play)
 {
     const int first = numberFrom("VELMORA_FIRST_SEQUENCE", 0);
-    return {first, first + numberFrom("VELMORA_SEQUENCES", count)};
+    const int end = first + numberFrom("VELMORA_SEQUENCES", count);
+    int number = first;
+    while (number < end && !testing::Test::HasFailure()) {
+        play(number++);
+    }
+    return number - first;
 }
 
 /// What may happen next, and how often beside the others.

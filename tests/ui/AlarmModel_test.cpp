@@ -369,10 +369,7 @@ const std::vector<AlarmModel::Kind> AlarmModel::kKinds{
 
 TEST_F(AlarmModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
-        play(sequence);
-    }
+    playSequences(kSequences, [this](int sequence) { play(sequence); });
     EXPECT_GT(compared(), 0);
 }
 

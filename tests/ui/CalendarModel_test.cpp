@@ -370,10 +370,7 @@ const std::vector<CalendarRun::Kind> CalendarRun::kKinds{
 
 TEST(CalendarModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !testing::Test::HasFailure(); ++sequence) {
-        CalendarRun(sequence).play(sequence);
-    }
+    playSequences(kSequences, [](int sequence) { CalendarRun(sequence).play(sequence); });
 }
 
 } // namespace

@@ -308,10 +308,7 @@ const QList<FilmModel::Kind> FilmModel::kKinds{
 
 TEST_F(FilmModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
-        play(sequence);
-    }
+    playSequences(kSequences, [this](int sequence) { play(sequence); });
 }
 
 } // namespace

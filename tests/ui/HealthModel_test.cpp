@@ -212,10 +212,7 @@ const std::vector<HealthRun::Kind> HealthRun::kKinds{
 
 TEST(HealthModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !testing::Test::HasFailure(); ++sequence) {
-        HealthRun(sequence).play(sequence);
-    }
+    playSequences(kSequences, [](int sequence) { HealthRun(sequence).play(sequence); });
 }
 
 } // namespace

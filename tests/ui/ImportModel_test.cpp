@@ -163,10 +163,7 @@ const std::vector<ImportModel::Kind> ImportModel::kKinds{
 
 TEST(ImportModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !testing::Test::HasFailure(); ++sequence) {
-        ImportModel(sequence).play();
-    }
+    playSequences(kSequences, [](int sequence) { ImportModel(sequence).play(); });
 }
 
 } // namespace

@@ -364,14 +364,13 @@ const std::vector<LiveModel::Kind> LiveModel::kKinds{
 
 TEST_F(LiveModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
+    playSequences(kSequences, [this](int sequence) {
         {
             SCOPED_TRACE("before sequence " + std::to_string(sequence));
             tidyUp();
         }
         play(sequence);
-    }
+    });
     EXPECT_GT(house_.stored().size(), 0);
 }
 

@@ -341,10 +341,7 @@ const std::vector<EventKind<ModesModel>> ModesModel::kKinds{
 
 TEST_F(ModesModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
-        play(sequence);
-    }
+    playSequences(kSequences, [this](int sequence) { play(sequence); });
 }
 
 } // namespace

@@ -335,11 +335,10 @@ const std::vector<RowModel::Kind> RowModel::kKinds{
 
 TEST_F(RowModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
+    playSequences(kSequences, [this](int sequence) {
         tidyUp();
         play(sequence);
-    }
+    });
     EXPECT_GT(stored(), 0);
 }
 

@@ -91,10 +91,7 @@ const QList<SelectionModel::Kind> SelectionModel::kKinds{
 
 TEST_F(SelectionModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
-        play(sequence);
-    }
+    playSequences(kSequences, [this](int sequence) { play(sequence); });
 }
 
 } // namespace

@@ -394,13 +394,12 @@ protected:
 
 TEST_F(StorageModel, HoldsAfterEveryEventOfRandomSequences)
 {
-    const Sequences all = sequencesToPlay(kSequences);
-    for (int sequence = all.first; sequence < all.end && !HasFailure(); ++sequence) {
+    playSequences(kSequences, [this](int sequence) {
         SCOPED_TRACE(testing::Message() << "sequence " << sequence);
         random_.seed(static_cast<quint32>(sequence));
         tidyUp();
         runSequence();
-    }
+    });
     EXPECT_GT(house_.stored().size(), 0);
 }
 

@@ -1,0 +1,23 @@
+// A label whose text may take several lines.
+#pragma once
+
+#include <QLabel>
+
+namespace velmora {
+
+/// Text that wraps, and is seen whole: the label is never lower than its lines at its width. The
+/// toolkit's own label is cut off where the words need more lines than it had expected.
+class WrapLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    using QLabel::QLabel;
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+};
+
+} // namespace velmora

@@ -1,0 +1,85 @@
+// Windows in large letters, and texts longer than their place.
+#include "WindowHouse.h"
+#include "support/LoopbackCameraAnswers.h"
+#include "ui/CameraSheet.h"
+#include "view/CameraTrial.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+namespace {
+
+constexpr int kLarge = 16; // points
+
+// As a user with weak eyes chooses them for all programs.
+class LargeLetters
+{
+public:
+    LargeLetters()
+    {
+        QFont large = usual_;
+        large.setPointSize(kLarge);
+        QApplication::setFont(large);
+    }
+
+    Q_DISABLE_COPY_MOVE(LargeLetters)
+
+    ~LargeLetters() { QApplication::setFont(usual_); }
+
+private:
+    QFont usual_ = QApplication::font();
+};
+
+class SheetRoom : public testing::Test
+{
+protected:
+    SheetRoom()
+    {
+        house_.house.addCamera(kCamera, kUrl);
+        house_.source.answer(kUrl, {"<html><title>" + QByteArray("A very long title ").repeated(6) +
+                                        "</title>" + QByteArray(2000, 'x'),
+                                    QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"),
+                                    QStringLiteral("text/html"),
+                                    {},
+                                    {}});
+        sheet_.present(kCamera);
+        QSignalSpy ended(&house_.house.view.trial(), &CameraTrial::ended);
+        QTest::mouseClick(sheet_.findChild<QPushButton *>(QStringLiteral("sheetTest")),
+                          Qt::LeftButton);
+        EXPECT_TRUE(ended.wait(5000));
+        QCoreApplication::processEvents();
+    }
+
+    QWidget &part(const char *name) { return *sheet_.findChild<QWidget *>(QLatin1String(name)); }
+
+    static constexpr CameraAddress kCamera{0, 3};
+    const QString kUrl = QStringLiteral("http://cam/x.jpg");
+    WindowHouse house_;
+    CameraSheet sheet_{house_.house.settings, house_.house.view.trial()};
+};
+
+class LargeSheetRoom : private LargeLetters, public SheetRoom
+{
+};
+
+TEST_F(LargeSheetRoom, ShowsTheWholeResultOfATest)
+{
+    const QWidget &result = part("sheetResult");
+    EXPECT_LE(result.heightForWidth(result.width()), result.height());
+}
+
+TEST_F(SheetRoom, ShowsTheWholeResultOfATest)
+{
+    const QWidget &result = part("sheetResult");
+    EXPECT_LE(result.heightForWidth(result.width()), result.height());
+    sheet_.resize(sheet_.minimumWidth(), sheet_.height());
+    QCoreApplication::processEvents();
+    EXPECT_LE(result.heightForWidth(result.width()), result.height());
+}
+
+} // namespace
+} // namespace velmora::test

@@ -81,5 +81,14 @@ TEST_F(SheetRoom, ShowsTheWholeResultOfATest)
     EXPECT_LE(result.heightForWidth(result.width()), result.height());
 }
 
+TEST_F(SheetRoom, KeepsItsBoxesTogetherWhenItIsMaximised)
+{
+    const int usual = part("sheetKeep").y();
+    sheet_.resize(1200, 900);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(part("sheetKeep").y(), usual);
+    EXPECT_LT(part("sheetResult").y(), usual + 120);
+}
+
 } // namespace
 } // namespace velmora::test

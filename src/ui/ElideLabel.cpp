@@ -1,8 +1,22 @@
 #include "ui/ElideLabel.h"
 
+#include "ui/ToolTips.h"
+
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace velmora {
+
+bool ElideLabel::event(QEvent *event)
+{
+    const bool isElided = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+    if (event->type() == QEvent::ToolTip && isElided && toolTip().isEmpty()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainTip(text()), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
 
 void ElideLabel::paintEvent(QPaintEvent *)
 {

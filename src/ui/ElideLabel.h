@@ -6,7 +6,7 @@
 namespace velmora {
 
 /// One line of plain text, with "…" in the middle if it does not fit. The label's text remains the
-/// whole text.
+/// whole text, which is then also its tip, unless it has one of its own.
 class ElideLabel : public QLabel
 {
     Q_OBJECT
@@ -17,6 +17,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 };
 

@@ -1,10 +1,10 @@
 #include "ui/FolderView.h"
 
 #include "tools/FolderList.h"
+#include "ui/ToolTips.h"
 
 #include <QApplication>
 #include <QStyle>
-#include <QStyledItemDelegate>
 
 namespace velmora {
 namespace {
@@ -12,24 +12,35 @@ namespace {
 constexpr int kStep = 14; // pixels of indentation for a level
 constexpr int kMostSteps = 8;
 
-class FolderDelegate final : public QStyledItemDelegate
+QStyleOptionViewItem indented(const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    const int depth = index.data(FolderList::kDepthRole).toInt();
+    QStyleOptionViewItem moved = option;
+    moved.rect.setLeft(option.rect.left() + kStep * std::min(depth, kMostSteps));
+    return moved;
+}
+
+class FolderDelegate final : public ElidedTips
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using ElidedTips::ElidedTips;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override
     {
-        const int depth = index.data(FolderList::kDepthRole).toInt();
-        QStyleOptionViewItem indented = option;
-        indented.rect.setLeft(option.rect.left() + kStep * std::min(depth, kMostSteps));
-        QStyledItemDelegate::paint(painter, indented, index);
+        ElidedTips::paint(painter, indented(option, index), index);
+    }
+
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override
+    {
+        return ElidedTips::helpEvent(event, view, indented(option, index), index);
     }
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
-        QStyledItemDelegate::initStyleOption(option, index);
+        ElidedTips::initStyleOption(option, index);
         const bool open = index.data(FolderList::kOpenRole).toBool();
         option->features |= QStyleOptionViewItem::HasDecoration;
         option->icon =

@@ -5,6 +5,7 @@
 #include "ui/ScreenRoom.h"
 #include "ui/ShownSwitch.h"
 #include "ui/ToFront.h"
+#include "ui/ToolTips.h"
 #include "ui/WindowKeys.h"
 #include "ui_HealthWindow.h"
 
@@ -54,6 +55,7 @@ void HealthWindow::setUpTable()
     shown_.setFilterCaseSensitivity(Qt::CaseInsensitive);
     QTableView &view = *ui_->healthTable;
     view.setModel(&shown_);
+    view.setItemDelegate(new ElidedTips(&view));
     view.setItemDelegateForColumn(HealthTable::Lamp, new LampDelegate(&view));
     view.setItemDelegateForColumn(HealthTable::Day, new HourBarsDelegate(&view));
     view.sortByColumn(HealthTable::Lamp, Qt::DescendingOrder);

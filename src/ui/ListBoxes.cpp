@@ -1,9 +1,9 @@
 #include "ui/ListBoxes.h"
 
 #include "ui/LateColour.h"
+#include "ui/ToolTips.h"
 
 #include <QKeyEvent>
-#include <QTextDocument>
 
 #include <algorithm>
 #include <optional>
@@ -71,7 +71,7 @@ void ChoiceList::showTip(int row)
     lines.removeAll(QString());
     const QString tip = lines.join(u'\n');
     item(row)->setData(Qt::AccessibleDescriptionRole, tip);
-    item(row)->setToolTip(Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip) : tip);
+    item(row)->setToolTip(plainTip(tip));
 }
 
 // A digit chooses that number; other letters begin a name, or a word in it.
@@ -108,6 +108,7 @@ FileView::FileView(QWidget *parent)
 {
     setLayoutMode(Batched);
     setBatchSize(kLaidOutAtOnce);
+    setItemDelegate(new ElidedTips(this));
 }
 
 void FileView::reset()

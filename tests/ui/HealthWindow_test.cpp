@@ -8,13 +8,16 @@
 #include "health/HealthEngine.h"
 #include "support/MailDouble.h"
 
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTableView>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -404,6 +407,24 @@ TEST_F(HealthWindowTest, OpensAtTheTopOfTheScreenAndStaysWhereItIsMoved)
     window_.close();
     window_.present();
     EXPECT_EQ(window_.pos(), room.topLeft() + QPoint(3, 70));
+}
+
+TEST_F(HealthWindowTest, TheTipOfACellTellsWhatDoesNotFitIntoIt)
+{
+    const QString reason =
+        QStringLiteral("no answer from <a> camera that is far away ").repeated(3).trimmed();
+    book_.addFailure({0, 3}, reason);
+    window_.present();
+    const auto tipOf = [this](int row, HealthTable::Column column) {
+        const QPoint place = table().visualRect(table().model()->index(row, column)).center();
+        QHelpEvent help(QEvent::ToolTip, place, table().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(table().viewport(), &help);
+        return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+    };
+    table().scrollTo(table().model()->index(0, HealthTable::Failure));
+    EXPECT_EQ(tipOf(0, HealthTable::Failure), reason);
+    EXPECT_EQ(tipOf(1, HealthTable::Failure), table().toolTip());
+    QToolTip::hideText();
 }
 
 TEST_F(HealthWindowTest, EscapeClosesIt)

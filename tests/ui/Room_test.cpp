@@ -1,12 +1,16 @@
 // Windows in large letters, and texts longer than their place.
+#include "BrowserWindowHouse.h"
 #include "WindowHouse.h"
 #include "support/LoopbackCameraAnswers.h"
 #include "ui/CameraSheet.h"
+#include "ui/ListBoxes.h"
 #include "view/CameraTrial.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -33,6 +37,17 @@ public:
 private:
     QFont usual_ = QApplication::font();
 };
+
+// The tip that the pointer brings up there; empty for none.
+QString tipAt(QWidget &widget, QPoint place)
+{
+    QToolTip::hideText();
+    QHelpEvent help(QEvent::ToolTip, place, widget.mapToGlobal(place));
+    QApplication::sendEvent(&widget, &help);
+    QString tip = QToolTip::text();
+    QToolTip::hideText();
+    return tip;
+}
 
 class SheetRoom : public testing::Test
 {
@@ -88,6 +103,37 @@ TEST_F(SheetRoom, KeepsItsBoxesTogetherWhenItIsMaximised)
     QCoreApplication::processEvents();
     EXPECT_EQ(part("sheetKeep").y(), usual);
     EXPECT_LT(part("sheetResult").y(), usual + 120);
+}
+
+TEST(LongText, IsInTheTipOfAListThatElidesIt)
+{
+    BrowserWindowHouse house;
+    const QString name =
+        QStringLiteral("20060310 the longest name of all pictures that were ever brought in.jpg");
+    house.openOn(3);
+    house.house.putImage({0, 0}, name);
+    house.browser.chooseCameraAgain();
+    house.settle();
+    auto &list = house.find<FileView>(QStringLiteral("LstDir"));
+    const auto tipOf = [&](int row) {
+        const QRect place = list.visualRect(list.model()->index(row, 0));
+        return tipAt(*list.viewport(), place.center());
+    };
+    EXPECT_EQ(tipOf(list.model()->rowCount() - 1), name);
+    EXPECT_EQ(tipOf(0), list.toolTip());
+}
+
+TEST(LongText, IsInTheTipOfTheLineAboutTheCapture)
+{
+    WindowHouse house;
+    house.window.show();
+    auto &line = house.find<QLabel>(QStringLiteral("lTest"));
+    const QString usual = QStringLiteral("Test http://cam/");
+    line.setText(usual);
+    EXPECT_EQ(tipAt(line, line.rect().center()), QString());
+    const QString address = usual + QString(300, u'x');
+    line.setText(address);
+    EXPECT_EQ(tipAt(line, line.rect().center()), address);
 }
 
 } // namespace

@@ -17,6 +17,18 @@ namespace {
 
 constexpr int kHeight = 72;
 
+// From one number below the bars to the next, so that they stand apart.
+int hoursBetween(const QFontMetrics &letters, int width)
+{
+    const int widest = letters.horizontalAdvance(QStringLiteral("00 "));
+    for (const int hours : {1, 2, 3, 4, 6}) {
+        if (hours * width / kHoursOfDay >= widest) {
+            return hours;
+        }
+    }
+    return kHoursOfDay / 2;
+}
+
 } // namespace
 
 HourBars::HourBars(Calendar &calendar)
@@ -77,6 +89,7 @@ void HourBars::paintEvent(QPaintEvent *)
     }
     const int text = fontMetrics().height();
     const int room = height() - text - 2;
+    const int step = hoursBetween(fontMetrics(), width());
     for (int hour = 0; hour < kHoursOfDay; ++hour) {
         const int left = hour * width() / kHoursOfDay;
         const int right = (hour + 1) * width() / kHoursOfDay;
@@ -86,8 +99,11 @@ void HourBars::paintEvent(QPaintEvent *)
         painter.fillRect(place, heatColour(palette(), imagesOf(hour), most));
         const bool isChosen = hasFocus() && hour == hour_;
         painter.setPen(palette().color(isChosen ? QPalette::Highlight : QPalette::Text));
-        painter.drawText(QRect(left, room + 2, right - left, text), Qt::AlignCenter,
-                         QString::number(hour));
+        if (hour % step == 0) {
+            const int beside = (step - 1) * (right - left) / 2;
+            painter.drawText(QRect(left - beside, room + 2, right - left + 2 * beside, text),
+                             Qt::AlignCenter, QString::number(hour));
+        }
         if (isChosen) {
             painter.drawRect(left, 0, right - left - 1, height() - 1);
         }

@@ -7,7 +7,9 @@
 
 namespace velmora {
 
-/// The arrow keys move from hour to hour; Enter and a click go to the hour's first image.
+/// The arrow keys move from hour to hour; Enter and a click go to the hour's first image. Where the
+/// bars are too narrow for numbers side by side, only those of every second, third … hour are
+/// shown.
 class HourBars : public QWidget
 {
     Q_OBJECT

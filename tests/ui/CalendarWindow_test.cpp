@@ -117,6 +117,44 @@ TEST_F(CalendarWindowTest, TheTipOfTheHoursIsThatOfTheHourUnderThePointer)
     QToolTip::hideText();
 }
 
+// Widths of what is drawn side by side, with less than a narrow gap within.
+QList<int> widthsOfInk(const QImage &strip)
+{
+    constexpr int kGap = 3;
+    QList<int> widths;
+    int last = -kGap;
+    for (int x = 0; x < strip.width(); ++x) {
+        bool isInk = false;
+        for (int y = 0; y < strip.height(); ++y) {
+            isInk = isInk || qGray(strip.pixel(x, y)) < 230;
+        }
+        if (isInk) {
+            if (x - last >= kGap) {
+                widths.append(0);
+            }
+            widths.last() += widths.last() == 0 ? 1 : x - last;
+            last = x;
+        }
+    }
+    return widths;
+}
+
+TEST_F(CalendarWindowTest, TheNumbersOfTheHoursStandApart)
+{
+    QWidget &hours = part("calendarHours");
+    const QFontMetrics letters = hours.fontMetrics();
+    for (const int width : {800, 500, 350, 242, 150}) {
+        hours.resize(width, hours.height());
+        const QImage all = hours.grab().toImage();
+        const QList<int> widths = widthsOfInk(
+            all.copy(0, all.height() - letters.height(), all.width(), letters.height()));
+        EXPECT_GE(widths.size(), 2) << width;
+        for (const int number : widths) {
+            EXPECT_LE(number, letters.horizontalAdvance(QStringLiteral("00"))) << width;
+        }
+    }
+}
+
 TEST_F(CalendarWindowTest, ShiftChoosesSeveralDays)
 {
     house_.house.putImage({0, 0}, QStringLiteral("20060310_1200000101.jpg"));

@@ -132,13 +132,19 @@ void HealthWindow::present()
     showChoices();
     showRoom();
     if (!ui_->healthTable->currentIndex().isValid()) {
-        ui_->healthTable->selectRow(0);
+        chooseFirst();
     }
     showNever();
     widenToTitles();
     placeFirst();
     bringToFront(*this);
     ui_->healthTable->setFocus();
+}
+
+// The toolkit's own selectRow() selects nothing in a mirrored table that is not laid out yet.
+void HealthWindow::chooseFirst()
+{
+    ui_->healthTable->setCurrentIndex(shown_.index(0, HealthTable::Lamp));
 }
 
 // Titles are bold in some styles, and in large letters none of the usual widths would do.
@@ -251,7 +257,7 @@ void HealthWindow::sortByCursor()
 void HealthWindow::goToCamera()
 {
     if (!ui_->healthTable->currentIndex().isValid() && shown_.rowCount() > 0) {
-        ui_->healthTable->selectRow(0);
+        chooseFirst();
     }
     if (const auto camera = current()) {
         Q_EMIT cameraWanted(*camera);

@@ -59,6 +59,7 @@ private:
     void bindNumbers();
     void widenToTitles();
     void placeFirst();
+    void chooseFirst();
     void showChoices();
     void showRoom();
     void showNever();

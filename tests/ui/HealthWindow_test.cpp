@@ -427,6 +427,15 @@ TEST_F(HealthWindowTest, TheTipOfACellTellsWhatDoesNotFitIntoIt)
     QToolTip::hideText();
 }
 
+TEST_F(HealthWindowTest, ChoosesTheFirstRowInAMirroredWindowToo)
+{
+    window_.close();
+    table().setCurrentIndex({});
+    window_.setLayoutDirection(Qt::RightToLeft);
+    window_.present();
+    EXPECT_TRUE(table().selectionModel()->isRowSelected(0));
+}
+
 TEST_F(HealthWindowTest, EscapeClosesIt)
 {
     QTest::keyClick(&window_, Qt::Key_Escape);

@@ -160,15 +160,15 @@ void HealthWindow::widenToTitles()
 }
 
 // The upper right corner: the browser has its buttons at its foot. Where the user moves it, it
-// stays.
+// stays. A window that grew only when it is shown would be put there without its title bar.
 void HealthWindow::placeFirst()
 {
     if (std::exchange(isPlaced_, true)) {
         return;
     }
     const QRect room = screenRoom(*this);
-    resize(size().boundedTo(room.size()));
-    move(room.right() - width() + 1, room.top());
+    resize(size().boundedTo(room.size()).expandedTo(minimumSizeHint()));
+    move(std::max(room.left(), room.right() - width() + 1), room.top());
 }
 
 void HealthWindow::showChoices()

@@ -37,9 +37,9 @@ class WindowCase(unittest.TestCase):
         for number in range(3):
             (folder / f"20240102_10000{number}0203.png").write_bytes(plain(colour_of(number)))
 
-    def start(self):
+    def start(self, env=None):
         """The browser's window once it has its frame."""
-        self.program = self.house.start(env=self.desktop.environment())
+        self.program = self.house.start(env=self.desktop.environment() | (env or {}))
         browser = self.desktop.window(TITLE)
         if self.desktop.manager:
             until(lambda: self.desktop.frame(browser).top > 0, 10, "the frame")
@@ -393,6 +393,19 @@ class SmallScreenTest(WindowCase):
                 browser = self.start()
                 until(lambda: self.corner(browser) == (299, 22), 5, lambda: f"its place ({self.corner(browser)})")
                 self.expect_on_screen(browser, size)
+                self.doCleanups()
+
+    def test_a_window_wider_than_the_screen_keeps_its_title_bar(self):
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.begin(manager, "1024x768")
+                browser = self.start({"QT_SCALE_FACTOR": "2"})
+                self.wait_for_image()
+                self.give_keyboard(browser, "the images")
+                self.desktop.press("ctrl+h")
+                health = self.desktop.window("Health")
+                title = lambda: self.desktop.frame(health).top
+                until(lambda: 0 < title() <= self.desktop.place(health).y, 5, lambda: f"{self.desktop.place(health)}")
                 self.doCleanups()
 
 

@@ -1,6 +1,7 @@
 #include "ui/CornerControls.h"
 
 #include <QFontMetrics>
+#include <QLabel>
 #include <QLayout>
 #include <QWidget>
 
@@ -10,9 +11,30 @@
 namespace velmora {
 namespace {
 
+// Pixels at the designed size.
+constexpr int kNameRoom = 166;
+constexpr int kLineRoom = 16;
+constexpr int kWrappedLines = 2;
+
 int scaled(int pixels, double scale)
 {
     return pixels >= QWIDGETSIZE_MAX ? pixels : static_cast<int>(std::floor(pixels * scale));
+}
+
+// How far the user's letters have to shrink in the corner as it was designed: an image's name is
+// seen whole, and all lines stand below each other.
+double fittingIn(const QFont &font)
+{
+    const QFontMetrics letters(font);
+    const int name = letters.horizontalAdvance(QStringLiteral("00000000_0000000000.jpg"));
+    return std::min({1.0, static_cast<double>(kNameRoom) / name,
+                     static_cast<double>(kLineRoom) / letters.height()});
+}
+
+int linesOf(const QWidget &box)
+{
+    const auto *const label = qobject_cast<const QLabel *>(&box);
+    return label != nullptr && label->wordWrap() ? kWrappedLines : 1;
 }
 
 } // namespace
@@ -37,26 +59,28 @@ CornerControls::CornerControls(QWidget &controls)
 // A box may be lower than its frame would like, but not than its text.
 void CornerControls::fit(double scale)
 {
-    const double wanted = std::min(1.0, scale);
-    if (wanted == scale_) {
+    const double space = std::min(1.0, scale);
+    const double letters = std::min(1.0, scale * fittingIn(font_));
+    if (space == scale_ && letters == letters_) {
         return;
     }
-    scale_ = wanted;
+    scale_ = space;
+    letters_ = letters;
     QFont font = font_;
-    font.setPointSizeF(font_.pointSizeF() * scale_);
+    font.setPointSizeF(font_.pointSizeF() * letters_);
     controls_.setFont(font);
-    const int letters = QFontMetrics(font).height();
+    const bool shrinks = scale_ < 1 || letters_ < 1;
+    const int line = QFontMetrics(font).height();
     for (const Box &box : boxes_) {
-        const bool shrinks = scale_ < 1;
         box.widget->setMinimumWidth(scaled(box.smallest.width(), scale_));
-        box.widget->setMinimumHeight(shrinks ? letters : box.smallest.height());
+        box.widget->setMinimumHeight(shrinks ? line * linesOf(*box.widget) : box.smallest.height());
         box.widget->setMaximumWidth(scaled(box.largest.width(), scale_));
     }
-    for (const Line &line : lines_) {
-        line.layout->setSpacing(scaled(line.spacing, scale_));
-        line.layout->setContentsMargins(
-            scaled(line.margins.left(), scale_), scaled(line.margins.top(), scale_),
-            scaled(line.margins.right(), scale_), scaled(line.margins.bottom(), scale_));
+    for (const Line &row : lines_) {
+        row.layout->setSpacing(scaled(row.spacing, scale_));
+        row.layout->setContentsMargins(
+            scaled(row.margins.left(), scale_), scaled(row.margins.top(), scale_),
+            scaled(row.margins.right(), scale_), scaled(row.margins.bottom(), scale_));
     }
 }
 

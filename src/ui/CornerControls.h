@@ -14,7 +14,8 @@ namespace velmora {
 
 /// Where the sheet is smaller than designed, the fonts of its controls and the space around them
 /// shrink in proportion, so that all of them stay in the corner. They do not grow beyond their
-/// usual size, for which there is room enough.
+/// usual size, for which there is room enough. Letters that are too large for the corner as it was
+/// designed are made smaller, unless the sheet is large enough for them.
 class CornerControls : public QObject
 {
     Q_OBJECT
@@ -45,7 +46,8 @@ private:
     QFont font_;
     QList<Box> boxes_;
     QList<Line> lines_;
-    double scale_ = 1;
+    double scale_ = 1;   // of the space around the controls
+    double letters_ = 1; // of their fonts
 };
 
 } // namespace velmora

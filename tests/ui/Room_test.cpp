@@ -3,12 +3,14 @@
 #include "WindowHouse.h"
 #include "support/LoopbackCameraAnswers.h"
 #include "ui/CameraSheet.h"
+#include "ui/ContactSheet.h"
 #include "ui/ListBoxes.h"
 #include "view/CameraTrial.h"
 
 #include <QApplication>
 #include <QHelpEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolTip>
 
@@ -47,6 +49,61 @@ QString tipAt(QWidget &widget, QPoint place)
     QString tip = QToolTip::text();
     QToolTip::hideText();
     return tip;
+}
+
+class LargeLettersTest : public testing::Test
+{
+    LargeLetters letters_;
+};
+
+class LargeBrowser : public LargeLettersTest
+{
+protected:
+    LargeBrowser() { house_.openOn(3); }
+
+    ContactSheet &sheet() { return house_.find<ContactSheet>(QStringLiteral("contactSheet")); }
+
+    void resizeSheet(QSize size)
+    {
+        house_.window.resize(house_.window.size() + size - sheet().size());
+        house_.settle();
+    }
+
+    BrowserWindowHouse house_;
+};
+
+TEST_F(LargeBrowser, ShowsTheNamesOfImagesWhole)
+{
+    for (const int side : {720, 500, 1100, 432}) {
+        resizeSheet({side, side});
+        auto &list = house_.find<FileView>(QStringLiteral("LstDir"));
+        if (side >= 720) {
+            EXPECT_LE(list.sizeHintForColumn(0), list.viewport()->width()) << side;
+        }
+        for (const char *const name : {"lstGroupe", "lstCam"}) {
+            auto &choices = house_.find<ChoiceList>(QString::fromLatin1(name));
+            EXPECT_EQ(choices.verticalScrollBar()->maximum(), 0) << side << name;
+        }
+    }
+}
+
+TEST_F(LargeBrowser, ShowsTheWholeForecastOfTheDisk)
+{
+    auto &room = house_.find<QLabel>(QStringLiteral("diskRoom"));
+    house_.window.showRoom(QStringLiteral("66.66 GiB free, full in 88 days at this rate"));
+    for (const int side : {720, 500, 1100, 432}) {
+        resizeSheet({side, side});
+        EXPECT_LE(room.heightForWidth(room.width()), room.height()) << side;
+    }
+}
+
+TEST_F(LargeBrowser, HasTheUsersLettersWhereThereIsRoom)
+{
+    auto &controls = house_.find<QWidget>(QStringLiteral("controls"));
+    resizeSheet({720, 720});
+    EXPECT_LT(controls.font().pointSizeF(), kLarge);
+    resizeSheet({1600, 1600});
+    EXPECT_EQ(controls.font().pointSizeF(), kLarge);
 }
 
 class SheetRoom : public testing::Test

@@ -15,6 +15,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -22,6 +23,7 @@ namespace velmora {
 namespace {
 
 constexpr int kEvenCells = 12; // a side of this many pixels times n gives cells of equal size
+constexpr int kFlatFrame = 3;  // pixels beyond the letters of a button at the foot
 
 std::unique_ptr<Ui::planche> setUp(planche &window)
 {
@@ -100,6 +102,10 @@ void planche::bindModes()
 
 void planche::bindButtons()
 {
+    for (QToolButton *const flat : {ui_->bKeep, ui_->bCalendar, ui_->bHealth}) {
+        const int needed = flat->fontMetrics().height() + kFlatFrame;
+        flat->setMaximumHeight(std::max(flat->maximumHeight(), needed));
+    }
     connect(ui_->bFilm, &QAbstractButton::pressed, &uses_.browser, &ImageBrowser::toggleFilm);
     connect(ui_->CmdAlarm, &QAbstractButton::clicked, this, &planche::alarmWanted);
     connect(ui_->bKeep, &QAbstractButton::clicked, this, &planche::keepWanted);

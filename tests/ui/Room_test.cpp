@@ -106,6 +106,14 @@ TEST_F(LargeBrowser, HasTheUsersLettersWhereThereIsRoom)
     EXPECT_EQ(controls.font().pointSizeF(), kLarge);
 }
 
+TEST_F(LargeBrowser, ItsButtonsAtTheFootAreAsHighAsTheirLetters)
+{
+    for (const char *const name : {"bKeep", "bCalendar", "bHealth"}) {
+        auto &button = house_.find<QAbstractButton>(QString::fromLatin1(name));
+        EXPECT_GE(button.height(), button.fontMetrics().height()) << name;
+    }
+}
+
 class SheetRoom : public testing::Test
 {
 protected:

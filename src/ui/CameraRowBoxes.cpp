@@ -14,6 +14,12 @@
 #include <utility>
 
 namespace velmora {
+namespace {
+
+constexpr int kLeastLetters =
+    15; // of an address: the window fits on small screens in large letters
+
+} // namespace
 
 CameraRowBoxes::CameraRowBoxes(int row, QGridLayout &grid, CameraPage &page)
     : QObject(grid.parentWidget())
@@ -53,7 +59,7 @@ void CameraRowBoxes::place(QGridLayout &grid)
     n->setMinimumWidth(n->fontMetrics().averageCharWidth() * 3);
     n->setForegroundRole(QPalette::Link);
     EffM->setText(QStringLiteral("EffM"));
-    Source->setMinimumWidth(Source->fontMetrics().averageCharWidth() * 45);
+    Source->setMinimumWidth(Source->fontMetrics().averageCharWidth() * kLeastLetters);
     for (QLabel *const counter : {TimeLoad, lNew}) {
         counter->setAlignment(Qt::AlignCenter);
         holdSize(*counter, QStringLiteral("000000"));

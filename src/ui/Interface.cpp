@@ -25,6 +25,7 @@ namespace velmora {
 namespace {
 
 constexpr int kStartWidth = 980;
+constexpr int kMoreLetters = 30; // of an address, beyond those that are seen in the smallest window
 
 } // namespace
 
@@ -44,7 +45,8 @@ Interface::Interface(const Uses &uses)
     bindLive(uses_.view.liveView());
     bindStatus();
     ui_->Selecteur->setFocus(); // with the focus in the storage box, nothing would be captured
-    resizeOnScreen(*this, {kStartWidth, sizeHint().height()});
+    const int roomy = minimumSizeHint().width() + kMoreLetters * fontMetrics().averageCharWidth();
+    resizeOnScreen(*this, {std::max(kStartWidth, roomy), sizeHint().height()});
 }
 
 Interface::~Interface()

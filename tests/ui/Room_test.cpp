@@ -114,6 +114,13 @@ TEST_F(LargeBrowser, ItsButtonsAtTheFootAreAsHighAsTheirLetters)
     }
 }
 
+TEST_F(LargeLettersTest, TheMainWindowFitsOnAScreenOf1280Pixels)
+{
+    constexpr int kFrames = 16;
+    WindowHouse house;
+    EXPECT_LE(house.window.minimumSizeHint().width(), 1280 - kFrames);
+}
+
 class SheetRoom : public testing::Test
 {
 protected:

@@ -98,7 +98,7 @@ void HourBars::paintEvent(QPaintEvent *)
         const QRect place(left + 1, room - tall, right - left - 2, tall);
         painter.fillRect(place, heatColour(palette(), imagesOf(hour), most));
         const bool isChosen = hasFocus() && hour == hour_;
-        painter.setPen(palette().color(isChosen ? QPalette::Highlight : QPalette::Text));
+        painter.setPen(palette().color(QPalette::Text));
         if (hour % step == 0) {
             const int beside = (step - 1) * (right - left) / 2;
             painter.drawText(QRect(left - beside, room + 2, right - left + 2 * beside, text),

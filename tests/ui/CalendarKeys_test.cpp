@@ -123,6 +123,33 @@ TEST_F(CalendarKeys, TheHourThatTheKeysMeanIsFramed)
     EXPECT_NE(with, without);
 }
 
+// Its frame, in colours of a dark desktop, where the highlight is dark too.
+TEST_F(CalendarKeys, TheFramedHourIsSeenOnADarkGround)
+{
+    constexpr int kHour = 12;
+    QWidget &hours = part("calendarHours");
+    QPalette dark = hours.palette();
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, QColor(238, 238, 236));
+    dark.setColor(QPalette::Highlight, QColor(21, 83, 158));
+    hours.setPalette(dark);
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    hours.setFocus();
+    QImage shown(hours.size(), QImage::Format_RGB32);
+    hours.render(&shown);
+    const int left = kHour * hours.width() / 24;
+    EXPECT_GT(qGray(shown.pixel(left, 10)), 120);
+    int brightest = 0;
+    for (int x = left + 2; x < left + hours.width() / 24 - 2; ++x) {
+        for (int y = hours.height() - hours.fontMetrics().height() + 2; y < hours.height() - 2;
+             ++y) {
+            brightest = std::max(brightest, qGray(shown.pixel(x, y)));
+        }
+    }
+    EXPECT_GT(brightest, 120);
+}
+
 TEST_F(CalendarKeys, NothingHappensWithoutImages)
 {
     house_.browser.chooseCamera(5);

@@ -6,6 +6,7 @@
 #include "cameras/Credentials.h"
 #include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
+#include "ui/ToolTips.h"
 #include "ui/WindowKeys.h"
 #include "ui_CameraListWindow.h"
 
@@ -17,6 +18,10 @@ namespace velmora {
 namespace {
 
 constexpr QSize kStartSize{760, 560};
+constexpr int kRowColumn = 0;
+constexpr int kNameColumn = 1;
+constexpr int kAddressColumn = 2;
+constexpr int kRemarkColumn = 3;
 constexpr int kMostShown = 200; // of a list whose rest would be refused anyway
 
 } // namespace
@@ -29,6 +34,7 @@ CameraListWindow::CameraListWindow(const SettingsFile &settings)
     ui_->setupUi(this);
     ui_->listPreview->horizontalHeader()->setStretchLastSection(true);
     ui_->listPreview->verticalHeader()->hide();
+    ui_->listPreview->setItemDelegate(new ElidedTips(ui_->listPreview));
     resizeOnScreen(*this, kStartSize);
     connect(ui_->listText, &QPlainTextEdit::textChanged, this,
             [this] { read(ui_->listText->toPlainText().toUtf8()); });
@@ -74,8 +80,21 @@ void CameraListWindow::showPlan()
         showLine(line, cameras[static_cast<std::size_t>(line)]);
     }
     ui_->listPreview->resizeColumnsToContents();
+    keepRemarksInSight();
     ui_->listMessage->setText(edit_.summary());
     showStore(edit_.mayStore());
+}
+
+// They say what is wrong, and are the last column.
+void CameraListWindow::keepRemarksInSight()
+{
+    QTableWidget &table = *ui_->listPreview;
+    const QAbstractItemView &view = table; // whose sizes are public
+    const int room = table.viewport()->width() - table.columnWidth(kRowColumn);
+    const int remarks = std::min(view.sizeHintForColumn(kRemarkColumn), room / 3);
+    table.setColumnWidth(kNameColumn, std::min(table.columnWidth(kNameColumn), room / 4));
+    const int left = room - remarks - table.columnWidth(kNameColumn);
+    table.setColumnWidth(kAddressColumn, std::min(table.columnWidth(kAddressColumn), left));
 }
 
 // A button that is disabled gives the focus to the next one, which closes the window.

@@ -49,6 +49,7 @@ protected:
 
 private:
     void showPlan();
+    void keepRemarksInSight();
     void showStore(bool mayStore);
     void showLine(int line, const PlannedCamera &planned);
     void read(const QByteArray &bytes);

@@ -5,10 +5,13 @@
 #include "support/FileSizeLimit.h"
 #include "support/RefusedCalls.h"
 
+#include <QApplication>
 #include <QFileDialog>
+#include <QHelpEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -58,6 +61,20 @@ TEST_F(CameraListWindowTest, ShowsWhatWouldGoWhereBeforeItStores)
     QTest::mouseClick(&store_, Qt::LeftButton);
     EXPECT_EQ(settings_.read(u"Liste3", u"lst7"), QStringLiteral("http://u:p@a/"));
     EXPECT_EQ(settings_.read(u"Liste0", u"lst0"), QStringLiteral("http://b/"));
+}
+
+TEST_F(CameraListWindowTest, KeepsTheRemarksInSightBesideALongNameAndAddress)
+{
+    const QString address = QStringLiteral("http://cam/") + QString(200, u'x');
+    paste(QStringLiteral("name,address,group,row\n%1,%2,77,0\n").arg(QString(60, u'N'), address));
+    const int middle = preview_.columnViewportPosition(3) + preview_.columnWidth(3) / 2;
+    EXPECT_LT(middle, preview_.viewport()->width());
+    EXPECT_NE(cell(0, 3), QString());
+    const QPoint place = preview_.visualRect(preview_.model()->index(0, 2)).center();
+    QHelpEvent help(QEvent::ToolTip, place, preview_.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(preview_.viewport(), &help);
+    EXPECT_EQ(QToolTip::text(), address);
+    QToolTip::hideText();
 }
 
 TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShows)

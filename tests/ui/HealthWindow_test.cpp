@@ -436,6 +436,18 @@ TEST_F(HealthWindowTest, ChoosesTheFirstRowInAMirroredWindowToo)
     EXPECT_TRUE(table().selectionModel()->isRowSelected(0));
 }
 
+TEST_F(HealthWindowTest, TheTabKeyGoesDownOneColumnOfChoicesAndThenTheOther)
+{
+    QStringList visited;
+    for (int i = 0; i < 9; ++i) {
+        visited.append(window_.focusWidget()->objectName());
+        QTest::keyClick(window_.focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(visited.join(u' '),
+              QStringLiteral("healthTable healthNotices healthMail healthNever healthLateTimes "
+                             "healthDelete healthStop healthLimit healthFilter"));
+}
+
 TEST_F(HealthWindowTest, EscapeClosesIt)
 {
     QTest::keyClick(&window_, Qt::Key_Escape);

@@ -36,4 +36,13 @@ namespace velmora {
     return mixedColour(palette.color(QPalette::Base), palette.color(QPalette::Text), kStrength);
 }
 
+/// Of the outline of what has the keyboard focus: darker than the palette's highlight on a light
+/// ground and lighter on a dark one, where the highlight is nearly as dark.
+[[nodiscard]] inline QColor focusColour(const QPalette &palette)
+{
+    constexpr double kTowardsText = 0.35;
+    return mixedColour(palette.color(QPalette::Highlight), palette.color(QPalette::Text),
+                       kTowardsText);
+}
+
 } // namespace velmora

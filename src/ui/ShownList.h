@@ -2,9 +2,12 @@
 // which row the user means, and the owner of the selection decides what is selected then.
 #pragma once
 
+#include "ui/HeatColour.h"
+
 #include <QApplication>
 #include <QListView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <utility>
@@ -13,7 +16,8 @@ namespace velmora {
 
 /// A row is chosen by a plain click of the left button, pressed and released on it, by a key that
 /// moves the selection, or by a screen reader. Nothing else moves the highlight: no other button,
-/// no Ctrl, no dragging, no click below the rows, no gaining of the focus.
+/// no Ctrl, no dragging, no click below the rows, no gaining of the focus. The list that has the
+/// focus is outlined.
 template <typename View>
 class ShownList : public View
 {
@@ -114,6 +118,25 @@ protected:
     {
         View::focusInEvent(event);
         showRow(shown_);
+        View::update();
+    }
+
+    void focusOutEvent(QFocusEvent *event) override
+    {
+        View::focusOutEvent(event);
+        View::update();
+    }
+
+    // The toolkit shows the focus in rows that are not selected only.
+    bool event(QEvent *event) override
+    {
+        const bool isDone = View::event(event);
+        if (event->type() == QEvent::Paint && View::hasFocus()) {
+            QPainter painter(this);
+            painter.setPen(focusColour(View::palette()));
+            painter.drawRect(View::rect().adjusted(0, 0, -1, -1));
+        }
+        return isDone;
     }
 
     // Later, when whatever moves both the selection and the current row has moved both.

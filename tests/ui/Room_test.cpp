@@ -177,6 +177,33 @@ TEST_F(SheetRoom, KeepsItsBoxesTogetherWhenItIsMaximised)
     EXPECT_LT(part("sheetResult").y(), usual + 120);
 }
 
+TEST(ListWithTheKeyboard, IsOutlinedOnALightGroundAndOnADarkOne)
+{
+    BrowserWindowHouse house;
+    house.openOn(3);
+    house.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house.window));
+    const QPalette light = QApplication::palette();
+    QPalette dark = light;
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, QColor(238, 238, 236));
+    dark.setColor(QPalette::Highlight, QColor(21, 83, 158));
+    for (const QPalette &palette : {light, dark}) {
+        for (const char *const name : {"lstGroupe", "lstCam", "LstDir"}) {
+            auto &list = house.find<QListView>(QString::fromLatin1(name));
+            list.setPalette(palette);
+            list.setFocus(Qt::TabFocusReason);
+            ASSERT_TRUE(list.hasFocus());
+            const auto edge = [&list] { return list.grab().toImage().pixelColor(0, 60); };
+            const QColor with = edge();
+            house.find<QWidget>(QStringLiteral("bFilm")).setFocus();
+            EXPECT_NE(with, edge()) << name;
+            const int ground = qGray(palette.color(QPalette::Base).rgb());
+            EXPECT_GT(std::abs(qGray(with.rgb()) - ground), 90) << name;
+        }
+    }
+}
+
 TEST(LongText, IsInTheTipOfAListThatElidesIt)
 {
     BrowserWindowHouse house;

@@ -10,6 +10,7 @@
 #include "ui/WindowKeys.h"
 #include "ui_frmImport.h"
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QMessageBox>
@@ -23,6 +24,7 @@ namespace {
 
 constexpr QSize kStartSize{940, 620};
 constexpr int kChoices = 10;
+constexpr int kFilterLetters = 12;
 constexpr int kSourcePlace = 0;
 constexpr int kTargetPlace = 1;
 
@@ -38,6 +40,8 @@ frmImport::frmImport(Import &import, PictureLoader &loader)
     resizeOnScreen(*this, kStartSize);
     holdSize(*ui_->NbF, QStringLiteral(" 000000"));
     holdSize(*ui_->ctr, QStringLiteral("000000"));
+    ui_->Drive1->view()->setItemDelegate(new ElidedTips(ui_->Drive1));
+    ui_->Filtre->setMinimumWidth(kFilterLetters * fontMetrics().averageCharWidth());
     ui_->iSource->setEmptyText(tr("no file"));
     ui_->iTarget->setEmptyText(tr("no stored image"));
     bindSource();

@@ -59,6 +59,22 @@ TEST_F(ImportReach, EveryControlIsWhatItsNameSays)
     EXPECT_EQ(house_.window.objectName(), QStringLiteral("frmImport"));
 }
 
+// The box takes its size from the drives that it has when it is shown first.
+TEST(ImportWindowSize, DoesNotGrowWithTheNamesOfMountPoints)
+{
+    ImportHouse house;
+    house.find<QComboBox>("Drive1").addItem(QStringLiteral("\\media\\") + QString(200, u'x'));
+    EXPECT_LT(house.window.minimumSizeHint().width(), 800);
+}
+
+TEST_F(ImportReach, APatternIsSeenInTheSmallestWindow)
+{
+    house_.window.resize(house_.window.minimumSizeHint());
+    house_.settle();
+    const auto &filter = house_.find<QLineEdit>("Filtre");
+    EXPECT_GT(filter.width(), filter.fontMetrics().horizontalAdvance(QStringLiteral("2006*.jpg ")));
+}
+
 TEST_F(ImportReach, GroupsAndCamerasAreTheTenDigits)
 {
     for (const char *const name : {"Cam", "Lien"}) {

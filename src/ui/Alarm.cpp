@@ -2,6 +2,7 @@
 #include "ui/Alarm.h"
 
 #include "ui/LentFocus.h"
+#include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui/WindowKeys.h"
 #include "ui_Alarm.h"
@@ -16,6 +17,7 @@ Alarm::Alarm(MotionAlarm &alarm, AlarmMail &mail)
     , ui_(std::make_unique<Ui::Alarm>())
 {
     ui_->setupUi(this);
+    resizeOnScreen(*this, size());
     ui_->iVide->setEmptyText(tr("Click to scan"));
     bindScan();
     bindMail();

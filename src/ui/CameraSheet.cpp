@@ -2,6 +2,7 @@
 
 #include "admin/Refusals.h"
 #include "pictures/TimelyPicture.h"
+#include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui/WheelFocus.h"
 #include "ui/WindowKeys.h"
@@ -9,9 +10,12 @@
 
 #include <QCloseEvent>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
+constexpr int kStartWidth = 780;
 constexpr QSize kMostShown{1280, 960};
 constexpr int kUsualPercent = 5; // until another is chosen
 
@@ -56,6 +60,7 @@ CameraSheet::CameraSheet(const SettingsFile &settings, CameraTrial &trial)
     , ui_(std::make_unique<Ui::CameraSheet>())
 {
     ui_->setupUi(this);
+    resizeOnScreen(*this, {std::max(kStartWidth, sizeHint().width()), sizeHint().height()});
     turnBoxesOnlyWithFocus(*this);
     ui_->sheetName->setMaxLength(kMaxNameLength);
     connect(ui_->sheetKeep, &QComboBox::currentIndexChanged, this, &CameraSheet::showPercent);

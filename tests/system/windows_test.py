@@ -408,6 +408,21 @@ class SmallScreenTest(WindowCase):
                 until(lambda: 0 < title() <= self.desktop.place(health).y, 5, lambda: f"{self.desktop.place(health)}")
                 self.doCleanups()
 
+    def test_alarm_and_sheet_open_no_larger_than_the_screen(self):
+        size = "1280x1024"
+        self.begin("openbox", size)
+        browser = self.start({"QT_SCALE_FACTOR": "2"})
+        self.wait_for_image()
+        self.give_keyboard(browser, "the images")
+        self.desktop.press("alt+m")
+        alarm = self.desktop.window("Alarm")
+        self.expect_on_screen(alarm, size)
+        self.give_keyboard(browser, "the images again")
+        self.desktop.press("alt+s")
+        self.wait_for_keyboard(self.desktop.window(MAIN, MAIN_WIDTH), "the main window")
+        self.desktop.press("Tab", "Tab", "Tab", "F4")
+        self.expect_on_screen(self.desktop.window("Camera 0:0"), size)
+
 
 if __name__ == "__main__":
     house.main()

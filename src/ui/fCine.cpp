@@ -26,6 +26,7 @@ constexpr Qt::WindowFlags kKind =
     Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
 constexpr int kFastBelowMs = 100; // then painting must not take longer than decoding
 constexpr QSize kStartSize{660, 606};
+constexpr int kDayDigits = 11; // wide enough for 2006-03-07 in large letters
 
 } // namespace
 
@@ -77,6 +78,8 @@ void fCine::bindControls()
     connect(ui_->iCine, &PictureView::clicked, &film_, &Slideshow::iCine_Click);
     connect(ui_->iCine, &PictureView::resized, this, &fCine::showPicture);
     for (QLineEdit *const box : {ui_->tDebut, ui_->tFin}) {
+        const int day = kDayDigits * box->fontMetrics().horizontalAdvance(u'0');
+        box->setMaximumWidth(std::max(box->maximumWidth(), day));
         connect(box, &QLineEdit::returnPressed, this, [this, box] {
             box->setModified(false); // it is not being typed any more
             film_.find(box->text());

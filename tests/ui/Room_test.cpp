@@ -114,6 +114,16 @@ TEST_F(LargeBrowser, ItsButtonsAtTheFootAreAsHighAsTheirLetters)
     }
 }
 
+TEST_F(LargeBrowser, ItsFilmShowsTheDaysWhole)
+{
+    house_.filmWindow.show();
+    for (const char *const name : {"tDebut", "tFin"}) {
+        const auto &box = house_.find<QLineEdit>(QString::fromLatin1(name));
+        EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(QStringLiteral("20060307")) + 8)
+            << name;
+    }
+}
+
 TEST_F(LargeLettersTest, TheMainWindowFitsOnAScreenOf1280Pixels)
 {
     constexpr int kFrames = 16;

@@ -31,6 +31,21 @@ TEST_F(FilmKeepTest, BeginsWithAllImages)
     EXPECT_FALSE(find<QPushButton>("filmOpen").isEnabled());
 }
 
+// A letter at the end of its picture would be cut off there.
+TEST_F(FilmKeepTest, ShowsTheNamesOfItsBoxesWhole)
+{
+    for (QLabel *const label : window_.findChildren<QLabel *>()) {
+        if (label->buddy() != nullptr) {
+            const QImage shown = label->grab().toImage();
+            const QRgb ground = shown.pixel(shown.width() - 1, 0);
+            for (int y = 0; y < shown.height(); ++y) {
+                EXPECT_EQ(shown.pixel(shown.width() - 1, y), ground)
+                    << label->text().toStdString() << ' ' << y;
+            }
+        }
+    }
+}
+
 TEST_F(FilmKeepTest, TheWheelChangesNothingThatHasNotTheFocus)
 {
     find<QWidget>("filmFrom").setFocus();

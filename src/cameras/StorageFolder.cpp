@@ -165,6 +165,22 @@ void StorageFolder::store()
     lastSeen_ = asStored(settings.snapshot());
 }
 
+// What the program stores by itself: what another has stored and not told yet stays for
+// adoptStored(), or for the next start. Looked at and stored as one step, which no command comes
+// between.
+void StorageFolder::storeOverKnown()
+{
+    QString seen = lastSeen_;
+    const SettingsChange change = table_.settings().change([&](SettingsDraft &draft) {
+        if (asStored(draft.snapshot()) == lastSeen_) {
+            keys::kStRep.write(draft, isStorable(text_) ? text_ : inForce_);
+            keys::kStorageBefore.remove(draft);
+            seen = asStored(draft.snapshot());
+        }
+    });
+    lastSeen_ = change == SettingsChange::Made ? seen : lastSeen_;
+}
+
 void StorageFolder::load()
 {
     const SettingsSnapshot settings = table_.settings().snapshot();
@@ -172,7 +188,7 @@ void StorageFolder::load()
     setText(storedText(settings));
     takeText();
     if (text_ != keys::kStRep.read(settings)) {
-        store();
+        storeOverKnown();
     }
 }
 
@@ -248,7 +264,7 @@ void StorageFolder::takeStoredElsewhere()
     if (const auto stored = std::exchange(storedElsewhere_, std::nullopt)) {
         text_ = text_ == inForce_ ? *stored : text_;
         if (text_ != storedStorage(table_.settings().snapshot())) {
-            store();
+            storeOverKnown();
         }
     }
 }
@@ -308,14 +324,10 @@ void StorageFolder::MakeDir_Click()
     store();
 }
 
-// What another program has stored and not told yet stays for adoptStored(), or for the next start.
 void StorageFolder::makeMissing()
 {
-    const bool isNamedElsewhere = asStored(table_.settings().snapshot()) != lastSeen_;
     makeFolders();
-    if (!isNamedElsewhere) {
-        store();
-    }
+    storeOverKnown();
 }
 
 void StorageFolder::makeFolders()

@@ -202,6 +202,7 @@ private:
     void takeBackUnstorable();
     void takeText();
     void store();
+    void storeOverKnown();
     [[nodiscard]] QString madeText() const;
     [[nodiscard]] bool isThere(const QString &pathText) const;
     [[nodiscard]] bool mayHoldImages() const;

@@ -279,6 +279,31 @@ TEST_F(FolderInForce, StaysWhenTheSettingsCannotHoldWhatWasTyped)
     }
 }
 
+TEST_F(FolderInForce, IsTheOneNamedElsewhereThoughFoldersOfCamerasAreMadeMeanwhile)
+{
+    storage.putInForce();
+    const auto name = [this] {
+        EXPECT_EQ(settings.change([this](SettingsDraft &draft) { setStorage(draft, kOther); }),
+                  SettingsChange::Made);
+    };
+    QObject::connect(&storage, &StorageFolder::checked, &storage, name);
+    storage.makeMissing();
+    EXPECT_EQ(settings.read(u"Control", u"StRep"), kOther);
+    storage.adoptStored();
+    EXPECT_TRUE(isInForce(kOther));
+}
+
+TEST_F(FolderInForce, IsTheLastOneNamedElsewhereThoughItIsHeardOfOnceTheBoxIsLeft)
+{
+    nameElsewhere(kOther);
+    EXPECT_EQ(settings.change(
+                  [](SettingsDraft &draft) { setStorage(draft, QStringLiteral("C:\\third")); }),
+              SettingsChange::Made);
+    storage.putInForce();
+    storage.adoptStored();
+    EXPECT_TRUE(isInForce(QStringLiteral("C:\\third\\"))) << storage.inForce().toStdString();
+}
+
 TEST_F(FolderInForce, StaysWhenWhatIsToBeMadeCannotBeStored)
 {
     storage.edit(QStringLiteral("C:\\日本"));

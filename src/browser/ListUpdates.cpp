@@ -84,6 +84,7 @@ QCoro::Task<> ListUpdates::catchUp()
         co_await dropDeleted(data_.state.camera());
     } else {
         co_await lists_.followGroup();
+        showGroupPosition();
         selection_.announce();
     }
 }
@@ -115,6 +116,12 @@ bool ListUpdates::hasLostAny() const
     });
 }
 
+// The images of the selected camera are counted.
+void ListUpdates::showGroupPosition()
+{
+    selection_.showPosition(selection_.row() < 0 ? ShownPosition::None : ShownPosition::Count);
+}
+
 QCoro::Task<> ListUpdates::dropDeleted(CameraAddress camera)
 {
     const bool isOfList = isListed(camera) && isListed(data_.state.camera());
@@ -124,8 +131,7 @@ QCoro::Task<> ListUpdates::dropDeleted(CameraAddress camera)
         }
         if (isOfList) {
             co_await lists_.LitDir();
-            selection_.showPosition(selection_.row() < 0 ? ShownPosition::None
-                                                         : ShownPosition::Count);
+            showGroupPosition();
         }
     } else if (isOfList) {
         const FileList::Selected before = co_await lists_.listAgain();

@@ -46,6 +46,7 @@ public:
 
 private:
     QCoro::Task<> rebuild();
+    void showGroupPosition();
     [[nodiscard]] bool hasLostAny() const;
 
     const BrowserData &data_;

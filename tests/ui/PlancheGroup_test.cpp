@@ -190,5 +190,18 @@ TEST_F(PlancheGroup, TwoKeysInARowMoveByTwoRowsThoughAFolderIsStillRead)
     expectCamera(2, 2);
 }
 
+// Another program has given its row another address, and has not said so.
+TEST_F(PlancheGroup, TheImagesOfTheSelectedCameraAreCountedOnceTheFilmIsClosed)
+{
+    openGroup();
+    house_.click(QStringLiteral("bFilm"));
+    house_.settle();
+    house_.house.table.setUrl({0, 0}, cameraUrl({9, 0}));
+    house_.filmWindow.close();
+    house_.settle();
+    EXPECT_EQ(row(kRowsOfGroup), 0);
+    EXPECT_EQ(position(), QStringLiteral("0"));
+}
+
 } // namespace
 } // namespace velmora::test

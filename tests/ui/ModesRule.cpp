@@ -132,6 +132,9 @@ void ModesRule::closeFilm()
         film = Film::Closed;
         hideZoom();
         followGroup();
+        if (isGroup && row >= 0) {
+            position = QString::number(list.size());
+        }
     }
 }
 
@@ -271,7 +274,10 @@ void ModesRule::fill()
     row = -1;
     position.clear();
     for (int i = 0; i < kRows; ++i) {
-        newest.at(static_cast<std::size_t>(i)) = newestOf({camera.group, i});
+        const auto at = static_cast<std::size_t>(i);
+        const CameraAddress of{camera.group, i};
+        newest.at(at) = newestOf(of);
+        looked_.at(at) = address(of).isEmpty() ? QString() : folderOf(of);
     }
     followGroup();
     followZoom();

@@ -131,6 +131,44 @@ public:
     /// The window is closed, and loaded again.
     void reload(const QDateTime &now);
 
+    /// Another storage folder is in force, or the same is there again.
+    void moveTo(const QString &storage)
+    {
+        storage_ = storage;
+        refresh();
+    }
+
+    /// The camera's address, which may have been read already, is known to be another.
+    void hearAddress(CameraAddress of)
+    {
+        const QString &looked = looked_.at(static_cast<std::size_t>(of.row));
+        const bool isOther =
+            isGroup ? looked.isEmpty() || looked != folderOf(of) : listed_ != folderOf(of);
+        if (isOther && (isGroup ? of.group == camera.group : of == camera)) {
+            rebuildInPlace();
+        }
+    }
+
+    /// Images have got other names; the position stays.
+    void relist()
+    {
+        const int before = index;
+        show();
+        if (!list.isEmpty()) {
+            chooseImage(std::min(before, static_cast<int>(list.size()) - 1));
+        }
+    }
+
+    /// The program begins anew.
+    void restart(const QDateTime &now)
+    {
+        film = Film::Closed;
+        isCalendarOpen = false;
+        chosenDay.clear();
+        isTyped = false;
+        reload(now);
+    }
+
     // The image named, or another in its place, was deleted after a question.
     void deleted();
 
@@ -183,6 +221,9 @@ public:
 
     /// The framed cell; none is -1.
     [[nodiscard]] int frame() const;
+
+    /// The camera whose list it is.
+    [[nodiscard]] CameraAddress listed() const { return listOwner_; }
 
     /// The same folder is on show, in the same view.
     [[nodiscard]] bool isWhere(const ModesRule &other) const
@@ -365,7 +406,8 @@ private:
 
     QString storage_;
     QHash<int, QString> addresses_;
-    QString listed_; // folder
+    QString listed_;                    // folder
+    std::array<QString, kRows> looked_; // folders of the group's cameras
     CameraAddress listOwner_;
     QStringList storedSince_;
 };

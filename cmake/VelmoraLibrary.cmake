@@ -1,10 +1,12 @@
-# Libraries that a program loads when it needs them, so that it starts without what they need. It finds them by itself
-# (base/OwnLibrary).
+# The program's own libraries, which it loads when it needs them, so that it starts without what they depend on. It
+# looks for them itself (base/OwnLibrary).
 include(GNUInstallDirs)
-# Two levels deep: in packages whose libraries are in the folder of the system's, CPack has its cache renewed.
+# Two levels deep: for a package with libraries one level deep, CPack has the system's cache of libraries renewed, by a
+# script that runs when the package is installed.
 set(VELMORA_LIBRARY_FOLDER "${CMAKE_INSTALL_LIBDIR}/velmora/parts")
 option(VELMORA_REMEMBER_BUILD "Programs copied out of the build folder find their libraries there" ON)
-# Nothing of a library stands for what the program has under the same name.
+# The program and its libraries each have their own copy of the layers below. Hidden, the symbols of one are never
+# taken for those of another.
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 

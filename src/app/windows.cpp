@@ -14,8 +14,6 @@ namespace {
 
 using namespace velmora;
 
-constexpr int kFailedStatus = 1;
-
 int runWindows(int argc, char **argv, const RunRequest &request)
 {
     const QString missing = missingForWindows(argumentList(argc, argv));

@@ -4,62 +4,92 @@
 #include <QFileInfo>
 
 #include <dlfcn.h>
+#include <optional>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace velmora {
 namespace {
 
-const QString kProgram = QStringLiteral("/proc/self/exe");
+const char *const kProgram = "/proc/self/exe";
 
-// A copy of the program may stand in a folder whose neighbours anyone can make: what the system,
-// this user or the owner of the program has not put there is not run.
-bool isTrusted(const QFileInfo &file)
+QString folderOfProgram() noexcept
 {
-    return file.exists() && (file.ownerId() == 0 || file.ownerId() == ::geteuid() ||
-                             file.ownerId() == QFileInfo(kProgram).ownerId());
+    const QString program = QFile::symLinkTarget(QString::fromLatin1(kProgram));
+    return program.isEmpty() ? QString() : QFileInfo(program).path();
 }
 
-QByteArray pathOf(const QString &library)
+// Read at the start: of a program that has been replaced or removed since, the system tells
+// another place.
+const QString kProgramFolder = folderOfProgram();
+
+bool isTrusted(uid_t owner)
 {
-    const QString program = QFileInfo(kProgram).canonicalPath();
-    for (const QString &folder : libraryFolders(program)) {
-        const QString path = folder + u'/' + library;
-        if (isTrusted(QFileInfo(path))) {
-            return QFile::encodeName(path);
-        }
+    struct stat program = {};
+    return owner == 0 || owner == ::geteuid() ||
+           (::stat(kProgram, &program) == 0 && owner == program.st_uid);
+}
+
+// Of what a path leads to and, when it is a link, of the link: a stranger's could lead elsewhere a
+// moment later.
+bool isTrusted(const QByteArray &path, mode_t type)
+{
+    struct stat entry = {};
+    struct stat target = {};
+    return ::lstat(path.constData(), &entry) == 0 && ::stat(path.constData(), &target) == 0 &&
+           (target.st_mode & S_IFMT) == type && isTrusted(entry.st_uid) && isTrusted(target.st_uid);
+}
+
+// Throws NoLibrary.
+void *functionIn(const QByteArray &path, const char *function)
+{
+    void *const library = ::dlopen(path.constData(), RTLD_NOW);
+    void *const found = library != nullptr ? ::dlsym(library, function) : nullptr;
+    if (found == nullptr) {
+        const char *const fault = ::dlerror();
+        throw NoLibrary(fault != nullptr ? fault : path.constData());
     }
-    throw NoLibrary(QStringLiteral("%1 is neither in %2 nor where it is installed")
-                        .arg(library, program)
-                        .toLocal8Bit()
-                        .toStdString());
+    return found;
 }
 
 } // namespace
 
 QStringList libraryFolders(const QString &program)
 {
-    QStringList folders{
-        program,
-        program + QStringLiteral("/../lib"),
-        program + QStringLiteral("/../" VELMORA_LIBRARY_FOLDER),
-        QStringLiteral(VELMORA_INSTALLED_LIBRARIES),
-        QStringLiteral("/usr/lib/velmora/parts"),
-        QStringLiteral("/usr/local/lib/velmora/parts"),
-    };
+    QStringList folders;
+    if (!program.isEmpty()) {
+        folders.append(program);
+    }
+    // a copy may stand in a folder whose neighbours anyone can make
+    if (program.endsWith(QStringLiteral("/bin"))) {
+        folders.append(program + QStringLiteral("/../lib"));
+        folders.append(program + QStringLiteral("/../" VELMORA_LIBRARY_FOLDER));
+    }
     if constexpr (*VELMORA_BUILT_LIBRARIES != '\0') {
         folders.append(QStringLiteral(VELMORA_BUILT_LIBRARIES));
     }
+    folders.append(QStringLiteral(VELMORA_INSTALLED_LIBRARIES));
+    folders.append(QStringLiteral("/usr/lib/velmora/parts"));
     return folders;
 }
 
 void *libraryFunction(const QString &library, const char *function)
 {
-    void *const loaded = ::dlopen(pathOf(library).constData(), RTLD_NOW);
-    void *const found = loaded != nullptr ? ::dlsym(loaded, function) : nullptr;
-    if (found == nullptr) {
-        throw NoLibrary(::dlerror());
+    std::optional<NoLibrary> first;
+    for (const QString &place : libraryFolders(kProgramFolder)) {
+        const QByteArray folder = QFile::encodeName(place);
+        const QByteArray path = folder + '/' + QFile::encodeName(library);
+        if (isTrusted(folder, S_IFDIR) && isTrusted(path, S_IFREG)) {
+            try {
+                return functionIn(path, function);
+            } catch (const NoLibrary &fault) {
+                first = first.value_or(fault);
+            }
+        }
     }
-    return found;
+    throw first.value_or(
+        NoLibrary(library.toStdString() +
+                  " is neither beside the program nor where it was built or installed"));
 }
 
 } // namespace velmora

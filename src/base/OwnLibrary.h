@@ -8,19 +8,21 @@
 
 namespace velmora {
 
-/// There is no such library, or it lacks the function: what the system says about it.
+/// None can be loaded that has the function: what the system says about it.
 class NoLibrary : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Where libraries are looked for, the first place first: beside the program, where that folder's
-/// neighbours are built or installed, where a system keeps them, and where they were built. Native
-/// paths; program: the folder of the executable.
+/// Where libraries are looked for, the first place first: beside the program, where its folder's
+/// neighbours hold libraries, where it was built, and where it is installed. Native paths. program:
+/// the folder of the executable; empty when it is not known.
 [[nodiscard]] QStringList libraryFolders(const QString &program);
 
-/// The function of that name in the library, which is loaded. Throws NoLibrary.
+/// Loads the first library of that name that has the function, and returns the function. Left are
+/// those that belong to none of the system, this user and the owner of the program. Throws
+/// NoLibrary.
 [[nodiscard]] void *libraryFunction(const QString &library, const char *function);
 
 } // namespace velmora

@@ -9,6 +9,7 @@
 #include "capture/CameraUrl.h"
 #include "capture/HttpDate.h"
 #include "capture/ImageName.h"
+#include "capture/PictureLook.h"
 #include "capture/PictureRemark.h"
 
 #include <QScopeGuard>
@@ -215,7 +216,21 @@ QCoro::Task<> ImageStore::mark(Arrival *arrival)
     }
     const MarkKind kind = choice.keep == Keep::Clearly ? MarkKind::DigestAndLook : MarkKind::Digest;
     arrival->answer.mark = co_await markOf(&arrival->body, kind, &uses_.clock);
+    if (kind == MarkKind::DigestAndLook && arrival->answer.mark.look.isEmpty()) {
+        warnOfMissingLooks();
+    }
     arrival->settings = uses_.table.settings().snapshot(); // time has passed
+}
+
+// Otherwise more images would be kept than the user chose, and no one would know why.
+void ImageStore::warnOfMissingLooks()
+{
+    const QString fault = lookFault();
+    if (!fault.isEmpty()) {
+        uses_.problems.warn(
+            QStringLiteral("pictures other than JPEG are not compared by what they show: %1")
+                .arg(fault));
+    }
 }
 
 // A long picture goes to a folder on another disk in pieces, between which anything may change.

@@ -110,6 +110,7 @@ private:
     QCoro::Task<> load(QString url, QString folder, Arrival *arrival);
     void giveUp(const Arrival &arrival);
     QCoro::Task<> mark(Arrival *arrival);
+    void warnOfMissingLooks();
     QCoro::Task<> bringNear(Arrival *arrival, const HttpReply *reply);
     void announce(const QString &url, CameraAddress camera);
     void judge(Arrival &arrival, const HttpReply &reply) const;

@@ -78,23 +78,21 @@ void keep(void *user, int width, int height, std::size_t step, const unsigned ch
     }
 }
 
-// None without the library.
+// Throws NoLibrary.
 DecodeGreys greyDecoder()
 {
-    try {
-        return reinterpret_cast<DecodeGreys>(
-            libraryFunction(QLatin1String(kGreyLibrary), kDecodeGreys));
-    } catch (const NoLibrary &) {
-        return nullptr;
-    }
+    return reinterpret_cast<DecodeGreys>(
+        libraryFunction(QLatin1String(kGreyLibrary), kDecodeGreys));
 }
 
 Greys decoded(const QByteArray &bytes)
 {
-    static const DecodeGreys decode = greyDecoder();
     Greys greys;
-    if (decode != nullptr) {
+    try {
+        const DecodeGreys decode = greyDecoder();
         decode(bytes.constData(), static_cast<std::size_t>(bytes.size()), &keep, &greys);
+    } catch (const NoLibrary &) {
+        // lookFault() tells it
     }
     return greys;
 }
@@ -137,6 +135,16 @@ QCoro::Task<QByteArray> lookOf(QByteArray picture, Clock *clock)
         raster = co_await rasterOfOther(picture, clock);
     }
     co_return raster.isEmpty() ? QByteArray() : raster.text();
+}
+
+QString lookFault()
+{
+    try {
+        greyDecoder();
+    } catch (const NoLibrary &missing) {
+        return QString::fromLocal8Bit(missing.what());
+    }
+    return {};
 }
 
 } // namespace velmora

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
+#include <QString>
 
 namespace velmora {
 
@@ -14,5 +15,9 @@ namespace velmora {
 /// coefficients take more than 40 MiB, any other JPEG of more than 64 Mi pixels, any other picture
 /// of more than 2 Mi. Events run in between, except while a picture other than a JPEG is decoded.
 [[nodiscard]] QCoro::Task<QByteArray> lookOf(QByteArray picture, Clock *clock);
+
+/// Why no picture other than a JPEG has a look: the program's library that decodes them cannot be
+/// loaded. Empty when it can.
+[[nodiscard]] QString lookFault();
 
 } // namespace velmora

@@ -5,6 +5,9 @@
 
 namespace velmora {
 
+/// The exit status of a run that could not do what it was asked for.
+inline constexpr int kFailedStatus = 1;
+
 /// Gives the toolkit the program's name and version, which windows and the desktop show.
 void nameProgram();
 

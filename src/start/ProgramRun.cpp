@@ -14,8 +14,6 @@
 namespace velmora {
 namespace {
 
-constexpr int kFailedStatus = 1;
-
 int leaveToOther(Claim claim, pid_t holder)
 {
     const QString text =

@@ -23,7 +23,7 @@ namespace {
 using namespace velmora;
 
 constexpr int kUsageStatus = 2;
-constexpr int kFailedStatus = 1;
+const QString kHeadlessAdvice = QStringLiteral(" Use --capture to capture without windows.");
 
 class CaptureRun final : public ProgramRun
 {
@@ -62,16 +62,17 @@ struct Overloaded : Handlers...
     using Handlers::operator()...;
 };
 
-int runWithWindows(int argc, char **argv)
+// advice: what to do without the library.
+int runWithWindows(int argc, char **argv, const QString &advice = QString())
 {
     RunWithWindows run = nullptr;
     try {
         run = loadWindows();
     } catch (const NoLibrary &missing) {
-        return fail(QStringLiteral("the library of the windows cannot be loaded: %1. Use --capture "
-                                   "to capture without windows.")
-                        .arg(QString::fromLocal8Bit(missing.what())),
-                    kFailedStatus);
+        const QString fault = QString::fromLocal8Bit(missing.what());
+        return fail(
+            QStringLiteral("the library of the windows cannot be loaded: %1.%2").arg(fault, advice),
+            kFailedStatus);
     }
     return run(argc, argv);
 }
@@ -113,7 +114,7 @@ int main(int argc, char **argv)
     return std::visit(
         Overloaded{[&](const RunRequest &asked) {
                        return asked.headless ? CaptureRun(asked.passes).run(argc, argv, asked)
-                                             : runWithWindows(argc, argv);
+                                             : runWithWindows(argc, argv, kHeadlessAdvice);
                    },
                    [&](const FilmRequest &) { return runWithWindows(argc, argv); },
                    [&](const AdminRequest &asked) { return administerFolder(argc, argv, asked); },

@@ -2,6 +2,7 @@
 #include "base/OwnLibrary.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QScopeGuard>
 
@@ -42,10 +43,28 @@ TEST(OwnLibrary, IsLookedForBesideTheProgramFirst)
     EXPECT_TRUE(folders.contains(QStringLiteral("/usr/lib/velmora/parts")));
 }
 
+// Neighbours of a copy in a folder of all users may be anyone's.
+TEST(OwnLibrary, IsLookedForInNeighboursOfAFolderOfProgramsOnly)
+{
+    const QStringList folders = libraryFolders(QStringLiteral("/tmp/cams"));
+    EXPECT_EQ(folders.value(0), QStringLiteral("/tmp/cams"));
+    EXPECT_TRUE(folders.filter(QStringLiteral("..")).isEmpty());
+}
+
+// Otherwise the current folder would be one of them.
+TEST(OwnLibrary, IsLookedForInFixedFoldersWhenThatOfTheProgramIsNotKnown)
+{
+    const QStringList folders = libraryFolders(QString());
+    EXPECT_FALSE(folders.isEmpty());
+    for (const QString &folder : folders) {
+        EXPECT_TRUE(folder.startsWith(u'/')) << folder.toStdString();
+    }
+}
+
 TEST(OwnLibrary, SaysWhichLibraryIsMissing)
 {
     EXPECT_TRUE(faultOf(QStringLiteral("libvelmora-none.so"), kFunction)
-                    .startsWith(QStringLiteral("libvelmora-none.so is neither in ")));
+                    .startsWith(QStringLiteral("libvelmora-none.so is neither ")));
 }
 
 TEST(OwnLibrary, SaysWhichFunctionIsMissing)
@@ -53,22 +72,56 @@ TEST(OwnLibrary, SaysWhichFunctionIsMissing)
     EXPECT_TRUE(faultOf(kLibrary, "velmoraNone").contains(QStringLiteral("velmoraNone")));
 }
 
-// A program that was copied into a folder next to those of others finds theirs there.
-TEST(OwnLibrary, OfAStrangerIsNotRun)
+class LibraryBeside : public testing::Test
 {
-    const QString name = QStringLiteral("libvelmora-strange.so");
-    const QString folder = QCoreApplication::applicationDirPath();
-    const QString strange = folder + u'/' + name;
-    const auto remove = qScopeGuard([&strange] { QFile::remove(strange); });
-    ASSERT_TRUE(QFile::copy(folder + QStringLiteral("/../lib/") + kLibrary, strange));
+protected:
+    const QString folder_ = QCoreApplication::applicationDirPath();
+    const QString built_ = folder_ + QStringLiteral("/../lib/") + kLibrary;
+
+    ~LibraryBeside() override { QFile::remove(beside(kStrange)); }
+
+    [[nodiscard]] QString beside(const QString &name) const { return folder_ + u'/' + name; }
+
+    static constexpr uid_t kStranger = 65534;
+    const QString kStrange = QStringLiteral("libvelmora-strange.so");
+};
+
+TEST_F(LibraryBeside, IsPassedOverWhenItCannotBeLoaded)
+{
+    const QString broken = beside(kLibrary);
+    const auto remove = qScopeGuard([&broken] { QFile::remove(broken); });
+    ASSERT_TRUE(QFile::copy(QCoreApplication::applicationFilePath(), broken));
+    EXPECT_EQ(faultOf(kLibrary, kFunction), QString());
+    ASSERT_TRUE(QFile::remove(broken));
+    ASSERT_TRUE(QDir().mkdir(broken));
+    const auto removeFolder = qScopeGuard([&broken] { QDir().rmdir(broken); });
+    EXPECT_EQ(faultOf(kLibrary, kFunction), QString());
+}
+
+// A program that was copied into a folder next to those of others finds theirs there.
+TEST_F(LibraryBeside, OfAStrangerIsNotRun)
+{
+    ASSERT_TRUE(QFile::copy(built_, beside(kStrange)));
     if (::geteuid() == 0) { // no one else can give a file away
-        constexpr uid_t kStranger = 65534;
-        const QByteArray native = QFile::encodeName(strange);
+        const QByteArray native = QFile::encodeName(beside(kStrange));
         ASSERT_EQ(::chown(native.constData(), kStranger, kStranger), 0);
-        EXPECT_FALSE(faultOf(name, kFunction).isEmpty());
+        EXPECT_FALSE(faultOf(kStrange, kFunction).isEmpty());
         ASSERT_EQ(::chown(native.constData(), ::geteuid(), ::getegid()), 0);
     }
-    EXPECT_EQ(faultOf(name, kFunction), QString());
+    EXPECT_EQ(faultOf(kStrange, kFunction), QString());
+}
+
+// It could lead to the user's own file while it is judged and elsewhere when it is loaded.
+TEST_F(LibraryBeside, IsNotRunThroughAStrangersLink)
+{
+    ASSERT_TRUE(QFile::link(built_, beside(kStrange)));
+    if (::geteuid() == 0) {
+        const QByteArray native = QFile::encodeName(beside(kStrange));
+        ASSERT_EQ(::lchown(native.constData(), kStranger, kStranger), 0);
+        EXPECT_FALSE(faultOf(kStrange, kFunction).isEmpty());
+        ASSERT_EQ(::lchown(native.constData(), ::geteuid(), ::getegid()), 0);
+    }
+    EXPECT_EQ(faultOf(kStrange, kFunction), QString());
 }
 
 } // namespace

@@ -11,6 +11,7 @@ from clean_root import HOME, CleanRoot
 from debian_package import BUILD, DebianPackage, output
 from desktop import Desktop
 from house import GREEN, TIME_ZONE, House, camera_lists, encode_folder_name, parse_settings, settings_text
+from pictures import plain
 from waiting import until
 
 DATA = ".local/share/velmora"
@@ -43,9 +44,10 @@ class InstalledTest(unittest.TestCase):
     def environment(self):
         return {"TZ": TIME_ZONE}
 
-    def write_settings(self, folder=DATA):
-        """Those of the user, who has the folder C:\\in."""
-        ROOT.write(f"{folder}/Velmora.ini", settings_text({"Control": {"Tempo": "60"}}, camera_lists([self.url])))
+    def write_settings(self, folder=DATA, choices=None):
+        """Those of the user, who has the folder C:\\in. choices: the sections of a camera's choices."""
+        sections = {"Control": {"Tempo": "60"}} | (choices or {})
+        ROOT.write(f"{folder}/Velmora.ini", settings_text(sections, camera_lists([self.url])))
         ROOT.make_folder("in")
 
     def images(self):
@@ -95,6 +97,22 @@ class InstalledTest(unittest.TestCase):
         self.assertRegex(program.err[0], "^velmora: the library of the windows cannot be loaded: .*libvelmora-windows.so.* --capture ")
         self.capture()
         self.expect_one_image()
+
+    def test_says_that_the_library_is_missing_by_which_pictures_are_compared(self):
+        (ROOT.path / LIBRARIES[1]).unlink()
+        picture = plain((200, 40, 20))
+
+        def answer(connection):
+            connection.head("200 OK", f"Content-Length: {len(picture)}")
+            connection.send(picture)
+
+        self.server.answers["/camera.jpg"] = answer
+        self.write_settings(choices={"Camera00": {"Keep": "clearly:5"}})
+        status, program = self.run_program("--capture", "--passes", "1")
+        self.assertEqual(0, status, program.report())
+        [told] = program.err
+        self.assertRegex(told, "pictures other than JPEG are not compared by what they show: .*libvelmora-greys.so")
+        self.assertEqual(1, len(self.images()))
 
     def test_shows_its_help_and_its_version(self):
         for option, first in (("--help", "Usage: velmora [options]"), ("--version", "Velmora ")):

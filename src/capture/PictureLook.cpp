@@ -92,7 +92,7 @@ Greys decoded(const QByteArray &bytes)
         const DecodeGreys decode = greyDecoder();
         decode(bytes.constData(), static_cast<std::size_t>(bytes.size()), &keep, &greys);
     } catch (const NoLibrary &) {
-        // lookFault() tells it
+        return {}; // lookFault() says why
     }
     return greys;
 }

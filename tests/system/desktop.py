@@ -21,7 +21,7 @@ MANAGERS = {
     "xfwm4": ["xfwm4", "--compositor=off"],
 }
 ON_A_BUS = ("xfwm4",)
-KEYBOARD_ASKER = Path(__file__).with_name("keyboard_asker.py")
+KEYBOARD_ASKER, WINDOW_PINGER = (Path(__file__).with_name(f"{name}.py") for name in ("keyboard_asker", "window_pinger"))
 XWD_HEADER = struct.Struct(">25I")
 
 Place = namedtuple("Place", "x y width height")
@@ -125,13 +125,18 @@ class Desktop:
         return named if self.tool("getwindowfocus", "-f") == [named] else None
 
     def activate(self, window):
-        """Like a click on it in a list of windows."""
+        """Like a click on it in a list of windows by someone who sees it: a program that shows a window may still ask for
+        the keyboard itself until it has heard that the window is there."""
+        self._ask(WINDOW_PINGER, window)
         self.tool("windowactivate", window)
 
     def echo_request_for_keyboard(self, window):
         """As it comes back to the program that asked for the window; the window manager does not hear of it."""
-        command = ["/usr/bin/python3", "-B", KEYBOARD_ASKER, window]
-        subprocess.run(command, env=self._environment, check=True, timeout=30)
+        self._ask(KEYBOARD_ASKER, window)
+
+    def _ask(self, asker, window):
+        """By the system's Python, which has the library for it."""
+        subprocess.run(["/usr/bin/python3", "-B", asker, window], env=self._environment, check=True, timeout=30)
 
     def windows(self, title):
         """Numbers of the windows on the screen whose title matches the expression."""

@@ -27,6 +27,14 @@ namespace {
 constexpr int kStartWidth = 980;
 constexpr int kMoreLetters = 30; // of an address, beyond those that are seen in the smallest window
 
+// With some fonts, an empty label is lower than one with a text.
+void holdLine(QLabel &label)
+{
+    label.setText(QStringLiteral("0"));
+    label.setMinimumHeight(label.sizeHint().height());
+    label.clear();
+}
+
 } // namespace
 
 Interface::Interface(const Uses &uses)
@@ -181,6 +189,9 @@ void Interface::bindPage()
 
 void Interface::bindLive(LiveView &live)
 {
+    for (QLabel *const label : {ui_->Locale, ui_->lWeb, static_cast<QLabel *>(ui_->lReason)}) {
+        holdLine(*label);
+    }
     auto *const box =
         new LiveBox({*ui_->Locale, *ui_->iTarget, *ui_->lWeb, *ui_->iWeb, *ui_->lTmp}, live, *this);
     ui_->iTarget->setEmptyText(tr("stored image"));

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolTip>
@@ -21,20 +22,20 @@ namespace {
 
 constexpr int kLarge = 16; // points
 
-// As a user with weak eyes chooses them for all programs.
-class LargeLetters
+// As a user chooses them for all programs.
+class Letters
 {
 public:
-    LargeLetters()
+    explicit Letters(int points)
     {
-        QFont large = usual_;
-        large.setPointSize(kLarge);
-        QApplication::setFont(large);
+        QFont chosen = usual_;
+        chosen.setPointSize(points);
+        QApplication::setFont(chosen);
     }
 
-    Q_DISABLE_COPY_MOVE(LargeLetters)
+    Q_DISABLE_COPY_MOVE(Letters)
 
-    ~LargeLetters() { QApplication::setFont(usual_); }
+    ~Letters() { QApplication::setFont(usual_); }
 
 private:
     QFont usual_ = QApplication::font();
@@ -53,7 +54,7 @@ QString tipAt(QWidget &widget, QPoint place)
 
 class LargeLettersTest : public testing::Test
 {
-    LargeLetters letters_;
+    Letters letters_{kLarge};
 };
 
 class LargeBrowser : public LargeLettersTest
@@ -131,6 +132,21 @@ TEST_F(LargeLettersTest, TheMainWindowFitsOnAScreenOf1280Pixels)
     EXPECT_LE(house.window.minimumSizeHint().width(), 1280 - kFrames);
 }
 
+// In letters of 10 points, a line of text is higher than an empty one.
+TEST(UsualLetters, OfTextsThatComeLeaveTheRowsWhereTheyAre)
+{
+    const Letters letters(10);
+    WindowHouse house;
+    const auto &rows = house.find<QScrollArea>(QStringLiteral("pageArea"));
+    const int height = rows.height();
+    for (const char *const label : {"Locale", "lWeb", "lReason", "lTest", "lMessage"}) {
+        house.find<QLabel>(QString::fromLatin1(label)).setText(QStringLiteral("Text"));
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(rows.height(), height) << label;
+        EXPECT_FALSE(rows.verticalScrollBar()->isVisible()) << label;
+    }
+}
+
 class SheetRoom : public testing::Test
 {
 protected:
@@ -159,8 +175,13 @@ protected:
     CameraSheet sheet_{house_.house.settings, house_.house.view.trial()};
 };
 
-class LargeSheetRoom : private LargeLetters, public SheetRoom
+class LargeSheetRoom : private Letters, public SheetRoom
 {
+protected:
+    LargeSheetRoom()
+        : Letters(kLarge)
+    {
+    }
 };
 
 TEST_F(LargeSheetRoom, ShowsTheWholeResultOfATest)

@@ -213,7 +213,7 @@ void StorageFolder::testSA()
     const bool present = isThere(text_);
     if (!isBeingEdited()) {
         takeText(); // when not being edited, the text in the box is in force
-        seen_ = seen_ || present;
+        seen_ = seen_ || present || (!justNamed_ && mayHoldImages());
     }
     state_ = storageState(present, editing_);
     Q_EMIT checked(state_);

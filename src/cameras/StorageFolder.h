@@ -225,7 +225,7 @@ private:
     Editing editing_ = Editing::No;
     bool emptied_ = false;   // the user has deleted everything in the box
     bool justNamed_ = false; // by the user, and not yet seen there
-    bool seen_ = false;      // the folder in force was there
+    bool seen_ = false;      // the folder in force was there, now or at an earlier start
     bool checkRequested_ = false;
 };
 

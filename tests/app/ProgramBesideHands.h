@@ -246,7 +246,7 @@ protected:
     void bringBackUnused()
     {
         if (isAway_ && !wasEverStored()) {
-            moveDisk();
+            turnDisk();
         }
     }
 
@@ -254,13 +254,18 @@ protected:
     void moveDisk()
     {
         if (!isStorageInHand()) {
-            isAway_ = !isAway_;
-            const QString away = root() + QStringLiteral(".away");
-            ASSERT_TRUE(QDir().rename(isAway_ ? root() : away, isAway_ ? away : root()));
-            clock_.advance(std::chrono::seconds{3});
-            if (!isAway_) {
-                browser_.moveTo(root());
-            }
+            turnDisk();
+        }
+    }
+
+    void turnDisk()
+    {
+        isAway_ = !isAway_;
+        const QString away = root() + QStringLiteral(".away");
+        ASSERT_TRUE(QDir().rename(isAway_ ? root() : away, isAway_ ? away : root()));
+        clock_.advance(std::chrono::seconds{3});
+        if (!isAway_) {
+            browser_.moveTo(root());
         }
     }
 

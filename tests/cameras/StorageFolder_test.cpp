@@ -230,6 +230,19 @@ TEST_F(MissingFolder, IsNotMadeWhereImagesMayHaveBeenStored)
     EXPECT_TRUE(storage.isAway());
 }
 
+// The images are still on its disk.
+TEST_F(MissingFolder, IsNotMadeOnceTheCameraOfItsImagesIsRemoved)
+{
+    store("[Groupe3]\r\nLocalTime7=07/03/2006 14:05:09\r\n");
+    storage.load();
+    storage.testSA();
+    store("[Groupe3]\r\n");
+    EXPECT_EQ(make(), StoragePlace::Away);
+    storage.testSA();
+    EXPECT_EQ(make(), StoragePlace::Away);
+    EXPECT_FALSE(isThere());
+}
+
 TEST_F(MissingFolder, IsMadeThereTooWhenTheUserHasJustNamedIt)
 {
     store("[Control]\r\nStRep=C:\\old\r\n[Groupe3]\r\nLocalTime7=07/03/2006 14:05:09\r\n");

@@ -1,6 +1,7 @@
 #include "ui/CameraSheet.h"
 
 #include "admin/Refusals.h"
+#include "base/OneLine.h"
 #include "pictures/TimelyPicture.h"
 #include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
@@ -17,7 +18,8 @@ namespace {
 
 constexpr int kStartWidth = 780;
 constexpr QSize kMostShown{1280, 960};
-constexpr int kUsualPercent = 5; // until another is chosen
+constexpr qsizetype kMostTold = 80; // characters of a header
+constexpr int kUsualPercent = 5;    // until another is chosen
 
 QString whyNotShown(const QByteArray &bytes, const TimelyPicture &picture)
 {
@@ -28,9 +30,13 @@ QString whyNotShown(const QByteArray &bytes, const TimelyPicture &picture)
                               : CameraSheet::tr("cannot be shown");
 }
 
-QString orNone(const QString &text)
+// A server may send a text of any length.
+QString toldBy(const QString &text)
 {
-    return text.isEmpty() ? CameraSheet::tr("none") : text;
+    if (text.size() > kMostTold) {
+        return onOneLine(text.left(kMostTold)) + u'…';
+    }
+    return text.isEmpty() ? CameraSheet::tr("none") : onOneLine(text);
 }
 
 QString factsOf(const TrialResult &result, const TimelyPicture &shown)
@@ -44,9 +50,9 @@ QString factsOf(const TrialResult &result, const TimelyPicture &shown)
         lines.append(CameraSheet::tr("%1%2 bytes, type %3")
                          .arg(size)
                          .arg(result.picture.size())
-                         .arg(orNone(result.contentType)));
-        lines.append(CameraSheet::tr("Last-Modified: %1").arg(orNone(result.lastModified)));
-        lines.append(CameraSheet::tr("Date: %1").arg(orNone(result.date)));
+                         .arg(toldBy(result.contentType)));
+        lines.append(CameraSheet::tr("Last-Modified: %1").arg(toldBy(result.lastModified)));
+        lines.append(CameraSheet::tr("Date: %1").arg(toldBy(result.date)));
     }
     lines.append(CameraSheet::tr("%1 ms").arg(result.duration.count()));
     return lines.join(u'\n');

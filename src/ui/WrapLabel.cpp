@@ -3,11 +3,17 @@
 #include <QResizeEvent>
 
 namespace velmora {
+namespace {
+
+constexpr int kMostOfAWord = 40; // letters
+
+} // namespace
 
 // Before it is shown it has no width of its own.
 QSize WrapLabel::minimumSizeHint() const
 {
-    QSize least = QLabel::minimumSizeHint();
+    const int widest = kMostOfAWord * fontMetrics().averageCharWidth();
+    QSize least = QLabel::minimumSizeHint().boundedTo({widest, QWIDGETSIZE_MAX});
     if (isVisible() && !text().isEmpty()) {
         least.setHeight(heightForWidth(width()));
     }

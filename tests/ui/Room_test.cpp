@@ -153,13 +153,23 @@ protected:
     SheetRoom()
     {
         house_.house.addCamera(kCamera, kUrl);
-        house_.source.answer(kUrl, {"<html><title>" + QByteArray("A very long title ").repeated(6) +
-                                        "</title>" + QByteArray(2000, 'x'),
-                                    QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"),
-                                    QStringLiteral("text/html"),
-                                    {},
-                                    {}});
+        answer("A very long title ", QStringLiteral("Tue, 07 Mar 2006 14:05:09 GMT"));
         sheet_.present(kCamera);
+        test();
+    }
+
+    void answer(const QByteArray &word, const QString &date)
+    {
+        house_.source.answer(
+            kUrl, {"<html><title>" + word.repeated(6) + "</title>" + QByteArray(2000, 'x'),
+                   date,
+                   QStringLiteral("text/html"),
+                   {},
+                   {}});
+    }
+
+    void test()
+    {
         QSignalSpy ended(&house_.house.view.trial(), &CameraTrial::ended);
         QTest::mouseClick(sheet_.findChild<QPushButton *>(QStringLiteral("sheetTest")),
                           Qt::LeftButton);
@@ -197,6 +207,17 @@ TEST_F(SheetRoom, ShowsTheWholeResultOfATest)
     sheet_.resize(sheet_.minimumWidth(), sheet_.height());
     QCoreApplication::processEvents();
     EXPECT_LE(result.heightForWidth(result.width()), result.height());
+}
+
+TEST_F(SheetRoom, StaysOnTheScreenWhateverACameraAnswers)
+{
+    const QSize usual = sheet_.minimumSizeHint();
+    answer("A very long title ", QStringLiteral("date ").repeated(600));
+    test();
+    EXPECT_LE(sheet_.minimumSizeHint().height(), 2 * usual.height());
+    answer(QByteArray(80, 'W'), QString(3000, u'W'));
+    test();
+    EXPECT_LE(sheet_.minimumSizeHint().width(), usual.width());
 }
 
 TEST_F(SheetRoom, KeepsItsBoxesTogetherWhenItIsMaximised)

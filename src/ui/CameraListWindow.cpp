@@ -65,6 +65,12 @@ bool CameraListWindow::event(QEvent *event)
     return QWidget::event(event);
 }
 
+void CameraListWindow::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    fitColumns();
+}
+
 void CameraListWindow::read(const QByteArray &bytes)
 {
     edit_.read(bytes);
@@ -79,22 +85,23 @@ void CameraListWindow::showPlan()
     for (int line = 0; line < shown; ++line) {
         showLine(line, cameras[static_cast<std::size_t>(line)]);
     }
-    ui_->listPreview->resizeColumnsToContents();
-    keepRemarksInSight();
+    fitColumns();
     ui_->listMessage->setText(edit_.summary());
     showStore(edit_.mayStore());
 }
 
-// They say what is wrong, and are the last column.
-void CameraListWindow::keepRemarksInSight()
+// The remarks say what is wrong, and are the last column.
+void CameraListWindow::fitColumns()
 {
     QTableWidget &table = *ui_->listPreview;
     const QAbstractItemView &view = table; // whose sizes are public
+    table.resizeColumnsToContents();
     const int room = table.viewport()->width() - table.columnWidth(kRowColumn);
-    const int remarks = std::min(view.sizeHintForColumn(kRemarkColumn), room / 3);
-    table.setColumnWidth(kNameColumn, std::min(table.columnWidth(kNameColumn), room / 4));
-    const int left = room - remarks - table.columnWidth(kNameColumn);
-    table.setColumnWidth(kAddressColumn, std::min(table.columnWidth(kAddressColumn), left));
+    const int both = room - std::min(view.sizeHintForColumn(kRemarkColumn), room / 3);
+    const int leftForName = std::max(room / 4, both - table.columnWidth(kAddressColumn));
+    const int name = std::min(table.columnWidth(kNameColumn), leftForName);
+    table.setColumnWidth(kNameColumn, name);
+    table.setColumnWidth(kAddressColumn, std::min(table.columnWidth(kAddressColumn), both - name));
 }
 
 // A button that is disabled gives the focus to the next one, which closes the window.

@@ -46,10 +46,11 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void showPlan();
-    void keepRemarksInSight();
+    void fitColumns();
     void showStore(bool mayStore);
     void showLine(int line, const PlannedCamera &planned);
     void read(const QByteArray &bytes);

@@ -39,6 +39,12 @@ protected:
         delete dialog;
     }
 
+    void resize(int width)
+    {
+        window_.resize(width, 600);
+        QCoreApplication::processEvents();
+    }
+
     QString cell(int line, int column) { return preview_.item(line, column)->text(); }
 
     TempTree tree_;
@@ -75,6 +81,23 @@ TEST_F(CameraListWindowTest, KeepsTheRemarksInSightBesideALongNameAndAddress)
     QApplication::sendEvent(preview_.viewport(), &help);
     EXPECT_EQ(QToolTip::text(), address);
     QToolTip::hideText();
+}
+
+TEST_F(CameraListWindowTest, ShowsALongNameWholeWhereThereIsRoom)
+{
+    paste(QStringLiteral("name,address,group,row\n%1,http://cam/,1,0\n").arg(QString(40, u'n')));
+    EXPECT_GE(preview_.columnWidth(1), preview_.fontMetrics().horizontalAdvance(QString(40, u'n')));
+}
+
+TEST_F(CameraListWindowTest, KeepsTheRemarksInSightAtEveryWidth)
+{
+    const QString address = QStringLiteral("http://cam/") + QString(60, u'x');
+    paste(QStringLiteral("name,address,group,row\n%1,%2,77,0\n").arg(QString(40, u'N'), address));
+    resize(window_.minimumSizeHint().width());
+    const int middle = preview_.columnViewportPosition(3) + preview_.columnWidth(3) / 2;
+    EXPECT_LT(middle, preview_.viewport()->width());
+    resize(1900);
+    EXPECT_GT(preview_.columnWidth(2), preview_.fontMetrics().horizontalAdvance(address));
 }
 
 TEST_F(CameraListWindowTest, StoresNothingElsewhereThanItShows)

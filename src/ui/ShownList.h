@@ -133,8 +133,9 @@ protected:
         const bool isDone = View::event(event);
         if (event->type() == QEvent::Paint && View::hasFocus()) {
             QPainter painter(this);
-            painter.setPen(focusColour(View::palette()));
-            painter.drawRect(View::rect().adjusted(0, 0, -1, -1));
+            for (const QRect side : QRegion(View::rect()) - View::rect().adjusted(1, 1, -1, -1)) {
+                painter.fillRect(side, focusColour(View::palette()));
+            }
         }
         return isDone;
     }

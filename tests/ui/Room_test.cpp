@@ -256,6 +256,38 @@ TEST(ListWithTheKeyboard, IsOutlinedOnALightGroundAndOnADarkOne)
     }
 }
 
+// At the middle of each edge, on a display of that many pixels to one of the window.
+QList<QColor> edgesOf(QWidget &widget, double scale)
+{
+    QPixmap shown((QSizeF(widget.size()) * scale).toSize());
+    shown.setDevicePixelRatio(scale);
+    widget.render(&shown);
+    const QImage image = shown.toImage();
+    const int right = image.width() - 1;
+    const int bottom = image.height() - 1;
+    return {image.pixelColor(0, bottom / 2), image.pixelColor(right, bottom / 2),
+            image.pixelColor(right / 2, 0), image.pixelColor(right / 2, bottom)};
+}
+
+TEST(ListWithTheKeyboard, IsOutlinedOnAllSidesOfAScaledDisplay)
+{
+    BrowserWindowHouse house;
+    house.openOn(3);
+    house.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&house.window));
+    auto &list = house.find<QListView>(QStringLiteral("LstDir"));
+    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        list.setFocus(Qt::TabFocusReason);
+        const QList<QColor> with = edgesOf(list, scale);
+        house.find<QWidget>(QStringLiteral("bFilm")).setFocus();
+        const QList<QColor> without = edgesOf(list, scale);
+        for (int edge = 0; edge < 4; ++edge) {
+            EXPECT_NE(with.at(edge), without.at(edge)) << scale << ' ' << edge;
+            EXPECT_EQ(with.at(edge), with.front()) << scale << ' ' << edge;
+        }
+    }
+}
+
 TEST(LongText, IsInTheTipOfAListThatElidesIt)
 {
     BrowserWindowHouse house;

@@ -10,7 +10,6 @@
 #include "ui/WindowKeys.h"
 #include "ui_frmImport.h"
 
-#include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QMessageBox>
@@ -40,7 +39,6 @@ frmImport::frmImport(Import &import, PictureLoader &loader)
     resizeOnScreen(*this, kStartSize);
     holdSize(*ui_->NbF, QStringLiteral(" 000000"));
     holdSize(*ui_->ctr, QStringLiteral("000000"));
-    ui_->Drive1->view()->setItemDelegate(new ElidedTips(ui_->Drive1));
     ui_->Filtre->setMinimumWidth(kFilterLetters * fontMetrics().averageCharWidth());
     ui_->iSource->setEmptyText(tr("no file"));
     ui_->iTarget->setEmptyText(tr("no stored image"));
@@ -131,8 +129,7 @@ void frmImport::showChoices(const ImportFace &face)
     const QSignalBlocker noGroup(ui_->Cam);
     const QSignalBlocker noCamera(ui_->Lien);
     if (std::exchange(drives_, face.drives) != face.drives) {
-        ui_->Drive1->clear();
-        ui_->Drive1->addItems(face.drives);
+        showDrives();
     }
     ui_->Drive1->setCurrentIndex(face.drive);
     if (ui_->Filtre->text() != face.Filtre) {
@@ -144,6 +141,16 @@ void frmImport::showChoices(const ImportFace &face)
     setPlainToolTip(*ui_->nRep, face.nRep);
     ui_->NbF->setText(face.NbF);
     ui_->ctr->setText(face.ctr);
+}
+
+// A mount point may be too long for the box.
+void frmImport::showDrives()
+{
+    ui_->Drive1->clear();
+    for (const QString &drive : drives_) {
+        ui_->Drive1->addItem(drive);
+        ui_->Drive1->setItemData(ui_->Drive1->count() - 1, plainTip(drive), Qt::ToolTipRole);
+    }
 }
 
 // A run keeps the choices with which it started; they can be changed after it.

@@ -45,6 +45,7 @@ private:
     void bindTarget();
     void bindButtons();
     void showFace();
+    void showDrives();
     void showChoices(const ImportFace &face);
     void showRun(const ImportFace &face);
     void enableGo(const ImportFace &face);

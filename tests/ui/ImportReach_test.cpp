@@ -2,6 +2,12 @@
 // screen reader reach.
 #include "ImportHouse.h"
 
+#include <QAbstractItemDelegate>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QToolTip>
+
 #include <gtest/gtest.h>
 
 namespace velmora::test {
@@ -73,6 +79,29 @@ TEST_F(ImportReach, APatternIsSeenInTheSmallestWindow)
     house_.settle();
     const auto &filter = house_.find<QLineEdit>("Filtre");
     EXPECT_GT(filter.width(), filter.fontMetrics().horizontalAdvance(QStringLiteral("2006*.jpg ")));
+}
+
+TEST_F(ImportReach, TheDrivesAreChosenLikeAGroupAndToldWholeInATip)
+{
+    auto &drives = house_.find<QComboBox>("Drive1");
+    EXPECT_STREQ(drives.itemDelegate()->metaObject()->className(),
+                 house_.find<QComboBox>("Cam").itemDelegate()->metaObject()->className());
+    drives.showPopup();
+    QWidget &choices = *drives.view()->viewport();
+    const QPoint place = drives.view()->visualRect(drives.model()->index(0, 0)).center();
+    QHelpEvent help(QEvent::ToolTip, place, choices.mapToGlobal(place));
+    QApplication::sendEvent(&choices, &help);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("C:"));
+    QToolTip::hideText();
+    drives.hidePopup();
+}
+
+TEST_F(ImportReach, ItsListsBeginSideBySide)
+{
+    const auto topOf = [this](const char *name) {
+        return house_.find<QWidget>(name).mapTo(&house_.window, QPoint()).y();
+    };
+    EXPECT_EQ(topOf("Dir1"), topOf("File1"));
 }
 
 TEST_F(ImportReach, GroupsAndCamerasAreTheTenDigits)

@@ -26,23 +26,6 @@ constexpr int kPreviewSeconds = 3;
 constexpr int kMsInSecond = 1000;
 constexpr std::array kSizes{QSize(640, 360), QSize(1280, 720), QSize(1920, 1080)};
 
-// The mark of a key parts its letter from the ones beside it: they stand farther apart than the
-// toolkit measures, and the last one is cut off.
-void widenNames(const QWidget &window)
-{
-    const QList<QLabel *> labels = window.findChildren<QLabel *>();
-    for (QLabel *const label : labels) {
-        if (label->buddy() != nullptr) {
-            const QString name = label->text().remove(u'&');
-            int width = 1;
-            for (const QChar letter : name) {
-                width += label->fontMetrics().horizontalAdvance(letter);
-            }
-            label->setMinimumWidth(width);
-        }
-    }
-}
-
 } // namespace
 
 FilmKeep::FilmKeep(FilmMaker &maker, Slideshow &film)
@@ -51,7 +34,6 @@ FilmKeep::FilmKeep(FilmMaker &maker, Slideshow &film)
     , ui_(std::make_unique<Ui::FilmKeep>())
 {
     ui_->setupUi(this);
-    widenNames(*this);
     turnBoxesOnlyWithFocus(*this);
     ui_->filmPreview->setShape(PictureView::Shape::Kept);
     previewTimer_.setParent(this);

@@ -250,13 +250,19 @@ protected:
         }
     }
 
-    void startSecond() // it asks this one to come to the front
+    // It asks this one to come to the front. A film whose folder was being read opens above.
+    void startSecond()
     {
+        const bool wasFilm = isVisible(kFilm);
         program_->bringToFront();
         if (!isMain_) {
             showBrowser();
         }
-        EXPECT_TRUE(QTest::qWaitForWindowActive(topLevel(isMain_ ? kMain : kBrowser)));
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            const QWidget *const front = QApplication::activeWindow();
+            return front == topLevel(isMain_ ? kMain : kBrowser) ||
+                   (!wasFilm && front != nullptr && front == topLevel(kFilm));
+        }));
     }
 };
 

@@ -1,5 +1,5 @@
-"""Limits what a monkey can reach: a network with nothing but a loopback of its own, and a program that can write
-to one folder only, whatever is typed into its boxes or deleted in its dialogs.
+"""Limits what a monkey can reach: a network with nothing but a loopback of its own, displays of its own, and a program
+that can write to one folder only, whatever is typed into its boxes or deleted in its dialogs.
 
     confined.py FOLDER COMMAND...    runs a command, in a mount name space of its own, that writes to FOLDER alone"""
 
@@ -12,6 +12,7 @@ import sys
 from pathlib import Path
 
 INSIDE = "VELMORA_TEST_OWN_NETWORK"
+DISPLAYS = Path("/tmp/.X11-unix")  # the sockets of all X servers that share this folder
 SET_FLAGS, UP = 0x8914, 1  # SIOCSIFFLAGS, IFF_UP
 REMEMBERED = ("nosuid", "nodev", "noexec", "noatime", "nodiratime", "relatime")
 
@@ -21,12 +22,22 @@ def enter_own_network():
     if INSIDE in os.environ:
         with socket.socket() as any_socket:
             fcntl.ioctl(any_socket, SET_FLAGS, struct.pack("16sh22x", b"lo", UP))
+        keep_displays_apart()
         return
     for options in (["-nm"], ["-rnm"]):
         if subprocess.run(["unshare", *options, "true"], check=False, stderr=subprocess.DEVNULL).returncode == 0:
             os.environ[INSIDE] = "1"
             os.execvp("unshare", ["unshare", *options, sys.executable, "-B", *sys.argv])
     sys.exit("this test needs a network of its own, which neither root's rights nor a user name space give here")
+
+
+def keep_displays_apart():
+    """An X server takes the first number that is free in its own network, and would put its socket in the place of one
+    of the same number elsewhere, which another test is using."""
+    if not DISPLAYS.exists():
+        DISPLAYS.mkdir()
+        DISPLAYS.chmod(0o1777)
+    subprocess.run(["mount", "-t", "tmpfs", "-o", "mode=1777", "none", DISPLAYS], check=True)
 
 
 def command(folder):

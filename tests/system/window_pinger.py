@@ -1,5 +1,6 @@
 """Asks a window's program whether it is there, as a window manager does, and waits for the answer: by then, the program
-has seen all that the X server told it before. Called with the window's number; fails without an answer."""
+has seen all that the X server told it before. A program that does not say that it answers is not asked. Called with the
+window's number; fails without an answer."""
 
 import select
 import sys
@@ -20,6 +21,8 @@ def main():
     root.change_attributes(event_mask=X.StructureNotifyMask | X.SubstructureNotifyMask)
     window = display.create_resource_object("window", int(sys.argv[1]))
     protocols, ping = (display.intern_atom(name) for name in ("WM_PROTOCOLS", "_NET_WM_PING"))
+    if ping not in window.get_wm_protocols():
+        return 0
     data = [ping, X.CurrentTime, window.id, 0, 0]
     window.send_event(ClientMessage(window=window, client_type=protocols, data=(32, data)), event_mask=X.NoEventMask)
     display.flush()

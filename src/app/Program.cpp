@@ -267,13 +267,14 @@ void Program::showSplash()
 }
 
 // In one go: each turn of the event loop would paint the browser once more before it has anything
-// to show.
+// to show. Which window gets the keyboard is seen later: of two that ask for it one after the
+// other, a slow window manager may give it to the first.
 void Program::Initialise()
 {
     engine_.storage().load();
     windows_->browser.moveTo(readPlace(engine_.settings(), kBrowserPlace, engine_.problems()));
     windows_->film.moveTo(readPlace(engine_.settings(), kSlideshowPlace, engine_.problems()));
-    windows_->browser.present();
+    windows_->browser.appear();
     engine_.debugSwitch().load();
     engine_.options().load();
     view_.page().load();

@@ -232,12 +232,23 @@ void planche::moveTo(WindowPlace place)
     place_->moveTo({pixels(place.left), pixels(place.top)});
 }
 
-void planche::present()
+void planche::load()
 {
     if (!loaded_) {
         loaded_ = true;
         uses_.browser.load();
     }
+}
+
+void planche::appear()
+{
+    load();
+    show();
+}
+
+void planche::present()
+{
+    load();
     bringToFront(*this);
 }
 

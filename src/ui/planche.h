@@ -54,7 +54,10 @@ public:
 
     void moveTo(WindowPlace place);
 
-    /// Shows the window in front; one that was closed is loaded again.
+    /// Shows the window without asking for the keyboard; one that was closed is loaded again.
+    void appear();
+
+    /// The same, in front with the keyboard.
     void present();
 
     /// Stores the window's place and hides it; its timer stands still until it is shown again.
@@ -106,6 +109,7 @@ private:
     void bindModes();
     void bindButtons();
     void bindKeys();
+    void load();
     void fitScreen(const QRect &frame);
     void showFace();
     [[nodiscard]] CameraAddress cameraOnShow() const;

@@ -21,7 +21,10 @@ MANAGERS = {
     "xfwm4": ["xfwm4", "--compositor=off"],
 }
 ON_A_BUS = ("xfwm4",)
-KEYBOARD_ASKER, WINDOW_PINGER = (Path(__file__).with_name(f"{name}.py") for name in ("keyboard_asker", "window_pinger"))
+KEYBOARD_ASKER, KEYBOARD_REQUESTS, WINDOW_PINGER = (
+    Path(__file__).with_name(f"{name}.py") for name in ("keyboard_asker", "keyboard_requests", "window_pinger")
+)
+SYSTEM_PYTHON = "/usr/bin/python3"  # has the library for talking to the X server
 XWD_HEADER = struct.Struct(">25I")
 
 Place = namedtuple("Place", "x y width height")
@@ -134,9 +137,15 @@ class Desktop:
         """As it comes back to the program that asked for the window; the window manager does not hear of it."""
         self._ask(KEYBOARD_ASKER, window)
 
+    def keyboard_requests(self, test):
+        """The list to which each window is added from now on for which its program asks for the keyboard."""
+        listener = Program([SYSTEM_PYTHON, "-B", KEYBOARD_REQUESTS], self._environment)
+        test.addCleanup(listener.end)
+        until(lambda: listener.out, 20, listener.report)
+        return listener.out
+
     def _ask(self, asker, window):
-        """By the system's Python, which has the library for it."""
-        subprocess.run(["/usr/bin/python3", "-B", asker, window], env=self._environment, check=True, timeout=30)
+        subprocess.run([SYSTEM_PYTHON, "-B", asker, window], env=self._environment, check=True, timeout=30)
 
     def windows(self, title):
         """Numbers of the windows on the screen whose title matches the expression."""

@@ -347,6 +347,20 @@ class FirstStartTest(WindowCase):
                 until(lambda: self.desktop.stacking()[-1] == main, 5, "the main window above the others")
                 self.doCleanups()
 
+    def test_only_the_main_window_asks_for_the_keyboard(self):
+        """A window manager that is still busy with a request for another window may drop this one."""
+        for manager in MANAGERS:
+            with self.subTest(manager=manager):
+                self.begin(manager)
+                shutil.rmtree(self.house.storage)
+                requests = self.desktop.keyboard_requests(self)
+                self.program = self.house.start(env=self.desktop.environment())
+                main = self.desktop.window(MAIN, MAIN_WIDTH)
+                until(lambda: not self.splash(), 10, "the end of the start box")
+                until(lambda: main in requests, 10, "the request for the main window")
+                self.assertEqual({"listening", main}, set(requests))
+                self.doCleanups()
+
 
 class WithoutManagerTest(WindowCase):
     """Here only the program keeps windows in order."""

@@ -29,10 +29,10 @@ class LifeTest(unittest.TestCase):
         self.server = CameraServer(self, {path: fresh(20_000) for path in self.paths})
         self.urls = [self.server.url(path) for path in self.paths]
         self.house = House(self)
-        self.write_settings(timeout=30)
+        self.write_settings()
 
-    def write_settings(self, timeout):
-        control = {"Control": {"StRep": "C:\\in\\", "Tempo": "60", "TIO": str(timeout)}}
+    def write_settings(self):
+        control = {"Control": {"StRep": "C:\\in\\", "Tempo": "60", "TIO": "30"}}
         self.house.write_settings(control, camera_lists(self.urls))
 
     def start_and_load_all(self, env=None):
@@ -157,12 +157,13 @@ class LifeTest(unittest.TestCase):
         self.assertEqual("pass 2: 5 stored, 0 failed, 0 unchanged", program.out[-1])
 
     def test_counts_no_camera_that_is_removed_while_it_is_loaded(self):
-        self.write_settings(timeout=3)
-        self.server.answer(self.paths[0], hang)
+        removed = []
+        self.server.answer(self.paths[0], lambda connection: until(lambda: removed, 20, "the removal"))
         program = self.house.start("--capture")
         until(lambda: self.server.count(self.paths[0]), 20, program.report)
         remove = [house.VELMORA, "--program-folder", self.house.root, "--remove", "0:0"]
         self.assertEqual(0, self.house.start_command(remove).wait(20))
+        removed.append(True)
         until(lambda: f"pass 1: {CAMERAS - 1} stored, 0 failed, 0 unchanged" in program.out, 20, program.report)
 
     def test_gives_the_last_pass_up_behind_its_windows_on_a_second_signal(self):

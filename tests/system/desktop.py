@@ -21,8 +21,9 @@ MANAGERS = {
     "xfwm4": ["xfwm4", "--compositor=off"],
 }
 ON_A_BUS = ("xfwm4",)
-KEYBOARD_ASKER, KEYBOARD_REQUESTS, WINDOW_PINGER = (
-    Path(__file__).with_name(f"{name}.py") for name in ("keyboard_asker", "keyboard_requests", "window_pinger")
+KEYBOARD_ASKER, KEYBOARD_REQUESTS, MANAGER_ASKER, WINDOW_PINGER = (
+    Path(__file__).with_name(f"{name}.py")
+    for name in ("keyboard_asker", "keyboard_requests", "manager_asker", "window_pinger")
 )
 SYSTEM_PYTHON = "/usr/bin/python3"  # has the library for talking to the X server
 XWD_HEADER = struct.Struct(">25I")
@@ -80,6 +81,7 @@ class Desktop:
         program = Program(MANAGERS[manager], environment)
         test.addCleanup(program.end)
         until(lambda: self.property("_NET_SUPPORTING_WM_CHECK"), 20, program.report)
+        self._ask(MANAGER_ASKER)
         self.end_manager = program.end
 
     def environment(self):
@@ -144,8 +146,8 @@ class Desktop:
         until(lambda: listener.out, 20, listener.report)
         return listener.out
 
-    def _ask(self, asker, window):
-        subprocess.run([SYSTEM_PYTHON, "-B", asker, window], env=self._environment, check=True, timeout=30)
+    def _ask(self, asker, *words):
+        subprocess.run([SYSTEM_PYTHON, "-B", asker, *words], env=self._environment, check=True, timeout=30)
 
     def windows(self, title):
         """Numbers of the windows on the screen whose title matches the expression."""

@@ -129,11 +129,20 @@ class Desktop:
         named = str(int(words[0], 16)) if words else None
         return named if self.tool("getwindowfocus", "-f") == [named] else None
 
-    def activate(self, window):
-        """Like a click on it in a list of windows by someone who sees it: a program that shows a window may still ask for
-        the keyboard itself until it has heard that the window is there."""
+    def wait_for_program(self, window):
+        """Until the window's program has seen all that came before: it asks for the keyboard for a window that it shows
+        when it hears that the window is there."""
         self._ask(WINDOW_PINGER, window)
+
+    def activate(self, window):
+        """Like a click on it in a list of windows by someone who sees it."""
+        self.wait_for_program(window)
         self.tool("windowactivate", window)
+
+    def minimise(self, window):
+        """Like a click on the button in its frame by someone who sees it."""
+        self.wait_for_program(window)
+        self.tool("windowminimize", "--sync", window)
 
     def echo_request_for_keyboard(self, window):
         """As it comes back to the program that asked for the window; the window manager does not hear of it."""

@@ -78,7 +78,7 @@ class TypingTest(unittest.TestCase):
         self.type("C:/other")
         until(lambda: self.storage_text() == AFTER, 10, self.storage_text)
         self.bring_up(self.browser)
-        self.desktop.tool("windowminimize", "--sync", main)
+        self.desktop.minimise(main)
         self.start_again()
         self.wait_for_keyboard(main)
         self.bring_up(self.browser)

@@ -20,7 +20,6 @@ SPLASH_WIDTH = 400  # at most; the main window of the same title is wider
 TICKS_SECONDS = 2.3  # two ticks of the timer that keeps the film in front
 AT_ONCE_SECONDS = 5  # of a time-out of sixty
 BUTTON_SECONDS = 0.2  # a button pressed by its key stays down for half of that, and takes no key meanwhile
-SETTLED_SECONDS = 0.4  # a window that has just appeared asks for the keyboard once its program knows that it is there
 OTHER_PROGRAM = "Event Tester"
 
 
@@ -70,18 +69,9 @@ class WindowCase(unittest.TestCase):
         return "_NET_WM_STATE_HIDDEN" in self.desktop.property("_NET_WM_STATE", window)
 
     def minimise(self, window):
-        """Done once the window manager has passed the keyboard focus on. Again for a window that comes back, because it
-        had asked for the keyboard before."""
-        hidden_since = time.monotonic()
-
-        def stays_hidden():
-            nonlocal hidden_since
-            if not self.is_hidden(window):
-                self.desktop.tool("windowminimize", "--sync", window)
-                hidden_since = time.monotonic()
-            return time.monotonic() > hidden_since + SETTLED_SECONDS
-
-        until(stays_hidden, 30, "the minimised window")
+        """Done once the window manager has passed the keyboard focus on."""
+        self.desktop.minimise(window)
+        until(lambda: self.is_hidden(window), 30, "the minimised window")
         until(lambda: self.desktop.active() not in (None, window), 10, "another window with the keyboard")
 
     def corner(self, window):
@@ -106,7 +96,7 @@ class StackingTest(WindowCase):
 
     def tell(self, manager):
         self.begin(manager)
-        browser, splash = self.start(), self.splash()
+        browser, splash = self.start(), until(self.splash, 5, "the start box")
         self.expect_above(splash, browser, "the start box above the images")
         self.wait_for_keyboard(browser, "the images with the keyboard")
         self.wait_for_image()
@@ -118,7 +108,7 @@ class StackingTest(WindowCase):
         self.desktop.press("Delete")
         question = self.desktop.window(QUESTION)
         other = self.another_program()
-        until(lambda: not self.splash(), 10, "the end of the start box")
+        until(lambda: splash not in self.desktop.stacking(), 10, "the end of the start box")
         self.give_keyboard(other, "the other program with the keyboard")
         self.expect_above(other, film, "the other program above the film")
         self.expect_no_change_of_order()
@@ -220,8 +210,7 @@ class KeyboardTest(WindowCase):
                 self.desktop.end_manager()
                 self.desktop.focus(browser)
                 self.desktop.press("Delete")
-                self.desktop.window(QUESTION)
-                time.sleep(SETTLED_SECONDS)
+                self.desktop.wait_for_program(self.desktop.window(QUESTION))
                 self.desktop.press("Escape")
                 until(lambda: not self.desktop.windows(QUESTION), 5, "the end of the question")
                 self.doCleanups()
@@ -247,7 +236,9 @@ class PlaceTest(WindowCase):
     """Where windows reappear, to the pixel."""
 
     def move(self, window, corner):
-        """A window manager that is still placing the window may not heed the first request."""
+        """A window manager that is still placing the window may not heed the first request; nor is the window moved while
+        its program has yet to put it where it is to be, within the frame."""
+        self.desktop.wait_for_program(window)
         frame = self.desktop.frame(window)
 
         def has_moved():
@@ -390,7 +381,7 @@ class RefusedStartTest(WindowCase):
                 self.house.settings_path.symlink_to("Velmora.ini")  # to itself: cannot be read
                 self.program = self.house.start(env=self.desktop.environment())
                 box = self.desktop.window(MAIN)
-                self.desktop.tool("windowminimize", "--sync", box)
+                self.desktop.minimise(box)
                 until(lambda: self.is_hidden(box), 30, "the minimised box")
                 second = self.house.start(env=self.desktop.environment())
                 self.assertEqual(0, second.wait(20), second.report())

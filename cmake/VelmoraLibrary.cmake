@@ -4,6 +4,7 @@ include(GNUInstallDirs)
 # Two levels deep: for a package with libraries one level deep, CPack has the system's cache of libraries renewed, by a
 # script that runs when the package is installed.
 set(VELMORA_LIBRARY_FOLDER "${CMAKE_INSTALL_LIBDIR}/velmora/parts")
+GNUInstallDirs_get_absolute_install_dir(VELMORA_INSTALLED_LIBRARIES VELMORA_LIBRARY_FOLDER LIBDIR)
 option(VELMORA_REMEMBER_BUILD "Programs copied out of the build folder find their libraries there" ON)
 # The program and its libraries each have their own copy of the layers below. Hidden, the symbols of one are never
 # taken for those of another.

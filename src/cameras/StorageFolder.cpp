@@ -213,7 +213,7 @@ void StorageFolder::testSA()
     const bool present = isThere(text_);
     if (!isBeingEdited()) {
         takeText(); // when not being edited, the text in the box is in force
-        seen_ = seen_ || present || (!justNamed_ && mayHoldImages());
+        seen_ = present || wasEverThere();
     }
     state_ = storageState(present, editing_);
     Q_EMIT checked(state_);
@@ -365,9 +365,14 @@ bool StorageFolder::mayHoldImages() const
     return false;
 }
 
+bool StorageFolder::wasEverThere() const
+{
+    return seen_ || (!justNamed_ && mayHoldImages());
+}
+
 bool StorageFolder::isAway() const
 {
-    return !isPresent() && (seen_ || (!justNamed_ && mayHoldImages()));
+    return !isPresent() && wasEverThere();
 }
 
 StoragePlace StorageFolder::makeForUse()

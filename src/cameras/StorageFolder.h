@@ -206,6 +206,7 @@ private:
     [[nodiscard]] QString madeText() const;
     [[nodiscard]] bool isThere(const QString &pathText) const;
     [[nodiscard]] bool mayHoldImages() const;
+    [[nodiscard]] bool wasEverThere() const;
     void makeFolders();
     void makeLevels();
     void makeCameraFolders();
@@ -224,7 +225,7 @@ private:
     quint64 version_ = 0;
     Editing editing_ = Editing::No;
     bool emptied_ = false;   // the user has deleted everything in the box
-    bool justNamed_ = false; // by the user, and not yet seen there
+    bool justNamed_ = false; // by the user, since the start
     bool seen_ = false;      // the folder in force was there, now or at an earlier start
     bool checkRequested_ = false;
 };

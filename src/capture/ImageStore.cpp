@@ -228,7 +228,7 @@ void ImageStore::warnOfMissingLooks()
     const QString fault = lookFault();
     if (!fault.isEmpty()) {
         uses_.problems.warn(
-            QStringLiteral("pictures other than JPEG are not compared by what they show: %1")
+            QStringLiteral("Pictures other than JPEG are not compared by what they show: %1")
                 .arg(fault));
     }
 }

@@ -16,8 +16,8 @@
 namespace velmora {
 namespace {
 
-constexpr int kLeastLetters =
-    15; // of an address: the window fits on small screens in large letters
+// Of an address: the window fits on small screens in large letters.
+constexpr int kLeastLetters = 15;
 
 } // namespace
 

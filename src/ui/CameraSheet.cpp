@@ -33,10 +33,11 @@ QString whyNotShown(const QByteArray &bytes, const TimelyPicture &picture)
 // A server may send a text of any length.
 QString toldBy(const QString &text)
 {
-    if (text.size() > kMostTold) {
-        return onOneLine(text.left(kMostTold)) + u'…';
+    if (text.isEmpty()) {
+        return CameraSheet::tr("none");
     }
-    return text.isEmpty() ? CameraSheet::tr("none") : onOneLine(text);
+    return onOneLine(text.left(kMostTold)) +
+           (text.size() > kMostTold ? QStringLiteral("…") : QString());
 }
 
 QString factsOf(const TrialResult &result, const TimelyPicture &shown)

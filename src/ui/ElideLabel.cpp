@@ -8,10 +8,14 @@
 
 namespace velmora {
 
+bool ElideLabel::isElided() const
+{
+    return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+}
+
 bool ElideLabel::event(QEvent *event)
 {
-    const bool isElided = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
-    if (event->type() == QEvent::ToolTip && isElided && toolTip().isEmpty()) {
+    if (event->type() == QEvent::ToolTip && isElided() && toolTip().isEmpty()) {
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainTip(text()), this);
         return true;
     }

@@ -19,6 +19,9 @@ public:
 protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] bool isElided() const;
 };
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ProgramWorld.h"
+#include "support/ListKeys.h"
 
 #include <QMessageBox>
 
@@ -63,8 +64,8 @@ protected:
     void keyCamera()
     {
         if (mayBrowse()) {
-            const Qt::Key key = pick(kMoves);
-            const int to = moved(rowOf(kListCameras), kRows, key);
+            const Qt::Key key = pick(kListMoves);
+            const int to = rowAfter(key, rowOf(kListCameras), kRows);
             focusOn(kListCameras);
             QTest::keyClick(&list(kListCameras), key);
             browser_.chooseCamera(to);
@@ -90,13 +91,13 @@ protected:
         if (!mayBrowse()) {
             return;
         }
-        const Qt::Key key = pick(kMoves);
+        const Qt::Key key = pick(kListMoves);
         focusOn(viewsList());
         QTest::keyClick(&list(viewsList()), key);
         const bool isGroup = browser_.isGroup;
         const int from = isGroup ? browser_.row : browser_.index;
         const int count = isGroup ? kRows : static_cast<int>(browser_.list.size());
-        if (const int to = moved(from, count, key); to != from) {
+        if (const int to = rowAfter(key, from, count); to != from) {
             isGroup ? browser_.chooseRow(to) : browser_.chooseImage(to);
         }
     }
@@ -293,25 +294,6 @@ protected:
             browser_.closeFilm();
         }
     }
-
-    static int moved(int from, int count, Qt::Key key)
-    {
-        if (count == 0 || from < 0) {
-            return count == 0 ? from : 0;
-        }
-        switch (key) {
-        case Qt::Key_Up:
-            return std::max(0, from - 1);
-        case Qt::Key_Down:
-            return std::min(count - 1, from + 1);
-        case Qt::Key_Home:
-            return 0;
-        default:
-            return count - 1;
-        }
-    }
-
-    inline static const QList<Qt::Key> kMoves{Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End};
 };
 
 } // namespace velmora::test

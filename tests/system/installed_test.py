@@ -111,7 +111,7 @@ class InstalledTest(unittest.TestCase):
         status, program = self.run_program("--capture", "--passes", "1")
         self.assertEqual(0, status, program.report())
         [told] = program.err
-        self.assertRegex(told, "pictures other than JPEG are not compared by what they show: .*libvelmora-greys.so")
+        self.assertRegex(told, "Pictures other than JPEG are not compared by what they show: .*libvelmora-greys.so")
         self.assertEqual(1, len(self.images()))
 
     def test_shows_its_help_and_its_version(self):

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ModesWindows.h"
+#include "support/ListKeys.h"
 #include "support/Sequences.h"
 
 namespace velmora::test {
@@ -75,8 +76,8 @@ protected:
         const int from = row(kImages);
         const bool isKey = oneIn(2);
         const int cell = below(kCells);
-        const Qt::Key key = pick(kMoves);
-        const int to = moved(from, view(kImages).model()->rowCount(), key);
+        const Qt::Key key = pick(kListMoves);
+        const int to = rowAfter(key, from, view(kImages).model()->rowCount());
         const QString name = !isKey       ? sheet().image(cell).name
                              : to == from ? QString()
                                           : view(kImages).model()->index(to, 0).data().toString();

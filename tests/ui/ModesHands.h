@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ModesWorld.h"
+#include "support/ListKeys.h"
 
 #include <utility>
 
@@ -22,9 +23,9 @@ protected:
 
     void keyGroup()
     {
-        const Qt::Key key = pick(kMoves);
+        const Qt::Key key = pick(kListMoves);
         const int from = row(kGroups);
-        const int to = moved(from, velmora::kGroups, key);
+        const int to = rowAfter(key, from, velmora::kGroups);
         focusOn(kGroups);
         QTest::keyClick(&view(kGroups), key);
         if (to != from) {
@@ -42,8 +43,8 @@ protected:
 
     void keyCamera()
     {
-        const Qt::Key key = oneIn(4) ? Qt::Key_Insert : pick(kMoves);
-        const int to = moved(row(kCameras), kRows, key);
+        const Qt::Key key = oneIn(4) ? Qt::Key_Insert : pick(kListMoves);
+        const int to = rowAfter(key, row(kCameras), kRows);
         focusOn(kCameras);
         QTest::keyClick(&view(kCameras), key);
         tell([to](ModesRule &rule) { rule.chooseCamera(to); });
@@ -65,13 +66,13 @@ protected:
 
     void keyImage()
     {
-        const Qt::Key key = pick(kMoves);
+        const Qt::Key key = pick(kListMoves);
         focusOn(viewsList());
         QTest::keyClick(&view(viewsList()), key);
         tell([key](ModesRule &rule) {
             const int from = rule.isGroup ? rule.row : rule.index;
             const int to =
-                moved(from, rule.isGroup ? kRows : static_cast<int>(rule.list.size()), key);
+                rowAfter(key, from, rule.isGroup ? kRows : static_cast<int>(rule.list.size()));
             if (to != from) {
                 rule.isGroup ? rule.chooseRow(to) : rule.chooseImage(to);
             }
@@ -339,30 +340,6 @@ protected:
     {
         QTest::mouseClick(view(list).viewport(), Qt::LeftButton, {}, middle(list, row));
     }
-
-    static int moved(int from, int count, Qt::Key key)
-    {
-        if (count == 0) {
-            return from;
-        }
-        if (from < 0) {
-            return 0;
-        }
-        switch (key) {
-        case Qt::Key_Up:
-            return std::max(0, from - 1);
-        case Qt::Key_Down:
-            return std::min(count - 1, from + 1);
-        case Qt::Key_Home:
-            return 0;
-        case Qt::Key_End:
-            return count - 1;
-        default:
-            return from;
-        }
-    }
-
-    inline static const QList<Qt::Key> kMoves{Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End};
 
 private:
     QString anyDate()

@@ -4,6 +4,7 @@
 #include "admin/Refusals.h"
 #include "cameras/CameraChoices.h"
 #include "cameras/Credentials.h"
+#include "ui/FileBox.h"
 #include "ui/ScreenRoom.h"
 #include "ui/ToFront.h"
 #include "ui/ToolTips.h"
@@ -156,25 +157,23 @@ void CameraListWindow::store()
 
 void CameraListWindow::chooseFile()
 {
-    auto *const dialog = new QFileDialog(this, tr("Open a list of cameras"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setFileMode(QFileDialog::ExistingFile);
-    connect(dialog, &QFileDialog::fileSelected, this, &CameraListWindow::openFile);
-    dialog->open();
+    auto *const box = newFileBox(*this, tr("Open a list of cameras"));
+    box->setFileMode(QFileDialog::ExistingFile);
+    connect(box, &QFileDialog::fileSelected, this, &CameraListWindow::openFile);
+    box->open();
 }
 
 void CameraListWindow::chooseTarget()
 {
-    auto *const dialog = new QFileDialog(this, tr("Write the cameras as a list"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QStringLiteral("csv"));
-    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
+    auto *const box = newFileBox(*this, tr("Write the cameras as a list"));
+    box->setAcceptMode(QFileDialog::AcceptSave);
+    box->setDefaultSuffix(QStringLiteral("csv"));
+    connect(box, &QFileDialog::fileSelected, this, [this](const QString &path) {
         const CommandResult result = exportList(settings_, {path});
         ui_->listMessage->setText(result.status == kDone ? tr("Written to %1").arg(path)
                                                          : result.error);
     });
-    dialog->open();
+    box->open();
 }
 
 } // namespace velmora

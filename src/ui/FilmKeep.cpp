@@ -4,6 +4,7 @@
 #include "base/ImagesText.h"
 #include "pictures/PictureReader.h"
 #include "ui/BoxEdit.h"
+#include "ui/FileBox.h"
 #include "ui/LentFocus.h"
 #include "ui/PictureView.h"
 #include "ui/ToFront.h"
@@ -328,8 +329,7 @@ void FilmKeep::showNextPicture()
 
 void FilmKeep::chooseTarget()
 {
-    auto *const box = new QFileDialog(this, tr("Make a film"));
-    box->setAttribute(Qt::WA_DeleteOnClose);
+    auto *const box = newFileBox(*this, tr("Make a film"));
     box->setAcceptMode(QFileDialog::AcceptSave);
     const QString extension = filmExtension(wish().form);
     box->setDefaultSuffix(extension);
@@ -343,8 +343,7 @@ void FilmKeep::chooseTarget()
 
 void FilmKeep::chooseFolder()
 {
-    auto *const box = new QFileDialog(this, tr("Copy the images to"));
-    box->setAttribute(Qt::WA_DeleteOnClose);
+    auto *const box = newFileBox(*this, tr("Copy the images to"));
     box->setFileMode(QFileDialog::Directory);
     connect(box, &QFileDialog::fileSelected, this, [this](const QString &path) {
         setBusy(true);

@@ -1,6 +1,7 @@
 #include "ui/StorageBox.h"
 
 #include "cameras/StoragePath.h"
+#include "ui/FileBox.h"
 #include "ui/ToolTips.h"
 
 #include <QDir>
@@ -154,15 +155,14 @@ void StorageBox::releaseButtons()
 // A dialog that starts in a missing folder has a row above it selected, beside what is then typed.
 void StorageBox::browse()
 {
-    auto *const dialog = new QFileDialog(&window_, tr("Storage folder"),
-                                         nearestFolder(storage_.native(storage_.inForce())));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setFileMode(QFileDialog::Directory);
-    dialog->setOption(QFileDialog::ShowDirsOnly);
-    dialog->setOption(QFileDialog::ReadOnly); // it is for choosing, not for deleting
-    connect(dialog, &QFileDialog::filesSelected, this,
+    auto *const box = newFileBox(window_, tr("Storage folder"),
+                                 nearestFolder(storage_.native(storage_.inForce())));
+    box->setFileMode(QFileDialog::Directory);
+    box->setOption(QFileDialog::ShowDirsOnly);
+    box->setOption(QFileDialog::ReadOnly); // it is for choosing, not for deleting
+    connect(box, &QFileDialog::filesSelected, this,
             [this](const QStringList &folders) { choose(QDir::cleanPath(folders.last())); });
-    dialog->open();
+    box->open();
 }
 
 // The box shows the folder in force and is not being edited any more.

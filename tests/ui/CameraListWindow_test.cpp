@@ -1,13 +1,16 @@
 // Many cameras at once: what a list would do is shown before any of it is stored.
 #include "ui/CameraListWindow.h"
 
+#include "FileBoxHands.h"
 #include "WindowHouse.h"
 #include "support/FileSizeLimit.h"
 #include "support/RefusedCalls.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QHelpEvent>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -20,6 +23,8 @@
 
 namespace velmora::test {
 namespace {
+
+const QStringList kFileButtons{QStringLiteral("listOpen"), QStringLiteral("listExport")};
 
 class CameraListWindowTest : public testing::Test
 {
@@ -268,6 +273,52 @@ TEST_F(CameraListWindowTest, ReadsAndWritesTheFilesThatItsDialogsChoose)
     choose("listExport", QStringLiteral("/dev/full"));
     EXPECT_TRUE(message_.text().contains(QStringLiteral("/dev/full")))
         << message_.text().toStdString();
+}
+
+// A file may be long in answering, or never answer.
+TEST_F(CameraListWindowTest, OpensNoFileOfAFolderThatItsDialogsShow)
+{
+    window_.present();
+    for (const QString &button : kFileButtons) {
+        tree_.write(button + QStringLiteral("/of no kind"), "x");
+        QTest::mouseClick(window_.findChild<QPushButton *>(button), Qt::LeftButton);
+        EXPECT_EQ(filesOpenedForListing(window_, tree_.path(button)), QStringList());
+        delete window_.findChild<QFileDialog *>();
+    }
+}
+
+TEST_F(CameraListWindowTest, ItsDialogsDeleteAndMoveNothing)
+{
+    window_.present();
+    for (const QString &button : kFileButtons) {
+        const QString file = button + QStringLiteral("/list.txt");
+        tree_.write(file, "x");
+        QTest::mouseClick(window_.findChild<QPushButton *>(button), Qt::LeftButton);
+        EXPECT_FALSE(changesFiles(window_, QFileInfo(tree_.path(file))));
+        delete window_.findChild<QFileDialog *>();
+    }
+}
+
+// As the clipboard is when the program that had copied something has ended.
+TEST_F(CameraListWindowTest, PastesNothingFromAClipboardThatHoldsNothing)
+{
+    window_.present();
+    QGuiApplication::clipboard()->setMimeData(new QMimeData);
+    text_.setFocus();
+    QTest::keyClick(&text_, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(text_.toPlainText(), QString());
+}
+
+TEST_F(CameraListWindowTest, PastesTheTextThatAProgramOffersBesideOtherForms)
+{
+    window_.present();
+    auto *const copied = new QMimeData;
+    copied->setData(QStringLiteral("text/markdown"), "http\\://a/");
+    copied->setText(QStringLiteral("http://a/*_x_*"));
+    QGuiApplication::clipboard()->setMimeData(copied);
+    text_.setFocus();
+    QTest::keyClick(&text_, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(text_.toPlainText(), QStringLiteral("http://a/*_x_*"));
 }
 
 TEST_F(CameraListWindowTest, SaysThatTheSettingsCannotBeWritten)

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "BrowserModel.h"
-#include "FileBox.h"
+#include "FileBoxHands.h"
 #include "FilmRule.h"
 #include "ui/CalendarWindow.h"
 #include "ui/FilmKeep.h"

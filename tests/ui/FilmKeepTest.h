@@ -2,7 +2,7 @@
 #pragma once
 
 #include "BrowserWindowHouse.h"
-#include "FileBox.h"
+#include "FileBoxHands.h"
 #include "ui/FilmKeep.h"
 
 #include <QPushButton>

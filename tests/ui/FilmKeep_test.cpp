@@ -92,6 +92,32 @@ TEST_F(FilmKeepTest, ForecastsWhatIsTypedAndChosen)
     EXPECT_FALSE(find<QPushButton>("filmCopy").isEnabled());
 }
 
+// A file may be long in answering, or never answer.
+TEST_F(FilmKeepTest, OpensNoFileOfAFolderThatIsShownForChoosing)
+{
+    for (const char *const button : {"filmMake", "filmCopy"}) {
+        const QString folder = QLatin1String(button);
+        house_.house.tree.write(folder + QStringLiteral("/of no kind"), "x");
+        click(button);
+        EXPECT_EQ(filesOpenedForListing(window_, house_.house.tree.path(folder)), QStringList());
+        window_.findChild<QFileDialog *>()->reject();
+        house_.settle();
+    }
+}
+
+// That would hold up everything else while a large folder is deleted, or moved to another disk.
+TEST_F(FilmKeepTest, NothingIsDeletedOrMovedWhereATargetIsChosen)
+{
+    for (const char *const button : {"filmMake", "filmCopy"}) {
+        const QString other = QLatin1String(button) + QStringLiteral("/other");
+        house_.house.tree.write(other + QStringLiteral("/film.mp4"), "x");
+        click(button);
+        EXPECT_FALSE(changesFiles(window_, QFileInfo(house_.house.tree.path(other))));
+        window_.findChild<QFileDialog *>()->reject();
+        house_.settle();
+    }
+}
+
 TEST_F(FilmKeepTest, AFilmOfSecondsLastsThatLong)
 {
     find<QComboBox>("filmThinning").setCurrentIndex(2);

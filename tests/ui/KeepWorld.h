@@ -3,7 +3,7 @@
 #pragma once
 
 #include "BrowserWindowHouse.h"
-#include "FileBox.h"
+#include "FileBoxHands.h"
 #include "KeepRules.h"
 #include "support/FileSizeLimit.h"
 #include "support/RefusedCalls.h"

@@ -1,5 +1,6 @@
 // The storage line of the main window, typed into key by key.
 #include "DroppedText.h"
+#include "FileBoxHands.h"
 #include "WindowHouse.h"
 
 #include <QFileDialog>
@@ -180,6 +181,16 @@ TEST_F(StorageBoxTest, TheBrowseButtonLetsAFolderBeChosenWithoutChangingAny)
     Q_EMIT dialog->filesSelected({house_.house.tree.path(u"drives/c/pictures")});
     EXPECT_EQ(box().text(), QStringLiteral("C:\\pictures\\"));
     dialog->close();
+}
+
+// A file may be long in answering, or never answer.
+TEST_F(StorageBoxTest, TheFilesOfAFolderThatIsBrowsedAreNotOpened)
+{
+    house_.house.tree.write(u"drives/c/pictures/of no kind", "x");
+    house_.click(QStringLiteral("Browse"));
+    EXPECT_EQ(filesOpenedForListing(house_.window, house_.house.tree.path(u"drives/c/pictures")),
+              QStringList());
+    house_.window.findChild<QFileDialog *>()->close();
 }
 
 TEST_F(StorageBoxTest, AChosenFolderWithABlankIsRefused)

@@ -73,7 +73,9 @@ private:
     void leaveFilesAlone()
     {
         for (auto *const shortcut : findChildren<QShortcut *>()) {
-            shortcut->setEnabled(shortcut->key() != QKeySequence(QKeySequence::Delete));
+            if (shortcut->key() == QKeySequence(QKeySequence::Delete)) {
+                shortcut->setEnabled(false);
+            }
         }
         for (auto *const inMenu : findChildren<QAction *>(QStringLiteral("qt_delete_action"))) {
             inMenu->setVisible(false);

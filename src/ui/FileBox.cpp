@@ -7,9 +7,13 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QIcon>
+#include <QMenu>
 #include <QMimeDatabase>
 #include <QShortcut>
 #include <QStyle>
+#include <QTimer>
+
+#include <chrono>
 
 namespace velmora {
 namespace {
@@ -68,7 +72,35 @@ public:
         leaveFilesAlone();
     }
 
+protected:
+    // The toolkit runs the menus and questions of a box in loops of their own, and goes on with the
+    // box when they end, so it stays until then.
+    bool event(QEvent *event) override
+    {
+        if (event->type() != QEvent::DeferredDelete || !closeMenusAndQuestions()) {
+            return QFileDialog::event(event);
+        }
+        QTimer::singleShot(kMomentToEnd, this, &QObject::deleteLater);
+        return true;
+    }
+
 private:
+    static constexpr std::chrono::milliseconds kMomentToEnd{10};
+
+    // True when there were any.
+    bool closeMenusAndQuestions()
+    {
+        bool any = false;
+        for (auto *const inside : findChildren<QWidget *>()) {
+            if (qobject_cast<QMenu *>(inside) != nullptr ||
+                qobject_cast<QDialog *>(inside) != nullptr) {
+                inside->close();
+                any = true;
+            }
+        }
+        return any;
+    }
+
     // Not read-only, since a folder may be made for what is to be written.
     void leaveFilesAlone()
     {

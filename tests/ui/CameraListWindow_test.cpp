@@ -299,6 +299,33 @@ TEST_F(CameraListWindowTest, ItsDialogsDeleteAndMoveNothing)
     }
 }
 
+// The toolkit runs its menus and questions in loops of their own, above the box that they belong
+// to.
+TEST_F(CameraListWindowTest, ItsDialogsGoWithTheirMenus)
+{
+    window_.present();
+    for (const QString &button : kFileButtons) {
+        QTest::mouseClick(window_.findChild<QPushButton *>(button), Qt::LeftButton);
+        EXPECT_TRUE(goesWithWhatItOpens(window_, &openRowsMenu)) << button.toStdString();
+    }
+}
+
+TEST_F(CameraListWindowTest, ItsDialogsGoWithTheQuestionsThatTheyAsk)
+{
+    window_.present();
+    tree_.write(u"there.csv", "x");
+    const QStringList names{tree_.path(u"missing.csv"), tree_.path(u"there.csv")};
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        QTest::mouseClick(window_.findChild<QPushButton *>(kFileButtons.at(i)), Qt::LeftButton);
+        EXPECT_TRUE(goesWithWhatItOpens(window_, [&](QFileDialog &box) {
+            auto *const name = box.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            name->setText(names.at(i));
+            QTest::keyClick(name, Qt::Key_Return);
+        })) << kFileButtons.at(i).toStdString();
+    }
+    EXPECT_EQ(tree_.read(u"there.csv"), QByteArray("x"));
+}
+
 // As the clipboard is when the program that had copied something has ended.
 TEST_F(CameraListWindowTest, PastesNothingFromAClipboardThatHoldsNothing)
 {

@@ -11,11 +11,13 @@
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +78,35 @@ inline bool changesFiles(QWidget &window, const QFileInfo &file)
     QTest::keyClick(&rows, Qt::Key_Delete);
     return !file.exists() || rows.dragEnabled() ||
            box->findChild<QAction *>(QStringLiteral("qt_delete_action"))->isVisible();
+}
+
+/// The window has such a box open. An action makes it open a menu, or ask something, and the
+/// program closes the box beneath that. True when all of it is gone.
+template <typename Action>
+bool goesWithWhatItOpens(QWidget &window, Action act)
+{
+    const QPointer<QFileDialog> box = window.findChild<QFileDialog *>();
+    bool isCovered = false;
+    QTimer covered;
+    QObject::connect(&covered, &QTimer::timeout, box, [&] {
+        if (QApplication::activePopupWidget() != nullptr ||
+            QApplication::activeModalWidget() != box) {
+            isCovered = true;
+            covered.stop();
+            box->close();
+        }
+    });
+    covered.start(1);
+    act(*box);
+    return isCovered && QTest::qWaitFor([&box] { return box.isNull(); });
+}
+
+/// A right click into the rows of the box.
+inline void openRowsMenu(QFileDialog &box)
+{
+    const auto *const rows = box.findChild<QTreeView *>(QStringLiteral("treeView"));
+    const QPoint middle = rows->mapTo(&box, rows->rect().center());
+    QTest::mouseClick(box.windowHandle(), Qt::RightButton, {}, middle);
 }
 
 } // namespace velmora::test

@@ -193,6 +193,12 @@ TEST_F(StorageBoxTest, TheFilesOfAFolderThatIsBrowsedAreNotOpened)
     house_.window.findChild<QFileDialog *>()->close();
 }
 
+TEST_F(StorageBoxTest, TheDialogGoesWithTheMenuOfItsRows)
+{
+    house_.click(QStringLiteral("Browse"));
+    EXPECT_TRUE(goesWithWhatItOpens(house_.window, &openRowsMenu));
+}
+
 TEST_F(StorageBoxTest, AChosenFolderWithABlankIsRefused)
 {
     house_.house.tree.makeFolder(u"drives/c/My Pics");

@@ -278,6 +278,23 @@ TEST_F(ProgramLife, ItsEndLeavesNoQuestionBehind)
     EXPECT_EQ(QApplication::activeWindow(), topLevel(QStringLiteral("frmQuitte")));
 }
 
+TEST_F(ProgramLife, ItsEndLeavesNoMenuBehind)
+{
+    startBesideASlowCamera();
+    click(QStringLiteral("planche"), QStringLiteral("cSetUp"));
+    settle();
+    QWidget *const main = topLevel(QStringLiteral("Interface"));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main));
+    const QWidget *const number = control(QStringLiteral("Interface"), QStringLiteral("n0"));
+    QTest::mouseClick(main->windowHandle(), Qt::RightButton, {},
+                      number->mapTo(main, number->rect().center()));
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    program_->end();
+    settle();
+    ASSERT_TRUE(isVisible(QStringLiteral("frmQuitte")));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
 // A button pressed by its access key is clicked a tenth of a second later.
 TEST_F(ProgramLife, ItsEndOpensNoWindowForAKeyThatWasPressedBefore)
 {
